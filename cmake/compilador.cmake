@@ -1,0 +1,51 @@
+# Everything that depends on the compiler stands here, and nowhere else.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(LUMODIR_SANEADORES "" CACHE STRING "Sanitizers of a native build, as for -fsanitize=")
+set(LUMODIR_TRAMPA_UB OFF CACHE BOOL "Undefined behaviour traps (MinGW has no sanitizer runtime)")
+
+# The options of everything that is ours.
+add_library(lumodir_opciones INTERFACE)
+
+if(MSVC)
+  target_compile_options(lumodir_opciones INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus)
+  target_compile_definitions(lumodir_opciones INTERFACE _CRT_SECURE_NO_WARNINGS)
+  set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+else()
+  target_compile_options(lumodir_opciones INTERFACE
+    -Wall -Wextra -Wconversion -Wshadow -Werror
+    # No path of the building machine in the product.
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+  if(WIN32)
+    # No runtime libraries to ship.
+    target_link_options(lumodir_opciones INTERFACE -static)
+  endif()
+  # These reach GoogleTest too: mixed objects would disagree about wchar_t or report false errors.
+  if(LUMODIR_SOLO_TEXTO)
+    add_compile_options(-fshort-wchar)
+  endif()
+  if(LUMODIR_SANEADORES)
+    add_compile_options(-fsanitize=${LUMODIR_SANEADORES} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${LUMODIR_SANEADORES})
+  endif()
+  if(LUMODIR_TRAMPA_UB)
+    target_compile_options(lumodir_opciones INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error)
+  endif()
+endif()
+
+# Tests are compiled once and run once: little optimisation, which also spares the compiler's false alarms about
+# string operations that it has inlined.
+set(LUMODIR_OPCIONES_PRUEBA "")
+if(NOT MSVC)
+  set(LUMODIR_OPCIONES_PRUEBA -O1)
+endif()
+
+if(WIN32)
+  target_compile_definitions(lumodir_opciones INTERFACE UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601)
+endif()

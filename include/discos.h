@@ -1,0 +1,44 @@
+/**
+ * @file discos.h
+ * Questions about one drive, named by its letter or by its index.
+ *
+ * The drive table of the machine is in info.h and the labels for display are in lumodir.h.
+ */
+#ifndef LUMODIR_DISCOS_H
+#define LUMODIR_DISCOS_H
+
+#include "lumodir_base.h"
+
+LUMODIR_EXTERN_C_INICIO
+
+/**
+ * Tells whether a drive is local, that is, whether the system does not call it a network drive. Missing,
+ * unknown and removable drives count as local.
+ *
+ * @param unidad  Letter A to Z or a to z (UTF-16). Any other character is reported as
+ *                "(unidad >= L'A' && unidad <= L'Z') || (unidad >= L'a' && unidad <= L'z')".
+ * @return 1 when local, 0 for a network drive.
+ */
+LUMODIR_API unsigned short discos_es_unidad_local(wchar_t unidad);
+
+/**
+ * Tells whether a drive is a substitution (SUBST) of a directory: the device behind it begins with `\??\`.
+ *
+ * @param unidad  Letter in either case (UTF-16). Any other character is reported as
+ *                "unidad2 >= L'A' && unidad2 <= L'Z'".
+ * @return 1 for a substituted drive, else 0.
+ */
+LUMODIR_API unsigned short discos_es_unidad_subst(wchar_t unidad);
+
+/**
+ * Gives the volume name of a drive.
+ *
+ * @param disco  Drive index, 0 = A to 25 = Z. A larger one is reported as "disco < i_NUM_MAX_UNIDADES".
+ * @return New UTF-16 string (widestr_nousar_destruye()). Empty when the system cannot tell, which is reported
+ *         as "retorno != 0" with the root (`C:\`), and for an index above 25.
+ */
+LUMODIR_API wchar_t *discos_nombre_volumen(unsigned short disco);
+
+LUMODIR_EXTERN_C_FIN
+
+#endif

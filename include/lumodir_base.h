@@ -1,0 +1,47 @@
+/**
+ * @file lumodir_base.h
+ * What every header of the library stands on: linkage, truth values and the conventions below.
+ *
+ * Text. 8-bit text (`char`) is in the process's active code page; wide text (`wchar_t`, 16 bits) is UTF-16
+ * and its lengths count UTF-16 units. A wide function usually ends in `_UNICODE` or `_u`. A character that
+ * the code page lacks becomes its default character; bytes that are not valid in it become U+FFFD.
+ *
+ * Ownership. A returned string is new unless its function says "borrowed". Wide ones are freed with
+ * widestr_nousar_destruye(), 8-bit ones with lumostr_destruye(); lists and records with the function named
+ * there.
+ *
+ * Reported and shown. "Reported" means an internal error handed, with the failed expression quoted here, to
+ * the receiver of error_interno_establece_receptor(); the function then goes on, never touches memory through
+ * a NULL, and returns its failure value (0, or a new empty string or list). "Shown" means a localized text
+ * handed to the receiver of lmaviso_establece_receptor(); unless stated otherwise nothing is shown in service
+ * mode. Message numbers and their English texts are given where they are used.
+ *
+ * Threads. The library has no locks: settings are made once at start-up, the rest may be called from any
+ * thread as long as no object is shared. No C++ exception leaves a function.
+ */
+#ifndef LUMODIR_BASE_H
+#define LUMODIR_BASE_H
+
+#include <stddef.h> /* wchar_t and size_t in C */
+
+#if defined(_WIN32) && defined(LUMODIR_CONSTRUYE)
+#define LUMODIR_API __declspec(dllexport)
+#elif defined(_WIN32) && !defined(LUMODIR_ESTATICO)
+#define LUMODIR_API __declspec(dllimport)
+#else
+#define LUMODIR_API
+#endif
+
+#ifdef __cplusplus
+#define LUMODIR_EXTERN_C_INICIO extern "C" {
+#define LUMODIR_EXTERN_C_FIN }
+#else
+#define LUMODIR_EXTERN_C_INICIO
+#define LUMODIR_EXTERN_C_FIN
+#endif
+
+/** Truth values travel as `unsigned short`. Compare with CIERTO: any other value counts as false. */
+#define CIERTO 1
+#define FALSO 0
+
+#endif

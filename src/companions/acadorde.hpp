@@ -1,0 +1,56 @@
+// Sorted string arrays as the library itself fills them; the exported operations are in acadorde.cpp.
+#pragma once
+
+#include "companions/acadorde.h"
+#include "companions/arr.hpp"
+
+namespace lumodir {
+
+// Position of the first element that comes after `clave`: `compara(elemento)` is negative or 0 before it.
+template <class T, class Compara>
+std::size_t i_posicion_tras(const vector_interno<T>& elementos, Compara compara) {
+    // The usual insertion comes in order: look at the end first.
+    if (elementos.empty() || compara(elementos[elementos.size() - 1]) <= 0) {
+        return elementos.size();
+    }
+    std::size_t desde = 0;
+    std::size_t hasta = elementos.size();
+    while (desde < hasta) {
+        const std::size_t medio = desde + (hasta - desde) / 2;
+        if (compara(elementos[medio]) <= 0) {
+            desde = medio + 1;
+        } else {
+            hasta = medio;
+        }
+    }
+    return desde;
+}
+
+template <class T>
+void i_inserta_en(vector_interno<T>& elementos, std::size_t posicion, T elemento, lugar donde) {
+    elementos.anade(elemento, donde);
+    T* datos = elementos.data();
+    std::memmove(datos + posicion + 1, datos + posicion, (elementos.size() - 1 - posicion) * sizeof(T));
+    datos[posicion] = elemento;
+}
+
+template <class C>
+struct conjunto_ordenado {
+    lista_textos<C> textos;
+    bool admite_repetidos = false;
+
+    void inserta(cadena<C> texto, lugar donde = lugar::aqui()) {
+        const vista<C> nuevo = texto.ver();
+        const std::size_t posicion = i_posicion_tras(
+            textos.textos, [&](const C* elemento) { return vista<C>(elemento).compare(nuevo); });
+        if (!admite_repetidos && posicion > 0 && textos.ver(posicion - 1) == nuevo) {
+            return;
+        }
+        i_inserta_en(textos.textos, posicion, texto.suelta(), donde);
+    }
+};
+
+}  // namespace lumodir
+
+struct AcadOrde : lumodir::conjunto_ordenado<char> {};
+struct AcadOrdeU : lumodir::conjunto_ordenado<wchar_t> {};

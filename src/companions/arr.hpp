@@ -1,0 +1,106 @@
+// String lists and typed pointer lists: what the exported arr_… operations (companions/arr.h) are made of, with
+// move-only owners for work inside the library.
+//
+// Promises: appending n elements one at a time is linear in all; an index out of range is reported and gives
+// NULL or changes nothing; a list owns its strings.
+// Checked by tests/companions/arr_test.cpp.
+#pragma once
+
+#include <new>
+
+#include "companions/arr.h"
+#include "companions/cadena.hpp"
+
+namespace lumodir {
+
+template <class C>
+struct lista_textos {
+    vector_interno<C*> textos;
+
+    ~lista_textos() {
+        for (C* texto : textos) {
+            i_libera(texto);
+        }
+    }
+    void anade(cadena<C> texto, lugar donde = lugar::aqui()) { textos.anade(texto.suelta(), donde); }
+    std::size_t num() const noexcept { return textos.size(); }
+    const C* texto(std::size_t i) const noexcept { return textos[i]; }
+    vista<C> ver(std::size_t i) const noexcept { return a_vista<C>(textos[i]); }
+    void reduce(std::size_t num) noexcept {
+        for (std::size_t i = num; i < textos.size(); ++i) {
+            i_libera(textos[i]);
+        }
+        textos.acorta(num);
+    }
+    void borra(std::size_t indice) noexcept {
+        i_libera(textos[indice]);
+        for (std::size_t i = indice + 1; i < textos.size(); ++i) {
+            textos[i - 1] = textos[i];
+        }
+        textos.quita_ultimo();
+    }
+};
+
+}  // namespace lumodir
+
+struct ArrCADENA : lumodir::lista_textos<char> {};
+struct ArrCADENA_u : lumodir::lista_textos<wchar_t> {};
+struct ArrPunteroConTipo {
+    lumodir::vector_interno<void*> punteros;
+};
+
+namespace lumodir {
+
+// The list type of a flavour.
+template <class C>
+using arr_cadena = std::conditional_t<std::is_same_v<C, wchar_t>, ArrCADENA_u, ArrCADENA>;
+
+// A new, empty tracked object of a list type (constructed in place), and its end.
+template <class T>
+T* i_crea_objeto(lugar donde = lugar::aqui()) {
+    return ::new (i_reserva(sizeof(T), donde)) T();
+}
+template <class T>
+void i_destruye_objeto(T* objeto) noexcept {
+    if (objeto != nullptr) {
+        objeto->~T();
+        i_libera(objeto);
+    }
+}
+
+// Move-only owner of a tracked object.
+template <class T>
+class objeto {
+public:
+    static objeto crea(lugar donde = lugar::aqui()) { return objeto(i_crea_objeto<T>(donde)); }
+    objeto() noexcept = default;
+    explicit objeto(T* puntero) noexcept : puntero_(puntero) {}
+    objeto(objeto&& otro) noexcept : puntero_(otro.suelta()) {}
+    objeto& operator=(objeto&& otro) noexcept {
+        if (this != &otro) {
+            i_destruye_objeto(puntero_);
+            puntero_ = otro.suelta();
+        }
+        return *this;
+    }
+    ~objeto() { i_destruye_objeto(puntero_); }
+
+    T* get() const noexcept { return puntero_; }
+    T* operator->() const noexcept { return puntero_; }
+    T& operator*() const noexcept { return *puntero_; }
+    explicit operator bool() const noexcept { return puntero_ != nullptr; }
+    T* suelta() noexcept {
+        T* puntero = puntero_;
+        puntero_ = nullptr;
+        return puntero;
+    }
+
+private:
+    T* puntero_ = nullptr;
+};
+
+// A whole wide list in 8-bit text; the wide list is destroyed.
+objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista,
+                                                               lugar donde = lugar::aqui());
+
+}  // namespace lumodir

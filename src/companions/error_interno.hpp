@@ -1,0 +1,40 @@
+// The assertion service: broken preconditions are reported with their source text, and the caller goes on.
+//
+// Promises: a report never stops the function that makes it, and never lets an exception of the host's receiver
+// through. The detail is valid only during the report.
+// Checked by tests/companions/error_interno_test.cpp.
+#pragma once
+
+#include "companions/cadena.hpp"
+
+namespace lumodir {
+
+void error_interno(const char* expresion, lugar donde = lugar::aqui()) noexcept;
+void error_interno_msg_u(const char* expresion, const wchar_t* detalle, lugar donde = lugar::aqui()) noexcept;
+void error_interno_msg_u(const char* expresion, vista_w detalle, lugar donde = lugar::aqui()) noexcept;
+void error_interno_msg(const char* expresion, vista_a detalle, lugar donde = lugar::aqui()) noexcept;
+void error_interno_liberando_mensaje_u(cadena_w mensaje, lugar donde = lugar::aqui()) noexcept;
+// A value that no branch provides for.
+void error_interno_default_error(lugar donde = lugar::aqui()) noexcept;
+
+// The assertion itself: reports when the condition does not hold, and answers whether it does.
+inline bool i_comprueba(bool condicion, const char* expresion, lugar donde = lugar::aqui()) noexcept {
+    if (!condicion) {
+        error_interno(expresion, donde);
+    }
+    return condicion;
+}
+template <class Detalle>
+bool i_comprueba_con(bool condicion, const char* expresion, Detalle detalle,
+                     lugar donde = lugar::aqui()) noexcept {
+    if (!condicion) {
+        if constexpr (std::is_convertible_v<Detalle, vista_a>) {
+            error_interno_msg(expresion, detalle, donde);
+        } else {
+            error_interno_msg_u(expresion, vista_w(detalle), donde);
+        }
+    }
+    return condicion;
+}
+
+}  // namespace lumodir

@@ -1,0 +1,30 @@
+// See lmaviso.hpp.
+#include "companions/lmaviso.hpp"
+
+#include "companions/anfitrion.hpp"
+#include "companions/lmaviso.h"
+#include "companions/plataforma.hpp"
+
+namespace lumodir {
+namespace {
+
+LmavisoReceptor i_receptor = nullptr;
+void* i_contexto = nullptr;
+
+}  // namespace
+
+void lmaviso_aviso_interno_como_error_u(const wchar_t* texto) noexcept {
+    if (i_receptor != nullptr) {
+        llama_al_anfitrion(i_receptor, texto, i_contexto);
+        return;
+    }
+    plataforma::escribe_error_estandar(a_vista(texto));
+    plataforma::escribe_error_estandar(L"\n");
+}
+
+}  // namespace lumodir
+
+void lmaviso_establece_receptor(LmavisoReceptor show, void* context) {
+    lumodir::i_receptor = show;
+    lumodir::i_contexto = context;
+}

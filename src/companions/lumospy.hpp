@@ -1,0 +1,134 @@
+// Tracked memory: every block that the library hands out, or works with, comes from here.
+//
+// Promises: no allocation returns NULL; exhausted memory is reported once and ends the process; the census of
+// the blocks that callers own is atomic and exact. Inner arrays of lists are counted apart, so that a string
+// counts one and a list counts one, however far it has grown.
+// Cannot promise: to notice a block that is freed twice (the guarded allocator of the tests does).
+// Checked by tests/companions/lumospy_test.cpp.
+#pragma once
+
+#include <cstddef>
+#include <type_traits>
+
+#include "companions/lugar.hpp"
+
+namespace lumodir {
+
+// The allocator underneath, replaced in tests by one that fails or that guards its blocks.
+struct tabla_memoria {
+    void* (*reserva)(std::size_t bytes);
+    void* (*cambia)(void* bloque, std::size_t bytes);
+    void (*libera)(void* bloque);
+};
+extern tabla_memoria memoria;
+
+// Blocks that callers own (strings, lists, records): counted in the public census.
+void* i_reserva(std::size_t bytes, lugar donde);
+void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde);
+void* i_cambia(void* bloque, std::size_t bytes, lugar donde);
+void i_libera(void* bloque) noexcept;
+
+// Inner arrays: never handed out, outside the public census.
+void* i_reserva_interno(std::size_t bytes, lugar donde);
+void* i_cambia_interno(void* bloque, std::size_t bytes, lugar donde);
+void i_libera_interno(void* bloque) noexcept;
+unsigned long long i_bloques_internos_vivos() noexcept;
+
+// A record's field takes over the text of a variable, which is cleared: no copy is made.
+template <class T>
+void lumospy_nousar_asigna_doble_puntero_no_null(T** campo, T** variable) noexcept {
+    *campo = *variable;
+    *variable = nullptr;
+}
+
+// Move-only owner of a block that callers will own: a record, or a buffer that becomes a string.
+template <class T>
+class registro {
+public:
+    registro() noexcept = default;
+    explicit registro(T* bloque) noexcept : bloque_(bloque) {}
+    registro(registro&& otro) noexcept : bloque_(otro.suelta()) {}
+    registro& operator=(registro&& otro) noexcept {
+        if (this != &otro) {
+            i_libera(bloque_);
+            bloque_ = otro.suelta();
+        }
+        return *this;
+    }
+    ~registro() { i_libera(bloque_); }
+
+    // Zeroed room for `cuantos` records of T.
+    static registro a_cero(std::size_t cuantos = 1, lugar donde = lugar::aqui()) {
+        return registro(static_cast<T*>(i_reserva_a_cero(cuantos, sizeof(T), donde)));
+    }
+
+    T* get() const noexcept { return bloque_; }
+    T* operator->() const noexcept { return bloque_; }
+    T& operator*() const noexcept { return *bloque_; }
+    explicit operator bool() const noexcept { return bloque_ != nullptr; }
+    T* suelta() noexcept {
+        T* bloque = bloque_;
+        bloque_ = nullptr;
+        return bloque;
+    }
+
+private:
+    T* bloque_ = nullptr;
+};
+
+// Growable array of trivially copyable elements for work inside one call; grows geometrically.
+template <class T>
+class vector_interno {
+public:
+    vector_interno() noexcept = default;
+    vector_interno(const vector_interno&) = delete;
+    vector_interno& operator=(const vector_interno&) = delete;
+    vector_interno(vector_interno&& otro) noexcept
+        : datos_(otro.datos_), num_(otro.num_), sitio_(otro.sitio_) {
+        otro.datos_ = nullptr;
+        otro.num_ = otro.sitio_ = 0;
+    }
+    ~vector_interno() { i_libera_interno(datos_); }
+
+    void anade(const T& elemento, lugar donde = lugar::aqui()) {
+        if (num_ == sitio_) {
+            const T copia = elemento;
+            reserva_sitio(sitio_ == 0 ? 16 : sitio_ * 2, donde);
+            datos_[num_++] = copia;
+            return;
+        }
+        datos_[num_++] = elemento;
+    }
+    void reserva_sitio(std::size_t sitio, lugar donde = lugar::aqui()) {
+        if (sitio > sitio_) {
+            datos_ = static_cast<T*>(i_cambia_interno(datos_, sitio * sizeof(T), donde));
+            sitio_ = sitio;
+        }
+    }
+    void quita_ultimo() noexcept { --num_; }
+    void vacia() noexcept { num_ = 0; }
+    void acorta(std::size_t num) noexcept {
+        if (num < num_) {
+            num_ = num;
+        }
+    }
+    std::size_t size() const noexcept { return num_; }
+    bool empty() const noexcept { return num_ == 0; }
+    T* data() noexcept { return datos_; }
+    const T* data() const noexcept { return datos_; }
+    T& operator[](std::size_t i) noexcept { return datos_[i]; }
+    const T& operator[](std::size_t i) const noexcept { return datos_[i]; }
+    T& back() noexcept { return datos_[num_ - 1]; }
+    T* begin() noexcept { return datos_; }
+    T* end() noexcept { return datos_ + num_; }
+    const T* begin() const noexcept { return datos_; }
+    const T* end() const noexcept { return datos_ + num_; }
+
+private:
+    static_assert(std::is_trivially_copyable_v<T>, "elements are moved as bytes");
+    T* datos_ = nullptr;
+    std::size_t num_ = 0;
+    std::size_t sitio_ = 0;
+};
+
+}  // namespace lumodir

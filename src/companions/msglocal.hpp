@@ -1,0 +1,21 @@
+// The message library: which language texts are shown in, and how a text is taken out of a message record.
+//
+// Promises: the text has no id prefix and is never freed; a language set by the host stays until the next one.
+// Checked by tests/companions/msglocal_test.cpp.
+#pragma once
+
+#include "companions/registro_mensaje.hpp"
+
+namespace lumodir {
+
+const wchar_t* nousar_msglocal_original_u(ConstructorMensaje construye) noexcept;
+
+// The accessor of internal-error reports: the same text.
+inline const wchar_t* nousar_original_u(ConstructorMensaje construye) noexcept {
+    return nousar_msglocal_original_u(construye);
+}
+
+// Language slot of a display language as Windows numbers it; English where the catalogue has none for it.
+unsigned long i_ranura_de_idioma(unsigned short langid) noexcept;
+
+}  // namespace lumodir

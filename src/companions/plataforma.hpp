@@ -1,0 +1,44 @@
+// What the text code needs from the system it runs on, and nothing else: the one door between frame, paths and
+// text companions on one side and Windows on the other. The native build for sanitizers and fuzzers puts
+// another implementation behind it (tests/nativo/plataforma_nativa.cpp).
+//
+// Promises: no function allocates for its caller except where it returns a `cadena`.
+// Checked by tests/companions/unicode_test.cpp and tests/companions/plataforma_test.cpp.
+#pragma once
+
+#include "companions/cadena.hpp"
+
+namespace lumodir::plataforma {
+
+// Converts 8-bit text of the active code page to UTF-16: writes at most `sitio` units and returns how many the
+// whole text needs. Invalid bytes become U+FFFD.
+std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept;
+
+// Converts UTF-16 to the active code page, likewise. What the code page lacks becomes its default character;
+// look-alikes are never taken.
+std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexcept;
+
+// Lower and upper case of 8-bit text by the active code page, in place, whatever the locale.
+void minusculas_ansi(char* texto, std::size_t longitud) noexcept;
+void mayusculas_ansi(char* texto, std::size_t longitud) noexcept;
+
+// The value of an environment variable as the C runtime sees it; a NULL string when it is not set.
+cadena_w variable_de_entorno(const wchar_t* nombre);
+
+// One line for whoever watches a program that has no receiver of its own.
+void escribe_error_estandar(vista_w linea) noexcept;
+void escribe_depurador(const wchar_t* linea) noexcept;
+
+// Primary language and sublanguage of the user's display language, as Windows numbers them (LANGID).
+unsigned short idioma_del_usuario() noexcept;
+
+// The system's text for an error code, without its line break; the number itself when it has none.
+cadena_w texto_de_codigo_de_error(unsigned long codigo);
+
+// Pauses go through this pointer, so that tests neither wait nor guess.
+extern void (*duerme_ms)(unsigned long milisegundos);
+
+// Ends the process at once: the only answer to exhausted memory.
+extern void (*termina_proceso)() noexcept;
+
+}  // namespace lumodir::plataforma

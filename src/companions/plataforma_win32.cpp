@@ -1,0 +1,162 @@
+// The platform door (plataforma.hpp) on Windows.
+#include <cstdlib>
+#include <cstring>
+
+#include "companions/plataforma.hpp"
+#include "companions/sistema.hpp"
+
+namespace lumodir::plataforma {
+namespace {
+
+// The conversion calls count in int. Nothing the library handles is longer; what is, is cut.
+int i_longitud(std::size_t longitud) noexcept {
+    constexpr std::size_t maxima = 0x7FFFFFFF;
+    return static_cast<int>(longitud < maxima ? longitud : maxima);
+}
+
+// Writes `texto` in UTF-8 to a console or a redirected stream.
+void i_escribe(HANDLE salida, vista_w texto) noexcept {
+    DWORD escritos;
+    if (::GetConsoleMode(salida, &escritos)) {
+        ::WriteConsoleW(salida, texto.data(), static_cast<DWORD>(texto.size()), &escritos, nullptr);
+        return;
+    }
+    char bytes[512];
+    while (!texto.empty()) {
+        // A UTF-16 unit takes at most three bytes; a pair must not be cut in two.
+        std::size_t tramo = texto.size() < 128 ? texto.size() : 128;
+        if (tramo < texto.size() && (texto[tramo - 1] & 0xFC00) == 0xD800) {
+            --tramo;
+        }
+        const int largo = ::WideCharToMultiByte(CP_UTF8, 0, texto.data(), static_cast<int>(tramo), bytes,
+                                                sizeof bytes, nullptr, nullptr);
+        ::WriteFile(salida, bytes, static_cast<DWORD>(largo), &escritos, nullptr);
+        texto.remove_prefix(tramo);
+    }
+}
+
+void i_duerme(unsigned long milisegundos) noexcept {
+    ::Sleep(milisegundos);
+}
+
+void i_termina() noexcept {
+    ::TerminateProcess(::GetCurrentProcess(), 3);
+}
+
+// One character of the code page (one or two bytes) in another case; it stays as it is where its counterpart is
+// not in the code page (the upper case of the micro sign is a Greek letter, for example).
+void i_convierte_caracter(char* caracter, int bytes, DWORD caja) noexcept {
+    wchar_t unidad;
+    wchar_t convertida;
+    if (::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, caracter, bytes, &unidad, 1) != 1 ||
+        ::LCMapStringEx(LOCALE_NAME_INVARIANT, caja, &unidad, 1, &convertida, 1, nullptr, nullptr, 0) != 1) {
+        return;
+    }
+    char resultado[4];
+    BOOL falta = FALSE;
+    const int largo = ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, &convertida, 1, resultado,
+                                            sizeof resultado, nullptr, &falta);
+    if (largo == bytes && !falta) {
+        std::memcpy(caracter, resultado, static_cast<std::size_t>(bytes));
+    }
+}
+
+void i_convierte_caja(char* texto, std::size_t longitud, char primera, DWORD caja) noexcept {
+    for (std::size_t i = 0; i < longitud; ++i) {
+        if (static_cast<unsigned char>(texto[i]) < 0x80) {
+            const bool cambia = texto[i] >= primera && texto[i] <= primera + ('z' - 'a');
+            texto[i] = static_cast<char>(cambia ? texto[i] ^ ('a' ^ 'A') : texto[i]);
+        } else if (::IsDBCSLeadByte(static_cast<BYTE>(texto[i])) && i + 1 < longitud) {
+            i_convierte_caracter(texto + i, 2, caja);
+            ++i;
+        } else {
+            i_convierte_caracter(texto + i, 1, caja);
+        }
+    }
+}
+
+}  // namespace
+
+void (*duerme_ms)(unsigned long) = i_duerme;
+void (*termina_proceso)() noexcept = i_termina;
+
+std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
+    const int longitud = i_longitud(texto.size());
+    if (longitud == 0) {
+        return 0;
+    }
+    if (sitio > 0) {
+        const int escritas = ::MultiByteToWideChar(CP_ACP, 0, texto.data(), longitud, destino, i_longitud(sitio));
+        if (escritas > 0) {
+            return static_cast<std::size_t>(escritas);
+        }
+    }
+    return static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, texto.data(), longitud, nullptr, 0));
+}
+
+std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexcept {
+    const int longitud = i_longitud(texto.size());
+    if (longitud == 0) {
+        return 0;
+    }
+    // UTF-8 as the active code page admits no flags.
+    const DWORD opciones = ::GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+    if (sitio > 0) {
+        const int escritos = ::WideCharToMultiByte(CP_ACP, opciones, texto.data(), longitud, destino,
+                                                   i_longitud(sitio), nullptr, nullptr);
+        if (escritos > 0) {
+            return static_cast<std::size_t>(escritos);
+        }
+    }
+    return static_cast<std::size_t>(
+        ::WideCharToMultiByte(CP_ACP, opciones, texto.data(), longitud, nullptr, 0, nullptr, nullptr));
+}
+
+void minusculas_ansi(char* texto, std::size_t longitud) noexcept {
+    i_convierte_caja(texto, longitud, 'A', LCMAP_LOWERCASE);
+}
+
+void mayusculas_ansi(char* texto, std::size_t longitud) noexcept {
+    i_convierte_caja(texto, longitud, 'a', LCMAP_UPPERCASE);
+}
+
+cadena_w variable_de_entorno(const wchar_t* nombre) {
+    const wchar_t* valor = ::_wgetenv(nombre);
+    return valor == nullptr ? cadena_w() : cadena_w(a_vista(valor));
+}
+
+void escribe_error_estandar(vista_w linea) noexcept {
+    const conserva_ultimo_error conserva;
+    HANDLE salida = ::GetStdHandle(STD_ERROR_HANDLE);
+    if (salida != nullptr && salida != INVALID_HANDLE_VALUE) {
+        i_escribe(salida, linea);
+    }
+}
+
+void escribe_depurador(const wchar_t* linea) noexcept {
+    const conserva_ultimo_error conserva;
+    ::OutputDebugStringW(linea);
+}
+
+unsigned short idioma_del_usuario() noexcept {
+    return ::GetUserDefaultUILanguage();
+}
+
+cadena_w texto_de_codigo_de_error(unsigned long codigo) {
+    wchar_t* texto = nullptr;
+    const DWORD largo = ::FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+        codigo, 0, reinterpret_cast<wchar_t*>(&texto), 0, nullptr);
+    if (largo == 0) {
+        return copiaforu_nousar_formatea(L"%lu", {codigo});
+    }
+    vista_w linea(texto, largo);
+    while (!linea.empty() && (linea.back() == L'\r' || linea.back() == L'\n' || linea.back() == L' ')) {
+        linea.remove_suffix(1);
+    }
+    cadena_w resultado(linea);
+    ::LocalFree(texto);
+    return resultado;
+}
+
+}  // namespace lumodir::plataforma

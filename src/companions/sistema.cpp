@@ -1,0 +1,34 @@
+// See sistema.hpp.
+#include "companions/sistema.hpp"
+
+namespace lumodir {
+
+tabla_sistema sistema = {
+    ::GetFileAttributesW,
+    ::GetFileAttributesExW,
+    ::SetFileAttributesW,
+    ::CreateFileW,
+    ::CloseHandle,
+    ::GetFileInformationByHandle,
+    ::GetFileInformationByHandleEx,
+    ::SetFileTime,
+    ::DeleteFileW,
+    ::CreateDirectoryW,
+    ::RemoveDirectoryW,
+    ::MoveFileExW,
+    ::FindFirstFileExW,
+    ::FindNextFileW,
+    ::FindFirstFileA,
+    ::FindNextFileA,
+    ::FindClose,
+    ::GetFullPathNameW,
+    ::GetShortPathNameW,
+    ::GetLongPathNameW,
+    ::GetTempPathW,
+    ::GetTempFileNameW,
+    ::GetWindowsDirectoryW,
+    ::GetModuleFileNameA,
+    ::GetModuleFileNameW,
+};
+
+}  // namespace lumodir

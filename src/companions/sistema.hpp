@@ -1,0 +1,108 @@
+// The one table of Windows calls that touch files and directories: every file operation of the library ends
+// here, so tests replace an entry and make any call fail, once or for ever.
+//
+// Promises: each entry has the signature and the error convention (GetLastError) of the Windows function whose
+// name it bears.
+// Checked by the fault tests of tests/files and tests/listings.
+#pragma once
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+namespace lumodir {
+
+struct tabla_sistema {
+    decltype(&::GetFileAttributesW) GetFileAttributesW;
+    decltype(&::GetFileAttributesExW) GetFileAttributesExW;
+    decltype(&::SetFileAttributesW) SetFileAttributesW;
+    decltype(&::CreateFileW) CreateFileW;
+    decltype(&::CloseHandle) CloseHandle;
+    decltype(&::GetFileInformationByHandle) GetFileInformationByHandle;
+    decltype(&::GetFileInformationByHandleEx) GetFileInformationByHandleEx;
+    decltype(&::SetFileTime) SetFileTime;
+    decltype(&::DeleteFileW) DeleteFileW;
+    decltype(&::CreateDirectoryW) CreateDirectoryW;
+    decltype(&::RemoveDirectoryW) RemoveDirectoryW;
+    decltype(&::MoveFileExW) MoveFileExW;
+    decltype(&::FindFirstFileExW) FindFirstFileExW;
+    decltype(&::FindNextFileW) FindNextFileW;
+    decltype(&::FindFirstFileA) FindFirstFileA;
+    decltype(&::FindNextFileA) FindNextFileA;
+    decltype(&::FindClose) FindClose;
+    decltype(&::GetFullPathNameW) GetFullPathNameW;
+    decltype(&::GetShortPathNameW) GetShortPathNameW;
+    decltype(&::GetLongPathNameW) GetLongPathNameW;
+    decltype(&::GetTempPathW) GetTempPathW;
+    decltype(&::GetTempFileNameW) GetTempFileNameW;
+    decltype(&::GetWindowsDirectoryW) GetWindowsDirectoryW;
+    decltype(&::GetModuleFileNameA) GetModuleFileNameA;
+    decltype(&::GetModuleFileNameW) GetModuleFileNameW;
+};
+
+extern tabla_sistema sistema;
+
+// The thread's last error survives whatever happens in the scope: destructors that call Windows use it.
+class conserva_ultimo_error {
+public:
+    conserva_ultimo_error() noexcept : codigo_(::GetLastError()) {}
+    ~conserva_ultimo_error() { ::SetLastError(codigo_); }
+    conserva_ultimo_error(const conserva_ultimo_error&) = delete;
+    conserva_ultimo_error& operator=(const conserva_ultimo_error&) = delete;
+
+private:
+    DWORD codigo_;
+};
+
+// Owner of a handle: which call closes it and what an empty one looks like is in its traits.
+template <class Rasgos>
+class manija {
+public:
+    manija() noexcept = default;
+    explicit manija(HANDLE valor) noexcept : valor_(valor) {}
+    manija(manija&& otra) noexcept : valor_(otra.suelta()) {}
+    manija& operator=(manija&& otra) noexcept {
+        if (this != &otra) {
+            cierra();
+            valor_ = otra.suelta();
+        }
+        return *this;
+    }
+    ~manija() { cierra(); }
+
+    bool valida() const noexcept { return valor_ != Rasgos::vacia(); }
+    HANDLE get() const noexcept { return valor_; }
+    HANDLE suelta() noexcept {
+        HANDLE valor = valor_;
+        valor_ = Rasgos::vacia();
+        return valor;
+    }
+    // Closes now; answers what Windows answers (TRUE for an empty owner).
+    BOOL cierra() noexcept {
+        if (!valida()) {
+            return TRUE;
+        }
+        const conserva_ultimo_error conserva;
+        return Rasgos::cierra(suelta());
+    }
+
+private:
+    HANDLE valor_ = Rasgos::vacia();
+};
+
+struct rasgos_fichero {
+    static HANDLE vacia() noexcept { return INVALID_HANDLE_VALUE; }
+    static BOOL cierra(HANDLE valor) noexcept { return sistema.CloseHandle(valor); }
+};
+struct rasgos_busqueda {
+    static HANDLE vacia() noexcept { return INVALID_HANDLE_VALUE; }
+    static BOOL cierra(HANDLE valor) noexcept { return sistema.FindClose(valor); }
+};
+using manija_fichero = manija<rasgos_fichero>;
+using manija_busqueda = manija<rasgos_busqueda>;
+
+}  // namespace lumodir

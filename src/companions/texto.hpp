@@ -1,0 +1,206 @@
+// Text views and the pure text operations that the library is written with, for 8-bit and UTF-16 text alike.
+//
+// Promises: no allocation, no locale, no C-library wide function (their wchar_t is 32 bits wide on Linux, where
+// this code is also built, for sanitizers and fuzzers); lengths count code units; every view may hold NULs.
+// Cannot promise: anything about a NULL pointer: `a_vista` is the one place that turns it into an empty view.
+// Checked by tests/companions/texto_test.cpp.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <cwchar>
+#include <ios>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace lumodir {
+
+static_assert(sizeof(wchar_t) == 2, "wide text is UTF-16: build with 16-bit wchar_t (-fshort-wchar)");
+
+// Character traits of UTF-16 text. The standard ones reach the C library's wide functions.
+struct rasgos_utf16 {
+    using char_type = wchar_t;
+    using int_type = std::uint32_t;
+    using off_type = std::streamoff;
+    using pos_type = std::streampos;
+    using state_type = std::mbstate_t;
+
+    static constexpr void assign(char_type& a, const char_type& b) noexcept { a = b; }
+    static constexpr bool eq(char_type a, char_type b) noexcept { return a == b; }
+    static constexpr bool lt(char_type a, char_type b) noexcept {
+        return static_cast<std::uint16_t>(a) < static_cast<std::uint16_t>(b);
+    }
+    static constexpr int compare(const char_type* a, const char_type* b, std::size_t n) noexcept {
+        for (std::size_t i = 0; i < n; ++i) {
+            if (a[i] != b[i]) {
+                return lt(a[i], b[i]) ? -1 : 1;
+            }
+        }
+        return 0;
+    }
+    static constexpr std::size_t length(const char_type* s) noexcept {
+        const char_type* p = s;
+        while (*p != 0) {
+            ++p;
+        }
+        return static_cast<std::size_t>(p - s);
+    }
+    static constexpr const char_type* find(const char_type* s, std::size_t n, const char_type& c) noexcept {
+        for (std::size_t i = 0; i < n; ++i) {
+            if (s[i] == c) {
+                return s + i;
+            }
+        }
+        return nullptr;
+    }
+    static char_type* move(char_type* a, const char_type* b, std::size_t n) noexcept {
+        return n == 0 ? a : static_cast<char_type*>(std::memmove(a, b, n * sizeof(char_type)));
+    }
+    static char_type* copy(char_type* a, const char_type* b, std::size_t n) noexcept {
+        return n == 0 ? a : static_cast<char_type*>(std::memcpy(a, b, n * sizeof(char_type)));
+    }
+    static constexpr char_type* assign(char_type* s, std::size_t n, char_type c) noexcept {
+        for (std::size_t i = 0; i < n; ++i) {
+            s[i] = c;
+        }
+        return s;
+    }
+    static constexpr int_type not_eof(int_type c) noexcept { return c == eof() ? 0 : c; }
+    static constexpr char_type to_char_type(int_type c) noexcept { return static_cast<char_type>(c); }
+    static constexpr int_type to_int_type(char_type c) noexcept { return static_cast<std::uint16_t>(c); }
+    static constexpr bool eq_int_type(int_type a, int_type b) noexcept { return a == b; }
+    static constexpr int_type eof() noexcept { return 0xFFFFFFFFu; }
+};
+
+template <class C>
+using rasgos = std::conditional_t<std::is_same_v<C, wchar_t>, rasgos_utf16, std::char_traits<C>>;
+
+template <class C>
+using vista = std::basic_string_view<C, rasgos<C>>;
+
+using vista_a = vista<char>;     // 8-bit text in the active code page
+using vista_w = vista<wchar_t>;  // UTF-16 text
+
+// Picks the literal of the flavour: LITERAL(C, "\\") is "\\" or L"\\" as a view.
+template <class C>
+constexpr vista<C> i_elige(vista_a a, vista_w w) noexcept {
+    if constexpr (std::is_same_v<C, wchar_t>) {
+        return w;
+    } else {
+        return a;
+    }
+}
+#define LITERAL(C, texto) ::lumodir::i_elige<C>(texto, L##texto)
+
+template <class C>
+constexpr vista<C> a_vista(const C* texto) noexcept {
+    return texto == nullptr ? vista<C>() : vista<C>(texto);
+}
+
+template <class C>
+constexpr bool es_separador(C c) noexcept {
+    return c == C('\\') || c == C('/');
+}
+
+template <class C>
+constexpr bool es_letra(C c) noexcept {
+    return (c >= C('A') && c <= C('Z')) || (c >= C('a') && c <= C('z'));
+}
+
+template <class C>
+constexpr bool empieza_por(vista<C> texto, std::type_identity_t<vista<C>> principio) noexcept {
+    return texto.size() >= principio.size() && texto.substr(0, principio.size()) == principio;
+}
+
+template <class C>
+constexpr bool acaba_en(vista<C> texto, std::type_identity_t<vista<C>> final) noexcept {
+    return texto.size() >= final.size() && texto.substr(texto.size() - final.size()) == final;
+}
+
+template <class C>
+constexpr bool acaba_en_separador(vista<C> texto) noexcept {
+    return !texto.empty() && es_separador(texto.back());
+}
+
+// Only the space character is trimmed: tabs and the Unicode blanks belong to the text.
+template <class C>
+constexpr vista<C> recorta_derecha(vista<C> texto) noexcept {
+    while (!texto.empty() && texto.back() == C(' ')) {
+        texto.remove_suffix(1);
+    }
+    return texto;
+}
+
+template <class C>
+constexpr vista<C> recorta_izquierda(vista<C> texto) noexcept {
+    while (!texto.empty() && texto.front() == C(' ')) {
+        texto.remove_prefix(1);
+    }
+    return texto;
+}
+
+// Neither empty nor made of spaces only.
+template <class C>
+constexpr bool hay_texto(vista<C> texto) noexcept {
+    return !recorta_derecha(texto).empty();
+}
+
+// "Ignoring case" folds A to Z and nothing else, as the C runtime does in its start-up locale.
+template <class C>
+constexpr C minuscula_ascii(C c) noexcept {
+    return c >= C('A') && c <= C('Z') ? static_cast<C>(c + (C('a') - C('A'))) : c;
+}
+
+// Order ignoring case: negative, 0 or positive; a shorter prefix comes first.
+template <class C>
+constexpr int compara_sin_caja(vista<C> a, std::type_identity_t<vista<C>> b) noexcept {
+    using sin_signo = std::make_unsigned_t<std::conditional_t<std::is_same_v<C, wchar_t>, short, char>>;
+    const std::size_t comun = a.size() < b.size() ? a.size() : b.size();
+    for (std::size_t i = 0; i < comun; ++i) {
+        const C x = minuscula_ascii(a[i]);
+        const C y = minuscula_ascii(b[i]);
+        if (x != y) {
+            return static_cast<sin_signo>(x) < static_cast<sin_signo>(y) ? -1 : 1;
+        }
+    }
+    return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
+}
+
+template <class C>
+constexpr bool iguales_sin_caja(vista<C> a, std::type_identity_t<vista<C>> b) noexcept {
+    return a.size() == b.size() && compara_sin_caja(a, b) == 0;
+}
+
+template <class C>
+constexpr bool empieza_por_sin_caja(vista<C> texto, std::type_identity_t<vista<C>> principio) noexcept {
+    return texto.size() >= principio.size() &&
+           compara_sin_caja(texto.substr(0, principio.size()), principio) == 0;
+}
+
+// Token number `numero` (from 1) of the text cut at any of the separators; empty tokens do not count. An empty
+// view answers "there is none".
+template <class C>
+constexpr vista<C> extrae_token(vista<C> texto, std::size_t numero,
+                                std::type_identity_t<vista<C>> separadores) noexcept {
+    std::size_t i = 0;
+    for (;;) {
+        while (i < texto.size() && separadores.find(texto[i]) != vista<C>::npos) {
+            ++i;
+        }
+        if (i == texto.size()) {
+            return {};
+        }
+        std::size_t fin = i;
+        while (fin < texto.size() && separadores.find(texto[fin]) == vista<C>::npos) {
+            ++fin;
+        }
+        if (--numero == 0) {
+            return texto.substr(i, fin - i);
+        }
+        i = fin;
+    }
+}
+
+}  // namespace lumodir

@@ -1,0 +1,80 @@
+// See unicode.hpp.
+#include "companions/unicode.hpp"
+
+#include "companions/plataforma.hpp"
+
+namespace lumodir {
+namespace {
+
+// Every code page of Windows holds ASCII as it is: the usual text needs no question to the system.
+template <class C>
+bool i_es_ascii(vista<C> texto) noexcept {
+    unsigned bits = 0;
+    for (const C c : texto) {
+        bits |= static_cast<unsigned>(static_cast<std::make_unsigned_t<std::conditional_t<sizeof(C) == 1, char, short>>>(c));
+    }
+    return bits < 0x80;
+}
+
+template <class D, class C>
+void i_copia_ascii(vista<C> texto, D* destino) noexcept {
+    for (const C c : texto) {
+        *destino++ = static_cast<D>(c);
+    }
+}
+
+}  // namespace
+
+cadena_w a_utf16(vista_a texto, lugar donde) {
+    if (i_es_ascii(texto)) {
+        cadena_w resultado = cadena_w::con_sitio(texto.size(), donde);
+        i_copia_ascii(texto, resultado.datos());
+        return resultado;
+    }
+    const std::size_t longitud = plataforma::ansi_a_utf16(texto, nullptr, 0);
+    cadena_w resultado = cadena_w::con_sitio(longitud, donde);
+    plataforma::ansi_a_utf16(texto, resultado.datos(), longitud);
+    return resultado;
+}
+
+cadena_w a_utf16(const char* texto, lugar donde) {
+    return texto == nullptr ? cadena_w() : a_utf16(vista_a(texto), donde);
+}
+
+cadena_a a_ansi(vista_w texto, lugar donde) {
+    if (i_es_ascii(texto)) {
+        cadena_a resultado = cadena_a::con_sitio(texto.size(), donde);
+        i_copia_ascii(texto, resultado.datos());
+        return resultado;
+    }
+    const std::size_t longitud = plataforma::utf16_a_ansi(texto, nullptr, 0);
+    cadena_a resultado = cadena_a::con_sitio(longitud, donde);
+    plataforma::utf16_a_ansi(texto, resultado.datos(), longitud);
+    return resultado;
+}
+
+cadena_a a_ansi(const wchar_t* texto, lugar donde) {
+    return texto == nullptr ? cadena_a() : a_ansi(vista_w(texto), donde);
+}
+
+utf16_temporal::utf16_temporal(const char* texto, lugar donde) {
+    if (texto == nullptr) {
+        return;
+    }
+    const vista_a original(texto);
+    std::size_t longitud = original.size();
+    if (longitud < sitio_corto && i_es_ascii(original)) {
+        i_copia_ascii(original, corto_);
+    } else {
+        longitud = plataforma::ansi_a_utf16(original, corto_, sitio_corto - 1);
+    }
+    if (longitud < sitio_corto) {
+        corto_[longitud] = L'\0';
+        texto_ = corto_;
+    } else {
+        largo_ = a_utf16(texto, donde);
+        texto_ = largo_.c_str();
+    }
+}
+
+}  // namespace lumodir

@@ -1,0 +1,34 @@
+// The bridge between the two flavours of text, under the two names that the family knows it by (character-set
+// library and character-set utility library): one implementation serves both.
+//
+// Promises: NULL converts to NULL; nothing else does. Never a look-alike character.
+// Cannot promise: a round trip of text that the code page does not hold.
+// Checked by tests/companions/unicode_test.cpp.
+#pragma once
+
+#include "companions/cadena.hpp"
+
+namespace lumodir {
+
+cadena_w a_utf16(vista_a texto, lugar donde = lugar::aqui());
+cadena_w a_utf16(const char* texto, lugar donde = lugar::aqui());  // NULL gives a NULL string
+cadena_a a_ansi(vista_w texto, lugar donde = lugar::aqui());
+cadena_a a_ansi(const wchar_t* texto, lugar donde = lugar::aqui());
+
+// An 8-bit argument in UTF-16 for the time of one call; short texts need no block.
+class utf16_temporal {
+public:
+    explicit utf16_temporal(const char* texto, lugar donde = lugar::aqui());
+    utf16_temporal(const utf16_temporal&) = delete;
+    utf16_temporal& operator=(const utf16_temporal&) = delete;
+
+    const wchar_t* c_str() const noexcept { return texto_; }
+
+private:
+    static constexpr std::size_t sitio_corto = 320;  // units: a classic path and some more
+    wchar_t corto_[sitio_corto];
+    cadena_w largo_;
+    const wchar_t* texto_ = nullptr;
+};
+
+}  // namespace lumodir

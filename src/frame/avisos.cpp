@@ -1,0 +1,63 @@
+// See avisos.hpp. The two start-up settings are plain values, written once before any thread calls.
+#include "frame/avisos.hpp"
+
+#include "companions/buclrein.hpp"
+#include "companions/lmaviso.hpp"
+#include "companions/msglocal.hpp"
+#include "lumodir.h"
+
+namespace lumodir {
+namespace {
+
+bool i_sin_reintentos = false;
+func_fichero_abierto i_func_fichero_abierto = nullptr;
+
+}  // namespace
+
+bool i_modo_servicio() noexcept {
+    return i_sin_reintentos;
+}
+
+void i_restablece_modo_servicio() noexcept {
+    i_sin_reintentos = false;
+    i_buclrein_restablece_modo_servicio();
+}
+
+cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos,
+                   lugar donde) {
+    return copiaforu_nousar_formatea(nousar_msglocal_original_u(construye), argumentos, donde);
+}
+
+void i_muestra_texto(const wchar_t* texto) noexcept {
+    if (!i_sin_reintentos) {
+        lmaviso_aviso_interno_como_error_u(texto);
+    }
+}
+
+void i_muestra_mensaje(ConstructorMensaje construye) noexcept {
+    if (!i_sin_reintentos) {
+        lmaviso_aviso_interno_como_error_u(nousar_msglocal_original_u(construye));
+    }
+}
+
+void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept {
+    if (!i_sin_reintentos) {
+        const cadena_w texto = i_mensaje(construye, {argumento});
+        lmaviso_aviso_interno_como_error_u(texto.c_str());
+    }
+}
+
+func_fichero_abierto i_func_comprobar_fichero_no_esta_abierto() noexcept {
+    return i_func_fichero_abierto;
+}
+
+}  // namespace lumodir
+
+void lumodir_establece_modo_servicio_sin_reintentos(void) {
+    lumodir::i_sin_reintentos = true;
+    lumodir::buclrein_establece_modo_servicio_sin_reintentos();
+}
+
+void lumodir_set_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero funcion) {
+    lumodir::i_func_fichero_abierto = funcion;
+}

@@ -1,0 +1,31 @@
+// The shared warning routine: every warning that the library shows by itself, outside the retry loop, and the
+// service-mode flag that silences it.
+//
+// Promises: nothing is shown in service mode; a message without argument is shown as it is, one with an argument
+// is formatted, shown and freed.
+// Checked by tests/frame/avisos_test.cpp.
+#pragma once
+
+#include "companions/cadena.hpp"
+#include "companions/registro_mensaje.hpp"
+
+namespace lumodir {
+
+bool i_modo_servicio() noexcept;
+// Tests only: service mode has no way back in the product.
+void i_restablece_modo_servicio() noexcept;
+
+// The message in the user's language, formatted with its arguments.
+cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {},
+                   lugar donde = lugar::aqui());
+
+void i_muestra_mensaje(ConstructorMensaje construye) noexcept;
+void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept;
+// A text that is already formatted.
+void i_muestra_texto(const wchar_t* texto) noexcept;
+
+// The file-open callback of the host; NULL when there is none.
+using func_fichero_abierto = unsigned short (*)(const wchar_t* path);
+func_fichero_abierto i_func_comprobar_fichero_no_esta_abierto() noexcept;
+
+}  // namespace lumodir

@@ -1,0 +1,35 @@
+// The path checker: whether a text is an acceptable path or name, by its syntax alone. Every other path function
+// consults it.
+//
+// Promises: no file-system access; no allocation for a path that passes; the first broken rule decides.
+// Cannot promise: that a valid path exists, or that the file system at hand admits its characters.
+// Checked by tests/paths/path_correcto_test.cpp, also against a naive model over every short string.
+#pragma once
+
+#include "companions/cadena.hpp"
+#include "lumodir_base.h"
+
+namespace lumodir {
+
+// A character that no name may hold: a control character or one of \/:*"?<>|
+bool i_caracter_valido(wchar_t c) noexcept;
+bool i_caracter_valido(char c) noexcept;
+
+// The rule for one component. It judges the name without its trailing blanks; who owns the text trims it.
+bool i_nombre_base_correcto_UNICODE(vista_w nombre) noexcept;
+// The same rule, "." and ".." admitted.
+bool i_nombre_base_valido_UNICODE(vista_w nombre) noexcept;
+
+// A view without data stands for NULL: it is reported, and the path is not correct.
+// `mostrar_mensaje` 1 shows the message of a failure; `mensaje`, when wanted, receives it as a new text.
+unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_vacio,
+                                       unsigned short mostrar_mensaje, unsigned short* es_unc,
+                                       wchar_t** mensaje);
+unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
+                               unsigned short* es_unc);
+
+// The same check for a search pattern whose whole base name is "*" or whose whole extension is ".*".
+unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned short* es_unc);
+unsigned short i_path_correcto_con_comodines(vista_a path, unsigned short* es_unc);
+
+}  // namespace lumodir

@@ -1,0 +1,67 @@
+// Cutting a path into drive, directory, base name and extension, and building one from such pieces: what the C
+// runtime does, plus a share as the drive and an extension with a blank given back to the base name.
+//
+// Promises: cutting allocates nothing for usual paths; pieces come out whether or not the path is correct.
+// Cannot promise: 8-bit pieces beyond 1023 bytes: they are cut there, as the family's buffers always did.
+// Checked by tests/paths/split_makepath_test.cpp.
+#pragma once
+
+#include "companions/crt_rutas.hpp"
+#include "lumodir_base.h"
+
+namespace lumodir {
+
+// The four pieces as views, into the path or into this object.
+template <class C>
+class division {
+public:
+    division(vista<C> path, bool es_unc, lugar donde = lugar::aqui());
+    division(const division&) = delete;
+    division& operator=(const division&) = delete;
+
+    vista<C> unidad;
+    vista<C> directorio;
+    vista<C> nombre;
+    vista<C> extension;
+
+    // Both were asked for: an extension that holds a blank belongs to the base name.
+    bool extension_es_del_nombre() const noexcept { return extension.find(C(' ')) != vista<C>::npos; }
+
+private:
+    void i_toma_unidad_unc(lugar donde);
+
+    vista<C> directorio_entero_;  // with the share still in it
+    cadena<C> unidad_propia_;
+    cadena<C> directorio_propio_;
+};
+
+extern template class division<char>;
+extern template class division<wchar_t>;
+
+// The check that goes before a cut: trailing blanks removed, message 53955 shown for an incorrect path.
+template <class C>
+struct path_comprobado {
+    vista<C> path;
+    bool es_unc;
+};
+template <class C>
+path_comprobado<C> i_comprueba_fichero(vista<C> path, lugar donde = lugar::aqui());
+
+// Trailing blanks removed and the wildcard variant of the check; an incorrect path is an internal error.
+template <class C>
+path_comprobado<C> i_comprueba_con_comodines(vista<C> path, lugar donde = lugar::aqui());
+
+// Composes without checking. A view without data is a piece that was not given (NULL).
+template <class C>
+cadena<C> i_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
+                     std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension,
+                     lugar donde = lugar::aqui());
+
+extern template path_comprobado<char> i_comprueba_fichero(vista<char>, lugar);
+extern template path_comprobado<wchar_t> i_comprueba_fichero(vista<wchar_t>, lugar);
+extern template path_comprobado<char> i_comprueba_con_comodines(vista<char>, lugar);
+extern template path_comprobado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>, lugar);
+extern template cadena<char> i_makepath(vista<char>, vista<char>, vista<char>, vista<char>, lugar);
+extern template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, lugar);
+
+}  // namespace lumodir

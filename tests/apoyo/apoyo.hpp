@@ -1,0 +1,75 @@
+// What every test leans on: texts as UTF-8 std::string, results taken and freed, and a recorder of everything
+// that the library tells its host.
+//
+// Around every test (principal.cpp): English messages, an empty recorder, no waiting; afterwards the census of
+// live blocks must be what it was, and no report, warning or question may be left that the test did not take.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "companions/texto.hpp"
+
+namespace apoyo {
+
+using texto_w = std::basic_string<wchar_t, lumodir::rasgos_utf16>;
+using texto_a = std::string;  // in the code page 1252
+
+// Conversions between the test's UTF-8 and the library's flavours. Lone surrogates travel as WTF-8.
+texto_w w(std::string_view utf8);
+std::string u8(lumodir::vista_w texto);
+std::string u8(const wchar_t* texto);  // NULL gives "(NULL)"
+texto_a cp1252(std::string_view utf8);
+std::string de_cp1252(std::string_view texto);
+
+// Takes a new string that the library gave: frees it as a host does, and answers its text in UTF-8.
+// NULL gives "(NULL)". The 8-bit form takes its bytes for code page 1252.
+std::string toma(wchar_t* texto);
+std::string toma(char* texto);
+
+struct informe {
+    std::string expresion;
+    std::string etiqueta;
+    unsigned long linea;
+    std::string detalle;  // "(NULL)" when there is none
+    friend bool operator==(const informe& a, const informe& b) = default;
+};
+struct pregunta {
+    std::string mensaje;
+    unsigned long codigo;
+};
+
+// What was recorded since the last call; taking empties it.
+std::vector<informe> toma_informes();
+std::vector<std::string> toma_expresiones();  // of the reports
+std::vector<std::string> toma_avisos();       // warnings shown
+std::vector<pregunta> toma_preguntas();
+std::vector<unsigned long> toma_esperas();    // milliseconds of each pause
+
+// How the retry question answers during this test (default: gives up); and what is done while the library
+// "sleeps" (default: nothing, and no time passes).
+void contesta(std::function<unsigned short(const pregunta&)> respuesta);
+void al_dormir(std::function<void(unsigned long)> accion);
+
+// Expects exactly these reports (expressions), and forgets them.
+#define ESPERA_INFORMES(...) EXPECT_EQ(::apoyo::toma_expresiones(), (std::vector<std::string>{__VA_ARGS__}))
+#define ESPERA_AVISOS(...) EXPECT_EQ(::apoyo::toma_avisos(), (std::vector<std::string>{__VA_ARGS__}))
+
+// A value replaced for the life of this object: entries of the tables of system calls.
+template <class T>
+class sustituye {
+public:
+    sustituye(T& sitio, T valor) : sitio_(sitio), antes_(sitio) { sitio = valor; }
+    ~sustituye() { sitio_ = antes_; }
+    sustituye(const sustituye&) = delete;
+    sustituye& operator=(const sustituye&) = delete;
+
+private:
+    T& sitio_;
+    T antes_;
+};
+
+}  // namespace apoyo
