@@ -17,7 +17,8 @@ enum clase : unsigned char {
     clase_invalido = 1,   // control characters and *"?<>|
     clase_separador = 2,  // \ and /
     clase_dos_puntos = 4,
-    clase_reservable = 8  // a reserved device name may begin with it
+    clase_punto = 8,
+    clase_fin = 16  // the terminator
 };
 
 // The family's own names (the last three) are reserved like those of the system.
@@ -26,48 +27,89 @@ constexpr vista_w nombres_reservados[] = {
     L"COM2",     L"COM3",     L"COM4",     L"AUX",      L"CLOCK$",   L"IFS$HLP$", L"SETVERXX",
     L"$MMXXXX0", L"&MMXXXX0", L"XMSXXXX0", L"LUMOGR",   L"KORAX",    L"LUMODEV"};
 
-struct tabla_clases {
-    unsigned char de[128] = {};
-    constexpr tabla_clases() {
+struct tabla_unidades {
+    unsigned char clase[128] = {};
+    // Bit n: a reserved name of n units begins with this unit. Few names get past this question.
+    unsigned short longitudes_reservadas[128] = {};
+
+    constexpr tabla_unidades() {
+        clase[0] = clase_fin;
         for (int c = 1; c < 32; ++c) {
-            de[c] = clase_invalido;
+            clase[c] = clase_invalido;
         }
         for (const char c : {'*', '"', '?', '<', '>', '|'}) {
-            de[static_cast<int>(c)] = clase_invalido;
+            clase[static_cast<int>(c)] = clase_invalido;
         }
-        de[static_cast<int>('\\')] = de[static_cast<int>('/')] = clase_separador;
-        de[static_cast<int>(':')] = clase_dos_puntos;
+        clase[static_cast<int>('\\')] = clase[static_cast<int>('/')] = clase_separador;
+        clase[static_cast<int>(':')] = clase_dos_puntos;
+        clase[static_cast<int>('.')] = clase_punto;
         for (const vista_w nombre : nombres_reservados) {
-            de[static_cast<int>(nombre[0])] = clase_reservable;
-            de[static_cast<int>(minuscula_ascii(nombre[0]))] = clase_reservable;
+            const auto bit = static_cast<unsigned short>(1u << nombre.size());
+            longitudes_reservadas[static_cast<int>(nombre[0])] |= bit;
+            longitudes_reservadas[static_cast<int>(minuscula_ascii(nombre[0]))] |= bit;
         }
     }
 };
-constexpr tabla_clases clases;
+constexpr tabla_unidades unidades;
 
 constexpr unsigned i_clase(wchar_t c) noexcept {
-    return static_cast<unsigned>(c) < 128 ? clases.de[c] : 0u;
+    return static_cast<unsigned>(c) < 128 ? unidades.clase[c] : 0u;
 }
 
-// "CON" and "CON.anything" are the device, "CONFIG" is not.
-bool i_es_reservado(vista_w nombre) noexcept {
-    if ((i_clase(nombre[0]) & clase_reservable) == 0) {
+// `tronco` is a component up to its first point: "CON" and "CON.anything" are the device, "CONFIG" is not.
+bool i_es_reservado(vista_w tronco) noexcept {
+    if (tronco.empty() || tronco.size() > 15 || static_cast<unsigned>(tronco[0]) >= 128 ||
+        (unidades.longitudes_reservadas[tronco[0]] >> tronco.size() & 1) == 0) {
         return false;
     }
     for (const vista_w reservado : nombres_reservados) {
-        if (empieza_por_sin_caja(nombre, reservado) &&
-            (nombre.size() == reservado.size() || nombre[reservado.size()] == L'.')) {
+        if (iguales_sin_caja(tronco, reservado)) {
             return true;
         }
     }
     return false;
 }
 
+constexpr std::size_t limite_componente = lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension();
+
 // The rules on a component whose characters are known to be valid and whose trailing blanks are cut.
 bool i_componente_correcto(vista_w nombre) noexcept {
-    return !nombre.empty() &&
-           nombre.size() <= lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension() &&
-           !i_es_reservado(nombre);
+    return !nombre.empty() && nombre.size() <= limite_componente &&
+           !i_es_reservado(nombre.substr(0, nombre.find(L'.')));
+}
+
+// One pass over a terminated text that knows the usual path: it answers CIERTO only for a path that every rule
+// accepts, and leaves whatever is unusual (a blank or a point at an end, a share, ...) to the rules themselves.
+bool i_es_path_corriente(const wchar_t* path) noexcept {
+    const wchar_t* p = path;
+    if (es_letra(p[0]) && p[1] == L':') {
+        p += 2;
+    } else if (p[0] == L'\\' && p[1] == L'\\') {
+        return false;
+    }
+    for (;;) {
+        const wchar_t* const principio = p;
+        while (i_clase(*p) == 0) {
+            ++p;
+        }
+        const wchar_t* const fin_tronco = p;
+        while ((i_clase(*p) & ~static_cast<unsigned>(clase_punto)) == 0) {
+            ++p;
+        }
+        const auto longitud = static_cast<std::size_t>(p - principio);
+        if (longitud > 0 &&
+            (p[-1] == L' ' || p[-1] == L'.' || longitud > limite_componente ||
+             i_es_reservado(vista_w(principio, static_cast<std::size_t>(fin_tronco - principio))))) {
+            return false;
+        }
+        if (*p == L'\0') {
+            return p != path && p - path <= lmlongpath_get_longitud_maxima_permitida_path();
+        }
+        if (!es_separador(*p)) {
+            return false;
+        }
+        ++p;
+    }
 }
 
 bool i_es_punto_o_dos_puntos(vista_w nombre) noexcept {
@@ -259,6 +301,9 @@ bool i_recorta_y_comprueba(wchar_t* nombre) noexcept {
 }  // namespace
 
 unsigned short cdir_path_valido_UNICODE(const wchar_t* path, unsigned short mostrar_mensaje) {
+    if (path != nullptr && i_es_path_corriente(path)) {
+        return CIERTO;
+    }
     return i_path_correcto_UNICODE(recorta_derecha(a_vista(path)), FALSO, mostrar_mensaje, nullptr, nullptr);
 }
 

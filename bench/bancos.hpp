@@ -1,0 +1,11 @@
+// The groups of rows, one per folder of src/.
+#pragma once
+
+#include "banco.hpp"
+
+namespace bancos {
+
+void rutas();
+void listados();
+
+}  // namespace bancos

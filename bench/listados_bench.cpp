@@ -1,0 +1,106 @@
+// Directory listings against hand-written FindFirstFileExW loops.
+#include <algorithm>
+#include <vector>
+
+#include "arbol.hpp"
+#include "bancos.hpp"
+#include "cdir.h"
+#include "lumodir.h"
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+namespace {
+
+bool menor_sin_caja(const std::wstring& a, const std::wstring& b) {
+    return _wcsicmp(a.c_str(), b.c_str()) < 0;
+}
+
+// What a careful programmer writes: files into one list, directories into another, sorted.
+void lista_a_mano(const std::wstring& directorio, std::vector<std::wstring>& ficheros,
+                  std::vector<std::wstring>* directorios) {
+    WIN32_FIND_DATAW datos;
+    HANDLE busqueda = ::FindFirstFileExW((directorio + L"\\*").c_str(), FindExInfoBasic, &datos,
+                                         FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    if (busqueda == INVALID_HANDLE_VALUE) {
+        return;
+    }
+    do {
+        if ((datos.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            ficheros.emplace_back(datos.cFileName);
+        } else if (directorios != nullptr && datos.cFileName[0] != L'.') {
+            directorios->emplace_back(datos.cFileName);
+        }
+    } while (::FindNextFileW(busqueda, &datos));
+    ::FindClose(busqueda);
+    std::sort(ficheros.begin(), ficheros.end(), menor_sin_caja);
+    if (directorios != nullptr) {
+        std::sort(directorios->begin(), directorios->end(), menor_sin_caja);
+    }
+}
+
+void arbol_a_mano(const std::wstring& raiz) {
+    std::vector<std::pair<std::wstring, std::vector<std::wstring>>> resultado;
+    std::vector<std::wstring> pendientes{raiz};
+    while (!pendientes.empty()) {
+        std::wstring actual = std::move(pendientes.back());
+        pendientes.pop_back();
+        std::vector<std::wstring> ficheros;
+        std::vector<std::wstring> directorios;
+        lista_a_mano(actual, ficheros, &directorios);
+        for (const std::wstring& d : directorios) {
+            pendientes.push_back(actual + L"\\" + d);
+        }
+        resultado.emplace_back(std::move(actual), std::move(ficheros));
+    }
+    banco::usa(resultado.data());
+}
+
+void lista(const std::wstring& directorio) {
+    ListaFicheros_u ficheros;
+    cdir_lista_de_ficheros_UNICODE(directorio.c_str(), L"*", &ficheros);
+    cdir_libera_lista_de_ficheros_UNICODE(&ficheros);
+}
+
+}  // namespace
+
+void bancos::listados() {
+    const directorio_temporal temporal;
+    const std::wstring diez_mil = temporal.con_ficheros(L"ten thousand", 10'000);
+    banco::corre({.nombre = "list and sort 10,000 files",
+                  .nuestro = [&] { lista(diez_mil); },
+                  .otros = {{"hand-written loop into a sorted vector",
+                             [&] {
+                                 std::vector<std::wstring> ficheros;
+                                 lista_a_mano(diez_mil, ficheros, nullptr);
+                             },
+                             1.0}},
+                  .vueltas = 1,
+                  .rondas = 10});
+    const std::wstring arbol = temporal.con_arbol(L"tree", 6, 3, 2'000);  // 1 + 6 + 36 + 216 directories
+    banco::corre({.nombre = "tree of 2,000 files in 259 directories",
+                  .nuestro =
+                      [&] {
+                          unsigned long num = 0;
+                          ListaFicheros_u* listas = nullptr;
+                          lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(arbol.c_str(), L"*",
+                                                                                         &num, &listas);
+                          lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(num, &listas);
+                      },
+                  .otros = {{"hand-written walk", [&] { arbol_a_mano(arbol); }, 1.0}},
+                  .vueltas = 1,
+                  .rondas = 10});
+    const std::wstring mil = temporal.con_ficheros(L"thousand", 1'000);
+    const std::wstring cien_mil = temporal.con_ficheros(L"hundred thousand", 100'000);
+    double mejor_mil = 1e300;
+    double mejor_cien_mil = 1e300;
+    for (int i = 0; i < 6; ++i) {
+        mejor_mil = std::min(mejor_mil, banco::ronda([&] { lista(mil); }, 10) / 1'000);
+        mejor_cien_mil = std::min(mejor_cien_mil, banco::ronda([&] { lista(cien_mil); }, 1) / 100'000);
+    }
+    std::printf("| cost of an entry among 100,000 | %s | among 1,000 | %s | %.2f | 1.30 |\n",
+                banco::con_unidad(mejor_cien_mil).c_str(), banco::con_unidad(mejor_mil).c_str(),
+                mejor_cien_mil / mejor_mil);
+}
