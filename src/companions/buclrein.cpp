@@ -14,10 +14,10 @@ namespace lumodir {
 struct BuclRein {
     bool reintenta;
     bool informa;
-    bool ha_fallado;         // a failed attempt handed its message over
-    bool ha_reintentado;     // an attempt beyond the first was granted
-    bool ha_avisado;         // the user was asked
-    unsigned long quedan;    // silent retries left
+    bool ha_fallado;       // a failed attempt handed its message over
+    bool ha_reintentado;   // an attempt beyond the first was granted
+    bool ha_avisado;       // the user was asked
+    unsigned long quedan;  // silent retries left
     cadena_w mensaje;
     unsigned long codigo_error;
 };
@@ -49,9 +49,8 @@ bool i_pregunta(const BuclRein& bucle) {
                          : concatena<wchar_t>({bucle.mensaje, L"\n",
                                                plataforma::texto_de_codigo_de_error(bucle.codigo_error)});
     const unsigned short respuesta =
-        i_receptor == nullptr
-            ? i_pregunta_por_defecto(texto.c_str())
-            : llama_al_anfitrion(i_receptor, texto.c_str(), bucle.codigo_error, i_contexto);
+        i_receptor == nullptr ? i_pregunta_por_defecto(texto.c_str())
+                              : llama_al_anfitrion(i_receptor, texto.c_str(), bucle.codigo_error, i_contexto);
     return respuesta == 1;
 }
 

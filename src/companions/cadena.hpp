@@ -7,6 +7,7 @@
 // Checked by tests/companions/cadena_test.cpp.
 #pragma once
 
+#include <concepts>
 #include <initializer_list>
 
 #include "companions/lumospy.hpp"
@@ -111,8 +112,7 @@ public:
     argumento(vista<C> texto) noexcept : texto_(texto) {}
     argumento(const C* texto) noexcept : texto_(a_vista(texto)) {}
     argumento(const cadena<C>& texto) noexcept : texto_(texto.ver()) {}
-    template <class N>
-        requires std::is_integral_v<N>
+    template <std::integral N>
     argumento(N numero) noexcept : es_numero_(true) {
         bool negativo = false;
         if constexpr (std::is_signed_v<N>) {
@@ -153,7 +153,8 @@ cadena<C> i_formatea(vista<C> formato, const argumento<C>* argumentos, std::size
 extern template cadena<char> i_formatea(vista<char>, const argumento<char>*, std::size_t, lugar);
 extern template cadena<wchar_t> i_formatea(vista<wchar_t>, const argumento<wchar_t>*, std::size_t, lugar);
 
-inline cadena_w copiaforu_nousar_formatea(vista_w formato, std::initializer_list<argumento<wchar_t>> argumentos,
+inline cadena_w copiaforu_nousar_formatea(vista_w formato,
+                                          std::initializer_list<argumento<wchar_t>> argumentos,
                                           lugar donde = lugar::aqui()) {
     return i_formatea<wchar_t>(formato, argumentos.begin(), argumentos.size(), donde);
 }

@@ -11,7 +11,6 @@
 namespace lumodir {
 namespace {
 
-
 ErrorInternoReceptor i_receptor = nullptr;
 void* i_contexto = nullptr;
 
@@ -45,8 +44,8 @@ private:
 // A host that plugs in nothing still learns of the report: on standard error and in its debugger.
 void i_recibe_por_defecto(const char* expresion, lugar donde, const wchar_t* detalle) noexcept {
     linea_fija linea;
-    linea << L"internal error: " << donde.etiqueta() << L", line "
-          << argumento<wchar_t>(donde.linea).ver() << L": " << expresion;
+    linea << L"internal error: " << donde.etiqueta() << L", line " << argumento<wchar_t>(donde.linea).ver()
+          << L": " << expresion;
     if (detalle != nullptr) {
         linea << L" [" << a_vista(detalle) << L"]";
     }

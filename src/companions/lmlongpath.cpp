@@ -102,8 +102,9 @@ int lmlongpath_wchmod(const wchar_t* ruta, int modo) noexcept {
     if (atributos == INVALID_FILE_ATTRIBUTES) {
         return -1;
     }
-    const DWORD nuevos = (modo & modo_escritura) != 0 ? atributos & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY)
-                                                      : atributos | FILE_ATTRIBUTE_READONLY;
+    const DWORD nuevos = (modo & modo_escritura) != 0
+                             ? atributos & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY)
+                             : atributos | FILE_ATTRIBUTE_READONLY;
     // A set of no attributes must be said so: 0 would leave them unchanged.
     return sistema.SetFileAttributesW(camino.c_str(), nuevos == 0 ? FILE_ATTRIBUTE_NORMAL : nuevos) ? 0 : -1;
 }

@@ -14,8 +14,8 @@ constexpr unsigned long ranura_sin_elegir = ~0ul;
 std::atomic<unsigned long> i_ranura{ranura_sin_elegir};
 
 struct idioma_windows {
-    unsigned short primario;    // low ten bits of a LANGID
-    unsigned short sublengua;   // upper six bits; 0 stands for all of them
+    unsigned short primario;   // low ten bits of a LANGID
+    unsigned short sublengua;  // upper six bits; 0 stands for all of them
     unsigned long ranura;
 };
 

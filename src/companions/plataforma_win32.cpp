@@ -86,7 +86,8 @@ std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noe
         return 0;
     }
     if (sitio > 0) {
-        const int escritas = ::MultiByteToWideChar(CP_ACP, 0, texto.data(), longitud, destino, i_longitud(sitio));
+        const int escritas =
+            ::MultiByteToWideChar(CP_ACP, 0, texto.data(), longitud, destino, i_longitud(sitio));
         if (escritas > 0) {
             return static_cast<std::size_t>(escritas);
         }

@@ -56,16 +56,16 @@ constexpr std::uint32_t ranura_de_respaldo(std::uint32_t ranura) {
 }
 
 struct RegistroMensaje {
-    const char* fichero_mensajes;            // name of the message file that the text belongs to
-    std::uint32_t linea;                     // line of the message in that file
-    std::uint32_t longitud_prefijo;          // characters of the "<id>" that opens every text
+    const char* fichero_mensajes;    // name of the message file that the text belongs to
+    std::uint32_t linea;             // line of the message in that file
+    std::uint32_t longitud_prefijo;  // characters of the "<id>" that opens every text
     const wchar_t* texto[num_ranuras_idioma];
-    const void* fin;                         // always NULL: tells where the slots end
+    const void* fin;  // always NULL: tells where the slots end
 };
 
 static_assert(sizeof(wchar_t) == 2, "the texts are UTF-16");
-static_assert(offsetof(RegistroMensaje, texto) == 16 && offsetof(RegistroMensaje, fin) == 16 + 41 * 8
-                  && sizeof(RegistroMensaje) == 16 + 42 * 8,
+static_assert(offsetof(RegistroMensaje, texto) == 16 && offsetof(RegistroMensaje, fin) == 16 + 41 * 8 &&
+                  sizeof(RegistroMensaje) == 16 + 42 * 8,
               "the record is shared with modules that are compiled elsewhere");
 
 using ConstructorMensaje = void (*)(RegistroMensaje*);

@@ -7,7 +7,7 @@
 
 namespace lumodir {
 
-inline constexpr long long intervalos_por_segundo = 10'000'000;           // a FILETIME counts 100 ns
+inline constexpr long long intervalos_por_segundo = 10'000'000;              // a FILETIME counts 100 ns
 inline constexpr long long intervalos_hasta_1970 = 116'444'736'000'000'000;  // from 1601-01-01
 
 constexpr long long i_intervalos(const FILETIME& fecha) noexcept {

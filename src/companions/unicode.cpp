@@ -11,7 +11,8 @@ template <class C>
 bool i_es_ascii(vista<C> texto) noexcept {
     unsigned bits = 0;
     for (const C c : texto) {
-        bits |= static_cast<unsigned>(static_cast<std::make_unsigned_t<std::conditional_t<sizeof(C) == 1, char, short>>>(c));
+        bits |= static_cast<unsigned>(
+            static_cast<std::make_unsigned_t<std::conditional_t<sizeof(C) == 1, char, short>>>(c));
     }
     return bits < 0x80;
 }

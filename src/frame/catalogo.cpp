@@ -45,8 +45,8 @@ constexpr conjunto_ranuras polaco = i_ranura(ranura_polaco);
 constexpr conjunto_ranuras turco = i_ranura(ranura_turco);
 constexpr conjunto_ranuras japones = i_ranura(ranura_japones);
 
-constexpr conjunto_ranuras obligatorias = espanol | frances | brasil | portugal | catalan | italiano | ingles
-                                          | rumano | chino | aleman | ruso | polaco | turco | japones;
+constexpr conjunto_ranuras obligatorias = espanol | frances | brasil | portugal | catalan | italiano |
+                                          ingles | rumano | chino | aleman | ruso | polaco | turco | japones;
 
 // The regional variants say "archivo" for "fichero"; a text without that word needs no line for them.
 constexpr conjunto_ranuras regional_2 = i_ranura(ranura_espanol_regional_2);
@@ -284,8 +284,8 @@ constexpr bool i_empieza_por_id(const wchar_t* texto, std::uint32_t id) {
     for (; texto[posicion] >= L'0' && texto[posicion] <= L'9'; ++posicion) {
         leido = leido * 10 + static_cast<std::uint32_t>(texto[posicion] - L'0');
     }
-    return texto[0] == L'<' && leido == id && texto[posicion] == L'>' && texto[posicion + 1] != L'\0'
-           && posicion + 1 == i_longitud_prefijo(id);
+    return texto[0] == L'<' && leido == id && texto[posicion] == L'>' && texto[posicion + 1] != L'\0' &&
+           posicion + 1 == i_longitud_prefijo(id);
 }
 
 template <std::size_t longitud>
@@ -1120,7 +1120,8 @@ void i_msg_404523_fichero_sin_permiso_de_escritura(RegistroMensaje* registro) {
 // clang-format on
 
 // The name of a row is the name of its builder and its id the one in the texts: neither is typed twice.
-#define I_ENTRADA(mensaje) {"i_msg_" #mensaje, m_##mensaje.id, i_msg_##mensaje}
+#define I_ENTRADA(mensaje) \
+    { "i_msg_" #mensaje, m_##mensaje.id, i_msg_##mensaje }
 
 constexpr entrada_catalogo catalogo[num_mensajes_catalogo] = {
     I_ENTRADA(31827_no_existe_directorio),

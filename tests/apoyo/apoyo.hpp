@@ -47,7 +47,7 @@ std::vector<informe> toma_informes();
 std::vector<std::string> toma_expresiones();  // of the reports
 std::vector<std::string> toma_avisos();       // warnings shown
 std::vector<pregunta> toma_preguntas();
-std::vector<unsigned long> toma_esperas();    // milliseconds of each pause
+std::vector<unsigned long> toma_esperas();  // milliseconds of each pause
 
 // How the retry question answers during this test (default: gives up); and what is done while the library
 // "sleeps" (default: nothing, and no time passes).
