@@ -1,0 +1,101 @@
+// See existencia.hpp.
+#include "files/existencia.hpp"
+
+#include "cdir.h"
+#include "companions/error_interno.hpp"
+#include "companions/lmlongpath.h"
+#include "companions/lmlongpath.hpp"
+#include "frame/avisos.hpp"
+#include "frame/catalogo.hpp"
+#include "frame/puente.hpp"
+#include "lumodir.h"
+
+namespace lumodir {
+namespace {
+
+constexpr unsigned short i_logico(bool valor) noexcept {
+    return valor ? CIERTO : FALSO;
+}
+
+}  // namespace
+
+unsigned short es_fichero_de_solo_lectura(const wchar_t* path) noexcept {
+    // Attributes that the system gives prove existence as well: one call answers both.
+    const DWORD atributos = lmlongpath_GetFileAttributesW(path);
+    return i_logico(atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_READONLY) != 0);
+}
+
+}  // namespace lumodir
+
+using namespace lumodir;
+
+unsigned short cdir_existe_fichero_UNICODE(const wchar_t* nombre) {
+    if (!i_comprueba(nombre != nullptr, "(nombre) != NULL")) {
+        return FALSO;
+    }
+    return lmlongpath_waccess(nombre, acceso_existencia);
+}
+
+unsigned short cdir_existe_fichero(const char* nombre) {
+    return puente<cdir_existe_fichero_UNICODE>(nombre);
+}
+
+unsigned short cdir_existe_directorio_UNICODE(const wchar_t* nombre_directorio) {
+    if (!i_comprueba(nombre_directorio != nullptr, "(nombre_directorio) != NULL")) {
+        return FALSO;
+    }
+    return lmlongpath_waccess(nombre_directorio, acceso_existencia);
+}
+
+unsigned short cdir_existe_directorio(const char* nombre_directorio) {
+    return puente<cdir_existe_directorio_UNICODE>(nombre_directorio);
+}
+
+unsigned short cdir_existe_directorio_UNICODE_con_mensaje_opc(const wchar_t* nombre_directorio,
+                                                              wchar_t** mensaje) {
+    const unsigned short existe = cdir_existe_directorio_UNICODE(nombre_directorio);
+    if (mensaje != nullptr) {
+        *mensaje = existe == CIERTO
+                       ? nullptr
+                       : i_mensaje(i_msg_31827_no_existe_directorio, {nombre_directorio}).suelta();
+    }
+    return existe;
+}
+
+unsigned short cdir_comprueba_existe_fichero(const wchar_t* fichero) {
+    if (cdir_existe_fichero_UNICODE(fichero) == CIERTO) {
+        return CIERTO;
+    }
+    i_muestra_mensaje(i_msg_74876_no_existe_fichero, a_vista(fichero));
+    error_interno("");
+    return FALSO;
+}
+
+unsigned short cdir_es_directorio_u(const wchar_t* path) {
+    if (!i_comprueba(path != nullptr, "(path) != NULL")) {
+        return FALSO;
+    }
+    const DWORD atributos = lmlongpath_GetFileAttributesW(path);
+    return i_logico(atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_DIRECTORY) != 0);
+}
+
+unsigned short cdir_se_puede_leer_UNICODE(const wchar_t* fichero) {
+    if (!i_comprueba(fichero != nullptr, "(fichero) != NULL")) {
+        return FALSO;
+    }
+    // A missing file has every bit set, this one too.
+    if ((lmlongpath_GetFileAttributesW(fichero) & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return FALSO;
+    }
+    return i_logico(lmlongpath_CreateFileW(fichero, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
+                                           nullptr, nullptr)
+                        .valida());
+}
+
+unsigned short cdir_se_puede_leer(const char* fichero) {
+    return puente<cdir_se_puede_leer_UNICODE>(fichero);
+}
+
+unsigned long long lumodir_get_tamanyo_fichero(const wchar_t* path, unsigned long* error_out) {
+    return lmlongpath_GetFileSize(path, error_out);
+}

@@ -1,0 +1,16 @@
+// Does a name exist, is it a directory, is it read-only, can it be read, how large is it: the questions that every
+// other file operation asks first.
+//
+// Promises: nothing on disk changes; nothing is retried; an answer is one call to the system, two for reading.
+// Cannot promise: that the answer still holds when the caller acts on it.
+// Checked by tests/files/existencia_win32_test.cpp.
+#pragma once
+
+#include "lumodir_base.h"
+
+namespace lumodir {
+
+// 1 for an existing file whose read-only mark is set (a directory may bear the mark too).
+unsigned short es_fichero_de_solo_lectura(const wchar_t* path) noexcept;
+
+}  // namespace lumodir

@@ -1,0 +1,299 @@
+// Existence, kind, readability and size of names on a real disk, in both flavours; and the same under faults.
+#include "apoyo/apoyo.hpp"
+#include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
+#include "apoyo/otro_proceso.hpp"
+#include "cdir.h"
+#include "companions/lmlongpath.hpp"
+#include "files/existencia.hpp"
+#include "lumodir.h"
+
+using namespace apoyo;
+
+namespace {
+
+// A disk with one of each kind.
+struct disco {
+    directorio_temporal dir;
+    std::string larga = std::string(100, 'a') + "\\" + std::string(100, 'b') + "\\" + std::string(100, 'c');
+    disco() {
+        dir.fichero("f.txt", "12345");
+        dir.fichero("protegido.txt", "x", FILE_ATTRIBUTE_READONLY);
+        dir.fichero("oculto.txt", "", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+        dir.fichero("sub\\dentro.txt");
+        dir.fichero("\u00f1and\u00fa \u20ac.txt", "123");
+        dir.fichero(larga + "\\f.txt", "1234567");
+        dir.directorio("vacio");
+    }
+};
+
+struct fila {
+    std::string ruta;  // relative to the disk
+    bool existe;
+    bool es_directorio = false;
+    bool solo_lectura = false;
+    bool se_lee = false;
+    unsigned long long tamanyo = ~0ull;
+};
+
+std::vector<fila> filas(const disco& d) {
+    return {
+        {.ruta = "f.txt", .existe = true, .se_lee = true, .tamanyo = 5},
+        {.ruta = "F.TXT", .existe = true, .se_lee = true, .tamanyo = 5},
+        {.ruta = "protegido.txt", .existe = true, .solo_lectura = true, .se_lee = true, .tamanyo = 1},
+        {.ruta = "oculto.txt", .existe = true, .se_lee = true, .tamanyo = 0},
+        {.ruta = "\u00f1and\u00fa \u20ac.txt", .existe = true, .se_lee = true, .tamanyo = 3},
+        {.ruta = "sub", .existe = true, .es_directorio = true, .tamanyo = 0},
+        {.ruta = "sub\\", .existe = true, .es_directorio = true, .tamanyo = 0},
+        {.ruta = "vacio", .existe = true, .es_directorio = true, .tamanyo = 0},
+        {.ruta = "sub\\dentro.txt", .existe = true, .se_lee = true, .tamanyo = 9},
+        {.ruta = "sub/dentro.txt", .existe = true, .se_lee = true, .tamanyo = 9},
+        {.ruta = "sub\\..\\f.txt", .existe = true, .se_lee = true, .tamanyo = 5},
+        {.ruta = d.larga + "\\f.txt",
+         .existe = true,
+         .se_lee = true,
+         .tamanyo = 7},  // beyond the classic limit
+        {.ruta = d.larga, .existe = true, .es_directorio = true, .tamanyo = 0},
+        {.ruta = d.larga + "\\no.txt", .existe = false},
+        {.ruta = "no.txt", .existe = false},
+        {.ruta = "no\\no.txt", .existe = false},
+        {.ruta = "f.txt\\no.txt", .existe = false},  // a file is not a directory
+        {.ruta = "*.txt", .existe = false},          // wildcards mean nothing here
+        {.ruta = "\u4e2d.txt", .existe = false},     // outside the 8-bit code page
+    };
+}
+
+unsigned short logico(bool b) {
+    return b ? 1 : 0;
+}
+
+}  // namespace
+
+TEST(existencia, cada_pregunta_en_ambos_sabores) {
+    const disco d;
+    for (const fila& f : filas(d)) {
+        SCOPED_TRACE(f.ruta);
+        const texto_w ancha = d.dir.ruta_w(f.ruta);
+        const texto_a ocho = d.dir.ruta_a(f.ruta);
+        EXPECT_EQ(cdir_existe_fichero_UNICODE(ancha.c_str()), logico(f.existe));
+        EXPECT_EQ(cdir_existe_fichero(ocho.c_str()), logico(f.existe));
+        EXPECT_EQ(cdir_existe_directorio_UNICODE(ancha.c_str()), logico(f.existe));
+        EXPECT_EQ(cdir_existe_directorio(ocho.c_str()), logico(f.existe));
+        EXPECT_EQ(cdir_es_directorio_u(ancha.c_str()), logico(f.es_directorio));
+        EXPECT_EQ(lumodir::es_fichero_de_solo_lectura(ancha.c_str()), logico(f.solo_lectura));
+        EXPECT_EQ(cdir_se_puede_leer_UNICODE(ancha.c_str()), logico(f.se_lee));
+        EXPECT_EQ(cdir_se_puede_leer(ocho.c_str()), logico(f.se_lee));
+        if (!f.es_directorio) {  // the size of a directory is the file system's own business
+            EXPECT_EQ(lumodir_get_tamanyo_fichero(ancha.c_str(), nullptr), f.tamanyo);
+        }
+        // Asking changes nothing, and asking again gives the same answer.
+        EXPECT_EQ(cdir_existe_fichero_UNICODE(ancha.c_str()), logico(f.existe));
+    }
+}
+
+TEST(existencia, una_ruta_relativa_cuenta_desde_el_directorio_actual) {
+    const disco d;
+    wchar_t antes[MAX_PATH];
+    ::GetCurrentDirectoryW(MAX_PATH, antes);
+    ASSERT_TRUE(::SetCurrentDirectoryW(d.dir.ruta_w().c_str()));
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(L"f.txt"), 1);
+    EXPECT_EQ(cdir_existe_fichero(".\\sub\\dentro.txt"), 1);
+    EXPECT_EQ(cdir_es_directorio_u(L"sub"), 1);
+    EXPECT_EQ(cdir_es_directorio_u(L"."), 1);
+    EXPECT_EQ(cdir_se_puede_leer_UNICODE(L"sub/../f.txt"), 1);
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(w(d.larga + "\\f.txt").c_str()), 1);  // long only when made full
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(L"dentro.txt"), 0);
+    ::SetCurrentDirectoryW(antes);
+}
+
+TEST(existencia, un_texto_vacio_no_existe) {
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(L""), 0);
+    EXPECT_EQ(cdir_existe_fichero(""), 0);
+    EXPECT_EQ(cdir_existe_directorio_UNICODE(L""), 0);
+    EXPECT_EQ(cdir_existe_directorio(""), 0);
+    EXPECT_EQ(cdir_es_directorio_u(L""), 0);
+    EXPECT_EQ(cdir_se_puede_leer_UNICODE(L""), 0);
+    EXPECT_EQ(lumodir_get_tamanyo_fichero(L"", nullptr), ~0ull);
+}
+
+TEST(existencia, un_recurso_que_no_esta_no_existe) {
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(L"\\\\lumodir-no-hay\\recurso\\f.txt"), 0);
+    EXPECT_EQ(cdir_existe_directorio("\\\\lumodir-no-hay\\recurso"), 0);
+    EXPECT_EQ(cdir_es_directorio_u(L"\\\\lumodir-no-hay\\recurso\\d"), 0);
+}
+
+TEST(existencia, null_se_informa_y_se_contesta_que_no) {
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(nombre) != NULL");
+    EXPECT_EQ(cdir_existe_fichero(nullptr), 0);
+    ESPERA_INFORMES("(nombre) != NULL");
+    EXPECT_EQ(cdir_existe_directorio_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(nombre_directorio) != NULL");
+    EXPECT_EQ(cdir_existe_directorio(nullptr), 0);
+    ESPERA_INFORMES("(nombre_directorio) != NULL");
+    EXPECT_EQ(cdir_es_directorio_u(nullptr), 0);
+    ESPERA_INFORMES("(path) != NULL");
+    EXPECT_EQ(cdir_se_puede_leer_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(fichero) != NULL");
+    EXPECT_EQ(cdir_se_puede_leer(nullptr), 0);
+    ESPERA_INFORMES("(fichero) != NULL");
+    unsigned long codigo = 77;
+    EXPECT_EQ(lumodir_get_tamanyo_fichero(nullptr, &codigo), ~0ull);
+    EXPECT_EQ(codigo, 77u);
+    ESPERA_INFORMES("(path) != NULL");
+}
+
+TEST(existencia, los_informes_llevan_la_etiqueta_del_modulo) {
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(nullptr), 0);
+    const std::vector<informe> informes = toma_informes();
+    ASSERT_EQ(informes.size(), 1u);
+    EXPECT_EQ(informes[0].etiqueta, "lumodir (LUMODIR.DLL)");
+    EXPECT_GT(informes[0].linea, 0u);
+}
+
+TEST(existencia, el_mensaje_opcional_se_entrega_siempre) {
+    const disco d;
+    const std::string falta = d.dir.ruta("no hay \u00f1");
+    wchar_t basura[] = L"basura";
+    wchar_t* mensaje = basura;
+    EXPECT_EQ(cdir_existe_directorio_UNICODE_con_mensaje_opc(w(falta).c_str(), &mensaje), 0);
+    EXPECT_EQ(toma(mensaje), "Directory '" + falta + "' does not exist.");
+    mensaje = basura;
+    EXPECT_EQ(cdir_existe_directorio_UNICODE_con_mensaje_opc(d.dir.ruta_w("sub").c_str(), &mensaje), 1);
+    EXPECT_EQ(mensaje, nullptr);
+    mensaje = basura;
+    EXPECT_EQ(cdir_existe_directorio_UNICODE_con_mensaje_opc(d.dir.ruta_w("f.txt").c_str(), &mensaje), 1);
+    EXPECT_EQ(mensaje, nullptr);  // a file counts
+    EXPECT_EQ(cdir_existe_directorio_UNICODE_con_mensaje_opc(w(falta).c_str(), nullptr), 0);
+    EXPECT_EQ(cdir_existe_directorio_UNICODE_con_mensaje_opc(d.dir.ruta_w("sub").c_str(), nullptr), 1);
+    mensaje = basura;
+    EXPECT_EQ(cdir_existe_directorio_UNICODE_con_mensaje_opc(nullptr, &mensaje), 0);
+    EXPECT_EQ(toma(mensaje), "Directory '' does not exist.");
+    ESPERA_INFORMES("(nombre_directorio) != NULL");
+    // The format sees the name as text only.
+    EXPECT_EQ(cdir_existe_directorio_UNICODE_con_mensaje_opc(L"no%s%n", &mensaje), 0);
+    EXPECT_EQ(toma(mensaje), "Directory 'no%s%n' does not exist.");
+}
+
+TEST(existencia, comprobar_avisa_e_informa_solo_si_falta) {
+    const disco d;
+    EXPECT_EQ(cdir_comprueba_existe_fichero(d.dir.ruta_w("f.txt").c_str()), 1);
+    EXPECT_EQ(cdir_comprueba_existe_fichero(d.dir.ruta_w("sub").c_str()), 1);
+    const std::string falta = d.dir.ruta("no \u20ac.txt");
+    EXPECT_EQ(cdir_comprueba_existe_fichero(w(falta).c_str()), 0);
+    ESPERA_AVISOS("This file '" + falta + "' does not exist");
+    ESPERA_INFORMES("");
+    lumodir_establece_modo_servicio_sin_reintentos();
+    EXPECT_EQ(cdir_comprueba_existe_fichero(w(falta).c_str()), 0);
+    ESPERA_AVISOS();
+    ESPERA_INFORMES("");
+}
+
+TEST(existencia, comprobar_null_informa_y_contesta_que_no) {
+    EXPECT_EQ(cdir_comprueba_existe_fichero(nullptr), 0);
+    ESPERA_AVISOS("This file '' does not exist");
+    ESPERA_INFORMES("(nombre) != NULL", "");
+}
+
+TEST(existencia, un_fichero_sujeto_por_otro_programa_sin_compartir_no_se_lee) {
+    const disco d;
+    const texto_w ruta = d.dir.ruta_w("f.txt");
+    {
+        otro_proceso sujeta(d.dir.ruta("f.txt"), GENERIC_READ, 0);
+        EXPECT_EQ(cdir_se_puede_leer_UNICODE(ruta.c_str()), 0);
+        EXPECT_EQ(cdir_se_puede_leer(d.dir.ruta_a("f.txt").c_str()), 0);
+        EXPECT_EQ(cdir_existe_fichero_UNICODE(ruta.c_str()), 1);
+        EXPECT_EQ(lumodir_get_tamanyo_fichero(ruta.c_str(), nullptr), 5u);  // nothing is opened for the size
+    }
+    {
+        otro_proceso sujeta(d.dir.ruta("f.txt"), GENERIC_READ, FILE_SHARE_READ);
+        EXPECT_EQ(cdir_se_puede_leer_UNICODE(ruta.c_str()), 1);
+    }
+    {
+        // Written elsewhere: the test does not share writing, so it cannot read.
+        otro_proceso sujeta(d.dir.ruta("f.txt"), GENERIC_WRITE, FILE_SHARE_READ);
+        EXPECT_EQ(cdir_se_puede_leer_UNICODE(ruta.c_str()), 0);
+    }
+    EXPECT_EQ(cdir_se_puede_leer_UNICODE(ruta.c_str()), 1);
+}
+
+TEST(existencia, el_tamanyo_pasa_de_cuatro_gigas_y_entrega_el_codigo_del_fallo) {
+    const disco d;
+    const HANDLE h = d.dir.abre("f.txt", GENERIC_WRITE, FILE_SHARE_READ);
+    ASSERT_NE(h, INVALID_HANDLE_VALUE);
+    LARGE_INTEGER fin;
+    fin.QuadPart = 5'000'000'000ll;
+    ASSERT_TRUE(::SetFilePointerEx(h, fin, nullptr, FILE_BEGIN));
+    ASSERT_TRUE(::SetEndOfFile(h));
+    unsigned long codigo = 77;
+    EXPECT_EQ(lumodir_get_tamanyo_fichero(d.dir.ruta_w("f.txt").c_str(), &codigo), 5'000'000'000ull);
+    EXPECT_EQ(codigo, 77u);  // untouched by a success
+    ::CloseHandle(h);
+    EXPECT_EQ(lumodir_get_tamanyo_fichero(d.dir.ruta_w("no.txt").c_str(), &codigo), ~0ull);
+    EXPECT_EQ(codigo, static_cast<unsigned long>(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(lumodir_get_tamanyo_fichero(d.dir.ruta_w("no\\no.txt").c_str(), &codigo), ~0ull);
+    EXPECT_EQ(codigo, static_cast<unsigned long>(ERROR_PATH_NOT_FOUND));
+}
+
+TEST(existencia, una_pregunta_de_existencia_es_una_llamada_sobre_la_ruta_tal_cual) {
+    const disco d;
+    fallos f;
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(d.dir.ruta_w("f.txt").c_str()), 1);
+    EXPECT_EQ(f.rutas("GetFileAttributesW"), std::vector<std::string>{d.dir.ruta("f.txt")});
+    EXPECT_EQ(f.llamadas(), 1u);
+    EXPECT_EQ(cdir_existe_fichero_UNICODE(d.dir.ruta_w(d.larga + "\\f.txt").c_str()), 1);
+    EXPECT_EQ(f.historia().back().ruta, "\\\\?\\" + d.dir.ruta(d.larga + "\\f.txt"));
+}
+
+TEST(existencia, leer_abre_como_se_dice_y_cierra) {
+    const disco d;
+    static DWORD acceso, compartir, disposicion, indicadores;
+    const sustituye<decltype(&::CreateFileW)> espia(
+        lumodir::sistema.CreateFileW, [](const wchar_t* ruta, DWORD a, DWORD c, SECURITY_ATTRIBUTES* s,
+                                         DWORD d2, DWORD i, HANDLE p) WINAPI {
+            acceso = a, compartir = c, disposicion = d2, indicadores = i;
+            return ::CreateFileW(ruta, a, c, s, d2, i, p);
+        });
+    fallos f;
+    EXPECT_EQ(cdir_se_puede_leer_UNICODE(d.dir.ruta_w("f.txt").c_str()), 1);
+    EXPECT_EQ(acceso, DWORD{GENERIC_READ});
+    EXPECT_EQ(compartir, DWORD{FILE_SHARE_READ});
+    EXPECT_EQ(disposicion, DWORD{OPEN_EXISTING});
+    EXPECT_EQ(indicadores, 0u);
+    EXPECT_EQ(f.cuenta("CreateFileW"), 1u);
+    EXPECT_EQ(f.cuenta("CloseHandle"), 1u);
+    EXPECT_EQ(f.manijas_abiertas(), 0u);
+    EXPECT_EQ(cdir_se_puede_leer_UNICODE(d.dir.ruta_w("sub").c_str()), 0);
+    EXPECT_EQ(f.cuenta("CreateFileW"), 1u);  // a directory is not even tried
+    EXPECT_EQ(cdir_se_puede_leer_UNICODE(d.dir.ruta_w("no.txt").c_str()), 0);
+    EXPECT_EQ(f.cuenta("CreateFileW"), 1u);
+}
+
+TEST(existencia, bajo_fallos_se_contesta_que_no_y_nada_queda_abierto) {
+    const disco d;
+    const texto_w ruta = d.dir.ruta_w("protegido.txt");
+    const auto sin_preparar = [] {};
+    unsigned short respuesta = 0;
+    const auto comprueba = [&](const ronda& r) {
+        const bool no_cerro = r.fallada == "CloseHandle";
+        EXPECT_EQ(respuesta, logico(r.limpia || no_cerro)) << r;
+        EXPECT_TRUE(d.dir.es_de_solo_lectura("protegido.txt"));
+    };
+    con_cada_fallo(
+        sin_preparar, [&] { respuesta = cdir_existe_fichero_UNICODE(ruta.c_str()); }, comprueba);
+    con_cada_fallo(
+        sin_preparar, [&] { respuesta = cdir_existe_directorio_UNICODE(ruta.c_str()); }, comprueba);
+    con_cada_fallo(
+        sin_preparar, [&] { respuesta = cdir_se_puede_leer_UNICODE(ruta.c_str()); }, comprueba);
+    con_cada_fallo(
+        sin_preparar, [&] { respuesta = lumodir::es_fichero_de_solo_lectura(ruta.c_str()); }, comprueba);
+    con_cada_fallo(
+        sin_preparar, [&] { respuesta = cdir_es_directorio_u(d.dir.ruta_w("sub").c_str()); }, comprueba);
+    unsigned long codigo = 0;
+    con_cada_fallo([&] { codigo = 0; },
+                   [&] { respuesta = logico(lumodir_get_tamanyo_fichero(ruta.c_str(), &codigo) == 1); },
+                   [&](const ronda& r) {
+                       comprueba(r);
+                       EXPECT_EQ(codigo, r.limpia ? 0 : r.codigo) << r;
+                   });
+}
