@@ -78,6 +78,14 @@ public:
     void pon_atributos(std::string_view relativa, DWORD nuevos) const {
         EXPECT_TRUE(::SetFileAttributesW(i_larga(relativa).c_str(), nuevos)) << relativa;
     }
+    // The last write, in seconds since 1970 (UTC).
+    void pon_fecha(std::string_view relativa, long long segundos) const {
+        const auto valor = static_cast<unsigned long long>(segundos * 10'000'000 + 116'444'736'000'000'000);
+        const FILETIME fecha = {static_cast<DWORD>(valor & 0xFFFFFFFFu), static_cast<DWORD>(valor >> 32)};
+        const HANDLE h = abre(relativa, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ);
+        EXPECT_TRUE(::SetFileTime(h, nullptr, nullptr, &fecha)) << relativa;
+        ::CloseHandle(h);
+    }
     bool existe(std::string_view relativa) const { return atributos(relativa) != INVALID_FILE_ATTRIBUTES; }
     bool es_directorio(std::string_view relativa) const {
         return existe(relativa) && (atributos(relativa) & FILE_ATTRIBUTE_DIRECTORY) != 0;

@@ -1,0 +1,86 @@
+// Walking the entries of a directory: the one road to the system's search. The exported enumerator records, the
+// lists, the file sets and the deletions by pattern all take their entries from here.
+//
+// Promises: every entry that the system gives comes out, "." and ".." included, in the system's order; the search
+// is closed on every way out; an open failure is an empty walk; only an unexpected end of the walk is reported.
+// When the system's search finds nothing, the directory is walked with a filter of our own (filtro.hpp), looser
+// than the system's: ask `con_filtro_propio()` before doing harm to what came out.
+// Cannot promise: 8-bit patterns beyond the classic path limit; the system's 8-bit search does not take them.
+// Checked by tests/listings/dirwin_win32_test.cpp.
+#pragma once
+
+#include "companions/lmlongpath.hpp"
+#include "dirwin.h"
+
+namespace lumodir {
+
+template <class C>
+using entrada = std::conditional_t<std::is_same_v<C, wchar_t>, WIN32_FIND_DATAW, WIN32_FIND_DATAA>;
+
+template <class C>
+using registro_dirwin = std::conditional_t<std::is_same_v<C, wchar_t>, Dirwin_u, Dirwin>;
+
+template <class E>
+bool i_es_directorio(const E& entrada) noexcept {
+    return (entrada.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+// A directory that is another name of some other place (junction, symbolic link), or may be one because the
+// system does not tell its tag. Other reparse points, such as those of cloud storage, are ordinary directories.
+template <class E>
+bool i_es_enlace_a_directorio(const E& entrada) noexcept {
+    constexpr DWORD bit_sustituto_de_nombre = 0x20000000;  // of the reparse tag
+    return i_es_directorio(entrada) && (entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           (entrada.dwReserved0 == 0 || (entrada.dwReserved0 & bit_sustituto_de_nombre) != 0);
+}
+
+// How much is asked about each entry: short names cost the system a second look-up.
+enum class detalle { todo, sin_nombre_corto };
+
+// An open search and, when the system's search could not answer the pattern, the filter to apply.
+template <class C>
+struct busqueda {
+    manija_busqueda manija;
+    cadena<C> filtro;  // NULL when the system filters
+
+    // A NULL pattern is reported and opens nothing.
+    busqueda(const C* patron, entrada<C>* primera, detalle cuanto);
+};
+
+// Steps until an entry passes the filter (NULL passes all) and leaves it in `destino`, which holds the first
+// entry before the first step. Returns false at the end, which is reported when it is not that of the directory.
+template <class C>
+bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entradas,
+                         entrada<C>* destino) noexcept;
+
+// A walk inside the library. Each entry is valid until the next one is asked for.
+template <class C>
+class enumerador {
+public:
+    explicit enumerador(const C* patron, detalle cuanto = detalle::sin_nombre_corto)
+        : busqueda_(patron, &entrada_, cuanto) {}
+    enumerador(const enumerador&) = delete;
+    enumerador& operator=(const enumerador&) = delete;
+
+    // NULL at the end.
+    const entrada<C>* siguiente() noexcept {
+        return i_siguiente_entrada<C>(busqueda_.manija.get(), busqueda_.filtro.c_str(), &num_entradas_,
+                                      &entrada_)
+                   ? &entrada_
+                   : nullptr;
+    }
+    bool con_filtro_propio() const noexcept { return !busqueda_.filtro.es_nula(); }
+
+private:
+    entrada<C> entrada_;  // before the search, which fills it in
+    busqueda<C> busqueda_;
+    unsigned long num_entradas_ = 0;
+};
+
+extern template struct busqueda<char>;
+extern template struct busqueda<wchar_t>;
+extern template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long*, entrada<char>*) noexcept;
+extern template bool i_siguiente_entrada<wchar_t>(HANDLE, const wchar_t*, unsigned long*,
+                                                  entrada<wchar_t>*) noexcept;
+
+}  // namespace lumodir

@@ -1,0 +1,77 @@
+// The directory enumerator's own filter: which names pass when the system's search does not answer a pattern.
+// Pure text, so that it can be tested against a model, and fuzzed, away from Windows.
+//
+// Promises: no allocation, no recursion, one look at each character.
+// Cannot promise: what the system's own wildcards do. The rules are looser on purpose (a filter without a point
+// ignores the name's extension) and the two flavours differ: see `i_cola_comparada`.
+// Checked by tests/listings/filtro_test.cpp against a naive model over all short names and filters.
+#pragma once
+
+#include "companions/texto.hpp"
+
+namespace lumodir {
+
+template <class C>
+constexpr bool i_casa(C texto, C patron) noexcept {
+    return patron == C('?') || texto == patron;
+}
+
+// Texts of the same length, unit by unit.
+template <class C>
+constexpr bool i_casan_todos(vista<C> texto, vista<C> patron) noexcept {
+    for (std::size_t i = 0; i < texto.size(); ++i) {
+        if (!i_casa(texto[i], patron[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// What is compared of the text after the `*`. The wide flavour has always skipped its first unit, so that
+// `*abc` finds what ends in `bc` and `*x` finds everything; programs rely on it.
+template <class C>
+constexpr vista<C> i_cola_comparada(vista<C> tras_asterisco) noexcept {
+    return std::is_same_v<C, wchar_t> && !tras_asterisco.empty() ? tras_asterisco.substr(1) : tras_asterisco;
+}
+
+// One piece (base name or extension). Only the first `*` is a wildcard.
+template <class C>
+constexpr bool i_cumple_pieza(vista<C> texto, vista<C> patron) noexcept {
+    const std::size_t asterisco = patron.find(C('*'));
+    if (asterisco == vista<C>::npos) {
+        return texto.size() == patron.size() && i_casan_todos(texto, patron);
+    }
+    const vista<C> principio = patron.substr(0, asterisco);
+    const vista<C> cola = i_cola_comparada(patron.substr(asterisco + 1));
+    return texto.size() >= principio.size() + cola.size() &&
+           i_casan_todos(texto.substr(0, principio.size()), principio) &&
+           i_casan_todos(texto.substr(texto.size() - cola.size()), cola);
+}
+
+template <class C>
+struct nombre_partido {
+    vista<C> base;
+    vista<C> extension;  // without its point
+};
+
+// Cut at the last point; a name without one is all base.
+template <class C>
+constexpr nombre_partido<C> i_parte_nombre(vista<C> nombre) noexcept {
+    const std::size_t punto = nombre.rfind(C('.'));
+    if (punto == vista<C>::npos) {
+        return {nombre, {}};
+    }
+    return {nombre.substr(0, punto), nombre.substr(punto + 1)};
+}
+
+// Letter case counts: the 8-bit flavour hands over both texts in lower case.
+template <class C>
+constexpr bool i_cumple_filtro(vista<C> nombre_y_extension,
+                               std::type_identity_t<vista<C>> filtro_nombre_y_extension) noexcept {
+    const nombre_partido<C> nombre = i_parte_nombre(nombre_y_extension);
+    const nombre_partido<C> filtro = i_parte_nombre(filtro_nombre_y_extension);
+    return i_cumple_pieza(nombre.base, filtro.base) &&
+           (filtro.extension.empty() || i_cumple_pieza(nombre.extension, filtro.extension));
+}
+
+}  // namespace lumodir

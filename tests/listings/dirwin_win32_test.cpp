@@ -1,0 +1,489 @@
+// The enumerator over real directories, and over false ones for what no file system here can show.
+#include "listings/dirwin.hpp"
+
+#include <algorithm>
+
+#include "apoyo/busqueda_falsa.hpp"
+#include "apoyo/directorio.hpp"
+#include "companions/lumospy.h"
+
+using namespace apoyo;
+
+namespace {
+
+// The two flavours of the exported functions under one name.
+Dirwin* crea(const texto_a& patron) {
+    return dirwin_crea(patron.c_str());
+}
+Dirwin_u* crea(const texto_w& patron) {
+    return dirwin_crea_UNICODE(patron.c_str());
+}
+unsigned short siguiente(Dirwin* d, WIN32_FIND_DATAA* e) {
+    return dirwin_findnextfile(d, e);
+}
+unsigned short siguiente(Dirwin_u* d, WIN32_FIND_DATAW* e) {
+    return dirwin_findnextfile_UNICODE(d, e);
+}
+void destruye(Dirwin** d) {
+    dirwin_destruye(d);
+}
+void destruye(Dirwin_u** d) {
+    dirwin_destruye_UNICODE(d);
+}
+std::string nombre_de(const WIN32_FIND_DATAA& e) {
+    return de_cp1252(e.cFileName);
+}
+std::string nombre_de(const WIN32_FIND_DATAW& e) {
+    return u8(e.cFileName);
+}
+
+using nombres = std::vector<std::string>;
+
+nombres ordenados(nombres n) {
+    std::sort(n.begin(), n.end());
+    return n;
+}
+
+// All entries of a pattern, in their order, through the exported functions of a flavour.
+template <class C>
+nombres recorre(const std::basic_string<C, lumodir::rasgos<C>>& patron) {
+    const auto vivos = lumospy_bloques_vivos();
+    auto* d = crea(patron);
+    EXPECT_NE(d, nullptr);
+    EXPECT_EQ(d->num_entradas, 0u);
+    EXPECT_EQ(lumospy_bloques_vivos() - vivos, d->con_filtro_propio == 1 ? 2u : 1u)
+        << "record and own filter";
+    nombres todos;
+    lumodir::entrada<C> e = {};
+    while (siguiente(d, &e) == 1) {
+        todos.push_back(nombre_de(e));
+    }
+    EXPECT_EQ(siguiente(d, &e), 0) << "asked again after the end";
+    destruye(&d);
+    EXPECT_EQ(d, nullptr);
+    return todos;
+}
+
+// The same through the walker that the library itself uses.
+template <class C>
+nombres recorre_por_dentro(const std::basic_string<C, lumodir::rasgos<C>>& patron, lumodir::detalle cuanto) {
+    nombres todos;
+    lumodir::enumerador<C> entradas(patron.c_str(), cuanto);
+    while (const lumodir::entrada<C>* e = entradas.siguiente()) {
+        todos.push_back(nombre_de(*e));
+    }
+    EXPECT_EQ(entradas.siguiente(), nullptr);
+    return todos;
+}
+
+// Names that a pattern gives in both flavours, and inside the library.
+nombres entradas(const texto_w& patron) {
+    const nombres anchas = recorre<wchar_t>(patron);
+    EXPECT_EQ(recorre<char>(cp1252(u8(lumodir::vista_w(patron)))), anchas) << "the flavours differ";
+    EXPECT_EQ(recorre_por_dentro<wchar_t>(patron, lumodir::detalle::todo), anchas);
+    EXPECT_EQ(recorre_por_dentro<wchar_t>(patron, lumodir::detalle::sin_nombre_corto), anchas);
+    EXPECT_EQ(recorre_por_dentro<char>(cp1252(u8(lumodir::vista_w(patron))), lumodir::detalle::todo), anchas);
+    return ordenados(anchas);
+}
+
+}  // namespace
+
+TEST(dirwin, da_todas_las_entradas_con_puntos_ocultas_y_de_sistema) {
+    directorio_temporal d;
+    d.fichero("a.txt");
+    d.fichero("oculto", "", FILE_ATTRIBUTE_HIDDEN);
+    d.fichero("sistema.sys", "", FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY);
+    d.fichero(".punto");
+    d.directorio("sub");
+    d.directorio(".git");
+    d.pon_atributos(".git", FILE_ATTRIBUTE_HIDDEN);
+    d.fichero("\xC3\xB1u.txt");
+    const nombres todas{".",      "..",          ".git", ".punto",       "a.txt",
+                        "oculto", "sistema.sys", "sub",  "\xC3\xB1u.txt"};
+    EXPECT_EQ(entradas(d.ruta_w("*")), todas);
+    EXPECT_EQ(entradas(d.ruta_w("*.*")), todas);
+    EXPECT_EQ(entradas(d.ruta_w() + L"/*"), todas);
+    EXPECT_EQ(entradas(d.ruta_w("*.txt")), (nombres{"a.txt", "\xC3\xB1u.txt"}));
+    EXPECT_EQ(entradas(d.ruta_w("\xC3\xB1*")), (nombres{"\xC3\xB1u.txt"}));
+    EXPECT_EQ(entradas(d.ruta_w("a.txt")), (nombres{"a.txt"}));
+}
+
+TEST(dirwin, lo_que_no_se_puede_abrir_no_da_nada_y_no_se_informa) {
+    directorio_temporal d;
+    d.fichero("fichero");
+    for (const char* patron : {"no_existe\\*", "no_existe\\a.txt", "fichero\\*", "no_existe\\x\\y*"}) {
+        EXPECT_EQ(entradas(d.ruta_w(patron)), nombres{}) << patron;
+    }
+    Dirwin_u* ancha = dirwin_crea_UNICODE(d.ruta_w("no_existe\\*").c_str());
+    EXPECT_EQ(ancha->busqueda, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(ancha->con_filtro_propio, 0);
+    EXPECT_EQ(ancha->filtro_propio, nullptr);
+    dirwin_destruye_UNICODE(&ancha);
+    Dirwin* corta = dirwin_crea(d.ruta_a("no_existe\\*").c_str());
+    EXPECT_EQ(corta->busqueda, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(corta->con_filtro_propio, 0);
+    EXPECT_EQ(corta->filtro_propio, nullptr);
+    dirwin_destruye(&corta);
+}
+
+TEST(dirwin, sin_resultados_recorre_el_directorio_con_su_filtro) {
+    directorio_temporal d;
+    d.fichero("abc.dat");
+    d.fichero("leeme.txt");
+    // The system finds none: neither does the own filter, for such names.
+    EXPECT_EQ(entradas(d.ruta_w("*.png")), nombres{});
+    // The own filter is looser than the system's: no point in the filter, the extension does not count.
+    EXPECT_EQ(entradas(d.ruta_w("leeme")), nombres{"leeme.txt"});
+
+    Dirwin_u* ancha = dirwin_crea_UNICODE(d.ruta_w("*.png").c_str());
+    EXPECT_NE(ancha->busqueda, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(ancha->con_filtro_propio, 1);
+    EXPECT_EQ(u8(ancha->filtro_propio), "*.png");
+    WIN32_FIND_DATAW e;
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(ancha, &e), 0);
+    EXPECT_EQ(ancha->num_entradas, 5u) << ". .. abc.dat leeme.txt and the end";
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(ancha, &e), 0);
+    EXPECT_EQ(ancha->num_entradas, 6u) << "the counter goes on";
+    dirwin_destruye_UNICODE(&ancha);
+
+    Dirwin* corta = dirwin_crea(d.ruta_a("*.PNG").c_str());
+    EXPECT_EQ(corta->con_filtro_propio, 1);
+    EXPECT_STREQ(corta->filtro_propio, "*.PNG");
+    dirwin_destruye(&corta);
+
+    lumodir::enumerador<wchar_t> con(d.ruta_w("*.png").c_str());
+    EXPECT_TRUE(con.con_filtro_propio());
+    lumodir::enumerador<wchar_t> sin(d.ruta_w("*.dat").c_str());
+    EXPECT_FALSE(sin.con_filtro_propio());
+}
+
+TEST(dirwin, solo_el_filtro_ancho_distingue_mayusculas) {
+    busqueda_falsa falsa;
+    falsa.patrones["C:\\d\\*"] = {{"."}, {".."}, {"abc.txt"}, {"ABC.TXT"}, {"A\xC3\x91O.TXT"}, {"x"}};
+    EXPECT_EQ(recorre<char>("C:\\d\\A*.TXT"), (nombres{"abc.txt", "ABC.TXT", "A\xC3\x91O.TXT"}));
+    EXPECT_EQ(recorre<wchar_t>(L"C:\\d\\A*.TXT"), (nombres{"ABC.TXT", "A\xC3\x91O.TXT"}));
+    EXPECT_EQ(recorre<char>(cp1252("C:\\d\\a\xC3\xB1*")), (nombres{"A\xC3\x91O.TXT"}));
+    EXPECT_EQ(recorre<wchar_t>(w("C:\\d\\a\xC3\xB1*")), nombres{});
+    // The search for the pattern comes first, then the one for the whole directory.
+    EXPECT_EQ(falsa.abiertos[0], "C:\\d\\A*.TXT");
+    EXPECT_EQ(falsa.abiertos[1], "C:\\d\\*");
+}
+
+TEST(dirwin, cualquier_codigo_al_abrir_lleva_al_filtro_propio) {
+    for (const DWORD codigo : {2u, 3u, 5u, 53u, 123u, 161u, 267u}) {
+        busqueda_falsa falsa;
+        falsa.patrones["C:\\d\\*"] = {{"."}, {"a<b"}, {"\xED\xA0\xBD"}};
+        falsa.codigo_al_abrir["C:\\d\\a<b"] = codigo;
+        EXPECT_EQ(recorre<wchar_t>(L"C:\\d\\a<b"), nombres{"a<b"}) << codigo;
+        EXPECT_EQ(recorre<char>("C:\\d\\a<b"), nombres{"a<b"}) << codigo;
+        EXPECT_EQ(recorre<wchar_t>(L"C:\\d\\?"), nombres{"\xED\xA0\xBD"}) << "a lone surrogate";
+    }
+}
+
+TEST(dirwin, un_patron_sin_separador_que_falla_se_informa) {
+    struct fila {
+        const char* patron;
+        std::vector<std::string> informes;
+        std::vector<std::string> abiertos;
+    };
+    const std::string generico = "(path_filtro_generico) != NULL";
+    const fila filas[] = {
+        {.patron = "*.png", .informes = {generico}, .abiertos = {"*.png"}},
+        {.patron = "", .informes = {generico}, .abiertos = {""}},
+        {.patron = "C:*.png", .informes = {generico}, .abiertos = {"C:*.png"}},
+        {.patron = "C:\\d\\", .informes = {"i+1 < len"}, .abiertos = {"C:\\d\\", "C:\\d\\*"}},
+        {.patron = "C:/d/", .informes = {"i+1 < len"}, .abiertos = {"C:/d/", "C:/d/*"}},
+        {.patron = "\\", .informes = {"i+1 < len"}, .abiertos = {"\\", "\\*"}},
+        {.patron = "C:\\d/x", .informes = {}, .abiertos = {"C:\\d/x", "C:\\d/*"}},
+        {.patron = "C:/d\\x", .informes = {}, .abiertos = {"C:/d\\x", "C:/d\\*"}},
+    };
+    for (const fila& f : filas) {
+        busqueda_falsa falsa;
+        EXPECT_EQ(recorre<wchar_t>(w(f.patron)), nombres{}) << f.patron;
+        EXPECT_EQ(falsa.abiertos, f.abiertos) << f.patron;
+        EXPECT_EQ(toma_expresiones(), f.informes) << f.patron;
+        falsa.abiertos.clear();
+        EXPECT_EQ(recorre<char>(f.patron), nombres{}) << f.patron;
+        EXPECT_EQ(falsa.abiertos, f.abiertos) << f.patron;
+        EXPECT_EQ(toma_expresiones(), f.informes) << f.patron;
+    }
+}
+
+TEST(dirwin, un_patron_acabado_en_separador_tiene_el_filtro_vacio) {
+    directorio_temporal d;
+    d.fichero("a.txt");
+    d.fichero(".perfil");
+    // Empty base and extension not compared: only what begins with its one point.
+    EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w() + L"\\")), (nombres{".", ".perfil"}));
+    ESPERA_INFORMES("i+1 < len");
+    EXPECT_EQ(ordenados(recorre<char>(d.ruta_a() + "\\")), (nombres{".", ".perfil"}));
+    ESPERA_INFORMES("i+1 < len");
+}
+
+TEST(dirwin, un_patron_nulo_se_informa_y_no_da_nada) {
+    busqueda_falsa falsa;
+    WIN32_FIND_DATAA e_a;
+    WIN32_FIND_DATAW e_w;
+    Dirwin* corta = dirwin_crea(nullptr);
+    ESPERA_INFORMES("(path_filtro_generico) != NULL");
+    EXPECT_EQ(dirwin_findnextfile(corta, &e_a), 0);
+    dirwin_destruye(&corta);
+    Dirwin_u* ancha = dirwin_crea_UNICODE(nullptr);
+    ESPERA_INFORMES("(path_filtro_generico) != NULL");
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(ancha, &e_w), 0);
+    dirwin_destruye_UNICODE(&ancha);
+    EXPECT_EQ(falsa.abiertos, nombres{}) << "the system is not asked";
+}
+
+TEST(dirwin, los_informes_llevan_la_etiqueta_del_modulo) {
+    Dirwin_u* d = nullptr;
+    dirwin_destruye_UNICODE(&d);
+    const std::vector<informe> informes = toma_informes();
+    ASSERT_EQ(informes.size(), 1u);
+    EXPECT_EQ(informes[0].expresion, "(*dirwinW) != NULL");
+    EXPECT_EQ(informes[0].etiqueta, "dirwin (LUMODIR.DLL)");
+}
+
+TEST(dirwin, los_argumentos_nulos_se_informan) {
+    directorio_temporal d;
+    d.fichero("a");
+    WIN32_FIND_DATAA e_a;
+    WIN32_FIND_DATAW e_w;
+    EXPECT_EQ(dirwin_findnextfile(nullptr, &e_a), 0);
+    ESPERA_INFORMES("(dirwin) != NULL");
+    EXPECT_EQ(dirwin_findnextfile(nullptr, nullptr), 0);
+    ESPERA_INFORMES("(dirwin) != NULL", "(find_data) != NULL");
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(nullptr, &e_w), 0);
+    ESPERA_INFORMES("(dirwinW) != NULL");
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(nullptr, nullptr), 0);
+    ESPERA_INFORMES("(dirwinW) != NULL", "(find_data) != NULL");
+
+    Dirwin* corta = dirwin_crea(d.ruta_a("a").c_str());
+    EXPECT_EQ(dirwin_findnextfile(corta, nullptr), 0);
+    ESPERA_INFORMES("(find_data) != NULL");
+    EXPECT_EQ(dirwin_findnextfile(corta, &e_a), 1) << "no step was taken";
+    dirwin_destruye(&corta);
+    Dirwin_u* ancha = dirwin_crea_UNICODE(d.ruta_w("a").c_str());
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(ancha, nullptr), 0);
+    ESPERA_INFORMES("(find_data) != NULL");
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(ancha, &e_w), 1) << "no step was taken";
+    dirwin_destruye_UNICODE(&ancha);
+
+    dirwin_destruye(nullptr);
+    ESPERA_INFORMES("(dirwin) != NULL");
+    dirwin_destruye(&corta);
+    ESPERA_INFORMES("(*dirwin) != NULL");
+    dirwin_destruye_UNICODE(nullptr);
+    ESPERA_INFORMES("(dirwinW) != NULL");
+    dirwin_destruye_UNICODE(&ancha);
+    ESPERA_INFORMES("(*dirwinW) != NULL");
+
+    EXPECT_EQ(dirwin_es_directorio(nullptr), 0);
+    EXPECT_EQ(dirwin_es_directorio_UNICODE(nullptr), 0);
+    EXPECT_EQ(dirwin_es_solo_lectura_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(findData) != NULL", "(findData) != NULL", "(findData) != NULL");
+
+    EXPECT_EQ(dirwin_cumple_filtro(nullptr, "*"), 0);
+    ESPERA_INFORMES("(nombre_y_extension) != NULL");
+    EXPECT_EQ(dirwin_cumple_filtro("a", nullptr), 0);
+    ESPERA_INFORMES("(filtro_nombre_y_extension) != NULL");
+    EXPECT_EQ(dirwin_cumple_filtro(nullptr, nullptr), 0);
+    ESPERA_INFORMES("(nombre_y_extension) != NULL", "(filtro_nombre_y_extension) != NULL");
+}
+
+TEST(dirwin, sin_busqueda_abierta_no_se_toca_el_bufer) {
+    busqueda_falsa falsa;
+    Dirwin_u* d = dirwin_crea_UNICODE(L"C:\\no\\*");
+    WIN32_FIND_DATAW e;
+    std::memset(&e, 0x5A, sizeof(e));
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(d, &e), 0);
+    EXPECT_EQ(d->num_entradas, 0u);
+    WIN32_FIND_DATAW igual;
+    std::memset(&igual, 0x5A, sizeof(igual));
+    EXPECT_EQ(std::memcmp(&e, &igual, sizeof(e)), 0);
+    dirwin_destruye_UNICODE(&d);
+}
+
+TEST(dirwin, la_primera_entrada_se_guarda_y_los_pasos_se_cuentan) {
+    busqueda_falsa falsa;
+    falsa.patrones["C:\\d\\*"] = {{"uno", FILE_ATTRIBUTE_READONLY}, {"dos"}};
+    Dirwin_u* d = dirwin_crea_UNICODE(L"C:\\d\\*");
+    EXPECT_EQ(falsa.pasos, 0);
+    WIN32_FIND_DATAW e;
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(d, &e), 1);
+    EXPECT_EQ(u8(e.cFileName), "uno");
+    EXPECT_EQ(e.dwFileAttributes, static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    EXPECT_EQ(d->num_entradas, 1u);
+    EXPECT_EQ(falsa.pasos, 0) << "the first entry came with the search";
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(d, &e), 1);
+    EXPECT_EQ(u8(e.cFileName), "dos");
+    EXPECT_EQ(d->num_entradas, 2u);
+    EXPECT_EQ(falsa.pasos, 1);
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(d, &e), 0);
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(d, &e), 0);
+    EXPECT_EQ(d->num_entradas, 4u);
+    EXPECT_EQ(falsa.pasos, 3) << "the system is asked again after the end";
+    EXPECT_EQ(falsa.abiertas, 1) << "open until it is destroyed";
+    dirwin_destruye_UNICODE(&d);
+    EXPECT_EQ(falsa.abiertas, 0);
+}
+
+TEST(dirwin, un_final_que_no_es_el_del_directorio_se_informa_con_su_codigo) {
+    for (const DWORD codigo : {5u, 38u, 59u, 2147483648u}) {
+        busqueda_falsa falsa;
+        falsa.patrones["C:\\d\\*"] = {{"uno"}, {"\xC3\xBAltimo"}};
+        falsa.codigo_al_final = codigo;
+        WIN32_FIND_DATAW e_w;
+        Dirwin_u* ancha = dirwin_crea_UNICODE(L"C:\\d\\*");
+        EXPECT_EQ(dirwin_findnextfile_UNICODE(ancha, &e_w), 1);
+        EXPECT_EQ(dirwin_findnextfile_UNICODE(ancha, &e_w), 1);
+        EXPECT_EQ(dirwin_findnextfile_UNICODE(ancha, &e_w), 0);
+        std::vector<informe> informes = toma_informes();
+        ASSERT_EQ(informes.size(), 1u) << codigo;
+        EXPECT_EQ(informes[0].detalle, "GetLastError() = " + std::to_string(codigo) + " [\xC3\xBAltimo]");
+        EXPECT_EQ(informes[0].etiqueta, "dirwin (LUMODIR.DLL)");
+        dirwin_destruye_UNICODE(&ancha);
+
+        WIN32_FIND_DATAA e_a;
+        Dirwin* corta = dirwin_crea("C:\\d\\*");
+        EXPECT_EQ(dirwin_findnextfile(corta, &e_a), 1);
+        EXPECT_EQ(dirwin_findnextfile(corta, &e_a), 1);
+        EXPECT_EQ(dirwin_findnextfile(corta, &e_a), 0);
+        informes = toma_informes();
+        ASSERT_EQ(informes.size(), 1u) << codigo;
+        EXPECT_EQ(informes[0].expresion, "last_error == ERROR_NO_MORE_FILES");
+        EXPECT_EQ(informes[0].detalle, "GetLastError() = " + std::to_string(static_cast<int>(codigo)));
+        dirwin_destruye(&corta);
+    }
+}
+
+TEST(dirwin, el_nombre_del_informe_no_pasa_del_bufer) {
+    busqueda_falsa falsa;
+    falsa.patrones["C:\\d\\*"] = {{"uno"}};
+    falsa.codigo_al_final = 5;
+    Dirwin_u* d = dirwin_crea_UNICODE(L"C:\\d\\*");
+    WIN32_FIND_DATAW e;
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(d, &e), 1);
+    for (wchar_t& c : e.cFileName) {
+        c = L'x';  // another buffer than the one before, never written and without an end
+    }
+    EXPECT_EQ(dirwin_findnextfile_UNICODE(d, &e), 0);
+    const std::vector<informe> informes = toma_informes();
+    ASSERT_EQ(informes.size(), 1u);
+    EXPECT_EQ(informes[0].detalle, "GetLastError() = 5 [" + std::string(MAX_PATH, 'x') + "]");
+    dirwin_destruye_UNICODE(&d);
+}
+
+TEST(dirwin, un_fallo_durante_el_filtro_propio_se_informa_una_vez) {
+    busqueda_falsa falsa;
+    falsa.patrones["C:\\d\\*"] = {{"uno"}, {"dos"}};
+    falsa.codigo_al_final = 59;
+    EXPECT_EQ(recorre_por_dentro<wchar_t>(L"C:\\d\\*.png", lumodir::detalle::todo), nombres{});
+    std::vector<informe> informes = toma_informes();
+    ASSERT_EQ(informes.size(), 2u) << "the end, and the end asked for again";
+    EXPECT_EQ(informes[0].detalle, "GetLastError() = 59 [dos]");
+}
+
+TEST(dirwin, las_preguntas_miran_un_solo_bit) {
+    struct fila {
+        DWORD atributos;
+        unsigned short directorio;
+        unsigned short solo_lectura;
+    };
+    const fila filas[] = {
+        {.atributos = 0, .directorio = 0, .solo_lectura = 0},
+        {.atributos = FILE_ATTRIBUTE_DIRECTORY, .directorio = 1, .solo_lectura = 0},
+        {.atributos = FILE_ATTRIBUTE_READONLY, .directorio = 0, .solo_lectura = 1},
+        {.atributos = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN,
+         .directorio = 1,
+         .solo_lectura = 1},
+        {.atributos = ~static_cast<DWORD>(FILE_ATTRIBUTE_DIRECTORY), .directorio = 0, .solo_lectura = 1},
+        {.atributos = ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY), .directorio = 1, .solo_lectura = 0},
+    };
+    for (const fila& f : filas) {
+        WIN32_FIND_DATAA e_a = {};
+        WIN32_FIND_DATAW e_w = {};
+        e_a.dwFileAttributes = e_w.dwFileAttributes = f.atributos;
+        EXPECT_EQ(dirwin_es_directorio(&e_a), f.directorio) << f.atributos;
+        EXPECT_EQ(dirwin_es_directorio_UNICODE(&e_w), f.directorio) << f.atributos;
+        EXPECT_EQ(dirwin_es_solo_lectura_UNICODE(&e_w), f.solo_lectura) << f.atributos;
+    }
+}
+
+TEST(dirwin, que_es_un_enlace_a_directorio) {
+    struct fila {
+        DWORD atributos;
+        DWORD etiqueta;
+        bool enlace;
+    };
+    constexpr DWORD directorio_reparse = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    const fila filas[] = {
+        {.atributos = directorio_reparse, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = true},
+        {.atributos = directorio_reparse, .etiqueta = IO_REPARSE_TAG_MOUNT_POINT, .enlace = true},
+        {.atributos = directorio_reparse, .etiqueta = 0, .enlace = true},  // the system does not tell
+        {.atributos = directorio_reparse, .etiqueta = 0x9000001A, .enlace = false},  // cloud storage
+        {.atributos = directorio_reparse, .etiqueta = 0x80000013, .enlace = false},  // deduplication
+        {.atributos = FILE_ATTRIBUTE_DIRECTORY, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = false},
+        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = false},
+    };
+    for (const fila& f : filas) {
+        WIN32_FIND_DATAW e = {};
+        e.dwFileAttributes = f.atributos;
+        e.dwReserved0 = f.etiqueta;
+        EXPECT_EQ(lumodir::i_es_enlace_a_directorio(e), f.enlace) << f.atributos << ' ' << f.etiqueta;
+    }
+}
+
+TEST(dirwin, cumple_filtro_no_distingue_mayusculas) {
+    struct fila {
+        std::string nombre;
+        std::string filtro;
+        unsigned short cumple;
+    };
+    const std::string larga(1000, 'A');
+    const fila filas[] = {
+        {.nombre = "abc.txt", .filtro = "A*.TXT", .cumple = 1},
+        {.nombre = "ABC.TXT", .filtro = "a*.txt", .cumple = 1},
+        {.nombre = "a\xC3\xB1o.txt", .filtro = "A\xC3\x91O.TXT", .cumple = 1},  // by the code page
+        {.nombre = "readme.txt", .filtro = "readme", .cumple = 1},
+        {.nombre = "readme.txt", .filtro = "readme.", .cumple = 1},
+        {.nombre = "ab", .filtro = "ab?", .cumple = 0},
+        {.nombre = "abc", .filtro = "a*c", .cumple = 1},
+        {.nombre = "ac", .filtro = "a*c", .cumple = 1},
+        {.nombre = "ab", .filtro = "a*c", .cumple = 0},
+        {.nombre = "xyz", .filtro = "*y", .cumple = 0},
+        {.nombre = "", .filtro = "", .cumple = 1},
+        {.nombre = larga, .filtro = std::string(1000, 'a'), .cumple = 1},
+        {.nombre = larga, .filtro = std::string(999, 'a') + "b", .cumple = 0},
+    };
+    for (const fila& f : filas) {
+        EXPECT_EQ(dirwin_cumple_filtro(cp1252(f.nombre).c_str(), cp1252(f.filtro).c_str()), f.cumple)
+            << f.nombre << " by " << f.filtro;
+    }
+}
+
+TEST(dirwin, rutas_mas_largas_que_el_limite_clasico) {
+    directorio_temporal d;
+    std::string relativa;
+    for (int i = 0; i < 22; ++i) {  // under Wine the limit is that of the system underneath, 4096 bytes
+        relativa += (i == 0 ? "" : "\\") + std::string(150, 'd');
+        d.directorio(relativa);
+    }
+    d.fichero(relativa + "\\hondo.txt");
+    const texto_w patron = d.ruta_w(relativa + "\\*");
+    EXPECT_GT(patron.size(), 3300u);
+    EXPECT_EQ(ordenados(recorre<wchar_t>(patron)), (nombres{".", "..", "hondo.txt"}));
+    EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w(relativa + "\\*.txt"))), nombres{"hondo.txt"});
+    EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w(relativa + "\\*.png"))), nombres{});
+    // The 8-bit search of the system does not reach so far.
+    EXPECT_EQ(recorre<char>(cp1252(u8(lumodir::vista_w(patron)))), nombres{});
+}
+
+TEST(dirwin, los_listados_internos_no_piden_nombres_cortos) {
+    busqueda_falsa falsa;
+    falsa.patrones["C:\\d\\*"] = {{"uno"}};
+    recorre_por_dentro<wchar_t>(L"C:\\d\\*", lumodir::detalle::sin_nombre_corto);
+    EXPECT_EQ(falsa.ultimo_nivel, FindExInfoBasic);
+    recorre<wchar_t>(L"C:\\d\\*");
+    EXPECT_EQ(falsa.ultimo_nivel, FindExInfoStandard) << "exported entries have their short names";
+}
