@@ -1,5 +1,6 @@
 // The one table of Windows calls that touch files and directories: every file operation of the library ends
-// here, so tests replace an entry and make any call fail, once or for ever.
+// here, so tests replace an entry and make any call fail, once or for ever. The conversions of dates stand here
+// too, so that tests choose the time zone.
 //
 // Promises: each entry has the signature and the error convention (GetLastError) of the Windows function whose
 // name it bears.
@@ -25,6 +26,11 @@ struct tabla_sistema {
     decltype(&::GetFileInformationByHandle) GetFileInformationByHandle;
     decltype(&::GetFileInformationByHandleEx) GetFileInformationByHandleEx;
     decltype(&::SetFileTime) SetFileTime;
+    decltype(&::FileTimeToLocalFileTime) FileTimeToLocalFileTime;
+    decltype(&::LocalFileTimeToFileTime) LocalFileTimeToFileTime;
+    decltype(&::FileTimeToSystemTime) FileTimeToSystemTime;
+    decltype(&::SystemTimeToTzSpecificLocalTime) SystemTimeToTzSpecificLocalTime;
+    decltype(&::SystemTimeToFileTime) SystemTimeToFileTime;
     decltype(&::DeleteFileW) DeleteFileW;
     decltype(&::CreateDirectoryW) CreateDirectoryW;
     decltype(&::RemoveDirectoryW) RemoveDirectoryW;

@@ -165,6 +165,11 @@ private:
     I_MARCA(GetFileInformationByHandle, false, FALSE);
     I_MARCA(GetFileInformationByHandleEx, false, FALSE);
     I_MARCA(SetFileTime, false, FALSE);
+    I_MARCA(FileTimeToLocalFileTime, false, FALSE);
+    I_MARCA(LocalFileTimeToFileTime, false, FALSE);
+    I_MARCA(FileTimeToSystemTime, false, FALSE);
+    I_MARCA(SystemTimeToTzSpecificLocalTime, false, FALSE);
+    I_MARCA(SystemTimeToFileTime, false, FALSE);
     I_MARCA(DeleteFileW, false, FALSE);
     I_MARCA(CreateDirectoryW, false, FALSE);
     I_MARCA(RemoveDirectoryW, false, FALSE);
@@ -182,7 +187,7 @@ private:
     I_MARCA(GetWindowsDirectoryW, false, 0);
     I_MARCA(GetModuleFileNameA, false, 0);
     I_MARCA(GetModuleFileNameW, false, 0);
-    static constexpr std::size_t num_desviadas = 25;
+    static constexpr std::size_t num_desviadas = 30;
 
     void i_desvia_todas() {
         static_assert(sizeof(lumodir::tabla_sistema) == num_desviadas * sizeof(void (*)()),
@@ -195,6 +200,11 @@ private:
         I_DESVIA(GetFileInformationByHandle);
         I_DESVIA(GetFileInformationByHandleEx);
         I_DESVIA(SetFileTime);
+        I_DESVIA(FileTimeToLocalFileTime);
+        I_DESVIA(LocalFileTimeToFileTime);
+        I_DESVIA(FileTimeToSystemTime);
+        I_DESVIA(SystemTimeToTzSpecificLocalTime);
+        I_DESVIA(SystemTimeToFileTime);
         I_DESVIA(DeleteFileW);
         I_DESVIA(CreateDirectoryW);
         I_DESVIA(RemoveDirectoryW);

@@ -1,0 +1,286 @@
+// See timefich.hpp.
+#include "files/timefich.hpp"
+
+#include "companions/buclrein.hpp"
+#include "companions/error_interno.hpp"
+#include "companions/lmlongpath.hpp"
+#include "companions/plataforma.hpp"
+#include "frame/avisos.hpp"
+#include "frame/catalogo.hpp"
+#include "frame/puente.hpp"
+#include "timefich.h"
+
+namespace lumodir {
+namespace {
+
+constexpr long long sin_fecha = -1;  // what the readers of time values answer to a failure
+
+// Local time values run one hour behind local time wherever they are read: programs have stored them so, and a
+// true zone offset here would move every stored date.
+constexpr long long segundos_convenio_local = 3600;
+
+constexpr unsigned intentos_de_lectura = 5;
+constexpr unsigned long espera_entre_lecturas_ms = 100;
+
+enum class si_falta : unsigned char { calla, informa };
+
+// The only dates that cannot be converted are those that do not fit: trying again would not help.
+bool i_a_local(const FILETIME& utc, FILETIME* local, lugar donde = lugar::aqui()) noexcept {
+    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, local) != FALSE, "resp != FALSE", donde);
+}
+
+bool i_a_utc(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
+    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, utc) != FALSE, "resp != FALSE", donde);
+}
+
+// The modification date in UTC, for the readers of time values.
+bool i_lee_modificacion(const wchar_t* fichero, si_falta entonces, unsigned int* codigo_error,
+                        FILETIME* modificacion) noexcept {
+    FILETIME creacion;
+    FILETIME acceso;
+    if (i_lee_fechas(fichero, &creacion, &acceso, modificacion, codigo_error) == CIERTO) {
+        return true;
+    }
+    if (entonces == si_falta::informa && fichero != nullptr) {
+        error_interno_liberando_mensaje_u(i_mensaje(i_msg_74876_no_existe_fichero_sin_comillas, {fichero}));
+    }
+    return false;
+}
+
+long long i_lee_valor_utc(const wchar_t* fichero, si_falta entonces,
+                          unsigned int* codigo_error = nullptr) noexcept {
+    FILETIME modificacion;
+    return i_lee_modificacion(fichero, entonces, codigo_error, &modificacion)
+               ? i_segundos_desde_1970(modificacion)
+               : sin_fecha;
+}
+
+long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept {
+    FILETIME modificacion;
+    FILETIME local;
+    return i_lee_modificacion(fichero, entonces, nullptr, &modificacion) && i_a_local(modificacion, &local)
+               ? i_segundos_desde_1970(local) - segundos_convenio_local
+               : sin_fecha;
+}
+
+// One attempt. Opened alone: a program that is still writing the file would date it again.
+bool i_intenta_asignar(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
+                       DWORD* codigo) noexcept {
+    manija_fichero abierto =
+        lmlongpath_CreateFileW(fichero, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr, codigo);
+    if (!abierto.valida()) {
+        return false;
+    }
+    ::SetLastError(ERROR_SUCCESS);
+    const BOOL asignadas = sistema.SetFileTime(abierto.get(), creacion, nullptr, modificacion);
+    *codigo = ::GetLastError();
+    if (asignadas) {
+        i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero));
+    }
+    return asignadas != FALSE;
+}
+
+// The dates are in UTC; NULL leaves one as it is.
+unsigned short i_asigna_fechas(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
+                               unsigned short informar) noexcept {
+    DWORD codigo = ERROR_SUCCESS;
+    return i_con_reintentos(
+        CIERTO, informar,
+        [&]() -> unsigned short {
+            return i_intenta_asignar(fichero, creacion, modificacion, &codigo) ? CIERTO : FALSO;
+        },
+        [&](BuclRein* bucle) {
+            buclrein_set_mensaje_reintentar(
+                bucle, i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero}), codigo);
+        });
+}
+
+// 0 means to the system "leave the date as it is" and negative counts have meanings of their own: setting them
+// would succeed without dating the file.
+constexpr bool i_es_asignable(const FILETIME& fecha) noexcept {
+    return i_intervalos(fecha) > 0;
+}
+
+bool i_utc_de_valor(long long valor, FILETIME* utc) noexcept {
+    return i_filetime_de_segundos(valor, *utc) && i_es_asignable(*utc);
+}
+
+bool i_utc_de_valor_local(long long valor, FILETIME* utc) noexcept {
+    FILETIME local;
+    return valor <= max_segundos_filetime && i_filetime_de_segundos(valor + segundos_convenio_local, local) &&
+           i_a_utc(local, utc) && i_es_asignable(*utc);
+}
+
+unsigned short i_asigna_valor_utc(const wchar_t* fichero, long long valor, unsigned short informar) noexcept {
+    FILETIME modificacion;
+    return i_comprueba(fichero != nullptr, "fichero_u != NULL") && i_utc_de_valor(valor, &modificacion)
+               ? i_asigna_fechas(fichero, nullptr, &modificacion, informar)
+               : FALSO;
+}
+
+bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
+                  lugar donde = lugar::aqui()) noexcept {
+    return i_comprueba_con(creacion != nullptr || modificacion != nullptr,
+                           "local_creacion != NULL || local_modificacion != NULL", a_vista(fichero), donde);
+}
+
+// The dates in UTC, patiently: a scanner or a slow share may keep the file busy for a moment.
+unsigned short i_lee_insistiendo(const wchar_t* fichero, FILETIME* creacion,
+                                 FILETIME* modificacion) noexcept {
+    FILETIME acceso;
+    unsigned short ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
+    for (unsigned intento = 1; ok != CIERTO && intento < intentos_de_lectura; ++intento) {
+        plataforma::duerme_ms(espera_entre_lecturas_ms);
+        ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
+    }
+    i_comprueba_con(ok == CIERTO, "ok == CIERTO", a_vista(fichero));
+    return ok;
+}
+
+}  // namespace
+
+unsigned short i_lee_fechas(const wchar_t* fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
+                            FILETIME* fecha_modificacion, unsigned int* codigo_error) noexcept {
+    const bool preguntable = i_comprueba(fichero != nullptr, "(fichero) != NULL") &&
+                             i_comprueba(fecha_creacion != nullptr, "(fecha_creacion) != NULL") &&
+                             i_comprueba(fecha_acceso != nullptr, "(fecha_acceso) != NULL") &&
+                             i_comprueba(fecha_modificacion != nullptr, "(fecha_modificacion) != NULL");
+    WIN32_FILE_ATTRIBUTE_DATA datos;
+    const bool leidas = preguntable && lmlongpath_GetFileAttributesExW(fichero, &datos) != FALSE;
+    if (codigo_error != nullptr) {
+        *codigo_error = leidas ? ERROR_SUCCESS : preguntable ? ::GetLastError() : ERROR_INVALID_PARAMETER;
+    }
+    if (!leidas) {
+        return FALSO;
+    }
+    *fecha_creacion = datos.ftCreationTime;
+    *fecha_acceso = datos.ftLastAccessTime;
+    *fecha_modificacion = datos.ftLastWriteTime;
+    return CIERTO;
+}
+
+}  // namespace lumodir
+
+using namespace lumodir;
+
+unsigned short timefich_obtener_fecha_u(const wchar_t* fichero, FILETIME* local_creacion,
+                                        FILETIME* local_modificacion) {
+    FILETIME creacion;
+    FILETIME modificacion;
+    if (!i_hay_alguna(fichero, local_creacion, local_modificacion) ||
+        !i_comprueba(fichero != nullptr, "(fichero) != NULL") ||
+        i_lee_insistiendo(fichero, &creacion, &modificacion) != CIERTO) {
+        return FALSO;
+    }
+    // Both are converted before one is stored, so that a failure stores none.
+    FILETIME local_1 = {};
+    FILETIME local_2 = {};
+    if ((local_creacion != nullptr && !i_a_local(creacion, &local_1)) ||
+        (local_modificacion != nullptr && !i_a_local(modificacion, &local_2))) {
+        return FALSO;
+    }
+    if (local_creacion != nullptr) {
+        *local_creacion = local_1;
+    }
+    if (local_modificacion != nullptr) {
+        *local_modificacion = local_2;
+    }
+    return CIERTO;
+}
+
+void timefich_obtener_fecha(const char* fichero, FILETIME* local_creacion, FILETIME* local_modificacion) {
+    puente_sin_resultado<timefich_obtener_fecha_u>(fichero, local_creacion, local_modificacion);
+}
+
+unsigned short timefich_asignar_fecha_u(const wchar_t* fichero, const FILETIME* local_creacion,
+                                        const FILETIME* local_modificacion) {
+    FILETIME creacion;
+    FILETIME modificacion;
+    if (!i_hay_alguna(fichero, local_creacion, local_modificacion) ||
+        !i_comprueba(fichero != nullptr, "fichero_u != NULL") ||
+        (local_creacion != nullptr && !i_a_utc(*local_creacion, &creacion)) ||
+        (local_modificacion != nullptr && !i_a_utc(*local_modificacion, &modificacion))) {
+        return FALSO;
+    }
+    return i_asigna_fechas(fichero, local_creacion == nullptr ? nullptr : &creacion,
+                           local_modificacion == nullptr ? nullptr : &modificacion, CIERTO);
+}
+
+void timefich_asignar_fecha(const char* fichero, const FILETIME* local_creacion,
+                            const FILETIME* local_modificacion) {
+    puente_sin_resultado<timefich_asignar_fecha_u>(fichero, local_creacion, local_modificacion);
+}
+
+long long timefich_obtener_fecha_fichero_UTC(const wchar_t* fichero) {
+    return i_lee_valor_utc(fichero, si_falta::calla);
+}
+
+long long timefich_obtener_fecha_fichero_ansi_UTC(const char* fichero) {
+    return puente<timefich_obtener_fecha_fichero_UTC>(fichero);
+}
+
+long long timefich_obtener_fecha_fichero_existente_UTC(const wchar_t* fichero) {
+    return i_lee_valor_utc(fichero, si_falta::informa);
+}
+
+long long timefich_obtener_fecha_fichero_ansi_existente_UTC(const char* fichero) {
+    return puente<timefich_obtener_fecha_fichero_existente_UTC>(fichero);
+}
+
+long long timefich_obtener_fecha_fichero_ansi_y_codigo_error_UTC(const char* fichero,
+                                                                 unsigned int* codigo_error) {
+    return i_lee_valor_utc(utf16_temporal(fichero).c_str(), si_falta::calla, codigo_error);
+}
+
+unsigned short timefich_asignar_fecha_fichero_UTC(const wchar_t* fichero, long long fecha) {
+    return i_asigna_valor_utc(fichero, fecha, CIERTO);
+}
+
+unsigned short timefich_asignar_fecha_fichero_ansi_UTC(const char* fichero, long long fecha) {
+    return puente<timefich_asignar_fecha_fichero_UTC>(fichero, fecha);
+}
+
+unsigned short timefich_asignar_fecha_fichero_UTC_si_es_posible(const wchar_t* fichero, long long fecha) {
+    return i_asigna_valor_utc(fichero, fecha, FALSO);
+}
+
+long long timefich_obtener_fecha_fichero_u(const wchar_t* fichero) {
+    return i_lee_valor_local(fichero, si_falta::calla);
+}
+
+long long timefich_obtener_fecha_fichero(const char* fichero) {
+    return puente<timefich_obtener_fecha_fichero_u>(fichero);
+}
+
+long long timefich_obtener_fecha_fichero_existente_u(const wchar_t* fichero) {
+    return i_lee_valor_local(fichero, si_falta::informa);
+}
+
+long long timefich_obtener_fecha_fichero_existente(const char* fichero) {
+    return puente<timefich_obtener_fecha_fichero_existente_u>(fichero);
+}
+
+unsigned short timefich_asignar_fecha_fichero_unicode(const wchar_t* fichero, long long fecha) {
+    FILETIME modificacion;
+    return i_comprueba(fichero != nullptr, "fichero_u != NULL") && i_utc_de_valor_local(fecha, &modificacion)
+               ? i_asigna_fechas(fichero, nullptr, &modificacion, CIERTO)
+               : FALSO;
+}
+
+unsigned short timefich_asignar_fecha_fichero(const char* fichero, long long fecha) {
+    return puente<timefich_asignar_fecha_fichero_unicode>(fichero, fecha);
+}
+
+long long timefich_convertir_fecha(const FILETIME* fecha) {
+    return i_comprueba(fecha != nullptr, "(fecha) != NULL") ? i_segundos_locales_desde_1970(*fecha) : 0;
+}
+
+long long timefich_convierte_timet_UTC_a_timet_local(long long fecha) {
+    FILETIME utc;
+    // A date beyond FILETIME is beyond every calendar too: there is no zone to apply.
+    return i_filetime_de_segundos(fecha, utc) ? i_segundos_locales_desde_1970(utc) : fecha;
+}
+
+unsigned short timefich_fechas_iguales(long long fecha1, long long fecha2) {
+    return fecha1 == fecha2 ? CIERTO : FALSO;
+}
