@@ -1,0 +1,72 @@
+// One piece out of a path: directory, base name, extension, name with extension; and the path with another
+// extension. The exported functions are these plus a copy.
+//
+// Promises: a view is a part of the path given and costs no block of its own; an incorrect path is reported and
+// still gives its pieces; a view without data (NULL) is reported and gives nothing.
+// Cannot promise: 8-bit pieces beyond 1023 bytes, which the splitter cuts; that `i_directorio_de_fichero` and
+// `i_nombre_tras_ultima_barra` agree with the rest: those two look at separators alone, on purpose.
+// Checked by tests/paths/componentes_test.cpp, also against naive models over every short string.
+#pragma once
+
+#include "companions/cadena.hpp"
+
+namespace lumodir {
+
+// Up to the last separator of either kind, that one included; nothing when there is none. Neither trimmed nor
+// checked, and silent.
+template <class C>
+constexpr vista<C> i_directorio_de_fichero(vista<C> ruta) noexcept {
+    while (!ruta.empty() && !es_separador(ruta.back())) {
+        ruta.remove_suffix(1);
+    }
+    return ruta;
+}
+
+// What follows the last "\" ("/" does not count here). Neither trimmed nor checked, and silent.
+template <class C>
+constexpr vista<C> i_nombre_tras_ultima_barra(vista<C> ruta) noexcept {
+    std::size_t principio = ruta.size();
+    while (principio > 0 && ruta[principio - 1] != C('\\')) {
+        --principio;
+    }
+    return ruta.substr(principio);
+}
+
+// The functions below ignore trailing blanks, accept wildcards and report an incorrect path.
+
+template <class C>
+vista<C> i_nombre_base_fichero(vista<C> ruta);
+
+// Without its point. A blank path and one that ends with "\" are reported.
+template <class C>
+vista<C> i_extension_fichero(vista<C> ruta);
+
+// The two pieces of the name, each with what the splitter leaves of it; the extension keeps its point.
+template <class C>
+struct nombre_en_piezas {
+    vista<C> nombre;
+    vista<C> extension;
+};
+template <class C>
+nombre_en_piezas<C> i_nombre_en_piezas(vista<C> ruta);
+
+// Name with extension, for UTF-16 text, whose pieces always stand side by side in the path.
+vista_w i_nombre_y_ext_fichero(vista_w ruta);
+
+// The path with another extension, with or without its point; a view without data means none.
+template <class C>
+cadena<C> i_nombre_fichero_con_ext(vista<C> ruta, std::type_identity_t<vista<C>> ext);
+
+// In place.
+void i_suprime_barra_final_si_hay(cadena_w& directorio) noexcept;
+
+extern template vista<char> i_nombre_base_fichero(vista<char>);
+extern template vista<wchar_t> i_nombre_base_fichero(vista<wchar_t>);
+extern template vista<char> i_extension_fichero(vista<char>);
+extern template vista<wchar_t> i_extension_fichero(vista<wchar_t>);
+extern template nombre_en_piezas<char> i_nombre_en_piezas(vista<char>);
+extern template nombre_en_piezas<wchar_t> i_nombre_en_piezas(vista<wchar_t>);
+extern template cadena<char> i_nombre_fichero_con_ext(vista<char>, vista<char>);
+extern template cadena<wchar_t> i_nombre_fichero_con_ext(vista<wchar_t>, vista<wchar_t>);
+
+}  // namespace lumodir

@@ -1,0 +1,611 @@
+// The pieces of a path, row by row in both flavours, and against a naive model of the split over every short
+// string.
+#include <algorithm>
+
+#include "apoyo/apoyo.hpp"
+#include "cdir.h"
+#include "companions/cadena.hpp"
+#include "companions/widestr.h"
+#include "lumodir.h"
+#include "paths/componentes.hpp"
+#include "paths/path_correcto.hpp"
+
+using namespace apoyo;
+using lumodir::a_vista;
+using lumodir::cadena_w;
+using lumodir::vista;
+using lumodir::vista_a;
+using lumodir::vista_w;
+
+namespace {
+
+// Both flavours of a function of one path.
+struct funcion {
+    const char* nombre;
+    wchar_t* (*ancha)(const wchar_t*);
+    char* (*estrecha)(const char*);
+};
+constexpr funcion nombre_base = {"base name", cdir_nombre_base_fichero_UNICODE, cdir_nombre_base_fichero};
+constexpr funcion extension = {"extension", cdir_extension_fichero_UNICODE, cdir_extension_fichero};
+constexpr funcion nombre_y_ext = {"name and extension", cdir_nombre_y_ext_fichero_UNICODE,
+                                  cdir_nombre_y_ext_fichero};
+constexpr funcion tras_barra = {"after the last backslash", cdir_nombre_de_fichero_suprimiendo_path_UNICODE,
+                                cdir_nombre_de_fichero_suprimiendo_path};
+constexpr funcion directorio = {"directory", cdir_ruta_acceso_directorio_fichero_UNICODE,
+                                cdir_ruta_acceso_directorio_fichero};
+constexpr funcion sin_extension = {"without extension", cdir_ruta_y_nombre_fichero_sin_extension_UNICODE,
+                                   cdir_ruta_y_nombre_fichero_sin_extension};
+constexpr funcion con_dat = {
+    "with .dat", [](const wchar_t* ruta) { return cdir_nombre_fichero_con_ext_UNICODE(ruta, L"dat"); },
+    [](const char* ruta) { return cdir_nombre_fichero_con_ext(ruta, "dat"); }};
+
+std::vector<informe> sin_lineas(std::vector<informe> informes) {
+    for (informe& i : informes) {
+        EXPECT_EQ(i.etiqueta, "lumodir (LUMODIR.DLL)");
+        EXPECT_GT(i.linea, 0u);
+        i.etiqueta.clear();
+        i.linea = 0;
+    }
+    return informes;
+}
+
+informe dicho(const char* expresion, const std::string& detalle = "(NULL)") {
+    return {expresion, "", 0, detalle};
+}
+
+void espera(const funcion& f, const std::string& ruta, const std::string& resultado,
+            const std::vector<informe>& informes_anchos, const std::vector<informe>& informes_estrechos) {
+    SCOPED_TRACE(std::string(f.nombre) + " of '" + ruta + "'");
+    EXPECT_EQ(toma(f.ancha(w(ruta).c_str())), resultado) << "wide";
+    EXPECT_TRUE(sin_lineas(toma_informes()) == informes_anchos) << "reports, wide";
+    EXPECT_EQ(toma(f.estrecha(cp1252(ruta).c_str())), resultado) << "8-bit";
+    EXPECT_TRUE(sin_lineas(toma_informes()) == informes_estrechos) << "reports, 8-bit";
+}
+
+void espera(const funcion& f, const std::string& ruta, const std::string& resultado,
+            const std::vector<informe>& informes = {}) {
+    espera(f, ruta, resultado, informes, informes);
+}
+
+}  // namespace
+
+namespace {
+struct caso_correcto {
+    const char* ruta;
+    const char* base;
+    const char* ext;
+    const char* nombre;      // with extension
+    const char* tras_barra;  // after the last backslash
+    const char* directorio;
+    const char* sin_ext;
+    const char* con_dat;
+};
+}  // namespace
+
+TEST(componentes, da_cada_pieza_de_una_ruta_correcta) {
+    const caso_correcto casos[] = {
+        {.ruta = "C:\\a\\b.txt", .base = "b", .ext = "txt", .nombre = "b.txt", .tras_barra = "b.txt",
+         .directorio = "C:\\a\\", .sin_ext = "C:\\a\\b", .con_dat = "C:\\a\\b.dat"},
+        {.ruta = "C:\\dir\\file.tar.gz", .base = "file.tar", .ext = "gz", .nombre = "file.tar.gz",
+         .tras_barra = "file.tar.gz", .directorio = "C:\\dir\\", .sin_ext = "C:\\dir\\file.tar",
+         .con_dat = "C:\\dir\\file.tar.dat"},
+        {.ruta = "C:\\dir\\.profile", .base = ".profile", .ext = "", .nombre = ".profile",
+         .tras_barra = ".profile", .directorio = "C:\\dir\\", .sin_ext = "C:\\dir\\.profile",
+         .con_dat = "C:\\dir\\.profile.dat"},  // all base name
+        {.ruta = ".profile", .base = ".profile", .ext = "", .nombre = ".profile", .tras_barra = ".profile",
+         .directorio = "", .sin_ext = ".profile", .con_dat = ".profile.dat"},
+        {.ruta = "C:/dir/file.txt", .base = "file", .ext = "txt", .nombre = "file.txt",
+         .tras_barra = "C:/dir/file.txt", .directorio = "C:/dir/", .sin_ext = "C:/dir/file",
+         .con_dat = "C:/dir/file.dat"},  // "/" is no separator for the name after the backslash
+        {.ruta = "a/b\\c/d", .base = "d", .ext = "", .nombre = "d", .tras_barra = "c/d", .directorio = "a/b\\c/",
+         .sin_ext = "a/b\\c/d", .con_dat = "a/b\\c/d.dat"},
+        {.ruta = "file.txt", .base = "file", .ext = "txt", .nombre = "file.txt", .tras_barra = "file.txt",
+         .directorio = "", .sin_ext = "file", .con_dat = "file.dat"},
+        {.ruta = "C:file.txt", .base = "file", .ext = "txt", .nombre = "file.txt", .tras_barra = "C:file.txt",
+         .directorio = "", .sin_ext = "C:file", .con_dat = "C:file.dat"},  // not 'C:'
+        {.ruta = "\\\\srv\\share\\dir\\f.txt", .base = "f", .ext = "txt", .nombre = "f.txt",
+         .tras_barra = "f.txt", .directorio = "\\\\srv\\share\\dir\\", .sin_ext = "\\\\srv\\share\\dir\\f",
+         .con_dat = "\\\\srv\\share\\dir\\f.dat"},
+        {.ruta = "\\\\srv\\share\\f", .base = "f", .ext = "", .nombre = "f", .tras_barra = "f",
+         .directorio = "\\\\srv\\share\\", .sin_ext = "\\\\srv\\share\\f", .con_dat = "\\\\srv\\share\\f.dat"},
+        {.ruta = "C:\\a\\b", .base = "b", .ext = "", .nombre = "b", .tras_barra = "b", .directorio = "C:\\a\\",
+         .sin_ext = "C:\\a\\b", .con_dat = "C:\\a\\b.dat"},
+        {.ruta = "C:\\a\\b .txt", .base = "b ", .ext = "txt", .nombre = "b .txt", .tras_barra = "b .txt",
+         .directorio = "C:\\a\\", .sin_ext = "C:\\a\\b", .con_dat = "C:\\a\\b.dat"},  // the inner blank goes
+        {.ruta = "C:\\d\\a.b c", .base = "a", .ext = "b c", .nombre = "a.b c", .tras_barra = "a.b c",
+         .directorio = "C:\\d\\", .sin_ext = "C:\\d\\a", .con_dat = "C:\\d\\a.dat"},  // blank in the extension
+        {.ruta = "C:\\x.y\\file", .base = "file", .ext = "", .nombre = "file", .tras_barra = "file",
+         .directorio = "C:\\x.y\\", .sin_ext = "C:\\x.y\\file", .con_dat = "C:\\x.y\\file.dat"},
+        {.ruta = "C:\\dir\\*", .base = "*", .ext = "", .nombre = "*", .tras_barra = "*",
+         .directorio = "C:\\dir\\", .sin_ext = "C:\\dir\\*", .con_dat = "C:\\dir\\*.dat"},  // wildcards
+        {.ruta = "C:\\dir\\*.*", .base = "*", .ext = "*", .nombre = "*.*", .tras_barra = "*.*",
+         .directorio = "C:\\dir\\", .sin_ext = "C:\\dir\\*", .con_dat = "C:\\dir\\*.dat"},
+        {.ruta = "C:\\dir\\*.txt", .base = "*", .ext = "txt", .nombre = "*.txt", .tras_barra = "*.txt",
+         .directorio = "C:\\dir\\", .sin_ext = "C:\\dir\\*", .con_dat = "C:\\dir\\*.dat"},
+        {.ruta = "C:\\año\\señal número.niño", .base = "señal número", .ext = "niño",
+         .nombre = "señal número.niño", .tras_barra = "señal número.niño", .directorio = "C:\\año\\",
+         .sin_ext = "C:\\año\\señal número", .con_dat = "C:\\año\\señal número.dat"},
+        {.ruta = "..\\x\\€.tž", .base = "€", .ext = "tž", .nombre = "€.tž", .tras_barra = "€.tž",
+         .directorio = "..\\x\\", .sin_ext = "..\\x\\€", .con_dat = "..\\x\\€.dat"},
+    };
+    for (const caso_correcto& c : casos) {
+        espera(nombre_base, c.ruta, c.base);
+        espera(extension, c.ruta, c.ext);
+        espera(nombre_y_ext, c.ruta, c.nombre);
+        espera(tras_barra, c.ruta, c.tras_barra);
+        espera(directorio, c.ruta, c.directorio);
+        espera(sin_extension, c.ruta, c.sin_ext);
+        espera(con_dat, c.ruta, c.con_dat);
+    }
+}
+
+TEST(componentes, ignora_los_blancos_finales_donde_comprueba) {
+    const std::string ruta = "file.txt   ";
+    espera(nombre_base, ruta, "file");
+    espera(extension, ruta, "txt");
+    espera(nombre_y_ext, ruta, "file.txt");
+    espera(sin_extension, ruta, "file");
+    espera(con_dat, ruta, "file.dat");
+    // These two neither trim nor check.
+    espera(tras_barra, "C:\\a\\file.txt   ", "file.txt   ");
+    espera(directorio, "C:\\a\\   ", "C:\\a\\");
+    espera(directorio, "C:\\a|b\\c?d", "C:\\a|b\\");
+    espera(tras_barra, "C:\\a|b\\c?d", "c?d");
+    espera(tras_barra, "", "");
+    espera(tras_barra, "C:\\a\\", "");
+    espera(directorio, "C:\\a\\b\\", "C:\\a\\b\\");
+    espera(directorio, "C:\\a\\b/", "C:\\a\\b/");
+    espera(directorio, "\\", "\\");
+    espera(directorio, "\\a", "\\");
+}
+
+TEST(componentes, una_ruta_incorrecta_se_comunica_y_da_sus_piezas) {
+    const char* correcto = "pathCorrecto == CIERTO";
+    struct caso {
+        const char* ruta;
+        const char* recortada;
+        const char* base;
+        const char* ext;
+        const char* nombre;
+        const char* sin_ext;
+        const char* con_dat;
+    };
+    const caso casos[] = {
+        {.ruta = "C:\\d\\name.", .recortada = "C:\\d\\name.", .base = "name", .ext = "", .nombre = "name.",
+         .sin_ext = "C:\\d\\name", .con_dat = "C:\\d\\name.dat"},
+        {.ruta = "C:\\d\\a|b.t?t  ", .recortada = "C:\\d\\a|b.t?t", .base = "a|b", .ext = "t?t",
+         .nombre = "a|b.t?t", .sin_ext = "C:\\d\\a|b", .con_dat = "C:\\d\\a|b.dat"},
+        {.ruta = "C:\\d\\a*.txt", .recortada = "C:\\d\\a*.txt", .base = "a*", .ext = "txt", .nombre = "a*.txt",
+         .sin_ext = "C:\\d\\a*", .con_dat = "C:\\d\\a*.dat"},
+        {.ruta = "1:\\ñ.txt", .recortada = "1:\\ñ.txt", .base = "ñ", .ext = "txt", .nombre = "ñ.txt",
+         .sin_ext = "1:\\ñ", .con_dat = "1:\\ñ.dat"},
+        {.ruta = "C:\\con\\aux", .recortada = "C:\\con\\aux", .base = "aux", .ext = "", .nombre = "aux",
+         .sin_ext = "C:\\con\\aux", .con_dat = "C:\\con\\aux.dat"},
+        {.ruta = "..", .recortada = "..", .base = ".", .ext = "", .nombre = "..", .sin_ext = ".",
+         .con_dat = "..dat"},
+        {.ruta = "*.*", .recortada = "*.*", .base = "*", .ext = "*", .nombre = "*.*", .sin_ext = "*",
+         .con_dat = "*.dat"},  // without its wildcards it is empty
+    };
+    for (const caso& c : casos) {
+        const std::vector<informe> informes = {dicho(correcto, c.recortada)};
+        espera(nombre_base, c.ruta, c.base, informes);
+        espera(extension, c.ruta, c.ext, informes);
+        espera(nombre_y_ext, c.ruta, c.nombre, informes);
+        espera(sin_extension, c.ruta, c.sin_ext, informes);
+        espera(con_dat, c.ruta, c.con_dat, informes);
+    }
+    ESPERA_AVISOS();
+}
+
+TEST(componentes, una_ruta_vacia_o_un_directorio_no_tienen_nombre) {
+    const informe incorrecta = dicho("pathCorrecto == CIERTO", "");
+    for (const char* ruta : {"", "   "}) {
+        espera(nombre_base, ruta, "", {incorrecta});
+        espera(extension, ruta, "", {dicho("num_caracteres > 0"), incorrecta});
+        espera(nombre_y_ext, ruta, "", {incorrecta});
+        espera(sin_extension, ruta, "", {incorrecta});
+        espera(con_dat, ruta, ".dat", {incorrecta});
+    }
+    espera(directorio, "", "", {dicho("num_caracteres > 0", "")});
+    espera(directorio, "   ", "");  // blanks are not trimmed here
+
+    espera(nombre_base, "C:\\dir\\", "");
+    espera(nombre_y_ext, "C:\\dir\\", "");
+    espera(sin_extension, "C:\\dir\\", "C:\\dir\\");
+    espera(con_dat, "C:\\dir\\", "C:\\dir\\.dat");
+    espera(extension, "C:\\dir\\  ", "", {dicho(R"(path_sin_espacios[num_caracteres - 1] != L'\\')")},
+           {dicho(R"(path_sin_espacios[num_caracteres - 1] != '\\')", "C:\\dir\\")});
+    espera(extension, "C:\\dir/", "");  // a final "/" is not refused
+    // Both reports, in this order.
+    espera(extension, "C:\\d|\\", "",
+           {dicho(R"(path_sin_espacios[num_caracteres - 1] != L'\\')"),
+            dicho("pathCorrecto == CIERTO", "C:\\d|\\")},
+           {dicho(R"(path_sin_espacios[num_caracteres - 1] != '\\')", "C:\\d|\\"),
+            dicho("pathCorrecto == CIERTO", "C:\\d|\\")});
+}
+
+TEST(componentes, un_servidor_sin_recurso) {
+    const informe incorrecta = dicho("pathCorrecto == CIERTO", "\\\\srv");
+    const informe sin_recurso = dicho("(recurso) != NULL");
+    espera(nombre_base, "\\\\srv", "", {incorrecta}, {incorrecta, sin_recurso});
+    espera(nombre_y_ext, "\\\\srv", "", {incorrecta}, {incorrecta, sin_recurso});
+    espera(extension, "\\\\srv", "", {incorrecta}, {incorrecta, sin_recurso});
+    EXPECT_EQ(toma(cdir_ruta_y_nombre_fichero_sin_extension_UNICODE(L"\\\\srv")), "\\\\srv\\");
+    EXPECT_EQ(toma(cdir_ruta_y_nombre_fichero_sin_extension("\\\\srv")), "\\\\srv\\");
+    ESPERA_INFORMES("pathCorrecto == CIERTO", "pathCorrecto == CIERTO", "(recurso) != NULL");
+}
+
+TEST(componentes, null_se_comunica_y_da_texto_vacio) {
+    struct caso {
+        funcion f;
+        const char* informe;
+    };
+    for (const caso& c : {caso{nombre_base, "(ruta_completa) != NULL"}, caso{extension, "ruta_completa != NULL"},
+                          caso{nombre_y_ext, "(nombre) != NULL"}, caso{tras_barra, "(nombre) != NULL"},
+                          caso{directorio, "ruta_completa != NULL"},
+                          caso{sin_extension, "(ruta_completa) != NULL"}, caso{con_dat, "(nombre) != NULL"}}) {
+        SCOPED_TRACE(c.f.nombre);
+        EXPECT_EQ(toma(c.f.ancha(nullptr)), "");
+        EXPECT_EQ(toma(c.f.estrecha(nullptr)), "");
+        ESPERA_INFORMES(c.informe, c.informe);
+    }
+}
+
+TEST(componentes, cambia_la_extension) {
+    struct caso {
+        const char* ruta;
+        const char* ext;  // NULL: none
+        const char* resultado;
+    };
+    const caso casos[] = {
+        {.ruta = "C:\\a\\b", .ext = ".dat", .resultado = "C:\\a\\b.dat"},
+        {.ruta = "C:\\a\\b", .ext = "dat", .resultado = "C:\\a\\b.dat"},
+        {.ruta = "C:\\a\\b.txt", .ext = "", .resultado = "C:\\a\\b"},
+        {.ruta = "C:\\a\\b.txt", .ext = nullptr, .resultado = "C:\\a\\b"},
+        {.ruta = "C:\\a\\b.txt", .ext = ".", .resultado = "C:\\a\\b."},
+        {.ruta = "C:\\a\\b.txt", .ext = "..x", .resultado = "C:\\a\\b..x"},
+        {.ruta = "C:\\a\\b.txt", .ext = "d t ", .resultado = "C:\\a\\b.d t "},  // the extension is taken as it is
+        {.ruta = "C:\\a\\b.txt", .ext = "a|?", .resultado = "C:\\a\\b.a|?"},
+        {.ruta = "b  .x  ", .ext = "niño", .resultado = "b.niño"},
+        {.ruta = "\\\\srv\\r\\b", .ext = "é", .resultado = "\\\\srv\\r\\b.é"},
+    };
+    for (const caso& c : casos) {
+        SCOPED_TRACE(std::string(c.ruta) + " with " + (c.ext == nullptr ? "NULL" : c.ext));
+        const texto_w ext_w = w(c.ext == nullptr ? "" : c.ext);
+        const texto_a ext_a = cp1252(c.ext == nullptr ? "" : c.ext);
+        const wchar_t* ext_u = c.ext == nullptr ? nullptr : ext_w.c_str();
+        EXPECT_EQ(toma(cdir_nombre_fichero_con_ext_UNICODE(w(c.ruta).c_str(), ext_u)), c.resultado);
+        EXPECT_EQ(toma(cdir_nombre_fichero_con_ext(cp1252(c.ruta).c_str(),
+                                                   c.ext == nullptr ? nullptr : ext_a.c_str())),
+                  c.resultado);
+        wchar_t* variable = cadena_w(w(c.ruta)).suelta();
+        cdir_cambia_extension_nombre_fichero_u(&variable, ext_u);
+        EXPECT_EQ(toma(variable), c.resultado);
+    }
+}
+
+TEST(componentes, cambia_la_extension_de_una_variable) {
+    cdir_cambia_extension_nombre_fichero_u(nullptr, L"dat");
+    ESPERA_INFORMES("(nombre) != NULL");
+    wchar_t* variable = nullptr;
+    cdir_cambia_extension_nombre_fichero_u(&variable, L"dat");
+    EXPECT_EQ(variable, nullptr);
+    ESPERA_INFORMES("(nombre) != NULL");
+
+    variable = cadena_w(L"C:\\a\\b.txt").suelta();
+    cdir_cambia_extension_nombre_fichero_u(&variable, variable + 6);  // a part of the string that is replaced
+    EXPECT_EQ(toma(variable), "C:\\a\\b.txt");
+    variable = cadena_w(L"a|b").suelta();
+    cdir_cambia_extension_nombre_fichero_u(&variable, L"x");
+    EXPECT_EQ(toma(variable), "a|b.x");
+    ESPERA_INFORMES("pathCorrecto == CIERTO");
+}
+
+namespace {
+struct caso_directorio_y_nombre {
+    const char* ruta;
+    unsigned short con_extension;
+    const char* directorio;
+    const char* nombre;
+    std::vector<std::string> informes;
+};
+
+template <class C, class Funcion>
+void comprueba_directorio_y_nombre(const caso_directorio_y_nombre& c, Funcion f,
+                                   const std::basic_string<C, lumodir::rasgos<C>>& ruta) {
+    SCOPED_TRACE(std::string(c.ruta) + " " + std::to_string(c.con_extension));
+    C* dir = nullptr;
+    C* nombre = nullptr;
+    f(ruta.c_str(), c.con_extension, &dir, &nombre);
+    EXPECT_EQ(toma(dir), c.directorio);
+    EXPECT_EQ(toma(nombre), c.nombre);
+    EXPECT_EQ(toma_expresiones(), c.informes);
+    // Each output alone, and none.
+    dir = nombre = nullptr;
+    f(ruta.c_str(), c.con_extension, &dir, nullptr);
+    EXPECT_EQ(toma(dir), c.directorio);
+    f(ruta.c_str(), c.con_extension, nullptr, &nombre);
+    EXPECT_EQ(toma(nombre), c.nombre);
+    EXPECT_EQ(toma_expresiones(), c.informes);
+    f(ruta.c_str(), c.con_extension, nullptr, nullptr);
+    ESPERA_INFORMES();
+}
+}  // namespace
+
+TEST(componentes, directorio_y_nombre_juntos) {
+    const caso_directorio_y_nombre casos[] = {
+        {"C:\\a\\b.txt", 1, "C:\\a\\", "b.txt", {}},
+        {"C:\\a\\b.txt", 0, "C:\\a\\", "b", {}},
+        {"C:\\a\\b.txt", 2, "C:\\a\\", "b", {}},  // only 1 keeps the extension
+        {"C:\\a/b.txt", 1, "C:\\a/", "a/b.txt", {}},  // cut at "\" alone
+        {"C:\\a/b.txt", 0, "C:\\a/", "b", {}},
+        {"C:\\a\\b.txt  ", 1, "C:\\a\\", "b.txt  ", {}},  // not trimmed
+        {"C:\\a\\b.txt  ", 0, "C:\\a\\", "b", {}},
+        {"a|b.txt", 1, "", "a|b.txt", {}},
+        {"a|b.txt", 0, "", "a|b", {"pathCorrecto == CIERTO"}},
+        {"", 1, "", "", {"num_caracteres > 0"}},
+        {"", 0, "", "", {"num_caracteres > 0", "pathCorrecto == CIERTO"}},
+        {"C:\\añó\\b€.ñ", 1, "C:\\añó\\", "b€.ñ", {}},
+    };
+    for (const caso_directorio_y_nombre& c : casos) {
+        comprueba_directorio_y_nombre<wchar_t>(c, lumodir_directorio_y_nombre_base_fichero_UNICODE, w(c.ruta));
+        comprueba_directorio_y_nombre<char>(c, lumodir_directorio_y_nombre_base_fichero, cp1252(c.ruta));
+    }
+}
+
+TEST(componentes, directorio_y_nombre_de_null) {
+    for (unsigned short con_extension = 0; con_extension < 2; ++con_extension) {
+        wchar_t* dir = nullptr;
+        wchar_t* nombre = nullptr;
+        lumodir_directorio_y_nombre_base_fichero_UNICODE(nullptr, con_extension, &dir, &nombre);
+        EXPECT_EQ(toma(dir), "");
+        EXPECT_EQ(toma(nombre), "");
+        char* dir_a = nullptr;
+        char* nombre_a = nullptr;
+        lumodir_directorio_y_nombre_base_fichero(nullptr, con_extension, &dir_a, &nombre_a);
+        EXPECT_EQ(toma(dir_a), "");
+        EXPECT_EQ(toma(nombre_a), "");
+        ESPERA_INFORMES("(ruta_completa) != NULL", "(ruta_completa) != NULL");
+    }
+}
+
+TEST(componentes, suprime_una_barra_final) {
+    struct caso {
+        const char* texto;
+        const char* resultado;
+    };
+    for (const caso& c : {caso{"C:\\dir\\", "C:\\dir"}, caso{"C:\\dir/", "C:\\dir/"}, caso{"C:\\\\", "C:\\"},
+                          caso{"\\", ""}, caso{"", ""}, caso{"ñ", "ñ"}, caso{"a\\ ", "a\\ "}}) {
+        wchar_t* variable = cadena_w(w(c.texto)).suelta();
+        const wchar_t* antes = variable;
+        lumodir_suprime_barra_final_si_hay(&variable);
+        EXPECT_EQ(variable, antes) << "in place";
+        EXPECT_EQ(toma(variable), c.resultado) << c.texto;
+        cadena_w propia(w(c.texto));
+        lumodir::i_suprime_barra_final_si_hay(propia);
+        EXPECT_EQ(u8(propia.ver()), c.resultado) << c.texto;
+        EXPECT_EQ(u8(propia.c_str()), c.resultado) << c.texto;
+    }
+    lumodir_suprime_barra_final_si_hay(nullptr);
+    wchar_t* nula = nullptr;
+    lumodir_suprime_barra_final_si_hay(&nula);
+    EXPECT_EQ(nula, nullptr);
+    ESPERA_INFORMES("(directorio) != NULL", "(directorio) != NULL");
+}
+
+TEST(componentes, textos_largos_y_sustitutos_sueltos) {
+    for (const std::size_t largo : {std::size_t{1}, std::size_t{32767}, std::size_t{100000}}) {
+        const texto_w nombre(largo, L'n');
+        const texto_w ruta = L"C:\\" + texto_w(largo, L'd') + L"\\" + nombre + L".txt";
+        EXPECT_EQ(toma(cdir_nombre_base_fichero_UNICODE(ruta.c_str())), u8(vista_w(nombre)));
+        EXPECT_EQ(toma(cdir_extension_fichero_UNICODE(ruta.c_str())), "txt");
+        EXPECT_EQ(toma(cdir_ruta_y_nombre_fichero_sin_extension_UNICODE(ruta.c_str())),
+                  u8(vista_w(ruta).substr(0, ruta.size() - 4)));
+        EXPECT_EQ(toma(cdir_nombre_de_fichero_suprimiendo_path_UNICODE(ruta.c_str())), u8(nombre + L".txt"));
+        EXPECT_EQ(toma(cdir_ruta_acceso_directorio_fichero_UNICODE(ruta.c_str())),
+                  u8(vista_w(ruta).substr(0, largo + 4)));
+        // The splitter of 8-bit text cuts each piece at 1023 bytes; cutting at separators does not.
+        const texto_a ruta_a = "C:\\d\\" + texto_a(largo, 'n') + ".txt";
+        EXPECT_EQ(toma(cdir_nombre_base_fichero(ruta_a.c_str())),
+                  texto_a(std::min(largo, std::size_t{1023}), 'n'));
+        EXPECT_EQ(toma(cdir_nombre_y_ext_fichero(ruta_a.c_str())),
+                  texto_a(std::min(largo, std::size_t{1023}), 'n') + ".txt");
+        EXPECT_EQ(toma(cdir_nombre_de_fichero_suprimiendo_path(ruta_a.c_str())), texto_a(largo, 'n') + ".txt");
+        const std::vector<std::string> informes = toma_expresiones();
+        EXPECT_EQ(informes, std::vector<std::string>(largo == 1 ? 0 : 5, "pathCorrecto == CIERTO"));
+    }
+    const wchar_t sueltos[] = {0xD800, L'\\', 0xDC00, L'.', 0xDBFF, L'x', 0};
+    EXPECT_EQ(a_vista(cadena_w::adopta(cdir_nombre_base_fichero_UNICODE(sueltos)).c_str()),
+              vista_w(sueltos + 2, 1));
+    EXPECT_EQ(a_vista(cadena_w::adopta(cdir_extension_fichero_UNICODE(sueltos)).c_str()), vista_w(sueltos + 4, 2));
+}
+
+TEST(componentes, cada_byte_pasa_por_la_forma_de_8_bits) {
+    for (int b = 1; b < 256; ++b) {
+        const auto c = static_cast<char>(b);
+        const texto_a nombre = {'a', c, 'b'};
+        const texto_a ruta = "C:\\" + nombre + ".t" + c;
+        const bool separador = c == '\\' || c == '/';
+        lumodir::cadena_a base = lumodir::cadena_a::adopta(cdir_nombre_y_ext_fichero(ruta.c_str()));
+        const texto_a entero = nombre + ".t" + c;
+        EXPECT_EQ(texto_a(base.ver()), separador ? "" : c == ' ' ? "a b.t" : entero) << b;
+        toma_informes();
+    }
+}
+
+// Every string up to this length over these characters, against a model that follows the rules word by word.
+namespace {
+
+constexpr std::size_t longitud_exhaustiva = 5;
+
+template <class Accion>
+void con_cada_texto(const std::string& alfabeto, std::size_t longitud, Accion accion) {
+    std::string texto;
+    accion(texto);
+    std::vector<std::size_t> cifras;
+    for (std::size_t n = 1; n <= longitud; ++n) {
+        cifras.assign(n, 0);
+        for (bool quedan = true; quedan;) {
+            texto.clear();
+            for (const std::size_t cifra : cifras) {
+                texto.push_back(alfabeto[cifra]);
+            }
+            accion(texto);
+            std::size_t i = 0;
+            while (i < n && ++cifras[i] == alfabeto.size()) {
+                cifras[i++] = 0;
+            }
+            quedan = i < n;
+        }
+    }
+}
+
+struct modelo {
+    std::string unidad, dir, nombre, ext;
+    std::vector<std::string> informes;
+};
+
+std::string sin_blancos_finales(std::string texto) {
+    while (!texto.empty() && texto.back() == ' ') {
+        texto.pop_back();
+    }
+    return texto;
+}
+
+std::vector<std::string> trozos_entre(const std::string& texto, const std::string& separadores) {
+    std::vector<std::string> trozos(1);
+    for (const char c : texto) {
+        if (separadores.find(c) == std::string::npos) {
+            trozos.back().push_back(c);
+        } else if (!trozos.back().empty()) {
+            trozos.emplace_back();
+        }
+    }
+    if (trozos.back().empty()) {
+        trozos.pop_back();
+    }
+    return trozos;
+}
+
+modelo divide(const std::string& ruta, bool ancha) {
+    modelo m;
+    std::string resto = sin_blancos_finales(ruta);
+    unsigned short es_unc = 0;
+    if (lumodir::i_path_correcto_con_comodines(resto, &es_unc) != 1) {
+        m.informes.push_back("pathCorrecto == CIERTO");
+    }
+    if (resto.size() > 1 && resto[1] == ':') {
+        m.unidad = resto.substr(0, 2);
+        resto = resto.substr(2);
+    }
+    const std::size_t barra = resto.find_last_of("\\/");
+    if (barra != std::string::npos) {
+        m.dir = resto.substr(0, barra + 1);
+        resto = resto.substr(barra + 1);
+    }
+    const std::size_t punto = resto.rfind('.');
+    m.nombre = resto.substr(0, punto);
+    m.ext = punto == std::string::npos ? "" : resto.substr(punto);
+    if (m.nombre.empty()) {
+        m.nombre.swap(m.ext);
+    }
+    if (es_unc == 0) {
+        return m;
+    }
+    std::vector<std::string> maquinas = trozos_entre(m.dir, "\\");
+    const std::vector<std::string> recursos = trozos_entre(m.dir, "\\/");
+    if (maquinas.empty() && !m.nombre.empty()) {
+        maquinas = {m.nombre + m.ext};
+        m.nombre = m.ext = m.dir = "";
+    }
+    if (maquinas.empty()) {
+        m.informes.push_back(ancha ? "maquina!=NULL" : "(maquina) != NULL");
+    }
+    const bool hay_recurso = recursos.size() > 1;
+    if (!hay_recurso && !ancha) {
+        m.informes.push_back("(recurso) != NULL");
+    }
+    m.unidad = "\\\\" + (maquinas.empty() ? "" : maquinas[0]);
+    if (hay_recurso || !ancha) {
+        m.unidad += "\\" + (hay_recurso ? recursos[1] : "");
+    }
+    const std::size_t donde = m.dir.find(m.unidad);
+    if (donde != std::string::npos) {
+        m.dir.erase(donde, m.unidad.size());
+    }
+    return m;
+}
+
+std::string compone(const modelo& m, std::string ext) {
+    const auto con_barra = [](std::string texto) {
+        return texto.empty() || texto.back() == '\\' || texto.back() == '/' ? texto : texto + "\\";
+    };
+    std::string nombre = sin_blancos_finales(m.nombre);
+    ext = ext.empty() || ext[0] == '.' ? ext : "." + ext;
+    if (m.unidad.size() > 2 && m.unidad.substr(0, 2) == "\\\\") {
+        const bool de_mas = !m.dir.empty() && (m.dir[0] == '\\' || m.dir[0] == '/');
+        nombre = !nombre.empty() && nombre[0] == '\\' ? nombre.substr(1) : nombre;
+        return con_barra(con_barra(m.unidad) + m.dir.substr(de_mas ? 1 : 0)) + nombre + ext;
+    }
+    const std::string unidad = m.unidad.empty() ? "" : m.unidad.substr(0, 1) + ":";
+    return unidad + con_barra(m.dir) + nombre + ext;
+}
+
+// One flavour of every function against the model.
+struct sabor {
+    bool ancha;
+    std::string (*llama)(const funcion& f, const std::string& ruta);
+};
+
+void compara_con_modelo(const sabor& s, const std::string& ruta) {
+    const modelo m = divide(ruta, s.ancha);
+    const auto espera_de = [&](const funcion& f, const std::string& resultado,
+                               const std::vector<std::string>& informes) {
+        const std::string dado = s.llama(f, ruta);
+        const std::vector<std::string> comunicado = toma_expresiones();
+        if (dado != resultado || comunicado != informes) {
+            ADD_FAILURE() << (s.ancha ? "wide " : "8-bit ") << f.nombre << " of '" << ruta << "': '" << dado
+                          << "', not '" << resultado << "'; reports " << testing::PrintToString(comunicado)
+                          << ", not " << testing::PrintToString(informes);
+        }
+    };
+    toma_informes();
+    espera_de(nombre_base, m.nombre, m.informes);
+    espera_de(nombre_y_ext, m.nombre + m.ext, m.informes);
+    espera_de(sin_extension, compone(m, ""), m.informes);
+    espera_de(con_dat, compone(m, "dat"), m.informes);
+
+    std::vector<std::string> de_extension = m.informes;
+    const std::string recortada = sin_blancos_finales(ruta);
+    if (recortada.empty()) {
+        de_extension.insert(de_extension.begin(), "num_caracteres > 0");
+    } else if (recortada.back() == '\\') {
+        de_extension.insert(de_extension.begin(), std::string("path_sin_espacios[num_caracteres - 1] != ") +
+                                                      (s.ancha ? "L" : "") + R"('\\')");
+    }
+    espera_de(extension, m.ext.empty() || m.ext[0] != '.' ? m.ext : m.ext.substr(1), de_extension);
+
+    const std::vector<std::string> vacia(ruta.empty() ? 1 : 0, "num_caracteres > 0");
+    espera_de(directorio, ruta.substr(0, ruta.find_last_of("\\/") + 1), vacia);
+    espera_de(tras_barra, ruta.substr(ruta.rfind('\\') + 1), {});
+}
+
+}  // namespace
+
+TEST(componentes, cada_texto_corto_como_el_modelo) {
+    const sabor ancho = {true, [](const funcion& f, const std::string& ruta) {
+                             return toma(f.ancha(w(ruta).c_str()));
+                         }};
+    const sabor estrecho = {false, [](const funcion& f, const std::string& ruta) {
+                                return toma(f.estrecha(ruta.c_str()));
+                            }};
+    con_cada_texto("a.\\/:? ", longitud_exhaustiva, [&](const std::string& ruta) {
+        compara_con_modelo(ancho, ruta);
+        compara_con_modelo(estrecho, ruta);
+    });
+    // Shares need more room than that.
+    con_cada_texto("a.\\/", longitud_exhaustiva, [&](const std::string& resto) {
+        compara_con_modelo(ancho, "\\\\s" + resto);
+        compara_con_modelo(estrecho, "\\\\s" + resto);
+    });
+}
