@@ -165,7 +165,11 @@ private:
         bool es_enlace() const { return (atributos & FILE_ATTRIBUTE_REPARSE_POINT) != 0; }
     };
 
-    texto_w i_larga(std::string_view relativa) const { return w("\\\\?\\" + ruta(relativa)); }
+    texto_w i_larga(std::string_view relativa) const {
+        std::string resultado = "\\\\?\\" + ruta(relativa);
+        std::replace(resultado.begin(), resultado.end(), '/', '\\');  // the prefix takes it for a character
+        return w(resultado);
+    }
 
     std::vector<entrada> i_entradas(std::string_view relativa) const {
         std::vector<entrada> resultado;

@@ -1,0 +1,20 @@
+// Creation of the directories of a path, level by level, each inside a retry loop.
+//
+// Promises: levels that exist cost no creation, and a path that exists whole costs a single question; a level that
+// somebody else creates meanwhile counts as existing.
+// Cannot promise: to take back the levels already made when a later one fails; nor that a level is a directory: a
+// file of its name counts as existing, and the level below it fails.
+// Checked by tests/files/crea_directorios_win32_test.cpp.
+#pragma once
+
+#include "lumodir_base.h"
+
+namespace lumodir {
+
+// `es_directorio` 1: the path names a directory; else a file, whose directory is wanted. `informa` 1: the retry
+// loops ask the user and a failure is shown at the end; else it works in silence, but for the warning about an
+// incorrect path. 1 when every level exists at the end.
+unsigned short i_crea_directorios(const wchar_t* path, unsigned short es_directorio,
+                                  unsigned short informa) noexcept;
+
+}  // namespace lumodir

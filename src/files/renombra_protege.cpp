@@ -1,0 +1,107 @@
+// See renombra_protege.hpp.
+#include "files/renombra_protege.hpp"
+
+#include "cdir.h"
+#include "companions/buclrein.hpp"
+#include "companions/error_interno.hpp"
+#include "companions/lmlongpath.hpp"
+#include "frame/avisos.hpp"
+#include "frame/catalogo.hpp"
+#include "frame/puente.hpp"
+#include "lumodir.h"
+
+namespace lumodir {
+namespace {
+
+bool i_nombres_dados(const wchar_t* viejo, const wchar_t* nuevo) noexcept {
+    const bool hay_viejo = i_comprueba(viejo != nullptr, "(nombre_viejo) != NULL");
+    const bool hay_nuevo = i_comprueba(nuevo != nullptr, "(nombre_nuevo) != NULL");
+    return hay_viejo && hay_nuevo;
+}
+
+unsigned short i_renombra(const wchar_t* viejo, const wchar_t* nuevo, DWORD* codigo) noexcept {
+    return lmlongpath_RenameFileW(viejo, nuevo, codigo) ? CIERTO : FALSO;
+}
+
+}  // namespace
+
+unsigned short i_cambia_proteccion(const wchar_t* nomfich, int modo, unsigned short informa) noexcept {
+    if (!i_comprueba(nomfich != nullptr, "(nomfich) != NULL")) {
+        return FALSO;
+    }
+    i_comprueba_con(modo == modo_lectura || modo == modo_escritura, "mode == _S_IREAD || mode == _S_IWRITE",
+                    a_vista(nomfich));
+    const auto intento = [&]() -> unsigned short {
+        return lmlongpath_wchmod(nomfich, modo) == 0 ? CIERTO : FALSO;
+    };
+    const auto al_fallar = [&](BuclRein* bucle) {
+        const ConstructorMensaje motivo = modo == modo_lectura ? i_msg_53961_no_se_puede_proteger_fichero
+                                                               : i_msg_53962_no_se_puede_desproteger_fichero;
+        buclrein_set_mensaje_reintentar(bucle, i_mensaje(motivo, {nomfich}), 0);
+    };
+    return i_con_reintentos(CIERTO, informa, intento, al_fallar);
+}
+
+}  // namespace lumodir
+
+using namespace lumodir;
+
+void cdir_renombra_fichero_UNICODE(const wchar_t* nombre_viejo, const wchar_t* nombre_nuevo) {
+    if (!i_nombres_dados(nombre_viejo, nombre_nuevo)) {
+        return;
+    }
+    DWORD codigo = 0;
+    const auto intento = [&] { return i_renombra(nombre_viejo, nombre_nuevo, &codigo); };
+    const auto al_fallar = [&](BuclRein* bucle) {
+        const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
+        buclrein_set_mensaje_reintentar(
+            bucle, copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, nombre_viejo, nombre_nuevo}),
+            codigo);
+    };
+    i_con_reintentos(CIERTO, CIERTO, intento, al_fallar);
+}
+
+void cdir_renombra_fichero(const char* nombre_viejo, const char* nombre_nuevo) {
+    puente<cdir_renombra_fichero_UNICODE>(nombre_viejo, nombre_nuevo);
+}
+
+unsigned short cdir_renombra_fichero_si_es_posible_UNICODE(const wchar_t* nombre_viejo,
+                                                           const wchar_t* nombre_nuevo) {
+    if (!i_nombres_dados(nombre_viejo, nombre_nuevo)) {
+        return FALSO;
+    }
+    // A single attempt with nothing to say: what a loop without retries comes to.
+    return i_renombra(nombre_viejo, nombre_nuevo, nullptr);
+}
+
+unsigned short cdir_mueve_fichero(const wchar_t* origen, const wchar_t* destino) {
+    const bool hay_origen = i_comprueba(origen != nullptr, "(origen) != NULL");
+    const bool hay_destino = i_comprueba(destino != nullptr, "(destino) != NULL");
+    return hay_origen && hay_destino && lmlongpath_MoveFileW(origen, destino, 0) ? CIERTO : FALSO;
+}
+
+void lumodir_protege_fichero_UNICODE(const wchar_t* nomfich) {
+    i_cambia_proteccion(nomfich, modo_lectura, CIERTO);
+}
+
+void lumodir_protege_fichero(const char* nomfich) {
+    puente<lumodir_protege_fichero_UNICODE>(nomfich);
+}
+
+void lumodir_desprotege_fichero_UNICODE(const wchar_t* nomfich) {
+    i_cambia_proteccion(nomfich, modo_escritura, CIERTO);
+}
+
+void lumodir_desprotege_fichero(const char* nomfich) {
+    puente<lumodir_desprotege_fichero_UNICODE>(nomfich);
+}
+
+void lumodir_desprotege_fichero_si_existe_UNICODE(const wchar_t* nomfich) {
+    if (cdir_existe_fichero_UNICODE(nomfich) == CIERTO) {
+        lumodir_desprotege_fichero_UNICODE(nomfich);
+    }
+}
+
+void lumodir_desprotege_fichero_si_existe(const char* nomfich) {
+    puente<lumodir_desprotege_fichero_si_existe_UNICODE>(nomfich);
+}

@@ -1,0 +1,555 @@
+// Creation of directories on a real disk, in both flavours; on a disk of the imagination against a naive model; and
+// under faults, with the retries and messages that go with them.
+#include "files/crea_directorios.hpp"
+
+#include <set>
+
+#include "apoyo/apoyo.hpp"
+#include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
+#include "cdir.h"
+#include "companions/buclrein.h"
+#include "companions/plataforma.hpp"
+#include "lumodir.h"
+
+using namespace apoyo;
+
+namespace {
+
+using lista = std::vector<std::string>;
+
+std::string texto_de_codigo(DWORD codigo) {
+    return u8(lumodir::plataforma::texto_de_codigo_de_error(codigo).ver());
+}
+
+struct fila {
+    std::string ruta;  // relative to the test's directory
+    unsigned short es_directorio;
+    lista arbol;  // what is there afterwards
+    bool solo_ancha = false;
+};
+
+// A disk of the imagination: directories as full texts; "C:" and "\\s\r" are roots that exist. Paths are resolved as the system
+// does: by their text, "." and ".." included, final points cut.
+class disco_falso {
+public:
+    std::set<std::string> hay;
+    lista creados;
+
+    disco_falso() { i_actual() = this; }
+    static std::string completa(const std::string& ruta) {
+        const std::string absoluta =
+            ruta.rfind("\\\\", 0) == 0 ? ruta
+            : ruta.size() > 1 && ruta[1] == ':'
+                ? (ruta.size() > 2 && ruta[2] == '\\' ? ruta : "C:\\cur\\" + ruta.substr(2))
+            : !ruta.empty() && ruta[0] == '\\' ? "C:" + ruta
+                                               : "C:\\cur\\" + ruta;
+        const std::size_t raiz = absoluta[0] == '\\' ? 5 : 2;  // of "\\s\r" or "C:"
+        lista pila;
+        std::string nombre;
+        for (const char c : absoluta.substr(raiz) + "\\") {
+            if (c != '\\') {
+                nombre += c;
+                continue;
+            }
+            if (nombre == "..") {
+                if (!pila.empty()) {
+                    pila.pop_back();
+                }
+            } else {
+                while (!nombre.empty() && nombre.back() == '.') {
+                    nombre.pop_back();
+                }
+                if (!nombre.empty()) {
+                    pila.push_back(nombre);
+                }
+            }
+            nombre.clear();
+        }
+        std::string resultado = absoluta.substr(0, raiz);
+        for (const std::string& n : pila) {
+            resultado += "\\" + n;
+        }
+        return resultado;
+    }
+    bool existe(const std::string& ruta) const {
+        const std::string c = completa(ruta);
+        return c == "C:" || c == "\\\\s\\r" || c == "C:\\cur" || hay.count(c) != 0;
+    }
+    DWORD crea(const std::string& ruta) {
+        const std::string c = completa(ruta);
+        if (existe(ruta)) {
+            return ERROR_ALREADY_EXISTS;
+        }
+        if (!existe(c.substr(0, c.rfind('\\')))) {
+            return ERROR_PATH_NOT_FOUND;
+        }
+        hay.insert(c);
+        creados.push_back(ruta);
+        return 0;
+    }
+    static DWORD WINAPI atributos(const wchar_t* ruta) {
+        return i_actual()->existe(u8(ruta)) ? FILE_ATTRIBUTE_DIRECTORY : INVALID_FILE_ATTRIBUTES;
+    }
+    static BOOL WINAPI crea_directorio(const wchar_t* ruta, SECURITY_ATTRIBUTES*) {
+        const DWORD codigo = i_actual()->crea(u8(ruta));
+        ::SetLastError(codigo);
+        return codigo == 0;
+    }
+    static DWORD WINAPI forma_completa(const wchar_t* ruta, DWORD sitio, wchar_t* destino, wchar_t**) {
+        const texto_w c = w(completa(u8(ruta)));
+        if (sitio <= c.size()) {
+            return static_cast<DWORD>(c.size() + 1);
+        }
+        std::copy_n(c.c_str(), c.size() + 1, destino);
+        return static_cast<DWORD>(c.size());
+    }
+
+private:
+    static disco_falso*& i_actual() {
+        static disco_falso* actual = nullptr;
+        return actual;
+    }
+};
+
+const std::string larga_1(100, 'a'), larga_2(100, 'b'), larga_3(100, 'c');
+
+const fila filas[] = {
+    {.ruta = "a\\b", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "a\\b\\", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "a\\b/", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "a\\b\\f.txt", .es_directorio = 0, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "a\\b\\f.txt", .es_directorio = 2, .arbol = {"a\\", "a\\b\\"}},  // only 1 is true
+    {.ruta = "a\\b\\f.txt", .es_directorio = 1, .arbol = {"a\\", "a\\b\\", "a\\b\\f.txt\\"}},
+    {.ruta = "a\\b\\", .es_directorio = 0, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "f.txt", .es_directorio = 0, .arbol = {}},
+    {.ruta = "a/b/c", .es_directorio = 1, .arbol = {"a\\", "a\\b\\", "a\\b\\c\\"}},
+    {.ruta = "a\\\\b//c", .es_directorio = 1, .arbol = {"a\\", "a\\b\\", "a\\b\\c\\"}},
+    {.ruta = "a\\x\\..\\b", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "a\\x\\..\\b\\f.txt", .es_directorio = 0, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "a\\x\\y\\..\\..\\b", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "a\\x\\..\\y\\..\\b", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "a\\x\\..\\b\\", .es_directorio = 0, .arbol = {"a\\"}},  // resolving drops the final separator
+    {.ruta = "a\\x\\..", .es_directorio = 1, .arbol = {"a\\", "a\\x\\"}},  // only a ".." inside is resolved
+    {.ruta = "a/x/../b", .es_directorio = 1, .arbol = {"a\\", "a\\b\\", "a\\x\\"}},  // nor between "/"
+    {.ruta = "a\\.\\b", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
+    {.ruta = "con espacio\\.punto", .es_directorio = 1, .arbol = {"con espacio\\", "con espacio\\.punto\\"}},
+    {.ruta = "\u00f1\\\u20ac\u00fc", .es_directorio = 1, .arbol = {"\u00f1\\", "\u00f1\\\u20ac\u00fc\\"}},
+    {.ruta = "\u4e2d\\\U0001F600",
+     .es_directorio = 1,
+     .arbol = {"\u4e2d\\", "\u4e2d\\\U0001F600\\"},
+     .solo_ancha = true},
+    {.ruta = larga_1 + "\\" + larga_2 + "\\" + larga_3,  // beyond the classic limit
+     .es_directorio = 1,
+     .arbol = {larga_1 + "\\", larga_1 + "\\" + larga_2 + "\\",
+               larga_1 + "\\" + larga_2 + "\\" + larga_3 + "\\"}},
+};
+
+}  // namespace
+
+TEST(crea_directorios, cada_fila_en_ambos_sabores) {
+    const directorio_temporal dir;
+    for (const fila& f : filas) {
+        SCOPED_TRACE(f.ruta + " " + std::to_string(f.es_directorio));
+        const texto_w ancha = dir.ruta_w(f.ruta);
+        EXPECT_EQ(cdir_crea_directorios_UNICODE(ancha.c_str(), f.es_directorio), 1);
+        EXPECT_EQ(dir.arbol(), f.arbol);
+        // What exists is passed over, again and again, with no creation.
+        {
+            fallos f2;
+            EXPECT_EQ(cdir_crea_directorios_UNICODE(ancha.c_str(), f.es_directorio), 1);
+            EXPECT_EQ(f2.cuenta("CreateDirectoryW"), 0u);
+        }
+        EXPECT_EQ(dir.arbol(), f.arbol);
+        dir.limpia();
+        if (!f.solo_ancha) {
+            cdir_crea_directorios(dir.ruta_a(f.ruta).c_str(), f.es_directorio);
+            EXPECT_EQ(dir.arbol(), f.arbol);
+            dir.limpia();
+        }
+    }
+}
+
+TEST(crea_directorios, las_variantes_son_la_misma_creacion) {
+    const directorio_temporal dir;
+    const lista dos = {"a\\", "a\\b\\"};
+    const lista tres = {"a\\", "a\\b\\", "a\\b\\f.txt\\"};
+    const texto_w ancha = dir.ruta_w("a\\b\\f.txt");
+    const texto_a ocho = dir.ruta_a("a\\b\\f.txt");
+    const auto queda = [&](const lista& arbol) {
+        EXPECT_EQ(dir.arbol(), arbol);
+        dir.limpia();
+    };
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(ancha.c_str()), 1);
+    queda(tres);
+    cdir_crea_directorios_del_path(ocho.c_str());
+    queda(tres);
+    EXPECT_EQ(cdir_crea_directorios_fichero_UNICODE(ancha.c_str()), 1);
+    queda(dos);
+    cdir_crea_directorios_fichero(ocho.c_str());
+    queda(dos);
+    EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(ancha.c_str()), 1);
+    queda(tres);
+    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible_UNICODE(ancha.c_str()), 1);
+    queda(dos);
+    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible(ocho.c_str()), 1);
+    queda(dos);
+}
+
+TEST(crea_directorios, una_ruta_relativa_cuenta_desde_el_directorio_actual) {
+    const directorio_temporal dir;
+    wchar_t antes[MAX_PATH];
+    ::GetCurrentDirectoryW(MAX_PATH, antes);
+    ASSERT_TRUE(::SetCurrentDirectoryW(dir.ruta_w().c_str()));
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"a\\b", 1), 1);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"c\\x\\..\\d\\f.txt", 0), 1);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(w(dir.ruta().substr(0, 2) + "e\\f").c_str(), 1), 1);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"f.txt", 0), 1);
+    ::SetCurrentDirectoryW(antes);
+    EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\b\\", "c\\", "c\\d\\", "e\\", "e\\f\\"}));
+}
+
+TEST(crea_directorios, null_se_informa_y_no_se_crea_nada) {
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(nullptr, 1), 0);
+    ESPERA_INFORMES("(path) != NULL");
+    cdir_crea_directorios(nullptr, 1);
+    ESPERA_INFORMES("(path) != NULL");
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(path) != NULL");
+    cdir_crea_directorios_del_path(nullptr);
+    ESPERA_INFORMES("(path) != NULL");
+    EXPECT_EQ(cdir_crea_directorios_fichero_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(path) != NULL");
+    cdir_crea_directorios_fichero(nullptr);
+    ESPERA_INFORMES("(path) != NULL");
+    EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(path) != NULL");
+    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(path) != NULL");
+    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible(nullptr), 0);
+    ESPERA_INFORMES("(path) != NULL");
+}
+
+TEST(crea_directorios, sin_directorio_no_hay_nada_que_crear) {
+    fallos f;
+    for (const char* ruta : {"C:", "C:\\", "\\", "\\\\srv\\recurso\\"}) {
+        EXPECT_EQ(cdir_crea_directorios_UNICODE(w(ruta).c_str(), 1), 1) << ruta;
+    }
+    for (const char* ruta : {"C:f.txt", "f.txt", "\\f.txt", "C:\\f.txt", "\\\\srv\\recurso\\f.txt"}) {
+        EXPECT_EQ(cdir_crea_directorios_UNICODE(w(ruta).c_str(), 0), 1) << ruta;
+    }
+    ESPERA_AVISOS();
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"", 1), 1);
+    ESPERA_AVISOS("The file '' is not correct");
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"", 0), 1);
+    ESPERA_AVISOS("The file '' is not correct");
+    EXPECT_EQ(f.llamadas(), 0u);
+}
+
+TEST(crea_directorios, un_recurso_sin_barra_final_es_un_nivel) {
+    // The splitter takes the share for the name there, so it must exist or be created.
+    disco_falso disco;
+    const sustituye atributos(lumodir::sistema.GetFileAttributesW, &disco_falso::atributos);
+    const sustituye crea(lumodir::sistema.CreateDirectoryW, &disco_falso::crea_directorio);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"\\\\s\\r", 1), 1);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"\\\\s\\r\\a\\b", 1), 1);
+    EXPECT_EQ(disco.creados, (lista{"\\\\s\\r\\a", "\\\\s\\r\\a\\b"}));
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"\\\\s\\otro", 1), 0);
+    EXPECT_EQ(toma_preguntas().size(), 1u);
+    ESPERA_AVISOS("The directory name '\\\\s\\otro' is incorrect");
+}
+
+TEST(crea_directorios, lo_que_existe_entero_cuesta_una_pregunta) {
+    const directorio_temporal dir;
+    dir.directorio("a\\b\\c\\d\\e\\f");
+    fallos f;
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(dir.ruta_w("a\\b\\c\\d\\e\\f").c_str(), 1), 1);
+    EXPECT_EQ(f.llamadas(), 1u);
+    EXPECT_EQ(f.cuenta("GetFileAttributesW"), 1u);
+}
+
+TEST(crea_directorios, cada_nivel_que_falta_se_crea_una_vez_y_en_orden) {
+    const directorio_temporal dir;
+    dir.directorio("a");
+    fallos f;
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(dir.ruta_w("a/b/c/d").c_str(), 1), 1);
+    EXPECT_EQ(f.rutas("CreateDirectoryW"),
+              (lista{dir.ruta("a\\b"), dir.ruta("a\\b\\c"), dir.ruta("a\\b\\c\\d")}));
+}
+
+// ---- Against a naive model, on a disk of the imagination ----
+
+namespace {
+
+// The procedure told step by step, with no thought of cost.
+bool modelo(disco_falso& disco, const std::string& path, bool es_directorio) {
+    std::string unidad;
+    // A name that ends in a point makes the path incorrect before it is known for a share.
+    const bool punto_final = path.ends_with("x.");
+    if (path.rfind("\\\\s\\r", 0) == 0 && !punto_final) {
+        unidad = path.substr(0, 5);
+    } else if (path.size() > 1 && path[1] == ':') {
+        unidad = path.substr(0, 2);
+    }
+    std::string resto = path.substr(unidad.size());
+    const auto trozos = [](const std::string& texto) {
+        lista resultado;
+        std::string trozo;
+        for (const char c : texto + "\\") {
+            if (c != '\\' && c != '/') {
+                trozo += c;
+            } else if (!trozo.empty()) {
+                resultado.push_back(std::move(trozo));
+                trozo.clear();
+            }
+        }
+        return resultado;
+    };
+    if (resto.find("\\..\\") != resto.npos) {
+        lista componentes = trozos(resto);
+        for (std::size_t i = 1; i < componentes.size();) {
+            if (componentes[i] == "..") {
+                componentes.erase(componentes.begin() + static_cast<long>(i) - 1,
+                                  componentes.begin() + static_cast<long>(i) + 1);
+                i = 1;
+            } else {
+                ++i;
+            }
+        }
+        std::string unido;
+        for (const std::string& c : componentes) {
+            unido += "\\" + c;
+        }
+        resto = !unido.empty() && resto[0] != '\\' && resto[0] != '/' ? unido.substr(1) : unido;
+    }
+    if (es_directorio && (resto.empty() || (resto.back() != '\\' && resto.back() != '/'))) {
+        resto += "\\";
+    }
+    const std::size_t barra = resto.find_last_of("\\/");
+    const std::string directorio = barra == resto.npos ? "" : resto.substr(0, barra + 1);
+    std::string camino = unidad;
+    bool primero = true;
+    for (const std::string& componente : trozos(directorio)) {
+        if (!(primero && directorio[0] != '\\' && directorio[0] != '/')) {
+            camino += "\\";
+        }
+        primero = false;
+        camino += componente;
+        if (!disco.existe(camino) && disco.crea(camino) != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+TEST(crea_directorios, hace_lo_mismo_que_el_modelo_ingenuo) {
+    const std::string componentes[] = {"a", "b", "..", ".", "x.", ""};
+    const std::string unidades[] = {"C:\\", "C:", "\\", "", "\\\\s\\r\\"};
+    const std::set<std::string> discos[] = {
+        {},
+        {"C:\\a", "C:\\cur\\a", "\\\\s\\r\\a"},
+        {"C:\\a", "C:\\a\\b", "C:\\a\\b\\a", "C:\\cur\\b", "C:\\cur\\b\\a"},
+        {"C:\\a", "C:\\a\\a", "C:\\b", "C:\\b\\a", "C:\\b\\a\\b", "C:\\x"}};
+    unsigned num = 0;
+    buclrein_establece_politica(0, 0);
+    for (const std::string& unidad : unidades) {
+        for (unsigned n = 0; n < 6 * 6 * 6 * 6; ++n) {
+            const std::string& c1 = componentes[n % 6];
+            const std::string& c2 = componentes[n / 6 % 6];
+            const std::string& c3 = componentes[n / 36 % 6];
+            const std::string& c4 = componentes[n / 216];
+            const std::string ruta = unidad + c1 + "\\" + c2 + (n % 2 == 0 ? "\\" : "/") + c3 + "\\" + c4;
+            if (c1.empty() && !unidad.empty() && unidad.back() == '\\' && unidad.size() < 5) {
+                continue;  // two separators after the drive make a share of it: the splitter's own rule
+            }
+            for (const bool es_directorio : {true, false}) {
+                for (const std::set<std::string>& antes : discos) {
+                    disco_falso esperado;
+                    esperado.hay = antes;
+                    const bool bien = modelo(esperado, ruta, es_directorio);
+                    disco_falso disco;
+                    disco.hay = antes;
+                    unsigned short resultado;
+                    {
+                        const sustituye atributos(lumodir::sistema.GetFileAttributesW,
+                                                  &disco_falso::atributos);
+                        const sustituye crea(lumodir::sistema.CreateDirectoryW,
+                                             &disco_falso::crea_directorio);
+                        const sustituye completa(lumodir::sistema.GetFullPathNameW,
+                                                 &disco_falso::forma_completa);
+                        resultado = lumodir::i_crea_directorios(w(ruta).c_str(), es_directorio ? 1 : 0, 0);
+                    }
+                    toma_avisos();  // an incorrect path is tried all the same
+                    ASSERT_EQ(resultado, bien ? 1 : 0) << ruta;
+                    ASSERT_EQ(disco.hay, esperado.hay) << ruta;
+                    ASSERT_EQ(disco.creados, esperado.creados) << ruta;
+                    ++num;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(num, (5u * 1296 - 2 * 216) * 2 * 4);
+}
+
+// ---- Failures, retries, messages ----
+
+TEST(crea_directorios, un_nivel_que_se_resiste_se_reintenta_en_silencio) {
+    const directorio_temporal dir;
+    fallos f;
+    f.falla_siempre("CreateDirectoryW", ERROR_ACCESS_DENIED, 3);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(dir.ruta_w("a\\b").c_str(), 1), 1);
+    EXPECT_EQ(f.rutas("CreateDirectoryW"),
+              (lista{dir.ruta("a"), dir.ruta("a"), dir.ruta("a"), dir.ruta("a"), dir.ruta("a\\b")}));
+    EXPECT_EQ(toma_esperas(), (std::vector<unsigned long>{100, 100, 100}));
+    EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\b\\"}));
+}
+
+TEST(crea_directorios, si_no_cede_se_pregunta_y_al_final_se_avisa) {
+    const directorio_temporal dir;
+    const std::string ruta_b = dir.ruta("a\\\u00f1");
+    for (const bool ocho : {false, true}) {
+        fallos f;
+        dir.limpia();
+        dir.directorio("a");
+        unsigned si = 2;  // yes, yes, no
+        contesta([&](const pregunta&) -> unsigned short { return si-- > 0 ? 1 : 0; });
+        f.falla_siempre("CreateDirectoryW", ERROR_DISK_FULL);
+        if (ocho) {
+            cdir_crea_directorios_fichero(dir.ruta_a("a\\\u00f1\\c\\f.txt").c_str());
+        } else {
+            EXPECT_EQ(cdir_crea_directorios_fichero_UNICODE(dir.ruta_w("a\\\u00f1\\c\\f.txt").c_str()), 0);
+        }
+        // The first, five in silence, two that were granted; the level below is never tried.
+        EXPECT_EQ(f.rutas("CreateDirectoryW"), lista(8, ruta_b));
+        EXPECT_EQ(toma_esperas(), std::vector<unsigned long>(5, 100));
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), 3u);
+        for (const pregunta& p : preguntas) {
+            EXPECT_EQ(p.mensaje,
+                      "Cannot create the directory '" + ruta_b + "'\n" + texto_de_codigo(ERROR_DISK_FULL));
+            EXPECT_EQ(p.codigo, DWORD{ERROR_DISK_FULL});
+        }
+        ESPERA_AVISOS("The directory name '" + ruta_b + "' is incorrect");
+        EXPECT_EQ(dir.arbol(), lista{"a\\"});
+    }
+}
+
+TEST(crea_directorios, si_el_usuario_lo_arregla_se_sigue_con_los_demas_niveles) {
+    const directorio_temporal dir;
+    fallos f;
+    f.falla_siempre("CreateDirectoryW", ERROR_ACCESS_DENIED);
+    contesta([&](const pregunta&) -> unsigned short {
+        f.no_falla();
+        return 1;
+    });
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a\\b").c_str()), 1);
+    EXPECT_EQ(toma_preguntas().size(), 1u);
+    EXPECT_EQ(toma_esperas().size(), 5u);
+    EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\b\\"}));
+}
+
+TEST(crea_directorios, el_nivel_que_otro_crea_mientras_se_espera_vale) {
+    const directorio_temporal dir;
+    fallos f;
+    f.falla_siempre("CreateDirectoryW", ERROR_ACCESS_DENIED);
+    al_dormir([&](unsigned long) { dir.directorio("a"); });
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a").c_str()), 1);
+    EXPECT_EQ(f.cuenta("CreateDirectoryW"), 1u);  // by the second attempt it is there: nothing to create
+    EXPECT_EQ(toma_esperas().size(), 1u);
+}
+
+TEST(crea_directorios, el_nivel_que_otro_crea_antes_de_llegar_vale) {
+    const directorio_temporal dir;
+    fallos f;
+    f.falla_siempre("CreateDirectoryW", ERROR_ALREADY_EXISTS, 1);
+    dir.directorio("a");
+    f.falla_siempre("GetFileAttributesW", ERROR_ACCESS_DENIED, 2);  // not to be seen
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a").c_str()), 1);
+    EXPECT_TRUE(toma_esperas().empty());
+}
+
+TEST(crea_directorios, si_es_posible_reintenta_pero_calla) {
+    const directorio_temporal dir;
+    for (int variante = 0; variante < 3; ++variante) {
+        fallos f;
+        f.falla_siempre("CreateDirectoryW", ERROR_SHARING_VIOLATION);
+        const unsigned short resultado =
+            variante == 0 ? cdir_crea_directorios_si_es_posible_UNICODE(dir.ruta_w("a\\b").c_str())
+            : variante == 1
+                ? cdir_crea_directorios_fichero_si_es_posible_UNICODE(dir.ruta_w("a\\b\\f").c_str())
+                : cdir_crea_directorios_fichero_si_es_posible(dir.ruta_a("a\\b\\f").c_str());
+        EXPECT_EQ(resultado, 0);
+        EXPECT_EQ(f.rutas("CreateDirectoryW"), lista(6, dir.ruta("a")));
+        EXPECT_EQ(toma_esperas(), std::vector<unsigned long>(5, 100));
+    }
+}
+
+TEST(crea_directorios, en_modo_servicio_un_intento_y_silencio) {
+    const directorio_temporal dir;
+    lumodir_establece_modo_servicio_sin_reintentos();
+    fallos f;
+    f.falla_siempre("CreateDirectoryW", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a\\b").c_str()), 0);
+    EXPECT_EQ(f.rutas("CreateDirectoryW"), lista{dir.ruta("a")});
+    EXPECT_TRUE(toma_esperas().empty());
+    f.no_falla();
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a\\b").c_str()), 1);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"", 1), 1);  // nor is the path complained about
+}
+
+TEST(crea_directorios, un_fichero_en_medio_cuenta_como_nivel_y_el_siguiente_falla) {
+    const directorio_temporal dir;
+    dir.fichero("a", "intacto");
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a").c_str()), 1);
+    fallos f;
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a\\b\\c").c_str()), 0);
+    EXPECT_EQ(f.rutas("CreateDirectoryW"), lista(6, dir.ruta("a\\b")));
+    const std::vector<pregunta> preguntas = toma_preguntas();
+    ASSERT_EQ(preguntas.size(), 1u);
+    EXPECT_EQ(preguntas[0].mensaje, "Cannot create the directory '" + dir.ruta("a\\b") + "'\n" +
+                                        texto_de_codigo(preguntas[0].codigo));
+    EXPECT_NE(preguntas[0].codigo, 0u);
+    ESPERA_AVISOS("The directory name '" + dir.ruta("a\\b") + "' is incorrect");
+    EXPECT_EQ(dir.contenido("a"), "intacto");
+}
+
+TEST(crea_directorios, una_ruta_incorrecta_se_dice_y_se_intenta) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.ruta("a\\b?b\\c");
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(w(ruta + "  ").c_str(), 1), 0);
+    EXPECT_EQ(toma_preguntas().size(), 1u);
+    ESPERA_AVISOS("The file '" + ruta + "' is not correct",
+                  "The directory name '" + dir.ruta("a\\b?b") + "' is incorrect");
+    EXPECT_EQ(dir.arbol(), lista{"a\\"});
+    // Silence is about the creation, not about the path.
+    EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(w(ruta).c_str()), 0);
+    ESPERA_AVISOS("The file '" + ruta + "' is not correct");
+}
+
+TEST(crea_directorios, bajo_fallos_la_respuesta_dice_lo_que_hay) {
+    const directorio_temporal dir;
+    for (const std::string& principio : {std::string("a"), larga_1 + "\\" + larga_2}) {
+        const texto_w ruta = dir.ruta_w(principio + "\\b\\c\\d");
+        unsigned short resultado = 0;
+        con_cada_fallo(
+            [&] {
+                dir.limpia();
+                dir.directorio(principio);
+            },
+            [&] { resultado = cdir_crea_directorios_del_path_UNICODE(ruta.c_str()); },
+            [&](const ronda& r) {
+                EXPECT_EQ(resultado, dir.es_directorio(principio + "\\b\\c\\d") ? 1 : 0) << r;
+                if (!r.para_siempre) {
+                    EXPECT_EQ(resultado, 1) << r;  // one fault is retried away
+                    EXPECT_TRUE(toma_preguntas().empty()) << r;
+                } else if (principio.size() == 1) {
+                    EXPECT_EQ(resultado, r.limpia ? 1 : 0) << r;
+                }
+                EXPECT_EQ(toma_avisos().size(), resultado == 1 ? 0u : 1u) << r;
+                EXPECT_EQ(toma_preguntas().size(), resultado == 1 ? 0u : 1u) << r;
+                toma_esperas();
+            });
+    }
+}
