@@ -7,5 +7,6 @@ namespace bancos {
 
 void rutas();
 void listados();
+void registro();
 
 }  // namespace bancos

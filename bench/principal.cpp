@@ -8,7 +8,7 @@ namespace {
 constexpr struct {
     const char* nombre;
     void (*corre)();
-} grupos[] = {{"paths", bancos::rutas}, {"listings", bancos::listados}};
+} grupos[] = {{"paths", bancos::rutas}, {"listings", bancos::listados}, {"registry", bancos::registro}};
 
 }  // namespace
 

@@ -1,0 +1,111 @@
+// Opening and closing keys, and the test of their existence. See lumoreg.hpp.
+#include "system/lumoreg.hpp"
+
+#include "frame/puente.hpp"
+
+namespace lumodir {
+namespace {
+
+// NULL when it does not open; a success that gives no key is reported and counts as none.
+template <class C>
+HKEY i_abre_una_vez(HKEY raiz, const C* ruta, REGSAM acceso, lugar donde) noexcept {
+    HKEY hKey = nullptr;
+    if (registro_de<C>::abre(raiz, ruta, acceso, &hKey) != ERROR_SUCCESS) {
+        return nullptr;
+    }
+    i_comprueba(hKey != nullptr, "(hKey) != NULL", donde);
+    return hKey;
+}
+
+// Whoever asks for a key without naming a view wants it wherever it is: a program's settings may have been
+// written by the 32-bit or by the 64-bit edition. A 32-bit process sees the 32-bit view without asking.
+template <class C>
+HKEY i_abre_por_turno(HKEY raiz, const C* ruta, REGSAM acceso, lugar donde) noexcept {
+    HKEY clave = i_abre_una_vez(raiz, ruta, acceso, donde);
+    if (clave == nullptr) {
+        clave = i_abre_una_vez(raiz, ruta, acceso | KEY_WOW64_64KEY, donde);
+    }
+    if (clave == nullptr && sistema_registro.machine_es_imagen_de_64bits() == CIERTO) {
+        clave = i_abre_una_vez(raiz, ruta, acceso | KEY_WOW64_32KEY, donde);
+    }
+    return clave;
+}
+
+unsigned short i_existe(const apertura& como, const wchar_t* ruta, lugar donde) noexcept {
+    return clave_abierta<wchar_t>(como, ruta, KEY_QUERY_VALUE, donde).abierta() ? CIERTO : FALSO;
+}
+
+}  // namespace
+
+HKEY i_raiz(unsigned long raiz, lugar donde) noexcept {
+    switch (raiz) {
+        case LUMOREG_RAIZ_CLASSES_ROOT:
+            return HKEY_CLASSES_ROOT;
+        case LUMOREG_RAIZ_CURRENT_CONFIG:
+            return HKEY_CURRENT_CONFIG;
+        case LUMOREG_RAIZ_CURRENT_USER:
+            return HKEY_CURRENT_USER;
+        case LUMOREG_RAIZ_LOCAL_MACHINE:
+            return HKEY_LOCAL_MACHINE;
+        case LUMOREG_RAIZ_USERS:
+            return HKEY_USERS;
+        default:
+            error_interno_default_error(donde);
+            return nullptr;
+    }
+}
+
+bool i_anade_vista(unsigned long vista, REGSAM* acceso, lugar donde) noexcept {
+    switch (vista) {
+        case LUMOREG_VISTA_PROCESO:
+            return true;
+        case LUMOREG_VISTA_64BITS:
+            *acceso |= KEY_WOW64_64KEY;
+            return true;
+        case LUMOREG_VISTA_32BITS:
+            *acceso |= KEY_WOW64_32KEY;
+            return true;
+        default:
+            error_interno_default_error(donde);
+            return false;
+    }
+}
+
+template <class C>
+clave_abierta<C>::clave_abierta(const apertura& como, const C* ruta, REGSAM acceso, lugar donde) noexcept
+    : ruta_(a_vista(ruta)), donde_(donde) {
+    const bool hay_ruta = i_comprueba(ruta != nullptr, "(clave) != NULL", donde);
+    const bool hay_vista = i_anade_vista(como.vista, &acceso, donde);
+    const HKEY raiz = i_raiz(como.raiz, donde);
+    if (hay_ruta && hay_vista && raiz != nullptr) {
+        clave_ = como.por_turno ? i_abre_por_turno(raiz, ruta, acceso, donde)
+                                : i_abre_una_vez(raiz, ruta, acceso, donde);
+    }
+}
+
+template <class C>
+clave_abierta<C>::~clave_abierta() {
+    if (abierta()) {
+        comprueba(sistema_registro.RegCloseKey(clave_));
+    }
+}
+
+template class clave_abierta<char>;
+template class clave_abierta<wchar_t>;
+
+}  // namespace lumodir
+
+using namespace lumodir;
+
+unsigned short lumoreg_existe_clave_u(unsigned long raiz, const wchar_t* clave) {
+    return i_existe(apertura::en_cualquiera(raiz), clave, lugar::aqui());
+}
+
+unsigned short lumoreg_existe_clave(unsigned long raiz, const char* clave) {
+    return puente<lumoreg_existe_clave_u>(raiz, clave);
+}
+
+unsigned short lumoreg_existe_clave_en_vista_u(unsigned long vista, unsigned long raiz,
+                                               const wchar_t* clave) {
+    return i_existe(apertura::en_vista(vista, raiz), clave, lugar::aqui());
+}

@@ -1,0 +1,165 @@
+// Every registry call of every operation failing in its turn, once and for ever: nothing leaks, nothing stays
+// open, no out string is touched, and each failure of closing is reported with the path of its key.
+#include <functional>
+
+#include "companions/lumostr.h"
+#include "companions/widestr.h"
+#include "lumoreg.h"
+#include "registro_de_pruebas.hpp"
+
+using namespace apoyo;
+using namespace lumodir;
+
+namespace {
+
+using fallos_lumoreg = con_registro;
+
+void libera_valores(ArrCADENA_u** nombres, ArrPunteroConTipo** datos) {
+    if (*nombres != nullptr) {
+        arr_DestruyeCADENA_u(nombres);
+        arr_DestruyeEstructurasConTipo(
+            datos, [](void** registro) { arr_DestruyeCADENA_u(reinterpret_cast<ArrCADENA_u**>(registro)); });
+    }
+}
+
+struct operacion {
+    const char* nombre;
+    std::function<unsigned short()> llama;
+    bool con_resultado = true;
+};
+
+const texto_w& ruta() {
+    static const texto_w texto = bajo("k");
+    return texto;
+}
+const texto_a& ruta_8() {
+    static const texto_a texto = bajo_a("k");
+    return texto;
+}
+
+std::vector<operacion> operaciones() {
+    const unsigned long r = raiz_de_pruebas;
+    return {
+        {"existe_u", [r] { return lumoreg_existe_clave_u(r, ruta().c_str()); }},
+        {"existe", [r] { return lumoreg_existe_clave(r, ruta_8().c_str()); }},
+        {"existe_en_vista", [r] { return lumoreg_existe_clave_en_vista_u(1, r, ruta().c_str()); }},
+        {"crea", [r] { return lumoreg_crea_clave_u(r, bajo("k\\new").c_str()); }},
+        {"crea_en_vista", [r] { return lumoreg_crea_clave_en_vista_u(2, r, bajo("k\\new").c_str()); }},
+        {"cadena", [r] { return lumoreg_establece_cadena_u(r, ruta().c_str(), L"w", L"t"); }},
+        {"expand", [r] { return lumoreg_establece_cadena_expand_u(r, ruta().c_str(), L"w", L"t"); }},
+        {"en_vista", [r] { return lumoreg_establece_cadena_en_vista_u(1, r, ruta().c_str(), L"w", L"t"); }},
+        {"ulong_u", [r] { return lumoreg_establece_ulong_u(r, ruta().c_str(), L"n", 1); }},
+        {"ulong", [r] { return lumoreg_establece_ulong(r, ruta_8().c_str(), "n", 1); }},
+        {"lee_u",
+         [r] {
+             wchar_t* texto = nullptr;
+             const unsigned short leido = lumoreg_lee_cadena_u(r, ruta().c_str(), L"v", &texto);
+             EXPECT_EQ(texto != nullptr, leido == 1);
+             widestr_nousar_destruye_opcional(&texto, "test", 1);
+             return leido;
+         }},
+        {"lee",
+         [r] {
+             char* texto = nullptr;
+             const unsigned short leido = lumoreg_lee_cadena(r, ruta_8().c_str(), "v", &texto);
+             EXPECT_EQ(texto != nullptr, leido == 1);
+             lumostr_destruye_opcional(&texto);
+             return leido;
+         }},
+        {"subclaves_u",
+         [r] {
+             ArrCADENA_u* lista = arr_CreaCADENA_u(0);
+             const unsigned short dadas = lumoreg_dame_subclaves_u(r, ruta().c_str(), lista);
+             arr_DestruyeCADENA_u(&lista);
+             return dadas;
+         }},
+        {"subclaves",
+         [r] {
+             ArrCADENA* lista = arr_CreaCADENA(0);
+             const unsigned short dadas = lumoreg_dame_subclaves(r, ruta_8().c_str(), lista);
+             arr_DestruyeCADENA(&lista);
+             return dadas;
+         }},
+        {"valores",
+         [r] {
+             ArrCADENA_u* nombres = nullptr;
+             ArrPunteroConTipo* datos = nullptr;
+             const unsigned short leidos =
+                 lumoreg_lee_valores_cadena_clave_ex_u(0, r, ruta().c_str(), &nombres, &datos);
+             EXPECT_EQ(nombres != nullptr, leidos == 1);
+             EXPECT_EQ(datos != nullptr, leidos == 1);
+             libera_valores(&nombres, &datos);
+             return leidos;
+         }},
+        {"borra_valor", [r] { return lumoreg_borra_valor_clave_u(r, ruta().c_str(), L"v"), CIERTO; }, false},
+        {"borra_u", [r] { return lumoreg_borra_clave_u(r, clave_de_pruebas, L"k"), CIERTO; }, false},
+        {"borra", [r] { return lumoreg_borra_clave(r, "Software\\lumodir-pruebas", "k"), CIERTO; }, false},
+    };
+}
+
+void prepara() {
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, ruta().c_str());
+    crea(bajo("k\\a"));
+    crea(bajo("k\\b"));
+    pon(ruta(), L"v", REG_SZ, texto_w(L"text"));
+    pon(ruta(), L"m", REG_MULTI_SZ, texto_w(L"multi"));
+}
+
+}  // namespace
+
+TEST_F(fallos_lumoreg, ninguna_llamada_que_falla_deja_nada_abierto) {
+    for (const operacion& op : operaciones()) {
+        for (const bool para_siempre : {false, true}) {
+            unsigned long n = 1;
+            for (bool limpia = false; !limpia; ++n) {
+                SCOPED_TRACE(testing::Message()
+                             << op.nombre << ", call " << n << (para_siempre ? " on" : ""));
+                ASSERT_LT(n, 100u);
+                prepara();
+                unsigned short resultado;
+                {
+                    const registro_vigilado vigilando(n, para_siempre);
+                    resultado = op.llama();
+                    limpia = vigilado.llamadas < n;
+                }
+                for (const std::string& informe : toma_informes_con_detalle()) {
+                    EXPECT_NE(informe.find(" [" /* each with its detail */), std::string::npos) << informe;
+                }
+                if (limpia) {
+                    EXPECT_EQ(resultado, 1);
+                } else if (para_siempre && n == 1 && op.con_resultado) {
+                    EXPECT_EQ(resultado, 0);
+                }
+            }
+            EXPECT_GE(n, 3u) << op.nombre;  // opening and closing at least
+        }
+    }
+}
+
+namespace {
+
+tabla_registro g_real;
+LSTATUS WINAPI cierra_con_queja(HKEY clave) {
+    g_real.RegCloseKey(clave);
+    return ERROR_INVALID_HANDLE;
+}
+
+}  // namespace
+
+TEST_F(fallos_lumoreg, un_cierre_que_falla_se_informa_con_el_path_y_el_resultado_vale) {
+    g_real = sistema_registro;
+    const sustituye cerrar(sistema_registro.RegCloseKey,
+                           static_cast<decltype(sistema_registro.RegCloseKey)>(cierra_con_queja));
+    for (const operacion& op : operaciones()) {
+        prepara();
+        EXPECT_EQ(op.llama(), 1) << op.nombre;
+        const std::vector<std::string> informes = toma_informes_con_detalle();
+        const std::string clave = std::string(op.nombre).find("crea") == 0 ? "\\k\\new]" : "\\k]";
+        EXPECT_TRUE(std::find(informes.begin(), informes.end(),
+                              "error == ERROR_SUCCESS [Software\\lumodir-pruebas" + clave) != informes.end())
+            << op.nombre;
+        if (op.con_resultado) {
+            EXPECT_EQ(informes.size(), 1u) << op.nombre;
+        }
+    }
+}

@@ -1,0 +1,184 @@
+// A key of the tests' own, the calls that look at it from outside, and ways of making registry calls fail.
+#pragma once
+
+#include <algorithm>
+
+#include "apoyo/apoyo.hpp"
+#include "system/tabla_registro.hpp"
+
+namespace apoyo {
+
+inline constexpr const wchar_t* clave_de_pruebas = L"Software\\lumodir-pruebas";
+inline constexpr unsigned long raiz_de_pruebas = 2;  // HKEY_CURRENT_USER
+
+inline texto_w bajo(std::string_view ruta_utf8) {
+    return texto_w(clave_de_pruebas) + L"\\" + w(ruta_utf8);
+}
+inline texto_a bajo_a(std::string_view ruta_utf8) {
+    return "Software\\lumodir-pruebas\\" + cp1252(ruta_utf8);
+}
+
+inline HKEY abre(const wchar_t* ruta) {
+    HKEY clave = nullptr;
+    ::RegOpenKeyExW(HKEY_CURRENT_USER, ruta, 0, KEY_ALL_ACCESS, &clave);
+    return clave;
+}
+inline bool existe(const texto_w& ruta) {
+    const HKEY clave = abre(ruta.c_str());
+    ::RegCloseKey(clave);
+    return clave != nullptr;
+}
+inline void crea(const texto_w& ruta) {
+    HKEY clave = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, ruta.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                                &clave, nullptr),
+              ERROR_SUCCESS);
+    ::RegCloseKey(clave);
+}
+inline void pon(const texto_w& ruta, const wchar_t* nombre, DWORD tipo, std::string_view bytes) {
+    const HKEY clave = abre(ruta.c_str());
+    ASSERT_NE(clave, nullptr);
+    ASSERT_EQ(::RegSetValueExW(clave, nombre, 0, tipo, reinterpret_cast<const BYTE*>(bytes.data()),
+                               static_cast<DWORD>(bytes.size())),
+              ERROR_SUCCESS);
+    ::RegCloseKey(clave);
+}
+inline void pon(const texto_w& ruta, const wchar_t* nombre, DWORD tipo, const texto_w& texto) {
+    pon(ruta, nombre, tipo,
+        std::string_view(reinterpret_cast<const char*>(texto.data()), texto.size() * sizeof(wchar_t)));
+}
+
+struct valor {
+    DWORD tipo = REG_NONE;
+    std::string bytes;
+    bool existe = false;
+};
+inline valor lee(const texto_w& ruta, const wchar_t* nombre) {
+    valor resultado;
+    DWORD tamanyo = 0;
+    const HKEY clave = abre(ruta.c_str());
+    if (::RegQueryValueExW(clave, nombre, nullptr, &resultado.tipo, nullptr, &tamanyo) == ERROR_SUCCESS) {
+        resultado.existe = true;
+        resultado.bytes.resize(tamanyo);
+        ::RegQueryValueExW(clave, nombre, nullptr, nullptr, reinterpret_cast<BYTE*>(resultado.bytes.data()),
+                           &tamanyo);
+    }
+    ::RegCloseKey(clave);
+    return resultado;
+}
+
+inline std::vector<std::string> subclaves(const texto_w& ruta) {
+    std::vector<std::string> nombres;
+    const HKEY clave = abre(ruta.c_str());
+    wchar_t nombre[256];
+    for (DWORD longitud = 256; ::RegEnumKeyExW(clave, static_cast<DWORD>(nombres.size()), nombre, &longitud,
+                                               nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+         longitud = 256) {
+        nombres.push_back(u8(nombre));
+    }
+    ::RegCloseKey(clave);
+    return nombres;
+}
+
+// Each test finds the key empty and leaves nothing of it.
+class con_registro : public testing::Test {
+protected:
+    void SetUp() override {
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_pruebas);
+        crea(clave_de_pruebas);
+    }
+    void TearDown() override {
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_pruebas);
+        EXPECT_FALSE(existe(clave_de_pruebas));
+    }
+};
+
+// Every entry of the table counts its call, may be told to fail, and goes on to the real one.
+struct vigilancia {
+    lumodir::tabla_registro real;
+    unsigned long llamadas = 0;
+    unsigned long falla_desde = 0;  // number of the first call that fails, from 1; 0 for none
+    bool para_siempre = false;
+    long abiertas = 0;
+
+    bool falla() {
+        ++llamadas;
+        return falla_desde != 0 && (para_siempre ? llamadas >= falla_desde : llamadas == falla_desde);
+    }
+};
+inline vigilancia vigilado;
+
+template <auto Entrada>
+struct vigila;
+template <class... A, LSTATUS (WINAPI* lumodir::tabla_registro::*Entrada)(A...)>
+struct vigila<Entrada> {
+    static LSTATUS WINAPI llama(A... argumentos) {
+        constexpr bool cierra = std::is_same_v<LSTATUS(A...), LSTATUS(HKEY)>;
+        if (vigilado.falla()) {
+            if constexpr (cierra) {  // a real handle must not stay open for it
+                (vigilado.real.*Entrada)(argumentos...);
+                --vigilado.abiertas;
+            }
+            return ERROR_ACCESS_DENIED;
+        }
+        const LSTATUS resultado = (vigilado.real.*Entrada)(argumentos...);
+        if constexpr (cierra) {
+            --vigilado.abiertas;
+        }
+        return resultado;
+    }
+    // Entries that open a key.
+    static LSTATUS WINAPI abre(A... argumentos) {
+        const LSTATUS resultado = llama(argumentos...);
+        vigilado.abiertas += resultado == ERROR_SUCCESS ? 1 : 0;
+        return resultado;
+    }
+};
+
+class registro_vigilado {
+public:
+    using tabla = lumodir::tabla_registro;
+    explicit registro_vigilado(unsigned long falla_desde = 0, bool para_siempre = false)
+        : antes_(lumodir::sistema_registro) {
+        vigilado = {antes_, 0, falla_desde, para_siempre, 0};
+        tabla& t = lumodir::sistema_registro;
+        t.RegOpenKeyExA = vigila<&tabla::RegOpenKeyExA>::abre;
+        t.RegOpenKeyExW = vigila<&tabla::RegOpenKeyExW>::abre;
+        t.RegCreateKeyExW = vigila<&tabla::RegCreateKeyExW>::abre;
+        t.RegCloseKey = vigila<&tabla::RegCloseKey>::llama;
+        t.RegQueryInfoKeyA = vigila<&tabla::RegQueryInfoKeyA>::llama;
+        t.RegQueryInfoKeyW = vigila<&tabla::RegQueryInfoKeyW>::llama;
+        t.RegQueryValueExA = vigila<&tabla::RegQueryValueExA>::llama;
+        t.RegQueryValueExW = vigila<&tabla::RegQueryValueExW>::llama;
+        t.RegSetValueExW = vigila<&tabla::RegSetValueExW>::llama;
+        t.RegDeleteValueW = vigila<&tabla::RegDeleteValueW>::llama;
+        t.RegEnumKeyExA = vigila<&tabla::RegEnumKeyExA>::llama;
+        t.RegEnumKeyExW = vigila<&tabla::RegEnumKeyExW>::llama;
+        t.RegEnumValueW = vigila<&tabla::RegEnumValueW>::llama;
+        t.RegDeleteKeyW = vigila<&tabla::RegDeleteKeyW>::llama;
+    }
+    ~registro_vigilado() {
+        lumodir::sistema_registro = antes_;
+        EXPECT_EQ(vigilado.abiertas, 0) << "keys left open";
+    }
+    registro_vigilado(const registro_vigilado&) = delete;
+    registro_vigilado& operator=(const registro_vigilado&) = delete;
+
+private:
+    tabla antes_;
+};
+
+// The reports as "expression [detail]".
+inline std::vector<std::string> toma_informes_con_detalle() {
+    std::vector<std::string> textos;
+    for (const informe& i : toma_informes()) {
+        EXPECT_EQ(i.etiqueta, "lumoreg (LUMODIR.DLL)");
+        EXPECT_GT(i.linea, 0ul);
+        textos.push_back(i.detalle == "(NULL)" ? i.expresion : i.expresion + " [" + i.detalle + "]");
+    }
+    return textos;
+}
+#define ESPERA_DETALLES(...) \
+    EXPECT_EQ(::apoyo::toma_informes_con_detalle(), (std::vector<std::string>{__VA_ARGS__}))
+
+}  // namespace apoyo
