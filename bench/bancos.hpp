@@ -7,6 +7,7 @@ namespace bancos {
 
 void rutas();
 void listados();
+void ficheros();
 void registro();
 
 }  // namespace bancos

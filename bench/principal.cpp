@@ -8,7 +8,10 @@ namespace {
 constexpr struct {
     const char* nombre;
     void (*corre)();
-} grupos[] = {{"paths", bancos::rutas}, {"listings", bancos::listados}, {"registry", bancos::registro}};
+} grupos[] = {{"paths", bancos::rutas},
+              {"listings", bancos::listados},
+              {"files", bancos::ficheros},
+              {"registry", bancos::registro}};
 
 }  // namespace
 
