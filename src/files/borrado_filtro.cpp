@@ -4,6 +4,7 @@
 // read-only files stay. The enumerator's own filter is looser than the system's and never deletes anything.
 // Checked by tests/files/borrado_filtro_win32_test.cpp.
 #include "cdir.h"
+#include "companions/arr.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "frame/puente.hpp"

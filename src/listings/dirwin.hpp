@@ -25,13 +25,17 @@ bool i_es_directorio(const E& entrada) noexcept {
     return (entrada.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// A directory that is another name of some other place (junction, symbolic link), or may be one because the
-// system does not tell its tag. Other reparse points, such as those of cloud storage, are ordinary directories.
+// Another name of some other place (junction, symbolic link), or perhaps one, because the system does not tell the
+// tag. Other reparse points, such as those of cloud storage, are ordinary.
+inline bool i_es_marca_de_enlace(DWORD atributos, DWORD marca) noexcept {
+    constexpr DWORD bit_sustituto_de_nombre = 0x20000000;  // of the reparse tag
+    return (atributos & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           (marca == 0 || (marca & bit_sustituto_de_nombre) != 0);
+}
+
 template <class E>
 bool i_es_enlace_a_directorio(const E& entrada) noexcept {
-    constexpr DWORD bit_sustituto_de_nombre = 0x20000000;  // of the reparse tag
-    return i_es_directorio(entrada) && (entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (entrada.dwReserved0 == 0 || (entrada.dwReserved0 & bit_sustituto_de_nombre) != 0);
+    return i_es_directorio(entrada) && i_es_marca_de_enlace(entrada.dwFileAttributes, entrada.dwReserved0);
 }
 
 // How much is asked about each entry: short names cost the system a second look-up.
