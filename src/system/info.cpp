@@ -1,0 +1,145 @@
+// The drive table of the machine, and the current directory of each drive.
+//
+// Promises: the entries stand in ascending drive order; nothing is read or written past a record.
+// Cannot promise: the name of a share of 64 units or more: it counts as one that cannot be told.
+// Checked by tests/system/info_win32_test.cpp.
+#include "info.h"
+
+#include "companions/error_interno.hpp"
+#include "system/tabla_unidades.hpp"
+
+namespace lumodir {
+namespace {
+
+constexpr DWORD tamanyo_nombre_red = 64;  // units, terminator included
+constexpr vista_w nombre_red_desconocido = L"?";
+constexpr int tamanyo_directorio_actual = 260;              // units, terminator included
+constexpr unsigned short primera_unidad_de_disco_duro = 2;  // C; A and B are floppy drives by tradition
+
+unsigned long i_tipo(UINT del_sistema, unsigned short disco) noexcept {
+    switch (del_sistema) {
+        case DRIVE_UNKNOWN:
+        case DRIVE_REMOVABLE:
+            return disco < primera_unidad_de_disco_duro ? INFO_TIPO_DISQUETE : INFO_TIPO_EXTRAIBLE;
+        case DRIVE_FIXED:
+            return INFO_TIPO_FIJO;
+        case DRIVE_CDROM:
+            return INFO_TIPO_CDROM;
+        case DRIVE_REMOTE:
+            return INFO_TIPO_RED;
+        default:
+            return INFO_TIPO_OTRO;
+    }
+}
+
+cadena_w i_nombre_de_red(wchar_t letra) {
+    wchar_t nombre[tamanyo_nombre_red + 1] = {};
+    DWORD sitio = tamanyo_nombre_red;
+    const bool dicho =
+        unidades.WNetGetConnectionW(nombre_de_unidad(letra).c_str(), nombre, &sitio) == NO_ERROR;
+    return cadena_w(dicho ? a_vista<wchar_t>(nombre) : nombre_red_desconocido);
+}
+
+void i_anade_disco(InfoTabla* tabla, const InfoDisco& disco) {
+    const std::size_t num = tabla->numDiscos + std::size_t{1};
+    tabla->discos = static_cast<InfoDisco*>(i_cambia(tabla->discos, num * sizeof(InfoDisco), lugar::aqui()));
+    tabla->discos[tabla->numDiscos] = disco;
+    tabla->numDiscos = static_cast<unsigned short>(num);
+}
+
+void i_libera_disco(InfoDisco* disco) noexcept {
+    if (disco->tipo == INFO_TIPO_RED) {
+        i_libera(disco->pathNetwork);
+    } else {
+        i_comprueba(disco->pathNetwork == nullptr, "tabla->discos[i].pathNetwork == NULL");
+    }
+}
+
+// Copies what fits, terminated; nothing at all where not even a terminator does.
+void i_copia_en(wchar_t* buf, unsigned long nbuf, vista_w texto) noexcept {
+    if (!i_comprueba(nbuf > texto.size(), "nbuf > len")) {
+        texto = texto.substr(0, nbuf == 0 ? 0 : nbuf - 1);
+    }
+    if (nbuf > 0) {
+        rasgos_utf16::copy(buf, texto.data(), texto.size());
+        buf[texto.size()] = L'\0';
+    }
+}
+
+}  // namespace
+}  // namespace lumodir
+
+using namespace lumodir;
+
+void info_GetDriveInfoSystem(InfoTabla* tabla) {
+    if (!i_comprueba(tabla != nullptr, "(tabla) != NULL")) {
+        return;
+    }
+    *tabla = {};
+    const DWORD presentes = unidades.GetLogicalDrives();
+    for (unsigned short i = 0; i < i_NUM_MAX_UNIDADES; ++i) {
+        if ((presentes >> i & 1) == 0) {
+            continue;
+        }
+        const wchar_t letra = i_letra_de_unidad(i);
+        const UINT tipo = unidades.GetDriveTypeW(raiz_de_unidad(letra).c_str());
+        if (tipo != DRIVE_NO_ROOT_DIR) {
+            cadena_w red = tipo == DRIVE_REMOTE ? i_nombre_de_red(letra) : cadena_w();
+            i_anade_disco(tabla, {i, i_tipo(tipo, i), red.suelta()});
+        }
+    }
+}
+
+unsigned short info_BuscaDiscoId(const InfoTabla* tabla, unsigned short disco) {
+    if (!i_comprueba(tabla != nullptr, "(tabla) != NULL") ||
+        !i_comprueba(tabla->numDiscos == 0 || tabla->discos != nullptr, "tabla->discos != NULL")) {
+        return INFO_DISCO_AUSENTE;
+    }
+    for (unsigned short i = 0; i < tabla->numDiscos && tabla->discos[i].disco <= disco; ++i) {
+        if (tabla->discos[i].disco == disco) {
+            return i;
+        }
+    }
+    return INFO_DISCO_AUSENTE;
+}
+
+char* info_GetTxtDrive(const InfoDisco* disco) {
+    if (!i_comprueba(disco != nullptr, "(disco) != NULL") ||
+        !i_comprueba(disco->disco < i_NUM_MAX_UNIDADES, "disco->disco < i_NUM_MAX_UNIDADES")) {
+        return cadena_a(vista_a()).suelta();
+    }
+    const char letra = static_cast<char>('A' + disco->disco);
+    return concatena<char>({vista_a(&letra, 1), ":"}).suelta();
+}
+
+void info_LiberaTabla(InfoTabla* tabla) {
+    if (!i_comprueba(tabla != nullptr, "(tabla) != NULL")) {
+        return;
+    }
+    if (tabla->numDiscos == 0) {
+        // Nobody knows what it is: a record that was never filled, perhaps.
+        i_comprueba(tabla->discos == nullptr, "tabla->discos == NULL");
+    } else if (i_comprueba(tabla->discos != nullptr, "tabla->discos != NULL")) {
+        for (unsigned short i = 0; i < tabla->numDiscos; ++i) {
+            i_libera_disco(&tabla->discos[i]);
+        }
+        i_libera(tabla->discos);
+    }
+    *tabla = {};
+}
+
+wchar_t* info_GetActualDirectorio_compatible_chdir(int unidad, wchar_t* buf, unsigned long nbuf) {
+    wchar_t actual[tamanyo_directorio_actual + 1] = {};
+    // A number that is no drive would go to the C runtime's handler of invalid parameters, which ends programs.
+    if (unidad < 0 || unidad > i_NUM_MAX_UNIDADES ||
+        unidades._wgetdcwd(unidad, actual, tamanyo_directorio_actual) == nullptr) {
+        return nullptr;
+    }
+    const vista_w directorio = a_vista<wchar_t>(actual);
+    if (buf != nullptr) {
+        i_copia_en(buf, nbuf, directorio);
+        return buf;
+    }
+    i_comprueba(nbuf == 0, "nbuf == 0");
+    return cadena_w(directorio).suelta();
+}

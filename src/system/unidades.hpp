@@ -1,0 +1,19 @@
+// The drives of the system with labels for display, and the drive of the running program.
+//
+// Promises: one record a drive, in the order of the letters.
+// Cannot promise: a lock: the program's drive is found out at the first call, on one thread.
+// Checked by tests/system/unidades_win32_test.cpp.
+#pragma once
+
+#include "companions/cadena.hpp"
+#include "info.h"
+
+namespace lumodir {
+
+// "X:", with the network path or, if wanted and the drive has one, the volume name in parentheses after it.
+cadena_w i_etiqueta_de_unidad(const InfoDisco& disco, bool con_nombre);
+
+// Tests only: the next question finds the program's drive out again.
+void i_olvida_disco_de_programa() noexcept;
+
+}  // namespace lumodir
