@@ -8,6 +8,7 @@
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 #include "frame/puente.hpp"
+#include "listings/dirwin.hpp"
 #include "lumodir.h"
 
 namespace lumodir {
@@ -15,6 +16,15 @@ namespace {
 
 constexpr unsigned short i_logico(bool valor) noexcept {
     return valor ? CIERTO : FALSO;
+}
+
+// The first entry of the wanted kind; NULL when there is none.
+const entrada<wchar_t>* i_busca_entrada(enumerador<wchar_t>& entradas, bool directorios) noexcept {
+    const entrada<wchar_t>* actual = entradas.siguiente();
+    while (actual != nullptr && i_es_directorio(*actual) != directorios) {
+        actual = entradas.siguiente();
+    }
+    return actual;
 }
 
 }  // namespace
@@ -77,6 +87,24 @@ unsigned short cdir_es_directorio_u(const wchar_t* path) {
     }
     const DWORD atributos = lmlongpath_GetFileAttributesW(path);
     return i_logico(atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_DIRECTORY) != 0);
+}
+
+unsigned short cdir_existe_fichero_filtro_UNICODE(const wchar_t* path_filtro) {
+    enumerador<wchar_t> entradas(path_filtro);
+    return i_logico(i_busca_entrada(entradas, false) != nullptr);
+}
+
+unsigned short cdir_existe_fichero_filtro(const char* path_filtro) {
+    return puente<cdir_existe_fichero_filtro_UNICODE>(path_filtro);
+}
+
+unsigned short cdir_existe_directorio_filtro(const wchar_t* path_filtro, wchar_t** nombre_directorio) {
+    enumerador<wchar_t> entradas(path_filtro);
+    const entrada<wchar_t>* encontrada = i_busca_entrada(entradas, true);
+    if (encontrada != nullptr && nombre_directorio != nullptr) {
+        *nombre_directorio = cadena_w(a_vista(encontrada->cFileName)).suelta();
+    }
+    return i_logico(encontrada != nullptr);
 }
 
 unsigned short cdir_se_puede_leer_UNICODE(const wchar_t* fichero) {

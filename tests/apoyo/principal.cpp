@@ -1,19 +1,10 @@
 #include <gtest/gtest.h>
 
-#ifdef _WIN32
-#include "apoyo/otro_proceso.hpp"
-#endif
-
 namespace apoyo {
 testing::TestEventListener* crea_alrededor();
 }
 
 int main(int argc, char** argv) {
-#ifdef _WIN32
-    if (apoyo::hace_de_otro_proceso()) {
-        return 0;
-    }
-#endif
     testing::InitGoogleTest(&argc, argv);
     // Ahead of the printer: what it finds after a test still belongs to that test.
     auto& oyentes = testing::UnitTest::GetInstance()->listeners();

@@ -245,6 +245,81 @@ TEST(existencia, una_pregunta_de_existencia_es_una_llamada_sobre_la_ruta_tal_cua
     EXPECT_EQ(f.historia().back().ruta, "\\\\?\\" + d.dir.ruta(d.larga + "\\f.txt"));
 }
 
+TEST(existencia, el_filtro_encuentra_ficheros_o_directorios) {
+    const disco d;
+    d.dir.directorio("solo_dirs\\d1.ext");
+    d.dir.directorio("solo_dirs\\\u00f1.ext");
+    struct fila_filtro {
+        std::string patron;
+        bool fichero;
+        std::string directorio;  // the name found, "" when there is none
+        bool hay_directorio;     // by any name
+    };
+    const fila_filtro filas_filtro[] = {
+        {"*.txt", true, "", false},
+        {"*.TXT", true, "", false},
+        {"f.txt", true, "", false},
+        {"f.*", true, "", false},
+        {"oculto.*", true, "", false},
+        {"\u00f1and\u00fa*.txt", true, "", false},
+        {"s*b", false, "sub", true},
+        {"sub", false, "sub", true},
+        {"*", true, "", true},  // "." and ".." are directories too, so the first is any
+        {"sub\\*.txt", true, "", false},
+        {"solo_dirs\\*.ext", false, "", true},
+        {"solo_dirs\\\u00f1.*", false, "\u00f1.ext", true},
+        {"vacio\\*.txt", false, "", false},
+        {"no\\*.*", false, "", false},
+        {d.larga + "\\*.txt", true, "", false},
+    };
+    for (const fila_filtro& f : filas_filtro) {
+        SCOPED_TRACE(f.patron);
+        EXPECT_EQ(cdir_existe_fichero_filtro_UNICODE(d.dir.ruta_w(f.patron).c_str()), logico(f.fichero));
+        EXPECT_EQ(cdir_existe_fichero_filtro(d.dir.ruta_a(f.patron).c_str()), logico(f.fichero));
+        EXPECT_EQ(cdir_existe_directorio_filtro(d.dir.ruta_w(f.patron).c_str(), nullptr),
+                  logico(f.hay_directorio));
+        wchar_t basura[] = L"basura";
+        wchar_t* nombre = basura;
+        EXPECT_EQ(cdir_existe_directorio_filtro(d.dir.ruta_w(f.patron).c_str(), &nombre),
+                  logico(f.hay_directorio));
+        if (!f.hay_directorio) {
+            EXPECT_EQ(nombre, basura);  // untouched
+        } else {
+            const std::string encontrado = toma(nombre);
+            EXPECT_EQ(encontrado.find('\\'), encontrado.npos);
+            EXPECT_TRUE(f.directorio.empty() || encontrado == f.directorio) << encontrado;
+        }
+    }
+}
+
+TEST(existencia, un_filtro_null_se_informa) {
+    EXPECT_EQ(cdir_existe_fichero_filtro_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(path_filtro_generico) != NULL");
+    EXPECT_EQ(cdir_existe_fichero_filtro(nullptr), 0);
+    ESPERA_INFORMES("(path_filtro_generico) != NULL");
+    wchar_t* nombre = nullptr;
+    EXPECT_EQ(cdir_existe_directorio_filtro(nullptr, &nombre), 0);
+    EXPECT_EQ(nombre, nullptr);
+    ESPERA_INFORMES("(path_filtro_generico) != NULL");
+}
+
+TEST(existencia, el_filtro_bajo_fallos_cierra_lo_que_abre) {
+    const disco d;
+    unsigned short respuesta = 0;
+    wchar_t* nombre = nullptr;
+    const auto comprueba = [&](const ronda& r) {
+        EXPECT_EQ(respuesta == 1, nombre != nullptr) << r;
+        EXPECT_TRUE(respuesta == 1 || !r.limpia) << r;
+        EXPECT_TRUE(respuesta == 1 || r.fallada != "FindClose") << r;
+        toma(nombre);
+        nombre = nullptr;
+        toma_informes();  // an unexpected end of the walk is the enumerator's to report
+    };
+    con_cada_fallo([] {},
+                   [&] { respuesta = cdir_existe_directorio_filtro(d.dir.ruta_w("s*").c_str(), &nombre); },
+                   comprueba);
+}
+
 TEST(existencia, leer_abre_como_se_dice_y_cierra) {
     const disco d;
     static DWORD acceso, compartir, disposicion, indicadores;

@@ -1,0 +1,17 @@
+// Can a file be written, can a file be created in a directory: tried out rather than asked.
+//
+// Promises: a file that exists is opened and closed, never changed; a missing one, and the probe in a directory, is
+// created and deleted again; the directory of a directory test, made first where it is missing, stays.
+// Cannot promise: that a file which cannot be deleted again leaves nothing behind; nor that the answer still holds
+// when the caller acts on it.
+// Checked by tests/files/permisos_escritura_win32_test.cpp.
+#pragma once
+
+#include "lumodir_base.h"
+
+namespace lumodir {
+
+// Creates a probe file of this process in the directory, and deletes it. 1 when that can be done.
+unsigned short i_prueba_escritura_en_directorio(const wchar_t* directorio) noexcept;
+
+}  // namespace lumodir

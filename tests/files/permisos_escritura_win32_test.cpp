@@ -1,0 +1,369 @@
+// Whether files and directories can be written, on a real disk, with files held by another process, and under faults.
+#include "files/permisos_escritura.hpp"
+
+#include "apoyo/apoyo.hpp"
+#include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
+#include "apoyo/otro_proceso.hpp"
+#include "cdir.h"
+#include "companions/plataforma.hpp"
+#include "lumodir.h"
+
+using namespace apoyo;
+
+namespace {
+
+using lista = std::vector<std::string>;
+
+constexpr const char* sin_permiso = "The file does not have write permission.";
+
+std::string texto_de_codigo(DWORD codigo) {
+    return u8(lumodir::plataforma::texto_de_codigo_de_error(codigo).ver());
+}
+std::string no_se_crea(const std::string& directorio) {
+    return "Cannot create the directory '" + directorio + "'";
+}
+std::string no_se_escribe(const std::string& directorio) {
+    return "Unable to write to the directory '" + directorio +
+           "' because you do not have write permission. If you are trying to access a network drive, please "
+           "check "
+           "that you have write permission.";
+}
+
+// An answer with its reason; the reason is stored on every outcome, so the rubbish before it never shows.
+struct respuesta {
+    unsigned short bien;
+    std::string motivo;
+    friend bool operator==(const respuesta& a, const respuesta& b) = default;
+    friend std::ostream& operator<<(std::ostream& salida, const respuesta& r) {
+        return salida << r.bien << " [" << r.motivo << "]";
+    }
+};
+const respuesta si = {1, "(NULL)"};
+
+using funcion_con_motivo = unsigned short (*)(const wchar_t*, wchar_t**);
+respuesta pregunta_con_motivo(funcion_con_motivo funcion, const std::string& ruta) {
+    wchar_t basura[] = L"basura";
+    wchar_t* motivo = basura;
+    const unsigned short bien = funcion(w(ruta).c_str(), &motivo);
+    const bool guardado = motivo != basura;
+    EXPECT_TRUE(guardado) << ruta;
+    // The answer without a place for the reason is the same.
+    EXPECT_EQ(funcion(w(ruta).c_str(), nullptr), bien) << ruta;
+    return {bien, guardado ? toma(motivo) : "basura"};
+}
+respuesta escribir(const std::string& ruta) {
+    return pregunta_con_motivo(lumodir_se_puede_escribir_UNICODE_ex, ruta);
+}
+respuesta escribir_en(const std::string& ruta) {
+    return pregunta_con_motivo(cdir_se_puede_escribir_en_directorio, ruta);
+}
+respuesta escribir_fichero_en(const std::string& ruta) {
+    return pregunta_con_motivo(cdir_se_puede_escribir_fichero_en_directorio, ruta);
+}
+
+const std::string larga = std::string(100, 'a') + "\\" + std::string(100, 'b') + "\\" + std::string(100, 'c');
+
+std::string nombre_de_sonda() {
+    return "~lumo~~_" + std::to_string(::GetCurrentProcessId()) + ".tmp";
+}
+
+}  // namespace
+
+TEST(permisos_escritura, escribir_un_fichero_fila_a_fila) {
+    const directorio_temporal dir;
+    struct fila {
+        std::string ruta;
+        respuesta espera;
+        bool permiso;  // by its attributes alone
+    };
+    const fila filas[] = {
+        {"f.txt", si, true},
+        {"protegido.txt", {0, sin_permiso}, false},
+        {"\u00f1 \u20ac.txt", si, true},
+        {"sub\\f.txt", si, true},
+        {"sub/f.txt", si, true},
+        {larga + "\\f.txt", si, true},
+        {"nuevo.txt", si, false},
+        {"sub\\nuevo \u00fc.txt", si, false},
+        {larga + "\\nuevo.txt", si, false},
+        {"no\\nuevo.txt", {0, texto_de_codigo(ERROR_PATH_NOT_FOUND)}, false},
+        {"sub", {0, texto_de_codigo(ERROR_ACCESS_DENIED)}, true},  // a directory is not opened so
+    };
+    dir.fichero("f.txt", "intacto");
+    dir.fichero("protegido.txt", "x", FILE_ATTRIBUTE_READONLY);
+    dir.fichero("\u00f1 \u20ac.txt");
+    dir.fichero("sub\\f.txt");
+    dir.fichero(larga + "\\f.txt");
+    const lista antes = dir.arbol();
+    for (const fila& f : filas) {
+        SCOPED_TRACE(f.ruta);
+        EXPECT_EQ(escribir(dir.ruta(f.ruta)), f.espera);
+        EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w(f.ruta).c_str()), f.espera.bien);
+        EXPECT_EQ(cdir_se_puede_escribir(dir.ruta_a(f.ruta).c_str()), f.espera.bien);
+        EXPECT_EQ(lumodir_tiene_permiso_escritura_fichero_UNICODE(dir.ruta_w(f.ruta).c_str()),
+                  f.permiso ? 1 : 0);
+        EXPECT_EQ(cdir_tiene_permiso_escritura_fichero(dir.ruta_a(f.ruta).c_str()), f.permiso ? 1 : 0);
+        EXPECT_EQ(dir.arbol(), antes);  // nothing stays, nothing goes
+    }
+    EXPECT_EQ(dir.contenido("f.txt"), "intacto");
+    EXPECT_TRUE(dir.es_de_solo_lectura("protegido.txt"));
+}
+
+TEST(permisos_escritura, el_motivo_de_un_fichero_protegido_no_es_un_formato_y_no_se_abre_nada) {
+    const directorio_temporal dir;
+    dir.fichero("f.txt", "x", FILE_ATTRIBUTE_READONLY);
+    fallos f;
+    EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("f.txt").c_str()), 0);
+    EXPECT_EQ(f.llamadas(), 1u);
+    EXPECT_EQ(f.cuenta("GetFileAttributesW"), 1u);
+}
+
+TEST(permisos_escritura, se_abre_a_solas_y_se_cierra) {
+    const directorio_temporal dir;
+    dir.fichero("f.txt");
+    static DWORD acceso, compartir, disposicion, indicadores;
+    const sustituye<decltype(&::CreateFileW)> espia(
+        lumodir::sistema.CreateFileW,
+        [](const wchar_t* ruta, DWORD a, DWORD c, SECURITY_ATTRIBUTES* s, DWORD d, DWORD i, HANDLE p) WINAPI {
+            acceso = a, compartir = c, disposicion = d, indicadores = i;
+            return ::CreateFileW(ruta, a, c, s, d, i, p);
+        });
+    fallos f;
+    EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("f.txt").c_str()), 1);
+    EXPECT_EQ(acceso, DWORD{GENERIC_READ | GENERIC_WRITE});
+    EXPECT_EQ(compartir, 0u);
+    EXPECT_EQ(disposicion, DWORD{OPEN_EXISTING});
+    EXPECT_EQ(indicadores, 0u);
+    EXPECT_EQ(f.cuenta("CloseHandle"), 1u);
+    EXPECT_EQ(f.cuenta("DeleteFileW"), 0u);
+    EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("nuevo.txt").c_str()), 1);
+    EXPECT_EQ(compartir, 0u);
+    EXPECT_EQ(disposicion, DWORD{CREATE_NEW});
+    EXPECT_EQ(f.rutas("DeleteFileW"), lista{dir.ruta("nuevo.txt")});
+    EXPECT_EQ(f.manijas_abiertas(), 0u);
+}
+
+TEST(permisos_escritura, un_fichero_abierto_en_otro_programa_no_se_puede_escribir) {
+    const directorio_temporal dir;
+    dir.fichero("f.txt", "intacto");
+    for (const DWORD compartir : {DWORD{0}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE}}) {
+        otro_proceso sujeta(dir.ruta("f.txt"), GENERIC_READ, compartir);
+        EXPECT_EQ(escribir(dir.ruta("f.txt")), (respuesta{0, texto_de_codigo(ERROR_SHARING_VIOLATION)}));
+        EXPECT_EQ(cdir_se_puede_escribir(dir.ruta_a("f.txt").c_str()), 0);
+        EXPECT_EQ(lumodir_tiene_permiso_escritura_fichero_UNICODE(dir.ruta_w("f.txt").c_str()), 1);
+        EXPECT_EQ(cdir_tiene_permiso_escritura_fichero(dir.ruta_a("f.txt").c_str()), 1);
+    }
+    EXPECT_EQ(escribir(dir.ruta("f.txt")), si);
+    EXPECT_EQ(dir.contenido("f.txt"), "intacto");
+    EXPECT_TRUE(toma_esperas().empty());  // nothing is retried here
+}
+
+TEST(permisos_escritura, un_fichero_que_no_deja_ver_sus_atributos_no_se_borra) {
+    // It counts as missing, its creation fails because it is there: then it is not ours to delete.
+    const directorio_temporal dir;
+    dir.fichero("f.txt", "intacto");
+    fallos f;
+    f.falla_siempre("GetFileAttributesW", ERROR_SHARING_VIOLATION, 2);
+    EXPECT_EQ(escribir(dir.ruta("f.txt")), (respuesta{0, texto_de_codigo(ERROR_FILE_EXISTS)}));
+    EXPECT_EQ(f.cuenta("DeleteFileW"), 0u);
+    EXPECT_EQ(dir.contenido("f.txt"), "intacto");
+    // Any other failure of the creation is followed by the deletion.
+    f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED, 1);
+    EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("no.txt").c_str()), 0);
+    EXPECT_EQ(f.rutas("DeleteFileW"), lista{dir.ruta("no.txt")});
+}
+
+TEST(permisos_escritura, escribir_en_un_directorio_lo_crea_y_no_deja_sonda) {
+    const directorio_temporal dir;
+    struct fila {
+        std::string directorio;
+        lista arbol;
+    };
+    const fila filas[] = {
+        {"a", {"a\\"}},
+        {"a\\b\\c", {"a\\", "a\\b\\", "a\\b\\c\\"}},
+        {"a\\b\\", {"a\\", "a\\b\\"}},
+        {"a/b", {"a\\", "a\\b\\"}},
+        {"\u00f1 \u20ac\\\u4e2d", {"\u00f1 \u20ac\\", "\u00f1 \u20ac\\\u4e2d\\"}},
+        {"", {}},
+    };
+    for (const fila& f : filas) {
+        SCOPED_TRACE(f.directorio);
+        const std::string ruta = dir.ruta(f.directorio);
+        EXPECT_EQ(escribir_en(ruta), si);
+        EXPECT_EQ(dir.arbol(), f.arbol);
+        EXPECT_EQ(escribir_en(ruta), si);  // and again, now that it exists
+        EXPECT_EQ(dir.arbol(), f.arbol);
+        dir.limpia();
+        const bool acaba_en_barra = ruta.back() == '\\';
+        EXPECT_EQ(escribir_fichero_en(ruta + (acaba_en_barra ? "f.txt" : "\\f.txt")), si);
+        EXPECT_EQ(dir.arbol(), f.arbol);  // the file itself is not made
+        dir.limpia();
+    }
+    EXPECT_EQ(escribir_en(dir.ruta(larga)), si);
+    EXPECT_TRUE(dir.es_directorio(larga));
+    EXPECT_EQ(dir.arbol().size(), 3u);
+}
+
+TEST(permisos_escritura, la_sonda_lleva_el_numero_del_proceso) {
+    const directorio_temporal dir;
+    dir.directorio("a");
+    const std::string sonda = dir.ruta("a\\" + nombre_de_sonda());
+    fallos f;
+    EXPECT_EQ(cdir_se_puede_escribir_en_directorio(dir.ruta_w("a").c_str(), nullptr), 1);
+    EXPECT_EQ(f.rutas("CreateFileW"), lista{sonda});
+    EXPECT_EQ(f.rutas("DeleteFileW"), lista{sonda});
+    EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
+    EXPECT_EQ(cdir_se_puede_escribir_fichero_en_directorio(dir.ruta_w("a\\x.txt").c_str(), nullptr), 1);
+    EXPECT_EQ(f.rutas("CreateFileW"), (lista{sonda, sonda}));
+    EXPECT_EQ(lumodir::i_prueba_escritura_en_directorio(dir.ruta_w("a").c_str()), 1);
+    EXPECT_EQ(f.rutas("DeleteFileW"), (lista{sonda, sonda, sonda}));
+}
+
+TEST(permisos_escritura, una_sonda_que_quedo_de_antes_sirve_y_se_queda) {
+    const directorio_temporal dir;
+    dir.fichero("a\\" + nombre_de_sonda(), "de antes");
+    EXPECT_EQ(escribir_en(dir.ruta("a")), si);
+    EXPECT_EQ(dir.contenido("a\\" + nombre_de_sonda()), "de antes");
+    otro_proceso sujeta(dir.ruta("a\\" + nombre_de_sonda()), GENERIC_READ, FILE_SHARE_READ);
+    EXPECT_EQ(escribir_en(dir.ruta("a")), (respuesta{0, no_se_escribe(dir.ruta("a"))}));
+}
+
+TEST(permisos_escritura, si_el_directorio_no_se_puede_crear_se_dice_cual) {
+    const directorio_temporal dir;
+    dir.fichero("f");
+    const std::string ruta = dir.ruta("f\\\u00f1\\c");
+    EXPECT_EQ(escribir_en(ruta),
+              (respuesta{0, no_se_crea(ruta)}));  // the whole one, not the level that failed
+    EXPECT_EQ(escribir_fichero_en(ruta + "\\x.txt"), (respuesta{0, no_se_crea(ruta)}));
+    EXPECT_EQ(toma_esperas().size(), 4u * 5);  // creation retries, in silence
+    EXPECT_EQ(dir.arbol(), lista{"f"});
+    // A file counts as a directory that exists, but nothing can be created in it.
+    EXPECT_EQ(escribir_en(dir.ruta("f")), (respuesta{0, no_se_escribe(dir.ruta("f"))}));
+}
+
+TEST(permisos_escritura, si_la_sonda_falla_falta_permiso_y_el_directorio_se_queda) {
+    const directorio_temporal dir;
+    fallos f;
+    f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(escribir_en(dir.ruta("a\\\u00f1")), (respuesta{0, no_se_escribe(dir.ruta("a\\\u00f1"))}));
+    EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\\u00f1\\"}));
+    EXPECT_EQ(escribir_fichero_en(dir.ruta("a\\x.txt")), (respuesta{0, no_se_escribe(dir.ruta("a"))}));
+}
+
+TEST(permisos_escritura, el_directorio_de_un_fichero_pierde_una_sola_barra) {
+    const directorio_temporal dir;
+    fallos f;
+    f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(escribir_fichero_en(dir.ruta("a/x.txt")), (respuesta{0, no_se_escribe(dir.ruta("a/"))}));
+    EXPECT_EQ(escribir_fichero_en(dir.ruta("a\\")), (respuesta{0, no_se_escribe(dir.ruta("a"))}));
+    EXPECT_EQ(escribir_en(dir.ruta("a\\")), (respuesta{0, no_se_escribe(dir.ruta("a\\"))}));
+}
+
+TEST(permisos_escritura, un_path_incorrecto_da_su_motivo_y_no_crea_nada) {
+    const directorio_temporal dir;
+    fallos f;
+    struct fila {
+        std::string ruta;
+        std::string motivo;
+    };
+    const fila filas[] = {
+        {"", "You have not specified the name of the directory."},
+        {"   ", "You have not specified the name of the directory."},
+        {dir.ruta("a?b"), ""},
+        {dir.ruta("a."), ""},
+        {"1:\\a", ""},
+    };
+    for (const fila& f2 : filas) {
+        SCOPED_TRACE(f2.ruta);
+        wchar_t* del_comprobador = nullptr;
+        EXPECT_EQ(cdir_es_path_valido_UNICODE(w(f2.ruta).c_str(), &del_comprobador), 0);
+        const std::string motivo = toma(del_comprobador);
+        EXPECT_NE(motivo, "(NULL)");
+        EXPECT_EQ(escribir_en(f2.ruta), (respuesta{0, motivo}));
+        EXPECT_EQ(escribir_fichero_en(f2.ruta), (respuesta{0, motivo}));
+    }
+    EXPECT_EQ(f.llamadas(), 0u);
+    EXPECT_EQ(dir.arbol(), lista{});
+}
+
+TEST(permisos_escritura, un_fichero_sin_directorio_no_crea_ni_avisa) {
+    fallos f;
+    f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED);  // the probe would go to the root of the drive
+    f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(escribir_fichero_en("x.txt"), (respuesta{0, no_se_escribe("")}));
+    EXPECT_EQ(f.rutas("CreateFileW"), (lista(2, "\\" + nombre_de_sonda())));
+    EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
+}
+
+TEST(permisos_escritura, null_se_informa_y_el_motivo_se_pone_a_null) {
+    wchar_t basura[] = L"basura";
+    wchar_t* motivo = basura;
+    EXPECT_EQ(lumodir_se_puede_escribir_UNICODE_ex(nullptr, &motivo), 0);
+    EXPECT_EQ(motivo, nullptr);
+    ESPERA_INFORMES("(fichero) != NULL");
+    EXPECT_EQ(lumodir_se_puede_escribir_UNICODE_ex(nullptr, nullptr), 0);
+    ESPERA_INFORMES("(fichero) != NULL");
+    EXPECT_EQ(cdir_se_puede_escribir_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(fichero) != NULL");
+    EXPECT_EQ(cdir_se_puede_escribir(nullptr), 0);
+    ESPERA_INFORMES("(fichero) != NULL");
+    EXPECT_EQ(lumodir_tiene_permiso_escritura_fichero_UNICODE(nullptr), 0);
+    ESPERA_INFORMES("(fichero) != NULL");
+    EXPECT_EQ(cdir_tiene_permiso_escritura_fichero(nullptr), 0);
+    ESPERA_INFORMES("(fichero) != NULL");
+    motivo = basura;
+    EXPECT_EQ(cdir_se_puede_escribir_en_directorio(nullptr, &motivo), 0);
+    EXPECT_EQ(motivo, nullptr);
+    ESPERA_INFORMES("(path_sin_espacios) != NULL");
+    motivo = basura;
+    EXPECT_EQ(cdir_se_puede_escribir_fichero_en_directorio(nullptr, &motivo), 0);
+    EXPECT_EQ(motivo, nullptr);
+    ESPERA_INFORMES("(path_sin_espacios) != NULL");
+    EXPECT_EQ(cdir_se_puede_escribir_en_directorio(nullptr, nullptr), 0);
+    ESPERA_INFORMES("(path_sin_espacios) != NULL");
+}
+
+TEST(permisos_escritura, bajo_fallos_nada_queda_abierto_y_nada_ajeno_cambia) {
+    const directorio_temporal dir;
+    const auto prepara = [&] {
+        dir.limpia();
+        dir.fichero("f.txt", "intacto");
+        dir.fichero("protegido.txt", "intacto", FILE_ATTRIBUTE_READONLY);
+    };
+    for (const char* nombre : {"f.txt", "protegido.txt", "nuevo.txt"}) {
+        SCOPED_TRACE(nombre);
+        const texto_w ruta = dir.ruta_w(nombre);
+        unsigned short bien = 0;
+        wchar_t* motivo = nullptr;
+        con_cada_fallo(
+            prepara, [&] { bien = lumodir_se_puede_escribir_UNICODE_ex(ruta.c_str(), &motivo); },
+            [&](const ronda& r) {
+                const std::string texto = toma(motivo);
+                motivo = nullptr;
+                EXPECT_EQ(texto == "(NULL)", bien == 1) << r;
+                EXPECT_EQ(dir.contenido("f.txt"), "intacto") << r;
+                EXPECT_TRUE(dir.es_de_solo_lectura("protegido.txt")) << r;
+                EXPECT_EQ(dir.contenido("protegido.txt"), "intacto") << r;
+                if (r.fallada == "CreateFileW") {
+                    EXPECT_EQ(bien, 0) << r;
+                    EXPECT_EQ(texto, texto_de_codigo(r.codigo)) << r;
+                }
+                // What was created goes, unless the deletion is what failed.
+                const bool borrado_roto = r.fallada == "DeleteFileW" || r.para_siempre;
+                EXPECT_TRUE(!dir.existe("nuevo.txt") || borrado_roto) << r;
+            });
+    }
+    unsigned short bien = 0;
+    wchar_t* motivo = nullptr;
+    con_cada_fallo(
+        prepara, [&] { bien = cdir_se_puede_escribir_en_directorio(dir.ruta_w("a\\b").c_str(), &motivo); },
+        [&](const ronda& r) {
+            EXPECT_EQ(toma(motivo) == "(NULL)", bien == 1) << r;
+            motivo = nullptr;
+            EXPECT_TRUE(bien == 0 || dir.es_directorio("a\\b")) << r;
+            EXPECT_TRUE(bien == 1 || !r.limpia) << r;
+            toma_esperas();
+        });
+}
