@@ -11,7 +11,8 @@
  *      && c != '/' && c != '*' && c != '?'"
  * A control character alone is not noticed: only a text that holds one of the nine is looked at character by
  * character, and its control characters are then reported too.
- * A NULL text is reported as "(cadena) != NULL" unless stated otherwise. Reports never stop a function.
+ * A NULL text is reported as "(cadena) != NULL" unless stated otherwise. Reports never stop a function: one
+ * that gives a record gives it all the same, with an empty string for each part that is missing.
  */
 #ifndef LUMODIR_NOMSFICH_H
 #define LUMODIR_NOMSFICH_H
