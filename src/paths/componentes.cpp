@@ -9,8 +9,8 @@
 namespace lumodir {
 namespace {
 
-// The base name and the extension that it gives are parts of the path and outlive it; the drive and the directory
-// of a share may not.
+// The base name and the extension that it gives are parts of the path and outlive it; the drive and the
+// directory of a share may not.
 template <class C>
 division<C> i_division_con_comodines(vista<C> ruta) {
     const path_comprobado<C> comprobado = i_comprueba_con_comodines(ruta);
@@ -27,8 +27,8 @@ vista<C> i_dada(vista<C> pieza) noexcept {
 template <class C>
 cadena<C> i_compone_con_ext(vista<C> ruta, vista<C> ext) {
     const division<C> piezas = i_division_con_comodines(ruta);
-    return i_makepath(i_dada(piezas.unidad), i_dada(piezas.directorio), i_dada(recorta_derecha(piezas.nombre)),
-                      ext);
+    return i_makepath(i_dada(piezas.unidad), i_dada(piezas.directorio),
+                      i_dada(recorta_derecha(piezas.nombre)), ext);
 }
 
 // A name that ends in a separator has nothing to take an extension from; "/" is let through as it always was.
@@ -224,8 +224,9 @@ void cdir_cambia_extension_nombre_fichero_u(wchar_t** nombre, const wchar_t* ext
     *nombre = i_nombre_fichero_con_ext(antiguo.ver(), a_vista(ext)).suelta();
 }
 
-void lumodir_directorio_y_nombre_base_fichero_UNICODE(const wchar_t* ruta_completa, unsigned short con_extension,
-                                                      wchar_t** directorio, wchar_t** nombre) {
+void lumodir_directorio_y_nombre_base_fichero_UNICODE(const wchar_t* ruta_completa,
+                                                      unsigned short con_extension, wchar_t** directorio,
+                                                      wchar_t** nombre) {
     i_directorio_y_nombre(ruta_completa, con_extension == CIERTO, directorio, nombre);
 }
 

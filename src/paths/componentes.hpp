@@ -1,8 +1,8 @@
 // One piece out of a path: directory, base name, extension, name with extension; and the path with another
 // extension. The exported functions are these plus a copy.
 //
-// Promises: a view is a part of the path given and costs no block of its own; an incorrect path is reported and
-// still gives its pieces; a view without data (NULL) is reported and gives nothing.
+// Promises: a view is a part of the path given; an incorrect path is reported and still gives its pieces; a
+// view without data (NULL) is reported and gives nothing.
 // Cannot promise: 8-bit pieces beyond 1023 bytes, which the splitter cuts; that `i_directorio_de_fichero` and
 // `i_nombre_tras_ultima_barra` agree with the rest: those two look at separators alone, on purpose.
 // Checked by tests/paths/componentes_test.cpp, also against naive models over every short string.

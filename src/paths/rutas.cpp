@@ -124,7 +124,10 @@ char* cdir_construye_path(const char* directorio1, const char* directorio2, cons
 }
 
 unsigned short lumodir_ruta_es_absoluta(const wchar_t* ruta) {
-    return i_comprueba(ruta != nullptr, "(ruta) != NULL") && i_ruta_es_absoluta(a_vista(ruta)) ? CIERTO : FALSO;
+    if (!i_comprueba(ruta != nullptr, "(ruta) != NULL")) {
+        return FALSO;
+    }
+    return i_ruta_es_absoluta(a_vista(ruta)) ? CIERTO : FALSO;
 }
 
 wchar_t* lumodir_ruta_absoluta_a_relativa(const wchar_t* base, const wchar_t* ruta) {

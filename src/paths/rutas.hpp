@@ -21,8 +21,9 @@ constexpr vista<C> i_separador_que_falta(vista<C> directorio) noexcept {
     return acaba_en_separador(directorio) ? vista<C>() : LITERAL(C, "\\");
 }
 
-// Two directories, or a directory and a name, with a "\" between them where the first ends in no separator; one
-// leading separator of the second goes. A view without data counts as empty: the exported forms report it.
+// Two directories, or a directory and a name, with a "\" between them where the first ends in no separator;
+// one leading separator of the second goes. A view without data counts as empty; the exported forms report it
+// and answer with an empty text.
 template <class C>
 cadena<C> i_concatena_directorios(vista<C> directorio1, std::type_identity_t<vista<C>> directorio2) {
     return concatena<C>(
@@ -44,7 +45,7 @@ cadena<C> i_construye_path(vista<C> directorio1, std::type_identity_t<vista<C>> 
 // A drive, a share or a leading "\"; never a leading "/". An incorrect path shows message 53955.
 bool i_ruta_es_absoluta(vista_w ruta);
 
-// The part of the path that follows the base, or the whole path. Message 53955 for an incorrect one of the two.
+// The part of the path that follows the base, or the whole path. Message 53955 for an incorrect one of them.
 vista_w i_ruta_relativa(vista_w base, vista_w ruta);
 
 // The path on its base, or the path alone when it is absolute or either is blank.

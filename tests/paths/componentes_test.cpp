@@ -5,16 +5,12 @@
 #include "apoyo/apoyo.hpp"
 #include "cdir.h"
 #include "companions/cadena.hpp"
-#include "companions/widestr.h"
 #include "lumodir.h"
 #include "paths/componentes.hpp"
 #include "paths/path_correcto.hpp"
 
 using namespace apoyo;
-using lumodir::a_vista;
 using lumodir::cadena_w;
-using lumodir::vista;
-using lumodir::vista_a;
 using lumodir::vista_w;
 
 namespace {
@@ -97,8 +93,8 @@ TEST(componentes, da_cada_pieza_de_una_ruta_correcta) {
         {.ruta = "C:/dir/file.txt", .base = "file", .ext = "txt", .nombre = "file.txt",
          .tras_barra = "C:/dir/file.txt", .directorio = "C:/dir/", .sin_ext = "C:/dir/file",
          .con_dat = "C:/dir/file.dat"},  // "/" is no separator for the name after the backslash
-        {.ruta = "a/b\\c/d", .base = "d", .ext = "", .nombre = "d", .tras_barra = "c/d", .directorio = "a/b\\c/",
-         .sin_ext = "a/b\\c/d", .con_dat = "a/b\\c/d.dat"},
+        {.ruta = "a/b\\c/d", .base = "d", .ext = "", .nombre = "d", .tras_barra = "c/d",
+         .directorio = "a/b\\c/", .sin_ext = "a/b\\c/d", .con_dat = "a/b\\c/d.dat"},
         {.ruta = "file.txt", .base = "file", .ext = "txt", .nombre = "file.txt", .tras_barra = "file.txt",
          .directorio = "", .sin_ext = "file", .con_dat = "file.dat"},
         {.ruta = "C:file.txt", .base = "file", .ext = "txt", .nombre = "file.txt", .tras_barra = "C:file.txt",
@@ -107,13 +103,14 @@ TEST(componentes, da_cada_pieza_de_una_ruta_correcta) {
          .tras_barra = "f.txt", .directorio = "\\\\srv\\share\\dir\\", .sin_ext = "\\\\srv\\share\\dir\\f",
          .con_dat = "\\\\srv\\share\\dir\\f.dat"},
         {.ruta = "\\\\srv\\share\\f", .base = "f", .ext = "", .nombre = "f", .tras_barra = "f",
-         .directorio = "\\\\srv\\share\\", .sin_ext = "\\\\srv\\share\\f", .con_dat = "\\\\srv\\share\\f.dat"},
-        {.ruta = "C:\\a\\b", .base = "b", .ext = "", .nombre = "b", .tras_barra = "b", .directorio = "C:\\a\\",
-         .sin_ext = "C:\\a\\b", .con_dat = "C:\\a\\b.dat"},
+         .directorio = "\\\\srv\\share\\", .sin_ext = "\\\\srv\\share\\f",
+         .con_dat = "\\\\srv\\share\\f.dat"},
+        {.ruta = "C:\\a\\b", .base = "b", .ext = "", .nombre = "b", .tras_barra = "b",
+         .directorio = "C:\\a\\", .sin_ext = "C:\\a\\b", .con_dat = "C:\\a\\b.dat"},
         {.ruta = "C:\\a\\b .txt", .base = "b ", .ext = "txt", .nombre = "b .txt", .tras_barra = "b .txt",
          .directorio = "C:\\a\\", .sin_ext = "C:\\a\\b", .con_dat = "C:\\a\\b.dat"},  // the inner blank goes
         {.ruta = "C:\\d\\a.b c", .base = "a", .ext = "b c", .nombre = "a.b c", .tras_barra = "a.b c",
-         .directorio = "C:\\d\\", .sin_ext = "C:\\d\\a", .con_dat = "C:\\d\\a.dat"},  // blank in the extension
+         .directorio = "C:\\d\\", .sin_ext = "C:\\d\\a", .con_dat = "C:\\d\\a.dat"},  // inner blank
         {.ruta = "C:\\x.y\\file", .base = "file", .ext = "", .nombre = "file", .tras_barra = "file",
          .directorio = "C:\\x.y\\", .sin_ext = "C:\\x.y\\file", .con_dat = "C:\\x.y\\file.dat"},
         {.ruta = "C:\\dir\\*", .base = "*", .ext = "", .nombre = "*", .tras_barra = "*",
@@ -175,8 +172,8 @@ TEST(componentes, una_ruta_incorrecta_se_comunica_y_da_sus_piezas) {
          .sin_ext = "C:\\d\\name", .con_dat = "C:\\d\\name.dat"},
         {.ruta = "C:\\d\\a|b.t?t  ", .recortada = "C:\\d\\a|b.t?t", .base = "a|b", .ext = "t?t",
          .nombre = "a|b.t?t", .sin_ext = "C:\\d\\a|b", .con_dat = "C:\\d\\a|b.dat"},
-        {.ruta = "C:\\d\\a*.txt", .recortada = "C:\\d\\a*.txt", .base = "a*", .ext = "txt", .nombre = "a*.txt",
-         .sin_ext = "C:\\d\\a*", .con_dat = "C:\\d\\a*.dat"},
+        {.ruta = "C:\\d\\a*.txt", .recortada = "C:\\d\\a*.txt", .base = "a*", .ext = "txt",
+         .nombre = "a*.txt", .sin_ext = "C:\\d\\a*", .con_dat = "C:\\d\\a*.dat"},
         {.ruta = "1:\\ñ.txt", .recortada = "1:\\ñ.txt", .base = "ñ", .ext = "txt", .nombre = "ñ.txt",
          .sin_ext = "1:\\ñ", .con_dat = "1:\\ñ.dat"},
         {.ruta = "C:\\con\\aux", .recortada = "C:\\con\\aux", .base = "aux", .ext = "", .nombre = "aux",
@@ -240,10 +237,11 @@ TEST(componentes, null_se_comunica_y_da_texto_vacio) {
         funcion f;
         const char* informe;
     };
-    for (const caso& c : {caso{nombre_base, "(ruta_completa) != NULL"}, caso{extension, "ruta_completa != NULL"},
-                          caso{nombre_y_ext, "(nombre) != NULL"}, caso{tras_barra, "(nombre) != NULL"},
-                          caso{directorio, "ruta_completa != NULL"},
-                          caso{sin_extension, "(ruta_completa) != NULL"}, caso{con_dat, "(nombre) != NULL"}}) {
+    const caso casos[] = {{nombre_base, "(ruta_completa) != NULL"},   {extension, "ruta_completa != NULL"},
+                          {nombre_y_ext, "(nombre) != NULL"},         {tras_barra, "(nombre) != NULL"},
+                          {directorio, "ruta_completa != NULL"},      {con_dat, "(nombre) != NULL"},
+                          {sin_extension, "(ruta_completa) != NULL"}};
+    for (const caso& c : casos) {
         SCOPED_TRACE(c.f.nombre);
         EXPECT_EQ(toma(c.f.ancha(nullptr)), "");
         EXPECT_EQ(toma(c.f.estrecha(nullptr)), "");
@@ -264,7 +262,7 @@ TEST(componentes, cambia_la_extension) {
         {.ruta = "C:\\a\\b.txt", .ext = nullptr, .resultado = "C:\\a\\b"},
         {.ruta = "C:\\a\\b.txt", .ext = ".", .resultado = "C:\\a\\b."},
         {.ruta = "C:\\a\\b.txt", .ext = "..x", .resultado = "C:\\a\\b..x"},
-        {.ruta = "C:\\a\\b.txt", .ext = "d t ", .resultado = "C:\\a\\b.d t "},  // the extension is taken as it is
+        {.ruta = "C:\\a\\b.txt", .ext = "d t ", .resultado = "C:\\a\\b.d t "},  // taken as it is
         {.ruta = "C:\\a\\b.txt", .ext = "a|?", .resultado = "C:\\a\\b.a|?"},
         {.ruta = "b  .x  ", .ext = "niño", .resultado = "b.niño"},
         {.ruta = "\\\\srv\\r\\b", .ext = "é", .resultado = "\\\\srv\\r\\b.é"},
@@ -348,7 +346,8 @@ TEST(componentes, directorio_y_nombre_juntos) {
         {"C:\\añó\\b€.ñ", 1, "C:\\añó\\", "b€.ñ", {}},
     };
     for (const caso_directorio_y_nombre& c : casos) {
-        comprueba_directorio_y_nombre<wchar_t>(c, lumodir_directorio_y_nombre_base_fichero_UNICODE, w(c.ruta));
+        comprueba_directorio_y_nombre<wchar_t>(c, lumodir_directorio_y_nombre_base_fichero_UNICODE,
+                                               w(c.ruta));
         comprueba_directorio_y_nombre<char>(c, lumodir_directorio_y_nombre_base_fichero, cp1252(c.ruta));
     }
 }
@@ -410,14 +409,14 @@ TEST(componentes, textos_largos_y_sustitutos_sueltos) {
                   texto_a(std::min(largo, std::size_t{1023}), 'n'));
         EXPECT_EQ(toma(cdir_nombre_y_ext_fichero(ruta_a.c_str())),
                   texto_a(std::min(largo, std::size_t{1023}), 'n') + ".txt");
-        EXPECT_EQ(toma(cdir_nombre_de_fichero_suprimiendo_path(ruta_a.c_str())), texto_a(largo, 'n') + ".txt");
+        EXPECT_EQ(toma(cdir_nombre_de_fichero_suprimiendo_path(ruta_a.c_str())),
+                  texto_a(largo, 'n') + ".txt");
         const std::vector<std::string> informes = toma_expresiones();
         EXPECT_EQ(informes, std::vector<std::string>(largo == 1 ? 0 : 5, "pathCorrecto == CIERTO"));
     }
     const wchar_t sueltos[] = {0xD800, L'\\', 0xDC00, L'.', 0xDBFF, L'x', 0};
-    EXPECT_EQ(a_vista(cadena_w::adopta(cdir_nombre_base_fichero_UNICODE(sueltos)).c_str()),
-              vista_w(sueltos + 2, 1));
-    EXPECT_EQ(a_vista(cadena_w::adopta(cdir_extension_fichero_UNICODE(sueltos)).c_str()), vista_w(sueltos + 4, 2));
+    EXPECT_EQ(cadena_w::adopta(cdir_nombre_base_fichero_UNICODE(sueltos)).ver(), vista_w(sueltos + 2, 1));
+    EXPECT_EQ(cadena_w::adopta(cdir_extension_fichero_UNICODE(sueltos)).ver(), vista_w(sueltos + 4, 2));
 }
 
 TEST(componentes, cada_byte_pasa_por_la_forma_de_8_bits) {
