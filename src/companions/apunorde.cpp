@@ -16,6 +16,7 @@ bool i_hay(const ApunOrde* conjunto, lugar donde = lugar::aqui()) noexcept {
 
 ApunOrde* apunorde_nousar_crea(int (*compare)(const void*, const void*), void (*destroy)(void** record)) {
     i_comprueba(compare != nullptr, "(func_compara) != NULL");
+    i_comprueba(destroy != nullptr, "(func_destruye) != NULL");
     auto conjunto = objeto<ApunOrde>::crea();
     conjunto->compara = compare;
     conjunto->destruye = destroy;
@@ -70,7 +71,8 @@ void* apunorde_nousar_busca(const ApunOrde* array, const void* key,
 }
 
 void apunorde_nousar_destruye(ApunOrde** array) {
-    if (i_hay(array == nullptr ? nullptr : *array)) {
+    if (i_comprueba(array != nullptr, "(apunorde) != NULL") &&
+        i_comprueba(*array != nullptr, "(*apunorde) != NULL")) {
         i_destruye_objeto(*array);
         *array = nullptr;
     }

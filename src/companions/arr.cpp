@@ -1,6 +1,8 @@
 // The exported list operations: argument checks over arr.hpp, one template for both flavours of text.
 #include "companions/arr.hpp"
 
+#include <algorithm>
+
 #include "companions/anfitrion.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/ordena.hpp"
@@ -19,10 +21,16 @@ bool i_indice_valido(const Lista* lista, unsigned long indice, lugar donde) noex
     return i_hay(lista, donde) && i_comprueba(indice < lista->num(), "indice < num_elems", donde);
 }
 
+// The room that a host asks for is a hint: a wild number must not exhaust the memory. The list grows anyway.
+std::size_t i_sitio_inicial(unsigned long sitio) noexcept {
+    constexpr unsigned long maximo = 65536;  // elements
+    return std::min(sitio, maximo);
+}
+
 template <class C>
 arr_cadena<C>* i_crea(unsigned long sitio, lugar donde) {
     auto lista = objeto<arr_cadena<C>>::crea(donde);
-    lista->textos.reserva_sitio(sitio, donde);
+    lista->textos.reserva_sitio(i_sitio_inicial(sitio), donde);
     return lista.suelta();
 }
 
@@ -189,11 +197,11 @@ void arr_DestruyeCADENA_u(ArrCADENA_u** list) {
 
 ArrPunteroConTipo* arr_CreaPunteroConTipo(unsigned long initial) {
     auto lista = objeto<ArrPunteroConTipo>::crea();
-    lista->punteros.reserva_sitio(initial);
+    lista->punteros.reserva_sitio(i_sitio_inicial(initial));
     return lista.suelta();
 }
 void arr_AppendPunteroConTipo(ArrPunteroConTipo* list, void* record) {
-    if (i_hay(list, lugar::aqui())) {
+    if (i_hay(list, lugar::aqui()) && i_comprueba(record != nullptr, "(puntero) != NULL")) {
         list->punteros.anade(record);
     }
 }

@@ -18,26 +18,26 @@ void* i_contexto = nullptr;
 class linea_fija {
 public:
     linea_fija& operator<<(vista_w trozo) noexcept {
-        const std::size_t cabe = std::min(trozo.size(), max_unidades - longitud_);
-        rasgos_utf16::copy(unidades_ + longitud_, trozo.data(), cabe);
-        longitud_ += cabe;
+        for (const wchar_t c : trozo.substr(0, max_unidades - longitud_)) {
+            unidades_[longitud_++] = c < L' ' ? L' ' : c;  // a line break inside would make two reports of one
+        }
         return *this;
     }
     linea_fija& operator<<(const char* trozo) noexcept {
-        const std::size_t escritas =
-            plataforma::ansi_a_utf16(a_vista(trozo), unidades_ + longitud_, max_unidades - longitud_);
-        longitud_ += std::min(escritas, max_unidades - longitud_);
+        // As many bytes as units are left: they never convert to more.
+        const vista_a cabe = a_vista(trozo).substr(0, max_unidades - longitud_);
+        longitud_ += plataforma::ansi_a_utf16(cabe, unidades_ + longitud_, cabe.size());
         return *this;
     }
-    vista_w ver() const noexcept { return vista_w(unidades_, longitud_); }
-    const wchar_t* c_str() noexcept {
-        unidades_[longitud_] = L'\0';
-        return unidades_;
+    vista_w acaba() noexcept {
+        unidades_[longitud_] = L'\n';
+        unidades_[longitud_ + 1] = L'\0';
+        return vista_w(unidades_, longitud_ + 1);
     }
 
 private:
     static constexpr std::size_t max_unidades = 2048;  // longer details are cut: the line is a hint
-    wchar_t unidades_[max_unidades + 1];
+    wchar_t unidades_[max_unidades + 2];
     std::size_t longitud_ = 0;
 };
 
@@ -49,9 +49,9 @@ void i_recibe_por_defecto(const char* expresion, lugar donde, const wchar_t* det
     if (detalle != nullptr) {
         linea << L" [" << a_vista(detalle) << L"]";
     }
-    linea << L"\n";
-    plataforma::escribe_error_estandar(linea.ver());
-    plataforma::escribe_depurador(linea.c_str());
+    const vista_w entera = linea.acaba();
+    plataforma::escribe_error_estandar(entera);
+    plataforma::escribe_depurador(entera.data());
 }
 
 void i_informa(const char* expresion, const wchar_t* detalle, lugar donde) noexcept {
@@ -73,12 +73,12 @@ void error_interno_msg_u(const char* expresion, const wchar_t* detalle, lugar do
 }
 
 void error_interno_msg_u(const char* expresion, vista_w detalle, lugar donde) noexcept {
-    const cadena_w copia(detalle);
+    const cadena_w copia = detalle.data() == nullptr ? cadena_w() : cadena_w(detalle);
     i_informa(expresion, copia.c_str(), donde);
 }
 
 void error_interno_msg(const char* expresion, vista_a detalle, lugar donde) noexcept {
-    const cadena_w detalle_u = a_utf16(detalle);
+    const cadena_w detalle_u = detalle.data() == nullptr ? cadena_w() : a_utf16(detalle);
     i_informa(expresion, detalle_u.c_str(), donde);
 }
 

@@ -1,7 +1,7 @@
 // The assertion service: broken preconditions are reported with their source text, and the caller goes on.
 //
 // Promises: a report never stops the function that makes it, and never lets an exception of the host's receiver
-// through. The detail is valid only during the report.
+// through. The detail is valid only during the report; a NULL one is no detail.
 // Checked by tests/companions/error_interno_test.cpp.
 #pragma once
 
@@ -28,7 +28,9 @@ template <class Detalle>
 bool i_comprueba_con(bool condicion, const char* expresion, Detalle detalle,
                      lugar donde = lugar::aqui()) noexcept {
     if (!condicion) {
-        if constexpr (std::is_convertible_v<Detalle, vista_a>) {
+        if constexpr (std::is_pointer_v<Detalle>) {
+            i_comprueba_con(false, expresion, a_vista(detalle), donde);
+        } else if constexpr (std::is_convertible_v<Detalle, vista_a>) {
             error_interno_msg(expresion, detalle, donde);
         } else {
             error_interno_msg_u(expresion, vista_w(detalle), donde);

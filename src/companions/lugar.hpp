@@ -118,18 +118,22 @@ static_assert(etiqueta_de_fichero(LUMODIR_FICHERO) != nullptr,
 struct lugar {
     const char* fichero;  // source file of the library, or the tag that a host passed
     unsigned long linea;
+    bool es_del_anfitrion = false;
 
     static constexpr lugar aqui(const char* fichero = __builtin_FILE(),
                                 unsigned long linea = __builtin_LINE()) noexcept {
         return {fichero, linea};
     }
+    // A host passes its own tag with its own line. It is never looked up: "programa.exe" is no file of ours.
+    static constexpr lugar del_anfitrion(const char* etiqueta, unsigned long linea) noexcept {
+        return {etiqueta, linea, true};
+    }
 
-    // A host passes its own tag with its own line: a text that is no file of ours is itself the tag.
     const char* etiqueta() const noexcept {
         if (fichero == nullptr) {
             return "";
         }
-        const char* propia = etiqueta_de_fichero(fichero);
+        const char* propia = es_del_anfitrion ? nullptr : etiqueta_de_fichero(fichero);
         return propia != nullptr ? propia : fichero;
     }
 };

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <type_traits>
 
 #include "companions/lugar.hpp"
@@ -101,7 +102,9 @@ public:
     }
     void reserva_sitio(std::size_t sitio, lugar donde = lugar::aqui()) {
         if (sitio > sitio_) {
-            datos_ = static_cast<T*>(i_cambia_interno(datos_, sitio * sizeof(T), donde));
+            // A product that overflows becomes a size that no allocator has.
+            const std::size_t bytes = sitio > SIZE_MAX / sizeof(T) ? SIZE_MAX : sitio * sizeof(T);
+            datos_ = static_cast<T*>(i_cambia_interno(datos_, bytes, donde));
             sitio_ = sitio;
         }
     }

@@ -24,17 +24,17 @@ void i_destruye(C** texto, bool opcional, lugar donde) noexcept {
 }  // namespace
 
 wchar_t* widestr_nousar_copia(const wchar_t* text, const char* tag, unsigned long line) {
-    const lugar donde{tag, line};
+    const lugar donde = lugar::del_anfitrion(tag, line);
     i_comprueba(text != nullptr, "(cadena) != NULL", donde);
     return cadena_w(a_vista(text), donde).suelta();
 }
 
 void widestr_nousar_destruye(wchar_t** text, const char* tag, unsigned long line) {
-    i_destruye(text, false, {tag, line});
+    i_destruye(text, false, lugar::del_anfitrion(tag, line));
 }
 
 void widestr_nousar_destruye_opcional(wchar_t** text, const char* tag, unsigned long line) {
-    i_destruye(text, true, {tag, line});
+    i_destruye(text, true, lugar::del_anfitrion(tag, line));
 }
 
 void lumostr_destruye(char** text) {

@@ -1,0 +1,93 @@
+// The table of source files and module tags, and who is named in a report.
+#include "companions/lugar.hpp"
+
+#include <set>
+
+#include "apoyo/apoyo.hpp"
+#include "companions/arr.h"
+#include "companions/error_interno.hpp"
+#include "companions/widestr.h"
+
+using namespace apoyo;
+using namespace lumodir;
+
+namespace {
+
+struct fila_etiqueta {
+    const char* fichero;
+    const char* etiqueta;  // NULL: no file of the library
+};
+
+const fila_etiqueta filas[] = {
+    {.fichero = "arr", .etiqueta = "lumodir (LUMODIR.DLL)"},
+    {.fichero = "arr.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
+    {.fichero = "src/companions/arr.hpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
+    {.fichero = "src\\companions\\arr.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
+    {.fichero = "/otro/sitio/lumoreg.cpp", .etiqueta = "lumoreg (LUMODIR.DLL)"},
+    {.fichero = "dirwin.cpp", .etiqueta = "dirwin (LUMODIR.DLL)"},
+    {.fichero = "discos.cpp", .etiqueta = "discos (LUMODIR.DLL)"},
+    {.fichero = "info.cpp", .etiqueta = "discos (LUMODIR.DLL)"},
+    {.fichero = "fichsdir.cpp", .etiqueta = "fichsdir (LUMODIR.DLL)"},
+    {.fichero = "nomsfich.cpp", .etiqueta = "nomsfich (LUMODIR.DLL)"},
+    {.fichero = "taskproc.cpp", .etiqueta = "taskproc (LUMODIR.DLL)"},
+    {.fichero = "timefich.cpp", .etiqueta = "timefich (LUMODIR.DLL)"},
+    {.fichero = "wine.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
+    {.fichero = "ar", .etiqueta = nullptr},            // the beginning of a name
+    {.fichero = "arrr.cpp", .etiqueta = nullptr},      // longer than a name
+    {.fichero = "arr/otro.cpp", .etiqueta = nullptr},  // a folder with the name of a file
+    {.fichero = "ARR.cpp", .etiqueta = nullptr},
+    {.fichero = "", .etiqueta = nullptr},
+};
+
+}  // namespace
+
+TEST(lugar, cada_fichero_tiene_su_etiqueta) {
+    for (const fila_etiqueta& fila : filas) {
+        EXPECT_STREQ(etiqueta_de_fichero(fila.fichero), fila.etiqueta) << fila.fichero;
+    }
+}
+
+TEST(lugar, la_tabla_tiene_solo_las_ocho_etiquetas_y_ningun_fichero_repetido) {
+    const std::set<std::string> ocho = {"lumodir (LUMODIR.DLL)",  "lumoreg (LUMODIR.DLL)",
+                                        "dirwin (LUMODIR.DLL)",   "discos (LUMODIR.DLL)",
+                                        "fichsdir (LUMODIR.DLL)", "nomsfich (LUMODIR.DLL)",
+                                        "taskproc (LUMODIR.DLL)", "timefich (LUMODIR.DLL)"};
+    std::set<std::string> vistas;
+    std::set<std::string> ficheros;
+    for (const modulo& fila : modulos) {
+        EXPECT_EQ(ocho.count(fila.etiqueta), 1u) << fila.fichero;
+        EXPECT_TRUE(ficheros.insert(fila.fichero).second) << fila.fichero;
+        vistas.insert(fila.etiqueta);
+    }
+    EXPECT_EQ(vistas, ocho);
+}
+
+TEST(lugar, aqui_es_el_lugar_de_quien_llama) {
+    const lugar aqui = lugar::aqui();
+    const unsigned long linea = __LINE__ - 1;
+    EXPECT_EQ(aqui.linea, linea);
+    EXPECT_STREQ(lugar::aqui("src/system/discos.cpp", 3).etiqueta(), "discos (LUMODIR.DLL)");
+}
+
+TEST(lugar, la_etiqueta_de_un_anfitrion_se_da_tal_cual) {
+    for (const char* etiqueta :
+         {"programa.exe", "arr", "discos.cpp", "C:\\x\\info.c", "lumoreg (LUMODIR.DLL)"}) {
+        EXPECT_STREQ(lugar::del_anfitrion(etiqueta, 7).etiqueta(), etiqueta);
+    }
+    EXPECT_STREQ(lugar::del_anfitrion(nullptr, 7).etiqueta(), "");
+}
+
+TEST(lugar, un_informe_dice_el_modulo_y_la_linea) {
+    arr_AppendCADENA(nullptr, "x");
+    arr_AppendCADENA_u(nullptr, L"x");
+    wchar_t* nula = nullptr;
+    widestr_nousar_destruye(&nula, "programa.exe", 77);
+    const std::vector<informe> informes = toma_informes();
+    ASSERT_EQ(informes.size(), 3u);
+    EXPECT_EQ(informes[0].etiqueta, "lumodir (LUMODIR.DLL)");
+    EXPECT_EQ(informes[1].etiqueta, "lumodir (LUMODIR.DLL)");
+    EXPECT_NE(informes[0].linea, 0u);
+    EXPECT_NE(informes[0].linea, informes[1].linea);  // each export is a place of its own
+    EXPECT_EQ(informes[2].etiqueta, "programa.exe");
+    EXPECT_EQ(informes[2].linea, 77u);
+}
