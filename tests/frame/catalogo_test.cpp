@@ -241,8 +241,8 @@ const fila_ranura ranuras[] = {
     {6, respaldo::regional, nullptr},
     {7, respaldo::regional, nullptr},
     {8, respaldo::ninguno, L"Directory '%s' does not exist."},
-    {9, respaldo::espanol, nullptr},   // Galician
-    {10, respaldo::ingles, nullptr},   // Bulgarian, among slots that fall back to Spanish
+    {9, respaldo::espanol, nullptr},  // Galician
+    {10, respaldo::ingles, nullptr},  // Bulgarian, among slots that fall back to Spanish
     {11, respaldo::ninguno, L"Directorul '%s' nu există."},
     {12, respaldo::ninguno, L"目录 '%s' 不存在。"},
     {13, respaldo::ninguno, L"Das Verzeichnis '%s' ist nicht vorhanden."},
@@ -386,19 +386,19 @@ TEST_P(Mensaje, RespaldoPorIdentidadDePuntero) {
     for (const fila_ranura& fila : ranuras) {
         const wchar_t* const texto = registro.texto[fila.ranura];
         switch (fila.sin_texto_propio) {
-        case respaldo::espanol:
-            EXPECT_EQ(texto, espanol) << "slot " << fila.ranura;
-            break;
-        case respaldo::ingles:
-            EXPECT_EQ(texto, ingles) << "slot " << fila.ranura;
-            break;
-        case respaldo::regional:
-            EXPECT_NE(texto, ingles) << "slot " << fila.ranura;
-            break;
-        case respaldo::ninguno:
-            EXPECT_EQ(texto == espanol, fila.ranura == 0) << "slot " << fila.ranura;
-            EXPECT_EQ(texto == ingles, fila.ranura == 8) << "slot " << fila.ranura;
-            break;
+            case respaldo::espanol:
+                EXPECT_EQ(texto, espanol) << "slot " << fila.ranura;
+                break;
+            case respaldo::ingles:
+                EXPECT_EQ(texto, ingles) << "slot " << fila.ranura;
+                break;
+            case respaldo::regional:
+                EXPECT_NE(texto, ingles) << "slot " << fila.ranura;
+                break;
+            case respaldo::ninguno:
+                EXPECT_EQ(texto == espanol, fila.ranura == 0) << "slot " << fila.ranura;
+                EXPECT_EQ(texto == ingles, fila.ranura == 8) << "slot " << fila.ranura;
+                break;
         }
     }
 }

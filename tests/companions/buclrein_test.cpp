@@ -1,0 +1,260 @@
+// The retry loop: scenarios told as the sequence of what happens, and every combination against a slow model.
+//
+// In a sequence, I is an attempt, E100 a wait of 100 ms, P a question, A a warning; the attempt after which the
+// loop says that it is at its first retry before any warning bears an asterisk.
+#include "companions/buclrein.hpp"
+
+#include <stdexcept>
+
+#include "apoyo/apoyo.hpp"
+#include "companions/buclrein.h"
+#include "companions/lmaviso.h"
+#include "companions/plataforma.hpp"
+
+using namespace apoyo;
+using namespace lumodir;
+
+namespace {
+
+struct escenario {
+    const char* nombre = "";
+    unsigned short reintentar = 1;
+    unsigned short informar = 1;
+    bool servicio = false;
+    unsigned long silenciosos = 5;
+    unsigned long espera_ms = 100;
+    int bien_en = 0;                         // number of the attempt that succeeds; 0 for none
+    std::vector<unsigned short> respuestas = {};  // to the questions; 0 after the last
+    const char* sucesos = "";
+    unsigned short resultado = 0;
+};
+
+struct transcurso {
+    std::string sucesos;
+    unsigned short resultado;
+};
+
+transcurso corre(const escenario& e) {
+    std::string sucesos;
+    buclrein_establece_politica(e.silenciosos, e.espera_ms);
+    if (e.servicio) {
+        buclrein_establece_modo_servicio_sin_reintentos();
+    } else {
+        i_buclrein_restablece_modo_servicio();
+    }
+    al_dormir([&](unsigned long ms) { sucesos += " E" + std::to_string(ms); });
+    std::size_t preguntas = 0;
+    contesta([&](const pregunta&) -> unsigned short {
+        sucesos += " P";
+        return preguntas < e.respuestas.size() ? e.respuestas[preguntas++] : 0;
+    });
+    int intentos = 0;
+    const unsigned short resultado = i_con_reintentos(
+        e.reintentar, e.informar,
+        [&]() -> unsigned short {
+            sucesos += sucesos.empty() ? "I" : " I";
+            return ++intentos == e.bien_en ? 1 : 0;
+        },
+        [&](BuclRein* bucle) {
+            buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"mensaje")), 0);
+            if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1) {
+                sucesos += "*";
+            }
+        });
+    i_buclrein_restablece_modo_servicio();
+    toma_preguntas();
+    toma_esperas();
+    return {sucesos, resultado};
+}
+
+const escenario escenarios[] = {
+    {.nombre = "success at once", .bien_en = 1, .sucesos = "I", .resultado = 1},
+    {.nombre = "the third attempt succeeds", .bien_en = 3, .sucesos = "I* E100 I E100 I", .resultado = 1},
+    {.nombre = "gives up after the default policy", .sucesos = "I* E100 I E100 I E100 I E100 I E100 I P"},
+    {.nombre = "the user grants one attempt, and is asked again",
+     .silenciosos = 1,
+     .respuestas = {1, 0},
+     .sucesos = "I* E100 I P I P"},
+    {.nombre = "a granted attempt succeeds",
+     .silenciosos = 1,
+     .bien_en = 4,
+     .respuestas = {1, 1},
+     .sucesos = "I* E100 I P I P I",
+     .resultado = 1},
+    {.nombre = "any answer but 1 gives up", .silenciosos = 0, .respuestas = {2}, .sucesos = "I* P"},
+    {.nombre = "no silent retries: asked at once",
+     .silenciosos = 0,
+     .respuestas = {1},
+     .sucesos = "I* P I P"},
+    {.nombre = "without report it is over after the silent retries",
+     .informar = 0,
+     .silenciosos = 2,
+     .sucesos = "I* E100 I E100 I"},
+    {.nombre = "without report and without silent retries: not going to retry",
+     .informar = 0,
+     .silenciosos = 0,
+     .sucesos = "I"},
+    {.nombre = "retry 0", .reintentar = 0, .sucesos = "I"},
+    {.nombre = "retry 0 and report 0", .reintentar = 0, .informar = 0, .sucesos = "I"},
+    {.nombre = "retry 0 that succeeds", .reintentar = 0, .bien_en = 1, .sucesos = "I", .resultado = 1},
+    {.nombre = "service mode", .servicio = true, .sucesos = "I"},
+    {.nombre = "service mode without report", .informar = 0, .servicio = true, .sucesos = "I"},
+    {.nombre = "another wait", .informar = 0, .silenciosos = 1, .espera_ms = 7, .sucesos = "I* E7 I"},
+    {.nombre = "a truth value that is not 1 is false", .reintentar = 2, .informar = 2, .sucesos = "I"},
+};
+
+// The rules read one by one, without a state machine.
+std::string modelo(const escenario& e) {
+    std::string sucesos;
+    unsigned long silenciosos = e.silenciosos;
+    std::size_t preguntas = 0;
+    const bool insiste = e.reintentar == 1 && !e.servicio;
+    for (int intento = 1;; ++intento) {
+        sucesos += sucesos.empty() ? "I" : " I";
+        if (intento == e.bien_en) {
+            return sucesos;
+        }
+        if (!insiste) {
+            return sucesos;
+        }
+        if (intento == 1 && (silenciosos > 0 || e.informar == 1)) {
+            sucesos += "*";
+        }
+        if (silenciosos > 0) {
+            --silenciosos;
+            sucesos += " E" + std::to_string(e.espera_ms);
+        } else if (e.informar == 1) {
+            sucesos += " P";
+            const bool si = preguntas < e.respuestas.size() && e.respuestas[preguntas] == 1;
+            ++preguntas;
+            if (!si) {
+                return sucesos;
+            }
+        } else {
+            return sucesos;
+        }
+    }
+}
+
+}  // namespace
+
+TEST(buclrein, escenarios_por_filas) {
+    for (const escenario& e : escenarios) {
+        const transcurso t = corre(e);
+        EXPECT_EQ(t.sucesos, e.sucesos) << e.nombre;
+        EXPECT_EQ(t.resultado, e.resultado) << e.nombre;
+    }
+}
+
+TEST(buclrein, toda_combinacion_como_el_modelo) {
+    const std::vector<std::vector<unsigned short>> respuestas = {{},     {1},       {0, 1},
+                                                                 {1, 1}, {1, 2, 1}, {1, 1, 1}};
+    for (unsigned bits = 0; bits < 8; ++bits) {
+        for (unsigned long silenciosos = 0; silenciosos < 4; ++silenciosos) {
+            for (int bien_en = 0; bien_en < 8; ++bien_en) {
+                for (const auto& r : respuestas) {
+                    escenario e;
+                    e.reintentar = bits & 1;
+                    e.informar = (bits >> 1) & 1;
+                    e.servicio = (bits & 4) != 0;
+                    e.silenciosos = silenciosos;
+                    e.bien_en = bien_en;
+                    e.respuestas = r;
+                    const transcurso t = corre(e);
+                    ASSERT_EQ(t.sucesos, modelo(e)) << bits << " " << silenciosos << " " << bien_en;
+                }
+            }
+        }
+    }
+}
+
+TEST(buclrein, la_pregunta_lleva_el_ultimo_mensaje_y_su_codigo) {
+    struct fila {
+        unsigned long codigo;
+        bool con_texto_del_sistema;
+    };
+    for (const fila& f : {fila{0, false}, fila{5, true}, fila{32, true}}) {
+        buclrein_establece_politica(0, 0);
+        contesta([](const pregunta& p) -> unsigned short { return p.mensaje.substr(0, 9) == "intento 1"; });
+        int intento = 0;
+        i_con_reintentos(
+            1, 1, [&]() -> unsigned short { return 0; },
+            [&](BuclRein* bucle) {
+                const texto_w mensaje = w("intento " + std::to_string(++intento) + " ñ%s");
+                buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(mensaje)), f.codigo);
+            });
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), 2u) << f.codigo;
+        const std::string del_sistema =
+            f.con_texto_del_sistema ? "\n" + u8(plataforma::texto_de_codigo_de_error(f.codigo).c_str()) : "";
+        EXPECT_EQ(preguntas[0].mensaje, "intento 1 ñ%s" + del_sistema);
+        EXPECT_EQ(preguntas[1].mensaje, "intento 2 ñ%s" + del_sistema);
+        EXPECT_EQ(preguntas[1].codigo, f.codigo);
+    }
+}
+
+TEST(buclrein, sin_receptor_se_avisa_y_se_deja) {
+    buclrein_establece_receptor(nullptr, nullptr);
+    buclrein_establece_politica(1, 10);
+    int intentos = 0;
+    const unsigned short bien = i_con_reintentos(
+        1, 1,
+        [&]() -> unsigned short {
+            ++intentos;
+            return 0;
+        },
+        [](BuclRein* bucle) {
+            buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"no se puede")), 0);
+        });
+    EXPECT_EQ(bien, 0);
+    EXPECT_EQ(intentos, 2);
+    ESPERA_AVISOS("no se puede");
+    toma_esperas();
+}
+
+TEST(buclrein, el_contexto_llega_y_un_receptor_que_lanza_deja_de_reintentar) {
+    static void* recibido;
+    recibido = nullptr;
+    int mio = 0;
+    buclrein_establece_receptor(
+        [](const wchar_t*, unsigned long, void* contexto) -> unsigned short {
+            recibido = contexto;
+            throw std::runtime_error("no");
+        },
+        &mio);
+    buclrein_establece_politica(0, 0);
+    int intentos = 0;
+    i_con_reintentos(
+        1, 1,
+        [&]() -> unsigned short {
+            ++intentos;
+            return 0;
+        },
+        [](BuclRein* bucle) { buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"x")), 5); });
+    EXPECT_EQ(intentos, 1);
+    EXPECT_EQ(recibido, &mio);
+}
+
+TEST(buclrein, la_politica_es_la_de_cuando_nace_el_bucle) {
+    buclrein_establece_politica(1, 100);
+    BuclRein* bucle = buclrein_crea(1, 0);
+    buclrein_establece_politica(9, 100);
+    buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"x")), 0);
+    EXPECT_EQ(buclrein_reintentar(bucle, 0), 1);
+    EXPECT_EQ(buclrein_reintentar(bucle, 0), 0);
+    buclrein_destruye(&bucle);
+    EXPECT_EQ(bucle, nullptr);
+    EXPECT_EQ(toma_esperas(), std::vector<unsigned long>{100});
+}
+
+TEST(buclrein, el_primer_reintento_solo_lo_es_tras_un_fallo) {
+    BuclRein* bucle = buclrein_crea(1, 1);
+    EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 0);
+    buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"x")), 0);
+    EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 1);
+    EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 1);  // asking changes nothing
+    EXPECT_EQ(buclrein_reintentar(bucle, 0), 1);
+    EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 0);
+    buclrein_destruye(&bucle);
+    toma_esperas();
+}

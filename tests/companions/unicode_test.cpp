@@ -1,0 +1,90 @@
+// The bridge between 8-bit text and UTF-16. The machine's code page is 1252 in every build of the tests.
+#include "companions/unicode.hpp"
+
+#include "apoyo/apoyo.hpp"
+#include "companions/lumospy.h"
+
+using namespace apoyo;
+using namespace lumodir;
+
+namespace {
+
+struct fila {
+    const char* texto;      // UTF-8
+    const char* en_8_bits;  // what code page 1252 makes of it
+};
+
+const fila filas[] = {
+    {.texto = "", .en_8_bits = ""},
+    {.texto = "C:\\dir\\file.txt", .en_8_bits = "C:\\dir\\file.txt"},
+    {.texto = "ñandú",
+     .en_8_bits = "\xF1"
+                  "and\xFA"},
+    {.texto = "€", .en_8_bits = "\x80"},
+    {.texto = "a\u4E2D"
+              "b",
+     .en_8_bits = "a?b"},                   // not in the code page
+    {.texto = "\u0100", .en_8_bits = "?"},  // A with macron: never a plain A
+    {.texto = "\uFF21", .en_8_bits = "?"},  // full-width A: never a plain A
+    {.texto = "\u2215", .en_8_bits = "?"},  // division slash: never a separator
+    {.texto = "\u2044", .en_8_bits = "?"},  // fraction slash
+    {.texto = "\uFF3C", .en_8_bits = "?"},  // full-width backslash: never a separator
+    {.texto = "\u221E", .en_8_bits = "?"},  // infinity: never an 8
+};
+
+}  // namespace
+
+TEST(unicode, a_8_bits_sin_parecidos) {
+    for (const fila& f : filas) {
+        const texto_w ancho = w(f.texto);
+        EXPECT_EQ(std::string(a_ansi(vista_w(ancho)).c_str()), f.en_8_bits) << f.texto;
+        EXPECT_EQ(std::string(a_ansi(ancho.c_str()).c_str()), f.en_8_bits) << f.texto;
+    }
+}
+
+TEST(unicode, cada_byte_va_y_vuelve) {
+    for (unsigned b = 1; b < 256; ++b) {
+        const char bytes[] = {'x', static_cast<char>(b), 'y', '\0'};
+        const cadena_w ancho = a_utf16(bytes);
+        ASSERT_EQ(ancho.size(), 3u) << b;
+        EXPECT_EQ(u8(ancho.c_str()), de_cp1252(bytes)) << b;
+        EXPECT_EQ(std::string(a_ansi(ancho.c_str()).c_str()), bytes) << b;
+    }
+}
+
+TEST(unicode, null_da_null_y_vacio_da_vacio) {
+    EXPECT_TRUE(a_utf16(static_cast<const char*>(nullptr)).es_nula());
+    EXPECT_TRUE(a_ansi(static_cast<const wchar_t*>(nullptr)).es_nula());
+    EXPECT_FALSE(a_utf16("").es_nula());
+    EXPECT_FALSE(a_ansi(L"").es_nula());
+    EXPECT_EQ(utf16_temporal(nullptr).c_str(), nullptr);
+    EXPECT_EQ(u8(utf16_temporal("").c_str()), "");
+}
+
+TEST(unicode, textos_de_cualquier_largo) {
+    // Around the length up to which a temporary text needs no block, in ASCII and not.
+    for (const std::size_t largo : {1, 317, 318, 319, 320, 321, 640, 20000}) {
+        for (const char* letra : {"a", "ñ"}) {
+            std::string esperado;
+            for (std::size_t i = 0; i < largo; ++i) {
+                esperado += i + 1 == largo ? "z" : letra;
+            }
+            const texto_a bytes = cp1252(esperado);
+            ASSERT_EQ(bytes.size(), largo);
+            const utf16_temporal temporal(bytes.c_str());
+            EXPECT_EQ(u8(temporal.c_str()), esperado) << largo << letra;
+            const cadena_w ancho = a_utf16(bytes.c_str());
+            EXPECT_EQ(ancho.size(), largo);
+            EXPECT_EQ(std::string(a_ansi(ancho.c_str()).c_str()), bytes) << largo << letra;
+        }
+    }
+}
+
+TEST(unicode, un_texto_corto_no_pide_memoria) {
+    const unsigned long long antes = lumospy_bloques_vivos();
+    const utf16_temporal corto("C:\\ñ");
+    EXPECT_EQ(lumospy_bloques_vivos(), antes);
+    const texto_a bytes(1000, 'x');
+    const utf16_temporal largo(bytes.c_str());
+    EXPECT_EQ(lumospy_bloques_vivos(), antes + 1);
+}
