@@ -70,6 +70,7 @@ inline constexpr modulo modulos[] = {
     {"directorios_vacios", etiqueta_lumodir},
     {"espera_directorio", etiqueta_lumodir},
     {"existencia", etiqueta_lumodir},
+    {"nombre_largo", etiqueta_lumodir},
     {"permisos_escritura", etiqueta_lumodir},
     {"programa", etiqueta_lumodir},
     {"recorrido_borrado", etiqueta_lumodir},

@@ -1,0 +1,127 @@
+// See nombre_largo.hpp.
+#include "files/nombre_largo.hpp"
+
+#include <shlobj.h>
+
+#include <atomic>
+
+#include "companions/lmlongpath.hpp"
+#include "companions/unicode.hpp"
+
+namespace lumodir {
+namespace {
+
+constexpr DWORD sitio_clasico = MAX_PATH;  // characters, terminator included
+
+funcion_nombre_largo i_busca_en_kernel32() noexcept {
+    const HMODULE kernel32 = ::GetModuleHandleA("KERNEL32.DLL");
+    return reinterpret_cast<funcion_nombre_largo>(
+        reinterpret_cast<void (*)()>(::GetProcAddress(kernel32, "GetLongPathNameA")));
+}
+
+DWORD WINAPI i_elige_y_pregunta(const char* corto, char* largo, DWORD sitio) noexcept;
+
+// Two threads that ask first at once make the same choice.
+std::atomic<funcion_nombre_largo> i_elegida{i_elige_y_pregunta};
+
+DWORD WINAPI i_elige_y_pregunta(const char* corto, char* largo, DWORD sitio) noexcept {
+    const funcion_nombre_largo propia = busca_nombre_largo();
+    if (propia != nullptr) {
+        const DWORD longitud = propia(corto, largo, sitio);
+        if (longitud != 0 || ::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED) {
+            i_elegida = propia;
+            return longitud;
+        }
+    }
+    i_elegida = i_nombre_largo_del_escritorio;
+    return i_nombre_largo_del_escritorio(corto, largo, sitio);
+}
+
+// Owner of a COM object.
+template <class T>
+class interfaz {
+public:
+    interfaz() noexcept = default;
+    interfaz(const interfaz&) = delete;
+    interfaz& operator=(const interfaz&) = delete;
+    ~interfaz() {
+        if (puntero_ != nullptr) {
+            puntero_->Release();
+        }
+    }
+    T** sitio() noexcept { return &puntero_; }
+    T* operator->() const noexcept { return puntero_; }
+
+private:
+    T* puntero_ = nullptr;
+};
+
+// Item list of the shell for a full path, with the allocator that frees it.
+class elemento {
+public:
+    explicit elemento(wchar_t* completa) noexcept {
+        interfaz<IShellFolder> escritorio;
+        if (SUCCEEDED(::SHGetMalloc(asignador_.sitio())) &&
+            SUCCEEDED(::SHGetDesktopFolder(escritorio.sitio()))) {
+            escritorio->ParseDisplayName(nullptr, nullptr, completa, nullptr, &lista_, nullptr);
+        }
+    }
+    elemento(const elemento&) = delete;
+    elemento& operator=(const elemento&) = delete;
+    ~elemento() {
+        if (lista_ != nullptr) {
+            asignador_->Free(lista_);
+        }
+    }
+    bool ruta(char (&texto)[sitio_clasico]) const noexcept {
+        return lista_ != nullptr && ::SHGetPathFromIDListA(lista_, texto);
+    }
+
+private:
+    interfaz<IMalloc> asignador_;
+    PIDLIST_RELATIVE lista_ = nullptr;
+};
+
+DWORD i_falla(DWORD codigo) noexcept {
+    ::SetLastError(codigo);
+    return 0;
+}
+
+}  // namespace
+
+funcion_nombre_largo (*busca_nombre_largo)() noexcept = i_busca_en_kernel32;
+
+void i_olvida_nombre_largo() noexcept {
+    i_elegida = i_elige_y_pregunta;
+}
+
+DWORD i_nombre_largo(const char* corto, char* largo, DWORD sitio) noexcept {
+    return i_elegida.load()(corto, largo, sitio);
+}
+
+DWORD WINAPI i_nombre_largo_del_escritorio(const char* corto, char* largo, DWORD sitio) noexcept {
+    const cadena_w ruta = a_utf16(corto);
+    if (ruta.es_nula()) {
+        return i_falla(ERROR_INVALID_PARAMETER);
+    }
+    if (lmlongpath_GetFileAttributesW(ruta.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        return 0;
+    }
+    wchar_t completa[sitio_clasico];
+    const DWORD longitud_completa = sistema.GetFullPathNameW(ruta.c_str(), sitio_clasico, completa, nullptr);
+    if (longitud_completa == 0 || longitud_completa >= sitio_clasico) {
+        return i_falla(ERROR_BUFFER_OVERFLOW);
+    }
+    char texto[sitio_clasico];
+    if (!elemento(completa).ruta(texto)) {
+        return i_falla(ERROR_PATH_NOT_FOUND);
+    }
+    const vista_a encontrada(texto);
+    if (encontrada.size() >= sitio) {
+        return static_cast<DWORD>(encontrada.size() + 1);
+    }
+    rasgos<char>::copy(largo, texto, encontrada.size() + 1);
+    return static_cast<DWORD>(encontrada.size());
+}
+
+}  // namespace lumodir

@@ -1,0 +1,27 @@
+// The 8-bit question for the long form of a path, through one pointer for the whole process: KERNEL32's own answer
+// where it has one, else the shell's.
+//
+// Promises: the choice is made once, at the first question; both answer as GetLongPathNameA does (0 on failure, the
+// length when it fits, else the size needed with the terminator).
+// Cannot promise: that the shell tells the long form of every path: it is asked only for existing ones whose full
+// form is shorter than 260 characters.
+// Checked by tests/files/nombre_largo_win32_test.cpp.
+#pragma once
+
+#include "companions/sistema.hpp"
+
+namespace lumodir {
+
+using funcion_nombre_largo = DWORD(WINAPI*)(const char* corto, char* largo, DWORD sitio);
+
+DWORD i_nombre_largo(const char* corto, char* largo, DWORD sitio) noexcept;
+
+// The shell's answer.
+DWORD WINAPI i_nombre_largo_del_escritorio(const char* corto, char* largo, DWORD sitio) noexcept;
+
+// GetLongPathNameA of KERNEL32, NULL when it has none. Tests put another in its place.
+extern funcion_nombre_largo (*busca_nombre_largo)() noexcept;
+// Tests only: the next question chooses anew.
+void i_olvida_nombre_largo() noexcept;
+
+}  // namespace lumodir

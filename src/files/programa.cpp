@@ -1,0 +1,171 @@
+// See programa.hpp.
+#include "files/programa.hpp"
+
+#include <direct.h>
+
+#include <algorithm>
+
+#include "cdir.h"
+#include "companions/error_interno.hpp"
+#include "companions/lmlongpath.h"
+#include "companions/lmlongpath.hpp"
+#include "files/nombre_largo.hpp"
+#include "lumodir.h"
+#include "paths/rutas.hpp"
+
+namespace lumodir {
+namespace {
+
+constexpr DWORD LMLONGPATH_LUMO_MAX_PATH = lmlongpath_get_longitud_maxima_permitida_path();
+constexpr int sitio_directorio_actual = 260;  // characters, terminator included
+
+DWORD i_nombre_del_modulo(char* bufer) noexcept {
+    return sistema.GetModuleFileNameA(::GetModuleHandleA(nullptr), bufer, LMLONGPATH_LUMO_MAX_PATH);
+}
+DWORD i_nombre_del_modulo(wchar_t* bufer) noexcept {
+    return sistema.GetModuleFileNameW(::GetModuleHandleW(nullptr), bufer, LMLONGPATH_LUMO_MAX_PATH);
+}
+
+template <class C>
+cadena<C> i_path_del_programa(lugar donde) noexcept {
+    C bufer[LMLONGPATH_LUMO_MAX_PATH];
+    const DWORD tam_path = i_nombre_del_modulo(bufer);
+    i_comprueba(tam_path > 0, "tam_path > 0", donde);
+    i_comprueba(tam_path < LMLONGPATH_LUMO_MAX_PATH, "tam_path < LMLONGPATH_LUMO_MAX_PATH", donde);
+    const vista<C> path(bufer, std::min(tam_path, LMLONGPATH_LUMO_MAX_PATH - 1));
+    return cadena<C>(recorta_derecha(path), donde);
+}
+
+// What a question of the kind "the length when it fits, else the size needed, 0 on failure" answers, asked until it
+// fits: the name may grow meanwhile. NULL on failure. Short answers cost one call and one block.
+template <class C, class Pregunta>
+cadena<C> i_respuesta_entera(Pregunta pregunta, lugar donde) noexcept {
+    constexpr DWORD sitio_corto = 512;
+    C corto[sitio_corto];
+    DWORD longitud = pregunta(corto, sitio_corto);
+    if (longitud < sitio_corto) {
+        return longitud == 0 ? cadena<C>() : cadena<C>(vista<C>(corto, longitud), donde);
+    }
+    while (longitud != 0) {
+        const DWORD necesario = longitud;
+        cadena<C> entera = cadena<C>::con_sitio(necesario, donde);
+        longitud = pregunta(entera.datos(), necesario + 1);
+        if (longitud != 0 && longitud <= necesario) {
+            entera.acorta(longitud);
+            return entera;
+        }
+    }
+    return {};
+}
+
+using pregunta_de_forma = DWORD (*)(const wchar_t*, wchar_t*, DWORD) noexcept;
+
+// A path that does not exist, or a volume without such names: the path stays as it is.
+cadena_w i_forma(pregunta_de_forma pregunta, const wchar_t* path, lugar donde) noexcept {
+    cadena_w forma = i_respuesta_entera<wchar_t>(
+        [&](wchar_t* bufer, DWORD sitio) { return pregunta(path, bufer, sitio); }, donde);
+    return forma.es_nula() ? cadena_w(a_vista(path), donde) : std::move(forma);
+}
+
+// Each path of PATH where the name exists; `recibe` says whether the search goes on.
+template <class Recibe>
+void i_busca_en_el_path(const wchar_t* nombre, Recibe recibe) noexcept {
+    const objeto<ArrCADENA_u> directorios = i_directorios_del_path();
+    for (std::size_t i = 0; i < directorios->num(); ++i) {
+        cadena_w path = i_concatena_directorios<wchar_t>(directorios->ver(i), a_vista(nombre));
+        if (cdir_existe_fichero_UNICODE(path.c_str()) == CIERTO && !recibe(std::move(path))) {
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+tabla_directorio_actual directorio_actual = {::_getcwd, ::_wgetcwd};
+
+cadena_w i_path_largo(const wchar_t* path, lugar donde) noexcept {
+    cadena_w forma = i_forma(lmlongpath_GetLongPathNameW, path, donde);
+    return empieza_por(forma.ver(), L"\\\\?\\") ? lmlongpath_desprepend_path(forma, donde) : std::move(forma);
+}
+
+}  // namespace lumodir
+
+using namespace lumodir;
+
+wchar_t* lumodir_dame_path_completo_del_programa_UNICODE(void) {
+    return i_path_del_programa<wchar_t>(lugar::aqui()).suelta();
+}
+
+char* lumodir_dame_path_completo_del_programa(void) {
+    return i_path_del_programa<char>(lugar::aqui()).suelta();
+}
+
+wchar_t* lumodir_dame_path_corto_UNICODE(const wchar_t* path) {
+    if (!i_comprueba(path != nullptr, "(path) != NULL")) {
+        return cadena_w(vista_w()).suelta();
+    }
+    return i_forma(lmlongpath_GetShortPathNameW, path, lugar::aqui()).suelta();
+}
+
+wchar_t* lumodir_dame_path_largo_UNICODE(const wchar_t* path) {
+    if (!i_comprueba(path != nullptr, "(path) != NULL")) {
+        return cadena_w(vista_w()).suelta();
+    }
+    return i_path_largo(path).suelta();
+}
+
+wchar_t* lumodir_lmlongpath_prepended_path_si_necesario(const wchar_t* path) {
+    return lmlongpath_prepended_path_si_necesario(path);
+}
+
+unsigned short lumodir_busca_ejecutables_del_path(const wchar_t* nombre, ArrCADENA_u** path_exes) {
+    objeto<ArrCADENA_u> encontrados = objeto<ArrCADENA_u>::crea();
+    bool alguno = false;
+    if (i_comprueba(nombre != nullptr, "(nombre) != NULL")) {
+        i_busca_en_el_path(nombre, [&](cadena_w path) {
+            alguno = true;
+            encontrados->anade(std::move(path));
+            return path_exes != nullptr;
+        });
+    }
+    if (path_exes != nullptr) {
+        *path_exes = encontrados.suelta();
+    }
+    return alguno ? CIERTO : FALSO;
+}
+
+unsigned short lumodir_busca_ejecutable_del_path(const wchar_t* nombre, wchar_t** path_exe) {
+    cadena_w encontrado;
+    if (i_comprueba(nombre != nullptr, "(nombre) != NULL")) {
+        i_busca_en_el_path(nombre, [&](cadena_w path) {
+            encontrado = std::move(path);
+            return false;
+        });
+    }
+    const unsigned short alguno = encontrado.es_nula() ? FALSO : CIERTO;
+    if (path_exe != nullptr) {
+        *path_exe = encontrado.suelta();
+    }
+    return alguno;
+}
+
+wchar_t* cdir_obtener_path_actual_UNICODE(void) {
+    wchar_t bufer[sitio_directorio_actual];
+    const wchar_t* getcwd_ret = directorio_actual.wgetcwd(bufer, sitio_directorio_actual);
+    if (!i_comprueba(getcwd_ret != nullptr, "(getcwd_ret) != NULL")) {
+        return cadena_w(vista_w()).suelta();
+    }
+    return i_path_largo(getcwd_ret).suelta();
+}
+
+char* cdir_obtener_path_actual(void) {
+    char bufer[sitio_directorio_actual];
+    const char* getcwd_ret = directorio_actual.getcwd(bufer, sitio_directorio_actual);
+    if (!i_comprueba(getcwd_ret != nullptr, "(getcwd_ret) != NULL")) {
+        return cadena_a(vista_a()).suelta();
+    }
+    cadena_a largo = i_respuesta_entera<char>(
+        [&](char* destino, DWORD sitio) { return i_nombre_largo(getcwd_ret, destino, sitio); },
+        lugar::aqui());
+    return largo.es_nula() ? cadena_a(vista_a(getcwd_ret)).suelta() : largo.suelta();
+}

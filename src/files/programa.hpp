@@ -1,0 +1,24 @@
+// Where the program runs from and how names look to the system: its path, short and long forms, the current
+// directory, and the search of the directories of PATH.
+//
+// Promises: a form that the system cannot tell is the path as it was given; no answer is cut at a classic length
+// but the current directory, which is the C runtime's.
+// Cannot promise: that what the search finds is a program: a directory of the name counts too.
+// Checked by tests/files/programa_win32_test.cpp.
+#pragma once
+
+#include "companions/cadena.hpp"
+
+namespace lumodir {
+
+// The current directory as the C runtime tells it; tests put others in their place.
+struct tabla_directorio_actual {
+    char* (*getcwd)(char* bufer, int sitio);
+    wchar_t* (*wgetcwd)(wchar_t* bufer, int sitio);
+};
+extern tabla_directorio_actual directorio_actual;
+
+// The long form without extended-length prefix.
+cadena_w i_path_largo(const wchar_t* path, lugar donde = lugar::aqui()) noexcept;
+
+}  // namespace lumodir

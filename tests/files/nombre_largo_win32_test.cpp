@@ -1,0 +1,175 @@
+// The 8-bit long-name question: the choice made once, and the shell's answer against that of KERNEL32.
+#include "files/nombre_largo.hpp"
+
+#include "apoyo/apoyo.hpp"
+#include "apoyo/directorio.hpp"
+#include "cdir.h"
+#include "files/programa.hpp"
+
+using namespace apoyo;
+using namespace lumodir;
+
+namespace {
+
+class nombre_largo : public testing::Test {
+protected:
+    void SetUp() override { i_olvida_nombre_largo(); }
+    void TearDown() override { i_olvida_nombre_largo(); }
+};
+
+int g_busquedas = 0;
+int g_llamadas = 0;
+DWORD g_codigo = 0;
+
+DWORD WINAPI contesta_con_codigo(const char*, char*, DWORD) {
+    ++g_llamadas;
+    ::SetLastError(g_codigo);
+    return 0;
+}
+DWORD WINAPI contesta_siempre(const char*, char* largo, DWORD sitio) {
+    ++g_llamadas;
+    constexpr std::string_view texto = "X:\\a\xF1o";
+    if (sitio <= texto.size()) {
+        return static_cast<DWORD>(texto.size() + 1);
+    }
+    std::copy(texto.begin(), texto.end(), largo);
+    largo[texto.size()] = '\0';
+    return static_cast<DWORD>(texto.size());
+}
+funcion_nombre_largo no_la_hay() noexcept {
+    ++g_busquedas;
+    return nullptr;
+}
+funcion_nombre_largo falla_con_codigo() noexcept {
+    ++g_busquedas;
+    return contesta_con_codigo;
+}
+funcion_nombre_largo la_hay() noexcept {
+    ++g_busquedas;
+    return contesta_siempre;
+}
+
+std::string corto_de(const std::string& ruta) {
+    wchar_t corto[1024];
+    const DWORD largo = ::GetShortPathNameW(w(ruta).c_str(), corto, 1024);
+    return u8(vista_w(corto, largo));
+}
+
+// "0" on failure, else the text.
+std::string largo_de(const std::string& ruta) {
+    char largo[1024];
+    return i_nombre_largo(cp1252(ruta).c_str(), largo, sizeof largo) == 0 ? "0" : de_cp1252(largo);
+}
+
+}  // namespace
+
+TEST_F(nombre_largo, kernel32_contesta_por_omision) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.fichero("Long directory name\\ñandú long file name.text");
+    EXPECT_EQ(largo_de(ruta), ruta);
+    EXPECT_EQ(largo_de(corto_de(ruta)), ruta);
+    EXPECT_EQ(largo_de(dir.ruta("missing")), "0");
+    EXPECT_EQ(busca_nombre_largo(),
+              reinterpret_cast<funcion_nombre_largo>(reinterpret_cast<void (*)()>(
+                  ::GetProcAddress(::GetModuleHandleA("KERNEL32"), "GetLongPathNameA"))));
+}
+
+TEST_F(nombre_largo, se_elige_una_sola_vez) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.fichero("Long directory name\\long file name.text");
+    const struct {
+        const char* que;
+        funcion_nombre_largo (*busca)() noexcept;
+        DWORD codigo;
+        int llamadas;  // of the one found, after three questions
+        std::string respuesta;
+    } filas[] = {
+        {"missing", no_la_hay, 0, 0, ruta},
+        {"not implemented", falla_con_codigo, ERROR_CALL_NOT_IMPLEMENTED, 1, ruta},
+        {"another failure", falla_con_codigo, ERROR_FILE_NOT_FOUND, 3, "0"},
+        {"works", la_hay, 0, 3, "X:\\año"},
+    };
+    for (const auto& fila : filas) {
+        SCOPED_TRACE(fila.que);
+        const sustituye buscar(busca_nombre_largo, fila.busca);
+        i_olvida_nombre_largo();
+        g_busquedas = g_llamadas = 0;
+        g_codigo = fila.codigo;
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(largo_de(corto_de(ruta)), fila.respuesta);
+        }
+        EXPECT_EQ(g_busquedas, 1);
+        EXPECT_EQ(g_llamadas, fila.llamadas);
+    }
+}
+
+TEST_F(nombre_largo, el_escritorio_contesta_de_lo_que_existe_y_no_es_demasiado_largo) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.fichero("Long directory name\\ñandú long file name.text");
+    std::string larga(100, 'a');
+    larga.append("\\").append(100, 'b').append("\\").append(60, 'c');
+    dir.directorio(larga);
+    const struct {
+        const char* que;
+        std::string ruta;
+        std::string respuesta;
+    } filas[] = {
+        {"short form", corto_de(ruta), ruta},
+        {"long form", ruta, ruta},
+        {"parts to resolve",
+         dir.ruta("Long directory name\\..\\Long directory name\\ñandú long file name.text"), ruta},
+        {"a directory", corto_de(dir.ruta("Long directory name")), dir.ruta("Long directory name")},
+        {"missing", dir.ruta("missing"), "0"},
+        {"empty", "", "0"},
+        {"too long", dir.ruta(larga), "0"},
+    };
+    const sustituye buscar(busca_nombre_largo, no_la_hay);
+    i_olvida_nombre_largo();
+    for (const auto& fila : filas) {
+        EXPECT_EQ(largo_de(fila.ruta), fila.respuesta) << fila.que;
+    }
+    char largo[MAX_PATH];
+    EXPECT_EQ(i_nombre_largo_del_escritorio(nullptr, largo, MAX_PATH), 0u);
+    EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+}
+
+TEST_F(nombre_largo, el_escritorio_dice_el_sitio_que_falta_y_no_escribe) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.fichero("a long name.text");
+    const auto longitud = static_cast<DWORD>(ruta.size());
+    const texto_a corto = cp1252(ruta);
+    EXPECT_EQ(i_nombre_largo_del_escritorio(corto.c_str(), nullptr, 0), longitud + 1);
+    std::string bufer(longitud + 2, '?');
+    EXPECT_EQ(i_nombre_largo_del_escritorio(corto.c_str(), bufer.data(), longitud), longitud + 1);
+    EXPECT_EQ(bufer, std::string(longitud + 2, '?'));
+    EXPECT_EQ(i_nombre_largo_del_escritorio(corto.c_str(), bufer.data(), longitud + 1), longitud);
+    EXPECT_EQ(bufer, ruta + '\0' + '?');
+}
+
+// What the current directory makes of it.
+TEST_F(nombre_largo, el_directorio_actual_de_8_bits_pregunta_por_aqui) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.directorio("Long ñandú name");
+    wchar_t antes[1024];
+    ::GetCurrentDirectoryW(1024, antes);
+    ASSERT_TRUE(::SetCurrentDirectoryW(w(corto_de(ruta)).c_str()));
+    {
+        const sustituye buscar(busca_nombre_largo, no_la_hay);
+        i_olvida_nombre_largo();
+        EXPECT_EQ(toma(cdir_obtener_path_actual()), ruta);
+    }
+    {
+        const sustituye buscar(busca_nombre_largo, la_hay);
+        i_olvida_nombre_largo();
+        EXPECT_EQ(toma(cdir_obtener_path_actual()), "X:\\año");
+    }
+    {
+        const sustituye buscar(busca_nombre_largo, falla_con_codigo);
+        g_codigo = ERROR_ACCESS_DENIED;
+        i_olvida_nombre_largo();
+        char actual[1024];
+        ASSERT_NE(directorio_actual.getcwd(actual, 1024), nullptr);
+        EXPECT_EQ(toma(cdir_obtener_path_actual()), de_cp1252(actual));  // as the C runtime gave it
+    }
+    EXPECT_TRUE(::SetCurrentDirectoryW(antes));
+}
