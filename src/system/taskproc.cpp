@@ -1,0 +1,203 @@
+// See taskproc.hpp.
+#include "system/taskproc.hpp"
+
+#include "companions/arr.hpp"
+#include "companions/error_interno.hpp"
+
+namespace lumodir {
+
+tabla_procesos procesos = {
+    ::CreateToolhelp32Snapshot, ::Process32FirstW, ::Process32NextW,
+    ::Module32FirstW,           ::Module32NextW,   ::OpenProcess,
+    ::TerminateProcess,         ::CloseHandle,
+};
+
+namespace {
+
+// Sizes of the structures as the family has always passed them; the system is asked with them first.
+constexpr DWORD tamanyo_proceso = 556;
+constexpr DWORD tamanyo_modulo = 1072;
+
+// Everything of a process (TH32CS_SNAPALL); its modules are what is looked at.
+constexpr DWORD todo_del_proceso = TH32CS_SNAPALL;
+
+// The system's idle process. To the snapshot service this number means the process that asks, which would so be
+// found twice.
+constexpr DWORD pid_inactivo = 0;
+
+struct rasgos_instantanea {
+    static HANDLE vacia() noexcept { return INVALID_HANDLE_VALUE; }
+    static BOOL cierra(HANDLE valor) noexcept { return procesos.CloseHandle(valor); }
+};
+struct rasgos_proceso {
+    static HANDLE vacia() noexcept { return nullptr; }
+    static BOOL cierra(HANDLE valor) noexcept { return procesos.CloseHandle(valor); }
+};
+using manija_instantanea = manija<rasgos_instantanea>;
+using manija_proceso = manija<rasgos_proceso>;
+
+// One walk over a snapshot's entries. A system that refuses the size gets the same call again with that of its own
+// structure, and keeps it for the rest of the search: `tamanyo` outlives the walk.
+template <class Entrada>
+class paseo {
+public:
+    using llamada = BOOL(WINAPI*)(HANDLE, Entrada*);
+
+    paseo(HANDLE instantanea, DWORD* tamanyo) noexcept : instantanea_(instantanea), tamanyo_(tamanyo) {}
+
+    bool primera(llamada pide) noexcept { return i_pide(pide) || i_pide_con_el_propio(pide); }
+    bool siguiente(llamada pide) noexcept {
+        return i_pide(pide) || (::GetLastError() == ERROR_INSUFFICIENT_BUFFER && i_pide_con_el_propio(pide));
+    }
+    const Entrada& entrada() const noexcept { return entrada_; }
+
+private:
+    bool i_pide(llamada pide) noexcept {
+        entrada_.dwSize = *tamanyo_;
+        return pide(instantanea_, &entrada_) != FALSE;
+    }
+    bool i_pide_con_el_propio(llamada pide) noexcept {
+        const DWORD antes = *tamanyo_;
+        if (antes == sizeof(Entrada)) {
+            return false;
+        }
+        *tamanyo_ = sizeof(Entrada);
+        const bool hay = i_pide(pide);
+        if (!hay) {
+            *tamanyo_ = antes;  // it was not the size that was wrong
+        }
+        return hay;
+    }
+
+    Entrada entrada_ = {};
+    HANDLE instantanea_;
+    DWORD* tamanyo_;
+};
+
+class busqueda {
+public:
+    // Without a list the search ends at the first match.
+    busqueda(vista_w modulo, bool con_lista) noexcept : modulo_(modulo), con_lista_(con_lista) {}
+
+    bool encuentra() {
+        const manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+        if (!i_comprueba(instantanea.valida(), "hSnapshot != INVALID_HANDLE_VALUE")) {
+            return false;
+        }
+        paseo<PROCESSENTRY32W> paseo_procesos(instantanea.get(), &tamanyo_proceso_);
+        for (bool hay = paseo_procesos.primera(procesos.Process32FirstW); hay;
+             hay = !basta() && paseo_procesos.siguiente(procesos.Process32NextW)) {
+            const DWORD pid = paseo_procesos.entrada().th32ProcessID;
+            if (pid != pid_inactivo) {
+                i_mira_modulos(pid);
+            }
+        }
+        return encontrado_;
+    }
+    ArrPunteroConTipo* suelta_lista() noexcept { return lista_.suelta(); }
+
+private:
+    bool basta() const noexcept { return encontrado_ && !con_lista_; }
+
+    void i_mira_modulos(DWORD pid) {
+        const manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(todo_del_proceso, pid));
+        if (!instantanea.valida()) {
+            return;  // of another user, or protected, or gone
+        }
+        paseo<MODULEENTRY32W> paseo_modulos(instantanea.get(), &tamanyo_modulo_);
+        for (bool hay = paseo_modulos.primera(procesos.Module32FirstW); hay;
+             hay = !basta() && paseo_modulos.siguiente(procesos.Module32NextW)) {
+            if (a_vista<wchar_t>(paseo_modulos.entrada().szModule) == modulo_) {
+                i_anota(paseo_modulos.entrada());
+            }
+        }
+    }
+    void i_anota(const MODULEENTRY32W& modulo) {
+        encontrado_ = true;
+        if (!con_lista_) {
+            return;
+        }
+        if (!lista_) {
+            lista_ = objeto<ArrPunteroConTipo>::crea();
+        }
+        lista_->punteros.anade(i_crea_taskproc(&modulo).suelta());
+    }
+
+    vista_w modulo_;
+    bool con_lista_;
+    bool encontrado_ = false;
+    objeto<ArrPunteroConTipo> lista_;
+    DWORD tamanyo_proceso_ = tamanyo_proceso;
+    DWORD tamanyo_modulo_ = tamanyo_modulo;
+};
+
+}  // namespace
+
+registro<Taskproc> i_crea_taskproc(const MODULEENTRY32W* pModuleEntry) {
+    if (!i_comprueba(pModuleEntry != nullptr, "(pModuleEntry) != NULL")) {
+        return {};
+    }
+    auto nuevo = registro<Taskproc>::a_cero();
+    nuevo->modulo = cadena_w(a_vista<wchar_t>(pModuleEntry->szModule)).suelta();
+    nuevo->pid = pModuleEntry->th32ProcessID;
+    nuevo->ruta = cadena_w(a_vista<wchar_t>(pModuleEntry->szExePath)).suelta();
+    return nuevo;
+}
+
+}  // namespace lumodir
+
+using namespace lumodir;
+
+unsigned short taskproc_busca_proceso_abierto(const wchar_t* modulo, ArrPunteroConTipo** lista) {
+    if (lista != nullptr) {
+        *lista = nullptr;
+    }
+    if (!i_comprueba(modulo != nullptr, "(modulo) != NULL")) {
+        return FALSO;
+    }
+    busqueda busca(a_vista(modulo), lista != nullptr);
+    const bool encontrado = busca.encuentra();
+    if (lista != nullptr) {
+        *lista = busca.suelta_lista();
+    }
+    return encontrado ? CIERTO : FALSO;
+}
+
+unsigned short taskproc_mata_proceso(const Taskproc* taskproc) {
+    if (!i_comprueba(taskproc != nullptr, "(taskproc) != NULL")) {
+        return FALSO;
+    }
+    const manija_proceso proceso(procesos.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc->pid));
+    if (!proceso.valida()) {
+        return FALSO;
+    }
+    procesos.TerminateProcess(proceso.get(),
+                              0);  // what it answers changes nothing: the process may be ending
+    return CIERTO;
+}
+
+unsigned short taskproc_mata_procesos_nombre_dado(const wchar_t* modulo) {
+    ArrPunteroConTipo* encontrados = nullptr;
+    if (taskproc_busca_proceso_abierto(modulo, &encontrados) != CIERTO) {
+        return FALSO;
+    }
+    for (void* proceso : encontrados->punteros) {
+        taskproc_mata_proceso(static_cast<const Taskproc*>(proceso));
+    }
+    arr_DestruyeEstructurasConTipo(&encontrados, reinterpret_cast<ArrDestruyeRegistro>(taskproc_destruye));
+    return CIERTO;
+}
+
+const wchar_t* taskproc_ruta_proceso(const Taskproc* taskproc) {
+    return i_comprueba(taskproc != nullptr, "(taskproc) != NULL") ? taskproc->ruta : nullptr;
+}
+
+void taskproc_destruye(Taskproc** taskproc) {
+    if (i_comprueba(taskproc != nullptr, "(taskproc) != NULL") &&
+        i_comprueba(*taskproc != nullptr, "(*taskproc) != NULL")) {
+        i_libera((*taskproc)->modulo);
+        i_libera((*taskproc)->ruta);
+        i_libera(*taskproc);
+        *taskproc = nullptr;
+    }
+}
