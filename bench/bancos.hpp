@@ -9,5 +9,6 @@ void rutas();
 void listados();
 void ficheros();
 void registro();
+void procesos();
 
 }  // namespace bancos

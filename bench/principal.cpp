@@ -11,7 +11,8 @@ constexpr struct {
 } grupos[] = {{"paths", bancos::rutas},
               {"listings", bancos::listados},
               {"files", bancos::ficheros},
-              {"registry", bancos::registro}};
+              {"registry", bancos::registro},
+              {"processes", bancos::procesos}};
 
 }  // namespace
 

@@ -72,7 +72,7 @@ LUMODIR_API char *info_GetTxtDrive(const InfoDisco *disco);
  *
  * Reported: entries without an array ("tabla->discos != NULL"), an array without entries
  * ("tabla->discos == NULL"), and a path on an entry that is not a network drive
- * ("tabla->discos[i].pathNetwork == NULL"), which is not freed because nobody knows whose it is.
+ * ("tabla->discos[i].pathNetwork == NULL"). Such an array or path is not freed because nobody knows whose it is.
  *
  * @param tabla  Table to release. NULL is reported.
  */

@@ -121,8 +121,8 @@ LUMODIR_API long long timefich_obtener_fecha_fichero_ansi_existente_UTC(const ch
  * As timefich_obtener_fecha_fichero_ansi_UTC(), with the system's error code.
  *
  * @param fichero       Path (8-bit). NULL is reported.
- * @param codigo_error  Receives 0 on success and the system's error code on failure, or NULL when it is not
- *                      wanted (not reported).
+ * @param codigo_error  Receives 0 on success and the system's error code on failure (that of an invalid
+ *                      parameter for a NULL path), or NULL when it is not wanted (not reported).
  * @return UTC time value, or -1.
  */
 LUMODIR_API long long
@@ -133,7 +133,8 @@ timefich_obtener_fecha_fichero_ansi_y_codigo_error_UTC(const char *fichero, unsi
  * opened to modify its date."
  *
  * @param fichero  Path (UTF-16). NULL is reported as "fichero_u != NULL".
- * @param fecha    UTC time value. One that a FILETIME cannot hold is answered with 0 and nothing is opened.
+ * @param fecha    UTC time value. One that a FILETIME cannot hold, and 1601-01-01 00:00:00 itself, which the
+ *                 system takes for "leave the date as it is", are answered with 0 and nothing is opened.
  * @return 1 when set, else 0.
  */
 LUMODIR_API unsigned short timefich_asignar_fecha_fichero_UTC(const wchar_t *fichero, long long fecha);
@@ -198,7 +199,7 @@ LUMODIR_API long long timefich_obtener_fecha_fichero_existente(const char *fiche
  * is restored exactly. Messages as in timefich_asignar_fecha_fichero_UTC().
  *
  * @param fichero  Path (UTF-16). NULL is reported as "fichero_u != NULL".
- * @param fecha    Local time value. One that a FILETIME cannot hold is answered with 0 and nothing is opened.
+ * @param fecha    Local time value, within the same limits as there.
  * @return 1 when set, else 0.
  */
 LUMODIR_API unsigned short timefich_asignar_fecha_fichero_unicode(const wchar_t *fichero, long long fecha);
