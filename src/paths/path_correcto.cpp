@@ -22,10 +22,10 @@ enum clase : unsigned char {
 };
 
 // The family's own names (the last three) are reserved like those of the system.
-constexpr vista_w nombres_reservados[] = {
-    L"CON",      L"NUL",      L"LPT1",     L"LPT2",     L"LPT3",     L"PRN",    L"COM1",
-    L"COM2",     L"COM3",     L"COM4",     L"AUX",      L"CLOCK$",   L"IFS$HLP$", L"SETVERXX",
-    L"$MMXXXX0", L"&MMXXXX0", L"XMSXXXX0", L"LUMOGR",   L"KORAX",    L"LUMODEV"};
+constexpr vista_w nombres_reservados[] = {L"CON",      L"NUL",      L"LPT1",     L"LPT2",     L"LPT3",
+                                          L"PRN",      L"COM1",     L"COM2",     L"COM3",     L"COM4",
+                                          L"AUX",      L"CLOCK$",   L"IFS$HLP$", L"SETVERXX", L"$MMXXXX0",
+                                          L"&MMXXXX0", L"XMSXXXX0", L"LUMOGR",   L"KORAX",    L"LUMODEV"};
 
 struct tabla_unidades {
     unsigned char clase[128] = {};
@@ -70,7 +70,8 @@ bool i_es_reservado(vista_w tronco) noexcept {
     return false;
 }
 
-constexpr std::size_t limite_componente = lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension();
+constexpr std::size_t limite_componente =
+    lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension();
 
 // The rules on a component whose characters are known to be valid and whose trailing blanks are cut.
 bool i_componente_correcto(vista_w nombre) noexcept {
@@ -84,7 +85,8 @@ bool i_es_path_corriente(const wchar_t* path) noexcept {
     const wchar_t* p = path;
     if (es_letra(p[0]) && p[1] == L':') {
         p += 2;
-    } else if (p[0] == L'\\' && p[1] == L'\\') {
+    }
+    if (p[0] == L'\\' && p[1] == L'\\') {
         return false;
     }
     for (;;) {
@@ -291,10 +293,14 @@ using namespace lumodir;
 
 namespace {
 
-// The name rule trims the text that it is given, the caller's own.
+// The name rule trims the text that it is given, the caller's own. A name with nothing to trim may be a constant
+// and is not written to.
 bool i_recorta_y_comprueba(wchar_t* nombre) noexcept {
-    const vista_w recortado = recorta_derecha(a_vista(nombre));
-    nombre[recortado.size()] = L'\0';
+    const vista_w entero = a_vista(nombre);
+    const vista_w recortado = recorta_derecha(entero);
+    if (recortado.size() < entero.size()) {
+        nombre[recortado.size()] = L'\0';
+    }
     return i_nombre_base_correcto_UNICODE(recortado);
 }
 

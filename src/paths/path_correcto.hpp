@@ -3,7 +3,8 @@
 //
 // Promises: no file-system access; no allocation for a path that passes; the first broken rule decides.
 // Cannot promise: that a valid path exists, or that the file system at hand admits its characters.
-// Checked by tests/paths/path_correcto_test.cpp, also against a naive model over every short string.
+// Checked by tests/paths/path_correcto_test.cpp and path_correcto_nombres_test.cpp, and against a naive model over
+// every short string by path_correcto_modelo_test.cpp.
 #pragma once
 
 #include "companions/cadena.hpp"

@@ -1,11 +1,434 @@
-// The path checker against its rules, row by row, in both flavours.
-#include "apoyo/apoyo.hpp"
-#include "cdir.h"
+// The path checker, rule by rule in both flavours: the reason, the component that the message names, whether the
+// path is a network path, what is shown and what is handed back.
 #include "paths/path_correcto.hpp"
 
-using namespace apoyo;
+#include "apoyo/apoyo.hpp"
+#include "cdir.h"
+#include "companions/msglocal.h"
+#include "lumodir.h"
+#include "paths/modelos.hpp"
 
-TEST(path_correcto, un_path_de_fichero_es_valido) {
-    EXPECT_EQ(cdir_path_valido_UNICODE(L"C:\\dir\\file.txt", 1), 1);
-    EXPECT_EQ(cdir_path_valido("C:\\dir\\file.txt", 1), 1);
+using namespace apoyo;
+using lumodir::i_path_correcto;
+using lumodir::i_path_correcto_con_comodines;
+using lumodir::i_path_correcto_con_comodines_UNICODE;
+using lumodir::i_path_correcto_UNICODE;
+
+namespace {
+
+constexpr unsigned short sin_tocar = 7;  // what an output holds before the call
+
+lumodir::vista_w ver(const texto_w& texto) {
+    return lumodir::vista_w(texto);
 }
+
+// ---- every rule
+
+struct fila {
+    std::string path;
+    int motivo = 0;
+    std::string argumento = {};
+    bool es_unc = false;
+};
+
+std::ostream& operator<<(std::ostream& salida, const fila& f) {
+    return salida << "path [" << f.path << "], expected " << f.motivo << " [" << f.argumento << "], UNC "
+                  << f.es_unc;
+}
+
+const std::vector<fila>& filas() {
+    static const std::vector<fila> todas = {
+        {.path = "", .motivo = 53960},
+        // correct ones
+        {.path = "C:\\dir\\file.txt"},
+        {.path = "c:/dir/file"},
+        {.path = "\\\\server\\share\\file", .es_unc = true},
+        {.path = "\\\\server\\share", .es_unc = true},
+        {.path = "\\\\server/share", .es_unc = true},
+        {.path = "\\\\\\\\server\\\\share\\", .es_unc = true},  // runs of separators count once
+        {.path = "C:\\\\server\\share", .es_unc = true},        // looked for after the drive
+        {.path = "C:\\\\server", .es_unc = true},  // the drive counts as a part of the whole path
+        {.path = "\\\\..\\.", .es_unc = true},
+        {.path = "dir\\sub"},
+        {.path = "./a"},
+        {.path = "../a"},
+        {.path = "a\\."},
+        {.path = "a\\.."},
+        {.path = "a/."},
+        {.path = "a/.."},
+        {.path = "C:"},
+        {.path = "z:"},
+        {.path = "C:\\"},
+        {.path = "C:file"},
+        {.path = "\\"},
+        {.path = "/"},
+        {.path = "\\\\"},  // not longer than its two backslashes: no network path
+        {.path = "C:\\\\"},
+        {.path = "C:\\a\\\\b\\"},
+        {.path = "//server/share"},  // forward slashes make no network path
+        {.path = "/\\server"},
+        {.path = "\\/server"},
+        {.path = ".profile"},
+        {.path = "..\\name."},
+        {.path = ".\\name."},
+        {.path = "../dir\\name."},
+        {.path = "./name."},
+        {.path = "name.\\file"},  // only the last character is looked at
+        {.path = " name"},
+        {.path = "..."
+                 "\\a"},
+        {.path = "a\\. \\b"},  // the blank goes, the point is a name like any other
+        {.path = "C:\\dir\\CONFIG.SYS"},
+        {.path = "C:\\COM5\\LPT4\\CONX.txt\\AUXILIAR"},
+        {.path = "C:\\x.con\\LUMOGRX"},
+        {.path = "C:\\España\\Año €.txt"},
+        {.path = "\x7F"},
+        // the drive
+        {.path = "1:\\dir", .motivo = 53958},
+        {.path = ":x", .motivo = 53958},
+        {.path = ":", .motivo = 53958},
+        {.path = "::", .motivo = 53958},
+        {.path = "ab:c", .motivo = 53958},
+        {.path = "\\\\srv\\a:b", .motivo = 53958},
+        {.path = "ñ:\\dir", .motivo = 53958},
+        {.path = "@:\\dir", .motivo = 53958},
+        {.path = "[:\\dir", .motivo = 53958},
+        {.path = "`:\\dir", .motivo = 53958},
+        {.path = "{:\\dir", .motivo = 53958},
+        {.path = "1:.", .motivo = 53958},  // before the rule of the final point
+        // the final point
+        {.path = "dir\\name.", .motivo = 53957, .argumento = "dir\\name."},
+        {.path = ".", .motivo = 53957, .argumento = "."},
+        {.path = "..", .motivo = 53957, .argumento = ".."},
+        {.path = "...", .motivo = 53957, .argumento = "..."},
+        {.path = "C:.", .motivo = 53957, .argumento = "C:."},
+        {.path = "C:..", .motivo = 53957, .argumento = "C:.."},
+        {.path = "C:.\\name.", .motivo = 53957, .argumento = "C:.\\name."},
+        {.path = "a\\...", .motivo = 53957, .argumento = "a\\..."},
+        {.path = "...\\a.", .motivo = 53957, .argumento = "...\\a."},
+        {.path = "\\\\srv\\share\\name.",
+         .motivo = 53957,
+         .argumento = "\\\\srv\\share\\name."},                  // no flag yet
+        {.path = "a|b.", .motivo = 53957, .argumento = "a|b."},  // before the rule of the components
+        {.path = "C:\\Año%s.", .motivo = 53957, .argumento = "C:\\Año%s."},  // an argument, never a format
+        // the components
+        {.path = "C:\\a:b", .motivo = 53949, .argumento = "a:b"},
+        {.path = "C::", .motivo = 53949, .argumento = ":"},
+        {.path = "C:\\dir\\con", .motivo = 53949, .argumento = "con"},
+        {.path = "C:\\dir\\COM1.txt", .motivo = 53949, .argumento = "COM1.txt"},
+        {.path = "C:\\LUMOGR.dat", .motivo = 53949, .argumento = "LUMOGR.dat"},
+        {.path = "nul\\con", .motivo = 53949, .argumento = "nul"},  // the first that breaks the rule
+        {.path = "C:con", .motivo = 53949, .argumento = "con"},
+        {.path = "dir\\a\tb\\c", .motivo = 53949, .argumento = "a\tb"},
+        {.path = "dir\\a*b", .motivo = 53949, .argumento = "a*b"},
+        {.path = "dir\\a\"b", .motivo = 53949, .argumento = "a\"b"},
+        {.path = "dir\\a?b", .motivo = 53949, .argumento = "a?b"},
+        {.path = "dir\\a<b", .motivo = 53949, .argumento = "a<b"},
+        {.path = "dir\\a>b", .motivo = 53949, .argumento = "a>b"},
+        {.path = "dir\\a|b", .motivo = 53949, .argumento = "a|b"},
+        {.path = "dir/Ñ\x1F%ld/b", .motivo = 53949, .argumento = "Ñ\x1F%ld"},
+        {.path = "a\\con   \\b", .motivo = 53949, .argumento = "con"},  // named without its blanks
+        {.path = "a\\   \\b", .motivo = 53949, .argumento = ""},
+        {.path = "\\\\con\\share", .motivo = 53949, .argumento = "con", .es_unc = true},
+        {.path = "\\\\a?b", .motivo = 53949, .argumento = "a?b", .es_unc = true},
+        {.path = "\\\\?\\C:\\dir", .motivo = 53958},
+        {.path = "\\\\.\\dev|ice", .motivo = 53949, .argumento = "dev|ice", .es_unc = true},
+        // the network drive
+        {.path = "\\\\server", .motivo = 53959, .es_unc = true},
+        {.path = "\\\\server\\", .motivo = 53959, .es_unc = true},
+        {.path = "\\\\server//\\", .motivo = 53959, .es_unc = true},
+        {.path = "\\\\\\", .motivo = 53959, .es_unc = true},
+        {.path = "\\\\/", .motivo = 53959, .es_unc = true},
+        {.path = "C:\\\\\\", .motivo = 53959, .es_unc = true},
+        // the lengths
+        {.path = std::string(255, 'x')},
+        {.path = "a\\" + std::string(255, 'x') + "\\b"},
+        {.path = "a\\" + std::string(255, 'x') + "   \\b"},  // trailing blanks do not count
+        {.path = std::string(256, 'x'), .motivo = 53949, .argumento = std::string(256, 'x')},
+        {.path = "a/" + std::string(252, 'x') + ".txt/b",
+         .motivo = 53949,
+         .argumento = std::string(252, 'x') + ".txt"},
+        {.path = std::string(10240, '\\'), .motivo = 53959, .es_unc = true},
+        {.path = "C:" + std::string(10238, '/')},
+        {.path = "C:" + std::string(10239, '/'),
+         .motivo = 374376,
+         .argumento = "C:" + std::string(10239, '/')},
+        {.path = std::string(10241, '.'), .motivo = 374376, .argumento = std::string(10241, '.')},
+        {.path = std::string(10241, ':'), .motivo = 374376, .argumento = std::string(10241, ':')},
+    };
+    return todas;
+}
+
+std::vector<std::string> avisos_de(const fila& f) {
+    return f.motivo == 0 || f.motivo == 53949
+               ? std::vector<std::string>{}
+               : std::vector<std::string>{modelos::texto_en_ingles(f.motivo, f.argumento)};
+}
+
+void comprueba_utf16(const fila& f) {
+    const texto_w path = w(f.path);
+    const unsigned short esperado = f.motivo == 0 ? 1 : 0;
+    unsigned short es_unc = sin_tocar;
+    wchar_t aguja[] = L"";
+    wchar_t* mensaje = aguja;
+    EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 0, 1, &es_unc, &mensaje), esperado);
+    EXPECT_EQ(es_unc, f.es_unc ? 1 : 0);
+    EXPECT_EQ(toma_avisos(), avisos_de(f));
+    if (f.motivo == 0) {
+        EXPECT_EQ(mensaje, aguja) << "written on success";
+    } else {
+        ASSERT_NE(mensaje, aguja) << "not written";
+        EXPECT_EQ(toma(mensaje), modelos::texto_en_ingles(f.motivo, f.argumento));
+    }
+    EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 0, 0, nullptr, nullptr), esperado);
+    EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 0), esperado);
+    ESPERA_AVISOS();
+    EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 1), esperado);
+    EXPECT_EQ(toma_avisos(), avisos_de(f));
+    mensaje = nullptr;
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), &mensaje), esperado);
+    EXPECT_EQ(toma(mensaje), f.motivo == 0 ? "(NULL)" : modelos::texto_en_ingles(f.motivo, f.argumento));
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), nullptr), esperado);
+    ESPERA_AVISOS();
+}
+
+void comprueba_8_bits(const fila& f) {
+    const texto_a path = cp1252(f.path);
+    const unsigned short esperado = f.motivo == 0 ? 1 : 0;
+    unsigned short es_unc = sin_tocar;
+    EXPECT_EQ(i_path_correcto(lumodir::vista_a(path), 0, 1, &es_unc), esperado);
+    EXPECT_EQ(es_unc, f.es_unc ? 1 : 0);
+    EXPECT_EQ(toma_avisos(), avisos_de(f));
+    EXPECT_EQ(i_path_correcto(lumodir::vista_a(path), 0, 0, nullptr), esperado);
+    EXPECT_EQ(cdir_path_valido(path.c_str(), 0), esperado);
+    ESPERA_AVISOS();
+    EXPECT_EQ(cdir_path_valido(path.c_str(), 1), esperado);
+    EXPECT_EQ(toma_avisos(), avisos_de(f));
+}
+
+TEST(path_correcto, cada_regla_da_su_mensaje_y_su_marca_de_red) {
+    for (const fila& f : filas()) {
+        SCOPED_TRACE(testing::PrintToString(f));
+        comprueba_utf16(f);
+        comprueba_8_bits(f);
+        const modelos::juicio modelo = modelos::juzga(w(f.path));
+        EXPECT_EQ(modelo.motivo, f.motivo) << "the model itself";
+        EXPECT_EQ(u8(ver(modelo.argumento)), f.argumento) << "the model itself";
+        EXPECT_EQ(modelo.es_unc, f.es_unc) << "the model itself";
+    }
+}
+
+TEST(path_correcto, vacio_vale_solo_donde_puede_serlo) {
+    for (const unsigned short puede : std::initializer_list<unsigned short>{1, 0, 2}) {
+        SCOPED_TRACE(puede);
+        unsigned short es_unc = sin_tocar;
+        EXPECT_EQ(i_path_correcto_UNICODE(L"", puede, 1, &es_unc, nullptr), puede == 1 ? 1 : 0);
+        EXPECT_EQ(es_unc, 0);
+        es_unc = sin_tocar;
+        EXPECT_EQ(i_path_correcto("", puede, 0, &es_unc), puede == 1 ? 1 : 0);
+        EXPECT_EQ(es_unc, 0);
+        EXPECT_EQ(toma_avisos().size(), puede == 1 ? 0u : 1u);
+    }
+    // Room for an empty path lets no other rule off.
+    EXPECT_EQ(i_path_correcto_UNICODE(L"a.", 1, 0, nullptr, nullptr), 0);
+    EXPECT_EQ(i_path_correcto_UNICODE(L" ", 1, 0, nullptr, nullptr), 0);
+}
+
+TEST(path_correcto, los_blancos_finales_no_cuentan_en_las_entradas_publicas) {
+    struct fila_blancos {
+        const char* path;
+        int motivo_entero;     // of the checker, which takes the text as it is
+        int motivo_recortado;  // of the exported entries
+        const char* argumento = "";
+    };
+    const fila_blancos filas_blancos[] = {
+        {.path = "C:\\dir\\file.txt   ", .motivo_entero = 0, .motivo_recortado = 0},
+        {.path = "   ", .motivo_entero = 53949, .motivo_recortado = 53960},
+        {.path = "name.  ", .motivo_entero = 0, .motivo_recortado = 53957, .argumento = "name."},
+        {.path = "..  ", .motivo_entero = 0, .motivo_recortado = 53957, .argumento = ".."},
+        {.path = "C:\\ ", .motivo_entero = 53949, .motivo_recortado = 0},
+        {.path = "\\\\srv\\ ", .motivo_entero = 53949, .motivo_recortado = 53959},
+        {.path = "\\\\ ", .motivo_entero = 53949, .motivo_recortado = 0},
+        {.path = "  dir", .motivo_entero = 0, .motivo_recortado = 0},
+        {.path = "dir\t", .motivo_entero = 53949, .motivo_recortado = 53949, .argumento = "dir\t"},
+        {.path = "con\xC2\xA0", .motivo_entero = 0, .motivo_recortado = 0},  // no blank: part of the name
+    };
+    for (const fila_blancos& f : filas_blancos) {
+        SCOPED_TRACE(testing::Message() << "[" << f.path << "]");
+        const texto_w path = w(f.path);
+        EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 0, 0, nullptr, nullptr), f.motivo_entero == 0);
+        EXPECT_EQ(i_path_correcto(cp1252(f.path), 0, 0, nullptr), f.motivo_entero == 0);
+        const fila recortada = {.path = f.path, .motivo = f.motivo_recortado, .argumento = f.argumento};
+        wchar_t* mensaje = nullptr;
+        EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), &mensaje), f.motivo_recortado == 0);
+        EXPECT_EQ(toma(mensaje), f.motivo_recortado == 0
+                                     ? "(NULL)"
+                                     : modelos::texto_en_ingles(f.motivo_recortado, f.argumento));
+        EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 1), f.motivo_recortado == 0);
+        EXPECT_EQ(toma_avisos(), avisos_de(recortada));
+        EXPECT_EQ(cdir_path_valido(cp1252(f.path).c_str(), 1), f.motivo_recortado == 0);
+        EXPECT_EQ(toma_avisos(), avisos_de(recortada));
+    }
+    // Trimming comes before the length is measured.
+    const std::string justo = "C:" + std::string(10238, '/');
+    EXPECT_EQ(cdir_path_valido((justo + "  ").c_str(), 1), 1);
+    EXPECT_EQ(cdir_path_valido_UNICODE(w(justo + "  ").c_str(), 1), 1);
+}
+
+TEST(path_correcto, solo_el_valor_1_muestra_el_mensaje) {
+    for (const unsigned short mostrar : std::initializer_list<unsigned short>{0, 2, 0x100, 0xFFFF}) {
+        EXPECT_EQ(cdir_path_valido_UNICODE(L"1:\\dir", mostrar), 0);
+        EXPECT_EQ(cdir_path_valido("1:\\dir", mostrar), 0);
+        ESPERA_AVISOS();
+    }
+}
+
+TEST(path_correcto, un_componente_incorrecto_nunca_se_muestra) {
+    EXPECT_EQ(cdir_path_valido_UNICODE(L"C:\\a|b", 1), 0);
+    EXPECT_EQ(cdir_path_valido("C:\\a|b", 1), 0);
+    EXPECT_EQ(cdir_path_valido_UNICODE(w("C:\\" + std::string(256, 'x')).c_str(), 1), 0);
+    ESPERA_AVISOS();
+}
+
+TEST(path_correcto, los_mensajes_salen_en_el_idioma_del_usuario) {
+    msglocal_establece_idioma(0);
+    EXPECT_EQ(cdir_path_valido_UNICODE(L"año.", 1), 0);
+    EXPECT_EQ(cdir_path_valido(cp1252("año.").c_str(), 1), 0);
+    ESPERA_AVISOS("Se encontró un punto al principio o final del path: 'año.'",
+                  "Se encontró un punto al principio o final del path: 'año.'");
+    wchar_t* mensaje = nullptr;
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(L"a?b", &mensaje), 0);
+    EXPECT_EQ(toma(mensaje), "Existen caracteres no válidos en el nombre 'a?b'");
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(L"\\\\srv", &mensaje), 0);
+    EXPECT_EQ(toma(mensaje), "El nombre de la Unidad de Red está incompleto.");
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(L"1:", &mensaje), 0);
+    EXPECT_EQ(toma(mensaje), "El nombre de la unidad debe ser una letra.");
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(L"", &mensaje), 0);
+    EXPECT_EQ(toma(mensaje), "No ha especificado ningún nombre de directorio");
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(w(std::string(10241, '%')).c_str(), &mensaje), 0);
+    EXPECT_EQ(toma(mensaje),
+              "El path '" + std::string(10241, '%') + "' supera la longitud máxima permitida (10240).");
+}
+
+// The names of the path and the limit reach every translation.
+TEST(path_correcto, todo_idioma_formatea_sus_argumentos) {
+    for (unsigned long ranura = 0; ranura <= 40; ++ranura) {
+        SCOPED_TRACE(ranura);
+        msglocal_establece_idioma(ranura);
+        wchar_t* mensaje = nullptr;
+        EXPECT_EQ(cdir_es_path_valido_UNICODE(L"dir\\name.", &mensaje), 0);
+        EXPECT_NE(toma(mensaje).find("dir\\name."), std::string::npos);
+        const std::string largo(10241, 'q');
+        EXPECT_EQ(cdir_es_path_valido_UNICODE(w(largo).c_str(), &mensaje), 0);
+        const std::string texto = toma(mensaje);
+        EXPECT_NE(texto.find(largo), std::string::npos);
+        EXPECT_NE(texto.find("10240"), std::string::npos);
+    }
+}
+
+TEST(path_correcto, en_modo_servicio_no_se_muestra_nada_pero_el_texto_se_entrega) {
+    lumodir_establece_modo_servicio_sin_reintentos();
+    for (const fila& f : filas()) {
+        SCOPED_TRACE(testing::PrintToString(f));
+        EXPECT_EQ(cdir_path_valido_UNICODE(w(f.path).c_str(), 1), f.motivo == 0);
+        EXPECT_EQ(cdir_path_valido(cp1252(f.path).c_str(), 1), f.motivo == 0);
+        ESPERA_AVISOS();
+        wchar_t* mensaje = nullptr;
+        EXPECT_EQ(i_path_correcto_UNICODE(ver(w(f.path)), 0, 1, nullptr, &mensaje), f.motivo == 0);
+        ESPERA_AVISOS();
+        EXPECT_EQ(toma(mensaje), f.motivo == 0 ? "(NULL)" : modelos::texto_en_ingles(f.motivo, f.argumento));
+    }
+}
+
+TEST(path_correcto, un_path_null_se_denuncia_y_no_es_correcto) {
+    unsigned short es_unc = sin_tocar;
+    wchar_t aguja[] = L"";
+    wchar_t* mensaje = aguja;
+    EXPECT_EQ(i_path_correcto_UNICODE({}, 1, 1, &es_unc, &mensaje), 0);
+    EXPECT_EQ(es_unc, 0);
+    EXPECT_EQ(mensaje, aguja);
+    es_unc = sin_tocar;
+    EXPECT_EQ(i_path_correcto({}, 1, 1, &es_unc), 0);
+    EXPECT_EQ(es_unc, 0);
+    es_unc = sin_tocar;
+    EXPECT_EQ(i_path_correcto_con_comodines_UNICODE({}, &es_unc), 0);
+    EXPECT_EQ(es_unc, 0);
+    es_unc = sin_tocar;
+    EXPECT_EQ(i_path_correcto_con_comodines({}, &es_unc), 0);
+    EXPECT_EQ(es_unc, 0);
+    EXPECT_EQ(cdir_path_valido_UNICODE(nullptr, 1), 0);
+    EXPECT_EQ(cdir_path_valido(nullptr, 1), 0);
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(nullptr, &mensaje), 0);
+    EXPECT_EQ(mensaje, aguja);
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(nullptr, nullptr), 0);
+    const std::vector<informe> informes = toma_informes();
+    EXPECT_EQ(informes.size(), 8u);
+    for (const informe& i : informes) {
+        EXPECT_EQ(i.expresion, "(path_sin_espacios) != NULL");
+        EXPECT_EQ(i.etiqueta, "lumodir (LUMODIR.DLL)");
+        EXPECT_EQ(i.detalle, "(NULL)");
+        EXPECT_GT(i.linea, 0u);
+    }
+    ESPERA_AVISOS();
+}
+
+// ---- wildcards
+
+TEST(path_correcto, solo_un_nombre_o_una_extension_enteros_son_comodin) {
+    struct fila_comodin {
+        std::string path;
+        bool valido;
+        bool es_unc = false;
+    };
+    const std::vector<fila_comodin> filas_comodin = {
+        {.path = "C:\\dir\\*.*", .valido = true},
+        {.path = "C:\\dir\\*", .valido = true},
+        {.path = "C:\\dir\\name.*", .valido = true},
+        {.path = "C:\\dir\\*.txt", .valido = true},
+        {.path = "C:\\año\\*.ñ", .valido = true},
+        {.path = "C:*.*", .valido = true},
+        {.path = "*", .valido = true},
+        {.path = "*.txt", .valido = true},
+        {.path = "*.a b", .valido = true},
+        {.path = "name.*", .valido = true},
+        {.path = "\\\\srv\\share\\*.*", .valido = true, .es_unc = true},
+        {.path = "\\\\srv\\share\\*", .valido = true, .es_unc = true},
+        {.path = "\\\\srv\\*", .valido = true, .es_unc = true},     // "comprobar" stands for the share
+        {.path = "\\\\srv\\*.*", .valido = false, .es_unc = true},  // nothing stands for it
+        {.path = "C:\\dir\\file.txt", .valido = true},
+        {.path = "C:\\dir\\.*", .valido = true},
+        {.path = "*.*", .valido = false},  // nothing is left
+        {.path = ".*", .valido = false},
+        {.path = "", .valido = false},
+        {.path = "C:\\dir\\a*.txt", .valido = false},
+        {.path = "C:\\dir\\*.t?t", .valido = false},
+        {.path = "C:\\dir\\*.t*", .valido = false},
+        {.path = "C:\\dir\\?.*", .valido = false},
+        {.path = "C:\\dir\\**.*", .valido = false},
+        {.path = "C:\\dir\\*.**", .valido = false},
+        {.path = "C:\\d*r\\*.*", .valido = false},
+        {.path = "C:\\*\\*.*", .valido = false},
+        {.path = "C:\\dir\\*.", .valido = false},  // the final point
+        {.path = "C:\\dir\\con.*", .valido = false},
+        {.path = "C:\\dir\\name..*", .valido = false},
+        {.path = "1:\\*.*", .valido = false},
+        {.path = "C:\\dir\\*.* ", .valido = false},  // not trimmed here
+        {.path = "C:\\dir\\" + std::string(255, 'x') + ".*", .valido = true},
+        {.path = "C:\\dir\\*." + std::string(245, 'x'), .valido = true},
+        {.path = "C:\\dir\\*." + std::string(246, 'x'), .valido = false},  // 256 with "comprobar" in front
+    };
+    for (const fila_comodin& f : filas_comodin) {
+        SCOPED_TRACE("[" + f.path + "]");
+        unsigned short es_unc = sin_tocar;
+        EXPECT_EQ(i_path_correcto_con_comodines_UNICODE(ver(w(f.path)), &es_unc), f.valido);
+        EXPECT_EQ(es_unc, f.es_unc ? 1 : 0);
+        EXPECT_EQ(i_path_correcto_con_comodines_UNICODE(ver(w(f.path)), nullptr), f.valido);
+        es_unc = sin_tocar;
+        EXPECT_EQ(i_path_correcto_con_comodines(cp1252(f.path), &es_unc), f.valido);
+        EXPECT_EQ(es_unc, f.es_unc ? 1 : 0);
+        EXPECT_EQ(i_path_correcto_con_comodines(cp1252(f.path), nullptr), f.valido);
+    }
+    ESPERA_AVISOS();
+}
+
+}  // namespace

@@ -1,0 +1,353 @@
+// Slow, obvious models of the rules on paths, and the texts that are run against them: every short text over a
+// small alphabet, and long random ones. Each model is written from the rules alone, with standard strings; it
+// shares no line with the library.
+#pragma once
+
+#include <array>
+#include <random>
+
+#include "apoyo/apoyo.hpp"
+
+namespace modelos {
+
+using apoyo::texto_w;
+
+// Every text of up to so many characters; fewer under Wine, to keep it quick.
+#ifdef _WIN32
+constexpr std::size_t longitud_exhaustiva = 5;
+#else
+constexpr std::size_t longitud_exhaustiva = 6;
+#endif
+constexpr std::string_view alfabeto = "a.\\/:? ";
+
+// Calls `f` with every text of up to `longitud_maxima` characters of the alphabet, the empty one included, until
+// a check fails; answers how many there were.
+template <class F>
+std::size_t para_cada_texto(std::string_view letras, std::size_t longitud_maxima, F f) {
+    std::size_t cuantos = 0;
+    for (std::size_t longitud = 0; longitud <= longitud_maxima; ++longitud) {
+        std::vector<std::size_t> cifras(longitud, 0);
+        for (;;) {
+            std::string texto;
+            for (const std::size_t cifra : cifras) {
+                texto.push_back(letras[cifra]);
+            }
+            f(texto);
+            ++cuantos;
+            if (testing::Test::HasFailure()) {
+                return cuantos;
+            }
+            std::size_t k = 0;
+            while (k < longitud && ++cifras[k] == letras.size()) {
+                cifras[k++] = 0;
+            }
+            if (k == longitud) {
+                break;
+            }
+        }
+    }
+    return cuantos;
+}
+
+inline std::size_t cuantos_textos(std::size_t letras, std::size_t longitud_maxima) {
+    std::size_t suma = 0;
+    for (std::size_t longitud = 0, potencia = 1; longitud <= longitud_maxima;
+         ++longitud, potencia *= letras) {
+        suma += potencia;
+    }
+    return suma;
+}
+
+inline std::string repite(std::string_view letra, std::size_t veces) {
+    std::string texto;
+    for (std::size_t i = 0; i < veces; ++i) {
+        texto += letra;
+    }
+    return texto;
+}
+
+template <class T>
+T recortado(T texto) {
+    while (!texto.empty() && texto.back() == ' ') {
+        texto.pop_back();
+    }
+    return texto;
+}
+
+// ---- the name rule and the path checker
+
+constexpr std::array<std::string_view, 20> reservados = {
+    "con",      "nul",      "lpt1",     "lpt2",   "lpt3",   "prn",      "com1",
+    "com2",     "com3",     "com4",     "aux",    "clock$", "ifs$hlp$", "setverxx",
+    "$mmxxxx0", "&mmxxxx0", "xmsxxxx0", "lumogr", "korax",  "lumodev"};
+
+inline bool caracter_valido(unsigned c) {
+    return !(c >= 1 && c <= 31) &&
+           (c > 126 || std::string_view("\\/:*\"?<>|").find(static_cast<char>(c)) == std::string_view::npos);
+}
+
+inline bool nombre_valido(const texto_w& con_blancos) {
+    const texto_w nombre = recortado(con_blancos);
+    if (nombre.empty() || nombre.size() > 255) {
+        return false;
+    }
+    std::string minusculas;  // units above ASCII count as "~": no reserved name holds one
+    for (const wchar_t c : nombre) {
+        if (!caracter_valido(static_cast<unsigned short>(c))) {
+            return false;
+        }
+        const char ascii = c < 128 ? static_cast<char>(c) : '~';
+        minusculas.push_back(static_cast<char>(ascii >= 'A' && ascii <= 'Z' ? ascii + 32 : ascii));
+    }
+    for (const std::string_view reservado : reservados) {
+        if (minusculas == reservado || minusculas.find(std::string(reservado) + ".") == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+inline std::vector<texto_w> componentes(const texto_w& path) {
+    std::vector<texto_w> todos;
+    texto_w actual;
+    for (const wchar_t c : path + L"\\") {
+        if (c != L'\\' && c != L'/') {
+            actual += c;
+        } else if (!actual.empty()) {
+            todos.push_back(actual);
+            actual.clear();
+        }
+    }
+    return todos;
+}
+
+struct juicio {
+    int motivo = 0;  // number of the message; 0: the path is correct
+    texto_w argumento;
+    bool es_unc = false;
+};
+
+inline juicio juzga(const texto_w& path, bool puede_ser_vacio = false) {
+    if (path.empty()) {
+        return {puede_ser_vacio ? 0 : 53960, {}, false};
+    }
+    if (path.size() > 10240) {
+        return {374376, path, false};
+    }
+    texto_w resto = path;
+    if (path.find(L':') != texto_w::npos) {
+        const wchar_t letra = path[0];
+        const bool es_letra = (letra >= L'a' && letra <= L'z') || (letra >= L'A' && letra <= L'Z');
+        if (path.size() < 2 || !es_letra || path[1] != L':') {
+            return {53958, {}, false};
+        }
+        resto = path.substr(2);
+    }
+    if (path[path.size() - 1] == L'.') {
+        bool admitido = false;
+        for (const char* principio : {"./", ".\\", "../", "..\\"}) {
+            admitido = admitido || path.find(apoyo::w(principio)) == 0;
+        }
+        for (const char* final : {"/.", "\\.", "/..", "\\.."}) {
+            const texto_w f = apoyo::w(final);
+            admitido = admitido || (path.size() >= f.size() && path.substr(path.size() - f.size()) == f);
+        }
+        if (!admitido) {
+            return {53957, path, false};
+        }
+    }
+    juicio fallo;
+    fallo.es_unc = resto.size() > 2 && resto[0] == L'\\' && resto[1] == L'\\';
+    for (const texto_w& componente : componentes(resto)) {
+        if (componente != L"." && componente != L".." && !nombre_valido(componente)) {
+            fallo.motivo = 53949;
+            fallo.argumento = recortado(componente);
+            return fallo;
+        }
+    }
+    if (fallo.es_unc && componentes(path).size() < 2) {
+        fallo.motivo = 53959;
+    }
+    return fallo;
+}
+
+inline std::string texto_en_ingles(int motivo, const std::string& argumento) {
+    switch (motivo) {
+        case 53949:
+            return "There are invalid characters in the name '" + argumento + "'";
+        case 53955:
+            return "The file '" + argumento + "' is not correct";
+        case 53957:
+            return "A point was found at beginning or end of the path: '" + argumento + "'";
+        case 53958:
+            return "The name of the disk drive must be a letter.";
+        case 53959:
+            return "The name of the network drive is incomplete.";
+        case 53960:
+            return "You have not specified any directory name";
+        case 374376:
+            return "The length of path '" + argumento + "' exceeds the maximum permitted length (10240).";
+        default:
+            return "";
+    }
+}
+
+// ---- splitting and composing as the C runtime does it
+
+template <class T>
+struct piezas {
+    T unidad, directorio, nombre, extension;
+    T unidas() const { return unidad + directorio + nombre + extension; }
+    friend bool operator==(const piezas&, const piezas&) = default;
+};
+
+inline void PrintTo(const piezas<std::string>& p, std::ostream* salida) {
+    *salida << "[" << p.unidad << "][" << p.directorio << "][" << p.nombre << "][" << p.extension << "]";
+}
+
+template <class T>
+piezas<T> corta_como_el_crt(const T& path) {
+    piezas<T> p;
+    T resto = path;
+    if (path.size() >= 2 && path[1] == ':') {
+        p.unidad = path.substr(0, 2);
+        resto = path.substr(2);
+    }
+    std::size_t fichero = 0;
+    for (std::size_t i = 0; i < resto.size(); ++i) {
+        if (resto[i] == '\\' || resto[i] == '/') {
+            fichero = i + 1;
+        }
+    }
+    p.directorio = resto.substr(0, fichero);
+    p.nombre = resto.substr(fichero);
+    const std::size_t punto = p.nombre.rfind('.');
+    if (punto != T::npos) {
+        p.extension = p.nombre.substr(punto);
+        p.nombre = p.nombre.substr(0, punto);
+    }
+    return p;
+}
+
+template <class T>
+T compone_como_el_crt(const T& unidad, const T& directorio, const T& nombre, const T& extension) {
+    T path;
+    if (!unidad.empty()) {
+        path += unidad[0];
+        path += ':';
+    }
+    path += directorio;
+    if (!directorio.empty() && directorio.back() != '\\' && directorio.back() != '/') {
+        path += '\\';
+    }
+    path += nombre;
+    if (!extension.empty() && extension[0] != '.') {
+        path += '.';
+    }
+    return path + extension;
+}
+
+// The path that is judged in place of one with wildcards.
+inline texto_w sin_comodines(const texto_w& path) {
+    const piezas<texto_w> p = corta_como_el_crt(path);
+    if (p.extension == L".*") {
+        return p.unidad + p.directorio + (p.nombre == L"*" ? texto_w() : p.nombre);
+    }
+    return p.nombre == L"*" ? p.unidad + p.directorio + L"comprobar" + p.extension : path;
+}
+
+// ---- entries that write to the name they are given
+
+struct en_bufer {
+    unsigned short valido;
+    std::string queda;  // the caller's buffer afterwards
+};
+inline en_bufer prueba_en_bufer(unsigned short (*entrada)(wchar_t*), const texto_w& nombre) {
+    std::vector<wchar_t> bufer(nombre.c_str(), nombre.c_str() + nombre.size() + 1);
+    const unsigned short valido = entrada(bufer.data());
+    return {valido, apoyo::u8(bufer.data())};
+}
+
+// ---- random texts
+
+class fabrica {
+public:
+    explicit fabrica(unsigned semilla) : azar_(semilla) {}
+
+    std::size_t numero(std::size_t menor_que) { return azar_() % menor_que; }
+
+    // A text of the pieces that the rules look at; in UTF-8, lone surrogates as WTF-8 where they are wanted.
+    std::string texto(bool solo_ascii = false) {
+        static const std::vector<std::string> trozos = {"\\",
+                                                        "\\",
+                                                        "\\",
+                                                        "/",
+                                                        ".",
+                                                        "..",
+                                                        " ",
+                                                        "   ",
+                                                        ":",
+                                                        "C:",
+                                                        "c:\\",
+                                                        "\\\\",
+                                                        "\\\\srv\\share\\",
+                                                        "a",
+                                                        "name",
+                                                        ".txt",
+                                                        ".tar.gz",
+                                                        "X",
+                                                        "%s",
+                                                        "$",
+                                                        "&",
+                                                        "*",
+                                                        "?",
+                                                        "\x01",
+                                                        "\x1F",
+                                                        "\t",
+                                                        "|",
+                                                        "\x7F"};
+        static const std::vector<std::string> altos = {
+            "ñ", "É", "€", "日本", "😀", "\xED\xA0\x80", "\xED\xBF\xBF", "\xC2\xA0"};
+        std::string texto;
+        for (std::size_t n = numero(9); n > 0; --n) {
+            switch (numero(8)) {
+                case 0:
+                    texto += reservado_cualquiera();
+                    break;
+                case 1:
+                    texto += std::string(252 + numero(6), 'x');
+                    break;
+                case 2:
+                    texto += solo_ascii ? "b" : altos[numero(altos.size())];
+                    break;
+                default:
+                    texto += trozos[numero(trozos.size())];
+            }
+        }
+        if (numero(16) == 0) {
+            rellena(texto, 10236 + numero(9));
+        }
+        return apoyo::u8(lumodir::vista_w(apoyo::w(texto)));  // two lone surrogates may have become a pair
+    }
+
+private:
+    std::string reservado_cualquiera() {
+        std::string nombre(reservados[numero(reservados.size())]);
+        for (char& c : nombre) {
+            c = static_cast<char>(c >= 'a' && c <= 'z' && numero(2) == 0 ? c - 32 : c);
+        }
+        return nombre;
+    }
+    // Valid components in front of the text, up to a length in bytes.
+    static void rellena(std::string& texto, std::size_t longitud) {
+        std::string delante;
+        while (delante.size() + texto.size() < longitud) {
+            delante.push_back(delante.size() % 200 == 199 ? '\\' : 'y');
+        }
+        texto = delante + texto;
+    }
+
+    std::mt19937 azar_;
+};
+
+}  // namespace modelos
