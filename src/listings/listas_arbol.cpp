@@ -1,0 +1,130 @@
+// Listings of a whole tree: one list record a directory.
+//
+// Promises: no recursion, so depth costs memory only; the base first, then depth first, and among siblings the one
+// that sorts last comes first; a link to a directory is not gone into and has no record.
+// Cannot promise: a picture of one moment, when somebody changes the tree meanwhile.
+// Checked by tests/listings/listas_arbol_win32_test.cpp.
+#include "companions/arr.hpp"
+#include "companions/error_interno.hpp"
+#include "listings/listas_ficheros.hpp"
+#include "lumodir.h"
+#include "paths/rutas.hpp"
+
+namespace lumodir {
+namespace {
+
+enum class registros { con_ficheros, todos };
+
+// The records of a tree, until they are handed over.
+class arbol_en_curso {
+public:
+    arbol_en_curso() noexcept = default;
+    arbol_en_curso(const arbol_en_curso&) = delete;
+    arbol_en_curso& operator=(const arbol_en_curso&) = delete;
+    ~arbol_en_curso() {
+        for (ListaFicheros_u& lista : listas_) {
+            i_libera_lista<wchar_t>(&lista, lugar::aqui());
+        }
+    }
+
+    void anade(vista_w directorio, nombres_en_curso<wchar_t>& ficheros) {
+        ListaFicheros_u lista = {};
+        ficheros.entrega(&lista);
+        lista.path = i_path_de_lista<wchar_t>({}, directorio).suelta();
+        listas_.anade(lista);
+    }
+    void entrega(unsigned long* num, ListaFicheros_u** listas) {
+        if (listas_.empty()) {
+            return;
+        }
+        const std::size_t bytes = listas_.size() * sizeof(ListaFicheros_u);
+        *listas = static_cast<ListaFicheros_u*>(i_reserva(bytes, lugar::aqui()));
+        std::memcpy(*listas, listas_.data(), bytes);
+        *num = static_cast<unsigned long>(listas_.size());
+        listas_.vacia();
+    }
+
+private:
+    vector_interno<ListaFicheros_u> listas_;
+};
+
+void i_lista_arbol(vista_w base, const filtro_extension& filtro, registros cuales, arbol_en_curso& arbol) {
+    lista_textos<wchar_t> pendientes;
+    pendientes.anade(cadena_w(base));
+    nombres_en_curso<wchar_t> ficheros;
+    nombres_en_curso<wchar_t> directorios;
+    while (pendientes.num() > 0) {
+        const cadena_w actual = cadena_w::adopta(pendientes.textos.back());
+        pendientes.textos.quita_ultimo();
+        i_lista_directorio<wchar_t>(i_patron_de_todo<wchar_t>(actual).c_str(), filtro, &ficheros,
+                                    &directorios, enlaces::no);
+        if (cuales == registros::todos || ficheros.size() > 0) {
+            arbol.anade(actual, ficheros);
+        }
+        for (std::size_t i = 0; i < directorios.size(); ++i) {
+            pendientes.anade(i_concatena_directorios<wchar_t>(actual, directorios[i]));
+        }
+        directorios.vacia();
+    }
+}
+
+void i_lista_arbol(const wchar_t* base, const wchar_t* extension, registros cuales, unsigned long* num,
+                   ListaFicheros_u** listas, lugar donde) {
+    const bool hay_base = i_comprueba(base != nullptr, "(dirBase) != NULL", donde);
+    const bool hay_num = i_comprueba(num != nullptr, "(numDir) != NULL", donde);
+    const bool hay_listas = i_comprueba(listas != nullptr, "(ficheros) != NULL", donde);
+    if (hay_num) {
+        *num = 0;
+    }
+    if (hay_listas) {
+        *listas = nullptr;
+    }
+    if (!hay_base || !hay_num || !hay_listas) {
+        return;
+    }
+    vista_w sin_barra(base);
+    if (acaba_en<wchar_t>(sin_barra, L"\\")) {
+        sin_barra.remove_suffix(1);
+    }
+    arbol_en_curso arbol;
+    i_lista_arbol(sin_barra, filtro_extension(a_vista(extension)), cuales, arbol);
+    arbol.entrega(num, listas);
+}
+
+}  // namespace
+}  // namespace lumodir
+
+using namespace lumodir;
+
+void lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(const wchar_t* dirBase,
+                                                                      const wchar_t* extension,
+                                                                      unsigned long* numDir,
+                                                                      ListaFicheros_u** ficheros) {
+    i_lista_arbol(dirBase, extension, registros::con_ficheros, numDir, ficheros, lugar::aqui());
+}
+
+void lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(const wchar_t* dirBase,
+                                                                    const wchar_t* extension,
+                                                                    unsigned long* numDir,
+                                                                    ListaFicheros_u** ficheros) {
+    i_lista_arbol(dirBase, extension, registros::todos, numDir, ficheros, lugar::aqui());
+}
+
+void lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(unsigned long numDir,
+                                                                             ListaFicheros_u** ficheros) {
+    if (!i_comprueba(ficheros != nullptr, "(ficheros) != NULL")) {
+        return;
+    }
+    if (numDir == 0) {
+        i_comprueba(*ficheros == nullptr, "*ficheros == NULL");
+        return;
+    }
+    if (!i_comprueba(*ficheros != nullptr, "(*ficheros) != NULL")) {
+        return;
+    }
+    for (unsigned long i = 0; i < numDir; ++i) {
+        i_libera_lista<wchar_t>(&(*ficheros)[i], lugar::aqui());
+    }
+    i_libera(*ficheros);
+    *ficheros = nullptr;
+}

@@ -1,0 +1,351 @@
+// See listas_ficheros.hpp.
+#include "listings/listas_ficheros.hpp"
+
+#include "companions/acadorde.hpp"
+#include "companions/error_interno.hpp"
+#include "companions/ordena.hpp"
+#include "frame/puente.hpp"
+#include "lumodir.h"
+#include "paths/rutas.hpp"
+#include "paths/split_makepath.hpp"
+
+namespace lumodir {
+namespace {
+
+template <class C>
+int i_compara_nombres(const C* a, const C* b) noexcept {
+    using sin_signo = std::make_unsigned_t<std::conditional_t<std::is_same_v<C, wchar_t>, short, char>>;
+    for (;; ++a, ++b) {
+        if (*a != *b || *a == C(0)) {
+            const auto x = static_cast<sin_signo>(minuscula_ascii(*a));
+            const auto y = static_cast<sin_signo>(minuscula_ascii(*b));
+            if (x != y || *a == C(0)) {
+                return x < y ? -1 : x > y;
+            }
+        }
+    }
+}
+
+// The name of an entry; the system always ends it within its buffer.
+template <class E>
+auto i_nombre(const E& entrada) noexcept {
+    return a_vista(&entrada.cFileName[0]);
+}
+
+template <class C>
+bool i_empieza_por_punto(vista<C> nombre) noexcept {
+    return !nombre.empty() && nombre.front() == C('.');
+}
+
+}  // namespace
+
+bool filtro_extension::i_admite_extension(vista_w nombre) const {
+    const vista_w con_punto = division<wchar_t>(nombre, false).extension;
+    if (con_punto.empty()) {
+        return extension_.empty();
+    }
+    i_comprueba(con_punto.size() > 1, "widestr_longitud(extFich) > 1");
+    const vista_w extension = con_punto.substr(1);
+    if (extension.size() != extension_.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < extension.size(); ++i) {
+        if (extension_[i] != L'?' && minuscula_ascii(extension[i]) != minuscula_ascii(extension_[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool filtro_extension::admite(vista_w nombre) const {
+    return admite_todos_ || i_admite_extension(nombre);
+}
+
+bool filtro_extension::admite(vista_a nombre) const {
+    return admite_todos_ || i_admite_extension(a_vista(utf16_temporal(nombre.data()).c_str()));
+}
+
+template <class C>
+void nombres_en_curso<C>::ordena() {
+    ordena_estable(textos_.data(), textos_.size(),
+                   [](const C* a, const C* b) { return i_compara_nombres(a, b); });
+}
+
+template <class C>
+void nombres_en_curso<C>::entrega(lista_ficheros<C>* lista, lugar donde) {
+    if (textos_.empty()) {
+        return;
+    }
+    const std::size_t bytes = textos_.size() * sizeof(C*);
+    lista->lista = static_cast<C**>(i_reserva(bytes, donde));
+    std::memcpy(lista->lista, textos_.data(), bytes);
+    lista->num = static_cast<unsigned long>(textos_.size());
+    textos_.vacia();
+}
+
+template <class C>
+void i_lista_directorio(const C* patron, const filtro_extension& filtro, nombres_en_curso<C>* ficheros,
+                        nombres_en_curso<C>* directorios, enlaces con_enlaces) {
+    enumerador<C> entradas(patron);
+    while (const entrada<C>* e = entradas.siguiente()) {
+        const vista<C> nombre = i_nombre(*e);
+        if (!i_es_directorio(*e)) {
+            if (ficheros != nullptr && filtro.admite(nombre)) {
+                ficheros->anade(nombre);
+            }
+        } else if (directorios != nullptr && !i_empieza_por_punto(nombre) &&
+                   (con_enlaces == enlaces::tambien || !i_es_enlace_a_directorio(*e))) {
+            directorios->anade(nombre);
+        }
+    }
+    if (ficheros != nullptr) {
+        ficheros->ordena();
+    }
+    if (directorios != nullptr) {
+        directorios->ordena();
+    }
+}
+
+template <class C>
+cadena<C> i_path_de_lista(vista<C> unidad, std::type_identity_t<vista<C>> directorio) {
+    cadena<C> path = i_makepath<C>(unidad, directorio, {}, {});
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        if (path.datos()[i] == C('/')) {
+            path.datos()[i] = C('\\');
+        }
+    }
+    if (acaba_en_separador(path.ver())) {
+        path.acorta(path.size() - 1);
+    }
+    return path;
+}
+
+template <class C>
+cadena<C> i_patron_de_todo(vista<C> directorio) {
+    return i_makepath<C>({}, directorio, LITERAL(C, "*"), LITERAL(C, "*"));
+}
+
+template <class C>
+void i_libera_lista(lista_ficheros<C>* lista, lugar donde) noexcept {
+    if (!i_comprueba(lista != nullptr, "(lista) != NULL", donde)) {
+        return;
+    }
+    i_libera(lista->path);
+    lista->path = nullptr;
+    if (lista->num == 0) {
+        i_comprueba(lista->lista == nullptr, "lista->lista == NULL", donde);
+        return;
+    }
+    if (i_comprueba(lista->lista != nullptr, "(lista->lista) != NULL", donde)) {
+        for (unsigned long i = 0; i < lista->num; ++i) {
+            i_libera(lista->lista[i]);
+        }
+        i_libera(lista->lista);
+        lista->lista = nullptr;
+    }
+    lista->num = 0;
+}
+
+template class nombres_en_curso<char>;
+template class nombres_en_curso<wchar_t>;
+template void i_lista_directorio(const char*, const filtro_extension&, nombres_en_curso<char>*,
+                                 nombres_en_curso<char>*, enlaces);
+template void i_lista_directorio(const wchar_t*, const filtro_extension&, nombres_en_curso<wchar_t>*,
+                                 nombres_en_curso<wchar_t>*, enlaces);
+template cadena<char> i_path_de_lista(vista<char>, vista<char>);
+template cadena<wchar_t> i_path_de_lista(vista<wchar_t>, vista<wchar_t>);
+template cadena<char> i_patron_de_todo(vista<char>);
+template cadena<wchar_t> i_patron_de_todo(vista<wchar_t>);
+template void i_libera_lista<char>(ListaFicheros*, lugar) noexcept;
+template void i_libera_lista<wchar_t>(ListaFicheros_u*, lugar) noexcept;
+
+namespace {
+
+// Clears the record, whatever it held: it is the caller's, and usually has never been written.
+template <class L>
+bool i_prepara(L* lista, lugar donde) noexcept {
+    if (lista != nullptr) {
+        *lista = {};
+    }
+    return i_comprueba(lista != nullptr, "(lista) != NULL", donde);
+}
+
+// The 8-bit flavour hands its filter over in UTF-16.
+cadena_w i_filtro_ancho(const char* extension) {
+    return a_utf16(extension);
+}
+vista_w i_filtro_ancho(const wchar_t* extension) noexcept {
+    return a_vista(extension);
+}
+
+template <class C>
+void i_lista_ficheros_de_patron(const C* patron, const C* extension, lista_ficheros<C>* lista, lugar donde) {
+    const auto ancha = i_filtro_ancho(extension);
+    const filtro_extension filtro{vista_w(ancha)};
+    nombres_en_curso<C> ficheros;
+    i_lista_directorio<C>(patron, filtro, &ficheros, nullptr);
+    ficheros.entrega(lista, donde);
+}
+
+// A view without data is a drive, or an extension of the pattern, that was not given.
+template <class C>
+void i_lista_ficheros(vista<C> unidad, const C* directorio, const C* nombre,
+                      std::type_identity_t<vista<C>> ext, const C* extension, lista_ficheros<C>* lista,
+                      lugar donde) {
+    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL", donde);
+    const bool hay_patron = i_comprueba(nombre != nullptr, "(path_filtro_generico) != NULL", donde);
+    if (!i_prepara(lista, donde) || !hay_directorio || !hay_patron) {
+        return;
+    }
+    const vista<C> lugar_listado(directorio);
+    const cadena<C> patron = i_makepath<C>(unidad, lugar_listado, vista<C>(nombre), ext, donde);
+    i_lista_ficheros_de_patron(patron.c_str(), extension, lista, donde);
+    lista->path = i_path_de_lista<C>(unidad, lugar_listado).suelta();
+}
+
+template <class C>
+void i_lista_ficheros_en_path_filtro(const C* path_filtro, lista_ficheros<C>* lista, lugar donde) {
+    const bool hay_patron = i_comprueba(path_filtro != nullptr, "(path_filtro_generico) != NULL", donde);
+    if (i_prepara(lista, donde) && hay_patron) {
+        i_lista_ficheros_de_patron<C>(path_filtro, nullptr, lista, donde);
+    }
+}
+
+template <class C>
+void i_lista_subdirectorios(const C* directorio, const C* patron, lista_ficheros<C>* lista, lugar donde) {
+    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL", donde);
+    const bool hay_patron = i_comprueba(patron != nullptr, "(path_filtro_generico) != NULL", donde);
+    if (!i_prepara(lista, donde) || !hay_directorio || !hay_patron) {
+        return;
+    }
+    const vista<C> lugar_listado(directorio);
+    const cadena<C> path_filtro = i_concatena_directorios<C>(lugar_listado, vista<C>(patron));
+    nombres_en_curso<C> directorios;
+    i_lista_directorio<C>(path_filtro.c_str(), filtro_extension{vista_w()}, nullptr, &directorios);
+    directorios.entrega(lista, donde);
+    lista->path = i_path_de_lista<C>({}, lugar_listado).suelta();
+}
+
+// Whether a directory has an entry of the kind that `sirve` looks for; the first one decides.
+template <class Sirve>
+unsigned short i_hay_entrada(const wchar_t* path, Sirve sirve, lugar donde) {
+    if (!i_comprueba(path != nullptr, "(path) != NULL", donde)) {
+        return FALSO;
+    }
+    const cadena_w patron = concatena<wchar_t>({vista_w(path), L"\\*"}, donde);
+    enumerador<wchar_t> entradas(patron.c_str());
+    while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
+        if (sirve(*e)) {
+            return CIERTO;
+        }
+    }
+    return FALSO;
+}
+
+// Names without a point have no extension, and are in no list of extensions.
+bool i_tiene_extension_de_la_lista(vista_w nombre, const ArrCADENA_u& extensiones) noexcept {
+    const std::size_t punto = nombre.rfind(L'.');
+    if (punto == vista_w::npos) {
+        return false;
+    }
+    for (std::size_t i = 0; i < extensiones.num(); ++i) {
+        if (iguales_sin_caja(nombre.substr(punto + 1), extensiones.ver(i))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+}  // namespace lumodir
+
+using namespace lumodir;
+
+void cdir_lista_de_ficheros_UNICODE(const wchar_t* directorio, const wchar_t* extension,
+                                    ListaFicheros_u* lista) {
+    i_lista_ficheros<wchar_t>({}, directorio, L"*", L"*", extension, lista, lugar::aqui());
+}
+
+void cdir_lista_de_ficheros(const char* directorio, const char* extension, ListaFicheros* lista) {
+    i_lista_ficheros<char>({}, directorio, "*", "*", extension, lista, lugar::aqui());
+}
+
+void cdir_lista_de_ficherosFiltro_UNICODE(const wchar_t* directorio, const wchar_t* extension,
+                                          const wchar_t* patron, ListaFicheros_u* lista) {
+    i_lista_ficheros<wchar_t>({}, directorio, patron, a_vista(extension), extension, lista, lugar::aqui());
+}
+
+void cdir_lista_de_ficherosFiltro(const char* directorio, const char* extension, const char* patron,
+                                  ListaFicheros* lista) {
+    i_lista_ficheros<char>({}, directorio, patron, a_vista(extension), extension, lista, lugar::aqui());
+}
+
+void cdir_lista_de_ficherosFiltro_en_unidad(const wchar_t* unidad, const wchar_t* directorio,
+                                            const wchar_t* extension, const wchar_t* patron,
+                                            ListaFicheros_u* lista) {
+    i_lista_ficheros<wchar_t>(a_vista(unidad), directorio, patron, a_vista(extension), extension, lista,
+                              lugar::aqui());
+}
+
+void cdir_lista_de_ficheros_en_path_filtro_UNICODE(const wchar_t* path_filtro, ListaFicheros_u* lista) {
+    i_lista_ficheros_en_path_filtro(path_filtro, lista, lugar::aqui());
+}
+
+void cdir_lista_de_ficheros_en_path_filtro(const char* path_filtro, ListaFicheros* lista) {
+    i_lista_ficheros_en_path_filtro(path_filtro, lista, lugar::aqui());
+}
+
+void cdir_lista_de_directorios_UNICODE(const wchar_t* directorio, const wchar_t* patron,
+                                       ListaFicheros_u* lista) {
+    i_lista_subdirectorios(directorio, patron, lista, lugar::aqui());
+}
+
+void cdir_lista_de_directorios(const char* directorio, const char* patron, ListaFicheros* lista) {
+    i_lista_subdirectorios(directorio, patron, lista, lugar::aqui());
+}
+
+void cdir_libera_lista_de_ficheros_UNICODE(ListaFicheros_u* lista) {
+    i_libera_lista<wchar_t>(lista, lugar::aqui());
+}
+
+void cdir_libera_lista_de_ficheros(ListaFicheros* lista) {
+    i_libera_lista<char>(lista, lugar::aqui());
+}
+
+AcadOrdeU* lumodir_lista_de_fichero(const wchar_t* path_filtro, const ArrCADENA_u* extensiones) {
+    auto encontrados = objeto<AcadOrdeU>::crea();
+    encontrados->admite_repetidos = true;
+    enumerador<wchar_t> entradas(path_filtro);
+    while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
+        const vista_w nombre = i_nombre(*e);
+        if (!i_es_directorio(*e) &&
+            (extensiones == nullptr || i_tiene_extension_de_la_lista(nombre, *extensiones))) {
+            encontrados->textos.anade(cadena_w(nombre));
+        }
+    }
+    // Sorted once instead of at each insertion: the outcome is the same.
+    vector_interno<wchar_t*>& textos = encontrados->textos.textos;
+    ordena_estable(textos.data(), textos.size(),
+                   [](const wchar_t* a, const wchar_t* b) { return vista_w(a).compare(vista_w(b)); });
+    return encontrados.suelta();
+}
+
+unsigned short lumodir_existenFicheros_UNICODE(const wchar_t* path) {
+    return i_hay_entrada(
+        path, [](const WIN32_FIND_DATAW& e) { return !i_es_directorio(e); }, lugar::aqui());
+}
+
+unsigned short lumodir_existenFicheros(const char* path) {
+    return puente<lumodir_existenFicheros_UNICODE>(path);
+}
+
+unsigned short lumodir_existenSubdirectorios_UNICODE(const wchar_t* path) {
+    return i_hay_entrada(
+        path,
+        [](const WIN32_FIND_DATAW& e) { return i_es_directorio(e) && !i_empieza_por_punto(i_nombre(e)); },
+        lugar::aqui());
+}
+
+unsigned short lumodir_existenSubdirectorios(const char* path) {
+    return puente<lumodir_existenSubdirectorios_UNICODE>(path);
+}
