@@ -1,6 +1,8 @@
 // See lmlongpath.hpp.
 #include "companions/lmlongpath.hpp"
 
+#include <utility>
+
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.h"
 
@@ -62,6 +64,17 @@ cadena_w i_con_prefijo(const wchar_t* ruta, lugar donde) noexcept {
                                        : concatena<wchar_t>({prefijo_largo, forma}, donde);
 }
 
+// Making a path full cuts the points at its end. A search pattern must keep them: "*." asks for less than "*".
+cadena_w i_con_puntos_finales(cadena_w completa, vista_w patron, lugar donde) noexcept {
+    const std::size_t barra = patron.find_last_of(L"\\/");
+    const vista_w nombre = barra == vista_w::npos ? patron : patron.substr(barra + 1);
+    if (!acaba_en(nombre, L".") || nombre == L"." || nombre == L"..") {
+        return completa;
+    }
+    const vista_w directorio = completa.ver().substr(0, completa.ver().rfind(L'\\') + 1);
+    return concatena<wchar_t>({directorio, nombre}, donde);
+}
+
 // Hands on the outcome of a call; the code is read in the very next statement.
 BOOL i_con_codigo(BOOL bien, DWORD* error_out) noexcept {
     if (!bien && error_out != nullptr) {
@@ -76,7 +89,10 @@ BOOL i_mueve(const wchar_t* origen, const wchar_t* destino, DWORD indicadores) n
 
 }  // namespace
 
-ruta_sistema::ruta_sistema(const wchar_t* ruta, lugar donde) : propia_(i_con_prefijo(ruta, donde)) {
+ruta_sistema::ruta_sistema(const wchar_t* ruta, uso para, lugar donde) : propia_(i_con_prefijo(ruta, donde)) {
+    if (para == uso::busqueda && !propia_.es_nula()) {
+        propia_ = i_con_puntos_finales(std::move(propia_), a_vista(ruta), donde);
+    }
     texto_ = propia_.es_nula() ? (ruta == nullptr ? L"" : ruta) : propia_.c_str();
 }
 
@@ -145,9 +161,10 @@ BOOL lmlongpath_MoveFileW(const wchar_t* origen, const wchar_t* destino, DWORD i
 
 manija_busqueda lmlongpath_FindFirstFileW(const wchar_t* patron, WIN32_FIND_DATAW* datos,
                                           bool solo_nombres) noexcept {
-    return manija_busqueda(sistema.FindFirstFileExW(
-        ruta_sistema(patron).c_str(), solo_nombres ? FindExInfoBasic : FindExInfoStandard, datos,
-        FindExSearchNameMatch, nullptr, solo_nombres ? FIND_FIRST_EX_LARGE_FETCH : 0));
+    return manija_busqueda(sistema.FindFirstFileExW(ruta_sistema(patron, ruta_sistema::uso::busqueda).c_str(),
+                                                    solo_nombres ? FindExInfoBasic : FindExInfoStandard,
+                                                    datos, FindExSearchNameMatch, nullptr,
+                                                    solo_nombres ? FIND_FIRST_EX_LARGE_FETCH : 0));
 }
 
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {

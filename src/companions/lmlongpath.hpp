@@ -5,7 +5,7 @@
 // where there is an `error_out`, it receives the code of a failure (0 after success it does not touch). A usual
 // path (absolute, short) costs no call besides the one asked for.
 // Cannot promise: anything about a share that is not there.
-// Checked by tests/companions/lmlongpath_test.cpp.
+// Checked by tests/companions/lmlongpath_win32_test.cpp.
 #pragma once
 
 #include "companions/cadena.hpp"
@@ -17,7 +17,9 @@ namespace lumodir {
 // A path as Windows takes it, for the time of one call: the caller's own text where that will do.
 class ruta_sistema {
 public:
-    explicit ruta_sistema(const wchar_t* ruta, lugar donde = lugar::aqui());
+    enum class uso { acceso, busqueda };  // a search keeps the points at the end of its pattern
+
+    explicit ruta_sistema(const wchar_t* ruta, uso para = uso::acceso, lugar donde = lugar::aqui());
     ruta_sistema(const ruta_sistema&) = delete;
     ruta_sistema& operator=(const ruta_sistema&) = delete;
     // It ends between the call and the reading of its error code.

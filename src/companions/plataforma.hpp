@@ -3,7 +3,7 @@
 // another implementation behind it (tests/nativo/plataforma_nativa.cpp).
 //
 // Promises: no function allocates for its caller except where it returns a `cadena`.
-// Checked by tests/companions/unicode_test.cpp and tests/companions/plataforma_test.cpp.
+// Checked by tests/companions/unicode_test.cpp and tests/companions/plataforma_win32_test.cpp.
 #pragma once
 
 #include "companions/cadena.hpp"

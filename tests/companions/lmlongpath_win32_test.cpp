@@ -1,0 +1,407 @@
+// The long-path library: which paths get the prefix, and every call on a path that the system would refuse as it is.
+#include "companions/lmlongpath.hpp"
+
+#include "apoyo/apoyo.hpp"
+#include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
+#include "companions/lmlongpath.h"
+
+using namespace apoyo;
+using namespace lumodir;
+
+namespace {
+
+// `principio` followed by as many letters, in components of at most 50, as make `largo` units in all.
+std::string hasta_largo(std::string principio, std::size_t largo, char separador = '\\') {
+    while (principio.size() < largo) {
+        const std::size_t quedan = largo - principio.size();
+        const std::size_t trozo = quedan <= 50 ? quedan : quedan == 51 ? 40 : 50;
+        principio.append(trozo, 'x');
+        if (principio.size() < largo) {
+            principio.push_back(separador);
+        }
+    }
+    return principio;
+}
+
+std::string con_prefijo(const std::string& ruta) {
+    const std::string por_el_export = toma(lmlongpath_prepended_path_si_necesario(w(ruta).c_str()));
+    // Once prefixed, always the same.
+    EXPECT_EQ(toma(lmlongpath_prepended_path_si_necesario(w(por_el_export).c_str())), por_el_export);
+    return por_el_export;
+}
+
+// The current directory changed for the life of this object.
+class desde {
+public:
+    explicit desde(const texto_w& directorio) {
+        ::GetCurrentDirectoryW(MAX_PATH + 1, antes_);
+        EXPECT_TRUE(::SetCurrentDirectoryW(directorio.c_str()));
+    }
+    ~desde() { ::SetCurrentDirectoryW(antes_); }
+
+private:
+    wchar_t antes_[MAX_PATH + 1];
+};
+
+std::string con_barras(std::string ruta) {
+    std::replace(ruta.begin(), ruta.end(), '\\', '/');
+    return ruta;
+}
+
+}  // namespace
+
+TEST(lmlongpath, el_prefijo_empieza_en_248_unidades) {
+    struct fila {
+        std::string ruta;
+        std::string espera;
+    };
+    const std::string c247 = hasta_largo("C:\\", 247), c248 = hasta_largo("C:\\", 248);
+    const std::string u247 = hasta_largo("\\\\srv\\recurso\\", 247),
+                      u248 = hasta_largo("\\\\srv\\recurso\\", 248);
+    const std::string c9000 = hasta_largo("C:\\", 9000), c10240 = hasta_largo("C:\\", 10240);
+    const fila filas[] = {
+        {"", ""},
+        {"C:\\x", "C:\\x"},
+        {"x", "x"},
+        {c247, c247},
+        {c248, "\\\\?\\" + c248},
+        {con_barras(c247), con_barras(c247)},
+        {con_barras(c248), "\\\\?\\" + c248},
+        {c9000, "\\\\?\\" + c9000},
+        {c10240, "\\\\?\\" + c10240},
+        {u247, u247},
+        {u248, "\\\\?\\UNC\\" + u248.substr(2)},
+        {con_barras(u248), "\\\\?\\UNC\\" + u248.substr(2)},
+        {"\\\\?\\" + c9000, "\\\\?\\" + c9000},
+        {"\\\\?\\UNC\\" + u248.substr(2), "\\\\?\\UNC\\" + u248.substr(2)},
+        {"\\\\.\\" + c9000, "\\\\.\\" + c9000},
+        {"\\\\.\\COM1", "\\\\.\\COM1"},
+        {"\\\\?\\C:\\a/b\\..", "\\\\?\\C:\\a/b\\.."},  // nothing in a prefixed path is touched
+        {c9000 + "\\..\\f", "\\\\?\\" + c9000.substr(0, c9000.rfind('\\')) + "\\f"},
+        {c248 + "\\..\\..\\..\\..\\f", c248 + "\\..\\..\\..\\..\\f"},  // made full, it is short
+        {c248 + "\\.\\f", "\\\\?\\" + c248 + "\\f"},
+        {c248 + "\\\\f", "\\\\?\\" + c248 + "\\f"},
+        {c248 + "\\", "\\\\?\\" + c248 + "\\"},
+        {c248 + "\\\u00f1\u4e2d\U0001F600", "\\\\?\\" + c248 + "\\\u00f1\u4e2d\U0001F600"},
+    };
+    for (const fila& f : filas) {
+        EXPECT_EQ(con_prefijo(f.ruta), f.espera) << f.ruta.size() << " units: " << f.ruta.substr(0, 300);
+    }
+}
+
+TEST(lmlongpath, de_una_ruta_relativa_cuenta_su_forma_completa) {
+    const directorio_temporal dir;
+    dir.directorio("sub");
+    const desde aqui(dir.ruta_w("sub"));
+    const std::string base = dir.ruta("sub") + "\\";
+    const std::string completa247 = hasta_largo(base, 247), completa248 = hasta_largo(base, 248);
+    EXPECT_EQ(con_prefijo(completa247.substr(base.size())), completa247.substr(base.size()));
+    EXPECT_EQ(con_prefijo(completa248.substr(base.size())), "\\\\?\\" + completa248);
+    EXPECT_EQ(con_prefijo(con_barras(completa248.substr(base.size()))), "\\\\?\\" + completa248);
+    EXPECT_EQ(con_prefijo(".\\" + completa248.substr(base.size())), "\\\\?\\" + completa248);
+    const std::string arriba = hasta_largo(dir.ruta() + "\\", 248);
+    EXPECT_EQ(con_prefijo("..\\" + arriba.substr(dir.ruta().size() + 1)), "\\\\?\\" + arriba);
+    const std::string unidad = dir.ruta().substr(0, 2);
+    EXPECT_EQ(con_prefijo(unidad + completa248.substr(base.size())), "\\\\?\\" + completa248);  // "C:x"
+    const std::string raiz = hasta_largo(unidad + "\\", 248);
+    EXPECT_EQ(con_prefijo(raiz.substr(2)), "\\\\?\\" + raiz);  // "\x"
+    EXPECT_EQ(con_prefijo(raiz.substr(2, 245)), raiz.substr(2, 245));
+}
+
+TEST(lmlongpath, null_se_informa_y_da_una_cadena_vacia) {
+    EXPECT_EQ(toma(lmlongpath_prepended_path_si_necesario(nullptr)), "");
+    ESPERA_INFORMES("(path) != NULL");
+    unsigned long codigo = 77;
+    EXPECT_EQ(lmlongpath_GetFileSize(nullptr, &codigo), ~0ull);
+    EXPECT_EQ(codigo, 77u);
+    ESPERA_INFORMES("(path) != NULL");
+}
+
+TEST(lmlongpath, sin_forma_completa_la_ruta_va_como_es) {
+    fallos f;
+    f.falla_siempre("GetFullPathNameW", ERROR_ACCESS_DENIED);
+    const std::string larga = hasta_largo("C:\\", 300);
+    EXPECT_EQ(con_prefijo(larga), larga);
+}
+
+TEST(lmlongpath, si_la_forma_completa_crece_se_pregunta_de_nuevo) {
+    // As when another thread changes the current directory between the two questions.
+    static int llamadas;
+    llamadas = 0;
+    const sustituye<decltype(&::GetFullPathNameW)> crece(
+        sistema.GetFullPathNameW,
+        [](const wchar_t*, DWORD sitio, wchar_t* destino, wchar_t**) WINAPI -> DWORD {
+            ++llamadas;
+            const DWORD largo = llamadas == 1 ? 10 : 300;
+            if (sitio <= largo) {
+                return largo + 1;
+            }
+            for (DWORD i = 0; i < largo; ++i) {
+                destino[i] = i == 0 ? L'C' : i == 1 ? L':' : i == 2 ? L'\\' : L'y';
+            }
+            destino[largo] = 0;
+            return largo;
+        });
+    EXPECT_EQ(toma(lmlongpath_prepended_path_si_necesario(L"relativa")),
+              "\\\\?\\C:\\" + std::string(297, 'y'));
+    EXPECT_EQ(llamadas, 3);
+}
+
+TEST(lmlongpath, una_ruta_corta_no_cuesta_ninguna_llamada_mas) {
+    fallos f;
+    lmlongpath_GetFileAttributesW(L"C:\\no-hay-tal");
+    lmlongpath_GetFileAttributesW(L"C:/no-hay-tal");
+    lmlongpath_GetFileAttributesW(L"\\\\?\\C:\\no-hay-tal");
+    EXPECT_EQ(f.llamadas(), 3u);
+    EXPECT_EQ(f.cuenta("GetFileAttributesW"), 3u);
+}
+
+TEST(lmlongpath, quitar_el_prefijo) {
+    const auto sin = [](const char* ruta) { return u8(lmlongpath_desprepend_path(w(ruta)).ver()); };
+    EXPECT_EQ(sin("\\\\?\\C:\\x"), "C:\\x");
+    EXPECT_EQ(sin("\\\\?\\UNC\\srv\\x"), "\\\\srv\\x");
+    EXPECT_EQ(sin("\\\\?\\unc\\srv\\x"), "\\\\srv\\x");
+    EXPECT_EQ(sin("\\\\.\\COM1"), "\\\\.\\COM1");
+    EXPECT_EQ(sin("C:\\x"), "C:\\x");
+    EXPECT_EQ(sin("\\\\srv\\x"), "\\\\srv\\x");
+    EXPECT_EQ(sin(""), "");
+    EXPECT_EQ(sin("\\\\?\\"), "");
+}
+
+TEST(lmlongpath, los_limites_son_los_de_la_familia) {
+    EXPECT_EQ(lmlongpath_get_longitud_maxima_permitida_path(), 10240);
+    EXPECT_EQ(lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension(), 255);
+}
+
+// ---- Every call on a path of more than 260 units, absolute and relative ----
+
+TEST(lmlongpath, cada_llamada_llega_mas_alla_del_limite_clasico) {
+    const directorio_temporal dir;
+    const std::string relativa = hasta_largo("", 270) + "\\d";
+    dir.directorio(relativa);
+    const desde aqui(dir.ruta_w());
+    for (const bool absoluta : {true, false}) {
+        SCOPED_TRACE(absoluta ? "absolute" : "relative");
+        const auto ruta = [&](const std::string& nombre) {
+            const std::string cual = relativa + (nombre.empty() ? "" : "\\" + nombre);
+            return w(absoluta ? dir.ruta(cual) : con_barras(cual));
+        };
+        const auto hay = [&](const std::string& nombre) { return dir.existe(relativa + "\\" + nombre); };
+        DWORD codigo = 77;
+        EXPECT_TRUE(lmlongpath_CreateDirectoryW(ruta("sub").c_str(), nullptr, &codigo));
+        EXPECT_TRUE(hay("sub"));
+        {
+            const manija_fichero h = lmlongpath_CreateFileW(ruta("f \u00f1.txt").c_str(), GENERIC_WRITE, 0,
+                                                            nullptr, CREATE_NEW, 0, nullptr, &codigo);
+            EXPECT_TRUE(h.valida());
+        }
+        dir.fichero(relativa + "\\f \u00f1.txt", "12345");
+        EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_existencia), 1);
+        EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_lectura), 1);
+        EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_escritura), 1);
+        EXPECT_EQ(lmlongpath_wchmod(ruta("f \u00f1.txt").c_str(), modo_lectura), 0);
+        EXPECT_TRUE(dir.es_de_solo_lectura(relativa + "\\f \u00f1.txt"));
+        EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_escritura), 0);
+        EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_lectura), 1);
+        EXPECT_EQ(lmlongpath_wchmod(ruta("f \u00f1.txt").c_str(), modo_escritura), 0);
+        EXPECT_FALSE(dir.es_de_solo_lectura(relativa + "\\f \u00f1.txt"));
+        EXPECT_EQ(lmlongpath_GetFileAttributesW(ruta("sub").c_str()) & FILE_ATTRIBUTE_DIRECTORY,
+                  DWORD{FILE_ATTRIBUTE_DIRECTORY});
+        WIN32_FILE_ATTRIBUTE_DATA datos = {};
+        EXPECT_TRUE(lmlongpath_GetFileAttributesExW(ruta("f \u00f1.txt").c_str(), &datos));
+        EXPECT_EQ(datos.nFileSizeLow, 5u);
+        unsigned long codigo_tamanyo = 77;
+        EXPECT_EQ(lmlongpath_GetFileSize(ruta("f \u00f1.txt").c_str(), &codigo_tamanyo), 5u);
+        EXPECT_EQ(codigo_tamanyo, 77u);
+        EXPECT_TRUE(lmlongpath_RenameFileW(ruta("f \u00f1.txt").c_str(), ruta("g.txt").c_str(), &codigo));
+        EXPECT_TRUE(hay("g.txt"));
+        EXPECT_TRUE(lmlongpath_MoveFileW(ruta("g.txt").c_str(), ruta("sub\\h.txt").c_str(), 0));
+        EXPECT_TRUE(hay("sub\\h.txt"));
+        WIN32_FIND_DATAW encontrado;
+        {
+            const manija_busqueda b = lmlongpath_FindFirstFileW(ruta("sub\\h*").c_str(), &encontrado);
+            EXPECT_TRUE(b.valida());
+            EXPECT_EQ(u8(encontrado.cFileName), "h.txt");
+        }
+        {
+            const manija_busqueda b = lmlongpath_FindFirstFileW(ruta("sub\\h*").c_str(), &encontrado, true);
+            EXPECT_TRUE(b.valida());
+            EXPECT_EQ(u8(encontrado.cFileName), "h.txt");
+        }
+        std::vector<wchar_t> sitio(1000);
+        EXPECT_NE(lmlongpath_GetLongPathNameW(ruta("sub\\H.TXT").c_str(), sitio.data(), 1000), 0u);
+        // Wine gives a prefixed path back as it is, so the letters are not looked at.
+        EXPECT_TRUE(
+            iguales_sin_caja(a_vista(sitio.data()), w("\\\\?\\" + dir.ruta(relativa + "\\sub\\h.txt"))));
+        EXPECT_NE(lmlongpath_GetShortPathNameW(ruta("sub\\h.txt").c_str(), sitio.data(), 1000), 0u);
+        EXPECT_TRUE(lmlongpath_DeleteFileW(ruta("sub\\h.txt").c_str(), &codigo));
+        EXPECT_FALSE(hay("sub\\h.txt"));
+        EXPECT_TRUE(lmlongpath_RemoveDirectoryW(ruta("sub").c_str(), &codigo));
+        EXPECT_FALSE(hay("sub"));
+        EXPECT_EQ(codigo, 77u);  // no success touches it
+    }
+}
+
+TEST(lmlongpath, el_codigo_de_un_fallo_se_entrega_y_queda_como_ultimo_error) {
+    const directorio_temporal dir;
+    for (const std::string& donde : {std::string("corta"), hasta_largo("", 300)}) {
+        SCOPED_TRACE(donde.size());
+        dir.limpia();
+        dir.fichero(donde + "\\f.txt");
+        dir.fichero(donde + "\\lleno\\f.txt");
+        const texto_w falta = dir.ruta_w(donde + "\\no.txt");
+        const texto_w esta = dir.ruta_w(donde + "\\f.txt");
+        const texto_w lleno = dir.ruta_w(donde + "\\lleno");
+        struct fila {
+            const char* nombre;
+            std::function<bool(DWORD*)> falla;  // true when it failed, as it must
+            DWORD codigo;
+        };
+        const fila filas[] = {
+            {"create file",
+             [&](DWORD* c) {
+                 return !lmlongpath_CreateFileW(falta.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
+                                                nullptr, c)
+                             .valida();
+             },
+             ERROR_FILE_NOT_FOUND},
+            {"delete", [&](DWORD* c) { return !lmlongpath_DeleteFileW(falta.c_str(), c); },
+             ERROR_FILE_NOT_FOUND},
+            {"create directory",
+             [&](DWORD* c) { return !lmlongpath_CreateDirectoryW(lleno.c_str(), nullptr, c); },
+             ERROR_ALREADY_EXISTS},
+            {"remove directory", [&](DWORD* c) { return !lmlongpath_RemoveDirectoryW(lleno.c_str(), c); },
+             ERROR_DIR_NOT_EMPTY},
+            {"rename onto an existing one",
+             [&](DWORD* c) { return !lmlongpath_RenameFileW(esta.c_str(), lleno.c_str(), c); },
+             ERROR_ALREADY_EXISTS},
+            {"rename a missing one",
+             [&](DWORD* c) { return !lmlongpath_RenameFileW(falta.c_str(), esta.c_str(), c); },
+             ERROR_FILE_NOT_FOUND},
+            {"size", [&](DWORD* c) { return lmlongpath_GetFileSize(falta.c_str(), c) == ~0ull; },
+             ERROR_FILE_NOT_FOUND},
+        };
+        for (const fila& f : filas) {
+            SCOPED_TRACE(f.nombre);
+            DWORD codigo = 77;
+            ::SetLastError(0);
+            const bool fallo = f.falla(&codigo);
+            const DWORD ultimo = ::GetLastError();
+            EXPECT_TRUE(fallo);
+            EXPECT_EQ(codigo, f.codigo);
+            EXPECT_EQ(ultimo, f.codigo);
+            ::SetLastError(0);
+            const bool fallo_sin_codigo = f.falla(nullptr);
+            const DWORD ultimo_sin_codigo = ::GetLastError();
+            EXPECT_TRUE(fallo_sin_codigo);
+            EXPECT_EQ(ultimo_sin_codigo, f.codigo);
+        }
+        // Wine gives a prefixed path back without looking for it.
+        const sustituye<decltype(&::GetLongPathNameW)> no_hay(
+            sistema.GetLongPathNameW, [](const wchar_t*, wchar_t*, DWORD) WINAPI -> DWORD {
+                ::SetLastError(ERROR_FILE_NOT_FOUND);
+                return 0;
+            });
+        // Those without an out-parameter leave it in place as well.
+        WIN32_FILE_ATTRIBUTE_DATA datos;
+        WIN32_FIND_DATAW encontrado;
+        wchar_t sitio[8];
+        const std::function<void()> sin_out[] = {
+            [&] { lmlongpath_GetFileAttributesW(falta.c_str()); },
+            [&] { lmlongpath_GetFileAttributesExW(falta.c_str(), &datos); },
+            [&] { lmlongpath_waccess(falta.c_str(), acceso_existencia); },
+            [&] { lmlongpath_wchmod(falta.c_str(), modo_lectura); },
+            [&] { lmlongpath_MoveFileW(falta.c_str(), esta.c_str(), 0); },
+            [&] { lmlongpath_FindFirstFileW(falta.c_str(), &encontrado); },
+            [&] { lmlongpath_GetLongPathNameW(falta.c_str(), sitio, 8); },
+            [&] { lmlongpath_GetShortPathNameW(falta.c_str(), sitio, 8); },
+        };
+        for (std::size_t i = 0; i < std::size(sin_out); ++i) {
+            ::SetLastError(0);
+            sin_out[i]();
+            const DWORD ultimo = ::GetLastError();
+            EXPECT_EQ(ultimo, DWORD{ERROR_FILE_NOT_FOUND}) << "call " << i;
+        }
+        EXPECT_TRUE(dir.existe(donde + "\\f.txt"));
+        EXPECT_EQ(dir.contenido(donde + "\\lleno\\f.txt"), "contenido");
+    }
+}
+
+TEST(lmlongpath, un_patron_de_busqueda_conserva_sus_puntos_finales) {
+    fallos f;
+    WIN32_FIND_DATAW datos;
+    const std::string base = hasta_largo("C:\\", 300);
+    struct fila {
+        const char* patron;
+        const char* espera;
+    };
+    const fila filas[] = {
+        {"\\*", "\\*"},     {"\\*.", "\\*."},  {"/x*.", "\\x*."}, {"\\a\\..\\*.", "\\*."},
+        {"\\*.*", "\\*.*"}, {"\\*.. ", "\\*"},  // blanks at the end go, as the system has it
+        {"\\.", ""},        {"\\d\\..", ""},
+    };
+    for (const fila& fila : filas) {
+        lmlongpath_FindFirstFileW(w(base + fila.patron).c_str(), &datos);
+        EXPECT_EQ(f.historia().back().nombre, "FindFirstFileExW");
+        EXPECT_EQ(f.historia().back().ruta, "\\\\?\\" + base + fila.espera) << fila.patron;
+    }
+    lmlongpath_FindFirstFileW(L"C:\\no-hay\\*.", &datos);
+    EXPECT_EQ(f.historia().back().ruta, "C:\\no-hay\\*.");
+}
+
+TEST(lmlongpath, los_atributos_vacios_se_dicen_normales) {
+    // Zero would leave them as they are, the protection included.
+    static DWORD puestos;
+    puestos = 77;
+    const sustituye<decltype(&::GetFileAttributesW)> lee(
+        sistema.GetFileAttributesW, [](const wchar_t*) WINAPI -> DWORD { return FILE_ATTRIBUTE_READONLY; });
+    const sustituye<decltype(&::SetFileAttributesW)> pone(sistema.SetFileAttributesW,
+                                                          [](const wchar_t*, DWORD a) WINAPI -> BOOL {
+                                                              puestos = a;
+                                                              return TRUE;
+                                                          });
+    EXPECT_EQ(lmlongpath_wchmod(L"C:\\x", modo_escritura), 0);
+    EXPECT_EQ(puestos, DWORD{FILE_ATTRIBUTE_NORMAL});
+    EXPECT_EQ(lmlongpath_wchmod(L"C:\\x", modo_lectura), 0);
+    EXPECT_EQ(puestos, DWORD{FILE_ATTRIBUTE_READONLY});
+}
+
+TEST(lmlongpath, la_marca_de_un_directorio_no_impide_escribir_en_el) {
+    const directorio_temporal dir;
+    dir.directorio("d");
+    const sustituye<decltype(&::GetFileAttributesW)> lee(
+        sistema.GetFileAttributesW,
+        [](const wchar_t*) WINAPI -> DWORD { return FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY; });
+    EXPECT_EQ(lmlongpath_waccess(dir.ruta_w("d").c_str(), acceso_escritura), 1);
+}
+
+TEST(lmlongpath, los_indicadores_de_renombrar_mover_y_buscar) {
+    static DWORD indicadores;
+    static FINDEX_INFO_LEVELS nivel;
+    const sustituye<decltype(&::MoveFileExW)> mueve(
+        sistema.MoveFileExW, [](const wchar_t*, const wchar_t*, DWORD i) WINAPI -> BOOL {
+            indicadores = i;
+            return TRUE;
+        });
+    const sustituye<decltype(&::FindFirstFileExW)> busca(
+        sistema.FindFirstFileExW,
+        [](const wchar_t*, FINDEX_INFO_LEVELS n, void*, FINDEX_SEARCH_OPS, void*, DWORD i) WINAPI -> HANDLE {
+            nivel = n;
+            indicadores = i;
+            return INVALID_HANDLE_VALUE;
+        });
+    EXPECT_TRUE(lmlongpath_RenameFileW(L"C:\\a", L"C:\\b", nullptr));
+    EXPECT_EQ(indicadores, DWORD{MOVEFILE_COPY_ALLOWED});  // to another volume too, never over another file
+    EXPECT_TRUE(lmlongpath_MoveFileW(L"C:\\a", L"C:\\b", 0));
+    EXPECT_EQ(indicadores, 0u);
+    EXPECT_TRUE(lmlongpath_MoveFileW(L"C:\\a", L"C:\\b", MOVEFILE_REPLACE_EXISTING));
+    EXPECT_EQ(indicadores, DWORD{MOVEFILE_REPLACE_EXISTING});
+    WIN32_FIND_DATAW datos;
+    EXPECT_FALSE(lmlongpath_FindFirstFileW(L"C:\\*", &datos).valida());
+    EXPECT_EQ(nivel, FindExInfoStandard);
+    EXPECT_EQ(indicadores, 0u);
+    EXPECT_FALSE(lmlongpath_FindFirstFileW(L"C:\\*", &datos, true).valida());
+    EXPECT_EQ(nivel, FindExInfoBasic);
+    EXPECT_EQ(indicadores, DWORD{FIND_FIRST_EX_LARGE_FETCH});
+}

@@ -1,0 +1,187 @@
+// The platform door on Windows: the active code page, letter case of 8-bit text, texts of error codes.
+// The tests know the code page 1252; on a machine with another one what depends on it is skipped.
+#include "companions/plataforma.hpp"
+
+#include "apoyo/apoyo.hpp"
+#include "companions/sistema.hpp"
+
+using namespace apoyo;
+using namespace lumodir;
+
+#define SOLO_CON_1252()                                                                       \
+    if (::GetACP() != 1252) {                                                                 \
+        GTEST_SKIP() << "the active code page is " << ::GetACP() << ", the rows are of 1252"; \
+    }                                                                                         \
+    static_assert(true)
+
+namespace {
+
+texto_w ancho(const texto_a& texto) {
+    const std::size_t largo = plataforma::ansi_a_utf16(texto, nullptr, 0);
+    texto_w resultado(largo, L'#');
+    EXPECT_EQ(plataforma::ansi_a_utf16(texto, resultado.data(), largo), largo);
+    return resultado;
+}
+
+texto_a estrecho(const texto_w& texto) {
+    const std::size_t largo = plataforma::utf16_a_ansi(texto, nullptr, 0);
+    texto_a resultado(largo, '#');
+    EXPECT_EQ(plataforma::utf16_a_ansi(texto, resultado.data(), largo), largo);
+    return resultado;
+}
+
+}  // namespace
+
+TEST(plataforma, cada_byte_de_1252_va_y_vuelve) {
+    SOLO_CON_1252();
+    for (unsigned b = 0; b < 256; ++b) {
+        const texto_a byte(1, static_cast<char>(b));
+        const texto_w unidad = ancho(byte);
+        ASSERT_EQ(unidad.size(), 1u) << b;
+        EXPECT_EQ(u8(unidad), de_cp1252(byte))
+            << b;  // the five that it leaves undefined are control characters
+        EXPECT_EQ(estrecho(unidad), byte) << b;
+    }
+}
+
+TEST(plataforma, lo_que_la_pagina_no_tiene_es_su_caracter_por_defecto) {
+    SOLO_CON_1252();
+    struct fila {
+        const char* texto;
+        const char* bytes;
+    };
+    const fila filas[] = {
+        {"abc", "abc"},
+        {"\u00f1\u20ac\u0153", "\xF1\x80\x9C"},
+        {"\u4e2d", "?"},
+        {"\U0001F600", "??"},           // a pair is two units
+        {"a\u0101b", "a?b"},            // a with macron: never "a"
+        {"\u2032", "?"},                // prime: never an apostrophe
+        {"\uFF21\uFF0F\uFF3C", "???"},  // full-width A, slash and backslash: above all never a separator
+        {"\u2215\u2044\u29F5", "???"},  // other slashes
+        {"\u03b1\u03a9", "??"},         // Greek letters: never "a"
+        {"\u2260\u221e", "??"},         // never "=" nor "8"
+        {"\u00a0", "\xA0"},             // the blanks stay what they are
+        {"\u2003", "?"},
+    };
+    for (const fila& f : filas) {
+        EXPECT_EQ(estrecho(w(f.texto)), f.bytes) << f.texto;
+    }
+    EXPECT_EQ(estrecho(texto_w(1, static_cast<wchar_t>(0xD800))), "?");  // half a pair
+}
+
+TEST(plataforma, ninguna_unidad_se_vuelve_un_caracter_de_ruta) {
+    SOLO_CON_1252();
+    // Over the whole of the first plane: what becomes a byte is what that byte becomes.
+    for (unsigned c = 1; c < 0x10000; ++c) {
+        const texto_a bytes = estrecho(texto_w(1, static_cast<wchar_t>(c)));
+        ASSERT_EQ(bytes.size(), 1u) << c;
+        if (bytes != "?") {
+            ASSERT_EQ(ancho(bytes), texto_w(1, static_cast<wchar_t>(c))) << c;
+        }
+    }
+}
+
+TEST(plataforma, bytes_que_no_valen_dan_el_caracter_de_sustitucion) {
+    if (::GetACP() == 1252) {
+        GTEST_SKIP() << "every byte is valid in the active code page 1252";
+    }
+    // Whatever the multi-byte code page, a lead byte alone is not a character.
+    for (unsigned b = 0x80; b < 0x100; ++b) {
+        if (::GetACP() == CP_UTF8 || ::IsDBCSLeadByte(static_cast<BYTE>(b))) {
+            EXPECT_EQ(u8(ancho(texto_a(1, static_cast<char>(b)))), "\uFFFD") << b;
+        }
+    }
+}
+
+TEST(plataforma, solo_se_escribe_lo_que_cabe) {
+    SOLO_CON_1252();
+    wchar_t unidades[8] = {L'#', L'#', L'#', L'#', L'#', L'#', L'#', L'#'};
+    EXPECT_EQ(plataforma::ansi_a_utf16("abc", unidades, 3), 3u);
+    EXPECT_EQ(unidades[2], L'c');
+    EXPECT_EQ(unidades[3], L'#');
+    char bytes[8] = {'#', '#', '#', '#', '#', '#', '#', '#'};
+    EXPECT_EQ(plataforma::utf16_a_ansi(L"abc", bytes, 3), 3u);
+    EXPECT_EQ(bytes[3], '#');
+    // Too little room: the length it takes, and nothing past the room.
+    EXPECT_EQ(plataforma::ansi_a_utf16("abcdef", unidades, 4), 6u);
+    EXPECT_EQ(unidades[4], L'#');
+    EXPECT_EQ(plataforma::utf16_a_ansi(L"abcdef", bytes, 4), 6u);
+    EXPECT_EQ(bytes[4], '#');
+    EXPECT_EQ(plataforma::ansi_a_utf16("", unidades, 8), 0u);
+    EXPECT_EQ(plataforma::utf16_a_ansi(L"", bytes, 8), 0u);
+    EXPECT_EQ(plataforma::ansi_a_utf16(vista_a("a\0b", 3), unidades, 8), 3u);  // a NUL is a character
+    EXPECT_EQ(unidades[2], L'b');
+}
+
+TEST(plataforma, la_caja_de_cada_byte_es_la_de_la_pagina) {
+    SOLO_CON_1252();
+    unsigned cambian = 0;
+    for (unsigned b = 0; b < 256; ++b) {
+        const char original = static_cast<char>(b);
+        char menor = original;
+        char mayor = original;
+        plataforma::minusculas_ansi(&menor, 1);
+        plataforma::mayusculas_ansi(&mayor, 1);
+        // The system's own answer on the wide character, where the code page holds it.
+        wchar_t unidad = ancho(texto_a(1, original))[0];
+        wchar_t menor_u = unidad, mayor_u = unidad;
+        ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_LOWERCASE, &unidad, 1, &menor_u, 1, nullptr, nullptr, 0);
+        ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, &unidad, 1, &mayor_u, 1, nullptr, nullptr, 0);
+        const texto_a menor_a = estrecho(texto_w(1, menor_u));
+        const texto_a mayor_a = estrecho(texto_w(1, mayor_u));
+        EXPECT_EQ(menor, menor_a == "?" && b != '?' ? original : menor_a[0]) << b;
+        EXPECT_EQ(mayor, mayor_a == "?" && b != '?' ? original : mayor_a[0]) << b;
+        cambian += menor != mayor ? 1 : 0;
+    }
+    // 26 ASCII, 30 Latin-1 (no multiplication sign) and 4 of the upper part, each in two cases.
+    EXPECT_EQ(cambian, 2u * (26 + 30 + 4));
+}
+
+TEST(plataforma, la_caja_de_un_texto_entero) {
+    SOLO_CON_1252();
+    const texto_a original =
+        cp1252("AbZz09_[`{\u00c1\u00f1\u00d1\u00ff\u0178\u0152\u0160\u00b5\u00df\u00d7\u00f7");
+    texto_a menor = original;
+    plataforma::minusculas_ansi(menor.data(), menor.size());
+    EXPECT_EQ(de_cp1252(menor),
+              "abzz09_[`{\u00e1\u00f1\u00f1\u00ff\u00ff\u0153\u0161\u00b5\u00df\u00d7\u00f7");
+    texto_a mayor = original;
+    plataforma::mayusculas_ansi(mayor.data(), mayor.size());
+    // The micro sign and the sharp s have no upper case in the code page, and stay.
+    EXPECT_EQ(de_cp1252(mayor),
+              "ABZZ09_[`{\u00c1\u00d1\u00d1\u0178\u0178\u0152\u0160\u00b5\u00df\u00d7\u00f7");
+    char nada = '#';
+    plataforma::minusculas_ansi(&nada, 0);
+    EXPECT_EQ(nada, '#');
+}
+
+TEST(plataforma, el_texto_de_un_codigo_es_una_linea_sin_su_final) {
+    for (const DWORD codigo :
+         {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_PATH_NOT_FOUND}, DWORD{ERROR_ACCESS_DENIED},
+          DWORD{ERROR_SHARING_VIOLATION}, DWORD{ERROR_DISK_FULL}}) {
+        const std::string texto = u8(plataforma::texto_de_codigo_de_error(codigo).ver());
+        EXPECT_GT(texto.size(), 5u) << codigo;
+        EXPECT_NE(texto, std::to_string(codigo));
+        EXPECT_EQ(texto.find_last_not_of(" \r\n"), texto.size() - 1) << codigo;
+        // The very text of the system, less its end.
+        wchar_t sistema_dice[512];
+        const DWORD largo = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                                             nullptr, codigo, 0, sistema_dice, 512, nullptr);
+        EXPECT_EQ(u8(vista_w(sistema_dice, largo)).rfind(texto, 0), 0u) << codigo;
+    }
+    EXPECT_NE(u8(plataforma::texto_de_codigo_de_error(ERROR_FILE_NOT_FOUND).ver()),
+              u8(plataforma::texto_de_codigo_de_error(ERROR_ACCESS_DENIED).ver()));
+}
+
+TEST(plataforma, un_codigo_sin_texto_es_su_numero) {
+    EXPECT_EQ(u8(plataforma::texto_de_codigo_de_error(0xDEADBEEF).ver()), "3735928559");
+    EXPECT_EQ(u8(plataforma::texto_de_codigo_de_error(0x20000001).ver()), "536870913");
+}
+
+TEST(plataforma, una_variable_de_entorno_y_su_falta) {
+    ::_wputenv(L"LUMODIR_PRUEBA=\u00f1 \u4e2d");
+    EXPECT_EQ(u8(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").ver()), "\u00f1 \u4e2d");
+    ::_wputenv(L"LUMODIR_PRUEBA=");
+    EXPECT_TRUE(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").es_nula());
+}
