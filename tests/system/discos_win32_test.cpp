@@ -70,11 +70,13 @@ TEST(discos, una_unidad_subst_tiene_un_path_por_dispositivo) {
     maquina_fingida maquina(de_todo);
     for (char letra = 'A'; letra <= 'Z'; ++letra) {
         const unsigned short esperado = letra == 'S' || letra == 'T' ? 1 : 0;
+        std::string pregunta = "QueryDosDeviceW X:";
+        pregunta[pregunta.size() - 2] = letra;
         EXPECT_EQ(discos_es_unidad_subst(static_cast<wchar_t>(letra)), esperado) << letra;
-        EXPECT_EQ(maquina.preguntas.back(), std::string("QueryDosDeviceW ") + letra + ":");
+        EXPECT_EQ(maquina.preguntas.back(), pregunta);
         // A small letter is asked as its capital.
         EXPECT_EQ(discos_es_unidad_subst(static_cast<wchar_t>(letra - 'A' + 'a')), esperado) << letra;
-        EXPECT_EQ(maquina.preguntas.back(), std::string("QueryDosDeviceW ") + letra + ":");
+        EXPECT_EQ(maquina.preguntas.back(), pregunta);
     }
 }
 
