@@ -1,0 +1,118 @@
+// The tables of a DLL read out of its file, without the loader: what it exports and what it imports.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace dll {
+
+struct exportacion {
+    std::string nombre;
+    bool es_codigo;   // lies in an executable section
+    bool es_reenvio;  // stands for a function of another DLL
+};
+
+class imagen_pe {
+public:
+    explicit imagen_pe(const std::string& fichero) {
+        std::ifstream entrada(fichero, std::ios::binary);
+        bytes_.assign(std::istreambuf_iterator<char>(entrada), std::istreambuf_iterator<char>());
+        const std::uint32_t pe = lee<std::uint32_t>(0x3C);
+        if (lee<std::uint32_t>(pe) != 0x00004550 || lee<std::uint16_t>(pe + 24) != 0x20B) {
+            throw std::runtime_error(fichero + " is no 64-bit PE file");
+        }
+        maquina_ = lee<std::uint16_t>(pe + 4);
+        directorios_ = pe + 24 + 112;
+        secciones_ = pe + 24 + lee<std::uint16_t>(pe + 20);
+        num_secciones_ = lee<std::uint16_t>(pe + 6);
+    }
+
+    std::uint16_t maquina() const { return maquina_; }
+    const std::string& bytes() const { return bytes_; }
+
+    // Its own name, as the export table has it.
+    std::string nombre_propio() const { return texto(en_fichero(lee<std::uint32_t>(tabla(0) + 12))); }
+    std::uint32_t num_funciones() const { return lee<std::uint32_t>(tabla(0) + 20); }
+
+    std::vector<exportacion> exportaciones() const {
+        const std::uint32_t base = tabla(0);
+        const std::uint32_t rva_tabla = lee<std::uint32_t>(directorios_);
+        const std::uint32_t largo_tabla = lee<std::uint32_t>(directorios_ + 4);
+        const std::uint32_t funciones = en_fichero(lee<std::uint32_t>(base + 28));
+        const std::uint32_t nombres = en_fichero(lee<std::uint32_t>(base + 32));
+        const std::uint32_t ordinales = en_fichero(lee<std::uint32_t>(base + 36));
+        std::vector<exportacion> resultado;
+        for (std::uint32_t i = 0; i < lee<std::uint32_t>(base + 24); ++i) {
+            const std::uint32_t rva =
+                lee<std::uint32_t>(funciones + 4u * lee<std::uint16_t>(ordinales + 2 * i));
+            resultado.push_back({texto(en_fichero(lee<std::uint32_t>(nombres + 4 * i))), es_codigo(rva),
+                                 rva >= rva_tabla && rva < rva_tabla + largo_tabla});
+        }
+        return resultado;
+    }
+
+    // Names of the DLLs that the loader must find, at start-up and on demand.
+    std::vector<std::string> importadas() const {
+        std::vector<std::string> resultado;
+        constexpr std::uint32_t normales = 1;
+        constexpr std::uint32_t diferidas = 13;
+        if (lee<std::uint32_t>(directorios_ + 8 * normales) != 0) {
+            for (std::uint32_t p = tabla(normales); lee<std::uint32_t>(p + 12) != 0; p += 20) {
+                resultado.push_back(texto(en_fichero(lee<std::uint32_t>(p + 12))));
+            }
+        }
+        if (lee<std::uint32_t>(directorios_ + 8 * diferidas) != 0) {
+            for (std::uint32_t p = tabla(diferidas); lee<std::uint32_t>(p + 4) != 0; p += 32) {
+                resultado.push_back(texto(en_fichero(lee<std::uint32_t>(p + 4))));
+            }
+        }
+        return resultado;
+    }
+
+private:
+    template <class T>
+    T lee(std::size_t posicion) const {
+        if (posicion + sizeof(T) > bytes_.size()) {
+            throw std::runtime_error("the file ends before its tables do");
+        }
+        T valor;
+        std::memcpy(&valor, bytes_.data() + posicion, sizeof valor);
+        return valor;
+    }
+    std::string texto(std::size_t posicion) const { return bytes_.c_str() + posicion; }
+    std::uint32_t tabla(std::uint32_t numero) const {
+        return en_fichero(lee<std::uint32_t>(directorios_ + 8 * numero));
+    }
+    // Offset of the section header that an address in memory lies in.
+    std::size_t seccion_de(std::uint32_t rva) const {
+        for (std::uint32_t i = 0; i < num_secciones_; ++i) {
+            const std::size_t s = secciones_ + 40u * i;
+            const std::uint32_t principio = lee<std::uint32_t>(s + 12);
+            if (rva >= principio && rva < principio + lee<std::uint32_t>(s + 8)) {
+                return s;
+            }
+        }
+        throw std::runtime_error("an address outside every section");
+    }
+    std::uint32_t en_fichero(std::uint32_t rva) const {
+        const std::size_t s = seccion_de(rva);
+        return rva - lee<std::uint32_t>(s + 12) + lee<std::uint32_t>(s + 20);
+    }
+    bool es_codigo(std::uint32_t rva) const {
+        constexpr std::uint32_t ejecutable = 0x20000000;
+        return (lee<std::uint32_t>(seccion_de(rva) + 36) & ejecutable) != 0;
+    }
+
+    std::string bytes_;
+    std::uint16_t maquina_;
+    std::size_t directorios_;
+    std::size_t secciones_;
+    std::uint32_t num_secciones_;
+};
+
+}  // namespace dll

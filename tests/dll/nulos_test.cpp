@@ -1,0 +1,224 @@
+// A NULL sweep over every export: each pointer argument NULL in turn, the others sane. Whatever the headers do not
+// allow to be NULL must be reported, with the expression that the header promises; nothing may crash or leak.
+//
+// The cases are made from the headers (one per function), so that a new export cannot be forgotten.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <map>
+
+#include "dll/cabeceras.hpp"
+#include "dll/valores.hpp"
+
+namespace dll {
+namespace {
+
+std::vector<std::string> g_informes;
+std::string g_en_curso;  // for whoever reads the log of a crash
+
+void recibe(const char* expresion, const char*, unsigned long, const wchar_t*, void*) {
+    g_informes.push_back(expresion);
+}
+
+LONG CALLBACK dice_donde(EXCEPTION_POINTERS* excepcion) {
+    if (excepcion->ExceptionRecord->ExceptionCode == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION)) {
+        std::fprintf(stderr, "access violation in %s\n", g_en_curso.c_str());
+        std::fflush(stderr);
+    }
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+const std::wstring& carpeta() {
+    static const std::wstring una = [] {
+        wchar_t temporal[MAX_PATH];
+        ::GetTempPathW(MAX_PATH, temporal);
+        return temporal + (L"lumodir_nulos_" + std::to_wstring(::GetCurrentProcessId()));
+    }();
+    return una;
+}
+
+constexpr const wchar_t* clave_de_prueba = L"Software\\lumodir_prueba_nulos";
+
+// Before each call: nothing left of the one before, and a host that never waits and never answers yes.
+void prepara() {
+    std::error_code da_igual;
+    std::filesystem::remove_all(carpeta(), da_igual);
+    std::filesystem::create_directory(carpeta(), da_igual);
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_prueba);
+    buclrein_establece_politica(0, 0);
+    buclrein_establece_receptor([](const wchar_t*, unsigned long, void*) -> unsigned short { return 0; },
+                                nullptr);
+    lmaviso_establece_receptor([](const wchar_t*, void*) {}, nullptr);
+    error_interno_establece_receptor(recibe, nullptr);
+    g_informes.clear();
+}
+
+constexpr std::size_t ninguno = ~std::size_t{0};
+
+// Calls with sane arguments, all but number `nulo`; answers the reports.
+template <class R, class... A, std::size_t... I>
+std::vector<std::string> llama(R (*funcion)(A...), const llamada& como, std::size_t nulo,
+                               std::index_sequence<I...>) {
+    prepara();
+    std::vector<std::string> informes;
+    {
+        std::tuple<valor<A>...> valores((static_cast<void>(I), como)...);  // in place: they do not move
+        g_informes.clear();
+        const auto argumento = [&]<std::size_t n>() {
+            using tipo = std::tuple_element_t<n, std::tuple<A...>>;
+            if constexpr (std::is_pointer_v<tipo>) {
+                return n == nulo ? tipo(nullptr) : tipo(std::get<n>(valores).da());
+            } else {
+                return std::get<n>(valores).da();
+            }
+        };
+        if constexpr (std::is_void_v<R>) {
+            funcion(argumento.template operator()<I>()...);
+        } else {
+            const R resultado = funcion(argumento.template operator()<I>()...);
+            informes.swap(g_informes);
+            libera_resultado(resultado, como);
+        }
+        informes.insert(informes.end(), g_informes.begin(), g_informes.end());
+        g_informes.clear();
+    }
+    EXPECT_TRUE(g_informes.empty()) << "freeing what " << g_en_curso
+                                    << " left: " << testing::PrintToString(g_informes);
+    return informes;
+}
+
+template <class R, class... A>
+class barrido : public testing::Test {
+public:
+    barrido(const char* nombre) : como_{nombre} {}
+
+    void TestBody() override {
+        const auto funcion = exportada<R (*)(A...)>(como_.funcion.c_str());
+        if (funcion == nullptr) {
+            GTEST_SKIP() << como_.funcion << " is not in the DLL";
+        }
+        const declaracion& dicho = declaraciones().at(como_.funcion);
+        ASSERT_EQ(dicho.parametros.size(), sizeof...(A))
+            << "the comment or the declaration was not understood";
+        const bool punteros[] = {std::is_pointer_v<A>..., false};
+        const bool sanos[] = {valor<A>::hay..., true};
+        const std::size_t num_punteros =
+            static_cast<std::size_t>(std::count(punteros, punteros + sizeof...(A), true));
+        const bool todos_sanos = std::all_of(sanos, sanos + sizeof...(A), [](bool hay) { return hay; });
+        ASSERT_TRUE(todos_sanos || num_punteros == 1)
+            << "a type without a sane value: give it one in valores.hpp";
+
+        const unsigned long long vivos = lumospy_bloques_vivos();
+        // What the sane call reports by itself (that a file does not exist, say) is no report of a NULL.
+        std::vector<std::string> sin_nulos;
+        if (todos_sanos && num_punteros > 0) {
+            sin_nulos = barre(funcion, ninguno);
+        }
+        for (std::size_t i = 0; i < sizeof...(A); ++i) {
+            if (punteros[i]) {
+                comprueba(dicho.parametros[i], sin_nulos, barre(funcion, i));
+            }
+        }
+        EXPECT_EQ(lumospy_bloques_vivos(), vivos) << como_.funcion << " leaks";
+    }
+
+private:
+    std::vector<std::string> barre(R (*funcion)(A...), std::size_t nulo) {
+        g_en_curso =
+            como_.funcion + (nulo == ninguno ? "" : ", argument " + std::to_string(nulo + 1) + " NULL");
+        const unsigned long long vivos = lumospy_bloques_vivos();
+        std::vector<std::string> informes = llama(funcion, como_, nulo, std::index_sequence_for<A...>());
+        EXPECT_EQ(lumospy_bloques_vivos(), vivos) << g_en_curso;
+        return informes;
+    }
+    void comprueba(const parametro& p, const std::vector<std::string>& sin_nulos,
+                   const std::vector<std::string>& informes) {
+        const auto hecho = [&](const std::string& expresion) {
+            return std::find(informes.begin(), informes.end(), expresion) != informes.end();
+        };
+        const std::string dicho = " of " + como_.funcion + "; reported: " + testing::PrintToString(informes);
+        EXPECT_NE(p.comentario, "") << "no comment for " << p.nombre << dicho;
+        if (p.admite_null()) {
+            return;
+        }
+        EXPECT_NE(p.comentario.find("eported"), std::string::npos)
+            << "the comment does not say what NULL does: " << p.nombre << dicho;
+        if (!p.expresion_de_null().empty()) {
+            EXPECT_TRUE(hecho(p.expresion_de_null()))
+                << "expected " << p.expresion_de_null() << " for a NULL " << p.nombre << dicho;
+            return;
+        }
+        const bool alguno_nuevo =
+            std::any_of(informes.begin(), informes.end(), [&](const std::string& informe) {
+                return std::find(sin_nulos.begin(), sin_nulos.end(), informe) == sin_nulos.end();
+            });
+        EXPECT_TRUE(alguno_nuevo) << "no report of a NULL " << p.nombre << dicho;
+    }
+
+    llamada como_;
+};
+
+class sin_restos : public testing::Environment {
+    void TearDown() override {
+        std::error_code da_igual;
+        std::filesystem::remove_all(carpeta(), da_igual);
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_prueba);
+    }
+};
+
+template <class R, class... A>
+void registra(const char* nombre, R (*)(A...)) {
+    testing::RegisterTest("nulos", nombre, nullptr, nullptr, __FILE__, __LINE__,
+                          [nombre]() -> testing::Test* { return new barrido<R, A...>(nombre); });
+}
+
+}  // namespace
+
+std::wstring texto_sano(const llamada& para) {
+    if (para.es("lumoreg_")) {
+        return clave_de_prueba;
+    }
+    if (para.es("taskproc_")) {
+        return L"lumodir_no_hay.exe";
+    }
+    if (para.es("nomsfich_")) {
+        return L"nada.txt";
+    }
+    return carpeta() + L"\\nada.txt";
+}
+
+std::string en_8_bits(const std::wstring& texto) {
+    std::string resultado;
+    for (const wchar_t c : texto) {
+        resultado.push_back(static_cast<char>(c));  // the test's own texts are ASCII
+    }
+    return resultado;
+}
+
+void libera_registros(ArrPunteroConTipo** v, const llamada& de) {
+    if (*v == nullptr) {
+        return;
+    }
+    ArrDestruyeRegistro destruye = destruye_bloque;
+    if (de.es("fichsdir_")) {
+        destruye = exportada<ArrDestruyeRegistro>("fichsdir_destruye");
+    } else if (de.es("Unidades")) {
+        destruye = exportada<ArrDestruyeRegistro>("lumodir_destruyeEstructuraUnidadSistema");
+    } else if (de.es("taskproc_")) {
+        destruye = exportada<ArrDestruyeRegistro>("taskproc_destruye");
+    }
+    arr_DestruyeEstructurasConTipo(v, destruye);
+}
+
+void registra_nulos() {
+    testing::AddGlobalTestEnvironment(new sin_restos);
+    ::AddVectoredExceptionHandler(1, dice_donde);
+#define EXPORTACION(nombre) registra(#nombre, static_cast<decltype(&nombre)>(nullptr));
+#include "cabeceras/exportaciones.inc"
+#undef EXPORTACION
+}
+
+}  // namespace dll
