@@ -80,6 +80,44 @@ void i_lee(nivel& destino, subdirectorios cuales) {
     });
 }
 
+vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
+    while (acaba_en_separador(ruta)) {
+        ruta.remove_suffix(1);
+    }
+    return ruta;
+}
+
+// A directory may be walked: it is one, it is no link, and the system says so of the directory itself, opened
+// without following links.
+bool i_se_puede_entrar(const wchar_t* directorio) noexcept {
+    const manija_fichero abierto = lmlongpath_CreateFileW(
+        directorio, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
+    FILE_ATTRIBUTE_TAG_INFO marca;
+    if (!abierto.valida() ||
+        !sistema.GetFileInformationByHandleEx(abierto.get(), FileAttributeTagInfo, &marca, sizeof marca)) {
+        return false;
+    }
+    return (marca.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
+           !i_es_marca_de_enlace(marca.FileAttributes, marca.ReparseTag);
+}
+
+// The root of a walk has no entry that was read before it, so its own is looked up. Opening it is not enough: some
+// systems follow links of their own kind whatever they are asked.
+bool i_es_enlace_por_su_nombre(const wchar_t* directorio) noexcept {
+    const DWORD atributos = lmlongpath_GetFileAttributesW(directorio);
+    if (atributos == INVALID_FILE_ATTRIBUTES) {
+        return true;  // missing, or not to be judged
+    }
+    if ((atributos & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        return false;
+    }
+    WIN32_FIND_DATAW entrada;
+    const cadena_w sin_barra(i_sin_separadores_finales(a_vista(directorio)));
+    const manija_busqueda busqueda = lmlongpath_FindFirstFileW(sin_barra.c_str(), &entrada, true);
+    return !busqueda.valida() || i_es_enlace_a_directorio(entrada);
+}
+
 // Puts a directory on the stack, read once. A link, or what cannot be told from one, shows nothing.
 void i_entra(pila_de_niveles& pila, cadena_w ruta, bool enlace, subdirectorios cuales) {
     auto nuevo = objeto<nivel>::crea();
@@ -101,22 +139,11 @@ bool i_recorre_ficheros(const nivel& actual, visitante_borrado& visitante) {
 
 }  // namespace
 
-bool i_se_puede_entrar(const wchar_t* directorio) noexcept {
-    const manija_fichero abierto = lmlongpath_CreateFileW(
-        directorio, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
-    FILE_ATTRIBUTE_TAG_INFO marca;
-    if (!abierto.valida() ||
-        !sistema.GetFileInformationByHandleEx(abierto.get(), FileAttributeTagInfo, &marca, sizeof marca)) {
-        return false;
-    }
-    return (marca.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
-           !i_es_marca_de_enlace(marca.FileAttributes, marca.ReparseTag);
-}
-
 void i_recorre_para_borrar(vista_w directorio, subdirectorios cuales, visitante_borrado& visitante) {
     pila_de_niveles pila;
-    i_entra(pila, cadena_w(directorio), false, cuales);
+    cadena_w raiz(directorio);
+    const bool enlace = i_es_enlace_por_su_nombre(raiz.c_str());
+    i_entra(pila, std::move(raiz), enlace, cuales);
     if (!i_recorre_ficheros(pila.cima(), visitante)) {
         return;
     }

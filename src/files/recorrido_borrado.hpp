@@ -33,9 +33,6 @@ protected:
     ~visitante_borrado() = default;
 };
 
-// A directory may be walked: it is one, it is no link, and the system says so of the opened directory itself.
-bool i_se_puede_entrar(const wchar_t* directorio) noexcept;
-
 void i_recorre_para_borrar(vista_w directorio, subdirectorios cuales, visitante_borrado& visitante);
 
 }  // namespace lumodir

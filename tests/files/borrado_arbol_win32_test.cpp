@@ -1,0 +1,613 @@
+// Deleting contents and trees: strictly, stopping, in passes; links, depth, other processes, faults.
+#include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
+#include "apoyo/hijo.hpp"
+#include "apoyo/otro_proceso.hpp"
+#include "cdir.h"
+#include "companions/arr.h"
+#include "companions/buclrein.h"
+#include "files/azar.hpp"
+#include "files/recorrido_borrado.hpp"
+#include "lumodir.h"
+
+using namespace apoyo;
+
+namespace {
+
+using lista = std::vector<std::string>;
+
+constexpr unsigned short no_contesta = 7;
+
+// A way of deleting a tree or its contents.
+struct forma {
+    const char* nombre;
+    bool quita_raiz;
+    bool recursiva;
+    bool con_puntos;  // takes directories whose name begins with "." too
+    bool contesta;
+    std::function<unsigned short(const std::string&)> borra;
+};
+
+const forma formas[] = {
+    {"cdir_borra_contenido_directorio_UNICODE", false, true, false, false,
+     [](const std::string& r) {
+         cdir_borra_contenido_directorio_UNICODE(w(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_contenido_directorio", false, true, false, false,
+     [](const std::string& r) {
+         cdir_borra_contenido_directorio(cp1252(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_directorio_y_subdirectorios_UNICODE", true, true, false, true,
+     [](const std::string& r) { return cdir_borra_directorio_y_subdirectorios_UNICODE(w(r).c_str()); }},
+    {"cdir_borra_directorio_y_subdirectorios", true, true, false, false,
+     [](const std::string& r) {
+         cdir_borra_directorio_y_subdirectorios(cp1252(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_directorio_y_subdirectorios_parando", true, true, false, true,
+     [](const std::string& r) {
+         unsigned short sigue = 1;
+         return cdir_borra_directorio_y_subdirectorios_parando(w(r).c_str(), &sigue);
+     }},
+    {"cdir_borra_contenido_directorio_reintentando_u", false, false, true, false,
+     [](const std::string& r) {
+         cdir_borra_contenido_directorio_reintentando_u(w(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_contenido_directorio_si_es_posible_reintentando_u", true, true, true, true,
+     [](const std::string& r) {
+         return cdir_borra_contenido_directorio_si_es_posible_reintentando_u(w(r).c_str());
+     }},
+    {"cdir_borra_directorio_y_subdirectorios_reintentando_u", true, true, true, false,
+     [](const std::string& r) {
+         cdir_borra_directorio_y_subdirectorios_reintentando_u(w(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE", true, true, true, true,
+     [](const std::string& r) {
+         return cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(w(r).c_str(), nullptr);
+     }},
+};
+
+void siembra(const directorio_temporal& d) {
+    d.fichero("t\\a.txt");
+    d.fichero("t\\b.txt", "x", FILE_ATTRIBUTE_READONLY);
+    d.fichero("t\\sub\\\u00f1.txt");
+    d.fichero("t\\sub\\hondo\\oculto.txt", "x", FILE_ATTRIBUTE_HIDDEN);
+    d.directorio("t\\vacio");
+    d.fichero("fuera.txt");
+}
+
+unsigned i_cero() noexcept {
+    return 0;
+}
+
+// A Unix link to a directory, as Wine shows one. Made by the Unix side, which Wine can start; answers whether the
+// link is there.
+bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const char* a_que) {
+    using a_unix = char*(CDECL*)(const WCHAR*);
+    const auto traduce = reinterpret_cast<a_unix>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    if (traduce == nullptr) {
+        return false;
+    }
+    const std::string base = traduce(d.ruta_w().c_str());
+    texto_w linea = w("/bin/ln -s \"" + base + "/" + a_que + "\" \"" + base + "/" + donde + "\"");
+    STARTUPINFOW arranque = {};
+    arranque.cb = sizeof arranque;
+    PROCESS_INFORMATION proceso = {};
+    if (!::CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                          &arranque, &proceso)) {
+        return false;
+    }
+    ::WaitForSingleObject(proceso.hProcess, 10'000);
+    ::CloseHandle(proceso.hThread);
+    ::CloseHandle(proceso.hProcess);
+    for (int i = 0; i < 100 && !d.existe(donde); ++i) {
+        ::Sleep(20);  // a Unix process has no handle to wait for
+    }
+    return d.existe(donde);
+}
+
+void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
+    using a_unix = char*(CDECL*)(const WCHAR*);
+    const auto traduce = reinterpret_cast<a_unix>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    texto_w linea = w(std::string("/bin/rm -f \"") + traduce(d.ruta_w().c_str()) + "/" + donde + "\"");
+    STARTUPINFOW arranque = {};
+    arranque.cb = sizeof arranque;
+    PROCESS_INFORMATION proceso = {};
+    ASSERT_TRUE(::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                 &arranque, &proceso));
+    ::CloseHandle(proceso.hThread);
+    ::CloseHandle(proceso.hProcess);
+    for (int i = 0; i < 100 && d.existe(donde); ++i) {
+        ::Sleep(20);
+    }
+}
+
+}  // namespace
+
+TEST(borrado_arbol, borra_lo_que_hay_y_nada_de_fuera) {
+    for (const forma& f : formas) {
+        const directorio_temporal d;
+        siembra(d);
+        const unsigned short respuesta = f.borra(d.ruta("t"));
+        EXPECT_EQ(respuesta, f.contesta ? 1 : no_contesta) << f.nombre;
+        lista queda{"fuera.txt"};
+        if (!f.recursiva) {
+            queda = {"fuera.txt", "t\\", "t\\sub\\", "t\\sub\\hondo\\", "t\\sub\\hondo\\oculto.txt",
+                     "t\\sub\\\u00f1.txt", "t\\vacio\\"};
+        } else if (!f.quita_raiz) {
+            queda = {"fuera.txt", "t\\"};
+        }
+        EXPECT_EQ(d.arbol(), queda) << f.nombre;
+        EXPECT_EQ(toma_esperas().size(), 0u) << f.nombre;
+    }
+}
+
+TEST(borrado_arbol, los_directorios_que_empiezan_por_punto_detienen_el_borrado_estricto) {
+    buclrein_establece_politica(0, 0);
+    for (const forma& f : formas) {
+        const directorio_temporal d;
+        d.fichero("t\\sub\\.svn\\entries");
+        d.fichero("t\\sub\\f.txt");
+        const unsigned short respuesta = f.borra(d.ruta("t"));
+        if (!f.recursiva) {
+            EXPECT_TRUE(d.existe("t\\sub\\f.txt")) << f.nombre;
+            continue;
+        }
+        EXPECT_FALSE(d.existe("t\\sub\\f.txt")) << f.nombre;
+        EXPECT_EQ(d.existe("t\\sub\\.svn\\entries"), !f.con_puntos) << f.nombre;
+        if (f.contesta) {
+            EXPECT_EQ(respuesta, f.con_puntos ? 1 : 0) << f.nombre;
+        }
+        lista preguntas;
+        for (const pregunta& p : toma_preguntas()) {
+            preguntas.push_back(p.mensaje.substr(0, p.mensaje.find('\n')));
+        }
+        lista esperadas;
+        if (!f.con_puntos) {
+            esperadas.push_back("Unable to delete the directory '" + d.ruta("t\\sub") + "'");
+            if (f.quita_raiz) {
+                esperadas.push_back("Unable to delete the directory '" + d.ruta("t") + "'");
+            }
+        }
+        EXPECT_EQ(preguntas, esperadas) << f.nombre;
+    }
+}
+
+TEST(borrado_arbol, un_directorio_nulo_vacio_o_en_blanco_no_borra_nada) {
+    const directorio_temporal d;
+    d.fichero("a.txt");
+    wchar_t antes[MAX_PATH];
+    ::GetCurrentDirectoryW(MAX_PATH, antes);
+    ::SetCurrentDirectoryW(d.ruta_w().c_str());
+    fallos libro;
+    for (const forma& f : formas) {
+        for (const char* blanco : {"", " ", "   "}) {
+            EXPECT_EQ(f.borra(blanco), f.contesta ? 0 : no_contesta) << f.nombre;
+            EXPECT_EQ(toma_expresiones(), lista{"widestr_longitud(directorio) > 0"}) << f.nombre;
+        }
+    }
+    cdir_borra_contenido_directorio_UNICODE(nullptr);
+    cdir_borra_contenido_directorio(nullptr);
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_UNICODE(nullptr), 0);
+    cdir_borra_directorio_y_subdirectorios(nullptr);
+    unsigned short sigue = 1;
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(nullptr, &sigue), 0);
+    cdir_borra_contenido_directorio_reintentando_u(nullptr);
+    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(nullptr), 0);
+    cdir_borra_directorio_y_subdirectorios_reintentando_u(nullptr);
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(nullptr, nullptr), 0);
+    EXPECT_EQ(toma_expresiones(), lista(9, "(directorio) != NULL"));
+    EXPECT_EQ(libro.llamadas(), 0u) << "nothing was even looked at";
+    ::SetCurrentDirectoryW(antes);
+    EXPECT_TRUE(d.existe("a.txt"));
+}
+
+TEST(borrado_arbol, un_directorio_que_falta) {
+    const directorio_temporal d;
+    const std::string ruta = d.ruta("falta");
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_UNICODE(w(ruta).c_str()), 0);
+    ESPERA_AVISOS("Cannot delete the directory '" + ruta + "' (it does not exist)");
+    ESPERA_INFORMES("CR_existe");
+    cdir_borra_contenido_directorio_UNICODE(w(ruta).c_str());
+    cdir_borra_directorio_y_subdirectorios_reintentando_u(w(ruta).c_str());
+    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(w(ruta).c_str()), 1)
+        << "no file is left";
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(w(ruta).c_str(), nullptr), 0);
+}
+
+TEST(borrado_arbol, un_fichero_en_lugar_de_directorio_se_queda) {
+    buclrein_establece_politica(0, 0);
+    for (const forma& f : formas) {
+        const directorio_temporal d;
+        d.fichero("f.txt");
+        const unsigned short respuesta = f.borra(d.ruta("f.txt"));
+        EXPECT_TRUE(d.existe("f.txt")) << f.nombre;
+        // The content deletion that may fail answers for files alone, and there are none in it.
+        const bool por_ficheros = std::string(f.nombre).find("si_es_posible") != std::string::npos;
+        EXPECT_EQ(respuesta, !f.contesta ? no_contesta : por_ficheros ? 1 : 0) << f.nombre;
+        toma_preguntas();
+    }
+}
+
+TEST(borrado_arbol, un_fichero_que_se_va_entretanto_se_informa_con_su_sitio) {
+    const directorio_temporal d;
+    d.fichero("t\\sub\\a.txt");
+    // Somebody else is quicker with the first file.
+    const sustituye<decltype(lumodir::sistema.DeleteFileW)> mas_rapido(
+        lumodir::sistema.DeleteFileW, [](LPCWSTR ruta) -> BOOL {
+            ::DeleteFileW(ruta);
+            ::SetLastError(ERROR_FILE_NOT_FOUND);
+            return FALSE;
+        });
+    for (const char* final : {"", "\\"}) {
+        d.fichero("t\\sub\\a.txt");
+        const std::string raiz = d.ruta("t") + final;
+        EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_UNICODE(w(raiz).c_str()), 1);
+        const std::string ruta = d.ruta("t\\sub\\a.txt");
+        ESPERA_AVISOS("Cannot delete the file '" + ruta + "' (it does not exist)");
+        const auto informes = toma_informes();
+        ASSERT_EQ(informes.size(), 1u);
+        EXPECT_EQ(informes[0].expresion, "CR_existe");
+        EXPECT_EQ(informes[0].detalle, ruta + "\n" + raiz + "\\sub\\a.txt");
+        d.directorio("t");
+    }
+}
+
+TEST(borrado_arbol, la_bandera_detiene_entre_entradas) {
+    const directorio_temporal d;
+    siembra(d);
+    unsigned short sigue = 0;
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(d.ruta_w("t").c_str(), &sigue), 0);
+    EXPECT_TRUE(d.existe("t\\a.txt")) << "stopped before the first entry";
+    EXPECT_TRUE(d.existe("t\\vacio"));
+
+    static unsigned short* bandera;
+    static int quedan;
+    bandera = &sigue;
+    const sustituye<decltype(lumodir::sistema.DeleteFileW)> cuenta(lumodir::sistema.DeleteFileW,
+                                                                   [](LPCWSTR ruta) -> BOOL {
+                                                                       if (--quedan == 0) {
+                                                                           *bandera = 0;
+                                                                       }
+                                                                       return ::DeleteFileW(ruta);
+                                                                   });
+    for (int n = 1; n <= 5; ++n) {
+        const directorio_temporal otro;
+        for (const char* fichero : {"t\\a", "t\\b", "t\\s\\c", "t\\s\\u\\d", "t\\v\\e"}) {
+            otro.fichero(fichero);
+        }
+        sigue = 1;
+        quedan = n;
+        EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(otro.ruta_w("t").c_str(), &sigue), 0) << n;
+        std::size_t ficheros = 0;
+        for (const std::string& e : otro.arbol()) {
+            ficheros += e.back() != '\\' ? 1 : 0;
+        }
+        EXPECT_EQ(ficheros, 5u - static_cast<unsigned>(n));
+        EXPECT_TRUE(otro.existe("t")) << n;
+        quedan = -1;
+    }
+}
+
+TEST(borrado_arbol, otra_bandera_que_uno_deja_los_directorios) {
+    const directorio_temporal d;
+    siembra(d);
+    unsigned short sigue = 2;
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(d.ruta_w("t").c_str(), &sigue), 2);
+    EXPECT_EQ(d.arbol(), (lista{"fuera.txt", "t\\", "t\\sub\\", "t\\sub\\hondo\\", "t\\vacio\\"}));
+}
+
+TEST(borrado_arbol, sin_bandera_no_se_borra_nada) {
+    const directorio_temporal d;
+    siembra(d);
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(d.ruta_w("t").c_str(), nullptr), 0);
+    ESPERA_INFORMES("cotinuar != NULL");
+    EXPECT_TRUE(d.existe("t\\a.txt"));
+}
+
+TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
+    for (const forma& f : formas) {
+        const directorio_temporal d;
+        d.fichero("valioso\\no tocar.txt");
+        d.fichero("t\\f.txt");
+        if (!crea_enlace_unix(d, "t/enlace", "valioso")) {
+            GTEST_SKIP() << "no Unix side here to make a link with";
+        }
+        ASSERT_EQ(d.atributos("t\\enlace") & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY),
+                  DWORD{FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY});
+        buclrein_establece_politica(0, 0);
+        f.borra(d.ruta("t"));
+        EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre;
+        EXPECT_FALSE(d.existe("t\\f.txt")) << f.nombre;
+        // As the root itself it is not entered either.
+        f.borra(d.ruta("t\\enlace"));
+        EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre;
+        toma_preguntas();
+        toma_esperas();
+        borra_enlace_unix(d, "t/enlace");
+    }
+}
+
+TEST(borrado_arbol, basta_que_la_entrada_o_el_directorio_abierto_diga_que_es_un_enlace) {
+    static DWORD marca;
+    static DWORD bits;
+    static bool en_la_entrada;
+    const sustituye<decltype(lumodir::sistema.FindNextFileW)> entrada(
+        lumodir::sistema.FindNextFileW, [](HANDLE h, LPWIN32_FIND_DATAW datos) -> BOOL {
+            const BOOL bien = ::FindNextFileW(h, datos);
+            if (bien && en_la_entrada && lumodir::vista_w(datos->cFileName) == L"sub") {
+                datos->dwFileAttributes |= bits;
+                datos->dwReserved0 = marca;
+            }
+            return bien;
+        });
+    const sustituye<decltype(lumodir::sistema.GetFileInformationByHandleEx)> abierto(
+        lumodir::sistema.GetFileInformationByHandleEx,
+        [](HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, LPVOID datos, DWORD tamanyo) -> BOOL {
+            const BOOL bien = ::GetFileInformationByHandleEx(h, clase, datos, tamanyo);
+            wchar_t nombre[1024] = {};
+            ::GetFinalPathNameByHandleW(h, nombre, 1023, 0);
+            if (bien && !en_la_entrada && lumodir::acaba_en(lumodir::vista_w(nombre), L"\\sub")) {
+                auto* info = static_cast<FILE_ATTRIBUTE_TAG_INFO*>(datos);
+                info->FileAttributes |= bits;
+                info->ReparseTag = marca;
+            }
+            return bien;
+        });
+    struct fila {
+        DWORD atributos;
+        DWORD marca;
+        bool se_entra;
+    };
+    const fila filas[] = {
+        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .marca = IO_REPARSE_TAG_SYMLINK, .se_entra = false},
+        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .marca = IO_REPARSE_TAG_MOUNT_POINT, .se_entra = false},
+        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .marca = 0, .se_entra = false},
+        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .marca = 0x9000001A, .se_entra = true},  // cloud storage
+        {.atributos = 0, .marca = IO_REPARSE_TAG_SYMLINK, .se_entra = true},  // the tag means nothing without the bit
+    };
+    buclrein_establece_politica(0, 0);
+    for (const fila& caso : filas) {
+        for (const bool por_entrada : {true, false}) {
+            for (const forma& f : formas) {
+                if (!f.recursiva) {
+                    continue;
+                }
+                const directorio_temporal d;
+                d.fichero("t\\sub\\f.txt");
+                bits = caso.atributos;
+                marca = caso.marca;
+                en_la_entrada = por_entrada;
+                f.borra(d.ruta("t"));
+                EXPECT_EQ(d.existe("t\\sub\\f.txt"), !caso.se_entra)
+                    << f.nombre << " tag " << caso.marca << (por_entrada ? " in the entry" : " of the directory");
+                bits = marca = 0;
+                toma_preguntas();
+                toma_esperas();
+            }
+        }
+    }
+}
+
+TEST(borrado_arbol, lo_que_no_se_puede_abrir_para_mirarlo_no_se_recorre) {
+    const directorio_temporal d;
+    d.fichero("t\\f.txt");
+    buclrein_establece_politica(0, 0);
+    for (const char* llamada : {"CreateFileW", "GetFileInformationByHandleEx", "GetFileAttributesW"}) {
+        for (const forma& f : formas) {
+            fallos libro;
+            libro.falla_siempre(llamada, ERROR_ACCESS_DENIED);
+            f.borra(d.ruta("t"));
+            EXPECT_TRUE(d.existe("t\\f.txt")) << f.nombre;
+            EXPECT_EQ(libro.cuenta("FindFirstFileExW"), 0u) << f.nombre;
+            EXPECT_EQ(libro.manijas_abiertas(), 0u) << f.nombre;
+        }
+    }
+    toma_informes();
+    toma_avisos();
+    toma_preguntas();
+    toma_esperas();
+}
+
+TEST(borrado_arbol, cada_directorio_se_lee_una_vez_y_cada_fichero_cuesta_una_llamada) {
+    const directorio_temporal d;
+    for (int i = 0; i < 20; ++i) {
+        d.fichero("t\\" + std::to_string(i % 4) + "\\f" + std::to_string(i));
+    }
+    for (const bool estricto : {true, false}) {
+        fallos libro;
+        if (estricto) {
+            cdir_borra_contenido_directorio_UNICODE(d.ruta_w("t").c_str());
+        } else {
+            cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
+        }
+        EXPECT_EQ(libro.cuenta("FindFirstFileExW"), 5u);
+        EXPECT_EQ(libro.cuenta("DeleteFileW"), 20u);
+        EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), estricto ? 4u : 5u);
+        EXPECT_EQ(libro.cuenta("GetFileAttributesW"), 1u) << "of the root alone";
+        EXPECT_EQ(libro.cuenta("SetFileAttributesW"), 0u);
+        for (int i = 0; estricto && i < 20; ++i) {
+            d.fichero("t\\" + std::to_string(i % 4) + "\\f" + std::to_string(i));
+        }
+    }
+    EXPECT_EQ(d.arbol(), lista{});
+}
+
+namespace {
+
+struct borrado_en_hilo {
+    const wchar_t* ruta;
+    unsigned short respuesta;
+};
+DWORD WINAPI borra_en_hilo(void* dato) {
+    auto* encargo = static_cast<borrado_en_hilo*>(dato);
+    encargo->respuesta = cdir_borra_directorio_y_subdirectorios_UNICODE(encargo->ruta);
+    return 0;
+}
+
+}  // namespace
+
+TEST(borrado_arbol, quinientos_niveles_no_gastan_pila) {
+    const directorio_temporal d;
+    std::string hondo = "t";
+    for (int i = 0; i < 500; ++i) {
+        hondo += "\\n" + std::to_string(1000 + i);
+    }
+    ASSERT_GT(hondo.size(), 3'000u);  // the Unix side of Wine ends at 4,096 bytes
+    d.fichero(hondo + "\\f.txt");
+    const texto_w ruta = d.ruta_w("t");
+    borrado_en_hilo encargo = {ruta.c_str(), 9};
+    constexpr SIZE_T pila_bytes = 128 * 1024;
+    const HANDLE hilo = ::CreateThread(nullptr, pila_bytes, borra_en_hilo, &encargo,
+                                       STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
+    ASSERT_NE(hilo, nullptr);
+    ::WaitForSingleObject(hilo, INFINITE);
+    ::CloseHandle(hilo);
+    EXPECT_EQ(encargo.respuesta, 1);
+    EXPECT_EQ(d.arbol(), lista{});
+}
+
+TEST(borrado_arbol, las_pasadas_esperan_entre_20_y_500_ms_20_veces) {
+    const directorio_temporal d;
+    const std::string ruta = d.fichero("t\\sub\\abierto.txt");
+    d.fichero("t\\libre.txt");
+    otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+    static unsigned siguiente;
+    siguiente = 0;
+    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar,
+                                                  []() noexcept -> unsigned { return siguiente++; });
+    cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
+    ESPERA_INFORMES("se_han_borrado_todos_los_ficheros_loc == CIERTO");
+    const std::vector<unsigned long> tabla = {50, 75, 100, 150, 200, 300, 400, 500};
+    std::vector<unsigned long> esperadas;
+    for (std::size_t i = 0; i < 20; ++i) {
+        esperadas.push_back(tabla[i % 8]);
+    }
+    EXPECT_EQ(toma_esperas(), esperadas) << "a pause follows the last pass too";
+    EXPECT_EQ(d.arbol(), (lista{"t\\", "t\\sub\\", "t\\sub\\abierto.txt"}));
+
+    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(d.ruta_w("t").c_str()), 0)
+        << "no report, but the answer";
+    EXPECT_EQ(toma_esperas().size(), 20u);
+    lumodir_establece_modo_servicio_sin_reintentos();
+    cdir_borra_contenido_directorio_reintentando_u(d.ruta_w("t\\sub").c_str());
+    ESPERA_INFORMES("se_han_borrado_todos_los_ficheros_loc == CIERTO");
+    EXPECT_EQ(toma_esperas().size(), 20u) << "service mode leaves the passes as they are";
+    otro.suelta();
+}
+
+TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
+    const directorio_temporal d;
+    const std::string ruta = d.fichero("t\\sub\\abierto.txt");
+    otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    unsigned pausas = 0;
+    al_dormir([&](unsigned long) {
+        if (++pausas == 4) {
+            otro.suelta();
+        }
+    });
+    cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
+    EXPECT_EQ(toma_esperas(), std::vector<unsigned long>(4, 50));
+    EXPECT_EQ(d.arbol(), lista{});
+}
+
+TEST(borrado_arbol, el_azar_de_las_pausas_llega_a_las_ocho) {
+    unsigned vistas = 0;
+    for (int i = 0; i < 2'000 && vistas != 0xFF; ++i) {
+        vistas |= 1u << lumodir::numero_al_azar() % 8;
+    }
+    EXPECT_EQ(vistas, 0xFFu);
+}
+
+TEST(borrado_arbol, si_es_posible_contesta_por_los_ficheros_aunque_el_directorio_quede) {
+    const directorio_temporal d;
+    siembra(d);
+    fallos libro;
+    libro.falla_siempre("RemoveDirectoryW", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(d.ruta_w("t").c_str()), 1);
+    EXPECT_TRUE(d.existe("t\\sub\\hondo"));
+    EXPECT_EQ(toma_esperas().size(), 0u);
+}
+
+TEST(borrado_arbol, si_se_puede_nombra_los_ficheros_que_quedan) {
+    const directorio_temporal d;
+    siembra(d);
+    const std::string ruta = d.ruta("t\\sub\\\u00f1.txt");
+    otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+    ArrCADENA_u* quedan = arr_CreaCADENA_u(0);
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(d.ruta_w("t").c_str(), quedan), 0);
+    ASSERT_EQ(arr_NumElemsCADENA_u(quedan), 1u);
+    EXPECT_EQ(u8(arr_GetCADENA_u(quedan, 0)), ruta);
+    EXPECT_EQ(d.arbol(), (lista{"fuera.txt", "t\\", "t\\sub\\", "t\\sub\\\u00f1.txt"}));
+    otro.suelta();
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(d.ruta_w("t").c_str(), quedan), 1);
+    EXPECT_EQ(arr_NumElemsCADENA_u(quedan), 1u) << "the list is the caller's: nothing is taken out of it";
+    arr_DestruyeCADENA_u(&quedan);
+    EXPECT_EQ(toma_esperas().size(), 0u) << "one pass, no pause";
+}
+
+namespace {
+
+const papel papel_borra_arbol("borra_arbol", [] {
+    hijo_listo();
+    const texto_w ruta = hijo_dato();
+    lumodir_establece_modo_servicio_sin_reintentos();
+    return cdir_borra_contenido_directorio_si_es_posible_reintentando_u(ruta.c_str()) == 1 ? 0 : 1;
+});
+
+}  // namespace
+
+TEST(borrado_arbol, dos_procesos_a_la_vez_acaban_bien_los_dos) {
+    const directorio_temporal d;
+    for (int i = 0; i < 300; ++i) {
+        d.fichero("t\\" + std::to_string(i % 20) + "\\f" + std::to_string(i));
+    }
+    al_dormir([](unsigned long) { ::Sleep(5); });
+    proceso_hijo otro("borra_arbol", d.ruta_w("t"));
+    ASSERT_TRUE(otro.espera_listo());
+    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(d.ruta_w("t").c_str()), 1);
+    EXPECT_EQ(otro.espera_fin(), 0u);
+    // Whoever came last to a directory that the other was still reading may have had to leave it.
+    cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
+    EXPECT_EQ(d.arbol(), lista{});
+    toma_esperas();
+}
+
+TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_pierde_memoria) {
+    const directorio_temporal d;
+    buclrein_establece_politica(1, 0);
+    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    for (const forma& f : formas) {
+        const std::string nombre = f.nombre;
+        if (nombre != "cdir_borra_directorio_y_subdirectorios_UNICODE" &&
+            nombre != "cdir_borra_directorio_y_subdirectorios_reintentando_u" &&
+            nombre != "cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE") {
+            continue;  // the others are these three ways with other arguments
+        }
+        con_cada_fallo(
+            [&] {
+                d.limpia();
+                d.fichero("t\\a", "x", FILE_ATTRIBUTE_READONLY);
+                d.fichero("t\\s\\b");
+                d.fichero("fuera.txt");
+            },
+            [&] { f.borra(d.ruta("t")); },
+            [&](const ronda& r) {
+                EXPECT_EQ(d.contenido("fuera.txt"), "contenido") << f.nombre << " " << r;
+                if (r.limpia && f.recursiva) {
+                    EXPECT_EQ(d.existe("t"), !f.quita_raiz) << f.nombre;
+                }
+                toma_informes();
+                toma_avisos();
+                toma_preguntas();
+                toma_esperas();
+            });
+    }
+}

@@ -1,0 +1,108 @@
+// Deleting what a search pattern finds.
+#include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
+#include "cdir.h"
+
+using namespace apoyo;
+
+namespace {
+
+using lista = std::vector<std::string>;
+
+struct fila {
+    std::string filtro;  // below the directory
+    lista queda;
+    bool se_informa = false;
+};
+
+const fila filas[] = {
+    {.filtro = "*.tmp", .queda = {"b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
+    {.filtro = "*.*", .queda = {"protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp"}},
+    {.filtro = "*", .queda = {"protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp"}},
+    {.filtro = "a.*", .queda = {"b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
+    {.filtro = "b.txt", .queda = {"a.tmp", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
+    {.filtro = "\u00f1 f.txt", .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp"}},
+    // Other wildcards are reported and carried out all the same.
+    {.filtro = "b*.txt",
+     .queda = {"a.tmp", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"},
+     .se_informa = true},
+    {.filtro = "?.t?p",
+     .queda = {"b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"},
+     .se_informa = true},
+    // Nothing matches for the system; the enumerator's looser rules must not delete in its place.
+    {.filtro = "*~",
+     .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"},
+     .se_informa = true},
+    {.filtro = "b", .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
+    {.filtro = "*.zip",
+     .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
+    {.filtro = "no\\*.*",
+     .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
+};
+
+}  // namespace
+
+TEST(borrado_filtro, solo_se_borra_lo_que_encuentra_el_sistema) {
+    for (const fila& caso : filas) {
+        for (const bool ancha : {true, false}) {
+            const directorio_temporal d;
+            d.fichero("a.tmp");
+            d.fichero("b.txt");
+            d.fichero("\u00f1 f.txt");
+            d.fichero("protegido.tmp", "x", FILE_ATTRIBUTE_READONLY);
+            d.fichero("sub.tmp\\c.tmp");
+            const std::string filtro = d.ruta(caso.filtro);
+            if (ancha) {
+                cdir_delete_ficheros_UNICODE(w(filtro).c_str());
+            } else {
+                cdir_delete_ficheros(cp1252(filtro).c_str());
+            }
+            EXPECT_EQ(d.arbol(), caso.queda) << caso.filtro << (ancha ? " wide" : " 8-bit");
+            const auto informes = toma_informes();
+            ASSERT_EQ(informes.size(), caso.se_informa ? 1u : 0u) << caso.filtro;
+            if (caso.se_informa) {
+                EXPECT_EQ(informes[0].expresion, "path_correcto == CIERTO");
+                EXPECT_EQ(informes[0].detalle, filtro);
+            }
+        }
+    }
+}
+
+TEST(borrado_filtro, cada_fichero_tiene_un_intento_y_los_fallos_se_callan) {
+    const directorio_temporal d;
+    d.fichero("a.tmp");
+    d.fichero("b.tmp");
+    fallos libro;
+    libro.falla_siempre("DeleteFileW", ERROR_SHARING_VIOLATION, 1);
+    cdir_delete_ficheros_UNICODE(d.ruta_w("*.tmp").c_str());
+    EXPECT_EQ(libro.cuenta("DeleteFileW"), 2u);
+    EXPECT_EQ(d.arbol().size(), 1u);
+    EXPECT_EQ(toma_esperas().size(), 0u);
+}
+
+TEST(borrado_filtro, un_filtro_nulo_se_informa) {
+    cdir_delete_ficheros_UNICODE(nullptr);
+    cdir_delete_ficheros(nullptr);
+    EXPECT_EQ(toma_expresiones().size(), 2u);
+}
+
+TEST(borrado_filtro, rutas_largas) {
+    const directorio_temporal d;
+    const std::string larga = std::string(130, 'a') + "\\" + std::string(130, 'b');
+    d.fichero(larga + "\\x.tmp");
+    d.fichero(larga + "\\x.txt");
+    cdir_delete_ficheros_UNICODE(d.ruta_w(larga + "\\*.tmp").c_str());
+    EXPECT_FALSE(d.existe(larga + "\\x.tmp"));
+    EXPECT_TRUE(d.existe(larga + "\\x.txt"));
+}
+
+TEST(borrado_filtro, con_cualquier_llamada_fallando_no_se_borra_de_mas) {
+    const directorio_temporal d;
+    con_cada_fallo([&] { d.fichero("a.tmp"); d.fichero("b.txt"); },
+                   [&] { cdir_delete_ficheros_UNICODE(d.ruta_w("*.tmp").c_str()); },
+                   [&](const ronda& r) {
+                       EXPECT_TRUE(d.existe("b.txt")) << r;
+                       EXPECT_TRUE(!r.limpia || !d.existe("a.tmp"));
+                       toma_informes();
+                   });
+}

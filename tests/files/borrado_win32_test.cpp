@@ -1,0 +1,453 @@
+// Deleting one file, removing one directory: real ones, held open by another process, and under faults.
+#include "files/borrado.hpp"
+
+#include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
+#include "apoyo/otro_proceso.hpp"
+#include "cdir.h"
+#include "companions/buclrein.h"
+#include "companions/plataforma.hpp"
+#include "lumodir.h"
+
+using namespace apoyo;
+
+namespace {
+
+using lista = std::vector<std::string>;
+
+constexpr unsigned short no_contesta = 7;
+
+std::string texto_de_codigo(DWORD codigo) {
+    return u8(lumodir::plataforma::texto_de_codigo_de_error(codigo).ver());
+}
+
+const std::string sugerencia =
+    "It may be that it is being used by another application or you do not have sufficient privileges to write to "
+    "this directory.";
+
+std::string mensaje_fichero(const std::string& ruta, const std::string& extra = sugerencia) {
+    return "Cannot delete the file '" + ruta + "'\n" + extra;
+}
+
+// A way of deleting a file. Its answer is 1, 0 or `no_contesta`.
+struct forma {
+    const char* nombre;
+    bool ancha;
+    bool exige;     // a missing file is reported
+    bool insiste;   // retries, and clears the read-only mark
+    bool pregunta;  // asks the user in the end
+    bool contesta;
+    std::function<unsigned short(const std::string&)> borra;
+};
+
+const forma formas[] = {
+    {"cdir_borra_fichero_UNICODE", true, true, true, true, true,
+     [](const std::string& r) { return cdir_borra_fichero_UNICODE(w(r).c_str()); }},
+    {"cdir_borra_fichero", false, true, true, true, false,
+     [](const std::string& r) {
+         cdir_borra_fichero(cp1252(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_fichero_con_mensaje_extra_UNICODE", true, true, true, true, true,
+     [](const std::string& r) { return cdir_borra_fichero_con_mensaje_extra_UNICODE(w(r).c_str(), nullptr); }},
+    {"cdir_borra_fichero_con_mensaje_extra", false, true, true, true, false,
+     [](const std::string& r) {
+         cdir_borra_fichero_con_mensaje_extra(cp1252(r).c_str(), nullptr);
+         return no_contesta;
+     }},
+    {"cdir_borra_fichero_si_existe_UNICODE", true, false, true, true, true,
+     [](const std::string& r) { return cdir_borra_fichero_si_existe_UNICODE(w(r).c_str()); }},
+    {"cdir_borra_fichero_si_existe", false, false, true, true, false,
+     [](const std::string& r) {
+         cdir_borra_fichero_si_existe(cp1252(r).c_str());
+         return no_contesta;
+     }},
+    {"lumodir_borra_fichero_si_existe_UNICODE", true, false, true, false, true,
+     [](const std::string& r) -> unsigned short {
+         unsigned short error = 9;
+         lumodir_borra_fichero_si_existe_UNICODE(w(r).c_str(), &error);
+         EXPECT_LE(error, 1);
+         return error == 0;
+     }},
+    {"lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE", true, false, true, false, true,
+     [](const std::string& r) -> unsigned short {
+         unsigned short error = 9;
+         lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(w(r).c_str(), L"extra", &error);
+         EXPECT_LE(error, 1);
+         return error == 0;
+     }},
+    {"cdir_borra_fichero_con_comprobacion_UNICODE", true, false, false, false, true,
+     [](const std::string& r) { return cdir_borra_fichero_con_comprobacion_UNICODE(w(r).c_str()); }},
+    {"cdir_borra_fichero_con_comprobacion", false, false, false, false, true,
+     [](const std::string& r) { return cdir_borra_fichero_con_comprobacion(cp1252(r).c_str()); }},
+};
+
+void espera_respuesta(const forma& f, unsigned short respuesta, unsigned short esperada) {
+    EXPECT_EQ(respuesta, f.contesta ? esperada : no_contesta) << f.nombre;
+}
+
+// A way of removing a directory.
+struct forma_directorio {
+    const char* nombre;
+    bool exige;
+    bool pregunta;
+    bool contesta;
+    std::function<unsigned short(const std::string&)> borra;
+};
+
+const forma_directorio formas_directorio[] = {
+    {"cdir_borra_directorio_UNICODE", true, true, true,
+     [](const std::string& r) { return cdir_borra_directorio_UNICODE(w(r).c_str()); }},
+    {"cdir_borra_directorio", true, true, false,
+     [](const std::string& r) {
+         cdir_borra_directorio(cp1252(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_directorio_si_existe_UNICODE", false, true, true,
+     [](const std::string& r) { return cdir_borra_directorio_si_existe_UNICODE(w(r).c_str()); }},
+    {"cdir_borra_directorio_si_existe", false, true, false,
+     [](const std::string& r) {
+         cdir_borra_directorio_si_existe(cp1252(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_se_borra_directorio", false, false, true,
+     [](const std::string& r) { return cdir_se_borra_directorio(w(r).c_str()); }},
+};
+
+std::vector<std::string> g_fichero_abierto;
+unsigned short anota_fichero_abierto(const wchar_t* ruta) {
+    g_fichero_abierto.push_back(u8(ruta));
+    return 0;
+}
+
+// The host's callback, for the life of one test.
+class con_aviso_de_fichero_abierto {
+public:
+    con_aviso_de_fichero_abierto() {
+        g_fichero_abierto.clear();
+        lumodir_set_func_comprobar_fichero_no_esta_abierto(anota_fichero_abierto);
+    }
+    ~con_aviso_de_fichero_abierto() { lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr); }
+};
+
+}  // namespace
+
+TEST(borrado, un_fichero_corriente_cuesta_una_llamada_al_sistema) {
+    const directorio_temporal d;
+    for (const forma& f : formas) {
+        const std::string ruta = d.fichero("\u00f1 fichero.txt");
+        fallos libro;
+        espera_respuesta(f, f.borra(ruta), 1);
+        EXPECT_EQ(libro.llamadas(), 1u) << f.nombre;
+        EXPECT_EQ(libro.cuenta("DeleteFileW"), 1u) << f.nombre;
+        EXPECT_FALSE(d.existe("\u00f1 fichero.txt")) << f.nombre;
+    }
+}
+
+TEST(borrado, el_fichero_de_solo_lectura_se_desprotege_antes) {
+    const directorio_temporal d;
+    for (const forma& f : formas) {
+        const std::string ruta = d.fichero("f.txt", "x", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+        espera_respuesta(f, f.borra(ruta), f.insiste ? 1 : 0);
+        EXPECT_EQ(d.existe("f.txt"), !f.insiste) << f.nombre;
+        if (!f.insiste) {
+            EXPECT_TRUE(d.es_de_solo_lectura("f.txt")) << f.nombre << " changes no attribute";
+        }
+        d.borra("f.txt");
+    }
+    EXPECT_EQ(toma_esperas().size(), 0u);
+}
+
+TEST(borrado, un_fichero_que_falta_es_exito_salvo_para_quien_lo_exige) {
+    const directorio_temporal d;
+    for (const forma& f : formas) {
+        for (const char* relativa : {"falta.txt", "falta\\falta.txt"}) {
+            const std::string ruta = d.ruta(relativa);
+            espera_respuesta(f, f.borra(ruta), f.exige || !f.insiste ? 0 : 1);
+            if (f.exige) {
+                EXPECT_EQ(toma_avisos(), lista{"Cannot delete the file '" + ruta + "' (it does not exist)"});
+                const auto informes = toma_informes();
+                ASSERT_EQ(informes.size(), 1u) << f.nombre;
+                EXPECT_EQ(informes[0].expresion, "CR_existe");
+                EXPECT_EQ(informes[0].detalle, ruta);
+                EXPECT_EQ(informes[0].etiqueta, "lumodir (LUMODIR.DLL)");
+            }
+        }
+    }
+}
+
+TEST(borrado, lo_que_falta_se_calla_en_modo_servicio_pero_se_informa) {
+    const directorio_temporal d;
+    lumodir_establece_modo_servicio_sin_reintentos();
+    EXPECT_EQ(cdir_borra_fichero_UNICODE(d.ruta_w("falta").c_str()), 0);
+    EXPECT_EQ(cdir_borra_directorio_UNICODE(d.ruta_w("falta").c_str()), 0);
+    ESPERA_INFORMES("CR_existe", "CR_existe");
+}
+
+TEST(borrado, un_fichero_en_manos_de_otro_se_reintenta_y_se_pregunta) {
+    const directorio_temporal d;
+    const std::string ruta = d.fichero("abierto.txt");
+    otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+    for (const forma& f : formas) {
+        const con_aviso_de_fichero_abierto aviso;
+        espera_respuesta(f, f.borra(ruta), 0);
+        EXPECT_TRUE(d.existe("abierto.txt")) << f.nombre;
+        EXPECT_EQ(toma_esperas(), std::vector<unsigned long>(f.insiste ? 5 : 0, 100)) << f.nombre;
+        EXPECT_EQ(g_fichero_abierto, f.insiste ? lista{ruta} : lista{}) << f.nombre;
+        const auto preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), f.pregunta ? 1u : 0u) << f.nombre;
+        if (f.pregunta) {
+            EXPECT_EQ(preguntas[0].mensaje,
+                      mensaje_fichero(ruta) + "\n" + texto_de_codigo(ERROR_SHARING_VIOLATION));
+            EXPECT_EQ(preguntas[0].codigo, static_cast<unsigned long>(ERROR_SHARING_VIOLATION));
+        }
+    }
+    otro.suelta();
+}
+
+TEST(borrado, el_texto_extra_sustituye_a_la_sugerencia) {
+    const directorio_temporal d;
+    const std::string ruta = d.fichero("abierto.txt");
+    otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+    buclrein_establece_politica(0, 100);
+    EXPECT_EQ(cdir_borra_fichero_con_mensaje_extra_UNICODE(w(ruta).c_str(), w("100% \u00f1").c_str()), 0);
+    cdir_borra_fichero_con_mensaje_extra(cp1252(ruta).c_str(), cp1252("100% \u00f1").c_str());
+    const auto preguntas = toma_preguntas();
+    ASSERT_EQ(preguntas.size(), 2u);
+    for (const pregunta& p : preguntas) {
+        EXPECT_EQ(p.mensaje, mensaje_fichero(ruta, "100% \u00f1") + "\n" + texto_de_codigo(ERROR_SHARING_VIOLATION));
+    }
+    otro.suelta();
+}
+
+TEST(borrado, el_fichero_que_se_suelta_a_tiempo_se_borra_sin_pregunta) {
+    const directorio_temporal d;
+    for (const forma& f : formas) {
+        if (!f.insiste) {
+            continue;
+        }
+        const con_aviso_de_fichero_abierto aviso;
+        const std::string ruta = d.fichero("abierto.txt");
+        otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+        unsigned pausas = 0;
+        al_dormir([&](unsigned long) {
+            if (++pausas == 3) {
+                otro.suelta();
+            }
+        });
+        espera_respuesta(f, f.borra(ruta), 1);
+        EXPECT_FALSE(d.existe("abierto.txt")) << f.nombre;
+        EXPECT_EQ(pausas, 3u) << f.nombre;
+        EXPECT_EQ(g_fichero_abierto, lista{ruta}) << f.nombre;
+        al_dormir(nullptr);
+    }
+    toma_esperas();
+}
+
+TEST(borrado, quien_contesta_otra_vez_consigue_un_intento_mas_sin_espera) {
+    const directorio_temporal d;
+    const std::string ruta = d.fichero("abierto.txt");
+    otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+    unsigned veces = 0;
+    contesta([&](const pregunta&) -> unsigned short { return ++veces < 3 ? 1 : 0; });
+    fallos libro;
+    EXPECT_EQ(cdir_borra_fichero_UNICODE(w(ruta).c_str()), 0);
+    EXPECT_EQ(toma_preguntas().size(), 3u);
+    EXPECT_EQ(toma_esperas().size(), 5u);
+    EXPECT_EQ(libro.cuenta("DeleteFileW"), 1u + 5u + 2u);
+    contesta([&](const pregunta&) -> unsigned short {
+        otro.suelta();
+        return 1;
+    });
+    EXPECT_EQ(cdir_borra_fichero_UNICODE(w(ruta).c_str()), 1);
+    EXPECT_EQ(toma_preguntas().size(), 1u);
+    EXPECT_FALSE(d.existe("abierto.txt"));
+    toma_esperas();
+}
+
+TEST(borrado, el_aviso_de_fichero_abierto_calla_cuando_no_toca) {
+    const directorio_temporal d;
+    const con_aviso_de_fichero_abierto aviso;
+    EXPECT_EQ(cdir_borra_fichero_UNICODE(w(d.fichero("libre.txt")).c_str()), 1);
+    EXPECT_EQ(g_fichero_abierto, lista{}) << "the first attempt succeeded";
+    const std::string ruta = d.fichero("abierto.txt");
+    otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+    buclrein_establece_politica(0, 100);
+    unsigned short error = 9;
+    lumodir_borra_fichero_si_existe_UNICODE(w(ruta).c_str(), &error);
+    EXPECT_EQ(error, 1);
+    EXPECT_EQ(g_fichero_abierto, lista{}) << "this loop is not going to retry";
+    lumodir_establece_modo_servicio_sin_reintentos();
+    EXPECT_EQ(cdir_borra_fichero_UNICODE(w(ruta).c_str()), 0);
+    EXPECT_EQ(g_fichero_abierto, lista{}) << "service mode";
+    EXPECT_EQ(toma_esperas().size(), 0u);
+    otro.suelta();
+}
+
+TEST(borrado, en_modo_servicio_hay_un_intento_y_ninguna_pregunta) {
+    const directorio_temporal d;
+    const std::string ruta = d.fichero("abierto.txt");
+    otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
+    lumodir_establece_modo_servicio_sin_reintentos();
+    for (const forma& f : formas) {
+        fallos libro;
+        espera_respuesta(f, f.borra(ruta), 0);
+        EXPECT_EQ(libro.cuenta("DeleteFileW"), 1u) << f.nombre;
+    }
+    EXPECT_EQ(toma_esperas().size(), 0u);
+    otro.suelta();
+}
+
+TEST(borrado, un_directorio_no_se_borra_como_fichero) {
+    const directorio_temporal d;
+    const std::string ruta = d.directorio("d");
+    buclrein_establece_politica(1, 50);
+    for (const forma& f : formas) {
+        espera_respuesta(f, f.borra(ruta), 0);
+        EXPECT_TRUE(d.es_directorio("d")) << f.nombre;
+        EXPECT_EQ(toma_preguntas().size(), f.pregunta ? 1u : 0u) << f.nombre;
+    }
+    EXPECT_EQ(toma_esperas().size(), 8u);
+}
+
+TEST(borrado, rutas_largas_y_de_cualquier_escritura) {
+    const directorio_temporal d;
+    const std::string larga =
+        std::string(120, 'a') + "\\" + std::string(120, 'b') + "\\\u4e2d\u6587 \U0001F600.txt";
+    EXPECT_EQ(cdir_borra_fichero_UNICODE(w(d.fichero(larga)).c_str()), 1);
+    EXPECT_FALSE(d.existe(larga));
+    const std::string hondo = std::string(120, 'a') + "\\" + std::string(120, 'b');
+    EXPECT_EQ(cdir_borra_directorio_UNICODE(d.ruta_w(hondo).c_str()), 1);
+    EXPECT_FALSE(d.existe(hondo));
+}
+
+TEST(borrado, los_argumentos_nulos_se_informan_y_se_sobreviven) {
+    unsigned short error = 9;
+    EXPECT_EQ(cdir_borra_fichero_UNICODE(nullptr), 0);
+    cdir_borra_fichero(nullptr);
+    EXPECT_EQ(cdir_borra_fichero_con_mensaje_extra_UNICODE(nullptr, nullptr), 0);
+    cdir_borra_fichero_con_mensaje_extra(nullptr, nullptr);
+    EXPECT_EQ(cdir_borra_fichero_si_existe_UNICODE(nullptr), 0);
+    cdir_borra_fichero_si_existe(nullptr);
+    lumodir_borra_fichero_si_existe_UNICODE(nullptr, &error);
+    EXPECT_EQ(error, 1);
+    EXPECT_EQ(cdir_borra_fichero_con_comprobacion_UNICODE(nullptr), 0);
+    EXPECT_EQ(cdir_borra_fichero_con_comprobacion(nullptr), 0);
+    EXPECT_EQ(toma_expresiones(), lista(9, "(nombre) != NULL"));
+    EXPECT_EQ(cdir_borra_directorio_UNICODE(nullptr), 0);
+    cdir_borra_directorio(nullptr);
+    EXPECT_EQ(cdir_borra_directorio_si_existe_UNICODE(nullptr), 0);
+    cdir_borra_directorio_si_existe(nullptr);
+    EXPECT_EQ(cdir_se_borra_directorio(nullptr), 0);
+    EXPECT_EQ(toma_expresiones(), lista(5, "(nombre_directorio) != NULL"));
+}
+
+TEST(borrado, sin_donde_guardar_el_error_el_fichero_se_borra_igual) {
+    const directorio_temporal d;
+    lumodir_borra_fichero_si_existe_UNICODE(w(d.fichero("a.txt")).c_str(), nullptr);
+    lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(w(d.fichero("b.txt")).c_str(), L"extra", nullptr);
+    ESPERA_INFORMES("(hay_error) != NULL", "(hay_error) != NULL");
+    EXPECT_EQ(d.arbol(), lista{});
+}
+
+TEST(borrado, un_directorio_vacio_cuesta_una_llamada_al_sistema) {
+    const directorio_temporal d;
+    for (const forma_directorio& f : formas_directorio) {
+        const std::string ruta = d.directorio("\u00f1 dir");
+        fallos libro;
+        EXPECT_EQ(f.borra(ruta), f.contesta ? 1 : no_contesta) << f.nombre;
+        EXPECT_EQ(libro.llamadas(), 1u) << f.nombre;
+        EXPECT_FALSE(d.existe("\u00f1 dir")) << f.nombre;
+    }
+}
+
+TEST(borrado, un_directorio_que_falta) {
+    const directorio_temporal d;
+    const std::string ruta = d.ruta("falta");
+    for (const forma_directorio& f : formas_directorio) {
+        EXPECT_EQ(f.borra(ruta), f.contesta ? 0 : no_contesta) << f.nombre;
+        if (f.exige) {
+            ESPERA_AVISOS("Cannot delete the directory '" + ruta + "' (it does not exist)");
+            const auto informes = toma_informes();
+            ASSERT_EQ(informes.size(), 1u) << f.nombre;
+            EXPECT_EQ(informes[0].expresion, "CR_existe");
+            EXPECT_EQ(informes[0].detalle, ruta);
+        }
+    }
+    EXPECT_EQ(toma_esperas().size(), 0u);
+}
+
+TEST(borrado, un_directorio_con_algo_dentro_se_reintenta_y_se_pregunta) {
+    const directorio_temporal d;
+    d.fichero("d\\dentro.txt");
+    const std::string ruta = d.ruta("d");
+    for (const forma_directorio& f : formas_directorio) {
+        EXPECT_EQ(f.borra(ruta), f.contesta ? 0 : no_contesta) << f.nombre;
+        EXPECT_EQ(toma_esperas().size(), 5u) << f.nombre;
+        const auto preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), f.pregunta ? 1u : 0u) << f.nombre;
+        if (f.pregunta) {
+            EXPECT_EQ(preguntas[0].mensaje,
+                      "Unable to delete the directory '" + ruta + "'\n" + texto_de_codigo(ERROR_DIR_NOT_EMPTY));
+            EXPECT_EQ(preguntas[0].codigo, static_cast<unsigned long>(ERROR_DIR_NOT_EMPTY));
+        }
+        EXPECT_TRUE(d.existe("d\\dentro.txt"));
+    }
+}
+
+TEST(borrado, un_directorio_que_se_vacia_a_tiempo_se_borra) {
+    const directorio_temporal d;
+    for (const forma_directorio& f : formas_directorio) {
+        d.fichero("d\\dentro.txt");
+        al_dormir([&](unsigned long) { d.borra("d\\dentro.txt"); });
+        EXPECT_EQ(f.borra(d.ruta("d")), f.contesta ? 1 : no_contesta) << f.nombre;
+        EXPECT_FALSE(d.existe("d")) << f.nombre;
+        EXPECT_EQ(toma_esperas().size(), 1u) << f.nombre;
+    }
+}
+
+TEST(borrado, con_cualquier_llamada_fallando_la_respuesta_dice_la_verdad) {
+    const directorio_temporal d;
+    buclrein_establece_politica(2, 10);
+    for (const forma& f : formas) {
+        for (const DWORD atributos : {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_READONLY}}) {
+            unsigned short respuesta = 0;
+            con_cada_fallo([&] { d.borra("f.txt"); d.fichero("f.txt", "x", atributos); },
+                           [&] { respuesta = f.borra(d.ruta("f.txt")); },
+                           [&](const ronda& r) {
+                               // The system itself says that the file is gone: then it counts as deleted.
+                               const bool dado_por_borrado =
+                                   f.insiste && !r.limpia && (r.fallada == "DeleteFileW" || r.para_siempre) &&
+                                   (r.codigo == ERROR_FILE_NOT_FOUND || r.codigo == ERROR_PATH_NOT_FOUND);
+                               if (f.contesta && !dado_por_borrado) {
+                                   EXPECT_EQ(respuesta == 1, !d.existe("f.txt")) << f.nombre << " " << r;
+                               }
+                               if (r.limpia && f.insiste) {
+                                   EXPECT_FALSE(d.existe("f.txt")) << f.nombre;
+                               }
+                               toma_informes();
+                               toma_avisos();
+                               toma_preguntas();
+                               toma_esperas();
+                           });
+        }
+    }
+}
+
+TEST(borrado, con_cualquier_llamada_fallando_el_directorio_dice_la_verdad) {
+    const directorio_temporal d;
+    buclrein_establece_politica(2, 10);
+    for (const forma_directorio& f : formas_directorio) {
+        unsigned short respuesta = 0;
+        con_cada_fallo([&] { d.borra("d"); d.directorio("d"); }, [&] { respuesta = f.borra(d.ruta("d")); },
+                       [&](const ronda& r) {
+                           if (f.contesta) {
+                               EXPECT_EQ(respuesta == 1, !d.existe("d")) << f.nombre << " " << r;
+                           }
+                           toma_informes();
+                           toma_avisos();
+                           toma_preguntas();
+                           toma_esperas();
+                       });
+    }
+}

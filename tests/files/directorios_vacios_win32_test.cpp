@@ -1,0 +1,153 @@
+// Removing a directory and its ancestors while they are empty.
+#include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
+#include "lumodir.h"
+
+using namespace apoyo;
+
+namespace {
+
+using lista = std::vector<std::string>;
+
+const std::string no_es_principio =
+    "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO";
+const std::string mas_corto = "widestr_longitud(dir) > widestr_longitud(path_base)";
+
+void sube(bool ancha, const std::string& directorio, const std::string* base) {
+    if (ancha) {
+        lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(w(directorio).c_str(),
+                                                                  base == nullptr ? nullptr : w(*base).c_str());
+    } else {
+        lumodir_borra_directorios_de_path_si_estan_vacios(cp1252(directorio).c_str(),
+                                                          base == nullptr ? nullptr : cp1252(*base).c_str());
+    }
+}
+
+struct fila {
+    const char* nombre;
+    std::string directorio;  // below the temporary directory
+    std::string base;
+    lista queda;
+};
+
+const fila filas[] = {
+    {.nombre = "up to the base", .directorio = "a\\b\\c", .base = "a", .queda = {"a\\", "z"}},
+    {.nombre = "final separators do not matter", .directorio = "a\\b\\c\\", .base = "a\\", .queda = {"a\\", "z"}},
+    {.nombre = "nor only on one of the two", .directorio = "a\\b\\c", .base = "a\\", .queda = {"a\\", "z"}},
+    {.nombre = "nor does letter case", .directorio = "a\\b\\c", .base = "A", .queda = {"a\\", "z"}},
+    {.nombre = "the base itself stays", .directorio = "a", .base = "a\\", .queda = {"a\\", "a\\b\\", "a\\b\\c\\", "z"}},
+    {.nombre = "a missing level is passed over", .directorio = "a\\b\\c\\no\\tampoco", .base = "a", .queda = {"a\\", "z"}},
+};
+
+}  // namespace
+
+TEST(directorios_vacios, se_sube_hasta_la_base) {
+    for (const fila& caso : filas) {
+        for (const bool ancha : {true, false}) {
+            const directorio_temporal d;
+            d.directorio("a\\b\\c");
+            d.fichero("z");
+            const std::string base = d.ruta(caso.base);
+            sube(ancha, d.ruta(caso.directorio), &base);
+            EXPECT_EQ(d.arbol(), caso.queda) << caso.nombre;
+        }
+    }
+}
+
+TEST(directorios_vacios, lo_que_tiene_algo_dentro_detiene_la_subida) {
+    for (const char* algo : {"a\\b\\f.txt", "a\\b\\.oculto.txt", "a\\b\\otro\\"}) {
+        const directorio_temporal d;
+        d.directorio("a\\b\\c");
+        const std::string texto = algo;
+        if (texto.back() == '\\') {
+            d.directorio(texto.substr(0, texto.size() - 1));
+        } else {
+            d.fichero(texto);
+        }
+        const std::string base = d.ruta("a");
+        sube(true, d.ruta("a\\b\\c"), &base);
+        EXPECT_FALSE(d.existe("a\\b\\c")) << algo;
+        EXPECT_TRUE(d.existe("a\\b")) << algo;
+    }
+}
+
+TEST(directorios_vacios, un_directorio_con_punto_no_cuenta_pero_detiene_el_borrado) {
+    const directorio_temporal d;
+    d.directorio("a\\b\\.git");
+    const std::string base = d.ruta("a");
+    fallos libro;
+    sube(true, d.ruta("a\\b"), &base);
+    EXPECT_EQ(libro.rutas("RemoveDirectoryW"), lista{d.ruta("a\\b")}) << "tried, refused by the system, given up";
+    EXPECT_TRUE(d.existe("a\\b\\.git"));
+    EXPECT_EQ(toma_esperas().size(), 0u);
+}
+
+TEST(directorios_vacios, sin_base_se_para_en_la_unidad) {
+    const directorio_temporal d;
+    d.directorio("a\\b");
+    d.fichero("ancla.txt");
+    sube(true, d.ruta("a\\b"), nullptr);
+    EXPECT_EQ(d.arbol(), lista{"ancla.txt"});
+    // Nothing exists on the way up to the drive: nothing is removed and nothing said.
+    fallos libro;
+    sube(true, "Q:\\no\\hay\\nada", nullptr);
+    EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), 0u);
+    sube(false, "Q:", nullptr);
+    EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), 0u);
+}
+
+TEST(directorios_vacios, una_base_que_no_es_principio_se_informa_y_no_detiene) {
+    const directorio_temporal d;
+    d.directorio("a\\b\\c");
+    d.fichero("a\\b\\ancla.txt");
+    const std::string base = d.ruta("z");
+    sube(true, d.ruta("a\\b\\c"), &base);
+    ESPERA_INFORMES(no_es_principio);
+    EXPECT_EQ(d.arbol(), (lista{"a\\", "a\\b\\", "a\\b\\ancla.txt"}));
+}
+
+TEST(directorios_vacios, una_base_mas_larga_se_informa_y_no_se_sube) {
+    const directorio_temporal d;
+    d.directorio("a\\b");
+    const std::string base = d.ruta("a\\b\\c");
+    sube(true, d.ruta("a\\b"), &base);
+    ESPERA_INFORMES(no_es_principio, mas_corto);
+    EXPECT_TRUE(d.existe("a\\b"));
+}
+
+TEST(directorios_vacios, nulo_o_en_blanco_no_borra_nada) {
+    fallos libro;
+    lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(nullptr, nullptr);
+    lumodir_borra_directorios_de_path_si_estan_vacios(nullptr, nullptr);
+    ESPERA_INFORMES("(directorio) != NULL", "(directorio) != NULL");
+    for (const char* blanco : {"", "  "}) {
+        sube(true, blanco, nullptr);
+        ESPERA_INFORMES("widestr_longitud(directorio) > 0");
+    }
+    EXPECT_EQ(libro.llamadas(), 0u);
+}
+
+TEST(directorios_vacios, barras_hacia_delante_no_dan_vueltas_sin_fin) {
+    const directorio_temporal d;
+    d.directorio("a\\b");
+    std::string ruta = d.ruta("a/b/");
+    for (char& c : ruta) {
+        c = c == '\\' ? '/' : c;
+    }
+    const std::string base = ruta.substr(0, ruta.size() - 4);
+    sube(true, ruta, &base);
+    EXPECT_TRUE(d.existe("a"));
+    toma_informes();
+}
+
+TEST(directorios_vacios, la_base_no_se_borra_nunca_falle_lo_que_falle) {
+    const directorio_temporal d;
+    const std::string base = d.ruta("a");
+    con_cada_fallo([&] { d.directorio("a\\b\\c"); }, [&] { sube(true, d.ruta("a\\b\\c"), &base); },
+                   [&](const ronda& r) {
+                       EXPECT_TRUE(d.existe("a")) << r;
+                       EXPECT_TRUE(!r.limpia || !d.existe("a\\b"));
+                       toma_informes();
+                       EXPECT_EQ(toma_avisos(), lista{});
+                   });
+}
