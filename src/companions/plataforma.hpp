@@ -18,6 +18,10 @@ std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noe
 // look-alikes are never taken.
 std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexcept;
 
+// The code page of 8-bit text: the active one (0). Tests put another one here to see what a single-byte code page
+// cannot show.
+extern unsigned pagina_de_codigos;
+
 // Lower and upper case of 8-bit text by the active code page, in place, whatever the locale.
 void minusculas_ansi(char* texto, std::size_t longitud) noexcept;
 void mayusculas_ansi(char* texto, std::size_t longitud) noexcept;

@@ -80,19 +80,56 @@ void i_convierte_caja(char* texto, std::size_t longitud, char primera, DWORD caj
 void (*duerme_ms)(unsigned long) = i_duerme;
 void (*termina_proceso)() noexcept = i_termina;
 
+unsigned pagina_de_codigos = CP_ACP;
+
+namespace {
+
+bool i_es_utf8() noexcept {
+    return pagina_de_codigos == CP_UTF8 || (pagina_de_codigos == CP_ACP && ::GetACP() == CP_UTF8);
+}
+
+// Character by character: what is not valid becomes U+FFFD. Left to itself the system would put the code page's own
+// default there, a character like any other.
+std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
+    constexpr wchar_t sustituto = 0xFFFD;
+    std::size_t unidades = 0;
+    while (!texto.empty()) {
+        const bool doble =
+            texto.size() > 1 && ::IsDBCSLeadByteEx(pagina_de_codigos, static_cast<BYTE>(texto.front()));
+        wchar_t unidad[2];
+        int bytes = doble ? 2 : 1;
+        int largo = ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, texto.data(), bytes, unidad, 2);
+        if (largo <= 0) {
+            unidad[0] = sustituto;  // the byte behind a bad lead byte may be valid alone
+            largo = bytes = 1;
+        }
+        for (int i = 0; i < largo; ++i, ++unidades) {
+            if (unidades < sitio) {
+                destino[unidades] = unidad[i];
+            }
+        }
+        texto.remove_prefix(static_cast<std::size_t>(bytes));
+    }
+    return unidades;
+}
+
+}  // namespace
+
 std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
     const int longitud = i_longitud(texto.size());
     if (longitud == 0) {
         return 0;
     }
+    const DWORD opciones = i_es_utf8() ? 0 : MB_ERR_INVALID_CHARS;  // UTF-8 has U+FFFD by itself
+    int unidades = 0;
     if (sitio > 0) {
-        const int escritas =
-            ::MultiByteToWideChar(CP_ACP, 0, texto.data(), longitud, destino, i_longitud(sitio));
-        if (escritas > 0) {
-            return static_cast<std::size_t>(escritas);
-        }
+        unidades = ::MultiByteToWideChar(pagina_de_codigos, opciones, texto.data(), longitud, destino,
+                                         i_longitud(sitio));
     }
-    return static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, texto.data(), longitud, nullptr, 0));
+    if (unidades == 0) {
+        unidades = ::MultiByteToWideChar(pagina_de_codigos, opciones, texto.data(), longitud, nullptr, 0);
+    }
+    return unidades > 0 ? static_cast<std::size_t>(unidades) : i_a_utf16_con_sustitutos(texto, destino, sitio);
 }
 
 std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexcept {
@@ -101,16 +138,16 @@ std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexce
         return 0;
     }
     // UTF-8 as the active code page admits no flags.
-    const DWORD opciones = ::GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+    const DWORD opciones = i_es_utf8() ? 0 : WC_NO_BEST_FIT_CHARS;
     if (sitio > 0) {
-        const int escritos = ::WideCharToMultiByte(CP_ACP, opciones, texto.data(), longitud, destino,
+        const int escritos = ::WideCharToMultiByte(pagina_de_codigos, opciones, texto.data(), longitud, destino,
                                                    i_longitud(sitio), nullptr, nullptr);
         if (escritos > 0) {
             return static_cast<std::size_t>(escritos);
         }
     }
     return static_cast<std::size_t>(
-        ::WideCharToMultiByte(CP_ACP, opciones, texto.data(), longitud, nullptr, 0, nullptr, nullptr));
+        ::WideCharToMultiByte(pagina_de_codigos, opciones, texto.data(), longitud, nullptr, 0, nullptr, nullptr));
 }
 
 void minusculas_ansi(char* texto, std::size_t longitud) noexcept {

@@ -82,15 +82,32 @@ TEST(plataforma, ninguna_unidad_se_vuelve_un_caracter_de_ruta) {
     }
 }
 
+namespace {
+
+struct fila_invalida {
+    unsigned pagina;
+    const char* bytes;
+    const char* texto;
+};
+
+// Code page 932 (Japanese): two-byte characters, lead bytes from 0x81 on. Every byte of 1252 is valid.
+const fila_invalida filas_invalidas[] = {
+    {.pagina = 932, .bytes = "\x83\x65\x83\x58\x83\x67", .texto = "\u30C6\u30B9\u30C8"},
+    {.pagina = 932, .bytes = "\x83", .texto = "\uFFFD"},
+    {.pagina = 932, .bytes = "a\x83", .texto = "a\uFFFD"},
+    {.pagina = 932, .bytes = "\x83\\dir", .texto = "\u30BD" "dir"},  // 0x5C is the second half of a character here
+    {.pagina = 932, .bytes = "\x83\x20z\x83\x65", .texto = "\uFFFD z\u30C6"},  // what follows a bad lead byte stays
+    {.pagina = CP_UTF8, .bytes = "\xC3\xB1", .texto = "\u00F1"},
+    {.pagina = CP_UTF8, .bytes = "a\xC3", .texto = "a\uFFFD"},
+    {.pagina = CP_UTF8, .bytes = "\xF0\x9F\x98\x80", .texto = "\U0001F600"},
+};
+
+}  // namespace
+
 TEST(plataforma, bytes_que_no_valen_dan_el_caracter_de_sustitucion) {
-    if (::GetACP() == 1252) {
-        GTEST_SKIP() << "every byte is valid in the active code page 1252";
-    }
-    // Whatever the multi-byte code page, a lead byte alone is not a character.
-    for (unsigned b = 0x80; b < 0x100; ++b) {
-        if (::GetACP() == CP_UTF8 || ::IsDBCSLeadByte(static_cast<BYTE>(b))) {
-            EXPECT_EQ(u8(ancho(texto_a(1, static_cast<char>(b)))), "\uFFFD") << b;
-        }
+    for (const fila_invalida& caso : filas_invalidas) {
+        const sustituye<unsigned> pagina(plataforma::pagina_de_codigos, caso.pagina);
+        EXPECT_EQ(u8(ancho(caso.bytes)), caso.texto) << caso.pagina;
     }
 }
 
