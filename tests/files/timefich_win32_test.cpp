@@ -129,7 +129,7 @@ BOOL WINAPI atributos_fingidos(const wchar_t*, GET_FILEEX_INFO_LEVELS, void* dat
     }
     WIN32_FILE_ATTRIBUTE_DATA d = {};
     d.ftCreationTime = i_filetime(g_fecha_fingida - 7 * segundo);
-    d.ftLastAccessTime = i_filetime(g_fecha_fingida + 7 * segundo);
+    d.ftLastAccessTime = i_filetime(std::min(g_fecha_fingida, INT64_MAX - 7 * segundo) + 7 * segundo);
     d.ftLastWriteTime = i_filetime(g_fecha_fingida);
     *static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(datos) = d;
     return TRUE;

@@ -39,7 +39,8 @@ std::string encuentra(const char* modulo, unsigned short* resultado = nullptr) {
     for (unsigned long i = 0; i < arr_NumElemsPuntero(lista); ++i) {
         const auto* p = static_cast<const Taskproc*>(arr_GetPunteroConTipo(lista, i));
         texto += (i == 0 ? "" : "; ") + std::to_string(p->pid) + " " + u8(p->modulo) + "=" + u8(p->ruta);
-        EXPECT_EQ(taskproc_ruta_proceso(p), p->ruta) << "borrowed, not copied";
+        const wchar_t* const ruta = p->ruta;  // the record is packed: nothing may refer to its field
+        EXPECT_EQ(taskproc_ruta_proceso(p), ruta) << "borrowed, not copied";
     }
     destruye(&lista);
     return texto;
