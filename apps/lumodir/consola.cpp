@@ -1,0 +1,274 @@
+#include "consola.hpp"
+
+#include <cstdlib>
+
+#include "sistema_windows.hpp"
+#include "textos.hpp"
+
+namespace mando {
+
+namespace {
+
+constexpr size_t lleno = 8192;  // units gathered before a write that nobody has asked for
+
+unsigned short i_atributos(estilo como, unsigned short propios) {
+    constexpr unsigned short fondo = 0xF0;
+    const auto con = [&](unsigned color) { return static_cast<unsigned short>((propios & fondo) | color); };
+    switch (como) {
+        case estilo::titulo:
+            return static_cast<unsigned short>(propios | FOREGROUND_INTENSITY);
+        case estilo::bueno:
+            return con(FOREGROUND_GREEN);
+        case estilo::malo:
+            return con(FOREGROUND_RED | FOREGROUND_INTENSITY);
+        case estilo::aviso:
+            return con(FOREGROUND_RED | FOREGROUND_GREEN);
+        case estilo::tenue:
+            return con(FOREGROUND_BLUE | FOREGROUND_GREEN);
+        case estilo::normal:
+            break;
+    }
+    return propios;
+}
+
+// Control characters as the symbols that stand for them (U+2400 and on).
+std::wstring i_visible(std::wstring_view texto) {
+    std::wstring resultado(texto);
+    for (wchar_t& c : resultado) {
+        if (c < 0x20 && c != L'\n') {
+            c = static_cast<wchar_t>(0x2400 + c);
+        } else if (c == 0x7F) {
+            c = 0x2421;
+        } else if (c > 0x7F && c < 0xA0) {
+            c = 0xFFFD;
+        }
+    }
+    return resultado;
+}
+
+}  // namespace
+
+corriente::corriente(unsigned long cual)
+    : asa_(GetStdHandle(cual)), consola_(false), con_color_(false), atributos_(7) {
+    unsigned long modo = 0;
+    consola_ = asa_ && asa_ != INVALID_HANDLE_VALUE && GetConsoleMode(asa_, &modo);
+    CONSOLE_SCREEN_BUFFER_INFO pantalla;
+    if (consola_ && GetConsoleScreenBufferInfo(asa_, &pantalla)) {
+        atributos_ = pantalla.wAttributes;
+        con_color_ = std::getenv("NO_COLOR") == nullptr;
+    }
+}
+
+size_t corriente::columnas() const {
+    CONSOLE_SCREEN_BUFFER_INFO pantalla;
+    if (consola_ && GetConsoleScreenBufferInfo(asa_, &pantalla)) {
+        const int columnas = pantalla.srWindow.Right - pantalla.srWindow.Left + 1;
+        if (columnas >= 20) {
+            return static_cast<size_t>(columnas);
+        }
+    }
+    return 80;
+}
+
+void corriente::i_entrega(std::wstring_view texto) {
+    unsigned long hechas = 0;
+    if (consola_) {
+        // A console takes a limited number of characters at once.
+        for (; !texto.empty(); texto.remove_prefix(std::min(texto.size(), lleno))) {
+            WriteConsoleW(asa_, texto.data(), static_cast<unsigned long>(std::min(texto.size(), lleno)),
+                          &hechas, nullptr);
+        }
+        return;
+    }
+    const std::string bytes = a_utf8(texto);
+    for (size_t i = 0; i < bytes.size(); i += hechas) {
+        if (!WriteFile(asa_, bytes.data() + i, static_cast<unsigned long>(bytes.size() - i), &hechas,
+                       nullptr) ||
+            hechas == 0) {
+            return;  // nobody reads any more
+        }
+    }
+}
+
+void corriente::vacia() {
+    if (!pendiente_.empty()) {
+        std::wstring texto;
+        texto.swap(pendiente_);
+        i_entrega(texto);
+    }
+}
+
+void corriente::cierra() {
+    vacia();
+    if (queda_color_) {
+        // A Unix terminal under Wine learns of the colours with the next character only.
+        i_entrega(L" \r");
+    }
+}
+
+corriente& corriente::escribe(std::wstring_view texto, estilo como) {
+    const std::lock_guard turno(turno_de_consola());
+    progreso().borra();
+    if (this == &errores()) {
+        salida().vacia();
+    }
+    if (!consola_) {
+        pendiente_ += texto;
+    } else if (como == estilo::normal || !con_color_) {
+        pendiente_ += i_visible(texto);
+        queda_color_ = queda_color_ && texto.find_first_not_of(L" \n") == texto.npos;
+    } else {
+        vacia();
+        SetConsoleTextAttribute(asa_, i_atributos(como, atributos_));
+        i_entrega(i_visible(texto));
+        SetConsoleTextAttribute(asa_, atributos_);
+        queda_color_ = true;
+    }
+    if (pendiente_.size() >= lleno) {
+        vacia();
+    }
+    return *this;
+}
+
+corriente& corriente::escribe(std::string_view ascii, estilo como) {
+    return escribe(ancho_de(ascii), como);
+}
+
+corriente& corriente::linea(std::wstring_view texto, estilo como) {
+    const std::lock_guard turno(turno_de_consola());
+    if (!texto.empty()) {
+        escribe(texto, como);
+    }
+    escribe(L"\n");
+    if (this == &errores()) {
+        vacia();
+    }
+    return *this;
+}
+
+corriente& corriente::linea(std::string_view ascii, estilo como) {
+    return linea(ancho_de(ascii), como);
+}
+
+void corriente::mueve(std::wstring_view texto) {
+    vacia();
+    i_entrega(texto);
+}
+
+corriente& salida() {
+    static corriente unica(STD_OUTPUT_HANDLE);
+    return unica;
+}
+
+corriente& errores() {
+    static corriente unica(STD_ERROR_HANDLE);
+    return unica;
+}
+
+std::recursive_mutex& turno_de_consola() {
+    static std::recursive_mutex unico;
+    return unico;
+}
+
+linea_de_progreso& progreso() {
+    static linea_de_progreso unica;
+    return unica;
+}
+
+void linea_de_progreso::muestra(std::wstring_view texto) {
+    if (!errores().es_consola()) {
+        return;
+    }
+    const std::lock_guard turno(turno_de_consola());
+    salida().vacia();
+    const std::wstring cabe = abreviado(texto, errores().columnas() - 1);
+    const size_t columnas = columnas_de(cabe);
+    errores().mueve(L"\r" + i_visible(a_la_izquierda(cabe, ocupadas_)));
+    ocupadas_ = columnas;
+}
+
+void linea_de_progreso::borra() {
+    if (ocupadas_ > 0) {
+        errores().mueve(L"\r" + std::wstring(ocupadas_, L' ') + L"\r");
+        ocupadas_ = 0;
+    }
+}
+
+bool hay_quien_conteste() {
+    unsigned long modo = 0;
+    return errores().es_consola() && GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &modo);
+}
+
+namespace {
+
+std::optional<std::wstring> i_lee_de_consola(void* asa) {
+    wchar_t trozo[256];
+    std::wstring linea;
+    for (;;) {
+        unsigned long leidas = 0;
+        if (!ReadConsoleW(asa, trozo, static_cast<unsigned long>(std::size(trozo)), &leidas, nullptr) ||
+            leidas == 0) {
+            return std::nullopt;
+        }
+        linea.append(trozo, leidas);
+        if (linea.back() == L'\n') {
+            break;
+        }
+    }
+    linea.erase(linea.find_last_not_of(L"\r\n") + 1);
+    // Control-Z at the beginning of a line is the end of the input.
+    return !linea.empty() && linea[0] == 0x1A ? std::nullopt : std::optional(linea);
+}
+
+std::optional<std::wstring> i_lee_de_fichero(void* asa) {
+    static std::string leido;
+    static bool terminado = false;
+    size_t fin;
+    while ((fin = leido.find('\n')) == leido.npos && !terminado) {
+        char trozo[4096];
+        unsigned long bytes = 0;
+        terminado = !ReadFile(asa, trozo, sizeof trozo, &bytes, nullptr) || bytes == 0;
+        leido.append(trozo, bytes);
+    }
+    if (leido.empty()) {
+        return std::nullopt;
+    }
+    std::string linea = leido.substr(0, fin);
+    leido.erase(0, fin == leido.npos ? fin : fin + 1);
+    if (!linea.empty() && linea.back() == '\r') {
+        linea.pop_back();
+    }
+    return de_utf8(linea);
+}
+
+}  // namespace
+
+std::optional<std::wstring> lee_linea() {
+    void* asa = GetStdHandle(STD_INPUT_HANDLE);
+    unsigned long modo = 0;
+    if (asa == nullptr || asa == INVALID_HANDLE_VALUE) {
+        return std::nullopt;
+    }
+    return GetConsoleMode(asa, &modo) ? i_lee_de_consola(asa) : i_lee_de_fichero(asa);
+}
+
+std::vector<std::wstring> lee_lineas() {
+    std::vector<std::wstring> lineas;
+    while (std::optional<std::wstring> linea = lee_linea()) {
+        lineas.push_back(std::move(*linea));
+    }
+    return lineas;
+}
+
+bool pregunta(std::wstring_view texto) {
+    const std::lock_guard turno(turno_de_consola());
+    errores().escribe(texto, estilo::aviso).escribe(" [y/N] ").vacia();
+    const std::optional<std::wstring> respuesta = lee_linea();
+    if (!hay_quien_conteste()) {
+        errores().linea();  // nobody's Enter has ended the line
+    }
+    const std::wstring limpia = respuesta ? en_minusculas(sin_blancos(*respuesta)) : std::wstring();
+    return limpia == L"y" || limpia == L"yes";
+}
+
+}  // namespace mando

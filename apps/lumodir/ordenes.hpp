@@ -1,0 +1,95 @@
+// The table of subcommands: what each is called, takes and does, in words for a person and in a function.
+//
+// Everything that is said about a subcommand is said here once: the reading of the command line, the help and
+// the complaints about wrong usage all work from the same rows.
+#pragma once
+
+#include <map>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "json.hpp"
+
+namespace mando {
+
+// Exit codes, the same for every subcommand.
+enum codigo { hecho = 0, no = 1, mal_uso = 2 };
+
+struct peticion;
+
+struct opcion {
+    std::string_view nombre;  // without its dashes
+    std::string_view valor;   // what it takes, as the help names it; empty for a switch
+    std::string_view ayuda;
+};
+
+struct ejemplo {
+    std::string_view linea;  // after "lumodir "
+    std::string_view que_hace;
+};
+
+struct orden {
+    std::string_view nombre;  // one word, or two ("reg get")
+    std::string_view argumentos;
+    std::string_view resumen;
+    std::string_view detalle;  // whole lines of at most 78 columns
+    size_t minimo, maximo;     // arguments
+    std::span<const opcion> opciones;
+    std::span<const ejemplo> ejemplos;
+    int (*ejecuta)(peticion&);
+};
+
+struct grupo {
+    std::string_view titulo;
+    std::span<const orden> ordenes;
+};
+
+constexpr size_t cuantos_sean = static_cast<size_t>(-1);
+
+std::span<const grupo> grupos();
+const orden* busca_orden(std::wstring_view nombre);
+
+// One invocation.
+struct peticion {
+    const orden* cual = nullptr;
+    std::vector<std::wstring> argumentos;
+    std::map<std::string_view, std::wstring> opciones;
+    bool en_json = false;
+    bool si_a_todo = false;
+
+    bool tiene(std::string_view nombre) const { return opciones.contains(nombre); }
+    // The value of an option, NULL when it was not given: as the library takes what is not wanted.
+    const wchar_t* valor(std::string_view nombre) const;
+    unsigned long numero(std::string_view nombre, unsigned long si_falta, unsigned long maximo) const;
+    // The arguments, where a single "-" stands for the lines of standard input.
+    std::vector<std::wstring> argumentos_o_entrada() const;
+    // The directory argument, the current directory when there is none.
+    std::wstring directorio() const { return argumentos.empty() ? L"." : argumentos[0]; }
+};
+
+unsigned long a_numero(std::wstring_view texto, std::string_view que_es, unsigned long maximo);
+
+// What ends a subcommand early: a wrong command line (exit code 2), or something that is not so or could not
+// be done (exit code 1; with --json an object with the text in "error").
+struct uso_incorrecto {
+    std::wstring texto;
+};
+struct fallo {
+    std::wstring texto;
+};
+
+// Writes an answer for scripts.
+void escribe_json(const json& valor);
+
+// The groups, one per file.
+extern const std::span<const orden> ordenes_rutas;
+extern const std::span<const orden> ordenes_listados;
+extern const std::span<const orden> ordenes_ficheros;
+extern const std::span<const orden> ordenes_borrado;
+extern const std::span<const orden> ordenes_sistema;
+extern const std::span<const orden> ordenes_registro;
+
+}  // namespace mando

@@ -1,0 +1,128 @@
+// lumodir.exe: the library's services for a person at a terminal and for scripts. A host of lumodir.dll that
+// knows its public headers only.
+//
+// Promises: exit code 0 done or yes, 1 no, invalid, not found or not done, 2 wrong command line; with --json
+// standard output holds one JSON value, also when the answer is a failure; nothing else is written there.
+// Checked by tests/cli.
+#include <cstdio>
+#include <exception>
+
+#include "anfitrion.hpp"
+#include "ayuda.hpp"
+#include "companions/msglocal.h"
+#include "consola.hpp"
+#include "linea_de_ordenes.hpp"
+#include "sistema_windows.hpp"
+// After windows.h
+#include <shellapi.h>
+#include "textos.hpp"
+
+namespace mando {
+
+namespace {
+
+// The wide command line as it was given: the runtime's own arguments have lost what the code page lacks, and
+// may have had their wildcards expanded.
+std::vector<std::wstring> i_palabras() {
+    int cuantas = 0;
+    wchar_t** lista = CommandLineToArgvW(GetCommandLineW(), &cuantas);
+    std::vector<std::wstring> palabras(lista + (cuantas > 0 ? 1 : 0), lista + cuantas);
+    LocalFree(lista);
+    return palabras;
+}
+
+void i_queja(const std::wstring& texto) {
+    errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(texto));
+}
+
+int i_mal_uso(const uso_incorrecto& uso, const orden* cual) {
+    i_queja(uso.texto);
+    if (cual) {
+        errores().escribe("Usage: lumodir ").escribe(cual->nombre).escribe(" ").linea(cual->argumentos);
+        errores().escribe("Try 'lumodir ").escribe(cual->nombre).linea(" --help'.");
+    } else {
+        errores().linea("Try 'lumodir --help'.");
+    }
+    return mal_uso;
+}
+
+int i_fallo(const fallo& que, const peticion& p) {
+    if (p.en_json) {
+        json respuesta = json::objeto().pon("error", que.texto);
+        const std::vector<std::wstring> avisos = toma_avisos();
+        if (!avisos.empty()) {
+            respuesta.pon("messages", avisos);
+        }
+        escribe_json(respuesta);
+    } else {
+        i_queja(que.texto);
+    }
+    return no;
+}
+
+void i_elige_idioma(const std::wstring& nombre) {
+    const std::optional<unsigned long> ranura = busca_idioma(nombre);
+    if (!ranura) {
+        throw uso_incorrecto{L"unknown language '" + nombre + L"'; known are " + nombres_de_idiomas() +
+                             L", their English names, and numbers from 0 to 40"};
+    }
+    msglocal_establece_idioma(*ranura);
+}
+
+void i_comprueba_argumentos(const peticion& p) {
+    const orden& cual = *p.cual;
+    if (p.argumentos.size() < cual.minimo) {
+        throw uso_incorrecto{p.argumentos.empty() ? L"an argument is missing" : L"arguments are missing"};
+    }
+    if (p.argumentos.size() > cual.maximo) {
+        throw uso_incorrecto{L"one argument too many: '" + p.argumentos[cual.maximo] + L"'"};
+    }
+}
+
+int i_ejecuta(invocacion& leida) {
+    if (leida.ayuda || leida.version) {
+        leida.version                   ? di_version(salida())
+        : leida.que.cual                ? ayuda_de_orden(salida(), *leida.que.cual)
+        : !leida.grupo_a_medias.empty() ? ayuda_de_familia(salida(), leida.grupo_a_medias)
+                                        : ayuda_general(salida());
+        return hecho;
+    }
+    if (!leida.que.cual) {
+        leida.grupo_a_medias.empty() ? ayuda_general(errores())
+                                     : ayuda_de_familia(errores(), leida.grupo_a_medias);
+        return mal_uso;
+    }
+    instala_anfitrion(leida.verboso);
+    if (leida.idioma) {
+        i_elige_idioma(*leida.idioma);
+    }
+    i_comprueba_argumentos(leida.que);
+    return leida.que.cual->ejecuta(leida.que);
+}
+
+int i_principal() {
+    invocacion leida;
+    try {
+        lee_linea_de_ordenes(i_palabras(), leida);
+        return i_ejecuta(leida);
+    } catch (const uso_incorrecto& uso) {
+        return i_mal_uso(uso, leida.que.cual);
+    } catch (const fallo& que) {
+        return i_fallo(que, leida.que);
+    } catch (const std::exception& otra) {
+        i_queja(L"unexpected failure: " + de_utf8(otra.what()));
+        return no;
+    }
+}
+
+}  // namespace
+
+}  // namespace mando
+
+int main() {
+    const int codigo_de_salida = mando::i_principal();
+    mando::progreso().borra();
+    mando::salida().cierra();
+    mando::errores().cierra();
+    return codigo_de_salida;
+}

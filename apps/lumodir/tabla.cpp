@@ -1,0 +1,70 @@
+#include "tabla.hpp"
+
+#include <algorithm>
+#include <numeric>
+
+#include "textos.hpp"
+
+namespace mando {
+
+namespace {
+
+constexpr size_t separacion = 2;
+
+}  // namespace
+
+void tabla::pinta(corriente& donde) const {
+    std::vector<size_t> anchuras;
+    for (size_t i = 0; i < columnas_.size(); ++i) {
+        size_t ancho = columnas_de(columnas_[i].titulo);
+        for (const auto& fila : filas_) {
+            ancho = std::max(ancho, columnas_de(fila[i].texto));
+        }
+        anchuras.push_back(ancho);
+    }
+    const size_t total =
+        std::accumulate(anchuras.begin(), anchuras.end(), separacion * (anchuras.size() - 1));
+    for (size_t i = 0; donde.es_consola() && i < columnas_.size(); ++i) {
+        const size_t sobra = total + 1 > donde.columnas() ? total + 1 - donde.columnas() : 0;
+        if (columnas_[i].elastica && anchuras[i] > sobra + 10) {
+            anchuras[i] -= sobra;
+        }
+    }
+    const auto pinta_fila = [&](auto&& celda_de) {
+        for (size_t i = 0; i < columnas_.size(); ++i) {
+            const celda c = celda_de(i);
+            const std::wstring texto =
+                columnas_de(c.texto) > anchuras[i] ? abreviado(c.texto, anchuras[i]) : c.texto;
+            const bool ultima = i + 1 == columnas_.size();
+            donde.escribe(columnas_[i].a_la_derecha ? a_la_derecha(texto, anchuras[i])
+                          : ultima                  ? texto
+                                                    : a_la_izquierda(texto, anchuras[i]),
+                          c.como);
+            donde.escribe(ultima ? L"\n" : L"  ");
+        }
+    };
+    pinta_fila([&](size_t i) { return celda(columnas_[i].titulo, estilo::titulo); });
+    for (const auto& fila : filas_) {
+        pinta_fila([&](size_t i) { return fila[i]; });
+    }
+}
+
+void pinta_en_columnas(corriente& donde, const std::vector<std::wstring>& nombres, estilo como) {
+    size_t ancho = 1;
+    for (const std::wstring& nombre : nombres) {
+        ancho = std::max(ancho, columnas_de(nombre));
+    }
+    const size_t por_linea =
+        donde.es_consola() ? std::max<size_t>(1, donde.columnas() / (ancho + separacion)) : 1;
+    const size_t lineas = (nombres.size() + por_linea - 1) / por_linea;
+    for (size_t y = 0; y < lineas; ++y) {
+        std::wstring linea;
+        for (size_t i = y; i < nombres.size(); i += lineas) {
+            linea +=
+                i + lineas < nombres.size() ? a_la_izquierda(nombres[i], ancho + separacion) : nombres[i];
+        }
+        donde.linea(linea, como);
+    }
+}
+
+}  // namespace mando

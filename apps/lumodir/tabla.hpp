@@ -1,0 +1,42 @@
+// Tables aligned by display width, and names in columns.
+//
+// Promises: columns line up whatever the script of the cells; on a terminal the elastic column is abbreviated
+// so that no line wraps, while elsewhere every cell is written whole.
+// Checked by tests/cli.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "consola.hpp"
+
+namespace mando {
+
+struct columna {
+    std::wstring titulo;
+    bool a_la_derecha = false;
+    bool elastica = false;  // the one that gives way on a narrow terminal
+};
+
+struct celda {
+    std::wstring texto;
+    estilo como = estilo::normal;
+    celda(std::wstring que, estilo de_que_modo = estilo::normal) : texto(std::move(que)), como(de_que_modo) {}
+};
+
+class tabla {
+public:
+    explicit tabla(std::vector<columna> columnas) : columnas_(std::move(columnas)) {}
+    void fila(std::vector<celda> celdas) { filas_.push_back(std::move(celdas)); }
+    bool vacia() const { return filas_.empty(); }
+    void pinta(corriente& donde) const;
+
+private:
+    std::vector<columna> columnas_;
+    std::vector<std::vector<celda>> filas_;
+};
+
+// On a terminal as many columns as fit, downwards; elsewhere a name a line.
+void pinta_en_columnas(corriente& donde, const std::vector<std::wstring>& nombres, estilo como);
+
+}  // namespace mando

@@ -1,0 +1,45 @@
+// Text of the command: results of the library taken over, UTF-8 at the borders, widths for display.
+//
+// Inside the command text is UTF-16, as the library's; a lone surrogate, which file names may hold, is kept
+// and becomes U+FFFD only where UTF-8 leaves the program.
+// Checked by tests/cli.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "companions/arr.h"
+
+namespace mando {
+
+std::string a_utf8(std::wstring_view texto);
+std::wstring de_utf8(std::string_view texto);
+
+// ASCII literals of the program itself.
+std::wstring ancho_de(std::string_view ascii);
+
+// Takes a new string of the library over: copies it and frees it. NULL gives an empty text.
+std::wstring toma(wchar_t* texto);
+std::wstring toma(char* texto);  // from the active code page
+std::wstring de_pagina_activa(const char* texto);
+std::vector<std::wstring> toma(ArrCADENA_u* lista);
+
+// Columns that a text takes on a terminal: 2 for East Asian wide characters and emoji, 0 for combining ones.
+size_t columnas_de(std::wstring_view texto);
+std::wstring a_la_izquierda(std::wstring_view texto, size_t columnas);
+std::wstring a_la_derecha(std::wstring_view texto, size_t columnas);
+
+// A path made to fit a number of columns by the library's abbreviation, and cut with "..." when even that is
+// too long.
+std::wstring abreviado(std::wstring_view ruta, size_t columnas);
+
+std::wstring con_miles(unsigned long long numero);
+std::wstring plural(unsigned long long numero, std::string_view singular, std::string_view plural);
+std::wstring tamanyo_legible(unsigned long long bytes);
+
+std::wstring en_minusculas(std::wstring_view texto);  // A to Z
+bool iguales_sin_caja(std::wstring_view a, std::wstring_view b);
+std::wstring sin_blancos(std::wstring_view texto);
+
+}  // namespace mando

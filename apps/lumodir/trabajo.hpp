@@ -1,0 +1,22 @@
+// Long work with a progress line over it, and Ctrl-C as a wish to stop.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace mando {
+
+// Does the work, on a thread of its own when a person is looking at a terminal, where `texto` (given the
+// seconds gone by) is shown after the first moments and then a few times a second.
+void con_progreso(const std::function<void()>& trabajo, const std::function<std::wstring(unsigned)>& texto);
+
+// While this object lives Ctrl-C does not end the program but sets the flag to 0.
+class interruptor {
+public:
+    explicit interruptor(unsigned short& continuar);
+    ~interruptor();
+    interruptor(const interruptor&) = delete;
+    interruptor& operator=(const interruptor&) = delete;
+};
+
+}  // namespace mando

@@ -1,0 +1,411 @@
+#include "orden.hpp"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <thread>
+
+namespace cli {
+
+std::wstring w(const std::string& utf8) {
+    const int n = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+    std::wstring texto(static_cast<size_t>(n), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), texto.data(), n);
+    return texto;
+}
+
+std::string u8(const std::wstring& texto) {
+    const int de = static_cast<int>(texto.size());
+    const int n = WideCharToMultiByte(CP_UTF8, 0, texto.data(), de, nullptr, 0, nullptr, nullptr);
+    std::string utf8(static_cast<size_t>(n), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, texto.data(), de, utf8.data(), n, nullptr, nullptr);
+    return utf8;
+}
+
+namespace {
+
+std::wstring i_este_programa() {
+    std::wstring ruta(MAX_PATH, L'\0');
+    ruta.resize(GetModuleFileNameW(nullptr, ruta.data(), MAX_PATH));
+    return ruta;
+}
+
+// As the runtime of Windows takes command lines apart again.
+std::wstring i_entrecomilla(const std::wstring& argumento) {
+    if (!argumento.empty() && argumento.find_first_of(L" \t\"") == argumento.npos) {
+        return argumento;
+    }
+    std::wstring texto = L"\"";
+    size_t barras = 0;
+    for (const wchar_t c : argumento) {
+        if (c == L'\\') {
+            ++barras;
+            continue;
+        }
+        texto.append(c == L'"' ? barras * 2 + 1 : barras, L'\\');
+        texto += c;
+        barras = 0;
+    }
+    texto.append(barras * 2, L'\\');
+    return texto + L"\"";
+}
+
+std::string i_lee_todo(HANDLE asa) {
+    std::string todo;
+    char trozo[4096];
+    for (DWORD bytes = 0; ReadFile(asa, trozo, sizeof trozo, &bytes, nullptr) && bytes > 0;) {
+        todo.append(trozo, bytes);
+    }
+    return todo;
+}
+
+std::wstring i_largo(const std::string& ruta) {
+    return L"\\\\?\\" + w(ruta);
+}
+
+void i_borra_todo(const std::wstring& directorio) {
+    WIN32_FIND_DATAW e;
+    HANDLE busca = FindFirstFileW((directorio + L"\\*").c_str(), &e);
+    if (busca != INVALID_HANDLE_VALUE) {
+        do {
+            const std::wstring nombre = e.cFileName;
+            const std::wstring ruta = directorio + L"\\" + nombre;
+            if (nombre == L"." || nombre == L"..") {
+                continue;
+            }
+            if ((e.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) &&
+                !(e.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)) {
+                i_borra_todo(ruta);
+            } else if (e.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+                RemoveDirectoryW(ruta.c_str());
+            } else {
+                SetFileAttributesW(ruta.c_str(), FILE_ATTRIBUTE_NORMAL);
+                DeleteFileW(ruta.c_str());
+            }
+        } while (FindNextFileW(busca, &e));
+        FindClose(busca);
+    }
+    RemoveDirectoryW(directorio.c_str());
+}
+
+}  // namespace
+
+std::string este_programa() {
+    return u8(i_este_programa());
+}
+
+std::string ruta_de_lumodir() {
+    const std::wstring este = i_este_programa();
+    return u8(este.substr(0, este.find_last_of(L'\\')) + L"\\" LUMODIR_EXE);
+}
+
+struct proceso::tubos {
+    HANDLE asa = nullptr;
+    std::string salida, errores;
+    std::thread lee_salida, lee_errores, escribe_entrada;
+};
+
+proceso::proceso(const std::string& programa, const std::vector<std::string>& argumentos,
+                 const entorno& donde)
+    : tubos_(new tubos) {
+    std::wstring linea = i_entrecomilla(w(programa));
+    for (const std::string& a : argumentos) {
+        linea += L" " + i_entrecomilla(w(a));
+    }
+    SECURITY_ATTRIBUTES heredable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE entrada[2], salida[2], errores[2];
+    for (HANDLE* tubo : {entrada, salida, errores}) {
+        CreatePipe(&tubo[0], &tubo[1], &heredable, 0);
+    }
+    // The child's ends only are inherited.
+    SetHandleInformation(entrada[1], HANDLE_FLAG_INHERIT, 0);
+    SetHandleInformation(salida[0], HANDLE_FLAG_INHERIT, 0);
+    SetHandleInformation(errores[0], HANDLE_FLAG_INHERIT, 0);
+    STARTUPINFOW como{};
+    como.cb = sizeof como;
+    como.dwFlags = STARTF_USESTDHANDLES;
+    como.hStdInput = entrada[0];
+    como.hStdOutput = salida[1];
+    como.hStdError = errores[1];
+    for (const auto& [nombre, valor] : donde.variables) {
+        SetEnvironmentVariableW(w(nombre).c_str(), w(valor).c_str());
+    }
+    PROCESS_INFORMATION hijo{};
+    const std::wstring directorio = w(donde.directorio);
+    const BOOL creado =
+        CreateProcessW(nullptr, linea.data(), nullptr, nullptr, TRUE, DETACHED_PROCESS, nullptr,
+                       directorio.empty() ? nullptr : directorio.c_str(), &como, &hijo);
+    EXPECT_TRUE(creado) << u8(linea) << ": error " << GetLastError();
+    for (const auto& [nombre, valor] : donde.variables) {
+        SetEnvironmentVariableW(w(nombre).c_str(), nullptr);
+    }
+    CloseHandle(entrada[0]);
+    CloseHandle(salida[1]);
+    CloseHandle(errores[1]);
+    CloseHandle(hijo.hThread);
+    tubos_->asa = hijo.hProcess;
+    pid_ = hijo.dwProcessId;
+    const auto lee = [](HANDLE asa, std::string* destino) {
+        *destino = i_lee_todo(asa);
+        CloseHandle(asa);
+    };
+    tubos_->lee_salida = std::thread(lee, salida[0], &tubos_->salida);
+    tubos_->lee_errores = std::thread(lee, errores[0], &tubos_->errores);
+    tubos_->escribe_entrada = std::thread([asa = entrada[1], texto = donde.entrada] {
+        DWORD bytes = 0;
+        WriteFile(asa, texto.data(), static_cast<DWORD>(texto.size()), &bytes, nullptr);
+        CloseHandle(asa);
+    });
+}
+
+proceso::~proceso() {
+    espera();
+    CloseHandle(tubos_->asa);
+    delete tubos_;
+}
+
+resultado proceso::espera() {
+    for (std::thread* hilo : {&tubos_->escribe_entrada, &tubos_->lee_salida, &tubos_->lee_errores}) {
+        if (hilo->joinable()) {
+            hilo->join();
+        }
+    }
+    resultado r;
+    constexpr DWORD paciencia_ms = 60000;
+    DWORD codigo = 0;
+    EXPECT_EQ(WaitForSingleObject(tubos_->asa, paciencia_ms), WAIT_OBJECT_0) << "the process does not end";
+    GetExitCodeProcess(tubos_->asa, &codigo);
+    r.codigo = static_cast<int>(codigo);
+    r.salida = tubos_->salida;
+    r.errores = tubos_->errores;
+    return r;
+}
+
+resultado lumodir(const std::vector<std::string>& argumentos, const entorno& donde) {
+    std::vector<std::string> todos = {"--lang", "en"};
+    todos.insert(todos.end(), argumentos.begin(), argumentos.end());
+    return proceso(ruta_de_lumodir(), todos, donde).espera();
+}
+
+bool espera_a_que(unsigned long plazo_ms, const std::function<bool()>& cierto) {
+    const ULONGLONG fin = GetTickCount64() + plazo_ms;
+    while (!cierto()) {
+        if (GetTickCount64() > fin) {
+            return false;
+        }
+        Sleep(20);
+    }
+    return true;
+}
+
+directorio_de_prueba::directorio_de_prueba() {
+    static int numero = 0;
+    wchar_t temporal[MAX_PATH];
+    GetTempPathW(MAX_PATH, temporal);
+    std::wstring ruta;
+    do {
+        ruta =
+            temporal + (L"cli_" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++numero));
+    } while (!CreateDirectoryW(ruta.c_str(), nullptr));
+    wchar_t largo[MAX_PATH];
+    GetLongPathNameW(ruta.c_str(), largo, MAX_PATH);
+    ruta_ = u8(largo);
+}
+
+directorio_de_prueba::~directorio_de_prueba() {
+    i_borra_todo(i_largo(ruta_));
+}
+
+std::string directorio_de_prueba::pon(std::string texto) const {
+    for (size_t i = 0; (i = texto.find("$D", i)) != texto.npos; i += ruta_.size()) {
+        texto.replace(i, 2, ruta_);
+    }
+    return texto;
+}
+
+void directorio_de_prueba::crea_directorio(const std::string& relativa) const {
+    for (size_t i = 0; i != relativa.npos;) {
+        i = relativa.find('\\', i + 1);
+        CreateDirectoryW(i_largo(bajo(relativa.substr(0, i))).c_str(), nullptr);
+    }
+    EXPECT_TRUE(existe(bajo(relativa))) << relativa;
+}
+
+void directorio_de_prueba::crea_fichero(const std::string& relativa, const std::string& contenido) const {
+    const size_t barra = relativa.rfind('\\');
+    if (barra != relativa.npos) {
+        crea_directorio(relativa.substr(0, barra));
+    }
+    HANDLE asa =
+        CreateFileW(i_largo(bajo(relativa)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(asa, INVALID_HANDLE_VALUE) << relativa;
+    DWORD bytes = 0;
+    WriteFile(asa, contenido.data(), static_cast<DWORD>(contenido.size()), &bytes, nullptr);
+    CloseHandle(asa);
+}
+
+bool existe(const std::string& ruta) {
+    return GetFileAttributesW(i_largo(ruta).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool es_solo_lectura(const std::string& ruta) {
+    const DWORD atributos = GetFileAttributesW(i_largo(ruta).c_str());
+    return atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+void pon_solo_lectura(const std::string& ruta) {
+    EXPECT_TRUE(SetFileAttributesW(i_largo(ruta).c_str(), FILE_ATTRIBUTE_READONLY)) << ruta;
+}
+
+void comprueba(const fila& f, const directorio_de_prueba& d) {
+    std::vector<std::string> argumentos;
+    std::string linea = "lumodir";
+    bool en_json = false, despues_de_guiones = false;
+    for (const std::string& a : f.argumentos) {
+        argumentos.push_back(d.pon(a));
+        linea += " " + argumentos.back();
+        en_json = en_json || (a == "--json" && !despues_de_guiones);
+        despues_de_guiones = despues_de_guiones || a == "--";
+    }
+    const resultado r =
+        lumodir(argumentos, {.entrada = d.pon(f.entrada), .variables = {}, .directorio = d.ruta()});
+    std::string esperada = d.pon(f.salida);
+    if (en_json) {
+        // A path in JSON has its backslashes doubled.
+        esperada = f.salida;
+        std::string doble = d.ruta();
+        for (size_t i = 0; (i = doble.find('\\', i)) != doble.npos; i += 2) {
+            doble.insert(i, 1, '\\');
+        }
+        for (size_t i = 0; (i = esperada.find("$D", i)) != esperada.npos; i += doble.size()) {
+            esperada.replace(i, 2, doble);
+        }
+    }
+    EXPECT_EQ(r.codigo, f.codigo) << linea << "\n" << r.salida << r.errores;
+    EXPECT_EQ(en_json && r.codigo != 2 ? json_compacto(r.salida) : r.salida, esperada) << linea;
+    EXPECT_EQ(r.errores, d.pon(f.errores)) << linea;
+}
+
+// ---- JSON: a parser just strict enough to catch what scripts would choke on ----
+
+namespace {
+
+struct mal_json {
+    std::string que;
+};
+
+class analizador {
+public:
+    explicit analizador(const std::string& texto) : t_(texto) {}
+
+    std::string todo() {
+        const std::string compacto = i_valor();
+        i_blancos();
+        if (i_ != t_.size()) {
+            throw mal_json{"something after the value"};
+        }
+        return compacto;
+    }
+
+private:
+    void i_blancos() {
+        while (i_ < t_.size() && (t_[i_] == ' ' || t_[i_] == '\n')) {
+            ++i_;
+        }
+    }
+    char i_mira() {
+        i_blancos();
+        if (i_ == t_.size()) {
+            throw mal_json{"it ends early"};
+        }
+        return t_[i_];
+    }
+    void i_exige(char c) {
+        if (i_mira() != c) {
+            throw mal_json{std::string("no ") + c + " at " + std::to_string(i_)};
+        }
+        ++i_;
+    }
+
+    std::string i_texto() {
+        i_exige('"');
+        std::string texto = "\"";
+        for (;;) {
+            if (i_ == t_.size()) {
+                throw mal_json{"a text without an end"};
+            }
+            const char c = t_[i_++];
+            texto += c;
+            if (c == '"') {
+                return texto;
+            }
+            if (static_cast<unsigned char>(c) < 0x20) {
+                throw mal_json{"a control character in a text"};
+            }
+            if (c == '\\') {
+                const char escape = i_ < t_.size() ? t_[i_++] : '\0';
+                if (std::string("\"\\/bfnrtu").find(escape) == std::string::npos || escape == '\0') {
+                    throw mal_json{"an unknown escape"};
+                }
+                texto += escape;
+            }
+        }
+    }
+
+    std::string i_literal() {
+        const size_t desde = i_;
+        while (i_ < t_.size() &&
+               std::string("-+.0123456789abcdefghijklmnopqrstuvwxyzE").find(t_[i_]) != std::string::npos) {
+            ++i_;
+        }
+        const std::string literal = t_.substr(desde, i_ - desde);
+        const bool numero = !literal.empty() && literal.find_first_not_of("-0123456789") == literal.npos;
+        if (!numero && literal != "true" && literal != "false" && literal != "null") {
+            throw mal_json{"no value at " + std::to_string(desde)};
+        }
+        return literal;
+    }
+
+    std::string i_serie(char abre, char cierra) {
+        std::string compacta(1, abre);
+        i_exige(abre);
+        for (bool primero = true; i_mira() != cierra; primero = false) {
+            if (!primero) {
+                i_exige(',');
+                compacta += ',';
+            }
+            if (abre == '{') {
+                i_blancos();
+                compacta += i_texto();
+                i_exige(':');
+                compacta += ':';
+            }
+            compacta += i_valor();
+        }
+        i_exige(cierra);
+        return compacta + cierra;
+    }
+
+    std::string i_valor() {
+        const char c = i_mira();
+        return c == '{'   ? i_serie('{', '}')
+               : c == '[' ? i_serie('[', ']')
+               : c == '"' ? i_texto()
+                          : i_literal();
+    }
+
+    const std::string& t_;
+    size_t i_ = 0;
+};
+
+}  // namespace
+
+std::string json_compacto(const std::string& texto) {
+    try {
+        return analizador(texto).todo();
+    } catch (const mal_json& mal) {
+        return "not JSON: " + mal.que + "\n" + texto;
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,90 @@
+// Runs lumodir.exe as a person or a script does: a command line, standard input, and what comes back.
+//
+// Texts are UTF-8. In arguments and expectations "$D" stands for the test's own directory, which is new, and
+// deleted afterwards whatever it holds.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace cli {
+
+struct resultado {
+    int codigo = -1;
+    std::string salida;
+    std::string errores;
+};
+
+struct entorno {
+    std::string entrada;                                         // standard input
+    std::vector<std::pair<std::string, std::string>> variables;  // set for the child only
+    std::string directorio;                                      // current directory
+};
+
+// English messages unless the arguments choose another language.
+resultado lumodir(const std::vector<std::string>& argumentos, const entorno& donde = {});
+
+// A child that is still at work.
+class proceso {
+public:
+    proceso(const std::string& programa, const std::vector<std::string>& argumentos,
+            const entorno& donde = {});
+    ~proceso();
+    proceso(const proceso&) = delete;
+    proceso& operator=(const proceso&) = delete;
+    unsigned long pid() const { return pid_; }
+    resultado espera();
+
+private:
+    struct tubos;
+    tubos* tubos_;
+    unsigned long pid_ = 0;
+};
+
+// Asks again and again until the answer is yes or the time is up; answers which.
+bool espera_a_que(unsigned long plazo_ms, const std::function<bool()>& cierto);
+
+std::string ruta_de_lumodir();
+std::string este_programa();
+
+std::wstring w(const std::string& utf8);
+std::string u8(const std::wstring& texto);
+
+// The test's directory and what is put in it; paths of any length.
+class directorio_de_prueba {
+public:
+    directorio_de_prueba();
+    ~directorio_de_prueba();
+    const std::string& ruta() const { return ruta_; }
+    std::string bajo(const std::string& relativa) const { return ruta_ + "\\" + relativa; }
+    // "$D" replaced.
+    std::string pon(std::string texto) const;
+
+    void crea_directorio(const std::string& relativa) const;  // with its parents
+    void crea_fichero(const std::string& relativa, const std::string& contenido = {}) const;
+
+private:
+    std::string ruta_;
+};
+
+bool existe(const std::string& ruta);
+bool es_solo_lectura(const std::string& ruta);
+void pon_solo_lectura(const std::string& ruta);
+
+// A row of a table of command lines.
+struct fila {
+    std::vector<std::string> argumentos;
+    int codigo = 0;
+    std::string salida;   // whole; with --json in the arguments: as compact JSON
+    std::string errores;  // whole
+    std::string entrada;
+};
+
+// Runs a row and expects exactly what it says.
+void comprueba(const fila& f, const directorio_de_prueba& d);
+
+// JSON text without blanks; what is not JSON comes back as "not JSON: ...".
+std::string json_compacto(const std::string& texto);
+
+}  // namespace cli
