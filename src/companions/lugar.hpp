@@ -58,6 +58,7 @@ inline constexpr modulo modulos[] = {
     // listings
     {"dirwin", etiqueta_dirwin},
     {"fichsdir", etiqueta_fichsdir},
+    {"fichsdir_registros", etiqueta_fichsdir},
     {"listas_ficheros", etiqueta_lumodir},
     {"listas_arbol", etiqueta_lumodir},
     // files

@@ -42,4 +42,16 @@ bool i_filetime_de_segundos(long long segundos, FILETIME& fecha) noexcept;
 // the system's calendar does not reach stays in UTC.
 long long i_segundos_locales_desde_1970(const FILETIME& fecha_utc) noexcept;
 
+// The same for many dates in a row: asking the system for its time zone costs more than all the rest of a listing's
+// entry, so it is asked once.
+class conversor_de_fechas {
+public:
+    conversor_de_fechas() noexcept;
+    long long segundos_locales_desde_1970(const FILETIME& fecha_utc) const noexcept;
+
+private:
+    TIME_ZONE_INFORMATION zona_;
+    bool hay_zona_;
+};
+
 }  // namespace lumodir

@@ -17,6 +17,7 @@ tabla_sistema sistema = {
     ::FileTimeToSystemTime,
     ::SystemTimeToTzSpecificLocalTime,
     ::SystemTimeToFileTime,
+    ::GetTimeZoneInformation,
     ::DeleteFileW,
     ::CreateDirectoryW,
     ::RemoveDirectoryW,

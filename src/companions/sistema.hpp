@@ -31,6 +31,7 @@ struct tabla_sistema {
     decltype(&::FileTimeToSystemTime) FileTimeToSystemTime;
     decltype(&::SystemTimeToTzSpecificLocalTime) SystemTimeToTzSpecificLocalTime;
     decltype(&::SystemTimeToFileTime) SystemTimeToFileTime;
+    decltype(&::GetTimeZoneInformation) GetTimeZoneInformation;
     decltype(&::DeleteFileW) DeleteFileW;
     decltype(&::CreateDirectoryW) CreateDirectoryW;
     decltype(&::RemoveDirectoryW) RemoveDirectoryW;

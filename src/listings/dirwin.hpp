@@ -25,6 +25,12 @@ bool i_es_directorio(const E& entrada) noexcept {
     return (entrada.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+// The bare name; the system always ends it within its buffer.
+template <class E>
+auto i_nombre_de_entrada(const E& entrada) noexcept {
+    return a_vista(&entrada.cFileName[0]);
+}
+
 // Another name of some other place (junction, symbolic link), or perhaps one, because the system does not tell the
 // tag. Other reparse points, such as those of cloud storage, are ordinary.
 inline bool i_es_marca_de_enlace(DWORD atributos, DWORD marca) noexcept {

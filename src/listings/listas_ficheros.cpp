@@ -26,17 +26,6 @@ int i_compara_nombres(const C* a, const C* b) noexcept {
     }
 }
 
-// The name of an entry; the system always ends it within its buffer.
-template <class E>
-auto i_nombre(const E& entrada) noexcept {
-    return a_vista(&entrada.cFileName[0]);
-}
-
-template <class C>
-bool i_empieza_por_punto(vista<C> nombre) noexcept {
-    return !nombre.empty() && nombre.front() == C('.');
-}
-
 }  // namespace
 
 bool filtro_extension::i_admite_extension(vista_w nombre) const {
@@ -88,12 +77,12 @@ void i_lista_directorio(const C* patron, const filtro_extension& filtro, nombres
                         nombres_en_curso<C>* directorios, enlaces con_enlaces) {
     enumerador<C> entradas(patron);
     while (const entrada<C>* e = entradas.siguiente()) {
-        const vista<C> nombre = i_nombre(*e);
+        const vista<C> nombre = i_nombre_de_entrada(*e);
         if (!i_es_directorio(*e)) {
             if (ficheros != nullptr && filtro.admite(nombre)) {
                 ficheros->anade(nombre);
             }
-        } else if (directorios != nullptr && !i_empieza_por_punto(nombre) &&
+        } else if (directorios != nullptr && !empieza_por(nombre, LITERAL(C, ".")) &&
                    (con_enlaces == enlaces::tambien || !i_es_enlace_a_directorio(*e))) {
             directorios->anade(nombre);
         }
@@ -317,7 +306,7 @@ AcadOrdeU* lumodir_lista_de_fichero(const wchar_t* path_filtro, const ArrCADENA_
     encontrados->admite_repetidos = true;
     enumerador<wchar_t> entradas(path_filtro);
     while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
-        const vista_w nombre = i_nombre(*e);
+        const vista_w nombre = i_nombre_de_entrada(*e);
         if (!i_es_directorio(*e) &&
             (extensiones == nullptr || i_tiene_extension_de_la_lista(nombre, *extensiones))) {
             encontrados->textos.anade(cadena_w(nombre));
@@ -342,7 +331,9 @@ unsigned short lumodir_existenFicheros(const char* path) {
 unsigned short lumodir_existenSubdirectorios_UNICODE(const wchar_t* path) {
     return i_hay_entrada(
         path,
-        [](const WIN32_FIND_DATAW& e) { return i_es_directorio(e) && !i_empieza_por_punto(i_nombre(e)); },
+        [](const WIN32_FIND_DATAW& e) {
+            return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
+        },
         lugar::aqui());
 }
 

@@ -1,0 +1,266 @@
+// See fichsdir.hpp.
+#include "listings/fichsdir.hpp"
+
+#include <algorithm>
+
+#include "companions/acadorde.hpp"
+#include "companions/ordena.hpp"
+#include "companions/plataforma.hpp"
+#include "nomsfich.h"
+#include "paths/split_makepath.hpp"
+
+namespace lumodir {
+namespace {
+
+// The name in the flavour of the list that it goes into.
+template <class C>
+cadena<C> i_en_sabor(vista_w nombre) {
+    if constexpr (std::is_same_v<C, wchar_t>) {
+        return cadena_w(nombre);
+    } else {
+        return a_ansi(nombre);
+    }
+}
+
+// Takes the names of the entries that `sirve` chooses.
+template <class C, class Sirve>
+auto i_toma_nombres(arr_cadena<C>& lista, Sirve sirve) {
+    return [&lista, sirve](const WIN32_FIND_DATAW& e) {
+        if (sirve(e)) {
+            lista.anade(i_en_sabor<C>(i_nombre_de_entrada(e)));
+        }
+    };
+}
+
+bool i_es_fichero(const WIN32_FIND_DATAW& e) noexcept {
+    return !i_es_directorio(e);
+}
+
+bool i_es_punto_o_dos(vista_w nombre) noexcept {
+    return nombre == L"." || nombre == L"..";
+}
+
+bool i_es_directorio_sin_punto(const WIN32_FIND_DATAW& e) noexcept {
+    return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
+}
+
+bool i_es_directorio_a_la_vista(const WIN32_FIND_DATAW& e) noexcept {
+    return i_es_directorio_sin_punto(e) && (e.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) == 0;
+}
+
+bool i_es_directorio_con_punto(const WIN32_FIND_DATAW& e) noexcept {
+    return i_es_directorio(e) && !i_es_punto_o_dos(i_nombre_de_entrada(e));
+}
+
+void i_ordena(ArrCADENA& lista) {
+    arr_QSortCADENA(&lista, nullptr);
+}
+void i_ordena(ArrCADENA_u& lista) {
+    arr_QSortCADENA_u(&lista, nullptr);
+}
+
+template <class C, class Sirve>
+arr_cadena<C>* i_directorios(const wchar_t* directorio, const progreso_listado& progreso, Sirve sirve) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, sirve));
+    i_ordena(*lista);
+    return lista.suelta();
+}
+
+template <class C>
+arr_cadena<C>* i_nombres_ficheros(const wchar_t* directorio, const progreso_listado& progreso) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, i_es_fichero));
+    return lista.suelta();
+}
+
+// A NULL pattern is reported by the enumerator.
+template <class C, class Sirve>
+arr_cadena<C>* i_nombres_cumplen_filtro(const wchar_t* path_filtro, Sirve sirve) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre(path_filtro, {}, i_toma_nombres<C>(*lista, sirve));
+    return lista.suelta();
+}
+
+// ---- Extensions ----
+
+// The two parts of an 8-bit name as a file-name record has them, case aside: no blanks after the extension.
+struct partes_nombre {
+    vista_a base;
+    vista_a extension;
+};
+
+partes_nombre i_partes(vista_a nombre) noexcept {
+    const std::size_t punto = nombre.rfind('.');
+    return punto == vista_a::npos
+               ? partes_nombre{nombre, {}}
+               : partes_nombre{nombre.substr(0, punto), recorta_derecha(nombre.substr(punto + 1))};
+}
+
+// An extension as a record holds it, terminated, for the time of one comparison.
+class extension_de_registro {
+public:
+    explicit extension_de_registro(vista_a extension) noexcept {
+        const std::size_t longitud = std::min(extension.size(), max_bytes);
+        rasgos<char>::copy(texto_, extension.data(), longitud);
+        plataforma::minusculas_ansi(texto_, longitud);
+        texto_[longitud] = '\0';
+    }
+    const char* c_str() const noexcept { return texto_; }
+
+private:
+    static constexpr std::size_t max_bytes = 4 * MAX_PATH;  // a name in the widest of the code pages
+    char texto_[max_bytes + 1];
+};
+
+// Hands each file that has the extension, by its 8-bit name, to `toma(name, parts)`.
+template <class Toma>
+void i_recorre_con_extension(const char* directorio, const char* extension, Toma toma) {
+    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
+    if (!i_comprueba(extension != nullptr, "(extension) != NULL") || !hay_directorio) {
+        return;
+    }
+    i_recorre_directorio(utf16_temporal(directorio).c_str(), {}, [&](const WIN32_FIND_DATAW& e) {
+        if (i_es_directorio(e)) {
+            return;
+        }
+        cadena_a nombre = a_ansi(i_nombre_de_entrada(e));
+        const partes_nombre partes = i_partes(nombre);
+        if (nomsfich_misma_extension(extension_de_registro(partes.extension).c_str(), extension) == CIERTO) {
+            toma(nombre, partes);
+        }
+    });
+}
+
+// Sorts, and keeps one of each.
+void i_ordena_sin_repetidos(AcadOrde& conjunto) {
+    vector_interno<char*>& textos = conjunto.textos.textos;
+    ordena_estable(textos.data(), textos.size(),
+                   [](const char* a, const char* b) { return vista_a(a).compare(vista_a(b)); });
+    std::size_t num = 0;
+    for (std::size_t i = 0; i < textos.size(); ++i) {
+        if (num > 0 && vista_a(textos[num - 1]) == vista_a(textos[i])) {
+            i_libera(textos[i]);
+        } else {
+            textos[num++] = textos[i];
+        }
+    }
+    textos.acorta(num);
+}
+
+// Base names as a record has them, in lower case, and then in the case that is asked for.
+AcadOrde* i_nombres_base(const char* directorio, const char* extension, bool en_mayusculas) {
+    auto conjunto = objeto<AcadOrde>::crea();
+    i_recorre_con_extension(directorio, extension, [&](const cadena_a&, const partes_nombre& partes) {
+        cadena_a base(partes.base);
+        plataforma::minusculas_ansi(base.datos(), base.size());
+        if (en_mayusculas) {
+            plataforma::mayusculas_ansi(base.datos(), base.size());
+        }
+        conjunto->textos.anade(std::move(base));
+    });
+    i_ordena_sin_repetidos(*conjunto);
+    return conjunto.suelta();
+}
+
+// The extension of a UTF-16 name, without its point.
+vista_w i_extension_ancha(vista_w nombre) {
+    const vista_w extension = division<wchar_t>(recorta_derecha(nombre), false).extension;
+    return extension.substr(extension.empty() ? 0 : 1);
+}
+
+}  // namespace
+}  // namespace lumodir
+
+using namespace lumodir;
+
+ArrCADENA_u* fichsdir_directorios_u(const wchar_t* directorio) {
+    return i_directorios<wchar_t>(directorio, {}, i_es_directorio_sin_punto);
+}
+
+ArrCADENA* fichsdir_directorios(const char* directorio) {
+    return i_directorios<char>(utf16_temporal(directorio).c_str(), {}, i_es_directorio_sin_punto);
+}
+
+ArrCADENA* fichsdir_directorios_prog(const char* directorio, void* progreso, unsigned short* interrumpido,
+                                     FichsdirFncUsuarioCierraProgreso fncptr_prgs_usuario_cierra_progreso) {
+    return i_directorios<char>(utf16_temporal(directorio).c_str(),
+                               i_progreso(progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso),
+                               i_es_directorio_sin_punto);
+}
+
+ArrCADENA* fichsdir_directorios_sin_extension(const char* directorio) {
+    ArrCADENA* lista = fichsdir_directorios(directorio);
+    std::size_t num = 0;
+    for (std::size_t i = 0; i < lista->num(); ++i) {
+        std::swap(lista->textos[num], lista->textos[i]);
+        num += i_partes(lista->ver(num)).extension.empty() ? 1 : 0;
+    }
+    lista->reduce(num);
+    return lista;
+}
+
+ArrCADENA_u* fichsdir_directorios_sin_ocultos_u(const wchar_t* directorio) {
+    return i_directorios<wchar_t>(directorio, {}, i_es_directorio_a_la_vista);
+}
+
+ArrCADENA_u* fichsdir_directorios_incluyendo_empiezan_por_puntos_u(const wchar_t* directorio) {
+    return i_directorios<wchar_t>(directorio, {}, i_es_directorio_con_punto);
+}
+
+ArrCADENA_u* fichsdir_nombres_directorios_cumplen_filtro_u(const wchar_t* path_filtro) {
+    return i_nombres_cumplen_filtro<wchar_t>(path_filtro, i_es_directorio<WIN32_FIND_DATAW>);
+}
+
+ArrCADENA_u* fichsdir_nombres_ficheros_u(const wchar_t* directorio) {
+    return i_nombres_ficheros<wchar_t>(directorio, {});
+}
+
+ArrCADENA* fichsdir_nombres_ficheros(const char* directorio) {
+    return i_nombres_ficheros<char>(utf16_temporal(directorio).c_str(), {});
+}
+
+ArrCADENA* fichsdir_nombres_ficheros_prog(
+    const char* directorio, void* progreso, unsigned short* interrumpido,
+    FichsdirFncUsuarioCierraProgreso fncptr_prgs_usuario_cierra_progreso) {
+    return i_nombres_ficheros<char>(utf16_temporal(directorio).c_str(),
+                                    i_progreso(progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso));
+}
+
+ArrCADENA_u* fichsdir_nombres_ficheros_cumplen_filtro_u(const wchar_t* path_filtro) {
+    return i_nombres_cumplen_filtro<wchar_t>(path_filtro, i_es_fichero);
+}
+
+ArrCADENA* fichsdir_nombres_ficheros_cumplen_filtro(const wchar_t* path_filtro) {
+    return i_nombres_cumplen_filtro<char>(path_filtro, i_es_fichero);
+}
+
+ArrCADENA_u* fichsdir_nombres_ficheros_con_extension_u(const wchar_t* directorio, const wchar_t* extension) {
+    auto lista = objeto<ArrCADENA_u>::crea();
+    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
+    if (i_comprueba(extension != nullptr, "(extension) != NULL") && hay_directorio) {
+        const auto tiene_la_extension = [buscada = vista_w(extension)](const WIN32_FIND_DATAW& e) {
+            return !i_es_directorio(e) &&
+                   iguales_sin_caja(i_extension_ancha(i_nombre_de_entrada(e)), buscada);
+        };
+        i_recorre_directorio(directorio, {}, i_toma_nombres<wchar_t>(*lista, tiene_la_extension));
+    }
+    return lista.suelta();
+}
+
+ArrCADENA* fichsdir_nombres_ficheros_con_extension(const char* directorio, const char* extension) {
+    auto lista = objeto<ArrCADENA>::crea();
+    i_recorre_con_extension(directorio, extension,
+                            [&](cadena_a& nombre, const partes_nombre&) { lista->anade(std::move(nombre)); });
+    return lista.suelta();
+}
+
+AcadOrde* fichsdir_nombres_base_en_mayusculas_ficheros_con_extension(const char* directorio,
+                                                                     const char* extension) {
+    return i_nombres_base(directorio, extension, true);
+}
+
+AcadOrde* fichsdir_nombres_base_en_minusculas_ficheros_con_extension(const char* directorio,
+                                                                     const char* extension) {
+    return i_nombres_base(directorio, extension, false);
+}
