@@ -47,5 +47,6 @@ void bancos::registro() {
                                  ::RegCloseKey(abierta);
                              },
                              1.35}},
-                  .vueltas = 200});
+                  .vueltas = 25,
+                  .rondas = 200});  // short ones: a process of the system takes part
 }
