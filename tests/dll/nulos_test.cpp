@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <map>
 
@@ -31,13 +32,17 @@ LONG CALLBACK dice_donde(EXCEPTION_POINTERS* excepcion) {
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
-const std::wstring& carpeta() {
+const std::wstring& carpeta_guardada() {
     static const std::wstring una = [] {
         wchar_t temporal[MAX_PATH];
         ::GetTempPathW(MAX_PATH, temporal);
         return temporal + (L"lumodir_nulos_" + std::to_wstring(::GetCurrentProcessId()));
     }();
     return una;
+}
+// The folder that the calls work in. Some remove empty parents too: the file beside it stops them there.
+std::wstring carpeta() {
+    return carpeta_guardada() + L"\\dentro";
 }
 
 constexpr const wchar_t* clave_de_prueba = L"Software\\lumodir_prueba_nulos";
@@ -46,7 +51,8 @@ constexpr const wchar_t* clave_de_prueba = L"Software\\lumodir_prueba_nulos";
 void prepara() {
     std::error_code da_igual;
     std::filesystem::remove_all(carpeta(), da_igual);
-    std::filesystem::create_directory(carpeta(), da_igual);
+    std::filesystem::create_directories(carpeta(), da_igual);
+    std::ofstream(std::filesystem::path(carpeta_guardada() + L"\\guarda.txt")) << "guarda";
     ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_prueba);
     buclrein_establece_politica(0, 0);
     buclrein_establece_receptor([](const wchar_t*, unsigned long, void*) -> unsigned short { return 0; },
@@ -164,7 +170,8 @@ private:
 class sin_restos : public testing::Environment {
     void TearDown() override {
         std::error_code da_igual;
-        std::filesystem::remove_all(carpeta(), da_igual);
+        EXPECT_TRUE(std::filesystem::exists(carpeta_guardada() + L"\\guarda.txt")) << "a call went too far";
+        std::filesystem::remove_all(carpeta_guardada(), da_igual);
         ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_prueba);
     }
 };
