@@ -61,7 +61,8 @@ unsigned short cdir_convierte_a_nombre_base_valido_UNICODE(const wchar_t* nombre
     return i_convierte(nombre, result, longitud, lugar::aqui());
 }
 
-unsigned short cdir_convierte_a_nombre_base_valido(const char* nombre, char* result, unsigned short longitud) {
+unsigned short cdir_convierte_a_nombre_base_valido(const char* nombre, char* result,
+                                                   unsigned short longitud) {
     return i_convierte(nombre, result, longitud, lugar::aqui());
 }
 
@@ -76,7 +77,7 @@ unsigned short cdir_extension_valida_UNICODE(const wchar_t* ext) {
     }
     const vista_w texto(ext);
     return std::all_of(texto.begin(), texto.end(), [](wchar_t c) { return i_caracter_valido(c); }) ? CIERTO
-                                                                                                  : FALSO;
+                                                                                                   : FALSO;
 }
 
 unsigned short cdir_extension_valida(const char* ext) {

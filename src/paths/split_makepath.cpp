@@ -63,18 +63,18 @@ division<C>::division(vista<C> path, bool es_unc, lugar donde) {
 template <class C>
 void division<C>::i_toma_unidad_unc(lugar donde) {
     constexpr bool ancha = std::is_same_v<C, wchar_t>;
-    directorio_entero_ = directorio;
+    const vista<C> directorio_entero = directorio;
     vista<C> maquina = extrae_token(directorio, 1, LITERAL(C, "\\"));
     const vista<C> recurso = extrae_token(directorio, 2, LITERAL(C, "\\/"));
     cadena<C> solo_maquina;
-    if (maquina.empty() && !nombre.empty()) {
-        // A path that is nothing but its server.
+    if (unidad.empty() && directorio == LITERAL(C, "\\\\")) {
+        // The path is its server and nothing more. `\\\name` and `C:\\name` are no servers: their name stays.
         solo_maquina = concatena<C>({nombre, extension}, donde);
         maquina = solo_maquina.ver();
         nombre = extension = directorio = {};
     }
     if constexpr (ancha) {
-        i_comprueba_con(!maquina.empty(), "maquina!=NULL", directorio_entero_, donde);
+        i_comprueba_con(!maquina.empty(), "maquina!=NULL", directorio_entero, donde);
     } else {
         i_comprueba(!maquina.empty(), "(maquina) != NULL", donde);
         i_comprueba(!recurso.empty(), "(recurso) != NULL", donde);
@@ -116,8 +116,8 @@ path_comprobado<C> i_comprueba_con_comodines(vista<C> path, lugar donde) {
     }
     const vista<C> recortado = recorta_derecha(path);
     unsigned short es_unc = FALSO;
-    i_comprueba_con(i_correcto_con_comodines(recortado, &es_unc) == CIERTO, "pathCorrecto == CIERTO", recortado,
-                    donde);
+    i_comprueba_con(i_correcto_con_comodines(recortado, &es_unc) == CIERTO, "pathCorrecto == CIERTO",
+                    recortado, donde);
     return {recortado, es_unc == CIERTO};
 }
 
@@ -178,7 +178,12 @@ void i_entrega(const path_comprobado<C>& comprobado, C** unidad, C** directorio,
     }
 }
 
-enum mascara_piezas : unsigned short { con_unidad = 1, con_directorio = 2, con_nombre = 4, con_extension = 8 };
+enum mascara_piezas : unsigned short {
+    con_unidad = 1,
+    con_directorio = 2,
+    con_nombre = 4,
+    con_extension = 8
+};
 
 template <class C>
 cadena<C> i_split_make_path(const C* path, unsigned short mascara, lugar donde) {
@@ -225,8 +230,8 @@ void cdir_splitpath_con_comprobacion(const char* path, char** drive, char** dir,
     i_entrega(i_comprueba_fichero(a_vista(path)), drive, dir, fname, ext, lugar::aqui());
 }
 
-void cdir_splitpath_con_comodines_UNICODE(const wchar_t* path, wchar_t** drive, wchar_t** dir, wchar_t** fname,
-                                          wchar_t** ext) {
+void cdir_splitpath_con_comodines_UNICODE(const wchar_t* path, wchar_t** drive, wchar_t** dir,
+                                          wchar_t** fname, wchar_t** ext) {
     i_entrega(i_comprueba_con_comodines(a_vista(path)), drive, dir, fname, ext, lugar::aqui());
 }
 
@@ -273,7 +278,6 @@ wchar_t* cdir_makepath_con_comodines_UNICODE(const wchar_t* drive, const wchar_t
 }
 
 char* cdir_makepath_con_comodines(const char* drive, const char* dir, const char* fname, const char* ext) {
-    return i_makepath_con_comodines(drive, dir, fname, ext,
-                                    "i_path_correcto_con_comodines(pathCompleto, NULL) == CIERTO",
-                                    lugar::aqui());
+    return i_makepath_con_comodines(
+        drive, dir, fname, ext, "i_path_correcto_con_comodines(pathCompleto, NULL) == CIERTO", lugar::aqui());
 }

@@ -30,7 +30,6 @@ public:
 private:
     void i_toma_unidad_unc(lugar donde);
 
-    vista<C> directorio_entero_;  // with the share still in it
     cadena<C> unidad_propia_;
     cadena<C> directorio_propio_;
 };
@@ -62,6 +61,7 @@ extern template path_comprobado<wchar_t> i_comprueba_fichero(vista<wchar_t>, lug
 extern template path_comprobado<char> i_comprueba_con_comodines(vista<char>, lugar);
 extern template path_comprobado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>, lugar);
 extern template cadena<char> i_makepath(vista<char>, vista<char>, vista<char>, vista<char>, lugar);
-extern template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, lugar);
+extern template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>,
+                                           lugar);
 
 }  // namespace lumodir

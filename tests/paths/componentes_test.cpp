@@ -513,7 +513,7 @@ modelo divide(const std::string& ruta, bool ancha) {
     }
     std::vector<std::string> maquinas = trozos_entre(m.dir, "\\");
     const std::vector<std::string> recursos = trozos_entre(m.dir, "\\/");
-    if (maquinas.empty() && !m.nombre.empty()) {
+    if (m.unidad.empty() && m.dir == "\\\\") {  // a server alone
         maquinas = {m.nombre + m.ext};
         m.nombre = m.ext = m.dir = "";
     }

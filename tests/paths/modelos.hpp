@@ -192,6 +192,41 @@ inline std::string texto_en_ingles(int motivo, const std::string& argumento) {
     }
 }
 
+// ---- the repair of a name
+
+// Exactly so many characters, those that no name may hold as "_".
+template <class T>
+T convertido(const T& nombre, std::size_t longitud) {
+    T resultado;
+    for (std::size_t i = 0; i < longitud; ++i) {
+        const auto c = i < nombre.size() ? nombre[i] : static_cast<typename T::value_type>(' ');
+        const bool alto = c < 0 || c > 126;
+        resultado += alto || caracter_valido(static_cast<unsigned>(c)) ? c : '_';
+    }
+    return resultado;
+}
+
+// The steps as they are told: convert, cut the front, cut the end until nothing changes, keep 255.
+inline texto_w reparado(const texto_w& nombre) {
+    texto_w texto = convertido(nombre, nombre.size() > 65535 ? 65535 : nombre.size());
+    while (!texto.empty() && texto[0] == L' ') {
+        texto = texto.substr(texto.find_first_not_of(L' ') == texto_w::npos ? texto.size()
+                                                                            : texto.find_first_not_of(L' '));
+    }
+    for (bool cambia = true; cambia;) {
+        cambia = false;
+        if (!texto.empty() && texto.back() == L'.') {
+            texto.pop_back();
+            cambia = true;
+        }
+        if (!texto.empty() && texto.back() == L' ') {
+            texto.pop_back();
+            cambia = true;
+        }
+    }
+    return texto.substr(0, 255);
+}
+
 // ---- splitting and composing as the C runtime does it
 
 template <class T>

@@ -8,6 +8,8 @@
 #include "paths/modelos.hpp"
 
 using namespace apoyo;
+using modelos::convertido;
+using modelos::reparado;
 
 namespace {
 
@@ -15,17 +17,6 @@ constexpr wchar_t marca_w = L'\x2603';  // what a buffer holds before the call
 constexpr char marca_a = '\x7E';
 
 // ---- converters: exactly so many characters
-
-template <class T>
-T convertido(const T& nombre, std::size_t longitud) {
-    T resultado;
-    for (std::size_t i = 0; i < longitud; ++i) {
-        const auto c = i < nombre.size() ? nombre[i] : static_cast<typename T::value_type>(' ');
-        const bool alto = c < 0 || c > 126;
-        resultado += alto || modelos::caracter_valido(static_cast<unsigned>(c)) ? c : '_';
-    }
-    return resultado;
-}
 
 // The whole buffer after the call: the text, its terminator, and what must not have been touched.
 texto_w convierte_w(const texto_w& nombre, unsigned short longitud) {
@@ -123,27 +114,6 @@ TEST(nombres_validos, convierte_textos_de_todo_tamanyo) {
 
 std::string repara(const std::string& nombre) {
     return toma(cdir_dame_nombre_base_valido_UNICODE(w(nombre).c_str()));
-}
-
-// The steps as they are told: convert, cut the front, cut the end until nothing changes, keep 255.
-texto_w reparado(const texto_w& nombre) {
-    texto_w texto = convertido(nombre, nombre.size() > 65535 ? 65535 : nombre.size());
-    while (!texto.empty() && texto[0] == L' ') {
-        texto = texto.substr(texto.find_first_not_of(L' ') == texto_w::npos ? texto.size()
-                                                                            : texto.find_first_not_of(L' '));
-    }
-    for (bool cambia = true; cambia;) {
-        cambia = false;
-        if (!texto.empty() && texto.back() == L'.') {
-            texto.pop_back();
-            cambia = true;
-        }
-        if (!texto.empty() && texto.back() == L' ') {
-            texto.pop_back();
-            cambia = true;
-        }
-    }
-    return texto.substr(0, 255);
 }
 
 TEST(nombres_validos, repara_caracteres_extremos_y_longitud) {
