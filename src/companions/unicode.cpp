@@ -58,19 +58,18 @@ cadena_a a_ansi(const wchar_t* texto, lugar donde) {
     return texto == nullptr ? cadena_a() : a_ansi(vista_w(texto), donde);
 }
 
-utf16_temporal::utf16_temporal(const char* texto, lugar donde) {
-    if (texto == nullptr) {
+utf16_temporal::utf16_temporal(vista_a texto, lugar donde) {
+    if (texto.data() == nullptr) {
         return;
     }
-    const vista_a original(texto);
-    std::size_t longitud = original.size();
-    if (longitud < sitio_corto && i_es_ascii(original)) {
-        i_copia_ascii(original, corto_);
+    longitud_ = texto.size();
+    if (longitud_ < sitio_corto && i_es_ascii(texto)) {
+        i_copia_ascii(texto, corto_);
     } else {
-        longitud = plataforma::ansi_a_utf16(original, corto_, sitio_corto - 1);
+        longitud_ = plataforma::ansi_a_utf16(texto, corto_, sitio_corto - 1);
     }
-    if (longitud < sitio_corto) {
-        corto_[longitud] = L'\0';
+    if (longitud_ < sitio_corto) {
+        corto_[longitud_] = L'\0';
         texto_ = corto_;
     } else {
         largo_ = a_utf16(texto, donde);

@@ -18,17 +18,22 @@ cadena_a a_ansi(const wchar_t* texto, lugar donde = lugar::aqui());
 // An 8-bit argument in UTF-16 for the time of one call; short texts need no block.
 class utf16_temporal {
 public:
-    explicit utf16_temporal(const char* texto, lugar donde = lugar::aqui());
+    // A view without data stands for NULL, as a pointer that is NULL.
+    explicit utf16_temporal(vista_a texto, lugar donde = lugar::aqui());
+    explicit utf16_temporal(const char* texto, lugar donde = lugar::aqui())
+        : utf16_temporal(a_vista(texto), donde) {}
     utf16_temporal(const utf16_temporal&) = delete;
     utf16_temporal& operator=(const utf16_temporal&) = delete;
 
     const wchar_t* c_str() const noexcept { return texto_; }
+    vista_w ver() const noexcept { return vista_w(texto_, longitud_); }
 
 private:
     static constexpr std::size_t sitio_corto = 320;  // units: a classic path and some more
     wchar_t corto_[sitio_corto];
     cadena_w largo_;
     const wchar_t* texto_ = nullptr;
+    std::size_t longitud_ = 0;
 };
 
 }  // namespace lumodir

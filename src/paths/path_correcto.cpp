@@ -79,9 +79,14 @@ bool i_componente_correcto(vista_w nombre) noexcept {
            !i_es_reservado(nombre.substr(0, nombre.find(L'.')));
 }
 
-// One pass over a terminated text that knows the usual path: it answers CIERTO only for a path that every rule
-// accepts, and leaves whatever is unusual (a blank or a point at an end, a share, ...) to the rules themselves.
-bool i_es_path_corriente(const wchar_t* path) noexcept {
+// One pass that knows the usual path: it answers CIERTO only for a path that every rule accepts, and leaves
+// whatever is unusual (a blank or a point at an end, a share, ...) to the rules themselves. The text ends at its
+// terminator, which saves the question at every unit, or else at `fin`.
+template <bool terminado>
+bool i_es_path_corriente(const wchar_t* path, const wchar_t* fin) noexcept {
+    const auto en_clases = [fin](const wchar_t* q, unsigned clases) {
+        return (terminado || q != fin) && (i_clase(*q) & ~clases) == 0;
+    };
     const wchar_t* p = path;
     if (es_letra(p[0]) && p[1] == L':') {
         p += 2;
@@ -91,11 +96,11 @@ bool i_es_path_corriente(const wchar_t* path) noexcept {
     }
     for (;;) {
         const wchar_t* const principio = p;
-        while (i_clase(*p) == 0) {
+        while (en_clases(p, 0)) {
             ++p;
         }
         const wchar_t* const fin_tronco = p;
-        while ((i_clase(*p) & ~static_cast<unsigned>(clase_punto)) == 0) {
+        while (en_clases(p, clase_punto)) {
             ++p;
         }
         const auto longitud = static_cast<std::size_t>(p - principio);
@@ -104,7 +109,7 @@ bool i_es_path_corriente(const wchar_t* path) noexcept {
              i_es_reservado(vista_w(principio, static_cast<std::size_t>(fin_tronco - principio))))) {
             return false;
         }
-        if (*p == L'\0') {
+        if (terminado ? *p == L'\0' : p == fin) {
             return p != path && p - path <= lmlongpath_get_longitud_maxima_permitida_path();
         }
         if (!es_separador(*p)) {
@@ -113,6 +118,9 @@ bool i_es_path_corriente(const wchar_t* path) noexcept {
         ++p;
     }
 }
+
+// A drive and the two units after it are looked at without asking for the end.
+constexpr std::size_t minimo_corriente = 4;
 
 bool i_es_punto_o_dos_puntos(vista_w nombre) noexcept {
     return nombre == L"." || nombre == L"..";
@@ -247,6 +255,10 @@ unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_va
     if (!i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")) {
         return FALSO;
     }
+    if (path.size() >= minimo_corriente &&
+        i_es_path_corriente<false>(path.data(), path.data() + path.size())) {
+        return CIERTO;
+    }
     const veredicto juicio = i_examina(path, puede_ser_vacio == CIERTO);
     if (es_unc != nullptr) {
         *es_unc = juicio.es_unc ? CIERTO : FALSO;
@@ -265,8 +277,8 @@ unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_va
 
 unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
                                unsigned short* es_unc) {
-    const cadena_w path_u = path.data() == nullptr ? cadena_w() : a_utf16(path);
-    return i_path_correcto_UNICODE(path_u.ver(), puede_ser_vacio, mostrar_mensaje, es_unc, nullptr);
+    return i_path_correcto_UNICODE(utf16_temporal(path).ver(), puede_ser_vacio, mostrar_mensaje, es_unc,
+                                   nullptr);
 }
 
 unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned short* es_unc) {
@@ -283,8 +295,7 @@ unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned shor
 }
 
 unsigned short i_path_correcto_con_comodines(vista_a path, unsigned short* es_unc) {
-    const cadena_w path_u = path.data() == nullptr ? cadena_w() : a_utf16(path);
-    return i_path_correcto_con_comodines_UNICODE(path_u.ver(), es_unc);
+    return i_path_correcto_con_comodines_UNICODE(utf16_temporal(path).ver(), es_unc);
 }
 
 }  // namespace lumodir
@@ -307,7 +318,7 @@ bool i_recorta_y_comprueba(wchar_t* nombre) noexcept {
 }  // namespace
 
 unsigned short cdir_path_valido_UNICODE(const wchar_t* path, unsigned short mostrar_mensaje) {
-    if (path != nullptr && i_es_path_corriente(path)) {
+    if (path != nullptr && i_es_path_corriente<true>(path, nullptr)) {
         return CIERTO;
     }
     return i_path_correcto_UNICODE(recorta_derecha(a_vista(path)), FALSO, mostrar_mensaje, nullptr, nullptr);

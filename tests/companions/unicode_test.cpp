@@ -59,6 +59,9 @@ TEST(unicode, null_da_null_y_vacio_da_vacio) {
     EXPECT_FALSE(a_ansi(L"").es_nula());
     EXPECT_EQ(utf16_temporal(nullptr).c_str(), nullptr);
     EXPECT_EQ(u8(utf16_temporal("").c_str()), "");
+    EXPECT_EQ(utf16_temporal(lumodir::vista_a()).c_str(), nullptr);
+    EXPECT_EQ(utf16_temporal(lumodir::vista_a()).ver().data(), nullptr);
+    EXPECT_NE(utf16_temporal(lumodir::vista_a("")).ver().data(), nullptr);
 }
 
 TEST(unicode, textos_de_cualquier_largo) {
@@ -73,6 +76,10 @@ TEST(unicode, textos_de_cualquier_largo) {
             ASSERT_EQ(bytes.size(), largo);
             const utf16_temporal temporal(bytes.c_str());
             EXPECT_EQ(u8(temporal.c_str()), esperado) << largo << letra;
+            EXPECT_EQ(u8(temporal.ver()), esperado) << largo << letra;
+            // A part of a text: what follows it is not read.
+            const utf16_temporal parte(lumodir::vista_a(bytes).substr(0, largo - 1));
+            EXPECT_EQ(u8(parte.c_str()), esperado.substr(0, esperado.size() - 1)) << largo << letra;
             const cadena_w ancho = a_utf16(bytes.c_str());
             EXPECT_EQ(ancho.size(), largo);
             EXPECT_EQ(std::string(a_ansi(ancho.c_str()).c_str()), bytes) << largo << letra;
