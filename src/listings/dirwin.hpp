@@ -44,6 +44,11 @@ bool i_es_enlace_a_directorio(const E& entrada) noexcept {
     return i_es_directorio(entrada) && i_es_marca_de_enlace(entrada.dwFileAttributes, entrada.dwReserved0);
 }
 
+// Searched for, it finds all that a directory holds. "*.*" says the same, but costs a tenth more: the system then
+// looks at each name.
+inline constexpr wchar_t comodin_de_todo_u[] = L"*";
+inline constexpr char comodin_de_todo[] = "*";
+
 // How much is asked about each entry: short names cost the system a second look-up.
 enum class detalle { todo, sin_nombre_corto };
 

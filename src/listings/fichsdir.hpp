@@ -63,7 +63,7 @@ void i_recorre_directorio(const wchar_t* directorio, const progreso_listado& pro
     }
     const vista_w donde(directorio);
     const vista_w barra = acaba_en(donde, L"\\") ? vista_w() : vista_w(L"\\");
-    i_recorre(concatena<wchar_t>({donde, barra, L"*.*"}).c_str(), progreso, toma);
+    i_recorre(concatena<wchar_t>({donde, barra, comodin_de_todo_u}).c_str(), progreso, toma);
 }
 
 }  // namespace lumodir

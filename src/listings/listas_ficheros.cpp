@@ -111,7 +111,7 @@ cadena<C> i_path_de_lista(vista<C> unidad, std::type_identity_t<vista<C>> direct
 
 template <class C>
 cadena<C> i_patron_de_todo(vista<C> directorio) {
-    return i_makepath<C>({}, directorio, LITERAL(C, "*"), LITERAL(C, "*"));
+    return i_makepath<C>({}, directorio, i_elige<C>(comodin_de_todo, comodin_de_todo_u), {});
 }
 
 template <class C>
@@ -252,11 +252,11 @@ using namespace lumodir;
 
 void cdir_lista_de_ficheros_UNICODE(const wchar_t* directorio, const wchar_t* extension,
                                     ListaFicheros_u* lista) {
-    i_lista_ficheros<wchar_t>({}, directorio, L"*", L"*", extension, lista, lugar::aqui());
+    i_lista_ficheros<wchar_t>({}, directorio, comodin_de_todo_u, {}, extension, lista, lugar::aqui());
 }
 
 void cdir_lista_de_ficheros(const char* directorio, const char* extension, ListaFicheros* lista) {
-    i_lista_ficheros<char>({}, directorio, "*", "*", extension, lista, lugar::aqui());
+    i_lista_ficheros<char>({}, directorio, comodin_de_todo, {}, extension, lista, lugar::aqui());
 }
 
 void cdir_lista_de_ficherosFiltro_UNICODE(const wchar_t* directorio, const wchar_t* extension,

@@ -80,7 +80,7 @@ nombres lista(ArrCADENA* (*corta)(const char*), ArrCADENA_u* (*ancha)(const wcha
 
 // A false C:\d with every kind of entry, in no order.
 void llena(busqueda_falsa& falsa) {
-    falsa.patrones["C:\\d\\*.*"] = {
+    falsa.patrones["C:\\d\\*"] = {
         {".", dir},
         {"..", dir},
         {"z.txt"},
@@ -116,7 +116,7 @@ TEST(fichsdir, nombres_de_ficheros_en_el_orden_del_sistema) {
     EXPECT_EQ(lista(fichsdir_nombres_ficheros, fichsdir_nombres_ficheros_u, "C:\\d"), esperado);
     EXPECT_EQ(lista(fichsdir_nombres_ficheros, fichsdir_nombres_ficheros_u, "C:\\d\\"), esperado);
     for (const std::string& patron : falsa.abiertos) {
-        EXPECT_EQ(patron, "C:\\d\\*.*");
+        EXPECT_EQ(patron, "C:\\d\\*");
     }
 }
 
@@ -126,9 +126,9 @@ TEST(fichsdir, el_patron_de_un_directorio) {
         std::string patron;
     };
     const fila filas[] = {
-        {.directorio = "C:\\d", .patron = "C:\\d\\*.*"}, {.directorio = "C:\\d\\", .patron = "C:\\d\\*.*"},
-        {.directorio = "C:/d/", .patron = "C:/d/\\*.*"},  // only "\" counts
-        {.directorio = "", .patron = "\\*.*"},           {.directorio = "rel", .patron = "rel\\*.*"},
+        {.directorio = "C:\\d", .patron = "C:\\d\\*"}, {.directorio = "C:\\d\\", .patron = "C:\\d\\*"},
+        {.directorio = "C:/d/", .patron = "C:/d/\\*"},  // only "\" counts
+        {.directorio = "", .patron = "\\*"},           {.directorio = "rel", .patron = "rel\\*"},
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
@@ -181,7 +181,7 @@ TEST(fichsdir, directorios_sin_extension) {
     for (const fila& f : filas) {
         busqueda_falsa falsa;
         for (const std::string& nombre : f.hay) {
-            falsa.patrones["C:\\d\\*.*"].push_back({nombre, dir});
+            falsa.patrones["C:\\d\\*"].push_back({nombre, dir});
         }
         EXPECT_EQ(toma_lista(fichsdir_directorios_sin_extension("C:\\d")), f.quedan)
             << testing::PrintToString(f.hay);
@@ -233,7 +233,7 @@ TEST(fichsdir, ficheros_con_extension) {
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
-        falsa.patrones["C:\\d\\*.*"] = {{f.nombre}, {"sub.txt", dir}};
+        falsa.patrones["C:\\d\\*"] = {{f.nombre}, {"sub.txt", dir}};
         EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_con_extension_u(L"C:\\d", w(f.extension).c_str())),
                   f.ancha ? nombres{f.nombre} : nombres{})
             << f.nombre << " by " << f.extension;
@@ -245,7 +245,7 @@ TEST(fichsdir, ficheros_con_extension) {
 
 TEST(fichsdir, una_extension_que_nadie_puede_tener_se_informa) {
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*.*"] = {{"a.txt"}};
+    falsa.patrones["C:\\d\\*"] = {{"a.txt"}};
     EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_con_extension("C:\\d", "t?t")), nombres{});
     const std::vector<informe> informes = toma_informes();
     ASSERT_EQ(informes.size(), 1u);
@@ -254,9 +254,9 @@ TEST(fichsdir, una_extension_que_nadie_puede_tener_se_informa) {
 
 TEST(fichsdir, nombres_base_en_una_caja_ordenados_y_sin_repetidos) {
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*.*"] = {{"zeta.txt"},      {"Alfa.TXT"},     {"ALFA.txt"},
-                                    {"\xC3\xB1u.txt"}, {"beta.dat"},     {"a.b.txt"},
-                                    {"\xC3\x91U.Txt"}, {"sub.txt", dir}, {"alfa"}};
+    falsa.patrones["C:\\d\\*"] = {{"zeta.txt"},      {"Alfa.TXT"},     {"ALFA.txt"},
+                                  {"\xC3\xB1u.txt"}, {"beta.dat"},     {"a.b.txt"},
+                                  {"\xC3\x91U.Txt"}, {"sub.txt", dir}, {"alfa"}};
     EXPECT_EQ(toma_lista(fichsdir_nombres_base_en_mayusculas_ficheros_con_extension("C:\\d", "txt")),
               (nombres{"A.B", "ALFA", "ZETA", "\xC3\x91U"}));
     EXPECT_EQ(toma_lista(fichsdir_nombres_base_en_minusculas_ficheros_con_extension("C:\\d", "txt")),
@@ -354,7 +354,7 @@ TEST(fichsdir, la_fecha_es_la_del_reloj_de_pared_con_las_reglas_de_su_dia) {
     for (const fila& f : filas) {
         entrada_falsa e{"x"};
         ASSERT_TRUE(lumodir::i_filetime_de_segundos(f.utc, e.fecha));
-        falsa.patrones["C:\\d\\*.*"].push_back(e);
+        falsa.patrones["C:\\d\\*"].push_back(e);
     }
     const sustituye<pregunta_zona> zona(lumodir::sistema.GetTimeZoneInformation, con_reglas);
     ArrPunteroConTipo* registros = fichsdir_ficheros("C:\\d");
@@ -373,7 +373,7 @@ TEST(fichsdir, la_fecha_es_la_del_reloj_de_pared_con_las_reglas_de_su_dia) {
     registros = fichsdir_ficheros("C:\\d");
     for (unsigned long i = 0; i < std::size(filas); ++i) {
         EXPECT_EQ(fichsdir_fecha_fichero(static_cast<const Fichsdir*>(arr_GetPunteroConTipo(registros, i))),
-                  lumodir::i_segundos_locales_desde_1970(falsa.patrones["C:\\d\\*.*"][i].fecha));
+                  lumodir::i_segundos_locales_desde_1970(falsa.patrones["C:\\d\\*"][i].fecha));
     }
     arr_DestruyeEstructurasConTipo(&registros, destruye_registro);
 }
@@ -399,7 +399,7 @@ TEST(fichsdir, el_conjunto_ordenado_se_busca_y_se_llena) {
     FILETIME fecha;
     ASSERT_TRUE(lumodir::i_filetime_de_segundos(1'000'000, fecha));
     for (const char* nombre : {"c", "B", "a", "b", "\xC3\xB1", "a"}) {
-        falsa.patrones["C:\\d\\*.*"].push_back({nombre, FILE_ATTRIBUTE_NORMAL, 0, fecha});
+        falsa.patrones["C:\\d\\*"].push_back({nombre, FILE_ATTRIBUTE_NORMAL, 0, fecha});
     }
     const auto compara = [](const void* f, const void* nombre) {
         return fichsdir_compara_nombre(static_cast<const Fichsdir*>(f), static_cast<const char*>(nombre));
@@ -667,9 +667,9 @@ TEST(fichsdir, nombres_que_la_pagina_de_codigos_no_tiene) {
     busqueda_falsa falsa;
     FILETIME fecha;
     ASSERT_TRUE(lumodir::i_filetime_de_segundos(10, fecha));
-    falsa.patrones["C:\\d\\*.*"] = {{"\xE6\x97\xA5.txt", FILE_ATTRIBUTE_NORMAL, 0, fecha},
-                                    {"\xED\xA0\xBD", FILE_ATTRIBUTE_NORMAL, 0, fecha},
-                                    {"\xC4\x80", FILE_ATTRIBUTE_NORMAL, 0, fecha}};  // never a look-alike A
+    falsa.patrones["C:\\d\\*"] = {{"\xE6\x97\xA5.txt", FILE_ATTRIBUTE_NORMAL, 0, fecha},
+                                  {"\xED\xA0\xBD", FILE_ATTRIBUTE_NORMAL, 0, fecha},
+                                  {"\xC4\x80", FILE_ATTRIBUTE_NORMAL, 0, fecha}};  // never a look-alike A
     EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_u(L"C:\\d")),
               (nombres{"\xE6\x97\xA5.txt", "\xED\xA0\xBD", "\xC4\x80"}));
     EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros("C:\\d")), (nombres{"?.txt", "?", "?"}));
@@ -683,7 +683,7 @@ TEST(fichsdir, el_censo_cuenta_registros_nombres_y_rutas) {
     FILETIME fecha;
     ASSERT_TRUE(lumodir::i_filetime_de_segundos(10, fecha));
     for (int i = 0; i < 20; ++i) {
-        falsa.patrones["C:\\d\\*.*"].push_back({std::to_string(i), FILE_ATTRIBUTE_NORMAL, 0, fecha});
+        falsa.patrones["C:\\d\\*"].push_back({std::to_string(i), FILE_ATTRIBUTE_NORMAL, 0, fecha});
     }
     const auto vivos = lumospy_bloques_vivos();
     ArrPunteroConTipo* registros = fichsdir_ficheros("C:\\d");

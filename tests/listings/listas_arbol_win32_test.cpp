@@ -94,15 +94,15 @@ TEST(listas_arbol, como_se_componen_los_paths) {
         nombres registros;
     };
     const fila filas[] = {
-        {.base = "C:\\", .abiertos = {"C:\\*.*", "C:\\s\\*.*"}, .registros = {"C:: f", "C:\\s: g"}},
-        {.base = "C:/d/", .abiertos = {"C:/d/*.*", "C:/d/s\\*.*"}, .registros = {"C:\\d: f", "C:\\d\\s: g"}},
+        {.base = "C:\\", .abiertos = {"C:\\*", "C:\\s\\*"}, .registros = {"C:: f", "C:\\s: g"}},
+        {.base = "C:/d/", .abiertos = {"C:/d/*", "C:/d/s\\*"}, .registros = {"C:\\d: f", "C:\\d\\s: g"}},
         {.base = "C:\\d\\\\",
-         .abiertos = {"C:\\d\\*.*", "C:\\d\\s\\*.*"},
+         .abiertos = {"C:\\d\\*", "C:\\d\\s\\*"},
          .registros = {"C:\\d: f", "C:\\d\\s: g"}},
         {.base = "\\\\srv\\r",
-         .abiertos = {"\\\\srv\\r\\*.*", "\\\\srv\\r\\s\\*.*"},
+         .abiertos = {"\\\\srv\\r\\*", "\\\\srv\\r\\s\\*"},
          .registros = {"\\\\srv\\r: f", "\\\\srv\\r\\s: g"}},
-        {.base = "rel", .abiertos = {"rel\\*.*", "rel\\s\\*.*"}, .registros = {"rel: f", "rel\\s: g"}},
+        {.base = "rel", .abiertos = {"rel\\*", "rel\\s\\*"}, .registros = {"rel: f", "rel\\s: g"}},
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
@@ -131,8 +131,8 @@ TEST(listas_arbol, no_entra_en_los_enlaces) {
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
-        falsa.patrones["C:\\d\\*.*"] = {{"uno"}, {"s", f.atributos, f.etiqueta}};
-        falsa.patrones["C:\\d\\s\\*.*"] = {{"dos"}};
+        falsa.patrones["C:\\d\\*"] = {{"uno"}, {"s", f.atributos, f.etiqueta}};
+        falsa.patrones["C:\\d\\s\\*"] = {{"dos"}};
         const nombres sin{"C:\\d: uno"};
         const nombres con{"C:\\d: uno", "C:\\d\\s: dos"};
         EXPECT_EQ(todos("C:\\d"), f.entra ? con : sin) << f.que;
@@ -142,7 +142,7 @@ TEST(listas_arbol, no_entra_en_los_enlaces) {
 
 TEST(listas_arbol, un_enlace_a_fichero_es_un_fichero) {
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*.*"] = {{"enlace", FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK}};
+    falsa.patrones["C:\\d\\*"] = {{"enlace", FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK}};
     EXPECT_EQ(con_ficheros("C:\\d"), nombres{"C:\\d: enlace"});
 }
 
@@ -152,7 +152,7 @@ TEST(listas_arbol, quinientos_niveles_y_cinco_mil_unidades) {
     std::string actual = "C:\\d";
     for (int i = 0; i <= 500; ++i) {
         // Beyond the classic length the search goes with the extended-length prefix.
-        const std::string patron = actual + "\\*.*";
+        const std::string patron = actual + "\\*";
         std::vector<entrada_falsa> entradas{{".", dir}, {"..", dir}, {"f" + std::to_string(i)}};
         if (i < 500) {
             entradas.push_back({"nivel0123456", dir});
@@ -239,8 +239,8 @@ TEST(listas_arbol, liberar_informa_de_lo_que_no_cuadra) {
 
 TEST(listas_arbol, el_censo_cuenta_matriz_registros_y_nombres) {
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*.*"] = {{"uno"}, {"dos"}, {"s", dir}, {"vacio", dir}};
-    falsa.patrones["C:\\d\\s\\*.*"] = {{"tres"}};
+    falsa.patrones["C:\\d\\*"] = {{"uno"}, {"dos"}, {"s", dir}, {"vacio", dir}};
+    falsa.patrones["C:\\d\\s\\*"] = {{"tres"}};
     const auto vivos = lumospy_bloques_vivos();
     unsigned long num;
     ListaFicheros_u* listas;

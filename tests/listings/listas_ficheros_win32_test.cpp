@@ -138,17 +138,17 @@ TEST(listas_ficheros, ordena_sin_distinguir_mayusculas) {
 TEST(listas_ficheros, el_orden_es_el_de_las_minusculas_unidad_a_unidad) {
     busqueda_falsa falsa;
     // "_" stands between the upper and the lower letters; accented letters are not folded; prefixes come first.
-    falsa.patrones["C:\\d\\*.*"] = {{"\xC3\x91u"},
-                                    {"b"},
-                                    {"_"},
-                                    {"\xC3\xB1"
-                                     "a"},
-                                    {"B1"},
-                                    {"Z"},
-                                    {"ab"},
-                                    {"\xC3\xBF"},
-                                    {"a"},
-                                    {"AB"}};
+    falsa.patrones["C:\\d\\*"] = {{"\xC3\x91u"},
+                                  {"b"},
+                                  {"_"},
+                                  {"\xC3\xB1"
+                                   "a"},
+                                  {"B1"},
+                                  {"Z"},
+                                  {"ab"},
+                                  {"\xC3\xBF"},
+                                  {"a"},
+                                  {"AB"}};
     EXPECT_EQ(ficheros("C:\\d", "*").lista, (nombres{"_", "a", "ab", "AB", "b", "B1", "Z", "\xC3\x91u",
                                                      "\xC3\xB1"
                                                      "a",
@@ -158,7 +158,7 @@ TEST(listas_ficheros, el_orden_es_el_de_las_minusculas_unidad_a_unidad) {
 
 TEST(listas_ficheros, muchos_nombres_en_cualquier_orden) {
     busqueda_falsa falsa;
-    std::vector<entrada_falsa>& entradas = falsa.patrones["C:\\d\\*.*"];
+    std::vector<entrada_falsa>& entradas = falsa.patrones["C:\\d\\*"];
     for (unsigned i = 0; i < 5000; ++i) {
         char nombre[32];
         std::snprintf(nombre, sizeof nombre, i % 2 == 0 ? "f%04u.txt" : "F%04u.TXT", i * 2477 % 5000);
@@ -208,7 +208,7 @@ TEST(listas_ficheros, el_filtro_de_extension) {
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
-        falsa.patrones["C:\\d\\*.*"] = {{f.nombre}, {"directorio.png", FILE_ATTRIBUTE_DIRECTORY}};
+        falsa.patrones["C:\\d\\*"] = {{f.nombre}, {"directorio.png", FILE_ATTRIBUTE_DIRECTORY}};
         EXPECT_EQ(ficheros("C:\\d", f.filtro).lista, f.admite ? nombres{f.nombre} : nombres{})
             << f.nombre << " by " << f.filtro;
     }
@@ -216,7 +216,7 @@ TEST(listas_ficheros, el_filtro_de_extension) {
 
 TEST(listas_ficheros, un_nombre_acabado_en_punto_se_informa) {
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*.*"] = {{"raro."}};
+    falsa.patrones["C:\\d\\*"] = {{"raro."}};
     for (const wchar_t* filtro : {L"", L"txt"}) {
         ListaFicheros_u ancha;
         cdir_lista_de_ficheros_UNICODE(L"C:\\d", filtro, &ancha);
@@ -236,17 +236,17 @@ TEST(listas_ficheros, el_path_del_registro) {
         std::string patron;
     };
     const fila filas[] = {
-        {.directorio = "C:\\data", .path = "C:\\data", .patron = "C:\\data\\*.*"},
-        {.directorio = "C:\\data\\", .path = "C:\\data", .patron = "C:\\data\\*.*"},
-        {.directorio = "C:/data/", .path = "C:\\data", .patron = "C:/data/*.*"},
-        {.directorio = "C:/a/b", .path = "C:\\a\\b", .patron = "C:/a/b\\*.*"},
-        {.directorio = "C:\\data\\\\", .path = "C:\\data\\", .patron = "C:\\data\\\\*.*"},
-        {.directorio = "C:\\", .path = "C:", .patron = "C:\\*.*"},
-        {.directorio = "C:", .path = "C:", .patron = "C:\\*.*"},
-        {.directorio = "\\\\srv\\r\\d", .path = "\\\\srv\\r\\d", .patron = "\\\\srv\\r\\d\\*.*"},
-        {.directorio = "rel", .path = "rel", .patron = "rel\\*.*"},
-        {.directorio = "", .path = "", .patron = "*.*"},
-        {.directorio = "C:\\a\xC3\xB1o", .path = "C:\\a\xC3\xB1o", .patron = "C:\\a\xC3\xB1o\\*.*"},
+        {.directorio = "C:\\data", .path = "C:\\data", .patron = "C:\\data\\*"},
+        {.directorio = "C:\\data\\", .path = "C:\\data", .patron = "C:\\data\\*"},
+        {.directorio = "C:/data/", .path = "C:\\data", .patron = "C:/data/*"},
+        {.directorio = "C:/a/b", .path = "C:\\a\\b", .patron = "C:/a/b\\*"},
+        {.directorio = "C:\\data\\\\", .path = "C:\\data\\", .patron = "C:\\data\\\\*"},
+        {.directorio = "C:\\", .path = "C:", .patron = "C:\\*"},
+        {.directorio = "C:", .path = "C:", .patron = "C:\\*"},
+        {.directorio = "\\\\srv\\r\\d", .path = "\\\\srv\\r\\d", .patron = "\\\\srv\\r\\d\\*"},
+        {.directorio = "rel", .path = "rel", .patron = "rel\\*"},
+        {.directorio = "", .path = "", .patron = "*"},
+        {.directorio = "C:\\a\xC3\xB1o", .path = "C:\\a\xC3\xB1o", .patron = "C:\\a\xC3\xB1o\\*"},
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
@@ -388,7 +388,7 @@ TEST(listas_ficheros, nombres_en_cualquier_escritura) {
     cdir_lista_de_ficheros_UNICODE(d.ruta_w().c_str(), L"TXT", &lista);
     EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(), todos}));
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*.*"] = {{"\xED\xB8\x80.txt"}, {"\xED\xA0\xBD"}};  // lone surrogates
+    falsa.patrones["C:\\d\\*"] = {{"\xED\xB8\x80.txt"}, {"\xED\xA0\xBD"}};  // lone surrogates
     cdir_lista_de_ficheros_UNICODE(L"C:\\d", L"*", &lista);
     EXPECT_EQ(toma_lista(lista).lista, (nombres{"\xED\xA0\xBD", "\xED\xB8\x80.txt"}));
 }
@@ -396,10 +396,10 @@ TEST(listas_ficheros, nombres_en_cualquier_escritura) {
 TEST(listas_ficheros, el_censo_cuenta_nombres_matriz_y_path) {
     for (const unsigned num : {0u, 1u, 15u, 16u, 17u, 33u}) {
         busqueda_falsa falsa;
-        falsa.patrones["C:\\d\\*.*"] = {{"."}};
-        falsa.patrones["C:\\d\\*.*"][0].atributos = FILE_ATTRIBUTE_DIRECTORY;
+        falsa.patrones["C:\\d\\*"] = {{"."}};
+        falsa.patrones["C:\\d\\*"][0].atributos = FILE_ATTRIBUTE_DIRECTORY;
         for (unsigned i = 0; i < num; ++i) {
-            falsa.patrones["C:\\d\\*.*"].push_back({std::to_string(i)});
+            falsa.patrones["C:\\d\\*"].push_back({std::to_string(i)});
         }
         const auto vivos = lumospy_bloques_vivos();
         ListaFicheros_u lista;
@@ -565,7 +565,7 @@ TEST(listas_ficheros, lista_de_fichero_por_extensiones) {
 
 TEST(listas_ficheros, un_error_a_mitad_deja_lo_que_habia_y_se_informa) {
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*.*"] = {{"b"}, {"a"}};
+    falsa.patrones["C:\\d\\*"] = {{"b"}, {"a"}};
     falsa.codigo_al_final = ERROR_NETNAME_DELETED;
     ListaFicheros_u lista;
     cdir_lista_de_ficheros_UNICODE(L"C:\\d", L"*", &lista);
