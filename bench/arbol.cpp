@@ -14,7 +14,8 @@ void crea_fichero(const std::wstring& ruta) {
     ::CloseHandle(::CreateFileW(ruta.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
 }
 
-void crea_ramas(const std::wstring& raiz, unsigned ramas, unsigned niveles, std::vector<std::wstring>& todos) {
+void crea_ramas(const std::wstring& raiz, unsigned ramas, unsigned niveles,
+                std::vector<std::wstring>& todos) {
     ::CreateDirectoryW(raiz.c_str(), nullptr);
     todos.push_back(raiz);
     for (unsigned i = 0; niveles > 0 && i < ramas; ++i) {

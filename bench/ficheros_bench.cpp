@@ -38,7 +38,8 @@ void borra_a_mano(const std::wstring& directorio) {
 }
 
 // Each deletion needs a tree of its own: making it is not timed.
-double mejor_borrado(const bancos::directorio_temporal& temporal, const std::function<void(const std::wstring&)>& borra) {
+double mejor_borrado(const bancos::directorio_temporal& temporal,
+                     const std::function<void(const std::wstring&)>& borra) {
     const std::wstring arbol = temporal.con_arbol(L"to delete", 6, 3, 2'000);
     return banco::ronda([&] { borra(arbol); }, 1);
 }
@@ -46,8 +47,7 @@ double mejor_borrado(const bancos::directorio_temporal& temporal, const std::fun
 void borrado(const bancos::directorio_temporal& temporal) {
     const std::function<void(const std::wstring&)> formas[] = {
         [](const std::wstring& d) { cdir_borra_directorio_y_subdirectorios_UNICODE(d.c_str()); },
-        borra_a_mano,
-        [](const std::wstring& d) { std::filesystem::remove_all(d); },
+        borra_a_mano, [](const std::wstring& d) { std::filesystem::remove_all(d); },
         [](const std::wstring& d) { cdir_borra_directorio_y_subdirectorios_reintentando_u(d.c_str()); }};
     double mejor[4] = {1e300, 1e300, 1e300, 1e300};
     for (int ronda = 0; ronda < 6; ++ronda) {
@@ -55,7 +55,8 @@ void borrado(const bancos::directorio_temporal& temporal) {
             mejor[i] = std::min(mejor[i], mejor_borrado(temporal, formas[i]));
         }
     }
-    const char* const fila = "| delete a tree of 2,000 files in 259 directories%s | %s | %s | %s | %.2f | %.2f |\n";
+    const char* const fila =
+        "| delete a tree of 2,000 files in 259 directories%s | %s | %s | %s | %.2f | %.2f |\n";
     const auto escribe = [&](const char* que, int nuestro, const char* contra, int otro, double objetivo) {
         std::printf(fila, que, banco::con_unidad(mejor[nuestro]).c_str(), contra,
                     banco::con_unidad(mejor[otro]).c_str(), mejor[nuestro] / mejor[otro], objetivo);
@@ -71,13 +72,16 @@ void creacion(const bancos::directorio_temporal& temporal) {
     double nuestro = 1e300;
     double estandar = 1e300;
     for (int ronda = 0; ronda < 60; ++ronda) {
-        nuestro = std::min(nuestro, banco::ronda([&] { cdir_crea_directorios_del_path_UNICODE(hondo.c_str()); }, 1));
+        nuestro = std::min(nuestro,
+                           banco::ronda([&] { cdir_crea_directorios_del_path_UNICODE(hondo.c_str()); }, 1));
         std::filesystem::remove_all(raiz);
         estandar = std::min(estandar, banco::ronda([&] { std::filesystem::create_directories(hondo); }, 1));
         std::filesystem::remove_all(raiz);
     }
-    std::printf("| create six levels of directories | %s | std::filesystem::create_directories | %s | %.2f | 1.00 |\n",
-                banco::con_unidad(nuestro).c_str(), banco::con_unidad(estandar).c_str(), nuestro / estandar);
+    std::printf(
+        "| create six levels of directories | %s | std::filesystem::create_directories | %s | %.2f | 1.00 "
+        "|\n",
+        banco::con_unidad(nuestro).c_str(), banco::con_unidad(estandar).c_str(), nuestro / estandar);
 }
 
 // The record of a file set, as the hand-written loop builds it.
@@ -98,8 +102,8 @@ void conjunto_a_mano(const std::wstring& directorio) {
             continue;
         }
         char nombre[MAX_PATH * 2];
-        ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, datos.cFileName, -1, nombre, sizeof nombre, nullptr,
-                              nullptr);
+        ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, datos.cFileName, -1, nombre, sizeof nombre,
+                              nullptr, nullptr);
         SYSTEMTIME utc, local;
         FILETIME pared;
         ::FileTimeToSystemTime(&datos.ftLastWriteTime, &utc);
@@ -124,10 +128,11 @@ void bancos::ficheros() {
     const directorio_temporal temporal;
     const std::wstring fichero = temporal.con_ficheros(L"one", 1) + L"\\Photo 00000000 of the site.png";
     volatile unsigned long long sumidero = 0;
-    banco::corre({.nombre = "does a file exist",
-                  .nuestro = [&] { sumidero = cdir_existe_fichero_UNICODE(fichero.c_str()); },
-                  .otros = {{"GetFileAttributesW", [&] { sumidero = ::GetFileAttributesW(fichero.c_str()); }, 1.05}},
-                  .vueltas = 500});
+    banco::corre(
+        {.nombre = "does a file exist",
+         .nuestro = [&] { sumidero = cdir_existe_fichero_UNICODE(fichero.c_str()); },
+         .otros = {{"GetFileAttributesW", [&] { sumidero = ::GetFileAttributesW(fichero.c_str()); }, 1.05}},
+         .vueltas = 500});
     banco::corre({.nombre = "date of a file",
                   .nuestro =
                       [&] {

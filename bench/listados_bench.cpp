@@ -87,7 +87,8 @@ void bancos::listados() {
                           ListaFicheros_u* listas = nullptr;
                           lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(arbol.c_str(), L"*",
                                                                                          &num, &listas);
-                          lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(num, &listas);
+                          lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(num,
+                                                                                                  &listas);
                       },
                   .otros = {{"hand-written walk", [&] { arbol_a_mano(arbol); }, 1.0}},
                   .vueltas = 1,

@@ -7,7 +7,8 @@
 
 namespace {
 
-const wchar_t* const ruta = L"C:\\Users\\Public\\Documents\\Projects\\Site2024\\Images\\Ground floor\\photo0001.png";
+const wchar_t* const ruta =
+    L"C:\\Users\\Public\\Documents\\Projects\\Site2024\\Images\\Ground floor\\photo0001.png";
 
 void libera(wchar_t* texto) {
     widestr_nousar_destruye(&texto, "bench", 1);
@@ -43,8 +44,8 @@ void bancos::rutas() {
                   .nuestro =
                       [&] {
                           wchar_t *unidad, *directorio, *nombre, *extension;
-                          cdir_splitpath_con_comprobacion_UNICODE(texto_variable, &unidad, &directorio, &nombre,
-                                                                  &extension);
+                          cdir_splitpath_con_comprobacion_UNICODE(texto_variable, &unidad, &directorio,
+                                                                  &nombre, &extension);
                           libera(unidad);
                           libera(directorio);
                           libera(nombre);

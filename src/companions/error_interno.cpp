@@ -19,7 +19,8 @@ class linea_fija {
 public:
     linea_fija& operator<<(vista_w trozo) noexcept {
         for (const wchar_t c : trozo.substr(0, max_unidades - longitud_)) {
-            unidades_[longitud_++] = c < L' ' ? L' ' : c;  // a line break inside would make two reports of one
+            unidades_[longitud_++] =
+                c < L' ' ? L' ' : c;  // a line break inside would make two reports of one
         }
         return *this;
     }

@@ -39,8 +39,8 @@ void cdir_delete_ficheros_UNICODE(const wchar_t* path_filtro) {
     if (!i_comprueba(filtro.data() != nullptr, "(path_filtro) != NULL")) {
         return;
     }
-    i_comprueba_con(i_path_correcto_con_comodines_UNICODE(filtro, &es_unc) == CIERTO, "path_correcto == CIERTO",
-                    filtro);
+    i_comprueba_con(i_path_correcto_con_comodines_UNICODE(filtro, &es_unc) == CIERTO,
+                    "path_correcto == CIERTO", filtro);
     const division<wchar_t> piezas(filtro, es_unc == CIERTO);
     const auto ficheros = i_ficheros_del_filtro(path_filtro, piezas);
     for (std::size_t i = 0; i < ficheros->num(); ++i) {

@@ -23,7 +23,7 @@ struct escenario {
     bool servicio = false;
     unsigned long silenciosos = 5;
     unsigned long espera_ms = 100;
-    int bien_en = 0;                         // number of the attempt that succeeds; 0 for none
+    int bien_en = 0;                              // number of the attempt that succeeds; 0 for none
     std::vector<unsigned short> respuestas = {};  // to the questions; 0 after the last
     const char* sucesos = "";
     unsigned short resultado = 0;

@@ -249,7 +249,7 @@ TEST(nomsfich, da_el_nombre_base_de_un_path) {
         {"", "", {}},
         {"C:\\Ñ\\ÁÉ €.Ü", "áé €", {}},
         {"C:\\A B \\C D .e", "c d ", {}},
-        {"C:\\d?\\A.t", "a", {}},  // only the name is checked
+        {"C:\\d?\\A.t", "a", {}},                      // only the name is checked
         {"C:\\d\\A?B|.t*", "a?b|", {"A?B|", "A?B|"}},  // before its case is changed
         {"C:\\d\\a:b", "a:b", {"a:b"}},
     };

@@ -20,8 +20,8 @@ std::string incorrecto(const std::string& path) {
 }  // namespace
 
 TEST(ruta_abreviada, acorta_hacia_el_maximo) {
-    const char* fotos = "C:\\Files\\Customers\\Site2024\\Images\\Ground\\photo1.png";         // 52
-    const char* un_largo = "C:\\a\\b\\MuyLargoNombreDeDirectorio\\c\\f.txt";                    // 41
+    const char* fotos = "C:\\Files\\Customers\\Site2024\\Images\\Ground\\photo1.png";  // 52
+    const char* un_largo = "C:\\a\\b\\MuyLargoNombreDeDirectorio\\c\\f.txt";           // 41
     struct caso {
         const char* ruta;
         unsigned short maximo;
@@ -38,7 +38,8 @@ TEST(ruta_abreviada, acorta_hacia_el_maximo) {
         {.ruta = fotos, .maximo = 17, .resultado = "C:\\...\\photo1.png"},
         {.ruta = fotos, .maximo = 0, .resultado = "C:\\...\\photo1.png"},
         {.ruta = un_largo, .maximo = 30, .resultado = "C:\\a\\b\\...\\c\\f.txt"},  // one saves it all
-        {.ruta = "C:\\ab\\f_largo_nombre.txt", .maximo = 10,
+        {.ruta = "C:\\ab\\f_largo_nombre.txt",
+         .maximo = 10,
          .resultado = "C:\\...\\f_largo_nombre.txt"},  // longer than the maximum and than the path
         {.ruta = "f.txt", .maximo = 0, .resultado = "\\...\\f.txt"},
         {.ruta = "f.txt", .maximo = 4, .resultado = "\\...\\f.txt"},
@@ -46,14 +47,18 @@ TEST(ruta_abreviada, acorta_hacia_el_maximo) {
         {.ruta = "", .maximo = 0, .resultado = ""},
         {.ruta = "C:\\abc\\f   ", .maximo = 9, .resultado = "C:\\abc\\f   "},  // a directory of 5 stays
         {.ruta = "C:\\abc\\f   ", .maximo = 8, .resultado = "C:\\...\\f"},
-        {.ruta = "\\\\srv\\share\\uno\\dos\\tres\\f.txt", .maximo = 28,
+        {.ruta = "\\\\srv\\share\\uno\\dos\\tres\\f.txt",
+         .maximo = 28,
          .resultado = "\\\\srv\\share\\...\\f.txt"},
-        {.ruta = "\\\\srv\\share\\uno\\dos\\tres\\f.txt", .maximo = 29,
+        {.ruta = "\\\\srv\\share\\uno\\dos\\tres\\f.txt",
+         .maximo = 29,
          .resultado = "\\\\srv\\share\\uno\\dos\\...\\f.txt"},
         // One component saves it all, though another one had been left out before.
-        {.ruta = "C:/uno/dos/tres/cuatro/f.txt", .maximo = 27,
+        {.ruta = "C:/uno/dos/tres/cuatro/f.txt",
+         .maximo = 27,
          .resultado = "C:\\uno\\dos\\...\\cuatro\\f.txt"},
-        {.ruta = "C:\\Añadidos\\Señales\\€€€\\número.ñ", .maximo = 29,
+        {.ruta = "C:\\Añadidos\\Señales\\€€€\\número.ñ",
+         .maximo = 29,
          .resultado = "C:\\...\\Señales\\€€€\\número.ñ"},
         {.ruta = "C:\\a\\\\perdido\\b\\f.txt", .maximo = 19, .resultado = "C:\\a\\...\\f.txt"},
     };

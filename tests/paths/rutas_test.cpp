@@ -154,14 +154,14 @@ TEST(rutas, concatena_con_un_separador) {
         {.a = "C:\\a", .b = "/b", .resultado = "C:\\a\\b"},
         {.a = "C:\\a/", .b = "b", .resultado = "C:\\a/b"},
         {.a = "C:\\a/", .b = "\\b", .resultado = "C:\\a/b"},
-        {.a = "C:\\a", .b = "//b", .resultado = "C:\\a\\/b"},      // only one goes
+        {.a = "C:\\a", .b = "//b", .resultado = "C:\\a\\/b"},       // only one goes
         {.a = "C:\\a\\", .b = "\\\\b", .resultado = "C:\\a\\\\b"},  // only one goes
         {.a = "C:\\a\\\\", .b = "b", .resultado = "C:\\a\\\\b"},    // none is taken from the first
         {.a = "", .b = "b", .resultado = "\\b"},
         {.a = "", .b = "", .resultado = "\\"},
         {.a = "", .b = "\\", .resultado = "\\"},
         {.a = "a", .b = "", .resultado = "a\\"},
-        {.a = "a", .b = "b\\", .resultado = "a\\b\\"},  // a trailing separator stays
+        {.a = "a", .b = "b\\", .resultado = "a\\b\\"},      // a trailing separator stays
         {.a = " a ", .b = " b ", .resultado = " a \\ b "},  // blanks stay
         {.a = "C:", .b = "x", .resultado = "C:\\x"},
         {.a = "a\\\\b", .b = "c//d", .resultado = "a\\\\b\\c//d"},
@@ -188,7 +188,10 @@ TEST(rutas, construye_un_path) {
     const caso casos[] = {
         {.a = "C:\\a", .b = "b", .nombre = "f.t", .ancho = "C:\\a\\b\\f.t", .estrecho = "C:\\a\\b\\f.t"},
         // The flavours differ in the leading separator of the name.
-        {.a = "C:\\a", .b = "b", .nombre = "\\f.txt", .ancho = "C:\\a\\b\\f.txt",
+        {.a = "C:\\a",
+         .b = "b",
+         .nombre = "\\f.txt",
+         .ancho = "C:\\a\\b\\f.txt",
          .estrecho = "C:\\a\\b\\\\f.txt"},
         {.a = "C:\\a", .b = "b", .nombre = "/f", .ancho = "C:\\a\\b\\f", .estrecho = "C:\\a\\b\\/f"},
         {.a = "C:\\a", .b = "b", .nombre = "\\\\f", .ancho = "C:\\a\\b\\\\f", .estrecho = "C:\\a\\b\\\\\\f"},
@@ -516,9 +519,9 @@ TEST(rutas, da_los_directorios_del_path) {
         {";;a;", {"a"}},
         {"a", {"a"}},
         {" ", {""}},
-        {"b;a;b;A", {"b", "a", "b", "A"}},            // order and repeats stay
+        {"b;a;b;A", {"b", "a", "b", "A"}},                      // order and repeats stay
         {"\"C:\\x y\"; C:\\ñ é ", {"\"C:\\x y\"", "C:\\ñ é"}},  // quotes stay
-        {"\ta\t;b", {"\ta\t", "b"}},                  // only the space is a blank
+        {"\ta\t;b", {"\ta\t", "b"}},                            // only the space is a blank
     };
     for (const caso& c : casos) {
         SCOPED_TRACE(c.valor == nullptr ? "(unset)" : c.valor);
