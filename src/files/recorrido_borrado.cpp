@@ -80,11 +80,24 @@ void i_lee(nivel& destino, subdirectorios cuales) {
     });
 }
 
+// The root of a walk as it is looked at: a link with a separator after it is followed by some systems. Only the root
+// of a drive or of a volume keeps its own.
 vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
-    while (acaba_en_separador(ruta)) {
-        ruta.remove_suffix(1);
+    vista_w resto = ruta;
+    while (acaba_en_separador(resto)) {
+        resto.remove_suffix(1);
     }
-    return ruta;
+    const bool es_volumen = empieza_por(resto, L"\\\\?\\") && resto.find_last_of(L"\\/") == 3;
+    return resto.empty() || resto.back() == L':' || es_volumen ? ruta : resto;
+}
+
+// Not every file system knows the question for the tag (FAT, some shares); what is no reparse point has none. Of one
+// whose tag is not told nothing can be known.
+bool i_se_puede_entrar_sin_marca(HANDLE directorio) noexcept {
+    BY_HANDLE_FILE_INFORMATION datos;
+    return sistema.GetFileInformationByHandle(directorio, &datos) &&
+           (datos.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) ==
+               FILE_ATTRIBUTE_DIRECTORY;
 }
 
 // A directory may be walked: it is one, it is no link, and the system says so of the directory itself, opened
@@ -94,17 +107,30 @@ bool i_se_puede_entrar(const wchar_t* directorio) noexcept {
         directorio, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
     FILE_ATTRIBUTE_TAG_INFO marca;
-    if (!abierto.valida() ||
-        !sistema.GetFileInformationByHandleEx(abierto.get(), FileAttributeTagInfo, &marca, sizeof marca)) {
+    if (!abierto.valida()) {
         return false;
+    }
+    if (!sistema.GetFileInformationByHandleEx(abierto.get(), FileAttributeTagInfo, &marca, sizeof marca)) {
+        return i_se_puede_entrar_sin_marca(abierto.get());
     }
     return (marca.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
            !i_es_marca_de_enlace(marca.FileAttributes, marca.ReparseTag);
 }
 
+// Windows cuts blanks and points where a path ends, but not where it goes on: the directory looked at would not be
+// the one walked. With the prefix nothing is cut.
+bool i_se_recorta(vista_w directorio) noexcept {
+    const vista_w nombre = directorio.substr(directorio.find_last_of(L"\\/:") + 1);
+    return !empieza_por(directorio, L"\\\\?\\") &&
+           (acaba_en(nombre, L" ") || (nombre.size() > 2 && acaba_en(nombre, L"..")));
+}
+
 // The root of a walk has no entry that was read before it, so its own is looked up. Opening it is not enough: some
 // systems follow links of their own kind whatever they are asked.
 bool i_es_enlace_por_su_nombre(const wchar_t* directorio) noexcept {
+    if (i_se_recorta(a_vista(directorio))) {
+        return true;
+    }
     const DWORD atributos = lmlongpath_GetFileAttributesW(directorio);
     if (atributos == INVALID_FILE_ATTRIBUTES) {
         return true;  // missing, or not to be judged
@@ -113,19 +139,30 @@ bool i_es_enlace_por_su_nombre(const wchar_t* directorio) noexcept {
         return false;
     }
     WIN32_FIND_DATAW entrada;
-    const cadena_w sin_barra(i_sin_separadores_finales(a_vista(directorio)));
-    const manija_busqueda busqueda = lmlongpath_FindFirstFileW(sin_barra.c_str(), &entrada, true);
+    const manija_busqueda busqueda = lmlongpath_FindFirstFileW(directorio, &entrada, true);
     return !busqueda.valida() || i_es_enlace_a_directorio(entrada);
 }
 
-// Puts a directory on the stack, read once. A link, or what cannot be told from one, shows nothing.
-void i_entra(pila_de_niveles& pila, cadena_w ruta, bool enlace, subdirectorios cuales) {
+// Puts a directory on the stack, read once. What may not be walked shows nothing.
+void i_entra(pila_de_niveles& pila, cadena_w ruta, bool se_puede, subdirectorios cuales) {
     auto nuevo = objeto<nivel>::crea();
     nuevo->ruta = std::move(ruta);
-    if (!enlace && i_se_puede_entrar(nuevo->ruta.c_str())) {
+    if (se_puede) {
         i_lee(*nuevo, cuales);
     }
     pila.mete(std::move(nuevo));
+}
+
+void i_entra_en_raiz(pila_de_niveles& pila, vista_w raiz, subdirectorios cuales) {
+    const cadena_w nombre(i_sin_separadores_finales(raiz));
+    const bool se_puede = !i_es_enlace_por_su_nombre(nombre.c_str()) && i_se_puede_entrar(nombre.c_str());
+    i_entra(pila, cadena_w(raiz), se_puede, cuales);
+}
+
+void i_entra_en_hijo(pila_de_niveles& pila, const nivel& padre, const hijo& cual, subdirectorios cuales) {
+    cadena_w ruta = i_concatena_directorios(padre.ruta.ver(), vista_w(cual.nombre));
+    const bool se_puede = !cual.enlace && i_se_puede_entrar(ruta.c_str());
+    i_entra(pila, std::move(ruta), se_puede, cuales);
 }
 
 bool i_recorre_ficheros(const nivel& actual, visitante_borrado& visitante) {
@@ -141,9 +178,7 @@ bool i_recorre_ficheros(const nivel& actual, visitante_borrado& visitante) {
 
 void i_recorre_para_borrar(vista_w directorio, subdirectorios cuales, visitante_borrado& visitante) {
     pila_de_niveles pila;
-    cadena_w raiz(directorio);
-    const bool enlace = i_es_enlace_por_su_nombre(raiz.c_str());
-    i_entra(pila, std::move(raiz), enlace, cuales);
+    i_entra_en_raiz(pila, directorio, cuales);
     if (!i_recorre_ficheros(pila.cima(), visitante)) {
         return;
     }
@@ -153,9 +188,7 @@ void i_recorre_para_borrar(vista_w directorio, subdirectorios cuales, visitante_
             if (!visitante.sigue()) {
                 return;
             }
-            const hijo siguiente = actual.hijos[actual.siguiente++];
-            i_entra(pila, i_concatena_directorios(actual.ruta.ver(), vista_w(siguiente.nombre)),
-                    siguiente.enlace, cuales);
+            i_entra_en_hijo(pila, actual, actual.hijos[actual.siguiente++], cuales);
             if (!i_recorre_ficheros(pila.cima(), visitante)) {
                 return;
             }

@@ -2,8 +2,8 @@
 // then each subdirectory is walked and handed out after its contents.
 //
 // Promises: a link to a directory is handed out, never entered, whether its entry or the directory itself, opened
-// without following links, says so; what cannot be judged is not entered either. No recursion: depth costs heap,
-// not stack.
+// without following links, says so; what cannot be judged is not entered either, nor a root whose name Windows cuts
+// at its end, so that what was looked at is what is walked. No recursion: depth costs heap, not stack.
 // Cannot promise: against somebody who puts a link in a directory's place between the look and the walk.
 // Checked by tests/files/borrado_arbol_win32_test.cpp.
 #pragma once

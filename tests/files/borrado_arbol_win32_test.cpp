@@ -325,12 +325,80 @@ TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
         f.borra(d.ruta("t"));
         EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre;
         EXPECT_FALSE(d.existe("t\\f.txt")) << f.nombre;
-        // As the root itself it is not entered either.
-        f.borra(d.ruta("t\\enlace"));
-        EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre;
+        // As the root itself it is not entered either, however it is written.
+        for (const char* raiz : {"t\\enlace\\", "t\\enlace/", "t\\enlace\\\\", "t\\enlace\\.", "t\\enlace"}) {
+            d.directorio("t");
+            ASSERT_TRUE(d.existe("t\\enlace") || crea_enlace_unix(d, "t/enlace", "valioso"));
+            f.borra(d.ruta(raiz));
+            EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre << " " << raiz;
+        }
         toma_preguntas();
         toma_esperas();
         borra_enlace_unix(d, "t/enlace");
+    }
+}
+
+// Windows cuts blanks and points where a path ends, and leaves them where it goes on: what would be looked at is not
+// what would be walked.
+TEST(borrado_arbol, un_nombre_que_Windows_recorta_no_se_recorre) {
+    for (const char* raiz : {"t ", "t..", "t  \\", "u\\...", "u\\.. "}) {
+        const directorio_temporal d;
+        d.fichero("t\\f.txt");
+        const std::string recortable = std::string(raiz).substr(0, std::string(raiz).find_last_not_of('\\') + 1);
+        d.fichero(recortable + "\\f.txt");
+        const lista antes = d.arbol();
+        buclrein_establece_politica(0, 0);
+        for (const forma& f : formas) {
+            fallos libro;
+            f.borra(d.ruta(raiz));
+            EXPECT_EQ(libro.cuenta("FindFirstFileExW"), 0u) << f.nombre << " '" << raiz << "'";
+            EXPECT_EQ(d.arbol(), antes) << f.nombre << " '" << raiz << "'";
+        }
+        toma_preguntas();
+        toma_avisos();
+        toma_informes();
+    }
+    // With the prefix nothing is cut.
+    const directorio_temporal d;
+    d.fichero("t \\f.txt");
+    cdir_borra_contenido_directorio_UNICODE(w("\\\\?\\" + d.ruta("t ")).c_str());
+    EXPECT_FALSE(d.existe("t \\f.txt"));
+}
+
+// Not every file system knows the question for the reparse tag: where the directory is no reparse point there is no
+// tag to ask for.
+TEST(borrado_arbol, sin_respuesta_sobre_la_marca_deciden_los_atributos) {
+    static DWORD bits;
+    buclrein_establece_politica(0, 0);
+    for (const forma& f : formas) {
+        if (!f.recursiva) {
+            continue;
+        }
+        const directorio_temporal d;
+        siembra(d);
+        fallos libro;
+        libro.falla_siempre("GetFileInformationByHandleEx", ERROR_INVALID_PARAMETER);
+        f.borra(d.ruta("t"));
+        EXPECT_FALSE(d.existe("t\\sub")) << f.nombre;
+        EXPECT_EQ(libro.manijas_abiertas(), 0u);
+
+        d.fichero("t\\sub\\f.txt");
+        static decltype(lumodir::sistema.GetFileInformationByHandle) antes;
+        antes = lumodir::sistema.GetFileInformationByHandle;
+        for (const DWORD atributos : {DWORD{FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY},
+                                      DWORD{FILE_ATTRIBUTE_NORMAL}}) {
+            bits = atributos;
+            const sustituye<decltype(lumodir::sistema.GetFileInformationByHandle)> otro(
+                lumodir::sistema.GetFileInformationByHandle,
+                [](HANDLE h, LPBY_HANDLE_FILE_INFORMATION datos) -> BOOL {
+                    const BOOL bien = antes(h, datos);
+                    datos->dwFileAttributes = bits;
+                    return bien;
+                });
+            f.borra(d.ruta("t"));
+            EXPECT_TRUE(d.existe("t\\sub\\f.txt")) << f.nombre << " attributes " << atributos;
+        }
+        toma_preguntas();
     }
 }
 
@@ -399,10 +467,13 @@ TEST(borrado_arbol, lo_que_no_se_puede_abrir_para_mirarlo_no_se_recorre) {
     const directorio_temporal d;
     d.fichero("t\\f.txt");
     buclrein_establece_politica(0, 0);
-    for (const char* llamada : {"CreateFileW", "GetFileInformationByHandleEx", "GetFileAttributesW"}) {
+    for (const char* llamada : {"CreateFileW", "GetFileInformationByHandle", "GetFileAttributesW"}) {
         for (const forma& f : formas) {
             fallos libro;
             libro.falla_siempre(llamada, ERROR_ACCESS_DENIED);
+            const sustituye<decltype(lumodir::sistema.GetFileInformationByHandleEx)> sin_marca(
+                lumodir::sistema.GetFileInformationByHandleEx,
+                [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) -> BOOL { return FALSE; });
             f.borra(d.ruta("t"));
             EXPECT_TRUE(d.existe("t\\f.txt")) << f.nombre;
             EXPECT_EQ(libro.cuenta("FindFirstFileExW"), 0u) << f.nombre;
