@@ -1,8 +1,8 @@
 // Removing a directory and its ancestors while they are empty.
 //
-// Promises: the base is never removed; one silent attempt a directory; the first that is not empty, or does not
-// go, ends the climb. A directory that holds only directories with a point in front counts as empty here, and the
-// system then refuses its removal.
+// Promises: the base is never removed, whatever separators or points lead to it; one silent attempt a directory; the
+// first that is not empty, or does not go, ends the climb. A directory that holds only directories with a point in
+// front counts as empty here, and the system then refuses its removal.
 // Checked by tests/files/directorios_vacios_win32_test.cpp.
 #include "cdir.h"
 #include "companions/error_interno.hpp"
@@ -24,6 +24,20 @@ vista_w i_sin_barra_final(vista_w directorio) noexcept {
     return directorio;
 }
 
+vista_w i_sin_separadores_finales(vista_w directorio) noexcept {
+    while (acaba_en_separador(directorio)) {
+        directorio.remove_suffix(1);
+    }
+    return directorio;
+}
+
+// A last component that the system resolves, or cuts to nothing ("..", "...", " "): removing it would remove another
+// directory than the text says, perhaps the base.
+bool i_nombra_a_otro(vista_w directorio) noexcept {
+    const vista_w nombre = directorio.substr(i_directorio_de_fichero(directorio).size());
+    return !nombre.empty() && nombre.find_first_not_of(L". ") == vista_w::npos;
+}
+
 bool i_esta_vacio(vista_w directorio) {
     i_comprueba(!directorio.empty(), "widestr_longitud(directorio) > 0");
     const cadena_w patron = i_concatena_directorios(directorio, L"*.*");
@@ -36,6 +50,16 @@ bool i_esta_vacio(vista_w directorio) {
     return true;
 }
 
+// Whether the climb goes on: it was empty and is gone, or was not there at all.
+bool i_borra_si_esta_vacio(vista_w directorio) {
+    if (!i_esta_vacio(directorio)) {
+        return false;
+    }
+    const cadena_w actual(directorio);
+    return cdir_existe_directorio_UNICODE(actual.c_str()) != CIERTO ||
+           lmlongpath_RemoveDirectoryW(actual.c_str(), nullptr);
+}
+
 // Without a base the climb ends at the drive.
 cadena_w i_unidad_como_base(vista_w directorio) {
     const path_comprobado<wchar_t> comprobado = i_comprueba_fichero(directorio);
@@ -44,18 +68,20 @@ cadena_w i_unidad_como_base(vista_w directorio) {
 }
 
 void i_borra_mientras_esten_vacios(vista_w directorio, vista_w base) {
-    while (!iguales_sin_caja(directorio, base)) {
-        if (!i_comprueba(directorio.size() > base.size(),
-                         "widestr_longitud(dir) > widestr_longitud(path_base)") ||
-            !i_esta_vacio(directorio)) {
+    const vista_w tope = i_sin_separadores_finales(base);
+    for (;;) {
+        // Going up leaves a "/" or a doubled "\\" at the end; the base may bear one too.
+        const vista_w comparable = i_sin_separadores_finales(directorio);
+        if (iguales_sin_caja(comparable, tope) ||
+            !i_comprueba(comparable.size() > tope.size(),
+                         "widestr_longitud(dir) > widestr_longitud(path_base)")) {
             return;
         }
-        const cadena_w actual(directorio);
-        if (cdir_existe_directorio_UNICODE(actual.c_str()) == CIERTO &&
-            !lmlongpath_RemoveDirectoryW(actual.c_str(), nullptr)) {
+        const bool es_el_mismo = acaba_en(comparable, L"\\.") || acaba_en(comparable, L"/.");
+        if (!es_el_mismo && (i_nombra_a_otro(comparable) || !i_borra_si_esta_vacio(directorio))) {
             return;
         }
-        const vista_w padre = i_sin_barra_final(i_directorio_de_fichero(directorio));
+        const vista_w padre = i_sin_barra_final(i_directorio_de_fichero(es_el_mismo ? comparable : directorio));
         if (padre == directorio) {
             return;  // a final "/" stays where it is: there is no further up
         }

@@ -37,6 +37,13 @@ const fila filas[] = {
     {.nombre = "nor does letter case", .directorio = "a\\b\\c", .base = "A", .queda = {"a\\", "z"}},
     {.nombre = "the base itself stays", .directorio = "a", .base = "a\\", .queda = {"a\\", "a\\b\\", "a\\b\\c\\", "z"}},
     {.nombre = "a missing level is passed over", .directorio = "a\\b\\c\\no\\tampoco", .base = "a", .queda = {"a\\", "z"}},
+    {.nombre = "a slash before the last levels", .directorio = "a/b\\c", .base = "a", .queda = {"a\\", "z"}},
+    {.nombre = "a doubled separator", .directorio = "a\\\\b\\c", .base = "a", .queda = {"a\\", "z"}},
+    {.nombre = "a base with a slash", .directorio = "a/b\\c", .base = "a/", .queda = {"a\\", "z"}},
+    {.nombre = "a point is no level", .directorio = "a\\.\\b\\c", .base = "a", .queda = {"a\\", "z"}},
+    {.nombre = "two points end the climb", .directorio = "a\\b\\..\\b\\c", .base = "a", .queda = {"a\\", "z"}},
+    {.nombre = "so does a name that Windows cuts to nothing", .directorio = "a\\...\\b", .base = "a",
+     .queda = {"a\\", "a\\b\\", "a\\b\\c\\", "z"}},
 };
 
 }  // namespace
@@ -51,6 +58,18 @@ TEST(directorios_vacios, se_sube_hasta_la_base) {
             sube(ancha, d.ruta(caso.directorio), &base);
             EXPECT_EQ(d.arbol(), caso.queda) << caso.nombre;
         }
+    }
+}
+
+TEST(directorios_vacios, otra_escritura_de_la_base_no_la_borra) {
+    for (const char* directorio : {"a/", "a\\\\", "a\\.", "a\\.\\", "a\\...", "a\\ ", "a\\ \\", "a\\x\\.."}) {
+        const directorio_temporal d;
+        d.directorio("a");
+        const std::string base = d.ruta("a");
+        fallos libro;
+        sube(true, d.ruta(directorio), &base);
+        EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), 0u) << directorio;
+        EXPECT_TRUE(d.existe("a")) << directorio;
     }
 }
 
