@@ -7,6 +7,7 @@
 // Checked by tests/files/cambia_extension_win32_test.cpp.
 #include "cdir.h"
 #include "companions/error_interno.hpp"
+#include "companions/sistema.hpp"
 #include "paths/componentes.hpp"
 #include "paths/split_makepath.hpp"
 
@@ -21,8 +22,9 @@ void i_cambia(vista_w directorio, vista_w nombre, vista_w antigua, vista_w nueva
     const division<wchar_t> piezas(nombre, false);
     const cadena_w origen = i_makepath<wchar_t>({}, directorio, piezas.nombre, antigua);
     const cadena_w destino = i_makepath<wchar_t>({}, directorio, piezas.nombre, nueva);
-    // Another letter case is the same file: deleting the target would delete the source.
-    const bool mismo_fichero = iguales_sin_caja(origen.ver(), destino);
+    // Another letter case, of any alphabet, is the same file: deleting the target would delete the source.
+    const bool mismo_fichero =
+        ::CompareStringOrdinal(origen.c_str(), -1, destino.c_str(), -1, TRUE) == CSTR_EQUAL;
     if (!mismo_fichero && cdir_existe_fichero_UNICODE(origen.c_str()) == CIERTO) {
         cdir_borra_fichero_si_existe_UNICODE(destino.c_str());
     }

@@ -66,11 +66,18 @@ TEST(cambia_extension, el_que_estaba_en_su_sitio_se_sustituye) {
 }
 
 TEST(cambia_extension, otra_caja_de_letra_no_borra_el_fichero) {
-    const directorio_temporal d;
-    d.fichero("a.tmp", "mio");
-    cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"TMP");
-    EXPECT_EQ(d.contenido("a.tmp"), "mio");
-    EXPECT_EQ(d.arbol().size(), 1u);
+    struct caja {
+        const char* antigua;
+        const char* nueva;
+    };
+    for (const caja& c : {caja{"tmp", "TMP"}, caja{"\u00f1\u0434", "\u00d1\u0414"}, caja{"\u00c0x", "\u00e0x"}}) {
+        const directorio_temporal d;
+        const std::string nombre = std::string("a.") + c.antigua;
+        d.fichero(nombre, "mio");
+        cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), w(c.antigua).c_str(), w(c.nueva).c_str());
+        EXPECT_EQ(d.contenido(nombre), "mio") << nombre;
+        EXPECT_EQ(d.arbol().size(), 1u) << nombre;
+    }
 }
 
 TEST(cambia_extension, sin_origen_no_se_borra_el_destino) {
