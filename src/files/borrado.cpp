@@ -17,16 +17,22 @@
 namespace lumodir {
 namespace {
 
-// One attempt and its code. ERROR_SUCCESS: it worked.
 using intento_borrado = BOOL (*)(const wchar_t* path, DWORD* error_out);
 
-DWORD i_intenta(intento_borrado borra, const wchar_t* path) noexcept {
-    DWORD codigo = ERROR_SUCCESS;
-    return borra(path, &codigo) ? static_cast<DWORD>(ERROR_SUCCESS) : codigo;
-}
+// How one attempt ended. A failure stays one even when the system has no code for it.
+struct desenlace {
+    bool hecho;
+    DWORD codigo;
 
-bool i_ya_no_esta(DWORD codigo) noexcept {
-    return codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND;
+    bool ya_no_esta() const noexcept {
+        return !hecho && (codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND);
+    }
+};
+
+desenlace i_intenta(intento_borrado borra, const wchar_t* path) noexcept {
+    DWORD codigo = ERROR_SUCCESS;
+    const bool hecho = borra(path, &codigo) != FALSE;
+    return {hecho, codigo};
 }
 
 cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
@@ -37,34 +43,34 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
         {i_mensaje(i_msg_53951_no_se_puede_borrar_fichero, {fichero}), L"\n", a_vista(motivo)});
 }
 
-// The loop around a deletion whose first attempt has ended with `codigo` already; `bien(codigo)` says which codes
-// count as success, `al_fallar(bucle, codigo)` hands over the message.
+// The loop around a deletion whose first attempt has ended in `ultimo` already; `bien(ultimo)` says which ends count
+// as success, `al_fallar(bucle, codigo)` hands over the message.
 template <class Bien, class AlFallar>
-unsigned short i_insiste(intento_borrado borra, const wchar_t* path, DWORD codigo, unsigned short informar,
+unsigned short i_insiste(intento_borrado borra, const wchar_t* path, desenlace ultimo, unsigned short informar,
                          Bien bien, AlFallar al_fallar) {
-    bool hecho = true;
+    bool es_el_primero = true;
     return i_con_reintentos(
         CIERTO, informar,
         [&]() -> unsigned short {
-            if (!hecho) {
-                codigo = i_intenta(borra, path);
+            if (!es_el_primero) {
+                ultimo = i_intenta(borra, path);
             }
-            hecho = false;
-            return bien(codigo) ? CIERTO : FALSO;
+            es_el_primero = false;
+            return bien(ultimo) ? CIERTO : FALSO;
         },
-        [&](BuclRein* bucle) { al_fallar(bucle, codigo); });
+        [&](BuclRein* bucle) { al_fallar(bucle, ultimo.codigo); });
 }
 
-// What follows a first attempt that ended with `codigo`.
+// What follows a first attempt that failed.
 unsigned short i_insiste_con_fichero(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short informar,
-                                     DWORD codigo) {
+                                     desenlace ultimo) {
     if (es_fichero_de_solo_lectura(fichero) == CIERTO) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
-        codigo = i_intenta(lmlongpath_DeleteFileW, fichero);
+        ultimo = i_intenta(lmlongpath_DeleteFileW, fichero);
     }
     return i_insiste(
-        lmlongpath_DeleteFileW, fichero, codigo, informar,
-        [](DWORD c) { return c == ERROR_SUCCESS || i_ya_no_esta(c); },
+        lmlongpath_DeleteFileW, fichero, ultimo, informar,
+        [](desenlace d) { return d.hecho || d.ya_no_esta(); },
         [&](BuclRein* bucle, DWORD c) {
             buclrein_set_mensaje_reintentar(bucle, i_mensaje_fichero(fichero, texto_extra), c);
             const auto avisa_al_anfitrion = i_func_comprobar_fichero_no_esta_abierto();
@@ -75,9 +81,9 @@ unsigned short i_insiste_con_fichero(const wchar_t* fichero, const wchar_t* text
         });
 }
 
-unsigned short i_insiste_con_directorio(const wchar_t* directorio, unsigned short informar, DWORD codigo) {
+unsigned short i_insiste_con_directorio(const wchar_t* directorio, unsigned short informar, desenlace ultimo) {
     return i_insiste(
-        lmlongpath_RemoveDirectoryW, directorio, codigo, informar, [](DWORD c) { return c == ERROR_SUCCESS; },
+        lmlongpath_RemoveDirectoryW, directorio, ultimo, informar, [](desenlace d) { return d.hecho; },
         [&](BuclRein* bucle, DWORD c) {
             buclrein_set_mensaje_reintentar(
                 bucle, i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio}), c);
@@ -89,12 +95,12 @@ unsigned short i_borra_directorio_si_existe(const wchar_t* directorio, unsigned 
     if (!i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL")) {
         return FALSO;
     }
-    const DWORD codigo = i_intenta(lmlongpath_RemoveDirectoryW, directorio);
-    if (codigo == ERROR_SUCCESS) {
+    const desenlace primero = i_intenta(lmlongpath_RemoveDirectoryW, directorio);
+    if (primero.hecho) {
         return CIERTO;
     }
     return cdir_existe_directorio_UNICODE(directorio) == CIERTO
-               ? i_insiste_con_directorio(directorio, informar, codigo)
+               ? i_insiste_con_directorio(directorio, informar, primero)
                : FALSO;
 }
 
@@ -111,10 +117,10 @@ unsigned short i_borra_fichero(const wchar_t* fichero, const wchar_t* texto_extr
     if (!i_comprueba(fichero != nullptr, "(nombre) != NULL")) {
         return FALSO;
     }
-    const DWORD codigo = i_intenta(lmlongpath_DeleteFileW, fichero);
-    return codigo == ERROR_SUCCESS || i_ya_no_esta(codigo)
+    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fichero);
+    return primero.hecho || primero.ya_no_esta()
                ? CIERTO
-               : i_insiste_con_fichero(fichero, texto_extra, informar, codigo);
+               : i_insiste_con_fichero(fichero, texto_extra, informar, primero);
 }
 
 unsigned short i_borra_fichero_existente(const wchar_t* fichero, const wchar_t* texto_extra,
@@ -122,12 +128,12 @@ unsigned short i_borra_fichero_existente(const wchar_t* fichero, const wchar_t* 
     if (!i_comprueba(fichero != nullptr, "(nombre) != NULL")) {
         return FALSO;
     }
-    const DWORD codigo = i_intenta(lmlongpath_DeleteFileW, fichero);
-    if (codigo == ERROR_SUCCESS) {
+    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fichero);
+    if (primero.hecho) {
         return CIERTO;
     }
     if (cdir_existe_fichero_UNICODE(fichero) == CIERTO) {
-        return i_insiste_con_fichero(fichero, texto_extra, CIERTO, codigo);
+        return i_insiste_con_fichero(fichero, texto_extra, CIERTO, primero);
     }
     i_muestra_mensaje(i_msg_53950_no_se_puede_borrar_fichero_que_no_existe, a_vista(fichero));
     if (contexto.raiz.data() == nullptr) {
@@ -144,12 +150,12 @@ unsigned short i_borra_directorio_existente(const wchar_t* directorio) {
     if (!i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL")) {
         return FALSO;
     }
-    const DWORD codigo = i_intenta(lmlongpath_RemoveDirectoryW, directorio);
-    if (codigo == ERROR_SUCCESS) {
+    const desenlace primero = i_intenta(lmlongpath_RemoveDirectoryW, directorio);
+    if (primero.hecho) {
         return CIERTO;
     }
     if (cdir_existe_directorio_UNICODE(directorio) == CIERTO) {
-        return i_insiste_con_directorio(directorio, CIERTO, codigo);
+        return i_insiste_con_directorio(directorio, CIERTO, primero);
     }
     i_muestra_mensaje(i_msg_53953_no_se_puede_borrar_directorio_que_no_existe, a_vista(directorio));
     error_interno_msg_u("CR_existe", directorio);

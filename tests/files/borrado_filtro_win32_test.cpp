@@ -80,10 +80,21 @@ TEST(borrado_filtro, cada_fichero_tiene_un_intento_y_los_fallos_se_callan) {
     EXPECT_EQ(toma_esperas().size(), 0u);
 }
 
-TEST(borrado_filtro, un_filtro_nulo_se_informa) {
+TEST(borrado_filtro, un_filtro_nulo_vacio_o_en_blanco_se_informa_y_no_borra_nada) {
+    fallos libro;
     cdir_delete_ficheros_UNICODE(nullptr);
     cdir_delete_ficheros(nullptr);
-    EXPECT_EQ(toma_expresiones().size(), 2u);
+    EXPECT_EQ(toma_expresiones(), lista(2, "(path_filtro) != NULL"));
+    EXPECT_EQ(libro.llamadas(), 0u);
+    for (const char* blanco : {"", " "}) {
+        cdir_delete_ficheros_UNICODE(w(blanco).c_str());
+        cdir_delete_ficheros(blanco);
+        const lista expresiones = toma_expresiones();
+        EXPECT_EQ(expresiones, (lista{"path_correcto == CIERTO", "(path_filtro_generico) != NULL",
+                                      "path_correcto == CIERTO", "(path_filtro_generico) != NULL"}))
+            << "'" << blanco << "'";
+    }
+    EXPECT_EQ(libro.cuenta("DeleteFileW"), 0u);
 }
 
 TEST(borrado_filtro, rutas_largas) {

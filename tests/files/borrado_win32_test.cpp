@@ -406,6 +406,28 @@ TEST(borrado, un_directorio_que_se_vacia_a_tiempo_se_borra) {
     }
 }
 
+TEST(borrado, un_fallo_sin_codigo_es_un_fallo) {
+    const directorio_temporal d;
+    buclrein_establece_politica(1, 10);
+    for (const forma& f : formas) {
+        const std::string ruta = d.fichero("f.txt");
+        fallos libro;
+        libro.falla_siempre("DeleteFileW", ERROR_SUCCESS);
+        espera_respuesta(f, f.borra(ruta), 0);
+        EXPECT_EQ(libro.cuenta("DeleteFileW"), f.insiste ? 2u : 1u) << f.nombre;
+        EXPECT_EQ(toma_preguntas().size(), f.pregunta ? 1u : 0u) << f.nombre;
+    }
+    for (const forma_directorio& f : formas_directorio) {
+        const std::string ruta = d.directorio("d");
+        fallos libro;
+        libro.falla_siempre("RemoveDirectoryW", ERROR_SUCCESS);
+        EXPECT_EQ(f.borra(ruta), f.contesta ? 0 : no_contesta) << f.nombre;
+        EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), 2u) << f.nombre;
+        EXPECT_EQ(toma_preguntas().size(), f.pregunta ? 1u : 0u) << f.nombre;
+    }
+    toma_esperas();
+}
+
 TEST(borrado, con_cualquier_llamada_fallando_la_respuesta_dice_la_verdad) {
     const directorio_temporal d;
     buclrein_establece_politica(2, 10);
