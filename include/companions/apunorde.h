@@ -79,7 +79,8 @@ LUMODIR_API void *apunorde_nousar_busca(const ApunOrde *array, const void *key, 
 /**
  * Frees an array with its records and sets the variable to NULL.
  *
- * @param array  Address of the array variable. NULL, and a variable that is NULL, are reported.
+ * @param array  Address of the array variable. NULL, and a variable that is NULL, are reported. It is NULL
+ *               already when the first record is freed.
  */
 LUMODIR_API void apunorde_nousar_destruye(ApunOrde **array);
 

@@ -19,7 +19,7 @@ LUMODIR_EXTERN_C_INICIO
 typedef struct ArrCADENA ArrCADENA;
 
 /**
- * Compares two elements of a list.
+ * Compares two elements of a list, which it must leave as it is.
  *
  * @return Negative, 0 or positive, as the first goes before, with or after the second.
  */
@@ -97,7 +97,7 @@ LUMODIR_API void arr_BorrarCADENA(ArrCADENA *list, unsigned long index);
  * Keeps the first elements and frees the rest.
  *
  * @param list   List. NULL is reported.
- * @param count  Elements to keep; a number above that of the elements changes nothing.
+ * @param count  Elements to keep; a number above that of the elements is reported and changes nothing.
  */
 LUMODIR_API void arr_ReduceTamanyoCADENA(ArrCADENA *list, unsigned long count);
 
@@ -123,7 +123,7 @@ LUMODIR_API void arr_DestruyeCADENA(ArrCADENA **list);
 typedef struct ArrCADENA_u ArrCADENA_u;
 
 /**
- * Compares two elements of a list.
+ * Compares two elements of a list, which it must leave as it is.
  *
  * @return Negative, 0 or positive, as the first goes before, with or after the second.
  */
@@ -201,7 +201,7 @@ LUMODIR_API void arr_BorrarCADENA_u(ArrCADENA_u *list, unsigned long index);
  * Keeps the first elements and frees the rest.
  *
  * @param list   List. NULL is reported.
- * @param count  Elements to keep; a number above that of the elements changes nothing.
+ * @param count  Elements to keep; a number above that of the elements is reported and changes nothing.
  */
 LUMODIR_API void arr_ReduceTamanyoCADENA_u(ArrCADENA_u *list, unsigned long count);
 
@@ -269,6 +269,7 @@ LUMODIR_API void *arr_GetPunteroConTipo(const ArrPunteroConTipo *list, unsigned 
  * Frees a list with its records and sets the variable to NULL.
  *
  * @param list     Address of the list variable. NULL, and a variable that is NULL, are reported.
+ *                 It is NULL already when the first record is freed.
  * @param destroy  Called once for each record. NULL is reported, and the records are then not freed.
  */
 LUMODIR_API void arr_DestruyeEstructurasConTipo(ArrPunteroConTipo **list, ArrDestruyeRegistro destroy);

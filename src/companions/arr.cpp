@@ -217,11 +217,12 @@ void arr_DestruyeEstructurasConTipo(ArrPunteroConTipo** list, void (*destroy)(vo
     if (!i_comprueba(list != nullptr, "(arr) != NULL") || !i_comprueba(*list != nullptr, "(*arr) != NULL")) {
         return;
     }
+    // A record's end may lead back to the list that held it: by then the variable is NULL, and that is reported.
+    const objeto<ArrPunteroConTipo> lista(*list);
+    *list = nullptr;
     if (i_comprueba(destroy != nullptr, "(func_destruye) != NULL")) {
-        for (void*& elemento : (*list)->punteros) {
+        for (void*& elemento : lista->punteros) {
             llama_al_anfitrion(destroy, &elemento);
         }
     }
-    i_destruye_objeto(*list);
-    *list = nullptr;
 }

@@ -43,38 +43,6 @@ void i_termina() noexcept {
     ::TerminateProcess(::GetCurrentProcess(), 3);
 }
 
-// One character of the code page (one or two bytes) in another case; it stays as it is where its counterpart is
-// not in the code page (the upper case of the micro sign is a Greek letter, for example).
-void i_convierte_caracter(char* caracter, int bytes, DWORD caja) noexcept {
-    wchar_t unidad;
-    wchar_t convertida;
-    if (::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, caracter, bytes, &unidad, 1) != 1 ||
-        ::LCMapStringEx(LOCALE_NAME_INVARIANT, caja, &unidad, 1, &convertida, 1, nullptr, nullptr, 0) != 1) {
-        return;
-    }
-    char resultado[4];
-    BOOL falta = FALSE;
-    const int largo = ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, &convertida, 1, resultado,
-                                            sizeof resultado, nullptr, &falta);
-    if (largo == bytes && !falta) {
-        std::memcpy(caracter, resultado, static_cast<std::size_t>(bytes));
-    }
-}
-
-void i_convierte_caja(char* texto, std::size_t longitud, char primera, DWORD caja) noexcept {
-    for (std::size_t i = 0; i < longitud; ++i) {
-        if (static_cast<unsigned char>(texto[i]) < 0x80) {
-            const bool cambia = texto[i] >= primera && texto[i] <= primera + ('z' - 'a');
-            texto[i] = static_cast<char>(cambia ? texto[i] ^ ('a' ^ 'A') : texto[i]);
-        } else if (::IsDBCSLeadByte(static_cast<BYTE>(texto[i])) && i + 1 < longitud) {
-            i_convierte_caracter(texto + i, 2, caja);
-            ++i;
-        } else {
-            i_convierte_caracter(texto + i, 1, caja);
-        }
-    }
-}
-
 }  // namespace
 
 void (*duerme_ms)(unsigned long) = i_duerme;
@@ -111,6 +79,58 @@ std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_
         texto.remove_prefix(static_cast<std::size_t>(bytes));
     }
     return unidades;
+}
+
+// Length of the character that `texto` begins with, as its first byte tells.
+std::size_t i_bytes_de_caracter(vista_a texto) noexcept {
+    const auto primero = static_cast<unsigned char>(texto.front());
+    std::size_t bytes = 1;
+    if (i_es_utf8()) {
+        bytes = primero >= 0xF0 ? 4 : primero >= 0xE0 ? 3 : primero >= 0xC0 ? 2 : 1;
+    } else if (::IsDBCSLeadByteEx(pagina_de_codigos, primero)) {
+        bytes = 2;
+    }
+    return bytes < texto.size() ? bytes : texto.size();
+}
+
+// One character of the code page in another case; it stays as it is where its counterpart is not in the code page
+// (the upper case of the micro sign is a Greek letter, for example) or takes another number of bytes. Answers
+// whether the bytes are a character at all.
+bool i_convierte_caracter(char* caracter, int bytes, DWORD caja) noexcept {
+    wchar_t unidades[2];
+    wchar_t convertidas[2];
+    const int num =
+        ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, caracter, bytes, unidades, 2);
+    if (num <= 0) {
+        return false;
+    }
+    if (::LCMapStringEx(LOCALE_NAME_INVARIANT, caja, unidades, num, convertidas, 2, nullptr, nullptr, 0) != num) {
+        return true;
+    }
+    char resultado[8];
+    BOOL falta = FALSE;
+    const bool utf8 = i_es_utf8();  // it holds every character, and admits neither flags nor the question
+    const int largo =
+        ::WideCharToMultiByte(pagina_de_codigos, utf8 ? 0 : WC_NO_BEST_FIT_CHARS, convertidas, num, resultado,
+                              sizeof resultado, nullptr, utf8 ? nullptr : &falta);
+    if (largo == bytes && !falta) {
+        std::memcpy(caracter, resultado, static_cast<std::size_t>(bytes));
+    }
+    return true;
+}
+
+void i_convierte_caja(char* texto, std::size_t longitud, char primera, DWORD caja) noexcept {
+    for (std::size_t i = 0; i < longitud;) {
+        if (static_cast<unsigned char>(texto[i]) < 0x80) {
+            const bool cambia = texto[i] >= primera && texto[i] <= primera + ('z' - 'a');
+            texto[i] = static_cast<char>(cambia ? texto[i] ^ ('a' ^ 'A') : texto[i]);
+            ++i;
+        } else {
+            const std::size_t bytes = i_bytes_de_caracter(vista_a(texto + i, longitud - i));
+            // The byte behind a bad lead byte may be a character of its own.
+            i += i_convierte_caracter(texto + i, static_cast<int>(bytes), caja) ? bytes : 1;
+        }
+    }
 }
 
 }  // namespace

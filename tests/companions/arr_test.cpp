@@ -374,6 +374,32 @@ TEST(arr, una_destruccion_que_lanza_no_impide_las_demas) {
     EXPECT_EQ(lista, nullptr);
 }
 
+namespace {
+
+ArrPunteroConTipo* g_lista;
+int g_registros_destruidos;
+
+void destruye_y_vuelve_a_la_lista(void** registro) {
+    *registro = nullptr;
+    if (++g_registros_destruidos < 10) {  // without end otherwise
+        arr_DestruyeEstructurasConTipo(&g_lista, destruye_y_vuelve_a_la_lista);
+    }
+}
+
+}  // namespace
+
+TEST(arr, una_destruccion_que_vuelve_a_la_lista_la_halla_ya_tomada) {
+    g_registros_destruidos = 0;
+    g_lista = arr_CreaPunteroConTipo(0);
+    for (int i = 0; i < 3; ++i) {
+        arr_AppendPunteroConTipo(g_lista, &g_registros_destruidos);
+    }
+    arr_DestruyeEstructurasConTipo(&g_lista, destruye_y_vuelve_a_la_lista);
+    EXPECT_EQ(g_registros_destruidos, 3);
+    EXPECT_EQ(g_lista, nullptr);
+    ESPERA_INFORMES("(*arr) != NULL", "(*arr) != NULL", "(*arr) != NULL");
+}
+
 TEST(arr, una_lista_ancha_pasa_entera_a_8_bits_y_se_destruye) {
     const unsigned long long antes = lumospy_bloques_vivos();
     objeto<ArrCADENA_u> ancha(lista_de<wchar_t>({"uno", "ñandú", "", "\u4E2D"}));

@@ -292,3 +292,31 @@ TEST(ordenados, una_comparacion_que_lanza_o_se_contradice_no_pierde_registros) {
         EXPECT_EQ(g_vivas, 0);
     }
 }
+
+namespace {
+
+ApunOrde* g_conjunto;
+int g_registros_destruidos;
+
+void destruye_y_vuelve_al_conjunto(void** registro) {
+    *registro = nullptr;
+    if (++g_registros_destruidos < 10) {  // without end otherwise
+        apunorde_nousar_destruye(&g_conjunto);
+    }
+}
+
+}  // namespace
+
+TEST(ordenados, una_destruccion_que_vuelve_al_conjunto_lo_halla_ya_tomado) {
+    g_registros_destruidos = 0;
+    g_conjunto = apunorde_nousar_crea(compara_fichas, destruye_y_vuelve_al_conjunto);
+    ficha fichas[3] = {{2, 0}, {1, 1}, {3, 2}};
+    for (ficha& f : fichas) {
+        void* registro = &f;
+        apunorde_nousar_inserta_original(g_conjunto, &registro);
+    }
+    apunorde_nousar_destruye(&g_conjunto);
+    EXPECT_EQ(g_registros_destruidos, 3);
+    EXPECT_EQ(g_conjunto, nullptr);
+    ESPERA_INFORMES("(*apunorde) != NULL", "(*apunorde) != NULL", "(*apunorde) != NULL");
+}

@@ -173,6 +173,44 @@ TEST(plataforma, la_caja_de_un_texto_entero) {
     EXPECT_EQ(nada, '#');
 }
 
+namespace {
+
+struct fila_caja {
+    unsigned pagina;
+    const char* original;
+    const char* menor;
+    const char* mayor;
+};
+
+const fila_caja filas_caja[] = {
+    {.pagina = CP_UTF8, .original = "A\u00d1\u00f1z", .menor = "a\u00f1\u00f1z", .mayor = "A\u00d1\u00d1Z"},
+    {.pagina = CP_UTF8, .original = "\u0416\u0436\u4e2dB", .menor = "\u0436\u0436\u4e2db",
+     .mayor = "\u0416\u0416\u4e2dB"},
+    {.pagina = CP_UTF8, .original = "\uff21\uff41", .menor = "\uff41\uff41", .mayor = "\uff21\uff21"},
+    {.pagina = CP_UTF8, .original = "\u023a", .menor = "\u023a", .mayor = "\u023a"},  // three bytes in lower case
+    {.pagina = CP_UTF8, .original = "\U0001F600Q", .menor = "\U0001F600q", .mayor = "\U0001F600Q"},
+    {.pagina = CP_UTF8, .original = "\xC3Q\xF1q", .menor = "\xC3q\xF1q", .mayor = "\xC3Q\xF1Q"},  // not valid
+    {.pagina = CP_UTF8, .original = "Q\xC3", .menor = "q\xC3", .mayor = "Q\xC3"},  // cut short
+    // Code page 932: the full-width A, and a character whose second byte is a plain "A".
+    {.pagina = 932, .original = "\x82\x60\x82\x81", .menor = "\x82\x81\x82\x81", .mayor = "\x82\x60\x82\x60"},
+    {.pagina = 932, .original = "\x83\x41" "A", .menor = "\x83\x41" "a", .mayor = "\x83\x41" "A"},
+    {.pagina = 932, .original = "Q\x83", .menor = "q\x83", .mayor = "Q\x83"},
+};
+
+}  // namespace
+
+TEST(plataforma, la_caja_de_caracteres_de_varios_bytes) {
+    for (const fila_caja& f : filas_caja) {
+        const sustituye<unsigned> pagina(plataforma::pagina_de_codigos, f.pagina);
+        texto_a menor = f.original;
+        plataforma::minusculas_ansi(menor.data(), menor.size());
+        EXPECT_EQ(menor, f.menor) << f.pagina << " " << f.original;
+        texto_a mayor = f.original;
+        plataforma::mayusculas_ansi(mayor.data(), mayor.size());
+        EXPECT_EQ(mayor, f.mayor) << f.pagina << " " << f.original;
+    }
+}
+
 TEST(plataforma, el_texto_de_un_codigo_es_una_linea_sin_su_final) {
     for (const DWORD codigo :
          {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_PATH_NOT_FOUND}, DWORD{ERROR_ACCESS_DENIED},
