@@ -217,7 +217,7 @@ void arr_DestruyeEstructurasConTipo(ArrPunteroConTipo** list, void (*destroy)(vo
     if (!i_comprueba(list != nullptr, "(arr) != NULL") || !i_comprueba(*list != nullptr, "(*arr) != NULL")) {
         return;
     }
-    // A record's end may lead back to the list that held it: by then the variable is NULL, and that is reported.
+    // A record's end may lead back to the list that held it: by then the variable is NULL.
     const objeto<ArrPunteroConTipo> lista(*list);
     *list = nullptr;
     if (i_comprueba(destroy != nullptr, "(func_destruye) != NULL")) {

@@ -22,8 +22,8 @@ std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexce
 // cannot show.
 extern unsigned pagina_de_codigos;
 
-// Lower and upper case of 8-bit text by the active code page, in place, whatever the locale. A character whose
-// counterpart takes another number of bytes stays.
+// Lower and upper case of 8-bit text by the active code page, in place, whatever the locale. A character
+// whose counterpart takes another number of bytes stays.
 void minusculas_ansi(char* texto, std::size_t longitud) noexcept;
 void mayusculas_ansi(char* texto, std::size_t longitud) noexcept;
 

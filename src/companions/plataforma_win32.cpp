@@ -66,7 +66,8 @@ std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_
             texto.size() > 1 && ::IsDBCSLeadByteEx(pagina_de_codigos, static_cast<BYTE>(texto.front()));
         wchar_t unidad[2];
         int bytes = doble ? 2 : 1;
-        int largo = ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, texto.data(), bytes, unidad, 2);
+        int largo =
+            ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, texto.data(), bytes, unidad, 2);
         if (largo <= 0) {
             unidad[0] = sustituto;  // the byte behind a bad lead byte may be valid alone
             largo = bytes = 1;
@@ -93,9 +94,9 @@ std::size_t i_bytes_de_caracter(vista_a texto) noexcept {
     return bytes < texto.size() ? bytes : texto.size();
 }
 
-// One character of the code page in another case; it stays as it is where its counterpart is not in the code page
-// (the upper case of the micro sign is a Greek letter, for example) or takes another number of bytes. Answers
-// whether the bytes are a character at all.
+// One character of the code page in another case; it stays as it is where its counterpart is not in the code
+// page (the upper case of the micro sign is a Greek letter, for example) or takes another number of bytes.
+// Answers whether the bytes are a character at all.
 bool i_convierte_caracter(char* caracter, int bytes, DWORD caja) noexcept {
     wchar_t unidades[2];
     wchar_t convertidas[2];
@@ -104,7 +105,8 @@ bool i_convierte_caracter(char* caracter, int bytes, DWORD caja) noexcept {
     if (num <= 0) {
         return false;
     }
-    if (::LCMapStringEx(LOCALE_NAME_INVARIANT, caja, unidades, num, convertidas, 2, nullptr, nullptr, 0) != num) {
+    if (::LCMapStringEx(LOCALE_NAME_INVARIANT, caja, unidades, num, convertidas, 2, nullptr, nullptr, 0) !=
+        num) {
         return true;
     }
     char resultado[8];
@@ -149,7 +151,8 @@ std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noe
     if (unidades == 0) {
         unidades = ::MultiByteToWideChar(pagina_de_codigos, opciones, texto.data(), longitud, nullptr, 0);
     }
-    return unidades > 0 ? static_cast<std::size_t>(unidades) : i_a_utf16_con_sustitutos(texto, destino, sitio);
+    return unidades > 0 ? static_cast<std::size_t>(unidades)
+                        : i_a_utf16_con_sustitutos(texto, destino, sitio);
 }
 
 std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexcept {
@@ -160,14 +163,14 @@ std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexce
     // UTF-8 as the active code page admits no flags.
     const DWORD opciones = i_es_utf8() ? 0 : WC_NO_BEST_FIT_CHARS;
     if (sitio > 0) {
-        const int escritos = ::WideCharToMultiByte(pagina_de_codigos, opciones, texto.data(), longitud, destino,
-                                                   i_longitud(sitio), nullptr, nullptr);
+        const int escritos = ::WideCharToMultiByte(pagina_de_codigos, opciones, texto.data(), longitud,
+                                                   destino, i_longitud(sitio), nullptr, nullptr);
         if (escritos > 0) {
             return static_cast<std::size_t>(escritos);
         }
     }
-    return static_cast<std::size_t>(
-        ::WideCharToMultiByte(pagina_de_codigos, opciones, texto.data(), longitud, nullptr, 0, nullptr, nullptr));
+    return static_cast<std::size_t>(::WideCharToMultiByte(pagina_de_codigos, opciones, texto.data(), longitud,
+                                                          nullptr, 0, nullptr, nullptr));
 }
 
 void minusculas_ansi(char* texto, std::size_t longitud) noexcept {

@@ -95,8 +95,13 @@ const fila_invalida filas_invalidas[] = {
     {.pagina = 932, .bytes = "\x83\x65\x83\x58\x83\x67", .texto = "\u30C6\u30B9\u30C8"},
     {.pagina = 932, .bytes = "\x83", .texto = "\uFFFD"},
     {.pagina = 932, .bytes = "a\x83", .texto = "a\uFFFD"},
-    {.pagina = 932, .bytes = "\x83\\dir", .texto = "\u30BD" "dir"},  // 0x5C is the second half of a character here
-    {.pagina = 932, .bytes = "\x83\x20z\x83\x65", .texto = "\uFFFD z\u30C6"},  // what follows a bad lead byte stays
+    {.pagina = 932,
+     .bytes = "\x83\\dir",
+     .texto = "\u30BD"
+              "dir"},  // 0x5C is the second half of a character here
+    {.pagina = 932,
+     .bytes = "\x83\x20z\x83\x65",
+     .texto = "\uFFFD z\u30C6"},  // what follows a bad lead byte stays
     {.pagina = CP_UTF8, .bytes = "\xC3\xB1", .texto = "\u00F1"},
     {.pagina = CP_UTF8, .bytes = "a\xC3", .texto = "a\uFFFD"},
     {.pagina = CP_UTF8, .bytes = "\xF0\x9F\x98\x80", .texto = "\U0001F600"},
@@ -184,16 +189,24 @@ struct fila_caja {
 
 const fila_caja filas_caja[] = {
     {.pagina = CP_UTF8, .original = "A\u00d1\u00f1z", .menor = "a\u00f1\u00f1z", .mayor = "A\u00d1\u00d1Z"},
-    {.pagina = CP_UTF8, .original = "\u0416\u0436\u4e2dB", .menor = "\u0436\u0436\u4e2db",
+    {.pagina = CP_UTF8,
+     .original = "\u0416\u0436\u4e2dB",
+     .menor = "\u0436\u0436\u4e2db",
      .mayor = "\u0416\u0416\u4e2dB"},
     {.pagina = CP_UTF8, .original = "\uff21\uff41", .menor = "\uff41\uff41", .mayor = "\uff21\uff21"},
-    {.pagina = CP_UTF8, .original = "\u023a", .menor = "\u023a", .mayor = "\u023a"},  // three bytes in lower case
+    {.pagina = CP_UTF8, .original = "\u023a", .menor = "\u023a", .mayor = "\u023a"},  // 3 bytes lower
     {.pagina = CP_UTF8, .original = "\U0001F600Q", .menor = "\U0001F600q", .mayor = "\U0001F600Q"},
     {.pagina = CP_UTF8, .original = "\xC3Q\xF1q", .menor = "\xC3q\xF1q", .mayor = "\xC3Q\xF1Q"},  // not valid
-    {.pagina = CP_UTF8, .original = "Q\xC3", .menor = "q\xC3", .mayor = "Q\xC3"},  // cut short
+    {.pagina = CP_UTF8, .original = "Q\xC3", .menor = "q\xC3", .mayor = "Q\xC3"},                 // cut short
     // Code page 932: the full-width A, and a character whose second byte is a plain "A".
     {.pagina = 932, .original = "\x82\x60\x82\x81", .menor = "\x82\x81\x82\x81", .mayor = "\x82\x60\x82\x60"},
-    {.pagina = 932, .original = "\x83\x41" "A", .menor = "\x83\x41" "a", .mayor = "\x83\x41" "A"},
+    {.pagina = 932,
+     .original = "\x83\x41"
+                 "A",
+     .menor = "\x83\x41"
+              "a",
+     .mayor = "\x83\x41"
+              "A"},
     {.pagina = 932, .original = "Q\x83", .menor = "q\x83", .mayor = "Q\x83"},
 };
 
