@@ -76,7 +76,8 @@ void i_recibe_error(const char* expresion, const char* modulo, unsigned long lin
 
 unsigned short i_recibe_pregunta(const wchar_t* mensaje, unsigned long, void*) {
     const std::lock_guard turno(turno_de_consola());
-    if (hay_quien_conteste() && pregunta(std::wstring(mensaje) + L"\nTry again?")) {
+    i_muestra(mensaje);
+    if (hay_quien_conteste() && pregunta(L"Try again?")) {
         return CIERTO;
     }
     i_apunta(mensaje);

@@ -1,4 +1,4 @@
-// Listings: ls, tree.
+// Listings: ls, tree, sets.
 #include <algorithm>
 #include <map>
 
@@ -8,6 +8,7 @@
 #include "directorios.hpp"
 #include "dirwin.h"
 #include "ficheros.hpp"
+#include "fichsdir.h"
 #include "lumodir.h"
 #include "ordenes.hpp"
 #include "sistema_windows.hpp"
@@ -256,6 +257,44 @@ int i_tree(peticion& p) {
     return p.tiene("ext") && cuenta_ficheros(arbol) == 0 ? no : hecho;
 }
 
+// ---- sets ----
+
+int i_sets(peticion& p) {
+    const std::wstring directorio = p.directorio();
+    comprueba_directorio(directorio);
+    ArrPunteroConTipo* registros = fichsdir_ficheros_u(directorio.c_str());
+    std::vector<const Fichsdir*> ficheros;
+    for (unsigned long i = 0; i < arr_NumElemsPuntero(registros); ++i) {
+        ficheros.push_back(static_cast<const Fichsdir*>(arr_GetPunteroConTipo(registros, i)));
+    }
+    std::stable_sort(ficheros.begin(), ficheros.end(), [&](const Fichsdir* a, const Fichsdir* b) {
+        return p.tiene("by-date") ? a->fecha > b->fecha : fichsdir_compara_nombre(a, b->nombre) < 0;
+    });
+    json lista = json::lista();
+    tabla t({{L"modified"}, {L"protection"}, {L"name", false, true}});
+    for (const Fichsdir* f : ficheros) {
+        const std::wstring nombre = toma(fichsdir_nombre_fichero(f));
+        const bool protegido = fichsdir_fichero_esta_protegido(f) == CIERTO;
+        if (p.en_json) {
+            lista.agrega(json::objeto()
+                             .pon("name", nombre)
+                             .pon("modified", fecha_de_pared(f->fecha, L'T'))
+                             .pon("modified_seconds", f->fecha)
+                             .pon("protected", protegido));
+        } else {
+            t.fila({fecha_de_pared(f->fecha), i_proteccion(protegido), nombre});
+        }
+    }
+    arr_DestruyeEstructurasConTipo(
+        &registros, reinterpret_cast<ArrDestruyeRegistro>(reinterpret_cast<void*>(fichsdir_destruye)));
+    if (p.en_json) {
+        escribe_json(json::objeto().pon("directory", directorio).pon("files", std::move(lista)));
+    } else if (!t.vacia()) {
+        t.pinta(salida());
+    }
+    return hecho;
+}
+
 constexpr opcion opciones_ls[] = {
     {"ext", "E",
      "only files with this extension; ? stands for one character, \"\" for\nfiles without an extension"},
@@ -283,6 +322,9 @@ constexpr ejemplo ejemplos_tree[] = {
     {R"(tree . --files --ext txt)", "every text file below here"},
 };
 
+constexpr opcion opciones_sets[] = {{"by-date", "", "the newest first, instead of by name"}};
+constexpr ejemplo ejemplos_sets[] = {{R"(sets C:\windows --by-date)", "what changed last"}};
+
 constexpr orden ordenes[] = {
     {"ls", "[DIR] [--ext E] [--filter P] [--dirs | --long]",
      "the files, or the subdirectories, of a directory",
@@ -293,6 +335,10 @@ constexpr orden ordenes[] = {
      "Links to directories are not gone into, and subdirectories that begin with a\n"
      "point are left out. The exit code is 1 when --ext finds nothing.",
      0, 1, opciones_tree, ejemplos_tree, i_tree},
+    {"sets", "[DIR]", "the files of a directory with dates and protection",
+     "Dates are on the wall clock. Names are those of the active code page: a\n"
+     "character that it lacks shows as its default character.",
+     0, 1, opciones_sets, ejemplos_sets, i_sets},
 };
 
 }  // namespace

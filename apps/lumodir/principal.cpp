@@ -16,6 +16,7 @@
 // After windows.h
 #include <shellapi.h>
 #include "textos.hpp"
+#include "trabajo.hpp"
 
 namespace mando {
 
@@ -93,6 +94,7 @@ int i_ejecuta(invocacion& leida) {
         return mal_uso;
     }
     instala_anfitrion(leida.verboso);
+    atiende_interrupciones();
     if (leida.idioma) {
         i_elige_idioma(*leida.idioma);
     }

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "consola.hpp"
+#include "ordenes.hpp"
 #include "sistema_windows.hpp"
 
 namespace mando {
@@ -23,7 +24,10 @@ std::atomic<unsigned short*> bandera{nullptr};
 int __stdcall i_al_interrumpir(unsigned long) {
     unsigned short* continuar = bandera.load();
     if (continuar == nullptr) {
-        return FALSE;  // ends the program as usual
+        // At once, whatever the other threads are doing, but with the terminal left tidy.
+        progreso().borra();
+        TerminateProcess(GetCurrentProcess(), no);
+        return TRUE;
     }
     // The library promises to read it from another thread.
     *static_cast<volatile unsigned short*>(continuar) = 0;
@@ -70,14 +74,10 @@ void con_progreso(const std::function<void()>& trabajo, const std::function<std:
     }
 }
 
-interruptor::interruptor(unsigned short& continuar) {
-    bandera = &continuar;
-    SetConsoleCtrlHandler(i_al_interrumpir, TRUE);
-}
+void atiende_interrupciones() { SetConsoleCtrlHandler(i_al_interrumpir, TRUE); }
 
-interruptor::~interruptor() {
-    bandera = nullptr;
-    SetConsoleCtrlHandler(i_al_interrumpir, FALSE);
-}
+interruptor::interruptor(unsigned short& continuar) { bandera = &continuar; }
+
+interruptor::~interruptor() { bandera = nullptr; }
 
 }  // namespace mando

@@ -10,7 +10,10 @@ namespace mando {
 // seconds gone by) is shown after the first moments and then a few times a second.
 void con_progreso(const std::function<void()>& trabajo, const std::function<std::wstring(unsigned)>& texto);
 
-// While this object lives Ctrl-C does not end the program but sets the flag to 0.
+// From here on Ctrl-C ends the program with exit code 1.
+void atiende_interrupciones();
+
+// But while this object lives it sets the flag to 0 instead.
 class interruptor {
 public:
     explicit interruptor(unsigned short& continuar);

@@ -1,0 +1,269 @@
+// Deletion: rm, rmtree.
+#include <map>
+
+#include "cdir_ficheros.h"
+#include "cdir_rutas.h"
+#include "companions/buclrein.h"
+#include "consola.hpp"
+#include "directorios.hpp"
+#include "ficheros.hpp"
+#include "lumodir.h"
+#include "ordenes.hpp"
+#include "textos.hpp"
+#include "trabajo.hpp"
+
+namespace mando {
+
+namespace {
+
+// How patient a single deletion is.
+void i_ajusta_reintentos(const peticion& p) {
+    if (p.tiene("retries") || p.tiene("wait")) {
+        buclrein_establece_politica(p.numero("retries", 5, 1000), p.numero("wait", 100, 60000));
+    }
+}
+
+// ---- rm ----
+
+std::wstring i_rm_uno(const peticion& p, const std::wstring& ruta) {
+    rechaza_raiz(ruta);
+    if (p.tiene("if-possible")) {
+        unsigned short hay_error = FALSO;
+        lumodir_borra_fichero_si_existe_UNICODE(ruta.c_str(), &hay_error);
+        return hay_error == CIERTO ? L"'" + ruta + L"' is not deleted" : L"";
+    }
+    return cdir_borra_fichero_UNICODE(ruta.c_str()) == CIERTO ? L"" : L"'" + ruta + L"' is not deleted";
+}
+
+int i_rm(peticion& p) {
+    i_ajusta_reintentos(p);
+    const std::vector<std::wstring> rutas = p.argumentos_o_entrada();
+    // Nothing is deleted, nor asked, when one of the paths is no file that could be.
+    for (const std::wstring& ruta : rutas) {
+        rechaza_raiz(ruta);
+        const clase_de_entrada clase = que_hay_en(ruta);
+        if (clase == clase_de_entrada::directorio) {
+            throw fallo{L"'" + ruta + L"' is a directory; rmtree deletes trees"};
+        }
+        if (clase == clase_de_entrada::ninguna && !p.tiene("if-exists")) {
+            throw fallo{L"'" + ruta + L"' does not exist"};
+        }
+    }
+    std::vector<std::wstring> presentes;
+    for (const std::wstring& ruta : rutas) {
+        if (que_hay_en(ruta) == clase_de_entrada::fichero) {
+            presentes.push_back(ruta);
+        }
+    }
+    if (!presentes.empty()) {
+        confirma(p, presentes.size() == 1 ? L"Delete the file '" + presentes[0] + L"'?"
+                                          : L"Delete " + plural(presentes.size(), "file", "files") + L"?");
+    }
+    return en_cada_una(p, presentes, "deleted", i_rm_uno);
+}
+
+// ---- rmtree ----
+
+struct tarea {
+    std::wstring directorio;
+    std::vector<rama> arbol;  // as it was before
+    bool es_enlace = false;
+    bool interrumpida = false;
+    std::vector<std::wstring> no_borrados;  // files that --if-possible could not delete
+};
+
+// How many files of directories that are gone there were. It asks about some directories a time only: the
+// deletion is not to be held up by the watching.
+class contador_de_borrado {
+public:
+    explicit contador_de_borrado(const std::vector<rama>& arbol) : arbol_(arbol), ido_(arbol.size(), false) {}
+
+    std::wstring dice(unsigned segundos) {
+        constexpr size_t por_vez = 200;
+        for (size_t i = 0; i < std::min(por_vez, arbol_.size());
+             ++i, siguiente_ = (siguiente_ + 1) % arbol_.size()) {
+            const rama& r = arbol_[siguiente_];
+            if (!ido_[siguiente_] && cdir_existe_directorio_UNICODE(r.ruta.c_str()) != CIERTO) {
+                ido_[siguiente_] = true;
+                directorios_ += 1;
+                ficheros_ += r.ficheros.size();
+            }
+        }
+        return L"deleting: " + con_miles(directorios_) + L" of " + con_miles(arbol_.size()) +
+               L" directories, " + con_miles(ficheros_) + L" files in them, " + std::to_wstring(segundos) +
+               L" s (Ctrl-C stops)";
+    }
+
+private:
+    const std::vector<rama>& arbol_;
+    std::vector<bool> ido_;
+    size_t siguiente_ = 0, directorios_ = 0, ficheros_ = 0;
+};
+
+void i_borra_parando(tarea& t) {
+    unsigned short continuar = CIERTO;
+    const interruptor al_pulsar_control_c(continuar);
+    contador_de_borrado contador(t.arbol);
+    con_progreso([&] { cdir_borra_directorio_y_subdirectorios_parando(t.directorio.c_str(), &continuar); },
+                 [&](unsigned segundos) { return contador.dice(segundos); });
+    t.interrumpida = continuar != CIERTO;
+}
+
+void i_borra_si_se_puede(tarea& t) {
+    ArrCADENA_u* fallos = arr_CreaCADENA_u(0);
+    contador_de_borrado contador(t.arbol);
+    con_progreso(
+        [&] { cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(t.directorio.c_str(), fallos); },
+        [&](unsigned segundos) { return contador.dice(segundos); });
+    t.no_borrados = toma(fallos);
+}
+
+void i_borra_en_pasadas(tarea& t) {
+    contador_de_borrado contador(t.arbol);
+    con_progreso([&] { cdir_borra_contenido_directorio_si_es_posible_reintentando_u(t.directorio.c_str()); },
+                 [&](unsigned segundos) { return contador.dice(segundos); });
+}
+
+std::wstring i_en_palabras(const std::vector<rama>& arbol) {
+    return plural(cuenta_ficheros(arbol), "file", "files") + L" in " +
+           plural(arbol.size(), "directory", "directories");
+}
+
+constexpr size_t a_la_vista = 10;  // lines about what is left
+
+void i_di_ficheros(const std::vector<rama>& resto) {
+    size_t dichos = 0;
+    for (const rama& r : resto) {
+        for (const std::wstring& nombre : r.ficheros) {
+            if (dichos++ < a_la_vista) {
+                errores().escribe("  ").linea(
+                    toma(cdir_concatena_directorios_UNICODE(r.ruta.c_str(), nombre.c_str())));
+            }
+        }
+    }
+    if (dichos > a_la_vista) {
+        errores().linea(L"  and " + con_miles(dichos - a_la_vista) + L" more");
+    }
+}
+
+// The files left in each directory right below the base: of thousands nobody wants the names.
+void i_di_directorios(const std::vector<rama>& resto, const std::wstring& base) {
+    std::map<std::wstring, size_t> cuentas;
+    for (const rama& r : resto) {
+        const std::wstring debajo = bajo_la_base(r.ruta, base);
+        cuentas[debajo.substr(0, debajo.find(L'\\'))] += r.ficheros.size();
+    }
+    size_t dichos = 0;
+    for (const auto& [directorio, ficheros] : cuentas) {
+        if (ficheros > 0 && dichos++ < a_la_vista) {
+            errores().linea(L"  " + directorio + L": " + plural(ficheros, "file", "files"));
+        }
+    }
+    if (dichos > a_la_vista) {
+        errores().linea(L"  and " + plural(dichos - a_la_vista, "directory more", "directories more"));
+    }
+}
+
+void i_di_que_queda(const tarea& t, const std::vector<rama>& resto) {
+    errores()
+        .escribe("lumodir: ", estilo::malo)
+        .linea((t.interrumpida ? L"stopped; " : L"not deleted; ") + i_en_palabras(resto) + L" left in '" +
+               t.directorio + L"'");
+    if (t.interrumpida && !resto.empty()) {
+        i_di_directorios(resto, resto.front().ruta);
+    } else if (cuenta_ficheros(resto) > 0) {
+        i_di_ficheros(resto);
+    } else {
+        errores().linea(
+            "  (directories that begin with a point stay; --if-possible and --retry delete them too)");
+    }
+}
+
+int i_cuenta_lo_hecho(const peticion& p, const tarea& t) {
+    const bool queda = que_hay_en(t.directorio) != clase_de_entrada::ninguna;
+    const std::vector<rama> resto =
+        queda && !t.es_enlace ? recorre(t.directorio, nullptr) : std::vector<rama>();
+    if (p.en_json) {
+        json fila = json::objeto()
+                        .pon("path", t.directorio)
+                        .pon("done", !queda)
+                        .pon("stopped", t.interrumpida)
+                        .pon("files_before", cuenta_ficheros(t.arbol))
+                        .pon("files_left", cuenta_ficheros(resto))
+                        .pon("directories_left", resto.size());
+        if (p.tiene("if-possible")) {
+            fila.pon("failed", t.no_borrados);
+        }
+        escribe_json(fila);
+    } else if (queda) {
+        i_di_que_queda(t, resto);
+    } else {
+        salida().escribe("deleted", estilo::bueno).escribe(" ").escribe(t.directorio);
+        salida().linea(t.es_enlace ? L" (the link)" : L": " + i_en_palabras(t.arbol));
+    }
+    return queda ? no : hecho;
+}
+
+int i_rmtree(peticion& p) {
+    tarea t;
+    t.directorio = p.argumentos[0];
+    if (p.tiene("if-possible") && p.tiene("retry")) {
+        throw uso_incorrecto{L"give either --if-possible or --retry"};
+    }
+    i_ajusta_reintentos(p);
+    rechaza_raiz(t.directorio);
+    comprueba_existe(t.directorio);
+    if (que_hay_en(t.directorio) == clase_de_entrada::fichero) {
+        throw fallo{L"'" + t.directorio + L"' is a file; rm deletes files"};
+    }
+    t.es_enlace = es_enlace(t.directorio);
+    if (!t.es_enlace) {
+        t.arbol = recorre(t.directorio, nullptr);
+    }
+    confirma(p, t.es_enlace ? L"Delete the link '" + t.directorio + L"'? What it points to stays."
+                            : L"Delete '" + t.directorio + L"' with " + i_en_palabras(t.arbol) + L"?");
+    p.tiene("if-possible") ? i_borra_si_se_puede(t)
+    : p.tiene("retry")     ? i_borra_en_pasadas(t)
+                           : i_borra_parando(t);
+    return i_cuenta_lo_hecho(p, t);
+}
+
+constexpr opcion opciones_rm[] = {
+    {"if-exists", "", "a missing file is no failure"},
+    {"if-possible", "", "without a message of the library and without asking"},
+    {"retries", "N", "silent attempts before a message (default 5)"},
+    {"wait", "MS", "milliseconds before each of them (default 100)"},
+};
+constexpr ejemplo ejemplos_rm[] = {{"rm report.txt", "asks, then deletes; also a read-only file"},
+                                   {"rm a.tmp b.tmp --yes", "without asking"}};
+
+constexpr opcion opciones_rmtree[] = {
+    {"if-possible", "", "one silent pass over everything; says which files could not be deleted"},
+    {"retry", "", "up to 20 silent passes with pauses, for files that others hold for a moment"},
+    {"retries", "N", "silent attempts with each entry before a message (default 5)"},
+    {"wait", "MS", "milliseconds before each of them (default 100)"},
+};
+constexpr ejemplo ejemplos_rmtree[] = {
+    {R"(rmtree C:\data\old)", "counts, asks, deletes; Ctrl-C stops"},
+    {R"(rmtree C:\build\tmp --yes --retry)", "in a script, while a virus scanner holds some files"},
+};
+
+constexpr orden ordenes[] = {
+    {"rm", "FILE...", "delete files; asks first",
+     "Read-only files are deleted too. A file that another program holds is tried\n"
+     "again for a moment; on a terminal you are then asked. Nothing is deleted when\n"
+     "one of the paths is missing or a directory.",
+     1, cuantos_sean, opciones_rm, ejemplos_rm, i_rm},
+    {"rmtree", "DIR [--if-possible | --retry]", "delete a directory with everything in it; asks first",
+     "A link to a directory is deleted, never what it points to. Drive roots are\n"
+     "refused. Ctrl-C stops before the next entry and says what is left.\n"
+     "Without an option directories whose name begins with a point stay, and with\n"
+     "them the directories above.",
+     1, 1, opciones_rmtree, ejemplos_rmtree, i_rmtree},
+};
+
+}  // namespace
+
+const std::span<const orden> ordenes_borrado = ordenes;
+
+}  // namespace mando

@@ -1,0 +1,218 @@
+// Deletion by the command: asked before, refused at roots, patient with files that others hold.
+#include <gtest/gtest.h>
+
+#include "orden.hpp"
+
+using cli::fila;
+using cli::lumodir;
+
+TEST(rm, pregunta_antes) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("ñ.txt");
+    d.crea_fichero("b.txt");
+    d.crea_directorio("sub");
+    const std::string pregunta = "Delete the file '$D\\ñ.txt'? [y/N] \n";
+    const std::string nada = "lumodir: not confirmed, nothing is done\n";
+    const fila no_borran[] = {
+        {{"rm", "$D\\ñ.txt"}, 1, {}, pregunta + nada, {}},  // the end of the input is a no
+        {{"rm", "$D\\ñ.txt"}, 1, {}, pregunta + nada, "no\n"},
+        {{"rm", "$D\\ñ.txt"}, 1, {}, pregunta + nada, "\n"},
+        {{"rm", "$D\\ñ.txt", "$D\\b.txt"}, 1, {}, "Delete 2 files? [y/N] \n" + nada, "n"},
+        {{"rm", "$D\\ñ.txt", "$D\\no", "--yes"}, 1, {}, "lumodir: '$D\\no' does not exist\n", {}},
+        {{"rm", "$D\\ñ.txt", "$D\\sub", "--yes"},
+         1,
+         {},
+         "lumodir: '$D\\sub' is a directory; rmtree deletes trees\n",
+         {}},
+        {{"rm", "", "--yes"}, 1, {}, "lumodir: the path is empty: refused, nothing is done\n", {}},
+        {{"rm", "$D\\no", "--json", "--yes"}, 1, R"({"error":"'$D\\no' does not exist"})", {}, {}},
+    };
+    for (const fila& f : no_borran) {
+        cli::comprueba(f, d);
+    }
+    EXPECT_TRUE(cli::existe(d.bajo("ñ.txt")));
+    cli::pon_solo_lectura(d.bajo("b.txt"));
+    const fila borran[] = {
+        {{"rm", "$D\\ñ.txt"}, 0, "deleted $D\\ñ.txt\n", pregunta, "Yes\n"},
+        {{"rm", "$D\\b.txt", "$D\\no", "-y", "--if-exists"}, 0, "deleted $D\\b.txt\n", {}, {}},
+        {{"rm", "$D\\no", "--if-exists", "--json"}, 0, "[]", {}, {}},
+    };
+    for (const fila& f : borran) {
+        cli::comprueba(f, d);
+    }
+    EXPECT_FALSE(cli::existe(d.bajo("ñ.txt")));
+    EXPECT_FALSE(cli::existe(d.bajo("b.txt")));
+}
+
+TEST(rm, espera_a_que_otro_suelte_el_fichero) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("a.txt");
+    const cli::proceso otro(cli::este_programa(), {"--hold", d.bajo("a.txt"), "1500"});
+    ASSERT_TRUE(cli::espera_a_que(5000, [&] {
+        return lumodir({"test", d.bajo("a.txt"), "--read"}).codigo == 1;
+    }));
+    cli::comprueba(
+        {{"rm", "$D\\a.txt", "--yes", "--retries", "200", "--wait", "50"}, 0, "deleted $D\\a.txt\n", {}, {}},
+        d);
+    EXPECT_FALSE(cli::existe(d.bajo("a.txt")));
+}
+
+TEST(rm, se_rinde_y_dice_por_que) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("a.txt");
+    const cli::proceso otro(cli::este_programa(), {"--hold", d.bajo("a.txt"), "6000"});
+    ASSERT_TRUE(cli::espera_a_que(5000, [&] {
+        return lumodir({"test", d.bajo("a.txt"), "--read"}).codigo == 1;
+    }));
+    const cli::resultado r = lumodir({"rm", d.bajo("a.txt"), "--yes", "--retries", "1", "--wait", "10"});
+    EXPECT_EQ(r.codigo, 1);
+    EXPECT_EQ(r.salida, "");
+    EXPECT_EQ(r.errores.find("lumodir: Cannot delete the file '" + d.bajo("a.txt") +
+                             "'\nIt may be that it is being used by another application"),
+              0u)
+        << r.errores;
+    EXPECT_NE(r.errores.find("\nlumodir: '" + d.bajo("a.txt") + "' is not deleted\n"), std::string::npos)
+        << r.errores;
+    // Without a word of the library, and for a script.
+    const cli::resultado callado = lumodir(
+        {"rm", d.bajo("a.txt"), "--yes", "--retries", "1", "--wait", "10", "--if-possible", "--json"});
+    EXPECT_EQ(callado.codigo, 1);
+    EXPECT_EQ(callado.errores, "");
+    EXPECT_NE(cli::json_compacto(callado.salida).find(R"("done":false)"), std::string::npos)
+        << callado.salida;
+    EXPECT_TRUE(cli::existe(d.bajo("a.txt")));
+}
+
+TEST(rmtree, raices_y_rutas_vacias_se_rechazan) {
+    // Nobody confirms here: a root that were not refused would end in a question, not in a deletion.
+    const cli::directorio_de_prueba d;
+    for (const char* raiz : {"C:\\", "C:", "c:/", "C:\\.", "C:\\nothing\\..", "\\", "/", "\\\\server\\share",
+                             "\\\\server\\share\\", "\\\\?\\C:\\", "\\\\?\\UNC\\server\\share\\", "Z:\\",
+                             "C:\\windows\\system32\\..\\..", "C:\\ "}) {
+        const cli::resultado r = lumodir({"rmtree", raiz});
+        EXPECT_EQ(r.codigo, 1) << raiz;
+        EXPECT_EQ(r.salida, "") << raiz;
+        EXPECT_EQ(r.errores,
+                  "lumodir: '" + std::string(raiz) + "' is the root of a drive: refused, nothing is done\n");
+    }
+    for (const char* vacia : {"", " ", "   "}) {
+        const cli::resultado r = lumodir({"rmtree", vacia});
+        EXPECT_EQ(r.codigo, 1);
+        EXPECT_EQ(r.errores, "lumodir: the path is empty: refused, nothing is done\n");
+    }
+    const cli::resultado aqui =
+        lumodir({"rmtree", "."}, {.entrada = {}, .variables = {}, .directorio = "C:\\"});
+    EXPECT_EQ(aqui.errores, "lumodir: '.' is the root of a drive: refused, nothing is done\n");
+}
+
+namespace {
+
+void i_puebla(const cli::directorio_de_prueba& d) {
+    for (const char* nombre : {"t\\a.txt", "t\\sub\\b.txt", "t\\sub\\日\\c.txt", "t\\sub\\日\\d.txt"}) {
+        d.crea_fichero(nombre);
+    }
+    cli::pon_solo_lectura(d.bajo("t\\sub\\b.txt"));
+}
+
+}  // namespace
+
+TEST(rmtree, cuenta_pregunta_y_borra) {
+    const std::string pregunta = "Delete '$D\\t' with 4 files in 3 directories? [y/N] \n";
+    const cli::directorio_de_prueba d;
+    i_puebla(d);
+    const fila no_borran[] = {
+        {{"rmtree", "$D\\t"}, 1, {}, pregunta + "lumodir: not confirmed, nothing is done\n", "n\n"},
+        {{"rmtree", "$D\\no"}, 1, {}, "lumodir: '$D\\no' does not exist\n", {}},
+        {{"rmtree", "$D\\t\\a.txt", "--yes"},
+         1,
+         {},
+         "lumodir: '$D\\t\\a.txt' is a file; rm deletes files\n",
+         {}},
+        {{"rmtree", "$D\\t", "--yes", "--retry", "--if-possible"},
+         2,
+         {},
+         "lumodir: give either --if-possible or --retry\nUsage: lumodir rmtree DIR [--if-possible | "
+         "--retry]\n"
+         "Try 'lumodir rmtree --help'.\n",
+         {}},
+    };
+    for (const fila& f : no_borran) {
+        cli::comprueba(f, d);
+    }
+    EXPECT_TRUE(cli::existe(d.bajo("t\\sub\\日\\d.txt")));
+    cli::comprueba({{"rmtree", "$D\\t"}, 0, "deleted $D\\t: 4 files in 3 directories\n", pregunta, "y\n"}, d);
+    EXPECT_FALSE(cli::existe(d.bajo("t")));
+    EXPECT_TRUE(cli::existe(d.ruta()));
+    for (const char* manera : {"--if-possible", "--retry"}) {
+        i_puebla(d);
+        cli::comprueba(
+            {{"rmtree", "$D\\t\\", "-y", manera}, 0, "deleted $D\\t\\: 4 files in 3 directories\n", {}, {}},
+            d);
+        EXPECT_FALSE(cli::existe(d.bajo("t"))) << manera;
+    }
+    i_puebla(d);
+    cli::comprueba(
+        {{"rmtree", "$D\\t", "-y", "--json"},
+         0,
+         R"({"path":"$D\\t","done":true,"stopped":false,"files_before":4,"files_left":0,"directories_left":0})",
+         {},
+         {}},
+        d);
+}
+
+TEST(rmtree, los_directorios_con_punto_quedan_y_lo_dice) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("t\\.git\\config");
+    d.crea_fichero("t\\a.txt");
+    const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes", "--retries", "0"});
+    EXPECT_EQ(r.codigo, 1);
+    EXPECT_NE(
+        r.errores.find(
+            "lumodir: not deleted; 0 files in 1 directory left in '" + d.bajo("t") + "'\n" +
+            "  (directories that begin with a point stay; --if-possible and --retry delete them too)\n"),
+        std::string::npos)
+        << r.errores;
+    EXPECT_TRUE(cli::existe(d.bajo("t\\.git\\config")));
+    EXPECT_FALSE(cli::existe(d.bajo("t\\a.txt")));
+    EXPECT_EQ(lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible"}).codigo, 0);
+    EXPECT_FALSE(cli::existe(d.bajo("t")));
+}
+
+TEST(rmtree, con_un_fichero_que_otro_tiene) {
+    const cli::directorio_de_prueba d;
+    i_puebla(d);
+    const std::string tomado = d.bajo("t\\sub\\b.txt");
+    {
+        const cli::proceso otro(cli::este_programa(), {"--hold", tomado, "4000"});
+        ASSERT_TRUE(cli::espera_a_que(3000, [&] { return lumodir({"test", tomado, "--read"}).codigo == 1; }));
+        const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible"});
+        EXPECT_EQ(r.codigo, 1);
+        EXPECT_EQ(r.errores, "lumodir: not deleted; 1 file in 2 directories left in '" + d.bajo("t") +
+                                 "'\n  " + tomado + "\n");
+        const cli::resultado json = lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible", "--json"});
+        std::string doble = tomado;
+        for (size_t i = 0; (i = doble.find('\\', i)) != doble.npos; i += 2) {
+            doble.insert(i, 1, '\\');
+        }
+        EXPECT_NE(cli::json_compacto(json.salida).find("\"failed\":[\"" + doble + "\"]"), std::string::npos)
+            << json.salida;
+    }
+    // Passes with pauses outlast who holds it for a moment.
+    i_puebla(d);
+    const cli::proceso otro(cli::este_programa(), {"--hold", tomado, "1500"});
+    ASSERT_TRUE(cli::espera_a_que(3000, [&] { return lumodir({"test", tomado, "--read"}).codigo == 1; }));
+    EXPECT_EQ(lumodir({"rmtree", d.bajo("t"), "--yes", "--retry"}).codigo, 0);
+    EXPECT_FALSE(cli::existe(d.bajo("t")));
+}
+
+TEST(rmtree, arbol_hondo) {
+    const cli::directorio_de_prueba d;
+    std::string hondo = "t";
+    while (hondo.size() < 3000) {
+        hondo += "\\nivel";
+    }
+    d.crea_fichero(hondo + "\\fin.txt");
+    const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes"});
+    EXPECT_EQ(r.codigo, 0) << r.errores;
+    EXPECT_FALSE(cli::existe(d.bajo("t")));
+}

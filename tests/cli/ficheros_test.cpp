@@ -1,0 +1,307 @@
+// The subcommands on files: what is there, and changing it without deleting.
+#include <gtest/gtest.h>
+
+#include "orden.hpp"
+
+using cli::fila;
+using cli::lumodir;
+
+TEST(exists, ficheros_directorios_y_patrones) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("ñ.txt");
+    d.crea_directorio("sub");
+    const fila filas[] = {
+        {{"exists", "$D\\ñ.txt", "$D\\sub"}, 0, "file       $D\\ñ.txt\ndirectory  $D\\sub\n", {}, {}},
+        {{"exists", "$D\\no"}, 1, "missing    $D\\no\n", {}, {}},
+        {{"exists", "$D\\sub", "--file"}, 1, "directory  $D\\sub\n", {}, {}},
+        {{"exists", "$D\\sub", "--dir"}, 0, "directory  $D\\sub\n", {}, {}},
+        {{"exists", "$D\\*.txt"}, 0, "file       $D\\*.txt\n", {}, {}},
+        {{"exists", "$D\\s*"}, 0, "directory  $D\\s*\n", {}, {}},
+        {{"exists", "$D\\*.zip"}, 1, "missing    $D\\*.zip\n", {}, {}},
+        {{"exists", "ñ.txt", "no", "--json"},
+         1,
+         R"([{"path":"ñ.txt","exists":true,"kind":"file"},{"path":"no","exists":false,"kind":"missing"}])",
+         {},
+         {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+}
+
+TEST(test, lectura_y_escritura) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("libre.txt");
+    d.crea_fichero("protegido.txt");
+    cli::pon_solo_lectura(d.bajo("protegido.txt"));
+    const std::string no_escribible = "The file does not have write permission.";
+    const fila filas[] = {
+        {{"test", "$D\\libre.txt"},
+         0,
+         "kind       file\nreadable   yes\nwritable   yes\nprotected  no\n",
+         {},
+         {}},
+        {{"test", "$D"}, 0, "kind       directory\nreadable   yes\nwritable   yes\nprotected  no\n", {}, {}},
+        {{"test", "$D\\protegido.txt"},
+         1,
+         "kind       file\nreadable   yes\nwritable   no: " + no_escribible + "\nprotected  yes\n",
+         {},
+         {}},
+        {{"test", "$D\\protegido.txt", "--read", "--json"},
+         0,
+         R"({"path":"$D\\protegido.txt","kind":"file","readable":true,"writable":false,"protected":true,)"
+         R"("reason":")" +
+             no_escribible + R"("})",
+         {},
+         {}},
+        {{"test", "$D\\no"}, 1, {}, "lumodir: '$D\\no' does not exist\n", {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+    EXPECT_FALSE(cli::existe(d.bajo("no")));
+    // A file that somebody else holds can be neither read nor written.
+    const cli::proceso otro(cli::este_programa(), {"--hold", d.bajo("libre.txt"), "3000"});
+    cli::espera_a_que(2000, [&] { return lumodir({"test", d.bajo("libre.txt"), "--read"}).codigo == 1; });
+    EXPECT_EQ(lumodir({"test", d.bajo("libre.txt"), "--read"}).codigo, 1);
+}
+
+TEST(size, de_cada_fichero_y_total) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("a", std::string(1234, 'x'));
+    d.crea_fichero("日", std::string(2 * 1024 * 1024, 'x'));
+    const fila filas[] = {
+        {{"size", "a"}, 0, "bytes    size  path\n1,234  1.2 KB  a\n", {}, {}},
+        {{"size", "a", "日"},
+         0,
+         "    bytes    size  path\n    1,234  1.2 KB  a\n2,097,152  2.0 MB  日\n2,098,386  2.0 MB  total\n",
+         {},
+         {}},
+        {{"size", "a", "--json"}, 0, R"([{"path":"a","size":1234}])", {}, {}},
+        {{"size", "$D"}, 1, {}, "lumodir: $D: is a directory\n", {}},
+        {{"size", "no", "--json"}, 1, R"([{"path":"no","size":null,"error":"File not found"}])", {}, {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+}
+
+TEST(touch, fechas_de_ida_y_vuelta) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("viejo.txt");
+    const fila filas[] = {
+        {{"touch", "viejo.txt", "--date", "2001-02-03 04:05:06Z"}, 0, "dated viejo.txt\n", {}, {}},
+        {{"touch", "nuevo ñ.txt", "--like", "viejo.txt"}, 0, "dated nuevo ñ.txt\n", {}, {}},
+        {{"touch", "no.txt", "--no-create"}, 1, {}, "lumodir: 'no.txt' does not exist\n", {}},
+        {{"touch", "$D"}, 1, {}, "lumodir: '$D' is a directory\n", {}},
+        {{"touch", "viejo.txt", "--date", "@981173106", "--json"},
+         0,
+         R"([{"path":"viejo.txt","done":true}])",
+         {},
+         {}},
+        {{"touch", "no\\hay.txt"}, 1, {}, "lumodir: cannot create 'no\\hay.txt': Path not found\n", {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+    EXPECT_TRUE(cli::existe(d.bajo("nuevo ñ.txt")));
+    EXPECT_FALSE(cli::existe(d.bajo("no.txt")));
+    for (const char* nombre : {"viejo.txt", "nuevo ñ.txt"}) {
+        const std::string fecha =
+            cli::json_compacto(lumodir({"date", d.bajo(nombre), "--utc", "--json"}).salida);
+        EXPECT_NE(fecha.find(R"("modified":"2001-02-03T04:05:06Z","modified_seconds":981173106,)"),
+                  std::string::npos)
+            << fecha;
+    }
+    // On the wall clock, summer and winter: what was set is what is shown.
+    for (const char* fecha : {"2024-07-01 12:30:00", "2024-01-15 00:00:59", "1999-12-31 23:59:00"}) {
+        EXPECT_EQ(lumodir({"touch", d.bajo("viejo.txt"), "--date", fecha}).codigo, 0);
+        const cli::resultado r = lumodir({"date", d.bajo("viejo.txt")});
+        EXPECT_NE(r.salida.find(std::string("\n") + fecha + "  "), std::string::npos) << r.salida;
+    }
+    EXPECT_EQ(lumodir({"touch", d.bajo("viejo.txt"), "--date", "2024-07-01"}).codigo, 0);
+    EXPECT_NE(lumodir({"date", d.bajo("viejo.txt")}).salida.find("2024-07-01 00:00:00"), std::string::npos);
+}
+
+TEST(touch, fechas_que_no_lo_son) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("a");
+    for (const char* fecha :
+         {"", "ayer", "2024", "2024-13-01", "2023-02-29", "2024-01-01 24:00", "2024-01-01 12:60",
+          "2024-01-01 12:30:61", "2024-01-01x12:30", "2024-01-01 12:30:00 y más", "@", "@12x"}) {
+        const cli::resultado r = lumodir({"touch", d.bajo("a"), "--date", fecha});
+        EXPECT_EQ(r.codigo, 2) << fecha;
+        EXPECT_NE(r.errores.find("is no date; write now, @SECONDS"), std::string::npos) << r.errores;
+    }
+    EXPECT_EQ(lumodir({"touch", d.bajo("a"), "--date", "now", "--like", "a"}).codigo, 2);
+}
+
+TEST(date, lo_que_no_esta) {
+    const cli::directorio_de_prueba d;
+    cli::comprueba({{"date", "no"}, 1, {}, "lumodir: 'no' does not exist\n", {}}, d);
+    cli::comprueba({{"date", "no", "--json"}, 1, R"([{"path":"no","error":"does not exist"}])", {}, {}}, d);
+}
+
+TEST(mkdir, niveles_que_faltan) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("fichero");
+    const fila filas[] = {
+        {{"mkdir", "$D\\a\\ñ\\日"}, 0, "created $D\\a\\ñ\\日\n", {}, {}},
+        {{"mkdir", "$D\\a\\ñ\\日", "--json"}, 0, R"([{"path":"$D\\a\\ñ\\日","done":true}])", {}, {}},
+        {{"mkdir", "--for-file", "$D\\b\\f.txt"}, 0, "created $D\\b\\f.txt\n", {}, {}},
+        {{"mkdir", "$D\\fichero"}, 1, {}, "lumodir: '$D\\fichero' is a file\n", {}},
+        {{"mkdir", "$D\\fichero\\x", "--if-possible"},
+         1,
+         {},
+         "lumodir: '$D\\fichero\\x' is not created\n",
+         {}},
+        {{"mkdir", ""}, 1, {}, "lumodir: the path is empty\n", {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+    EXPECT_TRUE(cli::existe(d.bajo("a\\ñ\\日")));
+    EXPECT_TRUE(cli::existe(d.bajo("b")));
+    EXPECT_FALSE(cli::existe(d.bajo("b\\f.txt")));
+    std::string hondo;
+    while (hondo.size() < 600) {
+        hondo += "nivel_bastante_largo\\";
+    }
+    EXPECT_EQ(lumodir({"mkdir", d.bajo(hondo)}).codigo, 0);
+    EXPECT_TRUE(cli::existe(d.bajo(hondo.substr(0, hondo.size() - 1))));
+    // Without --if-possible the library says why.
+    const cli::resultado r = lumodir({"mkdir", d.bajo("fichero\\x")});
+    EXPECT_EQ(r.codigo, 1);
+    EXPECT_NE(r.errores.find("Cannot create the directory '" + d.bajo("fichero\\x") + "'"), std::string::npos)
+        << r.errores;
+}
+
+TEST(mv, nunca_pisa_nada) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("a.txt", "aaa");
+    d.crea_fichero("b.txt", "b");
+    d.crea_directorio("sub");
+    const fila filas[] = {
+        {{"mv", "$D\\a.txt", "$D\\b.txt"},
+         1,
+         {},
+         "lumodir: '$D\\b.txt' exists already and is never replaced\n",
+         {}},
+        {{"mv", "$D\\no", "$D\\x"}, 1, {}, "lumodir: '$D\\no' does not exist\n", {}},
+        {{"mv", "", "$D\\x"}, 1, {}, "lumodir: the path is empty: refused, nothing is done\n", {}},
+        {{"mv", "$D\\a.txt", "$D\\ñ.txt"}, 0, "moved $D\\a.txt to $D\\ñ.txt\n", {}, {}},
+        {{"mv", "$D\\ñ.txt", "$D\\sub"}, 0, "moved $D\\ñ.txt to $D\\sub\\ñ.txt\n", {}, {}},
+        {{"mv", "$D\\b.txt", "$D\\B.txt"}, 0, "moved $D\\b.txt to $D\\B.txt\n", {}, {}},
+        {{"mv", "$D\\B.txt", "$D\\c.txt", "--if-possible", "--json"},
+         0,
+         R"({"from":"$D\\B.txt","to":"$D\\c.txt","done":true})",
+         {},
+         {}},
+        {{"mv", "$D\\c.txt", "$D\\sub\\no\\c.txt", "--if-possible"},
+         1,
+         {},
+         "lumodir: '$D\\c.txt' is not moved\n",
+         {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+    EXPECT_EQ(lumodir({"size", d.bajo("sub\\ñ.txt")}).salida.find("bytes     size"), 0u);
+    EXPECT_TRUE(cli::existe(d.bajo("c.txt")));
+    EXPECT_FALSE(cli::existe(d.bajo("a.txt")));
+    const cli::resultado r = lumodir({"mv", d.bajo("c.txt"), d.bajo("sub\\no\\c.txt")});
+    EXPECT_EQ(r.codigo, 1);
+    EXPECT_NE(r.errores.find("lumodir: The file cannot be renamed"), std::string::npos) << r.errores;
+}
+
+TEST(protect, y_desproteger) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("ñ");
+    cli::comprueba({{"protect", "$D\\ñ"}, 0, "protected $D\\ñ\n", {}, {}}, d);
+    EXPECT_TRUE(cli::es_solo_lectura(d.bajo("ñ")));
+    cli::comprueba({{"unprotect", "$D\\ñ", "--json"}, 0, R"([{"path":"$D\\ñ","done":true}])", {}, {}}, d);
+    EXPECT_FALSE(cli::es_solo_lectura(d.bajo("ñ")));
+    cli::comprueba({{"protect", "no", "$D\\ñ"}, 1, "protected $D\\ñ\n", "lumodir: 'no' does not exist\n", {}},
+                   d);
+    EXPECT_TRUE(cli::es_solo_lectura(d.bajo("ñ")));
+}
+
+TEST(rename_ext, pregunta_y_cuenta_lo_que_pisa) {
+    const cli::directorio_de_prueba d;
+    for (const char* nombre : {"a.tmp", "ñ.TMP", "b.bak", "b.tmp", "c.dat"}) {
+        d.crea_fichero(nombre);
+    }
+    const std::string pregunta =
+        "Rename 3 files in '$D' from '.tmp' to '.bak', deleting 1 file that bear the new name? [y/N] \n";
+    const std::string uso = "Usage: lumodir rename-ext DIR OLD NEW\nTry 'lumodir rename-ext --help'.\n";
+    const fila filas[] = {
+        {{"rename-ext", "$D", "tmp", "bak"},
+         1,
+         {},
+         pregunta + "lumodir: not confirmed, nothing is done\n",
+         "n\n"},
+        {{"rename-ext", "$D", "zip", "bak"}, 1, {}, "lumodir: no file in '$D' has the extension 'zip'\n", {}},
+        {{"rename-ext", "$D", "*", "bak"}, 2, {}, "lumodir: '*' is no extension\n" + uso, {}},
+        {{"rename-ext", "$D", "tmp", "a/b"}, 2, {}, "lumodir: 'a/b' is no extension\n" + uso, {}},
+        {{"rename-ext", "C:\\", "tmp", "bak"},
+         1,
+         {},
+         "lumodir: 'C:\\' is the root of a drive: refused, nothing is done\n",
+         {}},
+        {{"rename-ext", "", "tmp", "bak"},
+         1,
+         {},
+         "lumodir: the path is empty: refused, nothing is done\n",
+         {}},
+        {{"rename-ext", "$D", ".tmp", "bak"}, 0, "renamed 3 files\n", pregunta, "y\n"},
+        {{"ls", "$D"}, 0, "a.bak\nb.bak\nc.dat\nñ.bak\n", {}, {}},
+        {{"rename-ext", "$D", "bak", "x", "--yes", "--json"},
+         0,
+         R"({"directory":"$D","renamed":3,"replaced":0,"left":0})",
+         {},
+         {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+}
+
+TEST(sets, fechas_y_proteccion) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("b.txt");
+    d.crea_fichero("a.txt");
+    ASSERT_EQ(lumodir({"touch", d.bajo("a.txt"), "--date", "2001-02-03 04:05"}).codigo, 0);
+    ASSERT_EQ(lumodir({"touch", d.bajo("b.txt"), "--date", "2011-02-03 04:05"}).codigo, 0);
+    cli::pon_solo_lectura(d.bajo("b.txt"));
+    const fila filas[] = {
+        {{"sets", "$D"},
+         0,
+         "modified             protection  name\n2001-02-03 04:05:00              a.txt\n"
+         "2011-02-03 04:05:00  protected   b.txt\n",
+         {},
+         {}},
+        {{"sets", "$D", "--by-date"},
+         0,
+         "modified             protection  name\n2011-02-03 04:05:00  protected   b.txt\n"
+         "2001-02-03 04:05:00              a.txt\n",
+         {},
+         {}},
+        {{"sets", "$D", "--json"},
+         0,
+         R"({"directory":"$D","files":[{"name":"a.txt","modified":"2001-02-03T04:05:00","modified_seconds":981173100,)"
+         R"("protected":false},{"name":"b.txt","modified":"2011-02-03T04:05:00","modified_seconds":1296705900,)"
+         R"("protected":true}]})",
+         {},
+         {}},
+        {{"ls", "$D", "--long"},
+         0,
+         "bytes  modified             protection  name\n    0  2001-02-03 04:05:00              a.txt\n"
+         "    0  2011-02-03 04:05:00  protected   b.txt\n2 files, 0 bytes\n",
+         {},
+         {}},
+        {{"sets", "$D\\no"}, 1, {}, "lumodir: Directory '$D\\no' does not exist.\n", {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+}
