@@ -48,16 +48,18 @@ std::atomic<bool> quejas{false};
 
 void i_apunta(const wchar_t* texto) {
     quejas = true;
-    {
-        const std::lock_guard guarda(guarda_de_avisos);
-        avisos.emplace_back(texto);
-    }
-    const std::lock_guard turno(turno_de_consola());
+    const std::lock_guard guarda(guarda_de_avisos);
+    avisos.emplace_back(texto);
+}
+
+void i_muestra(const wchar_t* texto) {
     errores().escribe("lumodir: ", estilo::aviso).linea(std::wstring_view(texto));
 }
 
 void i_recibe_aviso(const wchar_t* texto, void*) {
     i_apunta(texto);
+    const std::lock_guard turno(turno_de_consola());
+    i_muestra(texto);
 }
 
 void i_recibe_error(const char* expresion, const char* modulo, unsigned long linea, const wchar_t* detalle,

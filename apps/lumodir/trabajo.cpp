@@ -74,10 +74,16 @@ void con_progreso(const std::function<void()>& trabajo, const std::function<std:
     }
 }
 
-void atiende_interrupciones() { SetConsoleCtrlHandler(i_al_interrumpir, TRUE); }
+void atiende_interrupciones() {
+    SetConsoleCtrlHandler(i_al_interrumpir, TRUE);
+}
 
-interruptor::interruptor(unsigned short& continuar) { bandera = &continuar; }
+interruptor::interruptor(unsigned short& continuar) {
+    bandera = &continuar;
+}
 
-interruptor::~interruptor() { bandera = nullptr; }
+interruptor::~interruptor() {
+    bandera = nullptr;
+}
 
 }  // namespace mando
