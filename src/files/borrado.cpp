@@ -36,9 +36,9 @@ desenlace i_intenta(intento_borrado borra, const wchar_t* path) noexcept {
 }
 
 cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
-    const wchar_t* motivo =
-        texto_extra != nullptr ? texto_extra
-                               : nousar_msglocal_original_u(i_msg_401224_fichero_en_uso_o_sin_permiso);
+    const wchar_t* motivo = texto_extra != nullptr
+                                ? texto_extra
+                                : nousar_msglocal_original_u(i_msg_401224_fichero_en_uso_o_sin_permiso);
     return concatena<wchar_t>(
         {i_mensaje(i_msg_53951_no_se_puede_borrar_fichero, {fichero}), L"\n", a_vista(motivo)});
 }
@@ -46,8 +46,8 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
 // The loop around a deletion whose first attempt has ended in `ultimo` already; `bien(ultimo)` says which ends count
 // as success, `al_fallar(bucle, codigo)` hands over the message.
 template <class Bien, class AlFallar>
-unsigned short i_insiste(intento_borrado borra, const wchar_t* path, desenlace ultimo, unsigned short informar,
-                         Bien bien, AlFallar al_fallar) {
+unsigned short i_insiste(intento_borrado borra, const wchar_t* path, desenlace ultimo,
+                         unsigned short informar, Bien bien, AlFallar al_fallar) {
     bool es_el_primero = true;
     return i_con_reintentos(
         CIERTO, informar,
@@ -62,8 +62,8 @@ unsigned short i_insiste(intento_borrado borra, const wchar_t* path, desenlace u
 }
 
 // What follows a first attempt that failed.
-unsigned short i_insiste_con_fichero(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short informar,
-                                     desenlace ultimo) {
+unsigned short i_insiste_con_fichero(const wchar_t* fichero, const wchar_t* texto_extra,
+                                     unsigned short informar, desenlace ultimo) {
     if (es_fichero_de_solo_lectura(fichero) == CIERTO) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
         ultimo = i_intenta(lmlongpath_DeleteFileW, fichero);
@@ -81,7 +81,8 @@ unsigned short i_insiste_con_fichero(const wchar_t* fichero, const wchar_t* text
         });
 }
 
-unsigned short i_insiste_con_directorio(const wchar_t* directorio, unsigned short informar, desenlace ultimo) {
+unsigned short i_insiste_con_directorio(const wchar_t* directorio, unsigned short informar,
+                                        desenlace ultimo) {
     return i_insiste(
         lmlongpath_RemoveDirectoryW, directorio, ultimo, informar, [](desenlace d) { return d.hecho; },
         [&](BuclRein* bucle, DWORD c) {
@@ -139,9 +140,9 @@ unsigned short i_borra_fichero_existente(const wchar_t* fichero, const wchar_t* 
     if (contexto.raiz.data() == nullptr) {
         error_interno_msg_u("CR_existe", fichero);
     } else {
-        error_interno_msg_u("CR_existe",
-                            copiaforu_nousar_formatea(L"%s\n%s\\%s", {fichero, contexto.raiz, contexto.resto})
-                                .c_str());
+        error_interno_msg_u(
+            "CR_existe",
+            copiaforu_nousar_formatea(L"%s\n%s\\%s", {fichero, contexto.raiz, contexto.resto}).c_str());
     }
     return FALSO;
 }
@@ -173,7 +174,8 @@ void cdir_borra_fichero(const char* nombre) {
     puente_sin_resultado<cdir_borra_fichero_UNICODE>(nombre);
 }
 
-unsigned short cdir_borra_fichero_con_mensaje_extra_UNICODE(const wchar_t* nombre, const wchar_t* texto_extra) {
+unsigned short cdir_borra_fichero_con_mensaje_extra_UNICODE(const wchar_t* nombre,
+                                                            const wchar_t* texto_extra) {
     return i_borra_fichero_existente(nombre, texto_extra);
 }
 void cdir_borra_fichero_con_mensaje_extra(const char* nombre, const char* texto_extra) {
@@ -190,14 +192,16 @@ void cdir_borra_fichero_si_existe(const char* nombre) {
 void lumodir_borra_fichero_si_existe_UNICODE(const wchar_t* nombre, unsigned short* hay_error) {
     i_borra_avisando_en(nombre, nullptr, hay_error);
 }
-void lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(const wchar_t* nombre, const wchar_t* texto_extra,
+void lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(const wchar_t* nombre,
+                                                               const wchar_t* texto_extra,
                                                                unsigned short* hay_error) {
     i_borra_avisando_en(nombre, texto_extra, hay_error);
 }
 
 unsigned short cdir_borra_fichero_con_comprobacion_UNICODE(const wchar_t* nombre) {
-    return i_comprueba(nombre != nullptr, "(nombre) != NULL") && lmlongpath_DeleteFileW(nombre, nullptr) ? CIERTO
-                                                                                                        : FALSO;
+    return i_comprueba(nombre != nullptr, "(nombre) != NULL") && lmlongpath_DeleteFileW(nombre, nullptr)
+               ? CIERTO
+               : FALSO;
 }
 unsigned short cdir_borra_fichero_con_comprobacion(const char* nombre) {
     return puente<cdir_borra_fichero_con_comprobacion_UNICODE>(nombre);

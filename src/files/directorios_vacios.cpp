@@ -81,7 +81,8 @@ void i_borra_mientras_esten_vacios(vista_w directorio, vista_w base) {
         if (!es_el_mismo && (i_nombra_a_otro(comparable) || !i_borra_si_esta_vacio(directorio))) {
             return;
         }
-        const vista_w padre = i_sin_barra_final(i_directorio_de_fichero(es_el_mismo ? comparable : directorio));
+        const vista_w padre =
+            i_sin_barra_final(i_directorio_de_fichero(es_el_mismo ? comparable : directorio));
         if (padre == directorio) {
             return;  // a final "/" stays where it is: there is no further up
         }

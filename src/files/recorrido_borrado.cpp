@@ -75,9 +75,8 @@ void i_lee(nivel& destino, subdirectorios cuales) {
             destino.hijos.anade({cadena_w(nombre).suelta(), i_es_enlace_a_directorio(*entrada)});
         }
     }
-    ordena_estable(destino.hijos.data(), destino.hijos.size(), [](const hijo& a, const hijo& b) {
-        return vista_w(a.nombre).compare(vista_w(b.nombre));
-    });
+    ordena_estable(destino.hijos.data(), destino.hijos.size(),
+                   [](const hijo& a, const hijo& b) { return vista_w(a.nombre).compare(vista_w(b.nombre)); });
 }
 
 // The root of a walk as it is looked at: a link with a separator after it is followed by some systems. Only the root

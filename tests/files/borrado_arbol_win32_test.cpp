@@ -88,8 +88,8 @@ unsigned i_cero() noexcept {
 // link is there.
 bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const char* a_que) {
     using a_unix = char*(CDECL*)(const WCHAR*);
-    const auto traduce = reinterpret_cast<a_unix>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    const auto traduce = reinterpret_cast<a_unix>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
     if (traduce == nullptr) {
         return false;
     }
@@ -113,14 +113,14 @@ bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const cha
 
 void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
     using a_unix = char*(CDECL*)(const WCHAR*);
-    const auto traduce = reinterpret_cast<a_unix>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    const auto traduce = reinterpret_cast<a_unix>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
     texto_w linea = w(std::string("/bin/rm -f \"") + traduce(d.ruta_w().c_str()) + "/" + donde + "\"");
     STARTUPINFOW arranque = {};
     arranque.cb = sizeof arranque;
     PROCESS_INFORMATION proceso = {};
-    ASSERT_TRUE(::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                 &arranque, &proceso));
+    ASSERT_TRUE(::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                 nullptr, &arranque, &proceso));
     ::CloseHandle(proceso.hThread);
     ::CloseHandle(proceso.hProcess);
     for (int i = 0; i < 100 && d.existe(donde); ++i) {
@@ -138,8 +138,9 @@ TEST(borrado_arbol, borra_lo_que_hay_y_nada_de_fuera) {
         EXPECT_EQ(respuesta, f.contesta ? 1 : no_contesta) << f.nombre;
         lista queda{"fuera.txt"};
         if (!f.recursiva) {
-            queda = {"fuera.txt", "t\\", "t\\sub\\", "t\\sub\\hondo\\", "t\\sub\\hondo\\oculto.txt",
-                     "t\\sub\\\u00f1.txt", "t\\vacio\\"};
+            queda = {
+                "fuera.txt",          "t\\",       "t\\sub\\", "t\\sub\\hondo\\", "t\\sub\\hondo\\oculto.txt",
+                "t\\sub\\\u00f1.txt", "t\\vacio\\"};
         } else if (!f.quita_raiz) {
             queda = {"fuera.txt", "t\\"};
         }
@@ -344,7 +345,8 @@ TEST(borrado_arbol, un_nombre_que_Windows_recorta_no_se_recorre) {
     for (const char* raiz : {"t ", "t..", "t  \\", "u\\...", "u\\.. "}) {
         const directorio_temporal d;
         d.fichero("t\\f.txt");
-        const std::string recortable = std::string(raiz).substr(0, std::string(raiz).find_last_not_of('\\') + 1);
+        const std::string recortable =
+            std::string(raiz).substr(0, std::string(raiz).find_last_not_of('\\') + 1);
         d.fichero(recortable + "\\f.txt");
         const lista antes = d.arbol();
         buclrein_establece_politica(0, 0);
@@ -385,8 +387,8 @@ TEST(borrado_arbol, sin_respuesta_sobre_la_marca_deciden_los_atributos) {
         d.fichero("t\\sub\\f.txt");
         static decltype(lumodir::sistema.GetFileInformationByHandle) antes;
         antes = lumodir::sistema.GetFileInformationByHandle;
-        for (const DWORD atributos : {DWORD{FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY},
-                                      DWORD{FILE_ATTRIBUTE_NORMAL}}) {
+        for (const DWORD atributos :
+             {DWORD{FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY}, DWORD{FILE_ATTRIBUTE_NORMAL}}) {
             bits = atributos;
             const sustituye<decltype(lumodir::sistema.GetFileInformationByHandle)> otro(
                 lumodir::sistema.GetFileInformationByHandle,
@@ -438,7 +440,9 @@ TEST(borrado_arbol, basta_que_la_entrada_o_el_directorio_abierto_diga_que_es_un_
         {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .marca = IO_REPARSE_TAG_MOUNT_POINT, .se_entra = false},
         {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .marca = 0, .se_entra = false},
         {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .marca = 0x9000001A, .se_entra = true},  // cloud storage
-        {.atributos = 0, .marca = IO_REPARSE_TAG_SYMLINK, .se_entra = true},  // the tag means nothing without the bit
+        {.atributos = 0,
+         .marca = IO_REPARSE_TAG_SYMLINK,
+         .se_entra = true},  // the tag means nothing without the bit
     };
     buclrein_establece_politica(0, 0);
     for (const fila& caso : filas) {
@@ -454,7 +458,8 @@ TEST(borrado_arbol, basta_que_la_entrada_o_el_directorio_abierto_diga_que_es_un_
                 en_la_entrada = por_entrada;
                 f.borra(d.ruta("t"));
                 EXPECT_EQ(d.existe("t\\sub\\f.txt"), !caso.se_entra)
-                    << f.nombre << " tag " << caso.marca << (por_entrada ? " in the entry" : " of the directory");
+                    << f.nombre << " tag " << caso.marca
+                    << (por_entrada ? " in the entry" : " of the directory");
                 bits = marca = 0;
                 toma_preguntas();
                 toma_esperas();

@@ -33,7 +33,8 @@ const fila filas[] = {
     {.filtro = "*~",
      .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"},
      .se_informa = true},
-    {.filtro = "b", .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
+    {.filtro = "b",
+     .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
     {.filtro = "*.zip",
      .queda = {"a.tmp", "b.txt", "protegido.tmp", "sub.tmp\\", "sub.tmp\\c.tmp", "\u00f1 f.txt"}},
     {.filtro = "no\\*.*",
@@ -109,11 +110,15 @@ TEST(borrado_filtro, rutas_largas) {
 
 TEST(borrado_filtro, con_cualquier_llamada_fallando_no_se_borra_de_mas) {
     const directorio_temporal d;
-    con_cada_fallo([&] { d.fichero("a.tmp"); d.fichero("b.txt"); },
-                   [&] { cdir_delete_ficheros_UNICODE(d.ruta_w("*.tmp").c_str()); },
-                   [&](const ronda& r) {
-                       EXPECT_TRUE(d.existe("b.txt")) << r;
-                       EXPECT_TRUE(!r.limpia || !d.existe("a.tmp"));
-                       toma_informes();
-                   });
+    con_cada_fallo(
+        [&] {
+            d.fichero("a.tmp");
+            d.fichero("b.txt");
+        },
+        [&] { cdir_delete_ficheros_UNICODE(d.ruta_w("*.tmp").c_str()); },
+        [&](const ronda& r) {
+            EXPECT_TRUE(d.existe("b.txt")) << r;
+            EXPECT_TRUE(!r.limpia || !d.existe("a.tmp"));
+            toma_informes();
+        });
 }

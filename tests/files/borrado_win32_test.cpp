@@ -22,7 +22,8 @@ std::string texto_de_codigo(DWORD codigo) {
 }
 
 const std::string sugerencia =
-    "It may be that it is being used by another application or you do not have sufficient privileges to write to "
+    "It may be that it is being used by another application or you do not have sufficient privileges to "
+    "write to "
     "this directory.";
 
 std::string mensaje_fichero(const std::string& ruta, const std::string& extra = sugerencia) {
@@ -49,7 +50,9 @@ const forma formas[] = {
          return no_contesta;
      }},
     {"cdir_borra_fichero_con_mensaje_extra_UNICODE", true, true, true, true, true,
-     [](const std::string& r) { return cdir_borra_fichero_con_mensaje_extra_UNICODE(w(r).c_str(), nullptr); }},
+     [](const std::string& r) {
+         return cdir_borra_fichero_con_mensaje_extra_UNICODE(w(r).c_str(), nullptr);
+     }},
     {"cdir_borra_fichero_con_mensaje_extra", false, true, true, true, false,
      [](const std::string& r) {
          cdir_borra_fichero_con_mensaje_extra(cp1252(r).c_str(), nullptr);
@@ -215,7 +218,8 @@ TEST(borrado, el_texto_extra_sustituye_a_la_sugerencia) {
     const auto preguntas = toma_preguntas();
     ASSERT_EQ(preguntas.size(), 2u);
     for (const pregunta& p : preguntas) {
-        EXPECT_EQ(p.mensaje, mensaje_fichero(ruta, "100% \u00f1") + "\n" + texto_de_codigo(ERROR_SHARING_VIOLATION));
+        EXPECT_EQ(p.mensaje,
+                  mensaje_fichero(ruta, "100% \u00f1") + "\n" + texto_de_codigo(ERROR_SHARING_VIOLATION));
     }
     otro.suelta();
 }
@@ -345,7 +349,8 @@ TEST(borrado, los_argumentos_nulos_se_informan_y_se_sobreviven) {
 TEST(borrado, sin_donde_guardar_el_error_el_fichero_se_borra_igual) {
     const directorio_temporal d;
     lumodir_borra_fichero_si_existe_UNICODE(w(d.fichero("a.txt")).c_str(), nullptr);
-    lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(w(d.fichero("b.txt")).c_str(), L"extra", nullptr);
+    lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(w(d.fichero("b.txt")).c_str(), L"extra",
+                                                              nullptr);
     ESPERA_INFORMES("(hay_error) != NULL", "(hay_error) != NULL");
     EXPECT_EQ(d.arbol(), lista{});
 }
@@ -387,8 +392,8 @@ TEST(borrado, un_directorio_con_algo_dentro_se_reintenta_y_se_pregunta) {
         const auto preguntas = toma_preguntas();
         ASSERT_EQ(preguntas.size(), f.pregunta ? 1u : 0u) << f.nombre;
         if (f.pregunta) {
-            EXPECT_EQ(preguntas[0].mensaje,
-                      "Unable to delete the directory '" + ruta + "'\n" + texto_de_codigo(ERROR_DIR_NOT_EMPTY));
+            EXPECT_EQ(preguntas[0].mensaje, "Unable to delete the directory '" + ruta + "'\n" +
+                                                texto_de_codigo(ERROR_DIR_NOT_EMPTY));
             EXPECT_EQ(preguntas[0].codigo, static_cast<unsigned long>(ERROR_DIR_NOT_EMPTY));
         }
         EXPECT_TRUE(d.existe("d\\dentro.txt"));
@@ -434,24 +439,28 @@ TEST(borrado, con_cualquier_llamada_fallando_la_respuesta_dice_la_verdad) {
     for (const forma& f : formas) {
         for (const DWORD atributos : {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_READONLY}}) {
             unsigned short respuesta = 0;
-            con_cada_fallo([&] { d.borra("f.txt"); d.fichero("f.txt", "x", atributos); },
-                           [&] { respuesta = f.borra(d.ruta("f.txt")); },
-                           [&](const ronda& r) {
-                               // The system itself says that the file is gone: then it counts as deleted.
-                               const bool dado_por_borrado =
-                                   f.insiste && !r.limpia && (r.fallada == "DeleteFileW" || r.para_siempre) &&
-                                   (r.codigo == ERROR_FILE_NOT_FOUND || r.codigo == ERROR_PATH_NOT_FOUND);
-                               if (f.contesta && !dado_por_borrado) {
-                                   EXPECT_EQ(respuesta == 1, !d.existe("f.txt")) << f.nombre << " " << r;
-                               }
-                               if (r.limpia && f.insiste) {
-                                   EXPECT_FALSE(d.existe("f.txt")) << f.nombre;
-                               }
-                               toma_informes();
-                               toma_avisos();
-                               toma_preguntas();
-                               toma_esperas();
-                           });
+            con_cada_fallo(
+                [&] {
+                    d.borra("f.txt");
+                    d.fichero("f.txt", "x", atributos);
+                },
+                [&] { respuesta = f.borra(d.ruta("f.txt")); },
+                [&](const ronda& r) {
+                    // The system itself says that the file is gone: then it counts as deleted.
+                    const bool dado_por_borrado =
+                        f.insiste && !r.limpia && (r.fallada == "DeleteFileW" || r.para_siempre) &&
+                        (r.codigo == ERROR_FILE_NOT_FOUND || r.codigo == ERROR_PATH_NOT_FOUND);
+                    if (f.contesta && !dado_por_borrado) {
+                        EXPECT_EQ(respuesta == 1, !d.existe("f.txt")) << f.nombre << " " << r;
+                    }
+                    if (r.limpia && f.insiste) {
+                        EXPECT_FALSE(d.existe("f.txt")) << f.nombre;
+                    }
+                    toma_informes();
+                    toma_avisos();
+                    toma_preguntas();
+                    toma_esperas();
+                });
         }
     }
 }
@@ -461,15 +470,20 @@ TEST(borrado, con_cualquier_llamada_fallando_el_directorio_dice_la_verdad) {
     buclrein_establece_politica(2, 10);
     for (const forma_directorio& f : formas_directorio) {
         unsigned short respuesta = 0;
-        con_cada_fallo([&] { d.borra("d"); d.directorio("d"); }, [&] { respuesta = f.borra(d.ruta("d")); },
-                       [&](const ronda& r) {
-                           if (f.contesta) {
-                               EXPECT_EQ(respuesta == 1, !d.existe("d")) << f.nombre << " " << r;
-                           }
-                           toma_informes();
-                           toma_avisos();
-                           toma_preguntas();
-                           toma_esperas();
-                       });
+        con_cada_fallo(
+            [&] {
+                d.borra("d");
+                d.directorio("d");
+            },
+            [&] { respuesta = f.borra(d.ruta("d")); },
+            [&](const ronda& r) {
+                if (f.contesta) {
+                    EXPECT_EQ(respuesta == 1, !d.existe("d")) << f.nombre << " " << r;
+                }
+                toma_informes();
+                toma_avisos();
+                toma_preguntas();
+                toma_esperas();
+            });
     }
 }

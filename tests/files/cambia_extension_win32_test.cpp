@@ -16,7 +16,8 @@ struct fila {
     lista queda;
 };
 
-const lista como_estaba = {"a.bak", "a.tmp", "b.TMP", "c.txt", "notas.mi tmp", "sin", "sub.tmp\\", "sub.tmp\\d.tmp"};
+const lista como_estaba = {"a.bak",        "a.tmp", "b.TMP",     "c.txt",
+                           "notas.mi tmp", "sin",   "sub.tmp\\", "sub.tmp\\d.tmp"};
 
 const fila filas[] = {
     {.antigua = ".tmp",
@@ -24,7 +25,8 @@ const fila filas[] = {
      .queda = {"a.bak", "b.bak", "c.txt", "notas.mi tmp", "sin", "sub.tmp\\", "sub.tmp\\d.tmp"}},
     {.antigua = "tmp",
      .nueva = ".\u00f1",
-     .queda = {"a.bak", "a.\u00f1", "b.\u00f1", "c.txt", "notas.mi tmp", "sin", "sub.tmp\\", "sub.tmp\\d.tmp"}},
+     .queda = {"a.bak", "a.\u00f1", "b.\u00f1", "c.txt", "notas.mi tmp", "sin", "sub.tmp\\",
+               "sub.tmp\\d.tmp"}},
     {.antigua = "tmp", .nueva = "tmp", .queda = como_estaba},
     {.antigua = ".tmp", .nueva = "tmp", .queda = como_estaba},
     {.antigua = "zip", .nueva = "bak", .queda = como_estaba},
@@ -70,7 +72,8 @@ TEST(cambia_extension, otra_caja_de_letra_no_borra_el_fichero) {
         const char* antigua;
         const char* nueva;
     };
-    for (const caja& c : {caja{"tmp", "TMP"}, caja{"\u00f1\u0434", "\u00d1\u0414"}, caja{"\u00c0x", "\u00e0x"}}) {
+    for (const caja& c :
+         {caja{"tmp", "TMP"}, caja{"\u00f1\u0434", "\u00d1\u0414"}, caja{"\u00c0x", "\u00e0x"}}) {
         const directorio_temporal d;
         const std::string nombre = std::string("a.") + c.antigua;
         d.fichero(nombre, "mio");

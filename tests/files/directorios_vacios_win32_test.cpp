@@ -15,8 +15,8 @@ const std::string mas_corto = "widestr_longitud(dir) > widestr_longitud(path_bas
 
 void sube(bool ancha, const std::string& directorio, const std::string* base) {
     if (ancha) {
-        lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(w(directorio).c_str(),
-                                                                  base == nullptr ? nullptr : w(*base).c_str());
+        lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(
+            w(directorio).c_str(), base == nullptr ? nullptr : w(*base).c_str());
     } else {
         lumodir_borra_directorios_de_path_si_estan_vacios(cp1252(directorio).c_str(),
                                                           base == nullptr ? nullptr : cp1252(*base).c_str());
@@ -32,17 +32,31 @@ struct fila {
 
 const fila filas[] = {
     {.nombre = "up to the base", .directorio = "a\\b\\c", .base = "a", .queda = {"a\\", "z"}},
-    {.nombre = "final separators do not matter", .directorio = "a\\b\\c\\", .base = "a\\", .queda = {"a\\", "z"}},
+    {.nombre = "final separators do not matter",
+     .directorio = "a\\b\\c\\",
+     .base = "a\\",
+     .queda = {"a\\", "z"}},
     {.nombre = "nor only on one of the two", .directorio = "a\\b\\c", .base = "a\\", .queda = {"a\\", "z"}},
     {.nombre = "nor does letter case", .directorio = "a\\b\\c", .base = "A", .queda = {"a\\", "z"}},
-    {.nombre = "the base itself stays", .directorio = "a", .base = "a\\", .queda = {"a\\", "a\\b\\", "a\\b\\c\\", "z"}},
-    {.nombre = "a missing level is passed over", .directorio = "a\\b\\c\\no\\tampoco", .base = "a", .queda = {"a\\", "z"}},
+    {.nombre = "the base itself stays",
+     .directorio = "a",
+     .base = "a\\",
+     .queda = {"a\\", "a\\b\\", "a\\b\\c\\", "z"}},
+    {.nombre = "a missing level is passed over",
+     .directorio = "a\\b\\c\\no\\tampoco",
+     .base = "a",
+     .queda = {"a\\", "z"}},
     {.nombre = "a slash before the last levels", .directorio = "a/b\\c", .base = "a", .queda = {"a\\", "z"}},
     {.nombre = "a doubled separator", .directorio = "a\\\\b\\c", .base = "a", .queda = {"a\\", "z"}},
     {.nombre = "a base with a slash", .directorio = "a/b\\c", .base = "a/", .queda = {"a\\", "z"}},
     {.nombre = "a point is no level", .directorio = "a\\.\\b\\c", .base = "a", .queda = {"a\\", "z"}},
-    {.nombre = "two points end the climb", .directorio = "a\\b\\..\\b\\c", .base = "a", .queda = {"a\\", "z"}},
-    {.nombre = "so does a name that Windows cuts to nothing", .directorio = "a\\...\\b", .base = "a",
+    {.nombre = "two points end the climb",
+     .directorio = "a\\b\\..\\b\\c",
+     .base = "a",
+     .queda = {"a\\", "z"}},
+    {.nombre = "so does a name that Windows cuts to nothing",
+     .directorio = "a\\...\\b",
+     .base = "a",
      .queda = {"a\\", "a\\b\\", "a\\b\\c\\", "z"}},
 };
 
@@ -96,7 +110,8 @@ TEST(directorios_vacios, un_directorio_con_punto_no_cuenta_pero_detiene_el_borra
     const std::string base = d.ruta("a");
     fallos libro;
     sube(true, d.ruta("a\\b"), &base);
-    EXPECT_EQ(libro.rutas("RemoveDirectoryW"), lista{d.ruta("a\\b")}) << "tried, refused by the system, given up";
+    EXPECT_EQ(libro.rutas("RemoveDirectoryW"), lista{d.ruta("a\\b")})
+        << "tried, refused by the system, given up";
     EXPECT_TRUE(d.existe("a\\b\\.git"));
     EXPECT_EQ(toma_esperas().size(), 0u);
 }
