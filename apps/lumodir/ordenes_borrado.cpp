@@ -41,6 +41,9 @@ int i_rm(peticion& p) {
     // Nothing is deleted, nor asked, when one of the paths is no file that could be.
     for (const std::wstring& ruta : rutas) {
         rechaza_raiz(ruta);
+        if (ruta.find_first_of(L"*?", ruta.starts_with(L"\\\\?\\") ? 4 : 0) != ruta.npos) {
+            throw fallo{L"'" + ruta + L"' is a pattern; rm takes names (lumodir ls --filter shows them)"};
+        }
         const clase_de_entrada clase = que_hay_en(ruta);
         if (clase == clase_de_entrada::directorio) {
             throw fallo{L"'" + ruta + L"' is a directory; rmtree deletes trees"};
@@ -165,6 +168,12 @@ void i_di_directorios(const std::vector<rama>& resto, const std::wstring& base) 
 }
 
 void i_di_que_queda(const tarea& t, const std::vector<rama>& resto) {
+    if (t.es_enlace) {
+        errores()
+            .escribe("lumodir: ", estilo::malo)
+            .linea(L"the link '" + t.directorio + L"' is not deleted");
+        return;
+    }
     errores()
         .escribe("lumodir: ", estilo::malo)
         .linea((t.interrumpida ? L"stopped; " : L"not deleted; ") + i_en_palabras(resto) + L" left in '" +

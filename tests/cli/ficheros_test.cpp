@@ -61,9 +61,10 @@ TEST(test, lectura_y_escritura) {
     }
     EXPECT_FALSE(cli::existe(d.bajo("no")));
     // A file that somebody else holds can be neither read nor written.
-    const cli::proceso otro(cli::este_programa(), {"--hold", d.bajo("libre.txt"), "3000"});
-    cli::espera_a_que(2000, [&] { return lumodir({"test", d.bajo("libre.txt"), "--read"}).codigo == 1; });
+    const cli::proceso otro(cli::este_programa(), {"--hold", d.bajo("libre.txt"), "120000"});
+    EXPECT_TRUE(cli::espera_a_que(30000, [&] { return !cli::se_puede_abrir(d.bajo("libre.txt")); }));
     EXPECT_EQ(lumodir({"test", d.bajo("libre.txt"), "--read"}).codigo, 1);
+    otro.termina();
 }
 
 TEST(size, de_cada_fichero_y_total) {

@@ -7,10 +7,22 @@
 
 namespace cli {
 
+// By hand, because lone surrogates have to come through (as WTF-8).
 std::wstring w(const std::string& utf8) {
-    const int n = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
-    std::wstring texto(static_cast<size_t>(n), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), texto.data(), n);
+    std::wstring texto;
+    for (size_t i = 0; i < utf8.size();) {
+        const auto primero = static_cast<unsigned char>(utf8[i++]);
+        unsigned siguen = primero < 0x80 ? 0 : primero < 0xE0 ? 1 : primero < 0xF0 ? 2 : 3;
+        unsigned c = siguen == 0 ? primero : primero & (0x3Fu >> siguen);
+        for (; siguen > 0; --siguen) {
+            c = c << 6 | (static_cast<unsigned char>(utf8.at(i++)) & 0x3Fu);
+        }
+        if (c >= 0x10000) {
+            texto += static_cast<wchar_t>(0xD800 + ((c - 0x10000) >> 10));
+            c = 0xDC00 + ((c - 0x10000) & 0x3FF);
+        }
+        texto += static_cast<wchar_t>(c);
+    }
     return texto;
 }
 
@@ -132,9 +144,9 @@ proceso::proceso(const std::string& programa, const std::vector<std::string>& ar
     }
     PROCESS_INFORMATION hijo{};
     const std::wstring directorio = w(donde.directorio);
-    const BOOL creado =
-        CreateProcessW(nullptr, linea.data(), nullptr, nullptr, TRUE, DETACHED_PROCESS, nullptr,
-                       directorio.empty() ? nullptr : directorio.c_str(), &como, &hijo);
+    const BOOL creado = CreateProcessW(nullptr, linea.data(), nullptr, nullptr, TRUE,
+                                       donde.con_consola ? CREATE_NO_WINDOW : DETACHED_PROCESS, nullptr,
+                                       directorio.empty() ? nullptr : directorio.c_str(), &como, &hijo);
     EXPECT_TRUE(creado) << u8(linea) << ": error " << GetLastError();
     for (const auto& [nombre, valor] : donde.variables) {
         SetEnvironmentVariableW(w(nombre).c_str(), nullptr);
@@ -162,6 +174,22 @@ proceso::~proceso() {
     espera();
     CloseHandle(tubos_->asa);
     delete tubos_;
+}
+
+bool proceso::pulsa_control_c() const {
+    // The event goes to everybody on a console; this process joins the child's and does not listen.
+    FreeConsole();
+    if (!AttachConsole(pid_)) {
+        return false;
+    }
+    SetConsoleCtrlHandler(nullptr, TRUE);
+    const BOOL pulsado = GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+    FreeConsole();
+    return pulsado != FALSE;
+}
+
+void proceso::termina() const {
+    TerminateProcess(tubos_->asa, 0);
 }
 
 resultado proceso::espera() {
@@ -244,8 +272,40 @@ void directorio_de_prueba::crea_fichero(const std::string& relativa, const std::
     CloseHandle(asa);
 }
 
+bool crea_enlace_unix(const directorio_de_prueba& d, const std::string& donde, const std::string& a_que) {
+    using a_unix = char*(CDECL*)(const WCHAR*);
+    const auto traduce = reinterpret_cast<a_unix>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    if (traduce == nullptr) {
+        return false;
+    }
+    const std::string base = traduce(w(d.ruta()).c_str());
+    std::wstring linea = w("/bin/ln -s \"" + base + "/" + a_que + "\" \"" + base + "/" + donde + "\"");
+    STARTUPINFOW como{};
+    como.cb = sizeof como;
+    PROCESS_INFORMATION hijo{};
+    if (!CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &como, &hijo)) {
+        return false;
+    }
+    CloseHandle(hijo.hThread);
+    CloseHandle(hijo.hProcess);
+    return espera_a_que(2000,
+                        [&] { return existe(d.bajo(donde)); });  // a Unix process has no handle to wait for
+}
+
 bool existe(const std::string& ruta) {
     return GetFileAttributesW(i_largo(ruta).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool se_puede_abrir(const std::string& ruta) {
+    constexpr DWORD todo = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    HANDLE asa = CreateFileW(i_largo(ruta).c_str(), GENERIC_READ, todo, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (asa == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    CloseHandle(asa);
+    return true;
 }
 
 bool es_solo_lectura(const std::string& ruta) {

@@ -20,6 +20,7 @@ struct entorno {
     std::string entrada;                                         // standard input
     std::vector<std::pair<std::string, std::string>> variables;  // set for the child only
     std::string directorio;                                      // current directory
+    bool con_consola = false;  // a console of its own, which nobody sees: the streams stay pipes
 };
 
 // English messages unless the arguments choose another language.
@@ -34,6 +35,9 @@ public:
     proceso(const proceso&) = delete;
     proceso& operator=(const proceso&) = delete;
     unsigned long pid() const { return pid_; }
+    // Presses Ctrl-C for it; answers whether the system took it. Needs `con_consola`.
+    bool pulsa_control_c() const;
+    void termina() const;
     resultado espera();
 
 private:
@@ -68,7 +72,11 @@ private:
     std::string ruta_;
 };
 
+// A Unix link to a directory of the test, as Wine shows one; no on Windows.
+bool crea_enlace_unix(const directorio_de_prueba& d, const std::string& donde, const std::string& a_que);
+
 bool existe(const std::string& ruta);
+bool se_puede_abrir(const std::string& ruta);  // sharing everything
 bool es_solo_lectura(const std::string& ruta);
 void pon_solo_lectura(const std::string& ruta);
 

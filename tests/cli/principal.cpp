@@ -4,13 +4,16 @@
 #include <cstring>
 
 // Besides the tests, two roles for the children that some of them need:
-//     test_cli --hold FILE MS    keeps a file open, sharing nothing, says so and waits
+//     test_cli --hold FILE MS    keeps a file open, sharing nothing
 //     test_cli --sleep MS        waits
 int main(int argc, char** argv) {
     if (argc == 4 && std::strcmp(argv[1], "--hold") == 0) {
-        HANDLE asa = CreateFileA(argv[2], GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-        std::puts(asa == INVALID_HANDLE_VALUE ? "not held" : "held");
-        std::fflush(stdout);
+        // Whoever looks whether it is held already may be in the way.
+        while (CreateFileA(argv[2], GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr) ==
+                   INVALID_HANDLE_VALUE &&
+               GetLastError() == ERROR_SHARING_VIOLATION) {
+            Sleep(1);
+        }
         Sleep(static_cast<DWORD>(std::strtoul(argv[3], nullptr, 10)));
         return 0;
     }

@@ -58,6 +58,30 @@ TEST(check, dice_por_que_no) {
     }
 }
 
+TEST(check, texto_raro) {
+    const cli::directorio_de_prueba d;
+    const fila filas[] = {
+        // A lone surrogate: whole in JSON, U+FFFD in UTF-8. A pair is one character.
+        {{"check", "a\xED\xA0\x80z", "--json"},
+         0,
+         R"([{"path":"a\ud800z","valid":true,"absolute":false}])",
+         {},
+         {}},
+        {{"check", "a\xED\xA0\x80z"}, 0, "valid    a\uFFFDz\n", {}, {}},
+        {{"check", "\U0001F600", "--json"},
+         0,
+         "[{\"path\":\"\U0001F600\",\"valid\":true,\"absolute\":false}]",
+         {},
+         {}},
+        // Control characters are escaped in JSON and come as they are to a pipe.
+        {{"join", "a\tb", "\x7F\x01", "--json"}, 0, R"({"path":"a\tb\\\u007f\u0001"})", {}, {}},
+        {{"join", "a\tb", "c"}, 0, "a\tb\\c\n", {}, {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+}
+
 TEST(check, rutas_largas_y_demasiado_largas) {
     std::string larga = "C:";
     while (larga.size() < 4000) {
@@ -68,6 +92,13 @@ TEST(check, rutas_largas_y_demasiado_largas) {
     const cli::resultado r = lumodir({"check", sin_fin});
     EXPECT_EQ(r.codigo, 1);
     EXPECT_NE(r.salida.find("exceeds the maximum permitted length (10240)."), std::string::npos) << r.salida;
+    // Longer than any command line.
+    const cli::resultado enorme = lumodir(
+        {"check", "-", "--json"}, {.entrada = std::string(100000, 'x'), .variables = {}, .directorio = {}});
+    EXPECT_EQ(enorme.codigo, 1);
+    EXPECT_EQ(cli::json_compacto(enorme.salida)
+                  .find("[{\"path\":\"" + std::string(100000, 'x') + "\",\"valid\":false"),
+              0u);
 }
 
 TEST(split, en_lista_en_tabla_y_en_json) {
