@@ -92,9 +92,9 @@ public:
                 ficheros_ += r.ficheros.size();
             }
         }
-        return L"deleting: " + con_miles(directorios_) + L" of " + con_miles(arbol_.size()) +
-               L" directories, " + con_miles(ficheros_) + L" files in them, " + std::to_wstring(segundos) +
-               L" s (Ctrl-C stops)";
+        return L"deleting: " + con_miles(directorios_) + L" of " +
+               plural(arbol_.size(), "directory", "directories") + L" gone, with " +
+               plural(ficheros_, "file", "files") + L", " + std::to_wstring(segundos) + L" s";
     }
 
 private:
@@ -108,7 +108,7 @@ void i_borra_parando(tarea& t) {
     const interruptor al_pulsar_control_c(continuar);
     contador_de_borrado contador(t.arbol);
     con_progreso([&] { cdir_borra_directorio_y_subdirectorios_parando(t.directorio.c_str(), &continuar); },
-                 [&](unsigned segundos) { return contador.dice(segundos); });
+                 [&](unsigned segundos) { return contador.dice(segundos) + L" (Ctrl-C stops)"; });
     t.interrumpida = continuar != CIERTO;
 }
 
