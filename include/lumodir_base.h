@@ -42,6 +42,6 @@
 
 /** Truth values travel as `unsigned short`. Compare with CIERTO: any other value counts as false. */
 #define CIERTO 1
-#define FALSO 0
+#define FALSO 0 /**< The other truth value. */
 
 #endif
