@@ -29,7 +29,7 @@ int i_compara_nombres(const C* a, const C* b) noexcept {
 }  // namespace
 
 bool filtro_extension::i_admite_extension(vista_w nombre) const {
-    const vista_w con_punto = division<wchar_t>(nombre, false).extension;
+    const vista_w con_punto = division<wchar_t>(recorta_derecha(nombre), false).extension;
     if (con_punto.empty()) {
         return extension_.empty();
     }

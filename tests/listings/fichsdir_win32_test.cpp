@@ -254,9 +254,9 @@ TEST(fichsdir, una_extension_que_nadie_puede_tener_se_informa) {
 
 TEST(fichsdir, nombres_base_en_una_caja_ordenados_y_sin_repetidos) {
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*"] = {{"zeta.txt"},      {"Alfa.TXT"},     {"ALFA.txt"},
-                                  {"\xC3\xB1u.txt"}, {"beta.dat"},     {"a.b.txt"},
-                                  {"\xC3\x91U.Txt"}, {"sub.txt", dir}, {"alfa"}};
+    falsa.patrones["C:\\d\\*"] = {{"zeta.txt"}, {"Alfa.TXT"},    {"ALFA.txt"},      {"\xC3\xB1u.txt"},
+                                  {"beta.dat"}, {"a.b.txt"},     {"\xC3\x91U.Txt"}, {"sub.txt", dir},
+                                  {"alfa"},     {"  gana .sus"}, {".SUS"}};
     EXPECT_EQ(toma_lista(fichsdir_nombres_base_en_mayusculas_ficheros_con_extension("C:\\d", "txt")),
               (nombres{"A.B", "ALFA", "ZETA", "\xC3\x91U"}));
     EXPECT_EQ(toma_lista(fichsdir_nombres_base_en_minusculas_ficheros_con_extension("C:\\d", "txt")),
@@ -265,6 +265,9 @@ TEST(fichsdir, nombres_base_en_una_caja_ordenados_y_sin_repetidos) {
               nombres{"alfa"});
     EXPECT_EQ(toma_lista(fichsdir_nombres_base_en_minusculas_ficheros_con_extension("C:\\d", "TXT")),
               nombres{});
+    EXPECT_EQ(toma_lista(fichsdir_nombres_base_en_mayusculas_ficheros_con_extension("C:\\d", "sus")),
+              (nombres{"", "  GANA "}))
+        << "only the extension loses its blanks; a name that is all extension has an empty base";
     // A set of the kind that callers can go on filling.
     AcadOrde* conjunto = fichsdir_nombres_base_en_minusculas_ficheros_con_extension("C:\\d", "txt");
     acadorde_inserta(conjunto, "alfa");
@@ -559,6 +562,41 @@ TEST(fichsdir, un_listado_se_interrumpe_y_da_lo_que_llevaba) {
     }
 }
 
+TEST(fichsdir, el_anfitrion_puede_cambiar_su_texto_y_vaciar_el_directorio_a_mitad) {
+    directorio_temporal d;
+    d.fichero("s\\a.txt");
+    d.fichero("s\\b.txt");
+    struct todo {
+        directorio_temporal* d;
+        texto_a directorio;
+        std::size_t ficheros_antes = 0;
+        static unsigned short pregunta(void* yo) {
+            auto* t = static_cast<todo*>(yo);
+            if (!t->directorio.empty()) {
+                // It calls the library again, removes what is being listed and spoils its own text.
+                t->ficheros_antes = toma_lista(fichsdir_nombres_ficheros(t->directorio.c_str())).size();
+                std::fill(t->directorio.begin(), t->directorio.end(), '?');
+                t->directorio.clear();
+                t->d->borra("s\\a.txt");
+                t->d->borra("s\\b.txt");
+            }
+            return 0;
+        }
+    };
+    todo t{&d, d.ruta_a("s")};
+    unsigned short interrumpido = 0;
+    ArrPunteroConTipo* registros =
+        fichsdir_ficheros_prog(t.directorio.c_str(), &t, &interrumpido, todo::pregunta);
+    EXPECT_EQ(t.ficheros_antes, 2u);
+    EXPECT_EQ(d.arbol(), nombres{"s\\"});
+    for (unsigned long i = 0; i < arr_NumElemsPuntero(registros); ++i) {
+        EXPECT_EQ(u8(static_cast<const Fichsdir*>(arr_GetPunteroConTipo(registros, i))->ruta), d.ruta("s"));
+    }
+    arr_DestruyeEstructurasConTipo(&registros, destruye_registro);
+    EXPECT_EQ(interrumpido, 0);
+    ESPERA_INFORMES();
+}
+
 TEST(fichsdir, sin_interrupcion_se_pregunta_por_cada_entrada) {
     busqueda_falsa falsa;
     llena(falsa);
@@ -661,6 +699,20 @@ TEST(fichsdir, un_directorio_que_no_se_puede_leer_da_listas_vacias) {
         EXPECT_EQ(toma_lista(fichsdir_ficheros_existentes_ordenados(cp1252(ruta).c_str())), nombres{});
         EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_con_extension(cp1252(ruta).c_str(), "")), nombres{});
     }
+}
+
+TEST(fichsdir, rutas_mas_largas_que_el_limite_clasico_en_los_dos_sabores) {
+    directorio_temporal d;
+    const std::string hondo = std::string(200, 'a') + "\\" + std::string(200, 'b');
+    d.fichero(hondo + "\\f.txt");
+    d.directorio(hondo + "\\sub");
+    EXPECT_EQ(lista(fichsdir_nombres_ficheros, fichsdir_nombres_ficheros_u, d.ruta(hondo)), nombres{"f.txt"});
+    EXPECT_EQ(lista(fichsdir_directorios, fichsdir_directorios_u, d.ruta(hondo)), nombres{"sub"});
+    ArrPunteroConTipo* registros = fichsdir_ficheros(d.ruta_a(hondo).c_str());
+    ASSERT_EQ(arr_NumElemsPuntero(registros), 1u);
+    EXPECT_EQ(toma(fichsdir_path_fichero(static_cast<const Fichsdir*>(arr_GetPunteroConTipo(registros, 0)))),
+              d.ruta(hondo) + "\\f.txt");
+    arr_DestruyeEstructurasConTipo(&registros, destruye_registro);
 }
 
 TEST(fichsdir, nombres_que_la_pagina_de_codigos_no_tiene) {

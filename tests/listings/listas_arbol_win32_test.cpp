@@ -198,6 +198,29 @@ TEST(listas_arbol, un_enlace_de_verdad_a_su_propio_padre) {
     cdir_libera_lista_de_ficheros_UNICODE(&lista);
 }
 
+TEST(listas_arbol, lo_que_desaparece_o_falla_a_mitad_no_para_el_recorrido) {
+    busqueda_falsa falsa;
+    // "b" is gone, or denied, by the time that it is opened.
+    falsa.patrones["C:\\d\\*"] = {{"a", dir}, {"b", dir}, {"c", dir}};
+    falsa.patrones["C:\\d\\a\\*"] = {{"1"}};
+    falsa.patrones["C:\\d\\c\\*"] = {{"3"}};
+    for (const DWORD codigo : {2u, 3u, 5u, 53u}) {
+        falsa.codigo_al_abrir["C:\\d\\b\\*"] = codigo;
+        EXPECT_EQ(todos("C:\\d"), (nombres{"C:\\d:", "C:\\d\\c: 3", "C:\\d\\b:", "C:\\d\\a: 1"})) << codigo;
+        EXPECT_EQ(con_ficheros("C:\\d"), (nombres{"C:\\d\\c: 3", "C:\\d\\a: 1"})) << codigo;
+    }
+    ESPERA_INFORMES();
+    // A walk that breaks off keeps what it had, and is reported once for each directory.
+    falsa.codigo_al_final = ERROR_NETNAME_DELETED;
+    EXPECT_EQ(con_ficheros("C:\\d"), (nombres{"C:\\d\\c: 3", "C:\\d\\a: 1"}));
+    nombres detalles;
+    for (const informe& i : toma_informes()) {
+        detalles.push_back(i.detalle);
+    }
+    EXPECT_EQ(detalles,
+              (nombres{"GetLastError() = 64 [c]", "GetLastError() = 64 [3]", "GetLastError() = 64 [1]"}));
+}
+
 TEST(listas_arbol, los_argumentos_nulos_se_informan) {
     unsigned long num = 77;
     ListaFicheros_u basura;

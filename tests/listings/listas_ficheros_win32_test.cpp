@@ -201,6 +201,11 @@ TEST(listas_ficheros, el_filtro_de_extension) {
         {.nombre = "a.tar.gz", .filtro = "tar.gz", .admite = false},
         {.nombre = "a.b c", .filtro = "b c", .admite = true},  // a blank in it: still the extension
         {.nombre = "a.b c", .filtro = "", .admite = false},
+        {.nombre = "a.png  ", .filtro = "png", .admite = true},  // trailing blanks are cut, as from any path
+        {.nombre = "a.png ", .filtro = "png ", .admite = false},
+        {.nombre = "a.png ", .filtro = "p?g", .admite = true},
+        {.nombre = "a ", .filtro = "", .admite = true},
+        {.nombre = " .png", .filtro = "png", .admite = true},  // a blank in front is a base name
         {.nombre = "a.\xC3\xB1", .filtro = "\xC3\xB1", .admite = true},
         {.nombre = "a.\xC3\xB1", .filtro = "\xC3\x91", .admite = false},  // A to Z alone are folded
         {.nombre = "a.\xC3\xB1", .filtro = "?", .admite = true},
@@ -227,6 +232,37 @@ TEST(listas_ficheros, un_nombre_acabado_en_punto_se_informa) {
     cdir_lista_de_ficheros("C:\\d", "txt", &corta);
     ESPERA_INFORMES("widestr_longitud(extFich) > 1");
     EXPECT_EQ(toma_lista(corta).lista, nombres{});
+    // Blanks after the point change nothing; a filter that accepts all does not look.
+    falsa.patrones["C:\\d\\*"] = {{"raro.  "}};
+    cdir_lista_de_ficheros("C:\\d", "", &corta);
+    ESPERA_INFORMES("widestr_longitud(extFich) > 1");
+    EXPECT_EQ(toma_lista(corta).lista, nombres{"raro.  "});
+    EXPECT_EQ(ficheros("C:\\d", "*").lista, nombres{"raro.  "});
+}
+
+TEST(listas_ficheros, sin_resultados_valen_las_reglas_sueltas_del_enumerador) {
+    busqueda_falsa falsa;
+    falsa.patrones["C:\\d\\*"] = {
+        {"foto1.png"}, {"foto2.PNG"}, {"otra.png"}, {"sub.png", FILE_ATTRIBUTE_DIRECTORY}};
+    struct fila {
+        const char* patron;
+        nombres corta;
+        nombres ancha;
+    };
+    const fila filas[] = {
+        {.patron = "foto*", .corta = {"foto1.png", "foto2.PNG"}, .ancha = {"foto1.png"}},  // letter case
+        {.patron = "*x", .corta = {}, .ancha = {"foto1.png", "otra.png"}},  // the unit after the * is skipped
+        {.patron = "FOTO?", .corta = {"foto1.png", "foto2.PNG"}, .ancha = {}},
+        {.patron = "foto", .corta = {}, .ancha = {}},
+    };
+    for (const fila& f : filas) {
+        ListaFicheros corta;
+        cdir_lista_de_ficherosFiltro("C:\\d", "png", f.patron, &corta);
+        EXPECT_EQ(toma_lista(corta).lista, f.corta) << f.patron;
+        ListaFicheros_u ancha;
+        cdir_lista_de_ficherosFiltro_UNICODE(L"C:\\d", L"png", w(f.patron).c_str(), &ancha);
+        EXPECT_EQ(toma_lista(ancha).lista, f.ancha) << f.patron;
+    }
 }
 
 TEST(listas_ficheros, el_path_del_registro) {
@@ -391,6 +427,28 @@ TEST(listas_ficheros, nombres_en_cualquier_escritura) {
     falsa.patrones["C:\\d\\*"] = {{"\xED\xB8\x80.txt"}, {"\xED\xA0\xBD"}};  // lone surrogates
     cdir_lista_de_ficheros_UNICODE(L"C:\\d", L"*", &lista);
     EXPECT_EQ(toma_lista(lista).lista, (nombres{"\xED\xA0\xBD", "\xED\xB8\x80.txt"}));
+}
+
+TEST(listas_ficheros, rutas_y_nombres_hasta_su_limite) {
+    directorio_temporal d;
+    const std::string hondo = std::string(200, 'a') + "\\" + std::string(200, 'b');
+    const std::string nombre = std::string(251, 'n') + ".txt";
+    d.fichero(hondo + "\\" + nombre);
+    d.fichero(nombre);
+    d.directorio(hondo + "\\sub");
+    EXPECT_EQ(ficheros(d.ruta(), "TXT"), (contenido{d.ruta(), {nombre}})) << "255 units, in both flavours";
+    ListaFicheros_u lista;
+    cdir_lista_de_ficheros_UNICODE(d.ruta_w(hondo).c_str(), L"txt", &lista);
+    EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(hondo), {nombre}}));
+    cdir_lista_de_directorios_UNICODE(d.ruta_w(hondo).c_str(), L"*", &lista);
+    EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(hondo), {"sub"}}));
+    EXPECT_EQ(lumodir_existenFicheros(d.ruta_a(hondo).c_str()), 1)
+        << "the 8-bit question asks the wide search";
+    EXPECT_EQ(lumodir_existenSubdirectorios(d.ruta_a(hondo).c_str()), 1);
+    // The 8-bit lists have the 8-bit search, which ends at the classic limit.
+    ListaFicheros corta;
+    cdir_lista_de_ficheros(d.ruta_a(hondo).c_str(), "txt", &corta);
+    EXPECT_EQ(toma_lista(corta), (contenido{d.ruta(hondo), {}}));
 }
 
 TEST(listas_ficheros, el_censo_cuenta_nombres_matriz_y_path) {
