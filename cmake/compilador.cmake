@@ -16,15 +16,16 @@ add_library(lumodir_opciones INTERFACE)
 if(MSVC)
   target_compile_options(lumodir_opciones INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus)
   target_compile_definitions(lumodir_opciones INTERFACE _CRT_SECURE_NO_WARNINGS)
+  target_link_options(lumodir_opciones INTERFACE /Brepro)
   set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
 else()
   target_compile_options(lumodir_opciones INTERFACE
     -Wall -Wextra -Wconversion -Wshadow -Werror
     # No path of the building machine in the product.
-    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
   if(WIN32)
-    # No runtime libraries to ship.
-    target_link_options(lumodir_opciones INTERFACE -static)
+    # No runtime libraries to ship, and the same bytes from the same sources at any time.
+    target_link_options(lumodir_opciones INTERFACE -static -Wl,--no-insert-timestamp)
   endif()
   # These reach GoogleTest too: mixed objects would disagree about wchar_t or report false errors.
   if(LUMODIR_SOLO_TEXTO)

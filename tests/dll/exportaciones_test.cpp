@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 #include <set>
 
 #include "dll/cabeceras.hpp"
@@ -59,6 +60,21 @@ TEST(exportaciones, toda_funcion_declarada_esta_en_la_dll) {
 TEST(exportaciones, la_dll_no_exporta_nada_mas) {
     const std::string sobran = menos(exportadas(), declaradas());
     EXPECT_TRUE(sobran.empty()) << "exported, but in no header:" << sobran;
+}
+
+TEST(exportaciones, el_fichero_def_dice_lo_mismo) {
+    // What MSVC makes its import library of.
+    std::ifstream entrada(LUMODIR_DEF);
+    std::string linea;
+    ASSERT_TRUE(std::getline(entrada, linea)) << LUMODIR_DEF;
+    EXPECT_EQ(linea, "LIBRARY lumodir.dll");
+    ASSERT_TRUE(std::getline(entrada, linea));
+    EXPECT_EQ(linea, "EXPORTS");
+    nombres definidas;
+    for (std::string nombre; entrada >> nombre;) {
+        EXPECT_TRUE(definidas.insert(nombre).second) << nombre << " twice";
+    }
+    EXPECT_EQ(definidas, exportadas());
 }
 
 TEST(exportaciones, las_cabeceras_se_leen_enteras_de_las_dos_maneras) {
