@@ -32,6 +32,16 @@ unsigned long i_tipo(UINT del_sistema, unsigned short disco) noexcept {
     }
 }
 
+// 0 stands for the current drive.
+bool i_hay_unidad(int unidad) {
+    if (unidad <= 0 || unidad > i_NUM_MAX_UNIDADES) {
+        return unidad == 0;
+    }
+    const wchar_t letra = i_letra_de_unidad(static_cast<unsigned short>(unidad - 1));
+    const UINT tipo = unidades.GetDriveTypeW(raiz_de_unidad(letra).c_str());
+    return tipo != DRIVE_UNKNOWN && tipo != DRIVE_NO_ROOT_DIR;
+}
+
 cadena_w i_nombre_de_red(wchar_t letra) {
     wchar_t nombre[tamanyo_nombre_red + 1] = {};
     DWORD sitio = tamanyo_nombre_red;
@@ -130,9 +140,8 @@ void info_LiberaTabla(InfoTabla* tabla) {
 
 wchar_t* info_GetActualDirectorio_compatible_chdir(int unidad, wchar_t* buf, unsigned long nbuf) {
     wchar_t actual[tamanyo_directorio_actual + 1] = {};
-    // A number that is no drive would go to the C runtime's handler of invalid parameters, which ends programs.
-    if (unidad < 0 || unidad > i_NUM_MAX_UNIDADES ||
-        unidades._wgetdcwd(unidad, actual, tamanyo_directorio_actual) == nullptr) {
+    // A drive that is not there would go to the C runtime's handler of invalid parameters, which ends programs.
+    if (!i_hay_unidad(unidad) || unidades._wgetdcwd(unidad, actual, tamanyo_directorio_actual) == nullptr) {
         return nullptr;
     }
     const vista_w directorio = a_vista<wchar_t>(actual);

@@ -99,9 +99,13 @@ private:
         const int cual = numero == 0 ? i_yo()->actual_ : numero;
         const auto i = i_yo()->discos_.find(static_cast<char>('A' + cual - 1));
         EXPECT_EQ(sitio, 260);
-        const bool hay =
-            i != i_yo()->discos_.end() && i_da(i->second.directorio, destino, static_cast<DWORD>(sitio)) != 0;
-        return hay ? destino : nullptr;
+        // The C runtime takes these for an invalid parameter and, where nobody handles that, ends the program.
+        if (i == i_yo()->discos_.end() || i->second.tipo == DRIVE_UNKNOWN ||
+            i->second.tipo == DRIVE_NO_ROOT_DIR) {
+            ADD_FAILURE() << "asked for the directory of a drive that is not there: " << numero;
+            return nullptr;
+        }
+        return i_da(i->second.directorio, destino, static_cast<DWORD>(sitio)) != 0 ? destino : nullptr;
     }
     static int i_actual() { return i_yo()->actual_; }
 

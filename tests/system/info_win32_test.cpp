@@ -259,6 +259,8 @@ TEST(info, directorio_actual_con_bufer_y_sin_el) {
         {"260 do not", 5, nullptr},
         {"a drive without a directory", 6, nullptr},
         {"a letter without a drive", 7, nullptr},
+        {"a drive that has just gone", 8, nullptr},
+        {"a drive of no kind that the system knows", 9, nullptr},
         {"Z", 26, "Z:\\"},
         {"no letter", 27, nullptr},
         {"no number", -1, nullptr},
@@ -269,6 +271,8 @@ TEST(info, directorio_actual_con_bufer_y_sin_el) {
                              {'D', {.tipo = 3, .directorio = cabe.c_str()}},
                              {'E', {.tipo = 3, .directorio = no_cabe.c_str()}},
                              {'F', {.tipo = 3}},
+                             {'H', {.tipo = DRIVE_NO_ROOT_DIR, .directorio = "H:\\x"}},
+                             {'I', {.tipo = DRIVE_UNKNOWN, .directorio = "I:\\x"}},
                              {'N', {.tipo = 4, .directorio = "N:\\x"}},
                              {'Z', {.tipo = 3, .directorio = "Z:\\"}}});
     for (const auto& f : filas) {
