@@ -21,6 +21,10 @@ constexpr DWORD tamanyo_modulo = 1072;
 // Everything of a process (TH32CS_SNAPALL); its modules are what is looked at.
 constexpr DWORD todo_del_proceso = TH32CS_SNAPALL;
 
+// How often a snapshot is taken while the process loads libraries meanwhile, which the system answers with
+// ERROR_BAD_LENGTH and the advice to try again. One that never settles shows no modules.
+constexpr unsigned tomas_de_instantanea = 10;
+
 // The system's idle process. To the snapshot service this number means the process that asks, which would so be
 // found twice.
 constexpr DWORD pid_inactivo = 0;
@@ -35,6 +39,16 @@ struct rasgos_proceso {
 };
 using manija_instantanea = manija<rasgos_instantanea>;
 using manija_proceso = manija<rasgos_proceso>;
+
+manija_instantanea i_instantanea_de_modulos(DWORD pid) noexcept {
+    manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(todo_del_proceso, pid));
+    for (unsigned tomas = 1;
+         !instantanea.valida() && ::GetLastError() == ERROR_BAD_LENGTH && tomas < tomas_de_instantanea;
+         ++tomas) {
+        instantanea = manija_instantanea(procesos.CreateToolhelp32Snapshot(todo_del_proceso, pid));
+    }
+    return instantanea;
+}
 
 // One walk over a snapshot's entries. A system that refuses the size gets the same call again with that of its own
 // structure, and keeps it for the rest of the search: `tamanyo` outlives the walk.
@@ -100,7 +114,7 @@ private:
     bool basta() const noexcept { return encontrado_ && !con_lista_; }
 
     void i_mira_modulos(DWORD pid) {
-        const manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(todo_del_proceso, pid));
+        const manija_instantanea instantanea = i_instantanea_de_modulos(pid);
         if (!instantanea.valida()) {
             return;  // of another user, or protected, or gone
         }

@@ -81,6 +81,9 @@ public:
     // From the second entry of a walk on, other sizes.
     std::vector<DWORD> tamanyos_siguientes;
     bool sin_lista_de_procesos = false;
+    // How often a snapshot of modules fails before it succeeds, and with which code.
+    unsigned instantaneas_que_fallan = 0;
+    DWORD codigo_de_instantanea = ERROR_BAD_LENGTH;
 
     std::vector<std::string> llamadas;  // in order: "snapshot 2 0", "process 556", "module 1072", ...
     std::vector<DWORD> terminados;
@@ -123,6 +126,11 @@ private:
 
     static HANDLE WINAPI i_instantanea(DWORD que, DWORD pid) {
         i_yo()->llamadas.push_back("snapshot " + std::to_string(que) + " " + std::to_string(pid));
+        if (que != TH32CS_SNAPPROCESS && i_yo()->instantaneas_que_fallan > 0) {
+            --i_yo()->instantaneas_que_fallan;
+            ::SetLastError(i_yo()->codigo_de_instantanea);
+            return INVALID_HANDLE_VALUE;
+        }
         const proceso_fingido* p = i_yo()->i_busca(pid);
         const bool hay =
             que == TH32CS_SNAPPROCESS ? !i_yo()->sin_lista_de_procesos : p != nullptr && p->con_instantanea;
@@ -329,6 +337,31 @@ TEST(taskproc, un_tamanyo_rechazado_a_medio_paseo_se_cambia) {
     fingido.tamanyos_modulo = {1072, sizeof(MODULEENTRY32W)};
     fingido.tamanyos_siguientes = {sizeof(PROCESSENTRY32W), sizeof(MODULEENTRY32W)};
     EXPECT_EQ(encuentra("a.exe"), "7 a.exe=C:\\a.exe; 8 a.exe=D:\\a.exe");
+}
+
+// A process that loads a library in that moment is no reason not to see it.
+TEST(taskproc, una_instantanea_que_no_cabe_se_toma_otra_vez) {
+    const struct {
+        unsigned fallan;
+        DWORD codigo;
+        bool encontrado;
+        unsigned tomadas;
+    } filas[] = {
+        {.fallan = 0, .codigo = ERROR_BAD_LENGTH, .encontrado = true, .tomadas = 1},
+        {.fallan = 1, .codigo = ERROR_BAD_LENGTH, .encontrado = true, .tomadas = 2},
+        {.fallan = 9, .codigo = ERROR_BAD_LENGTH, .encontrado = true, .tomadas = 10},
+        {.fallan = 10, .codigo = ERROR_BAD_LENGTH, .encontrado = false, .tomadas = 10},
+        {.fallan = 1, .codigo = ERROR_ACCESS_DENIED, .encontrado = false, .tomadas = 1},
+        {.fallan = 1, .codigo = ERROR_PARTIAL_COPY, .encontrado = false, .tomadas = 1},
+    };
+    for (const auto& f : filas) {
+        SCOPED_TRACE(testing::Message() << f.fallan << " of code " << f.codigo);
+        sistema_fingido fingido({{7, {{"a.exe", "C:\\a.exe"}}}});
+        fingido.instantaneas_que_fallan = f.fallan;
+        fingido.codigo_de_instantanea = f.codigo;
+        EXPECT_EQ(encuentra("a.exe"), f.encontrado ? "7 a.exe=C:\\a.exe" : "(NULL)");
+        EXPECT_EQ(std::count(fingido.llamadas.begin(), fingido.llamadas.end(), "snapshot 15 7"), f.tomadas);
+    }
 }
 
 TEST(taskproc, sin_lista_de_procesos_se_informa) {
