@@ -346,7 +346,7 @@ LUMODIR_API wchar_t *lumodir_dame_path_corto_UNICODE(const wchar_t *path);
 
 /**
  * Gives the long form of a path, or the path as it is when it does not exist; without the long-path prefix in
- * both cases.
+ * both cases, unless it names what has no letter (`\\?\Volume{...}\x`): such a path has no form without it.
  *
  * @param path  Path (UTF-16). NULL is reported as "(path) != NULL" and gives an empty string.
  * @return New string (widestr_nousar_destruye()).

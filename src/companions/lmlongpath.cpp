@@ -179,7 +179,10 @@ cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde) {
     if (empieza_por_sin_caja(ruta, prefijo_unc)) {
         return concatena<wchar_t>({L"\\\\", ruta.substr(prefijo_unc.size())}, donde);
     }
-    return cadena_w(empieza_por(ruta, prefijo_largo) ? ruta.substr(prefijo_largo.size()) : ruta, donde);
+    // Other names of the system (of volumes, of devices) have no ordinary form.
+    const vista_w resto = empieza_por(ruta, prefijo_largo) ? ruta.substr(prefijo_largo.size()) : vista_w();
+    const bool con_unidad = resto.size() >= 2 && es_letra(resto[0]) && resto[1] == L':';
+    return cadena_w(con_unidad ? resto : ruta, donde);
 }
 
 }  // namespace lumodir

@@ -68,7 +68,8 @@ manija_busqueda lmlongpath_FindFirstFileW(const wchar_t* patron, WIN32_FIND_DATA
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 
-// The path without an extended-length prefix (`\\?\C:\x` is `C:\x`, `\\?\UNC\srv\x` is `\\srv\x`).
+// The path without an extended-length prefix (`\\?\C:\x` is `C:\x`, `\\?\UNC\srv\x` is `\\srv\x`); any other path,
+// that of a volume without a letter (`\\?\Volume{...}\x`) included, as it is.
 cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde = lugar::aqui());
 
 }  // namespace lumodir

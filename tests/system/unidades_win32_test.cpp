@@ -197,6 +197,7 @@ TEST(unidades, disco_de_programa) {
         {"a share", "\\\\srv\\Pa\u00EDs\\bin\\x.exe", 3, "\\\\srv\\Pa\u00EDs", {}},
         {"a path with the long-path prefix", "\\\\?\\E:\\bin\\x.exe", 3, "E:", {}},
         {"a share with the long-path prefix", "\\\\?\\UNC\\srv\\x\\bin\\x.exe", 3, "\\\\srv\\x", {}},
+        {"a volume without a letter", "\\\\?\\Volume{1-2}\\bin\\x.exe", 3, "\\\\?\\Volume{1-2}", {}},
         {"a path cut to the buffer", "F:\\" + std::string(500, 'x'), 3, "F:", {}},
         {"a share of 255 units fits",
          "\\\\srv\\" + std::string(249, 's') + "\\x",
