@@ -374,6 +374,10 @@ TEST(programa, se_busca_en_los_directorios_del_path_por_su_orden) {
         {tres, "bin\\deep.exe", {tres + "\\bin\\deep.exe"}},
         {tres, "\\only.txt", {tres + "\\only.txt"}},
         {"\"" + uno + "\"", "tool.exe", {}},  // quotes stay
+        {";" + uno + ";;", "tool.exe", {uno + "\\tool.exe"}},
+        {uno + "\\\\", "tool.exe", {uno + "\\\\tool.exe"}},
+        {uno + ";" + dos, "", {uno + "\\", dos + "\\"}},  // what is asked for is the directory itself
+        {uno, std::string(20'000, 'x'), {}},
         {uno + ";" + dos, "missing.exe", {}},
         {dir.ruta("missing"), "tool.exe", {}},
         {" ", "lumodir no such file.exe", {}},

@@ -36,17 +36,23 @@ private:
     std::map<const wchar_t*, texto_w> antes_;
 };
 
-// A registry of one value, the user's local-settings folder; empty when there is none. The real one is not touched.
+// A registry of one value, the user's local-settings folder; by default none when it is empty. The real one is not touched.
 class con_local_settings {
 public:
-    explicit con_local_settings(const std::string& carpeta) {
+    explicit con_local_settings(const std::string& carpeta) : con_local_settings(carpeta, !carpeta.empty()) {}
+    con_local_settings(const std::string& carpeta, bool hay) {
         valor() = w(carpeta);
+        hay_valor() = hay;
         g_aperturas().clear();
         g_valores().clear();
     }
     static texto_w& valor() {
         static texto_w texto;
         return texto;
+    }
+    static bool& hay_valor() {
+        static bool hay = false;
+        return hay;
     }
     static textos& g_aperturas() {
         static textos lista;
@@ -62,7 +68,7 @@ private:
         EXPECT_EQ(raiz, HKEY_CURRENT_USER);
         g_aperturas().push_back(u8(ruta));
         *clave = HKEY_CURRENT_USER;  // closing it does nothing
-        return valor().empty() ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS;
+        return hay_valor() ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
     }
     static LSTATUS WINAPI i_cuenta(HKEY, wchar_t*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD* num, DWORD*,
                                    DWORD* mayor, DWORD*, FILETIME*) {

@@ -46,6 +46,15 @@ TEST(temporales, sin_directorio_temporal_queda_el_de_respaldo) {
         EXPECT_EQ(con_local_settings::g_valores(),
                   fila.local_settings.empty() ? textos{} : textos{"Local Settings"});
     }
+    {
+        const con_local_settings vacia("", true);
+        EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "\\temp");
+    }
+    {
+        const con_temp fichero(dir.fichero("a file"));
+        const con_local_settings carpeta("C:\\local");
+        EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "C:\\local\\temp");
+    }
     EXPECT_FALSE(dir.existe("ñ local"));  // neither checked nor created
 }
 
@@ -184,6 +193,32 @@ TEST(temporales, el_aviso_nombra_el_error_y_sale_tambien_en_modo_servicio) {
         ASSERT_EQ(informes.size(), 1u);
         EXPECT_EQ(informes[0].detalle, detalle(directorio, fila.nombre));
     }
+}
+
+namespace {
+
+UINT WINAPI falla_cada_vez_de_otra_manera(const wchar_t*, const wchar_t* prefijo, UINT, wchar_t*) {
+    g_peticiones.push_back(u8(prefijo));
+    ::SetLastError(1000 + static_cast<DWORD>(g_peticiones.size()));
+    return 0;
+}
+
+}  // namespace
+
+// Each text tells why the last attempt before it failed.
+TEST(temporales, el_error_que_se_dice_es_el_ultimo) {
+    const directorio_temporal dir;
+    const con_temp temp(dir.ruta());
+    const std::string directorio = dir.ruta() + "\\";
+    const sustituye nombrar(sistema.GetTempFileNameW,
+                            static_cast<decltype(sistema.GetTempFileNameW)>(falla_cada_vez_de_otra_manera));
+    g_peticiones.clear();
+    EXPECT_EQ(toma(lumodir_creaFicheroTemporal()), "");
+    EXPECT_EQ(g_peticiones.size(), 42u);
+    EXPECT_EQ(toma_avisos(), textos{aviso(directorio, "1021")});
+    const std::vector<informe> informes = toma_informes();
+    ASSERT_EQ(informes.size(), 1u);
+    EXPECT_EQ(informes[0].detalle, detalle(directorio, "1042"));
 }
 
 TEST(temporales, un_directorio_que_no_se_puede_escribir_de_verdad) {

@@ -216,6 +216,35 @@ TEST(unicos, un_directorio_demasiado_largo_se_informa) {
     ESPERA_INFORMES("longitud < _MAX_PATH", "resp != 0");
 }
 
+namespace {
+
+// A system that takes directories of any length, as some do.
+UINT WINAPI nombra_en_cualquiera(const wchar_t* directorio, const wchar_t* prefijo, UINT, wchar_t* nombre) {
+    const texto_w ruta = texto_w(directorio) + w("\\" + u8(prefijo).substr(0, 3) + "FFFF.tmp");
+    const HANDLE h =
+        ::CreateFileW((w("\\\\?\\") + ruta).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+    if (h == INVALID_HANDLE_VALUE) {
+        return 0;
+    }
+    ::CloseHandle(h);
+    std::copy_n(ruta.c_str(), ruta.size() + 1, nombre);
+    return 0xFFFF;
+}
+
+}  // namespace
+
+TEST(unicos, un_directorio_demasiado_largo_que_el_sistema_admite_sirve) {
+    const directorio_temporal dir;
+    const std::string largo =
+        std::string(100, 'a') + "\\" + std::string(100, 'b') + "\\" + std::string(100, 'c');
+    const std::string ruta = dir.directorio(largo);
+    const sustituye nombrar(sistema.GetTempFileNameW,
+                            static_cast<decltype(sistema.GetTempFileNameW)>(nombra_en_cualquiera));
+    EXPECT_EQ(unico(ruta, "año"), ruta + "\\LUAFFFF.año");
+    ESPERA_INFORMES("longitud < _MAX_PATH");
+    EXPECT_EQ(dir.arbol(largo), textos{largo + "\\LUAFFFF.año"});
+}
+
 TEST(unicos, lo_que_no_se_puede_borrar_al_final_se_dice_al_usuario) {
     const directorio_temporal dir;
     const sustituye nombrar(sistema.GetTempFileNameW,

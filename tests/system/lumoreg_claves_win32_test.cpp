@@ -206,6 +206,54 @@ TEST_F(claves_lumoreg, un_paso_que_falla_se_informa_y_cuenta_como_elemento) {
     }
 }
 
+namespace {
+
+// Somebody creates a subkey with a longer name between the counting and the listing.
+LSTATUS crea_otra(LSTATUS contadas) {
+    ::RegDeleteKeyW(HKEY_CURRENT_USER, bajo("k\\a").c_str());
+    crea(bajo("k\\" + std::string(255, 'z')));
+    return contadas;
+}
+LSTATUS WINAPI cuenta_y_crea_w(HKEY clave, wchar_t* c, DWORD* lc, DWORD* r, DWORD* s, DWORD* ms, DWORD* mc,
+                               DWORD* v, DWORD* mv, DWORD* md, DWORD* ls, FILETIME* f) {
+    return crea_otra(g_real.RegQueryInfoKeyW(clave, c, lc, r, s, ms, mc, v, mv, md, ls, f));
+}
+LSTATUS WINAPI cuenta_y_crea_a(HKEY clave, char* c, DWORD* lc, DWORD* r, DWORD* s, DWORD* ms, DWORD* mc,
+                               DWORD* v, DWORD* mv, DWORD* md, DWORD* ls, FILETIME* f) {
+    return crea_otra(g_real.RegQueryInfoKeyA(clave, c, lc, r, s, ms, mc, v, mv, md, ls, f));
+}
+// The longest name there can be, in a code page that takes three bytes a unit.
+LSTATUS WINAPI enumera_de_tres_bytes(HKEY, DWORD, char* nombre, DWORD* longitud, DWORD*, char*, DWORD*,
+                                     FILETIME*) {
+    constexpr DWORD bytes = 3 * 255;
+    if (*longitud <= bytes) {
+        return ERROR_MORE_DATA;
+    }
+    std::fill(nombre, nombre + bytes, 'x');
+    nombre[bytes] = '\0';
+    *longitud = bytes;
+    return ERROR_SUCCESS;
+}
+
+}  // namespace
+
+TEST_F(claves_lumoreg, un_nombre_mas_largo_que_los_contados_cabe) {
+    g_real = sistema_registro;
+    const sustituye w(sistema_registro.RegQueryInfoKeyW,
+                      static_cast<decltype(sistema_registro.RegQueryInfoKeyW)>(cuenta_y_crea_w));
+    const sustituye a(sistema_registro.RegQueryInfoKeyA,
+                      static_cast<decltype(sistema_registro.RegQueryInfoKeyA)>(cuenta_y_crea_a));
+    const textos esperadas = {"before", std::string(255, 'z')};
+    for (const bool ancha : {true, false}) {
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, bajo("k").c_str());
+        crea(bajo("k\\a"));
+        EXPECT_EQ(ancha ? lista_u(bajo("k"), 1) : lista_8(bajo_a("k"), 1), esperadas) << ancha;
+    }
+    const sustituye e(sistema_registro.RegEnumKeyExA,
+                      static_cast<decltype(sistema_registro.RegEnumKeyExA)>(enumera_de_tres_bytes));
+    EXPECT_EQ(lista_8(bajo_a("k"), 1), (textos{"before", std::string(765, 'x')}));
+}
+
 TEST_F(claves_lumoreg, una_clave_que_no_se_deja_contar_se_informa) {
     crea(bajo("k\\a"));
     const sustituye w(sistema_registro.RegQueryInfoKeyW,
@@ -415,6 +463,80 @@ TEST_F(claves_lumoreg, la_sonda_escribe_y_no_deja_nada) {
     }
     ESPERA_DETALLES();
     EXPECT_FALSE(esta_la_clave_de_la_sonda());
+}
+
+namespace {
+
+// A registry of the probe's key alone, which writes down what is done to it.
+textos g_sonda;
+bool g_hay_clave = false;
+bool g_desaparece = false;  // once written to
+
+LSTATUS WINAPI abre_sonda(HKEY raiz, const wchar_t* ruta, DWORD, REGSAM acceso, HKEY* clave) {
+    EXPECT_EQ(raiz, HKEY_LOCAL_MACHINE);
+    if (!g_hay_clave) {
+        return ERROR_FILE_NOT_FOUND;
+    }
+    g_sonda.push_back("open " + u8(ruta) + (acceso == KEY_ALL_ACCESS ? ", all" : ""));
+    *clave = HKEY_LOCAL_MACHINE;  // closing it does nothing
+    return ERROR_SUCCESS;
+}
+LSTATUS WINAPI crea_sonda(HKEY raiz, const wchar_t* ruta, DWORD, wchar_t*, DWORD, REGSAM,
+                          SECURITY_ATTRIBUTES* const, HKEY* clave, DWORD*) {
+    EXPECT_EQ(raiz, HKEY_LOCAL_MACHINE);
+    g_sonda.push_back("create " + u8(ruta));
+    g_hay_clave = true;
+    *clave = HKEY_LOCAL_MACHINE;
+    return ERROR_SUCCESS;
+}
+LSTATUS WINAPI escribe_sonda(HKEY, const wchar_t* nombre, DWORD, DWORD tipo, const BYTE* datos, DWORD bytes) {
+    EXPECT_EQ(tipo, static_cast<DWORD>(REG_SZ));
+    EXPECT_EQ(bytes, 14u);
+    g_sonda.push_back("set " + u8(nombre) + "=" + u8(reinterpret_cast<const wchar_t*>(datos)));
+    g_hay_clave = !g_desaparece;
+    return ERROR_SUCCESS;
+}
+LSTATUS WINAPI enumera_sonda(HKEY, DWORD, wchar_t*, DWORD*, DWORD*, wchar_t*, DWORD*, FILETIME*) {
+    return ERROR_NO_MORE_ITEMS;
+}
+LSTATUS WINAPI borra_sonda(HKEY, const wchar_t* nombre) {
+    g_sonda.push_back("delete [" + u8(nombre) + "]");
+    return ERROR_SUCCESS;
+}
+
+}  // namespace
+
+TEST_F(claves_lumoreg, la_sonda_paso_a_paso) {
+    tabla_registro& t = sistema_registro;
+    const sustituye abrir(t.RegOpenKeyExW, static_cast<decltype(t.RegOpenKeyExW)>(abre_sonda));
+    const sustituye crear(t.RegCreateKeyExW, static_cast<decltype(t.RegCreateKeyExW)>(crea_sonda));
+    const sustituye escribir(t.RegSetValueExW, static_cast<decltype(t.RegSetValueExW)>(escribe_sonda));
+    const sustituye enumerar(t.RegEnumKeyExW, static_cast<decltype(t.RegEnumKeyExW)>(enumera_sonda));
+    const sustituye borrar(t.RegDeleteKeyW, static_cast<decltype(t.RegDeleteKeyW)>(borra_sonda));
+    const std::string existe_ = "open SOFTWARE\\LUMO";
+    const std::string abre_ = "open SOFTWARE\\LUMO, all";
+    const std::string escribe_ = "set Prueba=prueba";
+    const std::string contenido_ = "open SOFTWARE\\LUMO\\, all";
+    const struct {
+        const char* que;
+        bool existe;
+        bool desaparece;
+        textos pasos;
+    } filas[] = {
+        {"there", true, false, {existe_, abre_, escribe_, existe_, abre_, contenido_, "delete []"}},
+        {"missing",
+         false,
+         false,
+         {"create SOFTWARE\\LUMO", abre_, escribe_, existe_, abre_, contenido_, "delete []"}},
+        {"gone once written", true, true, {existe_, abre_, escribe_}},
+    };
+    for (const auto& fila : filas) {
+        g_sonda.clear();
+        g_hay_clave = fila.existe;
+        g_desaparece = fila.desaparece;
+        EXPECT_EQ(lumoreg_tiene_permisos_escribir_en_registro(), 1) << fila.que;
+        EXPECT_EQ(g_sonda, fila.pasos) << fila.que;
+    }
 }
 
 TEST_F(claves_lumoreg, la_sonda_dice_que_no_sin_derecho_a_crear_o_a_escribir) {

@@ -89,6 +89,41 @@ TEST_F(clave_lumoreg, existe_la_que_se_abre) {
     }
 }
 
+TEST_F(clave_lumoreg, el_path_vacio_es_la_raiz_y_uno_imposible_no_existe) {
+    for (unsigned long raiz = 0; raiz < 5; ++raiz) {
+        EXPECT_EQ(lumoreg_existe_clave_u(raiz, L""), 1) << raiz;
+        EXPECT_EQ(lumoreg_existe_clave(raiz, ""), 1) << raiz;
+    }
+    for (const std::size_t unidades : {256u, 10'000u, 70'000u}) {
+        const std::string ruta(unidades, 'x');
+        EXPECT_EQ(lumoreg_existe_clave_u(raiz_de_pruebas, w(ruta).c_str()), 0) << unidades;
+        EXPECT_EQ(lumoreg_existe_clave(raiz_de_pruebas, ruta.c_str()), 0) << unidades;
+        EXPECT_EQ(lumoreg_existe_clave_u(raiz_de_pruebas, bajo(ruta).c_str()), 0) << unidades;
+    }
+}
+
+// Half of the machine's software stands twice in the registry.
+TEST_F(clave_lumoreg, una_clave_que_solo_esta_en_una_vista_se_encuentra_sin_nombrarla) {
+    constexpr unsigned long maquina = 3;
+    const texto_w nombre = w("SOFTWARE\\lumodir-pruebas-" + std::to_string(::GetCurrentProcessId()));
+    for (const unsigned long vista : {1ul, 2ul}) {
+        if (lumoreg_crea_clave_en_vista_u(vista, maquina, nombre.c_str()) != 1) {
+            GTEST_SKIP() << "no right to write under HKEY_LOCAL_MACHINE";
+        }
+        const unsigned long otra = 3 - vista;
+        EXPECT_EQ(lumoreg_existe_clave_en_vista_u(vista, maquina, nombre.c_str()), 1) << vista;
+        EXPECT_EQ(lumoreg_existe_clave_en_vista_u(otra, maquina, nombre.c_str()), 0) << vista;
+        EXPECT_EQ(lumoreg_existe_clave_u(maquina, nombre.c_str()), 1) << vista;
+        EXPECT_EQ(lumoreg_establece_cadena_u(maquina, nombre.c_str(), L"v", L"año"), 1) << vista;
+        wchar_t* texto = nullptr;
+        EXPECT_EQ(lumoreg_lee_cadena_ex_u(vista, maquina, nombre.c_str(), L"v", &texto), 1) << vista;
+        EXPECT_EQ(toma(texto), "año") << vista;
+        const REGSAM acceso = vista == 1 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY;
+        EXPECT_EQ(::RegDeleteKeyExW(HKEY_LOCAL_MACHINE, nombre.c_str(), acceso, 0), 0) << vista;
+        EXPECT_EQ(lumoreg_existe_clave_u(maquina, nombre.c_str()), 0) << vista;
+    }
+}
+
 TEST_F(clave_lumoreg, cada_indice_es_su_clave_raiz) {
     const HKEY raices[] = {HKEY_CLASSES_ROOT, HKEY_CURRENT_CONFIG, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE,
                            HKEY_USERS};

@@ -237,6 +237,13 @@ TEST(taskproc, se_encuentra_cada_modulo_de_ese_nombre_exacto) {
     }
 }
 
+TEST(taskproc, un_nombre_larguisimo_no_es_el_de_nadie) {
+    const std::string nombre = "uno.exe" + std::string(100'000, 'x');
+    sistema_fingido fingido(unos_procesos);
+    EXPECT_EQ(encuentra(nombre.c_str()), "(NULL)");
+    EXPECT_EQ(taskproc_mata_procesos_nombre_dado(w(nombre).c_str()), 0);
+}
+
 TEST(taskproc, sin_lista_se_para_en_el_primero) {
     sistema_fingido fingido(unos_procesos);
     fingido.tamanyos_proceso = {556};
