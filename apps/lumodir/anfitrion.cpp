@@ -8,6 +8,7 @@
 #include "companions/error_interno.h"
 #include "companions/lmaviso.h"
 #include "consola.hpp"
+#include "frases.hpp"
 #include "textos.hpp"
 
 namespace mando {
@@ -79,7 +80,7 @@ void i_recibe_error(const char* expresion, const char* modulo, unsigned long lin
 unsigned short i_recibe_pregunta(const wchar_t* mensaje, unsigned long, void*) {
     const std::lock_guard turno(turno_de_consola());
     i_muestra(mensaje);
-    if (hay_quien_conteste() && pregunta(L"Try again?")) {
+    if (hay_quien_conteste() && pregunta(di("Try again?"))) {
         return CIERTO;
     }
     i_apunta(mensaje);

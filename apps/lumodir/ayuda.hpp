@@ -6,6 +6,7 @@
 
 namespace mando {
 
+void di_uso(corriente& donde, const orden& cual);
 void ayuda_general(corriente& donde);
 void ayuda_de_orden(corriente& donde, const orden& cual);
 void ayuda_de_familia(corriente& donde, std::wstring_view primera_palabra);  // "reg"

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "frases.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
 
@@ -262,13 +263,14 @@ std::vector<std::wstring> lee_lineas() {
 
 bool pregunta(std::wstring_view texto) {
     const std::lock_guard turno(turno_de_consola());
-    errores().escribe(texto, estilo::aviso).escribe(" [y/N] ").vacia();
+    errores().escribe(texto, estilo::aviso).escribe(di(" [y/N] ")).vacia();
     const std::optional<std::wstring> respuesta = lee_linea();
     if (!hay_quien_conteste()) {
         errores().linea();  // nobody's Enter has ended the line
     }
     const std::wstring limpia = respuesta ? en_minusculas(sin_blancos(*respuesta)) : std::wstring();
-    return limpia == L"y" || limpia == L"yes";
+    const bool en_su_lengua = en_espanyol() && (limpia == L"s" || limpia == L"si" || limpia == L"s\u00ed");
+    return limpia == L"y" || limpia == L"yes" || en_su_lengua;
 }
 
 }  // namespace mando

@@ -38,7 +38,7 @@ bool i_se_puede_recorrer(const std::wstring& directorio) {
 
 void comprueba_directorio(const std::wstring& directorio) {
     if (sin_blancos(directorio).empty()) {
-        throw uso_incorrecto{L"the directory is empty; the current one is \".\""};
+        throw uso_incorrecto{di("the directory is empty; the current one is \".\"")};
     }
     wchar_t* mensaje = nullptr;
     const bool existe =
@@ -48,10 +48,10 @@ void comprueba_directorio(const std::wstring& directorio) {
         throw fallo{texto};
     }
     if (cdir_es_directorio_u(directorio.c_str()) != CIERTO) {
-        throw fallo{L"'" + directorio + L"' is a file, not a directory"};
+        throw fallo{di("'%1' is a file, not a directory", directorio)};
     }
     if (!i_se_puede_recorrer(directorio)) {
-        throw fallo{L"the directory '" + directorio + L"' cannot be read"};
+        throw fallo{di("the directory '%1' cannot be read", directorio)};
     }
 }
 
@@ -66,8 +66,8 @@ std::vector<rama> recorre(const std::wstring& base, const wchar_t* extension) {
                                                                            &registros);
         },
         [&](unsigned segundos) {
-            return L"walking " + base + L": about " + con_miles(lumospy_bloques_vivos() - antes) +
-                   L" names, " + std::to_wstring(segundos) + L" s";
+            return di("walking %1: about %2 names, %3 s", base, con_miles(lumospy_bloques_vivos() - antes),
+                      std::to_wstring(segundos));
         });
     std::vector<rama> arbol;
     arbol.reserve(cuantos);

@@ -49,7 +49,7 @@ std::wstring texto_del_sistema(unsigned long codigo) {
     FormatMessageW(
         FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
         codigo, 0, reinterpret_cast<wchar_t*>(&texto), 0, nullptr);
-    std::wstring resultado = texto ? texto : L"error " + std::to_wstring(codigo);
+    std::wstring resultado = texto ? texto : di("error %1", std::to_wstring(codigo));
     LocalFree(texto);
     resultado.erase(resultado.find_last_not_of(L"\r\n. ") + 1);
     return resultado;
@@ -57,7 +57,7 @@ std::wstring texto_del_sistema(unsigned long codigo) {
 
 void comprueba_existe(const std::wstring& ruta) {
     if (que_hay_en(ruta) == clase_de_entrada::ninguna) {
-        throw fallo{L"'" + ruta + L"' does not exist"};
+        throw fallo{di("'%1' does not exist", ruta)};
     }
 }
 
@@ -104,18 +104,18 @@ std::wstring i_ruta_completa(const std::wstring& ruta) {
 void rechaza_raiz(const std::wstring& ruta) {
     const std::wstring limpia = sin_blancos(ruta);
     if (limpia.empty()) {
-        throw fallo{L"the path is empty: refused, nothing is done"};
+        throw fallo{di("the path is empty: refused, nothing is done")};
     }
     // A drive alone means its current directory to the system, and everything to a person.
     const bool unidad_sola = limpia.size() == 2 && limpia[1] == L':';
     if (unidad_sola || i_es_raiz(i_ruta_completa(limpia))) {
-        throw fallo{L"'" + ruta + L"' is the root of a drive: refused, nothing is done"};
+        throw fallo{di("'%1' is the root of a drive: refused, nothing is done", ruta)};
     }
 }
 
 void confirma(const peticion& p, const std::wstring& que) {
     if (!p.si_a_todo && !pregunta(que)) {
-        throw fallo{L"not confirmed, nothing is done"};
+        throw fallo{di("not confirmed, nothing is done")};
     }
 }
 
@@ -172,8 +172,8 @@ long long i_de_pared_a_utc(long long pared) {
 }
 
 [[noreturn]] void i_fecha_mal(const std::wstring& texto) {
-    throw uso_incorrecto{L"'" + texto +
-                         L"' is no date; write now, @SECONDS, 2024-05-01, or \"2024-05-01 12:30[:00][Z]\""};
+    throw uso_incorrecto{
+        di("'%1' is no date; write now, @SECONDS, 2024-05-01, or \"2024-05-01 12:30[:00][Z]\"", texto)};
 }
 
 }  // namespace
@@ -224,7 +224,7 @@ long long lee_fecha(const std::wstring& texto, bool en_utc) {
     return en_utc ? pared : i_de_pared_a_utc(pared);
 }
 
-int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, std::string_view hecho_en_palabras,
+int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, frase hecho_en_palabras,
                 std::wstring (*accion)(const peticion&, const std::wstring&)) {
     json lista = json::lista();
     bool todas = true;
@@ -243,7 +243,10 @@ int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, std::
             }
             lista.agrega(std::move(fila));
         } else if (queja.empty()) {
-            salida().escribe(hecho_en_palabras, estilo::bueno).escribe(" ").linea(std::wstring_view(ruta));
+            salida()
+                .escribe(di(hecho_en_palabras), estilo::bueno)
+                .escribe(" ")
+                .linea(std::wstring_view(ruta));
         } else {
             errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(queja));
         }

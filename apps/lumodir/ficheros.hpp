@@ -43,7 +43,7 @@ long long lee_fecha(const std::wstring& texto, bool en_utc);
 // ---- The same action on each of several paths ----
 
 // The action answers an empty text, or why it failed. Successes are told as "<done> <path>".
-int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, std::string_view hecho_en_palabras,
+int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, frase hecho_en_palabras,
                 std::wstring (*accion)(const peticion&, const std::wstring&));
 
 }  // namespace mando

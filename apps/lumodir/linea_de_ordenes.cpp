@@ -15,6 +15,7 @@ constexpr opcion generales[] = {
     {"verbose", "", "also show the library's internal errors, on standard error"},
     {"yes", "", "do not ask before changing or deleting (-y)"},
     {"help", "", "this text (-h, /?)"},
+    {"version", "", "the version of this command"},
 };
 
 const opcion* i_busca(std::span<const opcion> opciones, std::wstring_view nombre) {
@@ -53,8 +54,8 @@ size_t i_distancia(std::wstring_view a, std::wstring_view b) {
             }
         }
     }
-    throw uso_incorrecto{L"there is no command '" + std::wstring(palabra) + L"'" +
-                         (mejor.empty() ? L"" : L"; did you mean '" + mejor + L"'?")};
+    throw uso_incorrecto{mejor.empty() ? di("there is no command '%1'", palabra)
+                                       : di("there is no command '%1'; did you mean '%2'?", palabra, mejor)};
 }
 
 class lector {
@@ -148,8 +149,8 @@ private:
         const std::wstring nombre = i_nombre_de_opcion(palabra);
         if (nombre.empty()) {
             if (palabra.size() > 1 && palabra[0] == L'-') {
-                throw uso_incorrecto{L"unknown option '" + palabra +
-                                     L"' (a path that begins with '-' goes after '--')"};
+                throw uso_incorrecto{
+                    di("unknown option '%1' (a path that begins with '-' goes after '--')", palabra)};
             }
             leida_.que.argumentos.push_back(palabra);
             return;
@@ -160,26 +161,21 @@ private:
     void i_opcion(const std::wstring& nombre, size_t& i) {
         const opcion* fila = leida_.que.cual ? i_busca(leida_.que.cual->opciones, nombre) : nullptr;
         fila = fila ? fila : i_busca(generales, nombre);
-        if (!fila && nombre == L"version") {
-            leida_.version = true;
-            return;
-        }
         if (!fila) {
-            throw uso_incorrecto{L"unknown option '--" + nombre + L"'"};
+            throw uso_incorrecto{di("unknown option '--%1'", nombre)};
         }
         const size_t igual = palabras_[i].find(L'=');
         std::wstring valor;
         if (fila->valor.empty()) {
             if (igual != std::wstring::npos) {
-                throw uso_incorrecto{L"option '--" + nombre + L"' takes no value"};
+                throw uso_incorrecto{di("option '--%1' takes no value", nombre)};
             }
         } else if (igual != std::wstring::npos) {
             valor = palabras_[i].substr(igual + 1);
         } else if (++i < palabras_.size()) {
             valor = palabras_[i];
         } else {
-            throw uso_incorrecto{L"option '--" + nombre + L"' needs a value (" + ancho_de(fila->valor) +
-                                 L")"};
+            throw uso_incorrecto{di("option '--%1' needs a value (%2)", nombre, ancho_de(fila->valor))};
         }
         i_guarda(*fila, std::move(valor));
     }
@@ -187,6 +183,8 @@ private:
     void i_guarda(const opcion& fila, std::wstring valor) {
         if (fila.nombre == "help") {
             leida_.ayuda = true;
+        } else if (fila.nombre == "version") {
+            leida_.version = true;
         } else if (fila.nombre == "json") {
             leida_.que.en_json = true;
         } else if (fila.nombre == "verbose") {
@@ -230,7 +228,7 @@ const wchar_t* peticion::valor(std::string_view nombre) const {
     return fila == opciones.end() ? nullptr : fila->second.c_str();
 }
 
-unsigned long a_numero(std::wstring_view texto, std::string_view que_es, unsigned long maximo) {
+unsigned long a_numero(std::wstring_view texto, std::wstring_view que_es, unsigned long maximo) {
     unsigned long long numero = 0;
     bool bien = !texto.empty() && texto.size() <= 10;
     for (const wchar_t c : texto) {
@@ -238,15 +236,15 @@ unsigned long a_numero(std::wstring_view texto, std::string_view que_es, unsigne
         numero = bien ? numero * 10 + static_cast<unsigned>(c - L'0') : 0;
     }
     if (!bien || numero > maximo) {
-        throw uso_incorrecto{ancho_de(que_es) + L" must be a number from 0 to " + std::to_wstring(maximo) +
-                             L", not '" + std::wstring(texto) + L"'"};
+        throw uso_incorrecto{
+            di("%1 must be a number from 0 to %2, not '%3'", que_es, std::to_wstring(maximo), texto)};
     }
     return static_cast<unsigned long>(numero);
 }
 
 unsigned long peticion::numero(std::string_view nombre, unsigned long si_falta, unsigned long maximo) const {
     const wchar_t* texto = valor(nombre);
-    return texto ? a_numero(texto, "--" + std::string(nombre), maximo) : si_falta;
+    return texto ? a_numero(texto, L"--" + ancho_de(nombre), maximo) : si_falta;
 }
 
 std::vector<std::wstring> peticion::argumentos_o_entrada() const {

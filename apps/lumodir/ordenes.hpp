@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "frases.hpp"
 #include "json.hpp"
 
 namespace mando {
@@ -23,27 +24,27 @@ struct peticion;
 struct opcion {
     std::string_view nombre;  // without its dashes
     std::string_view valor;   // what it takes, as the help names it; empty for a switch
-    std::string_view ayuda;
+    frase ayuda;
 };
 
 struct ejemplo {
     std::string_view linea;  // after "lumodir "
-    std::string_view que_hace;
+    frase que_hace;
 };
 
 struct orden {
     std::string_view nombre;  // one word, or two ("reg get")
     std::string_view argumentos;
-    std::string_view resumen;
-    std::string_view detalle;  // whole lines of at most 78 columns
-    size_t minimo, maximo;     // arguments
+    frase resumen;
+    frase detalle;          // whole lines of at most 78 columns
+    size_t minimo, maximo;  // arguments
     std::span<const opcion> opciones;
     std::span<const ejemplo> ejemplos;
     int (*ejecuta)(peticion&);
 };
 
 struct grupo {
-    std::string_view titulo;
+    frase titulo;
     std::span<const orden> ordenes;
 };
 
@@ -70,7 +71,7 @@ struct peticion {
     std::wstring directorio() const { return argumentos.empty() ? L"." : argumentos[0]; }
 };
 
-unsigned long a_numero(std::wstring_view texto, std::string_view que_es, unsigned long maximo);
+unsigned long a_numero(std::wstring_view texto, std::wstring_view que_es, unsigned long maximo);
 
 // What ends a subcommand early: a wrong command line (exit code 2), or something that is not so or could not
 // be done (exit code 1; with --json an object with the text in "error").
@@ -91,5 +92,6 @@ extern const std::span<const orden> ordenes_ficheros;
 extern const std::span<const orden> ordenes_borrado;
 extern const std::span<const orden> ordenes_sistema;
 extern const std::span<const orden> ordenes_registro;
+extern const std::span<const orden> ordenes_interprete;
 
 }  // namespace mando

@@ -30,9 +30,10 @@ std::wstring i_rm_uno(const peticion& p, const std::wstring& ruta) {
     if (p.tiene("if-possible")) {
         unsigned short hay_error = FALSO;
         lumodir_borra_fichero_si_existe_UNICODE(ruta.c_str(), &hay_error);
-        return hay_error == CIERTO ? L"'" + ruta + L"' is not deleted" : L"";
+        return hay_error == CIERTO ? di("'%1' is not deleted", ruta) : std::wstring();
     }
-    return cdir_borra_fichero_UNICODE(ruta.c_str()) == CIERTO ? L"" : L"'" + ruta + L"' is not deleted";
+    return cdir_borra_fichero_UNICODE(ruta.c_str()) == CIERTO ? std::wstring()
+                                                              : di("'%1' is not deleted", ruta);
 }
 
 int i_rm(peticion& p) {
@@ -42,14 +43,14 @@ int i_rm(peticion& p) {
     for (const std::wstring& ruta : rutas) {
         rechaza_raiz(ruta);
         if (ruta.find_first_of(L"*?", ruta.starts_with(L"\\\\?\\") ? 4 : 0) != ruta.npos) {
-            throw fallo{L"'" + ruta + L"' is a pattern; rm takes names (lumodir ls --filter shows them)"};
+            throw fallo{di("'%1' is a pattern; rm takes names (lumodir ls --filter shows them)", ruta)};
         }
         const clase_de_entrada clase = que_hay_en(ruta);
         if (clase == clase_de_entrada::directorio) {
-            throw fallo{L"'" + ruta + L"' is a directory; rmtree deletes trees"};
+            throw fallo{di("'%1' is a directory; rmtree deletes trees", ruta)};
         }
         if (clase == clase_de_entrada::ninguna && !p.tiene("if-exists")) {
-            throw fallo{L"'" + ruta + L"' does not exist"};
+            throw fallo{di("'%1' does not exist", ruta)};
         }
     }
     std::vector<std::wstring> presentes;
@@ -59,8 +60,8 @@ int i_rm(peticion& p) {
         }
     }
     if (!presentes.empty()) {
-        confirma(p, presentes.size() == 1 ? L"Delete the file '" + presentes[0] + L"'?"
-                                          : L"Delete " + plural(presentes.size(), "file", "files") + L"?");
+        confirma(p, presentes.size() == 1 ? di("Delete the file '%1'?", presentes[0])
+                                          : di("Delete %1?", plural(presentes.size(), "file", "files")));
     }
     return en_cada_una(p, presentes, "deleted", i_rm_uno);
 }
@@ -92,9 +93,9 @@ public:
                 ficheros_ += r.ficheros.size();
             }
         }
-        return L"deleting: " + con_miles(directorios_) + L" of " +
-               plural(arbol_.size(), "directory", "directories") + L" gone, with " +
-               plural(ficheros_, "file", "files") + L", " + std::to_wstring(segundos) + L" s";
+        return di("deleting: %1 of %2 gone, with %3, %4 s", con_miles(directorios_),
+                  plural(arbol_.size(), "directory", "directories"), plural(ficheros_, "file", "files"),
+                  std::to_wstring(segundos));
     }
 
 private:
@@ -108,7 +109,7 @@ void i_borra_parando(tarea& t) {
     const interruptor al_pulsar_control_c(continuar);
     contador_de_borrado contador(t.arbol);
     con_progreso([&] { cdir_borra_directorio_y_subdirectorios_parando(t.directorio.c_str(), &continuar); },
-                 [&](unsigned segundos) { return contador.dice(segundos) + L" (Ctrl-C stops)"; });
+                 [&](unsigned segundos) { return contador.dice(segundos) + di(" (Ctrl-C stops)"); });
     t.interrumpida = continuar != CIERTO;
 }
 
@@ -128,8 +129,8 @@ void i_borra_en_pasadas(tarea& t) {
 }
 
 std::wstring i_en_palabras(const std::vector<rama>& arbol) {
-    return plural(cuenta_ficheros(arbol), "file", "files") + L" in " +
-           plural(arbol.size(), "directory", "directories");
+    return di("%1 in %2", plural(cuenta_ficheros(arbol), "file", "files"),
+              plural(arbol.size(), "directory", "directories"));
 }
 
 constexpr size_t a_la_vista = 10;  // lines about what is left
@@ -145,7 +146,7 @@ void i_di_ficheros(const std::vector<rama>& resto) {
         }
     }
     if (dichos > a_la_vista) {
-        errores().linea(L"  and " + con_miles(dichos - a_la_vista) + L" more");
+        errores().escribe("  ").linea(di("and %1 more", con_miles(dichos - a_la_vista)));
     }
 }
 
@@ -163,28 +164,27 @@ void i_di_directorios(const std::vector<rama>& resto, const std::wstring& base) 
         }
     }
     if (dichos > a_la_vista) {
-        errores().linea(L"  and " + plural(dichos - a_la_vista, "directory more", "directories more"));
+        errores().escribe("  ").linea(
+            di("and %1", plural(dichos - a_la_vista, "directory more", "directories more")));
     }
 }
 
 void i_di_que_queda(const tarea& t, const std::vector<rama>& resto) {
     if (t.es_enlace) {
-        errores()
-            .escribe("lumodir: ", estilo::malo)
-            .linea(L"the link '" + t.directorio + L"' is not deleted");
+        errores().escribe("lumodir: ", estilo::malo).linea(di("the link '%1' is not deleted", t.directorio));
         return;
     }
     errores()
         .escribe("lumodir: ", estilo::malo)
-        .linea((t.interrumpida ? L"stopped; " : L"not deleted; ") + i_en_palabras(resto) + L" left in '" +
-               t.directorio + L"'");
+        .linea(di(t.interrumpida ? frase("stopped; %1 left in '%2'") : frase("not deleted; %1 left in '%2'"),
+                  i_en_palabras(resto), t.directorio));
     if (t.interrumpida && !resto.empty()) {
         i_di_directorios(resto, resto.front().ruta);
     } else if (cuenta_ficheros(resto) > 0) {
         i_di_ficheros(resto);
     } else {
-        errores().linea(
-            "  (directories that begin with a point stay; --if-possible and --retry delete them too)");
+        errores().escribe("  ").linea(
+            di("(directories that begin with a point stay; --if-possible and --retry delete them too)"));
     }
 }
 
@@ -207,8 +207,8 @@ int i_cuenta_lo_hecho(const peticion& p, const tarea& t) {
     } else if (queda) {
         i_di_que_queda(t, resto);
     } else {
-        salida().escribe("deleted", estilo::bueno).escribe(" ").escribe(t.directorio);
-        salida().linea(t.es_enlace ? L" (the link)" : L": " + i_en_palabras(t.arbol));
+        salida().escribe(di("deleted"), estilo::bueno).escribe(" ").escribe(t.directorio);
+        salida().linea(t.es_enlace ? di(" (the link)") : L": " + i_en_palabras(t.arbol));
     }
     return queda ? no : hecho;
 }
@@ -217,20 +217,20 @@ int i_rmtree(peticion& p) {
     tarea t;
     t.directorio = p.argumentos[0];
     if (p.tiene("if-possible") && p.tiene("retry")) {
-        throw uso_incorrecto{L"give either --if-possible or --retry"};
+        throw uso_incorrecto{di("give either --if-possible or --retry")};
     }
     i_ajusta_reintentos(p);
     rechaza_raiz(t.directorio);
     comprueba_existe(t.directorio);
     if (que_hay_en(t.directorio) == clase_de_entrada::fichero) {
-        throw fallo{L"'" + t.directorio + L"' is a file; rm deletes files"};
+        throw fallo{di("'%1' is a file; rm deletes files", t.directorio)};
     }
     t.es_enlace = es_enlace(t.directorio);
     if (!t.es_enlace) {
         t.arbol = recorre(t.directorio, nullptr);
     }
-    confirma(p, t.es_enlace ? L"Delete the link '" + t.directorio + L"'? What it points to stays."
-                            : L"Delete '" + t.directorio + L"' with " + i_en_palabras(t.arbol) + L"?");
+    confirma(p, t.es_enlace ? di("Delete the link '%1'? What it points to stays.", t.directorio)
+                            : di("Delete '%1' with %2?", t.directorio, i_en_palabras(t.arbol)));
     p.tiene("if-possible") ? i_borra_si_se_puede(t)
     : p.tiene("retry")     ? i_borra_en_pasadas(t)
                            : i_borra_parando(t);

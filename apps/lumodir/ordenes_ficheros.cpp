@@ -31,10 +31,10 @@ clase_de_entrada i_halla(const std::wstring& ruta) {
                                                                             : clase_de_entrada::ninguna;
 }
 
-std::string_view i_en_palabras(clase_de_entrada clase) {
-    return clase == clase_de_entrada::fichero      ? "file"
-           : clase == clase_de_entrada::directorio ? "directory"
-                                                   : "missing";
+frase i_en_palabras(clase_de_entrada clase) {
+    return clase == clase_de_entrada::fichero      ? frase("file")
+           : clase == clase_de_entrada::directorio ? frase("directory")
+                                                   : frase("missing");
 }
 
 int i_exists(peticion& p) {
@@ -50,11 +50,10 @@ int i_exists(peticion& p) {
             lista.agrega(json::objeto()
                              .pon("path", ruta)
                              .pon("exists", clase != clase_de_entrada::ninguna)
-                             .pon("kind", i_en_palabras(clase)));
+                             .pon("kind", i_en_palabras(clase).ingles()));
         } else {
             salida()
-                .escribe(a_la_izquierda(ancho_de(i_en_palabras(clase)), 11),
-                         vale ? estilo::bueno : estilo::malo)
+                .escribe(a_la_izquierda(di(i_en_palabras(clase)), 11), vale ? estilo::bueno : estilo::malo)
                 .linea(std::wstring_view(ruta));
         }
     }
@@ -108,16 +107,14 @@ int i_test(peticion& p) {
         escribe_json(fila);
     } else {
         const auto si_o_no = [](bool si) {
-            return celda(si ? L"yes" : L"no", si ? estilo::bueno : estilo::malo);
+            return celda(di(si ? frase("yes") : frase("no")), si ? estilo::bueno : estilo::malo);
         };
-        const auto fila = [&](std::string_view que, const celda& c, const std::wstring& nota) {
-            salida().escribe(a_la_izquierda(ancho_de(que), 11), estilo::titulo).escribe(c.texto, c.como);
-            salida().linea(nota.empty() ? nota : L": " + nota);
-        };
-        fila("kind", celda(es_directorio ? L"directory" : L"file"), {});
-        fila("readable", si_o_no(a.leer), {});
-        fila("writable", si_o_no(a.escribir), a.por_que_no);
-        fila("protected", celda(esta_protegido(ruta) ? L"yes" : L"no"), {});
+        celda escribible = si_o_no(a.escribir);
+        escribible.texto += a.por_que_no.empty() ? L"" : L": " + a.por_que_no;
+        pinta_ficha(salida(), {{"kind", di(es_directorio ? frase("directory") : frase("file"))},
+                               {"readable", si_o_no(a.leer)},
+                               {"writable", escribible},
+                               {"protected", di(esta_protegido(ruta) ? frase("yes") : frase("no"))}});
     }
     const bool pide_todo = !p.tiene("read") && !p.tiene("write");
     const bool vale =
@@ -129,7 +126,7 @@ int i_test(peticion& p) {
 
 int i_size(peticion& p) {
     json lista = json::lista();
-    tabla t({{L"bytes", true}, {L"size", true}, {L"path", false, true}});
+    tabla t({{"bytes", true}, {"size", true}, {"path", false, true}});
     unsigned long long total = 0;
     bool todas = true;
     const std::vector<std::wstring> rutas = p.argumentos_o_entrada();
@@ -140,7 +137,7 @@ int i_size(peticion& p) {
             es_directorio ? ~0ull : lumodir_get_tamanyo_fichero(ruta.c_str(), &codigo);
         if (bytes == ~0ull) {
             todas = false;
-            const std::wstring queja = es_directorio ? L"is a directory" : texto_del_sistema(codigo);
+            const std::wstring queja = es_directorio ? di("is a directory") : texto_del_sistema(codigo);
             p.en_json
                 ? lista.agrega(json::objeto().pon("path", ruta).pon("size", json()).pon("error", queja)),
                 void()
@@ -163,7 +160,7 @@ int i_size(peticion& p) {
     } else if (!t.vacia()) {
         if (rutas.size() > 1) {
             t.fila({celda(con_miles(total), estilo::titulo), celda(tamanyo_legible(total), estilo::titulo),
-                    celda(L"total", estilo::titulo)});
+                    celda(di("total"), estilo::titulo)});
         }
         t.pinta(salida());
     }
@@ -173,16 +170,17 @@ int i_size(peticion& p) {
 int i_date(peticion& p) {
     const bool en_utc = p.tiene("utc");
     json lista = json::lista();
-    tabla t({{L"modified"}, {L"created"}, {L"path", false, true}});
+    tabla t({{"modified"}, {"created"}, {"path", false, true}});
     bool todas = true;
     for (const std::wstring& ruta : p.argumentos_o_entrada()) {
         const std::optional<long long> modificado = fecha_de(ruta), creado = creacion_de(ruta);
         if (!modificado || !creado) {
             todas = false;
             p.en_json
-                ? lista.agrega(json::objeto().pon("path", ruta).pon("error", "does not exist")),
+                ? lista.agrega(
+                      json::objeto().pon("path", ruta).pon("error", di("'%1' does not exist", ruta))),
                 void()
-                : void(errores().escribe("lumodir: ", estilo::malo).linea(L"'" + ruta + L"' does not exist"));
+                : void(errores().escribe("lumodir: ", estilo::malo).linea(di("'%1' does not exist", ruta)));
         } else if (p.en_json) {
             lista.agrega(json::objeto()
                              .pon("path", ruta)
@@ -209,7 +207,7 @@ std::wstring i_crea_vacio(const std::wstring& ruta) {
     void* asa = CreateFileW(para_el_sistema.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
     if (asa == INVALID_HANDLE_VALUE) {
-        return L"cannot create '" + ruta + L"': " + texto_del_sistema(GetLastError());
+        return di("cannot create '%1': %2", ruta, texto_del_sistema(GetLastError()));
     }
     CloseHandle(asa);
     return {};
@@ -223,23 +221,23 @@ std::wstring i_touch_una(const peticion& p, const std::wstring& ruta) {
     }
     const clase_de_entrada clase = que_hay_en(ruta);
     if (clase == clase_de_entrada::directorio) {
-        return L"'" + ruta + L"' is a directory";
+        return di("'%1' is a directory", ruta);
     }
     if (clase == clase_de_entrada::ninguna) {
         const std::wstring queja =
-            p.tiene("no-create") ? L"'" + ruta + L"' does not exist" : i_crea_vacio(ruta);
+            p.tiene("no-create") ? di("'%1' does not exist", ruta) : i_crea_vacio(ruta);
         if (!queja.empty()) {
             return queja;
         }
     }
     return timefich_asignar_fecha_fichero_UTC(ruta.c_str(), fecha) == CIERTO
-               ? L""
-               : L"the date of '" + ruta + L"' is not set";
+               ? std::wstring()
+               : di("the date of '%1' is not set", ruta);
 }
 
 int i_touch(peticion& p) {
     if (p.tiene("date") && p.tiene("like")) {
-        throw uso_incorrecto{L"give either --date or --like"};
+        throw uso_incorrecto{di("give either --date or --like")};
     }
     return en_cada_una(p, p.argumentos_o_entrada(), "dated", i_touch_una);
 }
@@ -248,7 +246,7 @@ int i_touch(peticion& p) {
 
 std::wstring i_mkdir_una(const peticion& p, const std::wstring& ruta) {
     if (sin_blancos(ruta).empty()) {
-        return L"the path is empty";
+        return di("the path is empty");
     }
     const auto crea = p.tiene("for-file")
                           ? (p.tiene("if-possible") ? cdir_crea_directorios_fichero_si_es_posible_UNICODE
@@ -256,11 +254,11 @@ std::wstring i_mkdir_una(const peticion& p, const std::wstring& ruta) {
                       : p.tiene("if-possible") ? cdir_crea_directorios_si_es_posible_UNICODE
                                                : cdir_crea_directorios_del_path_UNICODE;
     if (crea(ruta.c_str()) != CIERTO) {
-        return L"'" + ruta + L"' is not created";
+        return di("'%1' is not created", ruta);
     }
     // What exists already passes for created, a file too.
     const bool es_fichero = !p.tiene("for-file") && que_hay_en(ruta) == clase_de_entrada::fichero;
-    return es_fichero ? L"'" + ruta + L"' is a file" : L"";
+    return es_fichero ? di("'%1' is a file", ruta) : std::wstring();
 }
 
 int i_mkdir(peticion& p) {
@@ -271,7 +269,7 @@ int i_mv(peticion& p) {
     const std::wstring& viejo = p.argumentos[0];
     std::wstring nuevo = p.argumentos[1];
     if (sin_blancos(viejo).empty() || sin_blancos(nuevo).empty()) {
-        throw fallo{L"the path is empty: refused, nothing is done"};
+        throw fallo{di("the path is empty: refused, nothing is done")};
     }
     comprueba_existe(viejo);
     if (que_hay_en(nuevo) == clase_de_entrada::directorio) {
@@ -280,7 +278,7 @@ int i_mv(peticion& p) {
     }
     // Another letter case of the same name is a new name for the same file.
     if (que_hay_en(nuevo) != clase_de_entrada::ninguna && !iguales_sin_caja(viejo, nuevo)) {
-        throw fallo{L"'" + nuevo + L"' exists already and is never replaced"};
+        throw fallo{di("'%1' exists already and is never replaced", nuevo)};
     }
     bool movido;
     if (p.tiene("if-possible")) {
@@ -291,17 +289,12 @@ int i_mv(peticion& p) {
         movido = que_hay_en(nuevo) != clase_de_entrada::ninguna && !hubo_quejas();
     }
     if (!movido) {
-        throw fallo{L"'" + viejo + L"' is not moved"};
+        throw fallo{di("'%1' is not moved", viejo)};
     }
     if (p.en_json) {
         escribe_json(json::objeto().pon("from", viejo).pon("to", nuevo).pon("done", true));
     } else {
-        salida()
-            .escribe("moved", estilo::bueno)
-            .escribe(" ")
-            .escribe(viejo)
-            .escribe(" to ")
-            .linea(std::wstring_view(nuevo));
+        salida().escribe(di("moved"), estilo::bueno).linea(di(" %1 to %2", viejo, nuevo));
     }
     return hecho;
 }
@@ -314,8 +307,8 @@ std::wstring i_protege_una(const peticion&, const std::wstring& ruta) {
     proteger ? lumodir_protege_fichero_UNICODE(ruta.c_str())
              : lumodir_desprotege_fichero_UNICODE(ruta.c_str());
     return esta_protegido(ruta) == proteger
-               ? L""
-               : L"'" + ruta + (proteger ? L"' is not protected" : L"' is still protected");
+               ? std::wstring()
+               : di(proteger ? frase("'%1' is not protected") : frase("'%1' is still protected"), ruta);
 }
 
 int i_protect(peticion& p) {
@@ -331,7 +324,7 @@ std::wstring i_extension_de(const std::wstring& argumento) {
     const std::wstring extension = argumento.starts_with(L'.') ? argumento.substr(1) : argumento;
     if (extension.find_first_of(L"*?") != extension.npos ||
         cdir_extension_valida_UNICODE(extension.c_str()) != CIERTO) {
-        throw uso_incorrecto{L"'" + argumento + L"' is no extension"};
+        throw uso_incorrecto{di("'%1' is no extension", argumento)};
     }
     return extension;
 }
@@ -357,13 +350,13 @@ int i_rename_ext(peticion& p) {
         pisados += !iguales_sin_caja(otro, nombre) && que_hay_en(ruta) != clase_de_entrada::ninguna ? 1 : 0;
     }
     if (nombres.empty()) {
-        throw fallo{L"no file in '" + directorio + L"' has the extension '" + vieja + L"'"};
+        throw fallo{di("no file in '%1' has the extension '%2'", directorio, vieja)};
     }
-    confirma(p, L"Rename " + plural(nombres.size(), "file", "files") + L" in '" + directorio + L"' from '." +
-                    vieja + L"' to '." + nueva + L"'" +
-                    (pisados ? L", deleting " + plural(pisados, "file", "files") + L" that bear the new name"
-                             : std::wstring()) +
-                    L"?");
+    const std::wstring cuantos = plural(nombres.size(), "file", "files");
+    confirma(p, pisados == 0
+                    ? di("Rename %1 in '%2' from '.%3' to '.%4'?", cuantos, directorio, vieja, nueva)
+                    : di("Rename %1 in '%2' from '.%3' to '.%4', deleting %5 that bear the new name?",
+                         cuantos, directorio, vieja, nueva, plural(pisados, "file", "files")));
     cdir_cambia_extension_ficheros_u(directorio.c_str(), vieja.c_str(), nueva.c_str());
     const size_t quedan = iguales_sin_caja(vieja, nueva) ? 0 : i_con_extension(directorio, vieja).size();
     if (p.en_json) {
@@ -374,11 +367,11 @@ int i_rename_ext(peticion& p) {
                          .pon("left", quedan));
     } else {
         salida()
-            .escribe("renamed", estilo::bueno)
+            .escribe(di("renamed"), estilo::bueno)
             .linea(L" " + plural(nombres.size() - quedan, "file", "files"));
     }
     if (quedan > 0 && !p.en_json) {
-        throw fallo{plural(quedan, "file", "files") + L" could not be renamed"};
+        throw fallo{di("%1 could not be renamed", plural(quedan, "file", "files"))};
     }
     return quedan > 0 ? no : hecho;
 }

@@ -74,14 +74,14 @@ std::map<std::wstring, detalle> i_detalles(const std::wstring& directorio) {
 }
 
 celda i_proteccion(bool protegido) {
-    return protegido ? celda(L"protected", estilo::aviso) : celda(std::wstring());
+    return protegido ? celda(di("protected"), estilo::aviso) : celda(std::wstring());
 }
 
 void i_ls_con_detalles(const peticion& p, const std::wstring& directorio,
                        const std::vector<std::wstring>& nombres) {
     std::map<std::wstring, detalle> detalles = i_detalles(directorio);
     json lista = json::lista();
-    tabla t({{L"bytes", true}, {L"modified"}, {L"protection"}, {L"name", false, true}});
+    tabla t({{"bytes", true}, {"modified"}, {"protection"}, {"name", false, true}});
     unsigned long long total = 0;
     for (const std::wstring& nombre : nombres) {
         const detalle& x = detalles[nombre];
@@ -109,10 +109,10 @@ int i_ls(peticion& p) {
     const std::wstring directorio = p.directorio();
     const bool carpetas = p.tiene("dirs");
     if (carpetas && p.tiene("ext")) {
-        throw uso_incorrecto{L"--ext is for files, --dirs for directories; use --filter"};
+        throw uso_incorrecto{di("--ext is for files, --dirs for directories; use --filter")};
     }
     if (carpetas && p.tiene("long")) {
-        throw uso_incorrecto{L"--long is for files"};
+        throw uso_incorrecto{di("--long is for files")};
     }
     i_quita_punto(p, "ext");
     comprueba_directorio(directorio);
@@ -181,11 +181,11 @@ std::vector<cuenta> i_cuentas(const peticion& p, const std::vector<rama>& arbol,
 void i_pinta_arbol(const peticion& p, const std::vector<rama>& arbol, const std::wstring& base) {
     const std::vector<cuenta> cuentas = i_cuentas(p, arbol, base);
     const bool juntas = p.tiene("depth");
-    std::vector<columna> columnas = {{L"files", true}};
+    std::vector<columna> columnas = {{"files", true}};
     if (juntas) {
-        columnas.push_back({L"directories", true});
+        columnas.push_back({"directories", true});
     }
-    columnas.push_back({L"directory", false, true});
+    columnas.push_back({"directory", false, true});
     tabla t(columnas);
     for (const cuenta& c : cuentas) {
         std::vector<celda> fila = {con_miles(c.ficheros)};
@@ -200,9 +200,9 @@ void i_pinta_arbol(const peticion& p, const std::vector<rama>& arbol, const std:
     }
     const auto con_alguno =
         std::count_if(arbol.begin(), arbol.end(), [](const rama& r) { return !r.ficheros.empty(); });
-    salida().linea(plural(cuenta_ficheros(arbol), "file", "files") + L" in " +
-                       con_miles(static_cast<unsigned long long>(con_alguno)) + L" of " +
-                       plural(arbol.size(), "directory", "directories"),
+    salida().linea(di("%1 in %2 of %3", plural(cuenta_ficheros(arbol), "file", "files"),
+                      con_miles(static_cast<unsigned long long>(con_alguno)),
+                      plural(arbol.size(), "directory", "directories")),
                    estilo::titulo);
 }
 
@@ -236,7 +236,7 @@ json i_json_de_arbol(const peticion& p, const std::vector<rama>& arbol, const st
 int i_tree(peticion& p) {
     const std::wstring directorio = p.directorio();
     if (p.tiene("files") && (p.tiene("depth") || p.tiene("top"))) {
-        throw uso_incorrecto{L"--files shows paths, --depth and --top are for counts"};
+        throw uso_incorrecto{di("--files shows paths, --depth and --top are for counts")};
     }
     i_quita_punto(p, "ext");
     comprueba_directorio(directorio);
@@ -271,7 +271,7 @@ int i_sets(peticion& p) {
         return p.tiene("by-date") ? a->fecha > b->fecha : fichsdir_compara_nombre(a, b->nombre) < 0;
     });
     json lista = json::lista();
-    tabla t({{L"modified"}, {L"protection"}, {L"name", false, true}});
+    tabla t({{"modified"}, {"protection"}, {"name", false, true}});
     for (const Fichsdir* f : ficheros) {
         const std::wstring nombre = toma(fichsdir_nombre_fichero(f));
         const bool protegido = fichsdir_fichero_esta_protegido(f) == CIERTO;

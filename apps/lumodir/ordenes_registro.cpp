@@ -41,14 +41,14 @@ clave i_clave(const std::wstring& texto) {
             return {r.indice, ruta, ancho_de(r.corto) + (ruta.empty() ? L"" : L"\\" + ruta)};
         }
     }
-    throw uso_incorrecto{L"'" + texto + L"' does not begin with HKCR, HKCC, HKCU, HKLM or HKU"};
+    throw uso_incorrecto{di("'%1' does not begin with HKCR, HKCC, HKCU, HKLM or HKU", texto)};
 }
 
 // The view, or nothing for the usual order of views.
 std::optional<unsigned long> i_vista(const peticion& p) {
     const std::wstring texto = p.tiene("view") ? p.valor("view") : L"";
     if (!texto.empty() && texto != L"32" && texto != L"64") {
-        throw uso_incorrecto{L"--view is 32 or 64"};
+        throw uso_incorrecto{di("--view is 32 or 64")};
     }
     return texto == L"64"   ? std::optional<unsigned long>(LUMOREG_VISTA_64BITS)
            : texto == L"32" ? std::optional<unsigned long>(LUMOREG_VISTA_32BITS)
@@ -62,7 +62,7 @@ bool i_existe(const clave& c, std::optional<unsigned long> vista) {
 
 void i_exige(const clave& c, std::optional<unsigned long> vista) {
     if (!i_existe(c, vista)) {
-        throw fallo{L"the key '" + c.entera + L"' does not exist or may not be read"};
+        throw fallo{di("the key '%1' does not exist or may not be read", c.entera)};
     }
 }
 
@@ -118,13 +118,13 @@ int i_ls(peticion& p) {
     for (const std::wstring& subclave : subclaves) {
         salida().linea(subclave + L"\\", estilo::tenue);
     }
-    tabla t({{L"value"}, {L"data"}});
+    tabla t({{"value"}, {"data"}});
     for (const valor_de_clave& v : valores) {
         std::wstring datos;
         for (const std::wstring& pieza : v.piezas) {
             datos += (datos.empty() ? L"" : L" | ") + pieza;
         }
-        t.fila({v.nombre.empty() ? std::wstring(L"(default)") : v.nombre, datos});
+        t.fila({v.nombre.empty() ? di("(default)") : v.nombre, datos});
     }
     if (!t.vacia()) {
         t.pinta(salida());
@@ -142,7 +142,7 @@ int i_get(peticion& p) {
                               : lumoreg_lee_cadena_u(c.raiz, c.ruta.c_str(), nombre, &contenido)) == CIERTO;
     const std::wstring texto = toma(contenido);
     if (!leido) {
-        throw fallo{L"the key '" + c.entera + L"' has no value '" + p.argumentos[1] + L"'"};
+        throw fallo{di("the key '%1' has no value '%2'", c.entera, p.argumentos[1])};
     }
     if (p.en_json) {
         escribe_json(json::objeto().pon("key", c.entera).pon("name", p.argumentos[1]).pon("data", texto));
@@ -155,8 +155,8 @@ int i_get(peticion& p) {
 bool i_escribe_valor(const peticion& p, const clave& c, std::optional<unsigned long> vista) {
     const wchar_t *ruta = c.ruta.c_str(), *nombre = p.argumentos[1].c_str(), *dato = p.argumentos[2].c_str();
     if (p.tiene("dword")) {
-        return lumoreg_establece_ulong_u(c.raiz, ruta, nombre, a_numero(dato, "the value", 0xFFFFFFFFul)) ==
-               CIERTO;
+        return lumoreg_establece_ulong_u(c.raiz, ruta, nombre,
+                                         a_numero(dato, di("the value"), 0xFFFFFFFFul)) == CIERTO;
     }
     if (p.tiene("expand")) {
         return lumoreg_establece_cadena_expand_u(c.raiz, ruta, nombre, dato) == CIERTO;
@@ -169,28 +169,28 @@ int i_set(peticion& p) {
     const clave c = i_clave(p.argumentos[0]);
     const auto vista = i_vista(p);
     if (p.argumentos.size() == 2) {
-        throw uso_incorrecto{L"a value needs its data too; without a name the key alone is created"};
+        throw uso_incorrecto{di("a value needs its data too; without a name the key alone is created")};
     }
     if ((p.tiene("dword") && p.tiene("expand")) || (vista && (p.tiene("dword") || p.tiene("expand")))) {
-        throw uso_incorrecto{L"--dword, --expand and --view go one at a time"};
+        throw uso_incorrecto{di("--dword, --expand and --view go one at a time")};
     }
     if (p.tiene("dword") && p.argumentos.size() == 3) {
-        a_numero(p.argumentos[2], "the value", 0xFFFFFFFFul);  // before anything is created
+        a_numero(p.argumentos[2], di("the value"), 0xFFFFFFFFul);  // before anything is created
     }
     const bool creada =
         i_existe(c, vista) || (vista ? lumoreg_crea_clave_en_vista_u(*vista, c.raiz, c.ruta.c_str())
                                      : lumoreg_crea_clave_u(c.raiz, c.ruta.c_str())) == CIERTO;
     if (!creada) {
-        throw fallo{L"the key '" + c.entera + L"' cannot be created"};
+        throw fallo{di("the key '%1' cannot be created", c.entera)};
     }
     if (p.argumentos.size() == 3 && !i_escribe_valor(p, c, vista)) {
-        throw fallo{L"the value '" + p.argumentos[1] + L"' of '" + c.entera + L"' cannot be written"};
+        throw fallo{di("the value '%1' of '%2' cannot be written", p.argumentos[1], c.entera)};
     }
     if (p.en_json) {
         escribe_json(json::objeto().pon("key", c.entera).pon("done", true));
     } else {
         salida()
-            .escribe("set", estilo::bueno)
+            .escribe(di("set"), estilo::bueno)
             .linea(L" " + c.entera + (p.argumentos.size() == 3 ? L" " + p.argumentos[1] : L""));
     }
     return hecho;
@@ -220,10 +220,10 @@ size_t i_borra_en_pasadas(const clave& c, const std::wstring& padre, const std::
 int i_rm_clave(peticion& p, const clave& c) {
     const size_t corte = c.ruta.rfind(L'\\');
     if (corte == c.ruta.npos) {
-        throw fallo{L"'" + c.entera + L"' is a root or stands right below one: refused, nothing is done"};
+        throw fallo{di("'%1' is a root or stands right below one: refused, nothing is done", c.entera)};
     }
     const size_t subclaves = i_cuenta_subclaves(c);
-    confirma(p, L"Delete the key '" + c.entera + L"' with " + plural(subclaves, "subkey", "subkeys") + L"?");
+    confirma(p, di("Delete the key '%1' with %2?", c.entera, plural(subclaves, "subkey", "subkeys")));
     const size_t pasadas = i_borra_en_pasadas(c, c.ruta.substr(0, corte), c.ruta.substr(corte + 1));
     const bool queda = i_existe(c, std::nullopt);
     if (p.en_json) {
@@ -234,10 +234,10 @@ int i_rm_clave(peticion& p, const clave& c) {
                          .pon("passes", pasadas)
                          .pon("left", queda ? i_cuenta_subclaves(c) : 0));
     } else if (queda) {
-        throw fallo{L"the key '" + c.entera + L"' is not deleted; " +
-                    plural(i_cuenta_subclaves(c), "subkey", "subkeys") + L" left"};
+        throw fallo{di("the key '%1' is not deleted; %2 left", c.entera,
+                       plural(i_cuenta_subclaves(c), "subkey", "subkeys"))};
     } else {
-        salida().escribe("deleted", estilo::bueno).linea(L" " + c.entera);
+        salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera);
     }
     return queda ? no : hecho;
 }
@@ -248,20 +248,20 @@ int i_rm_valor(peticion& p, const clave& c) {
     const bool estaba = lumoreg_lee_cadena_u(c.raiz, c.ruta.c_str(), nombre, &contenido) == CIERTO;
     toma(contenido);
     if (!estaba) {
-        throw fallo{L"the key '" + c.entera + L"' has no value '" + p.argumentos[1] + L"'"};
+        throw fallo{di("the key '%1' has no value '%2'", c.entera, p.argumentos[1])};
     }
-    confirma(p, L"Delete the value '" + p.argumentos[1] + L"' of '" + c.entera + L"'?");
+    confirma(p, di("Delete the value '%1' of '%2'?", p.argumentos[1], c.entera));
     lumoreg_borra_valor_clave_u(c.raiz, c.ruta.c_str(), nombre);
     contenido = nullptr;
     const bool queda = lumoreg_lee_cadena_u(c.raiz, c.ruta.c_str(), nombre, &contenido) == CIERTO;
     toma(contenido);
     if (queda) {
-        throw fallo{L"the value '" + p.argumentos[1] + L"' of '" + c.entera + L"' is not deleted"};
+        throw fallo{di("the value '%1' of '%2' is not deleted", p.argumentos[1], c.entera)};
     }
     if (p.en_json) {
         escribe_json(json::objeto().pon("key", c.entera).pon("name", p.argumentos[1]).pon("done", true));
     } else {
-        salida().escribe("deleted", estilo::bueno).linea(L" " + c.entera + L" " + p.argumentos[1]);
+        salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera + L" " + p.argumentos[1]);
     }
     return hecho;
 }

@@ -36,11 +36,11 @@ int i_check(peticion& p) {
                      : fila.pon("message", j.mensaje);
             lista.agrega(std::move(fila));
         } else if (j.valida && !solo_malas) {
-            salida().escribe("valid    ", estilo::bueno).linea(std::wstring_view(ruta));
+            salida().escribe(a_la_izquierda(di("valid"), 9), estilo::bueno).linea(std::wstring_view(ruta));
         } else if (!j.valida) {
             salida()
-                .escribe("invalid  ", estilo::malo)
-                .escribe(ruta.empty() ? L"(empty)" : ruta)
+                .escribe(a_la_izquierda(di("invalid"), 9), estilo::malo)
+                .escribe(ruta.empty() ? di("(empty)") : ruta)
                 .escribe(": ")
                 .linea(std::wstring_view(j.mensaje));
         }
@@ -48,8 +48,8 @@ int i_check(peticion& p) {
     if (p.en_json) {
         escribe_json(lista);
     } else if (rutas.size() > 1) {
-        salida().linea(plural(rutas.size(), "path", "paths") + L": " + con_miles(rutas.size() - malas) +
-                           L" valid, " + con_miles(malas) + L" invalid",
+        salida().linea(di("%1: %2 valid, %3 invalid", plural(rutas.size(), "path", "paths"),
+                          con_miles(rutas.size() - malas), con_miles(malas)),
                        malas > 0 ? estilo::aviso : estilo::normal);
     }
     return malas > 0 ? no : hecho;
@@ -70,7 +70,7 @@ piezas i_corta(const std::wstring& ruta, bool con_comodines) {
 int i_split(peticion& p) {
     const std::vector<std::wstring> rutas = p.argumentos_o_entrada();
     json lista = json::lista();
-    tabla t({{L"drive"}, {L"directory", false, true}, {L"base name"}, {L"extension"}});
+    tabla t({{"drive"}, {"directory", false, true}, {"base name"}, {"extension"}});
     for (const std::wstring& ruta : rutas) {
         const piezas z = i_corta(ruta, p.tiene("wildcards"));
         if (p.en_json) {
@@ -83,10 +83,10 @@ int i_split(peticion& p) {
         } else if (rutas.size() > 1) {
             t.fila({z.unidad, z.directorio, z.nombre_base, z.extension});
         } else {
-            salida().escribe("drive      ", estilo::titulo).linea(std::wstring_view(z.unidad));
-            salida().escribe("directory  ", estilo::titulo).linea(std::wstring_view(z.directorio));
-            salida().escribe("base name  ", estilo::titulo).linea(std::wstring_view(z.nombre_base));
-            salida().escribe("extension  ", estilo::titulo).linea(std::wstring_view(z.extension));
+            pinta_ficha(salida(), {{"drive", z.unidad},
+                                   {"directory", z.directorio},
+                                   {"base name", z.nombre_base},
+                                   {"extension", z.extension}});
         }
     }
     if (p.en_json) {
@@ -111,10 +111,10 @@ int i_responde(const peticion& p, const std::wstring& resultado) {
 int i_join(peticion& p) {
     const bool por_piezas = !p.opciones.empty();
     if (por_piezas && !p.argumentos.empty()) {
-        throw uso_incorrecto{L"give either parts to join or pieces to compose, not both"};
+        throw uso_incorrecto{di("give either parts to join or pieces to compose, not both")};
     }
     if (por_piezas && p.tiene("ext") && !p.tiene("base")) {
-        throw uso_incorrecto{L"an extension needs a base name (--base)"};
+        throw uso_incorrecto{di("an extension needs a base name (--base)")};
     }
     if (por_piezas) {
         const int codigo = i_responde(p, toma(cdir_makepath_UNICODE(p.valor("drive"), p.valor("dir"),
@@ -122,7 +122,7 @@ int i_join(peticion& p) {
         return codigo;
     }
     if (p.argumentos.size() < 2) {
-        throw uso_incorrecto{L"joining takes two parts or more"};
+        throw uso_incorrecto{di("joining takes two parts or more")};
     }
     std::wstring ruta = p.argumentos[0];
     for (size_t i = 1; i < p.argumentos.size(); ++i) {
@@ -156,7 +156,7 @@ std::wstring i_pieza_pedida(const peticion& p, const std::wstring& ruta) {
 
 int i_name(peticion& p) {
     if (p.opciones.size() > 1) {
-        throw uso_incorrecto{L"ask for one piece of the path at a time (or for all of them with --json)"};
+        throw uso_incorrecto{di("ask for one piece of the path at a time (or for all of them with --json)")};
     }
     json lista = json::lista();
     bool todas_validas = true;
@@ -214,7 +214,7 @@ int i_sobre_base(peticion& p) {
 }
 
 int i_shorten(peticion& p) {
-    const unsigned long maximo = a_numero(p.argumentos[1], "N", 65535);
+    const unsigned long maximo = a_numero(p.argumentos[1], L"N", 65535);
     return i_responde(p, toma(cdir_ruta_abreviada_con_logitud_maxima_u(p.argumentos[0].c_str(),
                                                                        static_cast<unsigned short>(maximo))));
 }
@@ -236,8 +236,8 @@ int i_repair(peticion& p) {
         if (!vale) {
             errores()
                 .escribe("lumodir: ", estilo::aviso)
-                .linea(reparado.empty() ? L"nothing is left of '" + nombre + L"'"
-                                        : L"'" + reparado + L"' cannot be repaired: the system reserves it");
+                .linea(reparado.empty() ? di("nothing is left of '%1'", nombre)
+                                        : di("'%1' cannot be repaired: the system reserves it", reparado));
         }
     }
     if (p.en_json) {

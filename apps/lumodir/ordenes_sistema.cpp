@@ -24,25 +24,12 @@ namespace mando {
 
 namespace {
 
-// Pairs of a label and a text, aligned.
-void i_pinta_ficha(const std::vector<std::pair<std::string_view, std::wstring>>& ficha) {
-    size_t ancho = 0;
-    for (const auto& [nombre, texto] : ficha) {
-        ancho = std::max(ancho, nombre.size() + 2);
-    }
-    for (const auto& [nombre, texto] : ficha) {
-        salida()
-            .escribe(a_la_izquierda(ancho_de(nombre), ancho), estilo::titulo)
-            .linea(std::wstring_view(texto));
-    }
-}
-
-json i_json_de_ficha(const std::vector<std::pair<std::string_view, std::wstring>>& ficha) {
+json i_json_de_ficha(const ficha& datos) {
     json objeto = json::objeto();
-    for (const auto& [nombre, texto] : ficha) {
-        std::string clave(nombre);
+    for (const dato& d : datos) {
+        std::string clave(d.nombre.ingles());
         std::replace(clave.begin(), clave.end(), ' ', '_');
-        objeto.pon(clave, texto);
+        objeto.pon(clave, d.valor.texto);
     }
     return objeto;
 }
@@ -60,7 +47,7 @@ int i_tmp(peticion& p) {
         ruta = toma(lumodir_creaFicheroTemporalConExt(limpia.c_str()));
     }
     if (ruta.empty() || que_hay_en(ruta) == clase_de_entrada::ninguna) {
-        throw fallo{L"no temporary file could be created"};
+        throw fallo{di("no temporary file could be created")};
     }
     if (p.en_json) {
         escribe_json(json::objeto().pon("path", ruta));
@@ -101,7 +88,7 @@ int i_where(peticion& p) {
     if (p.en_json) {
         escribe_json(json::objeto().pon("name", p.argumentos[0]).pon("paths", hallados));
     } else if (hallados.empty()) {
-        throw fallo{L"'" + p.argumentos[0] + L"' is in no directory of PATH"};
+        throw fallo{di("'%1' is in no directory of PATH", p.argumentos[0])};
     } else {
         for (const std::wstring& ruta : hallados) {
             salida().linea(std::wstring_view(ruta));
@@ -127,7 +114,7 @@ int i_forma(peticion& p) {
         if (!existe) {
             errores()
                 .escribe("lumodir: ", estilo::aviso)
-                .linea(L"'" + ruta + L"' does not exist and stays as it is");
+                .linea(di("'%1' does not exist and stays as it is", ruta));
         }
         salida().linea(std::wstring_view(forma));
     }
@@ -139,18 +126,18 @@ int i_forma(peticion& p) {
 
 // ---- whereami, about ----
 
-int i_muestra_ficha(const peticion& p, const std::vector<std::pair<std::string_view, std::wstring>>& ficha) {
+int i_muestra_ficha(const peticion& p, const ficha& datos) {
     if (p.en_json) {
-        escribe_json(i_json_de_ficha(ficha));
+        escribe_json(i_json_de_ficha(datos));
     } else {
-        i_pinta_ficha(ficha);
+        pinta_ficha(salida(), datos);
     }
     return hecho;
 }
 
 int i_whereami(peticion& p) {
     return i_muestra_ficha(p, {{"program", toma(lumodir_dame_path_completo_del_programa_UNICODE())},
-                               {"program drive", cdir_disco_de_programa_UNICODE()},
+                               {"program drive", std::wstring(cdir_disco_de_programa_UNICODE())},
                                {"current directory", toma(cdir_obtener_path_actual_UNICODE())},
                                {"temporary directory", toma(lumodir_dameDirectorioTemporal())}});
 }
@@ -165,8 +152,8 @@ std::wstring i_version_de_windows() {
     if (pregunta_version) {
         pregunta_version(&version);
     }
-    return std::to_wstring(version.dwMajorVersion) + L"." + std::to_wstring(version.dwMinorVersion) +
-           L" build " + std::to_wstring(version.dwBuildNumber);
+    return std::to_wstring(version.dwMajorVersion) + L"." + std::to_wstring(version.dwMinorVersion) + L"." +
+           std::to_wstring(version.dwBuildNumber);
 }
 
 std::wstring i_version_de_wine() {
@@ -184,15 +171,15 @@ int i_about(peticion& p) {
     return i_muestra_ficha(
         p, {{"version", ancho_de(LUMODIR_VERSION)},
             {"library", dll},
-            {"system", (en_wine ? L"Wine" + i_version_de_wine() + L", as Windows " : L"Windows ") +
-                           i_version_de_windows()},
+            {"system", en_wine ? L"Wine" + i_version_de_wine() + L" (Windows " + i_version_de_windows() + L")"
+                               : L"Windows " + i_version_de_windows()},
             {"code page", std::to_wstring(GetACP())},
             {"language", nombre_de_idioma(ranura) + L" (" + std::to_wstring(ranura) + L")"}});
 }
 
 // ---- drives ----
 
-std::string_view i_tipo(unsigned long tipo) {
+frase i_tipo(unsigned long tipo) {
     switch (tipo) {
         case INFO_TIPO_DISQUETE:
             return "floppy";
@@ -210,7 +197,8 @@ std::string_view i_tipo(unsigned long tipo) {
 }
 
 struct unidad {
-    std::wstring letra, tipo, nombre, directorio;
+    frase tipo;
+    std::wstring letra, nombre, directorio;
     bool es_local, es_subst;
 };
 
@@ -221,8 +209,8 @@ std::vector<unidad> i_unidades() {
     for (unsigned short i = 0; i < tabla_de_discos.numDiscos; ++i) {
         const InfoDisco& d = tabla_de_discos.discos[i];
         const wchar_t letra = static_cast<wchar_t>(L'A' + d.disco);
-        unidad u{.letra = toma(info_GetTxtDrive(&d)),
-                 .tipo = ancho_de(i_tipo(d.tipo)),
+        unidad u{.tipo = i_tipo(d.tipo),
+                 .letra = toma(info_GetTxtDrive(&d)),
                  .nombre = d.pathNetwork ? d.pathNetwork : L"",
                  .directorio = toma(info_GetActualDirectorio_compatible_chdir(d.disco + 1, nullptr, 0)),
                  .es_local = discos_es_unidad_local(letra) == CIERTO,
@@ -238,19 +226,19 @@ std::vector<unidad> i_unidades() {
 
 int i_drives(peticion& p) {
     json lista = json::lista();
-    tabla t({{L"drive"}, {L"type"}, {L"name"}, {L"local"}, {L"subst"}, {L"current directory", false, true}});
+    tabla t({{"drive"}, {"type"}, {"name"}, {"local"}, {"subst"}, {"current directory", false, true}});
     for (const unidad& u : i_unidades()) {
         if (p.en_json) {
             lista.agrega(json::objeto()
                              .pon("drive", u.letra)
-                             .pon("type", u.tipo)
+                             .pon("type", u.tipo.ingles())
                              .pon("name", u.nombre)
                              .pon("local", u.es_local)
                              .pon("subst", u.es_subst)
                              .pon("current_directory", u.directorio));
         } else {
-            t.fila({celda(u.letra, estilo::bueno), u.tipo, u.nombre,
-                    std::wstring(u.es_local ? L"yes" : L"no"), std::wstring(u.es_subst ? L"yes" : L"no"),
+            t.fila({celda(u.letra, estilo::bueno), di(u.tipo), u.nombre,
+                    di(u.es_local ? frase("yes") : frase("no")), di(u.es_subst ? frase("yes") : frase("no")),
                     u.directorio});
         }
     }
@@ -287,7 +275,7 @@ private:
 int i_ps(peticion& p) {
     const procesos hallados(p.argumentos[0]);
     json lista = json::lista();
-    tabla t({{L"pid", true}, {L"module"}, {L"path", false, true}});
+    tabla t({{"pid", true}, {"module"}, {"path", false, true}});
     for (const Taskproc* proceso : hallados.todos()) {
         if (p.en_json) {
             lista.agrega(json::objeto()
@@ -303,7 +291,7 @@ int i_ps(peticion& p) {
     if (p.en_json) {
         escribe_json(lista);
     } else if (ninguno) {
-        throw fallo{L"no process has loaded '" + p.argumentos[0] + L"' (letter case counts)"};
+        throw fallo{di("no process has loaded '%1' (letter case counts)", p.argumentos[0])};
     } else {
         t.pinta(salida());
     }
@@ -315,28 +303,29 @@ void i_exige_ejecutable(const peticion& p) {
     const std::wstring extension =
         en_minusculas(toma(cdir_extension_fichero_UNICODE(p.argumentos[0].c_str())));
     if (extension != L"exe" && extension != L"com" && !p.tiene("modules")) {
-        throw fallo{L"'" + p.argumentos[0] +
-                    L"' is not the name of an executable; --modules ends every process that has loaded it"};
+        throw fallo{
+            di("'%1' is not the name of an executable; --modules ends every process that has loaded it",
+               p.argumentos[0])};
     }
 }
 
 int i_kill(peticion& p) {
     if (sin_blancos(p.argumentos[0]).empty()) {
-        throw fallo{L"the name is empty: refused, nothing is done"};
+        throw fallo{di("the name is empty: refused, nothing is done")};
     }
     i_exige_ejecutable(p);
     const procesos hallados(p.argumentos[0]);
     std::vector<const Taskproc*> victimas = hallados.todos();
     std::erase_if(victimas, [](const Taskproc* t) { return t->pid == GetCurrentProcessId(); });
     if (victimas.empty()) {
-        throw fallo{L"no other process has loaded '" + p.argumentos[0] + L"' (letter case counts)"};
+        throw fallo{di("no other process has loaded '%1' (letter case counts)", p.argumentos[0])};
     }
     std::wstring cuales;
     for (const Taskproc* t : victimas) {
         cuales += (cuales.empty() ? L"" : L", ") + std::to_wstring(t->pid);
     }
-    confirma(p, L"End " + plural(victimas.size(), "process", "processes") + L" of '" + p.argumentos[0] +
-                    L"' (" + cuales + L")?");
+    confirma(p, di("End %1 of '%2' (%3)?", plural(victimas.size(), "process", "processes"), p.argumentos[0],
+                   cuales));
     json lista = json::lista();
     bool todos = true;
     for (const Taskproc* t : victimas) {
@@ -345,11 +334,13 @@ int i_kill(peticion& p) {
         if (p.en_json) {
             lista.agrega(json::objeto().pon("pid", t->pid).pon("path", t->ruta).pon("done", terminado));
         } else if (terminado) {
-            salida().escribe("ended", estilo::bueno).linea(L" " + std::to_wstring(t->pid) + L" " + t->ruta);
+            salida()
+                .escribe(di("ended"), estilo::bueno)
+                .linea(L" " + std::to_wstring(t->pid) + L" " + t->ruta);
         } else {
             errores()
                 .escribe("lumodir: ", estilo::malo)
-                .linea(L"process " + std::to_wstring(t->pid) + L" cannot be ended");
+                .linea(di("process %1 cannot be ended", std::to_wstring(t->pid)));
         }
     }
     if (p.en_json) {

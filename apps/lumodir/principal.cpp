@@ -39,10 +39,10 @@ void i_queja(const std::wstring& texto) {
 int i_mal_uso(const uso_incorrecto& uso, const orden* cual) {
     i_queja(uso.texto);
     if (cual) {
-        errores().escribe("Usage: lumodir ").escribe(cual->nombre).escribe(" ").linea(cual->argumentos);
-        errores().escribe("Try 'lumodir ").escribe(cual->nombre).linea(" --help'.");
+        di_uso(errores(), *cual);
+        errores().linea(di("Try 'lumodir %1'.", ancho_de(cual->nombre) + L" --help"));
     } else {
-        errores().linea("Try 'lumodir --help'.");
+        errores().linea(di("Try 'lumodir %1'.", L"--help"));
     }
     return mal_uso;
 }
@@ -64,8 +64,9 @@ int i_fallo(const fallo& que, const peticion& p) {
 void i_elige_idioma(const std::wstring& nombre) {
     const std::optional<unsigned long> ranura = busca_idioma(nombre);
     if (!ranura) {
-        throw uso_incorrecto{L"unknown language '" + nombre + L"'; known are " + nombres_de_idiomas() +
-                             L", their English names, and numbers from 0 to 40"};
+        throw uso_incorrecto{
+            di("unknown language '%1'; known are %2, their English names, and numbers from 0 to 40", nombre,
+               nombres_de_idiomas())};
     }
     msglocal_establece_idioma(*ranura);
 }
@@ -73,10 +74,11 @@ void i_elige_idioma(const std::wstring& nombre) {
 void i_comprueba_argumentos(const peticion& p) {
     const orden& cual = *p.cual;
     if (p.argumentos.size() < cual.minimo) {
-        throw uso_incorrecto{p.argumentos.empty() ? L"an argument is missing" : L"arguments are missing"};
+        throw uso_incorrecto{p.argumentos.empty() ? di("an argument is missing")
+                                                  : di("arguments are missing")};
     }
     if (p.argumentos.size() > cual.maximo) {
-        throw uso_incorrecto{L"one argument too many: '" + p.argumentos[cual.maximo] + L"'"};
+        throw uso_incorrecto{di("one argument too many: '%1'", p.argumentos[cual.maximo])};
     }
 }
 
@@ -102,17 +104,35 @@ int i_ejecuta(invocacion& leida) {
     return leida.que.cual->ejecuta(leida.que);
 }
 
+// What is said about the command line itself is said in the language that it names, wherever that stands.
+void i_adelanta_idioma(const std::vector<std::wstring>& palabras) {
+    constexpr std::wstring_view opcion_larga = L"--lang", con_valor = L"--lang=";
+    for (size_t i = 0; i < palabras.size(); ++i) {
+        std::optional<unsigned long> ranura;
+        if (palabras[i].starts_with(con_valor)) {
+            ranura = busca_idioma(palabras[i].substr(con_valor.size()));
+        } else if (palabras[i] == opcion_larga && i + 1 < palabras.size()) {
+            ranura = busca_idioma(palabras[i + 1]);
+        }
+        if (ranura) {
+            msglocal_establece_idioma(*ranura);
+        }
+    }
+}
+
 int i_principal() {
     invocacion leida;
     try {
-        lee_linea_de_ordenes(i_palabras(), leida);
+        const std::vector<std::wstring> palabras = i_palabras();
+        i_adelanta_idioma(palabras);
+        lee_linea_de_ordenes(palabras, leida);
         return i_ejecuta(leida);
     } catch (const uso_incorrecto& uso) {
         return i_mal_uso(uso, leida.que.cual);
     } catch (const fallo& que) {
         return i_fallo(que, leida.que);
     } catch (const std::exception& otra) {
-        i_queja(L"unexpected failure: " + de_utf8(otra.what()));
+        i_queja(di("unexpected failure: %1", de_utf8(otra.what())));
         return no;
     }
 }

@@ -16,7 +16,7 @@ constexpr size_t separacion = 2;
 void tabla::pinta(corriente& donde) const {
     std::vector<size_t> anchuras;
     for (size_t i = 0; i < columnas_.size(); ++i) {
-        size_t ancho = columnas_de(columnas_[i].titulo);
+        size_t ancho = columnas_de(di(columnas_[i].titulo));
         for (const auto& fila : filas_) {
             ancho = std::max(ancho, columnas_de(fila[i].texto));
         }
@@ -43,9 +43,19 @@ void tabla::pinta(corriente& donde) const {
             donde.escribe(ultima ? L"\n" : L"  ");
         }
     };
-    pinta_fila([&](size_t i) { return celda(columnas_[i].titulo, estilo::titulo); });
+    pinta_fila([&](size_t i) { return celda(di(columnas_[i].titulo), estilo::titulo); });
     for (const auto& fila : filas_) {
         pinta_fila([&](size_t i) { return fila[i]; });
+    }
+}
+
+void pinta_ficha(corriente& donde, const ficha& datos) {
+    size_t ancho = 0;
+    for (const dato& d : datos) {
+        ancho = std::max(ancho, columnas_de(di(d.nombre)) + separacion);
+    }
+    for (const dato& d : datos) {
+        donde.escribe(a_la_izquierda(di(d.nombre), ancho), estilo::titulo).linea(d.valor.texto, d.valor.como);
     }
 }
 

@@ -9,11 +9,12 @@
 #include <vector>
 
 #include "consola.hpp"
+#include "frases.hpp"
 
 namespace mando {
 
 struct columna {
-    std::wstring titulo;
+    frase titulo;
     bool a_la_derecha = false;
     bool elastica = false;  // the one that gives way on a narrow terminal
 };
@@ -35,6 +36,14 @@ private:
     std::vector<columna> columnas_;
     std::vector<std::vector<celda>> filas_;
 };
+
+// Pairs of a label and a text, aligned.
+struct dato {
+    frase nombre;
+    celda valor;
+};
+using ficha = std::vector<dato>;
+void pinta_ficha(corriente& donde, const ficha& datos);
 
 // On a terminal as many columns as fit, downwards; elsewhere a name a line.
 void pinta_en_columnas(corriente& donde, const std::vector<std::wstring>& nombres, estilo como);

@@ -11,6 +11,7 @@ std::span<const grupo> grupos() {
         {"Deletion: asks first", ordenes_borrado},
         {"The system", ordenes_sistema},
         {"The registry", ordenes_registro},
+        {"For the shell", ordenes_interprete},
     };
     return todos;
 }

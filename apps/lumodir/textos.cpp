@@ -181,13 +181,13 @@ std::wstring con_miles(unsigned long long numero) {
     std::wstring cifras = std::to_wstring(numero);
     for (size_t i = cifras.size(); i > 3;) {
         i -= 3;
-        cifras.insert(i, 1, L',');
+        cifras.insert(i, di(","));
     }
     return cifras;
 }
 
-std::wstring plural(unsigned long long numero, std::string_view singular, std::string_view plural) {
-    return con_miles(numero) + L" " + ancho_de(numero == 1 ? singular : plural);
+std::wstring plural(unsigned long long numero, frase singular, frase plural) {
+    return con_miles(numero) + L" " + di(numero == 1 ? singular : plural);
 }
 
 std::wstring tamanyo_legible(unsigned long long bytes) {
@@ -203,7 +203,7 @@ std::wstring tamanyo_legible(unsigned long long bytes) {
     }
     std::wstring texto = std::to_wstring(decimas / 10);
     if (decimas < 1000) {
-        texto += L"." + std::to_wstring(decimas % 10);
+        texto += di(".") + std::to_wstring(decimas % 10);
     }
     return texto + L" " + unidades[unidad];
 }

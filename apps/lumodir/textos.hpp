@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "companions/arr.h"
+#include "frases.hpp"
 
 namespace mando {
 
@@ -35,7 +36,7 @@ std::wstring a_la_derecha(std::wstring_view texto, size_t columnas);
 std::wstring abreviado(std::wstring_view ruta, size_t columnas);
 
 std::wstring con_miles(unsigned long long numero);
-std::wstring plural(unsigned long long numero, std::string_view singular, std::string_view plural);
+std::wstring plural(unsigned long long numero, frase singular, frase plural);
 std::wstring tamanyo_legible(unsigned long long bytes);
 
 std::wstring en_minusculas(std::wstring_view texto);  // A to Z

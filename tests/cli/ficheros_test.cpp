@@ -140,7 +140,8 @@ TEST(touch, fechas_que_no_lo_son) {
 TEST(date, lo_que_no_esta) {
     const cli::directorio_de_prueba d;
     cli::comprueba({{"date", "no"}, 1, {}, "lumodir: 'no' does not exist\n", {}}, d);
-    cli::comprueba({{"date", "no", "--json"}, 1, R"([{"path":"no","error":"does not exist"}])", {}, {}}, d);
+    cli::comprueba({{"date", "no", "--json"}, 1, R"([{"path":"no","error":"'no' does not exist"}])", {}, {}},
+                   d);
 }
 
 TEST(mkdir, niveles_que_faltan) {

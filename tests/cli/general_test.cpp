@@ -1,6 +1,8 @@
 // What every subcommand has in common: help, usage errors, languages, JSON, the streams.
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -11,18 +13,6 @@ using cli::lumodir;
 
 namespace {
 
-// The names of the subcommands, as the general help lists them: two blanks, the name, more blanks.
-std::vector<std::string> i_ordenes() {
-    std::istringstream ayuda(lumodir({"--help"}).salida);
-    std::vector<std::string> nombres;
-    for (std::string linea; std::getline(ayuda, linea) && linea != "Options of every command";) {
-        if (linea.size() > 14 && linea.substr(0, 2) == "  " && linea[2] != ' ' && linea[2] != '0') {
-            nombres.push_back(linea.substr(2, linea.find("  ", 3) - 2));
-        }
-    }
-    return nombres;
-}
-
 std::vector<std::string> i_palabras(const std::string& nombre) {
     const size_t blanco = nombre.find(' ');
     return blanco == nombre.npos
@@ -32,22 +22,73 @@ std::vector<std::string> i_palabras(const std::string& nombre) {
 
 }  // namespace
 
+namespace {
+
+std::string i_lee(const std::string& fichero) {
+    std::ifstream entrada(LUMODIR_RAIZ "/" + fichero, std::ios::binary);
+    std::ostringstream texto;
+    texto << entrada.rdbuf();
+    EXPECT_FALSE(texto.str().empty()) << fichero;
+    return texto.str();
+}
+
+// The sections of the manual page that are about commands, by their names, with the escapes of its language undone.
+std::map<std::string, std::string> i_secciones_del_manual() {
+    std::map<std::string, std::string> secciones;
+    std::istringstream lineas(i_lee("share/man/man1/lumodir.1"));
+    std::string* seccion = nullptr;
+    for (std::string linea; std::getline(lineas, linea);) {
+        for (size_t i = 0; (i = linea.find('\\', i)) != linea.npos; ++i) {
+            linea.replace(i, 2,
+                          linea.compare(i, 2, "\\e") == 0   ? "\\"
+                          : linea.compare(i, 2, "\\-") == 0 ? "-"
+                                                            : "");
+        }
+        if (linea.rfind(".SS ", 0) == 0) {
+            std::string nombre = linea.substr(4);
+            std::erase(nombre, '"');
+            EXPECT_FALSE(secciones.contains(nombre)) << nombre;
+            seccion = &secciones[nombre];
+        } else if (linea.rfind(".SH ", 0) == 0) {
+            seccion = nullptr;
+        } else if (seccion != nullptr) {
+            *seccion += linea + "\n";
+        }
+    }
+    return secciones;
+}
+
+// The options of a command's own: those before --json in its help.
+std::vector<std::string> i_opciones(const std::string& ayuda) {
+    std::vector<std::string> opciones;
+    std::istringstream lineas(ayuda.substr(ayuda.find("\nOptions\n") + 9));
+    for (std::string linea; std::getline(lineas, linea) && linea.rfind("  --json", 0) != 0;) {
+        if (linea.rfind("  --", 0) == 0) {
+            opciones.push_back(linea.substr(2, linea.find(' ', 4) - 2));
+        }
+    }
+    return opciones;
+}
+
+}  // namespace
+
 TEST(ayuda, la_general_nombra_todas_las_ordenes) {
-    const std::vector<std::string> ordenes = i_ordenes();
+    const std::vector<std::string> ordenes = cli::ordenes();
     const std::set<std::string> nombres(ordenes.begin(), ordenes.end());
     for (const char* nombre :
          {"check",  "split",   "join",    "name",      "relative",   "absolute", "shorten", "repair",
           "ls",     "tree",    "sets",    "exists",    "test",       "size",     "date",    "touch",
           "mkdir",  "mv",      "protect", "unprotect", "rename-ext", "rm",       "rmtree",  "tmp",
           "where",  "short",   "long",    "whereami",  "drives",     "ps",       "kill",    "about",
-          "reg ls", "reg get", "reg set", "reg rm"}) {
+          "reg ls", "reg get", "reg set", "reg rm",    "completion"}) {
         EXPECT_TRUE(nombres.contains(nombre)) << nombre;
     }
     EXPECT_EQ(nombres.size(), ordenes.size());
 }
 
 TEST(ayuda, cada_orden_se_explica_con_ejemplos_que_caben) {
-    for (const std::string& nombre : i_ordenes()) {
+    std::map<std::string, std::string> manual = i_secciones_del_manual();
+    for (const std::string& nombre : cli::ordenes()) {
         std::vector<std::string> argumentos = i_palabras(nombre);
         argumentos.push_back("--help");
         const cli::resultado r = lumodir(argumentos);
@@ -60,6 +101,23 @@ TEST(ayuda, cada_orden_se_explica_con_ejemplos_que_caben) {
         for (std::string linea; std::getline(lineas, linea);) {
             EXPECT_LE(linea.size(), 100u) << nombre << ": " << linea;
         }
+        // The manual page says the same: the usage, and each option at the beginning of its paragraph.
+        const std::string seccion = manual[nombre];
+        manual.erase(nombre);
+        const size_t uso = r.salida.find("\nUsage: ") + 8;
+        EXPECT_NE(seccion.find(r.salida.substr(uso, r.salida.find('\n', uso) - uso) + "\n"), seccion.npos)
+            << nombre;
+        size_t en_el_manual = 0;
+        for (size_t i = 0; (i = seccion.find("\n.TP\n", i)) != seccion.npos; ++i) {
+            ++en_el_manual;
+        }
+        const std::vector<std::string> opciones = i_opciones(r.salida);
+        EXPECT_EQ(en_el_manual, opciones.size()) << nombre;
+        for (const std::string& opcion : opciones) {
+            EXPECT_TRUE(seccion.find(".TP\n.B " + opcion + "\n") != seccion.npos ||
+                        seccion.find(".TP\n.BI " + opcion + " \"") != seccion.npos)
+                << nombre << " " << opcion;
+        }
         if (nombre != "check" && nombre != "reg get") {
             continue;  // a process start under Wine is not cheap
         }
@@ -70,6 +128,36 @@ TEST(ayuda, cada_orden_se_explica_con_ejemplos_que_caben) {
         argumentos.back() = "/?";
         EXPECT_EQ(lumodir(argumentos).salida, r.salida);
     }
+    for (const auto& [nombre, seccion] : manual) {
+        ADD_FAILURE() << "the manual page has a command that does not exist: " << nombre;
+    }
+}
+
+TEST(completion, el_guion_de_share_es_el_de_esta_version_y_lo_tiene_todo) {
+    const std::string guion = lumodir({"completion", "powershell"}).salida;
+    EXPECT_EQ(i_lee("share/completions/lumodir.ps1"), guion);
+    for (const std::string& nombre : cli::ordenes()) {
+        EXPECT_NE(guion.find("\n        '" + nombre + "' = '"), guion.npos) << nombre;
+    }
+    // Against the help of a command with options and of one without.
+    const size_t de_touch = guion.find("\n        'touch' = [ordered]@{");
+    ASSERT_NE(de_touch, guion.npos);
+    const std::string bloque = guion.substr(de_touch, guion.find("\n        }", de_touch) - de_touch);
+    const std::vector<std::string> suyas = i_opciones(lumodir({"touch", "--help"}).salida);
+    EXPECT_EQ(suyas.size(), 4u);
+    for (const std::string& opcion : suyas) {
+        EXPECT_NE(bloque.find("\n            '" + opcion + "' = '"), bloque.npos) << opcion;
+    }
+    EXPECT_EQ(guion.find("'size' = [ordered]@{"), guion.npos);
+}
+
+TEST(ayuda, en_la_lengua_que_se_pide) {
+    const cli::resultado general = lumodir({"--help", "--lang", "es"});
+    EXPECT_NE(general.salida.find("\nOpciones de todas las órdenes\n"), general.salida.npos)
+        << general.salida;
+    // Other languages of the catalogue that fall back on Spanish, and those that do not.
+    EXPECT_EQ(lumodir({"--help", "--lang=gl"}).salida, general.salida);
+    EXPECT_EQ(lumodir({"--help", "--lang", "de"}).salida, lumodir({"--help"}).salida);
 }
 
 TEST(ayuda, sin_orden_va_a_los_errores_y_es_mal_uso) {
@@ -157,18 +245,18 @@ TEST(uso, lo_que_no_se_entiende_acaba_en_2_y_no_escribe_nada_en_la_salida) {
 TEST(idioma, por_codigo_nombre_o_numero) {
     const cli::directorio_de_prueba d;
     const std::pair<std::vector<std::string>, std::string> filas[] = {
-        {{"--lang", "en"}, "You have not specified any directory name"},
-        {{"--lang", "English"}, "You have not specified any directory name"},
-        {{"--lang=8"}, "You have not specified any directory name"},
-        {{"--lang", "40"}, "You have not specified any directory name"},
-        {{"--lang", "es"}, "No ha especificado ningún nombre de directorio"},
-        {{"--lang", "SPANISH"}, "No ha especificado ningún nombre de directorio"},
-        {{"--lang", "15"}, "No ha especificado ningún nombre de directorio"},
+        {{"--lang", "en"}, "invalid  (empty): You have not specified any directory name"},
+        {{"--lang", "English"}, "invalid  (empty): You have not specified any directory name"},
+        {{"--lang=8"}, "invalid  (empty): You have not specified any directory name"},
+        {{"--lang", "40"}, "invalid  (empty): You have not specified any directory name"},
+        {{"--lang", "es"}, "no vale  (vacía): No ha especificado ningún nombre de directorio"},
+        {{"--lang", "SPANISH"}, "no vale  (vacía): No ha especificado ningún nombre de directorio"},
+        {{"--lang", "15"}, "no vale  (vacía): No ha especificado ningún nombre de directorio"},
     };
     for (const auto& [opciones, texto] : filas) {
         std::vector<std::string> argumentos = {"check", ""};
         argumentos.insert(argumentos.end(), opciones.begin(), opciones.end());
-        cli::comprueba({argumentos, 1, "invalid  (empty): " + texto + "\n", {}, {}}, d);
+        cli::comprueba({argumentos, 1, texto + "\n", {}, {}}, d);
     }
     for (const char* malo : {"41", "klingon", "", "-1", "8x"}) {
         const cli::resultado r = lumodir({"check", "a", "--lang", malo});

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <sstream>
 #include <thread>
 
 namespace cli {
@@ -213,6 +214,17 @@ resultado lumodir(const std::vector<std::string>& argumentos, const entorno& don
     std::vector<std::string> todos = {"--lang", "en"};
     todos.insert(todos.end(), argumentos.begin(), argumentos.end());
     return proceso(ruta_de_lumodir(), todos, donde).espera();
+}
+
+std::vector<std::string> ordenes() {
+    std::istringstream ayuda(lumodir({"--help"}).salida);
+    std::vector<std::string> nombres;
+    for (std::string linea; std::getline(ayuda, linea) && linea != "Options of every command";) {
+        if (linea.size() > 14 && linea.substr(0, 2) == "  " && linea[2] != ' ' && linea[2] != '0') {
+            nombres.push_back(linea.substr(2, linea.find("  ", 3) - 2));
+        }
+    }
+    return nombres;
 }
 
 bool espera_a_que(unsigned long plazo_ms, const std::function<bool()>& cierto) {

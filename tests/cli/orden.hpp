@@ -26,6 +26,9 @@ struct entorno {
 // English messages unless the arguments choose another language.
 resultado lumodir(const std::vector<std::string>& argumentos, const entorno& donde = {});
 
+// The names of the subcommands, as the general help lists them: two blanks, the name, more blanks.
+std::vector<std::string> ordenes();
+
 // A child that is still at work.
 class proceso {
 public:

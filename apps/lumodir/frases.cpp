@@ -1,0 +1,61 @@
+#include "frases.hpp"
+
+#include "companions/msglocal.h"
+#include "textos.hpp"
+
+namespace mando {
+
+namespace {
+
+// Which values a phrase takes, as a set of bits: %1 is the lowest.
+constexpr unsigned i_valores(auto texto) {
+    unsigned valores = 0;
+    for (size_t i = 0; i + 1 < texto.size(); ++i) {
+        if (texto[i] == '%' && texto[i + 1] >= '1' && texto[i + 1] <= '9') {
+            valores |= 1u << (texto[i + 1] - '1');
+        }
+    }
+    return valores;
+}
+
+constexpr bool i_todas_toman_lo_mismo() {
+    for (const fila_de_frases& f : catalogo_de_frases) {
+        if (!f.espanyol.empty() && i_valores(f.ingles) != i_valores(f.espanyol)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(i_todas_toman_lo_mismo(), "a translation lacks a value, or has one too many");
+static_assert(catalogo_de_frases[0].ingles.empty());
+
+}  // namespace
+
+bool en_espanyol() {
+    const unsigned long ranura = msglocal_dame_idioma();
+    constexpr unsigned long catalan = 4;
+    return ranura == MSGLOCAL_ESPANYOL || ranura == catalan || ranura == 6 || ranura == 7 || ranura == 9 ||
+           (ranura >= 14 && ranura <= 17) || (ranura >= 19 && ranura <= 24);
+}
+
+std::wstring frase::texto() const {
+    const fila_de_frases& fila = catalogo_de_frases[fila_];
+    return en_espanyol() && !fila.espanyol.empty() ? std::wstring(fila.espanyol) : ancho_de(fila.ingles);
+}
+
+std::wstring i_di(frase que, std::initializer_list<std::wstring_view> valores) {
+    const std::wstring texto = que.texto();
+    std::wstring resultado;
+    for (size_t i = 0; i < texto.size(); ++i) {
+        const size_t cual = i + 1 < texto.size() ? static_cast<size_t>(texto[i + 1] - L'1') : valores.size();
+        if (texto[i] == L'%' && cual < valores.size()) {
+            resultado += valores.begin()[cual];
+            ++i;
+        } else {
+            resultado += texto[i];
+        }
+    }
+    return resultado;
+}
+
+}  // namespace mando

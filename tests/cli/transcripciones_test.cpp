@@ -1,0 +1,236 @@
+// Whole sessions: what each subcommand writes in a prepared directory, for a person and for a script, against the
+// text files of tests/cli/transcripts, one for each subcommand.
+//
+// A transcript is a line "> lumodir ..." for each run (with " < answer" for what is typed), then standard output,
+// then standard error with "! " before each line, then "(exit code N)" unless it is 0. "$D" is the directory, which
+// is also the current one; "$*" stands for any text in a line and a line "$**" for any number of lines, where the
+// machine decides.
+// With LUMODIR_TRANSCRIPTS=write in the environment the files are written again, to be read before they are
+// believed: what the machine decides has to be masked anew.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "orden.hpp"
+
+namespace {
+
+const std::string carpeta = LUMODIR_RAIZ "/tests/cli/transcripts/";
+
+void i_pon_fecha(const std::string& ruta, WORD anyo, WORD mes, WORD dia, WORD hora, WORD minuto,
+                 WORD segundo) {
+    const SYSTEMTIME de_pared{anyo, mes, 0, dia, hora, minuto, segundo, 0};
+    SYSTEMTIME utc;
+    FILETIME fecha;
+    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(nullptr, &de_pared, &utc) &&
+                SystemTimeToFileTime(&utc, &fecha));
+    HANDLE asa =
+        CreateFileW(cli::w(ruta).c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(asa, INVALID_HANDLE_VALUE) << ruta;
+    EXPECT_TRUE(SetFileTime(asa, nullptr, nullptr, &fecha));
+    CloseHandle(asa);
+}
+
+void i_prepara(const cli::directorio_de_prueba& d) {
+    d.crea_fichero("informe.txt", "hello, world");
+    d.crea_fichero("notas.md", "12345");
+    d.crea_fichero("報告.txt", std::string(2048, 'x'));
+    d.crea_fichero("sub\\a.txt", "a");
+    d.crea_fichero("sub\\b.tmp");
+    d.crea_fichero("sub\\hondo\\c.txt", "ccc");
+    d.crea_fichero(".oculto\\x.txt");
+    d.crea_fichero("bin\\herramienta.exe");
+    i_pon_fecha(d.bajo("informe.txt"), 2024, 5, 1, 12, 30, 0);
+    i_pon_fecha(d.bajo("notas.md"), 2023, 12, 31, 23, 59, 58);
+    i_pon_fecha(d.bajo("報告.txt"), 2024, 2, 29, 0, 0, 0);
+    cli::pon_solo_lectura(d.bajo("notas.md"));
+}
+
+struct pase {
+    std::string linea;     // "> lumodir ..."
+    std::string esperado;  // up to the next one
+};
+
+std::vector<pase> i_pases(const std::string& texto) {
+    std::vector<pase> pases;
+    std::istringstream lineas(texto);
+    for (std::string linea; std::getline(lineas, linea);) {
+        if (linea.rfind("> lumodir ", 0) == 0) {
+            pases.push_back({linea, {}});
+        } else if (!pases.empty()) {
+            pases.back().esperado += linea + "\n";
+        }
+    }
+    return pases;
+}
+
+// Words between blanks; "..." holds blanks together.
+std::vector<std::string> i_palabras(const std::string& linea) {
+    std::vector<std::string> palabras;
+    bool dentro = false, abierta = false;
+    for (const char c : linea) {
+        if (c == '"') {
+            dentro = !dentro;
+            if (dentro && !abierta) {
+                palabras.emplace_back();
+                abierta = true;
+            }
+        } else if (c == ' ' && !dentro) {
+            abierta = false;
+        } else {
+            if (!abierta) {
+                palabras.emplace_back();
+                abierta = true;
+            }
+            palabras.back() += c;
+        }
+    }
+    return palabras;
+}
+
+std::string i_cambia(std::string texto, const std::string& que, const std::string& por) {
+    for (size_t i = 0; (i = texto.find(que, i)) != texto.npos; i += por.size()) {
+        texto.replace(i, que.size(), por);
+    }
+    return texto;
+}
+
+// The directory, as text and as JSON writes it, gives way to its sign.
+std::string i_sin_directorio(const std::string& texto, const std::string& directorio) {
+    return i_cambia(i_cambia(texto, i_cambia(directorio, "\\", "\\\\"), "$D"), directorio, "$D");
+}
+
+std::string i_ejecuta(const pase& p, const cli::directorio_de_prueba& d) {
+    const std::string orden = p.linea.substr(10);
+    const size_t flecha = orden.find(" < ");
+    std::vector<std::string> argumentos = i_palabras(d.pon(orden.substr(0, flecha)));
+    const std::string entrada = flecha == orden.npos ? "" : orden.substr(flecha + 3) + "\n";
+    const cli::resultado r = cli::lumodir(
+        argumentos, {.entrada = entrada, .variables = {{"PATH", d.bajo("bin")}}, .directorio = d.ruta()});
+    std::string todo = r.salida;
+    std::istringstream errores(r.errores);
+    for (std::string linea; std::getline(errores, linea);) {
+        todo += "! " + linea + "\n";
+    }
+    if (r.codigo != 0) {
+        todo += "(exit code " + std::to_string(r.codigo) + ")\n";
+    }
+    return i_sin_directorio(todo, d.ruta());
+}
+
+// "$*" takes any text of one line, "$**\n" any lines.
+bool i_cumple(std::string_view patron, std::string_view texto) {
+    constexpr std::string_view lineas = "$**\n", trozo = "$*";
+    while (!patron.empty()) {
+        if (patron.starts_with(lineas)) {
+            for (size_t i = 0; i <= texto.size(); i = std::min(texto.find('\n', i), texto.size()) + 1) {
+                if (i_cumple(patron.substr(lineas.size()), texto.substr(i))) {
+                    return true;
+                }
+            }
+            return false;
+        }
+        if (patron.starts_with(trozo)) {
+            for (size_t i = 0; i <= texto.size(); ++i) {
+                if (i_cumple(patron.substr(trozo.size()), texto.substr(i))) {
+                    return true;
+                }
+                if (i < texto.size() && texto[i] == '\n') {
+                    return false;
+                }
+            }
+            return false;
+        }
+        if (texto.empty() || texto[0] != patron[0]) {
+            return false;
+        }
+        patron.remove_prefix(1);
+        texto.remove_prefix(1);
+    }
+    return texto.empty();
+}
+
+std::string i_lee(const std::string& fichero) {
+    std::ifstream entrada(fichero, std::ios::binary);
+    std::ostringstream texto;
+    texto << entrada.rdbuf();
+    return i_cambia(texto.str(), "\r\n", "\n");
+}
+
+bool i_escribir() {
+    const char* modo = std::getenv("LUMODIR_TRANSCRIPTS");
+    return modo != nullptr && std::string(modo) == "write";
+}
+
+std::vector<std::string> i_transcripciones() {
+    std::vector<std::string> nombres;
+    WIN32_FIND_DATAA e;
+    HANDLE busca = FindFirstFileA((carpeta + "*.txt").c_str(), &e);
+    for (BOOL hay = busca != INVALID_HANDLE_VALUE; hay; hay = FindNextFileA(busca, &e)) {
+        const std::string nombre = e.cFileName;
+        nombres.push_back(nombre.substr(0, nombre.size() - 4));
+    }
+    FindClose(busca);
+    return nombres;
+}
+
+class transcripcion : public testing::TestWithParam<std::string> {};
+
+}  // namespace
+
+TEST_P(transcripcion, se_escribe_lo_que_dice) {
+    const std::string fichero = carpeta + GetParam() + ".txt";
+    const cli::directorio_de_prueba d;
+    i_prepara(d);
+    std::string de_nuevo;
+    const std::vector<pase> pases = i_pases(i_lee(fichero));
+    EXPECT_FALSE(pases.empty()) << fichero;
+    for (const pase& p : pases) {
+        const std::string escrito = i_ejecuta(p, d);
+        de_nuevo += p.linea + "\n" + escrito;
+        if (!i_escribir()) {
+            EXPECT_TRUE(i_cumple(p.esperado, escrito)) << GetParam() << ".txt\n"
+                                                       << p.linea << "\nexpected:\n"
+                                                       << p.esperado << "written:\n"
+                                                       << escrito;
+        }
+        const std::vector<std::string> palabras = i_palabras(p.linea);
+        const bool en_json = std::find(palabras.begin(), palabras.end(), "--json") != palabras.end();
+        if (en_json && escrito.find("(exit code 2)") == escrito.npos) {
+            const std::string salida =
+                escrito.substr(0, std::min(escrito.find("! "), escrito.find("(exit code")));
+            EXPECT_EQ(cli::json_compacto(salida).rfind("not JSON", 0), std::string::npos) << escrito;
+        }
+    }
+    if (i_escribir()) {
+        std::ofstream(fichero, std::ios::binary) << de_nuevo;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(todas, transcripcion, testing::ValuesIn(i_transcripciones()),
+                         [](const testing::TestParamInfo<std::string>& cual) {
+                             return i_cambia(cual.param, "-", "_");
+                         });
+
+TEST(transcripciones, hay_una_de_cada_orden_para_personas_y_para_guiones) {
+    const std::vector<std::string> ordenes = cli::ordenes();
+    const std::vector<std::string> ficheros = i_transcripciones();
+    const std::set<std::string> hay(ficheros.begin(), ficheros.end());
+    EXPECT_GT(ordenes.size(), 30u);
+    for (const std::string& orden : ordenes) {
+        const std::string nombre = i_cambia(orden, " ", "_");
+        ASSERT_TRUE(hay.contains(nombre)) << nombre << ".txt is missing";
+        bool en_json = false, en_palabras = false;
+        for (const pase& p : i_pases(i_lee(carpeta + nombre + ".txt"))) {
+            const bool suya = p.linea.rfind("> lumodir " + orden, 0) == 0;
+            const bool json = p.linea.find(" --json") != p.linea.npos;
+            en_json = en_json || (suya && json);
+            en_palabras = en_palabras || (suya && !json);
+        }
+        EXPECT_TRUE(en_json && en_palabras) << nombre << ".txt lacks one of the forms";
+    }
+}
