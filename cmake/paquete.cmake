@@ -16,7 +16,9 @@ install(DIRECTORY include/ DESTINATION include/lumodir FILES_MATCHING PATTERN "*
 install(FILES packaging/lumodirConfig.cmake ${generados}/lumodirConfigVersion.cmake DESTINATION ${cmake_dir})
 install(FILES ${generados}/lumodir.pc DESTINATION lib/pkgconfig)
 install(FILES packaging/README.md DESTINATION .)
-install(DIRECTORY docs/ DESTINATION docs FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY docs/ DESTINATION docs FILES_MATCHING PATTERN "*.md" PATTERN doxygen EXCLUDE)
+# Completion and manual page of the command.
+install(DIRECTORY share DESTINATION .)
 # Those of the top folder lie among the others here, and so do their links.
 foreach(pagina README.md CHANGELOG.md CONTRIBUTING.md)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${pagina})
@@ -26,8 +28,8 @@ foreach(pagina README.md CHANGELOG.md CONTRIBUTING.md)
   install(FILES ${generados}/${pagina} DESTINATION docs)
 endforeach()
 install(DIRECTORY examples DESTINATION . OPTIONAL)
-# Made by the target of the reference pages, where there is one.
-install(DIRECTORY ${PROJECT_BINARY_DIR}/docs/html DESTINATION docs OPTIONAL)
+# Made by tools/docs, when it has been run.
+install(DIRECTORY build/docs/html DESTINATION docs OPTIONAL)
 
 set(CPACK_GENERATOR External)
 set(CPACK_PACKAGE_FILE_NAME lumodir-${PROJECT_VERSION}-windows-x64)
