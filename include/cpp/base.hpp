@@ -1,0 +1,333 @@
+/**
+ * @file base.hpp
+ * What the C++ headers stand on: texts on their way in, and owners of the strings and lists that come out.
+ *
+ * An owner holds one pointer and nothing else; it moves, is never copied, and frees what it holds with the
+ * library's own function. An empty one (moved from) behaves as an empty text or list.
+ */
+#ifndef LUMODIR_CPP_BASE_HPP
+#define LUMODIR_CPP_BASE_HPP
+
+#include <cstddef>
+#include <filesystem>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "../companions/acadorde.h"
+#include "../companions/arr.h"
+#include "../companions/lumospy.h"
+#include "../companions/lumostr.h"
+#include "../companions/widestr.h"
+
+namespace lumodir {
+
+namespace detalle {
+
+constexpr unsigned short corto(bool valor) noexcept {
+    return valor ? CIERTO : FALSO;
+}
+constexpr bool si(unsigned short respuesta) noexcept {
+    return respuesta == CIERTO;
+}
+
+inline void libera(wchar_t** texto) noexcept {
+    widestr_nousar_destruye_opcional(texto, "lumodir.hpp", __LINE__);
+}
+inline void libera(char** texto) noexcept {
+    lumostr_destruye_opcional(texto);
+}
+
+template <class C>
+std::basic_string_view<C> vista(const C* texto) noexcept {
+    return texto == nullptr ? std::basic_string_view<C>() : std::basic_string_view<C>(texto);
+}
+
+// One set of names for the four kinds of string lists.
+inline unsigned long cuenta(const ArrCADENA* l) noexcept {
+    return arr_NumElemsCADENA(l);
+}
+inline unsigned long cuenta(const ArrCADENA_u* l) noexcept {
+    return arr_NumElemsCADENA_u(l);
+}
+inline unsigned long cuenta(const AcadOrde* l) noexcept {
+    return acadorde_num_elems(l);
+}
+inline unsigned long cuenta(const AcadOrdeU* l) noexcept {
+    return acadordeu_num_elems(l);
+}
+inline const char* elemento(const ArrCADENA* l, unsigned long i) noexcept {
+    return arr_GetCADENA(l, i);
+}
+inline const wchar_t* elemento(const ArrCADENA_u* l, unsigned long i) noexcept {
+    return arr_GetCADENA_u(l, i);
+}
+inline const char* elemento(const AcadOrde* l, unsigned long i) noexcept {
+    return acadorde_get(l, i);
+}
+inline const wchar_t* elemento(const AcadOrdeU* l, unsigned long i) noexcept {
+    return acadordeu_get(l, i);
+}
+inline void libera(ArrCADENA** l) noexcept {
+    arr_DestruyeCADENA(l);
+}
+inline void libera(ArrCADENA_u** l) noexcept {
+    arr_DestruyeCADENA_u(l);
+}
+inline void libera(AcadOrde** l) noexcept {
+    acadorde_destruye(l);
+}
+inline void libera(AcadOrdeU** l) noexcept {
+    acadordeu_destruye(l);
+}
+
+/** Walks anything that has size() and operator[]. */
+template <class L>
+class iterador {
+public:
+    using iterator_category = std::input_iterator_tag;
+    using reference = decltype(std::declval<const L&>()[0]);
+    using value_type = std::decay_t<reference>;
+    using difference_type = std::ptrdiff_t;
+    using pointer = void;
+
+    iterador(const L* lista, std::size_t i) noexcept : lista_(lista), i_(i) {}
+    reference operator*() const { return (*lista_)[i_]; }
+    iterador& operator++() noexcept {
+        ++i_;
+        return *this;
+    }
+    iterador operator++(int) noexcept {
+        iterador antes = *this;
+        ++i_;
+        return antes;
+    }
+    friend bool operator==(const iterador& a, const iterador& b) noexcept { return a.i_ == b.i_; }
+    friend bool operator!=(const iterador& a, const iterador& b) noexcept { return a.i_ != b.i_; }
+
+private:
+    const L* lista_;
+    std::size_t i_;
+};
+
+}  // namespace detalle
+
+/**
+ * A string of the library, owned. What the functions return: look at it through vista(), or take a copy of the
+ * standard library's with texto() or ruta().
+ */
+template <class C>
+class basic_cadena {
+public:
+    basic_cadena() noexcept = default;
+    /** Takes over a new string of the library; NULL counts as empty. */
+    explicit basic_cadena(C* nueva) noexcept : texto_(nueva) {}
+    basic_cadena(basic_cadena&& otra) noexcept : texto_(std::exchange(otra.texto_, nullptr)) {}
+    basic_cadena& operator=(basic_cadena&& otra) noexcept {
+        std::swap(texto_, otra.texto_);
+        return *this;
+    }
+    ~basic_cadena() {
+        if (texto_ != nullptr) {
+            detalle::libera(&texto_);
+        }
+    }
+
+    /** Terminated text, never NULL; valid as long as the owner holds it. */
+    const C* c_str() const noexcept {
+        static constexpr C nada = 0;
+        return texto_ == nullptr ? &nada : texto_;
+    }
+    std::size_t size() const noexcept { return vista().size(); }
+    bool empty() const noexcept { return *c_str() == 0; }
+    std::basic_string_view<C> vista() const noexcept { return detalle::vista(c_str()); }
+    operator std::basic_string_view<C>() const noexcept { return vista(); }
+    /** A copy. */
+    std::basic_string<C> texto() const { return std::basic_string<C>(vista()); }
+    /** A copy. */
+    std::filesystem::path ruta() const { return std::filesystem::path(vista()); }
+
+    /** For the C functions with an address of a string variable; what was held stays in it. */
+    C** direccion() noexcept { return &texto_; }
+    /** Gives up the string: the caller frees it, with the library's function. */
+    C* suelta() noexcept { return std::exchange(texto_, nullptr); }
+
+    friend bool operator==(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
+        return a.vista() == b;
+    }
+    friend bool operator!=(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
+        return a.vista() != b;
+    }
+
+private:
+    C* texto_ = nullptr;
+};
+
+using cadena = basic_cadena<wchar_t>; /**< UTF-16 */
+using cadena_a = basic_cadena<char>;  /**< 8-bit, in the active code page */
+
+/**
+ * A text on its way into the library, made where a function is called. Texts that have a terminator already go
+ * in as they are; a view is copied, up to 259 units without an allocation. As in C, the text ends at its first
+ * NUL. nullptr is NULL, which some functions take for "none".
+ */
+template <class C>
+class basic_argumento {
+public:
+    basic_argumento(const C* texto) noexcept : texto_(texto) {}
+    basic_argumento(const std::basic_string<C>& texto) noexcept : texto_(texto.c_str()) {}
+    basic_argumento(const basic_cadena<C>& texto) noexcept : texto_(texto.c_str()) {}
+    template <class P, std::enable_if_t<std::is_same_v<P, std::filesystem::path> &&
+                                            std::is_same_v<C, std::filesystem::path::value_type>,
+                                        int> = 0>
+    basic_argumento(const P& ruta) noexcept : texto_(ruta.c_str()) {}
+    basic_argumento(std::basic_string_view<C> texto) {
+        C* copia = corto_;
+        if (texto.size() >= sin_reserva) {
+            largo_.reset(new C[texto.size() + 1]);
+            copia = largo_.get();
+        }
+        std::char_traits<C>::copy(copia, texto.data(), texto.size());
+        copia[texto.size()] = 0;
+        texto_ = copia;
+    }
+    basic_argumento(const basic_argumento&) = delete;
+    basic_argumento& operator=(const basic_argumento&) = delete;
+
+    const C* c_str() const noexcept { return texto_; }
+
+private:
+    static constexpr std::size_t sin_reserva = 260;
+
+    const C* texto_;
+    std::unique_ptr<C[]> largo_;
+    C corto_[sin_reserva];
+};
+
+using argumento = basic_argumento<wchar_t>; /**< UTF-16 */
+using argumento_a = basic_argumento<char>;  /**< 8-bit, in the active code page */
+
+/** A yes or no with its reason: the library's text for the user when the answer is no. */
+struct respuesta {
+    bool bien = false;
+    cadena motivo;
+    explicit operator bool() const noexcept { return bien; }
+};
+
+/** A list of strings of the library, owned. Its elements are views, valid as long as the list. */
+template <class L>
+class basic_lista {
+public:
+    using value_type = decltype(detalle::vista(detalle::elemento(static_cast<const L*>(nullptr), 0)));
+    using const_iterator = detalle::iterador<basic_lista>;
+
+    basic_lista() noexcept = default;
+    /** Takes over a new list of the library; NULL counts as empty. */
+    explicit basic_lista(L* nueva) noexcept : lista_(nueva) {}
+    basic_lista(basic_lista&& otra) noexcept : lista_(std::exchange(otra.lista_, nullptr)) {}
+    basic_lista& operator=(basic_lista&& otra) noexcept {
+        std::swap(lista_, otra.lista_);
+        return *this;
+    }
+    ~basic_lista() {
+        if (lista_ != nullptr) {
+            detalle::libera(&lista_);
+        }
+    }
+
+    std::size_t size() const noexcept { return lista_ == nullptr ? 0 : detalle::cuenta(lista_); }
+    bool empty() const noexcept { return size() == 0; }
+    /** An element; an empty view, after a report, when there is none. */
+    value_type operator[](std::size_t i) const noexcept {
+        return detalle::vista(detalle::elemento(lista_, static_cast<unsigned long>(i)));
+    }
+    const_iterator begin() const noexcept { return {this, 0}; }
+    const_iterator end() const noexcept { return {this, size()}; }
+    /** Copies of the elements. */
+    auto vector() const {
+        using texto = std::basic_string<typename value_type::value_type>;
+        std::vector<texto> copia;
+        copia.reserve(size());
+        for (value_type elemento : *this) {
+            copia.emplace_back(elemento);
+        }
+        return copia;
+    }
+
+    L* get() const noexcept { return lista_; }
+    L** direccion() noexcept { return &lista_; }
+    L* suelta() noexcept { return std::exchange(lista_, nullptr); }
+
+private:
+    L* lista_ = nullptr;
+};
+
+using lista = basic_lista<ArrCADENA_u>;   /**< UTF-16 */
+using lista_a = basic_lista<ArrCADENA>;   /**< 8-bit */
+using ordenada = basic_lista<AcadOrdeU>;  /**< UTF-16, sorted */
+using ordenada_a = basic_lista<AcadOrde>; /**< 8-bit, sorted */
+
+namespace detalle {
+/** How records of a kind are freed: `static void libera(T**)`. */
+template <class T>
+struct destruccion;
+}  // namespace detalle
+
+/**
+ * A list of records of the library, owned. Its elements are references, valid as long as the list.
+ *
+ * @tparam T  Kind of the records.
+ */
+template <class T>
+class registros {
+public:
+    using value_type = T;
+    using const_iterator = detalle::iterador<registros>;
+
+    registros() noexcept = default;
+    /** Takes over a new list of the library; NULL counts as empty. */
+    explicit registros(ArrPunteroConTipo* nueva) noexcept : lista_(nueva) {}
+    registros(registros&& otra) noexcept : lista_(std::exchange(otra.lista_, nullptr)) {}
+    registros& operator=(registros&& otra) noexcept {
+        std::swap(lista_, otra.lista_);
+        return *this;
+    }
+    ~registros() {
+        if (lista_ != nullptr) {
+            arr_DestruyeEstructurasConTipo(&lista_, quita);
+        }
+    }
+
+    std::size_t size() const noexcept { return lista_ == nullptr ? 0 : arr_NumElemsPuntero(lista_); }
+    bool empty() const noexcept { return size() == 0; }
+    /** An element that there is: `i` below size(). */
+    const T& operator[](std::size_t i) const noexcept {
+        return *static_cast<const T*>(arr_GetPunteroConTipo(lista_, static_cast<unsigned long>(i)));
+    }
+    const_iterator begin() const noexcept { return {this, 0}; }
+    const_iterator end() const noexcept { return {this, size()}; }
+    ArrPunteroConTipo** direccion() noexcept { return &lista_; }
+
+private:
+    static void quita(void** registro) {
+        T* uno = static_cast<T*>(*registro);
+        detalle::destruccion<T>::libera(&uno);
+        *registro = uno;
+    }
+
+    ArrPunteroConTipo* lista_ = nullptr;
+};
+
+/** Blocks of the library that this program still owns (lumospy_bloques_vivos()). */
+inline unsigned long long bloques_vivos() noexcept {
+    return lumospy_bloques_vivos();
+}
+
+}  // namespace lumodir
+
+#endif

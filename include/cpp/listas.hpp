@@ -1,0 +1,430 @@
+/**
+ * @file listas.hpp
+ * What is in a directory (cdir_listas.h, fichsdir.h, dirwin.h and the listings of lumodir.h): lists of names,
+ * trees, file sets, and the enumerator. The names are those of the C functions, as told in rutas.hpp.
+ *
+ * A listing with progress calls a function before each entry; 1 (true) stops it. An exception of that function
+ * stops it too, and comes out of the listing.
+ */
+#ifndef LUMODIR_CPP_LISTAS_HPP
+#define LUMODIR_CPP_LISTAS_HPP
+
+#include <exception>
+
+#include "../cdir_listas.h"
+#include "../companions/apunorde.h"
+#include "../dirwin.h"
+#include "../fichsdir.h"
+#include "../lumodir.h"
+#include "base.hpp"
+
+namespace lumodir {
+
+namespace detalle {
+
+/** The names in a record of the library, one record of a list or of a tree. */
+class nombres {
+public:
+    using value_type = std::wstring_view;
+    using const_iterator = iterador<nombres>;
+
+    explicit nombres(const ListaFicheros_u* registro) noexcept : registro_(registro) {}
+    /** Listed directory; empty when listed by full pattern. */
+    std::wstring_view path() const noexcept { return vista<wchar_t>(registro_->path); }
+    std::size_t size() const noexcept { return registro_->num; }
+    bool empty() const noexcept { return size() == 0; }
+    /** A name that there is: `i` below size(). */
+    std::wstring_view operator[](std::size_t i) const noexcept { return registro_->lista[i]; }
+    const_iterator begin() const noexcept { return {this, 0}; }
+    const_iterator end() const noexcept { return {this, size()}; }
+    /** Copies of the names. */
+    std::vector<std::wstring> vector() const { return {begin(), end()}; }
+    /** The full paths. */
+    std::vector<std::filesystem::path> rutas() const {
+        const std::filesystem::path directorio(path());
+        std::vector<std::filesystem::path> copia;
+        copia.reserve(size());
+        for (std::wstring_view nombre : *this) {
+            copia.push_back(directorio / nombre);
+        }
+        return copia;
+    }
+
+private:
+    const ListaFicheros_u* registro_;
+};
+
+}  // namespace detalle
+
+/** The sorted names of the files or directories of one directory, owned. */
+class lista_ficheros {
+public:
+    using value_type = std::wstring_view;
+    using const_iterator = detalle::iterador<lista_ficheros>;
+
+    lista_ficheros() noexcept = default;
+    lista_ficheros(lista_ficheros&& otra) noexcept : registro_(std::exchange(otra.registro_, {})) {}
+    lista_ficheros& operator=(lista_ficheros&& otra) noexcept {
+        std::swap(registro_, otra.registro_);
+        return *this;
+    }
+    ~lista_ficheros() {
+        if (registro_.path != nullptr || registro_.num != 0) {
+            cdir_libera_lista_de_ficheros_UNICODE(&registro_);
+        }
+    }
+
+    std::wstring_view path() const noexcept { return detalle::nombres(&registro_).path(); }
+    std::size_t size() const noexcept { return registro_.num; }
+    bool empty() const noexcept { return size() == 0; }
+    /** A name that there is: `i` below size(). */
+    std::wstring_view operator[](std::size_t i) const noexcept { return registro_.lista[i]; }
+    const_iterator begin() const noexcept { return {this, 0}; }
+    const_iterator end() const noexcept { return {this, size()}; }
+    /** Copies of the names. */
+    std::vector<std::wstring> vector() const { return detalle::nombres(&registro_).vector(); }
+    /** The full paths. */
+    std::vector<std::filesystem::path> rutas() const { return detalle::nombres(&registro_).rutas(); }
+    ListaFicheros_u* direccion() noexcept { return &registro_; }
+
+private:
+    ListaFicheros_u registro_ = {};
+};
+
+/** The files of a tree, owned: one element per directory, with its path and its names. */
+class arbol {
+public:
+    using value_type = detalle::nombres;
+    using const_iterator = detalle::iterador<arbol>;
+
+    arbol() noexcept = default;
+    arbol(unsigned long num, ListaFicheros_u* nuevos) noexcept : num_(num), directorios_(nuevos) {}
+    arbol(arbol&& otro) noexcept
+        : num_(std::exchange(otro.num_, 0)), directorios_(std::exchange(otro.directorios_, nullptr)) {}
+    arbol& operator=(arbol&& otro) noexcept {
+        std::swap(num_, otro.num_);
+        std::swap(directorios_, otro.directorios_);
+        return *this;
+    }
+    ~arbol() {
+        if (directorios_ != nullptr) {
+            lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(num_, &directorios_);
+        }
+    }
+
+    std::size_t size() const noexcept { return num_; }
+    bool empty() const noexcept { return num_ == 0; }
+    /** A directory that there is: `i` below size(). */
+    value_type operator[](std::size_t i) const noexcept { return value_type(directorios_ + i); }
+    const_iterator begin() const noexcept { return {this, 0}; }
+    const_iterator end() const noexcept { return {this, size()}; }
+
+private:
+    unsigned long num_ = 0;
+    ListaFicheros_u* directorios_ = nullptr;
+};
+
+namespace cdir {
+
+/** The files of a directory; an extension filter, or nullptr for every file. */
+inline lista_ficheros lista_de_ficheros(const argumento& directorio, const argumento& extension = nullptr) {
+    lista_ficheros l;
+    cdir_lista_de_ficheros_UNICODE(directorio.c_str(), extension.c_str(), l.direccion());
+    return l;
+}
+/** The same, of the names that a pattern finds. */
+inline lista_ficheros lista_de_ficherosFiltro(const argumento& directorio, const argumento& extension,
+                                              const argumento& patron) {
+    lista_ficheros l;
+    cdir_lista_de_ficherosFiltro_UNICODE(directorio.c_str(), extension.c_str(), patron.c_str(),
+                                         l.direccion());
+    return l;
+}
+/** The same with the drive apart. */
+inline lista_ficheros lista_de_ficherosFiltro_en_unidad(const argumento& unidad, const argumento& directorio,
+                                                        const argumento& extension, const argumento& patron) {
+    lista_ficheros l;
+    cdir_lista_de_ficherosFiltro_en_unidad(unidad.c_str(), directorio.c_str(), extension.c_str(),
+                                           patron.c_str(), l.direccion());
+    return l;
+}
+/** The files that a full search pattern finds; path() is empty. */
+inline lista_ficheros lista_de_ficheros_en_path_filtro(const argumento& path_filtro) {
+    lista_ficheros l;
+    cdir_lista_de_ficheros_en_path_filtro_UNICODE(path_filtro.c_str(), l.direccion());
+    return l;
+}
+/** The subdirectories that a pattern finds. */
+inline lista_ficheros lista_de_directorios(const argumento& directorio, const argumento& patron = L"*") {
+    lista_ficheros l;
+    cdir_lista_de_directorios_UNICODE(directorio.c_str(), patron.c_str(), l.direccion());
+    return l;
+}
+
+}  // namespace cdir
+
+/** The files of a tree: the directories that have a matching one. */
+inline arbol lista_de_ficheros_en_directorio_y_subdirectorios(const argumento& base,
+                                                              const argumento& extension = nullptr) {
+    unsigned long num = 0;
+    ListaFicheros_u* directorios = nullptr;
+    lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(base.c_str(), extension.c_str(), &num,
+                                                                     &directorios);
+    return arbol(num, directorios);
+}
+/** The same with every directory of the tree. */
+inline arbol lista_de_ficheros_y_directorios_recursivamente(const argumento& base,
+                                                            const argumento& extension = nullptr) {
+    unsigned long num = 0;
+    ListaFicheros_u* directorios = nullptr;
+    lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(base.c_str(), extension.c_str(), &num,
+                                                                   &directorios);
+    return arbol(num, directorios);
+}
+/** The sorted names that a pattern finds and whose extension is one of a list, or of any. */
+inline ordenada lista_de_fichero(const argumento& path_filtro,
+                                 const std::vector<std::wstring>& extensiones = {}) {
+    lista lista_de_extensiones;
+    if (!extensiones.empty()) {
+        lista_de_extensiones = lista(arr_CreaCADENA_u(static_cast<unsigned long>(extensiones.size())));
+        for (const std::wstring& extension : extensiones) {
+            arr_AppendCADENA_u(lista_de_extensiones.get(), extension.c_str());
+        }
+    }
+    return ordenada(lumodir_lista_de_fichero(path_filtro.c_str(), lista_de_extensiones.get()));
+}
+/** Whether a directory holds a file. */
+inline bool existenFicheros(const argumento& path) {
+    return detalle::si(lumodir_existenFicheros_UNICODE(path.c_str()));
+}
+/** Whether a directory holds a subdirectory. */
+inline bool existenSubdirectorios(const argumento& path) {
+    return detalle::si(lumodir_existenSubdirectorios_UNICODE(path.c_str()));
+}
+
+/* ---- File sets ---- */
+
+namespace detalle {
+
+template <>
+struct destruccion<Fichsdir> {
+    static void libera(Fichsdir** registro) noexcept { fichsdir_destruye(registro); }
+};
+
+/** The caller's function behind the library's callback, and what it threw. */
+template <class F>
+struct progreso {
+    F& funcion;
+    std::exception_ptr excepcion = nullptr;
+    unsigned short interrumpido = FALSO;
+
+    static unsigned short pregunta(void* este) noexcept {
+        auto& yo = *static_cast<progreso*>(este);
+        try {
+            return corto(static_cast<bool>(yo.funcion()));
+        } catch (...) {
+            yo.excepcion = std::current_exception();
+            return CIERTO;
+        }
+    }
+    void relanza() const {
+        if (excepcion != nullptr) {
+            std::rethrow_exception(excepcion);
+        }
+    }
+};
+
+}  // namespace detalle
+
+namespace fichsdir {
+
+using ficheros_t = registros<Fichsdir>; /**< records with name (8-bit), date, protection and directory */
+
+/** The outcome of a listing that can be stopped. */
+template <class L>
+struct con_progreso {
+    L elementos;               /**< what was taken, all of it or up to the stop */
+    bool interrumpido = false; /**< stopped */
+};
+
+/** The files of a directory as records. */
+inline ficheros_t ficheros(const argumento& directorio) {
+    return ficheros_t(fichsdir_ficheros_u(directorio.c_str()));
+}
+/** The same, interruptible; the directory is 8-bit. */
+template <class F>
+con_progreso<ficheros_t> ficheros_prog(const argumento_a& directorio, F&& usuario_cierra) {
+    lumodir::detalle::progreso<F> p{usuario_cierra};
+    ficheros_t elementos(fichsdir_ficheros_prog(directorio.c_str(), &p, &p.interrumpido, p.pregunta));
+    p.relanza();
+    return {std::move(elementos), lumodir::detalle::si(p.interrumpido)};
+}
+/** The sorted directories of a directory; the directory is 8-bit, interruptible. */
+template <class F>
+con_progreso<lista_a> directorios_prog(const argumento_a& directorio, F&& usuario_cierra) {
+    lumodir::detalle::progreso<F> p{usuario_cierra};
+    lista_a elementos(fichsdir_directorios_prog(directorio.c_str(), &p, &p.interrumpido, p.pregunta));
+    p.relanza();
+    return {std::move(elementos), lumodir::detalle::si(p.interrumpido)};
+}
+/** The names of the files of a directory; the directory is 8-bit, interruptible. */
+template <class F>
+con_progreso<lista_a> nombres_ficheros_prog(const argumento_a& directorio, F&& usuario_cierra) {
+    lumodir::detalle::progreso<F> p{usuario_cierra};
+    lista_a elementos(fichsdir_nombres_ficheros_prog(directorio.c_str(), &p, &p.interrumpido, p.pregunta));
+    p.relanza();
+    return {std::move(elementos), lumodir::detalle::si(p.interrumpido)};
+}
+
+/** The files of a directory (8-bit) as records sorted by name, owned. */
+class ordenados {
+public:
+    using value_type = Fichsdir;
+    using const_iterator = lumodir::detalle::iterador<ordenados>;
+
+    explicit ordenados(ApunOrde* nuevos) noexcept : registros_(nuevos) {}
+    ordenados(ordenados&& otros) noexcept : registros_(std::exchange(otros.registros_, nullptr)) {}
+    ordenados& operator=(ordenados&& otros) noexcept {
+        std::swap(registros_, otros.registros_);
+        return *this;
+    }
+    ~ordenados() {
+        if (registros_ != nullptr) {
+            apunorde_nousar_destruye(&registros_);
+        }
+    }
+    std::size_t size() const noexcept {
+        return registros_ == nullptr ? 0 : apunorde_nousar_num_elems(registros_);
+    }
+    bool empty() const noexcept { return size() == 0; }
+    /** An element that there is: `i` below size(). */
+    const Fichsdir& operator[](std::size_t i) const noexcept {
+        return *static_cast<const Fichsdir*>(apunorde_nousar_get(registros_, static_cast<unsigned long>(i)));
+    }
+    const_iterator begin() const noexcept { return {this, 0}; }
+    const_iterator end() const noexcept { return {this, size()}; }
+    /** The record of a name, nullptr when there is none; valid as long as the owner. */
+    const Fichsdir* busca(const argumento_a& nombre) const {
+        return static_cast<const Fichsdir*>(apunorde_nousar_busca(registros_, nombre.c_str(), compara));
+    }
+
+private:
+    static int compara(const void* registro, const void* clave) noexcept {
+        return fichsdir_compara_nombre(static_cast<const Fichsdir*>(registro),
+                                       static_cast<const char*>(clave));
+    }
+    ApunOrde* registros_;
+};
+
+/** The files of a directory (8-bit) as records sorted by name. */
+inline ordenados ficheros_existentes_ordenados(const argumento_a& directorio) {
+    return ordenados(fichsdir_ficheros_existentes_ordenados(directorio.c_str()));
+}
+/** The directories, sorted. */
+inline lista directorios(const argumento& directorio) {
+    return lista(fichsdir_directorios_u(directorio.c_str()));
+}
+/** The same without the names that have an extension, in 8-bit. */
+inline lista_a directorios_sin_extension(const argumento_a& directorio) {
+    return lista_a(fichsdir_directorios_sin_extension(directorio.c_str()));
+}
+/** The directories without the hidden ones. */
+inline lista directorios_sin_ocultos(const argumento& directorio) {
+    return lista(fichsdir_directorios_sin_ocultos_u(directorio.c_str()));
+}
+/** The directories with those whose name begins with ".". */
+inline lista directorios_incluyendo_empiezan_por_puntos(const argumento& directorio) {
+    return lista(fichsdir_directorios_incluyendo_empiezan_por_puntos_u(directorio.c_str()));
+}
+/** The directories that a pattern finds, "." and ".." included. */
+inline lista nombres_directorios_cumplen_filtro(const argumento& path_filtro) {
+    return lista(fichsdir_nombres_directorios_cumplen_filtro_u(path_filtro.c_str()));
+}
+/** The names of the files. */
+inline lista nombres_ficheros(const argumento& directorio) {
+    return lista(fichsdir_nombres_ficheros_u(directorio.c_str()));
+}
+/** The names of the files that a pattern finds. */
+inline lista nombres_ficheros_cumplen_filtro(const argumento& path_filtro) {
+    return lista(fichsdir_nombres_ficheros_cumplen_filtro_u(path_filtro.c_str()));
+}
+/** The names of the files that have an extension. */
+inline lista nombres_ficheros_con_extension(const argumento& directorio, const argumento& extension) {
+    return lista(fichsdir_nombres_ficheros_con_extension_u(directorio.c_str(), extension.c_str()));
+}
+/** The base names in upper case of the files that have an extension; sorted, in 8-bit. */
+inline ordenada_a nombres_base_en_mayusculas_ficheros_con_extension(const argumento_a& directorio,
+                                                                    const argumento_a& extension) {
+    return ordenada_a(
+        fichsdir_nombres_base_en_mayusculas_ficheros_con_extension(directorio.c_str(), extension.c_str()));
+}
+/** The same in lower case. */
+inline ordenada_a nombres_base_en_minusculas_ficheros_con_extension(const argumento_a& directorio,
+                                                                    const argumento_a& extension) {
+    return ordenada_a(
+        fichsdir_nombres_base_en_minusculas_ficheros_con_extension(directorio.c_str(), extension.c_str()));
+}
+/** The name of a record; the view is valid as long as the record. */
+inline std::string_view nombre_fichero(const Fichsdir& registro) noexcept {
+    return registro.nombre;
+}
+/** The full path of a record. */
+inline cadena path_fichero(const Fichsdir& registro) {
+    return cadena(fichsdir_path_fichero(&registro));
+}
+/** The last write of a record, local seconds since 1970. */
+inline long long fecha_fichero(const Fichsdir& registro) {
+    return fichsdir_fecha_fichero(&registro);
+}
+/** Whether the file of a record was read-only. */
+inline bool fichero_esta_protegido(const Fichsdir& registro) {
+    return lumodir::detalle::si(fichsdir_fichero_esta_protegido(&registro));
+}
+
+}  // namespace fichsdir
+
+/* ---- The enumerator ---- */
+
+namespace dirwin {
+
+/** Walks the entries that a pattern finds: `for (WIN32_FIND_DATAW e; entradas.siguiente(e);) ...` */
+class enumerador {
+public:
+    explicit enumerador(const argumento& patron) : dirwin_(dirwin_crea_UNICODE(patron.c_str())) {}
+    enumerador(enumerador&& otro) noexcept : dirwin_(std::exchange(otro.dirwin_, nullptr)) {}
+    enumerador& operator=(enumerador&& otro) noexcept {
+        std::swap(dirwin_, otro.dirwin_);
+        return *this;
+    }
+    ~enumerador() {
+        if (dirwin_ != nullptr) {
+            dirwin_destruye_UNICODE(&dirwin_);
+        }
+    }
+    /** Stores the next entry; false at the end. */
+    bool siguiente(WIN32_FIND_DATAW& entrada) {
+        return lumodir::detalle::si(dirwin_findnextfile_UNICODE(dirwin_, &entrada));
+    }
+
+private:
+    Dirwin_u* dirwin_;
+};
+
+/** Whether an entry is a directory. */
+inline bool es_directorio(const WIN32_FIND_DATAW& entrada) {
+    return lumodir::detalle::si(dirwin_es_directorio_UNICODE(&entrada));
+}
+/** Whether an entry is read-only. */
+inline bool es_solo_lectura(const WIN32_FIND_DATAW& entrada) {
+    return lumodir::detalle::si(dirwin_es_solo_lectura_UNICODE(&entrada));
+}
+/** Whether a name (8-bit) passes a filter by the enumerator's own rules. */
+inline bool cumple_filtro(const argumento_a& nombre, const argumento_a& filtro) {
+    return lumodir::detalle::si(dirwin_cumple_filtro(nombre.c_str(), filtro.c_str()));
+}
+
+}  // namespace dirwin
+
+}  // namespace lumodir
+
+#endif

@@ -1,0 +1,152 @@
+// Owners, arguments, and what they cost.
+#include <algorithm>
+#include <iterator>
+#include <regex>
+
+#include "hpp/apoyo.hpp"
+
+namespace {
+
+using hpp::prueba;
+using lumodir::argumento;
+using lumodir::cadena;
+class base : public prueba {};
+
+static_assert(sizeof(cadena) == sizeof(wchar_t*));
+static_assert(sizeof(lumodir::lista) == sizeof(void*));
+static_assert(sizeof(lumodir::registros<Fichsdir>) == sizeof(void*));
+static_assert(!std::is_copy_constructible_v<cadena> && !std::is_copy_assignable_v<cadena>);
+static_assert(!std::is_copy_constructible_v<lumodir::lista> && !std::is_copy_constructible_v<lumodir::arbol>);
+static_assert(std::is_nothrow_move_constructible_v<cadena> && std::is_nothrow_move_assignable_v<cadena>);
+static_assert(std::is_nothrow_move_constructible_v<lumodir::lista_ficheros>);
+
+cadena nueva(const wchar_t* texto) {
+    return cadena(widestr_nousar_copia(texto, "prueba", 1));
+}
+
+TEST_F(base, una_cadena_se_mueve_y_se_libera_una_vez) {
+    const unsigned long long antes = lumodir::bloques_vivos();
+    {
+        cadena a = nueva(L"uno");
+        cadena b = std::move(a);
+        EXPECT_TRUE(a.empty());  // NOLINT: that is what is promised
+        EXPECT_EQ(a.size(), 0u);
+        EXPECT_STREQ(a.c_str(), L"");
+        EXPECT_EQ(b, L"uno");
+        a = nueva(L"dos");
+        b = std::move(a);
+        EXPECT_EQ(b, L"dos");
+        EXPECT_EQ(b.texto(), std::wstring(L"dos"));
+        EXPECT_EQ(b.ruta(), std::filesystem::path(L"dos"));
+        wchar_t* suelta = b.suelta();
+        EXPECT_TRUE(b.empty());
+        EXPECT_EQ(lumodir::bloques_vivos(), antes + 2);  // "uno" is in a, "dos" in nobody
+        widestr_nousar_destruye(&suelta, "prueba", 1);
+    }
+    EXPECT_EQ(lumodir::bloques_vivos(), antes);
+}
+
+TEST_F(base, una_lista_da_vistas_y_copias) {
+    lumodir::lista l(arr_CreaCADENA_u(0));
+    EXPECT_TRUE(l.empty());
+    for (const wchar_t* texto : {L"b", L"", L"ñ"}) {
+        arr_AppendCADENA_u(l.get(), texto);
+    }
+    EXPECT_EQ(l.size(), 3u);
+    EXPECT_EQ(l[2], L"ñ");
+    EXPECT_EQ(l.vector(), (std::vector<std::wstring>{L"b", L"", L"ñ"}));
+    EXPECT_EQ(hpp::todos(l), l.vector());
+    EXPECT_TRUE(l[3].empty());
+    EXPECT_EQ(toma_informes().size(), 1u);  // out of range
+    lumodir::lista otra = std::move(l);
+    EXPECT_EQ(l.size(), 0u);  // NOLINT
+    EXPECT_TRUE(l.begin() == l.end());
+    ArrCADENA_u* suelta = otra.suelta();
+    EXPECT_EQ(arr_NumElemsCADENA_u(suelta), 3u);
+    arr_DestruyeCADENA_u(&suelta);
+}
+
+TEST_F(base, todas_las_clases_de_texto_entran) {
+    const std::wstring texto = L"C:\\a\\ñ.txt";
+    const cadena propia = nueva(texto.c_str());
+    const std::filesystem::path path = texto;
+    EXPECT_EQ(argumento(texto).c_str(), texto.c_str()) << "copied without need";
+    EXPECT_EQ(argumento(path).c_str(), path.c_str());
+    EXPECT_EQ(argumento(propia).c_str(), propia.c_str());
+    EXPECT_EQ(argumento(nullptr).c_str(), nullptr);
+    EXPECT_STREQ(argumento(std::wstring_view()).c_str(), L"");
+    EXPECT_STREQ(argumento(std::wstring_view(texto).substr(0, 4)).c_str(), L"C:\\a")
+        << "no terminator of its own";
+    for (std::size_t largo : {258u, 259u, 260u, 261u, 5000u}) {
+        const std::wstring linea(largo + 1, L'x');
+        EXPECT_EQ(argumento(std::wstring_view(linea).substr(1)).c_str(), linea.substr(1));
+    }
+}
+
+struct fila_de_coste {
+    const char* que;
+    unsigned long (*reservas)();
+    unsigned long esperadas;
+};
+
+template <class T>
+unsigned long reservas_con(const T& texto) {
+    const unsigned long antes = hpp::reservas();
+    EXPECT_TRUE(lumodir::cdir::path_valido(texto));
+    const cadena nombre = lumodir::cdir::nombre_y_ext_fichero(texto);
+    EXPECT_FALSE(nombre.vista().empty());
+    return hpp::reservas() - antes;
+}
+
+TEST_F(base, no_cuesta_mas_que_la_copia_que_se_pide) {
+    static const std::wstring corto = L"C:\\dir\\fichero.txt";
+    static const std::wstring largo = L"C:\\" + std::wstring(200, L'a') + L"\\" + std::wstring(200, L'b');
+    static const std::filesystem::path path = corto;
+    const fila_de_coste filas[] = {
+        {"a literal", [] { return reservas_con(L"C:\\dir\\fichero.txt"); }, 0},
+        {"a wstring", [] { return reservas_con(largo); }, 0},
+        {"a path", [] { return reservas_con(path); }, 0},
+        {"a short view", [] { return reservas_con(std::wstring_view(corto)); }, 0},
+        {"a long view, in two calls", [] { return reservas_con(std::wstring_view(largo)); }, 2},
+        {"a copy that was asked for",
+         [] {
+             const unsigned long antes = hpp::reservas();
+             (void)lumodir::cdir::nombre_base_fichero(largo).texto();
+             return hpp::reservas() - antes;
+         },
+         1},
+    };
+    for (const fila_de_coste& fila : filas) {
+        EXPECT_EQ(fila.reservas(), fila.esperadas) << fila.que;
+    }
+    // And in the library: one block for a result, none for an answer.
+    const unsigned long long antes = lumodir::bloques_vivos();
+    const cadena una = lumodir::cdir::nombre_base_fichero(corto);
+    EXPECT_EQ(lumodir::bloques_vivos(), antes + 1);
+}
+
+// Every function of the headers is called by some test: a text search, which a new function fails until it has one.
+TEST_F(base, toda_funcion_se_prueba) {
+    std::string pruebas;
+    for (const auto& entrada : std::filesystem::directory_iterator(LUMODIR_RAIZ "/tests/hpp")) {
+        std::ifstream fichero(entrada.path());
+        pruebas.append(std::istreambuf_iterator<char>(fichero), std::istreambuf_iterator<char>());
+    }
+    const std::regex declaracion("\n(?:inline|con_progreso<)[^;={]*?[ &>*](\\w+)\\(");
+    unsigned funciones = 0;
+    for (const auto& entrada : std::filesystem::directory_iterator(LUMODIR_RAIZ "/include/cpp")) {
+        std::ifstream fichero(entrada.path());
+        std::string texto((std::istreambuf_iterator<char>(fichero)), std::istreambuf_iterator<char>());
+        texto.erase(std::remove(texto.begin(), texto.end(), '\r'), texto.end());
+        texto =
+            std::regex_replace(texto, std::regex("namespace detalle \\{[^]*?\\}  // namespace detalle"), "");
+        for (std::sregex_iterator i(texto.begin(), texto.end(), declaracion), fin; i != fin; ++i) {
+            ++funciones;
+            EXPECT_NE(pruebas.find("::" + (*i)[1].str() + "("), std::string::npos)
+                << (*i)[1] << " of " << entrada.path().filename() << " is called by no test";
+        }
+    }
+    EXPECT_GT(funciones, 130u);
+}
+
+}  // namespace

@@ -1,0 +1,165 @@
+// Lists, trees, file sets, the enumerator, file-name records.
+#include <stdexcept>
+
+#include "hpp/apoyo.hpp"
+
+namespace {
+
+using namespace lumodir;
+using textos = std::vector<std::wstring>;
+using textos_a = std::vector<std::string>;
+
+class listas : public hpp::prueba_de_disco {
+protected:
+    listas() {
+        fichero(L"b.txt");
+        fichero(L"a.txt");
+        fichero(L"c.dat");
+        fichero(L"sub\\ñ.txt");
+        hpp::fs::create_directory(base / L"vacio.old");
+    }
+};
+
+template <class L>
+textos_a nombres_de(const L& registros) {
+    textos_a nombres;
+    for (const Fichsdir& registro : registros) {
+        nombres.emplace_back(fichsdir::nombre_fichero(registro));
+    }
+    std::sort(nombres.begin(), nombres.end());
+    return nombres;
+}
+
+TEST_F(listas, de_un_directorio) {
+    const lista_ficheros txt = cdir::lista_de_ficheros(base, L"txt");
+    EXPECT_EQ(txt.path(), base.wstring());
+    EXPECT_EQ(txt.vector(), (textos{L"a.txt", L"b.txt"}));
+    EXPECT_EQ(hpp::todos(txt), txt.vector());
+    EXPECT_EQ(txt[1], L"b.txt");
+    EXPECT_EQ(txt.rutas(), (std::vector<hpp::fs::path>{base / L"a.txt", base / L"b.txt"}));
+    EXPECT_EQ(cdir::lista_de_ficheros(base).size(), 3u);
+    EXPECT_TRUE(cdir::lista_de_ficheros(base / L"vacio.old").empty());
+    EXPECT_EQ(cdir::lista_de_ficherosFiltro(base, L"txt", L"a*").vector(), textos{L"a.txt"});
+    EXPECT_EQ(cdir::lista_de_ficherosFiltro_en_unidad(base.root_name(),
+                                                      L"\\" + base.relative_path().wstring(), L"dat", L"*")
+                  .vector(),
+              textos{L"c.dat"});
+    EXPECT_EQ(cdir::lista_de_ficheros_en_path_filtro(base / L"*.dat").vector(), textos{L"c.dat"});
+    EXPECT_EQ(cdir::lista_de_directorios(base).vector(), (textos{L"sub", L"vacio.old"}));
+    lista_ficheros movida = cdir::lista_de_ficheros(base);
+    const lista_ficheros otra = std::move(movida);
+    EXPECT_EQ(movida.size(), 0u);  // NOLINT
+    EXPECT_EQ(otra.size(), 3u);
+    EXPECT_TRUE(lumodir::existenFicheros(base));
+    EXPECT_TRUE(lumodir::existenSubdirectorios(base));
+    EXPECT_FALSE(lumodir::existenSubdirectorios(base / L"sub"));
+    EXPECT_EQ(lumodir::lista_de_fichero(base / L"*").vector(), (textos{L"a.txt", L"b.txt", L"c.dat"}));
+    EXPECT_EQ(lumodir::lista_de_fichero(base / L"*", {L"dat", L"bak"}).vector(), textos{L"c.dat"});
+}
+
+TEST_F(listas, de_un_arbol) {
+    const arbol con_txt = lumodir::lista_de_ficheros_en_directorio_y_subdirectorios(base, L"txt");
+    ASSERT_EQ(con_txt.size(), 2u);
+    EXPECT_EQ(con_txt[0].path(), base.wstring());
+    EXPECT_EQ(con_txt[0].vector(), (textos{L"a.txt", L"b.txt"}));
+    EXPECT_EQ(con_txt[1].rutas(), std::vector<hpp::fs::path>{base / L"sub\\ñ.txt"});
+    const arbol todo = lumodir::lista_de_ficheros_y_directorios_recursivamente(base);
+    std::size_t ficheros = 0;
+    for (const auto& directorio : todo) {
+        ficheros += directorio.size();
+    }
+    EXPECT_EQ(todo.size(), 3u);
+    EXPECT_EQ(ficheros, 4u);
+    EXPECT_TRUE(lumodir::lista_de_ficheros_en_directorio_y_subdirectorios(base / L"vacio.old").empty());
+}
+
+TEST_F(listas, de_registros) {
+    timefich::asignar_fecha_fichero_UTC(base / L"a.txt", 1700000000);
+    lumodir::protege_fichero(base / L"a.txt");
+    const auto registros = fichsdir::ficheros(base);
+    EXPECT_EQ(nombres_de(registros), (textos_a{"a.txt", "b.txt", "c.dat"}));
+    const auto ordenados = fichsdir::ficheros_existentes_ordenados(base.string());
+    EXPECT_EQ(fichsdir::nombre_fichero(ordenados[0]), "a.txt");
+    const Fichsdir* a = ordenados.busca("a.txt");
+    ASSERT_NE(a, nullptr);
+    EXPECT_EQ(ordenados.busca("falta"), nullptr);
+    EXPECT_EQ(fichsdir::path_fichero(*a), (base / L"a.txt").wstring());
+    EXPECT_EQ(fichsdir::fecha_fichero(*a), timefich::convierte_timet_UTC_a_timet_local(1700000000));
+    EXPECT_TRUE(fichsdir::fichero_esta_protegido(*a));
+    EXPECT_FALSE(fichsdir::fichero_esta_protegido(*ordenados.busca("b.txt")));
+    lumodir::desprotege_fichero(base / L"a.txt");
+}
+
+TEST_F(listas, de_nombres) {
+    EXPECT_EQ(fichsdir::directorios(base).vector(), (textos{L"sub", L"vacio.old"}));
+    EXPECT_EQ(fichsdir::directorios_sin_extension(base.string()).vector(), textos_a{"sub"});
+    EXPECT_EQ(fichsdir::directorios_sin_ocultos(base).size(), 2u);
+    hpp::fs::create_directory(base / L".git");
+    EXPECT_EQ(fichsdir::directorios_incluyendo_empiezan_por_puntos(base).size(), 3u);
+    EXPECT_EQ(fichsdir::nombres_directorios_cumplen_filtro(base / L"s*").vector(), textos{L"sub"});
+    EXPECT_EQ(fichsdir::nombres_ficheros(base).size(), 3u);
+    EXPECT_EQ(fichsdir::nombres_ficheros_cumplen_filtro(base / L"*.dat").vector(), textos{L"c.dat"});
+    EXPECT_EQ(fichsdir::nombres_ficheros_con_extension(base, L"DAT").vector(), textos{L"c.dat"});
+    EXPECT_EQ(fichsdir::nombres_base_en_mayusculas_ficheros_con_extension(base.string(), "txt").vector(),
+              (textos_a{"A", "B"}));
+    EXPECT_EQ(hpp::todos(fichsdir::nombres_base_en_minusculas_ficheros_con_extension(base.string(), "txt")),
+              (textos_a{"a", "b"}));
+}
+
+TEST_F(listas, se_paran) {
+    int veces = 0;
+    const auto sigue = [&] {
+        ++veces;
+        return false;
+    };
+    const auto ficheros = fichsdir::ficheros_prog(base.string(), sigue);
+    EXPECT_FALSE(ficheros.interrumpido);
+    EXPECT_EQ(nombres_de(ficheros.elementos), (textos_a{"a.txt", "b.txt", "c.dat"}));
+    EXPECT_GE(veces, 5);
+    const auto nada = fichsdir::nombres_ficheros_prog(base.string(), [] { return true; });
+    EXPECT_TRUE(nada.interrumpido);
+    EXPECT_TRUE(nada.elementos.empty());
+    EXPECT_EQ(fichsdir::nombres_ficheros_prog(base.string(), sigue).elementos.size(), 3u);
+    EXPECT_EQ(fichsdir::directorios_prog(base.string(), sigue).elementos.vector(),
+              (textos_a{"sub", "vacio.old"}));
+    EXPECT_THROW(fichsdir::ficheros_prog(base.string(), []() -> bool { throw std::runtime_error("no"); }),
+                 std::runtime_error);
+}
+
+TEST_F(listas, el_enumerador) {
+    dirwin::enumerador entradas(base / L"*.txt");
+    textos nombres;
+    for (WIN32_FIND_DATAW e; entradas.siguiente(e);) {
+        EXPECT_FALSE(dirwin::es_directorio(e));
+        EXPECT_FALSE(dirwin::es_solo_lectura(e));
+        nombres.emplace_back(e.cFileName);
+    }
+    std::sort(nombres.begin(), nombres.end());
+    EXPECT_EQ(nombres, (textos{L"a.txt", L"b.txt"}));
+    WIN32_FIND_DATAW e;
+    EXPECT_FALSE(entradas.siguiente(e));
+    EXPECT_TRUE(dirwin::cumple_filtro("readme.txt", "read*"));
+    EXPECT_FALSE(dirwin::cumple_filtro("readme.txt", "x*"));
+}
+
+class nombres : public hpp::prueba {};
+
+TEST_F(nombres, registros) {
+    nomsfich::registro uno("Informe.Final.DOC");
+    EXPECT_EQ(uno.nombre_base_fichero(), "informe.final");
+    EXPECT_EQ(uno.extension_fichero(), "doc");
+    EXPECT_EQ(uno.nombre_fichero(), "informe.final.doc");
+    const nomsfich::registro otro = uno.cambia_extension("PDF");
+    EXPECT_TRUE(otro == nomsfich::registro("informe.final", "pdf"));
+    EXPECT_TRUE(otro != uno);
+    EXPECT_TRUE(uno < otro);
+    EXPECT_LT(uno.compara(otro), 0);
+    EXPECT_TRUE(uno.copia() == uno);
+    const nomsfich::registro movido = std::move(uno);
+    EXPECT_EQ(movido.extension_fichero(), "doc");
+    EXPECT_TRUE(nomsfich::misma_extension("a", "a"));
+    EXPECT_FALSE(nomsfich::mismo_nombre_base("a", "A"));
+    EXPECT_EQ(nomsfich::nombre_base_path_completo("C:\\Dir\\Photo.PNG"), "photo");
+}
+
+}  // namespace
