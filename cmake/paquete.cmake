@@ -29,7 +29,7 @@ foreach(pagina README.md CHANGELOG.md CONTRIBUTING.md)
   file(CONFIGURE OUTPUT ${generados}/${pagina} CONTENT "${texto}" @ONLY NEWLINE_STYLE LF)
   install(FILES ${generados}/${pagina} DESTINATION docs)
 endforeach()
-install(DIRECTORY examples DESTINATION . OPTIONAL)
+install(DIRECTORY examples DESTINATION .)
 # Made by tools/docs, when it has been run.
 install(DIRECTORY build/docs/html DESTINATION docs OPTIONAL)
 

@@ -16,18 +16,21 @@ endif()
 
 set(_lumodir_importacion "${_lumodir_raiz}/lib/liblumodir.dll.a")
 if(MSVC)
-  # Its linker wants an import library of its own kind; it makes one of the list of exports, once per build folder.
-  set(_lumodir_importacion "${CMAKE_BINARY_DIR}/lumodir.lib")
-  if(NOT EXISTS "${_lumodir_importacion}" OR
-     "${_lumodir_raiz}/lib/lumodir.def" IS_NEWER_THAN "${_lumodir_importacion}")
-    execute_process(
-      COMMAND "${CMAKE_AR}" /nologo /machine:x64 "/def:${_lumodir_raiz}/lib/lumodir.def"
-              "/out:${_lumodir_importacion}"
-      RESULT_VARIABLE _lumodir_resultado OUTPUT_VARIABLE _lumodir_salida ERROR_VARIABLE _lumodir_salida)
-    if(NOT _lumodir_resultado EQUAL 0)
-      set(lumodir_FOUND FALSE)
-      set(lumodir_NOT_FOUND_MESSAGE "no import library could be made of lumodir.def: ${_lumodir_salida}")
-      return()
+  # Its linker wants an import library of its own kind: that of a package which MSVC made, or one made here of the
+  # list of exports, once per build folder.
+  set(_lumodir_importacion "${_lumodir_raiz}/lib/lumodir.lib")
+  set(_lumodir_def "${_lumodir_raiz}/lib/lumodir.def")
+  if(NOT EXISTS "${_lumodir_importacion}")
+    set(_lumodir_importacion "${CMAKE_BINARY_DIR}/lumodir.lib")
+    if("${_lumodir_def}" IS_NEWER_THAN "${_lumodir_importacion}")
+      execute_process(
+        COMMAND "${CMAKE_AR}" /nologo /machine:x64 "/def:${_lumodir_def}" "/out:${_lumodir_importacion}"
+        RESULT_VARIABLE _lumodir_resultado OUTPUT_VARIABLE _lumodir_salida ERROR_VARIABLE _lumodir_salida)
+      if(NOT _lumodir_resultado EQUAL 0)
+        set(lumodir_FOUND FALSE)
+        set(lumodir_NOT_FOUND_MESSAGE "no import library could be made of lumodir.def: ${_lumodir_salida}")
+        return()
+      endif()
     endif()
   endif()
 endif()
