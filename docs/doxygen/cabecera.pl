@@ -13,7 +13,8 @@ my ($en_grupo, $en_titulo, $en_comentario, $en_lista, $falta_breve) = (0, 0, 0, 
 
 sub literal {
     my ($texto) = @_;
-    $texto =~ s/([\\%<>&#*"])/\\$1/g;
+    $texto =~ s/([\\%<>&#"])/\\$1/g;
+    $texto =~ s/(?<=\s)\*(?=\s)/\\*/g;
     return $texto;
 }
 
@@ -45,7 +46,19 @@ sub comentario {
     return $antes . $principio . join('', @trozos) . ($fin // '');
 }
 
+my $en_ejemplo = 0;
 while (my $linea = <>) {
+    # A page gets its table of contents, which elsewhere would show as a word in brackets.
+    if ($ARGV =~ /\.md$/) {
+        print $linea, $. == 1 ? "\n[TOC]\n" : '';
+        next;
+    }
+    $en_ejemplo = 1 if $linea =~ /\@code/;
+    $en_ejemplo = 0 if $linea =~ /\@endcode/;
+    if ($en_ejemplo) {
+        print $linea;
+        next;
+    }
     chomp $linea;
     $linea =~ s/\r$//;
     my $cierra = $en_grupo ? '/** @} */ ' : '';
