@@ -69,6 +69,9 @@ void ayuda_general(corriente& donde) {
     }
     donde.linea().linea(di("Options of every command"), estilo::titulo);
     i_opciones(donde, {opciones_generales});
+    donde.linea().linea(di("Standard input"), estilo::titulo);
+    donde.escribe("  ").linea(
+        di("a single - for PATH..., FILE..., DIR... or NAME... reads them there, one a line"));
     donde.linea().linea(di("Languages"), estilo::titulo);
     donde.escribe("  ").linea(nombres_de_idiomas());
     i_codigos(donde);

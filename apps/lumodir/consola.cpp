@@ -56,7 +56,8 @@ corriente::corriente(unsigned long cual)
     CONSOLE_SCREEN_BUFFER_INFO pantalla;
     if (consola_ && GetConsoleScreenBufferInfo(asa_, &pantalla)) {
         atributos_ = pantalla.wAttributes;
-        con_color_ = std::getenv("NO_COLOR") == nullptr;
+        const char* sin_color = std::getenv("NO_COLOR");
+        con_color_ = sin_color == nullptr || *sin_color == '\0';
     }
 }
 
