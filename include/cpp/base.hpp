@@ -157,6 +157,11 @@ public:
     /** Gives up the string: the caller frees it, with the library's function. */
     C* suelta() noexcept { return std::exchange(texto_, nullptr); }
 
+    // Of two owners by itself: C++20 would find the next two equally good, each way round.
+    friend bool operator==(const basic_cadena& a, const basic_cadena& b) noexcept {
+        return a.vista() == b.vista();
+    }
+    friend bool operator!=(const basic_cadena& a, const basic_cadena& b) noexcept { return !(a == b); }
     friend bool operator==(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
         return a.vista() == b;
     }

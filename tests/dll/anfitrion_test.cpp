@@ -10,6 +10,7 @@
 #include "companions/lumospy.h"
 #include "companions/msglocal.h"
 #include "companions/widestr.h"
+#include "lumodir.hpp"
 
 namespace {
 
@@ -62,4 +63,16 @@ TEST(anfitrion, el_idioma_de_partida_es_el_de_windows) {
         }
     }
     GTEST_SKIP() << "no row for the display language " << de_windows;
+}
+
+TEST(anfitrion, la_cara_de_cpp_vale_tambien_en_cpp20) {
+    // Where a comparison is also tried the other way round. The rest of it is tested in C++17 (tests/hpp).
+    static_assert(__cplusplus > 201703L);
+    const lumodir::cadena a = lumodir::cdir::nombre_base_fichero(L"C:\\a\\b.txt");
+    const lumodir::cadena b = lumodir::cdir::nombre_base_fichero(L"b.dat");
+    EXPECT_TRUE(a == b);
+    EXPECT_TRUE(a != lumodir::cdir::extension_fichero(L"b.dat"));
+    EXPECT_TRUE(a == L"b");
+    EXPECT_TRUE(a != std::wstring(L"c"));
+    EXPECT_TRUE(lumodir::nomsfich::registro("A.b") == lumodir::nomsfich::registro("a", "B"));
 }

@@ -37,6 +37,9 @@ TEST_F(base, una_cadena_se_mueve_y_se_libera_una_vez) {
         b = std::move(a);
         EXPECT_EQ(b, L"dos");
         EXPECT_EQ(b.texto(), std::wstring(L"dos"));
+        EXPECT_TRUE(b == nueva(L"dos"));
+        EXPECT_TRUE(b != nueva(L"tres"));
+        EXPECT_TRUE(b != std::wstring(L"tres"));
         EXPECT_EQ(b.ruta(), std::filesystem::path(L"dos"));
         wchar_t* suelta = b.suelta();
         EXPECT_TRUE(b.empty());
