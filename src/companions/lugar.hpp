@@ -59,6 +59,7 @@ inline constexpr modulo modulos[] = {
     {"dirwin", etiqueta_dirwin},
     {"fichsdir", etiqueta_fichsdir},
     {"fichsdir_registros", etiqueta_fichsdir},
+    {"filtro_extension", etiqueta_lumodir},
     {"listas_ficheros", etiqueta_lumodir},
     {"listas_arbol", etiqueta_lumodir},
     // files

@@ -4,7 +4,7 @@
 // Promises: no allocation, no recursion, one look at each character.
 // Cannot promise: what the system's own wildcards do. The rules are looser on purpose (a filter without a point
 // ignores the name's extension) and the two flavours differ: see `i_cola_comparada`.
-// Checked by tests/listings/filtro_test.cpp against a naive model over all short names and filters.
+// Checked by tests/listings/filtro_test.cpp against a naive model over all short names and filters, and by fuzzing.
 #pragma once
 
 #include "companions/texto.hpp"

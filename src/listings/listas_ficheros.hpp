@@ -10,28 +10,12 @@
 #include "cdir_listas.h"
 #include "companions/unicode.hpp"
 #include "listings/dirwin.hpp"
+#include "listings/filtro_extension.hpp"
 
 namespace lumodir {
 
 template <class C>
 using lista_ficheros = std::conditional_t<std::is_same_v<C, wchar_t>, ListaFicheros_u, ListaFicheros>;
-
-// The extension that a file must have: NULL, or beginning with `*`, accepts all; `?` stands for one character.
-class filtro_extension {
-public:
-    explicit filtro_extension(vista_w extension) noexcept
-        : extension_(extension),
-          admite_todos_(extension.data() == nullptr || (!extension.empty() && extension.front() == L'*')) {}
-
-    bool admite(vista_w nombre) const;
-    bool admite(vista_a nombre) const;
-
-private:
-    bool i_admite_extension(vista_w nombre) const;
-
-    vista_w extension_;
-    bool admite_todos_;
-};
 
 // Names on their way into a list.
 template <class C>

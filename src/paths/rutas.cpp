@@ -71,9 +71,10 @@ objeto<ArrCADENA_u> i_directorios_del_path() {
 
 namespace {
 
+// Each one that is missing is reported.
 template <class... V>
 bool i_hay_directorios(V... directorios) {
-    return (i_comprueba(directorios != nullptr, "(directorio) != NULL") & ...);
+    return (0 + ... + (i_comprueba(directorios != nullptr, "(directorio) != NULL") ? 0 : 1)) == 0;
 }
 
 template <class C>
