@@ -1,60 +1,12 @@
-// The enumerator's own filter, exhaustively against a naive model of its rules.
+// The filters of listings, exhaustively against naive models of their rules.
 #include "listings/filtro.hpp"
 #include "apoyo/apoyo.hpp"
+#include "listings/filtro_extension.hpp"
+#include "modelos/filtro.hpp"
 
 using namespace apoyo;
 
 namespace {
-
-// The model: plain strings, one flavour as an argument, every way of splitting tried.
-bool casan(const std::string& texto, const std::string& patron) {
-    bool bien = texto.size() == patron.size();
-    for (std::size_t i = 0; bien && i < texto.size(); ++i) {
-        bien = patron[i] == '?' || patron[i] == texto[i];
-    }
-    return bien;
-}
-
-bool modelo_pieza(const std::string& texto, const std::string& patron, bool ancha) {
-    const std::size_t k = patron.find('*');
-    if (k == std::string::npos) {
-        return casan(texto, patron);
-    }
-    std::string cola = patron.substr(k + 1);
-    const std::string principio = patron.substr(0, k);
-    if (ancha && !cola.empty()) {
-        cola.erase(0, 1);
-    }
-    if (texto.size() < k || !casan(texto.substr(0, k), principio)) {
-        return false;
-    }
-    for (std::size_t m = k; m <= texto.size(); ++m) {
-        if (casan(texto.substr(m), cola)) {
-            return true;
-        }
-    }
-    return cola.empty();
-}
-
-std::pair<std::string, std::string> modelo_parte(const std::string& nombre) {
-    std::string base = nombre;
-    std::string extension;
-    while (base.find('.') != std::string::npos) {
-        extension.insert(0, 1, base.back());
-        base.pop_back();
-        if (extension[0] == '.') {
-            return {base, extension.substr(1)};
-        }
-    }
-    return {nombre, ""};
-}
-
-bool modelo(const std::string& nombre, const std::string& filtro, bool ancha) {
-    const auto [base, extension] = modelo_parte(nombre);
-    const auto [filtro_base, filtro_extension] = modelo_parte(filtro);
-    return modelo_pieza(base, filtro_base, ancha) &&
-           (filtro_extension.empty() || modelo_pieza(extension, filtro_extension, ancha));
-}
 
 std::vector<std::string> todas(const std::string& alfabeto, std::size_t longitud_maxima) {
     std::vector<std::string> textos{""};
@@ -88,9 +40,10 @@ TEST(filtro, coincide_con_el_modelo_en_todos_los_nombres_cortos) {
             const bool ancha = lumodir::i_cumple_filtro<wchar_t>(nombres_w[i], filtro_w);
             aceptados[0] += corta;
             aceptados[1] += ancha;
-            ASSERT_EQ(corta, modelo(nombres[i], filtro, false))
+            ASSERT_EQ(corta, modelos::cumple_filtro(nombres[i], filtro, false))
                 << nombres[i] << " by " << filtro << ", 8-bit";
-            ASSERT_EQ(ancha, modelo(nombres[i], filtro, true)) << nombres[i] << " by " << filtro << ", wide";
+            ASSERT_EQ(ancha, modelos::cumple_filtro(nombres[i], filtro, true))
+                << nombres[i] << " by " << filtro << ", wide";
         }
     }
     EXPECT_GT(aceptados[1], aceptados[0]) << "the wide flavour compares one unit less after the *";
@@ -157,4 +110,46 @@ TEST(filtro, un_interrogante_es_una_unidad_utf16) {
     EXPECT_TRUE(lumodir::i_cumple_filtro<wchar_t>(L"\xD83D", L"?"));
     EXPECT_TRUE(lumodir::i_cumple_filtro<wchar_t>(L"\x65E5\x672C.txt", L"\x65E5*.t?t"));
     EXPECT_FALSE(lumodir::i_cumple_filtro<wchar_t>(L"\x672C.txt", L"\x65E5*.t?t"));
+}
+
+TEST(filtro, la_extension_pedida_como_el_modelo_en_todos_los_nombres_cortos) {
+    const std::vector<std::string> nombres = todas("aB. ?*", 4);
+    const std::vector<std::string> extensiones = todas("Ab?* ", 2);
+    std::size_t admitidos = 0;
+    std::size_t informados = 0;
+    for (const std::string& extension : extensiones) {
+        const texto_w extension_w = w(extension);
+        const lumodir::filtro_extension filtro{lumodir::vista_w(extension_w)};
+        for (const std::string& nombre : nombres) {
+            const texto_w nombre_w = w(nombre);
+            const modelos::admision esperada = modelos::admite_extension(nombre_w, extension_w);
+            const std::vector<std::string> informes(esperada.informa ? 1 : 0,
+                                                    "widestr_longitud(extFich) > 1");
+            ASSERT_EQ(filtro.admite(lumodir::vista_w(nombre_w)), esperada.admite)
+                << nombre << " by " << extension;
+            ASSERT_EQ(toma_expresiones(), informes) << nombre << " by " << extension;
+            ASSERT_EQ(filtro.admite(lumodir::vista_a(nombre)), esperada.admite)
+                << nombre << " by " << extension;
+            ASSERT_EQ(toma_expresiones(), informes) << nombre << " by " << extension;
+            admitidos += esperada.admite;
+            informados += esperada.informa;
+        }
+    }
+    EXPECT_GT(admitidos, nombres.size());
+    EXPECT_GT(informados, 0u);
+}
+
+TEST(filtro, una_lista_de_extensiones_como_el_modelo) {
+    const std::vector<std::string> extensiones = todas("aB", 2);
+    for (const std::string& una : extensiones) {
+        auto lista = lumodir::objeto<ArrCADENA_u>::crea();
+        lista->anade(lumodir::cadena_w(lumodir::vista_w(w(una))));
+        lista->anade(lumodir::cadena_w(L"bb"));
+        for (const std::string& nombre : todas("Ab.", 5)) {
+            const texto_w nombre_w = w(nombre);
+            ASSERT_EQ(lumodir::i_tiene_extension_de_la_lista(lumodir::vista_w(nombre_w), *lista),
+                      modelos::esta_en_la_lista(nombre_w, {w(una), L"bb"}))
+                << nombre << ", " << una;
+        }
+    }
 }

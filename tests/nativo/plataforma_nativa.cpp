@@ -1,5 +1,6 @@
 // The platform door on Linux, for sanitizers and fuzzers: a machine whose active code page is 1252 and whose user
-// reads English.
+// reads English. Tests may turn its code page into UTF-8, which has bytes that mean nothing, and characters of several
+// bytes.
 #include "companions/plataforma.hpp"
 
 #include <cstdio>
@@ -28,6 +29,82 @@ int i_byte(unsigned long c) noexcept {
         }
     }
     return -1;
+}
+
+// Hands out units or bytes where there is room, and counts them all.
+template <class C>
+class salida {
+public:
+    salida(C* destino, std::size_t sitio) noexcept : destino_(destino), sitio_(sitio) {}
+    void operator<<(unsigned long c) noexcept {
+        if (escritos_ < sitio_) {
+            destino_[escritos_] = static_cast<C>(c);
+        }
+        ++escritos_;
+    }
+    std::size_t cuantos() const noexcept { return escritos_; }
+
+private:
+    C* destino_;
+    std::size_t sitio_;
+    std::size_t escritos_ = 0;
+};
+
+constexpr unsigned utf8 = 65001;
+constexpr unsigned long sin_sentido = 0xFFFD;
+
+// How many bytes a character that begins with this one has; 0 for one that begins nothing.
+std::size_t i_largo_utf8(unsigned char c) noexcept {
+    return c < 0x80 ? 1 : c < 0xC2 ? 0 : c < 0xE0 ? 2 : c < 0xF0 ? 3 : c < 0xF5 ? 4 : 0;
+}
+
+void i_de_utf8(vista_a texto, salida<wchar_t>& unidades) noexcept {
+    constexpr unsigned long minimos[] = {0, 0, 0x80, 0x800, 0x10000};
+    for (std::size_t i = 0; i < texto.size();) {
+        const auto primero = static_cast<unsigned char>(texto[i]);
+        const std::size_t largo = i_largo_utf8(primero);
+        unsigned long c = largo < 2 ? primero : primero & (0xFFu >> (largo + 1));
+        std::size_t k = 1;
+        while (k < largo && i + k < texto.size() && (texto[i + k] & 0xC0) == 0x80) {
+            c = c << 6 | (static_cast<unsigned char>(texto[i + k]) & 0x3Fu);
+            ++k;
+        }
+        const bool entero =
+            largo != 0 && k == largo && c >= minimos[largo] && c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
+        if (!entero) {
+            unidades << sin_sentido;
+            ++i;
+            continue;
+        }
+        i += largo;
+        if (c >= 0x10000) {
+            unidades << (0xD7C0 + (c >> 10));
+            unidades << (0xDC00 + (c & 0x3FF));
+        } else {
+            unidades << c;
+        }
+    }
+}
+
+void i_a_utf8(vista_w texto, salida<char>& bytes) noexcept {
+    for (std::size_t i = 0; i < texto.size(); ++i) {
+        unsigned long c = static_cast<unsigned short>(texto[i]);
+        if (c >= 0xD800 && c <= 0xDFFF) {
+            const bool pareja = c < 0xDC00 && i + 1 < texto.size() && (texto[i + 1] & 0xFC00) == 0xDC00;
+            c = pareja ? 0x10000 + ((c & 0x3FF) << 10) + (static_cast<unsigned long>(texto[++i]) & 0x3FF)
+                       : sin_sentido;
+        }
+        if (c < 0x80) {
+            bytes << c;
+            continue;
+        }
+        constexpr unsigned primeros[] = {0, 0xC0, 0xE0, 0xF0};
+        const int siguientes = c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
+        bytes << (primeros[siguientes] | c >> (6 * siguientes));
+        for (int k = siguientes - 1; k >= 0; --k) {
+            bytes << (0x80 | (c >> (6 * k) & 0x3F));
+        }
+    }
 }
 
 void i_duerme(unsigned long) noexcept {}
@@ -62,27 +139,33 @@ unsigned char i_mayuscula(unsigned char c) noexcept {
 
 }  // namespace
 
+unsigned pagina_de_codigos = 0;
 void (*duerme_ms)(unsigned long) = i_duerme;
 void (*termina_proceso)() noexcept = i_termina;
 
 std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
-    for (std::size_t i = 0; i < texto.size() && i < sitio; ++i) {
-        destino[i] = i_unidad(static_cast<unsigned char>(texto[i]));
+    salida<wchar_t> unidades(destino, sitio);
+    if (pagina_de_codigos == utf8) {
+        i_de_utf8(texto, unidades);
+    } else {
+        for (const char c : texto) {
+            unidades << i_unidad(static_cast<unsigned char>(c));
+        }
     }
-    return texto.size();
+    return unidades.cuantos();
 }
 
 std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexcept {
-    std::size_t escritos = 0;
-    for (std::size_t i = 0; i < texto.size(); ++i) {
-        const unsigned long c = static_cast<unsigned short>(texto[i]);
-        const int byte = i_byte(c);
-        if (escritos < sitio) {
-            destino[escritos] = byte < 0 ? '?' : static_cast<char>(byte);
+    salida<char> bytes(destino, sitio);
+    if (pagina_de_codigos == utf8) {
+        i_a_utf8(texto, bytes);
+    } else {
+        for (const wchar_t c : texto) {
+            const int byte = i_byte(static_cast<unsigned short>(c));
+            bytes << static_cast<unsigned long>(byte < 0 ? '?' : byte);
         }
-        ++escritos;
     }
-    return escritos;
+    return bytes.cuantos();
 }
 
 void minusculas_ansi(char* texto, std::size_t longitud) noexcept {

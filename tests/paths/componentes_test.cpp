@@ -6,8 +6,8 @@
 #include "cdir.h"
 #include "companions/cadena.hpp"
 #include "lumodir.h"
+#include "modelos/componentes.hpp"
 #include "paths/componentes.hpp"
-#include "paths/path_correcto.hpp"
 
 using namespace apoyo;
 using lumodir::cadena_w;
@@ -602,150 +602,55 @@ void con_cada_texto(const std::string& alfabeto, std::size_t longitud, Accion ac
     }
 }
 
-struct modelo {
-    std::string unidad, dir, nombre, ext;
-    std::vector<std::string> informes;
-};
-
-std::string sin_blancos_finales(std::string texto) {
-    while (!texto.empty() && texto.back() == ' ') {
-        texto.pop_back();
+// Every function of one flavour against the model.
+template <class C>
+void compara_con_modelo(const std::string& ruta) {
+    using T = modelos::texto<C>;
+    constexpr bool ancha = sizeof(C) > 1;
+    T texto;
+    if constexpr (ancha) {
+        texto = w(ruta);
+    } else {
+        texto = ruta;
     }
-    return texto;
-}
-
-std::vector<std::string> trozos_entre(const std::string& texto, const std::string& separadores) {
-    std::vector<std::string> trozos(1);
-    for (const char c : texto) {
-        if (separadores.find(c) == std::string::npos) {
-            trozos.back().push_back(c);
-        } else if (!trozos.back().empty()) {
-            trozos.emplace_back();
-        }
-    }
-    if (trozos.back().empty()) {
-        trozos.pop_back();
-    }
-    return trozos;
-}
-
-modelo divide(const std::string& ruta, bool ancha) {
-    modelo m;
-    std::string resto = sin_blancos_finales(ruta);
-    unsigned short es_unc = 0;
-    if (lumodir::i_path_correcto_con_comodines(resto, &es_unc) != 1) {
-        m.informes.push_back("pathCorrecto == CIERTO");
-    }
-    if (resto.size() > 1 && resto[1] == ':') {
-        m.unidad = resto.substr(0, 2);
-        resto = resto.substr(2);
-    }
-    const std::size_t barra = resto.find_last_of("\\/");
-    if (barra != std::string::npos) {
-        m.dir = resto.substr(0, barra + 1);
-        resto = resto.substr(barra + 1);
-    }
-    const std::size_t punto = resto.rfind('.');
-    m.nombre = resto.substr(0, punto);
-    m.ext = punto == std::string::npos ? "" : resto.substr(punto);
-    if (m.nombre.empty()) {
-        m.nombre.swap(m.ext);
-    }
-    if (es_unc == 0) {
-        return m;
-    }
-    std::vector<std::string> maquinas = trozos_entre(m.dir, "\\");
-    const std::vector<std::string> recursos = trozos_entre(m.dir, "\\/");
-    if (m.unidad.empty() && m.dir == "\\\\") {  // a server alone
-        maquinas = {m.nombre + m.ext};
-        m.nombre = m.ext = m.dir = "";
-    }
-    if (maquinas.empty()) {
-        m.informes.push_back(ancha ? "maquina!=NULL" : "(maquina) != NULL");
-    }
-    const bool hay_recurso = recursos.size() > 1;
-    if (!hay_recurso && !ancha) {
-        m.informes.push_back("(recurso) != NULL");
-    }
-    m.unidad = "\\\\" + (maquinas.empty() ? "" : maquinas[0]);
-    if (hay_recurso || !ancha) {
-        m.unidad += "\\" + (hay_recurso ? recursos[1] : "");
-    }
-    const std::size_t donde = m.dir.find(m.unidad);
-    if (donde != std::string::npos) {
-        m.dir.erase(donde, m.unidad.size());
-    }
-    return m;
-}
-
-std::string compone(const modelo& m, std::string ext) {
-    const auto con_barra = [](std::string texto) {
-        return texto.empty() || texto.back() == '\\' || texto.back() == '/' ? texto : texto + "\\";
-    };
-    std::string nombre = sin_blancos_finales(m.nombre);
-    ext = ext.empty() || ext[0] == '.' ? ext : "." + ext;
-    if (m.unidad.size() > 2 && m.unidad.substr(0, 2) == "\\\\") {
-        const bool de_mas = !m.dir.empty() && (m.dir[0] == '\\' || m.dir[0] == '/');
-        nombre = !nombre.empty() && nombre[0] == '\\' ? nombre.substr(1) : nombre;
-        return con_barra(con_barra(m.unidad) + m.dir.substr(de_mas ? 1 : 0)) + nombre + ext;
-    }
-    const std::string unidad = m.unidad.empty() ? "" : m.unidad.substr(0, 1) + ":";
-    return unidad + con_barra(m.dir) + nombre + ext;
-}
-
-// One flavour of every function against the model.
-struct sabor {
-    bool ancha;
-    std::string (*llama)(const funcion& f, const std::string& ruta);
-};
-
-void compara_con_modelo(const sabor& s, const std::string& ruta) {
-    const modelo m = divide(ruta, s.ancha);
-    const auto espera_de = [&](const funcion& f, const std::string& resultado,
+    const modelos::corte<T> c = modelos::corta_con_comodines(texto);
+    const auto espera_de = [&](const funcion& f, const T& resultado,
                                const std::vector<std::string>& informes) {
-        const std::string dado = s.llama(f, ruta);
+        T dado;
+        if constexpr (ancha) {
+            dado = cadena_w::adopta(f.ancha(texto.c_str())).ver();
+        } else {
+            dado = lumodir::cadena_a::adopta(f.estrecha(texto.c_str())).ver();
+        }
         const std::vector<std::string> comunicado = toma_expresiones();
         if (dado != resultado || comunicado != informes) {
-            ADD_FAILURE() << (s.ancha ? "wide " : "8-bit ") << f.nombre << " of '" << ruta << "': '" << dado
-                          << "', not '" << resultado << "'; reports " << testing::PrintToString(comunicado)
-                          << ", not " << testing::PrintToString(informes);
+            ADD_FAILURE() << (ancha ? "wide " : "8-bit ") << f.nombre << " of '" << ruta << "'; reports "
+                          << testing::PrintToString(comunicado) << ", not "
+                          << testing::PrintToString(informes);
         }
     };
     toma_informes();
-    espera_de(nombre_base, m.nombre, m.informes);
-    espera_de(nombre_y_ext, m.nombre + m.ext, m.informes);
-    espera_de(sin_extension, compone(m, ""), m.informes);
-    espera_de(con_dat, compone(m, "dat"), m.informes);
-
-    std::vector<std::string> de_extension = m.informes;
-    const std::string recortada = sin_blancos_finales(ruta);
-    if (recortada.empty()) {
-        de_extension.insert(de_extension.begin(), "num_caracteres > 0");
-    } else if (recortada.back() == '\\') {
-        de_extension.insert(de_extension.begin(), std::string("path_sin_espacios[num_caracteres - 1] != ") +
-                                                      (s.ancha ? "L" : "") + R"('\\')");
-    }
-    espera_de(extension, m.ext.empty() || m.ext[0] != '.' ? m.ext : m.ext.substr(1), de_extension);
-
-    const std::vector<std::string> vacia(ruta.empty() ? 1 : 0, "num_caracteres > 0");
-    espera_de(directorio, ruta.substr(0, ruta.find_last_of("\\/") + 1), vacia);
-    espera_de(tras_barra, ruta.substr(ruta.rfind('\\') + 1), {});
+    espera_de(nombre_base, c.p.nombre, c.informes);
+    espera_de(nombre_y_ext, c.p.nombre + c.p.extension, c.informes);
+    espera_de(sin_extension, modelos::con_extension(c.p, T()), c.informes);
+    espera_de(con_dat, modelos::con_extension(c.p, modelos::literal<T>("dat")), c.informes);
+    espera_de(extension, modelos::extension_sin_punto(c.p),
+              modelos::informes_de_extension(texto, c.informes));
+    espera_de(directorio, modelos::directorio_de(texto),
+              std::vector<std::string>(ruta.empty() ? 1 : 0, "num_caracteres > 0"));
+    espera_de(tras_barra, modelos::tras_ultima_barra(texto), {});
 }
 
 }  // namespace
 
 TEST(componentes, cada_texto_corto_como_el_modelo) {
-    const sabor ancho = {
-        true, [](const funcion& f, const std::string& ruta) { return toma(f.ancha(w(ruta).c_str())); }};
-    const sabor estrecho = {
-        false, [](const funcion& f, const std::string& ruta) { return toma(f.estrecha(ruta.c_str())); }};
     con_cada_texto("a.\\/:? ", longitud_exhaustiva, [&](const std::string& ruta) {
-        compara_con_modelo(ancho, ruta);
-        compara_con_modelo(estrecho, ruta);
+        compara_con_modelo<wchar_t>(ruta);
+        compara_con_modelo<char>(ruta);
     });
     // Shares need more room than that.
     con_cada_texto("a.\\/", longitud_exhaustiva, [&](const std::string& resto) {
-        compara_con_modelo(ancho, "\\\\s" + resto);
-        compara_con_modelo(estrecho, "\\\\s" + resto);
+        compara_con_modelo<wchar_t>("\\\\s" + resto);
+        compara_con_modelo<char>("\\\\s" + resto);
     });
 }

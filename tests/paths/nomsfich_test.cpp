@@ -5,24 +5,17 @@
 #include <algorithm>
 
 #include "apoyo/apoyo.hpp"
+#include "modelos/nomsfich.hpp"
 
 using namespace apoyo;
+using modelos::caracter_malo;
+using modelos::partes;
+using modelos::prohibidos;
+using modelos::signo;
+using modelos::sin_cadena;
+using modelos::sin_nombre;
 
 namespace {
-
-const std::string caracter_malo =
-    R"(c >= ' ' && c != '<' && c != '>' && c != ':' && c != '\"' && c != '|' && c != '\\' && c != '/' )"
-    R"(&& c != '*' && c != '?')";
-const std::string sin_nombre = "lmstdc_strlen(nombre_base) > 0";
-const std::string sin_cadena = "(cadena) != NULL";
-const std::string prohibidos = "<>:\"|\\/*?";
-
-struct partes {
-    std::string base;
-    std::string extension;
-    friend bool operator==(const partes&, const partes&) = default;
-    friend void PrintTo(const partes& p, std::ostream* salida) { *salida << p.base << "|" << p.extension; }
-};
 
 // The parts in UTF-8; the record is destroyed as a host does.
 partes toma_partes(Nomsfich* registro) {
@@ -313,66 +306,13 @@ std::vector<std::string> textos_cortos(const std::string& alfabeto, std::size_t 
     return textos;
 }
 
-std::string minusculas(std::string texto) {
-    for (char& c : texto) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-    }
-    return texto;
-}
-
-// Cutting off what stands before the first point, again and again.
-partes modelo_crea(const std::string& nombre) {
-    std::string extension = nombre;
-    if (extension.find('.') == std::string::npos) {
-        return {minusculas(nombre), ""};
-    }
-    while (extension.find('.') != std::string::npos) {
-        extension = extension.substr(extension.find('.') + 1);
-    }
-    const std::string base = nombre.substr(0, nombre.size() - extension.size() - 1);
-    while (!extension.empty() && extension.back() == ' ') {
-        extension.pop_back();
-    }
-    return {minusculas(base), minusculas(extension)};
-}
-
-std::size_t malos_de(const std::string& texto) {
-    std::size_t malos = 0;
-    bool alguno = false;
-    for (const char c : texto) {
-        alguno = alguno || prohibidos.find(c) != std::string::npos;
-        malos += prohibidos.find(c) != std::string::npos || (c > 0 && c < 32) ? 1 : 0;
-    }
-    return alguno ? malos : 0;
-}
-
-int signo(int valor) {
-    return valor < 0 ? -1 : valor > 0 ? 1 : 0;
-}
-
-// Byte by byte, unsigned, the shorter first.
-int modelo_orden(const std::string& a, const std::string& b) {
-    for (std::size_t i = 0; i < a.size() && i < b.size(); ++i) {
-        const auto x = static_cast<unsigned char>(a[i]);
-        const auto y = static_cast<unsigned char>(b[i]);
-        if (x != y) {
-            return x < y ? -1 : 1;
-        }
-    }
-    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
-}
-
 }  // namespace
 
 TEST(nomsfich, cada_nombre_corto_como_el_modelo) {
     for (const std::string& nombre : textos_cortos("aB. ?\t", 5)) {
         Nomsfich* registro = nomsfich_crea(nombre.c_str());
-        const partes esperadas = modelo_crea(nombre);
-        std::vector<std::string> informes = copias(esperadas.base.empty() ? 1 : 0, sin_nombre);
-        for (std::size_t i = malos_de(esperadas.base) + malos_de(esperadas.extension); i > 0; --i) {
-            informes.push_back(caracter_malo);
-        }
-        ASSERT_EQ(toma_expresiones(), informes) << "'" << nombre << "'";
+        const partes esperadas = modelos::crea_nomsfich(nombre);
+        ASSERT_EQ(toma_expresiones(), modelos::informes_de(esperadas)) << "'" << nombre << "'";
         // The whole name gives the same record again.
         char* entero = nomsfich_nombre_fichero(registro);
         ASSERT_EQ(std::string(entero),
@@ -393,8 +333,7 @@ TEST(nomsfich, orden_e_igualdad_como_el_modelo) {
         for (const Nomsfich* y : registros) {
             const std::string nombres = std::string(x->nombre_base) + "." + x->extension + " and " +
                                         y->nombre_base + "." + y->extension;
-            const int por_base = modelo_orden(x->nombre_base, y->nombre_base);
-            const int orden = por_base != 0 ? por_base : modelo_orden(x->extension, y->extension);
+            const int orden = modelos::orden({x->nombre_base, x->extension}, {y->nombre_base, y->extension});
             ASSERT_EQ(signo(nomsfich_compara(x, y)), orden) << nombres;
             ASSERT_EQ(signo(nomsfich_compara(y, x)), -orden) << nombres;
             ASSERT_EQ(nomsfich_iguales(x, y), orden == 0 ? 1 : 0) << nombres;

@@ -3,6 +3,7 @@
 #include "apoyo/apoyo.hpp"
 #include "cdir.h"
 #include "companions/cadena.hpp"
+#include "modelos/abreviada.hpp"
 
 using namespace apoyo;
 using lumodir::vista_w;
@@ -154,98 +155,24 @@ TEST(ruta_abreviada, textos_largos_y_sustitutos_sueltos) {
 
 namespace {
 
-std::vector<std::string> g_informes_modelo;
-
-void exige(bool condicion, const char* expresion) {
-    if (!condicion) {
-        g_informes_modelo.push_back(expresion);
-    }
-}
-
-std::vector<std::string> componentes_de(std::string resto) {
-    std::vector<std::string> componentes;
-    for (;;) {
-        if (!resto.empty() && (resto[0] == '\\' || resto[0] == '/')) {
-            resto.erase(0, 1);
-        }
-        const char corte = resto.find('\\') != std::string::npos ? '\\' : '/';
-        const std::string componente = resto.substr(0, resto.find(corte));
-        if (componente.empty()) {
-            return componentes;
-        }
-        componentes.push_back(componente);
-        resto.erase(0, componente.size());
-    }
-}
-
-std::string modelo_directorio(const std::string& directorio, long D, long E) {
-    const long T = D - E;
-    exige(T > 5, "tam_dir_abreviado > 5");
-    exige(T < D, "tam_dir_abreviado < tam_dir_completo");
-    const long H = std::max(0L, (T - 3) / 2);
-    const long cola = std::max(0L, T - 3 - H);
-    const std::vector<std::string> componentes = componentes_de(directorio);
-    std::string resultado = "\\";
-    long P = 1;
-    bool reemplazado = false;
-    for (const std::string& c : componentes) {
-        const long n = static_cast<long>(c.size());
-        if (P + n + 1 <= H) {
-            resultado += c + "\\";
-        } else if (n >= E + 3) {
-            resultado = "\\";
-            for (const std::string& otro : componentes) {
-                resultado += (&otro == &c ? "..." : otro) + "\\";
-            }
-            reemplazado = true;
-            break;
-        } else if (!reemplazado) {
-            resultado += "...\\";
-            reemplazado = true;
-        } else if (P > D - cola) {
-            resultado += c + "\\";
-        }
-        P += n + 1;
-    }
-    if (!reemplazado) {
-        resultado += "...\\";
-    }
-    exige(static_cast<long>(resultado.size()) <= T, "widestr_longitud(dir_abreviado) <= tam_dir_abreviado");
-    return resultado;
-}
-
 struct ruta_en_piezas {
     std::string unidad, directorio, nombre, ext;
     std::string blancos;  // after everything
     std::string entera() const { return unidad + directorio + nombre + ext + blancos; }
 };
 
-std::string modelo(const ruta_en_piezas& r, long maximo) {
-    const std::string ruta = r.entera();
-    const long L = static_cast<long>(ruta.size());
-    if (L <= maximo) {
-        return ruta;
-    }
-    const std::string fija = r.unidad + "\\...\\" + r.nombre + r.ext;
-    if (static_cast<long>(fija.size()) >= maximo) {
-        return fija;
-    }
-    const long D = static_cast<long>(r.directorio.size());
-    const long E = L - maximo;
-    if (D <= 5) {
-        return ruta;
-    }
-    return D > E ? r.unidad + modelo_directorio(r.directorio, D, E) + r.nombre + r.ext : fija;
-}
-
 // A path with every maximum from 0 to one beyond its length.
 void compara_con_modelo(const ruta_en_piezas& r) {
     const std::string ruta = r.entera();
+    const texto_w ancha = w(ruta);
+    const modelos::piezas<texto_w> piezas = {w(r.unidad), w(r.directorio), w(r.nombre), w(r.ext)};
     for (std::size_t maximo = 0; maximo <= ruta.size() + 1; ++maximo) {
         const std::string dada = abrevia(ruta, static_cast<unsigned short>(maximo));
-        g_informes_modelo.clear();
-        ASSERT_EQ(dada, modelo(r, static_cast<long>(maximo))) << "'" << ruta << "' to " << maximo;
-        ASSERT_EQ(toma_expresiones(), g_informes_modelo) << "'" << ruta << "' to " << maximo;
+        std::vector<std::string> informes;
+        const texto_w esperada = modelos::abreviada(
+            ancha, static_cast<long>(maximo), [&] { return piezas; }, informes);
+        ASSERT_EQ(dada, u8(vista_w(esperada))) << "'" << ruta << "' to " << maximo;
+        ASSERT_EQ(toma_expresiones(), informes) << "'" << ruta << "' to " << maximo;
     }
 }
 

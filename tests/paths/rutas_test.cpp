@@ -8,6 +8,7 @@
 #include "cdir.h"
 #include "companions/lumospy.h"
 #include "lumodir.h"
+#include "modelos/rutas.hpp"
 #include "paths/path_correcto.hpp"
 #include "paths/split_makepath.hpp"
 
@@ -57,86 +58,6 @@ std::vector<std::string> textos_cortos(const std::string& alfabeto, std::size_t 
         }
     }
     return textos;
-}
-
-// The models follow the rules step by step, with copies.
-bool modelo_acaba_en_separador(const std::string& texto) {
-    return !texto.empty() && (texto.back() == '\\' || texto.back() == '/');
-}
-
-std::string modelo_une(const std::string& a, const std::string& b) {
-    std::string resultado = a;
-    if (!modelo_acaba_en_separador(resultado)) {
-        resultado += "\\";
-    }
-    std::string copia = b;
-    if (copia.substr(0, 1) == "\\") {
-        copia.erase(0, 1);
-    } else if (copia.substr(0, 1) == "/") {
-        copia.erase(0, 1);
-    }
-    return resultado + copia;
-}
-
-std::string modelo_construye_a(const std::string& a, const std::string& b, const std::string& nombre) {
-    std::string resultado = modelo_une(a, b);
-    if (!modelo_acaba_en_separador(resultado)) {
-        resultado += "\\";
-    }
-    return resultado + nombre;
-}
-
-bool blanco(const std::string& texto) {
-    return texto.find_first_not_of(' ') == std::string::npos;
-}
-
-// The drive alone as the exported splitter gives it, warning included.
-std::string unidad_de(const std::string& path) {
-    wchar_t* unidad = nullptr;
-    cdir_splitpath_con_comprobacion_UNICODE(w(path).c_str(), &unidad, nullptr, nullptr, nullptr);
-    return toma(unidad);
-}
-
-bool modelo_absoluta(const std::string& ruta) {
-    return !blanco(unidad_de(ruta)) || ruta.substr(0, 1) == "\\";
-}
-
-std::string modelo_relativa(const std::string& base, const std::string& ruta) {
-    if (blanco(ruta) || blanco(base)) {
-        return ruta;
-    }
-    std::string resultado = ruta;
-    std::string base_de_trabajo = base;
-    const std::string unidad_base = unidad_de(base);
-    std::string sin_punto = ruta;
-    if (sin_punto.back() == '.') {
-        sin_punto.pop_back();
-    }
-    const std::string unidad_ruta = unidad_de(sin_punto);
-    if (blanco(unidad_ruta) && base_de_trabajo.substr(0, unidad_base.size()) == unidad_base) {
-        base_de_trabajo.erase(0, unidad_base.size());
-    }
-    if (ruta.substr(0, base_de_trabajo.size()) == base_de_trabajo) {
-        resultado.erase(0, base_de_trabajo.size());
-        if (resultado.substr(0, 1) == "\\") {
-            resultado.erase(0, 1);
-        }
-    }
-    return resultado;
-}
-
-std::string modelo_absoluta_de(const std::string& base, const std::string& ruta) {
-    if (blanco(ruta)) {
-        return ruta;
-    }
-    if (blanco(base) || modelo_absoluta(ruta)) {
-        return ruta;
-    }
-    std::string resultado = base;
-    if (resultado.back() != '\\') {
-        resultado += "\\";
-    }
-    return resultado + (ruta.substr(0, 2) == ".\\" ? ruta.substr(2) : ruta);
 }
 
 }  // namespace
@@ -214,8 +135,8 @@ TEST(rutas, une_como_el_modelo_con_cada_par_de_textos_cortos) {
     const std::vector<std::string> textos = textos_cortos("a\\/ ", 3);
     for (const std::string& a : textos) {
         for (const std::string& b : textos) {
-            ASSERT_EQ(une_w(a, b), modelo_une(a, b)) << "'" << a << "' and '" << b << "'";
-            ASSERT_EQ(une_a(a, b), modelo_une(a, b)) << "'" << a << "' and '" << b << "'";
+            ASSERT_EQ(une_w(a, b), modelos::une(a, b)) << "'" << a << "' and '" << b << "'";
+            ASSERT_EQ(une_a(a, b), modelos::une(a, b)) << "'" << a << "' and '" << b << "'";
         }
     }
     const std::vector<std::string> muy_cortos = textos_cortos("a\\/", 2);
@@ -223,8 +144,8 @@ TEST(rutas, une_como_el_modelo_con_cada_par_de_textos_cortos) {
         for (const std::string& b : muy_cortos) {
             for (const std::string& nombre : muy_cortos) {
                 SCOPED_TRACE("'" + a + "', '" + b + "' and '" + nombre + "'");
-                ASSERT_EQ(construye_w(a, b, nombre), modelo_une(modelo_une(a, b), nombre));
-                ASSERT_EQ(construye_a(a, b, nombre), modelo_construye_a(a, b, nombre));
+                ASSERT_EQ(construye_w(a, b, nombre), modelos::une(modelos::une(a, b), nombre));
+                ASSERT_EQ(construye_a(a, b, nombre), modelos::construye(a, b, nombre));
             }
         }
     }
@@ -414,25 +335,30 @@ TEST(rutas, convierte_como_el_modelo_con_cada_par_de_textos_cortos) {
         textos.push_back(mas);
     }
     // What is told to the host counts as a part of the answer.
-    const auto con_lo_dicho = [](const std::string& resultado) {
-        std::vector<std::string> todo = toma_avisos();
-        for (const std::string& expresion : toma_expresiones()) {
-            todo.push_back(expresion);
-        }
-        todo.push_back(resultado);
-        return todo;
-    };
-    for (const std::string& ruta : textos) {
-        ASSERT_EQ(con_lo_dicho(std::to_string(absoluta(ruta))),
-                  con_lo_dicho(modelo_absoluta(ruta) ? "1" : "0"))
-            << "'" << ruta << "'";
+    std::vector<texto_w> anchos;
+    for (const std::string& texto : textos) {
+        anchos.push_back(w(texto));
     }
-    for (const std::string& base : textos) {
-        for (const std::string& ruta : textos) {
-            ASSERT_EQ(con_lo_dicho(a_relativa(base, ruta)), con_lo_dicho(modelo_relativa(base, ruta)))
-                << "base '" << base << "', path '" << ruta << "'";
-            ASSERT_EQ(con_lo_dicho(a_absoluta(base, ruta)), con_lo_dicho(modelo_absoluta_de(base, ruta)))
-                << "base '" << base << "', path '" << ruta << "'";
+    const auto espera = [](const std::string& resultado, const texto_w& esperado, const modelos::dicho& d) {
+        EXPECT_EQ(resultado, u8(vista_w(esperado)));
+        EXPECT_EQ(toma_avisos(), d.avisos);
+        EXPECT_EQ(toma_expresiones(), d.informes);
+    };
+    for (std::size_t r = 0; r < textos.size(); ++r) {
+        modelos::dicho d;
+        const bool absoluta_segun_modelo = modelos::es_absoluta(anchos[r], d);
+        espera(std::to_string(absoluta(textos[r])), absoluta_segun_modelo ? L"1" : L"0", d);
+        ASSERT_FALSE(HasFailure()) << "'" << textos[r] << "'";
+    }
+    for (std::size_t b = 0; b < textos.size(); ++b) {
+        for (std::size_t r = 0; r < textos.size(); ++r) {
+            modelos::dicho d;
+            const texto_w relativa = modelos::relativa(anchos[b], anchos[r], d);
+            espera(a_relativa(textos[b], textos[r]), relativa, d);
+            d = {};
+            const texto_w puesta = modelos::absoluta(anchos[b], anchos[r], d);
+            espera(a_absoluta(textos[b], textos[r]), puesta, d);
+            ASSERT_FALSE(HasFailure()) << "base '" << textos[b] << "', path '" << textos[r] << "'";
         }
     }
 }
@@ -534,21 +460,7 @@ TEST(rutas, el_path_como_el_modelo_con_cada_texto_corto) {
     path_del_entorno path;
     for (const std::string& valor : textos_cortos("a; ", 6)) {
         path.pon(valor.empty() ? nullptr : valor.c_str());
-        std::vector<std::string> esperados;
-        std::string pieza;
-        for (const char c : valor + ";") {
-            if (c != ';') {
-                pieza.push_back(c);
-                continue;
-            }
-            if (!pieza.empty()) {
-                const std::size_t primero = pieza.find_first_not_of(' ');
-                esperados.push_back(primero == std::string::npos
-                                        ? ""
-                                        : pieza.substr(primero, pieza.find_last_not_of(' ') - primero + 1));
-            }
-            pieza.clear();
-        }
+        const std::vector<std::string> esperados = modelos::directorios_del_path(valor);
         ASSERT_EQ(directorios_del_path(), esperados) << "'" << valor << "'";
     }
 }

@@ -2,6 +2,7 @@
 #include "system/multicadena.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "modelos/multicadena.hpp"
 
 using namespace apoyo;
 using namespace lumodir;
@@ -11,30 +12,6 @@ namespace {
 std::vector<texto_w> trozos(vista_w texto) {
     std::vector<texto_w> resultado;
     i_para_cada_trozo(texto, [&](vista_w trozo) { resultado.emplace_back(trozo); });
-    return resultado;
-}
-
-// The same rules, unit by unit: a terminator ends a piece; an empty piece ends the list, unless it is the
-// first; the end of the text ends a piece too.
-std::vector<texto_w> modelo(vista_w texto) {
-    std::vector<texto_w> resultado;
-    texto_w trozo;
-    for (std::size_t i = 0; i < texto.size(); ++i) {
-        if (texto[i] != L'\0') {
-            trozo.push_back(texto[i]);
-            continue;
-        }
-        if (trozo.empty() && i > 0) {
-            return resultado;
-        }
-        if (!trozo.empty()) {
-            resultado.push_back(trozo);
-        }
-        trozo.clear();
-    }
-    if (!trozo.empty()) {
-        resultado.push_back(trozo);
-    }
     return resultado;
 }
 
@@ -73,7 +50,7 @@ TEST(multicadena, se_corta_por_terminadores_hasta_el_primer_trozo_vacio) {
             esperados.push_back(w(trozo));
         }
         EXPECT_EQ(trozos(con_terminadores(fila.texto)), esperados) << fila.texto;
-        EXPECT_EQ(modelo(con_terminadores(fila.texto)), esperados) << fila.texto;
+        EXPECT_EQ(modelos::trozos_de_multicadena(con_terminadores(fila.texto)), esperados) << fila.texto;
     }
 }
 
@@ -89,7 +66,7 @@ TEST(multicadena, hace_lo_que_el_modelo_con_todo_texto_corto) {
             for (std::size_t resto = n; texto.size() < longitud; resto /= std::size(alfabeto)) {
                 texto.push_back(alfabeto[resto % std::size(alfabeto)]);
             }
-            ASSERT_EQ(trozos(texto), modelo(texto)) << longitud << ", " << n;
+            ASSERT_EQ(trozos(texto), modelos::trozos_de_multicadena(texto)) << longitud << ", " << n;
         }
     }
 }
