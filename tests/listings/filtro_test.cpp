@@ -49,6 +49,21 @@ TEST(filtro, coincide_con_el_modelo_en_todos_los_nombres_cortos) {
     EXPECT_GT(aceptados[1], aceptados[0]) << "the wide flavour compares one unit less after the *";
 }
 
+TEST(filtro, coincide_con_el_modelo_en_todos_los_textos_cortos) {
+    for (const std::string filtro : {"", "*", "a", "?", "*.*", "*a", "a*", "a*.", "?*?", "*.?", "a?*a.\\"}) {
+        const texto_w filtro_w = w(filtro);
+        for (const std::string& nombre : todas("a.\\/:? *", 5)) {
+            const texto_w nombre_w = w(nombre);
+            ASSERT_EQ(lumodir::i_cumple_filtro<char>(nombre, filtro),
+                      modelos::cumple_filtro(nombre, filtro, false))
+                << nombre << " by " << filtro << ", 8-bit";
+            ASSERT_EQ(lumodir::i_cumple_filtro<wchar_t>(nombre_w, filtro_w),
+                      modelos::cumple_filtro(nombre_w, filtro_w, true))
+                << nombre << " by " << filtro << ", wide";
+        }
+    }
+}
+
 TEST(filtro, reglas_sueltas_y_asimetria_de_los_dos_sabores) {
     struct fila {
         std::string nombre;

@@ -8,6 +8,7 @@
 #include "lumodir.h"
 #include "modelos/componentes.hpp"
 #include "paths/componentes.hpp"
+#include "paths/modelos.hpp"
 
 using namespace apoyo;
 using lumodir::cadena_w;
@@ -575,32 +576,8 @@ TEST(componentes, cada_byte_pasa_por_la_forma_de_8_bits) {
     }
 }
 
-// Every string up to this length over these characters, against a model that follows the rules word by word.
+// Every short text, against a model that follows the rules word by word.
 namespace {
-
-constexpr std::size_t longitud_exhaustiva = 5;
-
-template <class Accion>
-void con_cada_texto(const std::string& alfabeto, std::size_t longitud, Accion accion) {
-    std::string texto;
-    accion(texto);
-    std::vector<std::size_t> cifras;
-    for (std::size_t n = 1; n <= longitud; ++n) {
-        cifras.assign(n, 0);
-        for (bool quedan = true; quedan;) {
-            texto.clear();
-            for (const std::size_t cifra : cifras) {
-                texto.push_back(alfabeto[cifra]);
-            }
-            accion(texto);
-            std::size_t i = 0;
-            while (i < n && ++cifras[i] == alfabeto.size()) {
-                cifras[i++] = 0;
-            }
-            quedan = i < n;
-        }
-    }
-}
 
 // Every function of one flavour against the model.
 template <class C>
@@ -644,12 +621,13 @@ void compara_con_modelo(const std::string& ruta) {
 }  // namespace
 
 TEST(componentes, cada_texto_corto_como_el_modelo) {
-    con_cada_texto("a.\\/:? ", longitud_exhaustiva, [&](const std::string& ruta) {
+    constexpr std::size_t longitud = modelos::longitud_exhaustiva - 1;
+    modelos::para_cada_texto(modelos::alfabeto, longitud, [](const std::string& ruta) {
         compara_con_modelo<wchar_t>(ruta);
         compara_con_modelo<char>(ruta);
     });
     // Shares need more room than that.
-    con_cada_texto("a.\\/", longitud_exhaustiva, [&](const std::string& resto) {
+    modelos::para_cada_texto("a.\\/", modelos::longitud_exhaustiva, [](const std::string& resto) {
         compara_con_modelo<wchar_t>("\\\\s" + resto);
         compara_con_modelo<char>("\\\\s" + resto);
     });

@@ -15,7 +15,7 @@ constexpr std::size_t longitud_exhaustiva = 5;
 #else
 constexpr std::size_t longitud_exhaustiva = 6;
 #endif
-constexpr std::string_view alfabeto = "a.\\/:? ";
+constexpr std::string_view alfabeto = "a.\\/:? *";
 
 // Calls `f` with every text of up to `longitud_maxima` characters of the alphabet, the empty one included, until
 // a check fails; answers how many there were.

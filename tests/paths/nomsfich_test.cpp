@@ -309,7 +309,10 @@ std::vector<std::string> textos_cortos(const std::string& alfabeto, std::size_t 
 }  // namespace
 
 TEST(nomsfich, cada_nombre_corto_como_el_modelo) {
-    for (const std::string& nombre : textos_cortos("aB. ?\t", 5)) {
+    std::vector<std::string> nombres = textos_cortos("aB.\\/:? *", 5);
+    const std::vector<std::string> con_control = textos_cortos("aB. ?\t", 5);
+    nombres.insert(nombres.end(), con_control.begin(), con_control.end());
+    for (const std::string& nombre : nombres) {
         Nomsfich* registro = nomsfich_crea(nombre.c_str());
         const partes esperadas = modelos::crea_nomsfich(nombre);
         ASSERT_EQ(toma_expresiones(), modelos::informes_de(esperadas)) << "'" << nombre << "'";

@@ -4,6 +4,7 @@
 #include "cdir.h"
 #include "companions/cadena.hpp"
 #include "modelos/abreviada.hpp"
+#include "paths/modelos.hpp"
 
 using namespace apoyo;
 using lumodir::vista_w;
@@ -215,4 +216,38 @@ TEST(ruta_abreviada, cada_directorio_pequenyo_con_cada_maximo_como_el_modelo) {
         compara_con_modelo({"", directorio.substr(directorio.size() > 1 ? 1 : 0), "f", ".txt", " "});
     });
     EXPECT_GT(directorios, 3000u);
+}
+
+TEST(ruta_abreviada, cada_texto_corto_con_cada_maximo_como_el_modelo) {
+    modelos::para_cada_texto(
+        modelos::alfabeto, modelos::longitud_exhaustiva - 1, [](const std::string& ruta) {
+            SCOPED_TRACE("'" + ruta + "'");
+            const texto_w ancha = w(ruta);
+            modelos::dicho de_cortar;
+            const modelos::piezas<texto_w> piezas = modelos::corta_comprobado(ancha, de_cortar);
+            for (std::size_t maximo = 0; maximo <= ruta.size(); ++maximo) {
+                std::vector<std::string> informes;
+                const texto_w esperada = modelos::abreviada(
+                    ancha, static_cast<long>(maximo), [&] { return piezas; }, informes);
+                EXPECT_EQ(abrevia(ruta, static_cast<unsigned short>(maximo)), u8(vista_w(esperada)))
+                    << maximo;
+                const bool se_corta = maximo < ruta.size();
+                informes.insert(informes.begin(), de_cortar.informes.begin(),
+                                se_corta ? de_cortar.informes.end() : de_cortar.informes.begin());
+                EXPECT_EQ(toma_expresiones(), informes) << maximo;
+                EXPECT_EQ(toma_avisos(), se_corta ? de_cortar.avisos : std::vector<std::string>()) << maximo;
+            }
+            EXPECT_EQ(toma(cdir_nombre_fichero_abreviado_UNICODE(ancha.c_str())),
+                      u8(vista_w(modelos::forma_fija(piezas))));
+            std::vector<std::string> informes = de_cortar.informes;
+            if (!de_cortar.avisos.empty()) {
+                informes.insert(informes.begin(), "pathCorrecto == CIERTO");
+            }
+            EXPECT_EQ(toma_expresiones(), informes);
+            const modelos::juicio j = modelos::juzga(modelos::recortado(ancha));
+            const bool se_muestra = j.motivo != 0 && j.motivo != 53949;
+            EXPECT_EQ(toma_avisos(),
+                      se_muestra ? std::vector{modelos::texto_en_ingles(j.motivo, u8(vista_w(j.argumento)))}
+                                 : std::vector<std::string>());
+        });
 }

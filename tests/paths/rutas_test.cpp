@@ -9,6 +9,7 @@
 #include "companions/lumospy.h"
 #include "lumodir.h"
 #include "modelos/rutas.hpp"
+#include "paths/modelos.hpp"
 #include "paths/path_correcto.hpp"
 #include "paths/split_makepath.hpp"
 
@@ -344,12 +345,6 @@ TEST(rutas, convierte_como_el_modelo_con_cada_par_de_textos_cortos) {
         EXPECT_EQ(toma_avisos(), d.avisos);
         EXPECT_EQ(toma_expresiones(), d.informes);
     };
-    for (std::size_t r = 0; r < textos.size(); ++r) {
-        modelos::dicho d;
-        const bool absoluta_segun_modelo = modelos::es_absoluta(anchos[r], d);
-        espera(std::to_string(absoluta(textos[r])), absoluta_segun_modelo ? L"1" : L"0", d);
-        ASSERT_FALSE(HasFailure()) << "'" << textos[r] << "'";
-    }
     for (std::size_t b = 0; b < textos.size(); ++b) {
         for (std::size_t r = 0; r < textos.size(); ++r) {
             modelos::dicho d;
@@ -360,6 +355,36 @@ TEST(rutas, convierte_como_el_modelo_con_cada_par_de_textos_cortos) {
             espera(a_absoluta(textos[b], textos[r]), puesta, d);
             ASSERT_FALSE(HasFailure()) << "base '" << textos[b] << "', path '" << textos[r] << "'";
         }
+    }
+}
+
+TEST(rutas, cada_texto_corto_solo_y_bajo_cada_base_como_el_modelo) {
+    const auto con_lo_dicho = [](const modelos::dicho& d) {
+        EXPECT_EQ(toma_avisos(), d.avisos);
+        EXPECT_EQ(toma_expresiones(), d.informes);
+    };
+    modelos::para_cada_texto(modelos::alfabeto, modelos::longitud_exhaustiva - 1,
+                             [&](const std::string& ruta) {
+                                 SCOPED_TRACE("'" + ruta + "'");
+                                 modelos::dicho d;
+                                 EXPECT_EQ(absoluta(ruta), modelos::es_absoluta(w(ruta), d) ? 1 : 0);
+                                 con_lo_dicho(d);
+                             });
+    for (const std::string base : {"C:\\a", "C:", "\\\\s\\r", "a/"}) {
+        modelos::para_cada_texto(modelos::alfabeto, modelos::longitud_exhaustiva - 2,
+                                 [&](const std::string& texto) {
+                                     for (const std::string& ruta : {texto, base + texto}) {
+                                         SCOPED_TRACE("'" + base + "', '" + ruta + "'");
+                                         modelos::dicho d;
+                                         const texto_w relativa = modelos::relativa(w(base), w(ruta), d);
+                                         EXPECT_EQ(a_relativa(base, ruta), u8(vista_w(relativa)));
+                                         con_lo_dicho(d);
+                                         d = {};
+                                         const texto_w puesta = modelos::absoluta(w(base), w(ruta), d);
+                                         EXPECT_EQ(a_absoluta(base, ruta), u8(vista_w(puesta)));
+                                         con_lo_dicho(d);
+                                     }
+                                 });
     }
 }
 

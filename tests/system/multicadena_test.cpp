@@ -56,7 +56,7 @@ TEST(multicadena, se_corta_por_terminadores_hasta_el_primer_trozo_vacio) {
 
 TEST(multicadena, hace_lo_que_el_modelo_con_todo_texto_corto) {
     constexpr wchar_t alfabeto[] = {L'\0', L'a', L'\u00F1'};
-    for (std::size_t longitud = 0; longitud <= 8; ++longitud) {
+    for (std::size_t longitud = 0; longitud <= 9; ++longitud) {
         std::size_t cuantos = 1;
         for (std::size_t i = 0; i < longitud; ++i) {
             cuantos *= std::size(alfabeto);
@@ -67,6 +67,13 @@ TEST(multicadena, hace_lo_que_el_modelo_con_todo_texto_corto) {
                 texto.push_back(alfabeto[resto % std::size(alfabeto)]);
             }
             ASSERT_EQ(trozos(texto), modelos::trozos_de_multicadena(texto)) << longitud << ", " << n;
+            texto_a bytes;
+            for (const wchar_t c : texto) {
+                bytes.push_back(static_cast<char>(c));
+            }
+            std::vector<texto_a> dados;
+            i_para_cada_trozo(vista_a(bytes), [&](vista_a trozo) { dados.emplace_back(trozo); });
+            ASSERT_EQ(dados, modelos::trozos_de_multicadena(bytes)) << longitud << ", " << n << ", 8-bit";
         }
     }
 }
