@@ -15,6 +15,7 @@
 #include "tabla.hpp"
 #include "textos.hpp"
 #include "timefich.h"
+#include "trabajo.hpp"
 
 namespace mando {
 
@@ -357,7 +358,9 @@ int i_rename_ext(peticion& p) {
                     ? di("Rename %1 in '%2' from '.%3' to '.%4'?", cuantos, directorio, vieja, nueva)
                     : di("Rename %1 in '%2' from '.%3' to '.%4', deleting %5 that bear the new name?",
                          cuantos, directorio, vieja, nueva, plural(pisados, "file", "files")));
-    cdir_cambia_extension_ficheros_u(directorio.c_str(), vieja.c_str(), nueva.c_str());
+    con_progreso(
+        [&] { cdir_cambia_extension_ficheros_u(directorio.c_str(), vieja.c_str(), nueva.c_str()); },
+        [&](unsigned segundos) { return di("renaming %1, %2 s", cuantos, std::to_wstring(segundos)); });
     const size_t quedan = iguales_sin_caja(vieja, nueva) ? 0 : i_con_extension(directorio, vieja).size();
     if (p.en_json) {
         escribe_json(json::objeto()

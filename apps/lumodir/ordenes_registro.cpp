@@ -6,6 +6,7 @@
 #include "ordenes.hpp"
 #include "tabla.hpp"
 #include "textos.hpp"
+#include "trabajo.hpp"
 
 namespace mando {
 
@@ -224,7 +225,10 @@ int i_rm_clave(peticion& p, const clave& c) {
     }
     const size_t subclaves = i_cuenta_subclaves(c);
     confirma(p, di("Delete the key '%1' with %2?", c.entera, plural(subclaves, "subkey", "subkeys")));
-    const size_t pasadas = i_borra_en_pasadas(c, c.ruta.substr(0, corte), c.ruta.substr(corte + 1));
+    size_t pasadas = 0;
+    con_progreso(
+        [&] { pasadas = i_borra_en_pasadas(c, c.ruta.substr(0, corte), c.ruta.substr(corte + 1)); },
+        [&](unsigned segundos) { return di("deleting %1, %2 s", c.entera, std::to_wstring(segundos)); });
     const bool queda = i_existe(c, std::nullopt);
     if (p.en_json) {
         escribe_json(json::objeto()

@@ -18,6 +18,7 @@
 #include "tabla.hpp"
 #include "taskproc.h"
 #include "textos.hpp"
+#include "trabajo.hpp"
 #include "wine.h"
 
 namespace mando {
@@ -250,7 +251,12 @@ int i_drives(peticion& p) {
 
 class procesos {
 public:
-    explicit procesos(const std::wstring& modulo) { taskproc_busca_proceso_abierto(modulo.c_str(), &lista_); }
+    explicit procesos(const std::wstring& modulo) {
+        con_progreso([&] { taskproc_busca_proceso_abierto(modulo.c_str(), &lista_); },
+                     [](unsigned segundos) {
+                         return di("looking at the processes, %1 s", std::to_wstring(segundos));
+                     });
+    }
     ~procesos() {
         if (lista_) {
             arr_DestruyeEstructurasConTipo(
