@@ -76,7 +76,8 @@ bool hay_quien_conteste();
 std::optional<std::wstring> lee_linea();
 std::vector<std::wstring> lee_lineas();
 
-// Asks on standard error; only "y" or "yes" is a yes, and "s", "si" or "sí" in Spanish, and the end of the input is a no.
+// Asks on standard error; only "y" or "yes" is a yes, in Spanish "s", "si" and "sí" too, and the end of the
+// input is a no.
 bool pregunta(std::wstring_view texto);
 
 }  // namespace mando

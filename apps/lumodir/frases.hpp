@@ -1,5 +1,5 @@
-// The command's own words, in the language of the library's messages as far as they have been translated into it:
-// English and Spanish.
+// The command's own words, in the language of the library's messages as far as they have been translated into
+// it: English and Spanish.
 //
 // A phrase is written in English where it is used, and found in the table of catalogo_de_frases.hpp by the
 // compiler: one that has no Spanish there does not compile, nor does a translation that lacks a value.

@@ -32,7 +32,7 @@ std::string i_lee(const std::string& fichero) {
     return texto.str();
 }
 
-// The sections of the manual page that are about commands, by their names, with the escapes of its language undone.
+// The sections of the manual page that are about commands, by their names, without the escapes of its language.
 std::map<std::string, std::string> i_secciones_del_manual() {
     std::map<std::string, std::string> secciones;
     std::istringstream lineas(i_lee("share/man/man1/lumodir.1"));

@@ -1,10 +1,10 @@
-// Whole sessions: what each subcommand writes in a prepared directory, for a person and for a script, against the
-// text files of tests/cli/transcripts, one for each subcommand.
+// Whole sessions: what each subcommand writes in a prepared directory, for a person and for a script, against
+// the text files of tests/cli/transcripts, one for each subcommand.
 //
-// A transcript is a line "> lumodir ..." for each run (with " < answer" for what is typed), then standard output,
-// then standard error with "! " before each line, then "(exit code N)" unless it is 0. "$D" is the directory, which
-// is also the current one; "$*" stands for any text in a line and a line "$**" for any number of lines, where the
-// machine decides.
+// A transcript is a line "> lumodir ..." for each run (with " < answer" for what is typed), then standard
+// output, then standard error with "! " before each line, then "(exit code N)" unless it is 0. "$D" is the
+// directory, which is also the current one; "$*" stands for any text in a line and a line "$**" for any number of
+// lines, where the machine decides.
 // With LUMODIR_TRANSCRIPTS=write in the environment the files are written again, to be read before they are
 // believed: what the machine decides has to be masked anew.
 #include <gtest/gtest.h>
