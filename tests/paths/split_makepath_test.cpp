@@ -83,6 +83,7 @@ const fila_corte filas_corte[] = {
     // where the drive's text does not occur nothing is removed
     {"\\\\srv\\\\share\\b", {"\\\\srv\\share", "\\\\srv\\\\share\\", "b", ""}},
     {"\\\\srv/share\\b", {"\\\\srv/share\\share", "\\\\srv/share\\", "b", ""}},  // "/" does not end a server
+    {"\\\\s/b\\b.x", {"\\\\s/b\\b", "\\\\s/b\\", "b", ".x"}},  // a drive that the directory does not hold
     {"C:\\\\srv\\share\\b", {"\\\\srv\\share", "\\", "b", ""}},
     {"//srv/share/b.txt", {"", "//srv/share/", "b", ".txt"}},  // no network path
     {"\\\\", {"", "\\\\", "", ""}},
