@@ -66,7 +66,7 @@ TEST(unicode, null_da_null_y_vacio_da_vacio) {
 
 TEST(unicode, textos_de_cualquier_largo) {
     // Around the length up to which a temporary text needs no block, in ASCII and not.
-    for (const std::size_t largo : {1, 317, 318, 319, 320, 321, 640, 20000}) {
+    for (const std::size_t largo : {1u, 317u, 318u, 319u, 320u, 321u, 640u, 20000u}) {
         for (const char* letra : {"a", "ñ"}) {
             std::string esperado;
             for (std::size_t i = 0; i < largo; ++i) {
