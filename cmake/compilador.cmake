@@ -8,6 +8,7 @@ set(CMAKE_C_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 set(LUMODIR_SANEADORES "" CACHE STRING "Sanitizers of a native build, as for -fsanitize=")
+set(LUMODIR_COBERTURA OFF CACHE BOOL "Count what runs of src/ (tools/coverage; GCC)")
 set(LUMODIR_TRAMPA_UB OFF CACHE BOOL "Undefined behaviour traps (MinGW has no sanitizer runtime)")
 
 # The options of everything that is ours.
@@ -20,9 +21,17 @@ if(MSVC)
   set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
 else()
   target_compile_options(lumodir_opciones INTERFACE
-    -Wall -Wextra -Wconversion -Wshadow -Werror
-    # No path of the building machine in the product.
-    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
+    -Wall -Wextra -Wconversion -Wshadow -Werror)
+  if(LUMODIR_COBERTURA)
+    # Whole counters whatever the threads; no branch that only the optimiser has made. The tests are counted too,
+    # for the copy of an inline function that the linker keeps may be theirs.
+    target_compile_options(lumodir_opciones INTERFACE --coverage -O0 -fprofile-update=atomic -fprofile-abs-path)
+    add_link_options(--coverage)
+  else()
+    # No path of the building machine in the product. (The counters are written to the full paths of the objects.)
+    target_compile_options(lumodir_opciones INTERFACE
+      -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
+  endif()
   if(WIN32)
     # No runtime libraries to ship, and the same bytes from the same sources at any time.
     target_link_options(lumodir_opciones INTERFACE -static -Wl,--no-insert-timestamp)
@@ -43,7 +52,7 @@ endif()
 # Tests are compiled once and run once: little optimisation, which also spares the compiler's false alarms about
 # string operations that it has inlined.
 set(LUMODIR_OPCIONES_PRUEBA "")
-if(NOT MSVC)
+if(NOT MSVC AND NOT LUMODIR_COBERTURA)
   set(LUMODIR_OPCIONES_PRUEBA -O1)
 endif()
 

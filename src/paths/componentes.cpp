@@ -76,11 +76,6 @@ nombre_en_piezas<C> i_nombre_en_piezas(vista<C> ruta) {
     return {piezas.nombre, piezas.extension};
 }
 
-vista_w i_nombre_y_ext_fichero(vista_w ruta) {
-    const nombre_en_piezas<wchar_t> piezas = i_nombre_en_piezas(ruta);
-    return vista_w(piezas.nombre.data(), piezas.nombre.size() + piezas.extension.size());
-}
-
 template <class C>
 cadena<C> i_nombre_fichero_con_ext(vista<C> ruta, std::type_identity_t<vista<C>> ext) {
     if (!i_comprueba(ruta.data() != nullptr, "(nombre) != NULL")) {

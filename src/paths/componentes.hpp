@@ -50,9 +50,6 @@ struct nombre_en_piezas {
 template <class C>
 nombre_en_piezas<C> i_nombre_en_piezas(vista<C> ruta);
 
-// Name with extension, for UTF-16 text, whose pieces always stand side by side in the path.
-vista_w i_nombre_y_ext_fichero(vista_w ruta);
-
 // The path with another extension, with or without its point; a view without data means none.
 template <class C>
 cadena<C> i_nombre_fichero_con_ext(vista<C> ruta, std::type_identity_t<vista<C>> ext);

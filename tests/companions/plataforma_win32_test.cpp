@@ -253,3 +253,11 @@ TEST(plataforma, una_variable_de_entorno_y_su_falta) {
     ::_wputenv(L"LUMODIR_PRUEBA=");
     EXPECT_TRUE(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").es_nula());
 }
+
+TEST(plataforma, el_error_estandar_no_parte_un_par) {
+    // Text goes out in stretches of 128 units: the pair would lie across the first border.
+    const std::string texto = std::string(127, 'a') + "\xF0\x9F\x98\x80" + std::string(130, 'z');
+    testing::internal::CaptureStderr();
+    plataforma::escribe_error_estandar(w(texto));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), texto);
+}

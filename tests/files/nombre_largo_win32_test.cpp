@@ -146,6 +146,17 @@ TEST_F(nombre_largo, el_escritorio_dice_el_sitio_que_falta_y_no_escribe) {
     EXPECT_EQ(bufer, ruta + '\0' + '?');
 }
 
+TEST_F(nombre_largo, lo_que_el_escritorio_no_encuentra_falla) {
+    const directorio_temporal dir;
+    // Gone between the question whether it is there and the shell's own look.
+    const sustituye<decltype(sistema.GetFileAttributesW)> dice_que_esta(
+        sistema.GetFileAttributesW, [](LPCWSTR) -> DWORD { return FILE_ATTRIBUTE_NORMAL; });
+    char largo[MAX_PATH] = "as it was";
+    EXPECT_EQ(i_nombre_largo_del_escritorio(dir.ruta_a("gone").c_str(), largo, MAX_PATH), 0u);
+    EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_PATH_NOT_FOUND));
+    EXPECT_STREQ(largo, "as it was");
+}
+
 // What the current directory makes of it.
 TEST_F(nombre_largo, el_directorio_actual_de_8_bits_pregunta_por_aqui) {
     const directorio_temporal dir;
