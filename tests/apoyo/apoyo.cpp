@@ -1,5 +1,7 @@
 #include "apoyo/apoyo.hpp"
 
+#include "apoyo/memoria_guardada.hpp"
+
 #include "companions/buclrein.h"
 #include "companions/buclrein.hpp"
 #include "companions/error_interno.h"
@@ -66,10 +68,12 @@ class alrededor_de_cada_prueba : public testing::EmptyTestEventListener {
         msglocal_establece_idioma(lumodir::ranura_ingles);
         vivos_ = lumospy_bloques_vivos();
         internos_ = lumodir::i_bloques_internos_vivos();
+        faltas_ = faltas_de_memoria();
     }
     void OnTestEnd(const testing::TestInfo& prueba) override {
         EXPECT_EQ(lumospy_bloques_vivos(), vivos_) << prueba.name() << " leaks blocks";
         EXPECT_EQ(lumodir::i_bloques_internos_vivos(), internos_) << prueba.name() << " leaks inner blocks";
+        EXPECT_EQ(faltas_de_memoria(), faltas_) << prueba.name() << " touches memory that is not its own";
         for (const informe& i : toma_informes()) {
             ADD_FAILURE() << "report not expected: " << i.expresion << " [" << i.detalle << "]";
         }
@@ -82,6 +86,7 @@ class alrededor_de_cada_prueba : public testing::EmptyTestEventListener {
     }
     unsigned long long vivos_ = 0;
     unsigned long long internos_ = 0;
+    unsigned long faltas_ = 0;
 };
 
 }  // namespace

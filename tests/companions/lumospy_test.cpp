@@ -234,8 +234,9 @@ TEST(lumospy, un_producto_que_desborda_es_memoria_agotada) {
         error_interno_establece_receptor(cuenta_agotada, nullptr);
         plataforma::termina_proceso = muere;
         // What the allocator is asked for must not be the wrapped product.
+        static const auto de_antes = memoria.reserva;
         memoria.reserva = [](std::size_t bytes) -> void* {
-            return bytes == SIZE_MAX ? nullptr : std::malloc(bytes);
+            return bytes == SIZE_MAX ? nullptr : de_antes(bytes);
         };
         vector_interno<long long> numeros;
         numeros.reserva_sitio(SIZE_MAX / 8 + 2, lugar::aqui("arr.cpp", 1));
