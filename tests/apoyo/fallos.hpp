@@ -9,12 +9,14 @@
 //
 // A call made to fail does not reach Windows, except those that close: they close, and then answer that they did not.
 // `con_cada_fallo` runs an operation with each of its calls failing in turn, until a run needs no more calls.
+// The executable tells at its end how many calls were made to fail in all ("faults injected: N").
 #pragma once
 
 #include <functional>
 #include <set>
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/cuenta_de_fallos.hpp"
 #include "companions/lumospy.h"
 #include "companions/lumospy.hpp"
 #include "companions/sistema.hpp"
@@ -110,6 +112,7 @@ private:
         }
         historia_.push_back({nombre, ruta, falla});
         ultimo_codigo_ = codigo;
+        fallos_inyectados += falla ? 1 : 0;
         return falla;
     }
 

@@ -148,6 +148,8 @@ private:
         const std::string dicho = " of " + como_.funcion + "; reported: " + testing::PrintToString(informes);
         EXPECT_NE(p.comentario, "") << "no comment for " << p.nombre << dicho;
         if (p.admite_null()) {
+            EXPECT_FALSE(hecho("(" + p.nombre + ") != NULL") || hecho(p.nombre + " != NULL"))
+                << "reported, though it may be NULL: " << p.nombre << dicho;
             return;
         }
         EXPECT_NE(p.comentario.find("eported"), std::string::npos)

@@ -30,7 +30,10 @@ F exportada(const char* nombre) {
     return reinterpret_cast<F>(
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("lumodir.dll"), nombre)));
 }
+// How the functions that only the DLL has are reached; tests that are linked with the library call them as they are.
+#ifndef LLAMA_DLL
 #define LLAMA_DLL(nombre, ...) (::dll::exportada<decltype(&nombre)>(#nombre)(__VA_ARGS__))
+#endif
 
 // `hay` tells whether the value is a real one. The first form serves numbers and pointers without a form of their
 // own, which stay NULL.

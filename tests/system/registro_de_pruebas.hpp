@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/cuenta_de_fallos.hpp"
 #include "system/tabla_registro.hpp"
 
 namespace apoyo {
@@ -103,7 +104,10 @@ struct vigilancia {
 
     bool falla() {
         ++llamadas;
-        return falla_desde != 0 && (para_siempre ? llamadas >= falla_desde : llamadas == falla_desde);
+        const bool toca =
+            falla_desde != 0 && (para_siempre ? llamadas >= falla_desde : llamadas == falla_desde);
+        fallos_inyectados += toca ? 1 : 0;
+        return toca;
     }
 };
 inline vigilancia vigilado;

@@ -1,0 +1,340 @@
+// Every export with sane arguments on a real directory, with each of its system calls failing in turn (whatever the
+// table), once and for ever; and with each of its allocations failing in turn. Nothing crashes, no handle and no block
+// stays, nothing outside the directory is changed, no file is left half-written; exhausted memory leaves by its one
+// door, after its one report.
+//
+// The cases are made from the headers (one per function), so that a new export cannot be forgotten.
+#include <cstdlib>
+#include <memory>
+
+#include "apoyo/directorio.hpp"
+#include "companions/plataforma.hpp"
+#include "exports/todas_las_tablas.hpp"
+#include "exports/valores_salvajes.hpp"
+
+namespace exports {
+namespace {
+
+// The directory of the calls, inside another one that they must leave alone.
+class escenario {
+public:
+    escenario() {
+        ::SetEnvironmentVariableW(L"TMP", d_.ruta_w("dentro").c_str());
+        ::SetEnvironmentVariableW(L"TEMP", d_.ruta_w("dentro").c_str());
+    }
+    // As if nothing had been called yet. Some calls remove empty parents: the file beside the directory stops them.
+    void prepara() {
+        if (sucio_) {
+            d_.limpia();
+            d_.fichero("guarda.txt");
+            d_.fichero("dentro\\arbol\\uno.txt");
+            d_.fichero("dentro\\arbol\\sub\\dos.txt");
+        }
+        sucio_ = false;
+    }
+    void comprueba(bool cambiado, const std::string& que) {
+        if (!cambiado) {
+            return;
+        }
+        sucio_ = true;
+        EXPECT_EQ(d_.contenido("guarda.txt"), "contenido") << que;
+        for (const std::string& nombre : d_.arbol()) {
+            if (nombre.back() != '\\') {
+                const std::string contenido = d_.contenido(nombre);
+                EXPECT_TRUE(contenido == "contenido" || contenido.empty())
+                    << que << ": half a file, " << nombre;
+            }
+        }
+    }
+    std::vector<std::wstring> textos() const {
+        return {d_.ruta_w("dentro\\arbol").c_str(), d_.ruta_w("dentro\\arbol\\uno.txt").c_str(),
+                d_.ruta_w("dentro\\arbol\\*.txt").c_str()};
+    }
+    apoyo::texto_w carpeta() const { return d_.ruta_w("dentro"); }
+
+private:
+    apoyo::directorio_temporal d_;
+    bool sucio_ = true;
+};
+
+std::unique_ptr<escenario> g_escenario;
+unsigned long g_sin_memoria = 0;       // allocations that were made to fail
+unsigned long g_informes_de_ello = 0;  // reports of it
+
+class alrededor : public testing::Environment {
+    void SetUp() override { g_escenario = std::make_unique<escenario>(); }
+    void TearDown() override {
+        g_escenario.reset();
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_prueba);
+        std::printf("allocations made to fail: %lu\n", g_sin_memoria);
+        if (g_sin_memoria > 0) {
+            EXPECT_EQ(g_informes_de_ello, 1u) << "reported once in a process";
+        }
+    }
+};
+
+// Calls with sane arguments.
+template <class R, class... A, std::size_t... I>
+void llama(R (*funcion)(A...), const llamada& como, std::tuple<dll::valor<A>...>& valores,
+           std::index_sequence<I...>) {
+    if constexpr (std::is_void_v<R>) {
+        funcion(std::get<I>(valores).da()...);
+    } else {
+        const std::tuple<A...> argumentos(std::get<I>(valores).da()...);
+        const R resultado = std::apply(funcion, argumentos);
+        if (!como.es("info_GetActualDirectorio")) {  // that one gives back the buffer
+            dll::libera_resultado(resultado, como);
+        }
+    }
+}
+
+// In short: what tries many names in a row, or walks over all processes or drives, does the same again and again. At
+// length (tools/stress): to the end, in growing steps.
+bool largo() {
+    return std::getenv("LUMODIR_RONDAS") != nullptr;
+}
+unsigned ultimo_fallo(const llamada& de) {
+    return largo() ? ~0u : de.es("taskproc_") ? 3u : de.es("creaFichero") ? 5u : 8u;
+}
+unsigned siguiente_fallo(unsigned n) {
+    return n + 1 + n / 25;
+}
+
+template <class R, class... A>
+class con_fallos : public testing::Test {
+public:
+    con_fallos(const char* nombre, R (*funcion)(A...)) : como_{nombre}, funcion_(funcion) {}
+
+    void TestBody() override {
+        const unsigned ultima = ultimo_fallo(como_);
+        for (const std::wstring& texto : g_escenario->textos()) {
+            texto_en_curso() = texto;
+            for (const bool para_siempre : {false, true}) {
+                bool limpia = false;
+                for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); n = siguiente_fallo(n)) {
+                    limpia = ronda(n, para_siempre);
+                }
+            }
+            if (!largo() || !como_.es("dir")) {
+                break;
+            }
+            lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
+        }
+    }
+
+private:
+    // Answers whether the operation ended before the fault.
+    bool ronda(unsigned n, bool para_siempre) {
+        const std::string que = como_.funcion + ", call " + std::to_string(n) + (para_siempre ? " on" : "");
+        g_escenario->prepara();
+        const unsigned long long vivos = lumospy_bloques_vivos();
+        todas_las_tablas tablas(g_escenario->carpeta());
+        unsigned long llamadas;
+        bool cambiado;
+        {
+            std::tuple<dll::valor<A>...> valores(
+                (static_cast<void>(sizeof(A*)), como_)...);  // they do not move
+            tablas.falla(n, para_siempre);
+            llama(funcion_, como_, valores, std::index_sequence_for<A...>());
+            llamadas = tablas.llamadas();
+            cambiado = tablas.ha_cambiado_algo();
+            tablas.falla(0, false);
+        }
+        EXPECT_EQ(tablas.abiertas(), 0u) << que << ": handles left open";
+        EXPECT_EQ(tablas.fuera(), std::vector<std::string>()) << que << ": outside its directory";
+        EXPECT_EQ(lumospy_bloques_vivos(), vivos) << que << ": blocks left";
+        g_escenario->comprueba(cambiado, que);
+        apoyo::toma_informes();
+        apoyo::toma_avisos();
+        apoyo::toma_preguntas();
+        apoyo::toma_esperas();
+        return llamadas < n;
+    }
+    llamada como_;
+    R (*funcion_)(A...);
+};
+
+// ---- exhausted memory
+
+std::set<void*> g_bloques;  // given in the call under test, not freed yet
+unsigned g_faltan = 0;      // allocations until the one that fails; 0: none does
+unsigned g_pedidos = 0;
+unsigned g_puertas = 0;
+void* g_salto[5];
+
+bool falta_memoria() {
+    ++g_pedidos;
+    if (g_faltan == 0 || g_pedidos != g_faltan) {
+        return false;
+    }
+    ++g_sin_memoria;
+    return true;
+}
+
+// The allocator underneath, which may be the guarding one.
+lumodir::tabla_memoria g_memoria;
+
+void* reserva(std::size_t bytes) {
+    void* bloque = falta_memoria() ? nullptr : g_memoria.reserva(bytes);
+    if (bloque != nullptr) {
+        g_bloques.insert(bloque);
+    }
+    return bloque;
+}
+void* cambia(void* antes, std::size_t bytes) {
+    if (falta_memoria()) {
+        return nullptr;
+    }
+    // A block from before the call stays its owner's, wherever it moves.
+    const bool nuestro = g_bloques.erase(antes) != 0;
+    void* bloque = g_memoria.cambia(antes, bytes);
+    if (nuestro) {
+        g_bloques.insert(bloque);
+    }
+    return bloque;
+}
+void libera(void* bloque) {
+    g_bloques.erase(bloque);
+    g_memoria.libera(bloque);
+}
+
+#ifdef __GNUC__
+// Runs it; false when the process would have ended in it. No destructor runs then, as none would.
+__attribute__((noinline)) bool corre(const std::function<void()>& accion) {
+    if (__builtin_setjmp(g_salto) != 0) {
+        return false;
+    }
+    accion();
+    return true;
+}
+__attribute__((noinline)) void sale() noexcept {
+    ++g_puertas;
+    __builtin_longjmp(g_salto, 1);
+}
+constexpr bool se_puede_salir = true;
+#else
+bool corre(const std::function<void()>& accion) {
+    accion();
+    return true;
+}
+void sale() noexcept {}
+constexpr bool se_puede_salir = false;
+#endif
+
+template <class R, class... A>
+class sin_memoria : public testing::Test {
+public:
+    sin_memoria(const char* nombre, R (*funcion)(A...)) : como_{nombre}, funcion_(funcion) {}
+
+    void TestBody() override {
+        if (!se_puede_salir) {
+            GTEST_SKIP() << "this compiler cannot leave a call half-way";
+        }
+        texto_en_curso() = g_escenario->textos()[0];
+        bool limpia = false;
+        for (unsigned n = 1; n <= ultimo_fallo(como_) && !limpia && !HasFailure(); n = siguiente_fallo(n)) {
+            limpia = ronda(n);
+        }
+        lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
+    }
+
+private:
+    bool ronda(unsigned n) {
+        const std::string que = como_.funcion + ", allocation " + std::to_string(n);
+        g_escenario->prepara();
+        const unsigned long long vivos = lumospy_bloques_vivos();
+        const unsigned long long internos = lumodir::i_bloques_internos_vivos();
+        todas_las_tablas tablas(g_escenario->carpeta());
+        const apoyo::sustituye<decltype(lumodir::plataforma::termina_proceso)> puerta(
+            lumodir::plataforma::termina_proceso, sale);
+        g_memoria = lumodir::memoria;
+        g_bloques.clear();
+        bool entera;
+        {
+            const apoyo::sustituye<lumodir::tabla_memoria> cuenta(lumodir::memoria,
+                                                                  {reserva, cambia, libera});
+            std::tuple<dll::valor<A>...> valores(
+                (static_cast<void>(sizeof(A*)), como_)...);  // they do not move
+            if (!como_.es("realloc")) {  // what that one was given stays given when it fails
+                g_bloques.clear();
+            }
+            g_pedidos = 0;
+            g_puertas = 0;
+            g_faltan = n;
+            entera = corre([&] { llama(funcion_, como_, valores, std::index_sequence_for<A...>()); });
+            g_faltan = 0;
+        }
+        EXPECT_EQ(g_puertas, entera ? 0u : 1u) << que;
+        EXPECT_EQ(entera, g_pedidos < n || n == 0) << que;
+        if (!entera) {
+            tablas.cierra_lo_abierto();
+            libera_lo_dejado(vivos, internos, que);
+        }
+        EXPECT_EQ(tablas.fuera(), std::vector<std::string>()) << que << ": outside its directory";
+        g_escenario->comprueba(tablas.ha_cambiado_algo(), que);
+        for (const apoyo::informe& i : apoyo::toma_informes()) {
+            g_informes_de_ello += i.expresion == "memoria disponible" ? 1 : 0;
+        }
+        apoyo::toma_avisos();
+        apoyo::toma_preguntas();
+        apoyo::toma_esperas();
+        return entera;
+    }
+    // What the ended process would have taken with it: each block was counted, in one census or the other.
+    void libera_lo_dejado(unsigned long long vivos, unsigned long long internos, const std::string& que) {
+        unsigned long long publicos = lumospy_bloques_vivos() - vivos;
+        EXPECT_EQ(publicos + lumodir::i_bloques_internos_vivos() - internos, g_bloques.size()) << que;
+        for (void* bloque : std::set<void*>(g_bloques)) {
+            if (publicos > 0) {
+                --publicos;
+                lumodir::i_libera(bloque);
+            } else {
+                lumodir::i_libera_interno(bloque);
+            }
+        }
+        g_bloques.clear();
+    }
+    llamada como_;
+    R (*funcion_)(A...);
+};
+
+}  // namespace
+
+TEST(agotada, un_producto_que_desborda_sale_por_la_misma_puerta) {
+    if (!se_puede_salir) {
+        GTEST_SKIP() << "this compiler cannot leave a call half-way";
+    }
+    const apoyo::sustituye<decltype(lumodir::plataforma::termina_proceso)> puerta(
+        lumodir::plataforma::termina_proceso, sale);
+    g_puertas = 0;
+    EXPECT_FALSE(corre([] { lumospy_nousar_calloc(SIZE_MAX / 2 + 1, 2); }));
+    EXPECT_EQ(g_puertas, 1u);
+    ++g_sin_memoria;
+    for (const apoyo::informe& i : apoyo::toma_informes()) {
+        EXPECT_EQ(i.expresion, "memoria disponible");
+        ++g_informes_de_ello;
+    }
+}
+
+namespace {
+
+template <class R, class... A>
+void registra(const char* nombre, R (*funcion)(A...)) {
+    testing::RegisterTest(
+        "fallos", nombre, nullptr, nullptr, __FILE__, __LINE__,
+        [nombre, funcion]() -> testing::Test* { return new con_fallos<R, A...>(nombre, funcion); });
+    testing::RegisterTest(
+        "sin_memoria", nombre, nullptr, nullptr, __FILE__, __LINE__,
+        [nombre, funcion]() -> testing::Test* { return new sin_memoria<R, A...>(nombre, funcion); });
+}
+
+[[maybe_unused]] const bool registradas = [] {
+    testing::AddGlobalTestEnvironment(new alrededor);
+#define EXPORTACION(nombre) registra(#nombre, nombre);
+#include "cabeceras/exportaciones.inc"
+#undef EXPORTACION
+    return true;
+}();
+
+}  // namespace
+}  // namespace exports

@@ -1,0 +1,282 @@
+// Every entry of every table of system calls behind one counter: call number N of an operation fails, once or for
+// ever, whatever table it is in; all others go on to the real system. Windows only.
+//
+// A call that would change anything outside the test's own directory does not go on: it fails and is remembered
+// (`fuera()`), whatever path the library may have come to.
+#pragma once
+
+#include <set>
+
+#include "apoyo/apoyo.hpp"
+#include "apoyo/cuenta_de_fallos.hpp"
+#include "companions/sistema.hpp"
+#include "system/tabla_procesos.hpp"
+#include "system/tabla_registro.hpp"
+#include "system/tabla_unidades.hpp"
+
+namespace exports {
+
+class todas_las_tablas {
+public:
+    explicit todas_las_tablas(apoyo::texto_w carpeta) : carpeta_(std::move(carpeta)) {
+        i_yo() = this;
+        i_desvia();
+    }
+    ~todas_las_tablas() {
+        lumodir::sistema = sistema_;
+        lumodir::sistema_registro = registro_;
+        lumodir::procesos = procesos_;
+        lumodir::unidades = unidades_;
+        i_yo() = nullptr;
+    }
+    todas_las_tablas(const todas_las_tablas&) = delete;
+    todas_las_tablas& operator=(const todas_las_tablas&) = delete;
+
+    // Counting begins again.
+    void falla(unsigned long numero, bool para_siempre) {
+        llamadas_ = 0;
+        numero_ = numero;
+        para_siempre_ = para_siempre;
+        cambiado_ = false;
+    }
+    unsigned long llamadas() const { return llamadas_; }
+    bool ha_cambiado_algo() const { return cambiado_; }
+    std::size_t abiertas() const { return abiertas_.size(); }
+    const std::vector<std::string>& fuera() const { return fuera_; }
+    // What an operation that was broken off could not close.
+    void cierra_lo_abierto() {
+        for (const auto& [manija, cierra] : std::set<std::pair<void*, void (*)(void*)>>(abiertas_)) {
+            cierra(manija);
+        }
+        abiertas_.clear();
+    }
+
+private:
+    static todas_las_tablas*& i_yo() {
+        static todas_las_tablas* yo = nullptr;
+        return yo;
+    }
+    bool i_toca_fallar() {
+        ++llamadas_;
+        const bool toca = numero_ != 0 && (para_siempre_ ? llamadas_ >= numero_ : llamadas_ == numero_);
+        apoyo::fallos_inyectados += toca ? 1 : 0;
+        return toca;
+    }
+    bool i_es_suyo(const wchar_t* ruta, bool cuenta = true) {
+        wchar_t completa[2048];
+        const DWORD largo = ::GetFullPathNameW(ruta, 2048, completa, nullptr);
+        apoyo::texto_w texto(completa, largo < 2048 ? largo : 0);
+        if (texto.compare(0, 4, L"\\\\?\\") == 0) {
+            texto.erase(0, 4);
+        }
+        const bool es =
+            ::CompareStringOrdinal(texto.c_str(), static_cast<int>(std::min(texto.size(), carpeta_.size())),
+                                   carpeta_.c_str(), static_cast<int>(carpeta_.size()), TRUE) == CSTR_EQUAL;
+        if (!es) {
+            ::SetLastError(ERROR_ACCESS_DENIED);
+            if (cuenta) {
+                fuera_.push_back(apoyo::u8(ruta));
+            }
+        }
+        return es;
+    }
+
+    // How each kind of call fails, opens, closes, changes.
+    template <class R, auto Entrada>
+    static R i_fallo() {
+        using lumodir::tabla_procesos;
+        using lumodir::tabla_sistema;
+        using lumodir::tabla_unidades;
+        ::SetLastError(ERROR_ACCESS_DENIED);
+        if constexpr (std::is_same_v<R, LSTATUS>) {
+            return ERROR_ACCESS_DENIED;
+        } else if constexpr (i_es<&tabla_procesos::OpenProcess, Entrada>()) {
+            return nullptr;
+        } else if constexpr (std::is_same_v<R, HANDLE>) {
+            return INVALID_HANDLE_VALUE;
+        } else if constexpr (i_es<&tabla_sistema::GetFileAttributesW, Entrada>() ||
+                             i_es<&tabla_sistema::GetTimeZoneInformation, Entrada>()) {
+            return ~R{0};
+        } else if constexpr (i_es<&tabla_unidades::WNetGetConnectionW, Entrada>()) {
+            return ERROR_ACCESS_DENIED;
+        } else {
+            return R();
+        }
+    }
+    template <auto A, auto B>
+    static constexpr bool i_es() {
+        if constexpr (std::is_same_v<decltype(A), decltype(B)>) {
+            return A == B;
+        } else {
+            return false;
+        }
+    }
+    template <auto Entrada>
+    static constexpr bool i_cierra() {
+        using namespace lumodir;
+        return i_es<&tabla_sistema::CloseHandle, Entrada>() || i_es<&tabla_sistema::FindClose, Entrada>() ||
+               i_es<&tabla_procesos::CloseHandle, Entrada>() || i_es<&tabla_registro::RegCloseKey, Entrada>();
+    }
+    template <auto Entrada>
+    static constexpr bool i_cambia() {
+        using t = lumodir::tabla_sistema;
+        return i_es<&t::DeleteFileW, Entrada>() || i_es<&t::RemoveDirectoryW, Entrada>() ||
+               i_es<&t::CreateDirectoryW, Entrada>() || i_es<&t::SetFileAttributesW, Entrada>() ||
+               i_es<&t::MoveFileExW, Entrada>() || i_es<&t::CreateFileW, Entrada>() ||
+               i_es<&t::GetTempFileNameW, Entrada>() ||
+               i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>();
+    }
+    template <auto Entrada>
+    static void (*i_quien_cierra())(void*) {
+        using t = lumodir::tabla_sistema;
+        if constexpr (i_es<&t::FindFirstFileExW, Entrada>() || i_es<&t::FindFirstFileA, Entrada>()) {
+            return [](void* h) { ::FindClose(h); };
+        } else {
+            return [](void* h) { ::CloseHandle(h); };
+        }
+    }
+    // Only what changes something asks; reading is free.
+    template <auto Entrada, class... A>
+    static bool i_permite(A... a) {
+        if constexpr (i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>()) {
+            return false;
+        } else {
+            return i_permite_ruta<Entrada>(a...);
+        }
+    }
+    template <auto Entrada, class... A>
+    static bool i_permite_ruta(A... a) {
+        using t = lumodir::tabla_sistema;
+        const auto primera = std::get<0>(std::make_tuple(a...));
+        if constexpr (i_es<&t::CreateFileW, Entrada>()) {
+            const DWORD acceso = std::get<1>(std::make_tuple(a...));
+            if ((acceso & (GENERIC_WRITE | GENERIC_ALL | DELETE | FILE_WRITE_ATTRIBUTES | FILE_WRITE_DATA)) ==
+                0) {
+                return true;
+            }
+        }
+        i_yo()->cambiado_ = true;
+        if constexpr (i_es<&t::MoveFileExW, Entrada>()) {
+            return i_yo()->i_es_suyo(primera) && i_yo()->i_es_suyo(std::get<1>(std::make_tuple(a...)));
+        } else {
+            // A parent that is there is created without harm, and so is a temporary file where it belongs.
+            constexpr bool crea =
+                i_es<&t::CreateDirectoryW, Entrada>() || i_es<&t::GetTempFileNameW, Entrada>();
+            return i_yo()->i_es_suyo(primera, !crea);
+        }
+    }
+
+    template <auto Tabla, auto Entrada, class F>
+    struct desvio;
+    template <auto Tabla, auto Entrada, class R, class... A>
+    struct desvio<Tabla, Entrada, R (*)(A...)> {
+        static R llama(A... a) {
+            todas_las_tablas& yo = *i_yo();
+            const bool toca = yo.i_toca_fallar();
+            const auto real = (yo.*Tabla).*Entrada;
+            if constexpr (i_cierra<Entrada>()) {
+                i_quita(a...);
+                const R resultado = real(a...);
+                return toca ? i_fallo<R, Entrada>() : resultado;
+            } else {
+                if (toca) {
+                    return i_fallo<R, Entrada>();
+                }
+                if constexpr (i_cambia<Entrada>()) {
+                    if (!i_permite<Entrada>(a...)) {
+                        return std::is_same_v<R, HANDLE> ? i_fallo<R, Entrada>() : R();
+                    }
+                }
+                const R resultado = real(a...);
+                i_apunta<R>(resultado, a...);
+                return resultado;
+            }
+        }
+        template <class M>
+        static void i_quita(M manija) {
+            std::erase_if(i_yo()->abiertas_, [&](const auto& par) { return par.first == manija; });
+        }
+        template <class Resultado>
+        static void i_apunta(Resultado resultado, A... a) {
+            const DWORD codigo = ::GetLastError();
+            if constexpr (std::is_same_v<Resultado, HANDLE>) {
+                if (resultado != INVALID_HANDLE_VALUE && resultado != nullptr) {
+                    i_yo()->abiertas_.insert({resultado, i_quien_cierra<Entrada>()});
+                }
+            } else if constexpr (std::is_same_v<Resultado, LSTATUS>) {
+                (i_apunta_clave(resultado, a), ...);
+            }
+            ::SetLastError(codigo);
+        }
+        template <class T>
+        static void i_apunta_clave(LSTATUS resultado, T a) {
+            if constexpr (std::is_same_v<T, HKEY*>) {
+                if (resultado == ERROR_SUCCESS) {
+                    i_yo()->abiertas_.insert({*a, [](void* h) { ::RegCloseKey(static_cast<HKEY>(h)); }});
+                }
+            }
+        }
+    };
+
+    template <auto Tabla, auto... Entradas, class T>
+    static void i_desvia_tabla(T& tabla) {
+        static_assert(sizeof...(Entradas) * sizeof(void (*)()) == sizeof(T) ||
+                          std::is_same_v<T, lumodir::tabla_registro>,
+                      "an entry of the table does not pass through here yet");
+        ((tabla.*Entradas =
+              desvio<Tabla, Entradas, std::remove_reference_t<decltype(tabla.*Entradas)>>::llama),
+         ...);
+    }
+    void i_desvia();
+
+    const lumodir::tabla_sistema sistema_ = lumodir::sistema;
+    const lumodir::tabla_registro registro_ = lumodir::sistema_registro;
+    const lumodir::tabla_procesos procesos_ = lumodir::procesos;
+    const lumodir::tabla_unidades unidades_ = lumodir::unidades;
+    const apoyo::texto_w carpeta_;
+    unsigned long llamadas_ = 0;
+    unsigned long numero_ = 0;
+    bool para_siempre_ = false;
+    bool cambiado_ = false;
+    std::set<std::pair<void*, void (*)(void*)>> abiertas_;
+    std::vector<std::string> fuera_;
+};
+
+inline void todas_las_tablas::i_desvia() {
+    {
+        using t = lumodir::tabla_sistema;
+        i_desvia_tabla<&todas_las_tablas::sistema_, &t::GetFileAttributesW, &t::GetFileAttributesExW,
+                       &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle,
+                       &t::GetFileInformationByHandle, &t::GetFileInformationByHandleEx, &t::SetFileTime,
+                       &t::FileTimeToLocalFileTime, &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime,
+                       &t::SystemTimeToTzSpecificLocalTime, &t::SystemTimeToFileTime,
+                       &t::GetTimeZoneInformation, &t::DeleteFileW, &t::CreateDirectoryW,
+                       &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW, &t::FindNextFileW,
+                       &t::FindFirstFileA, &t::FindNextFileA, &t::FindClose, &t::GetFullPathNameW,
+                       &t::GetShortPathNameW, &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW,
+                       &t::GetWindowsDirectoryW, &t::GetModuleFileNameA, &t::GetModuleFileNameW>(
+            lumodir::sistema);
+    }
+    {
+        using t = lumodir::tabla_registro;
+        i_desvia_tabla<&todas_las_tablas::registro_, &t::RegOpenKeyExA, &t::RegOpenKeyExW,
+                       &t::RegCreateKeyExW, &t::RegCloseKey, &t::RegQueryInfoKeyA, &t::RegQueryInfoKeyW,
+                       &t::RegQueryValueExA, &t::RegQueryValueExW, &t::RegSetValueExW, &t::RegDeleteValueW,
+                       &t::RegEnumKeyExA, &t::RegEnumKeyExW, &t::RegEnumValueW, &t::RegDeleteKeyW>(
+            lumodir::sistema_registro);
+    }
+    {
+        using t = lumodir::tabla_procesos;
+        i_desvia_tabla<&todas_las_tablas::procesos_, &t::CreateToolhelp32Snapshot, &t::Process32FirstW,
+                       &t::Process32NextW, &t::Module32FirstW, &t::Module32NextW, &t::OpenProcess,
+                       &t::TerminateProcess, &t::CloseHandle>(lumodir::procesos);
+    }
+    {
+        using t = lumodir::tabla_unidades;
+        i_desvia_tabla<&todas_las_tablas::unidades_, &t::GetLogicalDrives, &t::GetDriveTypeW,
+                       &t::GetVolumeInformationW, &t::QueryDosDeviceW, &t::WNetGetConnectionW, &t::_wgetdcwd,
+                       &t::_getdrive>(lumodir::unidades);
+    }
+}
+
+}  // namespace exports
