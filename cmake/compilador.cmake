@@ -24,11 +24,12 @@ else()
     -Wall -Wextra -Wconversion -Wshadow -Werror)
   if(LUMODIR_COBERTURA)
     # Whole counters whatever the threads; no branch that only the optimiser has made. The tests are counted too,
-    # for the copy of an inline function that the linker keeps may be theirs.
+    # for the copy of an inline function that the linker keeps may be theirs. Counters are written to the full paths
+    # of the objects.
     target_compile_options(lumodir_opciones INTERFACE --coverage -O0 -fprofile-update=atomic -fprofile-abs-path)
     add_link_options(--coverage)
   else()
-    # No path of the building machine in the product. (The counters are written to the full paths of the objects.)
+    # No path of the building machine in the product.
     target_compile_options(lumodir_opciones INTERFACE
       -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
   endif()
