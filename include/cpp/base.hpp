@@ -3,7 +3,8 @@
  * What the C++ headers stand on: texts on their way in, and owners of the strings and lists that come out.
  *
  * An owner holds one pointer and nothing else; it moves, is never copied, and frees what it holds with the
- * library's own function. An empty one (moved from) behaves as an empty text or list.
+ * library's own function, at once when another is moved into it. An empty one (moved from) behaves as an empty
+ * text or list.
  */
 #ifndef LUMODIR_CPP_BASE_HPP
 #define LUMODIR_CPP_BASE_HPP
@@ -18,6 +19,14 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX  // its min and max are macros, and break std::min and std::max
+#endif
+#include <windows.h>
 
 #include "../companions/acadorde.h"
 #include "../companions/arr.h"
@@ -46,6 +55,17 @@ inline void libera(char** texto) noexcept {
 template <class C>
 std::basic_string_view<C> vista(const C* texto) noexcept {
     return texto == nullptr ? std::basic_string_view<C>() : std::basic_string_view<C>(texto);
+}
+
+inline std::filesystem::path ruta(const wchar_t* texto) {
+    return texto;
+}
+inline std::filesystem::path ruta(const char* texto) {
+    const int unidades = ::MultiByteToWideChar(CP_ACP, 0, texto, -1, nullptr, 0);
+    std::wstring ancho(static_cast<std::size_t>(unidades), 0);
+    ::MultiByteToWideChar(CP_ACP, 0, texto, -1, ancho.data(), unidades);
+    ancho.resize(std::char_traits<wchar_t>::length(ancho.c_str()));
+    return ancho;
 }
 
 // One set of names for the four kinds of string lists.
@@ -86,18 +106,33 @@ inline void libera(AcadOrdeU** l) noexcept {
     acadordeu_destruye(l);
 }
 
-/** Walks anything that has size() and operator[]. */
-template <class L>
+/**
+ * Walks anything that has size() and operator[].
+ *
+ * @tparam De  What is kept of it: its address, or for a view, which may be gone first, the view itself.
+ */
+template <class L, class De = const L*>
 class iterador {
 public:
     using iterator_category = std::input_iterator_tag;
     using reference = decltype(std::declval<const L&>()[0]);
     using value_type = std::decay_t<reference>;
     using difference_type = std::ptrdiff_t;
-    using pointer = void;
 
-    iterador(const L* lista, std::size_t i) noexcept : lista_(lista), i_(i) {}
-    reference operator*() const { return (*lista_)[i_]; }
+    /** What `->` gives: the element's address, or the element where it is made on demand. */
+    class pointer {
+    public:
+        explicit pointer(reference elemento) : elemento_(std::forward<reference>(elemento)) {}
+        const value_type* operator->() const noexcept { return &elemento_; }
+
+    private:
+        reference elemento_;
+    };
+
+    iterador() noexcept = default;
+    iterador(De de, std::size_t i) noexcept : de_(de), i_(i) {}
+    reference operator*() const { return lista(de_)[i_]; }
+    pointer operator->() const { return pointer(**this); }
     iterador& operator++() noexcept {
         ++i_;
         return *this;
@@ -111,8 +146,11 @@ public:
     friend bool operator!=(const iterador& a, const iterador& b) noexcept { return a.i_ != b.i_; }
 
 private:
-    const L* lista_;
-    std::size_t i_;
+    static const L& lista(const L* direccion) noexcept { return *direccion; }
+    static const L& lista(const L& vista) noexcept { return vista; }
+
+    De de_ = {};
+    std::size_t i_ = 0;
 };
 
 }  // namespace detalle
@@ -129,7 +167,8 @@ public:
     explicit basic_cadena(C* nueva) noexcept : texto_(nueva) {}
     basic_cadena(basic_cadena&& otra) noexcept : texto_(std::exchange(otra.texto_, nullptr)) {}
     basic_cadena& operator=(basic_cadena&& otra) noexcept {
-        std::swap(texto_, otra.texto_);
+        basic_cadena antes(std::move(otra));
+        std::swap(texto_, antes.texto_);
         return *this;
     }
     ~basic_cadena() {
@@ -149,8 +188,8 @@ public:
     operator std::basic_string_view<C>() const noexcept { return vista(); }
     /** A copy. */
     std::basic_string<C> texto() const { return std::basic_string<C>(vista()); }
-    /** A copy. */
-    std::filesystem::path ruta() const { return std::filesystem::path(vista()); }
+    /** A copy. 8-bit text is read in the active code page, whatever the locale of the program. */
+    std::filesystem::path ruta() const { return detalle::ruta(c_str()); }
 
     /** For the C functions with an address of a string variable; what was held stays in it. */
     C** direccion() noexcept { return &texto_; }
@@ -236,7 +275,8 @@ public:
     explicit basic_lista(L* nueva) noexcept : lista_(nueva) {}
     basic_lista(basic_lista&& otra) noexcept : lista_(std::exchange(otra.lista_, nullptr)) {}
     basic_lista& operator=(basic_lista&& otra) noexcept {
-        std::swap(lista_, otra.lista_);
+        basic_lista antes(std::move(otra));
+        std::swap(lista_, antes.lista_);
         return *this;
     }
     ~basic_lista() {
@@ -299,7 +339,8 @@ public:
     explicit registros(ArrPunteroConTipo* nueva) noexcept : lista_(nueva) {}
     registros(registros&& otra) noexcept : lista_(std::exchange(otra.lista_, nullptr)) {}
     registros& operator=(registros&& otra) noexcept {
-        std::swap(lista_, otra.lista_);
+        registros antes(std::move(otra));
+        std::swap(lista_, antes.lista_);
         return *this;
     }
     ~registros() {

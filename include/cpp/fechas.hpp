@@ -91,7 +91,8 @@ public:
         : nomsfich_(nomsfich_crea_por_nombre_base_y_extension(nombre_base.c_str(), extension.c_str())) {}
     registro(registro&& otro) noexcept : nomsfich_(std::exchange(otro.nomsfich_, nullptr)) {}
     registro& operator=(registro&& otro) noexcept {
-        std::swap(nomsfich_, otro.nomsfich_);
+        registro antes(std::move(otro));
+        std::swap(nomsfich_, antes.nomsfich_);
         return *this;
     }
     ~registro() {

@@ -26,17 +26,20 @@ namespace detalle {
 class nombres {
 public:
     using value_type = std::wstring_view;
-    using const_iterator = iterador<nombres>;
+    using const_iterator = iterador<nombres, nombres>;
 
+    nombres() noexcept = default;
     explicit nombres(const ListaFicheros_u* registro) noexcept : registro_(registro) {}
     /** Listed directory; empty when listed by full pattern. */
-    std::wstring_view path() const noexcept { return vista<wchar_t>(registro_->path); }
-    std::size_t size() const noexcept { return registro_->num; }
+    std::wstring_view path() const noexcept {
+        return registro_ == nullptr ? std::wstring_view() : vista<wchar_t>(registro_->path);
+    }
+    std::size_t size() const noexcept { return registro_ == nullptr ? 0 : registro_->num; }
     bool empty() const noexcept { return size() == 0; }
     /** A name that there is: `i` below size(). */
     std::wstring_view operator[](std::size_t i) const noexcept { return registro_->lista[i]; }
-    const_iterator begin() const noexcept { return {this, 0}; }
-    const_iterator end() const noexcept { return {this, size()}; }
+    const_iterator begin() const noexcept { return {*this, 0}; }
+    const_iterator end() const noexcept { return {*this, size()}; }
     /** Copies of the names. */
     std::vector<std::wstring> vector() const { return {begin(), end()}; }
     /** The full paths. */
@@ -51,7 +54,7 @@ public:
     }
 
 private:
-    const ListaFicheros_u* registro_;
+    const ListaFicheros_u* registro_ = nullptr;
 };
 
 }  // namespace detalle
@@ -65,7 +68,8 @@ public:
     lista_ficheros() noexcept = default;
     lista_ficheros(lista_ficheros&& otra) noexcept : registro_(std::exchange(otra.registro_, {})) {}
     lista_ficheros& operator=(lista_ficheros&& otra) noexcept {
-        std::swap(registro_, otra.registro_);
+        lista_ficheros antes(std::move(otra));
+        std::swap(registro_, antes.registro_);
         return *this;
     }
     ~lista_ficheros() {
@@ -102,8 +106,9 @@ public:
     arbol(arbol&& otro) noexcept
         : num_(std::exchange(otro.num_, 0)), directorios_(std::exchange(otro.directorios_, nullptr)) {}
     arbol& operator=(arbol&& otro) noexcept {
-        std::swap(num_, otro.num_);
-        std::swap(directorios_, otro.directorios_);
+        arbol antes(std::move(otro));
+        std::swap(num_, antes.num_);
+        std::swap(directorios_, antes.directorios_);
         return *this;
     }
     ~arbol() {
@@ -285,7 +290,8 @@ public:
     explicit ordenados(ApunOrde* nuevos) noexcept : registros_(nuevos) {}
     ordenados(ordenados&& otros) noexcept : registros_(std::exchange(otros.registros_, nullptr)) {}
     ordenados& operator=(ordenados&& otros) noexcept {
-        std::swap(registros_, otros.registros_);
+        ordenados antes(std::move(otros));
+        std::swap(registros_, antes.registros_);
         return *this;
     }
     ~ordenados() {
@@ -305,7 +311,9 @@ public:
     const_iterator end() const noexcept { return {this, size()}; }
     /** The record of a name, nullptr when there is none; valid as long as the owner. */
     const Fichsdir* busca(const argumento_a& nombre) const {
-        return static_cast<const Fichsdir*>(apunorde_nousar_busca(registros_, nombre.c_str(), compara));
+        return registros_ == nullptr
+                   ? nullptr
+                   : static_cast<const Fichsdir*>(apunorde_nousar_busca(registros_, nombre.c_str(), compara));
     }
 
 private:
@@ -393,7 +401,8 @@ public:
     explicit enumerador(const argumento& patron) : dirwin_(dirwin_crea_UNICODE(patron.c_str())) {}
     enumerador(enumerador&& otro) noexcept : dirwin_(std::exchange(otro.dirwin_, nullptr)) {}
     enumerador& operator=(enumerador&& otro) noexcept {
-        std::swap(dirwin_, otro.dirwin_);
+        enumerador antes(std::move(otro));
+        std::swap(dirwin_, antes.dirwin_);
         return *this;
     }
     ~enumerador() {

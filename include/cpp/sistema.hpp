@@ -188,7 +188,8 @@ public:
     tabla() { info_GetDriveInfoSystem(&tabla_); }
     tabla(tabla&& otra) noexcept : tabla_(std::exchange(otra.tabla_, {})) {}
     tabla& operator=(tabla&& otra) noexcept {
-        std::swap(tabla_, otra.tabla_);
+        tabla antes(std::move(otra));
+        std::swap(tabla_, antes.tabla_);
         return *this;
     }
     ~tabla() { info_LiberaTabla(&tabla_); }

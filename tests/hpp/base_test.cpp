@@ -36,6 +36,10 @@ TEST_F(base, una_cadena_se_mueve_y_se_libera_una_vez) {
         a = nueva(L"dos");
         b = std::move(a);
         EXPECT_EQ(b, L"dos");
+        EXPECT_TRUE(a.empty());                          // NOLINT
+        EXPECT_EQ(lumodir::bloques_vivos(), antes + 1);  // "uno" went at once
+        cadena& misma = b;
+        b = std::move(misma);
         EXPECT_EQ(b.texto(), std::wstring(L"dos"));
         EXPECT_TRUE(b == nueva(L"dos"));
         EXPECT_TRUE(b != nueva(L"tres"));
@@ -43,10 +47,23 @@ TEST_F(base, una_cadena_se_mueve_y_se_libera_una_vez) {
         EXPECT_EQ(b.ruta(), std::filesystem::path(L"dos"));
         wchar_t* suelta = b.suelta();
         EXPECT_TRUE(b.empty());
-        EXPECT_EQ(lumodir::bloques_vivos(), antes + 2);  // "uno" is in a, "dos" in nobody
+        EXPECT_EQ(lumodir::bloques_vivos(), antes + 1);  // "dos", nobody's
         widestr_nousar_destruye(&suelta, "prueba", 1);
     }
     EXPECT_EQ(lumodir::bloques_vivos(), antes);
+}
+
+// The curly quotes are bytes 0x93 and 0x94 in all the Windows code pages of one byte, and no such characters.
+TEST_F(base, una_ruta_de_8_bits_se_lee_en_la_pagina_de_codigos) {
+    const lumodir::cadena_a vacia;
+    EXPECT_TRUE(vacia.ruta().empty());
+    const lumodir::cadena_a ascii = lumodir::nomsfich::registro("a b.txt").nombre_fichero();
+    EXPECT_EQ(ascii.ruta(), std::filesystem::path(L"a b.txt"));
+    if (::GetACP() < 1250 || ::GetACP() > 1258) {
+        GTEST_SKIP() << "code page " << ::GetACP();
+    }
+    const lumodir::cadena_a con_comillas = lumodir::nomsfich::registro("\x93x\x94.txt").nombre_fichero();
+    EXPECT_EQ(con_comillas.ruta(), std::filesystem::path(L"\u201Cx\u201D.txt"));
 }
 
 TEST_F(base, una_lista_da_vistas_y_copias) {
@@ -64,6 +81,10 @@ TEST_F(base, una_lista_da_vistas_y_copias) {
     lumodir::lista otra = std::move(l);
     EXPECT_EQ(l.size(), 0u);  // NOLINT
     EXPECT_TRUE(l.begin() == l.end());
+    EXPECT_EQ(otra.begin()->size(), 1u);
+    EXPECT_EQ(*std::next(otra.begin(), 2), L"ñ");
+    otra = lumodir::lista(otra.suelta());
+    EXPECT_EQ(otra.size(), 3u);
     ArrCADENA_u* suelta = otra.suelta();
     EXPECT_EQ(arr_NumElemsCADENA_u(suelta), 3u);
     arr_DestruyeCADENA_u(&suelta);

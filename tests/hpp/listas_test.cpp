@@ -47,9 +47,13 @@ TEST_F(listas, de_un_directorio) {
     EXPECT_EQ(cdir::lista_de_ficheros_en_path_filtro(base / L"*.dat").vector(), textos{L"c.dat"});
     EXPECT_EQ(cdir::lista_de_directorios(base).vector(), (textos{L"sub", L"vacio.old"}));
     lista_ficheros movida = cdir::lista_de_ficheros(base);
-    const lista_ficheros otra = std::move(movida);
+    lista_ficheros otra = std::move(movida);
     EXPECT_EQ(movida.size(), 0u);  // NOLINT
     EXPECT_EQ(otra.size(), 3u);
+    movida = cdir::lista_de_ficheros(base, L"txt");
+    otra = std::move(movida);
+    EXPECT_TRUE(movida.empty());  // NOLINT
+    EXPECT_EQ(otra.size(), 2u);
     EXPECT_TRUE(lumodir::existenFicheros(base));
     EXPECT_TRUE(lumodir::existenSubdirectorios(base));
     EXPECT_FALSE(lumodir::existenSubdirectorios(base / L"sub"));
@@ -63,6 +67,13 @@ TEST_F(listas, de_un_arbol) {
     EXPECT_EQ(con_txt[0].path(), base.wstring());
     EXPECT_EQ(con_txt[0].vector(), (textos{L"a.txt", L"b.txt"}));
     EXPECT_EQ(con_txt[1].rutas(), std::vector<hpp::fs::path>{base / L"sub\\ñ.txt"});
+    // The names of a directory are a view: iterators live as long as the tree, not as long as the view.
+    auto nombre = con_txt[0].begin();
+    const arbol::value_type otro = con_txt[1];
+    EXPECT_EQ(*nombre, L"a.txt");
+    EXPECT_EQ(otro.begin()->size(), 5u);
+    EXPECT_EQ((++nombre)->size(), 5u);
+    EXPECT_EQ(con_txt.begin()->path(), base.wstring());
     const arbol todo = lumodir::lista_de_ficheros_y_directorios_recursivamente(base);
     std::size_t ficheros = 0;
     for (const auto& directorio : todo) {
@@ -70,6 +81,11 @@ TEST_F(listas, de_un_arbol) {
     }
     EXPECT_EQ(todo.size(), 3u);
     EXPECT_EQ(ficheros, 4u);
+    arbol movido = lumodir::lista_de_ficheros_y_directorios_recursivamente(base);
+    arbol destino = lumodir::lista_de_ficheros_en_directorio_y_subdirectorios(base, L"txt");
+    destino = std::move(movido);
+    EXPECT_TRUE(movido.empty());  // NOLINT
+    EXPECT_EQ(destino.size(), 3u);
     EXPECT_TRUE(lumodir::lista_de_ficheros_en_directorio_y_subdirectorios(base / L"vacio.old").empty());
 }
 
@@ -78,7 +94,10 @@ TEST_F(listas, de_registros) {
     lumodir::protege_fichero(base / L"a.txt");
     const auto registros = fichsdir::ficheros(base);
     EXPECT_EQ(nombres_de(registros), (textos_a{"a.txt", "b.txt", "c.dat"}));
-    const auto ordenados = fichsdir::ficheros_existentes_ordenados(base.string());
+    EXPECT_EQ(registros.begin()->protegido, CIERTO);
+    auto vaciados = fichsdir::ficheros_existentes_ordenados(base.string());
+    const auto ordenados = std::move(vaciados);
+    EXPECT_EQ(vaciados.busca("a.txt"), nullptr);  // NOLINT: not reported either
     EXPECT_EQ(fichsdir::nombre_fichero(ordenados[0]), "a.txt");
     const Fichsdir* a = ordenados.busca("a.txt");
     ASSERT_NE(a, nullptr);
@@ -138,6 +157,14 @@ TEST_F(listas, el_enumerador) {
     EXPECT_EQ(nombres, (textos{L"a.txt", L"b.txt"}));
     WIN32_FIND_DATAW e;
     EXPECT_FALSE(entradas.siguiente(e));
+    // The search that gives way ends at once: it would keep its directory from being removed.
+    const hpp::fs::path otro = base / L"otro";
+    hpp::fs::create_directory(otro);
+    dirwin::enumerador dentro(otro / L"*");
+    EXPECT_TRUE(dentro.siguiente(e));
+    const unsigned long long antes = lumodir::bloques_vivos();
+    dentro = std::move(entradas);
+    EXPECT_LT(lumodir::bloques_vivos(), antes);
     EXPECT_TRUE(dirwin::cumple_filtro("readme.txt", "read*"));
     EXPECT_FALSE(dirwin::cumple_filtro("readme.txt", "x*"));
 }

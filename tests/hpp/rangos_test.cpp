@@ -1,0 +1,33 @@
+// What C++20 adds: the lists are ranges. Built as C++20, unlike the rest.
+#include <ranges>
+
+#include "hpp/apoyo.hpp"
+
+namespace {
+
+static_assert(std::ranges::input_range<lumodir::lista>);
+static_assert(std::ranges::input_range<lumodir::ordenada_a>);
+static_assert(std::ranges::input_range<lumodir::lista_ficheros>);
+static_assert(std::ranges::input_range<lumodir::arbol>);
+static_assert(std::ranges::input_range<lumodir::arbol::value_type>);
+static_assert(std::ranges::input_range<lumodir::fichsdir::ficheros_t>);
+static_assert(std::ranges::input_range<lumodir::fichsdir::ordenados>);
+static_assert(std::ranges::input_range<lumodir::info::tabla>);
+
+class rangos : public hpp::prueba {};
+
+TEST_F(rangos, una_lista_entra_en_una_vista) {
+    lumodir::lista l(arr_CreaCADENA_u(0));
+    for (const wchar_t* texto : {L"uno", L"dos", L"cuatro"}) {
+        arr_AppendCADENA_u(l.get(), texto);
+    }
+    std::vector<std::size_t> largos;
+    for (std::size_t largo : l | std::views::transform(&std::wstring_view::size) | std::views::drop(1)) {
+        largos.push_back(largo);
+    }
+    EXPECT_EQ(largos, (std::vector<std::size_t>{3, 6}));
+    EXPECT_EQ(*std::ranges::find(l, L"cuatro"), L"cuatro");
+    EXPECT_EQ(std::ranges::count_if(l, [](std::wstring_view texto) { return texto.size() == 3; }), 2);
+}
+
+}  // namespace
