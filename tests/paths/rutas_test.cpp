@@ -157,9 +157,10 @@ unsigned g_reservas = 0;
 }
 
 TEST(rutas, unir_cuesta_un_solo_bloque) {
+    static const auto de_antes = lumodir::memoria.reserva;
     const sustituye<void* (*)(std::size_t)> contada(lumodir::memoria.reserva, [](std::size_t bytes) {
         ++g_reservas;
-        return std::malloc(bytes);
+        return de_antes(bytes);
     });
     const cadena_w dos = lumodir::i_concatena_directorios<wchar_t>(L"C:\\a", L"b");
     EXPECT_EQ(g_reservas, 1u);
