@@ -128,6 +128,9 @@ private:
         for (const grupo& g : grupos()) {
             for (const orden& o : g.ordenes) {
                 if (ancho_de(o.nombre).starts_with(palabra + L" ")) {
+                    if (i + 1 < palabras_.size() && i_nombre_de_opcion(palabras_[i + 1]).empty()) {
+                        i_orden_desconocida(palabra + L" " + palabras_[i + 1]);
+                    }
                     leida_.grupo_a_medias = palabra;
                     return;
                 }
