@@ -18,6 +18,8 @@ void registra_ultimo();
 
 // How often this program has allocated memory so far.
 unsigned long reservas();
+// Makes one allocation of this program fail: 1 is the next; 0 makes none fail.
+void falla_la_reserva(unsigned long cual);
 
 class prueba : public testing::Test {
 protected:

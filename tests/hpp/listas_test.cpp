@@ -125,6 +125,53 @@ TEST_F(listas, de_nombres) {
               (textos_a{"a", "b"}));
 }
 
+// Wherever the memory for a copy runs out, nothing of the library stays behind.
+TEST_F(listas, sin_memoria_para_la_copia_no_queda_nada) {
+    const std::wstring directorio = base.wstring();
+    const std::wstring_view vista = directorio;
+    const textos extensiones{L"dat", L"txt"};
+    void (*const operaciones[])(std::wstring_view, const textos&) = {
+        [](std::wstring_view d, const textos&) { (void)cdir::lista_de_ficheros(d).vector(); },
+        [](std::wstring_view d, const textos&) {
+            for (const auto& uno : lumodir::lista_de_ficheros_en_directorio_y_subdirectorios(d)) {
+                (void)uno.rutas();
+            }
+        },
+        [](std::wstring_view d, const textos& e) {
+            (void)lumodir::lista_de_fichero(std::wstring(d) + L"\\*", e).vector();
+        },
+        [](std::wstring_view, const textos&) {
+            const std::wstring largo(1000, L'x');
+            (void)cdir::construye_path(std::wstring_view(largo), L"a", std::wstring_view(largo)).ruta();
+        },
+        [](std::wstring_view, const textos&) {
+            (void)lumodir::nomsfich::registro("a name longer than any string keeps within.txt")
+                .nombre_fichero()
+                .ruta();
+        },
+        [](std::wstring_view, const textos&) {
+            (void)lumodir::lumoreg::lee_valores_cadena_clave_ex(
+                lumodir::lumoreg::vista::proceso, lumodir::lumoreg::raiz::current_user, L"Environment");
+        },
+    };
+    for (const auto& operacion : operaciones) {
+        const unsigned long long antes = lumodir::bloques_vivos();
+        unsigned long fallidas = 0;
+        for (bool entera = false; !entera; ++fallidas) {
+            hpp::falla_la_reserva(fallidas + 1);
+            try {
+                operacion(vista, extensiones);
+                entera = true;
+            } catch (const std::bad_alloc&) {
+            }
+            hpp::falla_la_reserva(0);
+            EXPECT_EQ(lumodir::bloques_vivos(), antes)
+                << "operation " << &operacion - operaciones << ", allocation " << fallidas + 1;
+        }
+        EXPECT_GT(fallidas, 1u) << "operation " << &operacion - operaciones << " allocates nothing";
+    }
+}
+
 TEST_F(listas, se_paran) {
     int veces = 0;
     const auto sigue = [&] {
