@@ -8,6 +8,9 @@
 using namespace apoyo;
 using namespace lumodir;
 
+// Taken before the fixture puts its recorder in that place.
+static void (*const duerme_de_veras)(unsigned long) = plataforma::duerme_ms;
+
 #define SOLO_CON_1252()                                                                       \
     if (::GetACP() != 1252) {                                                                 \
         GTEST_SKIP() << "the active code page is " << ::GetACP() << ", the rows are of 1252"; \
@@ -260,4 +263,11 @@ TEST(plataforma, el_error_estandar_no_parte_un_par) {
     testing::internal::CaptureStderr();
     plataforma::escribe_error_estandar(w(texto));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), texto);
+}
+
+TEST(plataforma, dormir_tarda_lo_que_se_pide) {
+    const ULONGLONG antes = ::GetTickCount64();
+    duerme_de_veras(100);
+    EXPECT_GE(::GetTickCount64() - antes, 80u) << "the clock advances in steps of up to 16 ms";
+    EXPECT_TRUE(toma_esperas().empty()) << "the recorder was asked instead";
 }
