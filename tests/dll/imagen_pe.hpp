@@ -7,6 +7,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace dll {
@@ -69,6 +70,22 @@ public:
         if (lee<std::uint32_t>(directorios_ + 8 * diferidas) != 0) {
             for (std::uint32_t p = tabla(diferidas); lee<std::uint32_t>(p + 4) != 0; p += 32) {
                 resultado.push_back(texto(en_fichero(lee<std::uint32_t>(p + 4))));
+            }
+        }
+        return resultado;
+    }
+
+    // The functions that it imports by name at start-up, each with its DLL.
+    std::vector<std::pair<std::string, std::string>> funciones_importadas() const {
+        std::vector<std::pair<std::string, std::string>> resultado;
+        for (std::uint32_t p = tabla(1); lee<std::uint32_t>(p + 12) != 0; p += 20) {
+            const std::string dll = texto(en_fichero(lee<std::uint32_t>(p + 12)));
+            const std::uint32_t nombres = en_fichero(lee<std::uint32_t>(p));
+            for (std::uint32_t i = nombres; lee<std::uint64_t>(i) != 0; i += 8) {
+                const auto nombre = lee<std::uint64_t>(i);
+                if ((nombre >> 63) == 0) {
+                    resultado.emplace_back(dll, texto(en_fichero(static_cast<std::uint32_t>(nombre)) + 2));
+                }
             }
         }
         return resultado;

@@ -170,6 +170,12 @@ private:
 };
 
 class sin_restos : public testing::Environment {
+    // There even if no case of these runs.
+    void SetUp() override {
+        std::error_code da_igual;
+        std::filesystem::create_directories(carpeta(), da_igual);
+        std::ofstream(std::filesystem::path(carpeta_guardada() + L"\\guarda.txt")) << "guarda";
+    }
     void TearDown() override {
         std::error_code da_igual;
         EXPECT_TRUE(std::filesystem::exists(carpeta_guardada() + L"\\guarda.txt")) << "a call went too far";

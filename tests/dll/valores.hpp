@@ -232,7 +232,7 @@ struct valor<unsigned short*> : en_sitio<unsigned short> {
 // Static: the tree listing's result can only be freed with the number that was stored here.
 template <>
 struct valor<unsigned long*> : inmovil {
-    static inline unsigned long v = 0;
+    static inline thread_local unsigned long v = 0;
     explicit valor(const llamada&) { v = 0; }
     static constexpr bool hay = true;
     unsigned long* da() { return &v; }

@@ -19,6 +19,7 @@ namespace {
 class escenario {
 public:
     escenario() {
+        d_.directorio("dentro");
         ::SetEnvironmentVariableW(L"TMP", d_.ruta_w("dentro").c_str());
         ::SetEnvironmentVariableW(L"TEMP", d_.ruta_w("dentro").c_str());
     }
@@ -99,6 +100,15 @@ unsigned ultimo_fallo(const llamada& de) {
 unsigned siguiente_fallo(unsigned n) {
     return n + 1 + n / 25;
 }
+// The directory, and the file for what is about files; at length: a pattern too, and all for whatever takes a path.
+std::vector<std::wstring> textos_para(const llamada& de) {
+    std::vector<std::wstring> textos = g_escenario->textos();
+    const bool de_ficheros = de.es("fichero") || de.es("Fichero") || de.es("timefich_");
+    if (!largo() || !(de_ficheros || de.es("dir"))) {
+        textos.resize(de_ficheros ? 2 : 1);
+    }
+    return textos;
+}
 
 template <class R, class... A>
 class con_fallos : public testing::Test {
@@ -107,7 +117,7 @@ public:
 
     void TestBody() override {
         const unsigned ultima = ultimo_fallo(como_);
-        for (const std::wstring& texto : g_escenario->textos()) {
+        for (const std::wstring& texto : textos_para(como_)) {
             texto_en_curso() = texto;
             for (const bool para_siempre : {false, true}) {
                 bool limpia = false;
@@ -115,10 +125,6 @@ public:
                     limpia = ronda(n, para_siempre);
                 }
             }
-            if (!largo() || !como_.es("dir")) {
-                break;
-            }
-            lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
         }
     }
 
@@ -128,7 +134,7 @@ private:
         const std::string que = como_.funcion + ", call " + std::to_string(n) + (para_siempre ? " on" : "");
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
-        todas_las_tablas tablas(g_escenario->carpeta());
+        todas_las_tablas tablas(g_escenario->carpeta(), clave_de_prueba);
         unsigned long llamadas;
         bool cambiado;
         {
@@ -140,6 +146,7 @@ private:
             cambiado = tablas.ha_cambiado_algo();
             tablas.falla(0, false);
         }
+        lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
         EXPECT_EQ(tablas.abiertas(), 0u) << que << ": handles left open";
         EXPECT_EQ(tablas.fuera(), std::vector<std::string>()) << que << ": outside its directory";
         EXPECT_EQ(lumospy_bloques_vivos(), vivos) << que << ": blocks left";
@@ -230,10 +237,13 @@ public:
         if (!se_puede_salir) {
             GTEST_SKIP() << "this compiler cannot leave a call half-way";
         }
-        texto_en_curso() = g_escenario->textos()[0];
-        bool limpia = false;
-        for (unsigned n = 1; n <= ultimo_fallo(como_) && !limpia && !HasFailure(); n = siguiente_fallo(n)) {
-            limpia = ronda(n);
+        const unsigned ultima = ultimo_fallo(como_);
+        for (const std::wstring& texto : textos_para(como_)) {
+            texto_en_curso() = texto;
+            bool limpia = false;
+            for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); n = siguiente_fallo(n)) {
+                limpia = ronda(n);
+            }
         }
         lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
     }
@@ -244,7 +254,7 @@ private:
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = lumodir::i_bloques_internos_vivos();
-        todas_las_tablas tablas(g_escenario->carpeta());
+        todas_las_tablas tablas(g_escenario->carpeta(), clave_de_prueba);
         const apoyo::sustituye<decltype(lumodir::plataforma::termina_proceso)> puerta(
             lumodir::plataforma::termina_proceso, sale);
         g_memoria = lumodir::memoria;

@@ -14,7 +14,7 @@ namespace dll {
 
 std::wstring texto_sano(const llamada& para) {
     if (para.es("lumoreg_")) {
-        return exports::clave_de_prueba;
+        return exports::clave_en_curso();
     }
     return para.es("taskproc_") ? L"lumodir_no_hay.exe" : exports::texto_en_curso();
 }

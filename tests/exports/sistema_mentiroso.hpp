@@ -32,6 +32,10 @@ public:
         i_desvia_ficheros();
         i_desvia_registro();
         i_desvia_lo_demas();
+        i_exige_llena(lumodir::sistema);
+        i_exige_llena(lumodir::sistema_registro);
+        i_exige_llena(lumodir::procesos);
+        i_exige_llena(lumodir::unidades);
         lumodir::i_olvida_nombre_largo();
     }
     ~sistema_mentiroso() {
@@ -306,7 +310,15 @@ private:
     }
     static wchar_t* i_directorio_de(int, wchar_t* destino, int sitio) { return i_directorio(destino, sitio); }
 
-    // A table with an entry that nobody names here keeps a NULL, and the first call of it is noticed.
+    // Tables begin empty: an entry that nobody names here is noticed, and could not be called.
+    template <class T>
+    static void i_exige_llena(const T& tabla) {
+        void (*entradas[sizeof(T) / sizeof(void (*)())])();
+        std::memcpy(entradas, &tabla, sizeof entradas);
+        for (void (*const entrada)() : entradas) {
+            EXPECT_NE(entrada, nullptr) << "an entry of a table has no answer here yet";
+        }
+    }
     void i_desvia_ficheros() {
         lumodir::tabla_sistema& t = lumodir::sistema;
         t = {};

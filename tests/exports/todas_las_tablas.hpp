@@ -1,15 +1,18 @@
 // Every entry of every table of system calls behind one counter: call number N of an operation fails, once or for
 // ever, whatever table it is in; all others go on to the real system. Windows only.
 //
-// A call that would change anything outside the test's own directory does not go on: it fails and is remembered
-// (`fuera()`), whatever path the library may have come to.
+// A call that would change anything outside the test's own directory and its own key of the registry does not go on:
+// it fails and is remembered (`fuera()`), whatever path the library may have come to.
 #pragma once
 
+#include <cstring>
 #include <set>
 
 #include "apoyo/apoyo.hpp"
 #include "apoyo/cuenta_de_fallos.hpp"
 #include "companions/sistema.hpp"
+#include "files/nombre_largo.hpp"
+#include "files/programa.hpp"
 #include "system/tabla_procesos.hpp"
 #include "system/tabla_registro.hpp"
 #include "system/tabla_unidades.hpp"
@@ -18,7 +21,8 @@ namespace exports {
 
 class todas_las_tablas {
 public:
-    explicit todas_las_tablas(apoyo::texto_w carpeta) : carpeta_(std::move(carpeta)) {
+    todas_las_tablas(apoyo::texto_w carpeta, apoyo::texto_w clave)
+        : carpeta_(std::move(carpeta)), clave_(std::move(clave)) {
         i_yo() = this;
         i_desvia();
     }
@@ -27,6 +31,9 @@ public:
         lumodir::sistema_registro = registro_;
         lumodir::procesos = procesos_;
         lumodir::unidades = unidades_;
+        lumodir::directorio_actual = actual_;
+        lumodir::busca_nombre_largo = largo_;
+        lumodir::i_olvida_nombre_largo();
         i_yo() = nullptr;
     }
     todas_las_tablas(const todas_las_tablas&) = delete;
@@ -69,14 +76,29 @@ private:
         if (texto.compare(0, 4, L"\\\\?\\") == 0) {
             texto.erase(0, 4);
         }
+        const bool es = i_empieza(texto, carpeta_);
+        if (!es && cuenta) {
+            fuera_.push_back(apoyo::u8(ruta));
+        }
+        return es;
+    }
+    // The very name, or something below it; another name that only begins alike is not.
+    static bool i_empieza(const apoyo::texto_w& ruta, const apoyo::texto_w& principio) {
+        const auto largo = static_cast<int>(principio.size());
+        return ruta.size() >= principio.size() &&
+               (ruta.size() == principio.size() || ruta[principio.size()] == L'\\') &&
+               ::CompareStringOrdinal(ruta.c_str(), largo, principio.c_str(), largo, TRUE) == CSTR_EQUAL;
+    }
+    static apoyo::texto_w i_ancha(const wchar_t* clave) { return clave; }
+    static apoyo::texto_w i_ancha(const char* clave) { return apoyo::w(apoyo::de_cp1252(clave)); }
+    template <class C>
+    bool i_es_su_clave(const C* clave) {
+        // One export tries whether it may write to the machine's keys: it makes this one and deletes it.
+        const apoyo::texto_w de_permiso = L"SOFTWARE\\LUMO";
         const bool es =
-            ::CompareStringOrdinal(texto.c_str(), static_cast<int>(std::min(texto.size(), carpeta_.size())),
-                                   carpeta_.c_str(), static_cast<int>(carpeta_.size()), TRUE) == CSTR_EQUAL;
+            clave != nullptr && (i_empieza(i_ancha(clave), clave_) || i_empieza(i_ancha(clave), de_permiso));
         if (!es) {
-            ::SetLastError(ERROR_ACCESS_DENIED);
-            if (cuenta) {
-                fuera_.push_back(apoyo::u8(ruta));
-            }
+            fuera_.push_back("key " + (clave == nullptr ? std::string() : apoyo::u8(i_ancha(clave).c_str())));
         }
         return es;
     }
@@ -123,8 +145,15 @@ private:
         return i_es<&t::DeleteFileW, Entrada>() || i_es<&t::RemoveDirectoryW, Entrada>() ||
                i_es<&t::CreateDirectoryW, Entrada>() || i_es<&t::SetFileAttributesW, Entrada>() ||
                i_es<&t::MoveFileExW, Entrada>() || i_es<&t::CreateFileW, Entrada>() ||
-               i_es<&t::GetTempFileNameW, Entrada>() ||
+               i_es<&t::GetTempFileNameW, Entrada>() || i_abre_clave<Entrada>() ||
                i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>();
+    }
+    // What changes keys and values does so by a handle that one of these gave.
+    template <auto Entrada>
+    static constexpr bool i_abre_clave() {
+        using t = lumodir::tabla_registro;
+        return i_es<&t::RegOpenKeyExA, Entrada>() || i_es<&t::RegOpenKeyExW, Entrada>() ||
+               i_es<&t::RegCreateKeyExW, Entrada>();
     }
     template <auto Entrada>
     static void (*i_quien_cierra())(void*) {
@@ -140,18 +169,33 @@ private:
     static bool i_permite(A... a) {
         if constexpr (i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>()) {
             return false;
+        } else if constexpr (i_abre_clave<Entrada>()) {
+            return i_permite_clave<Entrada>(a...);
         } else {
             return i_permite_ruta<Entrada>(a...);
         }
+    }
+    template <auto Entrada, class... A>
+    static bool i_permite_clave(A... a) {
+        const auto argumentos = std::make_tuple(a...);
+        if constexpr (!i_es<&lumodir::tabla_registro::RegCreateKeyExW, Entrada>()) {
+            constexpr REGSAM para_leer = KEY_READ | KEY_WOW64_64KEY | KEY_WOW64_32KEY;
+            if ((std::get<3>(argumentos) & ~para_leer) == 0) {
+                return true;
+            }
+        }
+        return i_yo()->i_es_su_clave(std::get<1>(argumentos));
     }
     template <auto Entrada, class... A>
     static bool i_permite_ruta(A... a) {
         using t = lumodir::tabla_sistema;
         const auto primera = std::get<0>(std::make_tuple(a...));
         if constexpr (i_es<&t::CreateFileW, Entrada>()) {
-            const DWORD acceso = std::get<1>(std::make_tuple(a...));
-            if ((acceso & (GENERIC_WRITE | GENERIC_ALL | DELETE | FILE_WRITE_ATTRIBUTES | FILE_WRITE_DATA)) ==
-                0) {
+            const auto argumentos = std::make_tuple(a...);
+            constexpr DWORD para_leer =
+                GENERIC_READ | FILE_READ_ATTRIBUTES | FILE_READ_DATA | FILE_LIST_DIRECTORY | SYNCHRONIZE;
+            if ((std::get<1>(argumentos) & ~para_leer) == 0 && std::get<4>(argumentos) == OPEN_EXISTING &&
+                (std::get<5>(argumentos) & FILE_FLAG_DELETE_ON_CLOSE) == 0) {
                 return true;
             }
         }
@@ -184,7 +228,7 @@ private:
                 }
                 if constexpr (i_cambia<Entrada>()) {
                     if (!i_permite<Entrada>(a...)) {
-                        return std::is_same_v<R, HANDLE> ? i_fallo<R, Entrada>() : R();
+                        return i_fallo<R, Entrada>();
                     }
                 }
                 const R resultado = real(a...);
@@ -220,12 +264,28 @@ private:
 
     template <auto Tabla, auto... Entradas, class T>
     static void i_desvia_tabla(T& tabla) {
-        static_assert(sizeof...(Entradas) * sizeof(void (*)()) == sizeof(T) ||
-                          std::is_same_v<T, lumodir::tabla_registro>,
-                      "an entry of the table does not pass through here yet");
         ((tabla.*Entradas =
               desvio<Tabla, Entradas, std::remove_reference_t<decltype(tabla.*Entradas)>>::llama),
          ...);
+        // The last entry of the registry's is no call of the system.
+        constexpr std::size_t entradas =
+            sizeof(T) / sizeof(void (*)()) - (std::is_same_v<T, lumodir::tabla_registro> ? 1 : 0);
+        static_assert(sizeof...(Entradas) == entradas,
+                      "an entry of the table does not pass through here yet");
+        void (*antes[entradas])();
+        void (*ahora[entradas])();
+        std::memcpy(antes, &(i_yo()->*Tabla), sizeof antes);
+        std::memcpy(ahora, &tabla, sizeof ahora);
+        for (std::size_t i = 0; i < entradas; ++i) {
+            EXPECT_NE(antes[i], ahora[i]) << "entry " << i << " does not pass through here";
+        }
+    }
+    static DWORD WINAPI i_nombre_largo(const char* corto, char* largo, DWORD sitio) {
+        if (i_yo()->i_toca_fallar()) {
+            ::SetLastError(ERROR_ACCESS_DENIED);
+            return 0;
+        }
+        return ::GetLongPathNameA(corto, largo, sitio);
     }
     void i_desvia();
 
@@ -233,7 +293,10 @@ private:
     const lumodir::tabla_registro registro_ = lumodir::sistema_registro;
     const lumodir::tabla_procesos procesos_ = lumodir::procesos;
     const lumodir::tabla_unidades unidades_ = lumodir::unidades;
+    const lumodir::tabla_directorio_actual actual_ = lumodir::directorio_actual;
+    lumodir::funcion_nombre_largo (*const largo_)() noexcept = lumodir::busca_nombre_largo;
     const apoyo::texto_w carpeta_;
+    const apoyo::texto_w clave_;
     unsigned long llamadas_ = 0;
     unsigned long numero_ = 0;
     bool para_siempre_ = false;
@@ -277,6 +340,12 @@ inline void todas_las_tablas::i_desvia() {
                        &t::GetVolumeInformationW, &t::QueryDosDeviceW, &t::WNetGetConnectionW, &t::_wgetdcwd,
                        &t::_getdrive>(lumodir::unidades);
     }
+    {
+        using t = lumodir::tabla_directorio_actual;
+        i_desvia_tabla<&todas_las_tablas::actual_, &t::getcwd, &t::wgetcwd>(lumodir::directorio_actual);
+    }
+    lumodir::i_olvida_nombre_largo();
+    lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return i_nombre_largo; };
 }
 
 }  // namespace exports

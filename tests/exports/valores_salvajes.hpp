@@ -13,11 +13,27 @@ namespace exports {
 using dll::inmovil;
 using dll::llamada;
 
-// What the sane text arguments of a call are, but for those of the registry and of processes.
+// What the sane text arguments of a call are, in this thread: those of the registry, and all but those of processes.
 inline constexpr const wchar_t* clave_de_prueba = L"Software\\lumodir_prueba_exports";
+struct textos_sanos {
+    std::wstring texto = L"C:\\nada.txt";
+    std::wstring clave = clave_de_prueba;
+};
+// Those of a thread that has its own; a plain pointer, because MinGW's threads free what is local to them before they
+// run its destructors.
+inline textos_sanos*& textos_del_hilo() {
+    static thread_local textos_sanos* suyos = nullptr;
+    return suyos;
+}
+inline textos_sanos& textos_en_curso() {
+    static textos_sanos de_todos;
+    return textos_del_hilo() != nullptr ? *textos_del_hilo() : de_todos;
+}
 inline std::wstring& texto_en_curso() {
-    static std::wstring texto = L"C:\\nada.txt";
-    return texto;
+    return textos_en_curso().texto;
+}
+inline std::wstring& clave_en_curso() {
+    return textos_en_curso().clave;
 }
 
 // The source of the call in progress.

@@ -267,4 +267,5 @@ TEST(concurrencia, un_borrado_parado_a_medias_se_acaba_en_otro_y_no_toca_nada_ma
         }
     }
     std::printf("deletions stopped: %u, half-way: %u\n", paradas, a_medias);
+    EXPECT_GE(a_medias, paradas / 5) << "too few were stopped while they deleted";
 }

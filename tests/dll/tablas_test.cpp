@@ -1,0 +1,126 @@
+// Nothing goes round the tables of system calls, which is what lets tests make any call fail and keeps wild arguments
+// from real files: every function of Windows that the finished DLL imports is called through a table, but for those
+// named below with the one source that may call them.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+
+#include "dll/imagen_pe.hpp"
+
+namespace {
+
+// Sources that take the addresses which fill the tables; they may call nothing by its name either.
+const std::set<std::string> con_tabla = {"sistema.hpp",        "sistema.cpp",        "tabla_registro.hpp",
+                                         "tabla_registro.cpp", "tabla_procesos.hpp", "tabla_unidades.hpp",
+                                         "discos.cpp",         "taskproc.cpp",       "programa.cpp"};
+
+// Errors, texts, time and the process itself: none of these touches a file, a key or another process, but the
+// standard streams, and the shell, which is asked only where Windows is older than its own long names.
+const std::map<std::string, std::set<std::string>> sin_tabla = {
+    {"GetLastError", {}},  // anywhere
+    {"SetLastError", {}},
+    {"CompareStringOrdinal", {}},
+    {"FormatMessageW", {"plataforma_win32.cpp"}},
+    {"GetACP", {"plataforma_win32.cpp"}},
+    {"GetConsoleMode", {"plataforma_win32.cpp"}},
+    {"GetCurrentProcess", {"plataforma_win32.cpp"}},
+    {"GetCurrentProcessId", {"azar.cpp", "permisos_escritura.cpp"}},
+    {"GetModuleHandleA", {"nombre_largo.cpp", "programa.cpp"}},
+    {"GetModuleHandleW", {"programa.cpp"}},
+    {"GetProcAddress", {"nombre_largo.cpp"}},
+    {"GetStdHandle", {"plataforma_win32.cpp"}},
+    {"GetUserDefaultUILanguage", {"plataforma_win32.cpp"}},
+    {"IsDBCSLeadByteEx", {"plataforma_win32.cpp"}},
+    {"LCMapStringEx", {"plataforma_win32.cpp"}},
+    {"LocalFree", {"plataforma_win32.cpp"}},
+    {"MultiByteToWideChar", {"plataforma_win32.cpp"}},
+    {"OutputDebugStringW", {"plataforma_win32.cpp"}},
+    {"QueryPerformanceCounter", {"azar.cpp"}},
+    {"SHGetDesktopFolder", {"nombre_largo.cpp"}},
+    {"SHGetMalloc", {"nombre_largo.cpp"}},
+    {"SHGetPathFromIDListA", {"nombre_largo.cpp"}},
+    {"Sleep", {"plataforma_win32.cpp"}},
+    {"TerminateProcess", {"plataforma_win32.cpp"}},
+    {"WideCharToMultiByte", {"plataforma_win32.cpp"}},
+    {"WriteConsoleW", {"plataforma_win32.cpp"}},
+    {"WriteFile", {"plataforma_win32.cpp"}},
+    {"_wgetenv", {"plataforma_win32.cpp"}},
+};
+
+bool de_nombre(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+
+// The text of a source without its comments.
+std::string sin_comentarios(const std::filesystem::path& fichero) {
+    std::ifstream entrada(fichero);
+    std::string resultado;
+    for (std::string linea; std::getline(entrada, linea);) {
+        resultado += linea.substr(0, linea.find("//")) + "\n";
+    }
+    return resultado;
+}
+
+// What the DLL imports that could reach outside the process: all of Windows' own, and of the C runtime what is not C.
+std::set<std::string> importadas() {
+    char fichero[1024];
+    ::GetModuleFileNameA(::GetModuleHandleA("lumodir.dll"), fichero, sizeof fichero);
+    std::set<std::string> resultado;
+    for (const auto& [dll, nombre] : dll::imagen_pe(fichero).funciones_importadas()) {
+        if (dll != "msvcrt.dll" || nombre[0] == '_' || nombre.find("open") != nombre.npos ||
+            nombre == "remove" || nombre == "rename" || nombre == "system") {
+            resultado.insert(nombre);
+        }
+    }
+    return resultado;
+}
+
+struct mencion {
+    bool llamada;    // a bracket follows
+    bool de_objeto;  // a member of something: an entry of a table
+};
+
+std::vector<mencion> menciones(const std::string& texto, const std::string& nombre) {
+    std::vector<mencion> resultado;
+    for (std::size_t i = texto.find(nombre); i != texto.npos; i = texto.find(nombre, i + 1)) {
+        const std::size_t fin = i + nombre.size();
+        if ((i == 0 || !de_nombre(texto[i - 1])) && (fin == texto.size() || !de_nombre(texto[fin]))) {
+            resultado.push_back({texto[fin] == '(', i > 0 && texto[i - 1] == '.'});
+        }
+    }
+    return resultado;
+}
+
+}  // namespace
+
+TEST(tablas, ninguna_llamada_al_sistema_las_rodea) {
+    const std::set<std::string> nombres = importadas();
+    ASSERT_EQ(nombres.count("CreateFileW"), 1u);
+    ASSERT_GT(nombres.size(), 80u);
+    std::size_t por_tabla = 0;
+    for (const auto& entrada : std::filesystem::recursive_directory_iterator(LUMODIR_RAIZ "/src")) {
+        const std::filesystem::path& ruta = entrada.path();
+        if (ruta.extension() != ".cpp" && ruta.extension() != ".hpp") {
+            continue;
+        }
+        const std::string fichero = ruta.filename().string();
+        const std::string texto = sin_comentarios(ruta);
+        for (const std::string& nombre : nombres) {
+            const auto permiso = sin_tabla.find(nombre);
+            for (const mencion& m : menciones(texto, nombre)) {
+                por_tabla += m.de_objeto ? 1 : 0;
+                const bool permitida = permiso != sin_tabla.end() &&
+                                       (permiso->second.empty() || permiso->second.count(fichero) != 0);
+                const bool en_tabla = !m.llamada && con_tabla.count(fichero) != 0;
+                EXPECT_TRUE(m.de_objeto || permitida || en_tabla)
+                    << fichero << " uses " << nombre << " past the tables";
+            }
+        }
+    }
+    EXPECT_GT(por_tabla, 50u) << "the sources were not understood";
+}
