@@ -149,14 +149,15 @@ public:
 private:
     // As if nothing had been called yet. Some calls remove empty parents: the file stops them.
     void prepara() const {
-        if (d_.arbol(nombre_).size() == 5 && d_.atributos(nombre_ + "\\arbol\\uno.txt") == normales_) {
-            return;
+        if (d_.arbol(nombre_).size() != 5 || d_.atributos(nombre_ + "\\arbol\\uno.txt") != normales_) {
+            d_.borra(nombre_);
+            d_.fichero(nombre_ + "\\guarda.txt");
+            d_.fichero(nombre_ + "\\arbol\\uno.txt");
+            d_.fichero(nombre_ + "\\arbol\\sub\\dos.txt");
+            normales_ = d_.atributos(nombre_ + "\\arbol\\uno.txt");
         }
-        d_.borra(nombre_);
-        d_.fichero(nombre_ + "\\guarda.txt");
-        d_.fichero(nombre_ + "\\arbol\\uno.txt");
-        d_.fichero(nombre_ + "\\arbol\\sub\\dos.txt");
-        normales_ = d_.atributos(nombre_ + "\\arbol\\uno.txt");
+        d_.pon_fecha(nombre_ + "\\arbol\\uno.txt", 1'600'000'000);
+        d_.pon_fecha(nombre_ + "\\arbol", 1'600'000'000);
     }
     const apoyo::directorio_temporal& d_;
     const std::string nombre_;
