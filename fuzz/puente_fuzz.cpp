@@ -124,8 +124,19 @@ void compara_cortes(const texto_a& bytes) {
     if (bytes.size() >= 1024) {
         return;  // 8-bit pieces are cut there
     }
+    const texto_w unidades = convertido(bytes);
+    if (unidades.find(L'\xFFFD') != texto_w::npos) {
+        return;  // bytes that differ and mean nothing have become one character
+    }
+    // A drive is one byte and ':'. What takes several bytes is one unit in UTF-16, and so a drive there alone.
+    if (unidades.size() != bytes.size() &&
+        std::adjacent_find(unidades.begin(), unidades.end(), [](wchar_t letra, wchar_t siguiente) {
+            return letra >= 0x80 && siguiente == L':';
+        }) != unidades.end()) {
+        return;
+    }
     const justo<char> corto(bytes);
-    const justo<wchar_t> ancho(convertido(bytes));
+    const justo<wchar_t> ancho(unidades);
     char* cortas[4] = {};
     wchar_t* anchas[4] = {};
     cdir_splitpath_con_comprobacion(corto, &cortas[0], &cortas[1], &cortas[2], &cortas[3]);
