@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <map>
+#include <memory>
 
 #include "dll/cabeceras.hpp"
 #include "dll/valores.hpp"
@@ -64,56 +64,81 @@ void prepara() {
 
 constexpr std::size_t ninguno = ~std::size_t{0};
 
-// Calls with sane arguments, all but number `nulo`; answers the reports.
-template <class R, class... A, std::size_t... I>
-std::vector<std::string> llama(R (*funcion)(A...), const llamada& como, std::size_t nulo,
-                               std::index_sequence<I...>) {
-    prepara();
-    std::vector<std::string> informes;
-    {
-        std::tuple<valor<A>...> valores((static_cast<void>(I), como)...);  // in place: they do not move
+// What the cases need to know of an export, and how it is called.
+class prueba_de_nulos : inmovil {
+public:
+    virtual ~prueba_de_nulos() = default;
+    virtual bool esta() const = 0;
+    // For each argument.
+    std::vector<bool> punteros;
+    std::vector<bool> con_valor_sano;
+
+    // Calls with sane arguments, all but number `nulo`; answers the reports.
+    std::vector<std::string> informes(std::size_t nulo) {
+        prepara();
+        std::vector<std::string> resultado;
+        llama(nulo, resultado);
+        EXPECT_TRUE(g_informes.empty())
+            << "freeing what " << g_en_curso << " left: " << testing::PrintToString(g_informes);
+        return resultado;
+    }
+
+private:
+    virtual void llama(std::size_t nulo, std::vector<std::string>& informes) = 0;
+};
+
+template <class R, class... A>
+class prueba_de final : public prueba_de_nulos {
+public:
+    explicit prueba_de(const llamada& como)
+        : como_(como), funcion_(exportada<R (*)(A...)>(como.funcion.c_str())) {
+        punteros = {std::is_pointer_v<A>...};
+        con_valor_sano = {valor<A>::hay...};
+    }
+    bool esta() const override { return funcion_ != nullptr; }
+
+private:
+    void llama(std::size_t nulo, std::vector<std::string>& informes) override {
+        juego<valor, A...> valores(como_);
         g_informes.clear();
-        const auto argumento = [&]<std::size_t n>() {
-            using tipo = std::tuple_element_t<n, std::tuple<A...>>;
-            if constexpr (std::is_pointer_v<tipo>) {
-                return n == nulo ? tipo(nullptr) : tipo(std::get<n>(valores).da());
+        const auto uno_nulo = [nulo](std::size_t n, auto& argumento) {
+            if constexpr (std::is_pointer_v<decltype(argumento.da())>) {
+                return n == nulo ? nullptr : argumento.da();
             } else {
-                return std::get<n>(valores).da();
+                return argumento.da();
             }
         };
         if constexpr (std::is_void_v<R>) {
-            funcion(argumento.template operator()<I>()...);
+            valores.da_a(funcion_, uno_nulo);
         } else {
-            const R resultado = funcion(argumento.template operator()<I>()...);
+            const R resultado = valores.da_a(funcion_, uno_nulo);
             informes.swap(g_informes);
-            libera_resultado(resultado, como);
+            libera_resultado(resultado, como_);
         }
         informes.insert(informes.end(), g_informes.begin(), g_informes.end());
         g_informes.clear();
     }
-    EXPECT_TRUE(g_informes.empty()) << "freeing what " << g_en_curso
-                                    << " left: " << testing::PrintToString(g_informes);
-    return informes;
-}
 
-template <class R, class... A>
+    const llamada& como_;
+    R (*funcion_)(A...);
+};
+
 class barrido : public testing::Test {
 public:
-    barrido(const char* nombre) : como_{nombre} {}
+    using fabrica = std::unique_ptr<prueba_de_nulos> (*)(const llamada&);
+    barrido(const char* nombre, fabrica hace) : como_{nombre}, prueba_(hace(como_)) {}
 
     void TestBody() override {
-        const auto funcion = exportada<R (*)(A...)>(como_.funcion.c_str());
-        if (funcion == nullptr) {
+        if (!prueba_->esta()) {
             GTEST_SKIP() << como_.funcion << " is not in the DLL";
         }
         const declaracion& dicho = declaraciones().at(como_.funcion);
-        ASSERT_EQ(dicho.parametros.size(), sizeof...(A))
+        const std::vector<bool>& punteros = prueba_->punteros;
+        const std::vector<bool>& sanos = prueba_->con_valor_sano;
+        ASSERT_EQ(dicho.parametros.size(), punteros.size())
             << "the comment or the declaration was not understood";
-        const bool punteros[] = {std::is_pointer_v<A>..., false};
-        const bool sanos[] = {valor<A>::hay..., true};
-        const std::size_t num_punteros =
-            static_cast<std::size_t>(std::count(punteros, punteros + sizeof...(A), true));
-        const bool todos_sanos = std::all_of(sanos, sanos + sizeof...(A), [](bool hay) { return hay; });
+        const auto num_punteros = std::count(punteros.begin(), punteros.end(), true);
+        const bool todos_sanos = std::count(sanos.begin(), sanos.end(), false) == 0;
         ASSERT_TRUE(todos_sanos || num_punteros == 1)
             << "a type without a sane value: give it one in valores.hpp";
 
@@ -121,22 +146,22 @@ public:
         // What the sane call reports by itself (that a file does not exist, say) is no report of a NULL.
         std::vector<std::string> sin_nulos;
         if (todos_sanos && num_punteros > 0) {
-            sin_nulos = barre(funcion, ninguno);
+            sin_nulos = barre(ninguno);
         }
-        for (std::size_t i = 0; i < sizeof...(A); ++i) {
+        for (std::size_t i = 0; i < punteros.size(); ++i) {
             if (punteros[i]) {
-                comprueba(dicho.parametros[i], sin_nulos, barre(funcion, i));
+                comprueba(dicho.parametros[i], sin_nulos, barre(i));
             }
         }
         EXPECT_EQ(lumospy_bloques_vivos(), vivos) << como_.funcion << " leaks";
     }
 
 private:
-    std::vector<std::string> barre(R (*funcion)(A...), std::size_t nulo) {
+    std::vector<std::string> barre(std::size_t nulo) {
         g_en_curso =
             como_.funcion + (nulo == ninguno ? "" : ", argument " + std::to_string(nulo + 1) + " NULL");
         const unsigned long long vivos = lumospy_bloques_vivos();
-        std::vector<std::string> informes = llama(funcion, como_, nulo, std::index_sequence_for<A...>());
+        std::vector<std::string> informes = prueba_->informes(nulo);
         EXPECT_EQ(lumospy_bloques_vivos(), vivos) << g_en_curso;
         return informes;
     }
@@ -166,7 +191,8 @@ private:
         EXPECT_TRUE(alguno_nuevo) << "no report of a NULL " << p.nombre << dicho;
     }
 
-    llamada como_;
+    const llamada como_;
+    const std::unique_ptr<prueba_de_nulos> prueba_;
 };
 
 class sin_restos : public testing::Environment {
@@ -186,8 +212,11 @@ class sin_restos : public testing::Environment {
 
 template <class R, class... A>
 void registra(const char* nombre, R (*)(A...)) {
+    const barrido::fabrica hace = [](const llamada& como) -> std::unique_ptr<prueba_de_nulos> {
+        return std::unique_ptr<prueba_de_nulos>(new prueba_de<R, A...>(como));
+    };
     testing::RegisterTest("nulos", nombre, nullptr, nullptr, __FILE__, __LINE__,
-                          [nombre]() -> testing::Test* { return new barrido<R, A...>(nombre); });
+                          [=]() -> testing::Test* { return new barrido(nombre, hace); });
 }
 
 }  // namespace

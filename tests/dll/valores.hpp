@@ -7,6 +7,7 @@
 
 #include <string>
 #include <type_traits>
+#include <utility>
 
 // All of the library's headers.
 #include "cabeceras/cabeceras.inc"
@@ -368,6 +369,32 @@ struct valor<R (*)(A...)> : inmovil {
         return [](A...) { return R(); };
     }
 };
+
+// One value for each argument of a call, made in place: they do not move. Plain bases, for there is one set for each
+// signature of each test, and a std::tuple of them takes the compiler several times as long.
+template <std::size_t I, class V>
+struct pieza {
+    V v;
+    explicit pieza(const llamada& para) : v(para) {}
+};
+template <template <class> class Valor, class Indices, class... A>
+struct juego_de_valores;
+template <template <class> class Valor, std::size_t... I, class... A>
+struct juego_de_valores<Valor, std::index_sequence<I...>, A...> : pieza<I, Valor<A>>... {
+    explicit juego_de_valores([[maybe_unused]] const llamada& para) : pieza<I, Valor<A>>(para)... {}
+    // The answer of a function to these arguments.
+    template <class F>
+    auto da_a(F funcion) {
+        return funcion(pieza<I, Valor<A>>::v.da()...);
+    }
+    // The same, where `toma` takes the argument of each number out of its value.
+    template <class F, class T>
+    auto da_a(F funcion, [[maybe_unused]] T toma) {
+        return funcion(toma(I, pieza<I, Valor<A>>::v)...);
+    }
+};
+template <template <class> class Valor, class... A>
+using juego = juego_de_valores<Valor, std::index_sequence_for<A...>, A...>;
 
 // Frees what a function gave, where it gave something new.
 template <class R>

@@ -9,8 +9,8 @@
 
 #include "apoyo/directorio.hpp"
 #include "companions/plataforma.hpp"
+#include "exports/exportaciones.hpp"
 #include "exports/todas_las_tablas.hpp"
-#include "exports/valores_salvajes.hpp"
 
 namespace exports {
 namespace {
@@ -74,21 +74,6 @@ class alrededor : public testing::Environment {
     }
 };
 
-// Calls with sane arguments.
-template <class R, class... A, std::size_t... I>
-void llama(R (*funcion)(A...), const llamada& como, std::tuple<dll::valor<A>...>& valores,
-           std::index_sequence<I...>) {
-    if constexpr (std::is_void_v<R>) {
-        funcion(std::get<I>(valores).da()...);
-    } else {
-        const std::tuple<A...> argumentos(std::get<I>(valores).da()...);
-        const R resultado = std::apply(funcion, argumentos);
-        if (!como.es("info_GetActualDirectorio")) {  // that one gives back the buffer
-            dll::libera_resultado(resultado, como);
-        }
-    }
-}
-
 // In short: what tries many names in a row, or walks over all processes or drives, does the same again and again. At
 // length (tools/stress): to the end, in growing steps.
 bool largo() {
@@ -110,14 +95,13 @@ std::vector<std::wstring> textos_para(const llamada& de) {
     return textos;
 }
 
-template <class R, class... A>
 class con_fallos : public testing::Test {
 public:
-    con_fallos(const char* nombre, R (*funcion)(A...)) : como_{nombre}, funcion_(funcion) {}
+    explicit con_fallos(const exportacion& e) : e_(e) {}
 
     void TestBody() override {
-        const unsigned ultima = ultimo_fallo(como_);
-        for (const std::wstring& texto : textos_para(como_)) {
+        const unsigned ultima = ultimo_fallo(e_.como);
+        for (const std::wstring& texto : textos_para(e_.como)) {
             texto_en_curso() = texto;
             for (const bool para_siempre : {false, true}) {
                 bool limpia = false;
@@ -131,17 +115,16 @@ public:
 private:
     // Answers whether the operation ended before the fault.
     bool ronda(unsigned n, bool para_siempre) {
-        const std::string que = como_.funcion + ", call " + std::to_string(n) + (para_siempre ? " on" : "");
+        const std::string que = e_.como.funcion + ", call " + std::to_string(n) + (para_siempre ? " on" : "");
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
         todas_las_tablas tablas(g_escenario->carpeta(), clave_de_prueba);
         unsigned long llamadas;
         bool cambiado;
         {
-            std::tuple<dll::valor<A>...> valores(
-                (static_cast<void>(sizeof(A*)), como_)...);  // they do not move
+            const std::unique_ptr<preparada> una = e_.prepara();
             tablas.falla(n, para_siempre);
-            llama(funcion_, como_, valores, std::index_sequence_for<A...>());
+            una->llama();
             llamadas = tablas.llamadas();
             cambiado = tablas.ha_cambiado_algo();
             tablas.falla(0, false);
@@ -157,8 +140,7 @@ private:
         apoyo::toma_esperas();
         return llamadas < n;
     }
-    llamada como_;
-    R (*funcion_)(A...);
+    const exportacion& e_;
 };
 
 // ---- exhausted memory
@@ -228,17 +210,16 @@ void sale() noexcept {}
 constexpr bool se_puede_salir = false;
 #endif
 
-template <class R, class... A>
 class sin_memoria : public testing::Test {
 public:
-    sin_memoria(const char* nombre, R (*funcion)(A...)) : como_{nombre}, funcion_(funcion) {}
+    explicit sin_memoria(const exportacion& e) : e_(e) {}
 
     void TestBody() override {
         if (!se_puede_salir) {
             GTEST_SKIP() << "this compiler cannot leave a call half-way";
         }
-        const unsigned ultima = ultimo_fallo(como_);
-        for (const std::wstring& texto : textos_para(como_)) {
+        const unsigned ultima = ultimo_fallo(e_.como);
+        for (const std::wstring& texto : textos_para(e_.como)) {
             texto_en_curso() = texto;
             bool limpia = false;
             for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); n = siguiente_fallo(n)) {
@@ -250,7 +231,7 @@ public:
 
 private:
     bool ronda(unsigned n) {
-        const std::string que = como_.funcion + ", allocation " + std::to_string(n);
+        const std::string que = e_.como.funcion + ", allocation " + std::to_string(n);
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = lumodir::i_bloques_internos_vivos();
@@ -263,15 +244,14 @@ private:
         {
             const apoyo::sustituye<lumodir::tabla_memoria> cuenta(lumodir::memoria,
                                                                   {reserva, cambia, libera});
-            std::tuple<dll::valor<A>...> valores(
-                (static_cast<void>(sizeof(A*)), como_)...);  // they do not move
-            if (!como_.es("realloc")) {  // what that one was given stays given when it fails
+            const std::unique_ptr<preparada> una = e_.prepara();
+            if (!e_.como.es("realloc")) {  // what that one was given stays given when it fails
                 g_bloques.clear();
             }
             g_pedidos = 0;
             g_puertas = 0;
             g_faltan = n;
-            entera = corre([&] { llama(funcion_, como_, valores, std::index_sequence_for<A...>()); });
+            entera = corre([&] { una->llama(); });
             g_faltan = 0;
         }
         EXPECT_EQ(g_puertas, entera ? 0u : 1u) << que;
@@ -304,8 +284,7 @@ private:
         }
         g_bloques.clear();
     }
-    llamada como_;
-    R (*funcion_)(A...);
+    const exportacion& e_;
 };
 
 }  // namespace
@@ -328,21 +307,14 @@ TEST(agotada, un_producto_que_desborda_sale_por_la_misma_puerta) {
 
 namespace {
 
-template <class R, class... A>
-void registra(const char* nombre, R (*funcion)(A...)) {
-    testing::RegisterTest(
-        "fallos", nombre, nullptr, nullptr, __FILE__, __LINE__,
-        [nombre, funcion]() -> testing::Test* { return new con_fallos<R, A...>(nombre, funcion); });
-    testing::RegisterTest(
-        "sin_memoria", nombre, nullptr, nullptr, __FILE__, __LINE__,
-        [nombre, funcion]() -> testing::Test* { return new sin_memoria<R, A...>(nombre, funcion); });
-}
-
 [[maybe_unused]] const bool registradas = [] {
     testing::AddGlobalTestEnvironment(new alrededor);
-#define EXPORTACION(nombre) registra(#nombre, nombre);
-#include "cabeceras/exportaciones.inc"
-#undef EXPORTACION
+    for (const exportacion& e : exportaciones()) {
+        testing::RegisterTest("fallos", e.como.funcion.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                              [&e]() -> testing::Test* { return new con_fallos(e); });
+        testing::RegisterTest("sin_memoria", e.como.funcion.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                              [&e]() -> testing::Test* { return new sin_memoria(e); });
+    }
     return true;
 }();
 

@@ -10,7 +10,7 @@
 
 #include "apoyo/directorio.hpp"
 #include "companions/plataforma.hpp"
-#include "exports/valores_salvajes.hpp"
+#include "exports/exportaciones.hpp"
 
 namespace exports {
 namespace {
@@ -21,79 +21,19 @@ constexpr unsigned num_hilos = 16;
 
 thread_local std::string* g_dicho = nullptr;
 
-void di(const wchar_t* texto) {
-    *g_dicho += texto == nullptr ? "NULL" : apoyo::u8(texto);
-}
-void di(const char* texto) {
-    *g_dicho += texto == nullptr ? "NULL" : apoyo::de_cp1252(texto);
-}
-void di(const ArrCADENA_u* lista) {
-    for (unsigned long i = 0; lista != nullptr && i < arr_NumElemsCADENA_u(lista); ++i) {
-        di(arr_GetCADENA_u(lista, i));
-        *g_dicho += '|';
-    }
-}
-void di(const ArrCADENA* lista) {
-    for (unsigned long i = 0; lista != nullptr && i < arr_NumElemsCADENA(lista); ++i) {
-        di(arr_GetCADENA(lista, i));
-        *g_dicho += '|';
-    }
-}
-void di(const ArrPunteroConTipo* lista) {
-    *g_dicho += lista == nullptr ? "NULL" : std::to_string(arr_NumElemsPuntero(lista));
-}
-void di(const void* resultado) {
-    *g_dicho += resultado == nullptr ? "NULL" : "something";
-}
-template <class T>
-requires std::is_integral_v<T>
-void di(T resultado) {
-    *g_dicho += std::to_string(resultado);
-}
-
 void recibe_informe(const char* expresion, const char*, unsigned long, const wchar_t* detalle, void*) {
-    *g_dicho += '\n';
-    di(expresion);
-    di(detalle);
+    *g_dicho += '\n' + como_texto(expresion) + como_texto(detalle);
 }
 void recibe_aviso(const wchar_t* texto, void*) {
-    *g_dicho += '\n';
-    di(texto);
+    *g_dicho += '\n' + como_texto(texto);
 }
 unsigned short recibe_pregunta(const wchar_t* texto, unsigned long codigo, void*) {
     recibe_aviso(texto, nullptr);
-    di(codigo);
+    *g_dicho += std::to_string(codigo);
     return 0;
 }
 
 // ---- the exports
-
-struct exportacion {
-    llamada como;
-    std::function<void()> llama;
-};
-
-template <class R, class... A, std::size_t... I>
-void llama_y_di(R (*funcion)(A...), const llamada& como, std::index_sequence<I...>) {
-    [[maybe_unused]] std::tuple<dll::valor<A>...> valores(
-        (static_cast<void>(I), como)...);  // in place: they do not move
-    const std::tuple<A...> argumentos(std::get<I>(valores).da()...);
-    if constexpr (std::is_void_v<R>) {
-        std::apply(funcion, argumentos);
-    } else {
-        const R resultado = std::apply(funcion, argumentos);
-        di(resultado);
-        if (!como.es("info_GetActualDirectorio")) {  // that one gives back the buffer
-            dll::libera_resultado(resultado, como);
-        }
-    }
-}
-
-template <class R, class... A>
-exportacion hace(const char* nombre, R (*funcion)(A...)) {
-    const llamada como{nombre};
-    return {como, [=] { llama_y_di(funcion, como, std::index_sequence_for<A...>()); }};
-}
 
 // What is set for the whole process is set by its one host, before there are threads, and one key of the machine is
 // made and deleted by whoever asks whether it may write; what shows the whole process or draws a new name answers
@@ -108,10 +48,7 @@ bool cambia_cada_vez(const llamada& como) {
 }
 
 std::vector<exportacion> todas() {
-    std::vector<exportacion> resultado;
-#define EXPORTACION(nombre) resultado.push_back(hace(#nombre, nombre));
-#include "cabeceras/exportaciones.inc"
-#undef EXPORTACION
+    std::vector<exportacion> resultado = exportaciones();
     std::erase_if(resultado, [](const exportacion& e) { return es_de_todo_el_proceso(e.como); });
     return resultado;
 }
@@ -135,7 +72,7 @@ public:
         }
         std::string dicho;
         g_dicho = &dicho;
-        e.llama();
+        e.prepara()->llama(&dicho);
         g_dicho = nullptr;
         textos_del_hilo() = nullptr;
         for (std::size_t i = dicho.find(nombre_); i != dicho.npos; i = dicho.find(nombre_)) {
@@ -188,12 +125,12 @@ struct prevista {
     bool lenta;
 };
 
-std::vector<prevista> previstas(const std::vector<exportacion>& exportaciones,
+std::vector<prevista> previstas(const std::vector<exportacion>& llamables,
                                 const apoyo::directorio_temporal& d) {
     std::vector<prevista> resultado;
     propio uno(d, 90);
     propio otro(d, 91);
-    for (const exportacion& e : exportaciones) {
+    for (const exportacion& e : llamables) {
         for (unsigned cual = 0; cual < 3; ++cual) {
             if (toca(e, cual)) {
                 const auto antes = std::chrono::steady_clock::now();
@@ -224,8 +161,8 @@ TEST(hilos, dieciseis_llaman_a_todo_y_cada_uno_obtiene_lo_que_obtiene_solo) {
     ::SetEnvironmentVariableW(L"TMP", d.ruta_w("de todos").c_str());
     ::SetEnvironmentVariableW(L"TEMP", d.ruta_w("de todos").c_str());
     d.directorio("de todos");
-    const std::vector<exportacion> exportaciones = todas();
-    const std::vector<prevista> lo_previsto = previstas(exportaciones, d);
+    const std::vector<exportacion> llamables = todas();
+    const std::vector<prevista> lo_previsto = previstas(llamables, d);
     std::size_t comparables = 0;
     for (const prevista& p : lo_previsto) {
         comparables += p.siempre_igual ? 1 : 0;
@@ -276,7 +213,7 @@ TEST(hilos, dieciseis_llaman_a_todo_y_cada_uno_obtiene_lo_que_obtiene_solo) {
     EXPECT_EQ(d.contenido("guarda.txt"), "contenido");
     d.borra("de todos");
     EXPECT_EQ(d.arbol(), std::vector<std::string>{"guarda.txt"});
-    std::printf("calls by 16 threads: %lu, of %zu exports\n", llamadas.load(), exportaciones.size());
+    std::printf("calls by 16 threads: %lu, of %zu exports\n", llamadas.load(), llamables.size());
     ::SetEnvironmentVariableW(L"TMP", temporal);
     ::SetEnvironmentVariableW(L"TEMP", temporal);
 }

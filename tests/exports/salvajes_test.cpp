@@ -10,39 +10,6 @@
 
 #include "exports/valores_salvajes.hpp"
 
-namespace dll {
-
-std::wstring texto_sano(const llamada& para) {
-    if (para.es("lumoreg_")) {
-        return exports::clave_en_curso();
-    }
-    return para.es("taskproc_") ? L"lumodir_no_hay.exe" : exports::texto_en_curso();
-}
-
-std::string en_8_bits(const std::wstring& texto) {
-    return apoyo::cp1252(apoyo::u8(texto.c_str()));
-}
-
-void libera_registros(ArrPunteroConTipo** v, const llamada& de) {
-    if (*v == nullptr) {
-        return;
-    }
-    ArrDestruyeRegistro destruye = destruye_bloque;
-    if (de.es("fichsdir_")) {
-        destruye = reinterpret_cast<ArrDestruyeRegistro>(reinterpret_cast<void (*)()>(fichsdir_destruye));
-    } else if (de.es("Unidades")) {
-        destruye = reinterpret_cast<ArrDestruyeRegistro>(
-            reinterpret_cast<void (*)()>(lumodir_destruyeEstructuraUnidadSistema));
-    } else if (de.es("taskproc_")) {
-        destruye = reinterpret_cast<ArrDestruyeRegistro>(reinterpret_cast<void (*)()>(taskproc_destruye));
-    } else if (de.es("lumoreg_")) {
-        destruye = [](void** registro) { arr_DestruyeCADENA_u(reinterpret_cast<ArrCADENA_u**>(registro)); };
-    }
-    arr_DestruyeEstructurasConTipo(v, destruye);
-}
-
-}  // namespace dll
-
 namespace exports {
 namespace {
 
@@ -73,25 +40,30 @@ bool es_el_mismo(R resultado, A argumento) {
     }
 }
 
-template <class R, class... A, std::size_t... I>
-void llama(R (*funcion)(A...), const llamada& como, std::index_sequence<I...>) {
-    std::tuple<salvaje<A>...> valores((static_cast<void>(I), como)...);  // in place: they do not move
-    [[maybe_unused]] const auto argumento = [&]<std::size_t n>() {
-        using tipo = std::tuple_element_t<n, std::tuple<A...>>;
-        if constexpr (std::is_pointer_v<tipo>) {
-            return uno_de(azar(), 12) == 0 ? tipo(nullptr) : tipo(std::get<n>(valores).da());
-        } else {
-            return std::get<n>(valores).da();
-        }
-    };
-    const std::tuple<A...> argumentos(argumento.template operator()<I>()...);
-    if constexpr (std::is_void_v<R>) {
-        std::apply(funcion, argumentos);
+// A pointer is NULL once in twelve times.
+const auto a_veces_nulo = [](std::size_t, auto& valor) {
+    if constexpr (std::is_pointer_v<decltype(valor.da())>) {
+        return uno_de(azar(), 12) == 0 ? nullptr : valor.da();
     } else {
-        const R resultado = std::apply(funcion, argumentos);
-        if (!lleva_bufer(como) || !(es_el_mismo(resultado, std::get<I>(argumentos)) || ...)) {
-            dll::libera_resultado(resultado, como);
-        }
+        return valor.da();
+    }
+};
+
+template <class R, class... A>
+void llama(void (*cual)(), const llamada& como) {
+    const auto funcion = reinterpret_cast<R (*)(A...)>(cual);
+    dll::juego<salvaje, A...> valores(como);
+    if constexpr (std::is_void_v<R>) {
+        valores.da_a(funcion, a_veces_nulo);
+    } else {
+        valores.da_a(
+            [&](A... argumentos) {
+                const R resultado = funcion(argumentos...);
+                if (!lleva_bufer(como) || !(es_el_mismo(resultado, argumentos) || ...)) {
+                    dll::libera_resultado(resultado, como);
+                }
+            },
+            a_veces_nulo);
     }
 }
 
@@ -104,10 +76,15 @@ bool etiqueta_conocida(const std::string& etiqueta) {
     return false;
 }
 
-template <class R, class... A>
+// Any export: its function, and how one of its signature is called.
+struct salvajemente {
+    void (*funcion)();
+    void (*llama)(void (*)(), const llamada&);
+};
+
 class llamada_salvaje : public testing::Test {
 public:
-    llamada_salvaje(const char* nombre, R (*funcion)(A...)) : como_{nombre}, funcion_(funcion) {}
+    llamada_salvaje(const char* nombre, salvajemente esta) : como_{nombre}, esta_(esta) {}
 
     void TestBody() override {
         for (unsigned ronda = 0; ronda < rondas() && !HasFailure(); ++ronda) {
@@ -118,7 +95,7 @@ public:
             {
                 // A third of the systems always fail, the others lie for a while.
                 sistema_mentiroso sistema(azar(), uno_de(azar(), 3) == 0 ? 0 : uno_de(azar(), 60));
-                llama(funcion_, como_, std::index_sequence_for<A...>());
+                esta_.llama(esta_.funcion, como_);
                 EXPECT_EQ(sistema.abiertas(), 0u) << g_en_curso << ": handles left open";
             }
             lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
@@ -138,8 +115,8 @@ public:
     }
 
 private:
-    llamada como_;
-    R (*funcion_)(A...);
+    const llamada como_;
+    const salvajemente esta_;
 };
 
 class cuenta_las_llamadas : public testing::Environment {
@@ -148,9 +125,9 @@ class cuenta_las_llamadas : public testing::Environment {
 
 template <class R, class... A>
 void registra(const char* nombre, R (*funcion)(A...)) {
-    testing::RegisterTest(
-        "salvajes", nombre, nullptr, nullptr, __FILE__, __LINE__,
-        [nombre, funcion]() -> testing::Test* { return new llamada_salvaje<R, A...>(nombre, funcion); });
+    const salvajemente esta = {reinterpret_cast<void (*)()>(funcion), llama<R, A...>};
+    testing::RegisterTest("salvajes", nombre, nullptr, nullptr, __FILE__, __LINE__,
+                          [=]() -> testing::Test* { return new llamada_salvaje(nombre, esta); });
 }
 
 [[maybe_unused]] const bool registradas = [] {
