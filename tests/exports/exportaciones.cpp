@@ -1,5 +1,7 @@
 #include "exports/exportaciones.hpp"
 
+#include <cstdio>
+
 namespace dll {
 
 std::wstring texto_sano(const llamada& para) {
@@ -108,6 +110,20 @@ exportacion hace(const char* nombre, R (*funcion)(A...)) {
 }
 
 }  // namespace
+
+std::string& en_curso() {
+    static std::string llamada;
+    [[maybe_unused]] static void* const escucha =
+        ::AddVectoredExceptionHandler(1, [](EXCEPTION_POINTERS* excepcion) -> LONG {
+            const DWORD codigo = excepcion->ExceptionRecord->ExceptionCode;
+            if (codigo == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION)) {
+                std::fprintf(stderr, "access violation in %s\n", en_curso().c_str());
+                std::fflush(stderr);
+            }
+            return EXCEPTION_CONTINUE_SEARCH;
+        });
+    return llamada;
+}
 
 const std::vector<exportacion>& exportaciones() {
     static const std::vector<exportacion> todas = {

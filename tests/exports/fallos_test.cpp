@@ -116,6 +116,7 @@ private:
     // Answers whether the operation ended before the fault.
     bool ronda(unsigned n, bool para_siempre) {
         const std::string que = e_.como.funcion + ", call " + std::to_string(n) + (para_siempre ? " on" : "");
+        en_curso() = que;
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
         todas_las_tablas tablas(g_escenario->carpeta(), clave_de_prueba);
@@ -232,6 +233,7 @@ public:
 private:
     bool ronda(unsigned n) {
         const std::string que = e_.como.funcion + ", allocation " + std::to_string(n);
+        en_curso() = que;
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = lumodir::i_bloques_internos_vivos();

@@ -8,21 +8,12 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "exports/valores_salvajes.hpp"
+#include "exports/exportaciones.hpp"
 
 namespace exports {
 namespace {
 
-std::string g_en_curso;  // for whoever reads the log of a crash
 unsigned long g_llamadas = 0;
-
-LONG CALLBACK dice_donde(EXCEPTION_POINTERS* excepcion) {
-    if (excepcion->ExceptionRecord->ExceptionCode == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION)) {
-        std::fprintf(stderr, "access violation in %s\n", g_en_curso.c_str());
-        std::fflush(stderr);
-    }
-    return EXCEPTION_CONTINUE_SEARCH;
-}
 
 unsigned rondas() {
     const char* texto = std::getenv("LUMODIR_RONDAS");
@@ -89,23 +80,23 @@ public:
     void TestBody() override {
         for (unsigned ronda = 0; ronda < rondas() && !HasFailure(); ++ronda) {
             azar().seed(ronda);
-            g_en_curso = como_.funcion + ", round " + std::to_string(ronda);
+            en_curso() = como_.funcion + ", round " + std::to_string(ronda);
             const unsigned long long vivos = lumospy_bloques_vivos();
             sitio_del_bufer() = uno_de(azar(), 3) == 0 ? 0xFFFF : uno_de(azar(), 300);
             {
                 // A third of the systems always fail, the others lie for a while.
                 sistema_mentiroso sistema(azar(), uno_de(azar(), 3) == 0 ? 0 : uno_de(azar(), 60));
                 esta_.llama(esta_.funcion, como_);
-                EXPECT_EQ(sistema.abiertas(), 0u) << g_en_curso << ": handles left open";
+                EXPECT_EQ(sistema.abiertas(), 0u) << en_curso() << ": handles left open";
             }
             lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
-            EXPECT_EQ(lumospy_bloques_vivos(), vivos) << g_en_curso << ": blocks left";
+            EXPECT_EQ(lumospy_bloques_vivos(), vivos) << en_curso() << ": blocks left";
             for (const apoyo::informe& i : apoyo::toma_informes()) {
                 // Copying and releasing texts report with the place that their caller gave.
                 EXPECT_TRUE(como_.es("widestr_") || (etiqueta_conocida(i.etiqueta) && i.linea > 0))
-                    << g_en_curso << ": " << i.etiqueta << " " << i.linea;
+                    << en_curso() << ": " << i.etiqueta << " " << i.linea;
                 // One has always reported an empty expression after its message.
-                EXPECT_TRUE(i.expresion != "" || como_.es("cdir_comprueba_existe_fichero")) << g_en_curso;
+                EXPECT_TRUE(i.expresion != "" || como_.es("cdir_comprueba_existe_fichero")) << en_curso();
             }
             apoyo::toma_avisos();
             apoyo::toma_preguntas();
@@ -132,7 +123,6 @@ void registra(const char* nombre, R (*funcion)(A...)) {
 
 [[maybe_unused]] const bool registradas = [] {
     testing::AddGlobalTestEnvironment(new cuenta_las_llamadas);
-    ::AddVectoredExceptionHandler(1, dice_donde);
 #define EXPORTACION(nombre) registra(#nombre, nombre);
 #include "cabeceras/exportaciones.inc"
 #undef EXPORTACION
