@@ -1,8 +1,6 @@
 // See nombre_largo.hpp.
 #include "files/nombre_largo.hpp"
 
-#include <shlobj.h>
-
 #include <atomic>
 
 #include "companions/lmlongpath.hpp"
@@ -60,10 +58,10 @@ private:
 class elemento {
 public:
     explicit elemento(wchar_t* completa) noexcept {
-        interfaz<IShellFolder> escritorio;
-        if (SUCCEEDED(::SHGetMalloc(asignador_.sitio())) &&
-            SUCCEEDED(::SHGetDesktopFolder(escritorio.sitio()))) {
-            escritorio->ParseDisplayName(nullptr, nullptr, completa, nullptr, &lista_, nullptr);
+        interfaz<IShellFolder> carpeta;
+        if (SUCCEEDED(escritorio.SHGetMalloc(asignador_.sitio())) &&
+            SUCCEEDED(escritorio.SHGetDesktopFolder(carpeta.sitio()))) {
+            carpeta->ParseDisplayName(nullptr, nullptr, completa, nullptr, &lista_, nullptr);
         }
     }
     elemento(const elemento&) = delete;
@@ -74,7 +72,7 @@ public:
         }
     }
     bool ruta(char (&texto)[sitio_clasico]) const noexcept {
-        return lista_ != nullptr && ::SHGetPathFromIDListA(lista_, texto);
+        return lista_ != nullptr && escritorio.SHGetPathFromIDListA(lista_, texto);
     }
 
 private:
@@ -89,6 +87,7 @@ DWORD i_falla(DWORD codigo) noexcept {
 
 }  // namespace
 
+tabla_escritorio escritorio = {::SHGetMalloc, ::SHGetDesktopFolder, ::SHGetPathFromIDListA};
 funcion_nombre_largo (*busca_nombre_largo)() noexcept = i_busca_en_kernel32;
 
 void i_olvida_nombre_largo() noexcept {

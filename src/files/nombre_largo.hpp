@@ -8,6 +8,8 @@
 // Checked by tests/files/nombre_largo_win32_test.cpp.
 #pragma once
 
+#include <shlobj.h>
+
 #include "companions/sistema.hpp"
 
 namespace lumodir {
@@ -18,6 +20,14 @@ DWORD i_nombre_largo(const char* corto, char* largo, DWORD sitio) noexcept;
 
 // The shell's answer.
 DWORD WINAPI i_nombre_largo_del_escritorio(const char* corto, char* largo, DWORD sitio) noexcept;
+
+// The shell's functions that answer it. Tests put others in their place.
+struct tabla_escritorio {
+    decltype(&::SHGetMalloc) SHGetMalloc;
+    decltype(&::SHGetDesktopFolder) SHGetDesktopFolder;
+    decltype(&::SHGetPathFromIDListA) SHGetPathFromIDListA;
+};
+extern tabla_escritorio escritorio;
 
 // GetLongPathNameA of KERNEL32, NULL when it has none. Tests put another in its place.
 extern funcion_nombre_largo (*busca_nombre_largo)() noexcept;

@@ -17,10 +17,11 @@ namespace {
 // Sources that take the addresses which fill the tables; they may call nothing by its name either.
 const std::set<std::string> con_tabla = {"sistema.hpp",        "sistema.cpp",        "tabla_registro.hpp",
                                          "tabla_registro.cpp", "tabla_procesos.hpp", "tabla_unidades.hpp",
-                                         "discos.cpp",         "taskproc.cpp",       "programa.cpp"};
+                                         "discos.cpp",         "taskproc.cpp",       "programa.cpp",
+                                         "nombre_largo.hpp",   "nombre_largo.cpp"};
 
 // Errors, texts, time and the process itself: none of these touches a file, a key or another process, but the
-// standard streams, and the shell, which is asked only where Windows is older than its own long names.
+// standard streams.
 const std::map<std::string, std::set<std::string>> sin_tabla = {
     {"GetLastError", {}},  // anywhere
     {"SetLastError", {}},
@@ -41,9 +42,6 @@ const std::map<std::string, std::set<std::string>> sin_tabla = {
     {"MultiByteToWideChar", {"plataforma_win32.cpp"}},
     {"OutputDebugStringW", {"plataforma_win32.cpp"}},
     {"QueryPerformanceCounter", {"azar.cpp"}},
-    {"SHGetDesktopFolder", {"nombre_largo.cpp"}},
-    {"SHGetMalloc", {"nombre_largo.cpp"}},
-    {"SHGetPathFromIDListA", {"nombre_largo.cpp"}},
     {"Sleep", {"plataforma_win32.cpp"}},
     {"TerminateProcess", {"plataforma_win32.cpp"}},
     {"WideCharToMultiByte", {"plataforma_win32.cpp"}},

@@ -10,12 +10,7 @@
 #include <set>
 
 #include "apoyo/apoyo.hpp"
-#include "companions/sistema.hpp"
-#include "files/nombre_largo.hpp"
-#include "files/programa.hpp"
-#include "system/tabla_procesos.hpp"
-#include "system/tabla_registro.hpp"
-#include "system/tabla_unidades.hpp"
+#include "exports/tablas_guardadas.hpp"
 
 namespace exports {
 
@@ -36,18 +31,9 @@ public:
         i_exige_llena(lumodir::sistema_registro);
         i_exige_llena(lumodir::procesos);
         i_exige_llena(lumodir::unidades);
-        lumodir::i_olvida_nombre_largo();
+        i_exige_llena(lumodir::escritorio);
     }
-    ~sistema_mentiroso() {
-        lumodir::sistema = sistema_;
-        lumodir::sistema_registro = registro_;
-        lumodir::procesos = procesos_;
-        lumodir::unidades = unidades_;
-        lumodir::directorio_actual = actual_;
-        lumodir::busca_nombre_largo = largo_;
-        lumodir::i_olvida_nombre_largo();
-        i_yo() = nullptr;
-    }
+    ~sistema_mentiroso() { i_yo() = nullptr; }
     sistema_mentiroso(const sistema_mentiroso&) = delete;
     sistema_mentiroso& operator=(const sistema_mentiroso&) = delete;
 
@@ -398,14 +384,13 @@ private:
         lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo {
             return i_otra_forma_8;
         };
+        // Never asked while the answer above is there; were it asked, it has nothing.
+        lumodir::escritorio = {[](IMalloc**) -> HRESULT { return E_FAIL; },
+                               [](IShellFolder**) -> HRESULT { return E_FAIL; },
+                               [](PCIDLIST_ABSOLUTE, LPSTR) -> BOOL { return FALSE; }};
     }
 
-    const lumodir::tabla_sistema sistema_ = lumodir::sistema;
-    const lumodir::tabla_registro registro_ = lumodir::sistema_registro;
-    const lumodir::tabla_procesos procesos_ = lumodir::procesos;
-    const lumodir::tabla_unidades unidades_ = lumodir::unidades;
-    const lumodir::tabla_directorio_actual actual_ = lumodir::directorio_actual;
-    lumodir::funcion_nombre_largo (*const largo_)() noexcept = lumodir::busca_nombre_largo;
+    const tablas_guardadas reales_;
     fuente& f_;
     unsigned mentiras_;
     unsigned long llamadas_ = 0;

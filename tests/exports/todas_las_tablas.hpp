@@ -10,12 +10,7 @@
 
 #include "apoyo/apoyo.hpp"
 #include "apoyo/cuenta_de_fallos.hpp"
-#include "companions/sistema.hpp"
-#include "files/nombre_largo.hpp"
-#include "files/programa.hpp"
-#include "system/tabla_procesos.hpp"
-#include "system/tabla_registro.hpp"
-#include "system/tabla_unidades.hpp"
+#include "exports/tablas_guardadas.hpp"
 
 namespace exports {
 
@@ -26,16 +21,7 @@ public:
         i_yo() = this;
         i_desvia();
     }
-    ~todas_las_tablas() {
-        lumodir::sistema = sistema_;
-        lumodir::sistema_registro = registro_;
-        lumodir::procesos = procesos_;
-        lumodir::unidades = unidades_;
-        lumodir::directorio_actual = actual_;
-        lumodir::busca_nombre_largo = largo_;
-        lumodir::i_olvida_nombre_largo();
-        i_yo() = nullptr;
-    }
+    ~todas_las_tablas() { i_yo() = nullptr; }
     todas_las_tablas(const todas_las_tablas&) = delete;
     todas_las_tablas& operator=(const todas_las_tablas&) = delete;
 
@@ -106,11 +92,15 @@ private:
     // How each kind of call fails, opens, closes, changes.
     template <class R, auto Entrada>
     static R i_fallo() {
+        using lumodir::tabla_escritorio;
         using lumodir::tabla_procesos;
         using lumodir::tabla_sistema;
         using lumodir::tabla_unidades;
         ::SetLastError(ERROR_ACCESS_DENIED);
-        if constexpr (std::is_same_v<R, LSTATUS>) {
+        if constexpr (i_es<&tabla_escritorio::SHGetMalloc, Entrada>() ||
+                      i_es<&tabla_escritorio::SHGetDesktopFolder, Entrada>()) {
+            return E_ACCESSDENIED;  // a plain code would be a success
+        } else if constexpr (std::is_same_v<R, LSTATUS>) {
             return ERROR_ACCESS_DENIED;
         } else if constexpr (i_es<&tabla_procesos::OpenProcess, Entrada>()) {
             return nullptr;
@@ -217,7 +207,7 @@ private:
         static R llama(A... a) {
             todas_las_tablas& yo = *i_yo();
             const bool toca = yo.i_toca_fallar();
-            const auto real = (yo.*Tabla).*Entrada;
+            const auto real = (yo.reales_.*Tabla).*Entrada;
             if constexpr (i_cierra<Entrada>()) {
                 i_quita(a...);
                 const R resultado = real(a...);
@@ -274,7 +264,7 @@ private:
                       "an entry of the table does not pass through here yet");
         void (*antes[entradas])();
         void (*ahora[entradas])();
-        std::memcpy(antes, &(i_yo()->*Tabla), sizeof antes);
+        std::memcpy(antes, &(i_yo()->reales_.*Tabla), sizeof antes);
         std::memcpy(ahora, &tabla, sizeof ahora);
         for (std::size_t i = 0; i < entradas; ++i) {
             EXPECT_NE(antes[i], ahora[i]) << "entry " << i << " does not pass through here";
@@ -282,19 +272,14 @@ private:
     }
     static DWORD WINAPI i_nombre_largo(const char* corto, char* largo, DWORD sitio) {
         if (i_yo()->i_toca_fallar()) {
-            ::SetLastError(ERROR_ACCESS_DENIED);
+            ::SetLastError(ERROR_CALL_NOT_IMPLEMENTED);  // so that the shell is asked
             return 0;
         }
         return ::GetLongPathNameA(corto, largo, sitio);
     }
     void i_desvia();
 
-    const lumodir::tabla_sistema sistema_ = lumodir::sistema;
-    const lumodir::tabla_registro registro_ = lumodir::sistema_registro;
-    const lumodir::tabla_procesos procesos_ = lumodir::procesos;
-    const lumodir::tabla_unidades unidades_ = lumodir::unidades;
-    const lumodir::tabla_directorio_actual actual_ = lumodir::directorio_actual;
-    lumodir::funcion_nombre_largo (*const largo_)() noexcept = lumodir::busca_nombre_largo;
+    const tablas_guardadas reales_;
     const apoyo::texto_w carpeta_;
     const apoyo::texto_w clave_;
     unsigned long llamadas_ = 0;
@@ -308,7 +293,7 @@ private:
 inline void todas_las_tablas::i_desvia() {
     {
         using t = lumodir::tabla_sistema;
-        i_desvia_tabla<&todas_las_tablas::sistema_, &t::GetFileAttributesW, &t::GetFileAttributesExW,
+        i_desvia_tabla<&tablas_guardadas::sistema, &t::GetFileAttributesW, &t::GetFileAttributesExW,
                        &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle,
                        &t::GetFileInformationByHandle, &t::GetFileInformationByHandleEx, &t::SetFileTime,
                        &t::FileTimeToLocalFileTime, &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime,
@@ -322,29 +307,32 @@ inline void todas_las_tablas::i_desvia() {
     }
     {
         using t = lumodir::tabla_registro;
-        i_desvia_tabla<&todas_las_tablas::registro_, &t::RegOpenKeyExA, &t::RegOpenKeyExW,
-                       &t::RegCreateKeyExW, &t::RegCloseKey, &t::RegQueryInfoKeyA, &t::RegQueryInfoKeyW,
-                       &t::RegQueryValueExA, &t::RegQueryValueExW, &t::RegSetValueExW, &t::RegDeleteValueW,
-                       &t::RegEnumKeyExA, &t::RegEnumKeyExW, &t::RegEnumValueW, &t::RegDeleteKeyW>(
-            lumodir::sistema_registro);
+        i_desvia_tabla<&tablas_guardadas::registro, &t::RegOpenKeyExA, &t::RegOpenKeyExW, &t::RegCreateKeyExW,
+                       &t::RegCloseKey, &t::RegQueryInfoKeyA, &t::RegQueryInfoKeyW, &t::RegQueryValueExA,
+                       &t::RegQueryValueExW, &t::RegSetValueExW, &t::RegDeleteValueW, &t::RegEnumKeyExA,
+                       &t::RegEnumKeyExW, &t::RegEnumValueW, &t::RegDeleteKeyW>(lumodir::sistema_registro);
     }
     {
         using t = lumodir::tabla_procesos;
-        i_desvia_tabla<&todas_las_tablas::procesos_, &t::CreateToolhelp32Snapshot, &t::Process32FirstW,
+        i_desvia_tabla<&tablas_guardadas::procesos, &t::CreateToolhelp32Snapshot, &t::Process32FirstW,
                        &t::Process32NextW, &t::Module32FirstW, &t::Module32NextW, &t::OpenProcess,
                        &t::TerminateProcess, &t::CloseHandle>(lumodir::procesos);
     }
     {
         using t = lumodir::tabla_unidades;
-        i_desvia_tabla<&todas_las_tablas::unidades_, &t::GetLogicalDrives, &t::GetDriveTypeW,
+        i_desvia_tabla<&tablas_guardadas::unidades, &t::GetLogicalDrives, &t::GetDriveTypeW,
                        &t::GetVolumeInformationW, &t::QueryDosDeviceW, &t::WNetGetConnectionW, &t::_wgetdcwd,
                        &t::_getdrive>(lumodir::unidades);
     }
     {
         using t = lumodir::tabla_directorio_actual;
-        i_desvia_tabla<&todas_las_tablas::actual_, &t::getcwd, &t::wgetcwd>(lumodir::directorio_actual);
+        i_desvia_tabla<&tablas_guardadas::actual, &t::getcwd, &t::wgetcwd>(lumodir::directorio_actual);
     }
-    lumodir::i_olvida_nombre_largo();
+    {
+        using t = lumodir::tabla_escritorio;
+        i_desvia_tabla<&tablas_guardadas::escritorio, &t::SHGetMalloc, &t::SHGetDesktopFolder,
+                       &t::SHGetPathFromIDListA>(lumodir::escritorio);
+    }
     lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return i_nombre_largo; };
 }
 

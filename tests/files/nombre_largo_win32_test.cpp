@@ -157,6 +157,73 @@ TEST_F(nombre_largo, lo_que_el_escritorio_no_encuentra_falla) {
     EXPECT_STREQ(largo, "as it was");
 }
 
+// The process's own allocator of the shell, which counts what it frees and who has let go of it.
+struct asignador final : IMalloc {
+    int usuarios = 0;
+    int liberados = 0;
+    IMalloc* de_verdad = nullptr;
+    HRESULT WINAPI QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG WINAPI AddRef() override { return static_cast<ULONG>(++usuarios); }
+    ULONG WINAPI Release() override { return static_cast<ULONG>(--usuarios); }
+    void* WINAPI Alloc(SIZE_T bytes) override { return de_verdad->Alloc(bytes); }
+    void* WINAPI Realloc(void* bloque, SIZE_T bytes) override { return de_verdad->Realloc(bloque, bytes); }
+    void WINAPI Free(void* bloque) override {
+        ++liberados;
+        de_verdad->Free(bloque);
+    }
+    SIZE_T WINAPI GetSize(void* bloque) override { return de_verdad->GetSize(bloque); }
+    int WINAPI DidAlloc(void* bloque) override { return de_verdad->DidAlloc(bloque); }
+    void WINAPI HeapMinimize() override {}
+};
+asignador g_asignador;
+
+TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja_nada) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.fichero("a long name.text");
+    const texto_a corto = cp1252(corto_de(ruta));
+    ASSERT_EQ(::SHGetMalloc(&g_asignador.de_verdad), S_OK);
+    const auto da_el_que_cuenta = [](IMalloc** sitio) -> HRESULT {
+        g_asignador.AddRef();
+        *sitio = &g_asignador;
+        return S_OK;
+    };
+    const tabla_escritorio buena = {da_el_que_cuenta, ::SHGetDesktopFolder, ::SHGetPathFromIDListA};
+    tabla_escritorio sin_asignador = buena;
+    sin_asignador.SHGetMalloc = [](IMalloc**) -> HRESULT { return E_OUTOFMEMORY; };
+    tabla_escritorio sin_carpeta = buena;
+    sin_carpeta.SHGetDesktopFolder = [](IShellFolder**) -> HRESULT { return E_FAIL; };
+    tabla_escritorio sin_ruta = buena;
+    sin_ruta.SHGetPathFromIDListA = [](PCIDLIST_ABSOLUTE, LPSTR) -> BOOL { return FALSE; };
+    const struct {
+        const char* que;
+        tabla_escritorio tabla;
+        std::string respuesta;
+        int liberados;
+    } filas[] = {
+        {"all answer", buena, ruta, 1},
+        {"no allocator", sin_asignador, "", 0},
+        {"no desktop", sin_carpeta, "", 0},
+        {"no path", sin_ruta, "", 1},
+    };
+    for (const auto& fila : filas) {
+        const sustituye<tabla_escritorio> cambio(escritorio, fila.tabla);
+        g_asignador.liberados = 0;
+        char largo[MAX_PATH] = "as it was";
+        ::SetLastError(0);
+        const DWORD longitud = i_nombre_largo_del_escritorio(corto.c_str(), largo, MAX_PATH);
+        if (fila.respuesta.empty()) {
+            EXPECT_EQ(longitud, 0u) << fila.que;
+            EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_PATH_NOT_FOUND)) << fila.que;
+            EXPECT_STREQ(largo, "as it was") << fila.que;
+        } else {
+            EXPECT_EQ(std::string(largo, longitud), fila.respuesta) << fila.que;
+        }
+        EXPECT_EQ(g_asignador.liberados, fila.liberados) << fila.que;
+        EXPECT_EQ(g_asignador.usuarios, 0) << fila.que;
+    }
+    g_asignador.de_verdad->Release();
+}
+
 // What the current directory makes of it.
 TEST_F(nombre_largo, el_directorio_actual_de_8_bits_pregunta_por_aqui) {
     const directorio_temporal dir;
