@@ -4,8 +4,8 @@
 #include "paths/split_makepath.hpp"
 
 #include "arnes.hpp"
-#include "cdir.h"
 #include "modelos/corte.hpp"
+#include "modelos/entradas_corte.hpp"
 
 using namespace arnes;
 using modelos::corte;
@@ -18,24 +18,14 @@ namespace {
 template <class C>
 struct entradas;
 template <>
-struct entradas<wchar_t> {
-    static constexpr auto con_comprobacion = cdir_splitpath_con_comprobacion_UNICODE;
-    static constexpr auto con_comodines = cdir_splitpath_con_comodines_UNICODE;
-    static constexpr auto quedate = cdir_split_make_path_UNICODE;
-    static constexpr auto compone = cdir_makepath_UNICODE;
-    static constexpr auto compone_con_comodines = cdir_makepath_con_comodines_UNICODE;
+struct entradas<wchar_t> : modelos::entradas_corte<wchar_t> {
     static constexpr const char* incorrecto =
         "i_path_correcto_UNICODE( pathCompleto, puede_ser_vacio, FALSO, NULL, NULL) == CIERTO";
     static constexpr const char* incorrecto_con_comodines =
         "i_path_correcto_con_comodines_UNICODE(pathCompleto, NULL) == CIERTO";
 };
 template <>
-struct entradas<char> {
-    static constexpr auto con_comprobacion = cdir_splitpath_con_comprobacion;
-    static constexpr auto con_comodines = cdir_splitpath_con_comodines;
-    static constexpr auto quedate = cdir_split_make_path;
-    static constexpr auto compone = cdir_makepath;
-    static constexpr auto compone_con_comodines = cdir_makepath_con_comodines;
+struct entradas<char> : modelos::entradas_corte<char> {
     static constexpr const char* incorrecto =
         "i_path_correcto( pathCompleto, puede_ser_vacio, FALSO, NULL) == CIERTO";
     static constexpr const char* incorrecto_con_comodines =

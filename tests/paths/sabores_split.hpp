@@ -2,7 +2,7 @@
 #pragma once
 
 #include "apoyo/apoyo.hpp"
-#include "cdir.h"
+#include "modelos/entradas_corte.hpp"
 #include "paths/modelos.hpp"
 
 namespace sabores {
@@ -17,22 +17,12 @@ using entrada_compone = C* (*)(const C*, const C*, const C*, const C*);
 template <class C>
 struct sabor;
 template <>
-struct sabor<wchar_t> {
+struct sabor<wchar_t> : modelos::entradas_corte<wchar_t> {
     static apoyo::texto_w de(std::string_view utf8) { return apoyo::w(utf8); }
-    static constexpr entrada_corte<wchar_t> con_comprobacion = cdir_splitpath_con_comprobacion_UNICODE;
-    static constexpr entrada_corte<wchar_t> con_comodines = cdir_splitpath_con_comodines_UNICODE;
-    static constexpr auto quedate = cdir_split_make_path_UNICODE;
-    static constexpr entrada_compone<wchar_t> compone = cdir_makepath_UNICODE;
-    static constexpr entrada_compone<wchar_t> compone_con_comodines = cdir_makepath_con_comodines_UNICODE;
 };
 template <>
-struct sabor<char> {
+struct sabor<char> : modelos::entradas_corte<char> {
     static apoyo::texto_a de(std::string_view utf8) { return apoyo::cp1252(utf8); }
-    static constexpr entrada_corte<char> con_comprobacion = cdir_splitpath_con_comprobacion;
-    static constexpr entrada_corte<char> con_comodines = cdir_splitpath_con_comodines;
-    static constexpr auto quedate = cdir_split_make_path;
-    static constexpr entrada_compone<char> compone = cdir_makepath;
-    static constexpr entrada_compone<char> compone_con_comodines = cdir_makepath_con_comodines;
 };
 
 // Cuts a path (NULL too) into the wanted pieces, by the bits of the piece mask; "-" stands for the others.
