@@ -367,6 +367,22 @@ TEST(borrado_arbol, un_nombre_que_Windows_recorta_no_se_recorre) {
     EXPECT_FALSE(d.existe("t \\f.txt"));
 }
 
+// Without its separator the name of a volume is that of a device, no directory.
+TEST(borrado_arbol, la_raiz_de_un_volumen_conserva_su_separador) {
+    const std::string volumen = "\\\\?\\Volume{00000000-0000-0000-0000-00000000dead}";
+    buclrein_establece_politica(0, 0);
+    for (const forma& f : formas) {
+        fallos libro;
+        f.borra(volumen + "\\");
+        EXPECT_GT(libro.llamadas(), 0u) << f.nombre;
+        for (const fallos::llamada& l : libro.historia()) {
+            EXPECT_NE(l.ruta, volumen) << f.nombre << ": " << l.nombre;
+        }
+        toma_avisos();
+        toma_informes();
+    }
+}
+
 // Not every file system knows the question for the reparse tag: where the directory is no reparse point there is no
 // tag to ask for.
 TEST(borrado_arbol, sin_respuesta_sobre_la_marca_deciden_los_atributos) {

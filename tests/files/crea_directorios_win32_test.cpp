@@ -205,8 +205,12 @@ TEST(crea_directorios, una_ruta_relativa_cuenta_desde_el_directorio_actual) {
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"c\\x\\..\\d\\f.txt", 0), 1);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(w(dir.ruta().substr(0, 2) + "e\\f").c_str(), 1), 1);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"f.txt", 0), 1);
+    // One in first place stays, and the second takes it away.
+    ASSERT_TRUE(::SetCurrentDirectoryW(dir.ruta_w("a\\b").c_str()));
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"..\\x\\..\\g", 1), 1);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"..\\..\\h", 1), 1);
     ::SetCurrentDirectoryW(antes);
-    EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\b\\", "c\\", "c\\d\\", "e\\", "e\\f\\"}));
+    EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\b\\", "a\\b\\h\\", "a\\g\\", "c\\", "c\\d\\", "e\\", "e\\f\\"}));
 }
 
 TEST(crea_directorios, null_se_informa_y_no_se_crea_nada) {

@@ -212,6 +212,7 @@ TEST(unidades, disco_de_programa) {
         {"not told: the current drive", "", 5, "E:", {}},
         {"not told, the last drive", "", 26, "Z:", {}},
         {"not told, and a share is current", "", 0, "", {}},
+        {"not told, and no letter has such a number", "", 27, "", {}},
     };
     for (const auto& f : filas) {
         SCOPED_TRACE(f.que);
