@@ -91,7 +91,8 @@ TEST_F(sistema, unidades) {
     const auto todas = lumodir::UnidadesDelSistema();
     ASSERT_EQ(todas.size(), movida.size());
     for (std::size_t i = 0; i < todas.size(); ++i) {
-        EXPECT_EQ(lumodir::tipoDrive_UnidadSistema(todas[i]), movida[i].tipo);
+        const unsigned long tipo = movida[i].tipo;  // no reference to a field of a packed record
+        EXPECT_EQ(lumodir::tipoDrive_UnidadSistema(todas[i]), tipo);
         EXPECT_EQ(lumodir::nombreCompleto_UnidadSistema(todas[i]).vista()[1], L':');
     }
     EXPECT_EQ(lumodir::UnidadesDelSistemaConNombre().size(), todas.size());
