@@ -25,8 +25,11 @@ void recibe(const char* expresion, const char*, unsigned long, const wchar_t*, v
 }
 
 LONG CALLBACK dice_donde(EXCEPTION_POINTERS* excepcion) {
-    if (excepcion->ExceptionRecord->ExceptionCode == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION)) {
-        std::fprintf(stderr, "access violation in %s\n", g_en_curso.c_str());
+    const DWORD codigo = excepcion->ExceptionRecord->ExceptionCode;
+    // The second is how undefined behaviour traps.
+    if (codigo == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION) ||
+        codigo == static_cast<DWORD>(EXCEPTION_ILLEGAL_INSTRUCTION)) {
+        std::fprintf(stderr, "exception %lX in %s\n", codigo, g_en_curso.c_str());
         std::fflush(stderr);
     }
     return EXCEPTION_CONTINUE_SEARCH;

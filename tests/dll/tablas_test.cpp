@@ -78,9 +78,13 @@ std::set<std::string> importadas() {
     return resultado;
 }
 
+// The tables that the tests of every export replace; a new one belongs in tests/exports/tablas_guardadas.hpp first.
+const std::set<std::string> tablas = {"sistema",  "sistema_registro",  "procesos",
+                                      "unidades", "directorio_actual", "escritorio"};
+
 struct mencion {
-    bool llamada;    // a bracket follows
-    bool de_objeto;  // a member of something: an entry of a table
+    bool llamada;       // a bracket follows
+    std::string tabla;  // of which it is an entry: the object before it
 };
 
 std::vector<mencion> menciones(const std::string& texto, const std::string& nombre) {
@@ -88,7 +92,11 @@ std::vector<mencion> menciones(const std::string& texto, const std::string& nomb
     for (std::size_t i = texto.find(nombre); i != texto.npos; i = texto.find(nombre, i + 1)) {
         const std::size_t fin = i + nombre.size();
         if ((i == 0 || !de_nombre(texto[i - 1])) && (fin == texto.size() || !de_nombre(texto[fin]))) {
-            resultado.push_back({texto[fin] == '(', i > 0 && texto[i - 1] == '.'});
+            std::string objeto;
+            for (std::size_t k = i; i > 0 && texto[i - 1] == '.' && --k > 0 && de_nombre(texto[k - 1]);) {
+                objeto.insert(0, 1, texto[k - 1]);
+            }
+            resultado.push_back({texto[fin] == '(', objeto});
         }
     }
     return resultado;
@@ -111,12 +119,14 @@ TEST(tablas, ninguna_llamada_al_sistema_las_rodea) {
         for (const std::string& nombre : nombres) {
             const auto permiso = sin_tabla.find(nombre);
             for (const mencion& m : menciones(texto, nombre)) {
-                por_tabla += m.de_objeto ? 1 : 0;
+                const bool por_la_suya = tablas.count(m.tabla) != 0;
+                por_tabla += por_la_suya ? 1 : 0;
                 const bool permitida = permiso != sin_tabla.end() &&
                                        (permiso->second.empty() || permiso->second.count(fichero) != 0);
                 const bool en_tabla = !m.llamada && con_tabla.count(fichero) != 0;
-                EXPECT_TRUE(m.de_objeto || permitida || en_tabla)
-                    << fichero << " uses " << nombre << " past the tables";
+                EXPECT_TRUE(por_la_suya || permitida || en_tabla)
+                    << fichero << " uses " << nombre << " past the tables"
+                    << (m.tabla.empty() ? "" : ", in one that tests do not replace: ") << m.tabla;
             }
         }
     }

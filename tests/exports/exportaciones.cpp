@@ -111,19 +111,27 @@ exportacion hace(const char* nombre, R (*funcion)(A...)) {
 
 }  // namespace
 
-std::string& en_curso() {
-    static std::string llamada;
-    [[maybe_unused]] static void* const escucha =
-        ::AddVectoredExceptionHandler(1, [](EXCEPTION_POINTERS* excepcion) -> LONG {
-            const DWORD codigo = excepcion->ExceptionRecord->ExceptionCode;
-            if (codigo == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION)) {
-                std::fprintf(stderr, "access violation in %s\n", en_curso().c_str());
-                std::fflush(stderr);
-            }
-            return EXCEPTION_CONTINUE_SEARCH;
-        });
-    return llamada;
+// No object: MinGW's threads free what is local to them before they run its destructors.
+static thread_local char g_en_curso[200] = "";
+
+void pon_en_curso(const std::string& llamada) {
+    g_en_curso[llamada.copy(g_en_curso, sizeof g_en_curso - 1)] = '\0';
 }
+const char* en_curso() {
+    return g_en_curso;
+}
+
+static LONG CALLBACK dice_donde(EXCEPTION_POINTERS* excepcion) {
+    const DWORD codigo = excepcion->ExceptionRecord->ExceptionCode;
+    // The second is how undefined behaviour traps.
+    if (codigo == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION) ||
+        codigo == static_cast<DWORD>(EXCEPTION_ILLEGAL_INSTRUCTION)) {
+        std::fprintf(stderr, "exception %lX in %s\n", codigo, g_en_curso);
+        std::fflush(stderr);
+    }
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+[[maybe_unused]] static void* const g_escucha = ::AddVectoredExceptionHandler(1, dice_donde);
 
 const std::vector<exportacion>& exportaciones() {
     static const std::vector<exportacion> todas = {

@@ -30,8 +30,9 @@ struct exportacion {
 
 const std::vector<exportacion>& exportaciones();
 
-// What is being called, which a crash tells before it ends the process.
-std::string& en_curso();
+// What this thread is calling, which a crash tells before it ends the process. Kept up to 199 characters.
+void pon_en_curso(const std::string& llamada);
+const char* en_curso();
 
 std::string como_texto(const wchar_t* texto);
 std::string como_texto(const char* texto);

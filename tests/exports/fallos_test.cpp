@@ -75,15 +75,12 @@ class alrededor : public testing::Environment {
 };
 
 // In short: what tries many names in a row, or walks over all processes or drives, does the same again and again. At
-// length (tools/stress): to the end, in growing steps.
+// length (tools/stress): each to the end.
 bool largo() {
     return std::getenv("LUMODIR_RONDAS") != nullptr;
 }
 unsigned ultimo_fallo(const llamada& de) {
     return largo() ? ~0u : de.es("taskproc_") ? 3u : de.es("creaFichero") ? 5u : 8u;
-}
-unsigned siguiente_fallo(unsigned n) {
-    return n + 1 + n / 25;
 }
 // The directory, and the file for what is about files; at length: a pattern too, and all for whatever takes a path.
 std::vector<std::wstring> textos_para(const llamada& de) {
@@ -100,26 +97,37 @@ public:
     explicit con_fallos(const exportacion& e) : e_(e) {}
 
     void TestBody() override {
-        const unsigned ultima = ultimo_fallo(e_.como);
         for (const std::wstring& texto : textos_para(e_.como)) {
             texto_en_curso() = texto;
-            for (const bool para_siempre : {false, true}) {
-                bool limpia = false;
-                for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); n = siguiente_fallo(n)) {
-                    limpia = ronda(n, para_siempre);
-                }
+            quiso_nombre_largo_ = false;
+            todas_las_rondas(false);
+            if (quiso_nombre_largo_) {
+                todas_las_rondas(true);
             }
         }
     }
 
 private:
+    void todas_las_rondas(bool por_el_escritorio) {
+        const unsigned ultima = ultimo_fallo(e_.como);
+        for (const bool para_siempre : {false, true}) {
+            bool limpia = false;
+            for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); ++n) {
+                limpia = ronda(n, para_siempre, por_el_escritorio);
+            }
+        }
+    }
     // Answers whether the operation ended before the fault.
-    bool ronda(unsigned n, bool para_siempre) {
-        const std::string que = e_.como.funcion + ", call " + std::to_string(n) + (para_siempre ? " on" : "");
-        en_curso() = que;
+    bool ronda(unsigned n, bool para_siempre, bool por_el_escritorio) {
+        const std::string que = e_.como.funcion + ", call " + std::to_string(n) +
+                                (para_siempre ? " on" : "") + (por_el_escritorio ? ", by the shell" : "");
+        pon_en_curso(que);
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
         todas_las_tablas tablas(g_escenario->carpeta(), clave_de_prueba);
+        if (por_el_escritorio) {
+            tablas.sin_nombres_largos();
+        }
         unsigned long llamadas;
         bool cambiado;
         {
@@ -128,6 +136,7 @@ private:
             una->llama();
             llamadas = tablas.llamadas();
             cambiado = tablas.ha_cambiado_algo();
+            quiso_nombre_largo_ = quiso_nombre_largo_ || tablas.quiso_nombre_largo();
             tablas.falla(0, false);
         }
         lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
@@ -142,6 +151,7 @@ private:
         return llamadas < n;
     }
     const exportacion& e_;
+    bool quiso_nombre_largo_ = false;
 };
 
 // ---- exhausted memory
@@ -223,7 +233,7 @@ public:
         for (const std::wstring& texto : textos_para(e_.como)) {
             texto_en_curso() = texto;
             bool limpia = false;
-            for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); n = siguiente_fallo(n)) {
+            for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); ++n) {
                 limpia = ronda(n);
             }
         }
@@ -233,7 +243,7 @@ public:
 private:
     bool ronda(unsigned n) {
         const std::string que = e_.como.funcion + ", allocation " + std::to_string(n);
-        en_curso() = que;
+        pon_en_curso(que);
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = lumodir::i_bloques_internos_vivos();

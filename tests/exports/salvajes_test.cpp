@@ -80,7 +80,7 @@ public:
     void TestBody() override {
         for (unsigned ronda = 0; ronda < rondas() && !HasFailure(); ++ronda) {
             azar().seed(ronda);
-            en_curso() = como_.funcion + ", round " + std::to_string(ronda);
+            pon_en_curso(como_.funcion + ", round " + std::to_string(ronda));
             const unsigned long long vivos = lumospy_bloques_vivos();
             sitio_del_bufer() = uno_de(azar(), 3) == 0 ? 0xFFFF : uno_de(azar(), 300);
             {

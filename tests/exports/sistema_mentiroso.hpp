@@ -31,6 +31,7 @@ public:
         i_exige_llena(lumodir::sistema_registro);
         i_exige_llena(lumodir::procesos);
         i_exige_llena(lumodir::unidades);
+        i_exige_llena(lumodir::directorio_actual);
         i_exige_llena(lumodir::escritorio);
     }
     ~sistema_mentiroso() { i_yo() = nullptr; }

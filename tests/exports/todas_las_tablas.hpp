@@ -31,7 +31,14 @@ public:
         numero_ = numero;
         para_siempre_ = para_siempre;
         cambiado_ = false;
+        quiso_nombre_largo_ = false;
     }
+    // As on a system that has no long names of its own: the shell is asked for them.
+    void sin_nombres_largos() {
+        lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return nullptr; };
+    }
+    // Whether an operation wanted the long form of a name.
+    bool quiso_nombre_largo() const { return quiso_nombre_largo_; }
     unsigned long llamadas() const { return llamadas_; }
     bool ha_cambiado_algo() const { return cambiado_; }
     std::size_t abiertas() const { return abiertas_.size(); }
@@ -271,8 +278,9 @@ private:
         }
     }
     static DWORD WINAPI i_nombre_largo(const char* corto, char* largo, DWORD sitio) {
+        i_yo()->quiso_nombre_largo_ = true;
         if (i_yo()->i_toca_fallar()) {
-            ::SetLastError(ERROR_CALL_NOT_IMPLEMENTED);  // so that the shell is asked
+            ::SetLastError(ERROR_ACCESS_DENIED);
             return 0;
         }
         return ::GetLongPathNameA(corto, largo, sitio);
@@ -286,6 +294,7 @@ private:
     unsigned long numero_ = 0;
     bool para_siempre_ = false;
     bool cambiado_ = false;
+    bool quiso_nombre_largo_ = false;
     std::set<std::pair<void*, void (*)(void*)>> abiertas_;
     std::vector<std::string> fuera_;
 };

@@ -177,17 +177,50 @@ struct asignador final : IMalloc {
 };
 asignador g_asignador;
 
+// The desktop, which counts who has let go of it; it cuts names and nothing else.
+struct carpeta final : IShellFolder {
+    int usuarios = 0;
+    IShellFolder* de_verdad = nullptr;
+    HRESULT WINAPI QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG WINAPI AddRef() override { return static_cast<ULONG>(++usuarios); }
+    ULONG WINAPI Release() override { return static_cast<ULONG>(--usuarios); }
+    HRESULT WINAPI ParseDisplayName(HWND ventana, IBindCtx* contexto, LPWSTR nombre, ULONG* tomados,
+                                    PIDLIST_RELATIVE* lista, ULONG* atributos) override {
+        return de_verdad->ParseDisplayName(ventana, contexto, nombre, tomados, lista, atributos);
+    }
+    HRESULT WINAPI EnumObjects(HWND, SHCONTF, IEnumIDList**) override { return E_NOTIMPL; }
+    HRESULT WINAPI BindToObject(PCUIDLIST_RELATIVE, IBindCtx*, REFIID, void**) override { return E_NOTIMPL; }
+    HRESULT WINAPI BindToStorage(PCUIDLIST_RELATIVE, IBindCtx*, REFIID, void**) override { return E_NOTIMPL; }
+    HRESULT WINAPI CompareIDs(LPARAM, PCUIDLIST_RELATIVE, PCUIDLIST_RELATIVE) override { return E_NOTIMPL; }
+    HRESULT WINAPI CreateViewObject(HWND, REFIID, void**) override { return E_NOTIMPL; }
+    HRESULT WINAPI GetAttributesOf(UINT, PCUITEMID_CHILD_ARRAY, SFGAOF*) override { return E_NOTIMPL; }
+    HRESULT WINAPI GetUIObjectOf(HWND, UINT, PCUITEMID_CHILD_ARRAY, REFIID, UINT*, void**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT WINAPI GetDisplayNameOf(PCUITEMID_CHILD, SHGDNF, STRRET*) override { return E_NOTIMPL; }
+    HRESULT WINAPI SetNameOf(HWND, PCUITEMID_CHILD, LPCWSTR, SHGDNF, PITEMID_CHILD*) override {
+        return E_NOTIMPL;
+    }
+};
+carpeta g_carpeta;
+
 TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja_nada) {
     const directorio_temporal dir;
     const std::string ruta = dir.fichero("a long name.text");
     const texto_a corto = cp1252(corto_de(ruta));
     ASSERT_EQ(::SHGetMalloc(&g_asignador.de_verdad), S_OK);
+    ASSERT_EQ(::SHGetDesktopFolder(&g_carpeta.de_verdad), S_OK);
     const auto da_el_que_cuenta = [](IMalloc** sitio) -> HRESULT {
         g_asignador.AddRef();
         *sitio = &g_asignador;
         return S_OK;
     };
-    const tabla_escritorio buena = {da_el_que_cuenta, ::SHGetDesktopFolder, ::SHGetPathFromIDListA};
+    const auto da_la_que_cuenta = [](IShellFolder** sitio) -> HRESULT {
+        g_carpeta.AddRef();
+        *sitio = &g_carpeta;
+        return S_OK;
+    };
+    const tabla_escritorio buena = {da_el_que_cuenta, da_la_que_cuenta, ::SHGetPathFromIDListA};
     tabla_escritorio sin_asignador = buena;
     sin_asignador.SHGetMalloc = [](IMalloc**) -> HRESULT { return E_OUTOFMEMORY; };
     tabla_escritorio sin_carpeta = buena;
@@ -220,7 +253,9 @@ TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja
         }
         EXPECT_EQ(g_asignador.liberados, fila.liberados) << fila.que;
         EXPECT_EQ(g_asignador.usuarios, 0) << fila.que;
+        EXPECT_EQ(g_carpeta.usuarios, 0) << fila.que;
     }
+    g_carpeta.de_verdad->Release();
     g_asignador.de_verdad->Release();
 }
 

@@ -621,7 +621,7 @@ void compara_con_modelo(const std::string& ruta) {
 }  // namespace
 
 TEST(componentes, cada_texto_corto_como_el_modelo) {
-    constexpr std::size_t longitud = modelos::longitud_exhaustiva - 1;
+    const std::size_t longitud = modelos::longitud_exhaustiva - 1;
     modelos::para_cada_texto(modelos::alfabeto, longitud, [](const std::string& ruta) {
         compara_con_modelo<wchar_t>(ruta);
         compara_con_modelo<char>(ruta);

@@ -2,6 +2,7 @@
 // random ones.
 #pragma once
 
+#include <cstdlib>
 #include <random>
 
 #include "apoyo/apoyo.hpp"
@@ -9,12 +10,17 @@
 
 namespace modelos {
 
-// Every text of up to so many characters; fewer under Wine, to keep it quick.
+// Every text of up to so many characters, or one or two fewer where a text is tried in many ways. Fewer under Wine, to
+// keep it quick; more by LUMODIR_LONGITUD (tools/exhaustive).
+inline const std::size_t longitud_exhaustiva = [] {
+    const char* pedida = std::getenv("LUMODIR_LONGITUD");
 #ifdef _WIN32
-constexpr std::size_t longitud_exhaustiva = 5;
+    constexpr std::size_t de_siempre = 5;
 #else
-constexpr std::size_t longitud_exhaustiva = 6;
+    constexpr std::size_t de_siempre = 6;
 #endif
+    return pedida == nullptr ? de_siempre : static_cast<std::size_t>(std::atoi(pedida));
+}();
 constexpr std::string_view alfabeto = "a.\\/:? *";
 
 // Calls `f` with every text of up to `longitud_maxima` characters of the alphabet, the empty one included, until

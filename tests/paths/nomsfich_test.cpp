@@ -6,6 +6,7 @@
 
 #include "apoyo/apoyo.hpp"
 #include "modelos/nomsfich.hpp"
+#include "paths/modelos.hpp"
 
 using namespace apoyo;
 using modelos::caracter_malo;
@@ -309,8 +310,8 @@ std::vector<std::string> textos_cortos(const std::string& alfabeto, std::size_t 
 }  // namespace
 
 TEST(nomsfich, cada_nombre_corto_como_el_modelo) {
-    std::vector<std::string> nombres = textos_cortos("aB.\\/:? *", 5);
-    const std::vector<std::string> con_control = textos_cortos("aB. ?\t", 5);
+    std::vector<std::string> nombres = textos_cortos("aB.\\/:? *", modelos::longitud_exhaustiva - 1);
+    const std::vector<std::string> con_control = textos_cortos("aB. ?\t", modelos::longitud_exhaustiva - 1);
     nombres.insert(nombres.end(), con_control.begin(), con_control.end());
     for (const std::string& nombre : nombres) {
         Nomsfich* registro = nomsfich_crea(nombre.c_str());

@@ -96,15 +96,15 @@ void compara_corte(const std::string& utf8, bool todas_las_mascaras) {
 
 // One character less than elsewhere: each text is cut and composed in some twenty ways.
 TEST(split_makepath_modelo, corta_como_el_modelo_todo_texto_corto) {
-    constexpr std::size_t longitud = modelos::longitud_exhaustiva - 1;
+    const std::size_t longitud = modelos::longitud_exhaustiva - 1;
     const std::size_t vistos =
-        modelos::para_cada_texto(modelos::alfabeto, longitud, [](const std::string& utf8) {
+        modelos::para_cada_texto(modelos::alfabeto, longitud, [&](const std::string& utf8) {
             const bool todas = utf8.size() < longitud;
             compara_corte<wchar_t>(utf8, todas);
             compara_corte<char>(utf8, todas);
         });
     EXPECT_EQ(vistos, modelos::cuantos_textos(modelos::alfabeto.size(), longitud));
-    modelos::para_cada_texto("a.\\/: ", modelos::longitud_exhaustiva, [](const std::string& utf8) {
+    modelos::para_cada_texto("a.\\/: ", modelos::longitud_exhaustiva, [&](const std::string& utf8) {
         if (utf8.size() > longitud) {
             compara_corte<wchar_t>(utf8, false);
             compara_corte<char>(utf8, false);
