@@ -6,6 +6,7 @@
 #include "companions/crt_rutas.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/unicode.hpp"
 
 namespace lumodir {
 namespace {
@@ -29,11 +30,14 @@ bool i_comprueba_caracteres(vista_a cadena) {
     if (cadena.find_first_of(caracteres_prohibidos) == vista_a::npos) {
         return true;
     }
+    // Each of them is a report with the whole text, however long: one conversion serves all.
+    const cadena_w detalle = a_utf16(cadena);
     for (const char c : cadena) {
-        i_comprueba_con(!i_prohibido(c) && !i_de_control(c),
-                        R"(c >= ' ' && c != '<' && c != '>' && c != ':' && c != '\"' && c != '|' )"
-                        R"(&& c != '\\' && c != '/' && c != '*' && c != '?')",
-                        cadena);
+        if (i_prohibido(c) || i_de_control(c)) {
+            error_interno_msg_u(R"(c >= ' ' && c != '<' && c != '>' && c != ':' && c != '\"' && c != '|' )"
+                                R"(&& c != '\\' && c != '/' && c != '*' && c != '?')",
+                                detalle.c_str());
+        }
     }
     return true;
 }

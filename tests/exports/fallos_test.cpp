@@ -75,12 +75,15 @@ class alrededor : public testing::Environment {
 };
 
 // In short: what tries many names in a row, or walks over all processes or drives, does the same again and again. At
-// length (tools/stress): each to the end.
+// length (tools/stress): each to the end, but for the names: of those, 150 tried alike, in growing steps.
 bool largo() {
     return std::getenv("LUMODIR_RONDAS") != nullptr;
 }
 unsigned ultimo_fallo(const llamada& de) {
     return largo() ? ~0u : de.es("taskproc_") ? 3u : de.es("creaFichero") ? 5u : 8u;
+}
+unsigned siguiente_fallo(const llamada& de, unsigned n) {
+    return n + 1 + (de.es("creaFichero") ? n / 10 : 0);
 }
 // The directory, and the file for what is about files; at length: a pattern too, and all for whatever takes a path.
 std::vector<std::wstring> textos_para(const llamada& de) {
@@ -112,7 +115,7 @@ private:
         const unsigned ultima = ultimo_fallo(e_.como);
         for (const bool para_siempre : {false, true}) {
             bool limpia = false;
-            for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); ++n) {
+            for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); n = siguiente_fallo(e_.como, n)) {
                 limpia = ronda(n, para_siempre, por_el_escritorio);
             }
         }
@@ -233,7 +236,7 @@ public:
         for (const std::wstring& texto : textos_para(e_.como)) {
             texto_en_curso() = texto;
             bool limpia = false;
-            for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); ++n) {
+            for (unsigned n = 1; n <= ultima && !limpia && !HasFailure(); n = siguiente_fallo(e_.como, n)) {
                 limpia = ronda(n);
             }
         }
