@@ -94,11 +94,11 @@ public:
         return creado_ && ::WaitForMultipleObjects(2, cualquiera, FALSE, paciencia_hijo_ms) == WAIT_OBJECT_0;
     }
     bool vive() const { return creado_ && ::WaitForSingleObject(proceso_.hProcess, 0) == WAIT_TIMEOUT; }
-    // Tells it to end. The second waits for it, and answers its exit code.
+    // Tells it to end. The second waits for it, besides the time that it is known to need, and answers its exit code.
     void suelta() const { ::SetEvent(fin_); }
-    DWORD espera_fin() const {
+    DWORD espera_fin(unsigned segundos = 0) const {
         DWORD codigo = STILL_ACTIVE;
-        ::WaitForSingleObject(proceso_.hProcess, paciencia_hijo_ms);
+        ::WaitForSingleObject(proceso_.hProcess, 1000 * segundos + paciencia_hijo_ms);
         ::GetExitCodeProcess(proceso_.hProcess, &codigo);
         return codigo;
     }
