@@ -58,8 +58,8 @@ std::string i_como_se_ven(const std::vector<T>& textos) {
 void i_recibe_informe(const char* expresion, const char* etiqueta, unsigned long linea,
                       const wchar_t* detalle, void*) {
     EXIGE(etiqueta != nullptr && *etiqueta != '\0' && linea > 0);
-    // The detail must be readable to its end.
-    EXIGE(detalle == nullptr || lumodir::a_vista(detalle).size() < 2 * longitud_maxima);
+    // The detail must be readable to its end. The longest is a path composed of four arguments.
+    EXIGE(detalle == nullptr || lumodir::a_vista(detalle).size() < 5 * longitud_maxima);
     g_informes.emplace_back(expresion);
 }
 
