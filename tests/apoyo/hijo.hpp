@@ -94,7 +94,8 @@ public:
         return creado_ && ::WaitForMultipleObjects(2, cualquiera, FALSE, paciencia_hijo_ms) == WAIT_OBJECT_0;
     }
     bool vive() const { return creado_ && ::WaitForSingleObject(proceso_.hProcess, 0) == WAIT_TIMEOUT; }
-    // Tells it to end. The second waits for it, besides the time that it is known to need, and answers its exit code.
+    // Tells it to end. The second waits for it, with the usual patience on top of the time that it
+    // is known to need, and answers its exit code.
     void suelta() const { ::SetEvent(fin_); }
     DWORD espera_fin(unsigned segundos = 0) const {
         DWORD codigo = STILL_ACTIVE;

@@ -75,7 +75,7 @@ class alrededor : public testing::Environment {
 };
 
 // In short: what tries many names in a row, or walks over all processes or drives, does the same again and again. At
-// length (tools/stress): each to the end, but for the names: of those, 150 tried alike, in growing steps.
+// length (tools/stress): each to the end; where 150 names are tried alike, in growing steps.
 bool largo() {
     return std::getenv("LUMODIR_RONDAS") != nullptr;
 }
@@ -105,8 +105,11 @@ public:
             quiso_nombre_largo_ = false;
             todas_las_rondas(false);
             if (quiso_nombre_largo_) {
+                al_escritorio_ = 0;
                 todas_las_rondas(true);
+                EXPECT_GT(al_escritorio_, 0u) << "the shell was not asked";
             }
+            EXPECT_TRUE(quiso_nombre_largo_ || e_.como.funcion != "cdir_obtener_path_actual");
         }
     }
 
@@ -140,6 +143,7 @@ private:
             llamadas = tablas.llamadas();
             cambiado = tablas.ha_cambiado_algo();
             quiso_nombre_largo_ = quiso_nombre_largo_ || tablas.quiso_nombre_largo();
+            al_escritorio_ += tablas.llamadas_al_escritorio();
             tablas.falla(0, false);
         }
         lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
@@ -155,6 +159,7 @@ private:
     }
     const exportacion& e_;
     bool quiso_nombre_largo_ = false;
+    unsigned long al_escritorio_ = 0;
 };
 
 // ---- exhausted memory

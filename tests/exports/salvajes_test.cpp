@@ -67,13 +67,18 @@ bool etiqueta_conocida(const std::string& etiqueta) {
     return false;
 }
 
-// The first report that does not say what and where. The others are not kept: of a long text there may be one for each
-// of its characters, each with the whole of it.
+// The first report that does not say what and where. The others are not kept, and the details of some alone are read
+// to their ends: of a long text there may be one for each of its characters, each with the whole of it.
 std::string g_informe_raro;
+unsigned g_detalles_por_leer = 0;
 const llamada* g_llamada = nullptr;
 
-void mira_el_informe(const char* expresion, const char* etiqueta, unsigned long linea, const wchar_t*,
+void mira_el_informe(const char* expresion, const char* etiqueta, unsigned long linea, const wchar_t* detalle,
                      void*) {
+    if (detalle != nullptr && g_detalles_por_leer > 0) {
+        --g_detalles_por_leer;
+        apoyo::u8(detalle);
+    }
     // Copying and releasing texts report with the place that their caller gave.
     const bool con_lugar = g_llamada->es("widestr_") || (etiqueta_conocida(etiqueta) && linea > 0);
     // One has always reported an empty expression after its message.
@@ -99,6 +104,7 @@ public:
         error_interno_establece_receptor(mira_el_informe, nullptr);
         for (unsigned ronda = 0; ronda < rondas() && !HasFailure(); ++ronda) {
             azar().seed(ronda);
+            g_detalles_por_leer = 50;
             pon_en_curso(como_.funcion + ", round " + std::to_string(ronda));
             const unsigned long long vivos = lumospy_bloques_vivos();
             sitio_del_bufer() = uno_de(azar(), 3) == 0 ? 0xFFFF : uno_de(azar(), 300);

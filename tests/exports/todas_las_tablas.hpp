@@ -39,6 +39,7 @@ public:
     }
     // Whether an operation wanted the long form of a name.
     bool quiso_nombre_largo() const { return quiso_nombre_largo_; }
+    unsigned long llamadas_al_escritorio() const { return al_escritorio_; }
     unsigned long llamadas() const { return llamadas_; }
     bool ha_cambiado_algo() const { return cambiado_; }
     std::size_t abiertas() const { return abiertas_.size(); }
@@ -214,6 +215,9 @@ private:
         static R llama(A... a) {
             todas_las_tablas& yo = *i_yo();
             const bool toca = yo.i_toca_fallar();
+            if constexpr (i_es<Tabla, &tablas_guardadas::escritorio>()) {
+                ++yo.al_escritorio_;
+            }
             const auto real = (yo.reales_.*Tabla).*Entrada;
             if constexpr (i_cierra<Entrada>()) {
                 i_quita(a...);
@@ -291,6 +295,7 @@ private:
     const apoyo::texto_w carpeta_;
     const apoyo::texto_w clave_;
     unsigned long llamadas_ = 0;
+    unsigned long al_escritorio_ = 0;
     unsigned long numero_ = 0;
     bool para_siempre_ = false;
     bool cambiado_ = false;

@@ -53,7 +53,7 @@ TEST(filtro, coincide_con_el_modelo_en_todos_los_nombres_cortos) {
 TEST(filtro, coincide_con_el_modelo_en_todos_los_textos_cortos) {
     for (const std::string filtro : {"", "*", "a", "?", "*.*", "*a", "a*", "a*.", "?*?", "*.?", "a?*a.\\"}) {
         const texto_w filtro_w = w(filtro);
-        for (const std::string& nombre : todas("a.\\/:? *", modelos::longitud_exhaustiva - 1)) {
+        for (const std::string& nombre : todas("a.\\/:? *", modelos::longitud_de_nombres)) {
             const texto_w nombre_w = w(nombre);
             ASSERT_EQ(lumodir::i_cumple_filtro<char>(nombre, filtro),
                       modelos::cumple_filtro(nombre, filtro, false))

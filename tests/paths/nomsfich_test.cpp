@@ -310,8 +310,8 @@ std::vector<std::string> textos_cortos(const std::string& alfabeto, std::size_t 
 }  // namespace
 
 TEST(nomsfich, cada_nombre_corto_como_el_modelo) {
-    std::vector<std::string> nombres = textos_cortos("aB.\\/:? *", modelos::longitud_exhaustiva - 1);
-    const std::vector<std::string> con_control = textos_cortos("aB. ?\t", modelos::longitud_exhaustiva - 1);
+    std::vector<std::string> nombres = textos_cortos("aB.\\/:? *", modelos::longitud_de_nombres);
+    const std::vector<std::string> con_control = textos_cortos("aB. ?\t", modelos::longitud_de_nombres);
     nombres.insert(nombres.end(), con_control.begin(), con_control.end());
     for (const std::string& nombre : nombres) {
         Nomsfich* registro = nomsfich_crea(nombre.c_str());
