@@ -5,34 +5,25 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <memory>
 
+#include "apoyo/en_curso.hpp"
 #include "dll/cabeceras.hpp"
 #include "dll/valores.hpp"
 
 namespace dll {
 namespace {
 
+using apoyo::en_curso;
+using apoyo::pon_en_curso;
+
 std::vector<std::string> g_informes;
-std::string g_en_curso;  // for whoever reads the log of a crash
 
 void recibe(const char* expresion, const char*, unsigned long, const wchar_t*, void*) {
     g_informes.push_back(expresion);
-}
-
-LONG CALLBACK dice_donde(EXCEPTION_POINTERS* excepcion) {
-    const DWORD codigo = excepcion->ExceptionRecord->ExceptionCode;
-    // The second is how undefined behaviour traps.
-    if (codigo == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION) ||
-        codigo == static_cast<DWORD>(EXCEPTION_ILLEGAL_INSTRUCTION)) {
-        std::fprintf(stderr, "exception %lX in %s\n", codigo, g_en_curso.c_str());
-        std::fflush(stderr);
-    }
-    return EXCEPTION_CONTINUE_SEARCH;
 }
 
 const std::wstring& carpeta_guardada() {
@@ -82,7 +73,7 @@ public:
         std::vector<std::string> resultado;
         llama(nulo, resultado);
         EXPECT_TRUE(g_informes.empty())
-            << "freeing what " << g_en_curso << " left: " << testing::PrintToString(g_informes);
+            << "freeing what " << en_curso() << " left: " << testing::PrintToString(g_informes);
         return resultado;
     }
 
@@ -161,11 +152,11 @@ public:
 
 private:
     std::vector<std::string> barre(std::size_t nulo) {
-        g_en_curso =
-            como_.funcion + (nulo == ninguno ? "" : ", argument " + std::to_string(nulo + 1) + " NULL");
+        pon_en_curso(como_.funcion +
+                     (nulo == ninguno ? "" : ", argument " + std::to_string(nulo + 1) + " NULL"));
         const unsigned long long vivos = lumospy_bloques_vivos();
         std::vector<std::string> informes = prueba_->informes(nulo);
-        EXPECT_EQ(lumospy_bloques_vivos(), vivos) << g_en_curso;
+        EXPECT_EQ(lumospy_bloques_vivos(), vivos) << en_curso();
         return informes;
     }
     void comprueba(const parametro& p, const std::vector<std::string>& sin_nulos,
@@ -245,24 +236,8 @@ std::string en_8_bits(const std::wstring& texto) {
     return resultado;
 }
 
-void libera_registros(ArrPunteroConTipo** v, const llamada& de) {
-    if (*v == nullptr) {
-        return;
-    }
-    ArrDestruyeRegistro destruye = destruye_bloque;
-    if (de.es("fichsdir_")) {
-        destruye = exportada<ArrDestruyeRegistro>("fichsdir_destruye");
-    } else if (de.es("Unidades")) {
-        destruye = exportada<ArrDestruyeRegistro>("lumodir_destruyeEstructuraUnidadSistema");
-    } else if (de.es("taskproc_")) {
-        destruye = exportada<ArrDestruyeRegistro>("taskproc_destruye");
-    }
-    arr_DestruyeEstructurasConTipo(v, destruye);
-}
-
 void registra_nulos() {
     testing::AddGlobalTestEnvironment(new sin_restos);
-    ::AddVectoredExceptionHandler(1, dice_donde);
 #define EXPORTACION(nombre) registra(#nombre, static_cast<decltype(&nombre)>(nullptr));
 #include "cabeceras/exportaciones.inc"
 #undef EXPORTACION

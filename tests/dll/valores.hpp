@@ -32,9 +32,10 @@ F exportada(const char* nombre) {
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("lumodir.dll"), nombre)));
 }
 // How the functions that only the DLL has are reached; tests that are linked with the library call them as they are.
-#ifndef LLAMA_DLL
-#define LLAMA_DLL(nombre, ...) (::dll::exportada<decltype(&nombre)>(#nombre)(__VA_ARGS__))
+#ifndef DE_LA_DLL
+#define DE_LA_DLL(nombre) (::dll::exportada<decltype(&nombre)>(#nombre))
 #endif
+#define LLAMA_DLL(nombre, ...) (DE_LA_DLL(nombre)(__VA_ARGS__))
 
 // `hay` tells whether the value is a real one. The first form serves numbers and pointers without a form of their
 // own, which stay NULL.
@@ -112,8 +113,27 @@ inline void libera(Dirwin_u** v) {
         LLAMA_DLL(dirwin_destruye_UNICODE, v);
     }
 }
+template <class T>
+ArrDestruyeRegistro como_destructor(void (*destruye)(T**)) {
+    return reinterpret_cast<ArrDestruyeRegistro>(reinterpret_cast<void (*)()>(destruye));
+}
 // The results that are such lists hold different records; they are released by the families' own destroyers.
-void libera_registros(ArrPunteroConTipo** v, const llamada& de);
+inline void libera_registros(ArrPunteroConTipo** v, const llamada& de) {
+    if (*v == nullptr) {
+        return;
+    }
+    ArrDestruyeRegistro destruye = destruye_bloque;
+    if (de.es("fichsdir_")) {
+        destruye = como_destructor(DE_LA_DLL(fichsdir_destruye));
+    } else if (de.es("Unidades")) {
+        destruye = como_destructor(DE_LA_DLL(lumodir_destruyeEstructuraUnidadSistema));
+    } else if (de.es("taskproc_")) {
+        destruye = como_destructor(DE_LA_DLL(taskproc_destruye));
+    } else if (de.es("lumoreg_")) {
+        destruye = como_destructor(DE_LA_DLL(arr_DestruyeCADENA_u));
+    }
+    arr_DestruyeEstructurasConTipo(v, destruye);
+}
 
 inline void crea(wchar_t*& v) {
     v = widestr_nousar_copia(L"x", "prueba", 1);

@@ -1,7 +1,5 @@
 #include "exports/exportaciones.hpp"
 
-#include <cstdio>
-
 namespace dll {
 
 std::wstring texto_sano(const llamada& para) {
@@ -13,24 +11,6 @@ std::wstring texto_sano(const llamada& para) {
 
 std::string en_8_bits(const std::wstring& texto) {
     return apoyo::cp1252(apoyo::u8(texto.c_str()));
-}
-
-void libera_registros(ArrPunteroConTipo** v, const llamada& de) {
-    if (*v == nullptr) {
-        return;
-    }
-    ArrDestruyeRegistro destruye = destruye_bloque;
-    if (de.es("fichsdir_")) {
-        destruye = reinterpret_cast<ArrDestruyeRegistro>(reinterpret_cast<void (*)()>(fichsdir_destruye));
-    } else if (de.es("Unidades")) {
-        destruye = reinterpret_cast<ArrDestruyeRegistro>(
-            reinterpret_cast<void (*)()>(lumodir_destruyeEstructuraUnidadSistema));
-    } else if (de.es("taskproc_")) {
-        destruye = reinterpret_cast<ArrDestruyeRegistro>(reinterpret_cast<void (*)()>(taskproc_destruye));
-    } else if (de.es("lumoreg_")) {
-        destruye = [](void** registro) { arr_DestruyeCADENA_u(reinterpret_cast<ArrCADENA_u**>(registro)); };
-    }
-    arr_DestruyeEstructurasConTipo(v, destruye);
 }
 
 }  // namespace dll
@@ -110,28 +90,6 @@ exportacion hace(const char* nombre, R (*funcion)(A...)) {
 }
 
 }  // namespace
-
-// No object: MinGW's threads free what is local to them before they run its destructors.
-static thread_local char g_en_curso[200] = "";
-
-void pon_en_curso(const std::string& llamada) {
-    g_en_curso[llamada.copy(g_en_curso, sizeof g_en_curso - 1)] = '\0';
-}
-const char* en_curso() {
-    return g_en_curso;
-}
-
-static LONG CALLBACK dice_donde(EXCEPTION_POINTERS* excepcion) {
-    const DWORD codigo = excepcion->ExceptionRecord->ExceptionCode;
-    // The second is how undefined behaviour traps.
-    if (codigo == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION) ||
-        codigo == static_cast<DWORD>(EXCEPTION_ILLEGAL_INSTRUCTION)) {
-        std::fprintf(stderr, "exception %lX in %s\n", codigo, g_en_curso);
-        std::fflush(stderr);
-    }
-    return EXCEPTION_CONTINUE_SEARCH;
-}
-[[maybe_unused]] static void* const g_escucha = ::AddVectoredExceptionHandler(1, dice_donde);
 
 const std::vector<exportacion>& exportaciones() {
     static const std::vector<exportacion> todas = {

@@ -8,9 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "apoyo/en_curso.hpp"
 #include "exports/valores_salvajes.hpp"
 
 namespace exports {
+
+using apoyo::en_curso;
+using apoyo::pon_en_curso;
 
 // One call with its arguments made; they go with it.
 class preparada : inmovil {
@@ -29,10 +33,6 @@ struct exportacion {
 };
 
 const std::vector<exportacion>& exportaciones();
-
-// What this thread is calling, which a crash tells before it ends the process. Kept up to 199 characters.
-void pon_en_curso(const std::string& llamada);
-const char* en_curso();
 
 std::string como_texto(const wchar_t* texto);
 std::string como_texto(const char* texto);

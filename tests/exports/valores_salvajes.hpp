@@ -3,7 +3,7 @@
 // Objects of the library are real ones: a wild pointer to one is nobody's promise. Windows only.
 #pragma once
 
-#define LLAMA_DLL(nombre, ...) nombre(__VA_ARGS__)
+#define DE_LA_DLL(nombre) nombre
 #include "dll/valores.hpp"
 // Leans on the types that the header above brings.
 #include "exports/sistema_mentiroso.hpp"
