@@ -1,9 +1,11 @@
 // The long-path library: the Windows calls on paths of any length. A path that Windows would refuse for its
-// length is made full and given the extended-length prefix; every other path goes through as it is.
+// length is made full and given the extended-length prefix.
 //
-// Promises: each call returns what the Windows function of its name returns and leaves its last error in place;
-// where there is an `error_out`, it receives the code of a failure (0 after success it does not touch). A usual
-// path (absolute, short) costs no call besides the one asked for.
+// Promises: a path that depends on the current directory is made full once, where its `ruta_fijada` is made: whoever
+// changes the current directory meanwhile (a question, a callback, another thread) redirects nothing. Each call
+// returns what the Windows function of its name returns and leaves its last error in place; where there is an
+// `error_out`, it receives the code of a failure and is left alone after a success. A path that is absolute and
+// short costs no call besides the one asked for, a relative one a single call for all that is done with it.
 // Cannot promise: anything about a share that is not there.
 // Checked by tests/companions/lmlongpath_win32_test.cpp.
 #pragma once
@@ -14,57 +16,72 @@
 
 namespace lumodir {
 
-// A path as Windows takes it, for the time of one call: the caller's own text where that will do.
-class ruta_sistema {
+// A path tied to its place: the text as the caller gave it, for messages, reports and results, and its full form, for
+// the system. An operation of several calls makes one and hands it to each; a call alone makes its own. The given
+// text must outlive it.
+class ruta_fijada {
 public:
     enum class uso { acceso, busqueda };  // a search keeps the points at the end of its pattern
 
-    explicit ruta_sistema(const wchar_t* ruta, uso para = uso::acceso, lugar donde = lugar::aqui());
-    ruta_sistema(const ruta_sistema&) = delete;
-    ruta_sistema& operator=(const ruta_sistema&) = delete;
-    // It ends between the call and the reading of its error code.
-    ~ruta_sistema() {
-        if (!propia_.es_nula()) {
+    // NOLINTNEXTLINE(google-explicit-constructor): a text is a path for the time of one call
+    ruta_fijada(const wchar_t* dada, uso para = uso::acceso, lugar donde = lugar::aqui());
+    ruta_fijada(const ruta_fijada&) = delete;
+    ruta_fijada& operator=(const ruta_fijada&) = delete;
+    // It may end between a call and the reading of its error code.
+    ~ruta_fijada() {
+        if (!larga_.es_nula()) {
             const conserva_ultimo_error conserva;
-            propia_.vacia();
+            larga_.vacia();
         }
     }
 
+    const wchar_t* dada() const noexcept { return dada_; }
+    // What the system is given.
     const wchar_t* c_str() const noexcept { return texto_; }
+    // For an answer that shows the path: as it was given, unless the system would refuse it so.
+    const wchar_t* dada_si_cabe() const noexcept;
 
 private:
-    cadena_w propia_;
+    static constexpr std::size_t sitio_corto = MAX_PATH;
+
+    void i_fija(lugar donde);
+    void i_devuelve_nombre(vista_w nombre, lugar donde);
+
+    const wchar_t* dada_;
     const wchar_t* texto_;
+    cadena_w larga_;
+    wchar_t corta_[sitio_corto];  // a full form that needs no block
 };
 
 // Access modes of lmlongpath_waccess, as the C runtime numbers them.
 inline constexpr unsigned acceso_existencia = 0;
 inline constexpr unsigned acceso_escritura = 2;
 inline constexpr unsigned acceso_lectura = 4;
-unsigned short lmlongpath_waccess(const wchar_t* ruta, unsigned modo) noexcept;
+unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept;
 
 // Permission modes of lmlongpath_wchmod (_S_IREAD, _S_IWRITE); 0 on success, -1 on failure.
 inline constexpr int modo_lectura = 0x100;
 inline constexpr int modo_escritura = 0x80;
-int lmlongpath_wchmod(const wchar_t* ruta, int modo) noexcept;
+int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept;
 
-DWORD lmlongpath_GetFileAttributesW(const wchar_t* ruta) noexcept;
-BOOL lmlongpath_GetFileAttributesExW(const wchar_t* ruta, WIN32_FILE_ATTRIBUTE_DATA* datos) noexcept;
-manija_fichero lmlongpath_CreateFileW(const wchar_t* ruta, DWORD acceso, DWORD compartir,
+DWORD lmlongpath_GetFileAttributesW(const ruta_fijada& ruta) noexcept;
+BOOL lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta, WIN32_FILE_ATTRIBUTE_DATA* datos) noexcept;
+manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWORD compartir,
                                       SECURITY_ATTRIBUTES* seguridad, DWORD disposicion, DWORD indicadores,
                                       HANDLE plantilla, DWORD* error_out) noexcept;
-BOOL lmlongpath_DeleteFileW(const wchar_t* ruta, DWORD* error_out) noexcept;
-BOOL lmlongpath_CreateDirectoryW(const wchar_t* ruta, SECURITY_ATTRIBUTES* seguridad,
+BOOL lmlongpath_DeleteFileW(const ruta_fijada& ruta, DWORD* error_out) noexcept;
+BOOL lmlongpath_CreateDirectoryW(const ruta_fijada& ruta, SECURITY_ATTRIBUTES* seguridad,
                                  DWORD* error_out) noexcept;
-BOOL lmlongpath_RemoveDirectoryW(const wchar_t* ruta, DWORD* error_out) noexcept;
+BOOL lmlongpath_RemoveDirectoryW(const ruta_fijada& ruta, DWORD* error_out) noexcept;
 // Never replaces an existing target (ERROR_ALREADY_EXISTS).
-BOOL lmlongpath_RenameFileW(const wchar_t* antigua, const wchar_t* nueva, DWORD* error_out) noexcept;
-BOOL lmlongpath_MoveFileW(const wchar_t* origen, const wchar_t* destino, DWORD indicadores) noexcept;
+BOOL lmlongpath_RenameFileW(const ruta_fijada& antigua, const ruta_fijada& nueva, DWORD* error_out) noexcept;
+BOOL lmlongpath_MoveFileW(const ruta_fijada& origen, const ruta_fijada& destino, DWORD indicadores) noexcept;
 
 // A search; `solo_nombres` leaves out the short names and asks for large steps (for listings that use neither).
-manija_busqueda lmlongpath_FindFirstFileW(const wchar_t* patron, WIN32_FIND_DATAW* datos,
+manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_DATAW* datos,
                                           bool solo_nombres = false) noexcept;
 
+// Of a relative path a relative form.
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 

@@ -17,7 +17,7 @@
 namespace lumodir {
 namespace {
 
-using intento_borrado = BOOL (*)(const wchar_t* path, DWORD* error_out);
+using intento_borrado = BOOL (*)(const ruta_fijada& path, DWORD* error_out) noexcept;
 
 // How one attempt ended. A failure stays one even when the system has no code for it.
 struct desenlace {
@@ -29,7 +29,7 @@ struct desenlace {
     }
 };
 
-desenlace i_intenta(intento_borrado borra, const wchar_t* path) noexcept {
+desenlace i_intenta(intento_borrado borra, const ruta_fijada& path) noexcept {
     DWORD codigo = ERROR_SUCCESS;
     const bool hecho = borra(path, &codigo) != FALSE;
     return {hecho, codigo};
@@ -46,7 +46,7 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
 // The loop around a deletion whose first attempt has ended in `ultimo` already; `bien(ultimo)` says which ends count
 // as success, `al_fallar(bucle, codigo)` hands over the message.
 template <class Bien, class AlFallar>
-unsigned short i_insiste(intento_borrado borra, const wchar_t* path, desenlace ultimo,
+unsigned short i_insiste(intento_borrado borra, const ruta_fijada& path, desenlace ultimo,
                          unsigned short informar, Bien bien, AlFallar al_fallar) {
     bool es_el_primero = true;
     return i_con_reintentos(
@@ -62,7 +62,7 @@ unsigned short i_insiste(intento_borrado borra, const wchar_t* path, desenlace u
 }
 
 // What follows a first attempt that failed.
-unsigned short i_insiste_con_fichero(const wchar_t* fichero, const wchar_t* texto_extra,
+unsigned short i_insiste_con_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra,
                                      unsigned short informar, desenlace ultimo) {
     if (es_fichero_de_solo_lectura(fichero) == CIERTO) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
@@ -72,22 +72,22 @@ unsigned short i_insiste_con_fichero(const wchar_t* fichero, const wchar_t* text
         lmlongpath_DeleteFileW, fichero, ultimo, informar,
         [](desenlace d) { return d.hecho || d.ya_no_esta(); },
         [&](BuclRein* bucle, DWORD c) {
-            buclrein_set_mensaje_reintentar(bucle, i_mensaje_fichero(fichero, texto_extra), c);
+            buclrein_set_mensaje_reintentar(bucle, i_mensaje_fichero(fichero.dada(), texto_extra), c);
             const auto avisa_al_anfitrion = i_func_comprobar_fichero_no_esta_abierto();
             if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1 &&
                 avisa_al_anfitrion != nullptr) {
-                llama_al_anfitrion(avisa_al_anfitrion, fichero);
+                llama_al_anfitrion(avisa_al_anfitrion, fichero.dada());
             }
         });
 }
 
-unsigned short i_insiste_con_directorio(const wchar_t* directorio, unsigned short informar,
+unsigned short i_insiste_con_directorio(const ruta_fijada& directorio, unsigned short informar,
                                         desenlace ultimo) {
     return i_insiste(
         lmlongpath_RemoveDirectoryW, directorio, ultimo, informar, [](desenlace d) { return d.hecho; },
         [&](BuclRein* bucle, DWORD c) {
             buclrein_set_mensaje_reintentar(
-                bucle, i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio}), c);
+                bucle, i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.dada()}), c);
         });
 }
 
@@ -96,12 +96,13 @@ unsigned short i_borra_directorio_si_existe(const wchar_t* directorio, unsigned 
     if (!i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL")) {
         return FALSO;
     }
-    const desenlace primero = i_intenta(lmlongpath_RemoveDirectoryW, directorio);
+    const ruta_fijada fijada(directorio);
+    const desenlace primero = i_intenta(lmlongpath_RemoveDirectoryW, fijada);
     if (primero.hecho) {
         return CIERTO;
     }
-    return cdir_existe_directorio_UNICODE(directorio) == CIERTO
-               ? i_insiste_con_directorio(directorio, informar, primero)
+    return lmlongpath_waccess(fijada, acceso_existencia) == CIERTO
+               ? i_insiste_con_directorio(fijada, informar, primero)
                : FALSO;
 }
 
@@ -118,10 +119,11 @@ unsigned short i_borra_fichero(const wchar_t* fichero, const wchar_t* texto_extr
     if (!i_comprueba(fichero != nullptr, "(nombre) != NULL")) {
         return FALSO;
     }
-    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fichero);
+    const ruta_fijada fijada(fichero);
+    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fijada);
     return primero.hecho || primero.ya_no_esta()
                ? CIERTO
-               : i_insiste_con_fichero(fichero, texto_extra, informar, primero);
+               : i_insiste_con_fichero(fijada, texto_extra, informar, primero);
 }
 
 unsigned short i_borra_fichero_existente(const wchar_t* fichero, const wchar_t* texto_extra,
@@ -129,12 +131,13 @@ unsigned short i_borra_fichero_existente(const wchar_t* fichero, const wchar_t* 
     if (!i_comprueba(fichero != nullptr, "(nombre) != NULL")) {
         return FALSO;
     }
-    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fichero);
+    const ruta_fijada fijada(fichero);
+    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fijada);
     if (primero.hecho) {
         return CIERTO;
     }
-    if (cdir_existe_fichero_UNICODE(fichero) == CIERTO) {
-        return i_insiste_con_fichero(fichero, texto_extra, CIERTO, primero);
+    if (lmlongpath_waccess(fijada, acceso_existencia) == CIERTO) {
+        return i_insiste_con_fichero(fijada, texto_extra, CIERTO, primero);
     }
     i_muestra_mensaje(i_msg_53950_no_se_puede_borrar_fichero_que_no_existe, a_vista(fichero));
     if (contexto.raiz.data() == nullptr) {
@@ -151,12 +154,13 @@ unsigned short i_borra_directorio_existente(const wchar_t* directorio) {
     if (!i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL")) {
         return FALSO;
     }
-    const desenlace primero = i_intenta(lmlongpath_RemoveDirectoryW, directorio);
+    const ruta_fijada fijada(directorio);
+    const desenlace primero = i_intenta(lmlongpath_RemoveDirectoryW, fijada);
     if (primero.hecho) {
         return CIERTO;
     }
-    if (cdir_existe_directorio_UNICODE(directorio) == CIERTO) {
-        return i_insiste_con_directorio(directorio, CIERTO, primero);
+    if (lmlongpath_waccess(fijada, acceso_existencia) == CIERTO) {
+        return i_insiste_con_directorio(fijada, CIERTO, primero);
     }
     i_muestra_mensaje(i_msg_53953_no_se_puede_borrar_directorio_que_no_existe, a_vista(directorio));
     error_interno_msg_u("CR_existe", directorio);

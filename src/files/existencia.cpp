@@ -29,7 +29,7 @@ const entrada<wchar_t>* i_busca_entrada(enumerador<wchar_t>& entradas, bool dire
 
 }  // namespace
 
-unsigned short es_fichero_de_solo_lectura(const wchar_t* path) noexcept {
+unsigned short es_fichero_de_solo_lectura(const ruta_fijada& path) noexcept {
     // Attributes that the system gives prove existence as well: one call answers both.
     const DWORD atributos = lmlongpath_GetFileAttributesW(path);
     return i_logico(atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_READONLY) != 0);

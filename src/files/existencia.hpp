@@ -6,11 +6,12 @@
 // Checked by tests/files/existencia_win32_test.cpp.
 #pragma once
 
+#include "companions/lmlongpath.hpp"
 #include "lumodir_base.h"
 
 namespace lumodir {
 
 // 1 for an existing file whose read-only mark is set (a directory may bear the mark too).
-unsigned short es_fichero_de_solo_lectura(const wchar_t* path) noexcept;
+unsigned short es_fichero_de_solo_lectura(const ruta_fijada& path) noexcept;
 
 }  // namespace lumodir

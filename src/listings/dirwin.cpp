@@ -9,7 +9,7 @@ namespace lumodir {
 namespace {
 
 manija_busqueda i_abre_en_sistema(const wchar_t* patron, WIN32_FIND_DATAW* primera, detalle cuanto) noexcept {
-    return lmlongpath_FindFirstFileW(patron, primera, cuanto == detalle::sin_nombre_corto);
+    return lmlongpath_FindFirstFileW({patron, ruta_fijada::uso::busqueda}, primera, cuanto == detalle::sin_nombre_corto);
 }
 manija_busqueda i_abre_en_sistema(const char* patron, WIN32_FIND_DATAA* primera, detalle) noexcept {
     return manija_busqueda(sistema.FindFirstFileA(patron, primera));

@@ -348,11 +348,11 @@ TEST(lmlongpath, un_patron_de_busqueda_conserva_sus_puntos_finales) {
         {"\\.", ""},        {"\\d\\..", ""},
     };
     for (const fila& fila : filas) {
-        lmlongpath_FindFirstFileW(w(base + fila.patron).c_str(), &datos);
+        lmlongpath_FindFirstFileW({w(base + fila.patron).c_str(), ruta_fijada::uso::busqueda}, &datos);
         EXPECT_EQ(f.historia().back().nombre, "FindFirstFileExW");
         EXPECT_EQ(f.historia().back().ruta, "\\\\?\\" + base + fila.espera) << fila.patron;
     }
-    lmlongpath_FindFirstFileW(L"C:\\no-hay\\*.", &datos);
+    lmlongpath_FindFirstFileW({L"C:\\no-hay\\*.", ruta_fijada::uso::busqueda}, &datos);
     EXPECT_EQ(f.historia().back().ruta, "C:\\no-hay\\*.");
 }
 
