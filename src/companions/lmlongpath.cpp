@@ -162,8 +162,8 @@ BOOL lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta, WIN32_FILE_ATTRIBU
 manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWORD compartir,
                                       SECURITY_ATTRIBUTES* seguridad, DWORD disposicion, DWORD indicadores,
                                       HANDLE plantilla, DWORD* error_out) noexcept {
-    manija_fichero abierto(sistema.CreateFileW(ruta.c_str(), acceso, compartir, seguridad,
-                                               disposicion, indicadores, plantilla));
+    manija_fichero abierto(
+        sistema.CreateFileW(ruta.c_str(), acceso, compartir, seguridad, disposicion, indicadores, plantilla));
     i_con_codigo(abierto.valida(), error_out);
     return abierto;
 }
@@ -191,10 +191,9 @@ BOOL lmlongpath_MoveFileW(const ruta_fijada& origen, const ruta_fijada& destino,
 
 manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_DATAW* datos,
                                           bool solo_nombres) noexcept {
-    return manija_busqueda(sistema.FindFirstFileExW(patron.c_str(),
-                                                    solo_nombres ? FindExInfoBasic : FindExInfoStandard,
-                                                    datos, FindExSearchNameMatch, nullptr,
-                                                    solo_nombres ? FIND_FIRST_EX_LARGE_FETCH : 0));
+    return manija_busqueda(sistema.FindFirstFileExW(
+        patron.c_str(), solo_nombres ? FindExInfoBasic : FindExInfoStandard, datos, FindExSearchNameMatch,
+        nullptr, solo_nombres ? FIND_FIRST_EX_LARGE_FETCH : 0));
 }
 
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {
@@ -203,6 +202,11 @@ DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD 
 
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {
     return sistema.GetLongPathNameW(ruta_fijada(ruta).dada_si_cabe(), destino, sitio);
+}
+
+cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta, lugar donde) {
+    cadena_w completa = i_forma_completa(ruta.c_str(), MAX_PATH, donde);
+    return completa.es_nula() ? cadena_w(vista_w(ruta.c_str()), donde) : std::move(completa);
 }
 
 cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde) {

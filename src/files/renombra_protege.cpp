@@ -25,22 +25,25 @@ unsigned short i_renombra(const wchar_t* viejo, const wchar_t* nuevo, DWORD* cod
 
 }  // namespace
 
-unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo,
-                                   unsigned short informa) noexcept {
-    if (!i_comprueba(nomfich.dada() != nullptr, "(nomfich) != NULL")) {
-        return FALSO;
-    }
+unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short informa) noexcept {
     i_comprueba_con(modo == modo_lectura || modo == modo_escritura, "mode == _S_IREAD || mode == _S_IWRITE",
-                    a_vista(nomfich.dada()));
-    const auto intento = [&]() -> unsigned short {
-        return lmlongpath_wchmod(nomfich, modo) == 0 ? CIERTO : FALSO;
-    };
+                    a_vista(fichero.texto()));
+    const auto intento = [&]() -> unsigned short { return fichero.protege(modo) ? CIERTO : FALSO; };
     const auto al_fallar = [&](BuclRein* bucle) {
         const ConstructorMensaje motivo = modo == modo_lectura ? i_msg_53961_no_se_puede_proteger_fichero
                                                                : i_msg_53962_no_se_puede_desproteger_fichero;
-        buclrein_set_mensaje_reintentar(bucle, i_mensaje(motivo, {nomfich.dada()}), 0);
+        buclrein_set_mensaje_reintentar(bucle, i_mensaje(motivo, {fichero.texto()}), 0);
     };
     return i_con_reintentos(CIERTO, informa, intento, al_fallar);
+}
+
+unsigned short i_cambia_proteccion(const wchar_t* nomfich, int modo, unsigned short informa) noexcept {
+    if (!i_comprueba(nomfich != nullptr, "(nomfich) != NULL")) {
+        return FALSO;
+    }
+    const ruta_fijada ruta(nomfich);
+    fichero_por_ruta fichero(ruta);
+    return i_cambia_proteccion(fichero, modo, informa);
 }
 
 }  // namespace lumodir

@@ -5,13 +5,14 @@
 // Checked by tests/files/renombra_protege_win32_test.cpp.
 #pragma once
 
-#include "companions/lmlongpath.hpp"
+#include "files/objetivo.hpp"
 #include "lumodir_base.h"
 
 namespace lumodir {
 
 // Makes a file read-only (`modo_lectura`) or writable (`modo_escritura`, both of lmlongpath.hpp), retried; the user
 // is asked when `informa` is 1. Any other mode is reported and handed to the system all the same. 1 when done.
-unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo, unsigned short informa) noexcept;
+unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short informa) noexcept;
+unsigned short i_cambia_proteccion(const wchar_t* nomfich, int modo, unsigned short informa) noexcept;
 
 }  // namespace lumodir

@@ -9,7 +9,8 @@ namespace lumodir {
 namespace {
 
 manija_busqueda i_abre_en_sistema(const wchar_t* patron, WIN32_FIND_DATAW* primera, detalle cuanto) noexcept {
-    return lmlongpath_FindFirstFileW({patron, ruta_fijada::uso::busqueda}, primera, cuanto == detalle::sin_nombre_corto);
+    return lmlongpath_FindFirstFileW({patron, ruta_fijada::uso::busqueda}, primera,
+                                     cuanto == detalle::sin_nombre_corto);
 }
 manija_busqueda i_abre_en_sistema(const char* patron, WIN32_FIND_DATAA* primera, detalle) noexcept {
     return manija_busqueda(sistema.FindFirstFileA(patron, primera));
@@ -63,8 +64,7 @@ vista<C> i_texto_acotado(const C (&bufer)[N]) noexcept {
 }
 
 void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAW& ultima) noexcept {
-    error_interno_liberando_mensaje_u(
-        copiaforu_nousar_formatea(L"GetLastError() = %u [%s]", {codigo, i_texto_acotado(ultima.cFileName)}));
+    lumodir::i_informa_de_final(codigo, i_texto_acotado(ultima.cFileName));
 }
 void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAA&) noexcept {
     const cadena_a texto = nousar_formatea("GetLastError() = %d", {static_cast<int>(codigo)});
@@ -82,6 +82,11 @@ std::size_t i_principio_de_ultimo_componente(vista<C> patron) noexcept {
 }
 
 }  // namespace
+
+void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept {
+    error_interno_liberando_mensaje_u(
+        copiaforu_nousar_formatea(L"GetLastError() = %u [%s]", {codigo, ultimo_nombre}));
+}
 
 template <class C>
 busqueda<C>::busqueda(const C* patron, entrada<C>* primera, detalle cuanto) {

@@ -9,6 +9,7 @@
 // Checked by tests/listings/dirwin_win32_test.cpp.
 #pragma once
 
+#include "companions/directorio_abierto.hpp"
 #include "companions/lmlongpath.hpp"
 #include "dirwin.h"
 
@@ -29,14 +30,6 @@ bool i_es_directorio(const E& entrada) noexcept {
 template <class E>
 auto i_nombre_de_entrada(const E& entrada) noexcept {
     return a_vista(&entrada.cFileName[0]);
-}
-
-// Another name of some other place (junction, symbolic link), or perhaps one, because the system does not tell the
-// tag. Other reparse points, such as those of cloud storage, are ordinary.
-inline bool i_es_marca_de_enlace(DWORD atributos, DWORD marca) noexcept {
-    constexpr DWORD bit_sustituto_de_nombre = 0x20000000;  // of the reparse tag
-    return (atributos & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (marca == 0 || (marca & bit_sustituto_de_nombre) != 0);
 }
 
 template <class E>
@@ -67,6 +60,9 @@ struct busqueda {
 template <class C>
 bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entradas,
                          entrada<C>* destino) noexcept;
+
+// Reports a reading of a directory that ended before the directory did, with the name of the last entry that came.
+void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept;
 
 // A walk inside the library. Each entry is valid until the next one is asked for.
 template <class C>

@@ -28,6 +28,10 @@ int i_compara_nombres(const C* a, const C* b) noexcept {
 
 }  // namespace
 
+int i_compara_nombres_de_lista(vista_w a, vista_w b) noexcept {
+    return i_compara_nombres(a.data(), b.data());
+}
+
 template <class C>
 void nombres_en_curso<C>::ordena() {
     ordena_estable(textos_.data(), textos_.size(),

@@ -191,11 +191,17 @@ private:
     I_MARCA(GetWindowsDirectoryW, false, 0);
     I_MARCA(GetModuleFileNameA, false, 0);
     I_MARCA(GetModuleFileNameW, false, 0);
-    static constexpr std::size_t num_desviadas = 31;
+    I_MARCA(SetFileInformationByHandle, false, FALSE);
+    I_MARCA(abre_entrada, false, INVALID_HANDLE_VALUE);
+    I_MARCA(numero_de_fichero, false, FALSE);
+    I_MARCA(nombre_de_fichero, false, FALSE);
+    static constexpr std::size_t num_desviadas = 35;
+    static constexpr std::size_t num_sin_desviar = 1;  // sigue_enlaces: what this system is cannot fail
 
     void i_desvia_todas() {
-        static_assert(sizeof(lumodir::tabla_sistema) == num_desviadas * sizeof(void (*)()),
-                      "an entry of the table does not pass through here yet");
+        static_assert(
+            sizeof(lumodir::tabla_sistema) == (num_desviadas + num_sin_desviar) * sizeof(void (*)()),
+            "an entry of the table does not pass through here yet");
         I_DESVIA(GetFileAttributesW);
         I_DESVIA(GetFileAttributesExW);
         I_DESVIA(SetFileAttributesW);
@@ -227,6 +233,10 @@ private:
         I_DESVIA(GetWindowsDirectoryW);
         I_DESVIA(GetModuleFileNameA);
         I_DESVIA(GetModuleFileNameW);
+        I_DESVIA(SetFileInformationByHandle);
+        I_DESVIA(abre_entrada);
+        I_DESVIA(numero_de_fichero);
+        I_DESVIA(nombre_de_fichero);
     }
 #undef I_MARCA
 #undef I_DESVIA

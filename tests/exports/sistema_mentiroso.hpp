@@ -225,6 +225,13 @@ private:
         i_nombre(destino, MAX_PATH);
         return 1;
     }
+    static BOOL WINAPI i_nombre_de_fichero(HANDLE, void* bufer, DWORD bytes, const wchar_t** nombre,
+                                           DWORD* unidades) {
+        *nombre = static_cast<wchar_t*>(bufer);
+        *unidades = i_texto(static_cast<wchar_t*>(bufer), bytes / 4);
+        *unidades = *unidades < bytes / 4 ? *unidades : 0;
+        return *unidades != 0;
+    }
     static UINT WINAPI i_windows(LPWSTR destino, UINT sitio) { return i_texto(destino, sitio); }
     static DWORD WINAPI i_modulo_a(HMODULE, LPSTR destino, DWORD sitio) {
         const DWORD largo = i_texto(destino, sitio);
@@ -340,6 +347,11 @@ private:
         t.GetWindowsDirectoryW = i_windows;
         t.GetModuleFileNameA = i_modulo_a;
         t.GetModuleFileNameW = i_modulo_w;
+        i_desvia(&t.SetFileInformationByHandle);
+        i_desvia(&t.abre_entrada);
+        i_desvia(&t.numero_de_fichero);
+        t.nombre_de_fichero = i_nombre_de_fichero;
+        i_desvia(&t.sigue_enlaces);
     }
     void i_desvia_registro() {
         lumodir::tabla_registro& t = lumodir::sistema_registro;

@@ -143,8 +143,8 @@ private:
         return i_es<&t::DeleteFileW, Entrada>() || i_es<&t::RemoveDirectoryW, Entrada>() ||
                i_es<&t::CreateDirectoryW, Entrada>() || i_es<&t::SetFileAttributesW, Entrada>() ||
                i_es<&t::MoveFileExW, Entrada>() || i_es<&t::CreateFileW, Entrada>() ||
-               i_es<&t::GetTempFileNameW, Entrada>() || i_abre_clave<Entrada>() ||
-               i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>();
+               i_es<&t::GetTempFileNameW, Entrada>() || i_es<&t::abre_entrada, Entrada>() ||
+               i_abre_clave<Entrada>() || i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>();
     }
     // What changes keys and values does so by a handle that one of these gave.
     template <auto Entrada>
@@ -162,6 +162,22 @@ private:
             return [](void* h) { ::CloseHandle(h); };
         }
     }
+    // Of an entry of an open directory: what is opened to be changed must lie in the folder.
+    static bool i_permite_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD, DWORD,
+                                  DWORD) {
+        if ((acceso & (DELETE | FILE_WRITE_ATTRIBUTES)) == 0) {
+            return true;
+        }
+        i_yo()->cambiado_ = true;
+        constexpr std::size_t prefijo = 4;  // of a native path, and of what the system tells of a handle
+        wchar_t ruta[0x4000] = {};
+        if (directorio == nullptr) {
+            return apoyo::texto_w(nombre).size() > prefijo && i_yo()->i_es_suyo(nombre + prefijo, true);
+        }
+        const DWORD largo = ::GetFinalPathNameByHandleW(directorio, ruta, 0x2000, 0);
+        return largo > prefijo && largo < 0x2000 &&
+               i_yo()->i_es_suyo((apoyo::texto_w(ruta + prefijo) + L"\\" + nombre).c_str(), true);
+    }
     // Only what changes something asks; reading is free.
     template <auto Entrada, class... A>
     static bool i_permite(A... a) {
@@ -169,6 +185,8 @@ private:
             return false;
         } else if constexpr (i_abre_clave<Entrada>()) {
             return i_permite_clave<Entrada>(a...);
+        } else if constexpr (i_es<&lumodir::tabla_sistema::abre_entrada, Entrada>()) {
+            return i_permite_entrada(a...);
         } else {
             return i_permite_ruta<Entrada>(a...);
         }
@@ -268,9 +286,10 @@ private:
         ((tabla.*Entradas =
               desvio<Tabla, Entradas, std::remove_reference_t<decltype(tabla.*Entradas)>>::llama),
          ...);
-        // The last entry of the registry's is no call of the system.
-        constexpr std::size_t entradas =
-            sizeof(T) / sizeof(void (*)()) - (std::is_same_v<T, lumodir::tabla_registro> ? 1 : 0);
+        // The last entry of the registry's, and of that of files, tells what cannot fail.
+        constexpr bool la_ultima_no =
+            std::is_same_v<T, lumodir::tabla_registro> || std::is_same_v<T, lumodir::tabla_sistema>;
+        constexpr std::size_t entradas = sizeof(T) / sizeof(void (*)()) - (la_ultima_no ? 1 : 0);
         static_assert(sizeof...(Entradas) == entradas,
                       "an entry of the table does not pass through here yet");
         void (*antes[entradas])();
@@ -307,17 +326,17 @@ private:
 inline void todas_las_tablas::i_desvia() {
     {
         using t = lumodir::tabla_sistema;
-        i_desvia_tabla<&tablas_guardadas::sistema, &t::GetFileAttributesW, &t::GetFileAttributesExW,
-                       &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle,
-                       &t::GetFileInformationByHandle, &t::GetFileInformationByHandleEx, &t::SetFileTime,
-                       &t::FileTimeToLocalFileTime, &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime,
-                       &t::SystemTimeToTzSpecificLocalTime, &t::SystemTimeToFileTime,
-                       &t::GetTimeZoneInformation, &t::DeleteFileW, &t::CreateDirectoryW,
-                       &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW, &t::FindNextFileW,
-                       &t::FindFirstFileA, &t::FindNextFileA, &t::FindClose, &t::GetFullPathNameW,
-                       &t::GetShortPathNameW, &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW,
-                       &t::GetWindowsDirectoryW, &t::GetModuleFileNameA, &t::GetModuleFileNameW>(
-            lumodir::sistema);
+        i_desvia_tabla<
+            &tablas_guardadas::sistema, &t::GetFileAttributesW, &t::GetFileAttributesExW,
+            &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle, &t::GetFileInformationByHandle,
+            &t::GetFileInformationByHandleEx, &t::SetFileTime, &t::FileTimeToLocalFileTime,
+            &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime, &t::SystemTimeToTzSpecificLocalTime,
+            &t::SystemTimeToFileTime, &t::GetTimeZoneInformation, &t::DeleteFileW, &t::CreateDirectoryW,
+            &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW, &t::FindNextFileW,
+            &t::FindFirstFileA, &t::FindNextFileA, &t::FindClose, &t::GetFullPathNameW, &t::GetShortPathNameW,
+            &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW, &t::GetWindowsDirectoryW,
+            &t::GetModuleFileNameA, &t::GetModuleFileNameW, &t::SetFileInformationByHandle, &t::abre_entrada,
+            &t::numero_de_fichero, &t::nombre_de_fichero>(lumodir::sistema);
     }
     {
         using t = lumodir::tabla_registro;
