@@ -25,6 +25,7 @@ struct tabla_sistema {
     decltype(&::CloseHandle) CloseHandle;
     decltype(&::GetFileInformationByHandle) GetFileInformationByHandle;
     decltype(&::GetFileInformationByHandleEx) GetFileInformationByHandleEx;
+    decltype(&::SetFileInformationByHandle) SetFileInformationByHandle;
     decltype(&::SetFileTime) SetFileTime;
     decltype(&::FileTimeToLocalFileTime) FileTimeToLocalFileTime;
     decltype(&::LocalFileTimeToFileTime) LocalFileTimeToFileTime;
@@ -38,8 +39,6 @@ struct tabla_sistema {
     decltype(&::MoveFileExW) MoveFileExW;
     decltype(&::FindFirstFileExW) FindFirstFileExW;
     decltype(&::FindNextFileW) FindNextFileW;
-    decltype(&::FindFirstFileA) FindFirstFileA;
-    decltype(&::FindNextFileA) FindNextFileA;
     decltype(&::FindClose) FindClose;
     decltype(&::GetFullPathNameW) GetFullPathNameW;
     decltype(&::GetShortPathNameW) GetShortPathNameW;

@@ -167,6 +167,7 @@ private:
     I_MARCA(CloseHandle, true, FALSE);
     I_MARCA(GetFileInformationByHandle, false, FALSE);
     I_MARCA(GetFileInformationByHandleEx, false, FALSE);
+    I_MARCA(SetFileInformationByHandle, false, FALSE);
     I_MARCA(SetFileTime, false, FALSE);
     I_MARCA(FileTimeToLocalFileTime, false, FALSE);
     I_MARCA(LocalFileTimeToFileTime, false, FALSE);
@@ -180,8 +181,6 @@ private:
     I_MARCA(MoveFileExW, false, FALSE);
     I_MARCA(FindFirstFileExW, false, INVALID_HANDLE_VALUE);
     I_MARCA(FindNextFileW, false, FALSE);
-    I_MARCA(FindFirstFileA, false, INVALID_HANDLE_VALUE);
-    I_MARCA(FindNextFileA, false, FALSE);
     I_MARCA(FindClose, true, FALSE);
     I_MARCA(GetFullPathNameW, false, 0);
     I_MARCA(GetShortPathNameW, false, 0);
@@ -191,7 +190,7 @@ private:
     I_MARCA(GetWindowsDirectoryW, false, 0);
     I_MARCA(GetModuleFileNameA, false, 0);
     I_MARCA(GetModuleFileNameW, false, 0);
-    static constexpr std::size_t num_desviadas = 31;
+    static constexpr std::size_t num_desviadas = 30;
 
     void i_desvia_todas() {
         static_assert(sizeof(lumodir::tabla_sistema) == num_desviadas * sizeof(void (*)()),
@@ -203,6 +202,7 @@ private:
         I_DESVIA(CloseHandle);
         I_DESVIA(GetFileInformationByHandle);
         I_DESVIA(GetFileInformationByHandleEx);
+        I_DESVIA(SetFileInformationByHandle);
         I_DESVIA(SetFileTime);
         I_DESVIA(FileTimeToLocalFileTime);
         I_DESVIA(LocalFileTimeToFileTime);
@@ -216,8 +216,6 @@ private:
         I_DESVIA(MoveFileExW);
         I_DESVIA(FindFirstFileExW);
         I_DESVIA(FindNextFileW);
-        I_DESVIA(FindFirstFileA);
-        I_DESVIA(FindNextFileA);
         I_DESVIA(FindClose);
         I_DESVIA(GetFullPathNameW);
         I_DESVIA(GetShortPathNameW);

@@ -85,7 +85,7 @@ public:
             return ERROR_PATH_NOT_FOUND;
         }
         hay.insert(c);
-        creados.push_back(ruta);
+        creados.push_back(c);
         return 0;
     }
     static DWORD WINAPI atributos(const wchar_t* ruta) {

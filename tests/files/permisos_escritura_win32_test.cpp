@@ -288,7 +288,7 @@ TEST(permisos_escritura, un_fichero_sin_directorio_no_crea_ni_avisa) {
     fallos f;
     f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED);  // the probe would go to the root of the drive
     EXPECT_EQ(escribir_fichero_en("x.txt"), (respuesta{0, no_se_escribe("")}));
-    EXPECT_EQ(f.rutas("CreateFileW"), (lista(2, "\\" + nombre_de_sonda())));
+    EXPECT_EQ(f.rutas("CreateFileW"), (lista(2, completa("\\" + nombre_de_sonda()))));
     EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
 }
 
