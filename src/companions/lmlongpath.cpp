@@ -1,6 +1,7 @@
 // See lmlongpath.hpp.
 #include "companions/lmlongpath.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "companions/error_interno.hpp"
@@ -59,6 +60,46 @@ cadena_w i_forma_completa(const wchar_t* ruta, DWORD necesario, lugar donde) noe
 // Making a path full cuts the points at its end. A search pattern must keep them: "*." asks for less than "*".
 bool i_pierde_puntos_finales(vista_w nombre) noexcept {
     return acaba_en(nombre, L".") && nombre != L"." && nombre != L"..";
+}
+
+// The root of a drive or of a share stands in no directory.
+bool i_es_raiz(vista_w ruta) noexcept {
+    constexpr vista_w separadores = L"\\/";
+    if (empieza_por_sin_caja(ruta, prefijo_unc)) {
+        return extrae_token(ruta.substr(prefijo_unc.size()), 3, separadores).empty();
+    }
+    if (i_lleva_prefijo(ruta)) {
+        return extrae_token(ruta.substr(prefijo_largo.size()), 2, separadores).empty();
+    }
+    const bool compartida = ruta.size() >= 2 && es_separador(ruta[0]) && es_separador(ruta[1]);
+    return ruta.empty() || ruta.back() == L':' || (compartida && extrae_token(ruta, 3, separadores).empty());
+}
+
+// What the entry in the directory says of a name that cannot be asked itself, which failed with `codigo`.
+existencia i_existencia_de_entrada(const ruta_fijada& ruta, DWORD codigo) noexcept {
+    const existencia ni_idea = {existencia::estado::no_se_sabe, codigo, INVALID_FILE_ATTRIBUTES};
+    vista_w forma(ruta.c_str());
+    const std::size_t entero = forma.size();
+    while (acaba_en_separador(forma)) {
+        forma.remove_suffix(1);
+    }
+    const vista_w nombres =
+        forma.substr(std::min(forma.size(), i_lleva_prefijo(forma) ? prefijo_largo.size() : 0));
+    if (i_es_raiz(forma) || nombres.find_first_of(L"*?<>\"") != vista_w::npos) {
+        return ni_idea;
+    }
+    const cadena_w sin_separador = forma.size() < entero ? cadena_w(forma) : cadena_w();
+    WIN32_FIND_DATAW datos;
+    const manija_busqueda encontrada(
+        sistema.FindFirstFileExW(sin_separador.es_nula() ? ruta.c_str() : sin_separador.c_str(),
+                                 FindExInfoBasic, &datos, FindExSearchNameMatch, nullptr, 0));
+    const DWORD codigo_de_busqueda = ::GetLastError();
+    if (encontrada.valida()) {
+        return {existencia::estado::hay, ERROR_SUCCESS, datos.dwFileAttributes};
+    }
+    return i_dice_que_falta(codigo_de_busqueda)
+               ? existencia{existencia::estado::falta, codigo_de_busqueda, INVALID_FILE_ATTRIBUTES}
+               : ni_idea;
 }
 
 // What follows the last separator of a path, or its drive.
@@ -131,16 +172,41 @@ DWORD lmlongpath_GetFileAttributesW(const ruta_fijada& ruta) noexcept {
     return sistema.GetFileAttributesW(ruta.c_str());
 }
 
-unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept {
+bool i_dice_que_falta(DWORD codigo) noexcept {
+    switch (codigo) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_BAD_NETPATH:   // no such server
+        case ERROR_BAD_NET_NAME:  // no such share
+        case ERROR_INVALID_NAME:  // no file can bear it
+        case ERROR_BAD_PATHNAME:
+            return true;
+        default:
+            return false;
+    }
+}
+
+existencia i_existencia(const ruta_fijada& ruta) noexcept {
     const DWORD atributos = lmlongpath_GetFileAttributesW(ruta);
-    if (atributos == INVALID_FILE_ATTRIBUTES) {
+    if (atributos != INVALID_FILE_ATTRIBUTES) {
+        return {existencia::estado::hay, ERROR_SUCCESS, atributos};
+    }
+    const DWORD codigo = ::GetLastError();
+    if (codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION) {
+        return i_existencia_de_entrada(ruta, codigo);
+    }
+    return {i_dice_que_falta(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe, codigo,
+            INVALID_FILE_ATTRIBUTES};
+}
+
+unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept {
+    const existencia fichero = i_existencia(ruta);
+    if (!fichero.hay()) {
         return 0;
     }
     // As the C runtime answers: only the read-only mark of a file stands against writing.
     const bool escritura = (modo & acceso_escritura) != 0;
-    const bool fichero_protegido =
-        (atributos & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) == FILE_ATTRIBUTE_READONLY;
-    return escritura && fichero_protegido ? 0 : 1;
+    return escritura && fichero.es_de_solo_lectura() && !fichero.es_directorio() ? 0 : 1;
 }
 
 int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
@@ -162,8 +228,8 @@ BOOL lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta, WIN32_FILE_ATTRIBU
 manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWORD compartir,
                                       SECURITY_ATTRIBUTES* seguridad, DWORD disposicion, DWORD indicadores,
                                       HANDLE plantilla, DWORD* error_out) noexcept {
-    manija_fichero abierto(sistema.CreateFileW(ruta.c_str(), acceso, compartir, seguridad,
-                                               disposicion, indicadores, plantilla));
+    manija_fichero abierto(
+        sistema.CreateFileW(ruta.c_str(), acceso, compartir, seguridad, disposicion, indicadores, plantilla));
     i_con_codigo(abierto.valida(), error_out);
     return abierto;
 }
@@ -191,10 +257,9 @@ BOOL lmlongpath_MoveFileW(const ruta_fijada& origen, const ruta_fijada& destino,
 
 manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_DATAW* datos,
                                           bool solo_nombres) noexcept {
-    return manija_busqueda(sistema.FindFirstFileExW(patron.c_str(),
-                                                    solo_nombres ? FindExInfoBasic : FindExInfoStandard,
-                                                    datos, FindExSearchNameMatch, nullptr,
-                                                    solo_nombres ? FIND_FIRST_EX_LARGE_FETCH : 0));
+    return manija_busqueda(sistema.FindFirstFileExW(
+        patron.c_str(), solo_nombres ? FindExInfoBasic : FindExInfoStandard, datos, FindExSearchNameMatch,
+        nullptr, solo_nombres ? FIND_FIRST_EX_LARGE_FETCH : 0));
 }
 
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {
@@ -203,6 +268,16 @@ DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD 
 
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {
     return sistema.GetLongPathNameW(ruta_fijada(ruta).dada_si_cabe(), destino, sitio);
+}
+
+cadena_w lmlongpath_forma_literal(const wchar_t* ruta, lugar donde) {
+    const vista_w dada = a_vista(ruta);
+    if (i_lleva_prefijo(dada)) {
+        return cadena_w(dada, donde);
+    }
+    cadena_w completa = i_forma_completa(ruta, MAX_PATH, donde);
+    return completa.es_nula() || i_lleva_prefijo(completa.ver()) ? std::move(completa)
+                                                                 : i_prefija(completa.ver(), donde);
 }
 
 cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde) {

@@ -133,7 +133,7 @@ TEST(lmlongpath, si_la_forma_completa_crece_se_pregunta_de_nuevo) {
         sistema.GetFullPathNameW,
         [](const wchar_t*, DWORD sitio, wchar_t* destino, wchar_t**) WINAPI -> DWORD {
             ++llamadas;
-            const DWORD largo = llamadas == 1 ? 10 : 300;
+            const DWORD largo = llamadas == 1 ? 300 : 400;
             if (sitio <= largo) {
                 return largo + 1;
             }
@@ -144,7 +144,7 @@ TEST(lmlongpath, si_la_forma_completa_crece_se_pregunta_de_nuevo) {
             return largo;
         });
     EXPECT_EQ(toma(lmlongpath_prepended_path_si_necesario(L"relativa")),
-              "\\\\?\\C:\\" + std::string(297, 'y'));
+              "\\\\?\\C:\\" + std::string(397, 'y'));
     EXPECT_EQ(llamadas, 3);
 }
 
