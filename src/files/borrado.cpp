@@ -115,15 +115,15 @@ void i_borra_avisando_en(const wchar_t* fichero, const wchar_t* texto_extra, uns
 
 }  // namespace
 
-unsigned short i_borra_fichero(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short informar) {
-    if (!i_comprueba(fichero != nullptr, "(nombre) != NULL")) {
+unsigned short i_borra_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra,
+                               unsigned short informar) {
+    if (!i_comprueba(fichero.dada() != nullptr, "(nombre) != NULL")) {
         return FALSO;
     }
-    const ruta_fijada fijada(fichero);
-    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fijada);
+    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fichero);
     return primero.hecho || primero.ya_no_esta()
                ? CIERTO
-               : i_insiste_con_fichero(fijada, texto_extra, informar, primero);
+               : i_insiste_con_fichero(fichero, texto_extra, informar, primero);
 }
 
 unsigned short i_borra_fichero_existente(const wchar_t* fichero, const wchar_t* texto_extra,

@@ -6,6 +6,7 @@
 // Checked by tests/files/borrado_win32_test.cpp.
 #pragma once
 
+#include "companions/lmlongpath.hpp"
 #include "companions/texto.hpp"
 #include "lumodir_base.h"
 
@@ -13,7 +14,8 @@ namespace lumodir {
 
 // A file that is already gone counts as deleted. `texto_extra` (may be NULL) replaces the usual hint in the
 // message.
-unsigned short i_borra_fichero(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short informar);
+unsigned short i_borra_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra,
+                               unsigned short informar);
 
 // Where a file stands in the deletion of a tree, for the report of a missing file: "root\\rest".
 struct contexto_borrado {
