@@ -29,8 +29,11 @@ namespace {
 constexpr DWORD sitio_directorio = MAX_PATH;  // units, terminator included
 // Units, without a final separator, that leave room for a name; in a longer directory the system gives none.
 constexpr std::size_t max_directorio = MAX_PATH - 14;
-constexpr unsigned intentos_de_renombrar = 6;  // while somebody looks at the new file
-constexpr unsigned long espera_de_renombrar_ms = 50;
+// While somebody looks at the new file: so often under its name, and in all; who may not rename at all is not kept
+// waiting at each of the names.
+constexpr unsigned intentos_por_nombre = 6;
+constexpr unsigned max_esperas = 15;
+constexpr unsigned long espera_ms = 50;
 constexpr unsigned intentos_por_prefijo = 21;
 constexpr unsigned max_candidatos = 150;       // of a unique file
 constexpr unsigned candidatos_con_letra = 20;  // 'A' to 'T'; the rest share '0'
@@ -199,20 +202,22 @@ private:
         return iguales_sin_caja(extension_.substr(con_punto ? 1 : 0), extension_del_sistema);
     }
     // A program that looks at every new file holds this one for a moment; another name would fare no better.
-    static bool i_renombra(const cadena_w& temporal, const cadena_w& candidato) {
+    bool i_renombra(const cadena_w& temporal, const cadena_w& candidato) {
         for (unsigned i = 1;; ++i) {
             DWORD codigo = ERROR_SUCCESS;
             if (lmlongpath_RenameFileW(temporal.c_str(), candidato.c_str(), &codigo)) {
                 return true;
             }
             const bool lo_sujetan = codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION;
-            if (!lo_sujetan || i == intentos_de_renombrar) {
+            if (!lo_sujetan || i == intentos_por_nombre || esperas_ == max_esperas) {
                 return false;  // the name is taken (183, 80), or nothing can be done
             }
-            plataforma::duerme_ms(espera_de_renombrar_ms);
+            ++esperas_;
+            plataforma::duerme_ms(espera_ms);
         }
     }
 
+    unsigned esperas_ = 0;
     ruta_fijada directorio_;
     vista_w extension_;
     lugar donde_;

@@ -276,6 +276,17 @@ TEST(unicos, mientras_otro_mira_el_fichero_se_insiste_con_el_mismo_nombre) {
         EXPECT_EQ(toma_esperas().size(), 5u);
         EXPECT_EQ(dir.arbol().size(), 2u);
     }
+    // Who may not rename here at all is not kept waiting at each of the 150 names.
+    {
+        const directorio_temporal dir;
+        fallos f;
+        f.falla_siempre("MoveFileExW", ERROR_ACCESS_DENIED);
+        EXPECT_NE(unico(dir.ruta(), "txt"), "");
+        ESPERA_INFORMES("contador < 150");
+        EXPECT_EQ(f.cuenta("MoveFileExW"), 165u);
+        EXPECT_EQ(toma_esperas(), std::vector<unsigned long>(15, 50));
+        EXPECT_EQ(dir.arbol(), textos{});
+    }
     // A name that is taken is left at once.
     for (const DWORD codigo : {DWORD{ERROR_ALREADY_EXISTS}, DWORD{ERROR_FILE_EXISTS}}) {
         const directorio_temporal dir;
