@@ -28,6 +28,20 @@ bool i_es_absoluta(vista_w ruta) noexcept {
     return con_unidad || compartida;
 }
 
+// A share with several separators between its server and its name, which not every system takes for that share; with
+// one only. A NULL string for any other path.
+cadena_w i_recurso_sin_repeticiones(vista_w ruta, lugar donde) {
+    if (ruta.size() < 2 || !es_separador(ruta[0]) || !es_separador(ruta[1]) || i_lleva_prefijo(ruta)) {
+        return {};
+    }
+    constexpr vista_w separadores = L"\\/";
+    const std::size_t fin_de_maquina = ruta.find_first_of(separadores, 2);
+    const std::size_t recurso = ruta.find_first_not_of(separadores, fin_de_maquina);
+    return recurso == vista_w::npos || fin_de_maquina == 2 || recurso == fin_de_maquina + 1
+               ? cadena_w()
+               : concatena<wchar_t>({ruta.substr(0, fin_de_maquina), L"\\", ruta.substr(recurso)}, donde);
+}
+
 bool i_cabe_tal_cual(vista_w ruta) noexcept {
     return (ruta.size() < primera_longitud_larga && i_es_absoluta(ruta)) || i_lleva_prefijo(ruta);
 }
@@ -128,24 +142,29 @@ BOOL i_mueve(const ruta_fijada& origen, const ruta_fijada& destino, DWORD indica
 ruta_fijada::ruta_fijada(const wchar_t* dada, uso para, lugar donde)
     : dada_(dada), texto_(dada == nullptr ? L"" : dada) {
     const vista_w original = a_vista(dada);
-    if (original.empty() || i_cabe_tal_cual(original)) {
+    cadena_w recurso = i_recurso_sin_repeticiones(original, donde);
+    const vista_w texto = recurso.es_nula() ? original : recurso.ver();
+    const wchar_t* de = recurso.es_nula() ? dada : recurso.c_str();
+    if (texto.empty() || i_cabe_tal_cual(texto)) {
+        texto_ = recurso.es_nula() ? texto_ : de;
+        larga_ = std::move(recurso);
         return;
     }
-    i_fija(donde);
+    i_fija(de, donde);
     const vista_w nombre = i_ultimo_componente(original);
     if (para == uso::busqueda && i_pierde_puntos_finales(nombre)) {
         i_devuelve_nombre(nombre, donde);
     }
 }
 
-void ruta_fijada::i_fija(lugar donde) {
-    const DWORD largo = sistema.GetFullPathNameW(dada_, sitio_corto, corta_, nullptr);
+void ruta_fijada::i_fija(const wchar_t* de, lugar donde) {
+    const DWORD largo = sistema.GetFullPathNameW(de, sitio_corto, corta_, nullptr);
     if (largo == 0) {
         return;  // the system cannot tell: it is given what the caller gave
     }
     vista_w forma(corta_, largo);
     if (largo >= sitio_corto) {
-        larga_ = i_forma_completa(dada_, largo, donde);
+        larga_ = i_forma_completa(de, largo, donde);
         if (larga_.es_nula()) {
             return;
         }
@@ -275,7 +294,8 @@ cadena_w lmlongpath_forma_literal(const wchar_t* ruta, lugar donde) {
     if (i_lleva_prefijo(dada)) {
         return cadena_w(dada, donde);
     }
-    cadena_w completa = i_forma_completa(ruta, MAX_PATH, donde);
+    const cadena_w recurso = i_recurso_sin_repeticiones(dada, donde);
+    cadena_w completa = i_forma_completa(recurso.es_nula() ? ruta : recurso.c_str(), MAX_PATH, donde);
     return completa.es_nula() || i_lleva_prefijo(completa.ver()) ? std::move(completa)
                                                                  : i_prefija(completa.ver(), donde);
 }

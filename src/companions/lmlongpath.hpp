@@ -49,7 +49,7 @@ public:
 private:
     static constexpr std::size_t sitio_corto = MAX_PATH;
 
-    void i_fija(lugar donde);
+    void i_fija(const wchar_t* de, lugar donde);
     void i_devuelve_nombre(vista_w nombre, lugar donde);
 
     const wchar_t* dada_;

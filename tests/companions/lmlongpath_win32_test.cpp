@@ -411,3 +411,36 @@ TEST(lmlongpath, los_indicadores_de_renombrar_mover_y_buscar) {
     EXPECT_EQ(nivel, FindExInfoBasic);
     EXPECT_EQ(indicadores, DWORD{FIND_FIRST_EX_LARGE_FETCH});
 }
+
+TEST(lmlongpath, un_recurso_con_varios_separadores_es_ese_recurso) {
+    static std::vector<std::string> pedidos;
+    const sustituye<decltype(&::GetFileAttributesW)> espia(sistema.GetFileAttributesW,
+                                                           [](const wchar_t* ruta) WINAPI -> DWORD {
+                                                               pedidos.push_back(u8(ruta));
+                                                               return INVALID_FILE_ATTRIBUTES;
+                                                           });
+    const struct {
+        std::string dada;
+        std::string pedida;
+    } filas[] = {
+        {"\\\\s\\r\\x", "\\\\s\\r\\x"},
+        {"//s/r/x", "//s/r/x"},
+        {"\\\\s\\\\r\\x", "\\\\s\\r\\x"},
+        {"//s//r/x", "//s\\r/x"},
+        {"\\\\s/\\/r\\\\x", "\\\\s\\r\\\\x"},
+        {"\\\\s\\\\", "\\\\s\\\\"},
+        {"\\\\s", "\\\\s"},
+        {"\\\\?\\\\C:\\x", "\\\\?\\\\C:\\x"},
+    };
+    for (const auto& fila : filas) {
+        const texto_w dada = w(fila.dada);
+        const ruta_fijada ruta(dada.c_str());
+        pedidos.clear();
+        lmlongpath_GetFileAttributesW(ruta);
+        EXPECT_EQ(pedidos, std::vector<std::string>{fila.pedida}) << fila.dada;
+        EXPECT_EQ(u8(ruta.dada()), fila.dada);
+    }
+    const std::string larga(300, 'x');
+    const texto_w dada = w("\\\\s\\\\r\\" + larga);
+    EXPECT_EQ(u8(ruta_fijada(dada.c_str()).c_str()), "\\\\?\\UNC\\s\\r\\" + larga);
+}
