@@ -1,6 +1,7 @@
 // See lmlongpath.hpp.
 #include "companions/lmlongpath.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "companions/error_interno.hpp"
@@ -25,6 +26,20 @@ bool i_es_absoluta(vista_w ruta) noexcept {
     const bool con_unidad = ruta.size() >= 3 && es_letra(ruta[0]) && ruta[1] == L':' && es_separador(ruta[2]);
     const bool compartida = ruta.size() >= 2 && es_separador(ruta[0]) && es_separador(ruta[1]);
     return con_unidad || compartida;
+}
+
+// A share with several separators between its server and its name, which not every system takes for that share; with
+// one only. A NULL string for any other path.
+cadena_w i_recurso_sin_repeticiones(vista_w ruta, lugar donde) {
+    if (ruta.size() < 2 || !es_separador(ruta[0]) || !es_separador(ruta[1]) || i_lleva_prefijo(ruta)) {
+        return {};
+    }
+    constexpr vista_w separadores = L"\\/";
+    const std::size_t fin_de_maquina = ruta.find_first_of(separadores, 2);
+    const std::size_t recurso = ruta.find_first_not_of(separadores, fin_de_maquina);
+    return recurso == vista_w::npos || fin_de_maquina == 2 || recurso == fin_de_maquina + 1
+               ? cadena_w()
+               : concatena<wchar_t>({ruta.substr(0, fin_de_maquina), L"\\", ruta.substr(recurso)}, donde);
 }
 
 bool i_cabe_tal_cual(vista_w ruta) noexcept {
@@ -61,6 +76,46 @@ bool i_pierde_puntos_finales(vista_w nombre) noexcept {
     return acaba_en(nombre, L".") && nombre != L"." && nombre != L"..";
 }
 
+// The root of a drive or of a share stands in no directory.
+bool i_es_raiz(vista_w ruta) noexcept {
+    constexpr vista_w separadores = L"\\/";
+    if (empieza_por_sin_caja(ruta, prefijo_unc)) {
+        return extrae_token(ruta.substr(prefijo_unc.size()), 3, separadores).empty();
+    }
+    if (i_lleva_prefijo(ruta)) {
+        return extrae_token(ruta.substr(prefijo_largo.size()), 2, separadores).empty();
+    }
+    const bool compartida = ruta.size() >= 2 && es_separador(ruta[0]) && es_separador(ruta[1]);
+    return ruta.empty() || ruta.back() == L':' || (compartida && extrae_token(ruta, 3, separadores).empty());
+}
+
+// What the entry in the directory says of a name that cannot be asked itself, which failed with `codigo`.
+existencia i_existencia_de_entrada(const ruta_fijada& ruta, DWORD codigo) noexcept {
+    const existencia ni_idea = {existencia::estado::no_se_sabe, codigo, INVALID_FILE_ATTRIBUTES};
+    vista_w forma(ruta.c_str());
+    const std::size_t entero = forma.size();
+    while (acaba_en_separador(forma)) {
+        forma.remove_suffix(1);
+    }
+    const vista_w nombres =
+        forma.substr(std::min(forma.size(), i_lleva_prefijo(forma) ? prefijo_largo.size() : 0));
+    if (i_es_raiz(forma) || nombres.find_first_of(L"*?<>\"") != vista_w::npos) {
+        return ni_idea;
+    }
+    const cadena_w sin_separador = forma.size() < entero ? cadena_w(forma) : cadena_w();
+    WIN32_FIND_DATAW datos;
+    const manija_busqueda encontrada(
+        sistema.FindFirstFileExW(sin_separador.es_nula() ? ruta.c_str() : sin_separador.c_str(),
+                                 FindExInfoBasic, &datos, FindExSearchNameMatch, nullptr, 0));
+    const DWORD codigo_de_busqueda = ::GetLastError();
+    if (encontrada.valida()) {
+        return {existencia::estado::hay, ERROR_SUCCESS, datos.dwFileAttributes};
+    }
+    return i_dice_que_falta(codigo_de_busqueda)
+               ? existencia{existencia::estado::falta, codigo_de_busqueda, INVALID_FILE_ATTRIBUTES}
+               : ni_idea;
+}
+
 // What follows the last separator of a path, or its drive.
 vista_w i_ultimo_componente(vista_w ruta) noexcept {
     const std::size_t separador = ruta.find_last_of(L"\\/");
@@ -87,24 +142,29 @@ BOOL i_mueve(const ruta_fijada& origen, const ruta_fijada& destino, DWORD indica
 ruta_fijada::ruta_fijada(const wchar_t* dada, uso para, lugar donde)
     : dada_(dada), texto_(dada == nullptr ? L"" : dada) {
     const vista_w original = a_vista(dada);
-    if (original.empty() || i_cabe_tal_cual(original)) {
+    cadena_w recurso = i_recurso_sin_repeticiones(original, donde);
+    const vista_w texto = recurso.es_nula() ? original : recurso.ver();
+    const wchar_t* de = recurso.es_nula() ? dada : recurso.c_str();
+    if (texto.empty() || i_cabe_tal_cual(texto)) {
+        texto_ = recurso.es_nula() ? texto_ : de;
+        larga_ = std::move(recurso);
         return;
     }
-    i_fija(donde);
+    i_fija(de, donde);
     const vista_w nombre = i_ultimo_componente(original);
     if (para == uso::busqueda && i_pierde_puntos_finales(nombre)) {
         i_devuelve_nombre(nombre, donde);
     }
 }
 
-void ruta_fijada::i_fija(lugar donde) {
-    const DWORD largo = sistema.GetFullPathNameW(dada_, sitio_corto, corta_, nullptr);
+void ruta_fijada::i_fija(const wchar_t* de, lugar donde) {
+    const DWORD largo = sistema.GetFullPathNameW(de, sitio_corto, corta_, nullptr);
     if (largo == 0) {
         return;  // the system cannot tell: it is given what the caller gave
     }
     vista_w forma(corta_, largo);
     if (largo >= sitio_corto) {
-        larga_ = i_forma_completa(dada_, largo, donde);
+        larga_ = i_forma_completa(de, largo, donde);
         if (larga_.es_nula()) {
             return;
         }
@@ -131,16 +191,41 @@ DWORD lmlongpath_GetFileAttributesW(const ruta_fijada& ruta) noexcept {
     return sistema.GetFileAttributesW(ruta.c_str());
 }
 
-unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept {
+bool i_dice_que_falta(DWORD codigo) noexcept {
+    switch (codigo) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_BAD_NETPATH:   // no such server
+        case ERROR_BAD_NET_NAME:  // no such share
+        case ERROR_INVALID_NAME:  // no file can bear it
+        case ERROR_BAD_PATHNAME:
+            return true;
+        default:
+            return false;
+    }
+}
+
+existencia i_existencia(const ruta_fijada& ruta) noexcept {
     const DWORD atributos = lmlongpath_GetFileAttributesW(ruta);
-    if (atributos == INVALID_FILE_ATTRIBUTES) {
+    if (atributos != INVALID_FILE_ATTRIBUTES) {
+        return {existencia::estado::hay, ERROR_SUCCESS, atributos};
+    }
+    const DWORD codigo = ::GetLastError();
+    if (codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION) {
+        return i_existencia_de_entrada(ruta, codigo);
+    }
+    return {i_dice_que_falta(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe, codigo,
+            INVALID_FILE_ATTRIBUTES};
+}
+
+unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept {
+    const existencia fichero = i_existencia(ruta);
+    if (!fichero.hay()) {
         return 0;
     }
     // As the C runtime answers: only the read-only mark of a file stands against writing.
     const bool escritura = (modo & acceso_escritura) != 0;
-    const bool fichero_protegido =
-        (atributos & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) == FILE_ATTRIBUTE_READONLY;
-    return escritura && fichero_protegido ? 0 : 1;
+    return escritura && fichero.es_de_solo_lectura() && !fichero.es_directorio() ? 0 : 1;
 }
 
 int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
@@ -207,6 +292,17 @@ DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD s
 cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta, lugar donde) {
     cadena_w completa = i_forma_completa(ruta.c_str(), MAX_PATH, donde);
     return completa.es_nula() ? cadena_w(vista_w(ruta.c_str()), donde) : std::move(completa);
+}
+
+cadena_w lmlongpath_forma_literal(const wchar_t* ruta, lugar donde) {
+    const vista_w dada = a_vista(ruta);
+    if (i_lleva_prefijo(dada)) {
+        return cadena_w(dada, donde);
+    }
+    const cadena_w recurso = i_recurso_sin_repeticiones(dada, donde);
+    cadena_w completa = i_forma_completa(recurso.es_nula() ? ruta : recurso.c_str(), MAX_PATH, donde);
+    return completa.es_nula() || i_lleva_prefijo(completa.ver()) ? std::move(completa)
+                                                                 : i_prefija(completa.ver(), donde);
 }
 
 cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde) {

@@ -10,6 +10,8 @@
 // Checked by tests/companions/lmlongpath_win32_test.cpp.
 #pragma once
 
+#include <utility>
+
 #include "companions/cadena.hpp"
 #include "companions/limites.hpp"
 #include "companions/sistema.hpp"
@@ -25,6 +27,9 @@ public:
 
     // NOLINTNEXTLINE(google-explicit-constructor): a text is a path for the time of one call
     ruta_fijada(const wchar_t* dada, uso para = uso::acceso, lugar donde = lugar::aqui());
+    // For a form that was made elsewhere: of a name in a directory that is fixed already.
+    ruta_fijada(const wchar_t* dada, cadena_w forma) noexcept
+        : dada_(dada), texto_(forma.c_str()), larga_(std::move(forma)) {}
     ruta_fijada(const ruta_fijada&) = delete;
     ruta_fijada& operator=(const ruta_fijada&) = delete;
     // It may end between a call and the reading of its error code.
@@ -44,7 +49,7 @@ public:
 private:
     static constexpr std::size_t sitio_corto = MAX_PATH;
 
-    void i_fija(lugar donde);
+    void i_fija(const wchar_t* de, lugar donde);
     void i_devuelve_nombre(vista_w nombre, lugar donde);
 
     const wchar_t* dada_;
@@ -52,6 +57,27 @@ private:
     cadena_w larga_;
     wchar_t corta_[sitio_corto];  // a full form that needs no block
 };
+
+// Whether something bears a name. What the system cannot tell is neither there nor missing.
+struct existencia {
+    enum class estado { hay, falta, no_se_sabe };
+
+    estado cual;
+    DWORD codigo;     // why it is not known to be there; 0 when it is
+    DWORD atributos;  // INVALID_FILE_ATTRIBUTES unless it is there
+
+    bool hay() const noexcept { return cual == estado::hay; }
+    bool falta() const noexcept { return cual == estado::falta; }
+    bool es_directorio() const noexcept { return hay() && (atributos & FILE_ATTRIBUTE_DIRECTORY) != 0; }
+    bool es_de_solo_lectura() const noexcept { return hay() && (atributos & FILE_ATTRIBUTE_READONLY) != 0; }
+};
+
+// One call. A second one, for the entry in its directory, when something may stand there that cannot be asked itself
+// (held without sharing, no right to look at it).
+existencia i_existencia(const ruta_fijada& ruta) noexcept;
+
+// The codes with which the system says that there is no such name; any other failure says nothing about that.
+bool i_dice_que_falta(DWORD codigo) noexcept;
 
 // Access modes of lmlongpath_waccess, as the C runtime numbers them.
 inline constexpr unsigned acceso_existencia = 0;
@@ -87,6 +113,9 @@ DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD s
 
 // Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell.
 cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta, lugar donde = lugar::aqui());
+// The full form with the extended-length prefix, whatever its length: names put behind it are taken to the letter,
+// final blanks and points and names of devices included. A NULL string when the system cannot tell.
+cadena_w lmlongpath_forma_literal(const wchar_t* ruta, lugar donde = lugar::aqui());
 
 // The path without an extended-length prefix (`\\?\C:\x` is `C:\x`, `\\?\UNC\srv\x` is `\\srv\x`); any other path,
 // that of a volume without a letter (`\\?\Volume{...}\x`) included, as it is.

@@ -26,6 +26,7 @@ struct tabla_sistema {
     decltype(&::CloseHandle) CloseHandle;
     decltype(&::GetFileInformationByHandle) GetFileInformationByHandle;
     decltype(&::GetFileInformationByHandleEx) GetFileInformationByHandleEx;
+    decltype(&::SetFileInformationByHandle) SetFileInformationByHandle;
     decltype(&::SetFileTime) SetFileTime;
     decltype(&::FileTimeToLocalFileTime) FileTimeToLocalFileTime;
     decltype(&::LocalFileTimeToFileTime) LocalFileTimeToFileTime;
@@ -39,8 +40,6 @@ struct tabla_sistema {
     decltype(&::MoveFileExW) MoveFileExW;
     decltype(&::FindFirstFileExW) FindFirstFileExW;
     decltype(&::FindNextFileW) FindNextFileW;
-    decltype(&::FindFirstFileA) FindFirstFileA;
-    decltype(&::FindNextFileA) FindNextFileA;
     decltype(&::FindClose) FindClose;
     decltype(&::GetFullPathNameW) GetFullPathNameW;
     decltype(&::GetShortPathNameW) GetShortPathNameW;
@@ -50,7 +49,6 @@ struct tabla_sistema {
     decltype(&::GetWindowsDirectoryW) GetWindowsDirectoryW;
     decltype(&::GetModuleFileNameA) GetModuleFileNameA;
     decltype(&::GetModuleFileNameW) GetModuleFileNameW;
-    decltype(&::SetFileInformationByHandle) SetFileInformationByHandle;
     // Opens an entry of an open directory by its bare name, which is taken literally; with no directory, `nombre` is a
     // whole native path. `opciones` and `atributos` as NtOpenFile takes them.
     HANDLE(WINAPI* abre_entrada)

@@ -25,15 +25,6 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
         {i_mensaje(i_msg_53951_no_se_puede_borrar_fichero, {fichero}), L"\n", a_vista(motivo)});
 }
 
-bool i_existe(objetivo& cual) {
-    return cual.atributos() != INVALID_FILE_ATTRIBUTES;
-}
-
-bool i_esta_protegido(objetivo& cual) {
-    const DWORD atributos = cual.atributos();
-    return atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_READONLY) != 0;
-}
-
 // The loop around a deletion whose first attempt has ended in `ultimo` already; `intenta()` makes another,
 // `bien(ultimo)` says which ends count as success, `al_fallar(bucle, codigo)` hands over the message.
 template <class Intenta, class Bien, class AlFallar>
@@ -55,7 +46,7 @@ unsigned short i_insiste(desenlace ultimo, unsigned short informar, Intenta inte
 // What follows a first attempt that failed.
 unsigned short i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, unsigned short informar,
                                      desenlace ultimo) {
-    if (i_esta_protegido(fichero)) {
+    if (fichero.mira().es_de_solo_lectura()) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
         ultimo = fichero.borra();
     }
@@ -92,7 +83,7 @@ unsigned short i_borra_directorio_si_existe(const wchar_t* nombre, unsigned shor
     if (primero.hecho) {
         return CIERTO;
     }
-    return i_existe(directorio) ? i_insiste_con_directorio(directorio, informar, primero) : FALSO;
+    return directorio.mira().falta() ? FALSO : i_insiste_con_directorio(directorio, informar, primero);
 }
 
 void i_borra_avisando_en(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short* hay_error) {
@@ -116,7 +107,7 @@ unsigned short i_borra_fichero_existente(const wchar_t* nombre, const wchar_t* t
 desenlace i_quita_directorio(objetivo& directorio) {
     const desenlace primero = directorio.borra();
     // The system keeps read-only directories, which are nothing unusual: each with an icon of its own is one.
-    if (primero.hecho || primero.codigo != ERROR_ACCESS_DENIED || !i_esta_protegido(directorio) ||
+    if (primero.hecho || primero.codigo != ERROR_ACCESS_DENIED || !directorio.mira().es_de_solo_lectura() ||
         !directorio.protege(modo_escritura)) {
         return primero;
     }
@@ -134,11 +125,10 @@ unsigned short i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, un
                : i_insiste_con_fichero(fichero, texto_extra, informar, primero);
 }
 
-unsigned short i_borra_fichero(const wchar_t* nombre, const wchar_t* texto_extra, unsigned short informar) {
-    if (!i_comprueba(nombre != nullptr, "(nombre) != NULL")) {
+unsigned short i_borra_fichero(const ruta_fijada& ruta, const wchar_t* texto_extra, unsigned short informar) {
+    if (!i_comprueba(ruta.dada() != nullptr, "(nombre) != NULL")) {
         return FALSO;
     }
-    const ruta_fijada ruta(nombre);
     fichero_por_ruta fichero(ruta);
     return i_borra_fichero(fichero, texto_extra, informar);
 }
@@ -148,7 +138,7 @@ unsigned short i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto
     if (primero.hecho) {
         return CIERTO;
     }
-    if (i_existe(fichero)) {
+    if (!fichero.mira().falta()) {
         return i_insiste_con_fichero(fichero, texto_extra, CIERTO, primero);
     }
     const wchar_t* nombre = fichero.texto();
@@ -168,7 +158,7 @@ unsigned short i_borra_directorio_existente(objetivo& directorio) {
     if (primero.hecho) {
         return CIERTO;
     }
-    if (i_existe(directorio)) {
+    if (!directorio.mira().falta()) {
         return i_insiste_con_directorio(directorio, CIERTO, primero);
     }
     i_muestra_mensaje(i_msg_53953_no_se_puede_borrar_directorio_que_no_existe, a_vista(directorio.texto()));

@@ -7,6 +7,7 @@
 // Checked by tests/files/borrado_win32_test.cpp.
 #pragma once
 
+#include "companions/lmlongpath.hpp"
 #include "companions/texto.hpp"
 #include "files/objetivo.hpp"
 #include "lumodir_base.h"
@@ -16,7 +17,8 @@ namespace lumodir {
 // A file that is already gone counts as deleted. `texto_extra` (may be NULL) replaces the usual hint in the
 // message.
 unsigned short i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, unsigned short informar);
-unsigned short i_borra_fichero(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short informar);
+unsigned short i_borra_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra,
+                               unsigned short informar);
 
 // Reports a missing file (message, "CR_existe") with its path; in the deletion of a tree also, on a line of its own,
 // where it stands below the root that the user knows: "root\\rest". `raiz`, what its path begins with, has no data

@@ -138,7 +138,7 @@ private:
             return true;
         }
         // Gone already (the next pass finds nothing of it), or not to be touched.
-        if (primero.ya_no_esta() || fichero.atributos() == INVALID_FILE_ATTRIBUTES) {
+        if (primero.ya_no_esta() || !fichero.mira().hay()) {
             return false;
         }
         i_cambia_proteccion(fichero, modo_escritura, CIERTO);

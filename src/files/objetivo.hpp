@@ -20,8 +20,7 @@ struct desenlace {
 class objetivo {
 public:
     virtual desenlace borra() = 0;
-    // INVALID_FILE_ATTRIBUTES when it is not there or cannot be asked.
-    virtual DWORD atributos() = 0;
+    virtual existencia mira() = 0;
     // Sets (`modo_lectura`) or clears (`modo_escritura`) the read-only mark.
     virtual bool protege(int modo) = 0;
     // The path as the caller knows it: for messages, reports and the host's callback.
@@ -39,7 +38,7 @@ class objetivo_por_ruta : public objetivo {
 public:
     explicit objetivo_por_ruta(const ruta_fijada& ruta) noexcept : ruta_(ruta) {}
 
-    DWORD atributos() override { return lmlongpath_GetFileAttributesW(ruta_); }
+    existencia mira() override { return i_existencia(ruta_); }
     bool protege(int modo) override { return lmlongpath_wchmod(ruta_, modo) == 0; }
     const wchar_t* texto() override { return ruta_.dada(); }
 
@@ -78,17 +77,21 @@ public:
         const DWORD codigo = directorio_.borra(entrada_);
         return {codigo == ERROR_SUCCESS, codigo};
     }
-    DWORD atributos() override {
+    existencia mira() override {
         DWORD atributos;
-        return directorio_.lee_atributos(entrada_, &atributos) == ERROR_SUCCESS ? atributos
-                                                                                : INVALID_FILE_ATTRIBUTES;
+        const DWORD codigo = directorio_.lee_atributos(entrada_, &atributos);
+        if (codigo == ERROR_SUCCESS) {
+            return {existencia::estado::hay, ERROR_SUCCESS, atributos};
+        }
+        return {i_dice_que_falta(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe, codigo,
+                INVALID_FILE_ATTRIBUTES};
     }
     bool protege(int modo) override {
-        const DWORD antes = atributos();
-        const DWORD despues = modo == modo_lectura ? antes | FILE_ATTRIBUTE_READONLY
-                                                   : antes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
-        return antes != INVALID_FILE_ATTRIBUTES &&
-               directorio_.pon_atributos(entrada_, despues) == ERROR_SUCCESS;
+        const existencia antes = mira();
+        const DWORD despues = modo == modo_lectura
+                                  ? antes.atributos | FILE_ATTRIBUTE_READONLY
+                                  : antes.atributos & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
+        return antes.hay() && directorio_.pon_atributos(entrada_, despues) == ERROR_SUCCESS;
     }
     const wchar_t* texto() override { return entrada_.nombre.data(); }
 

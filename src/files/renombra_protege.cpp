@@ -19,10 +19,6 @@ bool i_nombres_dados(const wchar_t* viejo, const wchar_t* nuevo) noexcept {
     return hay_viejo && hay_nuevo;
 }
 
-unsigned short i_renombra(const wchar_t* viejo, const wchar_t* nuevo, DWORD* codigo) noexcept {
-    return lmlongpath_RenameFileW(viejo, nuevo, codigo) ? CIERTO : FALSO;
-}
-
 }  // namespace
 
 unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short informa) noexcept {
@@ -37,13 +33,26 @@ unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short i
     return i_con_reintentos(CIERTO, informa, intento, al_fallar);
 }
 
-unsigned short i_cambia_proteccion(const wchar_t* nomfich, int modo, unsigned short informa) noexcept {
-    if (!i_comprueba(nomfich != nullptr, "(nomfich) != NULL")) {
+unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo, unsigned short informa) noexcept {
+    if (!i_comprueba(nomfich.dada() != nullptr, "(nomfich) != NULL")) {
         return FALSO;
     }
-    const ruta_fijada ruta(nomfich);
-    fichero_por_ruta fichero(ruta);
+    fichero_por_ruta fichero(nomfich);
     return i_cambia_proteccion(fichero, modo, informa);
+}
+
+void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, bool es_nombre) {
+    DWORD codigo = ERROR_INVALID_NAME;
+    const auto intento = [&]() -> unsigned short {
+        return es_nombre && lmlongpath_RenameFileW(viejo, nuevo, &codigo) ? CIERTO : FALSO;
+    };
+    const auto al_fallar = [&](BuclRein* bucle) {
+        const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
+        buclrein_set_mensaje_reintentar(
+            bucle, copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, viejo.dada(), nuevo.dada()}),
+            codigo);
+    };
+    i_con_reintentos(CIERTO, CIERTO, intento, al_fallar);
 }
 
 }  // namespace lumodir
@@ -54,15 +63,7 @@ void cdir_renombra_fichero_UNICODE(const wchar_t* nombre_viejo, const wchar_t* n
     if (!i_nombres_dados(nombre_viejo, nombre_nuevo)) {
         return;
     }
-    DWORD codigo = 0;
-    const auto intento = [&] { return i_renombra(nombre_viejo, nombre_nuevo, &codigo); };
-    const auto al_fallar = [&](BuclRein* bucle) {
-        const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
-        buclrein_set_mensaje_reintentar(
-            bucle, copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, nombre_viejo, nombre_nuevo}),
-            codigo);
-    };
-    i_con_reintentos(CIERTO, CIERTO, intento, al_fallar);
+    i_renombra_fichero(nombre_viejo, nombre_nuevo);
 }
 
 void cdir_renombra_fichero(const char* nombre_viejo, const char* nombre_nuevo) {
@@ -75,7 +76,7 @@ unsigned short cdir_renombra_fichero_si_es_posible_UNICODE(const wchar_t* nombre
         return FALSO;
     }
     // A single attempt with nothing to say: what a loop without retries comes to.
-    return i_renombra(nombre_viejo, nombre_nuevo, nullptr);
+    return lmlongpath_RenameFileW(nombre_viejo, nombre_nuevo, nullptr) ? CIERTO : FALSO;
 }
 
 unsigned short cdir_mueve_fichero(const wchar_t* origen, const wchar_t* destino) {
@@ -101,8 +102,12 @@ void lumodir_desprotege_fichero(const char* nomfich) {
 }
 
 void lumodir_desprotege_fichero_si_existe_UNICODE(const wchar_t* nomfich) {
-    if (cdir_existe_fichero_UNICODE(nomfich) == CIERTO) {
-        lumodir_desprotege_fichero_UNICODE(nomfich);
+    if (!i_comprueba(nomfich != nullptr, "(nombre) != NULL")) {
+        return;
+    }
+    const ruta_fijada fijada(nomfich);
+    if (i_existencia(fijada).hay()) {
+        i_cambia_proteccion(fijada, modo_escritura, CIERTO);
     }
 }
 

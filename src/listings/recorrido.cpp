@@ -56,21 +56,6 @@ llegada recorrido::sale() noexcept {
     return ultimo->como;
 }
 
-// What these codes say is that there is nothing of that name.
-bool recorrido::i_falta(DWORD codigo) noexcept {
-    switch (codigo) {
-        case ERROR_FILE_NOT_FOUND:
-        case ERROR_PATH_NOT_FOUND:
-        case ERROR_BAD_NETPATH:
-        case ERROR_BAD_NET_NAME:
-        case ERROR_INVALID_NAME:
-        case ERROR_BAD_PATHNAME:
-            return true;
-        default:
-            return false;
-    }
-}
-
 llegada recorrido::i_mete(objeto<nivel> nuevo, const lector_de_directorio& lector, bool leido_algo) {
     const bool entero = lector.codigo() == ERROR_NO_MORE_FILES;
     if (!entero && !leido_algo) {

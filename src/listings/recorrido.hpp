@@ -118,7 +118,7 @@ private:
     template <class Toma>
     llegada i_entra(objeto<nivel> nuevo, Toma& toma) {
         if (codigo_ != ERROR_SUCCESS) {
-            return i_falta(codigo_) ? llegada::falta : llegada::cerrado;
+            return i_dice_que_falta(codigo_) ? llegada::falta : llegada::cerrado;
         }
         lector_de_directorio lector(nuevo->directorio);
         entrada_leida entrada;
@@ -131,7 +131,6 @@ private:
         }
         return i_mete(std::move(nuevo), lector, leido_algo);
     }
-    static bool i_falta(DWORD codigo) noexcept;
     llegada i_mete(objeto<nivel> nuevo, const lector_de_directorio& lector, bool leido_algo);
 
     vista_w dada_;

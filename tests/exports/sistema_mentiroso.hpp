@@ -191,6 +191,9 @@ private:
     }
 
     // Where the general form says too little.
+    static BOOL WINAPI i_pone_informacion(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) {
+        return i_miente();  // nothing is written to what goes in
+    }
     static BOOL WINAPI i_informacion(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID datos, DWORD bytes) {
         if (!i_miente()) {
             return FALSE;
@@ -323,6 +326,7 @@ private:
         t.CloseHandle = i_cierra<BOOL, HANDLE>;
         i_desvia(&t.GetFileInformationByHandle);
         t.GetFileInformationByHandleEx = i_informacion;
+        t.SetFileInformationByHandle = i_pone_informacion;
         i_desvia(&t.SetFileTime);
         i_desvia(&t.FileTimeToLocalFileTime);
         i_desvia(&t.LocalFileTimeToFileTime);
@@ -336,8 +340,6 @@ private:
         i_desvia(&t.MoveFileExW);
         t.FindFirstFileExW = i_busca;
         i_desvia(&t.FindNextFileW);
-        i_desvia(&t.FindFirstFileA);
-        i_desvia(&t.FindNextFileA);
         t.FindClose = i_cierra<BOOL, HANDLE>;
         t.GetFullPathNameW = i_completo;
         t.GetShortPathNameW = i_otra_forma;
@@ -347,7 +349,6 @@ private:
         t.GetWindowsDirectoryW = i_windows;
         t.GetModuleFileNameA = i_modulo_a;
         t.GetModuleFileNameW = i_modulo_w;
-        i_desvia(&t.SetFileInformationByHandle);
         i_desvia(&t.abre_entrada);
         i_desvia(&t.numero_de_fichero);
         t.nombre_de_fichero = i_nombre_de_fichero;

@@ -156,7 +156,7 @@ private:
     template <auto Entrada>
     static void (*i_quien_cierra())(void*) {
         using t = lumodir::tabla_sistema;
-        if constexpr (i_es<&t::FindFirstFileExW, Entrada>() || i_es<&t::FindFirstFileA, Entrada>()) {
+        if constexpr (i_es<&t::FindFirstFileExW, Entrada>()) {
             return [](void* h) { ::FindClose(h); };
         } else {
             return [](void* h) { ::CloseHandle(h); };
@@ -329,13 +329,13 @@ inline void todas_las_tablas::i_desvia() {
         i_desvia_tabla<
             &tablas_guardadas::sistema, &t::GetFileAttributesW, &t::GetFileAttributesExW,
             &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle, &t::GetFileInformationByHandle,
-            &t::GetFileInformationByHandleEx, &t::SetFileTime, &t::FileTimeToLocalFileTime,
-            &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime, &t::SystemTimeToTzSpecificLocalTime,
-            &t::SystemTimeToFileTime, &t::GetTimeZoneInformation, &t::DeleteFileW, &t::CreateDirectoryW,
-            &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW, &t::FindNextFileW,
-            &t::FindFirstFileA, &t::FindNextFileA, &t::FindClose, &t::GetFullPathNameW, &t::GetShortPathNameW,
-            &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW, &t::GetWindowsDirectoryW,
-            &t::GetModuleFileNameA, &t::GetModuleFileNameW, &t::SetFileInformationByHandle, &t::abre_entrada,
+            &t::GetFileInformationByHandleEx, &t::SetFileInformationByHandle, &t::SetFileTime,
+            &t::FileTimeToLocalFileTime, &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime,
+            &t::SystemTimeToTzSpecificLocalTime, &t::SystemTimeToFileTime, &t::GetTimeZoneInformation,
+            &t::DeleteFileW, &t::CreateDirectoryW, &t::RemoveDirectoryW, &t::MoveFileExW,
+            &t::FindFirstFileExW, &t::FindNextFileW, &t::FindClose, &t::GetFullPathNameW,
+            &t::GetShortPathNameW, &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW,
+            &t::GetWindowsDirectoryW, &t::GetModuleFileNameA, &t::GetModuleFileNameW, &t::abre_entrada,
             &t::numero_de_fichero, &t::nombre_de_fichero>(lumodir::sistema);
     }
     {

@@ -128,7 +128,7 @@ TEST(fichsdir, el_patron_de_un_directorio) {
     const fila filas[] = {
         {.directorio = "C:\\d", .patron = "C:\\d\\*"}, {.directorio = "C:\\d\\", .patron = "C:\\d\\*"},
         {.directorio = "C:/d/", .patron = "C:/d/\\*"},  // only "\" counts
-        {.directorio = "", .patron = "\\*"},           {.directorio = "rel", .patron = "rel\\*"},
+        {.directorio = "", .patron = completa("\\*")}, {.directorio = "rel", .patron = completa("rel\\*")},
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
