@@ -358,7 +358,7 @@ private:
         t.RegEnumKeyExA = i_subclave<char>;
         t.RegEnumKeyExW = i_subclave<wchar_t>;
         t.RegEnumValueW = i_enumera_valor;
-        i_desvia(&t.RegDeleteKeyW);
+        i_desvia(&t.NtDeleteKey);
         t.machine_es_imagen_de_64bits = imagen;
     }
     void i_desvia_lo_demas() {

@@ -50,6 +50,7 @@ public:
             cierra(manija);
         }
         abiertas_.clear();
+        claves_suyas_.clear();
     }
 
 private:
@@ -176,13 +177,17 @@ private:
     template <auto Entrada, class... A>
     static bool i_permite_clave(A... a) {
         const auto argumentos = std::make_tuple(a...);
+        // What lies below a key of its own is its own, by whatever name.
+        if (i_yo()->claves_suyas_.count(std::get<0>(argumentos)) != 0) {
+            return i_yo()->abre_clave_suya_ = true;
+        }
         if constexpr (!i_es<&lumodir::tabla_registro::RegCreateKeyExW, Entrada>()) {
             constexpr REGSAM para_leer = KEY_READ | KEY_WOW64_64KEY | KEY_WOW64_32KEY;
             if ((std::get<3>(argumentos) & ~para_leer) == 0) {
                 return true;
             }
         }
-        return i_yo()->i_es_su_clave(std::get<1>(argumentos));
+        return i_yo()->abre_clave_suya_ = i_yo()->i_es_su_clave(std::get<1>(argumentos));
     }
     template <auto Entrada, class... A>
     static bool i_permite_ruta(A... a) {
@@ -227,6 +232,7 @@ private:
                 if (toca) {
                     return i_fallo<R, Entrada>();
                 }
+                yo.abre_clave_suya_ = false;
                 if constexpr (i_cambia<Entrada>()) {
                     if (!i_permite<Entrada>(a...)) {
                         return i_fallo<R, Entrada>();
@@ -240,6 +246,7 @@ private:
         template <class M>
         static void i_quita(M manija) {
             std::erase_if(i_yo()->abiertas_, [&](const auto& par) { return par.first == manija; });
+            i_yo()->claves_suyas_.erase(manija);
         }
         template <class Resultado>
         static void i_apunta(Resultado resultado, A... a) {
@@ -258,6 +265,9 @@ private:
             if constexpr (std::is_same_v<T, HKEY*>) {
                 if (resultado == ERROR_SUCCESS) {
                     i_yo()->abiertas_.insert({*a, [](void* h) { ::RegCloseKey(static_cast<HKEY>(h)); }});
+                    if (i_yo()->abre_clave_suya_) {
+                        i_yo()->claves_suyas_.insert(*a);
+                    }
                 }
             }
         }
@@ -301,6 +311,8 @@ private:
     bool cambiado_ = false;
     bool quiso_nombre_largo_ = false;
     std::set<std::pair<void*, void (*)(void*)>> abiertas_;
+    std::set<void*> claves_suyas_;  // open for changes
+    bool abre_clave_suya_ = false;  // the call under way
     std::vector<std::string> fuera_;
 };
 
@@ -324,7 +336,7 @@ inline void todas_las_tablas::i_desvia() {
         i_desvia_tabla<&tablas_guardadas::registro, &t::RegOpenKeyExA, &t::RegOpenKeyExW, &t::RegCreateKeyExW,
                        &t::RegCloseKey, &t::RegQueryInfoKeyA, &t::RegQueryInfoKeyW, &t::RegQueryValueExA,
                        &t::RegQueryValueExW, &t::RegSetValueExW, &t::RegDeleteValueW, &t::RegEnumKeyExA,
-                       &t::RegEnumKeyExW, &t::RegEnumValueW, &t::RegDeleteKeyW>(lumodir::sistema_registro);
+                       &t::RegEnumKeyExW, &t::RegEnumValueW, &t::NtDeleteKey>(lumodir::sistema_registro);
     }
     {
         using t = lumodir::tabla_procesos;

@@ -159,7 +159,7 @@ public:
         t.RegEnumKeyExA = vigila<&tabla::RegEnumKeyExA>::llama;
         t.RegEnumKeyExW = vigila<&tabla::RegEnumKeyExW>::llama;
         t.RegEnumValueW = vigila<&tabla::RegEnumValueW>::llama;
-        t.RegDeleteKeyW = vigila<&tabla::RegDeleteKeyW>::llama;
+        t.NtDeleteKey = vigila<&tabla::NtDeleteKey>::llama;
     }
     ~registro_vigilado() {
         lumodir::sistema_registro = antes_;
