@@ -33,6 +33,7 @@ public:
         i_exige_llena(lumodir::unidades);
         i_exige_llena(lumodir::directorio_actual);
         i_exige_llena(lumodir::escritorio);
+        i_exige_llena(lumodir::entorno);
     }
     ~sistema_mentiroso() { i_yo() = nullptr; }
     sistema_mentiroso(const sistema_mentiroso&) = delete;
@@ -216,7 +217,6 @@ private:
         return i_texto(destino, sitio);
     }
     static DWORD WINAPI i_otra_forma(LPCWSTR, LPWSTR destino, DWORD sitio) { return i_texto(destino, sitio); }
-    static DWORD WINAPI i_otra_forma_8(LPCSTR, LPSTR destino, DWORD sitio) { return i_texto(destino, sitio); }
     static DWORD WINAPI i_temporal(DWORD sitio, LPWSTR destino) { return i_texto(destino, sitio); }
     static UINT WINAPI i_fichero_temporal(LPCWSTR, LPCWSTR, UINT, LPWSTR destino) {
         if (!i_miente()) {
@@ -276,6 +276,10 @@ private:
         i_nombre(nombre, *largo);
         *largo = static_cast<DWORD>(std::char_traits<C>::length(nombre));
         return ERROR_SUCCESS;
+    }
+    static DWORD WINAPI i_mensaje(DWORD, LPCVOID, DWORD, DWORD, LPWSTR destino, DWORD sitio, char**) {
+        const DWORD largo = i_texto(destino, sitio);
+        return largo < sitio ? largo : 0;
     }
     static HANDLE WINAPI i_abre_proceso(DWORD, BOOL, DWORD) { return i_miente() ? i_manija() : nullptr; }
     static BOOL WINAPI i_volumen(LPCWSTR, LPWSTR nombre, DWORD sitio, DWORD*, DWORD*, DWORD*, LPWSTR, DWORD) {
@@ -381,14 +385,20 @@ private:
         u.WNetGetConnectionW = i_red;
         u._wgetdcwd = i_directorio_de;
         i_desvia(&u._getdrive);
-        lumodir::directorio_actual = {i_directorio<char>, i_directorio<wchar_t>};
-        lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo {
-            return i_otra_forma_8;
-        };
+        lumodir::directorio_actual = {i_directorio<wchar_t>};
+        lumodir::tabla_entorno& e = lumodir::entorno;
+        e = {};
+        e.GetEnvironmentVariableW = i_otra_forma;
+        e.FormatMessageW = i_mensaje;
+        i_desvia(&e.GetConsoleMode);
+        i_desvia(&e.WriteConsoleW);
+        i_desvia(&e.GetThreadErrorMode);
+        i_desvia(&e.SetThreadErrorMode);
+        lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return i_otra_forma; };
         // Never asked while the answer above is there; were it asked, it has nothing.
         lumodir::escritorio = {[](IMalloc**) -> HRESULT { return E_FAIL; },
                                [](IShellFolder**) -> HRESULT { return E_FAIL; },
-                               [](PCIDLIST_ABSOLUTE, LPSTR) -> BOOL { return FALSE; }};
+                               [](PCIDLIST_ABSOLUTE, LPWSTR) -> BOOL { return FALSE; }};
     }
 
     const tablas_guardadas reales_;

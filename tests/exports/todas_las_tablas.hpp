@@ -291,13 +291,13 @@ private:
             EXPECT_NE(antes[i], ahora[i]) << "entry " << i << " does not pass through here";
         }
     }
-    static DWORD WINAPI i_nombre_largo(const char* corto, char* largo, DWORD sitio) {
+    static DWORD WINAPI i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) {
         i_yo()->quiso_nombre_largo_ = true;
         if (i_yo()->i_toca_fallar()) {
             ::SetLastError(ERROR_ACCESS_DENIED);
             return 0;
         }
-        return ::GetLongPathNameA(corto, largo, sitio);
+        return ::GetLongPathNameW(corto, largo, sitio);
     }
     void i_desvia();
 
@@ -352,12 +352,18 @@ inline void todas_las_tablas::i_desvia() {
     }
     {
         using t = lumodir::tabla_directorio_actual;
-        i_desvia_tabla<&tablas_guardadas::actual, &t::getcwd, &t::wgetcwd>(lumodir::directorio_actual);
+        i_desvia_tabla<&tablas_guardadas::actual, &t::wgetcwd>(lumodir::directorio_actual);
     }
     {
         using t = lumodir::tabla_escritorio;
         i_desvia_tabla<&tablas_guardadas::escritorio, &t::SHGetMalloc, &t::SHGetDesktopFolder,
-                       &t::SHGetPathFromIDListA>(lumodir::escritorio);
+                       &t::SHGetPathFromIDListW>(lumodir::escritorio);
+    }
+    {
+        using t = lumodir::tabla_entorno;
+        i_desvia_tabla<&tablas_guardadas::entorno, &t::GetEnvironmentVariableW, &t::FormatMessageW,
+                       &t::GetConsoleMode, &t::WriteConsoleW, &t::GetThreadErrorMode, &t::SetThreadErrorMode>(
+            lumodir::entorno);
     }
     lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return i_nombre_largo; };
 }
