@@ -59,15 +59,6 @@ bool existe_enlace(const texto_w& ruta) {
     ::RegCloseKey(clave);
     return clave != nullptr;
 }
-// Links that a failed test left would keep the cleaning up of the next one from its work.
-void quita_enlace(const texto_w& ruta) {
-    HKEY clave = nullptr;
-    if (::RegOpenKeyExW(HKEY_CURRENT_USER, ruta.c_str(), REG_OPTION_OPEN_LINK, DELETE, &clave) == 0) {
-        ::NtDeleteKey(clave);
-        ::RegCloseKey(clave);
-    }
-}
-
 // What nobody names: everything in it must be there afterwards.
 void crea_precioso() {
     crea(bajo("precious\\a\\deep"));
@@ -114,8 +105,7 @@ TEST_F(borrado_lumoreg, un_enlace_se_borra_y_lo_que_apunta_queda) {
             EXPECT_FALSE(existe_enlace(bajo(f.enlace)));
             EXPECT_EQ(subclaves(bajo("p")), textos{});
             espera_precioso();
-            quita_enlace(bajo(f.enlace));
-            ::RegDeleteTreeW(HKEY_CURRENT_USER, bajo("p").c_str());
+            borra_arbol(bajo("p"));
         }
     }
 }
@@ -129,8 +119,8 @@ TEST_F(borrado_lumoreg, un_enlace_en_el_camino_al_padre_se_sigue) {
         borra(ancha, "p\\way", "a");
         EXPECT_EQ(subclaves(bajo("precious")), textos{"b"}) << ancha;
         EXPECT_TRUE(existe_enlace(bajo("p\\way"))) << ancha;
-        quita_enlace(bajo("p\\way"));
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, bajo("precious").c_str());
+        borra_arbol(bajo("p"));
+        borra_arbol(bajo("precious"));
     }
 }
 
@@ -148,7 +138,7 @@ TEST_F(borrado_lumoreg, un_enlace_que_no_se_deja_borrar_se_informa_y_su_destino_
         ESPERA_DETALLES("resultado == ERROR_SUCCESS [link]", "resultado == ERROR_SUCCESS [top]");
         EXPECT_TRUE(existe_enlace(bajo("p\\top\\link")));
         espera_precioso();
-        quita_enlace(bajo("p\\top\\link"));
+        borra_arbol(bajo("p"));
     }
 }
 
@@ -161,7 +151,7 @@ LSTATUS WINAPI enumera_y_cambia(HKEY clave, DWORD indice, wchar_t* nombre, DWORD
                                 wchar_t* c, DWORD* lc, FILETIME* f) {
     const LSTATUS error = g_real.RegEnumKeyExW(clave, indice, nombre, longitud, r, c, lc, f);
     if (error == ERROR_SUCCESS && u8(nombre) == "victim") {
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, g_cambiada.c_str());
+        borra_arbol(g_cambiada);
         crea_enlace(g_cambiada, g_destino);
     }
     return error;
@@ -183,7 +173,7 @@ TEST_F(borrado_lumoreg, quien_pone_un_enlace_a_media_pasada_no_gana_nada) {
         EXPECT_FALSE(existe_enlace(g_cambiada));
         EXPECT_FALSE(existe(bajo("p\\top")));
         espera_precioso();
-        quita_enlace(g_cambiada);
+        borra_arbol(bajo("p"));
     }
 }
 
@@ -200,7 +190,7 @@ TEST_F(borrado_lumoreg, una_clave_justo_debajo_de_la_raiz_se_borra_con_lo_suyo) 
         }
         EXPECT_EQ(toma_informes_con_detalle(), textos{}) << ancha;
         EXPECT_FALSE(existe(w(nombre))) << ancha;
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, w(nombre).c_str());
+        borra_arbol(w(nombre));
     }
     lumoreg_borra_clave_u(raiz_de_pruebas, L"", w(nombre).c_str());
     ESPERA_DETALLES("clave_abierta == CIERTO [" + nombre + "]",
