@@ -17,7 +17,6 @@ tabla_sistema sistema = {
     ::FileTimeToSystemTime,
     ::SystemTimeToTzSpecificLocalTime,
     ::SystemTimeToFileTime,
-    ::GetTimeZoneInformation,
     ::DeleteFileW,
     ::CreateDirectoryW,
     ::RemoveDirectoryW,
@@ -33,7 +32,6 @@ tabla_sistema sistema = {
     ::GetTempPathW,
     ::GetTempFileNameW,
     ::GetWindowsDirectoryW,
-    ::GetModuleFileNameA,
     ::GetModuleFileNameW,
 };
 

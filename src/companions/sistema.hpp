@@ -31,7 +31,6 @@ struct tabla_sistema {
     decltype(&::FileTimeToSystemTime) FileTimeToSystemTime;
     decltype(&::SystemTimeToTzSpecificLocalTime) SystemTimeToTzSpecificLocalTime;
     decltype(&::SystemTimeToFileTime) SystemTimeToFileTime;
-    decltype(&::GetTimeZoneInformation) GetTimeZoneInformation;
     decltype(&::DeleteFileW) DeleteFileW;
     decltype(&::CreateDirectoryW) CreateDirectoryW;
     decltype(&::RemoveDirectoryW) RemoveDirectoryW;
@@ -47,7 +46,6 @@ struct tabla_sistema {
     decltype(&::GetTempPathW) GetTempPathW;
     decltype(&::GetTempFileNameW) GetTempFileNameW;
     decltype(&::GetWindowsDirectoryW) GetWindowsDirectoryW;
-    decltype(&::GetModuleFileNameA) GetModuleFileNameA;
     decltype(&::GetModuleFileNameW) GetModuleFileNameW;
 };
 

@@ -173,7 +173,6 @@ private:
     I_MARCA(FileTimeToSystemTime, false, FALSE);
     I_MARCA(SystemTimeToTzSpecificLocalTime, false, FALSE);
     I_MARCA(SystemTimeToFileTime, false, FALSE);
-    I_MARCA(GetTimeZoneInformation, false, TIME_ZONE_ID_INVALID);
     I_MARCA(DeleteFileW, false, FALSE);
     I_MARCA(CreateDirectoryW, false, FALSE);
     I_MARCA(RemoveDirectoryW, false, FALSE);
@@ -189,9 +188,8 @@ private:
     I_MARCA(GetTempPathW, false, 0);
     I_MARCA(GetTempFileNameW, false, 0);
     I_MARCA(GetWindowsDirectoryW, false, 0);
-    I_MARCA(GetModuleFileNameA, false, 0);
     I_MARCA(GetModuleFileNameW, false, 0);
-    static constexpr std::size_t num_desviadas = 31;
+    static constexpr std::size_t num_desviadas = 29;
 
     void i_desvia_todas() {
         static_assert(sizeof(lumodir::tabla_sistema) == num_desviadas * sizeof(void (*)()),
@@ -209,7 +207,6 @@ private:
         I_DESVIA(FileTimeToSystemTime);
         I_DESVIA(SystemTimeToTzSpecificLocalTime);
         I_DESVIA(SystemTimeToFileTime);
-        I_DESVIA(GetTimeZoneInformation);
         I_DESVIA(DeleteFileW);
         I_DESVIA(CreateDirectoryW);
         I_DESVIA(RemoveDirectoryW);
@@ -225,7 +222,6 @@ private:
         I_DESVIA(GetTempPathW);
         I_DESVIA(GetTempFileNameW);
         I_DESVIA(GetWindowsDirectoryW);
-        I_DESVIA(GetModuleFileNameA);
         I_DESVIA(GetModuleFileNameW);
     }
 #undef I_MARCA

@@ -117,7 +117,6 @@ private:
     static void i_llena(FILETIME* d) { i_bytes(d); }
     static void i_llena(SYSTEMTIME* d) { i_bytes(d); }
     static void i_llena(BY_HANDLE_FILE_INFORMATION* d) { i_bytes(d); }
-    static void i_llena(TIME_ZONE_INFORMATION* d) { i_bytes(d); }
     static void i_llena(HKEY* d) { *d = static_cast<HKEY>(i_manija()); }
     template <class T>
     static void i_llena(T) {}  // an argument that goes in
@@ -226,10 +225,6 @@ private:
         return 1;
     }
     static UINT WINAPI i_windows(LPWSTR destino, UINT sitio) { return i_texto(destino, sitio); }
-    static DWORD WINAPI i_modulo_a(HMODULE, LPSTR destino, DWORD sitio) {
-        const DWORD largo = i_texto(destino, sitio);
-        return largo < sitio ? largo : sitio;
-    }
     static DWORD WINAPI i_modulo_w(HMODULE, LPWSTR destino, DWORD sitio) {
         const DWORD largo = i_texto(destino, sitio);
         return largo < sitio ? largo : sitio;
@@ -326,7 +321,6 @@ private:
         i_desvia(&t.FileTimeToSystemTime);
         i_desvia(&t.SystemTimeToTzSpecificLocalTime);
         i_desvia(&t.SystemTimeToFileTime);
-        i_desvia(&t.GetTimeZoneInformation);
         i_desvia(&t.DeleteFileW);
         i_desvia(&t.CreateDirectoryW);
         i_desvia(&t.RemoveDirectoryW);
@@ -342,7 +336,6 @@ private:
         t.GetTempPathW = i_temporal;
         t.GetTempFileNameW = i_fichero_temporal;
         t.GetWindowsDirectoryW = i_windows;
-        t.GetModuleFileNameA = i_modulo_a;
         t.GetModuleFileNameW = i_modulo_w;
     }
     void i_desvia_registro() {

@@ -115,8 +115,7 @@ private:
             return nullptr;
         } else if constexpr (std::is_same_v<R, HANDLE>) {
             return INVALID_HANDLE_VALUE;
-        } else if constexpr (i_es<&tabla_sistema::GetFileAttributesW, Entrada>() ||
-                             i_es<&tabla_sistema::GetTimeZoneInformation, Entrada>()) {
+        } else if constexpr (i_es<&tabla_sistema::GetFileAttributesW, Entrada>()) {
             return ~R{0};
         } else if constexpr (i_es<&tabla_unidades::WNetGetConnectionW, Entrada>()) {
             return ERROR_ACCESS_DENIED;
@@ -323,12 +322,11 @@ inline void todas_las_tablas::i_desvia() {
                        &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle,
                        &t::GetFileInformationByHandle, &t::GetFileInformationByHandleEx, &t::SetFileTime,
                        &t::FileTimeToLocalFileTime, &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime,
-                       &t::SystemTimeToTzSpecificLocalTime, &t::SystemTimeToFileTime,
-                       &t::GetTimeZoneInformation, &t::DeleteFileW, &t::CreateDirectoryW,
-                       &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW, &t::FindNextFileW,
-                       &t::FindFirstFileA, &t::FindNextFileA, &t::FindClose, &t::GetFullPathNameW,
-                       &t::GetShortPathNameW, &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW,
-                       &t::GetWindowsDirectoryW, &t::GetModuleFileNameA, &t::GetModuleFileNameW>(
+                       &t::SystemTimeToTzSpecificLocalTime, &t::SystemTimeToFileTime, &t::DeleteFileW,
+                       &t::CreateDirectoryW, &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW,
+                       &t::FindNextFileW, &t::FindFirstFileA, &t::FindNextFileA, &t::FindClose,
+                       &t::GetFullPathNameW, &t::GetShortPathNameW, &t::GetLongPathNameW, &t::GetTempPathW,
+                       &t::GetTempFileNameW, &t::GetWindowsDirectoryW, &t::GetModuleFileNameW>(
             lumodir::sistema);
     }
     {

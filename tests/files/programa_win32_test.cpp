@@ -101,11 +101,6 @@ TEST(programa, al_path_del_programa_se_le_cortan_los_blancos_finales) {
 TEST(programa, el_path_de_8_bits_es_el_ancho_convertido) {
     const sustituye w_(sistema.GetModuleFileNameW,
                        static_cast<decltype(sistema.GetModuleFileNameW)>(modulo_w));
-    const sustituye a_(
-        sistema.GetModuleFileNameA, +[](HMODULE, LPSTR, DWORD) -> DWORD {
-            ADD_FAILURE() << "asks in 8-bit";
-            return 0;
-        });
     g_modulo = w("C:\\\uFF41\u0131\u65E5\u00F1.exe ");
     g_respuesta = static_cast<DWORD>(g_modulo.size());
     EXPECT_EQ(toma(lumodir_dame_path_completo_del_programa()), "C:\\???\u00F1.exe");
