@@ -126,7 +126,8 @@ LUMODIR_API wchar_t *lumodir_ruta_relativa_a_absoluta(const wchar_t *base, const
 
 /**
  * Lists the directories of the environment variable PATH in their order, without surrounding blanks. Empty
- * pieces are left out, blank ones become empty strings, repeats and quotes stay.
+ * pieces are left out, blank ones become empty strings, repeats and quotes stay. The variable is read as the
+ * process has it at this moment, whichever C runtime (or SetEnvironmentVariableW()) has set it.
  *
  * @return New list (arr_DestruyeCADENA_u()), empty when the variable is not set.
  */
@@ -332,7 +333,8 @@ lumodir_creaFicheroTemporalEnDirectorio(const wchar_t *directorioTemporal, const
 LUMODIR_API wchar_t *lumodir_dame_path_completo_del_programa_UNICODE(void);
 
 /**
- * 8-bit flavour of lumodir_dame_path_completo_del_programa_UNICODE().
+ * 8-bit flavour of lumodir_dame_path_completo_del_programa_UNICODE(): its path, converted. A character that the
+ * code page lacks becomes its default character, never one that looks alike.
  *
  * @return New string (lumostr_destruye()).
  */

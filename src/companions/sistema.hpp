@@ -33,7 +33,6 @@ struct tabla_sistema {
     decltype(&::FileTimeToSystemTime) FileTimeToSystemTime;
     decltype(&::SystemTimeToTzSpecificLocalTime) SystemTimeToTzSpecificLocalTime;
     decltype(&::SystemTimeToFileTime) SystemTimeToFileTime;
-    decltype(&::GetTimeZoneInformation) GetTimeZoneInformation;
     decltype(&::DeleteFileW) DeleteFileW;
     decltype(&::CreateDirectoryW) CreateDirectoryW;
     decltype(&::RemoveDirectoryW) RemoveDirectoryW;
@@ -47,7 +46,6 @@ struct tabla_sistema {
     decltype(&::GetTempPathW) GetTempPathW;
     decltype(&::GetTempFileNameW) GetTempFileNameW;
     decltype(&::GetWindowsDirectoryW) GetWindowsDirectoryW;
-    decltype(&::GetModuleFileNameA) GetModuleFileNameA;
     decltype(&::GetModuleFileNameW) GetModuleFileNameW;
     // Opens an entry of an open directory by its bare name, which is taken literally; with no directory, `nombre` is a
     // whole native path. `opciones` and `atributos` as NtOpenFile takes them.

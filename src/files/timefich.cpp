@@ -95,8 +95,8 @@ unsigned short i_asigna_fechas(const wchar_t* fichero, const FILETIME* creacion,
         });
 }
 
-// 0 means to the system "leave the date as it is" and negative counts have meanings of their own: setting them
-// would succeed without dating the file.
+// 0 means to the system "leave the date as it is", and so do -1 and -2 ("from now on" and "again from now on"); other
+// negative counts are no dates: setting one would succeed without dating the file, or ask the user in vain.
 constexpr bool i_es_asignable(const FILETIME& fecha) noexcept {
     return i_intervalos(fecha) > 0;
 }
@@ -105,10 +105,14 @@ bool i_utc_de_valor(long long valor, FILETIME* utc) noexcept {
     return i_filetime_de_segundos(valor, *utc) && i_es_asignable(*utc);
 }
 
+bool i_utc_de_local(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
+    return i_a_utc(local, utc, donde) && i_es_asignable(*utc);
+}
+
 bool i_utc_de_valor_local(long long valor, FILETIME* utc) noexcept {
     FILETIME local;
     return valor <= max_segundos_filetime && i_filetime_de_segundos(valor + segundos_convenio_local, local) &&
-           i_a_utc(local, utc) && i_es_asignable(*utc);
+           i_utc_de_local(local, utc);
 }
 
 unsigned short i_asigna_valor_utc(const wchar_t* fichero, long long valor, unsigned short informar) noexcept {
@@ -198,8 +202,8 @@ unsigned short timefich_asignar_fecha_u(const wchar_t* fichero, const FILETIME* 
     FILETIME modificacion;
     if (!i_hay_alguna(fichero, local_creacion, local_modificacion) ||
         !i_comprueba(fichero != nullptr, "fichero_u != NULL") ||
-        (local_creacion != nullptr && !i_a_utc(*local_creacion, &creacion)) ||
-        (local_modificacion != nullptr && !i_a_utc(*local_modificacion, &modificacion))) {
+        (local_creacion != nullptr && !i_utc_de_local(*local_creacion, &creacion)) ||
+        (local_modificacion != nullptr && !i_utc_de_local(*local_modificacion, &modificacion))) {
         return FALSO;
     }
     return i_asigna_fechas(fichero, local_creacion == nullptr ? nullptr : &creacion,

@@ -157,3 +157,24 @@ TEST(discos, una_sustitucion_de_verdad) {
     ASSERT_TRUE(::DefineDosDeviceW(DDD_REMOVE_DEFINITION, nombre, nullptr));
     EXPECT_EQ(discos_es_unidad_subst(letra), 0);
 }
+
+// The call that an empty card reader answers with a dialog unless it is told not to; the false machine sees to the mode
+// of the thread in every other test, too.
+TEST(discos, una_unidad_sin_medio_no_saca_ningun_dialogo) {
+    maquina_fingida maquina({{'E', {.tipo = DRIVE_REMOVABLE}}});
+    EXPECT_EQ(toma(discos_nombre_volumen(4)), "");
+    ESPERA_INFORMES("retorno != 0");
+    EXPECT_EQ(discos_es_unidad_local(L'E'), 1);
+    EXPECT_EQ(maquina.preguntas,
+              (std::vector<std::string>{"GetVolumeInformationW E:\\", "GetDriveTypeW E:\\"}));
+}
+
+// What its device does not fit into the room that is offered is no substitution to be told.
+TEST(discos, una_unidad_subst_de_un_directorio_muy_largo_no_se_conoce) {
+    const std::string cabe = "\\??\\C:\\" + std::string(246, 'x');
+    const std::string no_cabe = cabe + "x";
+    maquina_fingida maquina({{'S', {.tipo = DRIVE_FIXED, .dispositivo = cabe.c_str()}},
+                             {'T', {.tipo = DRIVE_FIXED, .dispositivo = no_cabe.c_str()}}});
+    EXPECT_EQ(discos_es_unidad_subst(L'S'), 1);
+    EXPECT_EQ(discos_es_unidad_subst(L'T'), 0);
+}
