@@ -60,6 +60,9 @@ public:
         nombre_.clear();
     }
 
+    // What is done just before each call, with its number (from 1).
+    void al_llamar(std::function<void(unsigned)> accion) { al_llamar_ = std::move(accion); }
+
     std::size_t llamadas() const { return historia_.size(); }
     const std::vector<llamada>& historia() const { return historia_; }
     std::size_t cuenta(std::string_view nombre) const {
@@ -103,6 +106,9 @@ private:
 
     bool i_toca_fallar(const char* nombre, const std::string& ruta) {
         const std::size_t esta = historia_.size() + 1;
+        if (al_llamar_) {
+            al_llamar_(static_cast<unsigned>(esta));
+        }
         bool falla = numero_ != 0 && (esta == numero_ || (para_siempre_ && esta > numero_));
         DWORD codigo = codigo_;
         if (!falla && nombre_ == nombre && veces_ > 0) {
@@ -243,6 +249,7 @@ private:
     DWORD codigo_nombre_ = 0;
     unsigned veces_ = 0;
     DWORD ultimo_codigo_ = 0;
+    std::function<void(unsigned)> al_llamar_;
 };
 
 // One run of an operation under a fault.
