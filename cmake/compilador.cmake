@@ -5,7 +5,9 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_C_STANDARD 11)
 set(CMAKE_C_EXTENSIONS OFF)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+endif()
 
 set(LUMODIR_SANEADORES "" CACHE STRING "Sanitizers of a native build, as for -fsanitize=")
 set(LUMODIR_COBERTURA OFF CACHE BOOL "Count what runs of src/ (tools/coverage; GCC)")
@@ -15,13 +17,17 @@ set(LUMODIR_TRAMPA_UB OFF CACHE BOOL "Undefined behaviour traps (MinGW has no sa
 add_library(lumodir_opciones INTERFACE)
 
 if(MSVC)
-  target_compile_options(lumodir_opciones INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus)
+  # Its front end judges as Clang does, and speaks with both tongues.
+  target_compile_options(lumodir_opciones INTERFACE /W4 /utf-8 /permissive- /Zc:__cplusplus
+    $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:/WX>)
   target_compile_definitions(lumodir_opciones INTERFACE _CRT_SECURE_NO_WARNINGS)
   target_link_options(lumodir_opciones INTERFACE /Brepro)
-  set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+  if(PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+  endif()
 else()
   target_compile_options(lumodir_opciones INTERFACE
-    -Wall -Wextra -Wconversion -Wshadow -Werror)
+    -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:-Werror>)
   if(LUMODIR_COBERTURA)
     # Whole counters whatever the threads; no branch that only the optimiser has made. The tests are counted too,
     # for the copy of an inline function that the linker keeps may be theirs. Counters are written to the full paths
@@ -31,7 +37,7 @@ else()
   else()
     # No path of the building machine in the product.
     target_compile_options(lumodir_opciones INTERFACE
-      -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
+      -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
   endif()
   if(WIN32)
     # No runtime libraries to ship, and the same bytes from the same sources at any time.
