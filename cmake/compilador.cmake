@@ -56,6 +56,12 @@ else()
   endif()
 endif()
 
+# What only GNU's compilers take does not get into the product: Clang knows it by name.
+set(LUMODIR_OPCIONES_NORMA "")
+if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND NOT MSVC)
+  set(LUMODIR_OPCIONES_NORMA -Wpedantic -Wgnu)
+endif()
+
 # Tests are compiled once and run once: no optimisation, which also spares the compiler's false alarms about string
 # operations that it has inlined. On Linux the sanitizers cost more than that saves, so there it stays as it is.
 set(LUMODIR_OPCIONES_PRUEBA "")
