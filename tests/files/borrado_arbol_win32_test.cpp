@@ -105,7 +105,7 @@ bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const cha
     ::WaitForSingleObject(proceso.hProcess, 10'000);
     ::CloseHandle(proceso.hThread);
     ::CloseHandle(proceso.hProcess);
-    for (int i = 0; i < 100 && !d.existe(donde); ++i) {
+    for (int i = 0; i < 1500 && !d.existe(donde); ++i) {
         ::Sleep(20);  // a Unix process has no handle to wait for
     }
     return d.existe(donde);
@@ -123,7 +123,7 @@ void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
                                  nullptr, &arranque, &proceso));
     ::CloseHandle(proceso.hThread);
     ::CloseHandle(proceso.hProcess);
-    for (int i = 0; i < 100 && d.existe(donde); ++i) {
+    for (int i = 0; i < 1500 && d.existe(donde); ++i) {
         ::Sleep(20);
     }
 }

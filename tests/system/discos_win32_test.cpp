@@ -40,7 +40,7 @@ TEST(discos, solo_una_unidad_de_red_no_es_local) {
 }
 
 TEST(discos, la_letra_de_una_unidad_local_va_en_cualquier_caja) {
-    const auto tipo = [](const wchar_t* raiz) -> UINT WINAPI {
+    const auto tipo = [](const wchar_t* raiz) -> UINT {
         return raiz[0] == L'n' || raiz[0] == L'N' ? DRIVE_REMOTE : DRIVE_FIXED;
     };
     const sustituye<decltype(lumodir::unidades.GetDriveTypeW)> entrada(lumodir::unidades.GetDriveTypeW, tipo);
