@@ -350,15 +350,29 @@ cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) const {
 
 // ---- Entries ----
 
+// Of a subdirectory, from what its parent and its entry say: the names of what it holds keep of its own name what
+// Wine cuts where a name ends, but for one point.
+vista_w directorio_abierto::i_nombre_verdadero_propio() {
+    if (nombre_verdadero_.es_nula()) {
+        if (padre_ == nullptr) {
+            nombre_verdadero_ = cadena_w(i_nombre_verdadero(manija_.get(), *trato_));
+        } else {
+            const vista_w arriba = padre_->i_nombre_verdadero_propio();
+            const vista_w barra = acaba_en(arriba, L"\\") ? vista_w() : vista_w(L"\\");
+            const vista_w nombre = nombre_.substr(0, nombre_.size() - (acaba_en(nombre_, L".") ? 1 : 0));
+            nombre_verdadero_ = arriba.empty() ? cadena_w(L"") : concatena<wchar_t>({arriba, barra, nombre});
+        }
+    }
+    return nombre_verdadero_.ver();
+}
+
 // Whether an open file lies in this directory under this name; of a system that does not follow links, it does.
 bool directorio_abierto::i_esta_donde_dice(HANDLE abierta, vista_w nombre) {
     if (!sistema.sigue_enlaces()) {
         return true;
     }
-    if (nombre_verdadero_.es_nula()) {
-        nombre_verdadero_ = cadena_w(i_nombre_verdadero(manija_.get(), *trato_));
-    }
-    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), nombre_verdadero_, nombre);
+    const vista_w propio = i_nombre_verdadero_propio();
+    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), propio, nombre);
 }
 
 // Where numbers are told, and the same by both who tell them.
