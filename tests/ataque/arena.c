@@ -480,7 +480,7 @@ int main(int argc, char **argv) {
             /* A walk by open directories still loses something to another Unix process under Wine, one thing in six
                rounds; a walk by texts loses two or three in each. The likely reason, not shown, is that Wine's server
                deletes by a path after it has looked at what lies there. */
-            const long del_servidor = con_windows ? 0 : rondas;
+            const long del_servidor = con_windows || xml == NULL ? 0 : rondas; /* in the short form alone */
             const int mal = r.perdidos > del_servidor || r.listados != 0 || r.cambios == 0;
             malos += mal;
             const size_t largo = strlen(casos);
