@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "companions/sin_dialogos.hpp"
+
 namespace lumodir {
 namespace {
 
@@ -123,11 +125,25 @@ vista_w i_sin_final_recortable(vista_w nombre) noexcept {
     return nombre;
 }
 
+vista_w i_sin_barras_finales(vista_w ruta) noexcept {
+    while (acaba_en_separador(ruta)) {
+        ruta.remove_suffix(1);
+    }
+    return ruta;
+}
+
+// A directory's name as it stands in the names of what it holds: Wine cuts one point there.
+vista_w i_sin_punto_final(vista_w nombre) noexcept {
+    return nombre.substr(0, nombre.size() - (acaba_en(nombre, L".") ? 1 : 0));
+}
+
+cadena_w i_une(vista_w directorio, vista_w nombre) {
+    return concatena<wchar_t>({i_sin_barras_finales(directorio), L"\\", i_sin_punto_final(nombre)});
+}
+
 // Whether `verdadero` is what the directory `directorio` holds under this name.
 bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexcept {
-    if (acaba_en(directorio, L"\\")) {
-        directorio.remove_suffix(1);
-    }
+    directorio = i_sin_barras_finales(directorio);
     return !directorio.empty() && verdadero.size() > directorio.size() &&
            verdadero[directorio.size()] == L'\\' && empieza_por(verdadero, directorio) &&
            i_sin_final_recortable(verdadero.substr(directorio.size() + 1)) == i_sin_final_recortable(nombre);
@@ -139,9 +155,7 @@ bool i_es_raiz_de_volumen(vista_w completa) noexcept {
     const bool compartida =
         con_prefijo ? empieza_por_sin_caja(completa.substr(4), L"UNC\\") : empieza_por(completa, L"\\\\");
     vista_w resto = completa.substr(!con_prefijo ? (compartida ? 2 : 0) : (compartida ? 8 : 4));
-    while (acaba_en(resto, L"\\")) {
-        resto.remove_suffix(1);
-    }
+    resto = i_sin_barras_finales(resto);
     const std::size_t barra = resto.find(L'\\');
     return barra == vista_w::npos || (compartida && resto.find(L'\\', barra + 1) == vista_w::npos);
 }
@@ -156,6 +170,7 @@ cadena_w i_forma_nativa(vista_w completa) {
 }
 
 DWORD i_marca_para_borrar(HANDLE abierta, trato_con_volumen& trato) {
+    const sin_dialogos callado;
     if (trato.posix) {
         borrado_ampliado ampliado = {borrar_con_posix};
         if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &ampliado, sizeof ampliado)) {
@@ -224,8 +239,25 @@ bool directorio_abierto::i_es_raiz_sin_enlace(const ruta_fijada& raiz) {
         return false;
     }
     const cadena_w de_arriba_verdadero(i_nombre_verdadero(padre.get(), *trato_));
-    return i_es_nombre_de(i_nombre_verdadero(manija_.get(), *trato_), de_arriba_verdadero,
-                          a_vista(&entrada.cFileName[0]));
+    const vista_w nombre = a_vista(&entrada.cFileName[0]);
+    nombre_verdadero_ = i_une(de_arriba_verdadero, nombre);
+    return i_es_nombre_de(i_nombre_verdadero(manija_.get(), *trato_), de_arriba_verdadero, nombre);
+}
+
+// Where this directory really lies. The system tells it without the blanks and points at the end of its own name, but
+// with them in the names of what it holds: so it is put together from the names that the directories above tell.
+vista_w directorio_abierto::i_lugar_verdadero() {
+    if (nombre_verdadero_.es_nula()) {
+        if (padre_ != nullptr) {
+            nombre_verdadero_ = i_une(padre_->i_lugar_verdadero(), nombre_);
+        } else {
+            const vista_w dado = i_sin_barras_finales(a_vista(raiz_->c_str()));
+            const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
+            nombre_verdadero_ =
+                concatena<wchar_t>({i_nombre_verdadero(manija_.get(), *trato_), final_cortado});
+        }
+    }
+    return nombre_verdadero_;
 }
 
 DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& cual) {
@@ -275,12 +307,13 @@ unsigned long long directorio_abierto::i_numero_propio_en_listado() {
 DWORD directorio_abierto::i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
                                             manija_fichero* abierta) {
     if (i_es_intocable(nombre)) {
-        return ERROR_INVALID_NAME;
+        return ERROR_CANT_ACCESS_FILE;  // it is there, and stays
     }
     if (!trato_->relativo) {
         return i_abre_por_ruta(nombre, acceso, compartir, opciones, abierta);
     }
     const auto intenta = [&] {
+        const sin_dialogos callado;
         *abierta = manija_fichero(sistema.abre_entrada(nombre.data(), manija_.get(), acceso, compartir,
                                                        opciones | FILE_OPEN_REPARSE_POINT,
                                                        trato_->sin_seguir ? atributo_sin_seguir : 0));
@@ -307,6 +340,7 @@ DWORD directorio_abierto::i_abre_por_ruta(vista_w nombre, DWORD acceso, DWORD co
     if (codigo != ERROR_SUCCESS) {
         return codigo;
     }
+    const sin_dialogos callado;
     *abierta = manija_fichero(sistema.abre_entrada(i_ruta_nativa(nombre).c_str(), nullptr, acceso, compartir,
                                                    opciones | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
     return abierta->valida() ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
@@ -350,29 +384,13 @@ cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) const {
 
 // ---- Entries ----
 
-// Of a subdirectory, from what its parent and its entry say: the names of what it holds keep of its own name what
-// Wine cuts where a name ends, but for one point.
-vista_w directorio_abierto::i_nombre_verdadero_propio() {
-    if (nombre_verdadero_.es_nula()) {
-        if (padre_ == nullptr) {
-            nombre_verdadero_ = cadena_w(i_nombre_verdadero(manija_.get(), *trato_));
-        } else {
-            const vista_w arriba = padre_->i_nombre_verdadero_propio();
-            const vista_w barra = acaba_en(arriba, L"\\") ? vista_w() : vista_w(L"\\");
-            const vista_w nombre = nombre_.substr(0, nombre_.size() - (acaba_en(nombre_, L".") ? 1 : 0));
-            nombre_verdadero_ = arriba.empty() ? cadena_w(L"") : concatena<wchar_t>({arriba, barra, nombre});
-        }
-    }
-    return nombre_verdadero_.ver();
-}
-
 // Whether an open file lies in this directory under this name; of a system that does not follow links, it does.
 bool directorio_abierto::i_esta_donde_dice(HANDLE abierta, vista_w nombre) {
     if (!sistema.sigue_enlaces()) {
         return true;
     }
-    const vista_w propio = i_nombre_verdadero_propio();
-    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), propio, nombre);
+    const vista_w lugar_verdadero = i_lugar_verdadero();
+    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), lugar_verdadero, nombre);
 }
 
 // Where numbers are told, and the same by both who tell them.
@@ -488,6 +506,7 @@ bool lector_de_directorio::i_llena() {
 }
 
 bool lector_de_directorio::i_llena_como(lectura como) {
+    const sin_dialogos callado;
     if (como == lectura::por_busqueda) {
         return empezado_ ? i_sigue_busqueda() : i_empieza_busqueda();
     }

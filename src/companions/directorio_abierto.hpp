@@ -97,7 +97,7 @@ private:
     cadena_w i_ruta_nativa(vista_w nombre = {}) const;
     bool i_es_ella(const entrada_leida& cual);
     bool i_tiene_su_numero(HANDLE abierta, const entrada_leida& cual) const;
-    vista_w i_nombre_verdadero_propio();
+    vista_w i_lugar_verdadero();
     bool i_esta_donde_dice(HANDLE abierta, vista_w nombre);
     bool i_es_raiz_sin_enlace(const ruta_fijada& raiz);
     unsigned long long i_numero_propio_en_listado();

@@ -6,6 +6,7 @@
 
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.h"
+#include "companions/sin_dialogos.hpp"
 
 namespace lumodir {
 namespace {
@@ -91,6 +92,7 @@ bool i_es_raiz(vista_w ruta) noexcept {
 
 // What the entry in the directory says of a name that cannot be asked itself, which failed with `codigo`.
 existencia i_existencia_de_entrada(const ruta_fijada& ruta, DWORD codigo) noexcept {
+    const sin_dialogos callado;
     const existencia ni_idea = {existencia::estado::no_se_sabe, codigo, INVALID_FILE_ATTRIBUTES};
     vista_w forma(ruta.c_str());
     const std::size_t entero = forma.size();
@@ -134,6 +136,7 @@ BOOL i_con_codigo(BOOL bien, DWORD* error_out) noexcept {
 }
 
 BOOL i_mueve(const ruta_fijada& origen, const ruta_fijada& destino, DWORD indicadores) noexcept {
+    const sin_dialogos callado;
     return sistema.MoveFileExW(origen.c_str(), destino.c_str(), indicadores);
 }
 
@@ -188,6 +191,7 @@ const wchar_t* ruta_fijada::dada_si_cabe() const noexcept {
 }
 
 DWORD lmlongpath_GetFileAttributesW(const ruta_fijada& ruta) noexcept {
+    const sin_dialogos callado;
     return sistema.GetFileAttributesW(ruta.c_str());
 }
 
@@ -229,6 +233,7 @@ unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexce
 }
 
 int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
+    const sin_dialogos callado;
     const DWORD atributos = sistema.GetFileAttributesW(ruta.c_str());
     if (atributos == INVALID_FILE_ATTRIBUTES) {
         return -1;
@@ -241,12 +246,14 @@ int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
 }
 
 BOOL lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta, WIN32_FILE_ATTRIBUTE_DATA* datos) noexcept {
+    const sin_dialogos callado;
     return sistema.GetFileAttributesExW(ruta.c_str(), GetFileExInfoStandard, datos);
 }
 
 manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWORD compartir,
                                       SECURITY_ATTRIBUTES* seguridad, DWORD disposicion, DWORD indicadores,
                                       HANDLE plantilla, DWORD* error_out) noexcept {
+    const sin_dialogos callado;
     manija_fichero abierto(
         sistema.CreateFileW(ruta.c_str(), acceso, compartir, seguridad, disposicion, indicadores, plantilla));
     i_con_codigo(abierto.valida(), error_out);
@@ -254,15 +261,18 @@ manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWO
 }
 
 BOOL lmlongpath_DeleteFileW(const ruta_fijada& ruta, DWORD* error_out) noexcept {
+    const sin_dialogos callado;
     return i_con_codigo(sistema.DeleteFileW(ruta.c_str()), error_out);
 }
 
 BOOL lmlongpath_CreateDirectoryW(const ruta_fijada& ruta, SECURITY_ATTRIBUTES* seguridad,
                                  DWORD* error_out) noexcept {
+    const sin_dialogos callado;
     return i_con_codigo(sistema.CreateDirectoryW(ruta.c_str(), seguridad), error_out);
 }
 
 BOOL lmlongpath_RemoveDirectoryW(const ruta_fijada& ruta, DWORD* error_out) noexcept {
+    const sin_dialogos callado;
     return i_con_codigo(sistema.RemoveDirectoryW(ruta.c_str()), error_out);
 }
 
@@ -276,16 +286,19 @@ BOOL lmlongpath_MoveFileW(const ruta_fijada& origen, const ruta_fijada& destino,
 
 manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_DATAW* datos,
                                           bool solo_nombres) noexcept {
+    const sin_dialogos callado;
     return manija_busqueda(sistema.FindFirstFileExW(
         patron.c_str(), solo_nombres ? FindExInfoBasic : FindExInfoStandard, datos, FindExSearchNameMatch,
         nullptr, solo_nombres ? FIND_FIRST_EX_LARGE_FETCH : 0));
 }
 
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {
+    const sin_dialogos callado;
     return sistema.GetShortPathNameW(ruta_fijada(ruta).dada_si_cabe(), destino, sitio);
 }
 
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {
+    const sin_dialogos callado;
     return sistema.GetLongPathNameW(ruta_fijada(ruta).dada_si_cabe(), destino, sitio);
 }
 

@@ -64,7 +64,7 @@ private:
 class arbol_estricto {
 public:
     arbol_estricto(const wchar_t* raiz, const volatile unsigned short* continuar)
-        : arbol_(raiz, i_orden_de_borrado()) {
+        : raiz_(raiz), arbol_(raiz_, i_orden_de_borrado()) {
         borrado_estricto visitante(vista_w(raiz), continuar);
         como_ = i_recorre_para_borrar(arbol_, subdirectorios::sin_punto_inicial, visitante);
     }
@@ -74,6 +74,7 @@ public:
     }
 
 private:
+    raiz_de_recorrido raiz_;
     recorrido arbol_;
     llegada como_;
 };
@@ -150,7 +151,7 @@ private:
     resultado_de_pasada resultado_;
 };
 
-resultado_de_pasada i_pasada(const wchar_t* directorio, bool lo_quita, bool recursiva,
+resultado_de_pasada i_pasada(const raiz_de_recorrido& directorio, bool lo_quita, bool recursiva,
                              ArrCADENA_u* sin_borrar) {
     recorrido arbol(directorio, i_orden_de_borrado());
     pasada_silenciosa visitante(sin_borrar);
@@ -175,10 +176,11 @@ constexpr unsigned num_pausas = sizeof pausas_ms / sizeof pausas_ms[0];
 // two processes that clean the same tree shall not retry in step.
 bool i_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva) {
     auto sin_borrar = objeto<ArrCADENA_u>::crea();
+    const raiz_de_recorrido raiz(directorio);  // for all passes: the pauses are long
     resultado_de_pasada resultado;
     for (unsigned pasada = 0; pasada < max_pasadas; ++pasada) {
         sin_borrar->reduce(0);
-        resultado = i_pasada(directorio, lo_quita, recursiva, sin_borrar.get());
+        resultado = i_pasada(raiz, lo_quita, recursiva, sin_borrar.get());
         if (sin_borrar->num() == 0 && !resultado.otra_pasada) {
             break;
         }
@@ -248,7 +250,8 @@ void cdir_borra_directorio_y_subdirectorios_reintentando_u(const wchar_t* direct
 
 unsigned short cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(const wchar_t* directorio,
                                                                           ArrCADENA_u* sin_borrar) {
-    return i_es_directorio_borrable(directorio) && i_pasada(directorio, true, true, sin_borrar).raiz_quitada
+    return i_es_directorio_borrable(directorio) &&
+                   i_pasada(raiz_de_recorrido(directorio), true, true, sin_borrar).raiz_quitada
                ? CIERTO
                : FALSO;
 }

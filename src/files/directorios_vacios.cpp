@@ -6,6 +6,8 @@
 // A directory that holds only directories with a point in front counts as empty here, and the system then refuses its
 // removal.
 // Checked by tests/files/directorios_vacios_win32_test.cpp.
+#include <algorithm>
+
 #include "cdir.h"
 #include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
@@ -152,6 +154,30 @@ cadena_w i_unidad_como_base(vista_w directorio) {
     return i_makepath(piezas.unidad.data() == nullptr ? vista_w(L"") : piezas.unidad, {}, {}, {});
 }
 
+// How many directories of a full path lie below another full path; none when it does not lead there.
+std::size_t i_niveles_entre(vista_w completa, vista_w base) noexcept {
+    if (completa.size() <= base.size() || !i_mismo_nombre(completa.substr(0, base.size()), base) ||
+        (!acaba_en(base, L"\\") && completa[base.size()] != L'\\')) {
+        return 0;
+    }
+    std::size_t niveles = 0;
+    bool en_nombre = false;
+    for (const wchar_t unidad : completa.substr(base.size())) {
+        niveles += unidad != L'\\' && !en_nombre ? 1 : 0;
+        en_nombre = unidad != L'\\';
+    }
+    return niveles;
+}
+
+// The base as the system has it: nothing is the current directory, and a drive alone is its root where the directory
+// begins there.
+cadena_w i_base_completa(vista_w base, vista_w directorio) {
+    const bool es_raiz =
+        acaba_en(base, L":") && directorio.size() > base.size() && es_separador(directorio[base.size()]);
+    const cadena_w texto = base.empty() ? cadena_w(L".") : concatena<wchar_t>({base, es_raiz ? L"\\" : L""});
+    return lmlongpath_forma_completa(texto.c_str());
+}
+
 // Cuts the last directories off a full path that bears no separator at its end.
 vista_w i_sin_ultimos(vista_w completa, std::size_t niveles) noexcept {
     for (std::size_t i = 0; i < niveles; ++i) {
@@ -160,9 +186,16 @@ vista_w i_sin_ultimos(vista_w completa, std::size_t niveles) noexcept {
     return completa;
 }
 
-void i_borra_mientras_esten_vacios(const wchar_t* directorio, std::size_t niveles) {
+void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada) {
+    const vista_w dado = i_sin_separadores_finales(a_vista(directorio));
     const cadena_w forma = lmlongpath_forma_completa(directorio);
     const vista_w completa = i_sin_separadores_finales(forma);
+    // The text may go up and come back through the base; the system's form says where it does not.
+    const std::size_t niveles = std::min(i_niveles_bajo_la_base(dado, base_dada.size()),
+                                         i_niveles_entre(completa, i_base_completa(base_dada, dado)));
+    if (niveles == 0) {
+        return;
+    }
     const vista_w base = i_sin_ultimos(completa, niveles);
     // A drive without its separator would be its current directory.
     const cadena_w ruta_de_base = concatena<wchar_t>({base, acaba_en(base, L":") ? L"\\" : L""});
@@ -201,7 +234,7 @@ void lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(const wchar_t* pa
         !es_principio) {
         return;
     }
-    i_borra_mientras_esten_vacios(path_directorio, i_niveles_bajo_la_base(directorio, base.size()));
+    i_borra_mientras_esten_vacios(path_directorio, base);
 }
 
 void lumodir_borra_directorios_de_path_si_estan_vacios(const char* path_directorio,

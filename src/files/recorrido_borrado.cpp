@@ -43,7 +43,7 @@ desenlace raiz_de_arbol::borra() {
     if (como_ == llegada::falta || sistema.sigue_enlaces()) {
         return {false, arbol_.codigo()};
     }
-    const bool hecho = lmlongpath_RemoveDirectoryW(arbol_.raiz(), &codigo) != FALSE;
+    const bool hecho = lmlongpath_RemoveDirectoryW(arbol_.raiz().ruta(), &codigo) != FALSE;
     return {hecho, codigo};
 }
 

@@ -13,6 +13,7 @@
 #include "companions/lmaviso.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "files/borrado.hpp"
 #include "files/programa.hpp"
 #include "frame/avisos.hpp"
@@ -109,6 +110,7 @@ cadena_w i_fichero_del_sistema(const wchar_t* directorio, const wchar_t* prefijo
     }
     // Not every system ends a name that fills its room.
     wchar_t nombre[2 * MAX_PATH] = {};
+    const sin_dialogos callado;
     const UINT unico = sistema.GetTempFileNameW(directorio, prefijo, 0, nombre);
     *codigo = unico == 0 ? ::GetLastError() : ERROR_SUCCESS;
     return unico == 0 ? cadena_w() : cadena_w(vista_w(nombre).substr(0, MAX_PATH - 1), donde);

@@ -64,7 +64,7 @@ long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept 
 }
 
 // One attempt. Opened alone: a program that is still writing the file would date it again.
-bool i_intenta_asignar(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
+bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
                        DWORD* codigo) noexcept {
     manija_fichero abierto =
         lmlongpath_CreateFileW(fichero, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr, codigo);
@@ -75,14 +75,14 @@ bool i_intenta_asignar(const wchar_t* fichero, const FILETIME* creacion, const F
     const BOOL asignadas = sistema.SetFileTime(abierto.get(), creacion, nullptr, modificacion);
     *codigo = ::GetLastError();
     if (asignadas) {
-        i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero));
+        i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero.dada()));
     }
     return asignadas != FALSE;
 }
 
 // The dates are in UTC; NULL leaves one as it is.
-unsigned short i_asigna_fechas(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
-                               unsigned short informar) noexcept {
+unsigned short i_asigna_fechas(const ruta_fijada& fichero, const FILETIME* creacion,
+                               const FILETIME* modificacion, unsigned short informar) noexcept {
     DWORD codigo = ERROR_SUCCESS;
     return i_con_reintentos(
         CIERTO, informar,
@@ -91,7 +91,8 @@ unsigned short i_asigna_fechas(const wchar_t* fichero, const FILETIME* creacion,
         },
         [&](BuclRein* bucle) {
             buclrein_set_mensaje_reintentar(
-                bucle, i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero}), codigo);
+                bucle, i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()}),
+                codigo);
         });
 }
 
@@ -129,7 +130,7 @@ bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETI
 }
 
 // The dates in UTC, patiently: a scanner or a slow share may keep the file busy for a moment.
-unsigned short i_lee_insistiendo(const wchar_t* fichero, FILETIME* creacion,
+unsigned short i_lee_insistiendo(const ruta_fijada& fichero, FILETIME* creacion,
                                  FILETIME* modificacion) noexcept {
     FILETIME acceso;
     unsigned short ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
@@ -137,15 +138,15 @@ unsigned short i_lee_insistiendo(const wchar_t* fichero, FILETIME* creacion,
         plataforma::duerme_ms(espera_entre_lecturas_ms);
         ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
     }
-    i_comprueba_con(ok == CIERTO, "ok == CIERTO", a_vista(fichero));
+    i_comprueba_con(ok == CIERTO, "ok == CIERTO", a_vista(fichero.dada()));
     return ok;
 }
 
 }  // namespace
 
-unsigned short i_lee_fechas(const wchar_t* fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
+unsigned short i_lee_fechas(const ruta_fijada& fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
                             FILETIME* fecha_modificacion, unsigned int* codigo_error) noexcept {
-    const bool preguntable = i_comprueba(fichero != nullptr, "(fichero) != NULL") &&
+    const bool preguntable = i_comprueba(fichero.dada() != nullptr, "(fichero) != NULL") &&
                              i_comprueba(fecha_creacion != nullptr, "(fecha_creacion) != NULL") &&
                              i_comprueba(fecha_acceso != nullptr, "(fecha_acceso) != NULL") &&
                              i_comprueba(fecha_modificacion != nullptr, "(fecha_modificacion) != NULL");

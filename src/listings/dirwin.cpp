@@ -6,6 +6,7 @@
 
 #include "companions/error_interno.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "companions/unicode.hpp"
 #include "listings/filtro.hpp"
 
@@ -65,6 +66,7 @@ void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAW& ultima) noexcept {
 
 template <class C>
 bool i_da_un_paso(HANDLE manija, WIN32_FIND_DATAW* destino) noexcept {
+    const sin_dialogos callado;
     if (sistema.FindNextFileW(manija, destino)) {
         return true;
     }

@@ -56,8 +56,9 @@ cadena_w i_base_de_recorrido(vista_w base) {
 }
 
 void i_lista_arbol(vista_w base, const filtro_extension& filtro, registros cuales, arbol_en_curso& arbol) {
-    const cadena_w raiz = i_base_de_recorrido(base);
-    recorrido directorios(raiz.c_str(), {i_compara_nombres_de_lista, true});
+    const cadena_w texto = i_base_de_recorrido(base);
+    const raiz_de_recorrido raiz(texto.c_str());
+    recorrido directorios(raiz, {i_compara_nombres_de_lista, true});
     nombres_en_curso<wchar_t> ficheros;
     const auto toma = [&](const entrada_leida& entrada) {
         if (entrada.es_directorio()) {

@@ -38,11 +38,10 @@ void entradas_guardadas::ordena(comparacion compara) {
     });
 }
 
-recorrido::recorrido(const wchar_t* raiz, orden en_orden)
-    : dada_(raiz),
+raiz_de_recorrido::raiz_de_recorrido(const wchar_t* dada)
+    : dada_(dada),
       sin_separadores_(dada_.empty() ? vista_w(L".") : i_sin_separadores_finales(dada_)),
-      raiz_(sin_separadores_.c_str()),
-      orden_(en_orden) {}
+      ruta_(sin_separadores_.c_str()) {}
 
 recorrido::~recorrido() {
     while (!niveles_.empty()) {
@@ -77,9 +76,10 @@ cadena_w recorrido::ruta() const {
 }
 
 cadena_w recorrido::ruta(vista_w nombre) const {
-    const bool falta_separador = !dada_.empty() && !acaba_en_separador(dada_);
+    const vista_w dada = raiz_.dada();
+    const bool falta_separador = !dada.empty() && !acaba_en_separador(dada);
     const std::size_t trozos = niveles_.size() + (nombre.empty() ? 0 : 1);
-    std::size_t largo = dada_.size();
+    std::size_t largo = dada.size();
     for (std::size_t i = 1; i < trozos; ++i) {
         largo +=
             (i > 1 || falta_separador ? 1 : 0) + (i < niveles_.size() ? niveles_[i]->nombre : nombre).size();
@@ -90,7 +90,7 @@ cadena_w recorrido::ruta(vista_w nombre) const {
         rasgos_utf16::copy(p, texto.data(), texto.size());
         p += texto.size();
     };
-    escribe(dada_);
+    escribe(dada);
     for (std::size_t i = 1; i < trozos; ++i) {
         escribe(i > 1 || falta_separador ? vista_w(L"\\") : vista_w());
         escribe(i < niveles_.size() ? niveles_[i]->nombre : nombre);
@@ -101,7 +101,7 @@ cadena_w recorrido::ruta(vista_w nombre) const {
 DWORD recorrido::borra_raiz() {
     directorio_abierto& raiz = niveles_[0]->directorio;
     raiz.cierra();
-    return raiz.borra_raiz(raiz_);
+    return raiz.borra_raiz(raiz_.ruta());
 }
 
 }  // namespace lumodir

@@ -45,6 +45,21 @@ private:
     vector_interno<wchar_t> nombres_;
 };
 
+// The root of one walk or of several, tied to its place once. Separators at its end are no part of its name; an empty
+// one is the current directory. The text must outlive it.
+class raiz_de_recorrido {
+public:
+    explicit raiz_de_recorrido(const wchar_t* dada);
+
+    vista_w dada() const noexcept { return dada_; }
+    const ruta_fijada& ruta() const noexcept { return ruta_; }
+
+private:
+    vista_w dada_;
+    cadena_w sin_separadores_;
+    ruta_fijada ruta_;  // of the text before
+};
+
 class recorrido {
 public:
     // In which order the subdirectories of a directory are entered.
@@ -53,9 +68,8 @@ public:
         bool al_reves;
     };
 
-    // Separators at the end of the root are no part of its name; an empty one is the current directory. The text must
-    // outlive the walk.
-    recorrido(const wchar_t* raiz, orden en_orden);
+    // The root must outlive the walk.
+    recorrido(const raiz_de_recorrido& raiz, orden en_orden) noexcept : raiz_(raiz), orden_(en_orden) {}
     recorrido(const recorrido&) = delete;
     recorrido& operator=(const recorrido&) = delete;
     ~recorrido();
@@ -66,7 +80,7 @@ public:
     template <class Toma>
     llegada entra_en_raiz(Toma toma) {
         auto nuevo = objeto<nivel>::crea();
-        codigo_ = nuevo->directorio.abre(raiz_, trato_);
+        codigo_ = nuevo->directorio.abre(raiz_.ruta(), trato_);
         return i_entra(std::move(nuevo), toma);
     }
     template <class Toma>
@@ -96,8 +110,7 @@ public:
     // The path of the current directory itself.
     cadena_w ruta() const;
 
-    const wchar_t* dada() const noexcept { return dada_.data(); }
-    const ruta_fijada& raiz() const noexcept { return raiz_; }
+    const raiz_de_recorrido& raiz() const noexcept { return raiz_; }
     // Closes the root, which was entered, and removes it.
     DWORD borra_raiz();
 
@@ -133,9 +146,7 @@ private:
     }
     llegada i_mete(objeto<nivel> nuevo, const lector_de_directorio& lector, bool leido_algo);
 
-    vista_w dada_;
-    cadena_w sin_separadores_;
-    ruta_fijada raiz_;  // of the text before
+    const raiz_de_recorrido& raiz_;
     orden orden_;
     trato_con_volumen trato_;
     vector_interno<nivel*> niveles_;
