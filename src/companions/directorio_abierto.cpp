@@ -76,12 +76,18 @@ FILETIME i_fecha(const LARGE_INTEGER& fecha) noexcept {
     return {fecha.LowPart, static_cast<DWORD>(fecha.HighPart)};
 }
 
+// Some file systems know only the older of the two questions.
 bool i_atributos_por_manija(HANDLE abierta, DWORD* atributos) noexcept {
     FILE_BASIC_INFO datos;
-    if (!sistema.GetFileInformationByHandleEx(abierta, FileBasicInfo, &datos, sizeof datos)) {
+    if (sistema.GetFileInformationByHandleEx(abierta, FileBasicInfo, &datos, sizeof datos)) {
+        *atributos = datos.FileAttributes;
+        return true;
+    }
+    BY_HANDLE_FILE_INFORMATION de_antes;
+    if (!sistema.GetFileInformationByHandle(abierta, &de_antes)) {
         return false;
     }
-    *atributos = datos.FileAttributes;
+    *atributos = de_antes.dwFileAttributes;
     return true;
 }
 
@@ -123,14 +129,16 @@ vista_w i_sin_final_recortable(vista_w nombre) noexcept {
     return nombre;
 }
 
-// Whether `verdadero` is what the directory `directorio` holds under this name.
+// Whether `verdadero` is what the directory `directorio` holds under this name. A directory's own name, asked for by
+// itself, has lost its end, and bears it where it stands before another.
 bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexcept {
     if (acaba_en(directorio, L"\\")) {
         directorio.remove_suffix(1);
     }
-    return !directorio.empty() && verdadero.size() > directorio.size() &&
-           verdadero[directorio.size()] == L'\\' && empieza_por(verdadero, directorio) &&
-           i_sin_final_recortable(verdadero.substr(directorio.size() + 1)) == i_sin_final_recortable(nombre);
+    const std::size_t barra = verdadero.rfind(L'\\');
+    return !directorio.empty() && barra != vista_w::npos &&
+           i_sin_final_recortable(verdadero.substr(0, barra)) == i_sin_final_recortable(directorio) &&
+           i_sin_final_recortable(verdadero.substr(barra + 1)) == i_sin_final_recortable(nombre);
 }
 
 // A full path that names no entry of a directory: the root of a drive, of a volume or of a share.
@@ -275,7 +283,7 @@ unsigned long long directorio_abierto::i_numero_propio_en_listado() {
 DWORD directorio_abierto::i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
                                             manija_fichero* abierta) {
     if (i_es_intocable(nombre)) {
-        return ERROR_INVALID_NAME;
+        return ERROR_CANT_ACCESS_FILE;  // it is there all the same
     }
     if (!trato_->relativo) {
         return i_abre_por_ruta(nombre, acceso, compartir, opciones, abierta);

@@ -25,10 +25,6 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
         {i_mensaje(i_msg_53951_no_se_puede_borrar_fichero, {fichero}), L"\n", a_vista(motivo)});
 }
 
-bool i_existe(objetivo& cual) {
-    return cual.atributos() != INVALID_FILE_ATTRIBUTES;
-}
-
 bool i_esta_protegido(objetivo& cual) {
     const DWORD atributos = cual.atributos();
     return atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_READONLY) != 0;
@@ -92,7 +88,7 @@ unsigned short i_borra_directorio_si_existe(const wchar_t* nombre, unsigned shor
     if (primero.hecho) {
         return CIERTO;
     }
-    return i_existe(directorio) ? i_insiste_con_directorio(directorio, informar, primero) : FALSO;
+    return directorio.existe() ? i_insiste_con_directorio(directorio, informar, primero) : FALSO;
 }
 
 void i_borra_avisando_en(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short* hay_error) {
@@ -148,7 +144,7 @@ unsigned short i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto
     if (primero.hecho) {
         return CIERTO;
     }
-    if (i_existe(fichero)) {
+    if (fichero.existe()) {
         return i_insiste_con_fichero(fichero, texto_extra, CIERTO, primero);
     }
     const wchar_t* nombre = fichero.texto();
@@ -168,7 +164,7 @@ unsigned short i_borra_directorio_existente(objetivo& directorio) {
     if (primero.hecho) {
         return CIERTO;
     }
-    if (i_existe(directorio)) {
+    if (directorio.existe()) {
         return i_insiste_con_directorio(directorio, CIERTO, primero);
     }
     i_muestra_mensaje(i_msg_53953_no_se_puede_borrar_directorio_que_no_existe, a_vista(directorio.texto()));

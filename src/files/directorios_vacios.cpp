@@ -35,20 +35,26 @@ bool i_nombra_a_otro(vista_w componente) noexcept {
 }
 
 // How many directories of a path lie below its first `largo_base` units, counted from its end up to the first
-// component that names another directory.
+// component that names another directory. One with a "/" behind it is the last: going up from there changes nothing.
 std::size_t i_niveles_bajo_la_base(vista_w directorio, std::size_t largo_base) noexcept {
     std::size_t niveles = 0;
-    for (vista_w resto = i_sin_separadores_finales(directorio); resto.size() > largo_base;) {
+    for (;;) {
+        const vista_w resto = i_sin_separadores_finales(directorio);
+        if (resto.size() <= largo_base) {
+            return niveles;
+        }
         const vista_w componente = resto.substr(resto.find_last_of(L"\\/:") + 1);
         if (componente != L".") {  // the directory itself
             if (componente.empty() || i_nombra_a_otro(componente)) {
-                break;
+                return niveles;
             }
             ++niveles;
+            if (directorio.find(L'/', resto.size()) != vista_w::npos) {
+                return niveles;
+            }
         }
-        resto = i_sin_separadores_finales(resto.substr(0, resto.size() - componente.size()));
+        directorio = resto.substr(0, resto.size() - componente.size());
     }
-    return niveles;
 }
 
 bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
@@ -201,7 +207,8 @@ void lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(const wchar_t* pa
         !es_principio) {
         return;
     }
-    i_borra_mientras_esten_vacios(path_directorio, i_niveles_bajo_la_base(directorio, base.size()));
+    i_borra_mientras_esten_vacios(path_directorio,
+                                  i_niveles_bajo_la_base(a_vista(path_directorio), base.size()));
 }
 
 void lumodir_borra_directorios_de_path_si_estan_vacios(const char* path_directorio,

@@ -22,6 +22,8 @@ public:
     virtual desenlace borra() = 0;
     // INVALID_FILE_ATTRIBUTES when it is not there or cannot be asked.
     virtual DWORD atributos() = 0;
+    // What is there and cannot be asked exists.
+    virtual bool existe() { return atributos() != INVALID_FILE_ATTRIBUTES; }
     // Sets (`modo_lectura`) or clears (`modo_escritura`) the read-only mark.
     virtual bool protege(int modo) = 0;
     // The path as the caller knows it: for messages, reports and the host's callback.
@@ -82,6 +84,11 @@ public:
         DWORD atributos;
         return directorio_.lee_atributos(entrada_, &atributos) == ERROR_SUCCESS ? atributos
                                                                                 : INVALID_FILE_ATTRIBUTES;
+    }
+    bool existe() override {
+        DWORD atributos;
+        const desenlace mirada = {false, directorio_.lee_atributos(entrada_, &atributos)};
+        return !mirada.ya_no_esta();
     }
     bool protege(int modo) override {
         const DWORD antes = atributos();
