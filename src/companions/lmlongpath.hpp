@@ -85,7 +85,8 @@ manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 
-// Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell.
+// Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell, or takes it literally
+// (`\\?\`).
 cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta, lugar donde = lugar::aqui());
 
 // The path without an extended-length prefix (`\\?\C:\x` is `C:\x`, `\\?\UNC\srv\x` is `\\srv\x`); any other path,

@@ -250,12 +250,18 @@ private:
         ::SetLastError(codigo);
         return valor;
     }
-    HANDLE i_abre(const nodo& que, DWORD compartir) {
+    HANDLE i_abre(const nodo& que, DWORD acceso, DWORD compartir) {
         if (que == nullptr) {
             return i_falla(ERROR_FILE_NOT_FOUND, INVALID_HANDLE_VALUE);
         }
         if (que->codigo_al_abrir != ERROR_SUCCESS) {
             return i_falla(que->codigo_al_abrir, INVALID_HANDLE_VALUE);
+        }
+        for (const auto& [clave, abierta] : manijas_) {
+            const bool estorba = (acceso & DELETE) != 0 && (abierta->compartir & FILE_SHARE_DELETE) == 0;
+            if (abierta->que == que && estorba) {
+                return i_falla(ERROR_SHARING_VIOLATION, INVALID_HANDLE_VALUE);
+            }
         }
         auto nueva = std::make_unique<manija>(manija{que, compartir});
         const HANDLE clave = nueva.get();
@@ -277,7 +283,7 @@ private:
         }
         v.aperturas.push_back({texto, false, acceso, compartir, 0});
         const bool sigue = (indicadores & FILE_FLAG_OPEN_REPARSE_POINT) == 0;
-        return v.i_abre(v.i_busca(i_partes(texto), sigue), compartir);
+        return v.i_abre(v.i_busca(i_partes(texto), sigue), acceso, compartir);
     }
     static HANDLE WINAPI i_abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acceso,
                                         DWORD compartir, DWORD opciones, DWORD atributos) {
@@ -309,7 +315,7 @@ private:
         if (que != nullptr && (opciones & FILE_NON_DIRECTORY_FILE) != 0 && que->es_directorio()) {
             return i_falla(ERROR_ACCESS_DENIED, INVALID_HANDLE_VALUE);
         }
-        return v.i_abre(que, compartir);
+        return v.i_abre(que, acceso, compartir);
     }
     static BOOL WINAPI i_cierra(HANDLE h) {
         if (i_yo()->manijas_.erase(h) == 0) {

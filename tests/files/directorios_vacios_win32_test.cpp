@@ -2,6 +2,7 @@
 #include "apoyo/borrados_vistos.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/volumen_falso.hpp"
 #include "lumodir.h"
 
 using namespace apoyo;
@@ -184,14 +185,133 @@ TEST(directorios_vacios, barras_hacia_delante_no_dan_vueltas_sin_fin) {
     toma_informes();
 }
 
+// However base and directory are spelled: the base stays, and what lies above it.
+TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
+    const directorio_temporal d;
+    wchar_t antes[MAX_PATH];
+    ::GetCurrentDirectoryW(MAX_PATH, antes);
+    ::SetCurrentDirectoryW(d.ruta_w().c_str());
+    const std::string raiz = d.ruta();
+    const std::string sin_unidad = raiz.substr(2);
+    struct fila {
+        std::string directorio;
+        std::string base;
+    };
+    const fila filas[] = {
+        {raiz + "\\\\base\\a\\b", raiz + "\\base"},
+        {raiz + "\\x\\..\\base\\a\\b", raiz + "\\base"},
+        {"\\\\?\\" + raiz + "\\base\\a\\b", raiz + "\\base"},
+        {"\\\\.\\" + raiz + "\\base\\a\\b", raiz + "\\base"},
+        {raiz + "\\base\\a\\b", sin_unidad + "\\base"},
+        {raiz + "\\base\\a\\b", "base"},
+        {raiz + "\\base\\a\\b", " "},
+        {raiz + "\\base\\a\\b", ""},
+        {raiz + "\\base", raiz + "\\base\\"},
+        {"base\\a\\b", "base"},
+        {"base/a/b", "base"},
+        {sin_unidad + "\\base\\a\\b", sin_unidad + "\\base"},
+        {raiz + "\\base\\a\\b\\..", raiz + "\\base"},
+        {raiz + "\\base\\a\\b\\..\\..", raiz + "\\base"},
+        {raiz + "\\base\\a\\..\\..\\base\\a", raiz + "\\base"},
+        {raiz + "\\base\\a", raiz + "\\bas"},
+    };
+    for (const fila& caso : filas) {
+        for (const bool ancha : {true, false}) {
+            d.directorio("base\\a\\b");
+            d.directorio("x");
+            sube(ancha, caso.directorio, &caso.base);
+            // The beginning of another name is no base, but no directory above it is at risk either.
+            EXPECT_TRUE(d.existe("base") || caso.base == raiz + "\\bas")
+                << caso.directorio << " " << caso.base;
+            EXPECT_TRUE(d.existe("")) << caso.directorio << " " << caso.base;
+            if (!toma_informes().empty()) {
+                EXPECT_TRUE(d.existe("base\\a\\b")) << "removed after a report: " << caso.directorio;
+            }
+        }
+    }
+    ::SetCurrentDirectoryW(antes);
+}
+
+// With the prefix a name counts as it is written.
+TEST(directorios_vacios, con_el_prefijo_el_final_de_un_nombre_no_se_recorta) {
+    for (const char* nombre : {"b.", "b ", "b.."}) {
+        const directorio_temporal d;
+        d.directorio("a\\b");
+        d.directorio(std::string("a\\") + nombre);
+        ASSERT_EQ(d.arbol().size(), 3u);
+        const std::string base = "\\\\?\\" + d.ruta("a");
+        sube(true, base + "\\" + nombre, &base);
+        EXPECT_EQ(d.arbol(), (lista{"a\\", "a\\b\\"})) << "'" << nombre << "'";
+    }
+}
+
+TEST(directorios_vacios, un_enlace_detiene_la_subida_y_lo_de_detras_se_queda) {
+    volumen_falso v;
+    v.pon("C:\\fuera\\c", {});
+    v.pon("C:\\a", {{"b", enlace_dir, IO_REPARSE_TAG_MOUNT_POINT, "C:\\fuera"}});
+    const std::string base = "C:\\a";
+    sube(true, "C:\\a\\b\\c", &base);
+    sube(true, "C:\\a\\b", &base);
+    EXPECT_EQ(v.arbol("C:"), (lista{"fuera\\", "fuera\\c\\", "a\\", "a\\b\\"}));
+    EXPECT_EQ(v.borrados, lista{});
+}
+
+TEST(directorios_vacios, un_cambio_en_cualquier_momento_no_lleva_fuera) {
+    for (const DWORD rechazo : {DWORD{0}, DWORD{ERROR_NOT_SUPPORTED}}) {
+        for (const char* victima : {"C:\\a", "C:\\a\\b", "C:\\a\\b\\c"}) {
+            unsigned van = 0;
+            for (unsigned n = 1; n <= van + 1; ++n) {
+                ASSERT_LT(n, 200u);
+                volumen_falso v;
+                v.pon("C:\\a\\b\\c", {});
+                v.pon("C:\\fuera\\b\\c", {});
+                v.pon("C:\\fuera\\c", {});
+                v.rechaza_relativo = rechazo;
+                van = 0;
+                v.al_abrir = [&](const std::string&) {
+                    if (++van == n && v.hay(victima)) {
+                        v.cambia(victima, {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"});
+                    }
+                };
+                const std::string base = "C:\\a";
+                sube(true, "C:\\a\\b\\c", &base);
+                EXPECT_EQ(v.arbol("C:\\fuera"), (lista{"b\\", "b\\c\\", "c\\"})) << victima << " at " << n;
+                EXPECT_TRUE(v.hay("C:\\a")) << victima << " at " << n;
+                EXPECT_EQ(v.abiertas(), 0u);
+            }
+        }
+    }
+}
+
+TEST(directorios_vacios, un_directorio_de_solo_lectura_se_quita_tambien) {
+    for (const bool se_queda : {false, true}) {
+        constexpr DWORD marcado = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
+        volumen_falso v;
+        v.pon("C:\\a\\b\\c", {});
+        v["C:\\a\\b\\c"].atributos = marcado;
+        v["C:\\a\\b\\c"].codigo_al_borrar = se_queda ? ERROR_ACCESS_DENIED : 0;
+        const std::string base = "C:\\a";
+        sube(true, "C:\\a\\b\\c", &base);
+        EXPECT_EQ(v.arbol("C:\\a"), se_queda ? (lista{"b\\", "b\\c\\"}) : lista{});
+        EXPECT_TRUE(!se_queda || v["C:\\a\\b\\c"].atributos == marcado);
+    }
+}
+
 TEST(directorios_vacios, la_base_no_se_borra_nunca_falle_lo_que_falle) {
     const directorio_temporal d;
     const std::string base = d.ruta("a");
-    con_cada_fallo([&] { d.directorio("a\\b\\c"); }, [&] { sube(true, d.ruta("a\\b\\c"), &base); },
-                   [&](const ronda& r) {
-                       EXPECT_TRUE(d.existe("a")) << r;
-                       EXPECT_TRUE(!r.limpia || !d.existe("a\\b"));
-                       toma_informes();
-                       EXPECT_EQ(toma_avisos(), lista{});
-                   });
+    con_cada_fallo(
+        [&] {
+            d.directorio("a\\b\\c");
+            d.pon_atributos("a\\b\\c", FILE_ATTRIBUTE_READONLY);
+            d.directorio("otro");
+        },
+        [&] { sube(true, d.ruta("a\\b\\c"), &base); },
+        [&](const ronda& r) {
+            EXPECT_TRUE(d.existe("a")) << r;
+            EXPECT_TRUE(d.existe("otro")) << r;
+            EXPECT_TRUE(!r.limpia || !d.existe("a\\b"));
+            toma_informes();
+            EXPECT_EQ(toma_avisos(), lista{});
+        });
 }

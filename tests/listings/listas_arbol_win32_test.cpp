@@ -298,5 +298,6 @@ TEST(listas_arbol, ningun_fallo_del_sistema_deja_nada_abierto) {
                                << r;
                        }
                        toma_informes();
+                       EXPECT_EQ(d.arbol(), (nombres{"a\\", "a\\1", "b\\", "b\\2"})) << r;
                    });
 }
