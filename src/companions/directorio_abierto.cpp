@@ -78,12 +78,18 @@ FILETIME i_fecha(const LARGE_INTEGER& fecha) noexcept {
     return {fecha.LowPart, static_cast<DWORD>(fecha.HighPart)};
 }
 
+// Some file systems know only the older of the two questions.
 bool i_atributos_por_manija(HANDLE abierta, DWORD* atributos) noexcept {
     FILE_BASIC_INFO datos;
-    if (!sistema.GetFileInformationByHandleEx(abierta, FileBasicInfo, &datos, sizeof datos)) {
+    if (sistema.GetFileInformationByHandleEx(abierta, FileBasicInfo, &datos, sizeof datos)) {
+        *atributos = datos.FileAttributes;
+        return true;
+    }
+    BY_HANDLE_FILE_INFORMATION de_antes;
+    if (!sistema.GetFileInformationByHandle(abierta, &de_antes)) {
         return false;
     }
-    *atributos = datos.FileAttributes;
+    *atributos = de_antes.dwFileAttributes;
     return true;
 }
 

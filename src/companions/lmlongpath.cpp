@@ -303,6 +303,10 @@ DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD s
 }
 
 cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta, lugar donde) {
+    // Asked for its full form, the system would cut the end of what it takes literally in every other call.
+    if (empieza_por(vista_w(ruta.c_str()), prefijo_largo)) {
+        return cadena_w(vista_w(ruta.c_str()), donde);
+    }
     cadena_w completa = i_forma_completa(ruta.c_str(), MAX_PATH, donde);
     return completa.es_nula() ? cadena_w(vista_w(ruta.c_str()), donde) : std::move(completa);
 }

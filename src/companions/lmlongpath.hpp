@@ -111,7 +111,8 @@ manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 
-// Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell.
+// Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell, or takes it literally
+// (`\\?\`).
 cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta, lugar donde = lugar::aqui());
 // The full form with the extended-length prefix, whatever its length: names put behind it are taken to the letter,
 // final blanks and points and names of devices included. A NULL string when the system cannot tell.

@@ -98,11 +98,8 @@ public:
     explicit pasada_silenciosa(ArrCADENA_u* sin_borrar) noexcept : sin_borrar_(sin_borrar) {}
 
     bool fichero(entrada_de_arbol& fichero) override {
-        if (!i_borra(fichero)) {
-            quedan_ficheros_ = true;
-            if (sin_borrar_ != nullptr) {
-                sin_borrar_->anade(cadena_w(vista_w(fichero.texto())));
-            }
+        if (!i_borra(fichero) && sin_borrar_ != nullptr) {
+            sin_borrar_->anade(cadena_w(vista_w(fichero.texto())));
         }
         return true;
     }
@@ -123,10 +120,13 @@ public:
         if (intento.hecho) {
             return true;
         }
-        // What was left on purpose, or listed, keeps its directory for good.
-        resultado_.visto_todo = resultado_.visto_todo && como != llegada::cerrado;
-        resultado_.otra_pasada = resultado_.otra_pasada ||
-                                 (resultado_.visto_todo && !quedan_ficheros_ && i_pasara(intento.codigo));
+        const bool pasara = i_pasara(intento.codigo);
+        if (como == llegada::cerrado) {
+            resultado_.visto_todo = false;
+            dejado_para_siempre_ = dejado_para_siempre_ || !pasara;
+        }
+        // What is left on purpose keeps its directories for good.
+        resultado_.otra_pasada = resultado_.otra_pasada || (pasara && !dejado_para_siempre_);
         return false;
     }
     resultado_de_pasada& resultado() noexcept { return resultado_; }
@@ -147,7 +147,7 @@ private:
     }
 
     ArrCADENA_u* sin_borrar_;
-    bool quedan_ficheros_ = false;
+    bool dejado_para_siempre_ = false;
     resultado_de_pasada resultado_;
 };
 

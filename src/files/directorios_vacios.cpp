@@ -37,20 +37,26 @@ bool i_nombra_a_otro(vista_w componente) noexcept {
 }
 
 // How many directories of a path lie below its first `largo_base` units, counted from its end up to the first
-// component that names another directory.
+// component that names another directory. One with a "/" behind it is the last: going up from there changes nothing.
 std::size_t i_niveles_bajo_la_base(vista_w directorio, std::size_t largo_base) noexcept {
     std::size_t niveles = 0;
-    for (vista_w resto = i_sin_separadores_finales(directorio); resto.size() > largo_base;) {
+    for (;;) {
+        const vista_w resto = i_sin_separadores_finales(directorio);
+        if (resto.size() <= largo_base) {
+            return niveles;
+        }
         const vista_w componente = resto.substr(resto.find_last_of(L"\\/:") + 1);
         if (componente != L".") {  // the directory itself
             if (componente.empty() || i_nombra_a_otro(componente)) {
-                break;
+                return niveles;
             }
             ++niveles;
+            if (directorio.find(L'/', resto.size()) != vista_w::npos) {
+                return niveles;
+            }
         }
-        resto = i_sin_separadores_finales(resto.substr(0, resto.size() - componente.size()));
+        directorio = resto.substr(0, resto.size() - componente.size());
     }
-    return niveles;
 }
 
 bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
@@ -169,14 +175,38 @@ std::size_t i_niveles_entre(vista_w completa, vista_w base) noexcept {
     return niveles;
 }
 
-// The base as the system has it: nothing is the current directory, and a drive alone is its root where the directory
-// begins there.
-cadena_w i_base_completa(vista_w base, vista_w directorio) {
-    const bool es_raiz =
-        acaba_en(base, L":") && directorio.size() > base.size() && es_separador(directorio[base.size()]);
-    const cadena_w texto = base.empty() ? cadena_w(L".") : concatena<wchar_t>({base, es_raiz ? L"\\" : L""});
-    return lmlongpath_forma_completa(texto.c_str());
-}
+// What a directory and its base are relative to, asked for once: both mean the same place, whoever changes the current
+// directory meanwhile.
+class ancla {
+public:
+    explicit ancla(vista_w directorio) {
+        const bool con_unidad = directorio.size() >= 2 && directorio[1] == L':';
+        const bool de_raiz = es_separador(directorio[con_unidad ? 2 : 0]);
+        const bool compartida =
+            !con_unidad && de_raiz && directorio.size() > 1 && es_separador(directorio[1]);
+        if (compartida || (con_unidad && de_raiz)) {
+            return;  // it depends on nothing
+        }
+        cortado_ = con_unidad ? 2 : 0;
+        const cadena_w texto =
+            de_raiz ? cadena_w(L"\\") : concatena<wchar_t>({directorio.substr(0, cortado_), L"."});
+        lugar_ = lmlongpath_forma_completa(texto.c_str());
+    }
+
+    // The full form of the directory, or of what it begins with.
+    cadena_w completa(vista_w texto) const {
+        const vista_w resto = texto.substr(std::min(cortado_, texto.size()));
+        const bool es_unidad = lugar_.es_nula() && acaba_en(texto, L":");
+        const cadena_w entero = lugar_.es_nula()
+                                    ? concatena<wchar_t>({texto, es_unidad ? L"\\" : L""})
+                                    : concatena<wchar_t>({i_sin_separadores_finales(lugar_), L"\\", resto});
+        return lmlongpath_forma_completa(entero.c_str());
+    }
+
+private:
+    std::size_t cortado_ = 0;
+    cadena_w lugar_;
+};
 
 // Cuts the last directories off a full path that bears no separator at its end.
 vista_w i_sin_ultimos(vista_w completa, std::size_t niveles) noexcept {
@@ -187,12 +217,12 @@ vista_w i_sin_ultimos(vista_w completa, std::size_t niveles) noexcept {
 }
 
 void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada) {
-    const vista_w dado = i_sin_separadores_finales(a_vista(directorio));
-    const cadena_w forma = lmlongpath_forma_completa(directorio);
+    const ancla donde_empieza(a_vista(directorio));
+    const cadena_w forma = donde_empieza.completa(a_vista(directorio));
     const vista_w completa = i_sin_separadores_finales(forma);
     // The text may go up and come back through the base; the system's form says where it does not.
-    const std::size_t niveles = std::min(i_niveles_bajo_la_base(dado, base_dada.size()),
-                                         i_niveles_entre(completa, i_base_completa(base_dada, dado)));
+    const std::size_t niveles = std::min(i_niveles_bajo_la_base(a_vista(directorio), base_dada.size()),
+                                         i_niveles_entre(completa, donde_empieza.completa(base_dada)));
     if (niveles == 0) {
         return;
     }

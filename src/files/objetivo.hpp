@@ -83,7 +83,9 @@ public:
         if (codigo == ERROR_SUCCESS) {
             return {existencia::estado::hay, ERROR_SUCCESS, atributos};
         }
-        return {i_dice_que_falta(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe, codigo,
+        // The entry was there to be read: only what says that it is gone counts as that.
+        const bool falta = codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND;
+        return {falta ? existencia::estado::falta : existencia::estado::no_se_sabe, codigo,
                 INVALID_FILE_ATTRIBUTES};
     }
     bool protege(int modo) override {

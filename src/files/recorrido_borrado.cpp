@@ -20,6 +20,14 @@ bool i_recorre_ficheros(recorrido& arbol, visitante_borrado& visitante) {
     return true;
 }
 
+// Windows cuts blanks and points where a path ends, so that it names another directory than the text says. With the
+// prefix nothing is cut.
+bool i_se_recorta(vista_w raiz) noexcept {
+    const vista_w nombre = raiz.substr(raiz.find_last_of(L"\\/:") + 1);
+    return !empieza_por(raiz, L"\\\\?\\") &&
+           (acaba_en(nombre, L" ") || (nombre.size() > 2 && acaba_en(nombre, L"..")));
+}
+
 bool i_se_ha_entrado(llegada como) noexcept {
     return como == llegada::leido || como == llegada::a_medias;
 }
@@ -40,17 +48,29 @@ desenlace raiz_de_arbol::borra() {
         return {codigo == ERROR_SUCCESS, codigo};
     }
     // A link goes itself; where the system would follow it, it stays.
-    if (como_ == llegada::falta || sistema.sigue_enlaces()) {
+    if (como_ == llegada::falta || sistema.sigue_enlaces() ||
+        i_se_recorta(vista_w(arbol_.raiz().ruta().dada()))) {
         return {false, arbol_.codigo()};
     }
     const bool hecho = lmlongpath_RemoveDirectoryW(arbol_.raiz().ruta(), &codigo) != FALSE;
     return {hecho, codigo};
 }
 
+existencia raiz_de_arbol::mira() {
+    return como_ == llegada::falta
+               ? existencia{existencia::estado::falta, arbol_.codigo(), INVALID_FILE_ATTRIBUTES}
+               : i_existencia(arbol_.raiz().ruta());
+}
+
 llegada i_recorre_para_borrar(recorrido& arbol, subdirectorios cuales, visitante_borrado& visitante) {
     const auto toma = [cuales](const entrada_leida& entrada) {
         return !entrada.es_directorio() || i_interesa(entrada.nombre, cuales);
     };
+    if (i_se_recorta(vista_w(arbol.raiz().ruta().dada()))) {
+        return lmlongpath_GetFileAttributesW(arbol.raiz().ruta()) == INVALID_FILE_ATTRIBUTES
+                   ? llegada::falta
+                   : llegada::cerrado;
+    }
     const llegada raiz = arbol.entra_en_raiz(toma);
     if (!i_se_ha_entrado(raiz) || !i_recorre_ficheros(arbol, visitante)) {
         return raiz;

@@ -37,7 +37,7 @@ public:
     raiz_de_arbol(recorrido& arbol, llegada como) noexcept : arbol_(arbol), como_(como) {}
 
     desenlace borra() override;
-    existencia mira() override { return i_existencia(arbol_.raiz().ruta()); }
+    existencia mira() override;
     bool protege(int modo) override { return lmlongpath_wchmod(arbol_.raiz().ruta(), modo) == 0; }
     const wchar_t* texto() override { return arbol_.raiz().dada().data(); }
 

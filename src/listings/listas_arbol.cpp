@@ -89,8 +89,9 @@ void i_lista_arbol(vista_w base, const filtro_extension& filtro, registros cuale
         const llegada como = directorios.entra_en_hijo(toma);
         if (se_ha_entrado(como)) {
             anota(directorios.ruta());
-        } else if (como == llegada::cerrado && directorios.codigo() != ERROR_CANT_ACCESS_FILE) {
-            anota(directorios.ruta(directorios.ultimo_hijo().nombre));  // one that may not be read
+        } else if (directorios.codigo() != ERROR_CANT_ACCESS_FILE) {
+            anota(directorios.ruta(
+                directorios.ultimo_hijo().nombre));  // it may not be read, or is gone already
         }
     }
 }

@@ -81,7 +81,7 @@ public:
     llegada entra_en_raiz(Toma toma) {
         auto nuevo = objeto<nivel>::crea();
         codigo_ = nuevo->directorio.abre(raiz_.ruta(), trato_);
-        return i_entra(std::move(nuevo), toma);
+        return i_entra(std::move(nuevo), toma, i_dice_que_falta(codigo_));
     }
     template <class Toma>
     llegada entra_en_hijo(Toma toma) {
@@ -90,7 +90,9 @@ public:
         auto nuevo = objeto<nivel>::crea();
         nuevo->nombre = cual.nombre;
         codigo_ = nuevo->directorio.abre(arriba.directorio, cual);
-        return i_entra(std::move(nuevo), toma);
+        // Its entry was there to be read: only what says that it is gone counts as that.
+        return i_entra(std::move(nuevo), toma,
+                       codigo_ == ERROR_FILE_NOT_FOUND || codigo_ == ERROR_PATH_NOT_FOUND);
     }
     // Why the directory that was tried last was not entered.
     DWORD codigo() const noexcept { return codigo_; }
@@ -129,9 +131,9 @@ private:
         return orden_.al_reves ? cima().hijos.num() - 1 - paso : paso;
     }
     template <class Toma>
-    llegada i_entra(objeto<nivel> nuevo, Toma& toma) {
+    llegada i_entra(objeto<nivel> nuevo, Toma& toma, bool falta) {
         if (codigo_ != ERROR_SUCCESS) {
-            return i_dice_que_falta(codigo_) ? llegada::falta : llegada::cerrado;
+            return falta ? llegada::falta : llegada::cerrado;
         }
         lector_de_directorio lector(nuevo->directorio);
         entrada_leida entrada;
@@ -150,7 +152,7 @@ private:
     orden orden_;
     trato_con_volumen trato_;
     vector_interno<nivel*> niveles_;
-    DWORD codigo_ = ERROR_SUCCESS;
+    DWORD codigo_ = ERROR_CANT_ACCESS_FILE;  // nothing has been tried yet
 };
 
 }  // namespace lumodir

@@ -39,8 +39,13 @@ const std::map<std::string, std::set<std::string>> sin_tabla = {
     {"LCMapStringEx", {"plataforma_win32.cpp"}},
     {"LoadLibraryW", {"nombre_largo.cpp"}},
     {"MultiByteToWideChar", {"plataforma_win32.cpp"}},
+    // Each inside the one entry of the table that is made of it.
+    {"NtOpenFile", {"sistema.cpp"}},
+    {"NtQueryInformationFile", {"sistema.cpp"}},
+    {"NtQueryObject", {"sistema.cpp"}},
     {"OutputDebugStringW", {"plataforma_win32.cpp"}},
     {"QueryPerformanceCounter", {"azar.cpp"}},
+    {"RtlNtStatusToDosError", {"sistema.cpp"}},
     {"Sleep", {"plataforma_win32.cpp"}},
     {"TerminateProcess", {"plataforma_win32.cpp"}},
     {"WideCharToMultiByte", {"plataforma_win32.cpp"}},

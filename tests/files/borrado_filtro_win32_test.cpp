@@ -1,6 +1,8 @@
 // Deleting what a search pattern finds.
+#include "apoyo/borrados_vistos.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/volumen_falso.hpp"
 #include "cdir.h"
 
 using namespace apoyo;
@@ -73,11 +75,14 @@ TEST(borrado_filtro, cada_fichero_tiene_un_intento_y_los_fallos_se_callan) {
     const directorio_temporal d;
     d.fichero("a.tmp");
     d.fichero("b.tmp");
-    fallos libro;
-    libro.falla_siempre("DeleteFileW", ERROR_SHARING_VIOLATION, 1);
+    borrados_vistos vistos;
+    vistos.falla = [](const std::string& ruta, bool) {
+        return ruta.ends_with("\\a.tmp") ? DWORD{ERROR_SHARING_VIOLATION} : 0;
+    };
     cdir_delete_ficheros_UNICODE(d.ruta_w("*.tmp").c_str());
-    EXPECT_EQ(libro.cuenta("DeleteFileW"), 2u);
-    EXPECT_EQ(d.arbol().size(), 1u);
+    std::sort(vistos.rutas.begin(), vistos.rutas.end());
+    EXPECT_EQ(vistos.rutas, (lista{d.ruta("a.tmp"), d.ruta("b.tmp")}));
+    EXPECT_EQ(d.arbol(), lista{"a.tmp"});
     EXPECT_EQ(toma_esperas().size(), 0u);
 }
 
@@ -96,6 +101,8 @@ TEST(borrado_filtro, un_filtro_nulo_vacio_o_en_blanco_se_informa_y_no_borra_nada
             << "'" << blanco << "'";
     }
     EXPECT_EQ(libro.cuenta("DeleteFileW"), 0u);
+    EXPECT_EQ(libro.cuenta("abre_entrada"), 0u);
+    EXPECT_EQ(libro.cuenta("SetFileInformationByHandle"), 0u);
 }
 
 TEST(borrado_filtro, rutas_largas) {
@@ -108,17 +115,74 @@ TEST(borrado_filtro, rutas_largas) {
     EXPECT_TRUE(d.existe(larga + "\\x.txt"));
 }
 
+// What the system finds under a pattern may be a name whose end it would cut from a path: then that of another file.
+TEST(borrado_filtro, se_borra_el_nombre_que_se_encontro_y_no_el_recortado) {
+    for (const char* filtro : {"f.txt?", "g?", "h??", "*.txt*"}) {
+        const directorio_temporal d;
+        for (const char* nombre : {"f.txt", "f.txt ", "g", "g.", "h", "h  "}) {
+            d.fichero(nombre);
+        }
+        lista queda = d.arbol();
+        ASSERT_EQ(queda.size(), 6u);
+        WIN32_FIND_DATAW datos;
+        const HANDLE h = ::FindFirstFileW(d.ruta_w(filtro).c_str(), &datos);
+        ASSERT_NE(h, INVALID_HANDLE_VALUE) << filtro;
+        do {
+            std::erase(queda, u8(datos.cFileName));
+        } while (::FindNextFileW(h, &datos));
+        ::FindClose(h);
+        cdir_delete_ficheros_UNICODE(d.ruta_w(filtro).c_str());
+        toma_informes();
+        EXPECT_EQ(d.arbol(), queda) << filtro;
+    }
+}
+
+TEST(borrado_filtro, los_nombres_no_son_caminos_y_el_directorio_es_el_que_se_busco) {
+    for (const DWORD rechazo : {DWORD{0}, DWORD{ERROR_INVALID_FUNCTION}}) {
+        volumen_falso v;
+        v.pon("C:\\fuera", {{"a"}, {"v"}});
+        v.pon("C:\\d", {{"f "}, {"..\\v"}, {"../fuera/a"}, {"con"}, {"sub", FILE_ATTRIBUTE_DIRECTORY}});
+        v.pon("C:", {{"v"}});
+        v.rechaza_relativo = rechazo;
+        v.rechaza_posix = rechazo;
+        cdir_delete_ficheros_UNICODE(L"C:\\d\\*");
+        EXPECT_EQ(v.arbol("C:\\d"), (lista{"..\\v", "../fuera/a", "sub\\"}));
+        EXPECT_TRUE(v.hay("C:\\v"));
+        EXPECT_EQ(v.arbol("C:\\fuera"), (lista{"a", "v"}));
+        EXPECT_EQ(v.abiertas(), 0u);
+    }
+    // A directory that is swapped once its files have been found.
+    for (unsigned n = 1; n <= 6; ++n) {
+        volumen_falso v;
+        v.pon("C:\\fuera", {{"a"}, {"b"}});
+        v.pon("C:\\d", {{"a"}, {"b"}, {"c"}});
+        unsigned van = 0;
+        v.al_abrir = [&](const std::string&) {
+            if (++van == n + 1) {
+                v.cambia("C:\\d", {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"});
+            }
+        };
+        cdir_delete_ficheros_UNICODE(L"C:\\d\\*");
+        EXPECT_EQ(v.arbol("C:\\fuera"), (lista{"a", "b"})) << n;
+    }
+}
+
 TEST(borrado_filtro, con_cualquier_llamada_fallando_no_se_borra_de_mas) {
     const directorio_temporal d;
     con_cada_fallo(
         [&] {
             d.fichero("a.tmp");
             d.fichero("b.txt");
+            d.fichero("protegido.tmp", "x", FILE_ATTRIBUTE_READONLY);
+            d.fichero("sub.tmp\\c.tmp");
         },
         [&] { cdir_delete_ficheros_UNICODE(d.ruta_w("*.tmp").c_str()); },
         [&](const ronda& r) {
             EXPECT_TRUE(d.existe("b.txt")) << r;
             EXPECT_TRUE(!r.limpia || !d.existe("a.tmp"));
+            EXPECT_TRUE(d.es_de_solo_lectura("protegido.tmp")) << r;
+            EXPECT_TRUE(d.existe("sub.tmp\\c.tmp")) << r;
+            d.limpia();
             toma_informes();
         });
 }

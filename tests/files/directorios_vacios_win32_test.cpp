@@ -1,6 +1,8 @@
 // Removing a directory and its ancestors while they are empty.
+#include "apoyo/borrados_vistos.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/volumen_falso.hpp"
 #include "lumodir.h"
 
 using namespace apoyo;
@@ -80,9 +82,9 @@ TEST(directorios_vacios, otra_escritura_de_la_base_no_la_borra) {
         const directorio_temporal d;
         d.directorio("a");
         const std::string base = d.ruta("a");
-        fallos libro;
+        const borrados_vistos vistos;
         sube(true, d.ruta(directorio), &base);
-        EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), 0u) << directorio;
+        EXPECT_EQ(vistos.rutas, lista{}) << directorio;
         EXPECT_TRUE(d.existe("a")) << directorio;
     }
 }
@@ -108,10 +110,9 @@ TEST(directorios_vacios, un_directorio_con_punto_no_cuenta_pero_detiene_el_borra
     const directorio_temporal d;
     d.directorio("a\\b\\.git");
     const std::string base = d.ruta("a");
-    fallos libro;
+    const borrados_vistos vistos;
     sube(true, d.ruta("a\\b"), &base);
-    EXPECT_EQ(libro.rutas("RemoveDirectoryW"), lista{d.ruta("a\\b")})
-        << "tried, refused by the system, given up";
+    EXPECT_EQ(vistos.rutas, lista{d.ruta("a\\b")}) << "tried, refused by the system, given up";
     EXPECT_TRUE(d.existe("a\\b\\.git"));
     EXPECT_EQ(toma_esperas().size(), 0u);
 }
@@ -123,21 +124,31 @@ TEST(directorios_vacios, sin_base_se_para_en_la_unidad) {
     sube(true, d.ruta("a\\b"), nullptr);
     EXPECT_EQ(d.arbol(), lista{"ancla.txt"});
     // Nothing exists on the way up to the drive: nothing is removed and nothing said.
+    const borrados_vistos vistos;
     fallos libro;
     sube(true, "Q:\\no\\hay\\nada", nullptr);
-    EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), 0u);
     sube(false, "Q:", nullptr);
+    EXPECT_EQ(vistos.rutas, lista{});
     EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), 0u);
+    EXPECT_EQ(libro.manijas_abiertas(), 0u);
 }
 
-TEST(directorios_vacios, una_base_que_no_es_principio_se_informa_y_no_detiene) {
-    const directorio_temporal d;
-    d.directorio("a\\b\\c");
-    d.fichero("a\\b\\ancla.txt");
-    const std::string base = d.ruta("z");
-    sube(true, d.ruta("a\\b\\c"), &base);
-    ESPERA_INFORMES(no_es_principio);
-    EXPECT_EQ(d.arbol(), (lista{"a\\", "a\\b\\", "a\\b\\ancla.txt"}));
+TEST(directorios_vacios, una_base_que_no_es_principio_se_informa_y_no_se_quita_nada) {
+    for (const char* otra : {"z", "a\\c", "a\\b\\c\\..", " "}) {
+        for (const bool ancha : {true, false}) {
+            const directorio_temporal d;
+            d.directorio("a\\b\\c");
+            d.directorio("z");
+            const borrados_vistos vistos;
+            const std::string base = std::string(otra) == " " ? otra : d.ruta(otra);
+            sube(ancha, d.ruta("a\\b\\c"), &base);
+            const lista informes = toma_expresiones();
+            ASSERT_FALSE(informes.empty()) << otra;
+            EXPECT_EQ(informes[0], no_es_principio) << otra;
+            EXPECT_EQ(vistos.rutas, lista{}) << otra;
+            EXPECT_EQ(d.arbol(), (lista{"a\\", "a\\b\\", "a\\b\\c\\", "z\\"})) << otra;
+        }
+    }
 }
 
 TEST(directorios_vacios, una_base_mas_larga_se_informa_y_no_se_sube) {
@@ -170,18 +181,137 @@ TEST(directorios_vacios, barras_hacia_delante_no_dan_vueltas_sin_fin) {
     }
     const std::string base = ruta.substr(0, ruta.size() - 4);
     sube(true, ruta, &base);
-    EXPECT_TRUE(d.existe("a"));
+    EXPECT_EQ(d.arbol(), lista{"a\\"}) << "from a name with a slash behind it there is no going up";
     toma_informes();
+}
+
+// However base and directory are spelled: the base stays, and what lies above it.
+TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
+    const directorio_temporal d;
+    wchar_t antes[MAX_PATH];
+    ::GetCurrentDirectoryW(MAX_PATH, antes);
+    ::SetCurrentDirectoryW(d.ruta_w().c_str());
+    const std::string raiz = d.ruta();
+    const std::string sin_unidad = raiz.substr(2);
+    struct fila {
+        std::string directorio;
+        std::string base;
+    };
+    const fila filas[] = {
+        {raiz + "\\\\base\\a\\b", raiz + "\\base"},
+        {raiz + "\\x\\..\\base\\a\\b", raiz + "\\base"},
+        {"\\\\?\\" + raiz + "\\base\\a\\b", raiz + "\\base"},
+        {"\\\\.\\" + raiz + "\\base\\a\\b", raiz + "\\base"},
+        {raiz + "\\base\\a\\b", sin_unidad + "\\base"},
+        {raiz + "\\base\\a\\b", "base"},
+        {raiz + "\\base\\a\\b", " "},
+        {raiz + "\\base\\a\\b", ""},
+        {raiz + "\\base", raiz + "\\base\\"},
+        {"base\\a\\b", "base"},
+        {"base/a/b", "base"},
+        {sin_unidad + "\\base\\a\\b", sin_unidad + "\\base"},
+        {raiz + "\\base\\a\\b\\..", raiz + "\\base"},
+        {raiz + "\\base\\a\\b\\..\\..", raiz + "\\base"},
+        {raiz + "\\base\\a\\..\\..\\base\\a", raiz + "\\base"},
+        {raiz + "\\base\\a", raiz + "\\bas"},
+    };
+    for (const fila& caso : filas) {
+        for (const bool ancha : {true, false}) {
+            d.directorio("base\\a\\b");
+            d.directorio("x");
+            sube(ancha, caso.directorio, &caso.base);
+            // The beginning of another name is no base, but no directory above it is at risk either.
+            EXPECT_TRUE(d.existe("base") || caso.base == raiz + "\\bas")
+                << caso.directorio << " " << caso.base;
+            EXPECT_TRUE(d.existe("")) << caso.directorio << " " << caso.base;
+            if (!toma_informes().empty()) {
+                EXPECT_TRUE(d.existe("base\\a\\b")) << "removed after a report: " << caso.directorio;
+            }
+        }
+    }
+    ::SetCurrentDirectoryW(antes);
+}
+
+// With the prefix a name counts as it is written.
+TEST(directorios_vacios, con_el_prefijo_el_final_de_un_nombre_no_se_recorta) {
+    for (const char* nombre : {"b.", "b ", "b.."}) {
+        const directorio_temporal d;
+        d.directorio("a\\b");
+        d.directorio(std::string("a\\") + nombre);
+        ASSERT_EQ(d.arbol().size(), 3u);
+        const std::string base = "\\\\?\\" + d.ruta("a");
+        sube(true, base + "\\" + nombre, &base);
+        EXPECT_EQ(d.arbol(), (lista{"a\\", "a\\b\\"})) << "'" << nombre << "'";
+    }
+}
+
+TEST(directorios_vacios, un_enlace_detiene_la_subida_y_lo_de_detras_se_queda) {
+    volumen_falso v;
+    v.pon("C:\\fuera\\c", {});
+    v.pon("C:\\a", {{"b", enlace_dir, IO_REPARSE_TAG_MOUNT_POINT, "C:\\fuera"}});
+    const std::string base = "C:\\a";
+    sube(true, "C:\\a\\b\\c", &base);
+    sube(true, "C:\\a\\b", &base);
+    EXPECT_EQ(v.arbol("C:"), (lista{"fuera\\", "fuera\\c\\", "a\\", "a\\b\\"}));
+    EXPECT_EQ(v.borrados, lista{});
+}
+
+TEST(directorios_vacios, un_cambio_en_cualquier_momento_no_lleva_fuera) {
+    for (const DWORD rechazo : {DWORD{0}, DWORD{ERROR_NOT_SUPPORTED}}) {
+        for (const char* victima : {"C:\\a", "C:\\a\\b", "C:\\a\\b\\c"}) {
+            unsigned van = 0;
+            for (unsigned n = 1; n <= van + 1; ++n) {
+                ASSERT_LT(n, 200u);
+                volumen_falso v;
+                v.pon("C:\\a\\b\\c", {});
+                v.pon("C:\\fuera\\b\\c", {});
+                v.pon("C:\\fuera\\c", {});
+                v.rechaza_relativo = rechazo;
+                van = 0;
+                v.al_abrir = [&](const std::string&) {
+                    if (++van == n && v.hay(victima)) {
+                        v.cambia(victima, {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"});
+                    }
+                };
+                const std::string base = "C:\\a";
+                sube(true, "C:\\a\\b\\c", &base);
+                EXPECT_EQ(v.arbol("C:\\fuera"), (lista{"b\\", "b\\c\\", "c\\"})) << victima << " at " << n;
+                EXPECT_TRUE(v.hay("C:\\a")) << victima << " at " << n;
+                EXPECT_EQ(v.abiertas(), 0u);
+            }
+        }
+    }
+}
+
+TEST(directorios_vacios, un_directorio_de_solo_lectura_se_quita_tambien) {
+    for (const bool se_queda : {false, true}) {
+        constexpr DWORD marcado = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
+        volumen_falso v;
+        v.pon("C:\\a\\b\\c", {});
+        v["C:\\a\\b\\c"].atributos = marcado;
+        v["C:\\a\\b\\c"].codigo_al_borrar = se_queda ? ERROR_ACCESS_DENIED : 0;
+        const std::string base = "C:\\a";
+        sube(true, "C:\\a\\b\\c", &base);
+        EXPECT_EQ(v.arbol("C:\\a"), se_queda ? (lista{"b\\", "b\\c\\"}) : lista{});
+        EXPECT_TRUE(!se_queda || v["C:\\a\\b\\c"].atributos == marcado);
+    }
 }
 
 TEST(directorios_vacios, la_base_no_se_borra_nunca_falle_lo_que_falle) {
     const directorio_temporal d;
     const std::string base = d.ruta("a");
-    con_cada_fallo([&] { d.directorio("a\\b\\c"); }, [&] { sube(true, d.ruta("a\\b\\c"), &base); },
-                   [&](const ronda& r) {
-                       EXPECT_TRUE(d.existe("a")) << r;
-                       EXPECT_TRUE(!r.limpia || !d.existe("a\\b"));
-                       toma_informes();
-                       EXPECT_EQ(toma_avisos(), lista{});
-                   });
+    con_cada_fallo(
+        [&] {
+            d.directorio("a\\b\\c");
+            d.pon_atributos("a\\b\\c", FILE_ATTRIBUTE_READONLY);
+            d.directorio("otro");
+        },
+        [&] { sube(true, d.ruta("a\\b\\c"), &base); },
+        [&](const ronda& r) {
+            EXPECT_TRUE(d.existe("a")) << r;
+            EXPECT_TRUE(d.existe("otro")) << r;
+            EXPECT_TRUE(!r.limpia || !d.existe("a\\b"));
+            toma_informes();
+            EXPECT_EQ(toma_avisos(), lista{});
+        });
 }

@@ -1,8 +1,8 @@
 // Tree listings over real and false trees: order, links, depth.
-#include "apoyo/busqueda_falsa.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/enlace.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/volumen_falso.hpp"
 #include "companions/lumospy.h"
 #include "listings/listas_ficheros.hpp"
 #include "lumodir.h"
@@ -90,28 +90,32 @@ TEST(listas_arbol, una_base_que_no_se_puede_leer) {
 TEST(listas_arbol, como_se_componen_los_paths) {
     struct fila {
         std::string base;
-        nombres abiertos;
+        std::string raiz;  // as the system is given it
         nombres registros;
     };
+    wchar_t actual[MAX_PATH];
+    ::GetCurrentDirectoryW(MAX_PATH, actual);
+    const std::string aqui = u8(actual);
+    const std::string unidad = aqui.substr(0, 2);
     const fila filas[] = {
-        {.base = "C:\\", .abiertos = {"C:\\*", "C:\\s\\*"}, .registros = {"C:: f", "C:\\s: g"}},
-        {.base = "C:/d/", .abiertos = {"C:/d/*", "C:/d/s\\*"}, .registros = {"C:\\d: f", "C:\\d\\s: g"}},
-        {.base = "C:\\d\\\\",
-         .abiertos = {"C:\\d\\*", "C:\\d\\s\\*"},
-         .registros = {"C:\\d: f", "C:\\d\\s: g"}},
-        {.base = "\\\\srv\\r",
-         .abiertos = {"\\\\srv\\r\\*", "\\\\srv\\r\\s\\*"},
-         .registros = {"\\\\srv\\r: f", "\\\\srv\\r\\s: g"}},
-        {.base = "rel",
-         .abiertos = {completa("rel\\*"), completa("rel\\s\\*")},
-         .registros = {"rel: f", "rel\\s: g"}},
+        {.base = "C:\\", .raiz = "C:\\", .registros = {"C:: f", "C:\\s: g"}},
+        {.base = "C:", .raiz = "C:\\", .registros = {"C:: f", "C:\\s: g"}},
+        {.base = "C:/d/", .raiz = "C:/d", .registros = {"C:\\d: f", "C:\\d\\s: g"}},
+        {.base = "C:\\d\\\\", .raiz = "C:\\d", .registros = {"C:\\d: f", "C:\\d\\s: g"}},
+        {.base = "\\\\srv\\r", .raiz = "\\\\srv\\r", .registros = {"\\\\srv\\r: f", "\\\\srv\\r\\s: g"}},
+        {.base = "rel", .raiz = aqui + "\\rel", .registros = {"rel: f", "rel\\s: g"}},
+        {.base = "\\", .raiz = unidad + "\\", .registros = {": f", "\\s: g"}},
+        {.base = "", .raiz = aqui, .registros = {": f", "s: g"}},
     };
     for (const fila& f : filas) {
-        busqueda_falsa falsa;
-        falsa.patrones[f.abiertos[0]] = {{".", dir}, {"..", dir}, {"f"}, {"s", dir}};
-        falsa.patrones[f.abiertos[1]] = {{".", dir}, {"..", dir}, {"g"}};
+        volumen_falso falso;
+        falso.pon(f.raiz, {{"f"}, {"s", dir}});
+        falso.pon(f.raiz + "\\s", {{"g"}});
         EXPECT_EQ(todos(f.base), f.registros) << f.base;
-        EXPECT_EQ(falsa.abiertos, f.abiertos) << f.base;
+        ASSERT_EQ(falso.aperturas.size(), 2u) << f.base;
+        EXPECT_EQ(falso.aperturas[0].nombre, f.raiz) << f.base;
+        EXPECT_EQ(falso.aperturas[1].nombre, "s") << f.base;
+        EXPECT_TRUE(falso.aperturas[1].relativa) << f.base;
     }
 }
 
@@ -132,34 +136,31 @@ TEST(listas_arbol, no_entra_en_los_enlaces) {
         {.que = "stale tag", .atributos = dir, .etiqueta = IO_REPARSE_TAG_SYMLINK, .entra = true},
     };
     for (const fila& f : filas) {
-        busqueda_falsa falsa;
-        falsa.patrones["C:\\d\\*"] = {{"uno"}, {"s", f.atributos, f.etiqueta}};
-        falsa.patrones["C:\\d\\s\\*"] = {{"dos"}};
-        const nombres sin{"C:\\d: uno"};
-        const nombres con{"C:\\d: uno", "C:\\d\\s: dos"};
-        EXPECT_EQ(todos("C:\\d"), f.entra ? con : sin) << f.que;
-        EXPECT_EQ(con_ficheros("C:\\d"), f.entra ? con : sin) << f.que;
+        for (const bool solo_abierto : {false, true}) {  // the entry says so too, or only what was opened
+            volumen_falso falso;
+            falso.pon("C:\\d", {{"uno"}, {"s", solo_abierto ? dir : f.atributos, f.etiqueta}});
+            falso.pon("C:\\d\\s", {{"dos"}});
+            falso["C:\\d\\s"].atributos_abierto = f.atributos;
+            const nombres sin{"C:\\d: uno"};
+            const nombres con{"C:\\d: uno", "C:\\d\\s: dos"};
+            EXPECT_EQ(todos("C:\\d"), f.entra ? con : sin) << f.que;
+            EXPECT_EQ(con_ficheros("C:\\d"), f.entra ? con : sin) << f.que;
+        }
     }
 }
 
 TEST(listas_arbol, un_enlace_a_fichero_es_un_fichero) {
-    busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*"] = {{"enlace", FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK}};
+    volumen_falso falso;
+    falso.pon("C:\\d", {{"enlace", FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK}});
     EXPECT_EQ(con_ficheros("C:\\d"), nombres{"C:\\d: enlace"});
 }
 
 TEST(listas_arbol, quinientos_niveles_y_cinco_mil_unidades) {
-    busqueda_falsa falsa;
+    volumen_falso falso;
     nombres esperado;
     std::string actual = "C:\\d";
     for (int i = 0; i <= 500; ++i) {
-        // Beyond the classic length the search goes with the extended-length prefix.
-        const std::string patron = actual + "\\*";
-        std::vector<entrada_falsa> entradas{{".", dir}, {"..", dir}, {"f" + std::to_string(i)}};
-        if (i < 500) {
-            entradas.push_back({"nivel0123456", dir});
-        }
-        falsa.patrones[patron.size() < 248 ? patron : "\\\\?\\" + patron] = entradas;
+        falso.pon(actual, {{"f" + std::to_string(i)}});
         esperado.push_back(actual + ": f" + std::to_string(i));
         actual += "\\nivel0123456";
     }
@@ -191,8 +192,9 @@ TEST(listas_arbol, un_enlace_de_verdad_a_su_propio_padre) {
     ASSERT_TRUE(d.es_directorio("a\\arriba"));
     EXPECT_EQ(todos(d.ruta()), (nombres{d.ruta() + ":", d.ruta("a") + ": 1"}));
     EXPECT_EQ(con_ficheros(d.ruta()), nombres{d.ruta("a") + ": 1"});
-    // Asked for by its own name it is listed.
-    EXPECT_EQ(todos(d.ruta("a\\arriba"))[0], d.ruta("a\\arriba") + ":");
+    // Asked for by its own name it is a root that is not entered.
+    EXPECT_EQ(todos(d.ruta("a\\arriba")), nombres{d.ruta("a\\arriba") + ":"});
+    EXPECT_EQ(con_ficheros(d.ruta("a\\arriba")), nombres{});
     ListaFicheros_u lista;
     cdir_lista_de_directorios_UNICODE(d.ruta_w("a").c_str(), L"*", &lista);
     ASSERT_EQ(lista.num, 1u);
@@ -201,19 +203,21 @@ TEST(listas_arbol, un_enlace_de_verdad_a_su_propio_padre) {
 }
 
 TEST(listas_arbol, lo_que_desaparece_o_falla_a_mitad_no_para_el_recorrido) {
-    busqueda_falsa falsa;
+    volumen_falso falso;
     // "b" is gone, or denied, by the time that it is opened.
-    falsa.patrones["C:\\d\\*"] = {{"a", dir}, {"b", dir}, {"c", dir}};
-    falsa.patrones["C:\\d\\a\\*"] = {{"1"}};
-    falsa.patrones["C:\\d\\c\\*"] = {{"3"}};
+    falso.pon("C:\\d", {{"a", dir}, {"b", dir}, {"c", dir}});
+    falso.pon("C:\\d\\a", {{"1"}});
+    falso.pon("C:\\d\\c", {{"3"}});
     for (const DWORD codigo : {2u, 3u, 5u, 53u}) {
-        falsa.codigo_al_abrir["C:\\d\\b\\*"] = codigo;
+        falso["C:\\d\\b"].codigo_al_abrir = codigo;
         EXPECT_EQ(todos("C:\\d"), (nombres{"C:\\d:", "C:\\d\\c: 3", "C:\\d\\b:", "C:\\d\\a: 1"})) << codigo;
         EXPECT_EQ(con_ficheros("C:\\d"), (nombres{"C:\\d\\c: 3", "C:\\d\\a: 1"})) << codigo;
     }
     ESPERA_INFORMES();
     // A walk that breaks off keeps what it had, and is reported once for each directory.
-    falsa.codigo_al_final = ERROR_NETNAME_DELETED;
+    for (const char* cual : {"C:\\d", "C:\\d\\a", "C:\\d\\c"}) {
+        falso[cual].codigo_al_final = ERROR_NETNAME_DELETED;
+    }
     EXPECT_EQ(con_ficheros("C:\\d"), (nombres{"C:\\d\\c: 3", "C:\\d\\a: 1"}));
     nombres detalles;
     for (const informe& i : toma_informes()) {
@@ -263,9 +267,9 @@ TEST(listas_arbol, liberar_informa_de_lo_que_no_cuadra) {
 }
 
 TEST(listas_arbol, el_censo_cuenta_matriz_registros_y_nombres) {
-    busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*"] = {{"uno"}, {"dos"}, {"s", dir}, {"vacio", dir}};
-    falsa.patrones["C:\\d\\s\\*"] = {{"tres"}};
+    volumen_falso falso;
+    falso.pon("C:\\d", {{"uno"}, {"dos"}, {"s", dir}, {"vacio", dir}});
+    falso.pon("C:\\d\\s", {{"tres"}});
     const auto vivos = lumospy_bloques_vivos();
     unsigned long num;
     ListaFicheros_u* listas;
@@ -294,5 +298,6 @@ TEST(listas_arbol, ningun_fallo_del_sistema_deja_nada_abierto) {
                                << r;
                        }
                        toma_informes();
+                       EXPECT_EQ(d.arbol(), (nombres{"a\\", "a\\1", "b\\", "b\\2"})) << r;
                    });
 }

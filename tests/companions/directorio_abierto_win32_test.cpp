@@ -1,0 +1,612 @@
+// Directories that are open: what they refuse to enter, and each way round a file system that does not know a call.
+#include "companions/directorio_abierto.hpp"
+
+#include "apoyo/fallos.hpp"
+#include "apoyo/volumen_falso.hpp"
+
+using namespace apoyo;
+using lumodir::directorio_abierto;
+using lumodir::entrada_leida;
+using lumodir::lector_de_directorio;
+using lumodir::ruta_fijada;
+using lumodir::trato_con_volumen;
+using lectura = lumodir::trato_con_volumen::lectura;
+
+namespace {
+
+using lista = std::vector<std::string>;
+constexpr DWORD dir = FILE_ATTRIBUTE_DIRECTORY;
+constexpr DWORD sin_seguir = 0x1000;  // OBJ_DONT_REPARSE
+
+// An open root with what it needs to live.
+struct raiz_abierta {
+    explicit raiz_abierta(const wchar_t* cual) : ruta(cual), codigo(directorio.abre(ruta, trato)) {}
+    const ruta_fijada ruta;
+    trato_con_volumen trato;
+    directorio_abierto directorio;
+    const DWORD codigo;
+};
+
+entrada_leida entrada(volumen_falso& v, const std::string& ruta, const wchar_t* nombre) {
+    const nodo_falso& n = v[ruta];
+    return {nombre, n.atributos, n.etiqueta, n.numero(), {}};
+}
+
+// The names that a directory holds, without "." and "..".
+lista lee(directorio_abierto& directorio, DWORD* codigo = nullptr) {
+    lista nombres;
+    lector_de_directorio lector(directorio);
+    entrada_leida e;
+    while (lector.siguiente(&e)) {
+        if (!e.es_relativa()) {
+            nombres.push_back(u8(e.nombre));
+        }
+    }
+    if (codigo != nullptr) {
+        *codigo = lector.codigo();
+    }
+    return nombres;
+}
+
+const DWORD rechazos_de_relativo[] = {
+    ERROR_INVALID_FUNCTION,     ERROR_NOT_SUPPORTED, ERROR_INVALID_PARAMETER,
+    ERROR_CALL_NOT_IMPLEMENTED, ERROR_INVALID_LEVEL, ERROR_INVALID_HANDLE,
+    ERROR_INVALID_NAME,         ERROR_BAD_PATHNAME,  ERROR_GEN_FAILURE};
+const DWORD llamadas_desconocidas[] = {ERROR_INVALID_FUNCTION, ERROR_NOT_SUPPORTED, ERROR_INVALID_PARAMETER,
+                                       ERROR_CALL_NOT_IMPLEMENTED, ERROR_INVALID_LEVEL};
+
+}  // namespace
+
+TEST(directorio_abierto, lo_corriente_va_por_nombres_relativos) {
+    volumen_falso v;
+    v.pon("C:\\d", {{"f"}, {"s", dir}});
+    v.pon("C:\\d\\s", {{"g"}});
+    raiz_abierta raiz(L"C:\\d");
+    ASSERT_EQ(raiz.codigo, 0u);
+    EXPECT_EQ(lee(raiz.directorio), (lista{"f", "s"}));
+    directorio_abierto hijo;
+    ASSERT_EQ(hijo.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), 0u);
+    DWORD codigo = 0;
+    EXPECT_EQ(lee(hijo, &codigo), lista{"g"});
+    EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
+    EXPECT_EQ(hijo.borra(entrada(v, "C:\\d\\s\\g", L"g")), 0u);
+    hijo.cierra();
+    EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\s", L"s")), 0u);
+    EXPECT_EQ(raiz.directorio.borra_raiz(raiz.ruta), DWORD{ERROR_DIR_NOT_EMPTY});
+    EXPECT_EQ(v.arbol("C:\\d"), lista{"f"});
+    for (const volumen_falso::apertura& a : v.aperturas) {
+        EXPECT_EQ(a.relativa, a.nombre != "C:\\d") << a.nombre;
+        EXPECT_EQ(a.atributos, a.relativa ? sin_seguir : 0) << a.nombre;
+        EXPECT_EQ(a.compartir, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE})
+            << "blocks nobody";
+    }
+    EXPECT_EQ(v.clases, (std::vector<FILE_INFO_BY_HANDLE_CLASS>{
+                            FileIdBothDirectoryRestartInfo, FileIdBothDirectoryInfo,
+                            FileIdBothDirectoryRestartInfo, FileIdBothDirectoryInfo}));
+}
+
+TEST(directorio_abierto, sin_aperturas_relativas_se_retiene_todo_lo_de_arriba) {
+    for (const DWORD codigo : rechazos_de_relativo) {
+        volumen_falso v;
+        v.pon("C:\\d\\s\\u", {{"g"}});
+        v.pon("C:\\fuera", {{"u", dir}});
+        v.rechaza_relativo = codigo;
+        raiz_abierta raiz(L"C:\\d");
+        ASSERT_EQ(raiz.codigo, 0u);
+        directorio_abierto s;
+        ASSERT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), 0u) << codigo;
+        EXPECT_FALSE(raiz.trato.relativo);
+        EXPECT_FALSE(v.cambia("C:\\d", {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"})) << "held";
+        directorio_abierto u;
+        ASSERT_EQ(u.abre(s, entrada(v, "C:\\d\\s\\u", L"u")), 0u) << codigo;
+        EXPECT_FALSE(v.cambia("C:\\d\\s", {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"})) << "held";
+        EXPECT_EQ(lee(u), lista{"g"});
+        EXPECT_EQ(u.borra(entrada(v, "C:\\d\\s\\u\\g", L"g")), 0u);
+        EXPECT_EQ(v.aperturas.back().nombre, "\\??\\C:\\d\\s\\u\\g");
+        u.cierra();
+        EXPECT_EQ(s.borra(entrada(v, "C:\\d\\s\\u", L"u")), 0u);
+        s.cierra();
+        EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\s", L"s")), 0u);
+        raiz.directorio.cierra();
+        EXPECT_EQ(raiz.directorio.borra_raiz(raiz.ruta), 0u);
+        EXPECT_FALSE(v.hay("C:\\d"));
+        EXPECT_EQ(v.arbol("C:\\fuera"), lista{"u\\"});
+        std::size_t relativas = 0;
+        for (const volumen_falso::apertura& a : v.aperturas) {
+            relativas += a.relativa ? 1 : 0;
+        }
+        EXPECT_EQ(relativas, codigo == ERROR_INVALID_PARAMETER ? 2u : 1u)
+            << "asked once, learned for the walk";
+    }
+}
+
+TEST(directorio_abierto, la_ruta_completa_conserva_lo_que_la_raiz_era) {
+    struct fila {
+        const wchar_t* raiz;
+        const char* nativa;
+    };
+    const fila filas[] = {
+        {.raiz = L"C:\\", .nativa = "\\??\\C:\\f"},
+        {.raiz = L"C:/d", .nativa = "\\??\\C:\\d\\f"},
+        {.raiz = L"\\\\?\\C:\\d.", .nativa = "\\??\\C:\\d.\\f"},
+        {.raiz = L"\\\\srv\\r", .nativa = "\\??\\UNC\\srv\\r\\f"},
+        {.raiz = L"\\\\?\\UNC\\srv\\r", .nativa = "\\??\\UNC\\srv\\r\\f"},
+    };
+    for (const fila& caso : filas) {
+        volumen_falso v;
+        v.pon(u8(caso.raiz), {{"f"}});
+        v.rechaza_relativo = ERROR_NOT_SUPPORTED;
+        raiz_abierta raiz(caso.raiz);
+        ASSERT_EQ(raiz.codigo, 0u) << caso.nativa;
+        EXPECT_EQ(raiz.directorio.borra({L"f", FILE_ATTRIBUTE_NORMAL, 0, 0, {}}), 0u) << caso.nativa;
+        EXPECT_EQ(v.aperturas.back().nombre, caso.nativa);
+        EXPECT_EQ(v.arbol(u8(caso.raiz)), lista{});
+    }
+}
+
+// Whoever swaps a directory at any moment at all gains nothing: what lies outside stays.
+TEST(directorio_abierto, un_cambio_en_cualquier_momento_no_lleva_fuera) {
+    for (const bool relativo : {true, false}) {
+        for (const char* victima : {"C:\\d", "C:\\d\\s", "C:\\d\\s\\u"}) {
+            for (const bool por_enlace : {true, false}) {
+                bool ha_tocado = true;
+                for (unsigned n = 1; ha_tocado; ++n) {
+                    ASSERT_LT(n, 100u);
+                    volumen_falso v;
+                    v.pon("C:\\d\\s\\u", {{"g"}});
+                    for (const char* otro :
+                         {"C:\\fuera", "C:\\fuera\\s", "C:\\fuera\\s\\u", "C:\\fuera\\u"}) {
+                        v.pon(otro, {{"g"}});
+                    }
+                    const lista fuera = v.arbol("C:\\fuera");
+                    v.rechaza_relativo = relativo ? 0 : ERROR_NOT_SUPPORTED;
+                    const entrada_leida s_leida = entrada(v, "C:\\d\\s", L"s");
+                    const entrada_leida u_leida = entrada(v, "C:\\d\\s\\u", L"u");
+                    const entrada_leida g_leida = entrada(v, "C:\\d\\s\\u\\g", L"g");
+                    unsigned van = 0;
+                    ha_tocado = false;
+                    v.al_abrir = [&](const std::string&) {
+                        if (++van == n) {
+                            ha_tocado = true;
+                            por_enlace
+                                ? v.cambia(victima, {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"})
+                                : v.cambia(victima, {"", dir}, {{"g"}, {"u", dir}});
+                        }
+                    };
+                    {
+                        raiz_abierta raiz(L"C:\\d");
+                        directorio_abierto s;
+                        directorio_abierto u;
+                        if (raiz.codigo == 0 && s.abre(raiz.directorio, s_leida) == 0 &&
+                            u.abre(s, u_leida) == 0) {
+                            u.borra(g_leida);
+                            u.cierra();
+                            s.borra(u_leida);
+                            s.cierra();
+                            raiz.directorio.borra(s_leida);
+                            raiz.directorio.cierra();
+                            raiz.directorio.borra_raiz(raiz.ruta);
+                        }
+                    }
+                    EXPECT_EQ(v.arbol("C:\\fuera"), fuera)
+                        << victima << " at " << n << (por_enlace ? " a link" : " a directory");
+                    // What was put in a directory's place holds a file that was never named.
+                    if (!por_enlace && ha_tocado && v.hay(victima) && n > 1) {
+                        EXPECT_TRUE(v.hay(std::string(victima) + "\\g")) << victima << " at " << n;
+                    }
+                    EXPECT_EQ(v.abiertas(), 0u);
+                }
+            }
+        }
+    }
+}
+
+TEST(directorio_abierto, otros_codigos_no_son_un_rechazo) {
+    for (const DWORD codigo :
+         {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_FILE_NOT_FOUND, ERROR_DELETE_PENDING}) {
+        volumen_falso v;
+        v.pon("C:\\d\\s", {{"g"}});
+        v["C:\\d\\s"].codigo_al_abrir = static_cast<DWORD>(codigo);
+        raiz_abierta raiz(L"C:\\d");
+        directorio_abierto s;
+        EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), static_cast<DWORD>(codigo));
+        EXPECT_TRUE(raiz.trato.relativo);
+        EXPECT_EQ(v.aperturas.size(), 2u) << "the root and one attempt";
+    }
+    // The name itself is what the system dislikes, by its path too: that says nothing about relative opens.
+    volumen_falso v;
+    v.pon("C:\\d\\s", {});
+    v["C:\\d\\s"].codigo_al_abrir = ERROR_INVALID_NAME;
+    raiz_abierta raiz(L"C:\\d");
+    directorio_abierto s;
+    EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), DWORD{ERROR_INVALID_NAME});
+    EXPECT_TRUE(raiz.trato.relativo);
+}
+
+TEST(directorio_abierto, un_sistema_sin_OBJ_DONT_REPARSE) {
+    volumen_falso v;
+    v.pon("C:\\d\\s", {{"g"}});
+    v.conoce_sin_seguir = false;
+    raiz_abierta raiz(L"C:\\d");
+    directorio_abierto s;
+    ASSERT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), 0u);
+    EXPECT_EQ(s.borra(entrada(v, "C:\\d\\s\\g", L"g")), 0u);
+    EXPECT_TRUE(raiz.trato.relativo);
+    std::vector<DWORD> atributos;
+    for (const volumen_falso::apertura& a : v.aperturas) {
+        atributos.push_back(a.atributos);
+    }
+    EXPECT_EQ(atributos, (std::vector<DWORD>{0, sin_seguir, 0, 0})) << "tried once in a walk";
+}
+
+TEST(directorio_abierto, cada_manera_de_leer_rechazada_lleva_a_la_siguiente) {
+    for (const DWORD codigo :
+         {DWORD{1}, DWORD{5}, DWORD{6}, DWORD{31}, DWORD{50}, DWORD{87}, DWORD{124}, DWORD{1359}}) {
+        for (const bool tampoco_completa : {false, true}) {
+            volumen_falso v;
+            v.pon("C:\\d", {{"f"}, {"e", enlace_dir, IO_REPARSE_TAG_SYMLINK}, {"s", dir, 77}});
+            v.pon("C:\\d\\s", {{"g"}});
+            v.rechaza_con_numeros = codigo;
+            v.rechaza_sin_numeros = tampoco_completa ? codigo : 0;
+            raiz_abierta raiz(L"C:\\d");
+            lista leidas;
+            {
+                lector_de_directorio lector(raiz.directorio);
+                entrada_leida e;
+                while (lector.siguiente(&e)) {
+                    leidas.push_back(u8(e.nombre) + " " + std::to_string(e.atributos) + " " +
+                                     std::to_string(e.marca) + " " + std::to_string(e.numero));
+                }
+                EXPECT_EQ(lector.codigo(), DWORD{ERROR_NO_MORE_FILES});
+            }
+            EXPECT_EQ(leidas, (lista{". 16 0 0", ".. 16 0 0", "f 128 0 0",
+                                     "e 1040 " + std::to_string(IO_REPARSE_TAG_SYMLINK) + " 0", "s 16 0 0"}))
+                << codigo;
+            EXPECT_EQ(raiz.trato.como_se_lee,
+                      tampoco_completa ? lectura::por_busqueda : lectura::sin_numeros);
+            EXPECT_EQ(v.busquedas_hechas, tampoco_completa ? lista{"\\\\?\\C:\\d\\*"} : lista{});
+            if (tampoco_completa) {
+                EXPECT_FALSE(v.cambia("C:\\d", {"", dir})) << "held while a path is used";
+            }
+            // The next directory begins with what was learned.
+            v.clases.clear();
+            directorio_abierto s;
+            ASSERT_EQ(s.abre(raiz.directorio, {L"s", dir, 0, 0, {}}), 0u);
+            EXPECT_EQ(lee(s), lista{"g"});
+            EXPECT_EQ(v.clases.size(), tampoco_completa ? 0u : 2u);
+        }
+    }
+}
+
+TEST(directorio_abierto, ninguna_manera_de_leer) {
+    volumen_falso v;
+    v.pon("C:\\d", {{"f"}});
+    v["C:\\d"].codigo_al_listar = ERROR_ACCESS_DENIED;
+    raiz_abierta raiz(L"C:\\d");
+    DWORD codigo = 0;
+    EXPECT_EQ(lee(raiz.directorio, &codigo), lista{});
+    EXPECT_EQ(codigo, DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(raiz.trato.como_se_lee, lectura::con_numeros) << "nothing was learned";
+    v["C:\\d"].codigo_al_listar = 0;
+    EXPECT_EQ(lee(raiz.directorio), lista{"f"});
+}
+
+TEST(directorio_abierto, una_raiz_vacia_sin_punto_ni_dos_puntos) {
+    for (const bool por_busqueda : {false, true}) {
+        volumen_falso v;
+        v.pon("C:", {});
+        v["C:"].con_relativas = false;
+        v.rechaza_con_numeros = v.rechaza_sin_numeros = por_busqueda ? ERROR_NOT_SUPPORTED : 0;
+        raiz_abierta raiz(L"C:\\");
+        DWORD codigo = 0;
+        EXPECT_EQ(lee(raiz.directorio, &codigo), lista{});
+        EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
+    }
+}
+
+TEST(directorio_abierto, una_lectura_que_se_rompe_a_medias) {
+    for (const auto como : {lectura::con_numeros, lectura::sin_numeros, lectura::por_busqueda}) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"a"}, {"b"}, {"c"}});
+        v["C:\\d"].codigo_al_final = ERROR_NETNAME_DELETED;
+        v.registros_por_lectura = 2;
+        v.rechaza_con_numeros = como == lectura::con_numeros ? 0 : ERROR_NOT_SUPPORTED;
+        v.rechaza_sin_numeros = como == lectura::por_busqueda ? ERROR_NOT_SUPPORTED : 0;
+        raiz_abierta raiz(L"C:\\d");
+        lector_de_directorio lector(raiz.directorio);
+        entrada_leida e;
+        lista nombres;
+        while (lector.siguiente(&e)) {
+            nombres.push_back(u8(e.nombre));
+        }
+        EXPECT_EQ(nombres, (lista{".", "..", "a", "b", "c"}));
+        EXPECT_EQ(lector.codigo(), DWORD{ERROR_NETNAME_DELETED});
+        EXPECT_EQ(u8(lector.ultimo_nombre()), "c");
+        EXPECT_FALSE(lector.siguiente(&e)) << "an end stays one";
+    }
+}
+
+TEST(directorio_abierto, los_numeros_deciden_si_es_el_que_se_leyo) {
+    using ull = unsigned long long;
+    constexpr ull todos = ~0ull;
+    struct fila {
+        ull leido;
+        ull abierto;
+        ull propio;  // under "."; `sin_punto`: there is none
+        bool se_entra;
+        bool coherentes;
+    };
+    constexpr ull sin_punto = 12345;
+    const fila filas[] = {
+        {.leido = 7, .abierto = 7, .propio = 7, .se_entra = true, .coherentes = true},
+        {.leido = 0, .abierto = 9, .propio = 9, .se_entra = true, .coherentes = true},      // not told
+        {.leido = todos, .abierto = 9, .propio = 9, .se_entra = true, .coherentes = true},  // not told either
+        {.leido = 7, .abierto = 9, .propio = 9, .se_entra = false, .coherentes = true},  // another directory
+        {.leido = 7,
+         .abierto = 9,
+         .propio = 7,
+         .se_entra = true,
+         .coherentes = false},  // handles count otherwise
+        {.leido = 7,
+         .abierto = 9,
+         .propio = 8,
+         .se_entra = true,
+         .coherentes = false},  // nothing can be compared
+        {.leido = 7, .abierto = 9, .propio = 0, .se_entra = false, .coherentes = true},
+        {.leido = 7, .abierto = 9, .propio = todos, .se_entra = false, .coherentes = true},
+        {.leido = 7, .abierto = 9, .propio = sin_punto, .se_entra = false, .coherentes = true},
+        {.leido = 7, .abierto = 0, .propio = 7, .se_entra = true, .coherentes = false},
+    };
+    for (const fila& caso : filas) {
+        volumen_falso v;
+        v.pon("C:\\d\\s", {{"g"}});
+        nodo_falso& s = v["C:\\d\\s"];
+        s.numero_listado = caso.leido;
+        s.numero_abierto = caso.abierto;
+        s.numero_propio = caso.propio;
+        s.con_relativas = caso.propio != sin_punto;
+        raiz_abierta raiz(L"C:\\d");
+        directorio_abierto hijo;
+        EXPECT_EQ(hijo.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")),
+                  caso.se_entra ? 0u : ERROR_CANT_ACCESS_FILE)
+            << caso.leido << " " << caso.abierto << " " << caso.propio;
+        EXPECT_EQ(raiz.trato.numeros_coherentes, caso.coherentes)
+            << caso.leido << " " << caso.abierto << " " << caso.propio;
+        EXPECT_EQ(v.abiertas(), caso.se_entra ? 2u : 1u);
+        if (caso.se_entra) {
+            EXPECT_EQ(lee(hijo), lista{"g"}) << "from its beginning, whatever was looked at before";
+        }
+    }
+    // A system that has no numbers at all is walked by names.
+    volumen_falso v;
+    v.pon("C:\\d\\s", {{"g"}});
+    v.dice_numeros = false;
+    raiz_abierta raiz(L"C:\\d");
+    directorio_abierto hijo;
+    EXPECT_EQ(hijo.abre(raiz.directorio, {L"s", dir, 0, 0, {}}), 0u);
+    EXPECT_EQ(hijo.borra({L"g", FILE_ATTRIBUTE_NORMAL, 0, 0, {}}), 0u);
+    hijo.cierra();
+    EXPECT_EQ(raiz.directorio.borra({L"s", dir, 0, 0, {}}), 0u);
+    EXPECT_EQ(raiz.directorio.borra_raiz(raiz.ruta), 0u);
+}
+
+TEST(directorio_abierto, borrar_sin_POSIX) {
+    constexpr int ampliado = 21;
+    constexpr int sencillo = FileDispositionInfo;
+    for (const DWORD codigo : llamadas_desconocidas) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"a"}, {"b"}});
+        v.rechaza_posix = codigo;
+        raiz_abierta raiz(L"C:\\d");
+        EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\a", L"a")), 0u);
+        EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\b", L"b")), 0u);
+        EXPECT_EQ(v.clases_de_borrado, (std::vector<int>{ampliado, sencillo, sencillo}))
+            << "learned for the walk";
+        EXPECT_EQ(v.borrados, (lista{"a", "b"}));
+    }
+    volumen_falso v;
+    v.pon("C:\\d", {{"a"}});
+    v["C:\\d\\a"].codigo_al_borrar = ERROR_SHARING_VIOLATION;
+    raiz_abierta raiz(L"C:\\d");
+    EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\a", L"a")), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_EQ(v.clases_de_borrado, std::vector<int>{ampliado}) << "an answer is no refusal";
+    EXPECT_TRUE(raiz.trato.posix);
+}
+
+TEST(directorio_abierto, registros_que_no_caben_donde_dicen) {
+    struct fila {
+        const char* que;
+        std::function<void(FILE_ID_BOTH_DIR_INFO*)> estropea;  // the third record, "a"
+        DWORD codigo;
+        lista nombres;
+    };
+    const fila filas[] = {
+        {"whole", [](FILE_ID_BOTH_DIR_INFO*) {}, ERROR_NO_MORE_FILES, {"a", "b"}},
+        {"an offset beyond the room", [](auto* r) { r->NextEntryOffset = 0x10000; }, ERROR_INVALID_DATA, {}},
+        {"a negative one", [](auto* r) { r->NextEntryOffset = 0xFFFFFFF8; }, ERROR_INVALID_DATA, {}},
+        {"a crooked one", [](auto* r) { r->NextEntryOffset -= 2; }, ERROR_INVALID_DATA, {}},
+        {"one to the last bytes", [](auto* r) { r->NextEntryOffset = 0xFE00; }, ERROR_INVALID_DATA, {"a"}},
+        {"a name longer than the room", [](auto* r) { r->FileNameLength = 0x20000; }, ERROR_INVALID_DATA, {}},
+        {"the longest length", [](auto* r) { r->FileNameLength = 0xFFFFFFFF; }, ERROR_INVALID_DATA, {}},
+        {"half a unit", [](auto* r) { r->FileNameLength = 3; }, ERROR_NO_MORE_FILES, {"a", "b"}},
+        {"no name", [](auto* r) { r->FileNameLength = 0; }, ERROR_NO_MORE_FILES, {"", "b"}},
+    };
+    for (const fila& caso : filas) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"a"}, {"b"}});
+        v.estropea = [&](unsigned char* bufer) {
+            auto* r = reinterpret_cast<FILE_ID_BOTH_DIR_INFO*>(bufer);
+            for (int i = 0; i < 2; ++i) {  // "." and ".."
+                r = reinterpret_cast<FILE_ID_BOTH_DIR_INFO*>(reinterpret_cast<unsigned char*>(r) +
+                                                             r->NextEntryOffset);
+            }
+            caso.estropea(r);
+            // What is left of the room holds no record that could be taken for one.
+            std::memset(bufer + 0xF000, 0xFF, 0x1000);
+        };
+        raiz_abierta raiz(L"C:\\d");
+        DWORD codigo = 0;
+        EXPECT_EQ(lee(raiz.directorio, &codigo), caso.nombres) << caso.que;
+        EXPECT_EQ(codigo, caso.codigo) << caso.que;
+    }
+    // Records that overlap come to an end.
+    volumen_falso v;
+    v.pon("C:\\d", {{"a"}});
+    v.estropea = [](unsigned char* bufer) {
+        for (std::size_t i = 0; i + 8 <= 0x10000; i += 8) {
+            const unsigned long long paso = 8;
+            std::memcpy(bufer + i, &paso, sizeof paso);
+        }
+    };
+    raiz_abierta raiz(L"C:\\d");
+    DWORD codigo = 0;
+    lee(raiz.directorio, &codigo);
+    EXPECT_EQ(codigo, DWORD{ERROR_INVALID_DATA});
+}
+
+TEST(directorio_abierto, lo_que_es_un_enlace_no_se_abre_y_se_borra_el_mismo) {
+    volumen_falso v;
+    v.pon("C:\\fuera", {{"g"}});
+    v.pon("C:\\d", {{"e", enlace_dir, IO_REPARSE_TAG_MOUNT_POINT, "C:\\fuera"},
+                    {"f", FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK, "C:\\fuera\\g"},
+                    {"nube", enlace_dir, 0x9000601A}});
+    {
+        raiz_abierta raiz(L"C:\\d\\e");
+        EXPECT_EQ(raiz.codigo, DWORD{ERROR_CANT_ACCESS_FILE}) << "a root that is a link";
+        const ruta_fijada seguida(L"C:\\d\\e");
+        trato_con_volumen trato;
+        directorio_abierto detras;
+        EXPECT_EQ(detras.abre(seguida, trato, lumodir::enlace_raiz::se_sigue), 0u);
+        EXPECT_EQ(lee(detras), lista{"g"});
+    }
+    raiz_abierta raiz(L"C:\\d");
+    directorio_abierto hijo;
+    v.aperturas.clear();
+    EXPECT_EQ(hijo.abre(raiz.directorio, entrada(v, "C:\\d\\e", L"e")), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(v.aperturas.size(), 0u) << "its entry said enough";
+    // The entry says a directory; what is opened is a link.
+    EXPECT_EQ(hijo.abre(raiz.directorio, {L"e", dir, 0, v["C:\\d\\e"].numero(), {}}),
+              DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(v.abiertas(), 1u);
+    EXPECT_EQ(hijo.abre(raiz.directorio, entrada(v, "C:\\d\\nube", L"nube")), 0u) << "an ordinary directory";
+    hijo.cierra();
+    for (const wchar_t* cual : {L"e", L"f", L"nube"}) {
+        EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\" + u8(cual), cual)), 0u);
+    }
+    EXPECT_EQ(v.arbol("C:\\d"), lista{});
+    EXPECT_EQ(v.arbol("C:\\fuera"), lista{"g"});
+}
+
+TEST(directorio_abierto, lo_que_no_dice_que_es_no_se_abre) {
+    for (const DWORD atributos : {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{enlace_dir}}) {
+        volumen_falso v;
+        v.pon("C:\\d\\s", {{"g"}});
+        v["C:\\d\\s"].atributos_abierto = atributos;
+        raiz_abierta raiz(L"C:\\d");
+        directorio_abierto hijo;
+        EXPECT_EQ(hijo.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_EQ(v.abiertas(), 1u);
+        raiz_abierta como_raiz(L"C:\\d\\s");
+        EXPECT_EQ(como_raiz.codigo, DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_EQ(v.abiertas(), 1u);
+    }
+    volumen_falso v;
+    v.pon("C:\\d\\s", {});
+    fallos libro;
+    libro.falla_siempre("GetFileInformationByHandle", ERROR_INVALID_FUNCTION);
+    const sustituye<decltype(lumodir::sistema.GetFileInformationByHandleEx)> callado(
+        lumodir::sistema.GetFileInformationByHandleEx,
+        [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) -> BOOL { return FALSE; });
+    raiz_abierta raiz(L"C:\\d");
+    EXPECT_EQ(raiz.codigo, DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(libro.manijas_abiertas(), 0u);
+}
+
+TEST(directorio_abierto, un_directorio_cambiado_no_se_borra) {
+    volumen_falso v;
+    v.pon("C:\\d\\s", {});
+    raiz_abierta raiz(L"C:\\d");
+    const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
+    ASSERT_TRUE(v.cambia("C:\\d\\s", {"", dir}));
+    EXPECT_EQ(raiz.directorio.borra(leida), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_TRUE(v.hay("C:\\d\\s"));
+    ASSERT_TRUE(v.cambia("C:\\d", {"", dir}));
+    raiz.directorio.cierra();
+    EXPECT_EQ(raiz.directorio.borra_raiz(raiz.ruta), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_TRUE(v.hay("C:\\d"));
+}
+
+TEST(directorio_abierto, los_nombres_cuentan_como_estan) {
+    for (const char* nombre :
+         {"f ", "f.", " f", "...", ". .", "con", "aux.txt", "COM1", "a:b", "~", "\xC3\xB1\xE2\x80\xAE"}) {
+        volumen_falso v;
+        v.pon("C:\\d", {{nombre}, {"f"}});
+        raiz_abierta raiz(L"C:\\d");
+        const texto_w unidades = w(nombre);
+        const entrada_leida leida = entrada(v, std::string("C:\\d\\") + nombre, unidades.c_str());
+        DWORD atributos = 0;
+        EXPECT_EQ(raiz.directorio.lee_atributos(leida, &atributos), 0u) << nombre;
+        EXPECT_EQ(raiz.directorio.borra(leida), 0u) << nombre;
+        EXPECT_EQ(v.arbol("C:\\d"), lista{"f"}) << nombre;
+    }
+    const texto_w largo(255, L'x');
+    volumen_falso v;
+    v.pon("C:\\d", {{std::string(255, 'x')}});
+    raiz_abierta raiz(L"C:\\d");
+    EXPECT_EQ(lee(raiz.directorio), lista{std::string(255, 'x')});
+    EXPECT_EQ(raiz.directorio.borra({lumodir::vista_w(largo), FILE_ATTRIBUTE_NORMAL, 0, 0, {}}), 0u);
+}
+
+TEST(directorio_abierto, un_nombre_que_no_es_uno_no_se_toca_nunca) {
+    using lumodir::vista_w;
+    volumen_falso v;
+    v.pon("C:\\d\\s", {{"g"}});
+    v.pon("C:\\fuera", {{"g"}});
+    const vista_w nombres[] = {
+        L"", L"s\\g", L"s/g", L"..\\fuera", L"\\", L"/", vista_w(L"s\0x", 3), vista_w(L"\0", 1)};
+    for (const bool relativo : {true, false}) {
+        v.rechaza_relativo = relativo ? 0 : ERROR_NOT_SUPPORTED;
+        raiz_abierta raiz(L"C:\\d");
+        v.aperturas.clear();
+        for (const vista_w nombre : nombres) {
+            for (const DWORD atributos : {DWORD{dir}, DWORD{FILE_ATTRIBUTE_NORMAL}}) {
+                const entrada_leida leida = {nombre, atributos, 0, 0, {}};
+                directorio_abierto hijo;
+                DWORD leidos = 77;
+                EXPECT_EQ(hijo.abre(raiz.directorio, leida), DWORD{ERROR_CANT_ACCESS_FILE});
+                EXPECT_EQ(raiz.directorio.borra(leida), DWORD{ERROR_CANT_ACCESS_FILE});
+                EXPECT_EQ(raiz.directorio.lee_atributos(leida, &leidos), DWORD{ERROR_CANT_ACCESS_FILE});
+                EXPECT_EQ(leidos, 77u);
+                EXPECT_EQ(raiz.directorio.pon_atributos(leida, 1), DWORD{ERROR_CANT_ACCESS_FILE});
+            }
+        }
+        EXPECT_EQ(v.aperturas.size(), 0u);
+    }
+    EXPECT_EQ(v.arbol("C:\\d"), (lista{"s\\", "s\\g"}));
+}
+
+TEST(directorio_abierto, los_atributos_de_una_entrada) {
+    volumen_falso v;
+    v.pon("C:\\d", {{"f", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN}});
+    raiz_abierta raiz(L"C:\\d");
+    const entrada_leida leida = entrada(v, "C:\\d\\f", L"f");
+    DWORD atributos = 0;
+    EXPECT_EQ(raiz.directorio.lee_atributos(leida, &atributos), 0u);
+    EXPECT_EQ(atributos, DWORD{FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN});
+    EXPECT_EQ(raiz.directorio.pon_atributos(leida, FILE_ATTRIBUTE_HIDDEN), 0u);
+    EXPECT_EQ(v["C:\\d\\f"].atributos, DWORD{FILE_ATTRIBUTE_HIDDEN});
+    EXPECT_EQ(raiz.directorio.pon_atributos(leida, 0), 0u);
+    EXPECT_EQ(v["C:\\d\\f"].atributos, DWORD{FILE_ATTRIBUTE_NORMAL}) << "0 would change nothing";
+    const entrada_leida falta = {L"no", FILE_ATTRIBUTE_NORMAL, 0, 0, {}};
+    EXPECT_EQ(raiz.directorio.lee_atributos(falta, &atributos), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(raiz.directorio.pon_atributos(falta, 1), DWORD{ERROR_FILE_NOT_FOUND});
+}
+
+TEST(directorio_abierto, una_raiz_que_falta_o_no_es_un_directorio) {
+    volumen_falso v;
+    v.pon("C:\\d", {{"f"}});
+    EXPECT_EQ(raiz_abierta(L"C:\\no").codigo, DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(raiz_abierta(L"C:\\d\\f").codigo, DWORD{ERROR_CANT_ACCESS_FILE});
+    v["C:\\d"].codigo_al_abrir = ERROR_SHARING_VIOLATION;
+    EXPECT_EQ(raiz_abierta(L"C:\\d").codigo, DWORD{ERROR_SHARING_VIOLATION});
+}
