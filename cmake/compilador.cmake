@@ -70,7 +70,7 @@ else()
     # folders, does not get into it. Sources are told relative to the root.
     target_compile_options(lumodir_opciones INTERFACE -g -gcodeview -flto -ffile-prefix-map=/usr/=toolchain/
       -fdebug-compilation-dir=.)
-    target_link_options(lumodir_opciones INTERFACE -flto -O2 -Wl,-Xlink=-pdbsourcepath:lumodir)
+    target_link_options(lumodir_opciones INTERFACE -flto -O2 -Wl,--gc-sections -Wl,-Xlink=-pdbsourcepath:lumodir)
   endif()
   # These reach GoogleTest too: mixed objects would disagree about wchar_t or report false errors.
   if(LUMODIR_SOLO_TEXTO)
