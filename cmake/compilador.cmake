@@ -110,10 +110,13 @@ if(WIN32)
   target_compile_definitions(lumodir_opciones INTERFACE UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601)
 endif()
 
-# A file of the product gets its .pdb, by its plain name, beside it.
+# The DLL gets its .pdb, by its plain name, beside it. The command gets none: names of what it gives to templates would
+# have the folders of the machine in them.
 function(lumodir_con_pdb objetivo fichero)
   if(LUMODIR_PDB)
     target_link_options(${objetivo} PRIVATE -Wl,--pdb=bin/${fichero} -Wl,-Xlink=-pdbaltpath:${fichero})
-    install(FILES ${PROJECT_BINARY_DIR}/bin/${fichero} DESTINATION bin)
+    if(LUMODIR_INSTALA)
+      install(FILES ${PROJECT_BINARY_DIR}/bin/${fichero} DESTINATION bin)
+    endif()
   endif()
 endfunction()

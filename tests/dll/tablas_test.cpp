@@ -69,8 +69,8 @@ std::set<std::string> importadas() {
     char fichero[1024];
     ::GetModuleFileNameA(::GetModuleHandleA("lumodir.dll"), fichero, sizeof fichero);
     std::set<std::string> resultado;
-    for (const auto& [dll, nombre] : dll::imagen_pe(fichero).funciones_importadas()) {
-        if (dll != "msvcrt.dll" || nombre[0] == '_' || nombre.find("open") != nombre.npos ||
+    for (const auto& [biblioteca, nombre] : dll::imagen_pe(fichero).funciones_importadas()) {
+        if (!dll::del_runtime_de_c(biblioteca) || nombre[0] == '_' || nombre.find("open") != nombre.npos ||
             nombre == "remove" || nombre == "rename" || nombre == "system") {
             resultado.insert(nombre);
         }
