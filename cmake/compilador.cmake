@@ -70,7 +70,7 @@ else()
     # folders, does not get into it. Sources are told relative to the root.
     target_compile_options(lumodir_opciones INTERFACE -g -gcodeview -flto -ffile-prefix-map=/usr/=toolchain/
       -fdebug-compilation-dir=.)
-    target_link_options(lumodir_opciones INTERFACE -flto -O2 -Wl,-Xlink=-pdbsourcepath:lumodir)
+    target_link_options(lumodir_opciones INTERFACE -flto -O2 -Wl,--gc-sections -Wl,-Xlink=-pdbsourcepath:lumodir)
   endif()
   # These reach GoogleTest too: mixed objects would disagree about wchar_t or report false errors.
   if(LUMODIR_SOLO_TEXTO)
@@ -110,10 +110,13 @@ if(WIN32)
   target_compile_definitions(lumodir_opciones INTERFACE UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601)
 endif()
 
-# A file of the product gets its .pdb, by its plain name, beside it.
+# The DLL gets its .pdb, by its plain name, beside it. The command gets none: names of what it gives to templates would
+# have the folders of the machine in them.
 function(lumodir_con_pdb objetivo fichero)
   if(LUMODIR_PDB)
     target_link_options(${objetivo} PRIVATE -Wl,--pdb=bin/${fichero} -Wl,-Xlink=-pdbaltpath:${fichero})
-    install(FILES ${PROJECT_BINARY_DIR}/bin/${fichero} DESTINATION bin)
+    if(LUMODIR_INSTALA)
+      install(FILES ${PROJECT_BINARY_DIR}/bin/${fichero} DESTINATION bin)
+    endif()
   endif()
 endfunction()

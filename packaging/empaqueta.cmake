@@ -9,6 +9,19 @@ if(momento STREQUAL "")
   string(TIMESTAMP momento %s UTC)
 endif()
 
+# The bill of materials, with the sums of the files that are shipped.
+file(READ ${CPACK_LUMODIR_SBOM} texto)
+foreach(algoritmo SHA1 SHA256)
+  foreach(fichero bin/lumodir.dll bin/lumodir.exe)
+    file(${algoritmo} ${carpeta}/${fichero} suma)
+    string(REPLACE "<<${algoritmo} ${fichero}>>" "${suma}" texto "${texto}")
+  endforeach()
+endforeach()
+execute_process(COMMAND date -u -d @${momento} +%Y-%m-%dT%H:%M:%SZ OUTPUT_VARIABLE fecha OUTPUT_STRIP_TRAILING_WHITESPACE
+                COMMAND_ERROR_IS_FATAL ANY)
+string(REPLACE "<<CREATED>>" "${fecha}" texto "${texto}")
+file(WRITE ${carpeta}/sbom.spdx.json "${texto}")
+
 # Everything in one folder, so that unpacking scatters nothing.
 file(GLOB_RECURSE ficheros RELATIVE ${carpeta} ${carpeta}/*)
 file(REMOVE_RECURSE ${carpeta}.zip)

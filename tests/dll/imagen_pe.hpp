@@ -18,6 +18,11 @@ struct exportacion {
     bool es_reenvio;  // stands for a function of another DLL
 };
 
+// Whether a DLL is the C runtime of Windows: the old one, or the universal one by any of its names.
+inline bool del_runtime_de_c(const std::string& dll) {
+    return dll == "msvcrt.dll" || dll == "ucrtbase.dll" || dll.rfind("api-ms-win-crt-", 0) == 0;
+}
+
 class imagen_pe {
 public:
     explicit imagen_pe(const std::string& fichero) {
@@ -53,7 +58,15 @@ public:
 
     // Its own name, as the export table has it.
     std::string nombre_propio() const { return texto(en_fichero(lee<std::uint32_t>(tabla(0) + 12))); }
-    std::uint32_t num_funciones() const { return lee<std::uint32_t>(tabla(0) + 20); }
+    // Those with a number; LLD leaves the place of the first number empty.
+    std::uint32_t num_funciones() const {
+        const std::uint32_t funciones = en_fichero(lee<std::uint32_t>(tabla(0) + 28));
+        std::uint32_t num = 0;
+        for (std::uint32_t i = 0; i < lee<std::uint32_t>(tabla(0) + 20); ++i) {
+            num += lee<std::uint32_t>(funciones + 4 * i) != 0 ? 1 : 0;
+        }
+        return num;
+    }
 
     std::vector<exportacion> exportaciones() const {
         const std::uint32_t base = tabla(0);

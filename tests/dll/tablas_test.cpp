@@ -31,8 +31,8 @@ const std::map<std::string, std::set<std::string>> sin_tabla = {
     {"GetCurrentProcess", {"plataforma_win32.cpp"}},
     {"GetCurrentProcessId", {"azar.cpp", "permisos_escritura.cpp"}},
     {"GetModuleHandleA", {"nombre_largo.cpp"}},
-    {"GetModuleHandleW", {"programa.cpp"}},
-    {"GetProcAddress", {"nombre_largo.cpp"}},
+    {"GetModuleHandleW", {"programa.cpp", "sistema.cpp"}},
+    {"GetProcAddress", {"nombre_largo.cpp", "sistema.cpp"}},
     {"GetStdHandle", {"plataforma_win32.cpp"}},
     {"GetUserDefaultUILanguage", {"plataforma_win32.cpp"}},
     {"IsDBCSLeadByteEx", {"plataforma_win32.cpp"}},
@@ -71,8 +71,8 @@ std::set<std::string> importadas() {
     char fichero[1024];
     ::GetModuleFileNameA(::GetModuleHandleA("lumodir.dll"), fichero, sizeof fichero);
     std::set<std::string> resultado;
-    for (const auto& [dll, nombre] : dll::imagen_pe(fichero).funciones_importadas()) {
-        if (dll != "msvcrt.dll" || nombre[0] == '_' || nombre.find("open") != nombre.npos ||
+    for (const auto& [biblioteca, nombre] : dll::imagen_pe(fichero).funciones_importadas()) {
+        if (!dll::del_runtime_de_c(biblioteca) || nombre[0] == '_' || nombre.find("open") != nombre.npos ||
             nombre == "remove" || nombre == "rename" || nombre == "system") {
             resultado.insert(nombre);
         }
