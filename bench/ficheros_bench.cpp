@@ -32,7 +32,6 @@ void borra_a_mano(const std::wstring& directorio) {
     ::FindClose(busqueda);
     for (const std::wstring& d : directorios) {
         borra_a_mano(d);
-        ::RemoveDirectoryW(d.c_str());
     }
     ::RemoveDirectoryW(directorio.c_str());
 }

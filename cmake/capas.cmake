@@ -32,6 +32,7 @@ function(lumodir_capa carpeta)
   target_include_directories(lumodir_${carpeta} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
   target_compile_definitions(lumodir_${carpeta} PRIVATE LUMODIR_CONSTRUYE)
   target_link_libraries(lumodir_${carpeta} PRIVATE lumodir_opciones)
+  target_compile_options(lumodir_${carpeta} PRIVATE ${LUMODIR_OPCIONES_NORMA})
   set_target_properties(lumodir_${carpeta} PROPERTIES POSITION_INDEPENDENT_CODE ON)
   if(LUMODIR_FUZZ)
     # What the fuzzer learns its way from; elsewhere it does nothing.

@@ -5,23 +5,32 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_C_STANDARD 11)
 set(CMAKE_C_EXTENSIONS OFF)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+endif()
 
 set(LUMODIR_SANEADORES "" CACHE STRING "Sanitizers of a native build, as for -fsanitize=")
 set(LUMODIR_COBERTURA OFF CACHE BOOL "Count what runs of src/ (tools/coverage; GCC)")
+set(LUMODIR_PDB OFF CACHE BOOL "Optimise as a whole, with debug information in .pdb files (Clang and LLD)")
 set(LUMODIR_TRAMPA_UB OFF CACHE BOOL "Undefined behaviour traps (MinGW has no sanitizer runtime)")
 
 # The options of everything that is ours.
 add_library(lumodir_opciones INTERFACE)
 
 if(MSVC)
-  target_compile_options(lumodir_opciones INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus)
+  # Its front end judges as Clang does, and speaks with both tongues.
+  target_compile_options(lumodir_opciones INTERFACE /W4 /utf-8 /permissive- /Zc:__cplusplus
+    $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:/WX>)
   target_compile_definitions(lumodir_opciones INTERFACE _CRT_SECURE_NO_WARNINGS)
-  target_link_options(lumodir_opciones INTERFACE /Brepro)
-  set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+  # Calls through pointers go only to functions; returns only to callers (control-flow guard, shadow stacks).
+  target_compile_options(lumodir_opciones INTERFACE /guard:cf)
+  target_link_options(lumodir_opciones INTERFACE /Brepro /guard:cf /CETCOMPAT)
+  if(PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+  endif()
 else()
   target_compile_options(lumodir_opciones INTERFACE
-    -Wall -Wextra -Wconversion -Wshadow -Werror)
+    -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:-Werror>)
   if(LUMODIR_COBERTURA)
     # Whole counters whatever the threads; no branch that only the optimiser has made. The tests are counted too,
     # for the copy of an inline function that the linker keeps may be theirs. Counters are written to the full paths
@@ -31,11 +40,37 @@ else()
   else()
     # No path of the building machine in the product.
     target_compile_options(lumodir_opciones INTERFACE
-      -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
+      -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
   endif()
   if(WIN32)
     # No runtime libraries to ship, and the same bytes from the same sources at any time.
     target_link_options(lumodir_opciones INTERFACE -static -Wl,--no-insert-timestamp)
+    # Addresses that nobody can foretell, no code in data: most linkers do so unasked.
+    target_link_options(lumodir_opciones INTERFACE
+      -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat
+      $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-Wl,--tsaware>)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+      # Returns only to callers (shadow stacks), a mark that GNU's linker does not know. Calls through pointers only to
+      # functions: from Clang 16 and MinGW-w64 11 on.
+      target_link_options(lumodir_opciones INTERFACE -Wl,-Xlink=-cetcompat)
+      include(CheckCXXSourceCompiles)
+      set(CMAKE_REQUIRED_FLAGS -mguard=cf)
+      set(CMAKE_REQUIRED_LINK_OPTIONS -mguard=cf)
+      check_cxx_source_compiles("int main() { return 0; }" LUMODIR_GUARDIA)
+      unset(CMAKE_REQUIRED_FLAGS)
+      unset(CMAKE_REQUIRED_LINK_OPTIONS)
+      if(LUMODIR_GUARDIA)
+        target_compile_options(lumodir_opciones INTERFACE -mguard=cf)
+        target_link_options(lumodir_opciones INTERFACE -mguard=cf)
+      endif()
+    endif()
+  endif()
+  if(LUMODIR_PDB)
+    # Code that is made at the link alone: what Clang notes of a compilation for the .pdb, its command line with all its
+    # folders, does not get into it. Sources are told relative to the root.
+    target_compile_options(lumodir_opciones INTERFACE -g -gcodeview -flto -ffile-prefix-map=/usr/=toolchain/
+      -fdebug-compilation-dir=.)
+    target_link_options(lumodir_opciones INTERFACE -flto -O2 -Wl,-Xlink=-pdbsourcepath:lumodir)
   endif()
   # These reach GoogleTest too: mixed objects would disagree about wchar_t or report false errors.
   if(LUMODIR_SOLO_TEXTO)
@@ -48,6 +83,12 @@ else()
   if(LUMODIR_TRAMPA_UB)
     target_compile_options(lumodir_opciones INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error)
   endif()
+endif()
+
+# What only GNU's compilers take does not get into the product: Clang knows it by name.
+set(LUMODIR_OPCIONES_NORMA "")
+if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND NOT MSVC)
+  set(LUMODIR_OPCIONES_NORMA -Wpedantic -Wgnu)
 endif()
 
 # Tests are compiled once and run once: no optimisation, which also spares the compiler's false alarms about string
@@ -68,3 +109,11 @@ endif()
 if(WIN32)
   target_compile_definitions(lumodir_opciones INTERFACE UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601)
 endif()
+
+# A file of the product gets its .pdb, by its plain name, beside it.
+function(lumodir_con_pdb objetivo fichero)
+  if(LUMODIR_PDB)
+    target_link_options(${objetivo} PRIVATE -Wl,--pdb=bin/${fichero} -Wl,-Xlink=-pdbaltpath:${fichero})
+    install(FILES ${PROJECT_BINARY_DIR}/bin/${fichero} DESTINATION bin)
+  endif()
+endfunction()

@@ -7,12 +7,27 @@ set(cmake_dir lib/cmake/lumodir)
 set(generados ${CMAKE_CURRENT_BINARY_DIR}/paquete)
 
 lumodir_escribe_def(${generados}/lumodir.def)
+# For Visual Studio's linker, which makes its own where it has linked the DLL. Without LLVM's tool there is none, and its
+# users make it of the .def.
+if(NOT MSVC)
+  find_program(LUMODIR_DLLTOOL NAMES llvm-dlltool)
+  if(LUMODIR_DLLTOOL)
+    add_custom_command(OUTPUT ${generados}/lumodir.lib
+      COMMAND ${LUMODIR_DLLTOOL} -m i386:x86-64 -d lumodir.def -l lumodir.lib
+      DEPENDS ${generados}/lumodir.def WORKING_DIRECTORY ${generados} VERBATIM)
+    add_custom_target(lumodir_lib ALL DEPENDS ${generados}/lumodir.lib)
+    install(FILES ${generados}/lumodir.lib DESTINATION lib)
+  else()
+    message(STATUS "no llvm-dlltool: lib/lumodir.lib is not made")
+  endif()
+endif()
 configure_file(packaging/lumodir.pc.in ${generados}/lumodir.pc @ONLY NEWLINE_STYLE UNIX)
 write_basic_package_version_file(${generados}/lumodirConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 
 install(TARGETS lumodir lumodir_cli RUNTIME DESTINATION bin ARCHIVE DESTINATION lib)
 install(FILES ${generados}/lumodir.def DESTINATION lib)
 install(DIRECTORY include/ DESTINATION include/lumodir FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
+install(FILES packaging/lumodir.natvis DESTINATION lib)
 install(FILES packaging/lumodirConfig.cmake ${generados}/lumodirConfigVersion.cmake DESTINATION ${cmake_dir})
 install(FILES ${generados}/lumodir.pc DESTINATION lib/pkgconfig)
 install(FILES packaging/README.md DESTINATION .)

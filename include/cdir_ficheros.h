@@ -9,6 +9,10 @@
  * question to the user with the message and the system's text for the error (buclrein_establece_receptor());
  * in service mode one attempt and no message. What the user decides cannot be promised, so look at the answer
  * where there is one.
+ *
+ * A path that is not full (relative, `X:name`, `\name`) is made full once, where a function begins: a question, a
+ * callback or another thread that changes the current directory meanwhile redirects nothing. Messages show the path as
+ * it was given.
  */
 #ifndef LUMODIR_CDIR_FICHEROS_H
 #define LUMODIR_CDIR_FICHEROS_H
@@ -18,7 +22,11 @@
 
 LUMODIR_EXTERN_C_INICIO
 
-/* ---- Existence ---- */
+/* ---- Existence ----
+ *
+ * What is there but cannot be asked (held without sharing, no right to look at it) exists: its directory says so. What
+ * cannot be reached at all (an empty drive, a share that is away) gets the answer 0, as what is missing does.
+ */
 
 /**
  * Tells whether a name exists, a file or a directory alike; cdir_es_directorio_u() tells them apart.
@@ -134,7 +142,7 @@ LUMODIR_API unsigned short cdir_se_puede_leer(const char *fichero);
 
 /**
  * Tells whether this program alone can write a file: lumodir_se_puede_escribir_UNICODE_ex() without the
- * reason. A missing file is created and deleted again.
+ * reason. A missing file is created and deleted again, by the handle that made it; nothing else is ever deleted.
  *
  * @param fichero  Path (UTF-16). NULL is reported as "(fichero) != NULL".
  * @return 1 when writable, else 0.
@@ -151,7 +159,7 @@ LUMODIR_API unsigned short cdir_se_puede_escribir(const char *fichero);
 
 /**
  * Tells whether a new file can be created in a directory, by creating and deleting one. The directory and its
- * missing parents are created first and stay, whatever the answer.
+ * missing parents are created first and stay, whatever the answer. A bare drive (`X:`) is its current directory.
  *
  * @param directorio  Directory (UTF-16). NULL is reported as "(path_sin_espacios) != NULL".
  * @param motivo      Receives the reason, or NULL: that of an invalid path (cdir_es_path_valido_UNICODE()),
@@ -163,7 +171,8 @@ LUMODIR_API unsigned short cdir_se_puede_escribir(const char *fichero);
 LUMODIR_API unsigned short cdir_se_puede_escribir_en_directorio(const wchar_t *directorio, wchar_t **motivo);
 
 /**
- * As cdir_se_puede_escribir_en_directorio(), for the directory of a file; the file itself is not touched.
+ * As cdir_se_puede_escribir_en_directorio(), for the directory of a file; the file itself is not touched. A name
+ * without a directory stands for the current one, `X:name` for that of the drive.
  *
  * @param fichero  Path of the file (UTF-16). NULL is reported as "(path_sin_espacios) != NULL".
  * @param motivo   Receives the reason, or NULL.
@@ -280,10 +289,16 @@ LUMODIR_API void cdir_delete_ficheros(const char *path_filtro);
 /**
  * Gives every file of a directory that has an extension another one. A file that already has the new name is
  * deleted first, on purpose (cdir_borra_fichero_si_existe_UNICODE()); the renaming is that of
- * cdir_renombra_fichero_UNICODE(). Changing an extension to itself changes nothing.
+ * cdir_renombra_fichero_UNICODE(). Changing an extension to itself changes nothing, also when it is spelled with other
+ * blanks or points at its end.
  *
- * @param dirBase  Directory (UTF-16). A NULL argument is reported as
- *                 "dirBase!=NULL && oldExt!=NULL && newExt !=NULL" and nothing is changed.
+ * Deleted is only a file whose entry bears exactly the new name, letter case aside: not one that merely answers to it
+ * (by its short name, or because the system cuts a blank or point at the end), nor the source by another of its names.
+ * A new extension with a separator or a colon makes no name: the renaming fails with code 123 and nothing changes.
+ *
+ * @param dirBase  Directory (UTF-16); a bare drive is its current directory. A NULL argument is reported as
+ *                 "dirBase!=NULL && oldExt!=NULL && newExt !=NULL", an empty or blank directory as
+ *                 "widestr_longitud(directorio) > 0", and nothing is changed.
  * @param oldExt   Extension to change, with or without its point. NULL is reported.
  * @param newExt   New extension, with or without its point. NULL is reported.
  */
@@ -430,7 +445,9 @@ cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(const wchar_t *direct
  * existing levels cost nothing and cannot fail. `\..\` is resolved first: `C:\a\x\..\b` creates `C:\a` and
  * `C:\a\b`. When a level fails for good and the function reports, 53952 "The directory name '%s' is
  * incorrect" is shown. An invalid path shows 53955 "The file '%s' is not correct" and is tried all the same.
- * A path without a directory needs nothing and gives 1.
+ * A path without a directory needs nothing and gives 1. A share may be written with either separator and with several
+ * of them, and a path may bear the prefix `\\?\` or `\\.\`. The answer is 1 only when the directory that was named is
+ * there: a file of its name is not one, and a drive or share that is missing is a failure too.
  */
 
 /**
@@ -535,7 +552,9 @@ LUMODIR_API unsigned short
 cdir_renombra_fichero_si_es_posible_UNICODE(const wchar_t *nombre_viejo, const wchar_t *nombre_nuevo);
 
 /**
- * Moves a file within its volume in one attempt without any message. An existing target is never replaced.
+ * Moves a file within its volume in one attempt without any message. An existing target is never replaced. (The
+ * renamings go to other volumes too, where the system copies and then deletes: a source that cannot be deleted stays,
+ * and the answer is that of a success.)
  *
  * @param origen   Path (UTF-16). NULL is reported.
  * @param destino  New path (UTF-16). NULL is reported.

@@ -10,6 +10,9 @@
  * filter: an extension without its point, NULL (not reported) or beginning with `*` for every file, empty for
  * the files without an extension. Letter case does not count and `?` stands for one character: `p?g` accepts
  * `a.PNG`. A `*` after the first character is an ordinary one.
+ *
+ * Both flavours search in UTF-16. An 8-bit name is the library's conversion, never cut and without look-alikes; what
+ * the code page lacks becomes its default character, so that such a name finds no file rather than another one.
  */
 #ifndef LUMODIR_CDIR_LISTAS_H
 #define LUMODIR_CDIR_LISTAS_H

@@ -540,7 +540,7 @@ LUMODIR_API wchar_t *cdir_nombre_fichero_abreviado_UNICODE(const wchar_t *nombre
 LUMODIR_API wchar_t *cdir_obtener_path_actual_UNICODE(void);
 
 /**
- * As cdir_obtener_path_actual_UNICODE() in 8-bit, read from the system in that flavour.
+ * As cdir_obtener_path_actual_UNICODE() in 8-bit: read in wide text and converted.
  *
  * @return New string (lumostr_destruye()).
  */

@@ -9,7 +9,12 @@
  *
  * When the system finds nothing for the pattern, or rejects it, the whole directory is searched and the
  * entries are filtered here, by looser rules that serve listings: read them at dirwin_cumple_filtro() before
- * deleting anything by what an enumerator yields.
+ * deleting anything by what an enumerator yields. Both searches look into the directory that the pattern named when
+ * the enumerator was opened, whoever changes the current directory. Where that directory is missing or out of reach
+ * (an empty drive, a share that is away) there is no second search.
+ *
+ * Both flavours search in UTF-16. An 8-bit name is the library's conversion, without look-alikes; what the code page
+ * lacks becomes its default character, so that such a name finds no file rather than another one.
  */
 #ifndef LUMODIR_DIRWIN_H
 #define LUMODIR_DIRWIN_H
@@ -65,13 +70,16 @@ struct Dirwin_u {
  * ("(path_filtro_generico) != NULL", and the enumerator yields nothing), and one that ends with a separator
  * ("i+1 < len").
  *
- * @param patron  Path whose last component may hold `*` and `?` (8-bit). NULL is reported.
+ * An entry whose 8-bit name is too long for the record (in code pages of several bytes a character) is handed out by
+ * its short name, and passed over when it has none.
+ *
+ * @param patron  Path of any length whose last component may hold `*` and `?` (8-bit). NULL is reported.
  * @return New enumerator, never NULL, even when nothing could be opened; free it with dirwin_destruye().
  */
 LUMODIR_API Dirwin *dirwin_crea(const char *patron);
 
 /**
- * As dirwin_crea(), in UTF-16 and for paths of any length.
+ * As dirwin_crea(), in UTF-16.
  *
  * @param patron  Path whose last component may hold `*` and `?`. NULL is reported as
  *                "(path_filtro_generico) != NULL" and the enumerator yields nothing.

@@ -3,6 +3,9 @@
  * Questions about one drive, named by its letter or by its index.
  *
  * The drive table of the machine is in info.h and the labels for display are in lumodir.h.
+ *
+ * A drive without medium (an empty card reader, an optical drive) brings up no dialog of the system: the
+ * question fails, and the error mode of the thread is afterwards what it was.
  */
 #ifndef LUMODIR_DISCOS_H
 #define LUMODIR_DISCOS_H
@@ -22,7 +25,8 @@ LUMODIR_EXTERN_C_INICIO
 LUMODIR_API unsigned short discos_es_unidad_local(wchar_t unidad);
 
 /**
- * Tells whether a drive is a substitution (SUBST) of a directory: the device behind it begins with `\??\`.
+ * Tells whether a drive is a substitution (SUBST) of a directory: the device behind it begins with `\??\`. One
+ * whose directory has more than 248 units cannot be told and counts as none.
  *
  * @param unidad  Letter in either case (UTF-16). Any other character is reported as
  *                "unidad2 >= L'A' && unidad2 <= L'Z'".

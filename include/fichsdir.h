@@ -219,8 +219,9 @@ LUMODIR_API ArrCADENA_u *
 fichsdir_nombres_ficheros_con_extension_u(const wchar_t *directorio, const wchar_t *extension);
 
 /**
- * As fichsdir_nombres_ficheros_con_extension_u() in 8-bit, with one difference: the file's extension is the
- * lower-case one of its file-name record and the given one is compared as it is, so `TXT` finds nothing.
+ * As fichsdir_nombres_ficheros_con_extension_u() in 8-bit, with two differences: the file's extension is the
+ * lower-case one of its file-name record and the given one is compared as it is, so `TXT` finds nothing; and in such a
+ * record a name whose only point is its first character is all extension, so `txt` finds `.txt` here alone.
  *
  * @param directorio  Directory (8-bit). NULL is reported.
  * @param extension   Extension without its point, in lower case (8-bit). NULL is reported and gives an empty

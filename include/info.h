@@ -2,7 +2,8 @@
  * @file info.h
  * The drive table of the machine and the current directory of each drive.
  *
- * The records are packed: programs rely on their layout.
+ * The records are packed: programs rely on their layout. A drive without medium brings up no dialog of the
+ * system.
  */
 #ifndef LUMODIR_INFO_H
 #define LUMODIR_INFO_H
@@ -86,7 +87,8 @@ LUMODIR_API void info_LiberaTabla(InfoTabla *tabla);
  * @param nbuf    Size of @p buf in UTF-16 units, the terminator included. A buffer too small, 0 included, is
  *                reported as "nbuf > len", and the text is cut to what fits, always terminated when there is
  *                room for a terminator. Without a buffer it must be 0, reported as "nbuf == 0" otherwise.
- * @return @p buf, or a new string (widestr_nousar_destruye()); NULL when the drive has no current directory.
+ * @return @p buf, or a new string (widestr_nousar_destruye()); NULL when the drive has no current directory, or
+ *         one of 260 units or more.
  */
 LUMODIR_API wchar_t *info_GetActualDirectorio_compatible_chdir(int unidad, wchar_t *buf, unsigned long nbuf);
 

@@ -45,7 +45,8 @@ lumodir_set_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero fu
 /**
  * Waits, as far as the retry loop does, for a directory on a network or removable drive to come back. The
  * message 53963 "Waiting for access to directory '%s'" goes with the loop, which does not ask the user here.
- * Nothing in the directory is opened.
+ * Nothing in the directory is opened. Windows remembers for some seconds (5, by default) that a share did not answer:
+ * a retry policy that lasts longer (buclrein_establece_politica()) is what sees it come back.
  *
  * @param directorio  Directory (8-bit). NULL is reported.
  * @return 1 when the directory is, or has become, reachable; else 0.
@@ -125,7 +126,8 @@ LUMODIR_API wchar_t *lumodir_ruta_relativa_a_absoluta(const wchar_t *base, const
 
 /**
  * Lists the directories of the environment variable PATH in their order, without surrounding blanks. Empty
- * pieces are left out, blank ones become empty strings, repeats and quotes stay.
+ * pieces are left out, blank ones become empty strings, repeats and quotes stay. The variable is read as the
+ * process has it at this moment, whichever C runtime (or SetEnvironmentVariableW()) has set it.
  *
  * @return New list (arr_DestruyeCADENA_u()), empty when the variable is not set.
  */
@@ -256,7 +258,8 @@ LUMODIR_API void lumodir_desprotege_fichero_si_existe(const char *nomfich);
  *
  * The temporary directory is that of the system. When it does not exist, `\temp` under the user's
  * local-settings folder takes its place or, when that is unknown, under the Windows directory; the fallback
- * is neither checked nor created. Results are new strings (widestr_nousar_destruye()).
+ * is neither checked nor created. A directory of more than 246 units leaves no room for a name and counts as one
+ * that does not exist. Results are new strings (widestr_nousar_destruye()).
  */
 
 /**
@@ -294,7 +297,7 @@ LUMODIR_API wchar_t *lumodir_creaFicheroTemporalConExt(const wchar_t *ext);
 
 /**
  * Creates an empty file with a new name and a given extension in a directory. No stray temporary file stays
- * behind.
+ * behind. A new file that another program holds for a moment (a virus scanner) is tried again under its name first.
  *
  * Reported: a directory too long ("longitud < _MAX_PATH"), a system that gives no name ("resp != 0" with the
  * directory; the result is then an empty string) and 150 names taken ("contador < 150"; the last one is
@@ -330,14 +333,16 @@ lumodir_creaFicheroTemporalEnDirectorio(const wchar_t *directorioTemporal, const
 LUMODIR_API wchar_t *lumodir_dame_path_completo_del_programa_UNICODE(void);
 
 /**
- * 8-bit flavour of lumodir_dame_path_completo_del_programa_UNICODE().
+ * 8-bit flavour of lumodir_dame_path_completo_del_programa_UNICODE(): its path, converted. A character that the
+ * code page lacks becomes its default character, never one that looks alike.
  *
  * @return New string (lumostr_destruye()).
  */
 LUMODIR_API char *lumodir_dame_path_completo_del_programa(void);
 
 /**
- * Gives the short (8.3) form of a path, or the path as it is when it does not exist or has none.
+ * Gives the short (8.3) form of a path, or the path as it is when it does not exist or has none. The form of a path
+ * of 248 units or more keeps the prefix `\\?\`.
  *
  * @param path  Path (UTF-16). NULL is reported as "(path) != NULL" and gives an empty string.
  * @return New string (widestr_nousar_destruye()).

@@ -40,6 +40,19 @@
 #define LUMODIR_EXTERN_C_FIN
 #endif
 
+/**
+ * The version of these headers; that of the DLL which a program has loaded stands in its version resource. A program
+ * built against 1.2 runs with any 1.x from 1.2 on: see the page "What may change".
+ */
+#define LUMODIR_VERSION_MAJOR 1 /**< Another number: programs have to be built anew, perhaps changed. */
+#define LUMODIR_VERSION_MINOR 0 /**< A higher number: something was added. */
+#define LUMODIR_VERSION_PATCH 0 /**< A higher number: something was mended. */
+
+/** The version as one number that can be compared: 1.2.3 is 10203. */
+#define LUMODIR_VERSION_NUMBER (LUMODIR_VERSION_MAJOR * 10000 + LUMODIR_VERSION_MINOR * 100 + LUMODIR_VERSION_PATCH)
+/** The version as text: "1.2.3". */
+#define LUMODIR_VERSION_STRING "1.0.0"
+
 /** Truth values travel as `unsigned short`. Compare with CIERTO: any other value counts as false. */
 #define CIERTO 1
 #define FALSO 0 /**< The other truth value. */

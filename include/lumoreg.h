@@ -90,13 +90,21 @@ lumoreg_crea_clave_en_vista_u(unsigned long vista, unsigned long raiz, const wch
  *
  * A pass leaves every second subkey of a level in place: of `k1`, `k2`, `k3` it removes `k1` and `k3`.
  * Programs know the operation like this, so it stays. A key that still holds subkeys cannot be deleted, which
- * is reported as "resultado == ERROR_SUCCESS" with its name; a subkey that does not open is reported as
- * "clave_abierta == CIERTO" with its path. Subkeys whose name is longer than 99 characters are passed over.
+ * is reported as "resultado == ERROR_SUCCESS" with its name; a key or subkey that does not open is reported as
+ * "clave_abierta == CIERTO" with its path, and goes all the same if it is empty and may be deleted. Subkeys
+ * whose name is longer than 99 characters are passed over; one whose name holds a NUL cannot be opened.
+ *
+ * Nothing is deleted that was not named. A key that is a symbolic link, the named one included, is never gone
+ * into: the link itself is deleted and what it points to stays. (Links on the way to the parent are followed.)
+ * All of it happens in one view, the one in which the parent opened; the 64-bit and the 32-bit view are
+ * tried for the parent only where it is missing, not where it may not be opened.
  *
  * @param raiz    Root index.
- * @param clave   Path of the parent key (UTF-16). NULL is reported and nothing is deleted. Nothing is done
- *                either when the parent does not open.
- * @param nombre  Name of the key to delete (UTF-16). NULL is reported and nothing is deleted.
+ * @param clave   Path of the parent key (UTF-16); empty for the root itself. NULL is reported and nothing is
+ *                deleted. Nothing is done either when the parent does not open.
+ * @param nombre  Name of the key to delete (UTF-16); empty for the parent itself. NULL is reported and nothing
+ *                is deleted. Both empty is the root, which cannot be deleted: it is reported as
+ *                "widestr_longitud(clave) > 0 || widestr_longitud(nombre) > 0" and everything stays.
  */
 LUMODIR_API void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t *clave, const wchar_t *nombre);
 
@@ -106,6 +114,8 @@ LUMODIR_API void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t *clave,
  * @param raiz    Root index.
  * @param clave   Path of the parent key (8-bit). NULL is reported and nothing is deleted.
  * @param nombre  Name of the key to delete (8-bit). NULL is reported and nothing is deleted.
+ *
+ * @see lumoreg_borra_clave_u() for links, views and empty names.
  */
 LUMODIR_API void lumoreg_borra_clave(unsigned long raiz, const char *clave, const char *nombre);
 
@@ -239,7 +249,8 @@ LUMODIR_API unsigned short lumoreg_lee_cadena_ex_u(unsigned long vista, unsigned
 
 /**
  * Appends the names of the subkeys of a key to a list, in the system's order. A failing step is reported as
- * "error == ERROR_SUCCESS || error == ERROR_MORE_DATA" with the key path.
+ * "error == ERROR_SUCCESS || error == ERROR_MORE_DATA" with the key path, and still counts as one element:
+ * while others create and delete subkeys, a name may stand twice in the list, or an empty one in its place.
  *
  * @param raiz      Root index.
  * @param clave     Key path below the root (UTF-16). NULL is reported.

@@ -2,8 +2,11 @@
  * @file taskproc.h
  * Finds running processes by the name of a module that they have loaded, and terminates them.
  *
+ * Of the other processes only the lists of their modules are asked for, those of 32-bit programs included.
+ *
  * What it cannot promise: processes of other users and protected ones usually show no modules and are then
- * not found; and a process may start or end between the search and what follows it.
+ * not found; and a process may start or end between the search and what follows it. The system gives the
+ * number of an ended process to another one sooner or later, so a record is not for keeping.
  */
 #ifndef LUMODIR_TASKPROC_H
 #define LUMODIR_TASKPROC_H
@@ -26,13 +29,16 @@ typedef struct Taskproc {
 
 /**
  * Tells whether some process has loaded a module of the given name; usually the name of an executable, but
- * any loaded library counts.
+ * any loaded library counts. The system's idle process (number 0) is passed over: it has no modules, and the
+ * system would show those of the process that asks in their place.
  *
  * @param modulo    Module name with its extension (UTF-16), compared exactly, letter case included. NULL is
  *                  reported and nothing is found.
  * @param procesos  Where to store a new list with one Taskproc per matching module of every process, or NULL
- *                  when it is not wanted (not reported; the search then stops at the first match). It
- *                  receives NULL when nothing matches. Free it with arr_DestruyeEstructurasConTipo() and
+ *                  when it is not wanted (not reported; the search then stops at the first match). Modules of
+ *                  one name in two directories are two; the same path, letter case aside, counts once in a
+ *                  process, however often it is listed there (a 32-bit program lists its executable twice).
+ *                  It receives NULL when nothing matches. Free it with arr_DestruyeEstructurasConTipo() and
  *                  taskproc_destruye().
  * @return 1 when something matched, else 0. A system that gives no process list is reported as
  *         "hSnapshot != INVALID_HANDLE_VALUE" and answered with 0.
@@ -45,7 +51,8 @@ taskproc_busca_proceso_abierto(const wchar_t *modulo, ArrPunteroConTipo **proces
  * without a report.
  *
  * @param taskproc  Record of a search. NULL is reported as "(taskproc) != NULL".
- * @return 1 when termination was attempted, which does not say that the process has ended; else 0.
+ * @return 1 when termination was attempted, which does not say that the process has ended: its files may stay
+ *         locked for a moment more; else 0.
  */
 LUMODIR_API unsigned short taskproc_mata_proceso(const Taskproc *taskproc);
 

@@ -64,7 +64,9 @@ timefich_obtener_fecha(const char *fichero, FILETIME *local_creacion, FILETIME *
  * @param local_modificacion  Date of the last write in local time, or NULL to leave it. Both NULL is reported
  *                            as "local_creacion != NULL || local_modificacion != NULL". A date that cannot be
  *                            converted to UTC is reported as "resp != FALSE".
- * @return 1 when set, else 0.
+ * @return 1 when set, else 0. A date whose UTC value the system takes for "leave it as it is" (0, -1 and -2), or
+ *         for none at all (any other negative one), is answered with 0 too: nobody is asked, nothing is opened
+ *         and the other date is not set either.
  */
 LUMODIR_API unsigned short timefich_asignar_fecha_u(const wchar_t *fichero, const FILETIME *local_creacion,
                                                     const FILETIME *local_modificacion);

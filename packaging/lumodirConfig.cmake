@@ -14,24 +14,33 @@ if(NOT WIN32)
   return()
 endif()
 
+# The DLL is for 64-bit x86. What CMake calls the processor may be that of the machine: the compiler is asked.
+foreach(_lumodir_lengua C CXX)
+  if(CMAKE_${_lumodir_lengua}_COMPILER_LOADED)
+    if(CMAKE_${_lumodir_lengua}_COMPILER_ARCHITECTURE_ID)
+      set(_lumodir_para "${CMAKE_${_lumodir_lengua}_COMPILER_ARCHITECTURE_ID}")
+    elseif(CMAKE_${_lumodir_lengua}_COMPILER_TARGET)
+      set(_lumodir_para "${CMAKE_${_lumodir_lengua}_COMPILER_TARGET}")
+    else()
+      execute_process(COMMAND "${CMAKE_${_lumodir_lengua}_COMPILER}" -dumpmachine
+                      OUTPUT_VARIABLE _lumodir_para OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+    endif()
+    if(_lumodir_para AND NOT _lumodir_para MATCHES "^(x64|AMD64|x86_64.*|amd64.*)$")
+      set(lumodir_FOUND FALSE)
+      set(lumodir_NOT_FOUND_MESSAGE "this lumodir is for x64; the compiler makes programs for ${_lumodir_para}")
+      return()
+    endif()
+  endif()
+endforeach()
+
 set(_lumodir_importacion "${_lumodir_raiz}/lib/liblumodir.dll.a")
 if(MSVC)
-  # Its linker wants an import library of its own kind: that of a package which MSVC made, or one made here of the
-  # list of exports, once per build folder.
   set(_lumodir_importacion "${_lumodir_raiz}/lib/lumodir.lib")
-  set(_lumodir_def "${_lumodir_raiz}/lib/lumodir.def")
   if(NOT EXISTS "${_lumodir_importacion}")
-    set(_lumodir_importacion "${CMAKE_BINARY_DIR}/lumodir.lib")
-    if("${_lumodir_def}" IS_NEWER_THAN "${_lumodir_importacion}")
-      execute_process(
-        COMMAND "${CMAKE_AR}" /nologo /machine:x64 "/def:${_lumodir_def}" "/out:${_lumodir_importacion}"
-        RESULT_VARIABLE _lumodir_resultado OUTPUT_VARIABLE _lumodir_salida ERROR_VARIABLE _lumodir_salida)
-      if(NOT _lumodir_resultado EQUAL 0)
-        set(lumodir_FOUND FALSE)
-        set(lumodir_NOT_FOUND_MESSAGE "no import library could be made of lumodir.def: ${_lumodir_salida}")
-        return()
-      endif()
-    endif()
+    set(lumodir_FOUND FALSE)
+    set(lumodir_NOT_FOUND_MESSAGE
+      "this package was made without ${_lumodir_importacion}; make it: lib /def:lumodir.def /machine:x64")
+    return()
   endif()
 endif()
 
@@ -41,4 +50,8 @@ if(NOT TARGET lumodir::lumodir)
     IMPORTED_LOCATION "${_lumodir_raiz}/bin/lumodir.dll"
     IMPORTED_IMPLIB "${_lumodir_importacion}"
     INTERFACE_INCLUDE_DIRECTORIES "${_lumodir_raiz}/include/lumodir")
+  if(MSVC AND EXISTS "${_lumodir_raiz}/lib/lumodir.natvis")
+    # How the debugger shows the library's types goes into the program's own debug information.
+    target_link_options(lumodir::lumodir INTERFACE "/NATVIS:${_lumodir_raiz}/lib/lumodir.natvis")
+  endif()
 endif()

@@ -249,17 +249,16 @@ std::wstring i_mkdir_una(const peticion& p, const std::wstring& ruta) {
     if (sin_blancos(ruta).empty()) {
         return di("the path is empty");
     }
+    // No attempt and no question would make a directory of it.
+    if (!p.tiene("for-file") && que_hay_en(ruta) == clase_de_entrada::fichero) {
+        return di("'%1' is a file", ruta);
+    }
     const auto crea = p.tiene("for-file")
                           ? (p.tiene("if-possible") ? cdir_crea_directorios_fichero_si_es_posible_UNICODE
                                                     : cdir_crea_directorios_fichero_UNICODE)
                       : p.tiene("if-possible") ? cdir_crea_directorios_si_es_posible_UNICODE
                                                : cdir_crea_directorios_del_path_UNICODE;
-    if (crea(ruta.c_str()) != CIERTO) {
-        return di("'%1' is not created", ruta);
-    }
-    // What exists already passes for created, a file too.
-    const bool es_fichero = !p.tiene("for-file") && que_hay_en(ruta) == clase_de_entrada::fichero;
-    return es_fichero ? di("'%1' is a file", ruta) : std::wstring();
+    return crea(ruta.c_str()) == CIERTO ? std::wstring() : di("'%1' is not created", ruta);
 }
 
 int i_mkdir(peticion& p) {

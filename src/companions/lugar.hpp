@@ -33,6 +33,7 @@ inline constexpr modulo modulos[] = {
     {"apunorde", etiqueta_lumodir},
     {"arr", etiqueta_lumodir},
     {"buclrein", etiqueta_lumodir},
+    {"directorio_abierto", etiqueta_lumodir},
     {"error_interno", etiqueta_lumodir},
     {"lmaviso", etiqueta_lumodir},
     {"lmlongpath", etiqueta_lumodir},
@@ -62,6 +63,7 @@ inline constexpr modulo modulos[] = {
     {"filtro_extension", etiqueta_lumodir},
     {"listas_ficheros", etiqueta_lumodir},
     {"listas_arbol", etiqueta_lumodir},
+    {"recorrido", etiqueta_lumodir},
     // files
     {"azar", etiqueta_lumodir},
     {"borrado", etiqueta_lumodir},

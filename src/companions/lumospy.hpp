@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 #include "companions/lugar.hpp"
@@ -100,6 +101,13 @@ public:
         }
         datos_[num_++] = elemento;
     }
+    void anade_varios(const T* elementos, std::size_t cuantos, lugar donde = lugar::aqui()) {
+        if (cuantos > sitio_ - num_) {
+            reserva_sitio((num_ + cuantos) * 2, donde);
+        }
+        std::memcpy(datos_ + num_, elementos, cuantos * sizeof(T));
+        num_ += cuantos;
+    }
     void reserva_sitio(std::size_t sitio, lugar donde = lugar::aqui()) {
         if (sitio > sitio_) {
             // A product that overflows becomes a size that no allocator has.
@@ -122,6 +130,7 @@ public:
     T& operator[](std::size_t i) noexcept { return datos_[i]; }
     const T& operator[](std::size_t i) const noexcept { return datos_[i]; }
     T& back() noexcept { return datos_[num_ - 1]; }
+    const T& back() const noexcept { return datos_[num_ - 1]; }
     T* begin() noexcept { return datos_; }
     T* end() noexcept { return datos_ + num_; }
     const T* begin() const noexcept { return datos_; }

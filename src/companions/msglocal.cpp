@@ -51,6 +51,44 @@ constexpr idioma_windows idiomas[] = {
     {0x11, 0x00, 39},  // Japanese
 };
 
+constexpr unsigned short castellano = 0x0C0A;
+constexpr unsigned short de_mexico = 0x080A;
+constexpr unsigned short de_portugal = 0x0816;
+constexpr unsigned short de_brasil = 0x0416;
+
+struct textos_del_sistema {
+    unsigned long ranura;
+    idiomas_de_ranura idiomas;
+};
+
+// Windows is delivered in these; a slot of a variant that it lacks names the two that come nearest.
+constexpr textos_del_sistema idiomas_del_sistema[] = {
+    {ranura_espanol, {castellano, de_mexico}},
+    {ranura_frances, {0x040C, 0}},
+    {ranura_portugues_brasil, {de_brasil, de_portugal}},
+    {ranura_portugues_portugal, {de_portugal, de_brasil}},
+    {ranura_catalan, {0x0403, castellano}},
+    {ranura_italiano, {0x0410, 0}},
+    {ranura_espanol_regional_1, {de_mexico, castellano}},
+    {ranura_espanol_regional_2, {de_mexico, castellano}},
+    {ranura_ingles, {0x0409, 0}},
+    {ranura_gallego, {0x0456, castellano}},
+    {ranura_bulgaro, {0x0402, 0}},
+    {ranura_rumano, {0x0418, 0}},
+    {ranura_chino_simplificado, {0x0804, 0}},
+    {ranura_aleman, {0x0407, 0}},
+    {ranura_ruso, {0x0419, 0}},
+    {ranura_espanol_regional_3, {de_mexico, castellano}},
+    {ranura_tailandes, {0x041E, 0}},
+    {ranura_checo, {0x0405, 0}},
+    {ranura_croata, {0x041A, 0}},
+    {ranura_esloveno, {0x0424, 0}},
+    {ranura_hungaro, {0x040E, 0}},
+    {ranura_polaco, {0x0415, 0}},
+    {ranura_turco, {0x041F, 0}},
+    {ranura_japones, {0x0411, 0}},
+};
+
 }  // namespace
 
 unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
@@ -62,6 +100,15 @@ unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
         }
     }
     return ranura_ingles;
+}
+
+idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept {
+    for (const textos_del_sistema& fila : idiomas_del_sistema) {
+        if (fila.ranura == ranura) {
+            return fila.idiomas;
+        }
+    }
+    return i_idiomas_de_ranura(ranura_de_respaldo(static_cast<std::uint32_t>(ranura)));
 }
 
 const wchar_t* nousar_msglocal_original_u(ConstructorMensaje construye) noexcept {

@@ -18,4 +18,12 @@ inline const wchar_t* nousar_original_u(ConstructorMensaje construye) noexcept {
 // Language slot of a display language as Windows numbers it; English where the catalogue has none for it.
 unsigned long i_ranura_de_idioma(unsigned short langid) noexcept;
 
+// The display languages (LANGID) in which the system is asked for a text of its own that goes with messages of a slot:
+// the slot's, and its nearest relative or 0. A slot that has no language speaks that of its fallback.
+struct idiomas_de_ranura {
+    unsigned short primero;
+    unsigned short segundo;
+};
+idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept;
+
 }  // namespace lumodir

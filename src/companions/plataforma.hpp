@@ -27,7 +27,8 @@ extern unsigned pagina_de_codigos;
 void minusculas_ansi(char* texto, std::size_t longitud) noexcept;
 void mayusculas_ansi(char* texto, std::size_t longitud) noexcept;
 
-// The value of an environment variable as the C runtime sees it; a NULL string when it is not set.
+// The value of an environment variable as the process has it now, whichever C runtime has set it; a NULL string when it
+// is not set.
 cadena_w variable_de_entorno(const wchar_t* nombre);
 
 // One line for whoever watches a program that has no receiver of its own.
@@ -37,7 +38,8 @@ void escribe_depurador(const wchar_t* linea) noexcept;
 // Primary language and sublanguage of the user's display language, as Windows numbers them (LANGID).
 unsigned short idioma_del_usuario() noexcept;
 
-// The system's text for an error code, without its line break; the number itself when it has none.
+// The system's text for an error code, in the language of the messages where the system has it, else in the system's
+// own, without its line break; the number itself when it has none.
 cadena_w texto_de_codigo_de_error(unsigned long codigo);
 
 // Pauses go through this pointer, so that tests neither wait nor guess.

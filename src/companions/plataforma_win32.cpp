@@ -1,9 +1,22 @@
 // The platform door (plataforma.hpp) on Windows.
-#include <cstdlib>
+#include "companions/plataforma.hpp"
+
+#include <algorithm>
 #include <cstring>
 
-#include "companions/plataforma.hpp"
-#include "companions/sistema.hpp"
+#include "companions/msglocal.h"
+#include "companions/msglocal.hpp"
+#include "companions/respuesta_entera.hpp"
+#include "companions/tabla_entorno.hpp"
+
+namespace lumodir {
+
+tabla_entorno entorno = {
+    ::GetEnvironmentVariableW, ::FormatMessageW,     ::GetConsoleMode,
+    ::WriteConsoleW,           ::GetThreadErrorMode, ::SetThreadErrorMode,
+};
+
+}  // namespace lumodir
 
 namespace lumodir::plataforma {
 namespace {
@@ -14,25 +27,35 @@ int i_longitud(std::size_t longitud) noexcept {
     return static_cast<int>(longitud < maxima ? longitud : maxima);
 }
 
-// Writes `texto` in UTF-8 to a console or a redirected stream.
+// Consoles refuse more than 64 KB at once, some even less; a redirected stream gets stretches that fit its buffer.
+constexpr std::size_t tramo_de_consola = 8192;  // units
+constexpr std::size_t tramo_de_flujo = 128;
+
+// The first stretch of a text, which cuts no pair in two.
+vista_w i_tramo(vista_w texto, std::size_t mayor) noexcept {
+    std::size_t tramo = std::min(texto.size(), mayor);
+    if (tramo < texto.size() && (texto[tramo - 1] & 0xFC00) == 0xD800) {
+        --tramo;
+    }
+    return texto.substr(0, tramo);
+}
+
+// Writes `texto` to a console or, in UTF-8, to a redirected stream.
 void i_escribe(HANDLE salida, vista_w texto) noexcept {
     DWORD escritos;
-    if (::GetConsoleMode(salida, &escritos)) {
-        // Tests have no console of their own. GCOVR_EXCL_START
-        ::WriteConsoleW(salida, texto.data(), static_cast<DWORD>(texto.size()), &escritos, nullptr);
-        return;
-    }  // GCOVR_EXCL_STOP
-    char bytes[512];
+    const bool consola = entorno.GetConsoleMode(salida, &escritos) != FALSE;
+    char bytes[3 * tramo_de_flujo];  // a UTF-16 unit takes at most three
     while (!texto.empty()) {
-        // A UTF-16 unit takes at most three bytes; a pair must not be cut in two.
-        std::size_t tramo = texto.size() < 128 ? texto.size() : 128;
-        if (tramo < texto.size() && (texto[tramo - 1] & 0xFC00) == 0xD800) {
-            --tramo;
+        const vista_w tramo = i_tramo(texto, consola ? tramo_de_consola : tramo_de_flujo);
+        const auto unidades = static_cast<DWORD>(tramo.size());
+        if (consola) {
+            entorno.WriteConsoleW(salida, tramo.data(), unidades, &escritos, nullptr);
+        } else {
+            const int largo = ::WideCharToMultiByte(CP_UTF8, 0, tramo.data(), static_cast<int>(unidades),
+                                                    bytes, sizeof bytes, nullptr, nullptr);
+            ::WriteFile(salida, bytes, static_cast<DWORD>(largo), &escritos, nullptr);
         }
-        const int largo = ::WideCharToMultiByte(CP_UTF8, 0, texto.data(), static_cast<int>(tramo), bytes,
-                                                sizeof bytes, nullptr, nullptr);
-        ::WriteFile(salida, bytes, static_cast<DWORD>(largo), &escritos, nullptr);
-        texto.remove_prefix(tramo);
+        texto.remove_prefix(tramo.size());
     }
 }
 
@@ -185,8 +208,15 @@ void mayusculas_ansi(char* texto, std::size_t longitud) noexcept {
 }
 
 cadena_w variable_de_entorno(const wchar_t* nombre) {
-    const wchar_t* valor = ::_wgetenv(nombre);
-    return valor == nullptr ? cadena_w() : cadena_w(a_vista(valor));
+    DWORD codigo = ERROR_SUCCESS;
+    cadena_w valor = i_respuesta_entera<wchar_t>([&](wchar_t* destino, DWORD sitio) {
+        ::SetLastError(ERROR_SUCCESS);
+        const DWORD longitud = entorno.GetEnvironmentVariableW(nombre, destino, sitio);
+        codigo = ::GetLastError();
+        return longitud;
+    });
+    // Only the code tells an empty value from one that is not set.
+    return valor.es_nula() && codigo == ERROR_SUCCESS ? cadena_w(vista_w()) : std::move(valor);
 }
 
 void escribe_error_estandar(vista_w linea) noexcept {
@@ -206,21 +236,43 @@ unsigned short idioma_del_usuario() noexcept {
     return ::GetUserDefaultUILanguage();
 }
 
-cadena_w texto_de_codigo_de_error(unsigned long codigo) {
-    wchar_t* texto = nullptr;
-    const DWORD largo = ::FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-        codigo, 0, reinterpret_cast<wchar_t*>(&texto), 0, nullptr);
-    if (largo == 0) {
-        return copiaforu_nousar_formatea(L"%lu", {codigo});
+namespace {
+
+// NULL where the system has no text for the code in this language. The longest text that the call gives has 64 KB.
+cadena_w i_texto_en(unsigned long codigo, unsigned short idioma) {
+    constexpr DWORD como = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+    constexpr DWORD mayor_texto = 32'767;  // units, terminator included
+    wchar_t corto[512];
+    DWORD largo =
+        entorno.FormatMessageW(como, nullptr, codigo, idioma, corto, sizeof corto / sizeof *corto, nullptr);
+    const wchar_t* texto = corto;
+    vector_interno<wchar_t> entero;
+    if (largo == 0 && ::GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
+        entero.reserva_sitio(mayor_texto);
+        largo = entorno.FormatMessageW(como, nullptr, codigo, idioma, entero.data(), mayor_texto, nullptr);
+        texto = entero.data();
     }
     vista_w linea(texto, largo);
     while (!linea.empty() && (linea.back() == L'\r' || linea.back() == L'\n' || linea.back() == L' ')) {
         linea.remove_suffix(1);
     }
-    cadena_w resultado(linea);
-    ::LocalFree(texto);
-    return resultado;
+    return linea.empty() ? cadena_w() : cadena_w(linea);
+}
+
+constexpr unsigned short idioma_del_sistema = 0;  // what the system itself would take, English at the last
+
+}  // namespace
+
+cadena_w texto_de_codigo_de_error(unsigned long codigo) {
+    const idiomas_de_ranura propios = i_idiomas_de_ranura(msglocal_dame_idioma());
+    for (const unsigned short idioma : {propios.primero, propios.segundo}) {
+        cadena_w texto = idioma == 0 ? cadena_w() : i_texto_en(codigo, idioma);
+        if (!texto.es_nula()) {
+            return texto;
+        }
+    }
+    cadena_w texto = i_texto_en(codigo, idioma_del_sistema);
+    return !texto.es_nula() ? std::move(texto) : copiaforu_nousar_formatea(L"%lu", {codigo});
 }
 
 }  // namespace lumodir::plataforma

@@ -38,20 +38,26 @@ constexpr long long i_segundos_desde_1970(const FILETIME& fecha) noexcept {
 // The date of a time value; false, and nothing stored, where a FILETIME cannot hold it.
 bool i_filetime_de_segundos(long long segundos, FILETIME& fecha) noexcept;
 
-// The true wall clock of the date in the current time zone, with the daylight rules of that date. A date that
-// the system's calendar does not reach stays in UTC.
+// The true wall clock of the date in the current time zone, with the daylight rules that the year of the date had. A
+// date that the system's calendar does not reach stays in UTC.
 long long i_segundos_locales_desde_1970(const FILETIME& fecha_utc) noexcept;
 
-// The same for many dates in a row: asking the system for its time zone costs more than all the rest of a listing's
-// entry, so it is asked once.
+// The same, to the second and in every year, for many dates in a row: the system is asked the same question, but once
+// a quarter of an hour has had two dates, all others in it are reckoned. (Handing the system a zone that was asked for
+// once would be fast too, and wrong: such a zone holds the daylight rules of this year alone.)
 class conversor_de_fechas {
 public:
-    conversor_de_fechas() noexcept;
-    long long segundos_locales_desde_1970(const FILETIME& fecha_utc) const noexcept;
+    long long segundos_locales_desde_1970(const FILETIME& fecha_utc) noexcept;
 
 private:
-    TIME_ZONE_INFORMATION zona_;
-    bool hay_zona_;
+    enum class visto : unsigned char { una_vez, por_los_dos_extremos, no_vale };
+    struct cuarto {
+        long long numero = -1;  // since 1601
+        long long desfase = 0;  // of the wall clock, in intervals; once it is known
+        visto estado = visto::una_vez;
+    };
+    static constexpr int num_cuartos = 64;  // the files of a directory come from few moments
+    cuarto cuartos_[num_cuartos];
 };
 
 }  // namespace lumodir

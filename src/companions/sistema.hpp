@@ -3,7 +3,8 @@
 // too, so that tests choose the time zone.
 //
 // Promises: each entry has the signature and the error convention (GetLastError) of the Windows function whose
-// name it bears.
+// name it bears. Four entries, with names of our own, stand for what Windows offers only in its native interface;
+// they keep the same convention, and each is one call.
 // Checked by the fault tests of tests/files and tests/listings.
 #pragma once
 
@@ -25,21 +26,19 @@ struct tabla_sistema {
     decltype(&::CloseHandle) CloseHandle;
     decltype(&::GetFileInformationByHandle) GetFileInformationByHandle;
     decltype(&::GetFileInformationByHandleEx) GetFileInformationByHandleEx;
+    decltype(&::SetFileInformationByHandle) SetFileInformationByHandle;
     decltype(&::SetFileTime) SetFileTime;
     decltype(&::FileTimeToLocalFileTime) FileTimeToLocalFileTime;
     decltype(&::LocalFileTimeToFileTime) LocalFileTimeToFileTime;
     decltype(&::FileTimeToSystemTime) FileTimeToSystemTime;
     decltype(&::SystemTimeToTzSpecificLocalTime) SystemTimeToTzSpecificLocalTime;
     decltype(&::SystemTimeToFileTime) SystemTimeToFileTime;
-    decltype(&::GetTimeZoneInformation) GetTimeZoneInformation;
     decltype(&::DeleteFileW) DeleteFileW;
     decltype(&::CreateDirectoryW) CreateDirectoryW;
     decltype(&::RemoveDirectoryW) RemoveDirectoryW;
     decltype(&::MoveFileExW) MoveFileExW;
     decltype(&::FindFirstFileExW) FindFirstFileExW;
     decltype(&::FindNextFileW) FindNextFileW;
-    decltype(&::FindFirstFileA) FindFirstFileA;
-    decltype(&::FindNextFileA) FindNextFileA;
     decltype(&::FindClose) FindClose;
     decltype(&::GetFullPathNameW) GetFullPathNameW;
     decltype(&::GetShortPathNameW) GetShortPathNameW;
@@ -47,8 +46,19 @@ struct tabla_sistema {
     decltype(&::GetTempPathW) GetTempPathW;
     decltype(&::GetTempFileNameW) GetTempFileNameW;
     decltype(&::GetWindowsDirectoryW) GetWindowsDirectoryW;
-    decltype(&::GetModuleFileNameA) GetModuleFileNameA;
     decltype(&::GetModuleFileNameW) GetModuleFileNameW;
+    // Opens an entry of an open directory by its bare name, which is taken literally; with no directory, `nombre` is a
+    // whole native path. `opciones` and `atributos` as NtOpenFile takes them.
+    HANDLE(WINAPI* abre_entrada)
+    (const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir, DWORD opciones,
+     DWORD atributos);
+    // The number that tells a file from all others of its volume, as listings by handle tell it.
+    BOOL(WINAPI* numero_de_fichero)(HANDLE fichero, unsigned long long* numero);
+    // The name under which the system holds an open file: where it really lies. At most 64 KiB.
+    BOOL(WINAPI* nombre_de_fichero)
+    (HANDLE fichero, void* bufer, DWORD bytes, const wchar_t** nombre, DWORD* unidades);
+    // Whether this system opens what a link points to although it was asked for the link itself (Wine does).
+    BOOL(WINAPI* sigue_enlaces)();
 };
 
 extern tabla_sistema sistema;

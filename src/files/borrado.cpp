@@ -7,33 +7,15 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/msglocal.hpp"
-#include "files/existencia.hpp"
 #include "files/renombra_protege.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 #include "frame/puente.hpp"
 #include "lumodir.h"
+#include "paths/rutas.hpp"
 
 namespace lumodir {
 namespace {
-
-using intento_borrado = BOOL (*)(const wchar_t* path, DWORD* error_out);
-
-// How one attempt ended. A failure stays one even when the system has no code for it.
-struct desenlace {
-    bool hecho;
-    DWORD codigo;
-
-    bool ya_no_esta() const noexcept {
-        return !hecho && (codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND);
-    }
-};
-
-desenlace i_intenta(intento_borrado borra, const wchar_t* path) noexcept {
-    DWORD codigo = ERROR_SUCCESS;
-    const bool hecho = borra(path, &codigo) != FALSE;
-    return {hecho, codigo};
-}
 
 cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
     const wchar_t* motivo = texto_extra != nullptr
@@ -43,17 +25,17 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
         {i_mensaje(i_msg_53951_no_se_puede_borrar_fichero, {fichero}), L"\n", a_vista(motivo)});
 }
 
-// The loop around a deletion whose first attempt has ended in `ultimo` already; `bien(ultimo)` says which ends count
-// as success, `al_fallar(bucle, codigo)` hands over the message.
-template <class Bien, class AlFallar>
-unsigned short i_insiste(intento_borrado borra, const wchar_t* path, desenlace ultimo,
-                         unsigned short informar, Bien bien, AlFallar al_fallar) {
+// The loop around a deletion whose first attempt has ended in `ultimo` already; `intenta()` makes another,
+// `bien(ultimo)` says which ends count as success, `al_fallar(bucle, codigo)` hands over the message.
+template <class Intenta, class Bien, class AlFallar>
+unsigned short i_insiste(desenlace ultimo, unsigned short informar, Intenta intenta, Bien bien,
+                         AlFallar al_fallar) {
     bool es_el_primero = true;
     return i_con_reintentos(
         CIERTO, informar,
         [&]() -> unsigned short {
             if (!es_el_primero) {
-                ultimo = i_intenta(borra, path);
+                ultimo = intenta();
             }
             es_el_primero = false;
             return bien(ultimo) ? CIERTO : FALSO;
@@ -62,47 +44,46 @@ unsigned short i_insiste(intento_borrado borra, const wchar_t* path, desenlace u
 }
 
 // What follows a first attempt that failed.
-unsigned short i_insiste_con_fichero(const wchar_t* fichero, const wchar_t* texto_extra,
-                                     unsigned short informar, desenlace ultimo) {
-    if (es_fichero_de_solo_lectura(fichero) == CIERTO) {
+unsigned short i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, unsigned short informar,
+                                     desenlace ultimo) {
+    if (fichero.mira().es_de_solo_lectura()) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
-        ultimo = i_intenta(lmlongpath_DeleteFileW, fichero);
+        ultimo = fichero.borra();
     }
     return i_insiste(
-        lmlongpath_DeleteFileW, fichero, ultimo, informar,
+        ultimo, informar, [&] { return fichero.borra(); },
         [](desenlace d) { return d.hecho || d.ya_no_esta(); },
         [&](BuclRein* bucle, DWORD c) {
-            buclrein_set_mensaje_reintentar(bucle, i_mensaje_fichero(fichero, texto_extra), c);
+            buclrein_set_mensaje_reintentar(bucle, i_mensaje_fichero(fichero.texto(), texto_extra), c);
             const auto avisa_al_anfitrion = i_func_comprobar_fichero_no_esta_abierto();
             if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1 &&
                 avisa_al_anfitrion != nullptr) {
-                llama_al_anfitrion(avisa_al_anfitrion, fichero);
+                llama_al_anfitrion(avisa_al_anfitrion, fichero.texto());
             }
         });
 }
 
-unsigned short i_insiste_con_directorio(const wchar_t* directorio, unsigned short informar,
-                                        desenlace ultimo) {
+unsigned short i_insiste_con_directorio(objetivo& directorio, unsigned short informar, desenlace ultimo) {
     return i_insiste(
-        lmlongpath_RemoveDirectoryW, directorio, ultimo, informar, [](desenlace d) { return d.hecho; },
+        ultimo, informar, [&] { return i_quita_directorio(directorio); }, [](desenlace d) { return d.hecho; },
         [&](BuclRein* bucle, DWORD c) {
             buclrein_set_mensaje_reintentar(
-                bucle, i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio}), c);
+                bucle, i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}), c);
         });
 }
 
 // Removes a directory that may be missing: then the answer is 0 and nothing is said.
-unsigned short i_borra_directorio_si_existe(const wchar_t* directorio, unsigned short informar) {
-    if (!i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL")) {
+unsigned short i_borra_directorio_si_existe(const wchar_t* nombre, unsigned short informar) {
+    if (!i_comprueba(nombre != nullptr, "(nombre_directorio) != NULL")) {
         return FALSO;
     }
-    const desenlace primero = i_intenta(lmlongpath_RemoveDirectoryW, directorio);
+    const ruta_fijada ruta(nombre);
+    directorio_por_ruta directorio(ruta);
+    const desenlace primero = i_quita_directorio(directorio);
     if (primero.hecho) {
         return CIERTO;
     }
-    return cdir_existe_directorio_UNICODE(directorio) == CIERTO
-               ? i_insiste_con_directorio(directorio, informar, primero)
-               : FALSO;
+    return directorio.mira().falta() ? FALSO : i_insiste_con_directorio(directorio, informar, primero);
 }
 
 void i_borra_avisando_en(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short* hay_error) {
@@ -112,54 +93,76 @@ void i_borra_avisando_en(const wchar_t* fichero, const wchar_t* texto_extra, uns
     }
 }
 
-}  // namespace
-
-unsigned short i_borra_fichero(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short informar) {
-    if (!i_comprueba(fichero != nullptr, "(nombre) != NULL")) {
+unsigned short i_borra_fichero_existente(const wchar_t* nombre, const wchar_t* texto_extra) {
+    if (!i_comprueba(nombre != nullptr, "(nombre) != NULL")) {
         return FALSO;
     }
-    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fichero);
+    const ruta_fijada ruta(nombre);
+    fichero_por_ruta fichero(ruta);
+    return lumodir::i_borra_fichero_existente(fichero, texto_extra);
+}
+
+}  // namespace
+
+desenlace i_quita_directorio(objetivo& directorio) {
+    const desenlace primero = directorio.borra();
+    // The system keeps read-only directories, which are nothing unusual: each with an icon of its own is one.
+    if (primero.hecho || primero.codigo != ERROR_ACCESS_DENIED || !directorio.mira().es_de_solo_lectura() ||
+        !directorio.protege(modo_escritura)) {
+        return primero;
+    }
+    const desenlace segundo = directorio.borra();
+    if (!segundo.hecho) {
+        directorio.protege(modo_lectura);
+    }
+    return segundo;
+}
+
+unsigned short i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, unsigned short informar) {
+    const desenlace primero = fichero.borra();
     return primero.hecho || primero.ya_no_esta()
                ? CIERTO
                : i_insiste_con_fichero(fichero, texto_extra, informar, primero);
 }
 
-unsigned short i_borra_fichero_existente(const wchar_t* fichero, const wchar_t* texto_extra,
-                                         contexto_borrado contexto) {
-    if (!i_comprueba(fichero != nullptr, "(nombre) != NULL")) {
+unsigned short i_borra_fichero(const ruta_fijada& ruta, const wchar_t* texto_extra, unsigned short informar) {
+    if (!i_comprueba(ruta.dada() != nullptr, "(nombre) != NULL")) {
         return FALSO;
     }
-    const desenlace primero = i_intenta(lmlongpath_DeleteFileW, fichero);
+    fichero_por_ruta fichero(ruta);
+    return i_borra_fichero(fichero, texto_extra, informar);
+}
+
+unsigned short i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz) {
+    const desenlace primero = fichero.borra();
     if (primero.hecho) {
         return CIERTO;
     }
-    if (cdir_existe_fichero_UNICODE(fichero) == CIERTO) {
+    if (!fichero.mira().falta()) {
         return i_insiste_con_fichero(fichero, texto_extra, CIERTO, primero);
     }
-    i_muestra_mensaje(i_msg_53950_no_se_puede_borrar_fichero_que_no_existe, a_vista(fichero));
-    if (contexto.raiz.data() == nullptr) {
-        error_interno_msg_u("CR_existe", fichero);
+    const wchar_t* nombre = fichero.texto();
+    i_muestra_mensaje(i_msg_53950_no_se_puede_borrar_fichero_que_no_existe, a_vista(nombre));
+    if (raiz.data() == nullptr) {
+        error_interno_msg_u("CR_existe", nombre);
     } else {
-        error_interno_msg_u(
-            "CR_existe",
-            copiaforu_nousar_formatea(L"%s\n%s\\%s", {fichero, contexto.raiz, contexto.resto}).c_str());
+        const vista_w bajo_raiz = i_sin_separador_inicial(vista_w(nombre).substr(raiz.size()));
+        error_interno_msg_u("CR_existe",
+                            copiaforu_nousar_formatea(L"%s\n%s\\%s", {nombre, raiz, bajo_raiz}).c_str());
     }
     return FALSO;
 }
 
-unsigned short i_borra_directorio_existente(const wchar_t* directorio) {
-    if (!i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL")) {
-        return FALSO;
-    }
-    const desenlace primero = i_intenta(lmlongpath_RemoveDirectoryW, directorio);
+unsigned short i_borra_directorio_existente(objetivo& directorio) {
+    const desenlace primero = i_quita_directorio(directorio);
     if (primero.hecho) {
         return CIERTO;
     }
-    if (cdir_existe_directorio_UNICODE(directorio) == CIERTO) {
+    if (!directorio.mira().falta()) {
         return i_insiste_con_directorio(directorio, CIERTO, primero);
     }
-    i_muestra_mensaje(i_msg_53953_no_se_puede_borrar_directorio_que_no_existe, a_vista(directorio));
-    error_interno_msg_u("CR_existe", directorio);
+    i_muestra_mensaje(i_msg_53953_no_se_puede_borrar_directorio_que_no_existe, a_vista(directorio.texto()));
+    error_interno_msg_u("CR_existe", directorio.texto());
     return FALSO;
 }
 
@@ -208,7 +211,12 @@ unsigned short cdir_borra_fichero_con_comprobacion(const char* nombre) {
 }
 
 unsigned short cdir_borra_directorio_UNICODE(const wchar_t* directorio) {
-    return i_borra_directorio_existente(directorio);
+    if (!i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL")) {
+        return FALSO;
+    }
+    const ruta_fijada ruta(directorio);
+    directorio_por_ruta existente(ruta);
+    return i_borra_directorio_existente(existente);
 }
 void cdir_borra_directorio(const char* directorio) {
     puente_sin_resultado<cdir_borra_directorio_UNICODE>(directorio);

@@ -1,14 +1,18 @@
 // Giving the files of a directory another extension.
 //
-// Promises: a file in the way of the new name is deleted first, on purpose; nothing is deleted for a file that
-// then has no way of being renamed: an extension changed to itself changes nothing, and no target goes for a
-// source that does not exist.
+// Promises: only files of the directory that was given change, whatever the current directory is by then: the root
+// stays the root, and no extension leads anywhere else. A file in the way of the new name is deleted first, on
+// purpose: one whose entry bears exactly that name, letter case aside. Not the source itself by another spelling, nor
+// a file that only answers to the name (by its short name, or with a blank or point at the end cut off). Nothing is
+// deleted for a source that is not there.
 // Cannot promise: one step for both: a renaming that fails after the deletion leaves the old file alone there.
 // Checked by tests/files/cambia_extension_win32_test.cpp.
 #include "cdir.h"
 #include "companions/error_interno.hpp"
-#include "companions/sistema.hpp"
-#include "paths/componentes.hpp"
+#include "companions/lmlongpath.hpp"
+#include "files/borrado.hpp"
+#include "files/renombra_protege.hpp"
+#include "listings/listas_ficheros.hpp"
 #include "paths/split_makepath.hpp"
 
 namespace lumodir {
@@ -18,18 +22,116 @@ vista_w i_sin_punto(vista_w extension) noexcept {
     return extension.substr(empieza_por(extension, L".") ? 1 : 0);
 }
 
-void i_cambia(vista_w directorio, vista_w nombre, vista_w antigua, vista_w nueva) {
-    const division<wchar_t> piezas(nombre, false);
-    const cadena_w origen = i_makepath<wchar_t>({}, directorio, piezas.nombre, antigua);
-    const cadena_w destino = i_makepath<wchar_t>({}, directorio, piezas.nombre, nueva);
-    // Another letter case, of any alphabet, is the same file: deleting the target would delete the source.
-    const bool mismo_fichero =
-        ::CompareStringOrdinal(origen.c_str(), -1, destino.c_str(), -1, TRUE) == CSTR_EQUAL;
-    if (!mismo_fichero && cdir_existe_fichero_UNICODE(origen.c_str()) == CIERTO) {
-        cdir_borra_fichero_si_existe_UNICODE(destino.c_str());
+// As the system reads a name: without the blanks and points at its end.
+vista_w i_como_lo_lee_el_sistema(vista_w nombre) noexcept {
+    while (!nombre.empty() && (nombre.back() == L' ' || nombre.back() == L'.')) {
+        nombre.remove_suffix(1);
     }
-    cdir_renombra_fichero_UNICODE(origen.c_str(), destino.c_str());
+    return nombre;
 }
+
+// Letter case of any alphabet aside, as file systems compare.
+bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
+    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                                  TRUE) == CSTR_EQUAL;
+}
+
+// Whether two names are those of one file, where the system tells.
+bool i_mismo_fichero(const ruta_fijada& a, const ruta_fijada& b) noexcept {
+    BY_HANDLE_FILE_INFORMATION datos[2];
+    const ruta_fijada* rutas[] = {&a, &b};
+    for (int i = 0; i < 2; ++i) {
+        const manija_fichero abierto = lmlongpath_CreateFileW(
+            *rutas[i], FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+            OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr, nullptr);
+        if (!abierto.valida() || !sistema.GetFileInformationByHandle(abierto.get(), &datos[i])) {
+            return false;
+        }
+    }
+    const bool se_sabe = (datos[0].nFileIndexHigh | datos[0].nFileIndexLow) != 0;
+    return se_sabe && datos[0].dwVolumeSerialNumber == datos[1].dwVolumeSerialNumber &&
+           datos[0].nFileIndexHigh == datos[1].nFileIndexHigh &&
+           datos[0].nFileIndexLow == datos[1].nFileIndexLow;
+}
+
+// A directory, as messages show it and as the system is given it: to the letter, so that a name put behind it is
+// nothing but that name.
+class directorio_literal {
+public:
+    explicit directorio_literal(const wchar_t* dado)
+        : dado_(dado),
+          mostrado_(i_path_de_lista<wchar_t>({}, dado_)),
+          literal_(lmlongpath_forma_literal(dado)) {}
+
+    bool se_sabe() const noexcept { return !literal_.es_nula(); }
+    cadena_w literal(vista_w nombre) const {
+        return concatena<wchar_t>({literal_, i_barra(literal_), nombre});
+    }
+    cadena_w mostrado(vista_w nombre) const {
+        // A record of a root has lost its separator; a bare drive never had one.
+        const bool desnudo = !dado_.empty() && dado_.back() == L':';
+        return concatena<wchar_t>({mostrado_, desnudo ? vista_w() : i_barra(mostrado_), nombre});
+    }
+
+private:
+    static vista_w i_barra(vista_w directorio) noexcept {
+        return acaba_en_separador(directorio) ? vista_w() : vista_w(L"\\");
+    }
+
+    vista_w dado_;
+    cadena_w mostrado_;
+    cadena_w literal_;
+};
+
+// One file of the directory, and what becomes of it.
+class cambio {
+public:
+    cambio(const directorio_literal& directorio, vista_w nombre, vista_w antigua, vista_w nueva)
+        : nombre_antiguo_(i_compone(nombre, antigua)),
+          nombre_nuevo_(i_compone(nombre, nueva)),
+          leido_(i_como_lo_lee_el_sistema(nombre_nuevo_.ver())),
+          antiguo_mostrado_(directorio.mostrado(nombre_antiguo_)),
+          nuevo_mostrado_(directorio.mostrado(nombre_nuevo_)),
+          origen_(antiguo_mostrado_.c_str(), directorio.literal(nombre_antiguo_)),
+          destino_(nuevo_mostrado_.c_str(), directorio.literal(leido_)) {}
+
+    void hace() {
+        if (leido_ == nombre_antiguo_.ver()) {
+            return;  // the same name by another spelling
+        }
+        const bool es_nombre = !leido_.empty() && leido_.find_first_of(L"\\/:") == vista_w::npos;
+        if (es_nombre && i_hay_que_borrar()) {
+            i_borra_fichero(destino_, nullptr, CIERTO);
+        }
+        i_renombra_fichero(origen_, destino_, es_nombre);
+    }
+
+private:
+    static cadena_w i_compone(vista_w nombre, vista_w extension) {
+        return i_makepath<wchar_t>({}, {}, division<wchar_t>(nombre, false).nombre, extension);
+    }
+    bool i_hay_que_borrar() const noexcept {
+        return leido_.size() == nombre_nuevo_.size() && !i_mismo_nombre(leido_, nombre_antiguo_) &&
+               i_existencia(origen_).hay() && i_hay_entrada_de_ese_nombre() &&
+               !i_mismo_fichero(origen_, destino_);
+    }
+    bool i_hay_entrada_de_ese_nombre() const noexcept {
+        if (leido_.find_first_of(L"*?<>\"") != vista_w::npos) {
+            return false;  // the system would search for others
+        }
+        WIN32_FIND_DATAW entrada;
+        return lmlongpath_FindFirstFileW(destino_, &entrada, true).valida() &&
+               i_mismo_nombre(i_nombre_de_entrada(entrada), leido_);
+    }
+
+    cadena_w nombre_antiguo_;
+    cadena_w nombre_nuevo_;
+    vista_w leido_;
+    cadena_w antiguo_mostrado_;
+    cadena_w nuevo_mostrado_;
+    ruta_fijada origen_;
+    ruta_fijada destino_;
+};
 
 }  // namespace
 }  // namespace lumodir
@@ -38,18 +140,20 @@ using namespace lumodir;
 
 void cdir_cambia_extension_ficheros_u(const wchar_t* dirBase, const wchar_t* oldExt, const wchar_t* newExt) {
     if (!i_comprueba(dirBase != nullptr && oldExt != nullptr && newExt != nullptr,
-                     "dirBase!=NULL && oldExt!=NULL && newExt !=NULL")) {
+                     "dirBase!=NULL && oldExt!=NULL && newExt !=NULL") ||
+        !i_comprueba(hay_texto(vista_w(dirBase)), "widestr_longitud(directorio) > 0")) {
         return;
     }
     const vista_w antigua = i_sin_punto(vista_w(oldExt));
     const vista_w nueva = i_sin_punto(vista_w(newExt));
-    if (antigua == nueva) {
+    const directorio_literal directorio(dirBase);
+    if (antigua == nueva || !directorio.se_sabe()) {
         return;
     }
-    ListaFicheros_u lista;
-    cdir_lista_de_ficheros_UNICODE(dirBase, antigua.data(), &lista);
-    for (unsigned long i = 0; i < lista.num; ++i) {
-        i_cambia(a_vista(lista.path), a_vista(lista.lista[i]), antigua, nueva);
+    nombres_en_curso<wchar_t> ficheros;
+    i_lista_directorio<wchar_t>(directorio.literal(comodin_de_todo_u).c_str(), filtro_extension(antigua),
+                                &ficheros, nullptr);
+    for (std::size_t i = 0; i < ficheros.size(); ++i) {
+        cambio(directorio, ficheros[i], antigua, nueva).hace();
     }
-    cdir_libera_lista_de_ficheros_UNICODE(&lista);
 }

@@ -1,6 +1,8 @@
 // See crea_directorios.hpp.
 #include "files/crea_directorios.hpp"
 
+#include <algorithm>
+
 #include "cdir.h"
 #include "companions/buclrein.hpp"
 #include "companions/error_interno.hpp"
@@ -9,6 +11,7 @@
 #include "frame/catalogo.hpp"
 #include "frame/puente.hpp"
 #include "lumodir.h"
+#include "paths/path_correcto.hpp"
 #include "paths/split_makepath.hpp"
 
 namespace lumodir {
@@ -30,12 +33,54 @@ void i_por_cada_componente(vista_w ruta, Hace hace) {
     }
 }
 
-// The path without its drive: where the splitter took it from elsewhere than the beginning, its first occurrence.
-cadena_w i_sin_unidad(vista_w path, vista_w unidad) {
-    const std::size_t donde = path.find(unidad);
-    return donde == vista_w::npos
-               ? cadena_w(path)
-               : concatena<wchar_t>({path.substr(0, donde), path.substr(donde + unidad.size())});
+bool i_lleva_prefijo(vista_w path) noexcept {
+    return empieza_por(path, L"\\\\?\\") || empieza_por(path, L"\\\\.\\");
+}
+
+// How much of a path is its root: drive, share (with whatever separators), or either behind a prefix of the system's.
+std::size_t i_largo_de_raiz(vista_w path) noexcept {
+    const auto tras_un_nombre = [path](std::size_t desde) {
+        const std::size_t principio = path.find_first_not_of(separadores, desde);
+        return std::min(path.find_first_of(separadores, principio), path.size());
+    };
+    constexpr vista_w prefijo_unc = L"\\\\?\\UNC\\";
+    if (empieza_por_sin_caja(path, prefijo_unc)) {
+        return tras_un_nombre(tras_un_nombre(prefijo_unc.size()));
+    }
+    if (i_lleva_prefijo(path)) {
+        return tras_un_nombre(4);
+    }
+    if (path.size() >= 2 && es_separador(path[0]) && es_separador(path[1])) {
+        return tras_un_nombre(tras_un_nombre(2));
+    }
+    return path.size() >= 2 && path[1] == L':' ? 2 : 0;
+}
+
+// The full form of a place, without a prefix: the names of the levels go behind it. Nothing when the system cannot
+// tell.
+cadena_w i_lugar_fijado(const wchar_t* de_donde) {
+    const ruta_fijada fijada(de_donde);
+    cadena_w forma = fijada.c_str() == de_donde ? cadena_w() : lmlongpath_desprepend_path(fijada.c_str());
+    if (acaba_en_separador(forma.ver())) {
+        forma.acorta(forma.size() - 1);
+    }
+    return forma;
+}
+
+// What the system is given for the root of a path, which `resto` follows: full, without a final separator.
+cadena_w i_raiz_fijada(vista_w raiz, vista_w resto) {
+    const bool desde_raiz = !resto.empty() && es_separador(resto.front());
+    if (raiz.empty()) {
+        return i_lugar_fijado(desde_raiz ? L"\\" : L".");
+    }
+    if (raiz[1] == L':') {  // a drive: with a name right behind it, its current directory
+        return desde_raiz ? cadena_w(raiz) : i_lugar_fijado(concatena<wchar_t>({raiz, L"."}).c_str());
+    }
+    if (i_lleva_prefijo(raiz)) {
+        return cadena_w(raiz);
+    }
+    return concatena<wchar_t>(
+        {L"\\\\", extrae_token(raiz, 1, separadores), L"\\", extrae_token(raiz, 2, separadores)});
 }
 
 // Takes each ".." away together with the component before it, whatever that is; one in first place stays. A final
@@ -63,62 +108,90 @@ cadena_w i_sin_retrocesos(vista_w ruta) {
     return resultado;
 }
 
-// The path that is to exist, written once; each level of it is the same text cut short.
+// A level of a path: as messages show it, and as the system is given it.
+struct nivel {
+    const wchar_t* mostrado;
+    const wchar_t* fijado;
+    bool es_el_ultimo;
+};
+
+// The path that is to exist, written once; each level of it is the same text cut short. A path that has no levels
+// below its root has that for its only one.
 class escalera {
 public:
-    escalera(vista_w unidad, vista_w directorio)
-        : ruta_(cadena_w::con_sitio(unidad.size() + directorio.size() + 1)) {
-        std::size_t largo = i_escribe(0, unidad);
-        const bool relativa = !directorio.empty() && !es_separador(directorio.front());
+    escalera(vista_w raiz, vista_w fijada, vista_w directorio)
+        : mostrada_(cadena_w::con_sitio(raiz.size() + directorio.size() + 1)),
+          fijada_(cadena_w::con_sitio(fijada.size() + directorio.size() + 1)) {
+        const bool relativa = directorio.empty() || !es_separador(directorio.front());
+        std::size_t mostrado = i_escribe(mostrada_, 0, raiz);
+        std::size_t fijado = i_escribe(fijada_, 0, fijada);
         i_por_cada_componente(directorio, [&](vista_w componente) {
-            if (!relativa || !finales_.empty()) {
-                largo = i_escribe(largo, L"\\");
-            }
-            largo = i_escribe(largo, componente);
-            finales_.anade(largo);
+            const bool sin_barra = relativa && finales_.empty();
+            mostrado = i_escribe(mostrada_, mostrado, sin_barra ? vista_w() : vista_w(L"\\"));
+            fijado = i_escribe(fijada_, fijado, fijado == 0 && sin_barra ? vista_w() : vista_w(L"\\"));
+            mostrado = i_escribe(mostrada_, mostrado, componente);
+            fijado = i_escribe(fijada_, fijado, componente);
+            finales_.anade({mostrado, fijado});
             anidada_ = anidada_ && componente.back() != L'.' && componente.back() != L' ';
         });
+        if (finales_.empty() && (!raiz.empty() || !relativa)) {
+            mostrado = i_escribe(mostrada_, mostrado, raiz.empty() ? vista_w(L"\\") : vista_w());
+            finales_.anade({mostrado, i_escribe(fijada_, fijado, L"\\")});
+        }
     }
 
     std::size_t niveles() const noexcept { return finales_.size(); }
     // Whether each level lies in the one before it. Not with "..", nor with names whose end Windows cuts off.
     bool anidada() const noexcept { return anidada_; }
 
-    // The path down to a level; valid until the next call.
-    const wchar_t* hasta(std::size_t nivel) noexcept {
-        if (cortada_ != 0) {
-            ruta_.datos()[cortada_] = L'\\';
+    // Valid until the next call.
+    nivel hasta(std::size_t numero) noexcept {
+        if (cortada_ < finales_.size()) {
+            mostrada_.datos()[finales_[cortada_].mostrado] = L'\\';
+            fijada_.datos()[finales_[cortada_].fijado] = L'\\';
         }
-        cortada_ = finales_[nivel];
-        ruta_.datos()[cortada_] = L'\0';
-        return ruta_.c_str();
-    }
-    bool existe(std::size_t nivel) noexcept {
-        return lmlongpath_waccess(hasta(nivel), acceso_existencia) == CIERTO;
+        cortada_ = numero;
+        mostrada_.datos()[finales_[numero].mostrado] = L'\0';
+        fijada_.datos()[finales_[numero].fijado] = L'\0';
+        return {mostrada_.c_str(), fijada_.c_str(), numero + 1 == finales_.size()};
     }
 
 private:
-    std::size_t i_escribe(std::size_t donde, vista_w texto) noexcept {
-        rasgos_utf16::copy(ruta_.datos() + donde, texto.data(), texto.size());
-        return donde + texto.size();
+    struct final_de_nivel {
+        std::size_t mostrado;
+        std::size_t fijado;
+    };
+    static std::size_t i_escribe(cadena_w& texto, std::size_t donde, vista_w trozo) noexcept {
+        rasgos_utf16::copy(texto.datos() + donde, trozo.data(), trozo.size());
+        return donde + trozo.size();
     }
 
-    cadena_w ruta_;
-    vector_interno<std::size_t> finales_;
+    cadena_w mostrada_;
+    cadena_w fijada_;
+    vector_interno<final_de_nivel> finales_;
     bool anidada_ = true;
-    std::size_t cortada_ = 0;
+    std::size_t cortada_ = static_cast<std::size_t>(-1);
 };
+
+// Of the path that was named only a directory will do.
+bool i_vale(const existencia& que_hay, bool es_el_ultimo) noexcept {
+    return es_el_ultimo ? que_hay.es_directorio() : que_hay.hay();
+}
+
+bool i_existe(const nivel& escalon) noexcept {
+    return i_vale(i_existencia(escalon.fijado), escalon.es_el_ultimo);
+}
 
 // How many levels are there already. Where one lies in the other, halving finds the last without asking for each.
 std::size_t i_niveles_existentes(escalera& camino) noexcept {
     std::size_t falta = camino.niveles() - 1;
-    if (camino.existe(falta)) {
+    if (i_existe(camino.hasta(falta))) {
         return falta + 1;
     }
     std::size_t existentes = 0;
     while (existentes < falta) {
         const std::size_t medio = existentes + (falta - existentes) / 2;
-        if (camino.existe(medio)) {
+        if (i_existe(camino.hasta(medio))) {
             existentes = medio + 1;
         } else {
             falta = medio;
@@ -127,21 +200,30 @@ std::size_t i_niveles_existentes(escalera& camino) noexcept {
     return existentes;
 }
 
+// Whatever the code of the failure, the level may be there: made by somebody who was quicker, or a root or a share
+// that refuses the creation of what it has.
+bool i_crea_o_existe(const ruta_fijada& ruta, bool es_el_ultimo, DWORD* codigo) noexcept {
+    if (lmlongpath_CreateDirectoryW(ruta, nullptr, codigo)) {
+        return true;
+    }
+    return i_vale(i_existencia(ruta), es_el_ultimo) || (!es_el_ultimo && *codigo == ERROR_ALREADY_EXISTS);
+}
+
 // `se_sabe_que_falta`: the first attempt need not ask.
-unsigned short i_crea_nivel(const wchar_t* ruta, bool se_sabe_que_falta, unsigned short informa) {
+unsigned short i_crea_nivel(const nivel& escalon, bool se_sabe_que_falta, unsigned short informa) {
+    const ruta_fijada ruta(escalon.fijado);
     DWORD codigo = 0;
     const auto intento = [&]() -> unsigned short {
-        if (!se_sabe_que_falta && lmlongpath_waccess(ruta, acceso_existencia) == CIERTO) {
-            return CIERTO;
-        }
+        const bool pregunta = !se_sabe_que_falta;
         se_sabe_que_falta = false;
-        // Somebody else was quicker: the level is there, which is what is wanted.
-        return lmlongpath_CreateDirectoryW(ruta, nullptr, &codigo) || codigo == ERROR_ALREADY_EXISTS ? CIERTO
-                                                                                                     : FALSO;
+        return (pregunta && i_vale(i_existencia(ruta), escalon.es_el_ultimo)) ||
+                       i_crea_o_existe(ruta, escalon.es_el_ultimo, &codigo)
+                   ? CIERTO
+                   : FALSO;
     };
     const auto al_fallar = [&](BuclRein* bucle) {
-        buclrein_set_mensaje_reintentar(bucle, i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {ruta}),
-                                        codigo);
+        buclrein_set_mensaje_reintentar(
+            bucle, i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}), codigo);
     };
     return i_con_reintentos(CIERTO, informa, intento, al_fallar);
 }
@@ -151,15 +233,28 @@ unsigned short i_sube(escalera& camino, unsigned short informa) {
         return CIERTO;
     }
     for (std::size_t i = camino.anidada() ? i_niveles_existentes(camino) : 0; i < camino.niveles(); ++i) {
-        const wchar_t* ruta = camino.hasta(i);
-        if (i_crea_nivel(ruta, camino.anidada(), informa) != CIERTO) {
+        const nivel escalon = camino.hasta(i);
+        if (i_crea_nivel(escalon, camino.anidada(), informa) != CIERTO) {
             if (informa == CIERTO) {
-                i_muestra_mensaje(i_msg_53952_nombre_directorio_incorrecto, a_vista(ruta));
+                i_muestra_mensaje(i_msg_53952_nombre_directorio_incorrecto, a_vista(escalon.mostrado));
             }
             return FALSO;
         }
     }
     return CIERTO;
+}
+
+// An incorrect path is shown and tried all the same. A prefix of the system's is not what is judged.
+void i_avisa_si_es_incorrecto(vista_w path) {
+    if (!i_lleva_prefijo(path)) {
+        i_comprueba_fichero(path);
+        return;
+    }
+    const cadena_w sin_prefijo = lmlongpath_desprepend_path(recorta_derecha(path));
+    const vista_w juzgado = sin_prefijo.ver().substr(i_lleva_prefijo(sin_prefijo.ver()) ? 4 : 0);
+    if (i_path_correcto_UNICODE(juzgado, FALSO, FALSO, nullptr, nullptr) != CIERTO) {
+        i_muestra_mensaje(i_msg_53955_fichero_no_correcto, recorta_derecha(path));
+    }
 }
 
 }  // namespace
@@ -169,16 +264,22 @@ unsigned short i_crea_directorios(const wchar_t* path, unsigned short es_directo
     if (!i_comprueba(path != nullptr, "(path) != NULL")) {
         return FALSO;
     }
-    const path_comprobado<wchar_t> comprobado = i_comprueba_fichero(a_vista(path));
-    const division<wchar_t> piezas(comprobado.path, comprobado.es_unc);
-    cadena_w resto = i_sin_unidad(a_vista(path), piezas.unidad);
+    const vista_w completo(path);
+    i_avisa_si_es_incorrecto(completo);
+    const vista_w raiz = completo.substr(0, i_largo_de_raiz(completo));
+    const vista_w tras_raiz = completo.substr(raiz.size());
+    cadena_w resto(tras_raiz);
     if (resto.ver().find(L"\\..\\") != vista_w::npos) {
         resto = i_sin_retrocesos(resto.ver());
     }
     if (es_directorio == CIERTO && !acaba_en_separador(resto.ver())) {
         resto = concatena<wchar_t>({resto.ver(), L"\\"});
     }
-    escalera camino(piezas.unidad, crt_splitpath(resto.ver()).directorio);
+    const vista_w directorio = crt_splitpath(resto.ver()).directorio;
+    if (raiz.empty() && (tras_raiz.empty() || directorio.empty())) {
+        return CIERTO;  // the current directory, which needs no creation
+    }
+    escalera camino(raiz, i_raiz_fijada(raiz, tras_raiz).ver(), directorio);
     return i_sube(camino, informa);
 }
 

@@ -1,9 +1,10 @@
 // Creation of the directories of a path, level by level, each inside a retry loop.
 //
 // Promises: levels that exist cost no creation, and a path that exists whole costs a single question; a level that
-// somebody else creates meanwhile counts as existing.
-// Cannot promise: to take back the levels already made when a later one fails; nor that a level is a directory: a
-// file of its name counts as existing, and the level below it fails.
+// somebody else creates meanwhile counts as existing. The path is tied to its place once, so that all levels are made
+// there, whoever changes the current directory. The answer is 1 only when the directory that was named is one.
+// Cannot promise: to take back the levels already made when a later one fails. A file in the place of a level above
+// the last is found out by the level below it.
 // Checked by tests/files/crea_directorios_win32_test.cpp.
 #pragma once
 

@@ -1,14 +1,20 @@
 // Removing a directory and its ancestors while they are empty.
 //
-// Promises: the base is never removed, whatever separators or points lead to it; one silent attempt a directory; the
-// first that is not empty, or does not go, ends the climb. A directory that holds only directories with a point in
-// front counts as empty here, and the system then refuses its removal.
+// Promises: the base is opened first and everything below it through it, so the base, and what lies above it, cannot
+// be removed, however base and directory are spelled; links are left alone, and what lies behind them; nothing is
+// removed after a report. One silent attempt a directory; the first that is not empty, or does not go, ends the climb.
+// A directory that holds only directories with a point in front counts as empty here, and the system then refuses its
+// removal.
 // Checked by tests/files/directorios_vacios_win32_test.cpp.
+#include <algorithm>
+
 #include "cdir.h"
+#include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
+#include "files/borrado.hpp"
 #include "frame/puente.hpp"
-#include "listings/dirwin.hpp"
+#include "listings/recorrido.hpp"
 #include "lumodir.h"
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
@@ -17,13 +23,6 @@
 namespace lumodir {
 namespace {
 
-vista_w i_sin_barra_final(vista_w directorio) noexcept {
-    if (acaba_en(directorio, L"\\")) {
-        directorio.remove_suffix(1);
-    }
-    return directorio;
-}
-
 vista_w i_sin_separadores_finales(vista_w directorio) noexcept {
     while (acaba_en_separador(directorio)) {
         directorio.remove_suffix(1);
@@ -31,34 +30,122 @@ vista_w i_sin_separadores_finales(vista_w directorio) noexcept {
     return directorio;
 }
 
-// A last component that the system resolves, or cuts to nothing ("..", "...", " "): removing it would remove another
-// directory than the text says, perhaps the base.
-bool i_nombra_a_otro(vista_w directorio) noexcept {
-    const vista_w nombre = directorio.substr(i_directorio_de_fichero(directorio).size());
-    return !nombre.empty() && nombre.find_first_not_of(L". ") == vista_w::npos;
+// A component that the system resolves, or cuts to nothing ("..", "...", " "): it names another directory than the
+// text says, perhaps the base.
+bool i_nombra_a_otro(vista_w componente) noexcept {
+    return componente.find_first_not_of(L". ") == vista_w::npos;
 }
 
-bool i_esta_vacio(vista_w directorio) {
-    i_comprueba(!directorio.empty(), "widestr_longitud(directorio) > 0");
-    const cadena_w patron = i_concatena_directorios(directorio, L"*.*");
-    enumerador<wchar_t> entradas(patron.c_str());
-    while (const WIN32_FIND_DATAW* entrada = entradas.siguiente()) {
-        if (!i_es_directorio(*entrada) || entrada->cFileName[0] != L'.') {
-            return false;
+// How many directories of a path lie below its first `largo_base` units, counted from its end up to the first
+// component that names another directory.
+std::size_t i_niveles_bajo_la_base(vista_w directorio, std::size_t largo_base) noexcept {
+    std::size_t niveles = 0;
+    for (vista_w resto = i_sin_separadores_finales(directorio); resto.size() > largo_base;) {
+        const vista_w componente = resto.substr(resto.find_last_of(L"\\/:") + 1);
+        if (componente != L".") {  // the directory itself
+            if (componente.empty() || i_nombra_a_otro(componente)) {
+                break;
+            }
+            ++niveles;
+        }
+        resto = i_sin_separadores_finales(resto.substr(0, resto.size() - componente.size()));
+    }
+    return niveles;
+}
+
+bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
+    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                                  TRUE) == CSTR_EQUAL;
+}
+
+// A directory that is open, and the entry by which the one above it holds it.
+struct eslabon {
+    entradas_guardadas entrada;  // none of the base
+    directorio_abierto directorio;
+};
+
+// The directories from the base down to the one that is to go, each open through the one above it, as far as they are
+// there: what is missing below counts as removed.
+class cadena_de_directorios {
+public:
+    cadena_de_directorios() = default;
+    cadena_de_directorios(const cadena_de_directorios&) = delete;
+    cadena_de_directorios& operator=(const cadena_de_directorios&) = delete;
+    ~cadena_de_directorios() {
+        while (!eslabones_.empty()) {
+            i_suelta_ultimo();
         }
     }
-    return true;
-}
 
-// Whether the climb goes on: it was empty and is gone, or was not there at all.
-bool i_borra_si_esta_vacio(vista_w directorio) {
-    if (!i_esta_vacio(directorio)) {
-        return false;
+    // Answers whether everything that is there could be opened; links cannot.
+    bool abre(const ruta_fijada& base, vista_w nombres) {
+        auto primero = objeto<eslabon>::crea();
+        const DWORD codigo = primero->directorio.abre(base, trato_);
+        eslabones_.anade(primero.suelta());
+        if (codigo != ERROR_SUCCESS) {
+            return false;
+        }
+        while (!nombres.empty()) {
+            const std::size_t fin = nombres.find(L'\\');
+            const vista_w nombre = nombres.substr(0, fin);
+            nombres = fin == vista_w::npos ? vista_w() : nombres.substr(fin + 1);
+            auto siguiente = objeto<eslabon>::crea();
+            if (!i_busca(nombre, siguiente->entrada)) {
+                return true;  // missing, and all below it
+            }
+            if (siguiente->directorio.abre(eslabones_.back()->directorio, siguiente->entrada[0]) !=
+                ERROR_SUCCESS) {
+                return false;
+            }
+            eslabones_.anade(siguiente.suelta());
+        }
+        return true;
     }
-    const cadena_w actual(directorio);
-    return cdir_existe_directorio_UNICODE(actual.c_str()) != CIERTO ||
-           lmlongpath_RemoveDirectoryW(actual.c_str(), nullptr);
-}
+
+    bool queda_alguno() const noexcept { return eslabones_.size() > 1; }
+
+    // Removes the last one if it is empty, and closes it.
+    bool quita_ultimo() {
+        if (!i_esta_vacio(eslabones_.back()->directorio)) {
+            return false;
+        }
+        eslabones_.back()->directorio.cierra();
+        objetivo_en_directorio ultimo(eslabones_[eslabones_.size() - 2]->directorio,
+                                      eslabones_.back()->entrada[0]);
+        const bool quitado = i_quita_directorio(ultimo).hecho;
+        i_suelta_ultimo();
+        return quitado;
+    }
+
+private:
+    bool i_busca(vista_w nombre, entradas_guardadas& encontrada) {
+        lector_de_directorio entradas(eslabones_.back()->directorio);
+        entrada_leida entrada;
+        while (encontrada.num() == 0 && entradas.siguiente(&entrada)) {
+            if (i_mismo_nombre(entrada.nombre, nombre)) {
+                encontrada.guarda(entrada);
+            }
+        }
+        return encontrada.num() != 0;
+    }
+    static bool i_esta_vacio(directorio_abierto& directorio) {
+        lector_de_directorio entradas(directorio);
+        entrada_leida entrada;
+        while (entradas.siguiente(&entrada)) {
+            if (!entrada.es_directorio() || entrada.nombre.front() != L'.') {
+                return false;
+            }
+        }
+        return entradas.codigo() == ERROR_NO_MORE_FILES;
+    }
+    void i_suelta_ultimo() noexcept {
+        const objeto<eslabon> ultimo(eslabones_.back());
+        eslabones_.quita_ultimo();
+    }
+
+    trato_con_volumen trato_;
+    vector_interno<eslabon*> eslabones_;
+};
 
 // Without a base the climb ends at the drive.
 cadena_w i_unidad_como_base(vista_w directorio) {
@@ -67,26 +154,57 @@ cadena_w i_unidad_como_base(vista_w directorio) {
     return i_makepath(piezas.unidad.data() == nullptr ? vista_w(L"") : piezas.unidad, {}, {}, {});
 }
 
-void i_borra_mientras_esten_vacios(vista_w directorio, vista_w base) {
-    const vista_w tope = i_sin_separadores_finales(base);
-    for (;;) {
-        // Going up leaves a "/" or a doubled "\\" at the end; the base may bear one too.
-        const vista_w comparable = i_sin_separadores_finales(directorio);
-        if (iguales_sin_caja(comparable, tope) ||
-            !i_comprueba(comparable.size() > tope.size(),
-                         "widestr_longitud(dir) > widestr_longitud(path_base)")) {
-            return;
-        }
-        const bool es_el_mismo = acaba_en(comparable, L"\\.") || acaba_en(comparable, L"/.");
-        if (!es_el_mismo && (i_nombra_a_otro(comparable) || !i_borra_si_esta_vacio(directorio))) {
-            return;
-        }
-        const vista_w padre =
-            i_sin_barra_final(i_directorio_de_fichero(es_el_mismo ? comparable : directorio));
-        if (padre == directorio) {
-            return;  // a final "/" stays where it is: there is no further up
-        }
-        directorio = padre;
+// How many directories of a full path lie below another full path; none when it does not lead there.
+std::size_t i_niveles_entre(vista_w completa, vista_w base) noexcept {
+    if (completa.size() <= base.size() || !i_mismo_nombre(completa.substr(0, base.size()), base) ||
+        (!acaba_en(base, L"\\") && completa[base.size()] != L'\\')) {
+        return 0;
+    }
+    std::size_t niveles = 0;
+    bool en_nombre = false;
+    for (const wchar_t unidad : completa.substr(base.size())) {
+        niveles += unidad != L'\\' && !en_nombre ? 1 : 0;
+        en_nombre = unidad != L'\\';
+    }
+    return niveles;
+}
+
+// The base as the system has it: nothing is the current directory, and a drive alone is its root where the directory
+// begins there.
+cadena_w i_base_completa(vista_w base, vista_w directorio) {
+    const bool es_raiz =
+        acaba_en(base, L":") && directorio.size() > base.size() && es_separador(directorio[base.size()]);
+    const cadena_w texto = base.empty() ? cadena_w(L".") : concatena<wchar_t>({base, es_raiz ? L"\\" : L""});
+    return lmlongpath_forma_completa(texto.c_str());
+}
+
+// Cuts the last directories off a full path that bears no separator at its end.
+vista_w i_sin_ultimos(vista_w completa, std::size_t niveles) noexcept {
+    for (std::size_t i = 0; i < niveles; ++i) {
+        completa = i_sin_separadores_finales(completa.substr(0, completa.find_last_of(L"\\/") + 1));
+    }
+    return completa;
+}
+
+void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada) {
+    const vista_w dado = i_sin_separadores_finales(a_vista(directorio));
+    const cadena_w forma = lmlongpath_forma_completa(directorio);
+    const vista_w completa = i_sin_separadores_finales(forma);
+    // The text may go up and come back through the base; the system's form says where it does not.
+    const std::size_t niveles = std::min(i_niveles_bajo_la_base(dado, base_dada.size()),
+                                         i_niveles_entre(completa, i_base_completa(base_dada, dado)));
+    if (niveles == 0) {
+        return;
+    }
+    const vista_w base = i_sin_ultimos(completa, niveles);
+    // A drive without its separator would be its current directory.
+    const cadena_w ruta_de_base = concatena<wchar_t>({base, acaba_en(base, L":") ? L"\\" : L""});
+    const ruta_fijada fijada(ruta_de_base.c_str());
+    cadena_de_directorios cadena_abierta;
+    if (!cadena_abierta.abre(fijada, i_sin_separador_inicial(completa.substr(base.size())))) {
+        return;
+    }
+    while (cadena_abierta.queda_alguno() && cadena_abierta.quita_ultimo()) {
     }
 }
 
@@ -103,14 +221,20 @@ void lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(const wchar_t* pa
     }
     const cadena_w unidad =
         path_base_no_borrar == nullptr ? i_unidad_como_base(a_vista(path_directorio)) : cadena_w();
-    const vista_w directorio = i_sin_barra_final(a_vista(path_directorio));
-    const vista_w base =
-        i_sin_barra_final(path_base_no_borrar == nullptr ? unidad.ver() : a_vista(path_base_no_borrar));
-    if (path_base_no_borrar != nullptr) {
-        i_comprueba(empieza_por_sin_caja(directorio, base),
+    const vista_w directorio = i_sin_separadores_finales(a_vista(path_directorio));
+    const vista_w base = i_sin_separadores_finales(
+        path_base_no_borrar == nullptr ? unidad.ver() : a_vista(path_base_no_borrar));
+    const bool es_principio =
+        path_base_no_borrar == nullptr ||
+        i_comprueba(hay_texto(base) && empieza_por_sin_caja(directorio, base),
                     "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO");
+    if (iguales_sin_caja(directorio, base) ||
+        !i_comprueba(directorio.size() > base.size(),
+                     "widestr_longitud(dir) > widestr_longitud(path_base)") ||
+        !es_principio) {
+        return;
     }
-    i_borra_mientras_esten_vacios(directorio, base);
+    i_borra_mientras_esten_vacios(path_directorio, base);
 }
 
 void lumodir_borra_directorios_de_path_si_estan_vacios(const char* path_directorio,

@@ -1,9 +1,9 @@
 // Waiting for a directory on a network or removable drive to come back. Nothing in the directory is opened, and the
 // user is not asked: how long it waits is the retry policy of the program.
 // Checked by tests/files/espera_directorio_win32_test.cpp.
-#include "cdir.h"
 #include "companions/buclrein.hpp"
 #include "companions/error_interno.hpp"
+#include "companions/lmlongpath.hpp"
 #include "companions/unicode.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
@@ -15,11 +15,12 @@ unsigned short lumodir_espera_acceso_a_recursos_en_directorio(const char* direct
     if (!i_comprueba(directorio != nullptr, "(directorio) != NULL")) {
         return FALSO;
     }
-    const auto intento = [&] { return cdir_existe_directorio(directorio); };
+    const utf16_temporal ancho(directorio);
+    const ruta_fijada fijada(ancho.c_str());
+    const auto intento = [&]() -> unsigned short { return i_existencia(fijada).hay() ? CIERTO : FALSO; };
     const auto al_fallar = [&](BuclRein* bucle) {
-        const cadena_w directorio_u = a_utf16(directorio);
         buclrein_set_mensaje_reintentar(
-            bucle, i_mensaje(i_msg_53963_esperando_acceso_a_directorio, {directorio_u}), 0);
+            bucle, i_mensaje(i_msg_53963_esperando_acceso_a_directorio, {ancho.ver()}), 0);
     };
     return i_con_reintentos(CIERTO, FALSO, intento, al_fallar);
 }

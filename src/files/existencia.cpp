@@ -29,10 +29,8 @@ const entrada<wchar_t>* i_busca_entrada(enumerador<wchar_t>& entradas, bool dire
 
 }  // namespace
 
-unsigned short es_fichero_de_solo_lectura(const wchar_t* path) noexcept {
-    // Attributes that the system gives prove existence as well: one call answers both.
-    const DWORD atributos = lmlongpath_GetFileAttributesW(path);
-    return i_logico(atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_READONLY) != 0);
+unsigned short es_fichero_de_solo_lectura(const ruta_fijada& path) noexcept {
+    return i_logico(i_existencia(path).es_de_solo_lectura());
 }
 
 }  // namespace lumodir
@@ -85,8 +83,7 @@ unsigned short cdir_es_directorio_u(const wchar_t* path) {
     if (!i_comprueba(path != nullptr, "(path) != NULL")) {
         return FALSO;
     }
-    const DWORD atributos = lmlongpath_GetFileAttributesW(path);
-    return i_logico(atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_DIRECTORY) != 0);
+    return i_logico(i_existencia(path).es_directorio());
 }
 
 unsigned short cdir_existe_fichero_filtro_UNICODE(const wchar_t* path_filtro) {
@@ -111,11 +108,10 @@ unsigned short cdir_se_puede_leer_UNICODE(const wchar_t* fichero) {
     if (!i_comprueba(fichero != nullptr, "(fichero) != NULL")) {
         return FALSO;
     }
-    // A missing file has every bit set, this one too.
-    if ((lmlongpath_GetFileAttributesW(fichero) & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-        return FALSO;
-    }
-    return i_logico(lmlongpath_CreateFileW(fichero, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
+    const ruta_fijada fijada(fichero);
+    const existencia que_hay = i_existencia(fijada);
+    return i_logico(que_hay.hay() && !que_hay.es_directorio() &&
+                    lmlongpath_CreateFileW(fijada, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
                                            nullptr, nullptr)
                         .valida());
 }

@@ -4,7 +4,7 @@
 #include <atomic>
 
 #include "companions/lmlongpath.hpp"
-#include "companions/unicode.hpp"
+#include "companions/sin_dialogos.hpp"
 
 namespace lumodir {
 namespace {
@@ -14,15 +14,15 @@ constexpr DWORD sitio_clasico = MAX_PATH;  // characters, terminator included
 funcion_nombre_largo i_busca_en_kernel32() noexcept {
     const HMODULE kernel32 = ::GetModuleHandleA("KERNEL32.DLL");
     return reinterpret_cast<funcion_nombre_largo>(
-        reinterpret_cast<void (*)()>(::GetProcAddress(kernel32, "GetLongPathNameA")));
+        reinterpret_cast<void (*)()>(::GetProcAddress(kernel32, "GetLongPathNameW")));
 }
 
-DWORD WINAPI i_elige_y_pregunta(const char* corto, char* largo, DWORD sitio) noexcept;
+DWORD WINAPI i_elige_y_pregunta(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept;
 
 // Two threads that ask first at once make the same choice.
 std::atomic<funcion_nombre_largo> i_elegida{i_elige_y_pregunta};
 
-DWORD WINAPI i_elige_y_pregunta(const char* corto, char* largo, DWORD sitio) noexcept {
+DWORD WINAPI i_elige_y_pregunta(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept {
     const funcion_nombre_largo propia = busca_nombre_largo();
     if (propia != nullptr) {
         const DWORD longitud = propia(corto, largo, sitio);
@@ -71,14 +71,36 @@ public:
             asignador_->Free(lista_);
         }
     }
-    bool ruta(char (&texto)[sitio_clasico]) const noexcept {
-        return lista_ != nullptr && escritorio.SHGetPathFromIDListA(lista_, texto);
+    bool ruta(wchar_t (&texto)[sitio_clasico]) const noexcept {
+        return lista_ != nullptr && escritorio.SHGetPathFromIDListW(lista_, texto);
     }
 
 private:
     interfaz<IMalloc> asignador_;
     PIDLIST_RELATIVE lista_ = nullptr;
 };
+
+// The shell is loaded at the first question and stays, as its objects do: whoever loads this library for files alone,
+// a service for example, does not get it too. The system finds this name in its own directory before any other.
+template <class F>
+F i_del_escritorio(const char* nombre) noexcept {
+    const HMODULE shell32 = ::LoadLibraryW(L"shell32.dll");
+    return shell32 == nullptr
+               ? nullptr
+               : reinterpret_cast<F>(reinterpret_cast<void (*)()>(::GetProcAddress(shell32, nombre)));
+}
+HRESULT WINAPI i_asignador_del_escritorio(IMalloc** asignador) {
+    const auto pregunta = i_del_escritorio<decltype(&::SHGetMalloc)>("SHGetMalloc");
+    return pregunta == nullptr ? E_NOTIMPL : pregunta(asignador);
+}
+HRESULT WINAPI i_carpeta_del_escritorio(IShellFolder** carpeta) {
+    const auto pregunta = i_del_escritorio<decltype(&::SHGetDesktopFolder)>("SHGetDesktopFolder");
+    return pregunta == nullptr ? E_NOTIMPL : pregunta(carpeta);
+}
+BOOL WINAPI i_ruta_de_elemento(PCIDLIST_ABSOLUTE lista, LPWSTR ruta) {
+    const auto pregunta = i_del_escritorio<decltype(&::SHGetPathFromIDListW)>("SHGetPathFromIDListW");
+    return pregunta == nullptr ? FALSE : pregunta(lista, ruta);
+}
 
 DWORD i_falla(DWORD codigo) noexcept {
     ::SetLastError(codigo);
@@ -87,39 +109,39 @@ DWORD i_falla(DWORD codigo) noexcept {
 
 }  // namespace
 
-tabla_escritorio escritorio = {::SHGetMalloc, ::SHGetDesktopFolder, ::SHGetPathFromIDListA};
+tabla_escritorio escritorio = {i_asignador_del_escritorio, i_carpeta_del_escritorio, i_ruta_de_elemento};
 funcion_nombre_largo (*busca_nombre_largo)() noexcept = i_busca_en_kernel32;
 
 void i_olvida_nombre_largo() noexcept {
     i_elegida = i_elige_y_pregunta;
 }
 
-DWORD i_nombre_largo(const char* corto, char* largo, DWORD sitio) noexcept {
+DWORD i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept {
     return i_elegida.load()(corto, largo, sitio);
 }
 
-DWORD WINAPI i_nombre_largo_del_escritorio(const char* corto, char* largo, DWORD sitio) noexcept {
-    const cadena_w ruta = a_utf16(corto);
-    if (ruta.es_nula()) {
+DWORD WINAPI i_nombre_largo_del_escritorio(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept {
+    if (corto == nullptr) {
         return i_falla(ERROR_INVALID_PARAMETER);
     }
-    if (lmlongpath_GetFileAttributesW(ruta.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    const sin_dialogos callado;
+    if (lmlongpath_GetFileAttributesW(corto) == INVALID_FILE_ATTRIBUTES) {
         return 0;
     }
     wchar_t completa[sitio_clasico];
-    const DWORD longitud_completa = sistema.GetFullPathNameW(ruta.c_str(), sitio_clasico, completa, nullptr);
+    const DWORD longitud_completa = sistema.GetFullPathNameW(corto, sitio_clasico, completa, nullptr);
     if (longitud_completa == 0 || longitud_completa >= sitio_clasico) {
         return i_falla(ERROR_BUFFER_OVERFLOW);
     }
-    char texto[sitio_clasico];
+    wchar_t texto[sitio_clasico];
     if (!elemento(completa).ruta(texto)) {
         return i_falla(ERROR_PATH_NOT_FOUND);
     }
-    const vista_a encontrada(texto);
+    const vista_w encontrada(texto);
     if (encontrada.size() >= sitio) {
         return static_cast<DWORD>(encontrada.size() + 1);
     }
-    rasgos<char>::copy(largo, texto, encontrada.size() + 1);
+    rasgos_utf16::copy(largo, texto, encontrada.size() + 1);
     return static_cast<DWORD>(encontrada.size());
 }
 

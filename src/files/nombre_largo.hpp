@@ -1,8 +1,8 @@
-// The 8-bit question for the long form of a path, through one pointer for the whole process: KERNEL32's own answer
-// where it has one, else the shell's.
+// The question for the long form of a path that the 8-bit current directory asks, through one pointer for the whole
+// process: KERNEL32's own answer where it has one, else the shell's.
 //
-// Promises: the choice is made once, at the first question; both answer as GetLongPathNameA does (0 on failure, the
-// length when it fits, else the size needed with the terminator).
+// Promises: the choice is made once, at the first question; both answer as GetLongPathNameW does (0 on failure, the
+// length when it fits, else the size needed with the terminator); the shell is loaded only when it is asked.
 // Cannot promise: that the shell tells the long form of every path: it is asked only for existing ones whose full
 // form is shorter than 260 characters.
 // Checked by tests/files/nombre_largo_win32_test.cpp.
@@ -14,22 +14,22 @@
 
 namespace lumodir {
 
-using funcion_nombre_largo = DWORD(WINAPI*)(const char* corto, char* largo, DWORD sitio);
+using funcion_nombre_largo = DWORD(WINAPI*)(const wchar_t* corto, wchar_t* largo, DWORD sitio);
 
-DWORD i_nombre_largo(const char* corto, char* largo, DWORD sitio) noexcept;
+DWORD i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept;
 
 // The shell's answer.
-DWORD WINAPI i_nombre_largo_del_escritorio(const char* corto, char* largo, DWORD sitio) noexcept;
+DWORD WINAPI i_nombre_largo_del_escritorio(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept;
 
-// The shell's functions that answer it. Tests put others in their place.
+// The shell's functions that answer it; each loads the shell when it is called. Tests put others in their place.
 struct tabla_escritorio {
     decltype(&::SHGetMalloc) SHGetMalloc;
     decltype(&::SHGetDesktopFolder) SHGetDesktopFolder;
-    decltype(&::SHGetPathFromIDListA) SHGetPathFromIDListA;
+    decltype(&::SHGetPathFromIDListW) SHGetPathFromIDListW;
 };
 extern tabla_escritorio escritorio;
 
-// GetLongPathNameA of KERNEL32, NULL when it has none. Tests put another in its place.
+// GetLongPathNameW of KERNEL32, NULL when it has none. Tests put another in its place.
 extern funcion_nombre_largo (*busca_nombre_largo)() noexcept;
 // Tests only: the next question chooses anew.
 void i_olvida_nombre_largo() noexcept;

@@ -27,32 +27,77 @@ unsigned short i_entrega(motivo por_que, wchar_t** motivo_out) noexcept {
     return bien;
 }
 
-motivo i_prueba_escritura(const wchar_t* fichero) {
-    const DWORD atributos = lmlongpath_GetFileAttributesW(fichero);
-    const bool existe = atributos != INVALID_FILE_ATTRIBUTES;
-    if (existe && (atributos & FILE_ATTRIBUTE_READONLY) != 0) {
-        return i_mensaje(i_msg_404523_fichero_sin_permiso_de_escritura);
-    }
-    DWORD codigo = 0;
-    // Alone: a file that is open in another program counts as not writable.
-    manija_fichero abierto = lmlongpath_CreateFileW(fichero, GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                                    existe ? OPEN_EXISTING : CREATE_NEW, 0, nullptr, &codigo);
-    const bool bien = abierto.valida();
-    abierto.cierra();
-    // Also after a failure: something may have been created and then denied to us. But a file that stands in the way
-    // of the creation is somebody else's, made since, or one that hides its attributes.
-    if (!existe && (bien || codigo != ERROR_FILE_EXISTS)) {
-        lmlongpath_DeleteFileW(fichero, nullptr);
-    }
-    return bien ? motivo() : plataforma::texto_de_codigo_de_error(codigo);
+constexpr DWORD acceso_de_prueba = GENERIC_READ | GENERIC_WRITE;
+
+// Alone: a file that is open in another program counts as not writable.
+manija_fichero i_abre_a_solas(const ruta_fijada& fichero, DWORD acceso, DWORD disposicion,
+                              DWORD* codigo) noexcept {
+    return lmlongpath_CreateFileW(fichero, acceso, 0, nullptr, disposicion, 0, nullptr, codigo);
 }
 
-motivo i_prueba_en_directorio(const wchar_t* directorio) {
+// A file system may refuse the right to delete to somebody who may create.
+bool i_puede_ser_por_borrar(DWORD codigo) noexcept {
+    return codigo == ERROR_ACCESS_DENIED || codigo == ERROR_NOT_SUPPORTED ||
+           codigo == ERROR_INVALID_PARAMETER;
+}
+
+// Creates what is missing and takes it away again by the handle that made it: whoever puts a file of his own there
+// meanwhile keeps it. Where the mark is refused, the name is all there is to delete by.
+motivo i_prueba_a_crear(const ruta_fijada& fichero) {
+    DWORD codigo = ERROR_SUCCESS;
+    manija_fichero creado = i_abre_a_solas(fichero, acceso_de_prueba | DELETE, CREATE_NEW, &codigo);
+    if (!creado.valida() && i_puede_ser_por_borrar(codigo)) {
+        creado = i_abre_a_solas(fichero, acceso_de_prueba, CREATE_NEW, &codigo);
+    }
+    if (!creado.valida()) {
+        return plataforma::texto_de_codigo_de_error(codigo);
+    }
+    FILE_DISPOSITION_INFO marca = {TRUE};
+    const bool se_va_al_cerrar =
+        sistema.SetFileInformationByHandle(creado.get(), FileDispositionInfo, &marca, sizeof marca);
+    creado.cierra();
+    if (!se_va_al_cerrar) {
+        lmlongpath_DeleteFileW(fichero, nullptr);
+    }
+    return {};
+}
+
+motivo i_prueba_escritura(const ruta_fijada& fichero) {
+    const existencia que_hay = i_existencia(fichero);
+    if (que_hay.es_de_solo_lectura()) {
+        return i_mensaje(i_msg_404523_fichero_sin_permiso_de_escritura);
+    }
+    if (que_hay.falta()) {
+        return i_prueba_a_crear(fichero);
+    }
+    // What cannot be told to be missing is opened, never created.
+    DWORD codigo = ERROR_SUCCESS;
+    return i_abre_a_solas(fichero, acceso_de_prueba, OPEN_EXISTING, &codigo).valida()
+               ? motivo()
+               : plataforma::texto_de_codigo_de_error(codigo);
+}
+
+// No directory is the current one, as a bare drive is that of the drive: neither is the root, which joining a name to
+// them would make of them.
+cadena_w i_directorio_de_sonda(vista_w directorio) {
+    const bool es_actual = directorio.empty() || directorio.back() == L':';
+    return concatena<wchar_t>({directorio, es_actual ? vista_w(L".") : vista_w()});
+}
+
+bool i_se_crea_una_sonda(const ruta_fijada& directorio) {
+    const cadena_w principio = i_concatena_directorios(vista_w(directorio.c_str()), L"~lumo~~_");
+    const cadena_w sonda = copiaforu_nousar_formatea(L"%s%lu.tmp", {principio, ::GetCurrentProcessId()});
+    return i_prueba_escritura(sonda.c_str()).es_nula();
+}
+
+motivo i_prueba_en_directorio(vista_w directorio) {
+    const cadena_w de_sonda = i_directorio_de_sonda(directorio);
+    const ruta_fijada fijado(de_sonda.c_str());
     // No directory at all needs no creation.
-    if (*directorio != L'\0' && i_crea_directorios(directorio, CIERTO, FALSO) != CIERTO) {
+    if (!directorio.empty() && i_crea_directorios(fijado.c_str(), CIERTO, FALSO) != CIERTO) {
         return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {directorio});
     }
-    if (i_prueba_escritura_en_directorio(directorio) != CIERTO) {
+    if (!i_se_crea_una_sonda(fijado)) {
         return i_mensaje(i_msg_404522_sin_permiso_en_directorio, {directorio});
     }
     return {};
@@ -69,9 +114,8 @@ bool i_path_valido(const wchar_t* path, wchar_t** motivo_out) noexcept {
 }  // namespace
 
 unsigned short i_prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {
-    const cadena_w principio = i_concatena_directorios(a_vista(directorio), L"~lumo~~_");
-    const cadena_w sonda = copiaforu_nousar_formatea(L"%s%lu.tmp", {principio, ::GetCurrentProcessId()});
-    return i_prueba_escritura(sonda.c_str()).es_nula() ? CIERTO : FALSO;
+    const cadena_w de_sonda = i_directorio_de_sonda(a_vista(directorio));
+    return i_se_crea_una_sonda(de_sonda.c_str()) ? CIERTO : FALSO;
 }
 
 }  // namespace lumodir
@@ -100,7 +144,7 @@ unsigned short cdir_se_puede_escribir_en_directorio(const wchar_t* directorio, w
     if (!i_path_valido(directorio, motivo_out)) {
         return FALSO;
     }
-    return i_entrega(i_prueba_en_directorio(directorio), motivo_out);
+    return i_entrega(i_prueba_en_directorio(a_vista(directorio)), motivo_out);
 }
 
 unsigned short cdir_se_puede_escribir_fichero_en_directorio(const wchar_t* fichero, wchar_t** motivo_out) {
@@ -109,7 +153,7 @@ unsigned short cdir_se_puede_escribir_fichero_en_directorio(const wchar_t* fiche
     }
     cadena_w directorio(i_directorio_de_fichero(a_vista(fichero)));
     i_suprime_barra_final_si_hay(directorio);
-    return i_entrega(i_prueba_en_directorio(directorio.c_str()), motivo_out);
+    return i_entrega(i_prueba_en_directorio(directorio.ver()), motivo_out);
 }
 
 unsigned short lumodir_tiene_permiso_escritura_fichero_UNICODE(const wchar_t* fichero) {

@@ -1,8 +1,9 @@
 // Can a file be written, can a file be created in a directory: tried out rather than asked.
 //
 // Promises: a file that exists is opened and closed, never changed; a missing one, and the probe in a directory, is
-// created and deleted again; the directory of a directory test, made first where it is missing, stays.
-// Cannot promise: that a file which cannot be deleted again leaves nothing behind; nor that the answer still holds
+// created and deleted again, by the handle that made it; the directory of a directory test, made first where it is
+// missing, stays. What this test did not make is never deleted. A path is tied to its place once.
+// Cannot promise: that a file system which refuses the deletion leaves nothing behind; nor that the answer still holds
 // when the caller acts on it.
 // Checked by tests/files/permisos_escritura_win32_test.cpp.
 #pragma once

@@ -9,7 +9,9 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.h"
 #include "companions/lmlongpath.hpp"
+#include "companions/respuesta_entera.hpp"
 #include "files/nombre_largo.hpp"
+#include "frame/puente.hpp"
 #include "lumodir.h"
 #include "paths/rutas.hpp"
 
@@ -19,43 +21,14 @@ namespace {
 constexpr DWORD LMLONGPATH_LUMO_MAX_PATH = lmlongpath_get_longitud_maxima_permitida_path();
 constexpr int sitio_directorio_actual = 260;  // characters, terminator included
 
-DWORD i_nombre_del_modulo(char* bufer) noexcept {
-    return sistema.GetModuleFileNameA(::GetModuleHandleA(nullptr), bufer, LMLONGPATH_LUMO_MAX_PATH);
-}
-DWORD i_nombre_del_modulo(wchar_t* bufer) noexcept {
-    return sistema.GetModuleFileNameW(::GetModuleHandleW(nullptr), bufer, LMLONGPATH_LUMO_MAX_PATH);
-}
-
-template <class C>
-cadena<C> i_path_del_programa(lugar donde) noexcept {
-    C bufer[LMLONGPATH_LUMO_MAX_PATH];
-    const DWORD tam_path = i_nombre_del_modulo(bufer);
+cadena_w i_path_del_programa(lugar donde) noexcept {
+    wchar_t bufer[LMLONGPATH_LUMO_MAX_PATH];
+    const DWORD tam_path =
+        sistema.GetModuleFileNameW(::GetModuleHandleW(nullptr), bufer, LMLONGPATH_LUMO_MAX_PATH);
     i_comprueba(tam_path > 0, "tam_path > 0", donde);
     i_comprueba(tam_path < LMLONGPATH_LUMO_MAX_PATH, "tam_path < LMLONGPATH_LUMO_MAX_PATH", donde);
-    const vista<C> path(bufer, std::min(tam_path, LMLONGPATH_LUMO_MAX_PATH - 1));
-    return cadena<C>(recorta_derecha(path), donde);
-}
-
-// What a question of the kind "the length when it fits, else the size needed, 0 on failure" answers, asked until it
-// fits: the name may grow meanwhile. NULL on failure. Short answers cost one call and one block.
-template <class C, class Pregunta>
-cadena<C> i_respuesta_entera(Pregunta pregunta, lugar donde) noexcept {
-    constexpr DWORD sitio_corto = 512;
-    C corto[sitio_corto];
-    DWORD longitud = pregunta(corto, sitio_corto);
-    if (longitud < sitio_corto) {
-        return longitud == 0 ? cadena<C>() : cadena<C>(vista<C>(corto, longitud), donde);
-    }
-    while (longitud != 0) {
-        const DWORD necesario = longitud;
-        cadena<C> entera = cadena<C>::con_sitio(necesario, donde);
-        longitud = pregunta(entera.datos(), necesario + 1);
-        if (longitud != 0 && longitud <= necesario) {
-            entera.acorta(longitud);
-            return entera;
-        }
-    }
-    return {};
+    const vista_w path(bufer, std::min(tam_path, LMLONGPATH_LUMO_MAX_PATH - 1));
+    return cadena_w(recorta_derecha(path), donde);
 }
 
 using pregunta_de_forma = DWORD (*)(const wchar_t*, wchar_t*, DWORD) noexcept;
@@ -79,9 +52,17 @@ void i_busca_en_el_path(const wchar_t* nombre, Recibe recibe) noexcept {
     }
 }
 
+// NULL after the report.
+const wchar_t* i_directorio_actual(wchar_t (&bufer)[sitio_directorio_actual],
+                                   lugar donde = lugar::aqui()) noexcept {
+    const wchar_t* getcwd_ret = directorio_actual.wgetcwd(bufer, sitio_directorio_actual);
+    i_comprueba(getcwd_ret != nullptr, "(getcwd_ret) != NULL", donde);
+    return getcwd_ret;
+}
+
 }  // namespace
 
-tabla_directorio_actual directorio_actual = {::_getcwd, ::_wgetcwd};
+tabla_directorio_actual directorio_actual = {::_wgetcwd};
 
 cadena_w i_path_largo(const wchar_t* path, lugar donde) noexcept {
     cadena_w forma = i_forma(lmlongpath_GetLongPathNameW, path, donde);
@@ -93,11 +74,11 @@ cadena_w i_path_largo(const wchar_t* path, lugar donde) noexcept {
 using namespace lumodir;
 
 wchar_t* lumodir_dame_path_completo_del_programa_UNICODE(void) {
-    return i_path_del_programa<wchar_t>(lugar::aqui()).suelta();
+    return i_path_del_programa(lugar::aqui()).suelta();
 }
 
 char* lumodir_dame_path_completo_del_programa(void) {
-    return i_path_del_programa<char>(lugar::aqui()).suelta();
+    return puente<lumodir_dame_path_completo_del_programa_UNICODE>();
 }
 
 wchar_t* lumodir_dame_path_corto_UNICODE(const wchar_t* path) {
@@ -151,21 +132,17 @@ unsigned short lumodir_busca_ejecutable_del_path(const wchar_t* nombre, wchar_t*
 
 wchar_t* cdir_obtener_path_actual_UNICODE(void) {
     wchar_t bufer[sitio_directorio_actual];
-    const wchar_t* getcwd_ret = directorio_actual.wgetcwd(bufer, sitio_directorio_actual);
-    if (!i_comprueba(getcwd_ret != nullptr, "(getcwd_ret) != NULL")) {
-        return cadena_w(vista_w()).suelta();
-    }
-    return i_path_largo(getcwd_ret).suelta();
+    const wchar_t* getcwd_ret = i_directorio_actual(bufer);
+    return getcwd_ret == nullptr ? cadena_w(vista_w()).suelta() : i_path_largo(getcwd_ret).suelta();
 }
 
 char* cdir_obtener_path_actual(void) {
-    char bufer[sitio_directorio_actual];
-    const char* getcwd_ret = directorio_actual.getcwd(bufer, sitio_directorio_actual);
-    if (!i_comprueba(getcwd_ret != nullptr, "(getcwd_ret) != NULL")) {
+    wchar_t bufer[sitio_directorio_actual];
+    const wchar_t* getcwd_ret = i_directorio_actual(bufer);
+    if (getcwd_ret == nullptr) {
         return cadena_a(vista_a()).suelta();
     }
-    cadena_a largo = i_respuesta_entera<char>(
-        [&](char* destino, DWORD sitio) { return i_nombre_largo(getcwd_ret, destino, sitio); },
-        lugar::aqui());
-    return largo.es_nula() ? cadena_a(vista_a(getcwd_ret)).suelta() : largo.suelta();
+    const cadena_w largo = i_respuesta_entera<wchar_t>(
+        [&](wchar_t* destino, DWORD sitio) { return i_nombre_largo(getcwd_ret, destino, sitio); });
+    return a_ansi(largo.es_nula() ? a_vista(getcwd_ret) : largo.ver()).suelta();
 }

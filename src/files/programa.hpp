@@ -2,7 +2,8 @@
 // directory, and the search of the directories of PATH.
 //
 // Promises: a form that the system cannot tell is the path as it was given; no answer is cut at a classic length
-// but the current directory, which is the C runtime's.
+// but the current directory, which is the C runtime's; 8-bit answers are those of the wide questions, converted, so
+// that no look-alike and no other code page of the host's choice gets into them.
 // Cannot promise: that what the search finds is a program: a directory of the name counts too.
 // Checked by tests/files/programa_win32_test.cpp.
 #pragma once
@@ -13,7 +14,6 @@ namespace lumodir {
 
 // The current directory as the C runtime tells it; tests put others in their place.
 struct tabla_directorio_actual {
-    char* (*getcwd)(char* bufer, int sitio);
     wchar_t* (*wgetcwd)(wchar_t* bufer, int sitio);
 };
 extern tabla_directorio_actual directorio_actual;

@@ -1,15 +1,13 @@
-// The walk of a tree that is to be deleted: what lies in a directory is read once, files are handed out first,
-// then each subdirectory is walked and handed out after its contents.
+// The walk of a tree that is to be deleted: what lies in a directory is handed out, files first, then each
+// subdirectory is walked and handed out after its contents.
 //
-// Promises: a link to a directory is handed out, never entered, whether its entry or the directory itself, opened
-// without following links, says so; what cannot be judged is not entered either, nor a root whose name Windows cuts
-// at its end, so that what was looked at is what is walked. No recursion: depth costs heap, not stack.
-// Cannot promise: against somebody who puts a link in a directory's place between the look and the walk.
-// Checked by tests/files/borrado_arbol_win32_test.cpp.
+// Promises: a link to a directory is handed out, never entered; nothing is entered that cannot be judged. What was
+// not seen is told, so that nobody takes silence for "all gone".
+// Checked by tests/files/borrado_arbol_win32_test.cpp and tools/attack.
 #pragma once
 
-#include "companions/arr.hpp"
-#include "companions/cadena.hpp"
+#include "files/objetivo.hpp"
+#include "listings/recorrido.hpp"
 
 namespace lumodir {
 
@@ -20,19 +18,51 @@ enum class subdirectorios {
     todos
 };
 
+// A file or a subdirectory of the current directory of a walk. Its path is written when somebody asks for it.
+class entrada_de_arbol final : public objetivo_en_directorio {
+public:
+    entrada_de_arbol(recorrido& arbol, const entrada_leida& entrada) noexcept
+        : objetivo_en_directorio(arbol.aqui(), entrada), arbol_(arbol) {}
+
+    const wchar_t* texto() override;
+
+private:
+    recorrido& arbol_;
+    cadena_w ruta_;
+};
+
+// The root of a walk, to be removed at its end: the very directory that was walked.
+class raiz_de_arbol final : public objetivo {
+public:
+    raiz_de_arbol(recorrido& arbol, llegada como) noexcept : arbol_(arbol), como_(como) {}
+
+    desenlace borra() override;
+    existencia mira() override { return i_existencia(arbol_.raiz().ruta()); }
+    bool protege(int modo) override { return lmlongpath_wchmod(arbol_.raiz().ruta(), modo) == 0; }
+    const wchar_t* texto() override { return arbol_.raiz().dada().data(); }
+
+private:
+    recorrido& arbol_;
+    llegada como_;
+};
+
 class visitante_borrado {
 public:
     // Answers whether the walk goes on.
-    virtual bool fichero(vista_w directorio, vista_w nombre) = 0;
+    virtual bool fichero(entrada_de_arbol& fichero) = 0;
     // The walk is about to look at the next subdirectory.
     virtual bool sigue() = 0;
-    // The contents of the subdirectory have been walked.
-    virtual void subdirectorio(const wchar_t* ruta) = 0;
+    // The contents of the subdirectory have been walked, if it could be entered.
+    virtual void subdirectorio(entrada_de_arbol& directorio, llegada como) = 0;
 
 protected:
     ~visitante_borrado() = default;
 };
 
-void i_recorre_para_borrar(vista_w directorio, subdirectorios cuales, visitante_borrado& visitante);
+// Answers what became of the root.
+llegada i_recorre_para_borrar(recorrido& arbol, subdirectorios cuales, visitante_borrado& visitante);
+
+// The order in which subdirectories are deleted: by name, code unit by code unit.
+recorrido::orden i_orden_de_borrado() noexcept;
 
 }  // namespace lumodir

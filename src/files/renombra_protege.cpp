@@ -19,27 +19,40 @@ bool i_nombres_dados(const wchar_t* viejo, const wchar_t* nuevo) noexcept {
     return hay_viejo && hay_nuevo;
 }
 
-unsigned short i_renombra(const wchar_t* viejo, const wchar_t* nuevo, DWORD* codigo) noexcept {
-    return lmlongpath_RenameFileW(viejo, nuevo, codigo) ? CIERTO : FALSO;
-}
-
 }  // namespace
 
-unsigned short i_cambia_proteccion(const wchar_t* nomfich, int modo, unsigned short informa) noexcept {
-    if (!i_comprueba(nomfich != nullptr, "(nomfich) != NULL")) {
-        return FALSO;
-    }
+unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short informa) noexcept {
     i_comprueba_con(modo == modo_lectura || modo == modo_escritura, "mode == _S_IREAD || mode == _S_IWRITE",
-                    a_vista(nomfich));
-    const auto intento = [&]() -> unsigned short {
-        return lmlongpath_wchmod(nomfich, modo) == 0 ? CIERTO : FALSO;
-    };
+                    a_vista(fichero.texto()));
+    const auto intento = [&]() -> unsigned short { return fichero.protege(modo) ? CIERTO : FALSO; };
     const auto al_fallar = [&](BuclRein* bucle) {
         const ConstructorMensaje motivo = modo == modo_lectura ? i_msg_53961_no_se_puede_proteger_fichero
                                                                : i_msg_53962_no_se_puede_desproteger_fichero;
-        buclrein_set_mensaje_reintentar(bucle, i_mensaje(motivo, {nomfich}), 0);
+        buclrein_set_mensaje_reintentar(bucle, i_mensaje(motivo, {fichero.texto()}), 0);
     };
     return i_con_reintentos(CIERTO, informa, intento, al_fallar);
+}
+
+unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo, unsigned short informa) noexcept {
+    if (!i_comprueba(nomfich.dada() != nullptr, "(nomfich) != NULL")) {
+        return FALSO;
+    }
+    fichero_por_ruta fichero(nomfich);
+    return i_cambia_proteccion(fichero, modo, informa);
+}
+
+void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, bool es_nombre) {
+    DWORD codigo = ERROR_INVALID_NAME;
+    const auto intento = [&]() -> unsigned short {
+        return es_nombre && lmlongpath_RenameFileW(viejo, nuevo, &codigo) ? CIERTO : FALSO;
+    };
+    const auto al_fallar = [&](BuclRein* bucle) {
+        const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
+        buclrein_set_mensaje_reintentar(
+            bucle, copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, viejo.dada(), nuevo.dada()}),
+            codigo);
+    };
+    i_con_reintentos(CIERTO, CIERTO, intento, al_fallar);
 }
 
 }  // namespace lumodir
@@ -50,15 +63,7 @@ void cdir_renombra_fichero_UNICODE(const wchar_t* nombre_viejo, const wchar_t* n
     if (!i_nombres_dados(nombre_viejo, nombre_nuevo)) {
         return;
     }
-    DWORD codigo = 0;
-    const auto intento = [&] { return i_renombra(nombre_viejo, nombre_nuevo, &codigo); };
-    const auto al_fallar = [&](BuclRein* bucle) {
-        const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
-        buclrein_set_mensaje_reintentar(
-            bucle, copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, nombre_viejo, nombre_nuevo}),
-            codigo);
-    };
-    i_con_reintentos(CIERTO, CIERTO, intento, al_fallar);
+    i_renombra_fichero(nombre_viejo, nombre_nuevo);
 }
 
 void cdir_renombra_fichero(const char* nombre_viejo, const char* nombre_nuevo) {
@@ -71,7 +76,7 @@ unsigned short cdir_renombra_fichero_si_es_posible_UNICODE(const wchar_t* nombre
         return FALSO;
     }
     // A single attempt with nothing to say: what a loop without retries comes to.
-    return i_renombra(nombre_viejo, nombre_nuevo, nullptr);
+    return lmlongpath_RenameFileW(nombre_viejo, nombre_nuevo, nullptr) ? CIERTO : FALSO;
 }
 
 unsigned short cdir_mueve_fichero(const wchar_t* origen, const wchar_t* destino) {
@@ -97,8 +102,12 @@ void lumodir_desprotege_fichero(const char* nomfich) {
 }
 
 void lumodir_desprotege_fichero_si_existe_UNICODE(const wchar_t* nomfich) {
-    if (cdir_existe_fichero_UNICODE(nomfich) == CIERTO) {
-        lumodir_desprotege_fichero_UNICODE(nomfich);
+    if (!i_comprueba(nomfich != nullptr, "(nombre) != NULL")) {
+        return;
+    }
+    const ruta_fijada fijada(nomfich);
+    if (i_existencia(fijada).hay()) {
+        i_cambia_proteccion(fijada, modo_escritura, CIERTO);
     }
 }
 

@@ -5,12 +5,18 @@
 // Checked by tests/files/renombra_protege_win32_test.cpp.
 #pragma once
 
+#include "files/objetivo.hpp"
 #include "lumodir_base.h"
 
 namespace lumodir {
 
 // Makes a file read-only (`modo_lectura`) or writable (`modo_escritura`, both of lmlongpath.hpp), retried; the user
 // is asked when `informa` is 1. Any other mode is reported and handed to the system all the same. 1 when done.
-unsigned short i_cambia_proteccion(const wchar_t* nomfich, int modo, unsigned short informa) noexcept;
+unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short informa) noexcept;
+unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo, unsigned short informa) noexcept;
+
+// Renames, retried, the user being asked. `es_nombre` false: the new name is one that no file can bear, and the system
+// is not given it.
+void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, bool es_nombre = true);
 
 }  // namespace lumodir

@@ -2,7 +2,8 @@
 // in a given one.
 //
 // Promises: a file that is handed out exists, is empty and was never handed out to anybody else, however many
-// processes ask at once (the system creates it, and a renaming never replaces); what could not be used is deleted.
+// processes ask at once (the system creates it, and a renaming never replaces); what could not be used is deleted. A
+// directory is tied to its place once; one that leaves no room for a name counts as missing.
 // Cannot promise: that the fallback for a missing temporary directory exists: it is neither checked nor created.
 // Checked by tests/files/temporales_win32_test.cpp and unicos_win32_test.cpp.
 #include <algorithm>
@@ -11,6 +12,8 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmaviso.hpp"
 #include "companions/lmlongpath.hpp"
+#include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "files/borrado.hpp"
 #include "files/programa.hpp"
 #include "frame/avisos.hpp"
@@ -25,6 +28,13 @@ namespace lumodir {
 namespace {
 
 constexpr DWORD sitio_directorio = MAX_PATH;  // units, terminator included
+// Units, without a final separator, that leave room for a name; in a longer directory the system gives none.
+constexpr std::size_t max_directorio = MAX_PATH - 14;
+// While somebody looks at the new file: so often under its name, and in all; who may not rename at all is not kept
+// waiting at each of the names.
+constexpr unsigned intentos_por_nombre = 6;
+constexpr unsigned max_esperas = 15;
+constexpr unsigned long espera_ms = 50;
 constexpr unsigned intentos_por_prefijo = 21;
 constexpr unsigned max_candidatos = 150;       // of a unique file
 constexpr unsigned candidatos_con_letra = 20;  // 'A' to 'T'; the rest share '0'
@@ -57,6 +67,10 @@ cadena_w i_nombre_de_error(DWORD codigo) {
     return copiaforu_nousar_formatea(L"%u", {codigo});
 }
 
+bool i_deja_sitio(vista_w directorio) noexcept {
+    return directorio.size() <= max_directorio + (acaba_en_separador(directorio) ? 1 : 0);
+}
+
 // The user's local-settings folder or, when the registry does not tell it, the Windows directory.
 cadena_w i_directorio_de_respaldo(lugar donde) {
     wchar_t* carpeta = nullptr;
@@ -75,8 +89,8 @@ cadena_w i_directorio_temporal(lugar donde) {
     wchar_t bufer[sitio_directorio] = {};
     const DWORD longitud = sistema.GetTempPathW(sitio_directorio, bufer);
     i_comprueba(longitud < sitio_directorio, "longitud < _MAX_PATH", donde);
-    // One that the system cannot tell, or that does not fit, counts as missing.
-    const bool cabe = longitud > 0 && longitud < sitio_directorio;
+    // One that the system cannot tell, or that leaves no room for a name, counts as missing.
+    const bool cabe = longitud > 0 && longitud < sitio_directorio && i_deja_sitio(vista_w(bufer, longitud));
     if (cabe && cdir_existe_directorio_UNICODE(bufer) == CIERTO) {
         return cadena_w(vista_w(bufer, longitud), donde);
     }
@@ -90,20 +104,20 @@ cadena_w i_directorio_temporal(lugar donde) {
 // A new empty file of a name that the system chooses; a NULL string on failure, the code being the reason.
 cadena_w i_fichero_del_sistema(const wchar_t* directorio, const wchar_t* prefijo, DWORD* codigo,
                                lugar donde) {
-    // The call knows nothing of the room it writes to, and not every system refuses a directory that is too long.
-    cadena_w nombre = cadena_w::con_sitio(a_vista(directorio).size() + MAX_PATH, donde);
-    nombre.datos()[0] = L'\0';
-    const UINT unico = sistema.GetTempFileNameW(directorio, prefijo, 0, nombre.datos());
-    *codigo = unico == 0 ? ::GetLastError() : ERROR_SUCCESS;
-    if (unico == 0) {
+    if (!i_deja_sitio(a_vista(directorio))) {
+        *codigo = ERROR_PATH_NOT_FOUND;
         return {};
     }
-    nombre.acorta(a_vista(nombre.c_str()).size());
-    return nombre;
+    // Not every system ends a name that fills its room.
+    wchar_t nombre[2 * MAX_PATH] = {};
+    const sin_dialogos callado;
+    const UINT unico = sistema.GetTempFileNameW(directorio, prefijo, 0, nombre);
+    *codigo = unico == 0 ? ::GetLastError() : ERROR_SUCCESS;
+    return unico == 0 ? cadena_w() : cadena_w(vista_w(nombre).substr(0, MAX_PATH - 1), donde);
 }
 
 // The same, insisting; the code is that of the last failure.
-cadena_w i_insiste_con_prefijo(const cadena_w& directorio, const wchar_t* prefijo, DWORD* codigo,
+cadena_w i_insiste_con_prefijo(const ruta_fijada& directorio, const wchar_t* prefijo, DWORD* codigo,
                                lugar donde) {
     cadena_w nombre;
     for (unsigned i = 0; i < intentos_por_prefijo && nombre.es_nula(); ++i) {
@@ -121,14 +135,15 @@ cadena_w i_tres_frases(const cadena_w& directorio, DWORD codigo, const cadena_w&
 
 cadena_w i_crea_fichero_temporal(lugar donde) {
     const cadena_w directorio = i_directorio_temporal(donde);
+    const ruta_fijada fijado(directorio.c_str());
     DWORD codigo = ERROR_SUCCESS;
-    cadena_w nombre = i_insiste_con_prefijo(directorio, prefijo_primero, &codigo, donde);
+    cadena_w nombre = i_insiste_con_prefijo(fijado, prefijo_primero, &codigo, donde);
     if (nombre.es_nula()) {
         // In service mode too: nothing that needs a temporary file works until somebody mends this.
         const cadena_w aviso = i_tres_frases(
             directorio, codigo, i_mensaje(i_msg_402847_borrar_ficheros_o_modificar_temp, {directorio}));
         lmaviso_aviso_interno_como_error_u(aviso.c_str());
-        nombre = i_insiste_con_prefijo(directorio, prefijo_segundo, &codigo, donde);
+        nombre = i_insiste_con_prefijo(fijado, prefijo_segundo, &codigo, donde);
     }
     if (nombre.es_nula()) {
         error_interno_liberando_mensaje_u(
@@ -154,16 +169,16 @@ public:
     }
 
     cadena_w crea() {
-        i_comprueba(a_vista(directorio_).size() < MAX_PATH, "longitud < _MAX_PATH", donde_);
+        i_comprueba(a_vista(directorio_.dada()).size() < MAX_PATH, "longitud < _MAX_PATH", donde_);
         cadena_w candidato;
         for (unsigned contador = 0; contador < max_candidatos; ++contador) {
             cadena_w temporal = i_temporal(contador);
             if (temporal.es_nula()) {
                 return cadena_w(vista_w(), donde_);
             }
-            candidato = i_makepath<wchar_t>({}, directorio_, i_nombre_base_fichero(temporal.ver()),
-                                            extension_, donde_);
-            if (i_es_la_del_sistema() || i_renombra(temporal, candidato)) {
+            const vista_w nombre = i_nombre_base_fichero(temporal.ver());
+            candidato = i_candidato(directorio_.dada(), nombre);
+            if (i_es_la_del_sistema() || i_renombra(temporal, i_candidato(directorio_.c_str(), nombre))) {
                 return candidato;
             }
             descartados_->anade(std::move(temporal), donde_);
@@ -177,19 +192,35 @@ private:
         wchar_t prefijo[] = L"LUMO";
         prefijo[2] = contador < candidatos_con_letra ? static_cast<wchar_t>(L'A' + contador) : L'0';
         DWORD codigo;
-        cadena_w temporal = i_fichero_del_sistema(directorio_, prefijo, &codigo, donde_);
-        i_comprueba_con(!temporal.es_nula(), "resp != 0", directorio_, donde_);
+        cadena_w temporal = i_fichero_del_sistema(directorio_.c_str(), prefijo, &codigo, donde_);
+        i_comprueba_con(!temporal.es_nula(), "resp != 0", directorio_.dada(), donde_);
         return temporal;
+    }
+    cadena_w i_candidato(const wchar_t* directorio, vista_w nombre) const {
+        return i_makepath<wchar_t>({}, vista_w(directorio), nombre, extension_, donde_);
     }
     bool i_es_la_del_sistema() const noexcept {
         const bool con_punto = !extension_.empty() && extension_.front() == L'.';
         return iguales_sin_caja(extension_.substr(con_punto ? 1 : 0), extension_del_sistema);
     }
-    static bool i_renombra(const cadena_w& temporal, const cadena_w& candidato) {
-        return lmlongpath_RenameFileW(temporal.c_str(), candidato.c_str(), nullptr) != FALSE;
+    // A program that looks at every new file holds this one for a moment; another name would fare no better.
+    bool i_renombra(const cadena_w& temporal, const cadena_w& candidato) {
+        for (unsigned i = 1;; ++i) {
+            DWORD codigo = ERROR_SUCCESS;
+            if (lmlongpath_RenameFileW(temporal.c_str(), candidato.c_str(), &codigo)) {
+                return true;
+            }
+            const bool lo_sujetan = codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION;
+            if (!lo_sujetan || i == intentos_por_nombre || esperas_ == max_esperas) {
+                return false;  // the name is taken (183, 80), or nothing can be done
+            }
+            ++esperas_;
+            plataforma::duerme_ms(espera_ms);
+        }
     }
 
-    const wchar_t* directorio_;
+    unsigned esperas_ = 0;
+    ruta_fijada directorio_;
     vista_w extension_;
     lugar donde_;
     objeto<ArrCADENA_u> descartados_ = objeto<ArrCADENA_u>::crea();

@@ -64,7 +64,7 @@ long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept 
 }
 
 // One attempt. Opened alone: a program that is still writing the file would date it again.
-bool i_intenta_asignar(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
+bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
                        DWORD* codigo) noexcept {
     manija_fichero abierto =
         lmlongpath_CreateFileW(fichero, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr, codigo);
@@ -75,14 +75,14 @@ bool i_intenta_asignar(const wchar_t* fichero, const FILETIME* creacion, const F
     const BOOL asignadas = sistema.SetFileTime(abierto.get(), creacion, nullptr, modificacion);
     *codigo = ::GetLastError();
     if (asignadas) {
-        i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero));
+        i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero.dada()));
     }
     return asignadas != FALSE;
 }
 
 // The dates are in UTC; NULL leaves one as it is.
-unsigned short i_asigna_fechas(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
-                               unsigned short informar) noexcept {
+unsigned short i_asigna_fechas(const ruta_fijada& fichero, const FILETIME* creacion,
+                               const FILETIME* modificacion, unsigned short informar) noexcept {
     DWORD codigo = ERROR_SUCCESS;
     return i_con_reintentos(
         CIERTO, informar,
@@ -91,12 +91,13 @@ unsigned short i_asigna_fechas(const wchar_t* fichero, const FILETIME* creacion,
         },
         [&](BuclRein* bucle) {
             buclrein_set_mensaje_reintentar(
-                bucle, i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero}), codigo);
+                bucle, i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()}),
+                codigo);
         });
 }
 
-// 0 means to the system "leave the date as it is" and negative counts have meanings of their own: setting them
-// would succeed without dating the file.
+// 0 means to the system "leave the date as it is", and so do -1 and -2 ("from now on" and "again from now on"); other
+// negative counts are no dates: setting one would succeed without dating the file, or ask the user in vain.
 constexpr bool i_es_asignable(const FILETIME& fecha) noexcept {
     return i_intervalos(fecha) > 0;
 }
@@ -105,10 +106,14 @@ bool i_utc_de_valor(long long valor, FILETIME* utc) noexcept {
     return i_filetime_de_segundos(valor, *utc) && i_es_asignable(*utc);
 }
 
+bool i_utc_de_local(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
+    return i_a_utc(local, utc, donde) && i_es_asignable(*utc);
+}
+
 bool i_utc_de_valor_local(long long valor, FILETIME* utc) noexcept {
     FILETIME local;
     return valor <= max_segundos_filetime && i_filetime_de_segundos(valor + segundos_convenio_local, local) &&
-           i_a_utc(local, utc) && i_es_asignable(*utc);
+           i_utc_de_local(local, utc);
 }
 
 unsigned short i_asigna_valor_utc(const wchar_t* fichero, long long valor, unsigned short informar) noexcept {
@@ -125,7 +130,7 @@ bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETI
 }
 
 // The dates in UTC, patiently: a scanner or a slow share may keep the file busy for a moment.
-unsigned short i_lee_insistiendo(const wchar_t* fichero, FILETIME* creacion,
+unsigned short i_lee_insistiendo(const ruta_fijada& fichero, FILETIME* creacion,
                                  FILETIME* modificacion) noexcept {
     FILETIME acceso;
     unsigned short ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
@@ -133,15 +138,15 @@ unsigned short i_lee_insistiendo(const wchar_t* fichero, FILETIME* creacion,
         plataforma::duerme_ms(espera_entre_lecturas_ms);
         ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
     }
-    i_comprueba_con(ok == CIERTO, "ok == CIERTO", a_vista(fichero));
+    i_comprueba_con(ok == CIERTO, "ok == CIERTO", a_vista(fichero.dada()));
     return ok;
 }
 
 }  // namespace
 
-unsigned short i_lee_fechas(const wchar_t* fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
+unsigned short i_lee_fechas(const ruta_fijada& fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
                             FILETIME* fecha_modificacion, unsigned int* codigo_error) noexcept {
-    const bool preguntable = i_comprueba(fichero != nullptr, "(fichero) != NULL") &&
+    const bool preguntable = i_comprueba(fichero.dada() != nullptr, "(fichero) != NULL") &&
                              i_comprueba(fecha_creacion != nullptr, "(fecha_creacion) != NULL") &&
                              i_comprueba(fecha_acceso != nullptr, "(fecha_acceso) != NULL") &&
                              i_comprueba(fecha_modificacion != nullptr, "(fecha_modificacion) != NULL");
@@ -198,8 +203,8 @@ unsigned short timefich_asignar_fecha_u(const wchar_t* fichero, const FILETIME* 
     FILETIME modificacion;
     if (!i_hay_alguna(fichero, local_creacion, local_modificacion) ||
         !i_comprueba(fichero != nullptr, "fichero_u != NULL") ||
-        (local_creacion != nullptr && !i_a_utc(*local_creacion, &creacion)) ||
-        (local_modificacion != nullptr && !i_a_utc(*local_modificacion, &modificacion))) {
+        (local_creacion != nullptr && !i_utc_de_local(*local_creacion, &creacion)) ||
+        (local_modificacion != nullptr && !i_utc_de_local(*local_modificacion, &modificacion))) {
         return FALSO;
     }
     return i_asigna_fechas(fichero, local_creacion == nullptr ? nullptr : &creacion,

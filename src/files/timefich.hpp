@@ -7,13 +7,14 @@
 // Checked by tests/files/timefich_win32_test.cpp.
 #pragma once
 
+#include "companions/lmlongpath.hpp"
 #include "companions/reloj.hpp"
 
 namespace lumodir {
 
 // The three dates of a file, in UTC; 1 on success. The code, where it is wanted, receives 0 or the system's
 // error. After a failure the dates are untouched.
-unsigned short i_lee_fechas(const wchar_t* fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
+unsigned short i_lee_fechas(const ruta_fijada& fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
                             FILETIME* fecha_modificacion, unsigned int* codigo_error) noexcept;
 
 }  // namespace lumodir

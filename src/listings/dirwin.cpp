@@ -1,26 +1,17 @@
 // See dirwin.hpp.
 #include "listings/dirwin.hpp"
 
+#include <algorithm>
+#include <optional>
+
 #include "companions/error_interno.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
+#include "companions/unicode.hpp"
 #include "listings/filtro.hpp"
 
 namespace lumodir {
 namespace {
-
-manija_busqueda i_abre_en_sistema(const wchar_t* patron, WIN32_FIND_DATAW* primera, detalle cuanto) noexcept {
-    return lmlongpath_FindFirstFileW(patron, primera, cuanto == detalle::sin_nombre_corto);
-}
-manija_busqueda i_abre_en_sistema(const char* patron, WIN32_FIND_DATAA* primera, detalle) noexcept {
-    return manija_busqueda(sistema.FindFirstFileA(patron, primera));
-}
-
-bool i_sigue_en_sistema(HANDLE manija, WIN32_FIND_DATAW* destino) noexcept {
-    return sistema.FindNextFileW(manija, destino);
-}
-bool i_sigue_en_sistema(HANDLE manija, WIN32_FIND_DATAA* destino) noexcept {
-    return sistema.FindNextFileA(manija, destino);
-}
 
 // A text in lower case for the time of one comparison; file names need no block.
 class minusculas_temporales {
@@ -62,18 +53,44 @@ vista<C> i_texto_acotado(const C (&bufer)[N]) noexcept {
     return vista<C>(bufer, longitud);
 }
 
+// The end of a walk that is not that of the directory, as each flavour reports it.
+template <class C>
 void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAW& ultima) noexcept {
-    error_interno_liberando_mensaje_u(
-        copiaforu_nousar_formatea(L"GetLastError() = %u [%s]", {codigo, i_texto_acotado(ultima.cFileName)}));
-}
-void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAA&) noexcept {
-    const cadena_a texto = nousar_formatea("GetLastError() = %d", {static_cast<int>(codigo)});
-    error_interno_msg("last_error == ERROR_NO_MORE_FILES", texto.ver());
+    if constexpr (std::is_same_v<C, wchar_t>) {
+        lumodir::i_informa_de_final(codigo, i_texto_acotado(ultima.cFileName));
+    } else {
+        const cadena_a texto = nousar_formatea("GetLastError() = %d", {static_cast<int>(codigo)});
+        error_interno_msg("last_error == ERROR_NO_MORE_FILES", texto.ver());
+    }
 }
 
-// Where the last component of a pattern begins; 0 when there is no separator before it.
 template <class C>
-std::size_t i_principio_de_ultimo_componente(vista<C> patron) noexcept {
+bool i_da_un_paso(HANDLE manija, WIN32_FIND_DATAW* destino) noexcept {
+    const sin_dialogos callado;
+    if (sistema.FindNextFileW(manija, destino)) {
+        return true;
+    }
+    const DWORD codigo = ::GetLastError();
+    if (codigo != ERROR_NO_MORE_FILES) {
+        i_informa_de_final<C>(codigo, *destino);
+    }
+    return false;
+}
+
+// A pattern in UTF-16 for the time of its search.
+class patron_ancho {
+public:
+    explicit patron_ancho(const wchar_t* patron) noexcept : texto_(patron) {}
+    const wchar_t* c_str() const noexcept { return texto_; }
+
+private:
+    const wchar_t* texto_;
+};
+template <class C>
+using patron_en_utf16 = std::conditional_t<std::is_same_v<C, wchar_t>, patron_ancho, utf16_temporal>;
+
+// Where the last component of a pattern begins; 0 when there is no separator before it.
+std::size_t i_principio_de_ultimo_componente(vista_w patron) noexcept {
     std::size_t i = patron.size();
     while (i > 0 && !es_separador(patron[i - 1])) {
         --i;
@@ -81,45 +98,125 @@ std::size_t i_principio_de_ultimo_componente(vista<C> patron) noexcept {
     return i;
 }
 
-}  // namespace
+// A pattern tied to its place, together with the search of the whole directory that may have to follow.
+class patron_fijado {
+public:
+    patron_fijado(const wchar_t* dado, std::size_t ultimo)
+        : entero_(dado, ruta_fijada::uso::busqueda), nombre_(a_vista(dado).substr(ultimo)) {
+        const vista_w forma(entero_.c_str());
+        directorio_ = forma.substr(0, forma.size() - std::min(nombre_.size(), forma.size()));
+        // A full form that has lost the component ("..", a final blank), or that is another place for it (the name of
+        // a device), does not tell its directory.
+        const bool es_dispositivo = entero_.c_str() != dado && empieza_por(forma, L"\\\\.\\");
+        if (ultimo > 0 && (es_dispositivo || !acaba_en(forma, nombre_) || !acaba_en_separador(directorio_))) {
+            texto_aparte_ = concatena<wchar_t>({a_vista(dado).substr(0, ultimo), L"*"});
+            aparte_.emplace(texto_aparte_.c_str());
+        }
+    }
+
+    manija_busqueda busca(WIN32_FIND_DATAW* primera, detalle cuanto) const noexcept {
+        return i_busca(entero_, primera, cuanto);
+    }
+    manija_busqueda busca_todo(WIN32_FIND_DATAW* primera, detalle cuanto) const {
+        if (aparte_) {
+            return i_busca(*aparte_, primera, cuanto);
+        }
+        const cadena_w todo = concatena<wchar_t>({directorio_, L"*"});
+        return i_busca(todo.c_str(), primera, cuanto);
+    }
+
+private:
+    static manija_busqueda i_busca(const ruta_fijada& patron, WIN32_FIND_DATAW* primera,
+                                   detalle cuanto) noexcept {
+        return lmlongpath_FindFirstFileW(patron, primera, cuanto == detalle::sin_nombre_corto);
+    }
+
+    ruta_fijada entero_;
+    vista_w nombre_;
+    vista_w directorio_;  // of the full form
+    cadena_w texto_aparte_;
+    std::optional<ruta_fijada> aparte_;
+};
+
+// What no other pattern can cure: the directory is missing, or its drive or share is away. To ask again would only
+// cost a second time-out.
+bool i_falta_el_directorio(DWORD codigo) noexcept {
+    switch (codigo) {
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_NOT_READY:
+        case ERROR_BAD_NETPATH:
+        case ERROR_NETNAME_DELETED:
+        case ERROR_BAD_NET_NAME:
+        case ERROR_NETWORK_UNREACHABLE:
+            return true;
+        default:
+            return false;
+    }
+}
 
 template <class C>
-busqueda<C>::busqueda(const C* patron, entrada<C>* primera, detalle cuanto) {
-    const vista<C> completo = a_vista(patron);
+cadena<C> i_en_sabor(vista_w texto) {
+    if constexpr (std::is_same_v<C, wchar_t>) {
+        return cadena_w(texto);
+    } else {
+        return a_ansi(texto);
+    }
+}
+
+}  // namespace
+
+void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept {
+    error_interno_liberando_mensaje_u(
+        copiaforu_nousar_formatea(L"GetLastError() = %u [%s]", {codigo, ultimo_nombre}));
+}
+
+template <class C>
+busqueda<C>::busqueda(const C* patron, WIN32_FIND_DATAW* primera, detalle cuanto) {
+    const patron_en_utf16<C> ancho(patron);
+    const vista_w completo = a_vista(ancho.c_str());
+    const std::size_t ultimo = i_principio_de_ultimo_componente(completo);
+    const patron_fijado fijado(ancho.c_str(), ultimo);
+    DWORD codigo = ERROR_SUCCESS;
     if (patron != nullptr) {
-        manija = i_abre_en_sistema(patron, primera, cuanto);
+        manija = fijado.busca(primera, cuanto);
+        codigo = ::GetLastError();
         if (manija.valida()) {
             return;
         }
     }
     // Whatever the reason: the whole directory is searched, and what it holds is filtered here.
-    const std::size_t ultimo = i_principio_de_ultimo_componente(completo);
     if (!i_comprueba(ultimo > 0, "(path_filtro_generico) != NULL")) {
         return;
     }
     i_comprueba(ultimo < completo.size(), "i+1 < len");
-    const cadena<C> generico = concatena<C>({completo.substr(0, ultimo), LITERAL(C, "*")});
-    manija = i_abre_en_sistema(generico.c_str(), primera, cuanto);
+    if (i_falta_el_directorio(codigo)) {
+        return;
+    }
+    manija = fijado.busca_todo(primera, cuanto);
     if (manija.valida()) {
-        filtro = cadena<C>(completo.substr(ultimo));
+        filtro = i_en_sabor<C>(completo.substr(ultimo));
     }
 }
 
 template <class C>
 bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entradas,
-                         entrada<C>* destino) noexcept {
+                         WIN32_FIND_DATAW* destino) noexcept {
     if (manija == INVALID_HANDLE_VALUE) {
         return false;
     }
     for (;;) {
-        if (++*num_entradas > 1 && !i_sigue_en_sistema(manija, destino)) {
-            const DWORD codigo = ::GetLastError();
-            if (codigo != ERROR_NO_MORE_FILES) {
-                i_informa_de_final(codigo, *destino);
-            }
+        if (++*num_entradas > 1 && !i_da_un_paso<C>(manija, destino)) {
             return false;
         }
-        if (filtro == nullptr || i_pasa_filtro(i_texto_acotado(destino->cFileName), vista<C>(filtro))) {
+        if (filtro == nullptr) {
+            return true;
+        }
+        const vista_w nombre = i_texto_acotado(destino->cFileName);
+        if constexpr (std::is_same_v<C, wchar_t>) {
+            if (i_pasa_filtro(nombre, vista_w(filtro))) {
+                return true;
+            }
+        } else if (i_pasa_filtro(a_ansi(nombre).ver(), vista_a(filtro))) {
             return true;
         }
     }
@@ -127,9 +224,9 @@ bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entr
 
 template struct busqueda<char>;
 template struct busqueda<wchar_t>;
-template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long*, entrada<char>*) noexcept;
+template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long*, WIN32_FIND_DATAW*) noexcept;
 template bool i_siguiente_entrada<wchar_t>(HANDLE, const wchar_t*, unsigned long*,
-                                           entrada<wchar_t>*) noexcept;
+                                           WIN32_FIND_DATAW*) noexcept;
 
 namespace {
 
@@ -139,16 +236,74 @@ static_assert(sizeof(Dirwin) == sizeof(WIN32_FIND_DATAA) + 22 &&
                   sizeof(Dirwin_u) == sizeof(WIN32_FIND_DATAW) + 22,
               "records are packed: other modules rely on their layout");
 
+// A name that an 8-bit record holds; a text that does not fit leaves it empty.
+template <std::size_t N>
+bool i_escribe_ansi(vista_w texto, char (&destino)[N]) noexcept {
+    const std::size_t bytes = plataforma::utf16_a_ansi(texto, destino, N - 1);
+    destino[bytes < N ? bytes : 0] = '\0';
+    return bytes < N;
+}
+
+// The entry as the exported record of a flavour has it. A name too long for an 8-bit record gives way to the file's
+// short name, which is its own too; cut, it might be that of another file. Without one the name is empty.
+void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAW* destino) noexcept {
+    *destino = ancha;
+}
+void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAA* destino) noexcept {
+    *destino = {};
+    destino->dwFileAttributes = ancha.dwFileAttributes;
+    destino->ftCreationTime = ancha.ftCreationTime;
+    destino->ftLastAccessTime = ancha.ftLastAccessTime;
+    destino->ftLastWriteTime = ancha.ftLastWriteTime;
+    destino->nFileSizeHigh = ancha.nFileSizeHigh;
+    destino->nFileSizeLow = ancha.nFileSizeLow;
+    destino->dwReserved0 = ancha.dwReserved0;
+    destino->dwReserved1 = ancha.dwReserved1;
+    const vista_w corto = i_texto_acotado(ancha.cAlternateFileName);
+    i_escribe_ansi(corto, destino->cAlternateFileName);
+    if (!i_escribe_ansi(i_texto_acotado(ancha.cFileName), destino->cFileName)) {
+        i_escribe_ansi(corto, destino->cFileName);
+    }
+}
+
 template <class C>
 registro_dirwin<C>* i_crea(const C* patron, lugar donde) {
     auto nuevo = registro<registro_dirwin<C>>::a_cero(1, donde);
-    entrada<C> primera = {};
+    WIN32_FIND_DATAW primera = {};
     busqueda<C> abierta(patron, &primera, detalle::todo);
-    std::memcpy(nuevo.get(), &primera, sizeof(primera));
+    entrada<C> convertida;
+    i_convierte(primera, &convertida);
+    std::memcpy(nuevo.get(), &convertida, sizeof(convertida));
     nuevo->con_filtro_propio = abierta.filtro.es_nula() ? FALSO : CIERTO;
     nuevo->filtro_propio = abierta.filtro.suelta();
     nuevo->busqueda = abierta.manija.suelta();
     return nuevo.suelta();
+}
+
+// The next entry of a record, whose first field is the first entry. In 8-bit text an entry without a name that the
+// record holds is passed over.
+bool i_siguiente_de_registro(const void*, HANDLE manija, const wchar_t* filtro, unsigned long* num_entradas,
+                             WIN32_FIND_DATAW* destino) noexcept {
+    return i_siguiente_entrada<wchar_t>(manija, filtro, num_entradas, destino);
+}
+bool i_siguiente_de_registro(const void* primera, HANDLE manija, const char* filtro,
+                             unsigned long* num_entradas, WIN32_FIND_DATAA* destino) noexcept {
+    WIN32_FIND_DATAW ancha;
+    for (;;) {
+        WIN32_FIND_DATAA siguiente;
+        if (++*num_entradas == 1) {
+            std::memcpy(&siguiente, primera, sizeof(siguiente));
+        } else if (i_da_un_paso<char>(manija, &ancha)) {
+            i_convierte(ancha, &siguiente);
+        } else {
+            return false;
+        }
+        const vista_a nombre(siguiente.cFileName);
+        if (!nombre.empty() && (filtro == nullptr || i_pasa_filtro(nombre, vista_a(filtro)))) {
+            *destino = siguiente;
+            return true;
+        }
+    }
 }
 
 template <class C>
@@ -166,7 +321,7 @@ unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion,
         std::memcpy(find_data, dirwin, sizeof(*find_data));  // the first entry opens the record
     }
     const C* filtro = dirwin->con_filtro_propio == CIERTO ? dirwin->filtro_propio : nullptr;
-    const bool hay = i_siguiente_entrada<C>(dirwin->busqueda, filtro, &num_entradas, find_data);
+    const bool hay = i_siguiente_de_registro(dirwin, dirwin->busqueda, filtro, &num_entradas, find_data);
     dirwin->num_entradas = num_entradas;
     return hay ? CIERTO : FALSO;
 }

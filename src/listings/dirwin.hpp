@@ -4,16 +4,21 @@
 // Promises: every entry that the system gives comes out, "." and ".." included, in the system's order; the search
 // is closed on every way out; an open failure is an empty walk; only an unexpected end of the walk is reported.
 // When the system's search finds nothing, the directory is walked with a filter of our own (filtro.hpp), looser
-// than the system's: ask `con_filtro_propio()` before doing harm to what came out.
-// Cannot promise: 8-bit patterns beyond the classic path limit; the system's 8-bit search does not take them.
+// than the system's: ask `con_filtro_propio()` before doing harm to what came out. Both searches look into the same
+// directory, whoever changes the current one meanwhile. Both flavours search in UTF-16; an 8-bit name is the
+// library's conversion, so that it is never that of another file by a look-alike.
+// Cannot promise: that an 8-bit record holds every name: one that is too long for it comes out by its short name, or
+// not at all where it has none.
 // Checked by tests/listings/dirwin_win32_test.cpp.
 #pragma once
 
+#include "companions/directorio_abierto.hpp"
 #include "companions/lmlongpath.hpp"
 #include "dirwin.h"
 
 namespace lumodir {
 
+// What the exported next-entry operation of a flavour fills in.
 template <class C>
 using entrada = std::conditional_t<std::is_same_v<C, wchar_t>, WIN32_FIND_DATAW, WIN32_FIND_DATAA>;
 
@@ -31,14 +36,6 @@ auto i_nombre_de_entrada(const E& entrada) noexcept {
     return a_vista(&entrada.cFileName[0]);
 }
 
-// Another name of some other place (junction, symbolic link), or perhaps one, because the system does not tell the
-// tag. Other reparse points, such as those of cloud storage, are ordinary.
-inline bool i_es_marca_de_enlace(DWORD atributos, DWORD marca) noexcept {
-    constexpr DWORD bit_sustituto_de_nombre = 0x20000000;  // of the reparse tag
-    return (atributos & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (marca == 0 || (marca & bit_sustituto_de_nombre) != 0);
-}
-
 template <class E>
 bool i_es_enlace_a_directorio(const E& entrada) noexcept {
     return i_es_directorio(entrada) && i_es_marca_de_enlace(entrada.dwFileAttributes, entrada.dwReserved0);
@@ -52,21 +49,25 @@ inline constexpr char comodin_de_todo[] = "*";
 // How much is asked about each entry: short names cost the system a second look-up.
 enum class detalle { todo, sin_nombre_corto };
 
-// An open search and, when the system's search could not answer the pattern, the filter to apply.
+// An open search and, when the system's search could not answer the pattern, the filter to apply to the names as
+// the flavour has them.
 template <class C>
 struct busqueda {
     manija_busqueda manija;
     cadena<C> filtro;  // NULL when the system filters
 
     // A NULL pattern is reported and opens nothing.
-    busqueda(const C* patron, entrada<C>* primera, detalle cuanto);
+    busqueda(const C* patron, WIN32_FIND_DATAW* primera, detalle cuanto);
 };
 
 // Steps until an entry passes the filter (NULL passes all) and leaves it in `destino`, which holds the first
 // entry before the first step. Returns false at the end, which is reported when it is not that of the directory.
 template <class C>
 bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entradas,
-                         entrada<C>* destino) noexcept;
+                         WIN32_FIND_DATAW* destino) noexcept;
+
+// Reports a reading of a directory that ended before the directory did, with the name of the last entry that came.
+void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept;
 
 // A walk inside the library. Each entry is valid until the next one is asked for.
 template <class C>
@@ -78,7 +79,7 @@ public:
     enumerador& operator=(const enumerador&) = delete;
 
     // NULL at the end.
-    const entrada<C>* siguiente() noexcept {
+    const WIN32_FIND_DATAW* siguiente() noexcept {
         return i_siguiente_entrada<C>(busqueda_.manija.get(), busqueda_.filtro.c_str(), &num_entradas_,
                                       &entrada_)
                    ? &entrada_
@@ -87,15 +88,16 @@ public:
     bool con_filtro_propio() const noexcept { return !busqueda_.filtro.es_nula(); }
 
 private:
-    entrada<C> entrada_;  // before the search, which fills it in
+    WIN32_FIND_DATAW entrada_;  // before the search, which fills it in
     busqueda<C> busqueda_;
     unsigned long num_entradas_ = 0;
 };
 
 extern template struct busqueda<char>;
 extern template struct busqueda<wchar_t>;
-extern template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long*, entrada<char>*) noexcept;
+extern template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long*,
+                                               WIN32_FIND_DATAW*) noexcept;
 extern template bool i_siguiente_entrada<wchar_t>(HANDLE, const wchar_t*, unsigned long*,
-                                                  entrada<wchar_t>*) noexcept;
+                                                  WIN32_FIND_DATAW*) noexcept;
 
 }  // namespace lumodir

@@ -37,7 +37,7 @@ void i_destruye_registro(void** registro) {
 void i_toma_ficheros(vector_interno<void*>& registros, const wchar_t* directorio,
                      const progreso_listado& progreso) {
     const vista_w ruta = a_vista(directorio);
-    const conversor_de_fechas fechas;
+    conversor_de_fechas fechas;
     i_recorre_directorio(directorio, progreso, [&](const WIN32_FIND_DATAW& e) {
         if (i_es_directorio(e)) {
             return;

@@ -1,14 +1,15 @@
 // Listings of a whole tree: one list record a directory.
 //
 // Promises: no recursion, so depth costs memory only; the base first, then depth first, and among siblings the one
-// that sorts last comes first; a link to a directory is not gone into and has no record.
+// that sorts last comes first; a link to a directory is not gone into and has no record, nor has a directory that
+// was put in another's place meanwhile.
 // Cannot promise: a picture of one moment, when somebody changes the tree meanwhile.
 // Checked by tests/listings/listas_arbol_win32_test.cpp.
 #include "companions/arr.hpp"
 #include "companions/error_interno.hpp"
 #include "listings/listas_ficheros.hpp"
+#include "listings/recorrido.hpp"
 #include "lumodir.h"
-#include "paths/rutas.hpp"
 
 namespace lumodir {
 namespace {
@@ -48,23 +49,49 @@ private:
     vector_interno<ListaFicheros_u> listas_;
 };
 
+// The base as it is walked. Without its separator a drive would be the current directory there.
+cadena_w i_base_de_recorrido(vista_w base) {
+    const bool es_unidad = base.size() == 2 && base[1] == L':';
+    return es_unidad ? concatena<wchar_t>({base, L"\\"}) : cadena_w(base);
+}
+
 void i_lista_arbol(vista_w base, const filtro_extension& filtro, registros cuales, arbol_en_curso& arbol) {
-    lista_textos<wchar_t> pendientes;
-    pendientes.anade(cadena_w(base));
+    const cadena_w texto = i_base_de_recorrido(base);
+    const raiz_de_recorrido raiz(texto.c_str());
+    recorrido directorios(raiz, {i_compara_nombres_de_lista, true});
     nombres_en_curso<wchar_t> ficheros;
-    nombres_en_curso<wchar_t> directorios;
-    while (pendientes.num() > 0) {
-        const cadena_w actual = cadena_w::adopta(pendientes.textos.back());
-        pendientes.textos.quita_ultimo();
-        i_lista_directorio<wchar_t>(i_patron_de_todo<wchar_t>(actual).c_str(), filtro, &ficheros,
-                                    &directorios, enlaces::no);
+    const auto toma = [&](const entrada_leida& entrada) {
+        if (entrada.es_directorio()) {
+            return !empieza_por(entrada.nombre, L".") &&
+                   !i_es_marca_de_enlace(entrada.atributos, entrada.marca);
+        }
+        if (filtro.admite(entrada.nombre)) {
+            ficheros.anade(entrada.nombre);
+        }
+        return false;
+    };
+    const auto anota = [&](vista_w directorio) {
+        ficheros.ordena();
         if (cuales == registros::todos || ficheros.size() > 0) {
-            arbol.anade(actual, ficheros);
+            arbol.anade(directorio, ficheros);
         }
-        for (std::size_t i = 0; i < directorios.size(); ++i) {
-            pendientes.anade(i_concatena_directorios<wchar_t>(actual, directorios[i]));
+    };
+    const auto se_ha_entrado = [](llegada como) {
+        return como == llegada::leido || como == llegada::a_medias;
+    };
+    const bool hay_base = se_ha_entrado(directorios.entra_en_raiz(toma));
+    anota(base);
+    while (hay_base && (directorios.queda_hijo() || !directorios.en_la_raiz())) {
+        if (!directorios.queda_hijo()) {
+            directorios.sale();
+            continue;
         }
-        directorios.vacia();
+        const llegada como = directorios.entra_en_hijo(toma);
+        if (se_ha_entrado(como)) {
+            anota(directorios.ruta());
+        } else if (como == llegada::cerrado && directorios.codigo() != ERROR_CANT_ACCESS_FILE) {
+            anota(directorios.ruta(directorios.ultimo_hijo().nombre));  // one that may not be read
+        }
     }
 }
 
@@ -82,8 +109,9 @@ void i_lista_arbol(const wchar_t* base, const wchar_t* extension, registros cual
     if (!hay_base || !hay_num || !hay_listas) {
         return;
     }
+    // A base that is only a separator is the root.
     vista_w sin_barra(base);
-    if (acaba_en<wchar_t>(sin_barra, L"\\")) {
+    if (sin_barra.size() > 1 && acaba_en(sin_barra, L"\\")) {
         sin_barra.remove_suffix(1);
     }
     arbol_en_curso arbol;

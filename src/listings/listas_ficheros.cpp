@@ -4,6 +4,7 @@
 #include "companions/acadorde.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/ordena.hpp"
+#include "companions/plataforma.hpp"
 #include "frame/puente.hpp"
 #include "lumodir.h"
 #include "paths/rutas.hpp"
@@ -26,7 +27,36 @@ int i_compara_nombres(const C* a, const C* b) noexcept {
     }
 }
 
+// The name of an entry as a list of the flavour shows it, whatever its length.
+template <class C>
+class nombre_en_sabor {
+public:
+    explicit nombre_en_sabor(vista_w nombre) noexcept : nombre_(nombre) {}
+    vista_w ver() const noexcept { return nombre_; }
+
+private:
+    vista_w nombre_;
+};
+template <>
+class nombre_en_sabor<char> {
+public:
+    explicit nombre_en_sabor(vista_w nombre) noexcept
+        : longitud_(plataforma::utf16_a_ansi(nombre.substr(0, MAX_PATH), texto_, max_bytes)) {
+        texto_[longitud_] = '\0';
+    }
+    vista_a ver() const noexcept { return {texto_, longitud_}; }
+
+private:
+    static constexpr std::size_t max_bytes = 4 * MAX_PATH;  // a name in the widest of the code pages
+    std::size_t longitud_;
+    char texto_[max_bytes + 1];
+};
+
 }  // namespace
+
+int i_compara_nombres_de_lista(vista_w a, vista_w b) noexcept {
+    return i_compara_nombres(a.data(), b.data());
+}
 
 template <class C>
 void nombres_en_curso<C>::ordena() {
@@ -50,15 +80,15 @@ template <class C>
 void i_lista_directorio(const C* patron, const filtro_extension& filtro, nombres_en_curso<C>* ficheros,
                         nombres_en_curso<C>* directorios, enlaces con_enlaces) {
     enumerador<C> entradas(patron);
-    while (const entrada<C>* e = entradas.siguiente()) {
-        const vista<C> nombre = i_nombre_de_entrada(*e);
+    while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
+        const nombre_en_sabor<C> nombre(i_nombre_de_entrada(*e));
         if (!i_es_directorio(*e)) {
-            if (ficheros != nullptr && filtro.admite(nombre)) {
-                ficheros->anade(nombre);
+            if (ficheros != nullptr && filtro.admite(nombre.ver())) {
+                ficheros->anade(nombre.ver());
             }
-        } else if (directorios != nullptr && !empieza_por(nombre, LITERAL(C, ".")) &&
+        } else if (directorios != nullptr && !empieza_por(nombre.ver(), LITERAL(C, ".")) &&
                    (con_enlaces == enlaces::tambien || !i_es_enlace_a_directorio(*e))) {
-            directorios->anade(nombre);
+            directorios->anade(nombre.ver());
         }
     }
     if (ficheros != nullptr) {

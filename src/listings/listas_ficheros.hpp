@@ -17,6 +17,9 @@ namespace lumodir {
 template <class C>
 using lista_ficheros = std::conditional_t<std::is_same_v<C, wchar_t>, ListaFicheros_u, ListaFicheros>;
 
+// The order of lists: without regard to the case of A to Z.
+int i_compara_nombres_de_lista(vista_w a, vista_w b) noexcept;
+
 // Names on their way into a list.
 template <class C>
 class nombres_en_curso {

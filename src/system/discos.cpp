@@ -1,11 +1,13 @@
 // Questions about one drive, by its letter or its index.
 //
-// Promises: no question opens the drive but that for its volume name.
+// Promises: no question opens the drive but that for its volume name; a drive without medium brings up no dialog of the
+// system.
 // Cannot promise: that a drive which answers now is there for the next call.
 // Checked by tests/system/discos_win32_test.cpp.
 #include "discos.h"
 
 #include "companions/error_interno.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "system/tabla_unidades.hpp"
 
 namespace lumodir {
@@ -27,6 +29,12 @@ constexpr wchar_t i_mayuscula(wchar_t c) noexcept {
     return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - (L'a' - L'A')) : c;
 }
 
+bool i_lee_nombre_de_volumen(const wchar_t* raiz, wchar_t* nombre) noexcept {
+    const sin_dialogos callado;
+    return unidades.GetVolumeInformationW(raiz, nombre, tamanyo_nombre_volumen, nullptr, nullptr, nullptr,
+                                          nullptr, 0) != FALSE;
+}
+
 }  // namespace
 }  // namespace lumodir
 
@@ -35,6 +43,7 @@ using namespace lumodir;
 unsigned short discos_es_unidad_local(wchar_t unidad) {
     i_comprueba((unidad >= L'A' && unidad <= L'Z') || (unidad >= L'a' && unidad <= L'z'),
                 "(unidad >= L'A' && unidad <= L'Z') || (unidad >= L'a' && unidad <= L'z')");
+    const sin_dialogos callado;
     return unidades.GetDriveTypeW(raiz_de_unidad(unidad).c_str()) != DRIVE_REMOTE ? CIERTO : FALSO;
 }
 
@@ -53,9 +62,8 @@ wchar_t* discos_nombre_volumen(unsigned short disco) {
     }
     const raiz_de_unidad raiz(i_letra_de_unidad(disco));
     wchar_t nombre[tamanyo_nombre_volumen + 1] = {};
-    const BOOL retorno = unidades.GetVolumeInformationW(raiz.c_str(), nombre, tamanyo_nombre_volumen, nullptr,
-                                                        nullptr, nullptr, nullptr, 0);
-    if (!i_comprueba_con(retorno != 0, "retorno != 0", a_vista(raiz.c_str()))) {
+    if (!i_comprueba_con(i_lee_nombre_de_volumen(raiz.c_str(), nombre), "retorno != 0",
+                         a_vista(raiz.c_str()))) {
         nombre[0] = L'\0';  // whatever the failed call has left there
     }
     return cadena_w(a_vista<wchar_t>(nombre)).suelta();

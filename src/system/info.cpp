@@ -1,11 +1,13 @@
 // The drive table of the machine, and the current directory of each drive.
 //
-// Promises: the entries stand in ascending drive order; nothing is read or written past a record.
+// Promises: the entries stand in ascending drive order; nothing is read or written past a record; a drive without
+// medium brings up no dialog of the system.
 // Cannot promise: the name of a share of 64 units or more: it counts as one that cannot be told.
 // Checked by tests/system/info_win32_test.cpp.
 #include "info.h"
 
 #include "companions/error_interno.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "system/tabla_unidades.hpp"
 
 namespace lumodir {
@@ -50,6 +52,13 @@ cadena_w i_nombre_de_red(wchar_t letra) {
     return cadena_w(dicho ? a_vista<wchar_t>(nombre) : nombre_red_desconocido);
 }
 
+// False when the drive has no current directory.
+bool i_lee_directorio_actual(int unidad, wchar_t* actual) {
+    const sin_dialogos callado;
+    // A drive that is not there would go to the C runtime's handler of invalid parameters, which ends programs.
+    return i_hay_unidad(unidad) && unidades._wgetdcwd(unidad, actual, tamanyo_directorio_actual) != nullptr;
+}
+
 void i_anade_disco(InfoTabla* tabla, const InfoDisco& disco) {
     const std::size_t num = tabla->numDiscos + std::size_t{1};
     tabla->discos = static_cast<InfoDisco*>(i_cambia(tabla->discos, num * sizeof(InfoDisco), lugar::aqui()));
@@ -86,6 +95,7 @@ void info_GetDriveInfoSystem(InfoTabla* tabla) {
         return;
     }
     *tabla = {};
+    const sin_dialogos callado;
     const DWORD presentes = unidades.GetLogicalDrives();
     for (unsigned short i = 0; i < i_NUM_MAX_UNIDADES; ++i) {
         if ((presentes >> i & 1) == 0) {
@@ -140,8 +150,7 @@ void info_LiberaTabla(InfoTabla* tabla) {
 
 wchar_t* info_GetActualDirectorio_compatible_chdir(int unidad, wchar_t* buf, unsigned long nbuf) {
     wchar_t actual[tamanyo_directorio_actual + 1] = {};
-    // A drive that is not there would go to the C runtime's handler of invalid parameters, which ends programs.
-    if (!i_hay_unidad(unidad) || unidades._wgetdcwd(unidad, actual, tamanyo_directorio_actual) == nullptr) {
+    if (!i_lee_directorio_actual(unidad, actual)) {
         return nullptr;
     }
     const vista_w directorio = a_vista<wchar_t>(actual);

@@ -6,29 +6,42 @@
 namespace lumodir {
 namespace {
 
-// NULL when it does not open; a success that gives no key is reported and counts as none.
+struct intento {
+    HKEY clave;  // NULL when it does not open
+    LSTATUS error;
+};
+
+// A success that gives no key is reported and counts as none.
 template <class C>
-HKEY i_abre_una_vez(HKEY raiz, const C* ruta, REGSAM acceso, lugar donde) noexcept {
+intento i_abre_una_vez(HKEY raiz, const C* ruta, DWORD opciones, REGSAM acceso, lugar donde) noexcept {
     HKEY hKey = nullptr;
-    if (registro_de<C>::abre(raiz, ruta, acceso, &hKey) != ERROR_SUCCESS) {
-        return nullptr;
+    const LSTATUS error = registro_de<C>::abre(raiz, ruta, opciones, acceso, &hKey);
+    if (error != ERROR_SUCCESS) {
+        return {nullptr, error};
     }
     i_comprueba(hKey != nullptr, "(hKey) != NULL", donde);
-    return hKey;
+    return {hKey, error};
 }
 
 // Whoever asks for a key without naming a view wants it wherever it is: a program's settings may have been
 // written by the 32-bit or by the 64-bit edition. A 32-bit process sees the 32-bit view without asking.
 template <class C>
-HKEY i_abre_por_turno(HKEY raiz, const C* ruta, REGSAM acceso, lugar donde) noexcept {
-    HKEY clave = i_abre_una_vez(raiz, ruta, acceso, donde);
-    if (clave == nullptr) {
-        clave = i_abre_una_vez(raiz, ruta, acceso | KEY_WOW64_64KEY, donde);
+HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acceso, REGSAM* vista,
+                      lugar donde) noexcept {
+    for (const REGSAM turno : {REGSAM{0}, REGSAM{KEY_WOW64_64KEY}, REGSAM{KEY_WOW64_32KEY}}) {
+        if (turno == KEY_WOW64_32KEY && sistema_registro.machine_es_imagen_de_64bits() != CIERTO) {
+            break;
+        }
+        const intento i = i_abre_una_vez(raiz, ruta, como.opciones, acceso | turno, donde);
+        if (i.clave != nullptr) {
+            *vista = turno;
+            return i.clave;
+        }
+        if (como.vistas == apertura::turno::si_no_esta && i.error != ERROR_FILE_NOT_FOUND) {
+            break;
+        }
     }
-    if (clave == nullptr && sistema_registro.machine_es_imagen_de_64bits() == CIERTO) {
-        clave = i_abre_una_vez(raiz, ruta, acceso | KEY_WOW64_32KEY, donde);
-    }
-    return clave;
+    return nullptr;
 }
 
 unsigned short i_existe(const apertura& como, const wchar_t* ruta, lugar donde) noexcept {
@@ -78,8 +91,9 @@ clave_abierta<C>::clave_abierta(const apertura& como, const C* ruta, REGSAM acce
     const bool hay_vista = i_anade_vista(como.vista, &acceso, donde);
     const HKEY raiz = i_raiz(como.raiz, donde);
     if (hay_ruta && hay_vista && raiz != nullptr) {
-        clave_ = como.por_turno ? i_abre_por_turno(raiz, ruta, acceso, donde)
-                                : i_abre_una_vez(raiz, ruta, acceso, donde);
+        clave_ = como.vistas == apertura::turno::uno
+                     ? i_abre_una_vez(raiz, ruta, como.opciones, acceso, donde).clave
+                     : i_abre_por_turno(raiz, ruta, como, acceso, &vista_abierta_, donde);
     }
 }
 

@@ -14,15 +14,27 @@ namespace lumodir {
 
 // Root, and which views an opening tries: one, or each in its turn until the key opens.
 struct apertura {
+    enum class turno : unsigned char {
+        uno,                // the one view
+        hasta_que_se_abra,  // each, whatever the failure
+        si_no_esta,         // another one only where the key is missing: a key that may not be opened is not
+                            // looked for in a view that nobody meant
+    };
     unsigned long raiz;
-    bool por_turno;
-    unsigned long vista;
+    turno vistas;
+    unsigned long vista = LUMOREG_VISTA_PROCESO;
+    DWORD opciones = 0;
 
     static constexpr apertura en_cualquiera(unsigned long raiz) noexcept {
-        return {raiz, true, LUMOREG_VISTA_PROCESO};
+        return {raiz, turno::hasta_que_se_abra};
     }
     static constexpr apertura en_vista(unsigned long vista, unsigned long raiz) noexcept {
-        return {raiz, false, vista};
+        return {raiz, turno::uno, vista};
+    }
+    // A link as the last part of the path: the link itself, or what it points to.
+    static constexpr apertura para_borrar(unsigned long raiz, bool el_propio_enlace) noexcept {
+        return {raiz, turno::si_no_esta, LUMOREG_VISTA_PROCESO,
+                el_propio_enlace ? DWORD{REG_OPTION_OPEN_LINK} : DWORD{0}};
     }
 };
 
@@ -42,6 +54,8 @@ public:
 
     bool abierta() const noexcept { return clave_ != nullptr; }
     HKEY get() const noexcept { return clave_; }
+    // The flag of the view in which it opened; 0 for the process's own.
+    REGSAM vista_abierta() const noexcept { return vista_abierta_; }
     // Reports a failure of the system with the path of the key.
     bool comprueba(LSTATUS error) const noexcept {
         return i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", ruta_, donde_);
@@ -50,6 +64,7 @@ public:
 private:
     vista<C> ruta_;
     lugar donde_;
+    REGSAM vista_abierta_ = 0;
     HKEY clave_ = nullptr;
 };
 

@@ -1,7 +1,17 @@
 // Keys: creating, listing and deleting them, and the probe of the right to write. See lumoreg.hpp.
+//
+// Promises: a deletion acts in the one view in which the parent of the named key was opened. Below it every key is
+// opened relative to the handle of its parent, always as itself and never as what a link points to, and what is
+// deleted is the very key that was opened. So a link goes and its target stays, whoever puts one where meanwhile.
+// Depth costs room for one level each, and no stack.
+// Cannot promise: a key whose name holds a NUL, which the calls by name cannot open: it is reported and stays.
+// Checked by tests/system/lumoreg_claves_win32_test.cpp and lumoreg_borrado_win32_test.cpp.
+#include <algorithm>
+
 #include "companions/arr.hpp"
 #include "frame/puente.hpp"
 #include "system/lumoreg.hpp"
+#include "system/multicadena.hpp"
 
 namespace lumodir {
 namespace {
@@ -40,33 +50,124 @@ unsigned short i_dame_subclaves(const apertura& como, const C* ruta, arr_cadena<
     return CIERTO;
 }
 
-void i_borra_subclave(HKEY clave, const wchar_t* nombre, lugar donde) noexcept {
-    const LSTATUS resultado = sistema_registro.RegDeleteKeyW(clave, nombre);
-    i_comprueba_con(resultado == ERROR_SUCCESS, "resultado == ERROR_SUCCESS", a_vista(nombre), donde);
-}
-
-// One pass over what is below a key. The index moves on although the subkey just deleted has left the
-// enumeration, so every second one of a level stays: programs rely on how much one call deletes.
-void i_borra_contenido(unsigned long raiz, const wchar_t* ruta, lugar donde) noexcept {
-    const clave_abierta<wchar_t> clave(apertura::en_cualquiera(raiz), ruta, KEY_ALL_ACCESS, donde);
-    if (!i_comprueba_con(clave.abierta(), "clave_abierta == CIERTO", a_vista(ruta), donde)) {
-        return;
+// One deletion: the named key and one pass over what is below it. The index of a level moves on although the subkey
+// just deleted has left the enumeration, so every second one of a level stays: programs rely on how much one call
+// deletes.
+class borrado_de_clave {
+public:
+    // The path of the parent goes before that of the key in reports. `vista` is the flag of the one view.
+    borrado_de_clave(vista_w padre, REGSAM vista, lugar donde) noexcept : vista_(vista), donde_(donde) {
+        i_alarga_ruta(padre);
     }
-    wchar_t nombre[sitio_nombre_a_borrar];
-    for (DWORD indice = 0;; ++indice) {
+    borrado_de_clave(const borrado_de_clave&) = delete;
+    borrado_de_clave& operator=(const borrado_de_clave&) = delete;
+
+    // Without a name it is the parent itself; that one is not closed here.
+    void borra(HKEY padre, vista_w nombre) noexcept {
+        const std::size_t donde_empieza = i_anade_nombre(nombre);
+        if (nombre.empty()) {
+            niveles_.anade({padre, 0, donde_empieza, false}, donde_);
+        } else {
+            i_entra(padre, donde_empieza);
+        }
+        while (!niveles_.empty()) {
+            i_siguiente();
+        }
+    }
+
+private:
+    struct nivel {
+        HKEY clave;
+        DWORD indice;        // of the next subkey
+        std::size_t nombre;  // where that of this key begins in the path
+        bool propia;
+    };
+
+    void i_alarga_ruta(vista_w texto) noexcept {
+        for (const wchar_t c : texto) {
+            ruta_.anade(c, donde_);
+        }
+    }
+    // Answers where the name begins. A key below a root has no separator before it.
+    std::size_t i_anade_nombre(vista_w nombre) noexcept {
+        if (!ruta_.empty()) {
+            ruta_.anade(L'\\', donde_);
+        }
+        const std::size_t donde_empieza = ruta_.size();
+        i_alarga_ruta(nombre);
+        return donde_empieza;
+    }
+    vista_w i_ruta() const noexcept { return vista_w(ruta_.data(), ruta_.size()); }
+    vista_w i_nombre(std::size_t donde_empieza) const noexcept { return i_ruta().substr(donde_empieza); }
+    // Gives the path the length of its parent's again.
+    void i_quita_nombre(std::size_t donde_empieza) noexcept {
+        ruta_.acorta(donde_empieza == 0 ? 0 : donde_empieza - 1);
+    }
+
+    // The key that bears the last name of the path, itself even if it is a link; NULL when it does not open.
+    HKEY i_abre(HKEY padre, std::size_t donde_empieza, REGSAM acceso) noexcept {
+        HKEY clave = nullptr;
+        ruta_.anade(L'\0', donde_);
+        const LSTATUS error = registro_de<wchar_t>::abre(padre, ruta_.data() + donde_empieza,
+                                                         REG_OPTION_OPEN_LINK, acceso | vista_, &clave);
+        ruta_.quita_ultimo();
+        return error == ERROR_SUCCESS ? clave : nullptr;
+    }
+    void i_entra(HKEY padre, std::size_t donde_empieza) noexcept {
+        const HKEY clave = i_abre(padre, donde_empieza, KEY_ALL_ACCESS);
+        if (i_comprueba_con(clave != nullptr, "clave_abierta == CIERTO", i_ruta(), donde_)) {
+            niveles_.anade({clave, 0, donde_empieza, true}, donde_);
+            return;
+        }
+        // What may not be read may still be deleted where it is empty.
+        i_borra_abierta({i_abre(padre, donde_empieza, DELETE), 0, donde_empieza, true});
+    }
+    // Deletes and closes the key that the path names; one that did not open counts as a failure.
+    void i_borra_abierta(const nivel& n) noexcept {
+        const bool borrada = n.clave != nullptr && sistema_registro.NtDeleteKey(n.clave) == 0;
+        i_comprueba_con(borrada, "resultado == ERROR_SUCCESS", i_nombre(n.nombre), donde_);
+        if (n.clave != nullptr && n.propia) {
+            const LSTATUS error = sistema_registro.RegCloseKey(n.clave);
+            i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", i_ruta(), donde_);
+        }
+        i_quita_nombre(n.nombre);
+    }
+    // One step: into the next subkey of the deepest level or, where there is none, that level's end.
+    void i_siguiente() noexcept {
+        wchar_t nombre[sitio_nombre_a_borrar];
         DWORD longitud = sitio_nombre_a_borrar;
-        const LSTATUS error = registro_de<wchar_t>::dame_subclave(clave.get(), indice, nombre, &longitud);
+        const HKEY clave = niveles_.back().clave;
+        const LSTATUS error =
+            registro_de<wchar_t>::dame_subclave(clave, niveles_.back().indice++, nombre, &longitud);
         if (error == ERROR_MORE_DATA) {
-            continue;
+            return;
         }
         // Whatever else it is, asking for the next one would give it again, for ever.
         if (error != ERROR_SUCCESS) {
+            const nivel acabado = niveles_.back();
+            niveles_.quita_ultimo();
+            i_borra_abierta(acabado);
             return;
         }
-        const cadena_w ruta_subclave = concatena<wchar_t>({a_vista(ruta), L"\\", nombre}, donde);
-        i_borra_contenido(raiz, ruta_subclave.c_str(), donde);
-        i_borra_subclave(clave.get(), nombre, donde);
+        const vista_w entero(nombre, std::min(longitud, sitio_nombre_a_borrar - 1));
+        const std::size_t donde_empieza = i_anade_nombre(i_hasta_terminador(entero));
+        if (i_hasta_terminador(entero).empty() || i_hasta_terminador(entero).size() != entero.size()) {
+            // To the calls by name this is another key, or the level itself once more.
+            i_comprueba_con(false, "clave_abierta == CIERTO", i_ruta(), donde_);
+            i_borra_abierta({nullptr, 0, donde_empieza, false});
+            return;
+        }
+        i_entra(clave, donde_empieza);
     }
+
+    REGSAM vista_;
+    lugar donde_;
+    vector_interno<wchar_t> ruta_;
+    vector_interno<nivel> niveles_;
+};
+
+constexpr bool i_sin_nombre(vista_w ruta) noexcept {
+    return ruta.find_first_not_of(L'\\') == vista_w::npos;
 }
 
 }  // namespace
@@ -114,18 +215,18 @@ unsigned short lumoreg_dame_subclaves(unsigned long raiz, const char* clave, Arr
 void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre) {
     const lugar donde = lugar::aqui();
     const bool hay_nombre = i_comprueba(nombre != nullptr, "(nombre) != NULL", donde);
-    const clave_abierta<wchar_t> padre(apertura::en_cualquiera(raiz), clave, KEY_ALL_ACCESS, donde);
+    // Without a name the parent is the key to delete: if that is a link, then the link.
+    const bool el_propio = hay_nombre && nombre[0] == L'\0';
+    const clave_abierta<wchar_t> padre(apertura::para_borrar(raiz, el_propio), clave, KEY_ALL_ACCESS, donde);
     if (!hay_nombre || !padre.abierta()) {
         return;
     }
     // A root key has no parent and can never go: nothing below it does either.
-    if (!i_comprueba(clave[0] != L'\0' || nombre[0] != L'\0',
+    if (!i_comprueba(!i_sin_nombre(a_vista(clave)) || !i_sin_nombre(a_vista(nombre)),
                      "widestr_longitud(clave) > 0 || widestr_longitud(nombre) > 0", donde)) {
         return;
     }
-    const cadena_w ruta = concatena<wchar_t>({clave, L"\\", nombre}, donde);
-    i_borra_contenido(raiz, ruta.c_str(), donde);
-    i_borra_subclave(padre.get(), nombre, donde);
+    borrado_de_clave(a_vista(clave), padre.vista_abierta(), donde).borra(padre.get(), a_vista(nombre));
 }
 
 void lumoreg_borra_clave(unsigned long raiz, const char* clave, const char* nombre) {

@@ -8,7 +8,7 @@ namespace lumodir {
 tabla_registro sistema_registro = {
     ::RegOpenKeyExA,    ::RegOpenKeyExW,    ::RegCreateKeyExW,  ::RegCloseKey,    ::RegQueryInfoKeyA,
     ::RegQueryInfoKeyW, ::RegQueryValueExA, ::RegQueryValueExW, ::RegSetValueExW, ::RegDeleteValueW,
-    ::RegEnumKeyExA,    ::RegEnumKeyExW,    ::RegEnumValueW,    ::RegDeleteKeyW,  machine_es_imagen_de_64bits,
+    ::RegEnumKeyExA,    ::RegEnumKeyExW,    ::RegEnumValueW,    ::NtDeleteKey,    machine_es_imagen_de_64bits,
 };
 
 }  // namespace lumodir

@@ -9,6 +9,10 @@
 
 #include "companions/sistema.hpp"
 
+// Of the system's own interface, which no public header declares: it deletes a key by its handle; 0 is success.
+using borrado_por_manija = LONG NTAPI(HANDLE);
+extern "C" __declspec(dllimport) borrado_por_manija NtDeleteKey;
+
 namespace lumodir {
 
 struct tabla_registro {
@@ -25,7 +29,7 @@ struct tabla_registro {
     decltype(&::RegEnumKeyExA) RegEnumKeyExA;
     decltype(&::RegEnumKeyExW) RegEnumKeyExW;
     decltype(&::RegEnumValueW) RegEnumValueW;
-    decltype(&::RegDeleteKeyW) RegDeleteKeyW;
+    decltype(&::NtDeleteKey) NtDeleteKey;
     unsigned short (*machine_es_imagen_de_64bits)() noexcept;
 };
 
@@ -46,11 +50,11 @@ template <class C>
 struct registro_de {
     static constexpr bool ancha = std::is_same_v<C, wchar_t>;
 
-    static LSTATUS abre(HKEY raiz, const C* ruta, REGSAM acceso, HKEY* clave) noexcept {
+    static LSTATUS abre(HKEY raiz, const C* ruta, DWORD opciones, REGSAM acceso, HKEY* clave) noexcept {
         if constexpr (ancha) {
-            return sistema_registro.RegOpenKeyExW(raiz, ruta, 0, acceso, clave);
+            return sistema_registro.RegOpenKeyExW(raiz, ruta, opciones, acceso, clave);
         } else {
-            return sistema_registro.RegOpenKeyExA(raiz, ruta, 0, acceso, clave);
+            return sistema_registro.RegOpenKeyExA(raiz, ruta, opciones, acceso, clave);
         }
     }
     static LSTATUS cuenta(HKEY clave, censo_de_clave* censo) noexcept {

@@ -18,8 +18,9 @@ namespace {
 constexpr DWORD tamanyo_proceso = 556;
 constexpr DWORD tamanyo_modulo = 1072;
 
-// Everything of a process (TH32CS_SNAPALL); its modules are what is looked at.
-constexpr DWORD todo_del_proceso = TH32CS_SNAPALL;
+// The modules of a process, those of a 32-bit one included, and nothing else: for the heaps the system would start a
+// thread in the other process and wait for it, and the threads are those of the whole machine each time.
+constexpr DWORD modulos_del_proceso = TH32CS_SNAPMODULE | TH32CS_SNAPMODULE32;
 
 // How often a snapshot is taken while the process loads libraries meanwhile, which the system answers with
 // ERROR_BAD_LENGTH and the advice to try again. One that never settles shows no modules.
@@ -41,11 +42,11 @@ using manija_instantanea = manija<rasgos_instantanea>;
 using manija_proceso = manija<rasgos_proceso>;
 
 manija_instantanea i_instantanea_de_modulos(DWORD pid) noexcept {
-    manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(todo_del_proceso, pid));
+    manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
     for (unsigned tomas = 1;
          !instantanea.valida() && ::GetLastError() == ERROR_BAD_LENGTH && tomas < tomas_de_instantanea;
          ++tomas) {
-        instantanea = manija_instantanea(procesos.CreateToolhelp32Snapshot(todo_del_proceso, pid));
+        instantanea = manija_instantanea(procesos.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
     }
     return instantanea;
 }
@@ -118,6 +119,7 @@ private:
         if (!instantanea.valida()) {
             return;  // of another user, or protected, or gone
         }
+        primero_del_proceso_ = lista_ ? lista_->punteros.size() : 0;
         paseo<MODULEENTRY32W> paseo_modulos(instantanea.get(), &tamanyo_modulo_);
         for (bool hay = paseo_modulos.primera(procesos.Module32FirstW); hay;
              hay = !basta() && paseo_modulos.siguiente(procesos.Module32NextW)) {
@@ -134,13 +136,29 @@ private:
         if (!lista_) {
             lista_ = objeto<ArrPunteroConTipo>::crea();
         }
+        if (i_esta_anotado(a_vista<wchar_t>(modulo.szExePath))) {
+            return;
+        }
         lista_->punteros.anade(i_crea_taskproc(&modulo).suelta());
+    }
+
+    // A 32-bit process lists its executable twice, once for each width, and not always in the same case.
+    bool i_esta_anotado(vista_w ruta) const noexcept {
+        const auto& punteros = lista_->punteros;
+        for (std::size_t i = primero_del_proceso_; i < punteros.size(); ++i) {
+            const vista_w otra = a_vista<wchar_t>(static_cast<const Taskproc*>(punteros[i])->ruta);
+            if (iguales_sin_caja(otra, ruta)) {
+                return true;
+            }
+        }
+        return false;
     }
 
     vista_w modulo_;
     bool con_lista_;
     bool encontrado_ = false;
     objeto<ArrPunteroConTipo> lista_;
+    std::size_t primero_del_proceso_ = 0;  // in the list
     DWORD tamanyo_proceso_ = tamanyo_proceso;
     DWORD tamanyo_modulo_ = tamanyo_modulo;
 };

@@ -52,9 +52,6 @@ private:
     static void copia(const std::string& nombre, WIN32_FIND_DATAW* datos) {
         lstrcpynW(datos->cFileName, w(nombre).c_str(), MAX_PATH);
     }
-    static void copia(const std::string& nombre, WIN32_FIND_DATAA* datos) {
-        lstrcpynA(datos->cFileName, cp1252(nombre).c_str(), MAX_PATH);
-    }
     template <class E>
     static void escribe(const entrada_falsa& e, E* datos) {
         *datos = {};
@@ -93,11 +90,7 @@ private:
         actual()->ultimo_nivel = nivel;
         return actual()->abre(u8(patron), static_cast<WIN32_FIND_DATAW*>(datos));
     }
-    static HANDLE WINAPI abre_a(LPCSTR patron, LPWIN32_FIND_DATAA datos) {
-        return actual()->abre(de_cp1252(patron), datos);
-    }
     static BOOL WINAPI sigue_w(HANDLE h, LPWIN32_FIND_DATAW datos) { return actual()->sigue(h, datos); }
-    static BOOL WINAPI sigue_a(HANDLE h, LPWIN32_FIND_DATAA datos) { return actual()->sigue(h, datos); }
     static BOOL WINAPI cierra(HANDLE h) {
         --actual()->abiertas;
         delete static_cast<abierta*>(h);
@@ -106,10 +99,8 @@ private:
     }
 
     sustituye<decltype(lumodir::sistema.FindFirstFileExW)> f1_{lumodir::sistema.FindFirstFileExW, abre_w};
-    sustituye<decltype(lumodir::sistema.FindFirstFileA)> f2_{lumodir::sistema.FindFirstFileA, abre_a};
-    sustituye<decltype(lumodir::sistema.FindNextFileW)> f3_{lumodir::sistema.FindNextFileW, sigue_w};
-    sustituye<decltype(lumodir::sistema.FindNextFileA)> f4_{lumodir::sistema.FindNextFileA, sigue_a};
-    sustituye<decltype(lumodir::sistema.FindClose)> f5_{lumodir::sistema.FindClose, cierra};
+    sustituye<decltype(lumodir::sistema.FindNextFileW)> f2_{lumodir::sistema.FindNextFileW, sigue_w};
+    sustituye<decltype(lumodir::sistema.FindClose)> f3_{lumodir::sistema.FindClose, cierra};
 };
 
 }  // namespace apoyo

@@ -13,6 +13,29 @@
 
 namespace apoyo {
 
+// The full form of a path, as the system tells it now; the path itself when it tells none.
+inline std::string completa(const std::string& ruta) {
+    const DWORD largo = ::GetFullPathNameW(w(ruta).c_str(), 0, nullptr, nullptr);
+    texto_w forma(largo == 0 ? 0 : largo - 1, L'\0');
+    return largo == 0 || ::GetFullPathNameW(w(ruta).c_str(), largo, forma.data(), nullptr) == 0 ? ruta
+                                                                                                : u8(forma);
+}
+
+// The current directory, back in its place at the end.
+class en_directorio {
+public:
+    explicit en_directorio(const texto_w& nuevo) {
+        ::GetCurrentDirectoryW(MAX_PATH, antes_);
+        EXPECT_TRUE(::SetCurrentDirectoryW(nuevo.c_str())) << u8(nuevo);
+    }
+    ~en_directorio() { ::SetCurrentDirectoryW(antes_); }
+    en_directorio(const en_directorio&) = delete;
+    en_directorio& operator=(const en_directorio&) = delete;
+
+private:
+    wchar_t antes_[MAX_PATH] = {};
+};
+
 class directorio_temporal {
 public:
     directorio_temporal() {

@@ -45,7 +45,7 @@ private:
         }
         ::CloseHandle(proceso.hProcess);
         ::CloseHandle(proceso.hThread);
-        for (int i = 0; i < 250 && hecho() != habra_enlace; ++i) {
+        for (int i = 0; i < 1500 && hecho() != habra_enlace; ++i) {
             ::Sleep(20);
         }
     }

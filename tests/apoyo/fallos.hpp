@@ -60,6 +60,9 @@ public:
         nombre_.clear();
     }
 
+    // What is done just before each call, with its number (from 1).
+    void al_llamar(std::function<void(unsigned)> accion) { al_llamar_ = std::move(accion); }
+
     std::size_t llamadas() const { return historia_.size(); }
     const std::vector<llamada>& historia() const { return historia_; }
     std::size_t cuenta(std::string_view nombre) const {
@@ -103,6 +106,9 @@ private:
 
     bool i_toca_fallar(const char* nombre, const std::string& ruta) {
         const std::size_t esta = historia_.size() + 1;
+        if (al_llamar_) {
+            al_llamar_(static_cast<unsigned>(esta));
+        }
         bool falla = numero_ != 0 && (esta == numero_ || (para_siempre_ && esta > numero_));
         DWORD codigo = codigo_;
         if (!falla && nombre_ == nombre && veces_ > 0) {
@@ -167,21 +173,19 @@ private:
     I_MARCA(CloseHandle, true, FALSE);
     I_MARCA(GetFileInformationByHandle, false, FALSE);
     I_MARCA(GetFileInformationByHandleEx, false, FALSE);
+    I_MARCA(SetFileInformationByHandle, false, FALSE);
     I_MARCA(SetFileTime, false, FALSE);
     I_MARCA(FileTimeToLocalFileTime, false, FALSE);
     I_MARCA(LocalFileTimeToFileTime, false, FALSE);
     I_MARCA(FileTimeToSystemTime, false, FALSE);
     I_MARCA(SystemTimeToTzSpecificLocalTime, false, FALSE);
     I_MARCA(SystemTimeToFileTime, false, FALSE);
-    I_MARCA(GetTimeZoneInformation, false, TIME_ZONE_ID_INVALID);
     I_MARCA(DeleteFileW, false, FALSE);
     I_MARCA(CreateDirectoryW, false, FALSE);
     I_MARCA(RemoveDirectoryW, false, FALSE);
     I_MARCA(MoveFileExW, false, FALSE);
     I_MARCA(FindFirstFileExW, false, INVALID_HANDLE_VALUE);
     I_MARCA(FindNextFileW, false, FALSE);
-    I_MARCA(FindFirstFileA, false, INVALID_HANDLE_VALUE);
-    I_MARCA(FindNextFileA, false, FALSE);
     I_MARCA(FindClose, true, FALSE);
     I_MARCA(GetFullPathNameW, false, 0);
     I_MARCA(GetShortPathNameW, false, 0);
@@ -189,13 +193,17 @@ private:
     I_MARCA(GetTempPathW, false, 0);
     I_MARCA(GetTempFileNameW, false, 0);
     I_MARCA(GetWindowsDirectoryW, false, 0);
-    I_MARCA(GetModuleFileNameA, false, 0);
     I_MARCA(GetModuleFileNameW, false, 0);
+    I_MARCA(abre_entrada, false, INVALID_HANDLE_VALUE);
+    I_MARCA(numero_de_fichero, false, FALSE);
+    I_MARCA(nombre_de_fichero, false, FALSE);
     static constexpr std::size_t num_desviadas = 31;
+    static constexpr std::size_t num_sin_desviar = 1;  // sigue_enlaces: what this system is cannot fail
 
     void i_desvia_todas() {
-        static_assert(sizeof(lumodir::tabla_sistema) == num_desviadas * sizeof(void (*)()),
-                      "an entry of the table does not pass through here yet");
+        static_assert(
+            sizeof(lumodir::tabla_sistema) == (num_desviadas + num_sin_desviar) * sizeof(void (*)()),
+            "an entry of the table does not pass through here yet");
         I_DESVIA(GetFileAttributesW);
         I_DESVIA(GetFileAttributesExW);
         I_DESVIA(SetFileAttributesW);
@@ -203,21 +211,19 @@ private:
         I_DESVIA(CloseHandle);
         I_DESVIA(GetFileInformationByHandle);
         I_DESVIA(GetFileInformationByHandleEx);
+        I_DESVIA(SetFileInformationByHandle);
         I_DESVIA(SetFileTime);
         I_DESVIA(FileTimeToLocalFileTime);
         I_DESVIA(LocalFileTimeToFileTime);
         I_DESVIA(FileTimeToSystemTime);
         I_DESVIA(SystemTimeToTzSpecificLocalTime);
         I_DESVIA(SystemTimeToFileTime);
-        I_DESVIA(GetTimeZoneInformation);
         I_DESVIA(DeleteFileW);
         I_DESVIA(CreateDirectoryW);
         I_DESVIA(RemoveDirectoryW);
         I_DESVIA(MoveFileExW);
         I_DESVIA(FindFirstFileExW);
         I_DESVIA(FindNextFileW);
-        I_DESVIA(FindFirstFileA);
-        I_DESVIA(FindNextFileA);
         I_DESVIA(FindClose);
         I_DESVIA(GetFullPathNameW);
         I_DESVIA(GetShortPathNameW);
@@ -225,8 +231,10 @@ private:
         I_DESVIA(GetTempPathW);
         I_DESVIA(GetTempFileNameW);
         I_DESVIA(GetWindowsDirectoryW);
-        I_DESVIA(GetModuleFileNameA);
         I_DESVIA(GetModuleFileNameW);
+        I_DESVIA(abre_entrada);
+        I_DESVIA(numero_de_fichero);
+        I_DESVIA(nombre_de_fichero);
     }
 #undef I_MARCA
 #undef I_DESVIA
@@ -241,6 +249,7 @@ private:
     DWORD codigo_nombre_ = 0;
     unsigned veces_ = 0;
     DWORD ultimo_codigo_ = 0;
+    std::function<void(unsigned)> al_llamar_;
 };
 
 // One run of an operation under a fault.

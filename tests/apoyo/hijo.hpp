@@ -71,6 +71,9 @@ public:
         texto_w orden = w("\"") + ejecutable + w("\"");
         creado_ = ::CreateProcessW(ejecutable.c_str(), orden.data(), nullptr, nullptr, FALSE, 0, nullptr,
                                    nullptr, &arranque, &proceso_) != FALSE;
+        if (!creado_) {
+            por_que_ = "cannot be started: error " + std::to_string(::GetLastError());
+        }
         ::SetEnvironmentVariableW(L"LUMODIR_PAPEL", nullptr);
         ::SetEnvironmentVariableW(L"LUMODIR_PAPEL_DATO", nullptr);
         ::SetEnvironmentVariableW(L"LUMODIR_PAPEL_SENYAL", nullptr);
@@ -89,9 +92,22 @@ public:
     proceso_hijo& operator=(const proceso_hijo&) = delete;
 
     DWORD pid() const { return proceso_.dwProcessId; }
+    // Whether it plays its part; one that does not fails the test, which tells why.
     bool espera_listo() const {
-        const HANDLE cualquiera[] = {listo_, proceso_.hProcess};
-        return creado_ && ::WaitForMultipleObjects(2, cualquiera, FALSE, paciencia_hijo_ms) == WAIT_OBJECT_0;
+        std::string por_que = por_que_;
+        if (creado_) {
+            const HANDLE cualquiera[] = {listo_, proceso_.hProcess};
+            const DWORD cual = ::WaitForMultipleObjects(2, cualquiera, FALSE, paciencia_hijo_ms);
+            if (cual == WAIT_OBJECT_0) {
+                return true;
+            }
+            DWORD codigo = 0;
+            ::GetExitCodeProcess(proceso_.hProcess, &codigo);
+            por_que = cual == WAIT_TIMEOUT ? "is not ready after a minute"
+                                           : "ended before it was ready: exit code " + std::to_string(codigo);
+        }
+        ADD_FAILURE() << "the child process " << por_que;
+        return false;
     }
     bool vive() const { return creado_ && ::WaitForSingleObject(proceso_.hProcess, 0) == WAIT_TIMEOUT; }
     // Tells it to end. The second waits for it, with the usual patience on top of the time that it
@@ -109,6 +125,7 @@ private:
     HANDLE listo_ = nullptr;
     HANDLE fin_ = nullptr;
     bool creado_ = false;
+    std::string por_que_;
 };
 
 }  // namespace apoyo

@@ -28,8 +28,13 @@ public:
         : antes_(lumodir::unidades), discos_(std::move(discos)), actual_(actual) {
         i_yo() = this;
         lumodir::unidades = {i_presentes, i_tipo, i_volumen, i_dispositivo, i_red, i_directorio, i_actual};
+        ::SetThreadErrorMode(modo_del_anfitrion, &modo_de_antes_);
     }
-    ~maquina_fingida() { lumodir::unidades = antes_; }
+    ~maquina_fingida() {
+        lumodir::unidades = antes_;
+        EXPECT_EQ(::GetThreadErrorMode(), modo_del_anfitrion) << "the mode of the thread was not put back";
+        ::SetThreadErrorMode(modo_de_antes_, nullptr);
+    }
     maquina_fingida(const maquina_fingida&) = delete;
     maquina_fingida& operator=(const maquina_fingida&) = delete;
 
@@ -72,12 +77,19 @@ private:
         }
         return mascara;
     }
+    // Every call that could come upon a drive without medium.
+    static void i_espera_sin_dialogos(const char* llamada) {
+        EXPECT_NE(::GetThreadErrorMode() & SEM_FAILCRITICALERRORS, 0u)
+            << llamada << " could bring up a dialog of the system";
+    }
     static UINT WINAPI i_tipo(const wchar_t* raiz) {
+        i_espera_sin_dialogos("GetDriveTypeW");
         const unidad_fingida* u = i_busca("GetDriveTypeW", raiz);
         return u == nullptr ? DRIVE_NO_ROOT_DIR : u->tipo;
     }
     static BOOL WINAPI i_volumen(const wchar_t* raiz, wchar_t* nombre, DWORD sitio, DWORD*, DWORD*, DWORD*,
                                  wchar_t*, DWORD) {
+        i_espera_sin_dialogos("GetVolumeInformationW");
         const unidad_fingida* u = i_busca("GetVolumeInformationW", raiz);
         EXPECT_EQ(nombre[0], L'\0') << "the buffer starts empty";
         EXPECT_EQ(sitio, 1024u);
@@ -96,6 +108,7 @@ private:
         return i_da(u == nullptr ? nullptr : u->red, destino, *sitio) != 0 ? NO_ERROR : ::GetLastError();
     }
     static wchar_t* i_directorio(int numero, wchar_t* destino, int sitio) {
+        i_espera_sin_dialogos("_wgetdcwd");
         const int cual = numero == 0 ? i_yo()->actual_ : numero;
         const auto i = i_yo()->discos_.find(static_cast<char>('A' + cual - 1));
         EXPECT_EQ(sitio, 260);
@@ -109,7 +122,10 @@ private:
     }
     static int i_actual() { return i_yo()->actual_; }
 
+    static constexpr DWORD modo_del_anfitrion =
+        SEM_NOGPFAULTERRORBOX;  // dialogs, as a program starts with them
     lumodir::tabla_unidades antes_;
+    DWORD modo_de_antes_ = 0;
     std::map<char, unidad_fingida> discos_;
     int actual_;
 };

@@ -133,7 +133,7 @@ TEST(lmlongpath, si_la_forma_completa_crece_se_pregunta_de_nuevo) {
         sistema.GetFullPathNameW,
         [](const wchar_t*, DWORD sitio, wchar_t* destino, wchar_t**) WINAPI -> DWORD {
             ++llamadas;
-            const DWORD largo = llamadas == 1 ? 10 : 300;
+            const DWORD largo = llamadas == 1 ? 300 : 400;
             if (sitio <= largo) {
                 return largo + 1;
             }
@@ -144,7 +144,7 @@ TEST(lmlongpath, si_la_forma_completa_crece_se_pregunta_de_nuevo) {
             return largo;
         });
     EXPECT_EQ(toma(lmlongpath_prepended_path_si_necesario(L"relativa")),
-              "\\\\?\\C:\\" + std::string(297, 'y'));
+              "\\\\?\\C:\\" + std::string(397, 'y'));
     EXPECT_EQ(llamadas, 3);
 }
 
@@ -348,11 +348,11 @@ TEST(lmlongpath, un_patron_de_busqueda_conserva_sus_puntos_finales) {
         {"\\.", ""},        {"\\d\\..", ""},
     };
     for (const fila& fila : filas) {
-        lmlongpath_FindFirstFileW(w(base + fila.patron).c_str(), &datos);
+        lmlongpath_FindFirstFileW({w(base + fila.patron).c_str(), ruta_fijada::uso::busqueda}, &datos);
         EXPECT_EQ(f.historia().back().nombre, "FindFirstFileExW");
         EXPECT_EQ(f.historia().back().ruta, "\\\\?\\" + base + fila.espera) << fila.patron;
     }
-    lmlongpath_FindFirstFileW(L"C:\\no-hay\\*.", &datos);
+    lmlongpath_FindFirstFileW({L"C:\\no-hay\\*.", ruta_fijada::uso::busqueda}, &datos);
     EXPECT_EQ(f.historia().back().ruta, "C:\\no-hay\\*.");
 }
 
@@ -410,4 +410,37 @@ TEST(lmlongpath, los_indicadores_de_renombrar_mover_y_buscar) {
     EXPECT_FALSE(lmlongpath_FindFirstFileW(L"C:\\*", &datos, true).valida());
     EXPECT_EQ(nivel, FindExInfoBasic);
     EXPECT_EQ(indicadores, DWORD{FIND_FIRST_EX_LARGE_FETCH});
+}
+
+TEST(lmlongpath, un_recurso_con_varios_separadores_es_ese_recurso) {
+    static std::vector<std::string> pedidos;
+    const sustituye<decltype(&::GetFileAttributesW)> espia(sistema.GetFileAttributesW,
+                                                           [](const wchar_t* ruta) WINAPI -> DWORD {
+                                                               pedidos.push_back(u8(ruta));
+                                                               return INVALID_FILE_ATTRIBUTES;
+                                                           });
+    const struct {
+        std::string dada;
+        std::string pedida;
+    } filas[] = {
+        {"\\\\s\\r\\x", "\\\\s\\r\\x"},
+        {"//s/r/x", "//s/r/x"},
+        {"\\\\s\\\\r\\x", "\\\\s\\r\\x"},
+        {"//s//r/x", "//s\\r/x"},
+        {"\\\\s/\\/r\\\\x", "\\\\s\\r\\\\x"},
+        {"\\\\s\\\\", "\\\\s\\\\"},
+        {"\\\\s", "\\\\s"},
+        {"\\\\?\\\\C:\\x", "\\\\?\\\\C:\\x"},
+    };
+    for (const auto& fila : filas) {
+        const texto_w dada = w(fila.dada);
+        const ruta_fijada ruta(dada.c_str());
+        pedidos.clear();
+        lmlongpath_GetFileAttributesW(ruta);
+        EXPECT_EQ(pedidos, std::vector<std::string>{fila.pedida}) << fila.dada;
+        EXPECT_EQ(u8(ruta.dada()), fila.dada);
+    }
+    const std::string larga(300, 'x');
+    const texto_w dada = w("\\\\s\\\\r\\" + larga);
+    EXPECT_EQ(u8(ruta_fijada(dada.c_str()).c_str()), "\\\\?\\UNC\\s\\r\\" + larga);
 }

@@ -3,7 +3,8 @@
 #include "companions/plataforma.hpp"
 
 #include "apoyo/apoyo.hpp"
-#include "companions/sistema.hpp"
+#include "companions/msglocal.h"
+#include "companions/tabla_entorno.hpp"
 
 using namespace apoyo;
 using namespace lumodir;
@@ -237,8 +238,12 @@ TEST(plataforma, el_texto_de_un_codigo_es_una_linea_sin_su_final) {
         EXPECT_EQ(texto.find_last_not_of(" \r\n"), texto.size() - 1) << codigo;
         // The very text of the system, less its end.
         wchar_t sistema_dice[512];
-        const DWORD largo = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                             nullptr, codigo, 0, sistema_dice, 512, nullptr);
+        constexpr DWORD ingles = 0x0409;  // the messages of the tests
+        constexpr DWORD como = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+        DWORD largo = ::FormatMessageW(como, nullptr, codigo, ingles, sistema_dice, 512, nullptr);
+        if (largo == 0) {
+            largo = ::FormatMessageW(como, nullptr, codigo, 0, sistema_dice, 512, nullptr);
+        }
         EXPECT_EQ(u8(vista_w(sistema_dice, largo)).rfind(texto, 0), 0u) << codigo;
     }
     EXPECT_NE(u8(plataforma::texto_de_codigo_de_error(ERROR_FILE_NOT_FOUND).ver()),
@@ -250,11 +255,175 @@ TEST(plataforma, un_codigo_sin_texto_es_su_numero) {
     EXPECT_EQ(u8(plataforma::texto_de_codigo_de_error(0x20000001).ver()), "536870913");
 }
 
+namespace {
+
+// A system that has its texts in some languages, and writes down in which it was asked.
+std::vector<DWORD> g_pedidos;
+DWORD g_idioma_que_hay;
+texto_w g_texto;
+DWORD WINAPI texto_fingido(DWORD como, LPCVOID fuente, DWORD codigo, DWORD idioma, LPWSTR destino,
+                           DWORD sitio, char** argumentos) {
+    EXPECT_EQ(como, static_cast<DWORD>(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS));
+    EXPECT_EQ(fuente, nullptr);
+    EXPECT_EQ(codigo, 5u);
+    EXPECT_EQ(argumentos, nullptr);
+    g_pedidos.push_back(idioma);
+    if (idioma != g_idioma_que_hay) {
+        ::SetLastError(ERROR_RESOURCE_LANG_NOT_FOUND);
+        return 0;
+    }
+    if (g_texto.size() >= sitio) {
+        ::SetLastError(ERROR_INSUFFICIENT_BUFFER);
+        return 0;
+    }
+    g_texto.copy(destino, g_texto.size());
+    destino[g_texto.size()] = L'\0';
+    return static_cast<DWORD>(g_texto.size());
+}
+
+}  // namespace
+
+TEST(plataforma, los_textos_del_sistema_van_en_la_lengua_de_los_mensajes) {
+    tabla_entorno fingida = entorno;
+    fingida.FormatMessageW = texto_fingido;
+    const sustituye<tabla_entorno> textos(entorno, fingida);
+    const unsigned long de_antes = msglocal_dame_idioma();
+    constexpr DWORD ninguna = 1;  // the system has no text at all
+    const struct {
+        unsigned long ranura;
+        DWORD hay;
+        std::vector<DWORD> pedidos;
+    } filas[] = {
+        {0, 0x0C0A, {0x0C0A}},
+        {0, 0x080A, {0x0C0A, 0x080A}},
+        {0, 0, {0x0C0A, 0x080A, 0}},
+        {6, 0x080A, {0x080A}},
+        {24, 0x0C0A, {0x080A, 0x0C0A}},
+        {8, 0x0409, {0x0409}},
+        {8, 0, {0x0409, 0}},
+        {2, 0x0416, {0x0416}},
+        {3, 0x0416, {0x0816, 0x0416}},
+        {13, 0x0407, {0x0407}},
+        {39, ninguna, {0x0411, 0}},
+        {14, 0x0C0A, {0x0C0A}},  // a slot without a name speaks Spanish below the last regional Spanish
+        {40, 0x0409, {0x0409}},
+    };
+    for (const auto& f : filas) {
+        for (const std::size_t largo : {5u, 511u, 512u, 600u, 32'766u}) {
+            SCOPED_TRACE(testing::Message() << "slot " << f.ranura << ", " << f.hay << ", " << largo);
+            msglocal_establece_idioma(f.ranura);
+            g_idioma_que_hay = f.hay;
+            g_texto = texto_w(largo - 3, L'\u00F1') + L".\r\n";
+            g_pedidos.clear();
+            EXPECT_EQ(u8(plataforma::texto_de_codigo_de_error(5).ver()),
+                      f.hay == ninguna ? "5" : u8(texto_w(largo - 3, L'\u00F1') + L"."));
+            std::vector<DWORD> pedidos = f.pedidos;
+            if (largo >= 512 && f.hay != ninguna) {
+                pedidos.push_back(f.hay);  // once more with room
+            }
+            EXPECT_EQ(g_pedidos, pedidos);
+        }
+    }
+    msglocal_establece_idioma(de_antes);
+}
+
 TEST(plataforma, una_variable_de_entorno_y_su_falta) {
     ::_wputenv(L"LUMODIR_PRUEBA=\u00f1 \u4e2d");
     EXPECT_EQ(u8(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").ver()), "\u00f1 \u4e2d");
     ::_wputenv(L"LUMODIR_PRUEBA=");
     EXPECT_TRUE(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").es_nula());
+    // The process's own, of which the C runtime's copy knows nothing.
+    ASSERT_TRUE(::SetEnvironmentVariableW(L"LUMODIR_PRUEBA", L"\u65E5"));
+    EXPECT_EQ(u8(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").ver()), "\u65E5");
+    ASSERT_TRUE(::SetEnvironmentVariableW(L"LUMODIR_PRUEBA", L""));
+    const cadena_w vacia = plataforma::variable_de_entorno(L"LUMODIR_PRUEBA");
+    EXPECT_FALSE(vacia.es_nula());
+    EXPECT_TRUE(vacia.empty());
+    for (const std::size_t largo : {1u, 510u, 511u, 512u, 513u, 32'766u}) {
+        const texto_w valor(largo, L'\u00F1');
+        ASSERT_TRUE(::SetEnvironmentVariableW(L"LUMODIR_PRUEBA", valor.c_str()));
+        EXPECT_EQ(u8(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").ver()), u8(valor)) << largo;
+    }
+    ASSERT_TRUE(::SetEnvironmentVariableW(L"LUMODIR_PRUEBA", nullptr));
+    EXPECT_TRUE(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").es_nula());
+}
+
+namespace {
+
+// Another thread sets a longer value between the question for its size and the next one.
+unsigned g_veces;
+DWORD WINAPI valor_que_crece(LPCWSTR nombre, LPWSTR destino, DWORD sitio) {
+    EXPECT_EQ(u8(nombre), "CRECE");
+    constexpr DWORD largos[] = {600, 900, 5000, 5000};
+    const DWORD largo = largos[g_veces < 3 ? g_veces++ : 3];
+    if (sitio <= largo) {
+        return largo + 1;
+    }
+    std::fill(destino, destino + largo, L'x');
+    destino[largo] = L'\0';
+    return largo;
+}
+
+}  // namespace
+
+TEST(plataforma, una_variable_que_crece_se_pregunta_hasta_que_cabe) {
+    const sustituye<decltype(entorno.GetEnvironmentVariableW)> crece(entorno.GetEnvironmentVariableW,
+                                                                     valor_que_crece);
+    g_veces = 0;
+    EXPECT_EQ(u8(plataforma::variable_de_entorno(L"CRECE").ver()), std::string(5000, 'x'));
+}
+
+namespace {
+
+// A console that refuses what is too long, as older systems do, and keeps what it was given.
+std::vector<texto_w> g_consola;
+BOOL WINAPI es_consola(HANDLE, DWORD* modo) {
+    *modo = 0;
+    return TRUE;
+}
+BOOL WINAPI escribe_consola(HANDLE, const void* texto, DWORD unidades, DWORD* escritas, void*) {
+    if (unidades * sizeof(wchar_t) > 26'000) {
+        ::SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return FALSE;
+    }
+    g_consola.emplace_back(static_cast<const wchar_t*>(texto), unidades);
+    *escritas = unidades;
+    return TRUE;
+}
+
+}  // namespace
+
+TEST(plataforma, un_texto_largo_va_a_la_consola_en_trozos_que_no_parten_pares) {
+    const sustituye<decltype(entorno.GetConsoleMode)> modo(entorno.GetConsoleMode, es_consola);
+    const sustituye<decltype(entorno.WriteConsoleW)> escribe(entorno.WriteConsoleW, escribe_consola);
+    const texto_w par = w("\U0001F600");
+    const texto_w media(1, static_cast<wchar_t>(0xD83D));
+    std::vector<texto_w> textos = {{}, L"x", par, media, texto_w(8192, L'a'), texto_w(8193, L'a')};
+    for (const std::size_t antes : {8189u, 8190u, 8191u, 8192u, 8193u, 16'382u, 16'383u, 20'480u}) {
+        textos.push_back(texto_w(antes, L'a') + par + texto_w(9000, L'z'));
+        textos.push_back(texto_w(antes, L'a') + media + texto_w(9000, L'z'));  // half a pair goes as it is
+    }
+    texto_w pares;
+    for (int i = 0; i < 20'000; ++i) {
+        pares += par;
+    }
+    textos.push_back(pares);
+    textos.push_back(L"a" + pares);
+    for (const texto_w& texto : textos) {
+        SCOPED_TRACE(texto.size());
+        g_consola.clear();
+        plataforma::escribe_error_estandar(texto);
+        texto_w todo;
+        for (const texto_w& trozo : g_consola) {
+            ASSERT_FALSE(trozo.empty());
+            const bool parte = (trozo.back() & 0xFC00) == 0xD800 &&
+                               todo.size() + trozo.size() < texto.size() &&
+                               (texto[todo.size() + trozo.size()] & 0xFC00) == 0xDC00;
+            EXPECT_FALSE(parte) << "a pair is cut in two after " << todo.size() + trozo.size();
+            todo += trozo;
+        }
+        EXPECT_TRUE(todo == texto);
+    }
 }
 
 TEST(plataforma, el_error_estandar_no_parte_un_par) {

@@ -34,6 +34,21 @@ public:
     }
 
     std::uint16_t maquina() const { return maquina_; }
+    // What the file asks the loader for: IMAGE_DLLCHARACTERISTICS_...
+    std::uint16_t caracteristicas() const { return lee<std::uint16_t>(directorios_ - 112 + 70); }
+    // The same in the debug directory, where the newer ones stand: IMAGE_DLLCHARACTERISTICS_EX_...
+    std::uint32_t caracteristicas_ampliadas() const {
+        constexpr std::uint32_t depuracion = 6;
+        constexpr std::uint32_t ampliadas = 20;
+        const std::uint32_t bytes = lee<std::uint32_t>(directorios_ + 8 * depuracion + 4);
+        for (std::uint32_t i = 0; i + 28 <= bytes; i += 28) {
+            const std::uint32_t entrada = tabla(depuracion) + i;
+            if (lee<std::uint32_t>(entrada + 12) == ampliadas) {
+                return lee<std::uint32_t>(lee<std::uint32_t>(entrada + 24));
+            }
+        }
+        return 0;
+    }
     const std::string& bytes() const { return bytes_; }
 
     // Its own name, as the export table has it.

@@ -33,6 +33,7 @@ public:
         i_exige_llena(lumodir::unidades);
         i_exige_llena(lumodir::directorio_actual);
         i_exige_llena(lumodir::escritorio);
+        i_exige_llena(lumodir::entorno);
     }
     ~sistema_mentiroso() { i_yo() = nullptr; }
     sistema_mentiroso(const sistema_mentiroso&) = delete;
@@ -116,7 +117,6 @@ private:
     static void i_llena(FILETIME* d) { i_bytes(d); }
     static void i_llena(SYSTEMTIME* d) { i_bytes(d); }
     static void i_llena(BY_HANDLE_FILE_INFORMATION* d) { i_bytes(d); }
-    static void i_llena(TIME_ZONE_INFORMATION* d) { i_bytes(d); }
     static void i_llena(HKEY* d) { *d = static_cast<HKEY>(i_manija()); }
     template <class T>
     static void i_llena(T) {}  // an argument that goes in
@@ -191,6 +191,9 @@ private:
     }
 
     // Where the general form says too little.
+    static BOOL WINAPI i_pone_informacion(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) {
+        return i_miente();  // nothing is written to what goes in
+    }
     static BOOL WINAPI i_informacion(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID datos, DWORD bytes) {
         if (!i_miente()) {
             return FALSE;
@@ -216,7 +219,6 @@ private:
         return i_texto(destino, sitio);
     }
     static DWORD WINAPI i_otra_forma(LPCWSTR, LPWSTR destino, DWORD sitio) { return i_texto(destino, sitio); }
-    static DWORD WINAPI i_otra_forma_8(LPCSTR, LPSTR destino, DWORD sitio) { return i_texto(destino, sitio); }
     static DWORD WINAPI i_temporal(DWORD sitio, LPWSTR destino) { return i_texto(destino, sitio); }
     static UINT WINAPI i_fichero_temporal(LPCWSTR, LPCWSTR, UINT, LPWSTR destino) {
         if (!i_miente()) {
@@ -225,11 +227,14 @@ private:
         i_nombre(destino, MAX_PATH);
         return 1;
     }
-    static UINT WINAPI i_windows(LPWSTR destino, UINT sitio) { return i_texto(destino, sitio); }
-    static DWORD WINAPI i_modulo_a(HMODULE, LPSTR destino, DWORD sitio) {
-        const DWORD largo = i_texto(destino, sitio);
-        return largo < sitio ? largo : sitio;
+    static BOOL WINAPI i_nombre_de_fichero(HANDLE, void* bufer, DWORD bytes, const wchar_t** nombre,
+                                           DWORD* unidades) {
+        *nombre = static_cast<wchar_t*>(bufer);
+        *unidades = i_texto(static_cast<wchar_t*>(bufer), bytes / 4);
+        *unidades = *unidades < bytes / 4 ? *unidades : 0;
+        return *unidades != 0;
     }
+    static UINT WINAPI i_windows(LPWSTR destino, UINT sitio) { return i_texto(destino, sitio); }
     static DWORD WINAPI i_modulo_w(HMODULE, LPWSTR destino, DWORD sitio) {
         const DWORD largo = i_texto(destino, sitio);
         return largo < sitio ? largo : sitio;
@@ -277,6 +282,10 @@ private:
         *largo = static_cast<DWORD>(std::char_traits<C>::length(nombre));
         return ERROR_SUCCESS;
     }
+    static DWORD WINAPI i_mensaje(DWORD, LPCVOID, DWORD, DWORD, LPWSTR destino, DWORD sitio, char**) {
+        const DWORD largo = i_texto(destino, sitio);
+        return largo < sitio ? largo : 0;
+    }
     static HANDLE WINAPI i_abre_proceso(DWORD, BOOL, DWORD) { return i_miente() ? i_manija() : nullptr; }
     static BOOL WINAPI i_volumen(LPCWSTR, LPWSTR nombre, DWORD sitio, DWORD*, DWORD*, DWORD*, LPWSTR, DWORD) {
         const DWORD largo = i_texto(nombre, sitio);
@@ -316,21 +325,19 @@ private:
         t.CloseHandle = i_cierra<BOOL, HANDLE>;
         i_desvia(&t.GetFileInformationByHandle);
         t.GetFileInformationByHandleEx = i_informacion;
+        t.SetFileInformationByHandle = i_pone_informacion;
         i_desvia(&t.SetFileTime);
         i_desvia(&t.FileTimeToLocalFileTime);
         i_desvia(&t.LocalFileTimeToFileTime);
         i_desvia(&t.FileTimeToSystemTime);
         i_desvia(&t.SystemTimeToTzSpecificLocalTime);
         i_desvia(&t.SystemTimeToFileTime);
-        i_desvia(&t.GetTimeZoneInformation);
         i_desvia(&t.DeleteFileW);
         i_desvia(&t.CreateDirectoryW);
         i_desvia(&t.RemoveDirectoryW);
         i_desvia(&t.MoveFileExW);
         t.FindFirstFileExW = i_busca;
         i_desvia(&t.FindNextFileW);
-        i_desvia(&t.FindFirstFileA);
-        i_desvia(&t.FindNextFileA);
         t.FindClose = i_cierra<BOOL, HANDLE>;
         t.GetFullPathNameW = i_completo;
         t.GetShortPathNameW = i_otra_forma;
@@ -338,8 +345,11 @@ private:
         t.GetTempPathW = i_temporal;
         t.GetTempFileNameW = i_fichero_temporal;
         t.GetWindowsDirectoryW = i_windows;
-        t.GetModuleFileNameA = i_modulo_a;
         t.GetModuleFileNameW = i_modulo_w;
+        i_desvia(&t.abre_entrada);
+        i_desvia(&t.numero_de_fichero);
+        t.nombre_de_fichero = i_nombre_de_fichero;
+        i_desvia(&t.sigue_enlaces);
     }
     void i_desvia_registro() {
         lumodir::tabla_registro& t = lumodir::sistema_registro;
@@ -358,7 +368,7 @@ private:
         t.RegEnumKeyExA = i_subclave<char>;
         t.RegEnumKeyExW = i_subclave<wchar_t>;
         t.RegEnumValueW = i_enumera_valor;
-        i_desvia(&t.RegDeleteKeyW);
+        i_desvia(&t.NtDeleteKey);
         t.machine_es_imagen_de_64bits = imagen;
     }
     void i_desvia_lo_demas() {
@@ -381,14 +391,20 @@ private:
         u.WNetGetConnectionW = i_red;
         u._wgetdcwd = i_directorio_de;
         i_desvia(&u._getdrive);
-        lumodir::directorio_actual = {i_directorio<char>, i_directorio<wchar_t>};
-        lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo {
-            return i_otra_forma_8;
-        };
+        lumodir::directorio_actual = {i_directorio<wchar_t>};
+        lumodir::tabla_entorno& e = lumodir::entorno;
+        e = {};
+        e.GetEnvironmentVariableW = i_otra_forma;
+        e.FormatMessageW = i_mensaje;
+        i_desvia(&e.GetConsoleMode);
+        i_desvia(&e.WriteConsoleW);
+        i_desvia(&e.GetThreadErrorMode);
+        i_desvia(&e.SetThreadErrorMode);
+        lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return i_otra_forma; };
         // Never asked while the answer above is there; were it asked, it has nothing.
         lumodir::escritorio = {[](IMalloc**) -> HRESULT { return E_FAIL; },
                                [](IShellFolder**) -> HRESULT { return E_FAIL; },
-                               [](PCIDLIST_ABSOLUTE, LPSTR) -> BOOL { return FALSE; }};
+                               [](PCIDLIST_ABSOLUTE, LPWSTR) -> BOOL { return FALSE; }};
     }
 
     const tablas_guardadas reales_;

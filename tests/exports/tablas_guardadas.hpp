@@ -2,6 +2,7 @@
 #pragma once
 
 #include "companions/sistema.hpp"
+#include "companions/tabla_entorno.hpp"
 #include "files/nombre_largo.hpp"
 #include "files/programa.hpp"
 #include "system/tabla_procesos.hpp"
@@ -19,6 +20,7 @@ public:
         lumodir::procesos = procesos;
         lumodir::unidades = unidades;
         lumodir::directorio_actual = actual;
+        lumodir::entorno = entorno;
         lumodir::escritorio = escritorio;
         lumodir::busca_nombre_largo = largo;
         lumodir::i_olvida_nombre_largo();
@@ -30,6 +32,7 @@ public:
     const lumodir::tabla_registro registro = lumodir::sistema_registro;
     const lumodir::tabla_procesos procesos = lumodir::procesos;
     const lumodir::tabla_unidades unidades = lumodir::unidades;
+    const lumodir::tabla_entorno entorno = lumodir::entorno;
     const lumodir::tabla_directorio_actual actual = lumodir::directorio_actual;
     const lumodir::tabla_escritorio escritorio = lumodir::escritorio;
     lumodir::funcion_nombre_largo (*const largo)() noexcept = lumodir::busca_nombre_largo;

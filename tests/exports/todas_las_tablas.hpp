@@ -50,6 +50,7 @@ public:
             cierra(manija);
         }
         abiertas_.clear();
+        claves_suyas_.clear();
     }
 
 private:
@@ -114,8 +115,7 @@ private:
             return nullptr;
         } else if constexpr (std::is_same_v<R, HANDLE>) {
             return INVALID_HANDLE_VALUE;
-        } else if constexpr (i_es<&tabla_sistema::GetFileAttributesW, Entrada>() ||
-                             i_es<&tabla_sistema::GetTimeZoneInformation, Entrada>()) {
+        } else if constexpr (i_es<&tabla_sistema::GetFileAttributesW, Entrada>()) {
             return ~R{0};
         } else if constexpr (i_es<&tabla_unidades::WNetGetConnectionW, Entrada>()) {
             return ERROR_ACCESS_DENIED;
@@ -143,8 +143,8 @@ private:
         return i_es<&t::DeleteFileW, Entrada>() || i_es<&t::RemoveDirectoryW, Entrada>() ||
                i_es<&t::CreateDirectoryW, Entrada>() || i_es<&t::SetFileAttributesW, Entrada>() ||
                i_es<&t::MoveFileExW, Entrada>() || i_es<&t::CreateFileW, Entrada>() ||
-               i_es<&t::GetTempFileNameW, Entrada>() || i_abre_clave<Entrada>() ||
-               i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>();
+               i_es<&t::GetTempFileNameW, Entrada>() || i_es<&t::abre_entrada, Entrada>() ||
+               i_abre_clave<Entrada>() || i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>();
     }
     // What changes keys and values does so by a handle that one of these gave.
     template <auto Entrada>
@@ -156,11 +156,27 @@ private:
     template <auto Entrada>
     static void (*i_quien_cierra())(void*) {
         using t = lumodir::tabla_sistema;
-        if constexpr (i_es<&t::FindFirstFileExW, Entrada>() || i_es<&t::FindFirstFileA, Entrada>()) {
+        if constexpr (i_es<&t::FindFirstFileExW, Entrada>()) {
             return [](void* h) { ::FindClose(h); };
         } else {
             return [](void* h) { ::CloseHandle(h); };
         }
+    }
+    // Of an entry of an open directory: what is opened to be changed must lie in the folder.
+    static bool i_permite_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD, DWORD,
+                                  DWORD) {
+        if ((acceso & (DELETE | FILE_WRITE_ATTRIBUTES)) == 0) {
+            return true;
+        }
+        i_yo()->cambiado_ = true;
+        constexpr std::size_t prefijo = 4;  // of a native path, and of what the system tells of a handle
+        wchar_t ruta[0x4000] = {};
+        if (directorio == nullptr) {
+            return apoyo::texto_w(nombre).size() > prefijo && i_yo()->i_es_suyo(nombre + prefijo, true);
+        }
+        const DWORD largo = ::GetFinalPathNameByHandleW(directorio, ruta, 0x2000, 0);
+        return largo > prefijo && largo < 0x2000 &&
+               i_yo()->i_es_suyo((apoyo::texto_w(ruta + prefijo) + L"\\" + nombre).c_str(), true);
     }
     // Only what changes something asks; reading is free.
     template <auto Entrada, class... A>
@@ -169,6 +185,8 @@ private:
             return false;
         } else if constexpr (i_abre_clave<Entrada>()) {
             return i_permite_clave<Entrada>(a...);
+        } else if constexpr (i_es<&lumodir::tabla_sistema::abre_entrada, Entrada>()) {
+            return i_permite_entrada(a...);
         } else {
             return i_permite_ruta<Entrada>(a...);
         }
@@ -176,13 +194,17 @@ private:
     template <auto Entrada, class... A>
     static bool i_permite_clave(A... a) {
         const auto argumentos = std::make_tuple(a...);
+        // What lies below a key of its own is its own, by whatever name.
+        if (i_yo()->claves_suyas_.count(std::get<0>(argumentos)) != 0) {
+            return i_yo()->abre_clave_suya_ = true;
+        }
         if constexpr (!i_es<&lumodir::tabla_registro::RegCreateKeyExW, Entrada>()) {
             constexpr REGSAM para_leer = KEY_READ | KEY_WOW64_64KEY | KEY_WOW64_32KEY;
             if ((std::get<3>(argumentos) & ~para_leer) == 0) {
                 return true;
             }
         }
-        return i_yo()->i_es_su_clave(std::get<1>(argumentos));
+        return i_yo()->abre_clave_suya_ = i_yo()->i_es_su_clave(std::get<1>(argumentos));
     }
     template <auto Entrada, class... A>
     static bool i_permite_ruta(A... a) {
@@ -227,6 +249,7 @@ private:
                 if (toca) {
                     return i_fallo<R, Entrada>();
                 }
+                yo.abre_clave_suya_ = false;
                 if constexpr (i_cambia<Entrada>()) {
                     if (!i_permite<Entrada>(a...)) {
                         return i_fallo<R, Entrada>();
@@ -240,6 +263,7 @@ private:
         template <class M>
         static void i_quita(M manija) {
             std::erase_if(i_yo()->abiertas_, [&](const auto& par) { return par.first == manija; });
+            i_yo()->claves_suyas_.erase(manija);
         }
         template <class Resultado>
         static void i_apunta(Resultado resultado, A... a) {
@@ -258,6 +282,9 @@ private:
             if constexpr (std::is_same_v<T, HKEY*>) {
                 if (resultado == ERROR_SUCCESS) {
                     i_yo()->abiertas_.insert({*a, [](void* h) { ::RegCloseKey(static_cast<HKEY>(h)); }});
+                    if (i_yo()->abre_clave_suya_) {
+                        i_yo()->claves_suyas_.insert(*a);
+                    }
                 }
             }
         }
@@ -268,9 +295,10 @@ private:
         ((tabla.*Entradas =
               desvio<Tabla, Entradas, std::remove_reference_t<decltype(tabla.*Entradas)>>::llama),
          ...);
-        // The last entry of the registry's is no call of the system.
-        constexpr std::size_t entradas =
-            sizeof(T) / sizeof(void (*)()) - (std::is_same_v<T, lumodir::tabla_registro> ? 1 : 0);
+        // The last entry of the registry's, and of that of files, tells what cannot fail.
+        constexpr bool la_ultima_no =
+            std::is_same_v<T, lumodir::tabla_registro> || std::is_same_v<T, lumodir::tabla_sistema>;
+        constexpr std::size_t entradas = sizeof(T) / sizeof(void (*)()) - (la_ultima_no ? 1 : 0);
         static_assert(sizeof...(Entradas) == entradas,
                       "an entry of the table does not pass through here yet");
         void (*antes[entradas])();
@@ -281,13 +309,13 @@ private:
             EXPECT_NE(antes[i], ahora[i]) << "entry " << i << " does not pass through here";
         }
     }
-    static DWORD WINAPI i_nombre_largo(const char* corto, char* largo, DWORD sitio) {
+    static DWORD WINAPI i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) {
         i_yo()->quiso_nombre_largo_ = true;
         if (i_yo()->i_toca_fallar()) {
             ::SetLastError(ERROR_ACCESS_DENIED);
             return 0;
         }
-        return ::GetLongPathNameA(corto, largo, sitio);
+        return ::GetLongPathNameW(corto, largo, sitio);
     }
     void i_desvia();
 
@@ -301,22 +329,24 @@ private:
     bool cambiado_ = false;
     bool quiso_nombre_largo_ = false;
     std::set<std::pair<void*, void (*)(void*)>> abiertas_;
+    std::set<void*> claves_suyas_;  // open for changes
+    bool abre_clave_suya_ = false;  // the call under way
     std::vector<std::string> fuera_;
 };
 
 inline void todas_las_tablas::i_desvia() {
     {
         using t = lumodir::tabla_sistema;
-        i_desvia_tabla<&tablas_guardadas::sistema, &t::GetFileAttributesW, &t::GetFileAttributesExW,
-                       &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle,
-                       &t::GetFileInformationByHandle, &t::GetFileInformationByHandleEx, &t::SetFileTime,
-                       &t::FileTimeToLocalFileTime, &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime,
-                       &t::SystemTimeToTzSpecificLocalTime, &t::SystemTimeToFileTime,
-                       &t::GetTimeZoneInformation, &t::DeleteFileW, &t::CreateDirectoryW,
-                       &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW, &t::FindNextFileW,
-                       &t::FindFirstFileA, &t::FindNextFileA, &t::FindClose, &t::GetFullPathNameW,
-                       &t::GetShortPathNameW, &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW,
-                       &t::GetWindowsDirectoryW, &t::GetModuleFileNameA, &t::GetModuleFileNameW>(
+        i_desvia_tabla<
+            &tablas_guardadas::sistema, &t::GetFileAttributesW, &t::GetFileAttributesExW,
+            &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle, &t::GetFileInformationByHandle,
+            &t::GetFileInformationByHandleEx, &t::SetFileInformationByHandle, &t::SetFileTime,
+            &t::FileTimeToLocalFileTime, &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime,
+            &t::SystemTimeToTzSpecificLocalTime, &t::SystemTimeToFileTime, &t::DeleteFileW,
+            &t::CreateDirectoryW, &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW,
+            &t::FindNextFileW, &t::FindClose, &t::GetFullPathNameW, &t::GetShortPathNameW,
+            &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW, &t::GetWindowsDirectoryW,
+            &t::GetModuleFileNameW, &t::abre_entrada, &t::numero_de_fichero, &t::nombre_de_fichero>(
             lumodir::sistema);
     }
     {
@@ -324,7 +354,7 @@ inline void todas_las_tablas::i_desvia() {
         i_desvia_tabla<&tablas_guardadas::registro, &t::RegOpenKeyExA, &t::RegOpenKeyExW, &t::RegCreateKeyExW,
                        &t::RegCloseKey, &t::RegQueryInfoKeyA, &t::RegQueryInfoKeyW, &t::RegQueryValueExA,
                        &t::RegQueryValueExW, &t::RegSetValueExW, &t::RegDeleteValueW, &t::RegEnumKeyExA,
-                       &t::RegEnumKeyExW, &t::RegEnumValueW, &t::RegDeleteKeyW>(lumodir::sistema_registro);
+                       &t::RegEnumKeyExW, &t::RegEnumValueW, &t::NtDeleteKey>(lumodir::sistema_registro);
     }
     {
         using t = lumodir::tabla_procesos;
@@ -340,12 +370,18 @@ inline void todas_las_tablas::i_desvia() {
     }
     {
         using t = lumodir::tabla_directorio_actual;
-        i_desvia_tabla<&tablas_guardadas::actual, &t::getcwd, &t::wgetcwd>(lumodir::directorio_actual);
+        i_desvia_tabla<&tablas_guardadas::actual, &t::wgetcwd>(lumodir::directorio_actual);
     }
     {
         using t = lumodir::tabla_escritorio;
         i_desvia_tabla<&tablas_guardadas::escritorio, &t::SHGetMalloc, &t::SHGetDesktopFolder,
-                       &t::SHGetPathFromIDListA>(lumodir::escritorio);
+                       &t::SHGetPathFromIDListW>(lumodir::escritorio);
+    }
+    {
+        using t = lumodir::tabla_entorno;
+        i_desvia_tabla<&tablas_guardadas::entorno, &t::GetEnvironmentVariableW, &t::FormatMessageW,
+                       &t::GetConsoleMode, &t::WriteConsoleW, &t::GetThreadErrorMode, &t::SetThreadErrorMode>(
+            lumodir::entorno);
     }
     lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return i_nombre_largo; };
 }

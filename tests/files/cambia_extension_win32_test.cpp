@@ -93,6 +93,202 @@ TEST(cambia_extension, sin_origen_no_se_borra_el_destino) {
     EXPECT_EQ(toma_preguntas().size(), 1u);
 }
 
+TEST(cambia_extension, un_directorio_vacio_o_en_blanco_se_informa_y_no_se_hace_nada) {
+    const directorio_temporal d;
+    d.fichero("a.tmp", "mio");
+    d.fichero("a.bak", "mio");
+    const en_directorio ahi(d.ruta_w());
+    for (const wchar_t* base : {L"", L" ", L"   "}) {
+        fallos f;
+        cdir_cambia_extension_ficheros_u(base, L"tmp", L"bak");
+        ESPERA_INFORMES("widestr_longitud(directorio) > 0");
+        EXPECT_EQ(f.llamadas(), 0u);
+    }
+    EXPECT_EQ(d.arbol(), (lista{"a.bak", "a.tmp"}));
+}
+
+TEST(cambia_extension, la_misma_extension_con_otra_ortografia_no_cambia_nada) {
+    const directorio_temporal d;
+    const struct {
+        const char* antigua;
+        const char* nueva;
+        lista ficheros;
+    } casos[] = {
+        {"bak", "bak ", {"a.bak", "b.bak"}},
+        {"bak", "bak.", {"a.bak", "b.bak"}},
+        {"bak", "bak. . ", {"a.bak", "b.bak"}},
+        {"", " ", {"a", "b"}},
+        {"", "..", {"a", "b"}},
+        {".", "..", {"a", "b"}},
+        {"\u00f1", "\u00f1.", {"a.\u00f1"}},
+    };
+    for (const auto& c : casos) {
+        SCOPED_TRACE(std::string(c.antigua) + "|" + c.nueva);
+        d.limpia();
+        for (const std::string& nombre : c.ficheros) {
+            d.fichero(nombre, nombre);
+        }
+        cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), w(c.antigua).c_str(), w(c.nueva).c_str());
+        EXPECT_EQ(d.arbol(), c.ficheros);
+        for (const std::string& nombre : c.ficheros) {
+            EXPECT_EQ(d.contenido(nombre), nombre);
+        }
+    }
+}
+
+TEST(cambia_extension, una_extension_que_acaba_en_blanco_no_quita_nada_a_otro) {
+    // The system would read "a.txt " as a.txt, which is another name than the new one.
+    const directorio_temporal d;
+    buclrein_establece_politica(0, 0);
+    for (const char* nueva : {"txt ", "txt.", "TXT .", "txt  "}) {
+        d.limpia();
+        d.fichero("a.bak", "origen");
+        d.fichero("a.txt", "otro");
+        d.fichero("b.bak", "b");
+        cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"bak", w(nueva).c_str());
+        EXPECT_EQ(d.contenido("a.bak"), "origen") << nueva;
+        EXPECT_EQ(d.contenido("a.txt"), "otro") << nueva;
+        EXPECT_EQ(d.contenido("b.txt"), "b") << nueva;
+        EXPECT_EQ(d.arbol().size(), 3u) << nueva;
+        EXPECT_EQ(toma_preguntas().size(), 1u) << nueva;
+    }
+}
+
+TEST(cambia_extension, ninguna_extension_lleva_fuera_del_directorio) {
+    const directorio_temporal d;
+    buclrein_establece_politica(0, 0);
+    for (const char* nueva : {"x\\..\\..\\victima.txt", "x/../../victima.txt", "\\..\\..\\victima.txt",
+                              ".\\..\\victima.txt", "sub\\z", "..\\victima.txt", "x:flujo", "sub/", "\\"}) {
+        SCOPED_TRACE(nueva);
+        d.limpia();
+        d.fichero("dentro\\a.bak", "origen");
+        d.directorio("dentro\\a.sub");
+        d.directorio("dentro\\a.x");
+        d.directorio("dentro\\a");
+        d.fichero("dentro\\victima.txt", "victima");
+        d.fichero("victima.txt", "victima");
+        const lista antes = d.arbol();
+        cdir_cambia_extension_ficheros_u(d.ruta_w("dentro").c_str(), L"bak", w(nueva).c_str());
+        EXPECT_EQ(d.arbol(), antes);
+        EXPECT_EQ(d.contenido("dentro\\a.bak"), "origen");
+        EXPECT_EQ(d.contenido("victima.txt"), "victima");
+        EXPECT_EQ(d.contenido("dentro\\victima.txt"), "victima");
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), 1u);
+        EXPECT_EQ(preguntas[0].codigo, DWORD{ERROR_INVALID_NAME});
+    }
+}
+
+TEST(cambia_extension, el_nombre_corto_de_otro_fichero_no_es_un_destino) {
+    const directorio_temporal d;
+    buclrein_establece_politica(0, 0);
+    d.fichero("abcdefghijk.htmx", "otro");
+    wchar_t corto[MAX_PATH];
+    ASSERT_NE(::GetShortPathNameW(d.ruta_w("abcdefghijk.htmx").c_str(), corto, MAX_PATH), 0u);
+    const std::string alias = u8(corto).substr(u8(corto).rfind('\\') + 1);
+    const std::size_t punto = alias.rfind('.');
+    if (alias.find('~') == alias.npos || punto == alias.npos) {
+        GTEST_SKIP() << "this system gives no short names";
+    }
+    d.fichero(alias.substr(0, punto) + ".tmp", "origen");
+    cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", w(alias.substr(punto + 1)).c_str());
+    EXPECT_EQ(d.contenido("abcdefghijk.htmx"), "otro");
+    // The renaming may take the name away from the alias; nothing is lost either way.
+    EXPECT_EQ(d.arbol().size(), 2u);
+    toma_preguntas();
+}
+
+TEST(cambia_extension, otro_nombre_del_mismo_fichero_no_se_borra) {
+    const directorio_temporal d;
+    buclrein_establece_politica(0, 0);
+    d.fichero("a.tmp", "mio");
+    ASSERT_TRUE(::CreateHardLinkW(d.ruta_w("a.bak").c_str(), d.ruta_w("a.tmp").c_str(), nullptr));
+    cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak");
+    EXPECT_EQ(d.contenido("a.bak"), "mio");
+    toma_preguntas();
+}
+
+TEST(cambia_extension, la_raiz_es_la_raiz_y_no_el_directorio_actual) {
+    const directorio_temporal d;
+    const std::string unidad = d.ruta().substr(0, 2);
+    const std::string nombre = "lumo_" + std::to_string(::GetCurrentProcessId());
+    const auto escribe = [&](const std::string& ruta) {
+        const HANDLE h = ::CreateFileW(w(ruta).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        ::CloseHandle(h);
+        return h != INVALID_HANDLE_VALUE;
+    };
+    const auto esta_en_la_raiz = [&](const char* extension) {
+        return ::GetFileAttributesW(w(unidad + "\\" + nombre + extension).c_str()) != INVALID_FILE_ATTRIBUTES;
+    };
+    const en_directorio ahi(d.ruta_w());
+    for (const std::string& base : {std::string("\\"), std::string("/"), unidad + "\\", unidad + "/"}) {
+        SCOPED_TRACE(base);
+        if (completa(base) != unidad + "\\") {
+            continue;  // Wine takes "/" for the root of the Unix side
+        }
+        if (!escribe(unidad + "\\" + nombre + ".lumo_1")) {
+            GTEST_SKIP() << "the root of the drive is not ours to write in";
+        }
+        d.limpia();
+        d.fichero(nombre + ".lumo_1", "mio");
+        d.fichero(nombre + ".lumo_2", "mio");
+        cdir_cambia_extension_ficheros_u(w(base).c_str(), L"lumo_1", L"lumo_2");
+        EXPECT_FALSE(esta_en_la_raiz(".lumo_1"));
+        EXPECT_TRUE(esta_en_la_raiz(".lumo_2"));
+        EXPECT_EQ(d.arbol(), (lista{nombre + ".lumo_1", nombre + ".lumo_2"}));
+        EXPECT_EQ(d.contenido(nombre + ".lumo_2"), "mio");
+        ::DeleteFileW(w(unidad + "\\" + nombre + ".lumo_2").c_str());
+    }
+    // A bare drive is its current directory, as everywhere.
+    d.limpia();
+    d.fichero(nombre + ".lumo_1", "mio");
+    EXPECT_TRUE(escribe(unidad + "\\" + nombre + ".lumo_1"));
+    cdir_cambia_extension_ficheros_u(w(unidad).c_str(), L"lumo_1", L"lumo_2");
+    EXPECT_EQ(d.arbol(), lista{nombre + ".lumo_2"});
+    EXPECT_TRUE(esta_en_la_raiz(".lumo_1"));
+    ::DeleteFileW(w(unidad + "\\" + nombre + ".lumo_1").c_str());
+}
+
+TEST(cambia_extension, la_pregunta_no_lleva_el_cambio_a_otro_directorio) {
+    const directorio_temporal d;
+    const std::string unidad = d.ruta().substr(0, 2);
+    for (const std::string& base :
+         {std::string("d"), unidad + "d", std::string(".\\d\\"), std::string("d/")}) {
+        SCOPED_TRACE(base);
+        d.limpia();
+        for (const char* donde : {"uno", "otro"}) {
+            for (const char* nombre : {"a.tmp", "b.tmp", "a.bak", "b.bak"}) {
+                d.fichero(std::string(donde) + "\\d\\" + nombre, donde);
+            }
+        }
+        const en_directorio ahi(d.ruta_w("uno"));
+        fallos f;
+        f.falla_siempre("DeleteFileW", ERROR_SHARING_VIOLATION, 6);
+        contesta([&](const pregunta& p) -> unsigned short {
+            EXPECT_EQ(p.mensaje.substr(0, p.mensaje.find('\n')).find(d.ruta()), std::string::npos)
+                << p.mensaje;
+            ::SetCurrentDirectoryW(d.ruta_w("otro").c_str());
+            return 1;
+        });
+        cdir_cambia_extension_ficheros_u(w(base).c_str(), L"tmp", L"bak");
+        EXPECT_EQ(toma_preguntas().size(), 1u);
+        toma_esperas();
+        EXPECT_EQ(d.arbol("uno"), (lista{"uno\\d\\", "uno\\d\\a.bak", "uno\\d\\b.bak"}));
+        EXPECT_EQ(d.arbol("otro").size(), 5u);
+        EXPECT_EQ(f.cuenta("GetFullPathNameW"), 1u);
+    }
+}
+
+TEST(cambia_extension, los_nombres_de_dispositivos_son_nombres) {
+    const directorio_temporal d;
+    for (const char* nombre : {"con.tmp", "aux.tmp", "nul.tmp", "nul.bak"}) {
+        d.fichero(nombre, nombre);
+    }
+    cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak");
+    EXPECT_EQ(d.arbol(), (lista{"aux.bak", "con.bak", "nul.bak"}));
+    EXPECT_EQ(d.contenido("nul.bak"), "nul.tmp");
+}
+
 TEST(cambia_extension, los_argumentos_nulos_se_informan) {
     cdir_cambia_extension_ficheros_u(nullptr, L"a", L"b");
     cdir_cambia_extension_ficheros_u(L"C:\\", nullptr, L"b");

@@ -85,7 +85,7 @@ public:
             return ERROR_PATH_NOT_FOUND;
         }
         hay.insert(c);
-        creados.push_back(ruta);
+        creados.push_back(c);
         return 0;
     }
     static DWORD WINAPI atributos(const wchar_t* ruta) {
@@ -236,13 +236,18 @@ TEST(crea_directorios, null_se_informa_y_no_se_crea_nada) {
 
 TEST(crea_directorios, sin_directorio_no_hay_nada_que_crear) {
     fallos f;
-    for (const char* ruta : {"C:", "C:\\", "\\", "\\\\srv\\recurso\\"}) {
+    for (const char* ruta : {"C:", "C:\\", "\\"}) {
         EXPECT_EQ(cdir_crea_directorios_UNICODE(w(ruta).c_str(), 1), 1) << ruta;
     }
-    for (const char* ruta : {"C:f.txt", "f.txt", "\\f.txt", "C:\\f.txt", "\\\\srv\\recurso\\f.txt"}) {
+    for (const char* ruta : {"C:f.txt", "\\f.txt", "C:\\f.txt"}) {
         EXPECT_EQ(cdir_crea_directorios_UNICODE(w(ruta).c_str(), 0), 1) << ruta;
     }
     ESPERA_AVISOS();
+    EXPECT_EQ(f.cuenta("GetFileAttributesW"), 6u);  // whether the root is there
+    EXPECT_EQ(f.cuenta("GetFullPathNameW"), 4u);
+    EXPECT_EQ(f.llamadas(), 10u);
+    f.falla(0, 0);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"f.txt", 0), 1);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"", 1), 1);
     ESPERA_AVISOS("The file '' is not correct");
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"", 0), 1);
@@ -250,8 +255,26 @@ TEST(crea_directorios, sin_directorio_no_hay_nada_que_crear) {
     EXPECT_EQ(f.llamadas(), 0u);
 }
 
+TEST(crea_directorios, una_raiz_que_no_esta_no_se_da_por_creada) {
+    buclrein_establece_politica(0, 0);
+    char unidad = 'Q';  // a drive that there is not
+    while ((::GetLogicalDrives() >> (unidad - 'A') & 1) != 0) {
+        ++unidad;
+    }
+    const std::string raiz = std::string(1, unidad) + ":";
+    for (const std::string& ruta : {raiz, raiz + "\\", std::string("\\\\lumodir-no-hay\\recurso")}) {
+        EXPECT_EQ(cdir_crea_directorios_UNICODE(w(ruta).c_str(), 1), 0) << ruta;
+        EXPECT_EQ(toma_preguntas().size(), 1u);
+        const std::string mostrada = ruta.back() == '\\' ? raiz : ruta;
+        ESPERA_AVISOS("The directory name '" + mostrada + "' is incorrect");
+        EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(w(ruta).c_str()), 0) << ruta;
+    }
+    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible_UNICODE(w(raiz + "\\f").c_str()), 0);
+    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible(cp1252(raiz + "f").c_str()), 0);
+}
+
 TEST(crea_directorios, un_recurso_sin_barra_final_es_un_nivel) {
-    // The splitter takes the share for the name there, so it must exist or be created.
+    // It must exist or be created.
     disco_falso disco;
     const sustituye atributos(lumodir::sistema.GetFileAttributesW, &disco_falso::atributos);
     const sustituye crea(lumodir::sistema.CreateDirectoryW, &disco_falso::crea_directorio);
@@ -288,9 +311,7 @@ namespace {
 // The procedure told step by step, with no thought of cost.
 bool modelo(disco_falso& disco, const std::string& path, bool es_directorio) {
     std::string unidad;
-    // A name that ends in a point makes the path incorrect before it is known for a share.
-    const bool punto_final = path.ends_with("x.");
-    if (path.rfind("\\\\s\\r", 0) == 0 && !punto_final) {
+    if (path.rfind("\\\\s\\r", 0) == 0) {
         unidad = path.substr(0, 5);
     } else if (path.size() > 1 && path[1] == ':') {
         unidad = path.substr(0, 2);
@@ -368,6 +389,9 @@ TEST(crea_directorios, hace_lo_mismo_que_el_modelo_ingenuo) {
             if (c1.empty() && !unidad.empty() && unidad.back() == '\\' && unidad.size() < 5) {
                 continue;  // two separators after the drive make a share of it: the splitter's own rule
             }
+            if (unidad.empty() && c1.empty() && c2.empty()) {
+                continue;  // a share of whatever name follows
+            }
             for (const bool es_directorio : {true, false}) {
                 for (const std::set<std::string>& antes : discos) {
                     disco_falso esperado;
@@ -394,7 +418,7 @@ TEST(crea_directorios, hace_lo_mismo_que_el_modelo_ingenuo) {
             }
         }
     }
-    EXPECT_EQ(num, (5u * 1296 - 2 * 216) * 2 * 4);
+    EXPECT_EQ(num, (5u * 1296 - 2 * 216 - 36) * 2 * 4);
 }
 
 // ---- Failures, retries, messages ----
@@ -468,7 +492,7 @@ TEST(crea_directorios, el_nivel_que_otro_crea_antes_de_llegar_vale) {
     const directorio_temporal dir;
     dir.directorio("a");
     fallos f;
-    f.falla_siempre("GetFileAttributesW", ERROR_ACCESS_DENIED, 2);  // not to be seen
+    f.falla_siempre("GetFileAttributesW", ERROR_NOT_READY, 1);  // not to be seen
     EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a").c_str()), 1);
     EXPECT_GT(f.cuenta("CreateDirectoryW"), 0u);  // of what is there: "already exists" is no failure
     EXPECT_TRUE(toma_esperas().empty());
@@ -506,7 +530,6 @@ TEST(crea_directorios, en_modo_servicio_un_intento_y_silencio) {
 TEST(crea_directorios, un_fichero_en_medio_cuenta_como_nivel_y_el_siguiente_falla) {
     const directorio_temporal dir;
     dir.fichero("a", "intacto");
-    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a").c_str()), 1);
     fallos f;
     EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a\\b\\c").c_str()), 0);
     EXPECT_EQ(f.rutas("CreateDirectoryW"), lista(6, dir.ruta("a\\b")));
@@ -530,6 +553,118 @@ TEST(crea_directorios, una_ruta_incorrecta_se_dice_y_se_intenta) {
     // Silence is about the creation, not about the path.
     EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(w(ruta).c_str()), 0);
     ESPERA_AVISOS("The file '" + ruta + "' is not correct");
+}
+
+TEST(crea_directorios, un_fichero_con_el_nombre_pedido_no_es_el_directorio) {
+    const directorio_temporal dir;
+    dir.fichero("a\\\u00f1", "intacto");
+    const std::string ruta = dir.ruta("a\\\u00f1");
+    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(w(ruta).c_str()), 0);
+    const std::vector<pregunta> preguntas = toma_preguntas();
+    ASSERT_EQ(preguntas.size(), 1u);
+    EXPECT_EQ(preguntas[0].mensaje,
+              "Cannot create the directory '" + ruta + "'\n" + texto_de_codigo(ERROR_ALREADY_EXISTS));
+    ESPERA_AVISOS("The directory name '" + ruta + "' is incorrect");
+    EXPECT_EQ(cdir_crea_directorios_fichero_UNICODE(w(ruta + "\\f.txt").c_str()), 0);
+    EXPECT_EQ(toma_preguntas().size(), 1u);
+    EXPECT_EQ(toma_avisos().size(), 1u);
+    EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(w(ruta).c_str()), 0);
+    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible(cp1252(ruta + "\\f.txt").c_str()), 0);
+    EXPECT_EQ(dir.contenido("a\\\u00f1"), "intacto");
+}
+
+TEST(crea_directorios, lo_que_esta_y_no_se_deja_crear_esta) {
+    // Roots, shares and read-only media refuse with codes of their own what they have already.
+    const directorio_temporal dir;
+    dir.directorio("a");
+    for (const DWORD codigo : {5u, 19u, 21u, 183u}) {
+        fallos f;
+        f.falla_siempre("GetFileAttributesW", ERROR_NOT_READY, 1);  // not to be seen at first
+        f.falla_siempre("GetFileAttributesW", ERROR_NOT_READY, 1);
+        static DWORD codigo_de_crear;
+        codigo_de_crear = codigo;
+        const sustituye<decltype(lumodir::sistema.CreateDirectoryW)> crea(
+            lumodir::sistema.CreateDirectoryW, [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI {
+                ::SetLastError(codigo_de_crear);
+                return BOOL{FALSE};
+            });
+        EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a").c_str()), 1) << codigo;
+        EXPECT_TRUE(toma_esperas().empty()) << codigo;
+    }
+}
+
+TEST(crea_directorios, un_recurso_se_escribe_con_cualquier_separador) {
+    const sustituye atributos(lumodir::sistema.GetFileAttributesW, &disco_falso::atributos);
+    const sustituye crea(lumodir::sistema.CreateDirectoryW, &disco_falso::crea_directorio);
+    for (const std::string& raiz :
+         {std::string("//s/r"), std::string("\\\\s/r"), std::string("\\\\s\\\\r"), std::string("//s//r"),
+          std::string("\\/s\\r"), std::string("\\\\\\s\\r"), std::string("\\\\s\\r\\\\")}) {
+        for (const bool ocho : {false, true}) {
+            disco_falso disco;
+            if (ocho) {
+                cdir_crea_directorios(cp1252(raiz + "/n\\m").c_str(), 1);
+            } else {
+                EXPECT_EQ(cdir_crea_directorios_UNICODE(w(raiz + "/n\\m").c_str(), 1), 1) << raiz;
+            }
+            EXPECT_EQ(disco.creados, (lista{"\\\\s\\r\\n", "\\\\s\\r\\n\\m"})) << raiz;
+            toma_avisos();
+        }
+    }
+    // What is shown is what was given.
+    disco_falso disco;
+    buclrein_establece_politica(0, 0);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"//s/o/n", 1), 0);
+    const std::vector<pregunta> preguntas = toma_preguntas();
+    ASSERT_EQ(preguntas.size(), 1u);
+    EXPECT_EQ(preguntas[0].mensaje,
+              "Cannot create the directory '//s/o\\n'\n" + texto_de_codigo(ERROR_PATH_NOT_FOUND));
+    ESPERA_AVISOS("The directory name '//s/o\\n' is incorrect");
+}
+
+TEST(crea_directorios, un_path_con_prefijo_se_crea_como_otro_cualquiera) {
+    for (const char* prefijo : {"\\\\?\\", "\\\\.\\"}) {
+        const directorio_temporal dir;
+        SCOPED_TRACE(prefijo);
+        EXPECT_EQ(cdir_crea_directorios_UNICODE(w(prefijo + dir.ruta("\u00f1\\m")).c_str(), 1), 1);
+        EXPECT_EQ(cdir_crea_directorios_fichero_UNICODE(w(prefijo + dir.ruta("\u00f1\\o\\f.txt")).c_str()),
+                  1);
+        cdir_crea_directorios(cp1252(prefijo + dir.ruta("p")).c_str(), 1);
+        EXPECT_EQ(dir.arbol(), (lista{"p\\", "\u00f1\\", "\u00f1\\m\\", "\u00f1\\o\\"}));
+        ESPERA_AVISOS();
+        EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(w(prefijo + dir.ruta("p\\b?b")).c_str()), 0);
+        ESPERA_AVISOS("The file '" + (prefijo + dir.ruta("p\\b?b")) + "' is not correct");
+    }
+}
+
+TEST(crea_directorios, los_niveles_se_crean_donde_estaba_la_ruta_al_empezar) {
+    const directorio_temporal dir;
+    dir.directorio("otro");
+    const std::string unidad = dir.ruta().substr(0, 2);
+    for (const std::string& ruta :
+         {std::string("a\\b"), unidad + "a\\b", std::string(".\\a\\b"), dir.ruta("uno\\a\\b").substr(2)}) {
+        for (const bool por_pregunta : {false, true}) {
+            SCOPED_TRACE(ruta);
+            dir.directorio("uno");
+            const en_directorio ahi(dir.ruta_w("uno"));
+            fallos f;
+            f.falla_siempre("CreateDirectoryW", ERROR_ACCESS_DENIED, por_pregunta ? 6 : 1);
+            const auto cambia = [&] { ::SetCurrentDirectoryW(dir.ruta_w("otro").c_str()); };
+            al_dormir([&](unsigned long) { por_pregunta ? void() : cambia(); });
+            contesta([&](const pregunta& p) -> unsigned short {
+                cambia();
+                const std::string mostrada = ruta.substr(0, ruta.size() - 2);  // as it was given
+                EXPECT_EQ(p.mensaje, "Cannot create the directory '" + mostrada + "'\n" +
+                                         texto_de_codigo(ERROR_ACCESS_DENIED));
+                return 1;
+            });
+            EXPECT_EQ(cdir_crea_directorios_UNICODE(w(ruta).c_str(), 1), 1);
+            EXPECT_EQ(toma_preguntas().size(), por_pregunta ? 1u : 0u);
+            EXPECT_EQ(dir.arbol(), (lista{"otro\\", "uno\\", "uno\\a\\", "uno\\a\\b\\"}));
+            EXPECT_EQ(f.cuenta("GetFullPathNameW"), 1u);
+            toma_esperas();
+            dir.borra("uno\\a");
+        }
+    }
 }
 
 TEST(crea_directorios, bajo_fallos_la_respuesta_dice_lo_que_hay) {

@@ -351,7 +351,10 @@ TEST(existencia, bajo_fallos_se_contesta_que_no_y_nada_queda_abierto) {
     unsigned short respuesta = 0;
     const auto comprueba = [&](const ronda& r) {
         const bool no_cerro = r.fallada == "CloseHandle";
-        EXPECT_EQ(respuesta, logico(r.limpia || no_cerro)) << r;
+        // What cannot be asked itself is there all the same: its entry says so.
+        const bool por_su_entrada = r.fallada == "GetFileAttributesW" && !r.para_siempre &&
+                                    (r.codigo == ERROR_ACCESS_DENIED || r.codigo == ERROR_SHARING_VIOLATION);
+        EXPECT_EQ(respuesta, logico(r.limpia || no_cerro || por_su_entrada)) << r;
         EXPECT_TRUE(d.dir.es_de_solo_lectura("protegido.txt"));
     };
     con_cada_fallo(
@@ -371,4 +374,99 @@ TEST(existencia, bajo_fallos_se_contesta_que_no_y_nada_queda_abierto) {
                        comprueba(r);
                        EXPECT_EQ(codigo, r.limpia ? 0 : r.codigo) << r;
                    });
+}
+
+namespace {
+
+const char* nombre_de(lumodir::existencia::estado estado) {
+    return estado == lumodir::existencia::estado::hay     ? "there"
+           : estado == lumodir::existencia::estado::falta ? "missing"
+                                                          : "not known";
+}
+
+}  // namespace
+
+TEST(existencia, que_codigos_dicen_que_falta) {
+    struct fila {
+        DWORD codigo;
+        DWORD de_la_busqueda;  // 0: the entry is found
+        const char* espera;
+        DWORD codigo_final;
+    };
+    const fila filas[] = {
+        {2, 0, "missing", 2},       {3, 0, "missing", 3},     {53, 0, "missing", 53},
+        {67, 0, "missing", 67},     {123, 0, "missing", 123}, {161, 0, "missing", 161},
+        {21, 0, "not known", 21},   {64, 0, "not known", 64}, {1231, 0, "not known", 1231},
+        {362, 0, "not known", 362}, {5, 0, "there", 0},       {32, 0, "there", 0},
+        {5, 2, "missing", 2},       {32, 3, "missing", 3},    {5, 5, "not known", 5},
+        {32, 64, "not known", 32},
+    };
+    const directorio_temporal dir;
+    dir.fichero("\u00f1.txt", "x", FILE_ATTRIBUTE_READONLY);
+    for (const fila& c : filas) {
+        SCOPED_TRACE(std::to_string(c.codigo) + " " + std::to_string(c.de_la_busqueda));
+        static DWORD codigo;
+        static DWORD de_la_busqueda;
+        codigo = c.codigo;
+        de_la_busqueda = c.de_la_busqueda;
+        const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> atributos(
+            lumodir::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
+                ::SetLastError(codigo);
+                return DWORD{INVALID_FILE_ATTRIBUTES};
+            });
+        fallos f;
+        if (de_la_busqueda != 0) {
+            f.falla_siempre("FindFirstFileExW", de_la_busqueda);
+        }
+        const lumodir::existencia que_hay = lumodir::i_existencia(dir.ruta_w("\u00f1.txt").c_str());
+        EXPECT_STREQ(nombre_de(que_hay.cual), c.espera);
+        EXPECT_EQ(que_hay.codigo, c.codigo_final);
+        EXPECT_EQ(que_hay.es_de_solo_lectura(), que_hay.hay());
+        EXPECT_EQ(f.cuenta("FindFirstFileExW"), c.codigo == 5 || c.codigo == 32 ? 1u : 0u);
+        EXPECT_EQ(f.manijas_abiertas(), 0u);
+        // The exported tests say yes only of what is there.
+        const unsigned short hay = que_hay.hay() ? 1 : 0;
+        EXPECT_EQ(cdir_existe_fichero_UNICODE(dir.ruta_w("\u00f1.txt").c_str()), hay);
+        EXPECT_EQ(cdir_existe_fichero(dir.ruta_a("\u00f1.txt").c_str()), hay);
+        EXPECT_EQ(cdir_existe_directorio(dir.ruta_a("\u00f1.txt").c_str()), hay);
+        EXPECT_EQ(lumodir::es_fichero_de_solo_lectura(dir.ruta_w("\u00f1.txt").c_str()), hay);
+        EXPECT_EQ(cdir_es_directorio_u(dir.ruta_w("\u00f1.txt").c_str()), 0);
+    }
+}
+
+TEST(existencia, lo_que_no_tiene_entrada_no_se_busca) {
+    // Roots stand in no directory, and a pattern would find others.
+    fallos f;
+    f.falla_siempre("GetFileAttributesW", ERROR_ACCESS_DENIED);
+    for (const char* ruta : {"C:\\", "C:", "\\\\s\\r", "\\\\s\\r\\", "//s/r", "\\\\?\\C:\\",
+                             "\\\\?\\UNC\\s\\r\\", "\\\\.\\C:", "C:\\d\\*", "C:\\d\\a?", ""}) {
+        const lumodir::existencia que_hay = lumodir::i_existencia(w(ruta).c_str());
+        EXPECT_STREQ(nombre_de(que_hay.cual), "not known") << ruta;
+        EXPECT_EQ(que_hay.codigo, DWORD{ERROR_ACCESS_DENIED}) << ruta;
+    }
+    EXPECT_EQ(f.cuenta("FindFirstFileExW"), 0u);
+    // A final separator is no part of the name.
+    const directorio_temporal dir;
+    EXPECT_TRUE(lumodir::i_existencia((dir.ruta_w() + L"\\/").c_str()).es_directorio());
+    EXPECT_EQ(f.rutas("FindFirstFileExW"), std::vector<std::string>{dir.ruta()});
+}
+
+TEST(existencia, la_prueba_de_lectura_mira_y_abre_el_mismo_fichero) {
+    const directorio_temporal dir;
+    dir.fichero("uno\\f.txt");
+    dir.directorio("otro\\f.txt");
+    static texto_w otro;
+    otro = dir.ruta_w("otro");
+    const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> cambia(
+        lumodir::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
+            const DWORD atributos = ::GetFileAttributesW(ruta);
+            ::SetCurrentDirectoryW(otro.c_str());
+            return atributos;
+        });
+    const en_directorio ahi(dir.ruta_w("uno"));
+    fallos f;
+    EXPECT_EQ(cdir_se_puede_leer_UNICODE(L"f.txt"), 1);
+    EXPECT_EQ(f.cuenta("GetFullPathNameW"), 1u);
+    ::SetCurrentDirectoryW(dir.ruta_w("uno").c_str());
+    EXPECT_EQ(cdir_se_puede_leer("f.txt"), 1);
 }

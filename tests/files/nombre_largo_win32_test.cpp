@@ -1,4 +1,4 @@
-// The 8-bit long-name question: the choice made once, and the shell's answer against that of KERNEL32.
+// The long-name question of the 8-bit current directory: the choice made once, and the shell's answer against that of KERNEL32.
 #include "files/nombre_largo.hpp"
 
 #include "apoyo/apoyo.hpp"
@@ -21,19 +21,19 @@ int g_busquedas = 0;
 int g_llamadas = 0;
 DWORD g_codigo = 0;
 
-DWORD WINAPI contesta_con_codigo(const char*, char*, DWORD) {
+DWORD WINAPI contesta_con_codigo(const wchar_t*, wchar_t*, DWORD) {
     ++g_llamadas;
     ::SetLastError(g_codigo);
     return 0;
 }
-DWORD WINAPI contesta_siempre(const char*, char* largo, DWORD sitio) {
+DWORD WINAPI contesta_siempre(const wchar_t*, wchar_t* largo, DWORD sitio) {
     ++g_llamadas;
-    constexpr std::string_view texto = "X:\\a\xF1o";
+    constexpr vista_w texto = L"X:\\a\u00F1o";
     if (sitio <= texto.size()) {
         return static_cast<DWORD>(texto.size() + 1);
     }
     std::copy(texto.begin(), texto.end(), largo);
-    largo[texto.size()] = '\0';
+    largo[texto.size()] = L'\0';
     return static_cast<DWORD>(texto.size());
 }
 funcion_nombre_largo no_la_hay() noexcept {
@@ -57,8 +57,8 @@ std::string corto_de(const std::string& ruta) {
 
 // "0" on failure, else the text.
 std::string largo_de(const std::string& ruta) {
-    char largo[1024];
-    return i_nombre_largo(cp1252(ruta).c_str(), largo, sizeof largo) == 0 ? "0" : de_cp1252(largo);
+    wchar_t largo[1024];
+    return i_nombre_largo(w(ruta).c_str(), largo, 1024) == 0 ? "0" : u8(largo);
 }
 
 }  // namespace
@@ -71,7 +71,7 @@ TEST_F(nombre_largo, kernel32_contesta_por_omision) {
     EXPECT_EQ(largo_de(dir.ruta("missing")), "0");
     EXPECT_EQ(busca_nombre_largo(),
               reinterpret_cast<funcion_nombre_largo>(reinterpret_cast<void (*)()>(
-                  ::GetProcAddress(::GetModuleHandleA("KERNEL32"), "GetLongPathNameA"))));
+                  ::GetProcAddress(::GetModuleHandleA("KERNEL32"), "GetLongPathNameW"))));
 }
 
 TEST_F(nombre_largo, se_elige_una_sola_vez) {
@@ -128,7 +128,7 @@ TEST_F(nombre_largo, el_escritorio_contesta_de_lo_que_existe_y_no_es_demasiado_l
     for (const auto& fila : filas) {
         EXPECT_EQ(largo_de(fila.ruta), fila.respuesta) << fila.que;
     }
-    char largo[MAX_PATH];
+    wchar_t largo[MAX_PATH];
     EXPECT_EQ(i_nombre_largo_del_escritorio(nullptr, largo, MAX_PATH), 0u);
     EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
 }
@@ -137,13 +137,40 @@ TEST_F(nombre_largo, el_escritorio_dice_el_sitio_que_falta_y_no_escribe) {
     const directorio_temporal dir;
     const std::string ruta = dir.fichero("a long name.text");
     const auto longitud = static_cast<DWORD>(ruta.size());
-    const texto_a corto = cp1252(ruta);
+    const texto_w corto = w(ruta);
     EXPECT_EQ(i_nombre_largo_del_escritorio(corto.c_str(), nullptr, 0), longitud + 1);
-    std::string bufer(longitud + 2, '?');
+    texto_w bufer(longitud + 2, L'?');
     EXPECT_EQ(i_nombre_largo_del_escritorio(corto.c_str(), bufer.data(), longitud), longitud + 1);
-    EXPECT_EQ(bufer, std::string(longitud + 2, '?'));
+    EXPECT_EQ(bufer, texto_w(longitud + 2, L'?'));
     EXPECT_EQ(i_nombre_largo_del_escritorio(corto.c_str(), bufer.data(), longitud + 1), longitud);
-    EXPECT_EQ(bufer, ruta + '\0' + '?');
+    EXPECT_EQ(bufer, corto + L'\0' + L'?');
+}
+
+// Beyond the code page too: the shell is asked in wide text.
+TEST_F(nombre_largo, el_escritorio_dice_tambien_lo_que_la_pagina_de_codigos_no_tiene) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.fichero("a long \uFF41\u65E5 name.text");
+    const sustituye buscar(busca_nombre_largo, no_la_hay);
+    i_olvida_nombre_largo();
+    EXPECT_EQ(largo_de(corto_de(ruta)), ruta);
+}
+
+// It looks at the drive, as any call on a path does.
+TEST_F(nombre_largo, el_escritorio_no_saca_ningun_dialogo) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.fichero("a long name.text");
+    static DWORD modo;
+    modo = 0;
+    const sustituye<decltype(escritorio.SHGetPathFromIDListW)> mira(
+        escritorio.SHGetPathFromIDListW, +[](PCIDLIST_ABSOLUTE lista, LPWSTR texto) -> BOOL {
+            modo = ::GetThreadErrorMode();
+            return ::SHGetPathFromIDListW(lista, texto);
+        });
+    const DWORD antes = ::GetThreadErrorMode();
+    wchar_t largo[MAX_PATH];
+    EXPECT_NE(i_nombre_largo_del_escritorio(w(ruta).c_str(), largo, MAX_PATH), 0u);
+    EXPECT_NE(modo & SEM_FAILCRITICALERRORS, 0u);
+    EXPECT_EQ(::GetThreadErrorMode(), antes);
 }
 
 TEST_F(nombre_largo, lo_que_el_escritorio_no_encuentra_falla) {
@@ -151,10 +178,10 @@ TEST_F(nombre_largo, lo_que_el_escritorio_no_encuentra_falla) {
     // Gone between the question whether it is there and the shell's own look.
     const sustituye<decltype(sistema.GetFileAttributesW)> dice_que_esta(
         sistema.GetFileAttributesW, [](LPCWSTR) -> DWORD { return FILE_ATTRIBUTE_NORMAL; });
-    char largo[MAX_PATH] = "as it was";
-    EXPECT_EQ(i_nombre_largo_del_escritorio(dir.ruta_a("gone").c_str(), largo, MAX_PATH), 0u);
+    wchar_t largo[MAX_PATH] = L"as it was";
+    EXPECT_EQ(i_nombre_largo_del_escritorio(dir.ruta_w("gone").c_str(), largo, MAX_PATH), 0u);
     EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_PATH_NOT_FOUND));
-    EXPECT_STREQ(largo, "as it was");
+    EXPECT_EQ(u8(largo), "as it was");
 }
 
 // The process's own allocator of the shell, which counts what it frees and who has let go of it.
@@ -207,7 +234,7 @@ carpeta g_carpeta;
 TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja_nada) {
     const directorio_temporal dir;
     const std::string ruta = dir.fichero("a long name.text");
-    const texto_a corto = cp1252(corto_de(ruta));
+    const texto_w corto = w(corto_de(ruta));
     ASSERT_EQ(::SHGetMalloc(&g_asignador.de_verdad), S_OK);
     ASSERT_EQ(::SHGetDesktopFolder(&g_carpeta.de_verdad), S_OK);
     const auto da_el_que_cuenta = [](IMalloc** sitio) -> HRESULT {
@@ -220,13 +247,13 @@ TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja
         *sitio = &g_carpeta;
         return S_OK;
     };
-    const tabla_escritorio buena = {da_el_que_cuenta, da_la_que_cuenta, ::SHGetPathFromIDListA};
+    const tabla_escritorio buena = {da_el_que_cuenta, da_la_que_cuenta, ::SHGetPathFromIDListW};
     tabla_escritorio sin_asignador = buena;
     sin_asignador.SHGetMalloc = [](IMalloc**) -> HRESULT { return E_OUTOFMEMORY; };
     tabla_escritorio sin_carpeta = buena;
     sin_carpeta.SHGetDesktopFolder = [](IShellFolder**) -> HRESULT { return E_FAIL; };
     tabla_escritorio sin_ruta = buena;
-    sin_ruta.SHGetPathFromIDListA = [](PCIDLIST_ABSOLUTE, LPSTR) -> BOOL { return FALSE; };
+    sin_ruta.SHGetPathFromIDListW = [](PCIDLIST_ABSOLUTE, LPWSTR) -> BOOL { return FALSE; };
     const struct {
         const char* que;
         tabla_escritorio tabla;
@@ -241,15 +268,15 @@ TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja
     for (const auto& fila : filas) {
         const sustituye<tabla_escritorio> cambio(escritorio, fila.tabla);
         g_asignador.liberados = 0;
-        char largo[MAX_PATH] = "as it was";
+        wchar_t largo[MAX_PATH] = L"as it was";
         ::SetLastError(0);
         const DWORD longitud = i_nombre_largo_del_escritorio(corto.c_str(), largo, MAX_PATH);
         if (fila.respuesta.empty()) {
             EXPECT_EQ(longitud, 0u) << fila.que;
             EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_PATH_NOT_FOUND)) << fila.que;
-            EXPECT_STREQ(largo, "as it was") << fila.que;
+            EXPECT_EQ(u8(largo), "as it was") << fila.que;
         } else {
-            EXPECT_EQ(std::string(largo, longitud), fila.respuesta) << fila.que;
+            EXPECT_EQ(u8(vista_w(largo, longitud)), fila.respuesta) << fila.que;
         }
         EXPECT_EQ(g_asignador.liberados, fila.liberados) << fila.que;
         EXPECT_EQ(g_asignador.usuarios, 0) << fila.que;
@@ -280,9 +307,9 @@ TEST_F(nombre_largo, el_directorio_actual_de_8_bits_pregunta_por_aqui) {
         const sustituye buscar(busca_nombre_largo, falla_con_codigo);
         g_codigo = ERROR_ACCESS_DENIED;
         i_olvida_nombre_largo();
-        char actual[1024];
-        ASSERT_NE(directorio_actual.getcwd(actual, 1024), nullptr);
-        EXPECT_EQ(toma(cdir_obtener_path_actual()), de_cp1252(actual));  // as the C runtime gave it
+        wchar_t actual[1024];
+        ASSERT_NE(directorio_actual.wgetcwd(actual, 1024), nullptr);
+        EXPECT_EQ(toma(cdir_obtener_path_actual()), u8(actual));  // as the C runtime gave it
     }
     EXPECT_TRUE(::SetCurrentDirectoryW(antes));
 }

@@ -140,7 +140,10 @@ TEST(permisos_escritura, se_abre_a_solas_y_se_cierra) {
     EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("nuevo.txt").c_str()), 1);
     EXPECT_EQ(compartir, 0u);
     EXPECT_EQ(disposicion, DWORD{CREATE_NEW});
-    EXPECT_EQ(f.rutas("DeleteFileW"), lista{dir.ruta("nuevo.txt")});
+    EXPECT_EQ(acceso, DWORD{GENERIC_READ | GENERIC_WRITE | DELETE});
+    EXPECT_EQ(f.cuenta("SetFileInformationByHandle"), 1u);
+    EXPECT_EQ(f.cuenta("DeleteFileW"), 0u);  // by the handle that made it
+    EXPECT_FALSE(dir.existe("nuevo.txt"));
     EXPECT_EQ(f.manijas_abiertas(), 0u);
 }
 
@@ -159,19 +162,103 @@ TEST(permisos_escritura, un_fichero_abierto_en_otro_programa_no_se_puede_escribi
     EXPECT_TRUE(toma_esperas().empty());  // nothing is retried here
 }
 
-TEST(permisos_escritura, un_fichero_que_no_deja_ver_sus_atributos_no_se_borra) {
-    // It counts as missing, its creation fails because it is there: then it is not ours to delete.
+TEST(permisos_escritura, lo_que_no_se_sabe_si_falta_no_se_crea_ni_se_borra) {
     const directorio_temporal dir;
     dir.fichero("f.txt", "intacto");
-    fallos f;
-    f.falla_siempre("GetFileAttributesW", ERROR_SHARING_VIOLATION, 2);
-    EXPECT_EQ(escribir(dir.ruta("f.txt")), (respuesta{0, texto_de_codigo(ERROR_FILE_EXISTS)}));
-    EXPECT_EQ(f.cuenta("DeleteFileW"), 0u);
+    for (const DWORD codigo : {5u, 21u, 32u, 64u, 1231u}) {
+        fallos f;
+        f.falla_siempre("GetFileAttributesW", codigo, 2);
+        EXPECT_EQ(escribir(dir.ruta("f.txt")), si) << codigo;  // it can be opened: that is what was asked
+        f.falla_siempre("GetFileAttributesW", codigo, 2);
+        const DWORD sin_entrada = codigo == 5 || codigo == 32 ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
+        EXPECT_EQ(escribir(dir.ruta("no.txt")).bien, sin_entrada == ERROR_ACCESS_DENIED ? 1 : 0) << codigo;
+        EXPECT_EQ(f.cuenta("DeleteFileW"), 0u);
+    }
     EXPECT_EQ(dir.contenido("f.txt"), "intacto");
-    // Any other failure of the creation is followed by the deletion.
-    f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED, 1);
-    EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("no.txt").c_str()), 0);
-    EXPECT_EQ(f.rutas("DeleteFileW"), lista{dir.ruta("no.txt")});
+    EXPECT_EQ(dir.arbol(), lista{"f.txt"});
+}
+
+TEST(permisos_escritura, un_fichero_que_estaba_no_se_borra_falle_lo_que_falle) {
+    // The question says that it is missing, the creation fails with whatever code.
+    const directorio_temporal dir;
+    dir.fichero("f.txt", "intacto");
+    for (const DWORD codigo : {2u, 5u, 32u, 53u, 64u, 80u, 183u}) {
+        for (const bool ocho : {false, true}) {
+            fallos f;
+            f.falla_siempre("CreateFileW", codigo);
+            const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> atributos(
+                lumodir::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
+                    ::SetLastError(ERROR_FILE_NOT_FOUND);
+                    return DWORD{INVALID_FILE_ATTRIBUTES};
+                });
+            EXPECT_EQ(ocho ? cdir_se_puede_escribir(dir.ruta_a("f.txt").c_str())
+                           : cdir_se_puede_escribir_UNICODE(dir.ruta_w("f.txt").c_str()),
+                      0);
+            EXPECT_EQ(f.cuenta("DeleteFileW") + f.cuenta("SetFileInformationByHandle"), 0u);
+            EXPECT_EQ(dir.contenido("f.txt"), "intacto") << codigo;
+        }
+    }
+}
+
+TEST(permisos_escritura, donde_se_niega_el_derecho_a_borrar_se_crea_sin_el) {
+    const directorio_temporal dir;
+    for (const DWORD codigo : {5u, 50u, 87u}) {
+        fallos f;
+        f.falla_siempre("CreateFileW", codigo, 1);
+        EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("no.txt").c_str()), 1) << codigo;
+        EXPECT_EQ(f.cuenta("CreateFileW"), 2u);
+        EXPECT_EQ(dir.arbol(), lista{}) << codigo;
+    }
+    for (const DWORD codigo : {1u, 5u, 50u, 87u}) {
+        fallos f;
+        f.falla_siempre("SetFileInformationByHandle", codigo);
+        EXPECT_EQ(cdir_se_puede_escribir(dir.ruta_a("no.txt").c_str()), 1) << codigo;
+        EXPECT_EQ(f.rutas("DeleteFileW"), lista{dir.ruta("no.txt")});
+        EXPECT_EQ(dir.arbol(), lista{}) << codigo;
+    }
+}
+
+TEST(permisos_escritura, la_prueba_mira_crea_y_borra_en_el_mismo_sitio) {
+    const directorio_temporal dir;
+    dir.directorio("uno");
+    dir.fichero("otro\\f.txt", "intacto");
+    static texto_w otro;
+    otro = dir.ruta_w("otro");
+    const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> cambia(
+        lumodir::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
+            const DWORD atributos = ::GetFileAttributesW(ruta);
+            const DWORD codigo = ::GetLastError();
+            ::SetCurrentDirectoryW(otro.c_str());
+            ::SetLastError(codigo);
+            return atributos;
+        });
+    const std::string unidad = dir.ruta().substr(0, 2);
+    for (const std::string& ruta : {std::string("f.txt"), std::string("..\\uno\\f.txt"), unidad + "f.txt",
+                                    dir.ruta("uno\\f.txt").substr(2)}) {
+        SCOPED_TRACE(ruta);
+        const en_directorio ahi(dir.ruta_w("uno"));
+        fallos f;
+        f.falla_siempre("SetFileInformationByHandle", ERROR_INVALID_FUNCTION);  // so that a name deletes it
+        EXPECT_EQ(cdir_se_puede_escribir_UNICODE(w(ruta).c_str()), 1);
+        EXPECT_EQ(f.cuenta("GetFullPathNameW"), 1u);
+        EXPECT_EQ(dir.contenido("otro\\f.txt"), "intacto");
+        EXPECT_EQ(dir.arbol("uno"), lista{});
+    }
+    // The directory is made, and the probe put, where the path was when the test began.
+    for (const std::string& ruta : {std::string("d\\x"), unidad + "d\\x"}) {
+        for (const bool de_fichero : {false, true}) {
+            SCOPED_TRACE(ruta);
+            const en_directorio ahi(dir.ruta_w("uno"));
+            fallos f;
+            EXPECT_EQ(de_fichero
+                          ? cdir_se_puede_escribir_fichero_en_directorio(w(ruta + "\\f.txt").c_str(), nullptr)
+                          : cdir_se_puede_escribir_en_directorio(w(ruta).c_str(), nullptr),
+                      1);
+            EXPECT_EQ(f.rutas("CreateFileW"), lista{dir.ruta("uno\\d\\x\\" + nombre_de_sonda())});
+            EXPECT_EQ(dir.arbol(), (lista{"otro\\", "otro\\f.txt", "uno\\", "uno\\d\\", "uno\\d\\x\\"}));
+            dir.borra("uno\\d");
+        }
+    }
 }
 
 TEST(permisos_escritura, escribir_en_un_directorio_lo_crea_y_no_deja_sonda) {
@@ -213,12 +300,13 @@ TEST(permisos_escritura, la_sonda_lleva_el_numero_del_proceso) {
     fallos f;
     EXPECT_EQ(cdir_se_puede_escribir_en_directorio(dir.ruta_w("a").c_str(), nullptr), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), lista{sonda});
-    EXPECT_EQ(f.rutas("DeleteFileW"), lista{sonda});
     EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
     EXPECT_EQ(cdir_se_puede_escribir_fichero_en_directorio(dir.ruta_w("a\\x.txt").c_str(), nullptr), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), (lista{sonda, sonda}));
     EXPECT_EQ(lumodir::i_prueba_escritura_en_directorio(dir.ruta_w("a").c_str()), 1);
-    EXPECT_EQ(f.rutas("DeleteFileW"), (lista{sonda, sonda, sonda}));
+    EXPECT_EQ(f.rutas("CreateFileW"), (lista{sonda, sonda, sonda}));
+    EXPECT_EQ(f.cuenta("SetFileInformationByHandle"), 3u);
+    EXPECT_EQ(dir.arbol(), lista{"a\\"});
 }
 
 TEST(permisos_escritura, una_sonda_que_quedo_de_antes_sirve_y_se_queda) {
@@ -239,8 +327,10 @@ TEST(permisos_escritura, si_el_directorio_no_se_puede_crear_se_dice_cual) {
     EXPECT_EQ(escribir_fichero_en(ruta + "\\x.txt"), (respuesta{0, no_se_crea(ruta)}));
     EXPECT_EQ(toma_esperas().size(), 4u * 5);  // creation retries, in silence
     EXPECT_EQ(dir.arbol(), lista{"f"});
-    // A file counts as a directory that exists, but nothing can be created in it.
-    EXPECT_EQ(escribir_en(dir.ruta("f")), (respuesta{0, no_se_escribe(dir.ruta("f"))}));
+    // A file of the name is no directory.
+    EXPECT_EQ(escribir_en(dir.ruta("f")), (respuesta{0, no_se_crea(dir.ruta("f"))}));
+    EXPECT_EQ(escribir_fichero_en(dir.ruta("f\\x.txt")), (respuesta{0, no_se_crea(dir.ruta("f"))}));
+    EXPECT_EQ(toma_esperas().size(), 4u * 5);
 }
 
 TEST(permisos_escritura, si_la_sonda_falla_falta_permiso_y_el_directorio_se_queda) {
@@ -286,10 +376,24 @@ TEST(permisos_escritura, un_path_incorrecto_da_su_motivo_y_no_crea_nada) {
 
 TEST(permisos_escritura, un_fichero_sin_directorio_no_crea_ni_avisa) {
     fallos f;
-    f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED);  // the probe would go to the root of the drive
+    f.falla_siempre("CreateFileW", ERROR_DISK_FULL);
     EXPECT_EQ(escribir_fichero_en("x.txt"), (respuesta{0, no_se_escribe("")}));
-    EXPECT_EQ(f.rutas("CreateFileW"), (lista(2, "\\" + nombre_de_sonda())));
+    EXPECT_EQ(f.rutas("CreateFileW"), (lista(2, completa(nombre_de_sonda()))));
     EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
+}
+
+TEST(permisos_escritura, sin_directorio_la_sonda_va_al_actual_y_nunca_a_la_raiz) {
+    const directorio_temporal dir;
+    const en_directorio ahi(dir.ruta_w());
+    const std::string unidad = dir.ruta().substr(0, 2);
+    fallos f;
+    EXPECT_EQ(escribir_fichero_en("x.txt"), si);
+    EXPECT_EQ(escribir_en(unidad), si);
+    EXPECT_EQ(f.rutas("CreateFileW"), lista(4, dir.ruta(nombre_de_sonda())));
+    EXPECT_EQ(lumodir::i_prueba_escritura_en_directorio(L""), 1);
+    EXPECT_EQ(lumodir::i_prueba_escritura_en_directorio(w(unidad).c_str()), 1);
+    EXPECT_EQ(f.rutas("CreateFileW"), lista(6, dir.ruta(nombre_de_sonda())));
+    EXPECT_EQ(dir.arbol(), lista{});
 }
 
 TEST(permisos_escritura, null_se_informa_y_el_motivo_se_pone_a_null) {
@@ -341,7 +445,10 @@ TEST(permisos_escritura, bajo_fallos_nada_queda_abierto_y_nada_ajeno_cambia) {
                 EXPECT_EQ(dir.contenido("f.txt"), "intacto") << r;
                 EXPECT_TRUE(dir.es_de_solo_lectura("protegido.txt")) << r;
                 EXPECT_EQ(dir.contenido("protegido.txt"), "intacto") << r;
-                if (r.fallada == "CreateFileW") {
+                // Without the right to delete a missing file is created all the same.
+                const bool sin_derecho = r.codigo == ERROR_ACCESS_DENIED && !r.para_siempre &&
+                                         std::string_view(nombre) == "nuevo.txt";
+                if (r.fallada == "CreateFileW" && !sin_derecho) {
                     EXPECT_EQ(bien, 0) << r;
                     EXPECT_EQ(texto, texto_de_codigo(r.codigo)) << r;
                 }

@@ -34,14 +34,6 @@ DWORD WINAPI modulo_w(HMODULE modulo, wchar_t* bufer, DWORD sitio) {
     std::copy(g_modulo.begin(), g_modulo.end(), bufer);
     return g_respuesta;
 }
-DWORD WINAPI modulo_a(HMODULE modulo, char* bufer, DWORD sitio) {
-    EXPECT_EQ(modulo, ::GetModuleHandleW(nullptr));
-    EXPECT_EQ(sitio, 10240u);
-    const texto_a texto = cp1252(u8(g_modulo));
-    std::copy(texto.begin(), texto.end(), bufer);
-    return g_respuesta;
-}
-
 std::string corto_de(const std::string& ruta) {
     wchar_t corto[2048];
     return u8(vista_w(corto, ::GetShortPathNameW(w(ruta).c_str(), corto, 2048)));
@@ -82,8 +74,6 @@ TEST(programa, el_path_de_un_programa_con_nombre_no_ascii) {
 TEST(programa, al_path_del_programa_se_le_cortan_los_blancos_finales) {
     const sustituye w_(sistema.GetModuleFileNameW,
                        static_cast<decltype(sistema.GetModuleFileNameW)>(modulo_w));
-    const sustituye a_(sistema.GetModuleFileNameA,
-                       static_cast<decltype(sistema.GetModuleFileNameA)>(modulo_a));
     const struct {
         std::string texto;
         DWORD respuesta;
@@ -105,6 +95,23 @@ TEST(programa, al_path_del_programa_se_le_cortan_los_blancos_finales) {
         EXPECT_EQ(toma(lumodir_dame_path_completo_del_programa()), fila.esperado) << fila.texto;
         EXPECT_EQ(toma_expresiones(), fila.informes) << fila.texto;
     }
+}
+
+// What the code page lacks is its default character, and no look-alike that would name another program.
+TEST(programa, el_path_de_8_bits_es_el_ancho_convertido) {
+    const sustituye w_(sistema.GetModuleFileNameW,
+                       static_cast<decltype(sistema.GetModuleFileNameW)>(modulo_w));
+    g_modulo = w("C:\\\uFF41\u0131\u65E5\u00F1.exe ");
+    g_respuesta = static_cast<DWORD>(g_modulo.size());
+    EXPECT_EQ(toma(lumodir_dame_path_completo_del_programa()), "C:\\???\u00F1.exe");
+    EXPECT_EQ(toma(lumodir_dame_path_completo_del_programa_UNICODE()), "C:\\\uFF41\u0131\u65E5\u00F1.exe");
+    const std::string larga(10239, 'x');
+    g_modulo = w("\u65E5" + larga.substr(1));
+    g_respuesta = 10239;
+    EXPECT_EQ(toma(lumodir_dame_path_completo_del_programa()), "?" + larga.substr(1));
+    g_respuesta = 10240;
+    EXPECT_EQ(toma(lumodir_dame_path_completo_del_programa()), "?" + larga.substr(1));
+    ESPERA_INFORMES("tam_path < LMLONGPATH_LUMO_MAX_PATH");
 }
 
 TEST(programa, la_imagen_es_de_64_bits_cuando_el_ejecutable_lo_es) {
@@ -270,10 +277,6 @@ private:
     wchar_t antes_[1024];
 };
 
-char* sin_directorio(char*, int sitio) {
-    EXPECT_EQ(sitio, 260);
-    return nullptr;
-}
 wchar_t* sin_directorio(wchar_t*, int sitio) {
     EXPECT_EQ(sitio, 260);
     return nullptr;
@@ -296,12 +299,32 @@ TEST(programa, el_directorio_actual_viene_en_su_forma_larga) {
 }
 
 TEST(programa, el_directorio_actual_que_no_cabe_se_informa) {
-    const sustituye a(directorio_actual.getcwd, static_cast<char* (*)(char*, int)>(sin_directorio));
-    const sustituye w_(directorio_actual.wgetcwd, static_cast<wchar_t* (*)(wchar_t*, int)>(sin_directorio));
+    const sustituye w_(directorio_actual.wgetcwd, sin_directorio);
     EXPECT_EQ(toma(cdir_obtener_path_actual_UNICODE()), "");
     ESPERA_INFORMES("(getcwd_ret) != NULL");
     EXPECT_EQ(toma(cdir_obtener_path_actual()), "");
     ESPERA_INFORMES("(getcwd_ret) != NULL");
+}
+
+TEST(programa, el_directorio_actual_de_8_bits_es_el_ancho_convertido) {
+    const sustituye actual(
+        directorio_actual.wgetcwd, +[](wchar_t* bufer, int) -> wchar_t* {
+            const texto_w texto = w("C:\\no such \uFF41\u65E5\u00F1");
+            texto.copy(bufer, texto.size());
+            bufer[texto.size()] = L'\0';
+            return bufer;
+        });
+    EXPECT_EQ(toma(cdir_obtener_path_actual_UNICODE()), "C:\\no such \uFF41\u65E5\u00F1");
+    EXPECT_EQ(toma(cdir_obtener_path_actual()), "C:\\no such ??\u00F1");
+}
+
+TEST(programa, un_directorio_actual_que_la_pagina_de_codigos_no_tiene) {
+    const directorio_temporal dir;
+    const std::string ruta = dir.directorio("dir \uFF41\u65E5");
+    const directorio_actual_restaurado restaura;
+    ASSERT_TRUE(::SetCurrentDirectoryW(w(ruta).c_str()));
+    EXPECT_EQ(toma(cdir_obtener_path_actual_UNICODE()), ruta);
+    EXPECT_EQ(toma(cdir_obtener_path_actual()), dir.ruta("dir ??"));
 }
 
 // ---- the search
@@ -386,6 +409,24 @@ TEST(programa, se_busca_en_los_directorios_del_path_por_su_orden) {
         const con_path path(fila.path);
         EXPECT_EQ(busca(fila.nombre), fila.encontrados) << fila.path << ", " << fila.nombre;
     }
+}
+
+// A host that was built with another C runtime, or with none, changes the process's PATH and no copy of it.
+TEST(programa, el_path_es_el_del_proceso_en_este_momento) {
+    const directorio_temporal dir;
+    dir.fichero("uno\\tool.exe");
+    dir.fichero("\u03A9\u65E5\\tool.exe");
+    const con_path de_la_biblioteca_de_c(dir.ruta("uno"));
+    const std::string otra = dir.ruta("\u03A9\u65E5");
+    ASSERT_EQ(busca("tool.exe"), textos{dir.ruta("uno\\tool.exe")});
+    ASSERT_TRUE(::SetEnvironmentVariableW(L"PATH", w(otra).c_str()));
+    EXPECT_EQ(busca("tool.exe"), textos{otra + "\\tool.exe"});
+    // As long as the system lets it be.
+    const std::string relleno(32'000, 'x');
+    ASSERT_TRUE(::SetEnvironmentVariableW(L"PATH", w(relleno + ";" + otra).c_str()));
+    EXPECT_EQ(busca("tool.exe"), textos{otra + "\\tool.exe"});
+    ASSERT_TRUE(::SetEnvironmentVariableW(L"PATH", nullptr));
+    EXPECT_EQ(busca("tool.exe"), textos{});
 }
 
 TEST(programa, sin_path_no_se_encuentra_nada) {

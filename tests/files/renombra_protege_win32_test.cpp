@@ -402,3 +402,69 @@ TEST(renombra_protege, bajo_fallos_la_proteccion_se_reintenta) {
             });
     }
 }
+
+TEST(renombra_protege, mientras_se_pregunta_nadie_lleva_el_cambio_a_otro_directorio) {
+    const directorio_temporal dir;
+    const std::string unidad = dir.ruta().substr(0, 2);
+    for (const std::string& principio : {std::string(), unidad, dir.ruta("uno").substr(2) + "\\"}) {
+        for (const bool ocho : {false, true}) {
+            SCOPED_TRACE(principio);
+            dir.limpia();
+            dir.fichero("uno\\a.txt", "uno");
+            dir.fichero("otro\\a.txt", "otro");
+            const en_directorio ahi(dir.ruta_w("uno"));
+            fallos f;
+            f.falla_siempre("MoveFileExW", ERROR_SHARING_VIOLATION, 6);
+            const std::string mensaje =
+                "The file cannot be renamed.\n- " + principio + "a.txt\n- " + principio + "\u00f1.txt\n";
+            contesta([&](const pregunta& p) -> unsigned short {
+                EXPECT_EQ(p.mensaje.substr(0, mensaje.size()), mensaje);  // as they were given
+                ::SetCurrentDirectoryW(dir.ruta_w("otro").c_str());
+                return 1;
+            });
+            if (ocho) {
+                cdir_renombra_fichero(cp1252(principio + "a.txt").c_str(),
+                                      cp1252(principio + "\u00f1.txt").c_str());
+            } else {
+                cdir_renombra_fichero_UNICODE(w(principio + "a.txt").c_str(),
+                                              w(principio + "\u00f1.txt").c_str());
+            }
+            EXPECT_EQ(toma_preguntas().size(), 1u);
+            toma_esperas();
+            EXPECT_EQ(dir.contenido("uno\\\u00f1.txt"), "uno");
+            EXPECT_EQ(dir.contenido("otro\\a.txt"), "otro");
+            EXPECT_EQ(dir.arbol().size(), 4u);
+            // Seven attempts, and each of the two paths is made full once.
+            EXPECT_EQ(f.cuenta("MoveFileExW"), 7u);
+            EXPECT_EQ(f.cuenta("GetFullPathNameW"), 2u);
+            EXPECT_EQ(f.llamadas(), 9u);
+        }
+    }
+}
+
+TEST(renombra_protege, se_desprotege_el_fichero_que_se_vio) {
+    const directorio_temporal dir;
+    dir.fichero("uno\\a.txt", "uno", FILE_ATTRIBUTE_READONLY);
+    dir.fichero("otro\\a.txt", "otro", FILE_ATTRIBUTE_READONLY);
+    static texto_w otro;
+    otro = dir.ruta_w("otro");
+    const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> cambia(
+        lumodir::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
+            const DWORD atributos = ::GetFileAttributesW(ruta);
+            ::SetCurrentDirectoryW(otro.c_str());
+            return atributos;
+        });
+    for (const bool ocho : {false, true}) {
+        const en_directorio ahi(dir.ruta_w("uno"));
+        fallos f;
+        if (ocho) {
+            lumodir_desprotege_fichero_si_existe("a.txt");
+        } else {
+            lumodir_desprotege_fichero_si_existe_UNICODE(L"a.txt");
+        }
+        EXPECT_FALSE(dir.es_de_solo_lectura("uno\\a.txt"));
+        EXPECT_TRUE(dir.es_de_solo_lectura("otro\\a.txt"));
+        EXPECT_EQ(f.cuenta("GetFullPathNameW"), 1u);
+        dir.pon_atributos("uno\\a.txt", FILE_ATTRIBUTE_READONLY);
+    }
+}

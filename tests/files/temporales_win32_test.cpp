@@ -233,3 +233,41 @@ TEST(temporales, un_directorio_que_no_se_puede_escribir_de_verdad) {
     EXPECT_EQ(toma_informes().size(), 1u);
     EXPECT_EQ(dir.arbol(), textos{});
 }
+
+TEST(temporales, un_directorio_sin_sitio_para_un_nombre_cuenta_como_que_falta) {
+    const directorio_temporal dir;
+    dir.directorio("r\\temp");
+    const con_local_settings carpeta(dir.ruta("r"));
+    const std::size_t base = dir.ruta().size() + 1;
+    for (const std::size_t unidades : {246u, 247u, 248u, 251u, 256u}) {
+        SCOPED_TRACE(unidades);
+        const std::string largo = std::string(100, 'a') + "\\" + std::string(unidades - base - 101, 'b');
+        const std::string ruta = dir.directorio(largo);
+        const con_temp temp(ruta);
+        const std::string elegido = unidades <= 246 ? ruta : dir.ruta("r\\temp");
+        const std::string fichero = toma(lumodir_creaFicheroTemporal());
+        EXPECT_EQ(fichero, elegido + "\\" + nombre_de(fichero));
+        EXPECT_TRUE(tiene_forma(nombre_de(fichero), "LUM", ".tmp")) << fichero;
+        const std::string con_extension = con_ext("dat");
+        EXPECT_EQ(con_extension, elegido + "\\" + nombre_de(con_extension));
+        EXPECT_TRUE(tiene_forma(nombre_de(con_extension), "LUA", ".dat")) << con_extension;
+        EXPECT_EQ(dir.arbol(unidades <= 246 ? largo : "r\\temp").size(), 2u);
+        EXPECT_EQ(dir.arbol(unidades > 246 ? largo : "r\\temp").size(), 0u);
+        dir.limpia();
+        dir.directorio("r\\temp");
+    }
+}
+
+TEST(temporales, de_lo_que_escribe_el_sistema_se_lee_lo_que_cabe) {
+    // A system that fills its room and ends nothing.
+    const directorio_temporal dir;
+    const con_temp temp(dir.ruta());
+    const sustituye nombrar(sistema.GetTempFileNameW,
+                            static_cast<decltype(sistema.GetTempFileNameW)>(
+                                [](const wchar_t*, const wchar_t*, UINT, wchar_t* nombre) WINAPI {
+                                    std::fill_n(nombre, MAX_PATH, L'x');
+                                    std::copy_n(L"C:\\", 3, nombre);
+                                    return UINT{1};
+                                }));
+    EXPECT_EQ(toma(lumodir_creaFicheroTemporal()), "C:\\" + std::string(MAX_PATH - 4, 'x'));
+}

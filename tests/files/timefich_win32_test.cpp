@@ -601,6 +601,42 @@ TEST(timefich, un_valor_fuera_de_FILETIME_no_abre_nada) {
     }
 }
 
+// To the system such a date says "leave it as it is" (0), "and from now on too" (-1) or "no longer so" (-2): it would answer
+// success and date nothing.
+TEST(timefich, una_fecha_que_dice_dejarla_no_abre_ni_pregunta_nada) {
+    const sustituye<decltype(sistema.CreateFileW)> cuenta(sistema.CreateFileW, abre_contando);
+    const fichero_fechado fichero;
+    const long long antes = fichero.modificacion();
+    for (const long minutos : {0l, 60l, -210l}) {
+        const zona_fingida zona(minutos);
+        for (const long long utc : {0ll, -1ll, -2ll, -3ll, INT64_MIN + 24 * 3600 * segundo}) {
+            SCOPED_TRACE(testing::Message() << utc << " in the zone " << minutos);
+            const FILETIME deja = i_filetime(utc + minutos * 60 * segundo);
+            const FILETIME buena = i_filetime(en_1970);
+            struct {
+                const FILETIME* creacion;
+                const FILETIME* modificacion;
+            } const filas[] = {
+                {&deja, nullptr}, {nullptr, &deja}, {&deja, &deja}, {&buena, &deja}, {&deja, &buena}};
+            g_aperturas = 0;
+            for (const auto& f : filas) {
+                EXPECT_EQ(timefich_asignar_fecha_u(fichero.ancha(), f.creacion, f.modificacion), 0);
+                timefich_asignar_fecha(fichero.ansi().c_str(), f.creacion, f.modificacion);
+            }
+            EXPECT_EQ(g_aperturas, 0u);
+            EXPECT_TRUE(toma_preguntas().empty());
+            EXPECT_TRUE(toma_esperas().empty());
+            EXPECT_EQ(fichero.modificacion(), antes);
+        }
+        // The first date that is one.
+        const sustituye<decltype(sistema.SetFileTime)> mira(sistema.SetFileTime, pone_fechas_en_memoria);
+        const FILETIME primera = i_filetime(1 + minutos * 60 * segundo);
+        EXPECT_EQ(timefich_asignar_fecha_u(fichero.ancha(), nullptr, &primera), 1);
+        ASSERT_NE(g_modificacion_dada, nullptr);
+        EXPECT_EQ(i_intervalos(*g_modificacion_dada), 1);
+    }
+}
+
 // ---- A file that another process holds
 
 TEST(timefich, con_el_fichero_ocupado_se_reintenta_y_se_pregunta) {

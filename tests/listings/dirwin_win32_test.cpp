@@ -5,7 +5,9 @@
 
 #include "apoyo/busqueda_falsa.hpp"
 #include "apoyo/directorio.hpp"
+#include "apoyo/fallos.hpp"
 #include "companions/lumospy.h"
+#include "companions/plataforma.hpp"
 
 using namespace apoyo;
 
@@ -69,7 +71,7 @@ template <class C>
 nombres recorre_por_dentro(const std::basic_string<C, lumodir::rasgos<C>>& patron, lumodir::detalle cuanto) {
     nombres todos;
     lumodir::enumerador<C> entradas(patron.c_str(), cuanto);
-    while (const lumodir::entrada<C>* e = entradas.siguiente()) {
+    while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
         todos.push_back(nombre_de(*e));
     }
     EXPECT_EQ(entradas.siguiente(), nullptr);
@@ -170,13 +172,149 @@ TEST(dirwin, solo_el_filtro_ancho_distingue_mayusculas) {
 }
 
 TEST(dirwin, cualquier_codigo_al_abrir_lleva_al_filtro_propio) {
-    for (const DWORD codigo : {2u, 3u, 5u, 53u, 123u, 161u, 267u}) {
+    for (const DWORD codigo : {2u, 5u, 32u, 123u, 161u, 267u}) {
         busqueda_falsa falsa;
         falsa.patrones["C:\\d\\*"] = {{"."}, {"a<b"}, {"\xED\xA0\xBD"}};
         falsa.codigo_al_abrir["C:\\d\\a<b"] = codigo;
         EXPECT_EQ(recorre<wchar_t>(L"C:\\d\\a<b"), nombres{"a<b"}) << codigo;
         EXPECT_EQ(recorre<char>("C:\\d\\a<b"), nombres{"a<b"}) << codigo;
         EXPECT_EQ(recorre<wchar_t>(L"C:\\d\\?"), nombres{"\xED\xA0\xBD"}) << "a lone surrogate";
+    }
+}
+
+TEST(dirwin, lo_que_esta_fuera_de_alcance_no_se_busca_dos_veces) {
+    // The directory is missing, its drive is empty or its share away: another time-out would not find more.
+    for (const DWORD codigo : {3u, 21u, 53u, 64u, 67u, 1231u}) {
+        for (const char* patron : {"C:\\d\\a*.txt", "C:\\d\\"}) {
+            busqueda_falsa falsa;
+            falsa.patrones["C:\\d\\*"] = {{"abc.txt"}, {".x"}};
+            falsa.codigo_al_abrir[patron] = codigo;
+            EXPECT_EQ(recorre<wchar_t>(w(patron)), nombres{}) << codigo;
+            EXPECT_EQ(recorre<char>(patron), nombres{}) << codigo;
+            EXPECT_EQ(falsa.abiertos, nombres(2, patron)) << codigo;
+            // What is said about the pattern is said all the same.
+            const nombres informes(std::string_view(patron).ends_with('\\') ? 2 : 0, "i+1 < len");
+            EXPECT_EQ(toma_expresiones(), informes) << codigo;
+        }
+    }
+}
+
+namespace {
+
+// A search that finds nothing, after which somebody changes the current directory.
+texto_w g_otro_directorio;
+HANDLE WINAPI busca_y_cambia_de_directorio(LPCWSTR patron, FINDEX_INFO_LEVELS nivel, LPVOID datos,
+                                           FINDEX_SEARCH_OPS como, LPVOID nada, DWORD indicadores) {
+    const HANDLE h = ::FindFirstFileExW(patron, nivel, datos, como, nada, indicadores);
+    const DWORD codigo = ::GetLastError();
+    ::SetCurrentDirectoryW(g_otro_directorio.c_str());
+    ::SetLastError(codigo);
+    return h;
+}
+
+}  // namespace
+
+TEST(dirwin, las_dos_busquedas_miran_en_el_mismo_directorio) {
+    directorio_temporal d;
+    d.fichero("uno\\leeme.txt");
+    d.fichero("uno\\sub\\leeme.txt");
+    d.fichero("otro\\leeme.doc");
+    d.fichero("otro\\sub\\leeme.doc");
+    g_otro_directorio = d.ruta_w("otro");
+    const std::string unidad = d.ruta().substr(0, 2);
+    const std::string sin_unidad = d.ruta("uno").substr(2);
+    const sustituye<decltype(lumodir::sistema.FindFirstFileExW)> cambia(lumodir::sistema.FindFirstFileExW,
+                                                                        busca_y_cambia_de_directorio);
+    for (const std::string& patron :
+         {std::string(".\\leeme"), std::string("sub/leeme"), std::string("sub\\..\\leeme"),
+          unidad + "sub\\leeme", sin_unidad + "\\leeme", unidad + ".\\leeme"}) {
+        {
+            const en_directorio ahi(d.ruta_w("uno"));
+            EXPECT_EQ(recorre<wchar_t>(w(patron)), nombres{"leeme.txt"}) << patron;
+        }
+        const en_directorio ahi(d.ruta_w("uno"));
+        EXPECT_EQ(recorre<char>(patron), nombres{"leeme.txt"}) << patron;
+    }
+}
+
+TEST(dirwin, un_patron_relativo_cuesta_una_sola_pregunta_mas) {
+    directorio_temporal d;
+    d.fichero("sub\\leeme.txt");
+    const en_directorio ahi(d.ruta_w());
+    apoyo::fallos f;
+    EXPECT_EQ(recorre<wchar_t>(L"sub\\leeme"), nombres{"leeme.txt"});
+    EXPECT_EQ(f.cuenta("GetFullPathNameW"), 1u);
+    EXPECT_EQ(f.rutas("FindFirstFileExW"), (nombres{d.ruta("sub\\leeme"), d.ruta("sub\\*")}));
+}
+
+TEST(dirwin, un_componente_que_la_forma_completa_pierde_no_cambia_de_directorio) {
+    directorio_temporal d;
+    d.fichero("sub\\x.txt");
+    const en_directorio ahi(d.ruta_w());
+    busqueda_falsa falsa;
+    falsa.patrones[d.ruta("sub\\*")] = {{"con.x"}, {".."}, {"a "}};
+    EXPECT_EQ(recorre<wchar_t>(L"sub\\con"), nombres{"con.x"});
+    EXPECT_EQ(recorre<wchar_t>(L"sub\\.."), nombres{".."});
+    EXPECT_EQ(recorre<wchar_t>(L"sub\\a "), nombres{"a "});
+    for (std::size_t i = 1; i < falsa.abiertos.size(); i += 2) {
+        EXPECT_EQ(falsa.abiertos[i], d.ruta("sub\\*"));
+    }
+}
+
+TEST(dirwin, un_nombre_de_ocho_bits_nunca_es_el_de_otro_fichero) {
+    directorio_temporal d;
+    const nombres parecidos{"\uff41.txt", "\u0131.txt", "\u03c3", "a\u0304"};
+    for (const std::string& nombre : parecidos) {
+        d.fichero(nombre);
+    }
+    d.fichero("a.txt");
+    // What the code page lacks becomes its default character.
+    EXPECT_EQ(ordenados(recorre<char>(d.ruta_a("*"))),
+              (nombres{".", "..", "?", "?.txt", "?.txt", "a.txt", "a?"}));
+    EXPECT_EQ(recorre<char>(d.ruta_a("a.txt")), nombres{"a.txt"});
+}
+
+TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sale) {
+    const sustituye<unsigned> utf8(lumodir::plataforma::pagina_de_codigos, CP_UTF8);
+    static const std::string largo = [] {
+        std::string texto;
+        for (int i = 0; i < 200; ++i) {
+            texto += "\u4e2d";  // three bytes each
+        }
+        return texto;
+    }();
+    static bool con_corto;
+    const sustituye<decltype(lumodir::sistema.FindFirstFileExW)> abre(
+        lumodir::sistema.FindFirstFileExW,
+        [](LPCWSTR, FINDEX_INFO_LEVELS, LPVOID datos, FINDEX_SEARCH_OPS, LPVOID, DWORD) WINAPI {
+            auto* e = static_cast<WIN32_FIND_DATAW*>(datos);
+            *e = {};
+            lstrcpyW(e->cFileName, w(largo).c_str());
+            lstrcpyW(e->cAlternateFileName, con_corto ? L"ABCD~1.TXT" : L"");
+            return reinterpret_cast<HANDLE>(1);
+        });
+    static int pasos;
+    const sustituye<decltype(lumodir::sistema.FindNextFileW)> sigue(
+        lumodir::sistema.FindNextFileW, [](HANDLE, LPWIN32_FIND_DATAW e) WINAPI {
+            *e = {};
+            lstrcpyW(e->cFileName, ++pasos == 1 ? L"b" : w(largo).c_str());
+            ::SetLastError(ERROR_NO_MORE_FILES);
+            return BOOL{pasos <= 2};
+        });
+    const sustituye<decltype(lumodir::sistema.FindClose)> cierra(lumodir::sistema.FindClose,
+                                                                 [](HANDLE) WINAPI { return BOOL{TRUE}; });
+    for (const bool hay : {true, false}) {
+        con_corto = hay;
+        pasos = 0;
+        nombres todos;
+        WIN32_FIND_DATAA e;
+        Dirwin* d = dirwin_crea("C:\\d\\*");
+        while (dirwin_findnextfile(d, &e) == 1) {
+            todos.push_back(e.cFileName);
+        }
+        EXPECT_EQ(d->num_entradas, 4u);
+        dirwin_destruye(&d);
+        EXPECT_EQ(todos, hay ? (nombres{"ABCD~1.TXT", "b"}) : nombres{"b"});
     }
 }
 
@@ -188,12 +326,12 @@ TEST(dirwin, un_patron_sin_separador_que_falla_se_informa) {
     };
     const std::string generico = "(path_filtro_generico) != NULL";
     const fila filas[] = {
-        {.patron = "*.png", .informes = {generico}, .abiertos = {"*.png"}},
+        {.patron = "*.png", .informes = {generico}, .abiertos = {completa("*.png")}},
         {.patron = "", .informes = {generico}, .abiertos = {""}},
-        {.patron = "C:*.png", .informes = {generico}, .abiertos = {"C:*.png"}},
+        {.patron = "C:*.png", .informes = {generico}, .abiertos = {completa("C:*.png")}},
         {.patron = "C:\\d\\", .informes = {"i+1 < len"}, .abiertos = {"C:\\d\\", "C:\\d\\*"}},
         {.patron = "C:/d/", .informes = {"i+1 < len"}, .abiertos = {"C:/d/", "C:/d/*"}},
-        {.patron = "\\", .informes = {"i+1 < len"}, .abiertos = {"\\", "\\*"}},
+        {.patron = "\\", .informes = {"i+1 < len"}, .abiertos = {completa("\\"), completa("\\*")}},
         {.patron = "C:\\d/x", .informes = {}, .abiertos = {"C:\\d/x", "C:\\d/*"}},
         {.patron = "C:/d\\x", .informes = {}, .abiertos = {"C:/d\\x", "C:/d\\*"}},
     };
@@ -475,8 +613,8 @@ TEST(dirwin, rutas_mas_largas_que_el_limite_clasico) {
     EXPECT_EQ(ordenados(recorre<wchar_t>(patron)), (nombres{".", "..", "hondo.txt"}));
     EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w(relativa + "\\*.txt"))), nombres{"hondo.txt"});
     EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w(relativa + "\\*.png"))), nombres{});
-    // The 8-bit search of the system does not reach so far.
-    EXPECT_EQ(recorre<char>(cp1252(u8(lumodir::vista_w(patron)))), nombres{});
+    EXPECT_EQ(ordenados(recorre<char>(cp1252(u8(lumodir::vista_w(patron))))),
+              (nombres{".", "..", "hondo.txt"}));
 }
 
 TEST(dirwin, los_listados_internos_no_piden_nombres_cortos) {

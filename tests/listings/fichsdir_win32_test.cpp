@@ -4,8 +4,10 @@
 #include "apoyo/busqueda_falsa.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/reglas_por_anyo.hpp"
 #include "companions/lumospy.h"
 #include "companions/reloj.hpp"
+#include "timefich.h"
 
 using namespace apoyo;
 
@@ -128,7 +130,7 @@ TEST(fichsdir, el_patron_de_un_directorio) {
     const fila filas[] = {
         {.directorio = "C:\\d", .patron = "C:\\d\\*"}, {.directorio = "C:\\d\\", .patron = "C:\\d\\*"},
         {.directorio = "C:/d/", .patron = "C:/d/\\*"},  // only "\" counts
-        {.directorio = "", .patron = "\\*"},           {.directorio = "rel", .patron = "rel\\*"},
+        {.directorio = "", .patron = completa("\\*")}, {.directorio = "rel", .patron = completa("rel\\*")},
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
@@ -328,57 +330,35 @@ TEST(fichsdir, los_registros_vienen_en_el_orden_del_sistema) {
     EXPECT_EQ(toma_expresiones(), nombres(esperado.size(), "fichsdir->fecha >= 0"));
 }
 
-TEST(fichsdir, la_fecha_es_la_del_reloj_de_pared_con_las_reglas_de_su_dia) {
-    static TIME_ZONE_INFORMATION reglas;
-    reglas = {};
-    reglas.Bias = -60;
-    reglas.DaylightBias = -60;
-    reglas.StandardDate = {0, 10, 0, 5, 3, 0, 0, 0};  // last Sunday of October, 3:00
-    reglas.DaylightDate = {0, 3, 0, 5, 2, 0, 0, 0};   // last Sunday of March, 2:00
-    using pregunta_zona = decltype(lumodir::sistema.GetTimeZoneInformation);
-    const auto con_reglas = +[](TIME_ZONE_INFORMATION* zona) -> DWORD {
-        *zona = reglas;
-        return TIME_ZONE_ID_STANDARD;
-    };
-    struct fila {
-        long long utc;
-        long long desfase;
-    };
-    const fila filas[] = {
-        {.utc = 1'704'067'200, .desfase = 3600},  // 2024-01-01
-        {.utc = 1'719'792'000, .desfase = 7200},  // 2024-07-01
-        {.utc = 1'711'846'799, .desfase = 3600},  // the second before the change of March
-        {.utc = 1'711'846'800, .desfase = 7200},
-        {.utc = 1'729'990'799, .desfase = 7200},  // the second before the change of October
-        {.utc = 1'729'990'800, .desfase = 3600},
-        {.utc = 0, .desfase = 3600},
-    };
-    busqueda_falsa falsa;
-    for (const fila& f : filas) {
-        entrada_falsa e{"x"};
-        ASSERT_TRUE(lumodir::i_filetime_de_segundos(f.utc, e.fecha));
-        falsa.patrones["C:\\d\\*"].push_back(e);
+// Those of timefich_convertir_fecha in every year, where the daylight rules have changed since then too.
+TEST(fichsdir, la_fecha_es_la_del_reloj_de_pared_con_las_reglas_de_su_anyo) {
+    for (const reglas_por_anyo::zona& zona : reglas_por_anyo::zonas) {
+        SCOPED_TRACE(zona.nombre);
+        const reglas_por_anyo reglas(zona);
+        busqueda_falsa falsa;
+        std::vector<FILETIME> fechas;
+        for (const long long cambio : zona.cambios) {
+            for (const long long s : {-31'556'952ll, -86'400ll, -1ll, 0ll, 60ll, 120ll, 15'778'476ll}) {
+                entrada_falsa e{"x"};
+                if (lumodir::i_filetime_de_segundos(cambio + s, e.fecha) && cambio + s >= 86'400) {
+                    falsa.patrones["C:\\d\\*"].push_back(e);
+                    fechas.push_back(e.fecha);
+                }
+            }
+        }
+        ASSERT_FALSE(fechas.empty());
+        for (const bool ancha : {true, false}) {
+            ArrPunteroConTipo* registros = ancha ? fichsdir_ficheros_u(L"C:\\d") : fichsdir_ficheros("C:\\d");
+            ASSERT_EQ(arr_NumElemsPuntero(registros), fechas.size());
+            for (unsigned long i = 0; i < fechas.size(); ++i) {
+                EXPECT_EQ(
+                    fichsdir_fecha_fichero(static_cast<const Fichsdir*>(arr_GetPunteroConTipo(registros, i))),
+                    timefich_convertir_fecha(&fechas[i]))
+                    << i;
+            }
+            arr_DestruyeEstructurasConTipo(&registros, destruye_registro);
+        }
     }
-    const sustituye<pregunta_zona> zona(lumodir::sistema.GetTimeZoneInformation, con_reglas);
-    ArrPunteroConTipo* registros = fichsdir_ficheros("C:\\d");
-    ASSERT_EQ(arr_NumElemsPuntero(registros), std::size(filas));
-    for (unsigned long i = 0; i < std::size(filas); ++i) {
-        EXPECT_EQ(fichsdir_fecha_fichero(static_cast<const Fichsdir*>(arr_GetPunteroConTipo(registros, i))),
-                  filas[i].utc + filas[i].desfase)
-            << filas[i].utc;
-    }
-    arr_DestruyeEstructurasConTipo(&registros, destruye_registro);
-
-    // A system that does not tell its zone: each date is asked for by itself.
-    const sustituye<pregunta_zona> nada(
-        lumodir::sistema.GetTimeZoneInformation,
-        +[](TIME_ZONE_INFORMATION*) -> DWORD { return TIME_ZONE_ID_INVALID; });
-    registros = fichsdir_ficheros("C:\\d");
-    for (unsigned long i = 0; i < std::size(filas); ++i) {
-        EXPECT_EQ(fichsdir_fecha_fichero(static_cast<const Fichsdir*>(arr_GetPunteroConTipo(registros, i))),
-                  lumodir::i_segundos_locales_desde_1970(falsa.patrones["C:\\d\\*"][i].fecha));
-    }
-    arr_DestruyeEstructurasConTipo(&registros, destruye_registro);
 }
 
 TEST(fichsdir, una_fecha_anterior_a_1970_se_queda_y_se_informa) {

@@ -102,7 +102,9 @@ TEST(listas_arbol, como_se_componen_los_paths) {
         {.base = "\\\\srv\\r",
          .abiertos = {"\\\\srv\\r\\*", "\\\\srv\\r\\s\\*"},
          .registros = {"\\\\srv\\r: f", "\\\\srv\\r\\s: g"}},
-        {.base = "rel", .abiertos = {"rel\\*", "rel\\s\\*"}, .registros = {"rel: f", "rel\\s: g"}},
+        {.base = "rel",
+         .abiertos = {completa("rel\\*"), completa("rel\\s\\*")},
+         .registros = {"rel: f", "rel\\s: g"}},
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;

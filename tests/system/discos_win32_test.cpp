@@ -40,7 +40,7 @@ TEST(discos, solo_una_unidad_de_red_no_es_local) {
 }
 
 TEST(discos, la_letra_de_una_unidad_local_va_en_cualquier_caja) {
-    const auto tipo = [](const wchar_t* raiz) -> UINT WINAPI {
+    const auto tipo = [](const wchar_t* raiz) -> UINT {
         return raiz[0] == L'n' || raiz[0] == L'N' ? DRIVE_REMOTE : DRIVE_FIXED;
     };
     const sustituye<decltype(lumodir::unidades.GetDriveTypeW)> entrada(lumodir::unidades.GetDriveTypeW, tipo);
@@ -156,4 +156,25 @@ TEST(discos, una_sustitucion_de_verdad) {
     EXPECT_EQ(discos_es_unidad_local(letra), 1);
     ASSERT_TRUE(::DefineDosDeviceW(DDD_REMOVE_DEFINITION, nombre, nullptr));
     EXPECT_EQ(discos_es_unidad_subst(letra), 0);
+}
+
+// The call that an empty card reader answers with a dialog unless it is told not to; the false machine sees to the mode
+// of the thread in every other test, too.
+TEST(discos, una_unidad_sin_medio_no_saca_ningun_dialogo) {
+    maquina_fingida maquina({{'E', {.tipo = DRIVE_REMOVABLE}}});
+    EXPECT_EQ(toma(discos_nombre_volumen(4)), "");
+    ESPERA_INFORMES("retorno != 0");
+    EXPECT_EQ(discos_es_unidad_local(L'E'), 1);
+    EXPECT_EQ(maquina.preguntas,
+              (std::vector<std::string>{"GetVolumeInformationW E:\\", "GetDriveTypeW E:\\"}));
+}
+
+// What its device does not fit into the room that is offered is no substitution to be told.
+TEST(discos, una_unidad_subst_de_un_directorio_muy_largo_no_se_conoce) {
+    const std::string cabe = "\\??\\C:\\" + std::string(246, 'x');
+    const std::string no_cabe = cabe + "x";
+    maquina_fingida maquina({{'S', {.tipo = DRIVE_FIXED, .dispositivo = cabe.c_str()}},
+                             {'T', {.tipo = DRIVE_FIXED, .dispositivo = no_cabe.c_str()}}});
+    EXPECT_EQ(discos_es_unidad_subst(L'S'), 1);
+    EXPECT_EQ(discos_es_unidad_subst(L'T'), 0);
 }

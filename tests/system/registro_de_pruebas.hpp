@@ -81,15 +81,38 @@ inline std::vector<std::string> subclaves(const texto_w& ruta) {
     return nombres;
 }
 
+// A key with all that is below it, links as links: the system's own call goes round and round where one leads back,
+// and a run that was broken off may have left such.
+inline void borra_arbol(HKEY padre, const wchar_t* nombre) {
+    HKEY clave = nullptr;
+    if (::RegOpenKeyExW(padre, nombre, REG_OPTION_OPEN_LINK, KEY_ALL_ACCESS, &clave) != ERROR_SUCCESS) {
+        return;
+    }
+    wchar_t hija[256];
+    for (DWORD longitud = 256, quedan = 0;
+         ::RegEnumKeyExW(clave, quedan, hija, &longitud, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+         longitud = 256) {
+        borra_arbol(clave, hija);
+        HKEY resto = nullptr;
+        quedan += ::RegOpenKeyExW(clave, hija, REG_OPTION_OPEN_LINK, DELETE, &resto) == ERROR_SUCCESS ? 1 : 0;
+        ::RegCloseKey(resto);
+    }
+    ::NtDeleteKey(clave);
+    ::RegCloseKey(clave);
+}
+inline void borra_arbol(const texto_w& ruta) {
+    borra_arbol(HKEY_CURRENT_USER, ruta.c_str());
+}
+
 // Each test finds the key empty and leaves nothing of it.
 class con_registro : public testing::Test {
 protected:
     void SetUp() override {
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_pruebas);
+        borra_arbol(clave_de_pruebas);
         crea(clave_de_pruebas);
     }
     void TearDown() override {
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, clave_de_pruebas);
+        borra_arbol(clave_de_pruebas);
         EXPECT_FALSE(existe(clave_de_pruebas));
     }
 };
@@ -159,7 +182,7 @@ public:
         t.RegEnumKeyExA = vigila<&tabla::RegEnumKeyExA>::llama;
         t.RegEnumKeyExW = vigila<&tabla::RegEnumKeyExW>::llama;
         t.RegEnumValueW = vigila<&tabla::RegEnumValueW>::llama;
-        t.RegDeleteKeyW = vigila<&tabla::RegDeleteKeyW>::llama;
+        t.NtDeleteKey = vigila<&tabla::NtDeleteKey>::llama;
     }
     ~registro_vigilado() {
         lumodir::sistema_registro = antes_;

@@ -200,6 +200,15 @@ const std::vector<proceso_fingido> unos_procesos = {
     {300, {{"dos.exe", "C:\\dos.exe"}, {"comun.dll", "C:\\3\\comun.dll"}, {"comun.dll", "D:\\3\\comun.dll"}}},
     {400, {}},
     {500, {{"uno.exe", "D:\\uno.exe"}, {"UNO.EXE", "D:\\UNO.EXE"}}},
+    // A 32-bit program: its executable stands in the lists of both widths, each with its own spelling.
+    {600,
+     {{"wow.exe", "C:\\x86\\wow.exe"},
+      {"ntdll.dll", "C:\\w\\ntdll.dll"},
+      {"wow.exe", "C:\\X86\\Wow.exe"},
+      {"ntdll.dll", "C:\\w\\wow\\ntdll.dll"},
+      {"propia.dll", "C:\\x86\\propia.dll"},
+      {"wow.exe", "C:\\x86\\wow.exe"}}},
+    {700, {{"wow.exe", "C:\\x86\\wow.exe"}}},
 };
 
 }  // namespace
@@ -214,7 +223,11 @@ TEST(taskproc, se_encuentra_cada_modulo_de_ese_nombre_exacto) {
         {"the same name in capitals is another", "UNO.EXE", "500 UNO.EXE=D:\\UNO.EXE"},
         {"nor in a mixture", "Uno.exe", "(NULL)"},
         {"a library of several processes", "ntdll.dll",
-         "100 ntdll.dll=C:\\w\\ntdll.dll; 200 ntdll.dll=C:\\w\\ntdll.dll"},
+         "100 ntdll.dll=C:\\w\\ntdll.dll; 200 ntdll.dll=C:\\w\\ntdll.dll; 600 ntdll.dll=C:\\w\\ntdll.dll; "
+         "600 ntdll.dll=C:\\w\\wow\\ntdll.dll"},
+        {"a path that a process lists three times, and another process once", "wow.exe",
+         "600 wow.exe=C:\\x86\\wow.exe; 700 wow.exe=C:\\x86\\wow.exe"},
+        {"a library of a 32-bit program", "propia.dll", "600 propia.dll=C:\\x86\\propia.dll"},
         {"twice in one process", "comun.dll",
          "100 comun.dll=C:\\1\\comun.dll; 300 comun.dll=C:\\3\\comun.dll; 300 comun.dll=D:\\3\\comun.dll"},
         {"in other alphabets", "\u00F1\u6F22\U0001F600.exe",
@@ -251,8 +264,8 @@ TEST(taskproc, sin_lista_se_para_en_el_primero) {
     EXPECT_EQ(taskproc_busca_proceso_abierto(L"ntdll.dll", nullptr), 1);
     EXPECT_EQ(fingido.llamadas,
               (std::vector<std::string>{"snapshot 2 0", "process 556",                    // idle
-                                        "process 556", "snapshot 15 4",                   // refused
-                                        "process 556", "snapshot 15 100", "module 1072",  // uno.exe
+                                        "process 556", "snapshot 24 4",                   // refused
+                                        "process 556", "snapshot 24 100", "module 1072",  // uno.exe
                                         "module 1072"}));  // found: nothing more
 }
 
@@ -263,8 +276,8 @@ TEST(taskproc, con_lista_se_miran_todos_los_modulos_de_todos) {
     fingido.tamanyos_modulo = {1072};
     EXPECT_EQ(encuentra("a.exe"), "100 a.exe=C:\\a.exe; 200 a.exe=D:\\a.exe");
     EXPECT_EQ(fingido.llamadas,
-              (std::vector<std::string>{"snapshot 2 0", "process 556", "snapshot 15 100", "module 1072",
-                                        "module 1072", "module 1072", "process 556", "snapshot 15 200",
+              (std::vector<std::string>{"snapshot 2 0", "process 556", "snapshot 24 100", "module 1072",
+                                        "module 1072", "module 1072", "process 556", "snapshot 24 200",
                                         "module 1072", "module 1072", "process 556"}));
 }
 
@@ -286,25 +299,25 @@ TEST(taskproc, se_ofrecen_primero_los_tamanyos_de_siempre) {
          {1072, propio_m},
          ERROR_INSUFFICIENT_BUFFER,
          true,
-         {"snapshot 2 0", "process 556", "snapshot 15 7", "module 1072", "module 1072", "process 556"}},
+         {"snapshot 2 0", "process 556", "snapshot 24 7", "module 1072", "module 1072", "process 556"}},
         {"refused: the same call again with the system's own size, once a search",
          {propio_p},
          {propio_m},
          ERROR_INSUFFICIENT_BUFFER,
          true,
-         {"snapshot 2 0", "process 556", p, "snapshot 15 7", "module 1072", m, m, p}},
+         {"snapshot 2 0", "process 556", p, "snapshot 24 7", "module 1072", m, m, p}},
         {"refused with another code",
          {propio_p},
          {propio_m},
          ERROR_BAD_LENGTH,
          true,
-         {"snapshot 2 0", "process 556", p, "snapshot 15 7", "module 1072", m, m, p}},
+         {"snapshot 2 0", "process 556", p, "snapshot 24 7", "module 1072", m, m, p}},
         {"only modules are refused",
          {556},
          {propio_m},
          ERROR_INSUFFICIENT_BUFFER,
          true,
-         {"snapshot 2 0", "process 556", "snapshot 15 7", "module 1072", m, m, "process 556"}},
+         {"snapshot 2 0", "process 556", "snapshot 24 7", "module 1072", m, m, "process 556"}},
         {"every size of processes is refused",
          {},
          {1072},
@@ -316,7 +329,7 @@ TEST(taskproc, se_ofrecen_primero_los_tamanyos_de_siempre) {
          {},
          ERROR_INSUFFICIENT_BUFFER,
          false,
-         {"snapshot 2 0", "process 556", "snapshot 15 7", "module 1072", m, "process 556"}},
+         {"snapshot 2 0", "process 556", "snapshot 24 7", "module 1072", m, "process 556"}},
     };
     for (const auto& f : filas) {
         SCOPED_TRACE(f.que);
@@ -327,6 +340,23 @@ TEST(taskproc, se_ofrecen_primero_los_tamanyos_de_siempre) {
         EXPECT_EQ(encuentra("a.exe"), f.encontrado ? "7 a.exe=C:\\a.exe" : "(NULL)");
         EXPECT_EQ(fingido.llamadas, f.llamadas);
     }
+}
+
+// Heaps would cost a thread in every process of the machine, threads the list of all of them each time: nobody reads
+// either. Modules are asked for in both widths.
+TEST(taskproc, de_los_demas_se_piden_solo_los_modulos) {
+    sistema_fingido fingido(unos_procesos);
+    encuentra("no such.dll");
+    const std::string esperada = "snapshot " + std::to_string(TH32CS_SNAPMODULE | TH32CS_SNAPMODULE32) + " ";
+    std::size_t de_modulos = 0;
+    for (const std::string& llamada : fingido.llamadas) {
+        if (llamada.rfind("snapshot ", 0) == 0 && llamada != "snapshot 2 0") {
+            EXPECT_EQ(llamada.rfind(esperada, 0), 0u) << llamada;
+            EXPECT_NE(llamada, esperada + "0") << "process 0 would be this one";
+            ++de_modulos;
+        }
+    }
+    EXPECT_EQ(de_modulos, unos_procesos.size() - 1);
 }
 
 // A first process without modules must not teach the search a wrong size.
@@ -367,7 +397,7 @@ TEST(taskproc, una_instantanea_que_no_cabe_se_toma_otra_vez) {
         fingido.instantaneas_que_fallan = f.fallan;
         fingido.codigo_de_instantanea = f.codigo;
         EXPECT_EQ(encuentra("a.exe"), f.encontrado ? "7 a.exe=C:\\a.exe" : "(NULL)");
-        EXPECT_EQ(std::count(fingido.llamadas.begin(), fingido.llamadas.end(), "snapshot 15 7"), f.tomadas);
+        EXPECT_EQ(std::count(fingido.llamadas.begin(), fingido.llamadas.end(), "snapshot 24 7"), f.tomadas);
     }
 }
 
@@ -400,7 +430,8 @@ TEST(taskproc, se_terminan_los_encontrados_en_su_orden) {
     } filas[] = {
         {"uno.exe", 1, {100, 500}},
         {"UNO.EXE", 1, {500}},
-        {"ntdll.dll", 1, {100}},  // 200 does not let itself be opened: left alone, silently
+        {"wow.exe", 1, {600, 700}},
+        {"ntdll.dll", 1, {100, 600, 600}},  // 200 does not let itself be opened: left alone, silently
         {"comun.dll", 1, {100, 300, 300}},
         {"\u00F1\u6F22\U0001F600.exe", 1, {}},
         {"Uno.exe", 0, {}},

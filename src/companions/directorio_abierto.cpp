@@ -1,0 +1,599 @@
+// See directorio_abierto.hpp.
+#include "companions/directorio_abierto.hpp"
+
+#include <winternl.h>
+
+#include <cstddef>
+#include <utility>
+
+#include "companions/sin_dialogos.hpp"
+
+namespace lumodir {
+namespace {
+
+constexpr DWORD comparte_todo = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD comparte_sin_borrar = FILE_SHARE_READ | FILE_SHARE_WRITE;
+constexpr DWORD acceso_de_listado = FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+constexpr DWORD opciones_de_directorio =
+    FILE_DIRECTORY_FILE | FILE_OPEN_FOR_BACKUP_INTENT | FILE_SYNCHRONOUS_IO_NONALERT;
+
+// OBJ_DONT_REPARSE: no link on the way is followed (Windows 10 1607 and later).
+constexpr DWORD atributo_sin_seguir = 0x1000;
+
+// What headers for Windows 7 lack.
+constexpr auto clase_borrado_ampliado = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);  // FileDispositionInfoEx
+constexpr auto clase_completa = static_cast<FILE_INFO_BY_HANDLE_CLASS>(14);          // FileFullDirectoryInfo
+constexpr auto clase_completa_desde_el_principio = static_cast<FILE_INFO_BY_HANDLE_CLASS>(15);
+struct registro_completo {
+    ULONG NextEntryOffset;
+    ULONG FileIndex;
+    LARGE_INTEGER CreationTime, LastAccessTime, LastWriteTime, ChangeTime, EndOfFile, AllocationSize;
+    ULONG FileAttributes;
+    ULONG FileNameLength;
+    ULONG EaSize;
+    WCHAR FileName[1];
+};
+struct borrado_ampliado {
+    ULONG Flags;
+};
+constexpr ULONG borrar_con_posix = 0x1 | 0x2;  // FILE_DISPOSITION_FLAG_DELETE, .._POSIX_SEMANTICS
+
+// A failure stays one even when the system has no code for it.
+DWORD i_ultimo_error() noexcept {
+    const DWORD codigo = ::GetLastError();
+    return codigo == ERROR_SUCCESS ? ERROR_GEN_FAILURE : codigo;
+}
+
+// Some file systems tell no number so, or all bits.
+bool i_es_numero(unsigned long long numero) noexcept {
+    return numero != 0 && numero != ~0ull;
+}
+
+// The call is not known here: by the system, or by the file system behind it.
+bool i_es_llamada_desconocida(DWORD codigo) noexcept {
+    switch (codigo) {
+        case ERROR_INVALID_FUNCTION:
+        case ERROR_NOT_SUPPORTED:
+        case ERROR_INVALID_PARAMETER:
+        case ERROR_CALL_NOT_IMPLEMENTED:
+        case ERROR_INVALID_LEVEL:
+            return true;
+        default:
+            return false;
+    }
+}
+
+// What file systems answer that cannot open relative to a handle, each in its own way.
+bool i_es_rechazo_de_relativo(DWORD codigo) noexcept {
+    return i_es_llamada_desconocida(codigo) || codigo == ERROR_INVALID_HANDLE ||
+           codigo == ERROR_INVALID_NAME || codigo == ERROR_BAD_PATHNAME || codigo == ERROR_GEN_FAILURE;
+}
+
+// A name that the system would take for a path, or cannot take whole.
+bool i_es_intocable(vista_w nombre) noexcept {
+    return nombre.empty() || nombre.find_first_of(vista_w(L"\\/\0", 3)) != vista_w::npos;
+}
+
+FILETIME i_fecha(const LARGE_INTEGER& fecha) noexcept {
+    return {fecha.LowPart, static_cast<DWORD>(fecha.HighPart)};
+}
+
+bool i_atributos_por_manija(HANDLE abierta, DWORD* atributos) noexcept {
+    FILE_BASIC_INFO datos;
+    if (!sistema.GetFileInformationByHandleEx(abierta, FileBasicInfo, &datos, sizeof datos)) {
+        return false;
+    }
+    *atributos = datos.FileAttributes;
+    return true;
+}
+
+// The directory itself says that it is one, and no link. Its tag is asked for only when it bears one: not every file
+// system knows that question, and some answer nonsense.
+bool i_es_directorio_sin_enlace(HANDLE abierta) noexcept {
+    DWORD atributos;
+    if (!i_atributos_por_manija(abierta, &atributos) || (atributos & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        return false;
+    }
+    if ((atributos & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        return true;
+    }
+    FILE_ATTRIBUTE_TAG_INFO marca;
+    return sistema.GetFileInformationByHandleEx(abierta, FileAttributeTagInfo, &marca, sizeof marca) &&
+           !i_es_marca_de_enlace(atributos, marca.ReparseTag);
+}
+
+unsigned long long i_numero(HANDLE abierta) noexcept {
+    unsigned long long numero = 0;
+    return sistema.numero_de_fichero(abierta, &numero) ? numero : 0;
+}
+
+// Where an open file really lies, until the room of the walk is used again; empty when the system cannot tell.
+vista_w i_nombre_verdadero(HANDLE abierta, trato_con_volumen& trato) {
+    const wchar_t* nombre = nullptr;
+    DWORD unidades = 0;
+    return sistema.nombre_de_fichero(abierta, trato.bufer(), trato_con_volumen::bytes_de_lectura, &nombre,
+                                     &unidades)
+               ? vista_w(nombre, unidades)
+               : vista_w();
+}
+
+// Wine tells names without the blanks and points at their end.
+vista_w i_sin_final_recortable(vista_w nombre) noexcept {
+    while (acaba_en(nombre, L" ") || acaba_en(nombre, L".")) {
+        nombre.remove_suffix(1);
+    }
+    return nombre;
+}
+
+vista_w i_sin_barras_finales(vista_w ruta) noexcept {
+    while (acaba_en_separador(ruta)) {
+        ruta.remove_suffix(1);
+    }
+    return ruta;
+}
+
+// A directory's name as it stands in the names of what it holds: Wine cuts one point there.
+vista_w i_sin_punto_final(vista_w nombre) noexcept {
+    return nombre.substr(0, nombre.size() - (acaba_en(nombre, L".") ? 1 : 0));
+}
+
+cadena_w i_une(vista_w directorio, vista_w nombre) {
+    return concatena<wchar_t>({i_sin_barras_finales(directorio), L"\\", i_sin_punto_final(nombre)});
+}
+
+// Whether `verdadero` is what the directory `directorio` holds under this name.
+bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexcept {
+    directorio = i_sin_barras_finales(directorio);
+    return !directorio.empty() && verdadero.size() > directorio.size() &&
+           verdadero[directorio.size()] == L'\\' && empieza_por(verdadero, directorio) &&
+           i_sin_final_recortable(verdadero.substr(directorio.size() + 1)) == i_sin_final_recortable(nombre);
+}
+
+// A full path that names no entry of a directory: the root of a drive, of a volume or of a share.
+bool i_es_raiz_de_volumen(vista_w completa) noexcept {
+    const bool con_prefijo = empieza_por(completa, L"\\\\?\\") || empieza_por(completa, L"\\\\.\\");
+    const bool compartida =
+        con_prefijo ? empieza_por_sin_caja(completa.substr(4), L"UNC\\") : empieza_por(completa, L"\\\\");
+    vista_w resto = completa.substr(!con_prefijo ? (compartida ? 2 : 0) : (compartida ? 8 : 4));
+    resto = i_sin_barras_finales(resto);
+    const std::size_t barra = resto.find(L'\\');
+    return barra == vista_w::npos || (compartida && resto.find(L'\\', barra + 1) == vista_w::npos);
+}
+
+// A full path as the native interface takes it.
+cadena_w i_forma_nativa(vista_w completa) {
+    if (empieza_por(completa, L"\\\\?\\") || empieza_por(completa, L"\\\\.\\")) {
+        return concatena<wchar_t>({L"\\??\\", completa.substr(4)});
+    }
+    return empieza_por(completa, L"\\\\") ? concatena<wchar_t>({L"\\??\\UNC\\", completa.substr(2)})
+                                          : concatena<wchar_t>({L"\\??\\", completa});
+}
+
+DWORD i_marca_para_borrar(HANDLE abierta, trato_con_volumen& trato) {
+    const sin_dialogos callado;
+    if (trato.posix) {
+        borrado_ampliado ampliado = {borrar_con_posix};
+        if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &ampliado, sizeof ampliado)) {
+            return ERROR_SUCCESS;
+        }
+        const DWORD codigo = i_ultimo_error();
+        if (!i_es_llamada_desconocida(codigo)) {
+            return codigo;
+        }
+        trato.posix = false;
+    }
+    FILE_DISPOSITION_INFO sencillo = {TRUE};
+    return sistema.SetFileInformationByHandle(abierta, FileDispositionInfo, &sencillo, sizeof sencillo)
+               ? ERROR_SUCCESS
+               : i_ultimo_error();
+}
+
+}  // namespace
+
+unsigned char* trato_con_volumen::bufer() {
+    palabras_.reserva_sitio(bytes_de_lectura / sizeof(unsigned long long));
+    return reinterpret_cast<unsigned char*>(palabras_.data());
+}
+
+// ---- Opening ----
+
+DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato, enlace_raiz si_es_enlace) {
+    const bool sigue = si_es_enlace == enlace_raiz::se_sigue;
+    trato_ = &trato;
+    padre_ = nullptr;
+    raiz_ = &raiz;
+    DWORD codigo = ERROR_SUCCESS;
+    manija_ = lmlongpath_CreateFileW(raiz, acceso_de_listado, comparte_todo, nullptr, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS | (sigue ? 0 : FILE_FLAG_OPEN_REPARSE_POINT),
+                                     nullptr, &codigo);
+    if (!manija_.valida()) {
+        return codigo;
+    }
+    numero_ = i_numero(manija_.get());
+    if (!i_es_directorio_sin_enlace(manija_.get()) || (!sigue && !i_es_raiz_sin_enlace(raiz))) {
+        manija_.cierra();
+        return ERROR_CANT_ACCESS_FILE;
+    }
+    return ERROR_SUCCESS;
+}
+
+// A system that follows links opens another directory than the one that its path names: only the name under which it
+// holds what is open tells.
+bool directorio_abierto::i_es_raiz_sin_enlace(const ruta_fijada& raiz) {
+    if (!sistema.sigue_enlaces()) {
+        return true;
+    }
+    const cadena_w completa = lmlongpath_forma_completa(raiz);
+    if (i_es_raiz_de_volumen(completa)) {
+        return true;  // no directory holds it
+    }
+    WIN32_FIND_DATAW entrada;
+    if (!lmlongpath_FindFirstFileW(raiz, &entrada, true).valida()) {
+        return false;
+    }
+    const cadena_w de_arriba(completa.ver().substr(0, completa.ver().rfind(L'\\') + 1));
+    const manija_fichero padre =
+        lmlongpath_CreateFileW(de_arriba.c_str(), FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr,
+                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr, nullptr);
+    if ((entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !padre.valida()) {
+        return false;
+    }
+    const cadena_w de_arriba_verdadero(i_nombre_verdadero(padre.get(), *trato_));
+    const vista_w nombre = a_vista(&entrada.cFileName[0]);
+    nombre_verdadero_ = i_une(de_arriba_verdadero, nombre);
+    return i_es_nombre_de(i_nombre_verdadero(manija_.get(), *trato_), de_arriba_verdadero, nombre);
+}
+
+// Where this directory really lies. The system tells it without the blanks and points at the end of its own name, but
+// with them in the names of what it holds: so it is put together from the names that the directories above tell.
+vista_w directorio_abierto::i_lugar_verdadero() {
+    if (nombre_verdadero_.es_nula()) {
+        if (padre_ != nullptr) {
+            nombre_verdadero_ = i_une(padre_->i_lugar_verdadero(), nombre_);
+        } else {
+            const vista_w dado = i_sin_barras_finales(a_vista(raiz_->c_str()));
+            const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
+            nombre_verdadero_ =
+                concatena<wchar_t>({i_nombre_verdadero(manija_.get(), *trato_), final_cortado});
+        }
+    }
+    return nombre_verdadero_;
+}
+
+DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& cual) {
+    trato_ = padre.trato_;
+    padre_ = &padre;
+    nombre_ = cual.nombre;
+    if (i_es_marca_de_enlace(cual.atributos, cual.marca)) {
+        return ERROR_CANT_ACCESS_FILE;
+    }
+    const DWORD codigo = padre.i_abre_por_nombre(cual.nombre, acceso_de_listado, comparte_todo,
+                                                 opciones_de_directorio, &manija_);
+    if (codigo != ERROR_SUCCESS) {
+        return codigo;
+    }
+    numero_ = i_numero(manija_.get());
+    if (!i_es_directorio_sin_enlace(manija_.get()) || !i_es_ella(cual)) {
+        manija_.cierra();
+        return ERROR_CANT_ACCESS_FILE;
+    }
+    return ERROR_SUCCESS;
+}
+
+// Whether what was opened by the name of an entry is what the entry was read of. Where listing and handle disagree,
+// the listing of the directory itself decides: on some file systems they count differently.
+bool directorio_abierto::i_es_ella(const entrada_leida& cual) {
+    if (!i_es_numero(cual.numero) || !trato_->numeros_coherentes || numero_ == cual.numero) {
+        return true;
+    }
+    const unsigned long long propio = i_numero_propio_en_listado();
+    const bool es_ella = propio == cual.numero || (i_es_numero(propio) && propio != numero_);
+    trato_->numeros_coherentes = !es_ella;
+    return es_ella;
+}
+
+// The number that the listing of a directory gives the directory itself; 0 when it has no such entry.
+unsigned long long directorio_abierto::i_numero_propio_en_listado() {
+    lector_de_directorio entradas(*this);
+    entrada_leida entrada;
+    while (entradas.siguiente(&entrada)) {
+        if (entrada.nombre == L".") {
+            return entrada.numero;
+        }
+    }
+    return 0;
+}
+
+DWORD directorio_abierto::i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
+                                            manija_fichero* abierta) {
+    if (i_es_intocable(nombre)) {
+        return ERROR_CANT_ACCESS_FILE;  // it is there, and stays
+    }
+    if (!trato_->relativo) {
+        return i_abre_por_ruta(nombre, acceso, compartir, opciones, abierta);
+    }
+    const auto intenta = [&] {
+        const sin_dialogos callado;
+        *abierta = manija_fichero(sistema.abre_entrada(nombre.data(), manija_.get(), acceso, compartir,
+                                                       opciones | FILE_OPEN_REPARSE_POINT,
+                                                       trato_->sin_seguir ? atributo_sin_seguir : 0));
+        return abierta->valida() ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
+    };
+    DWORD codigo = intenta();
+    if (codigo == ERROR_INVALID_PARAMETER && trato_->sin_seguir) {
+        trato_->sin_seguir = false;
+        codigo = intenta();
+    }
+    if (!i_es_rechazo_de_relativo(codigo)) {
+        return codigo;
+    }
+    // Perhaps the name is what is wrong: then the path fails in the same way.
+    const DWORD por_ruta = i_abre_por_ruta(nombre, acceso, compartir, opciones, abierta);
+    trato_->relativo = i_es_rechazo_de_relativo(por_ruta);
+    return por_ruta;
+}
+
+// By its full path, while nobody can rename the directories that lead there.
+DWORD directorio_abierto::i_abre_por_ruta(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
+                                          manija_fichero* abierta) {
+    const DWORD codigo = i_retiene();
+    if (codigo != ERROR_SUCCESS) {
+        return codigo;
+    }
+    const sin_dialogos callado;
+    *abierta = manija_fichero(sistema.abre_entrada(i_ruta_nativa(nombre).c_str(), nullptr, acceso, compartir,
+                                                   opciones | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
+    return abierta->valida() ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
+}
+
+// Opens this directory, and those above it, once more, so that they cannot be renamed or deleted meanwhile. What is
+// open then must be what was open before.
+DWORD directorio_abierto::i_retiene() {
+    if (retenido_) {
+        return ERROR_SUCCESS;
+    }
+    if (padre_ != nullptr) {
+        const DWORD codigo = padre_->i_retiene();
+        if (codigo != ERROR_SUCCESS) {
+            return codigo;
+        }
+    }
+    manija_fichero retenida(
+        sistema.abre_entrada(i_ruta_nativa().c_str(), nullptr, acceso_de_listado, comparte_sin_borrar,
+                             opciones_de_directorio | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
+    if (!retenida.valida()) {
+        return i_ultimo_error();
+    }
+    if (!i_es_directorio_sin_enlace(retenida.get()) || i_numero(retenida.get()) != numero_) {
+        return ERROR_CANT_ACCESS_FILE;
+    }
+    manija_ = std::move(retenida);
+    retenido_ = true;
+    return ERROR_SUCCESS;
+}
+
+cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) const {
+    const cadena_w propia = padre_ == nullptr ? i_forma_nativa(lmlongpath_forma_completa(*raiz_))
+                                              : padre_->i_ruta_nativa(nombre_);
+    if (nombre.empty()) {
+        return cadena_w(propia.ver());
+    }
+    const vista_w barra = acaba_en(propia.ver(), L"\\") ? vista_w() : vista_w(L"\\");
+    return concatena<wchar_t>({propia, barra, nombre});
+}
+
+// ---- Entries ----
+
+// Whether an open file lies in this directory under this name; of a system that does not follow links, it does.
+bool directorio_abierto::i_esta_donde_dice(HANDLE abierta, vista_w nombre) {
+    if (!sistema.sigue_enlaces()) {
+        return true;
+    }
+    const vista_w lugar_verdadero = i_lugar_verdadero();
+    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), lugar_verdadero, nombre);
+}
+
+// Where numbers are told, and the same by both who tell them.
+bool directorio_abierto::i_tiene_su_numero(HANDLE abierta, const entrada_leida& cual) const {
+    if (!i_es_numero(cual.numero) || !trato_->numeros_coherentes) {
+        return true;
+    }
+    const unsigned long long numero = i_numero(abierta);
+    return !i_es_numero(numero) || numero == cual.numero;
+}
+
+DWORD directorio_abierto::i_abre_entrada(const entrada_leida& cual, DWORD acceso, manija_fichero* abierta) {
+    const bool es_enlace = i_es_marca_de_enlace(cual.atributos, cual.marca);
+    if (es_enlace && sistema.sigue_enlaces()) {
+        return ERROR_CANT_ACCESS_FILE;
+    }
+    const DWORD codigo =
+        i_abre_por_nombre(cual.nombre, acceso | SYNCHRONIZE, comparte_todo,
+                          cual.es_directorio() ? opciones_de_directorio
+                                               : FILE_NON_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT,
+                          abierta);
+    if (codigo != ERROR_SUCCESS) {
+        return codigo;
+    }
+    const bool es_ella = cual.es_directorio() ? i_tiene_su_numero(abierta->get(), cual)
+                                              : i_esta_donde_dice(abierta->get(), cual.nombre);
+    if (!es_ella) {
+        abierta->cierra();
+        return ERROR_CANT_ACCESS_FILE;
+    }
+    return ERROR_SUCCESS;
+}
+
+DWORD directorio_abierto::borra(const entrada_leida& cual) {
+    manija_fichero abierta;
+    const DWORD codigo = i_abre_entrada(cual, DELETE, &abierta);
+    return codigo == ERROR_SUCCESS ? i_marca_para_borrar(abierta.get(), *trato_) : codigo;
+}
+
+DWORD directorio_abierto::lee_atributos(const entrada_leida& cual, DWORD* atributos) {
+    manija_fichero abierta;
+    const DWORD codigo = i_abre_entrada(cual, FILE_READ_ATTRIBUTES, &abierta);
+    if (codigo != ERROR_SUCCESS) {
+        return codigo;
+    }
+    return i_atributos_por_manija(abierta.get(), atributos) ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
+}
+
+DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atributos) {
+    manija_fichero abierta;
+    const DWORD codigo = i_abre_entrada(cual, FILE_WRITE_ATTRIBUTES, &abierta);
+    if (codigo != ERROR_SUCCESS) {
+        return codigo;
+    }
+    FILE_BASIC_INFO datos = {};  // a date of 0 stays as it is
+    datos.FileAttributes = atributos == 0 ? FILE_ATTRIBUTE_NORMAL : atributos;
+    return sistema.SetFileInformationByHandle(abierta.get(), FileBasicInfo, &datos, sizeof datos)
+               ? ERROR_SUCCESS
+               : i_ultimo_error();
+}
+
+DWORD directorio_abierto::borra_raiz(const ruta_fijada& raiz) {
+    DWORD codigo = ERROR_SUCCESS;
+    const manija_fichero abierta = lmlongpath_CreateFileW(
+        raiz, DELETE | FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr, OPEN_EXISTING,
+        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, &codigo);
+    if (!abierta.valida()) {
+        return codigo;
+    }
+    return i_numero(abierta.get()) == numero_ ? i_marca_para_borrar(abierta.get(), *trato_)
+                                              : ERROR_CANT_ACCESS_FILE;
+}
+
+// ---- Reading ----
+
+bool lector_de_directorio::siguiente(entrada_leida* entrada) {
+    if (codigo_ != ERROR_SUCCESS || (registro_ == nullptr && !i_llena())) {
+        return false;
+    }
+    switch (directorio_.trato_->como_se_lee) {
+        case lectura::con_numeros:
+            return i_toma_registro<FILE_ID_BOTH_DIR_INFO>(entrada);
+        case lectura::sin_numeros:
+            return i_toma_registro<registro_completo>(entrada);
+        default:
+            i_toma_de_busqueda(entrada);
+            return true;
+    }
+}
+
+// The first reading finds the way that the file system knows: whatever code a refusal has, the next way is tried.
+bool lector_de_directorio::i_llena() {
+    lectura& como = directorio_.trato_->como_se_lee;
+    if (empezado_) {
+        return i_llena_como(como);
+    }
+    const lectura primera = como;
+    for (const lectura intento : {lectura::con_numeros, lectura::sin_numeros, lectura::por_busqueda}) {
+        if (intento < primera) {
+            continue;
+        }
+        codigo_ = ERROR_SUCCESS;
+        if (i_llena_como(intento)) {
+            como = intento;
+            empezado_ = true;
+            return true;
+        }
+        if (codigo_ == ERROR_NO_MORE_FILES) {
+            return false;
+        }
+    }
+    return false;
+}
+
+bool lector_de_directorio::i_llena_como(lectura como) {
+    const sin_dialogos callado;
+    if (como == lectura::por_busqueda) {
+        return empezado_ ? i_sigue_busqueda() : i_empieza_busqueda();
+    }
+    const FILE_INFO_BY_HANDLE_CLASS clase =
+        como == lectura::con_numeros ? (empezado_ ? FileIdBothDirectoryInfo : FileIdBothDirectoryRestartInfo)
+                                     : (empezado_ ? clase_completa : clase_completa_desde_el_principio);
+    unsigned char* bufer = directorio_.trato_->bufer();
+    if (!sistema.GetFileInformationByHandleEx(directorio_.manija_.get(), clase, bufer,
+                                              trato_con_volumen::bytes_de_lectura)) {
+        codigo_ = i_ultimo_error();
+        return false;
+    }
+    registro_ = bufer;
+    return true;
+}
+
+bool lector_de_directorio::i_empieza_busqueda() {
+    codigo_ = directorio_.i_retiene();
+    if (codigo_ != ERROR_SUCCESS) {
+        return false;
+    }
+    // The prefix of the native form says, to the Windows API too, that the path is to be taken literally.
+    cadena_w patron = concatena<wchar_t>({directorio_.i_ruta_nativa(), L"\\*"});
+    patron.datos()[1] = L'\\';
+    busqueda_ = manija_busqueda(sistema.FindFirstFileExW(
+        patron.c_str(), FindExInfoBasic, directorio_.trato_->bufer(), FindExSearchNameMatch, nullptr, 0));
+    if (!busqueda_.valida()) {
+        codigo_ = i_ultimo_error();
+        codigo_ = codigo_ == ERROR_FILE_NOT_FOUND ? ERROR_NO_MORE_FILES : codigo_;  // an empty root
+        return false;
+    }
+    registro_ = directorio_.trato_->bufer();
+    return true;
+}
+
+bool lector_de_directorio::i_sigue_busqueda() {
+    unsigned char* bufer = directorio_.trato_->bufer();
+    if (!sistema.FindNextFileW(busqueda_.get(), reinterpret_cast<WIN32_FIND_DATAW*>(bufer))) {
+        codigo_ = i_ultimo_error();
+        return false;
+    }
+    registro_ = bufer;
+    return true;
+}
+
+void lector_de_directorio::i_recuerda_ultimo(vista_w nombre) noexcept {
+    largo_del_ultimo_ = nombre.size() < max_nombre ? nombre.size() : max_nombre;
+    rasgos_utf16::copy(ultimo_nombre_, nombre.data(), largo_del_ultimo_);
+}
+
+// What a file system writes is believed as far as the room goes that it was given.
+template <class Registro>
+bool lector_de_directorio::i_toma_registro(entrada_leida* entrada) noexcept {
+    const auto quedan = static_cast<std::size_t>(directorio_.trato_->bufer() +
+                                                 trato_con_volumen::bytes_de_lectura - registro_);
+    const auto* leido = reinterpret_cast<const Registro*>(registro_);
+    constexpr std::size_t hasta_el_nombre = offsetof(Registro, FileName);
+    if (quedan < sizeof(Registro) || leido->FileNameLength > quedan - hasta_el_nombre ||
+        leido->NextEntryOffset >= quedan || leido->NextEntryOffset % alignof(Registro) != 0) {
+        codigo_ = ERROR_INVALID_DATA;
+        return false;
+    }
+    entrada->nombre = vista_w(leido->FileName, leido->FileNameLength / sizeof(wchar_t));
+    entrada->atributos = leido->FileAttributes;
+    entrada->marca = (leido->FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido->EaSize : 0;
+    entrada->modificado = i_fecha(leido->LastWriteTime);
+    if constexpr (std::is_same_v<Registro, FILE_ID_BOTH_DIR_INFO>) {
+        entrada->numero = static_cast<unsigned long long>(leido->FileId.QuadPart);
+    } else {
+        entrada->numero = 0;
+    }
+    registro_ = leido->NextEntryOffset == 0 ? nullptr : registro_ + leido->NextEntryOffset;
+    if (registro_ == nullptr) {
+        i_recuerda_ultimo(entrada->nombre);
+    }
+    return true;
+}
+
+void lector_de_directorio::i_toma_de_busqueda(entrada_leida* entrada) noexcept {
+    const auto* leido = reinterpret_cast<const WIN32_FIND_DATAW*>(registro_);
+    entrada->nombre = a_vista(&leido->cFileName[0]);
+    entrada->atributos = leido->dwFileAttributes;
+    entrada->marca = (leido->dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido->dwReserved0 : 0;
+    entrada->modificado = leido->ftLastWriteTime;
+    entrada->numero = 0;
+    registro_ = nullptr;
+    i_recuerda_ultimo(entrada->nombre);
+}
+
+}  // namespace lumodir

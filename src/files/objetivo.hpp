@@ -1,0 +1,103 @@
+// What a deletion acts on: a file or a directory, reached by its path, which is fixed, or through the directory that
+// holds it, which is open. The careful way of deleting (look, unprotect, retry, ask) is the same for both.
+#pragma once
+
+#include "companions/directorio_abierto.hpp"
+#include "companions/lmlongpath.hpp"
+
+namespace lumodir {
+
+// How one attempt ended. A failure stays one even when the system has no code for it.
+struct desenlace {
+    bool hecho;
+    DWORD codigo;
+
+    bool ya_no_esta() const noexcept {
+        return !hecho && (codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND);
+    }
+};
+
+class objetivo {
+public:
+    virtual desenlace borra() = 0;
+    virtual existencia mira() = 0;
+    // Sets (`modo_lectura`) or clears (`modo_escritura`) the read-only mark.
+    virtual bool protege(int modo) = 0;
+    // The path as the caller knows it: for messages, reports and the host's callback.
+    virtual const wchar_t* texto() = 0;
+
+    objetivo(const objetivo&) = delete;
+    objetivo& operator=(const objetivo&) = delete;
+
+protected:
+    objetivo() noexcept = default;
+    ~objetivo() = default;
+};
+
+class objetivo_por_ruta : public objetivo {
+public:
+    explicit objetivo_por_ruta(const ruta_fijada& ruta) noexcept : ruta_(ruta) {}
+
+    existencia mira() override { return i_existencia(ruta_); }
+    bool protege(int modo) override { return lmlongpath_wchmod(ruta_, modo) == 0; }
+    const wchar_t* texto() override { return ruta_.dada(); }
+
+protected:
+    ~objetivo_por_ruta() = default;
+    const ruta_fijada& ruta_;
+};
+
+class fichero_por_ruta final : public objetivo_por_ruta {
+public:
+    using objetivo_por_ruta::objetivo_por_ruta;
+    desenlace borra() override {
+        DWORD codigo = ERROR_SUCCESS;
+        const bool hecho = lmlongpath_DeleteFileW(ruta_, &codigo) != FALSE;
+        return {hecho, codigo};
+    }
+};
+
+class directorio_por_ruta final : public objetivo_por_ruta {
+public:
+    using objetivo_por_ruta::objetivo_por_ruta;
+    desenlace borra() override {
+        DWORD codigo = ERROR_SUCCESS;
+        const bool hecho = lmlongpath_RemoveDirectoryW(ruta_, &codigo) != FALSE;
+        return {hecho, codigo};
+    }
+};
+
+// An entry of an open directory; its name is kept elsewhere, terminated.
+class objetivo_en_directorio : public objetivo {
+public:
+    objetivo_en_directorio(directorio_abierto& directorio, const entrada_leida& entrada) noexcept
+        : directorio_(directorio), entrada_(entrada) {}
+
+    desenlace borra() override {
+        const DWORD codigo = directorio_.borra(entrada_);
+        return {codigo == ERROR_SUCCESS, codigo};
+    }
+    existencia mira() override {
+        DWORD atributos;
+        const DWORD codigo = directorio_.lee_atributos(entrada_, &atributos);
+        if (codigo == ERROR_SUCCESS) {
+            return {existencia::estado::hay, ERROR_SUCCESS, atributos};
+        }
+        return {i_dice_que_falta(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe, codigo,
+                INVALID_FILE_ATTRIBUTES};
+    }
+    bool protege(int modo) override {
+        const existencia antes = mira();
+        const DWORD despues = modo == modo_lectura
+                                  ? antes.atributos | FILE_ATTRIBUTE_READONLY
+                                  : antes.atributos & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
+        return antes.hay() && directorio_.pon_atributos(entrada_, despues) == ERROR_SUCCESS;
+    }
+    const wchar_t* texto() override { return entrada_.nombre.data(); }
+
+protected:
+    directorio_abierto& directorio_;
+    const entrada_leida entrada_;
+};
+
+}  // namespace lumodir

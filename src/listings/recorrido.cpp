@@ -1,0 +1,107 @@
+// See recorrido.hpp.
+#include "listings/recorrido.hpp"
+
+#include "companions/ordena.hpp"
+#include "listings/dirwin.hpp"
+
+namespace lumodir {
+namespace {
+
+// A link with a separator after it is followed by some systems. Only the root of a drive or of a volume keeps its own.
+vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
+    vista_w resto = ruta;
+    while (acaba_en_separador(resto)) {
+        resto.remove_suffix(1);
+    }
+    const bool es_volumen = empieza_por(resto, L"\\\\?\\") && resto.find_last_of(L"\\/") == 3;
+    return resto.empty() || resto.back() == L':' || es_volumen ? ruta : resto;
+}
+
+}  // namespace
+
+void entradas_guardadas::guarda(const entrada_leida& entrada) {
+    const std::size_t principio = nombres_.size();
+    nombres_.anade_varios(entrada.nombre.data(), entrada.nombre.size());
+    nombres_.anade(L'\0');
+    filas_.anade({principio, entrada.nombre.size(), entrada.atributos, entrada.marca, entrada.numero});
+}
+
+entrada_leida entradas_guardadas::operator[](std::size_t i) const noexcept {
+    const fila& f = filas_[i];
+    return {vista_w(nombres_.data() + f.principio, f.largo), f.atributos, f.marca, f.numero, {}};
+}
+
+void entradas_guardadas::ordena(comparacion compara) {
+    ordena_estable(filas_.data(), filas_.size(), [&](const fila& a, const fila& b) {
+        return compara(vista_w(nombres_.data() + a.principio, a.largo),
+                       vista_w(nombres_.data() + b.principio, b.largo));
+    });
+}
+
+raiz_de_recorrido::raiz_de_recorrido(const wchar_t* dada)
+    : dada_(dada),
+      sin_separadores_(dada_.empty() ? vista_w(L".") : i_sin_separadores_finales(dada_)),
+      ruta_(sin_separadores_.c_str()) {}
+
+recorrido::~recorrido() {
+    while (!niveles_.empty()) {
+        sale();
+    }
+}
+
+llegada recorrido::sale() noexcept {
+    const objeto<nivel> ultimo(niveles_.back());
+    niveles_.quita_ultimo();
+    return ultimo->como;
+}
+
+llegada recorrido::i_mete(objeto<nivel> nuevo, const lector_de_directorio& lector, bool leido_algo) {
+    const bool entero = lector.codigo() == ERROR_NO_MORE_FILES;
+    if (!entero && !leido_algo) {
+        codigo_ = lector.codigo();
+        return llegada::cerrado;
+    }
+    if (!entero) {
+        i_informa_de_final(lector.codigo(), lector.ultimo_nombre());
+    }
+    nuevo->hijos.ordena(orden_.compara);
+    nuevo->como = entero ? llegada::leido : llegada::a_medias;
+    const llegada como = nuevo->como;
+    niveles_.anade(nuevo.suelta());
+    return como;
+}
+
+cadena_w recorrido::ruta() const {
+    return ruta({});
+}
+
+cadena_w recorrido::ruta(vista_w nombre) const {
+    const vista_w dada = raiz_.dada();
+    const bool falta_separador = !dada.empty() && !acaba_en_separador(dada);
+    const std::size_t trozos = niveles_.size() + (nombre.empty() ? 0 : 1);
+    std::size_t largo = dada.size();
+    for (std::size_t i = 1; i < trozos; ++i) {
+        largo +=
+            (i > 1 || falta_separador ? 1 : 0) + (i < niveles_.size() ? niveles_[i]->nombre : nombre).size();
+    }
+    cadena_w resultado = cadena_w::con_sitio(largo);
+    wchar_t* p = resultado.datos();
+    const auto escribe = [&p](vista_w texto) {
+        rasgos_utf16::copy(p, texto.data(), texto.size());
+        p += texto.size();
+    };
+    escribe(dada);
+    for (std::size_t i = 1; i < trozos; ++i) {
+        escribe(i > 1 || falta_separador ? vista_w(L"\\") : vista_w());
+        escribe(i < niveles_.size() ? niveles_[i]->nombre : nombre);
+    }
+    return resultado;
+}
+
+DWORD recorrido::borra_raiz() {
+    directorio_abierto& raiz = niveles_[0]->directorio;
+    raiz.cierra();
+    return raiz.borra_raiz(raiz_.ruta());
+}
+
+}  // namespace lumodir

@@ -1,0 +1,93 @@
+// Every way of deleting a tree or the contents of a directory, in both flavours where there are two, with what each is
+// meant to take and to answer. Windows only.
+#pragma once
+
+#include "apoyo/directorio.hpp"
+#include "cdir.h"
+#include "companions/arr.h"
+
+namespace apoyo {
+
+enum class respuesta { ninguna, se_fue_el_directorio, se_fueron_los_ficheros };
+
+constexpr unsigned short no_contesta = 7;
+
+struct forma_de_borrar {
+    const char* nombre;
+    bool quita_raiz;
+    bool recursiva;
+    bool con_puntos;  // takes directories whose name begins with "." too
+    bool por_pasadas;
+    bool debe;  // reports when not every file went
+    respuesta contesta;
+    std::function<unsigned short(const std::string&)> borra;
+};
+
+inline const forma_de_borrar formas_de_borrar[] = {
+    {"cdir_borra_contenido_directorio_UNICODE", false, true, false, false, false, respuesta::ninguna,
+     [](const std::string& r) {
+         cdir_borra_contenido_directorio_UNICODE(w(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_contenido_directorio", false, true, false, false, false, respuesta::ninguna,
+     [](const std::string& r) {
+         cdir_borra_contenido_directorio(cp1252(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_directorio_y_subdirectorios_UNICODE", true, true, false, false, false,
+     respuesta::se_fue_el_directorio,
+     [](const std::string& r) { return cdir_borra_directorio_y_subdirectorios_UNICODE(w(r).c_str()); }},
+    {"cdir_borra_directorio_y_subdirectorios", true, true, false, false, false, respuesta::ninguna,
+     [](const std::string& r) {
+         cdir_borra_directorio_y_subdirectorios(cp1252(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_directorio_y_subdirectorios_parando", true, true, false, false, false,
+     respuesta::se_fue_el_directorio,
+     [](const std::string& r) {
+         unsigned short sigue = 1;
+         return cdir_borra_directorio_y_subdirectorios_parando(w(r).c_str(), &sigue);
+     }},
+    {"cdir_borra_contenido_directorio_reintentando_u", false, false, true, true, true, respuesta::ninguna,
+     [](const std::string& r) {
+         cdir_borra_contenido_directorio_reintentando_u(w(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_contenido_directorio_si_es_posible_reintentando_u", true, true, true, true, false,
+     respuesta::se_fueron_los_ficheros,
+     [](const std::string& r) {
+         return cdir_borra_contenido_directorio_si_es_posible_reintentando_u(w(r).c_str());
+     }},
+    {"cdir_borra_directorio_y_subdirectorios_reintentando_u", true, true, true, true, true,
+     respuesta::ninguna,
+     [](const std::string& r) {
+         cdir_borra_directorio_y_subdirectorios_reintentando_u(w(r).c_str());
+         return no_contesta;
+     }},
+    {"cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE", true, true, true, false, false,
+     respuesta::se_fue_el_directorio,
+     [](const std::string& r) {
+         return cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(w(r).c_str(), nullptr);
+     }},
+};
+
+inline const char* const no_se_han_borrado_todos = "se_han_borrado_todos_los_ficheros_loc == CIERTO";
+
+// The files that one silent pass could not delete, as it lists them; and its answer.
+struct pasada {
+    unsigned short respuesta;
+    std::vector<std::string> sin_borrar;
+};
+inline pasada una_pasada(const std::string& ruta) {
+    ArrCADENA_u* quedan = arr_CreaCADENA_u(0);
+    pasada resultado;
+    resultado.respuesta = cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(w(ruta).c_str(), quedan);
+    for (unsigned long i = 0; i < arr_NumElemsCADENA_u(quedan); ++i) {
+        resultado.sin_borrar.push_back(u8(arr_GetCADENA_u(quedan, i)));
+    }
+    arr_DestruyeCADENA_u(&quedan);
+    std::sort(resultado.sin_borrar.begin(), resultado.sin_borrar.end());
+    return resultado;
+}
+
+}  // namespace apoyo

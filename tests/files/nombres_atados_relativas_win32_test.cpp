@@ -1,0 +1,722 @@
+// Paths that are not full, while the current directory changes under the operation: before each of its system calls,
+// in the retry question, in the file-open callback, in a pause, and all the time in another thread. Two directories
+// with the same things in them stand for "what was meant" and "what the text means now".
+#include "apoyo/fallos.hpp"
+#include "apoyo/formas_de_borrar.hpp"
+#include "companions/buclrein.h"
+#include "files/azar.hpp"
+#include "lumodir.h"
+#include "timefich.h"
+
+using namespace apoyo;
+
+namespace {
+
+using lista = std::vector<std::string>;
+
+constexpr long long dia_de_siembra = 1'000'000'000;
+
+void siembra(const directorio_temporal& d) {
+    for (const char* fichero :
+         {"f.txt", "g.txt", "t\\a", "t\\s\\b", "t\\s\\h\\c", "e\\a.tmp", "e\\a.bak", "e\\b.tmp"}) {
+        d.fichero(fichero, fichero);
+    }
+    d.fichero("p.txt", "p", FILE_ATTRIBUTE_READONLY);
+    d.fichero("t\\p", "p", FILE_ATTRIBUTE_READONLY);
+    d.directorio("v\\w\\x");
+    d.pon_fecha("f.txt", dia_de_siembra);
+}
+
+// All that an operation could change.
+lista estado(const directorio_temporal& d) {
+    lista resultado = d.arbol();
+    for (std::string& entrada : resultado) {
+        if (entrada.back() != '\\') {
+            entrada += d.es_de_solo_lectura(entrada) ? " read-only: " + d.contenido(entrada)
+                                                     : ": " + d.contenido(entrada);
+        }
+    }
+    WIN32_FILE_ATTRIBUTE_DATA datos = {};
+    if (::GetFileAttributesExW(d.ruta_w("f.txt").c_str(), GetFileExInfoStandard, &datos)) {
+        const auto fecha = static_cast<long long>(
+            (static_cast<unsigned long long>(datos.ftLastWriteTime.dwHighDateTime) << 32) |
+            datos.ftLastWriteTime.dwLowDateTime);
+        resultado.push_back("f.txt of " + std::to_string(fecha / 10'000'000 - 11'644'473'600));
+    }
+    return resultado;
+}
+
+void ve_a(const texto_w& donde) {
+    EXPECT_TRUE(::SetCurrentDirectoryW(donde.c_str())) << u8(donde);
+}
+
+class directorio_actual_restaurado {
+public:
+    directorio_actual_restaurado() { ::GetCurrentDirectoryW(1000, antes_); }
+    ~directorio_actual_restaurado() { ve_a(antes_); }
+    directorio_actual_restaurado(const directorio_actual_restaurado&) = delete;
+    directorio_actual_restaurado& operator=(const directorio_actual_restaurado&) = delete;
+
+private:
+    wchar_t antes_[1000] = {};
+};
+
+using ruta_de = std::function<std::string(const std::string&)>;
+
+// An operation on paths that `r` spells; its answer, or one for those without.
+struct operacion {
+    std::string nombre;
+    std::function<int(const ruta_de& r)> haz;
+    unsigned paths = 1;  // how many the caller gives
+};
+
+std::vector<operacion> todas() {
+    std::vector<operacion> resultado = {
+        {"borra_fichero_UNICODE",
+         [](const ruta_de& r) { return cdir_borra_fichero_UNICODE(w(r("f.txt")).c_str()); }},
+        {"borra_fichero",
+         [](const ruta_de& r) {
+             cdir_borra_fichero(cp1252(r("f.txt")).c_str());
+             return 7;
+         }},
+        {"borra_fichero_UNICODE, read-only",
+         [](const ruta_de& r) { return cdir_borra_fichero_UNICODE(w(r("p.txt")).c_str()); }},
+        {"borra_fichero_con_mensaje_extra_UNICODE",
+         [](const ruta_de& r) {
+             return cdir_borra_fichero_con_mensaje_extra_UNICODE(w(r("p.txt")).c_str(), L"extra");
+         }},
+        {"borra_fichero_si_existe_UNICODE",
+         [](const ruta_de& r) { return cdir_borra_fichero_si_existe_UNICODE(w(r("p.txt")).c_str()); }},
+        {"borra_fichero_si_existe",
+         [](const ruta_de& r) {
+             cdir_borra_fichero_si_existe(cp1252(r("p.txt")).c_str());
+             return 7;
+         }},
+        {"lumodir_borra_fichero_si_existe_UNICODE",
+         [](const ruta_de& r) {
+             unsigned short error = 9;
+             lumodir_borra_fichero_si_existe_UNICODE(w(r("p.txt")).c_str(), &error);
+             return int{error};
+         }},
+        {"delete_ficheros_UNICODE",
+         [](const ruta_de& r) {
+             cdir_delete_ficheros_UNICODE(w(r("*.txt")).c_str());
+             return 7;
+         }},
+        {"delete_ficheros, in a directory",
+         [](const ruta_de& r) {
+             cdir_delete_ficheros(cp1252(r("e\\*.tmp")).c_str());
+             return 7;
+         }},
+        {"cambia_extension_ficheros_u",
+         [](const ruta_de& r) {
+             cdir_cambia_extension_ficheros_u(w(r("e")).c_str(), L"tmp", L"bak");
+             return 7;
+         }},
+        {"borra_directorio_UNICODE",
+         [](const ruta_de& r) { return cdir_borra_directorio_UNICODE(w(r("v\\w\\x")).c_str()); }},
+        {"borra_directorio",
+         [](const ruta_de& r) {
+             cdir_borra_directorio(cp1252(r("v\\w\\x")).c_str());
+             return 7;
+         }},
+        {"borra_directorio_si_existe_UNICODE",
+         [](const ruta_de& r) { return cdir_borra_directorio_si_existe_UNICODE(w(r("v\\w\\x")).c_str()); }},
+        {"se_borra_directorio",
+         [](const ruta_de& r) { return cdir_se_borra_directorio(w(r("v\\w\\x")).c_str()); }},
+        {"renombra_fichero_UNICODE",
+         [](const ruta_de& r) {
+             cdir_renombra_fichero_UNICODE(w(r("f.txt")).c_str(), w(r("n.txt")).c_str());
+             return 7;
+         },
+         2},
+        {"renombra_fichero",
+         [](const ruta_de& r) {
+             cdir_renombra_fichero(cp1252(r("f.txt")).c_str(), cp1252(r("t\\n.txt")).c_str());
+             return 7;
+         },
+         2},
+        {"renombra_fichero_si_es_posible_UNICODE",
+         [](const ruta_de& r) {
+             return cdir_renombra_fichero_si_es_posible_UNICODE(w(r("f.txt")).c_str(), w(r("n.txt")).c_str());
+         },
+         2},
+        {"mueve_fichero",
+         [](const ruta_de& r) { return cdir_mueve_fichero(w(r("f.txt")).c_str(), w(r("v\\f.txt")).c_str()); },
+         2},
+        {"protege_fichero_UNICODE",
+         [](const ruta_de& r) {
+             lumodir_protege_fichero_UNICODE(w(r("f.txt")).c_str());
+             return 7;
+         }},
+        {"protege_fichero",
+         [](const ruta_de& r) {
+             lumodir_protege_fichero(cp1252(r("f.txt")).c_str());
+             return 7;
+         }},
+        {"desprotege_fichero_UNICODE",
+         [](const ruta_de& r) {
+             lumodir_desprotege_fichero_UNICODE(w(r("p.txt")).c_str());
+             return 7;
+         }},
+        {"desprotege_fichero_si_existe_UNICODE",
+         [](const ruta_de& r) {
+             lumodir_desprotege_fichero_si_existe_UNICODE(w(r("p.txt")).c_str());
+             return 7;
+         }},
+        {"crea_directorios_UNICODE",
+         [](const ruta_de& r) { return cdir_crea_directorios_UNICODE(w(r("n\\m\\l")).c_str(), 1); }},
+        {"crea_directorios_fichero_UNICODE",
+         [](const ruta_de& r) { return cdir_crea_directorios_fichero_UNICODE(w(r("n\\m\\f")).c_str()); }},
+        {"crea_directorios",
+         [](const ruta_de& r) {
+             cdir_crea_directorios(cp1252(r("v\\n\\m")).c_str(), 1);
+             return 7;
+         }},
+        {"crea_directorios_si_es_posible_UNICODE, with two points",
+         [](const ruta_de& r) {
+             return cdir_crea_directorios_si_es_posible_UNICODE(w(r("n\\x\\..\\m")).c_str());
+         }},
+        {"asignar_fecha_fichero_UTC",
+         [](const ruta_de& r) {
+             return timefich_asignar_fecha_fichero_UTC(w(r("f.txt")).c_str(), 1'500'000'000);
+         }},
+        {"asignar_fecha_fichero_ansi_UTC",
+         [](const ruta_de& r) {
+             return timefich_asignar_fecha_fichero_ansi_UTC(cp1252(r("f.txt")).c_str(), 1'500'000'000);
+         }},
+        {"asignar_fecha_fichero_UTC_si_es_posible",
+         [](const ruta_de& r) {
+             return timefich_asignar_fecha_fichero_UTC_si_es_posible(w(r("f.txt")).c_str(), 1'500'000'000);
+         }},
+        {"se_puede_escribir_UNICODE_ex",
+         [](const ruta_de& r) {
+             return lumodir_se_puede_escribir_UNICODE_ex(w(r("n.txt")).c_str(), nullptr);
+         }},
+        {"se_puede_escribir_en_directorio",
+         [](const ruta_de& r) {
+             return cdir_se_puede_escribir_en_directorio(w(r("n\\m")).c_str(), nullptr);
+         }},
+        {"borra_directorios_de_path_si_estan_vacios_UNICODE",
+         [](const ruta_de& r) {
+             lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(w(r("v\\w\\x")).c_str(),
+                                                                       w(r("v")).c_str());
+             return 7;
+         },
+         2},
+        {"borra_directorios_de_path_si_estan_vacios",
+         [](const ruta_de& r) {
+             lumodir_borra_directorios_de_path_si_estan_vacios(cp1252(r("v\\w\\x")).c_str(),
+                                                               cp1252(r("v")).c_str());
+             return 7;
+         },
+         2},
+    };
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        resultado.push_back({f.nombre, [&f](const ruta_de& r) { return int{f.borra(r("t"))}; }});
+    }
+    return resultado;
+}
+
+// How a text leaves the directory, or the drive, to the process.
+struct escritura {
+    const char* nombre;
+    std::function<std::string(const directorio_temporal&, const std::string&)> escribe;
+    bool otra_unidad = false;
+};
+const escritura escrituras[] = {
+    {"relative", [](const directorio_temporal&, const std::string& r) { return r; }},
+    {"of the drive's current directory",
+     [](const directorio_temporal& d, const std::string& r) { return d.ruta().substr(0, 2) + r; }},
+    {"from the root of the current drive",
+     [](const directorio_temporal& d, const std::string& r) { return d.ruta().substr(2) + "\\" + r; }, true},
+};
+
+// The root of a drive that is not that of the directory; empty without one.
+texto_w otra_unidad(const directorio_temporal& d) {
+    for (char letra = 'Z'; letra >= 'D'; --letra) {
+        const texto_w raiz = w(std::string(1, letra) + ":\\");
+        if (letra != d.ruta()[0] && ::GetFileAttributesW(raiz.c_str()) != INVALID_FILE_ATTRIBUTES) {
+            return raiz;
+        }
+    }
+    return {};
+}
+
+unsigned i_cero() noexcept {
+    return 0;
+}
+
+void nada_que_decir(const std::string& de) {
+    EXPECT_EQ(toma_expresiones(), lista{}) << de;
+    EXPECT_EQ(toma_avisos(), lista{}) << de;
+    EXPECT_EQ(toma_preguntas().size(), 0u) << de;
+}
+
+}  // namespace
+
+TEST(nombres_atados, el_directorio_actual_cambia_antes_de_cada_llamada) {
+    buclrein_establece_politica(0, 0);
+    const directorio_temporal a;
+    const directorio_temporal b;
+    const directorio_actual_restaurado restaura;
+    for (const escritura& como : escrituras) {
+        const texto_w adonde = como.otra_unidad ? otra_unidad(a) : b.ruta_w();
+        if (adonde.empty()) {
+            std::cout << "no second drive here: texts from the root are not tried\n";
+            continue;
+        }
+        b.limpia();
+        siembra(b);
+        const lista otro = estado(b);
+        for (const operacion& op : todas()) {
+            const std::string de = op.nombre + ", " + como.nombre;
+            const ruta_de r = [&](const std::string& relativa) { return como.escribe(a, relativa); };
+            a.limpia();
+            siembra(a);
+            ve_a(a.ruta_w());
+            unsigned llamadas = 0;
+            int respuesta = 0;
+            {
+                fallos libro;
+                respuesta = op.haz(r);
+                llamadas = static_cast<unsigned>(libro.llamadas());
+            }
+            const lista esperado = estado(a);
+            nada_que_decir(de);
+            // By the first call, or the first of each path, the text has got its full form.
+            for (unsigned n = op.paths + 1; n <= llamadas; n += 1 + (&como == escrituras ? n / 6 : n)) {
+                a.limpia();
+                siembra(a);
+                ve_a(a.ruta_w());
+                {
+                    fallos libro;
+                    libro.al_llamar([&](unsigned cual) {
+                        if (cual == n) {
+                            ve_a(adonde);
+                        }
+                    });
+                    EXPECT_EQ(op.haz(r), respuesta) << de << ", call " << n;
+                    EXPECT_EQ(libro.manijas_abiertas(), 0u) << de << ", call " << n;
+                }
+                EXPECT_EQ(estado(a), esperado) << de << ", call " << n;
+                EXPECT_EQ(estado(b), otro) << de << ", call " << n << ": the other directory has changed";
+                nada_que_decir(de);
+                if (testing::Test::HasFailure() && estado(b) != otro) {
+                    b.limpia();
+                    siembra(b);
+                    break;
+                }
+                toma_esperas();
+            }
+        }
+    }
+}
+
+namespace {
+
+// An operation that is held up, and what of the host or of the library may run then.
+struct retenida {
+    std::string nombre;
+    const char* que;                             // held open by somebody who shares nothing
+    std::function<int(const std::string&)> haz;  // with what stands before each name
+    lista momentos;
+    std::string se_dice = {};  // of the path, in the question, as it was given
+    int respuesta = 7;
+};
+
+std::vector<retenida> retenidas() {
+    const lista de_borrado = {"question", "callback", "pause"};
+    const lista con_pregunta = {"question", "pause"};
+    std::vector<retenida> resultado = {
+        {"borra_fichero_UNICODE", "f.txt",
+         [](const std::string& p) { return cdir_borra_fichero_UNICODE(w(p + "f.txt").c_str()); }, de_borrado,
+         "f.txt", 1},
+        {"borra_fichero", "f.txt",
+         [](const std::string& p) {
+             cdir_borra_fichero(cp1252(p + "f.txt").c_str());
+             return 7;
+         },
+         de_borrado, "f.txt"},
+        {"borra_fichero_UNICODE, read-only", "p.txt",
+         [](const std::string& p) { return cdir_borra_fichero_UNICODE(w(p + "p.txt").c_str()); }, de_borrado,
+         "p.txt", 1},
+        {"borra_fichero_con_mensaje_extra_UNICODE", "f.txt",
+         [](const std::string& p) {
+             return cdir_borra_fichero_con_mensaje_extra_UNICODE(w(p + "f.txt").c_str(), L"extra");
+         },
+         de_borrado, "f.txt", 1},
+        {"borra_fichero_con_mensaje_extra", "f.txt",
+         [](const std::string& p) {
+             cdir_borra_fichero_con_mensaje_extra(cp1252(p + "f.txt").c_str(), "extra");
+             return 7;
+         },
+         de_borrado, "f.txt"},
+        {"borra_fichero_si_existe_UNICODE", "f.txt",
+         [](const std::string& p) { return cdir_borra_fichero_si_existe_UNICODE(w(p + "f.txt").c_str()); },
+         de_borrado, "f.txt", 1},
+        {"borra_fichero_si_existe", "f.txt",
+         [](const std::string& p) {
+             cdir_borra_fichero_si_existe(cp1252(p + "f.txt").c_str());
+             return 7;
+         },
+         de_borrado, "f.txt"},
+        {"lumodir_borra_fichero_si_existe_UNICODE",
+         "f.txt",
+         [](const std::string& p) {
+             unsigned short error = 9;
+             lumodir_borra_fichero_si_existe_UNICODE(w(p + "f.txt").c_str(), &error);
+             return int{error};
+         },
+         {"callback", "pause"},
+         "",
+         0},
+        {"lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE",
+         "f.txt",
+         [](const std::string& p) {
+             unsigned short error = 9;
+             lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(w(p + "f.txt").c_str(), L"extra",
+                                                                       &error);
+             return int{error};
+         },
+         {"callback", "pause"},
+         "",
+         0},
+        {"borra_directorio_UNICODE", "v\\w\\x",
+         [](const std::string& p) { return cdir_borra_directorio_UNICODE(w(p + "v\\w\\x").c_str()); },
+         con_pregunta, "v\\w\\x", 1},
+        {"borra_directorio", "v\\w\\x",
+         [](const std::string& p) {
+             cdir_borra_directorio(cp1252(p + "v\\w\\x").c_str());
+             return 7;
+         },
+         con_pregunta, "v\\w\\x"},
+        {"borra_directorio_si_existe_UNICODE", "v\\w\\x",
+         [](const std::string& p) {
+             return cdir_borra_directorio_si_existe_UNICODE(w(p + "v\\w\\x").c_str());
+         },
+         con_pregunta, "v\\w\\x", 1},
+        {"se_borra_directorio",
+         "v\\w\\x",
+         [](const std::string& p) { return cdir_se_borra_directorio(w(p + "v\\w\\x").c_str()); },
+         {"pause"},
+         "",
+         1},
+        {"renombra_fichero_UNICODE", "f.txt",
+         [](const std::string& p) {
+             cdir_renombra_fichero_UNICODE(w(p + "f.txt").c_str(), w(p + "n.txt").c_str());
+             return 7;
+         },
+         con_pregunta, "f.txt"},
+        {"renombra_fichero", "f.txt",
+         [](const std::string& p) {
+             cdir_renombra_fichero(cp1252(p + "f.txt").c_str(), cp1252(p + "n.txt").c_str());
+             return 7;
+         },
+         con_pregunta, "f.txt"},
+        {"cambia_extension_ficheros_u", "e\\a.tmp",
+         [](const std::string& p) {
+             cdir_cambia_extension_ficheros_u(w(p + "e").c_str(), L"tmp", L"bak");
+             return 7;
+         },
+         con_pregunta, "e\\a.tmp"},
+        {"cambia_extension_ficheros_u, target held", "e\\a.bak",
+         [](const std::string& p) {
+             cdir_cambia_extension_ficheros_u(w(p + "e").c_str(), L"tmp", L"bak");
+             return 7;
+         },
+         de_borrado, "e\\a.bak"},
+        {"asignar_fecha_fichero_UTC", "f.txt",
+         [](const std::string& p) {
+             return timefich_asignar_fecha_fichero_UTC(w(p + "f.txt").c_str(), 1'500'000'000);
+         },
+         con_pregunta, "f.txt", 1},
+        {"asignar_fecha_fichero_ansi_UTC", "f.txt",
+         [](const std::string& p) {
+             return timefich_asignar_fecha_fichero_ansi_UTC(cp1252(p + "f.txt").c_str(), 1'500'000'000);
+         },
+         con_pregunta, "f.txt", 1},
+        {"asignar_fecha_fichero_UTC_si_es_posible",
+         "f.txt",
+         [](const std::string& p) {
+             return timefich_asignar_fecha_fichero_UTC_si_es_posible(w(p + "f.txt").c_str(), 1'500'000'000);
+         },
+         {"pause"},
+         "",
+         1},
+    };
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        if (&f == &formas_de_borrar[std::size(formas_de_borrar) - 1]) {
+            continue;  // one pass without a pause
+        }
+        const bool estricta = !f.por_pasadas;
+        resultado.push_back({f.nombre, "t\\a", [&f](const std::string& p) { return int{f.borra(p + "t")}; },
+                             estricta ? de_borrado : lista{"pause"}, estricta ? "t\\a" : "",
+                             f.contesta == respuesta::ninguna ? int{no_contesta} : 1});
+        if (f.recursiva) {
+            resultado.push_back({std::string(f.nombre) + ", further down", "t\\s\\h\\c",
+                                 [&f](const std::string& p) { return int{f.borra(p + "t\\")}; },
+                                 estricta ? de_borrado : lista{"pause"}, estricta ? "t\\s\\h\\c" : "",
+                                 f.contesta == respuesta::ninguna ? int{no_contesta} : 1});
+        }
+    }
+    return resultado;
+}
+
+std::function<void()> g_al_preguntar_si_esta_abierto;
+unsigned short pregunta_si_esta_abierto(const wchar_t*) {
+    g_al_preguntar_si_esta_abierto();
+    return 0;
+}
+
+}  // namespace
+
+TEST(nombres_atados, el_anfitrion_cambia_de_directorio_mientras_se_reintenta) {
+    const directorio_temporal a;
+    const directorio_temporal b;
+    const directorio_actual_restaurado restaura;
+    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    siembra(b);
+    const lista otro = estado(b);
+    for (const retenida& op : retenidas()) {
+        for (const std::string& cuando : op.momentos) {
+            for (const std::string& principio : {std::string(), a.ruta().substr(0, 2)}) {
+                const std::string de = op.nombre + ", " + cuando + ", '" + principio + "'";
+                buclrein_establece_politica(cuando == "question" ? 0 : 5, 10);
+                // What nobody holds shows what the operation does.
+                a.limpia();
+                siembra(a);
+                op.haz(a.ruta() + "\\");
+                const lista esperado = estado(a);
+                nada_que_decir(de);
+
+                a.limpia();
+                siembra(a);
+                ve_a(a.ruta_w());
+                HANDLE sujeto = a.abre(op.que, GENERIC_READ, 0);
+                ASSERT_NE(sujeto, INVALID_HANDLE_VALUE) << de;
+                unsigned veces = 0;
+                unsigned preguntado = 0;
+                const auto entretanto = [&] {
+                    ++veces;
+                    ve_a(b.ruta_w());
+                    if (sujeto != INVALID_HANDLE_VALUE) {
+                        ::CloseHandle(sujeto);
+                        sujeto = INVALID_HANDLE_VALUE;
+                    }
+                };
+                contesta([&](const pregunta& p) -> unsigned short {
+                    EXPECT_NE(p.mensaje.find(principio + op.se_dice), std::string::npos)
+                        << de << ": " << p.mensaje;
+                    EXPECT_EQ(p.mensaje.find(a.ruta() + "\\" + op.se_dice), std::string::npos)
+                        << "the path as it was given";
+                    if (cuando == "question") {
+                        entretanto();
+                    }
+                    return ++preguntado < 3 ? 1 : 0;
+                });
+                al_dormir([&](unsigned long) {
+                    if (cuando == "pause") {
+                        entretanto();
+                    }
+                });
+                g_al_preguntar_si_esta_abierto = entretanto;
+                if (cuando == "callback") {
+                    lumodir_set_func_comprobar_fichero_no_esta_abierto(pregunta_si_esta_abierto);
+                }
+                {
+                    fallos libro;
+                    EXPECT_EQ(op.haz(principio), op.respuesta) << de;
+                    EXPECT_EQ(libro.manijas_abiertas(), 0u) << de;
+                }
+                lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
+                EXPECT_GE(veces, 1u) << de << ": nothing came between";
+                if (sujeto != INVALID_HANDLE_VALUE) {
+                    ::CloseHandle(sujeto);
+                }
+                EXPECT_EQ(estado(a), esperado) << de;
+                if (estado(b) != otro) {
+                    ADD_FAILURE() << de << ": the other directory has changed";
+                    b.limpia();
+                    siembra(b);
+                }
+                toma_preguntas();
+                toma_esperas();
+                toma_avisos();
+                EXPECT_EQ(toma_expresiones(), lista{}) << de;
+            }
+        }
+    }
+}
+
+// What is not there at first, and comes while the host is asked: in the directory that was meant.
+TEST(nombres_atados, lo_que_falta_se_espera_en_su_directorio) {
+    const directorio_temporal a;
+    const directorio_temporal b;
+    const directorio_actual_restaurado restaura;
+    struct fila {
+        const char* nombre;
+        bool con_pregunta;
+        std::function<void(const directorio_temporal&)> estorba;  // before
+        std::function<void(const directorio_temporal&)> remedia;  // in between
+        std::function<int()> haz;
+        int respuesta;
+    };
+    const auto nada = [](const directorio_temporal&) {};
+    const fila filas[] = {
+        {"protege_fichero_UNICODE", true, [](const directorio_temporal& d) { d.borra("f.txt"); },
+         [](const directorio_temporal& d) {
+             d.fichero("f.txt", "f.txt");
+             d.pon_fecha("f.txt", dia_de_siembra);
+         },
+         [] {
+             lumodir_protege_fichero_UNICODE(L"f.txt");
+             return 7;
+         },
+         7},
+        {"protege_fichero", false, [](const directorio_temporal& d) { d.borra("f.txt"); },
+         [](const directorio_temporal& d) {
+             d.fichero("f.txt", "f.txt");
+             d.pon_fecha("f.txt", dia_de_siembra);
+         },
+         [] {
+             lumodir_protege_fichero("f.txt");
+             return 7;
+         },
+         7},
+        {"crea_directorios_UNICODE", true, [](const directorio_temporal& d) { d.fichero("n"); },
+         [](const directorio_temporal& d) { d.borra("n"); },
+         [] { return int{cdir_crea_directorios_UNICODE(L"n\\m", 1)}; }, 1},
+        {"crea_directorios_si_es_posible_UNICODE", false,
+         [](const directorio_temporal& d) { d.fichero("n"); },
+         [](const directorio_temporal& d) { d.borra("n"); },
+         [] { return int{cdir_crea_directorios_si_es_posible_UNICODE(L"n\\m")}; }, 1},
+        {"espera_acceso_a_recursos_en_directorio", false, [](const directorio_temporal& d) { d.borra("v"); },
+         nada, [] { return int{lumodir_espera_acceso_a_recursos_en_directorio("v")}; }, 0},
+        {"espera_acceso_a_recursos_en_directorio, it comes", false,
+         [](const directorio_temporal& d) { d.borra("v"); },
+         [](const directorio_temporal& d) { d.directorio("v"); },
+         [] { return int{lumodir_espera_acceso_a_recursos_en_directorio("v")}; }, 1},
+        {"renombra_fichero_UNICODE", true, [](const directorio_temporal& d) { d.borra("f.txt"); },
+         [](const directorio_temporal& d) {
+             d.fichero("f.txt", "f.txt");
+             d.pon_fecha("f.txt", dia_de_siembra);
+         },
+         [] {
+             cdir_renombra_fichero_UNICODE(L"f.txt", L"n.txt");
+             return 7;
+         },
+         7},
+    };
+    for (const fila& caso : filas) {
+        buclrein_establece_politica(caso.con_pregunta ? 0 : 5, 10);
+        siembra(b);
+        const lista otro = estado(b);
+        // Without anything in the way.
+        siembra(a);
+        caso.estorba(a);
+        caso.remedia(a);
+        ve_a(a.ruta_w());
+        caso.haz();
+        const lista esperado = estado(a);
+        toma_preguntas();
+        toma_esperas();
+
+        a.limpia();
+        siembra(a);
+        caso.estorba(a);
+        bool ya = false;
+        unsigned preguntado = 0;
+        const auto entretanto = [&] {
+            if (!ya) {
+                ya = true;
+                caso.remedia(a);
+                ve_a(b.ruta_w());
+            }
+        };
+        contesta([&](const pregunta&) -> unsigned short {
+            entretanto();
+            return ++preguntado < 3 ? 1 : 0;
+        });
+        al_dormir([&](unsigned long) { entretanto(); });
+        EXPECT_EQ(caso.haz(), caso.respuesta) << caso.nombre;
+        EXPECT_TRUE(ya) << caso.nombre << ": nothing came between";
+        EXPECT_EQ(estado(a), esperado) << caso.nombre;
+        EXPECT_EQ(estado(b), otro) << caso.nombre << ": the other directory has changed";
+        toma_preguntas();
+        toma_esperas();
+        toma_avisos();
+        toma_informes();
+        ve_a(a.ruta_w().substr(0, 3));
+        contesta(nullptr);
+        al_dormir(nullptr);
+        a.limpia();
+        b.limpia();
+    }
+}
+
+namespace {
+
+struct vaiven {
+    texto_w uno;
+    texto_w otro;
+    volatile LONG sigue = 1;
+    volatile LONG veces = 0;
+};
+DWORD WINAPI va_y_viene(void* dato) {
+    auto* v = static_cast<vaiven*>(dato);
+    while (v->sigue != 0) {
+        ::SetCurrentDirectoryW(v->otro.c_str());
+        ::SetCurrentDirectoryW(v->uno.c_str());
+        ::InterlockedIncrement(&v->veces);
+    }
+    return 0;
+}
+
+}  // namespace
+
+// Another thread changes it all the time: whichever of the two directories was meant, the other one is untouched.
+TEST(nombres_atados, otro_hilo_cambia_de_directorio_sin_cesar) {
+    const directorio_temporal a;
+    const directorio_temporal b;
+    const directorio_actual_restaurado restaura;
+    buclrein_establece_politica(0, 0);
+    for (const operacion& op : todas()) {
+        if (op.paths != 1) {
+            continue;  // two texts may well mean two directories
+        }
+        siembra(a);
+        const lista como_estaba = estado(a);
+        ve_a(a.ruta_w());
+        op.haz([](const std::string& r) { return r; });
+        const lista esperado = estado(a);
+        for (int ronda = 0; ronda < 3; ++ronda) {
+            ve_a(a.ruta_w().substr(0, 3));
+            a.limpia();
+            b.limpia();
+            siembra(a);
+            siembra(b);
+            vaiven v = {a.ruta_w(), b.ruta_w()};
+            ve_a(a.ruta_w());
+            const HANDLE hilo = ::CreateThread(nullptr, 0, va_y_viene, &v, 0, nullptr);
+            while (v.veces == 0) {
+                ::Sleep(0);
+            }
+            op.haz([](const std::string& r) { return r; });
+            v.sigue = 0;
+            ::WaitForSingleObject(hilo, INFINITE);
+            ::CloseHandle(hilo);
+            const lista de_a = estado(a);
+            const lista de_b = estado(b);
+            EXPECT_TRUE((de_a == esperado && de_b == como_estaba) ||
+                        (de_a == como_estaba && de_b == esperado))
+                << op.nombre << ": both or neither, a " << testing::PrintToString(de_a) << " b "
+                << testing::PrintToString(de_b);
+            nada_que_decir(op.nombre);
+            toma_esperas();
+        }
+        ve_a(a.ruta_w().substr(0, 3));
+        a.limpia();
+        b.limpia();
+    }
+}

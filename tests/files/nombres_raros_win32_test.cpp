@@ -1,0 +1,515 @@
+// Trees whose names no Windows program would give, made from the Unix side: deleted in every way, listed, and cleared
+// by pattern, with what lies outside looked at from the Unix side.
+#include "apoyo/fallos.hpp"
+#include "apoyo/formas_de_borrar.hpp"
+#include "apoyo/lado_unix.hpp"
+#include "companions/buclrein.h"
+#include "files/azar.hpp"
+#include "lumodir.h"
+
+using namespace apoyo;
+
+namespace {
+
+using lista = std::vector<std::string>;
+
+// Stands beside the trees; `valioso` is what every trap in them aims at.
+const char* const fuera =
+    "mkdir -p fuera/hondo vacio; echo 1 >fuera/valioso; echo 2 >fuera/hondo/f; echo 3 >fuera/x;"
+    "echo 4 >fuera/protegido; chmod 444 fuera/protegido\n";
+
+struct fila {
+    const char* nombre;
+    std::string guion;      // run in the tree
+    lista se_queda = {};    // with all that is below, in the way of the Unix side
+    lista sin_borrar = {};  // what a silent pass lists, in the way of Windows
+    bool da_lista = true;   // whether that is settled
+    lista se_lista = {};    // the files of a recursive listing, where they are not simply those of the disk
+    bool propia_lista = false;
+};
+
+std::string repite(const char* texto, unsigned veces) {
+    std::string resultado;
+    while (veces-- != 0) {
+        resultado += texto;
+    }
+    return resultado;
+}
+
+const fila filas[] = {
+    {.nombre = "files that end in points and blanks",
+     .guion = ": >f; : >f.; : >f..; : >'f '; : >'f . '; : >' '; : >'f.txt '; : >f.txt; : >'  .  '"},
+    {.nombre = "directories that end in points and blanks",
+     .guion = "for d in d d. d.. 'd ' 'd. .' ' ' 'd  '; do mkdir \"$d\" \"$d/d.\"; : >\"$d/x.\"; : >\"$d/x\";"
+              ": >\"$d/d./y \"; done"},
+    {.nombre = "directories of points", .guion = "mkdir ... '. ' '.. ' '.x.'; : >.../f; : >'.. /g.'; : >h"},
+    {.nombre = "empty directories that end in points and blanks", .guion = "mkdir a 'a ' a. 'a..' 'b '"},
+    {.nombre = "a directory with a point beside a link",
+     .guion = "ln -s ../fuera link; mkdir link.; : >link./x",
+     .se_queda = {"link"},
+     .se_lista = {"link.\\x"},
+     .propia_lista = true},
+    {.nombre = "with two points, with a blank",
+     .guion = "ln -s ../fuera link; mkdir link.. 'link '; : >link../x; : >'link /hondo'",
+     .se_queda = {"link"}},
+    {.nombre = "a file with a point beside a link to a file",
+     .guion = "ln -s ../fuera/valioso v; : >v.; : >'v '",
+     .se_queda = {"v"},
+     .sin_borrar = {"v"},
+     .se_lista = {"v", "v ", "v."},
+     .propia_lista = true},
+    {.nombre = "names of devices",
+     .guion = "for n in con nul aux.txt com1 lpt9.log prn. 'CONIN$' NUL.tar.gz; do : >\"$n\"; done;"
+              "mkdir aux com2.d 'con '; : >aux/nul; : >com2.d/com1; : >'con /prn'"},
+    {.nombre = "files with a separator in their name",
+     .guion =
+         ": >'..\\fuera\\valioso'; : >'..\\fuera'; : >'a\\b'; : >'\\'; : >'\\fuera'; mkdir a; : >a/b; : >n",
+     .se_queda = {"..\\fuera\\valioso", "..\\fuera", "a\\b", "\\", "\\fuera"},
+     .da_lista = false,
+     .propia_lista = true},
+    {.nombre = "directories with a separator in their name",
+     .guion = "mkdir '..\\fuera' 'd\\e' '..\\vacio' d; : >'..\\fuera/x'; : >'d\\e/f'; mkdir d/e; : >d/e/f",
+     .se_queda = {"..\\fuera", "d\\e", "..\\vacio"},
+     .da_lista = false,
+     .propia_lista = true},
+    {.nombre = "names that differ in letter case",
+     .guion = ": >x; : >X; mkdir d D; : >d/f; : >d/F; : >D/f; : >\xC3\xB1; : >\xC3\x91"},
+    {.nombre = "bytes that are no text",
+     .guion = ": >\"$(printf '\\377bad')\"; : >\"$(printf '\\355\\240\\200s')\"; : >\"$(printf 'a\\303')\";"
+              "mkdir \"$(printf 'd\\200')\"; : >\"$(printf 'd\\200')/f\"",
+     .se_lista = {"\xEF\xBF\xBD"
+                  "bad",
+                  "\xEF\xBF\xBD\xEF\xBF\xBDs", "a\xEF\xBF\xBD", "d\xEF\xBF\xBD\\f"},
+     .propia_lista = true},
+    {.nombre = "a directory that looks like a link beside it",
+     .guion = "ln -s ../fuera \"$(printf '\\357\\277\\275d')\"; mkdir \"$(printf '\\377d')\";"
+              ": >\"$(printf '\\377d')/x\"; : >n",
+     .se_queda = {"\xEF\xBF\xBD"
+                  "d",
+                  "\xFF"
+                  "d"},
+     .se_lista = {"n"},
+     .propia_lista = true},
+    {.nombre = "the longest names",
+     .guion = "n=" + repite("n", 254) + "; : >$n.; : >${n}x; : >\"$n \"; d=" + repite("d", 254) +
+              "; mkdir $d. ${d}d; : >$d./$n.; : >${d}d/${n}n; : >" + repite("\xE2\x82\xAC", 85) + "; : >" +
+              repite("\xF0\x9F\x98\x80", 63)},
+    {.nombre = "right to left, combining, joined",
+     .guion = ": >'\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D.txt'; : >\"e\xCC\x81\"; : >\xC3\xA9;"
+              "mkdir '\xE2\x80\xAEtxt.d'; : >'\xE2\x80\xAEtxt.d/\xD8\xB9\xD8\xB1\xD8\xA8\xD9\x8A.';"
+              ": >'\xF0\x9F\x91\xA8\xE2\x80\x8D\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA7'"},
+    {.nombre = "characters that the system refuses in a name",
+     .guion = ": >'a*b'; : >'q?'; : >'p|'; mkdir 'd*'; : >'d*/f'; : >axb; : >q1; mkdir dx; : >dx/f",
+     .se_queda = {"a*b", "q?", "p|", "d*"},
+     .da_lista = false,
+     .se_lista = {"a*b", "axb", "dx\\f", "p|", "q1", "q?"},
+     .propia_lista = true},
+    {.nombre = "links to files, full and empty directories, and in circles",
+     .guion = "ln -s ../fuera/valioso lf; ln -s ../fuera/protegido lp; ln -s ../vacio lv; ln -s ../fuera ld;"
+              "ln -s . aqui; ln -s .. arriba; mkdir s; : >s/f; ln -s ../../fuera/x s/lx; : >n",
+     .se_queda = {"lf", "lp", "lv", "ld", "aqui", "arriba", "s/lx"},
+     .sin_borrar = {"lf", "lp", "s\\lx"},
+     .se_lista = {"lf", "lp", "n", "s\\f", "s\\lx"},
+     .propia_lista = true},
+    {.nombre = "a link to a file, and nothing else",
+     .guion = "ln -s ../fuera/valioso lf",
+     .se_queda = {"lf"},
+     .sin_borrar = {"lf"},
+     .se_lista = {"lf"},
+     .propia_lista = true},
+    {.nombre = "a link to an empty directory, and nothing else",
+     .guion = "ln -s ../vacio lv",
+     .se_queda = {"lv"}},
+    {.nombre = "more than one page of entries, every other one odd",
+     .guion = "n=" + repite("n", 200) +
+              "; i=0; while [ $i -lt 90 ]; do : >$n$i; : >\"$n$i \"; i=$((i + 1)); done;"
+              "mkdir $n.1. $n.2.; : >$n.1./x; : >$n.2./x."},
+};
+
+bool empieza_por_ruta(const std::string& ruta, const std::string& principio) {
+    return ruta == principio || ruta.rfind(principio + "/", 0) == 0;
+}
+
+bool con_directorio_de_punto(const std::string& linea) {
+    const std::string directorios = linea[0] == 'd' ? linea.substr(2) + "/" : linea.substr(2);
+    for (std::size_t i = 0, fin; (fin = directorios.find('/', i)) != directorios.npos; i = fin + 1) {
+        if (directorios[i] == '.') {
+            return true;
+        }
+    }
+    return false;
+}
+
+// What a form leaves of a tree (lines of the census).
+lista lo_que_queda(const forma_de_borrar& f, const fila& caso, const lista& antes) {
+    lista quedan;
+    for (const std::string& linea : antes) {
+        const std::string ruta = linea.substr(2);
+        bool se_queda = std::any_of(caso.se_queda.begin(), caso.se_queda.end(),
+                                    [&](const std::string& q) { return empieza_por_ruta(ruta, q); });
+        se_queda = se_queda || (!f.recursiva && (linea[0] == 'd' || ruta.find('/') != ruta.npos)) ||
+                   (!f.recursiva && linea[0] == 'l') || (!f.con_puntos && con_directorio_de_punto(linea));
+        if (se_queda) {
+            quedan.push_back(linea);
+        }
+    }
+    // With what stays stay its parents.
+    lista todo = quedan;
+    for (const std::string& linea : antes) {
+        if (linea[0] == 'd' && std::find(quedan.begin(), quedan.end(), linea) == quedan.end() &&
+            std::any_of(quedan.begin(), quedan.end(), [&](const std::string& q) {
+                return empieza_por_ruta(q.substr(2), linea.substr(2));
+            })) {
+            todo.push_back(linea);
+        }
+    }
+    std::sort(todo.begin(), todo.end());
+    return todo;
+}
+
+lista de_un_arbol(const lista& censo, const std::string& arbol, bool& esta) {
+    lista resultado;
+    esta = false;
+    for (const std::string& linea : censo) {
+        esta = esta || linea == "d " + arbol;
+        if (linea.rfind(arbol + "/", 2) == 2) {
+            resultado.push_back(linea.substr(0, 2) + linea.substr(3 + arbol.size()));
+        }
+    }
+    std::sort(resultado.begin(), resultado.end());
+    return resultado;
+}
+
+// Deleted entries that a handle keeps alive are seen, and so are handles on what is left.
+void nadie_lo_tiene_abierto(const directorio_temporal& d, const std::string& relativa) {
+    if (!d.es_directorio(relativa)) {
+        return;
+    }
+    const HANDLE h = d.abre(relativa, GENERIC_READ | DELETE, 0);
+    EXPECT_NE(h, INVALID_HANDLE_VALUE) << relativa << " is still open: " << ::GetLastError();
+    if (h != INVALID_HANDLE_VALUE) {
+        ::CloseHandle(h);
+    }
+}
+
+unsigned i_cero() noexcept {
+    return 0;
+}
+
+// The files of a recursive listing, relative to the root, in their order; and the number of records.
+struct listado {
+    lista ficheros;
+    unsigned long registros;
+};
+listado lista_el_arbol(const std::string& raiz, bool todos) {
+    unsigned long num = 0;
+    ListaFicheros_u* listas = nullptr;
+    (todos ? lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE
+           : lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE)(w(raiz).c_str(), nullptr, &num,
+                                                                               &listas);
+    listado resultado = {{}, num};
+    for (unsigned long i = 0; i < num; ++i) {
+        const std::string path = u8(listas[i].path);
+        EXPECT_EQ(path.substr(0, raiz.size()), raiz);
+        for (unsigned long k = 0; k < listas[i].num; ++k) {
+            const std::string ruta = path + "\\" + u8(listas[i].lista[k]);
+            resultado.ficheros.push_back(ruta.substr(std::min(raiz.size() + 1, ruta.size())));
+        }
+    }
+    lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(num, &listas);
+    std::sort(resultado.ficheros.begin(), resultado.ficheros.end());
+    return resultado;
+}
+
+}  // namespace
+
+#define SIN_LADO_UNIX_NO(u)                                                       \
+    if (!(u).hay()) {                                                             \
+        GTEST_SKIP() << "no Unix side here that would make such names and links"; \
+    }
+
+TEST(nombres_raros, los_arboles_se_borran_enteros_y_nada_de_fuera) {
+    buclrein_establece_politica(0, 0);
+    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    for (const fila& caso : filas) {
+        SCOPED_TRACE(caso.nombre);
+        const lado_unix u;
+        SIN_LADO_UNIX_NO(u);
+        std::string guion = fuera;
+        for (std::size_t i = 0; i < std::size(formas_de_borrar); ++i) {
+            guion += "mkdir t" + std::to_string(i) + "; cd t" + std::to_string(i) + "\n" + caso.guion +
+                     "\ncd ..\n";
+        }
+        EXPECT_EQ(u.corre(guion), "");
+        const lista fuera_antes = u.censo_exacto("fuera");
+        const lista antes = u.censo(".");
+        std::map<std::string, unsigned short> respuestas;
+        for (std::size_t i = 0; i < std::size(formas_de_borrar); ++i) {
+            const forma_de_borrar& f = formas_de_borrar[i];
+            const std::string arbol = "t" + std::to_string(i);
+            fallos libro;
+            respuestas[arbol] = f.borra(u.d.ruta(arbol));
+            EXPECT_EQ(libro.manijas_abiertas(), 0u) << f.nombre;
+            toma_esperas();
+            bool todos = true;
+            if (f.recursiva) {
+                todos = caso.se_queda.empty();
+            } else {
+                for (const std::string& q : caso.se_queda) {
+                    todos =
+                        todos &&
+                        std::find(antes.begin(), antes.end(), "f " + arbol + "/" + q) == antes.end() &&
+                        std::find(caso.sin_borrar.begin(), caso.sin_borrar.end(), q) == caso.sin_borrar.end();
+                }
+            }
+            if (f.por_pasadas || f.con_puntos) {
+                EXPECT_EQ(toma_expresiones(), f.debe && !todos ? lista{no_se_han_borrado_todos} : lista{})
+                    << f.nombre;
+                EXPECT_EQ(toma_preguntas().size(), 0u) << f.nombre;
+                EXPECT_EQ(toma_avisos(), lista{}) << f.nombre;
+            } else {
+                // Whoever deletes strictly is told of what does not go, and of nothing else.
+                bool hay = false;
+                const lista quedan = lo_que_queda(f, caso, de_un_arbol(antes, arbol, hay));
+                const std::size_t dicho =
+                    toma_preguntas().size() + toma_avisos().size() + toma_informes().size();
+                // (A directory of points directly in a root that stays is passed over without a word.)
+                if (f.quita_raiz || !caso.se_queda.empty() || quedan.empty()) {
+                    EXPECT_EQ(dicho != 0, !quedan.empty()) << f.nombre;
+                }
+            }
+            if (f.contesta == respuesta::se_fueron_los_ficheros) {
+                EXPECT_EQ(respuestas[arbol], todos ? 1 : 0) << f.nombre;
+            }
+            nadie_lo_tiene_abierto(u.d, arbol);
+        }
+        const lista despues = u.censo(".");
+        EXPECT_EQ(u.censo_exacto("fuera"), fuera_antes);
+        EXPECT_TRUE(u.d.existe("vacio"));
+        for (std::size_t i = 0; i < std::size(formas_de_borrar); ++i) {
+            const forma_de_borrar& f = formas_de_borrar[i];
+            const std::string arbol = "t" + std::to_string(i);
+            bool esta = false;
+            const lista esperada = lo_que_queda(f, caso, de_un_arbol(antes, arbol, esta));
+            EXPECT_EQ(de_un_arbol(despues, arbol, esta), esperada) << f.nombre;
+            EXPECT_EQ(esta, !f.quita_raiz || !esperada.empty()) << f.nombre;
+            if (f.contesta == respuesta::se_fue_el_directorio) {
+                EXPECT_EQ(respuestas[arbol], esperada.empty() ? 1 : 0) << f.nombre;
+            }
+        }
+        nadie_lo_tiene_abierto(u.d, "");
+    }
+}
+
+TEST(nombres_raros, una_pasada_nombra_lo_que_queda) {
+    for (const fila& caso : filas) {
+        if (!caso.da_lista) {
+            continue;
+        }
+        SCOPED_TRACE(caso.nombre);
+        const lado_unix u;
+        SIN_LADO_UNIX_NO(u);
+        u.corre(fuera + std::string("mkdir t; cd t\n") + caso.guion);
+        lista esperada;
+        for (const std::string& ruta : caso.sin_borrar) {
+            esperada.push_back(u.d.ruta("t\\" + ruta));
+        }
+        const pasada una = una_pasada(u.d.ruta("t"));
+        EXPECT_EQ(una.sin_borrar, esperada);
+        EXPECT_EQ(una.respuesta, caso.se_queda.empty() ? 1 : 0);
+    }
+}
+
+TEST(nombres_raros, los_listados_los_cuentan_bien) {
+    for (const fila& caso : filas) {
+        SCOPED_TRACE(caso.nombre);
+        const lado_unix u;
+        SIN_LADO_UNIX_NO(u);
+        u.corre(fuera + std::string("mkdir t; cd t\n") + caso.guion);
+        lista esperada = caso.se_lista;
+        unsigned long directorios = 1;
+        if (!caso.propia_lista) {
+            for (const std::string& linea : u.censo("t")) {
+                std::string ruta = linea.substr(2);
+                // Directories whose name begins with "." are not listed.
+                if (con_directorio_de_punto(linea) || linea[0] == 'l') {
+                    continue;
+                }
+                if (linea[0] == 'd') {
+                    ++directorios;
+                    continue;
+                }
+                std::replace(ruta.begin(), ruta.end(), '/', '\\');
+                esperada.push_back(ruta);
+            }
+        }
+        std::sort(esperada.begin(), esperada.end());
+        for (const bool todos : {false, true}) {
+            fallos libro;
+            const listado visto = lista_el_arbol(u.d.ruta("t"), todos);
+            EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            if (!caso.propia_lista || !caso.se_lista.empty()) {
+                EXPECT_EQ(visto.ficheros, esperada) << (todos ? "every directory" : "files only");
+            }
+            if (!caso.propia_lista && todos) {
+                EXPECT_EQ(visto.registros, directorios) << "a record for each directory";
+            }
+            for (const std::string& ruta : visto.ficheros) {
+                // A text in which the separator of a name counts as one would name a file outside.
+                EXPECT_EQ(ruta.find("valioso\\"), ruta.npos) << ruta;
+                EXPECT_FALSE(caso.propia_lista && caso.se_lista.empty() && ruta.find("..\\fuera\\x") == 0)
+                    << ruta;
+                EXPECT_FALSE(ruta.find("..\\fuera\\hondo") == 0) << ruta;
+            }
+        }
+        nadie_lo_tiene_abierto(u.d, "t");
+    }
+}
+
+namespace {
+
+// Names of two units a level, the second of which Windows would cut.
+void siembra_niveles(const lado_unix& u, unsigned cuantos) {
+    EXPECT_EQ(u.corre(fuera + std::string("rm -rf t; ruta=t/$(printf 'd./%.0s' $(seq ") +
+                      std::to_string(cuantos) + ")); mkdir -p $ruta; : >\"${ruta}f \""),
+              "");
+}
+
+void lista_niveles(const lado_unix& u, unsigned cuantos) {
+    std::string hondo;
+    for (unsigned i = 0; i < cuantos; ++i) {
+        hondo += "d.\\";
+    }
+    EXPECT_EQ(lista_el_arbol(u.d.ruta("t"), false).ficheros, lista{hondo + "f "});
+    EXPECT_EQ(lista_el_arbol(u.d.ruta("t"), true).registros, cuantos + 1);
+}
+
+void borra_niveles(const lado_unix& u, const forma_de_borrar& f) {
+    fallos libro;
+    const unsigned short contestado = f.borra(u.d.ruta("t"));
+    EXPECT_EQ(contestado, f.contesta == respuesta::ninguna ? no_contesta : 1) << f.nombre;
+    EXPECT_EQ(libro.manijas_abiertas(), 0u) << f.nombre;
+    EXPECT_EQ(u.censo("t"), lista{}) << f.nombre;
+    EXPECT_EQ(u.d.existe("t"), !f.quita_raiz) << f.nombre;
+}
+
+}  // namespace
+
+TEST(nombres_raros, doscientos_niveles) {
+    const lado_unix u;
+    SIN_LADO_UNIX_NO(u);
+    constexpr unsigned niveles = 200;
+    siembra_niveles(u, niveles);
+    lista_niveles(u, niveles);
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        if (f.recursiva) {
+            siembra_niveles(u, niveles);
+            borra_niveles(u, f);
+        }
+    }
+}
+
+// Wine resolves the whole path again at each opening, so that its work grows with the third power of the depth.
+TEST(nombres_raros, mil_niveles) {
+    const lado_unix u;
+    SIN_LADO_UNIX_NO(u);
+    siembra_niveles(u, 1'000);
+    lista_niveles(u, 1'000);
+    borra_niveles(u, formas_de_borrar[6]);
+}
+
+// Where a path grows too long for the system underneath, the rest stays, and the answer says so.
+TEST(nombres_raros, mas_hondo_de_lo_que_alcanza_el_sistema) {
+    buclrein_establece_politica(0, 0);
+    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const lado_unix u;
+    SIN_LADO_UNIX_NO(u);
+    EXPECT_EQ(u.corre(fuera + std::string("mkdir t; cd -P t; i=0; n=") + repite("n", 200) +
+                      "; while [ $i -lt 40 ]; do mkdir $n; cd -P $n; : >f; i=$((i + 1)); done"),
+              "");
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        if (!f.recursiva) {
+            continue;
+        }
+        fallos libro;
+        const unsigned short contestado = f.borra(u.d.ruta("t"));
+        EXPECT_EQ(libro.manijas_abiertas(), 0u) << f.nombre;
+        const std::size_t quedan = u.censo("t").size();
+        if (f.contesta != respuesta::ninguna) {
+            EXPECT_EQ(contestado, quedan == 0 ? 1 : 0) << f.nombre;
+        }
+        const lista informes = toma_expresiones();
+        if (f.debe) {
+            EXPECT_EQ(informes, quedan != 0 ? lista{no_se_han_borrado_todos} : lista{}) << f.nombre;
+        }
+        toma_preguntas();
+        toma_avisos();
+        toma_esperas();
+    }
+    EXPECT_EQ(u.censo("fuera").size(), 5u);
+}
+
+namespace {
+
+struct fila_filtro {
+    const char* nombre;
+    const char* guion;  // run in the directory searched
+    const char* filtro;
+    lista queda;
+};
+
+const fila_filtro filtros[] = {
+    {.nombre = "a final blank", .guion = ": >f.txt; : >'f.txt '", .filtro = "f.txt?", .queda = {"f f.txt"}},
+    {.nombre = "a final point", .guion = ": >g; : >g.", .filtro = "g?", .queda = {"f g"}},
+    {.nombre = "two blanks", .guion = ": >h; : >'h  '", .filtro = "h??", .queda = {"f h"}},
+    {.nombre = "everything",
+     .guion = ": >a.; : >'a '; : >a; : >con; : >aux.txt; : >'x .'",
+     .filtro = "*",
+     .queda = {}},
+    {.nombre = "devices",
+     .guion = ": >con; : >nul; : >com1.x; : >c",
+     .filtro = "co*",
+     .queda = {"f c", "f nul"}},
+    {.nombre = "a separator in the name",
+     .guion = ": >'..\\fuera\\valioso'; : >'..\\valioso'; : >'a\\b'; mkdir a; : >a/b; : >n",
+     .filtro = "*",
+     .queda = {"d a", "f ..\\fuera\\valioso", "f ..\\valioso", "f a/b", "f a\\b"}},
+    {.nombre = "links to files",
+     .guion = "ln -s ../fuera/valioso l.tmp; ln -s ../fuera/protegido p.tmp; ln -s ../fuera d.tmp; : >n.tmp",
+     .filtro = "*.tmp",
+     .queda = {"l d.tmp", "l l.tmp", "l p.tmp"}},
+    {.nombre = "a point beside a link to a file",
+     .guion = "ln -s ../fuera/valioso v; : >v.",
+     .filtro = "v?",
+     .queda = {"l v"}},
+    {.nombre = "letter case", .guion = ": >x.a; : >X.b", .filtro = "x.*", .queda = {}},
+};
+
+}  // namespace
+
+TEST(nombres_raros, por_filtro_se_borra_la_entrada_que_se_encontro) {
+    for (const fila_filtro& caso : filtros) {
+        for (const bool ancha : {true, false}) {
+            SCOPED_TRACE(std::string(caso.nombre) + (ancha ? ", wide" : ", 8-bit"));
+            const lado_unix u;
+            SIN_LADO_UNIX_NO(u);
+            EXPECT_EQ(u.corre(fuera + std::string("mkdir t; : >valioso; cd t\n") + caso.guion), "");
+            const lista fuera_antes = u.censo_exacto("fuera");
+            const std::string filtro = u.d.ruta("t\\" + std::string(caso.filtro));
+            {
+                fallos libro;
+                if (ancha) {
+                    cdir_delete_ficheros_UNICODE(w(filtro).c_str());
+                } else {
+                    cdir_delete_ficheros(cp1252(filtro).c_str());
+                }
+                EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            }
+            EXPECT_EQ(u.censo("t"), caso.queda);
+            EXPECT_EQ(u.censo_exacto("fuera"), fuera_antes);
+            EXPECT_TRUE(u.d.existe("valioso"));
+            toma_informes();  // of the wildcards
+            nadie_lo_tiene_abierto(u.d, "t");
+        }
+    }
+}
