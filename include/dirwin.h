@@ -83,7 +83,8 @@ LUMODIR_API Dirwin *dirwin_crea(const char *patron);
  *
  * @param patron  Path whose last component may hold `*` and `?`. NULL is reported as
  *                "(path_filtro_generico) != NULL" and the enumerator yields nothing.
- * @return New enumerator, never NULL; free it with dirwin_destruye_UNICODE().
+ * @return New enumerator, never NULL; free it with dirwin_destruye_UNICODE(). When its `busqueda` is
+ *         INVALID_HANDLE_VALUE, the last error of the thread (GetLastError()) tells why.
  */
 LUMODIR_API Dirwin_u *dirwin_crea_UNICODE(const wchar_t *patron);
 
@@ -107,7 +108,8 @@ LUMODIR_API unsigned short dirwin_findnextfile(Dirwin *dirwin, WIN32_FIND_DATAA 
  *
  * @param dirwinW    Enumerator. NULL is reported as "(dirwinW) != NULL".
  * @param find_data  The caller's buffer for the entry. NULL is reported as "(find_data) != NULL".
- * @return 1 when an entry was written, 0 at the end.
+ * @return 1 when an entry was written, 0 at the end; the last error of the thread is then ERROR_NO_MORE_FILES,
+ *         unless the walk ended before its end.
  */
 LUMODIR_API unsigned short dirwin_findnextfile_UNICODE(Dirwin_u *dirwinW, WIN32_FIND_DATAW *find_data);
 

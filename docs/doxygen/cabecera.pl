@@ -5,9 +5,14 @@
 # - the first paragraph is the brief description, whole: it may hold points that end no sentence;
 # - a line that begins at the margin ends a list;
 # - the words of linkage go.
+# A page in Markdown gets its table of contents, headings get anchors of their own, as GitHub names them, and links lead
+# to what there is among the pages: those to files that are none become plain text.
 # Lines keep their numbers but for one more after a list, so that warnings name the right ones.
 use strict;
 use warnings;
+use Cwd;
+
+my $raiz = getcwd();  # Doxygen gives whole paths
 
 my ($en_grupo, $en_titulo, $en_comentario, $en_lista, $falta_breve) = (0, 0, 0, 0, 0);
 
@@ -46,11 +51,68 @@ sub comentario {
     return $antes . $principio . join('', @trozos) . ($fin // '');
 }
 
+# Where a page in Markdown stands among those that are made, "" when it does not.
+sub direccion {
+    my ($fichero) = @_;
+    return 'index.html' if $fichero eq 'docs/guide.md';
+    return '' unless $fichero =~ m{^(?:(?:docs|packaging)/[a-z_A-Z]+|README|CHANGELOG|CONTRIBUTING)\.md$} && -e $fichero;
+    (my $nombre = $fichero) =~ s/\.md$//;
+    $nombre =~ s{/}{_}g;
+    return "md_$nombre.html";
+}
+
+sub ancla {
+    my ($titulo) = @_;
+    $titulo = lc $titulo;
+    $titulo =~ s/[^a-z0-9 _-]//g;
+    $titulo =~ s/ /-/g;
+    return $titulo;
+}
+
+sub enlace {
+    my ($texto, $destino) = @_;
+    return "[$texto]($destino)" if $destino =~ /^[a-z]+:/;
+    my ($fichero, $parte) = split /#/, $destino, 2;
+    (my $este = $ARGV) =~ s{^\Q$raiz\E/}{};
+    (my $carpeta = $este) =~ s{[^/]*$}{};
+    my $camino = $fichero eq '' ? $este : $carpeta . $fichero;
+    1 while $camino =~ s{[^/]+/\.\./}{};
+    my $pagina = direccion($camino);
+    return $texto if $pagina eq '';
+    my $prefijo = $camino =~ m{([^/]*)\.md$} ? $1 : '';
+    return "[$texto]($pagina" . (defined $parte ? "#$prefijo-$parte" : '') . ')';
+}
+
+my $en_bloque = 0;
+sub pagina {
+    my ($linea) = @_;
+    $en_bloque = !$en_bloque if $linea =~ /^```/;
+    return $linea if $en_bloque || $linea =~ /^```/;
+    my ($prefijo) = $ARGV =~ m{([^/]*)\.md$};
+    if ($linea =~ /^(#{2,4}) (.*?)\s*$/) {
+        return "$1 $2 {#$prefijo-" . ancla($2) . "}\n";
+    }
+    # In code a link is none, and a backslash at its end is one.
+    my @trozos = split /(`[^`]*`)/, $linea;
+    for my $trozo (@trozos) {
+        if ($trozo =~ /^`(.*\\)`$/) {
+            $trozo = "`` $1 ``";
+        } elsif ($trozo =~ /^`(.*'.*)`$/) {
+            $trozo = "``$1``";  # Doxygen takes `this' for a quotation
+        } elsif ($trozo !~ /^`/) {
+            $trozo =~ s/\[([^\]]*)\]\(([^)\s]+)\)/enlace($1, $2)/ge;
+        }
+    }
+    $linea = join '', @trozos;
+    # The text of a link may be code.
+    $linea =~ s/\[(`[^`]*`)\]\(([^)\s]+)\)/enlace($1, $2)/ge;
+    return $. == 1 ? "$linea\n[TOC]\n" : $linea;
+}
+
 my $en_ejemplo = 0;
 while (my $linea = <>) {
-    # A page gets its table of contents, which elsewhere would show as a word in brackets.
     if ($ARGV =~ /\.md$/) {
-        print $linea, $. == 1 ? "\n[TOC]\n" : '';
+        print pagina($linea);
         next;
     }
     $en_ejemplo = 1 if $linea =~ /\@code/;
@@ -81,6 +143,9 @@ while (my $linea = <>) {
     }
     if ($linea eq 'LUMODIR_EXTERN_C_FIN') {
         $linea = $cierra;
+        $en_grupo = 0;
+    } elsif ($linea =~ m{^\}  // namespace}) {
+        $linea = $cierra . $linea;
         $en_grupo = 0;
     }
     $linea = '' if $linea =~ m{^#define LUMODIR_(?:API|EXTERN_C_)};

@@ -5,15 +5,21 @@
  * An owner holds one pointer and nothing else; it moves, is never copied, and frees what it holds with the
  * library's own function, at once when another is moved into it. An empty one (moved from) behaves as an empty
  * text or list.
+ *
+ * An owner of a text becomes what a program keeps by itself: `std::wstring name = cdir::nombre_base_fichero(p)`,
+ * `std::filesystem::path q = cdir::obtener_path_actual()`. It is printed, compared, ordered, hashed and added to
+ * other texts like any string.
  */
 #ifndef LUMODIR_CPP_BASE_HPP
 #define LUMODIR_CPP_BASE_HPP
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -57,15 +63,54 @@ std::basic_string_view<C> vista(const C* texto) noexcept {
     return texto == nullptr ? std::basic_string_view<C>() : std::basic_string_view<C>(texto);
 }
 
+template <class C>
+std::basic_string<C> suma(std::basic_string_view<C> a, std::basic_string_view<C> b) {
+    std::basic_string<C> todo;
+    todo.reserve(a.size() + b.size());
+    return todo.append(a).append(b);
+}
+
 inline std::filesystem::path ruta(const wchar_t* texto) {
     return texto;
 }
+// As the library converts: bytes that are not valid in the code page become U+FFFD. Left to itself the system would
+// put the code page's own default there, a character like any other.
 inline std::filesystem::path ruta(const char* texto) {
-    const int unidades = ::MultiByteToWideChar(CP_ACP, 0, texto, -1, nullptr, 0);
-    std::wstring ancho(static_cast<std::size_t>(unidades), 0);
-    ::MultiByteToWideChar(CP_ACP, 0, texto, -1, ancho.data(), unidades);
-    ancho.resize(std::char_traits<wchar_t>::length(ancho.c_str()));
+    constexpr wchar_t sustituto = 0xFFFD;
+    const bool utf8 = ::GetACP() == CP_UTF8;  // it has U+FFFD by itself
+    const std::string_view todo = texto;
+    std::wstring ancho(todo.size(), L'\0');
+    const int bytes = static_cast<int>(todo.size());
+    const int unidades = bytes == 0 ? 0
+                                    : ::MultiByteToWideChar(CP_ACP, utf8 ? 0 : MB_ERR_INVALID_CHARS, texto,
+                                                            bytes, ancho.data(), bytes);
+    ancho.resize(static_cast<std::size_t>(unidades));
+    if (unidades > 0 || bytes == 0) {
+        return ancho;
+    }
+    for (std::size_t i = 0; i < todo.size();) {
+        const bool doble =
+            i + 1 < todo.size() && ::IsDBCSLeadByteEx(CP_ACP, static_cast<BYTE>(todo[i])) != FALSE;
+        wchar_t unidad[2];
+        const int largo =
+            ::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, texto + i, doble ? 2 : 1, unidad, 2);
+        if (largo > 0) {
+            ancho.append(unidad, static_cast<std::size_t>(largo));
+            i += doble ? 2 : 1;
+        } else {
+            ancho += sustituto;  // the byte behind a bad lead byte may be valid alone
+            ++i;
+        }
+    }
     return ancho;
+}
+
+// A text that its owner has, an empty one where it had none: for the functions that change it in place.
+inline wchar_t** con_texto(wchar_t** texto) noexcept {
+    if (*texto == nullptr) {
+        *texto = widestr_nousar_copia(L"", "lumodir.hpp", __LINE__);
+    }
+    return texto;
 }
 
 // One set of names for the four kinds of string lists.
@@ -107,17 +152,20 @@ inline void libera(AcadOrdeU** l) noexcept {
 }
 
 /**
- * Walks anything that has size() and operator[].
+ * Walks anything that has size() and operator[], in any order. Where the elements are made on demand, C++17 knows no
+ * more of it than an input iterator; C++20 takes it for what it is.
  *
  * @tparam De  What is kept of it: its address, or for a view, which may be gone first, the view itself.
  */
 template <class L, class De = const L*>
 class iterador {
 public:
-    using iterator_category = std::input_iterator_tag;
     using reference = decltype(std::declval<const L&>()[0]);
     using value_type = std::decay_t<reference>;
     using difference_type = std::ptrdiff_t;
+    using iterator_category = std::conditional_t<std::is_reference_v<reference>,
+                                                 std::random_access_iterator_tag, std::input_iterator_tag>;
+    using iterator_concept = std::random_access_iterator_tag;
 
     /** What `->` gives: the element's address, or the element where it is made on demand. */
     class pointer {
@@ -142,8 +190,36 @@ public:
         ++i_;
         return antes;
     }
+    iterador& operator--() noexcept {
+        --i_;
+        return *this;
+    }
+    iterador operator--(int) noexcept {
+        iterador antes = *this;
+        --i_;
+        return antes;
+    }
+    iterador& operator+=(difference_type n) noexcept {
+        i_ += static_cast<std::size_t>(n);
+        return *this;
+    }
+    iterador& operator-=(difference_type n) noexcept {
+        i_ -= static_cast<std::size_t>(n);
+        return *this;
+    }
+    reference operator[](difference_type n) const { return *(*this + n); }
+    friend iterador operator+(iterador a, difference_type n) noexcept { return a += n; }
+    friend iterador operator+(difference_type n, iterador a) noexcept { return a += n; }
+    friend iterador operator-(iterador a, difference_type n) noexcept { return a -= n; }
+    friend difference_type operator-(const iterador& a, const iterador& b) noexcept {
+        return static_cast<difference_type>(a.i_) - static_cast<difference_type>(b.i_);
+    }
     friend bool operator==(const iterador& a, const iterador& b) noexcept { return a.i_ == b.i_; }
     friend bool operator!=(const iterador& a, const iterador& b) noexcept { return a.i_ != b.i_; }
+    friend bool operator<(const iterador& a, const iterador& b) noexcept { return a.i_ < b.i_; }
+    friend bool operator>(const iterador& a, const iterador& b) noexcept { return a.i_ > b.i_; }
+    friend bool operator<=(const iterador& a, const iterador& b) noexcept { return a.i_ <= b.i_; }
+    friend bool operator>=(const iterador& a, const iterador& b) noexcept { return a.i_ >= b.i_; }
 
 private:
     static const L& lista(const L* direccion) noexcept { return *direccion; }
@@ -156,8 +232,8 @@ private:
 }  // namespace detalle
 
 /**
- * A string of the library, owned. What the functions return: look at it through vista(), or take a copy of the
- * standard library's with texto() or ruta().
+ * A string of the library, owned. What the functions return: look at it as a view, or take a copy as a string of
+ * the standard library or a path, by name (texto(), ruta()) or by merely assigning it to one.
  */
 template <class C>
 class basic_cadena {
@@ -186,9 +262,16 @@ public:
     bool empty() const noexcept { return *c_str() == 0; }
     std::basic_string_view<C> vista() const noexcept { return detalle::vista(c_str()); }
     operator std::basic_string_view<C>() const noexcept { return vista(); }
+    /** A copy. Constant, so that a path made of an owner takes the conversion below and has no choice of two. */
+    operator const std::basic_string<C>() const { return texto(); }  // NOLINT(readability-const-return-type)
+    /** A copy. */
+    operator std::filesystem::path() const { return ruta(); }
     /** A copy. */
     std::basic_string<C> texto() const { return std::basic_string<C>(vista()); }
-    /** A copy. 8-bit text is read in the active code page, whatever the locale of the program. */
+    /**
+     * A copy. 8-bit text is read in the active code page, whatever the locale of the program; bytes that are not
+     * valid there become U+FFFD.
+     */
     std::filesystem::path ruta() const { return detalle::ruta(c_str()); }
 
     /** For the C functions with an address of a string variable; what was held stays in it. */
@@ -196,16 +279,73 @@ public:
     /** Gives up the string: the caller frees it, with the library's function. */
     C* suelta() noexcept { return std::exchange(texto_, nullptr); }
 
-    // Of two owners by itself: C++20 would find the next two equally good, each way round.
+    // Code unit by code unit, as std::basic_string does. Each of the three by itself: an owner becomes a view by
+    // itself, too, and there must be one best choice.
     friend bool operator==(const basic_cadena& a, const basic_cadena& b) noexcept {
         return a.vista() == b.vista();
     }
-    friend bool operator!=(const basic_cadena& a, const basic_cadena& b) noexcept { return !(a == b); }
     friend bool operator==(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
         return a.vista() == b;
     }
+    friend bool operator==(std::basic_string_view<C> a, const basic_cadena& b) noexcept {
+        return a == b.vista();
+    }
+    friend bool operator!=(const basic_cadena& a, const basic_cadena& b) noexcept {
+        return a.vista() != b.vista();
+    }
     friend bool operator!=(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
         return a.vista() != b;
+    }
+    friend bool operator!=(std::basic_string_view<C> a, const basic_cadena& b) noexcept {
+        return a != b.vista();
+    }
+    friend bool operator<(const basic_cadena& a, const basic_cadena& b) noexcept {
+        return a.vista() < b.vista();
+    }
+    friend bool operator<(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
+        return a.vista() < b;
+    }
+    friend bool operator<(std::basic_string_view<C> a, const basic_cadena& b) noexcept {
+        return a < b.vista();
+    }
+    friend bool operator>(const basic_cadena& a, const basic_cadena& b) noexcept {
+        return a.vista() > b.vista();
+    }
+    friend bool operator>(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
+        return a.vista() > b;
+    }
+    friend bool operator>(std::basic_string_view<C> a, const basic_cadena& b) noexcept {
+        return a > b.vista();
+    }
+    friend bool operator<=(const basic_cadena& a, const basic_cadena& b) noexcept {
+        return a.vista() <= b.vista();
+    }
+    friend bool operator<=(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
+        return a.vista() <= b;
+    }
+    friend bool operator<=(std::basic_string_view<C> a, const basic_cadena& b) noexcept {
+        return a <= b.vista();
+    }
+    friend bool operator>=(const basic_cadena& a, const basic_cadena& b) noexcept {
+        return a.vista() >= b.vista();
+    }
+    friend bool operator>=(const basic_cadena& a, std::basic_string_view<C> b) noexcept {
+        return a.vista() >= b;
+    }
+    friend bool operator>=(std::basic_string_view<C> a, const basic_cadena& b) noexcept {
+        return a >= b.vista();
+    }
+    friend std::basic_string<C> operator+(const basic_cadena& a, const basic_cadena& b) {
+        return detalle::suma(a.vista(), b.vista());
+    }
+    friend std::basic_string<C> operator+(const basic_cadena& a, std::basic_string_view<C> b) {
+        return detalle::suma(a.vista(), b);
+    }
+    friend std::basic_string<C> operator+(std::basic_string_view<C> a, const basic_cadena& b) {
+        return detalle::suma(a, b.vista());
+    }
+    friend std::basic_ostream<C>& operator<<(std::basic_ostream<C>& salida, const basic_cadena& a) {
+        return salida << a.vista();
     }
 
 private:
@@ -230,6 +370,11 @@ public:
                                             std::is_same_v<C, std::filesystem::path::value_type>,
                                         int> = 0>
     basic_argumento(const P& ruta) noexcept : texto_(ruta.c_str()) {}
+    /** What std::filesystem's own walks hand out. */
+    template <class P, std::enable_if_t<std::is_same_v<P, std::filesystem::directory_entry> &&
+                                            std::is_same_v<C, std::filesystem::path::value_type>,
+                                        unsigned> = 0>
+    basic_argumento(const P& entrada) noexcept : texto_(entrada.path().c_str()) {}
     basic_argumento(std::basic_string_view<C> texto) {
         C* copia = corto_;
         if (texto.size() >= sin_reserva) {
@@ -260,7 +405,11 @@ using argumento_a = basic_argumento<char>;  /**< 8-bit, in the active code page 
 struct respuesta {
     bool bien = false;
     cadena motivo;
-    explicit operator bool() const noexcept { return bien; }
+    /** To bool alone: `bool valid = ...` compiles, and an answer never counts as a number. */
+    template <class B, std::enable_if_t<std::is_same_v<B, bool>, int> = 0>
+    operator B() const noexcept {
+        return bien;
+    }
 };
 
 /** A list of strings of the library, owned. Its elements are views, valid as long as the list. */
@@ -291,6 +440,9 @@ public:
     value_type operator[](std::size_t i) const noexcept {
         return detalle::vista(detalle::elemento(lista_, static_cast<unsigned long>(i)));
     }
+    /** The first and the last element of a list that has one. */
+    value_type front() const noexcept { return (*this)[0]; }
+    value_type back() const noexcept { return (*this)[size() - 1]; }
     const_iterator begin() const noexcept { return {this, 0}; }
     const_iterator end() const noexcept { return {this, size()}; }
     /** Copies of the elements. */
@@ -355,6 +507,9 @@ public:
     const T& operator[](std::size_t i) const noexcept {
         return *static_cast<const T*>(arr_GetPunteroConTipo(lista_, static_cast<unsigned long>(i)));
     }
+    /** The first and the last element of a list that has one. */
+    const T& front() const noexcept { return (*this)[0]; }
+    const T& back() const noexcept { return (*this)[size() - 1]; }
     const_iterator begin() const noexcept { return {this, 0}; }
     const_iterator end() const noexcept { return {this, size()}; }
     ArrPunteroConTipo** direccion() noexcept { return &lista_; }
@@ -375,5 +530,13 @@ inline unsigned long long bloques_vivos() noexcept {
 }
 
 }  // namespace lumodir
+
+/** For std::unordered_set and its like: the hash of the text. */
+template <class C>
+struct std::hash<lumodir::basic_cadena<C>> {
+    std::size_t operator()(const lumodir::basic_cadena<C>& a) const noexcept {
+        return std::hash<std::basic_string_view<C>>()(a.vista());
+    }
+};
 
 #endif

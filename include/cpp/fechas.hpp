@@ -1,7 +1,8 @@
 /**
  * @file fechas.hpp
  * Dates of files (timefich.h) and file-name records (nomsfich.h). The names are those of the C functions, as told
- * in rutas.hpp; a date that could not be read is an empty optional.
+ * in rutas.hpp; a date that could not be read is an empty optional. So is the one second whose value is -1, the
+ * last of 1969: in C both give -1.
  */
 #ifndef LUMODIR_CPP_FECHAS_HPP
 #define LUMODIR_CPP_FECHAS_HPP

@@ -126,7 +126,7 @@ inline bool borra_fichero_con_mensaje_extra(const argumento& fichero, const argu
     return lumodir::detalle::si(
         cdir_borra_fichero_con_mensaje_extra_UNICODE(fichero.c_str(), mensaje_extra.c_str()));
 }
-/** Deletes a file if it exists; a missing one counts as done. */
+/** Deletes a file if it exists, with retries and messages; a missing one counts as done. */
 inline bool borra_fichero_si_existe(const argumento& fichero) {
     return lumodir::detalle::si(cdir_borra_fichero_si_existe_UNICODE(fichero.c_str()));
 }
@@ -217,8 +217,14 @@ inline std::optional<unsigned long long> get_tamanyo_fichero(const argumento& pa
     const unsigned long long bytes = lumodir_get_tamanyo_fichero(path.c_str(), codigo_error);
     return bytes == ~0ull ? std::nullopt : std::optional<unsigned long long>(bytes);
 }
-/** Deletes a file if it exists, with retries, without a message; a missing one counts as done. */
-inline bool borra_fichero_si_existe(const argumento& fichero) {
+/**
+ * Deletes a file if it exists, with retries, without a message; a missing one counts as done.
+ *
+ * The C function is lumodir_borra_fichero_si_existe_UNICODE(). It has a name of its own here, because the one of
+ * `cdir` differs in nothing but that it asks and warns: which of the two is meant must not hang on a forgotten
+ * `cdir::`, and `using namespace` of both must not be ambiguous.
+ */
+inline bool borra_fichero_si_existe_sin_mensaje(const argumento& fichero) {
     unsigned short hay_error = CIERTO;
     lumodir_borra_fichero_si_existe_UNICODE(fichero.c_str(), &hay_error);
     return hay_error == FALSO;

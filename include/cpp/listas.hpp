@@ -3,8 +3,12 @@
  * What is in a directory (cdir_listas.h, fichsdir.h, dirwin.h and the listings of lumodir.h): lists of names,
  * trees, file sets, and the enumerator. The names are those of the C functions, as told in rutas.hpp.
  *
- * A listing with progress calls a function before each entry; 1 (true) stops it. An exception of that function
- * stops it too, and comes out of the listing.
+ * A directory that is missing or cannot be read is an empty list here, as in C, and the listings of trees leave out
+ * the directories whose name begins with ".". A program that must see everything, or be told what it could not see,
+ * takes lumodir::recorre() (recorrido.hpp).
+ *
+ * A listing with progress calls a function before each entry; an answer that is true stops it, whatever its type
+ * (in C only 1 does). An exception of that function stops it too, and comes out of the listing.
  */
 #ifndef LUMODIR_CPP_LISTAS_HPP
 #define LUMODIR_CPP_LISTAS_HPP
@@ -22,6 +26,13 @@ namespace lumodir {
 
 namespace detalle {
 
+constexpr bool es_separador(wchar_t unidad) noexcept {
+    return unidad == L'\\' || unidad == L'/';
+}
+inline bool acaba_en_separador(std::wstring_view texto) noexcept {
+    return !texto.empty() && es_separador(texto.back());
+}
+
 /** The names in a record of the library, one record of a list or of a tree. */
 class nombres {
 public:
@@ -29,7 +40,8 @@ public:
     using const_iterator = iterador<nombres, nombres>;
 
     nombres() noexcept = default;
-    explicit nombres(const ListaFicheros_u* registro) noexcept : registro_(registro) {}
+    explicit nombres(const ListaFicheros_u* registro, bool es_raiz = false) noexcept
+        : registro_(registro), es_raiz_(es_raiz) {}
     /** Listed directory; empty when listed by full pattern. */
     std::wstring_view path() const noexcept {
         return registro_ == nullptr ? std::wstring_view() : vista<wchar_t>(registro_->path);
@@ -42,20 +54,33 @@ public:
     const_iterator end() const noexcept { return {*this, size()}; }
     /** Copies of the names. */
     std::vector<std::wstring> vector() const { return {begin(), end()}; }
-    /** The full paths. */
+    /**
+     * The paths: directory and name, joined as the library joins them. The directory of a root stands without its
+     * separator (`C:` for `C:\`), and is a root all the same. A list by full pattern knows no directory: bare names.
+     */
     std::vector<std::filesystem::path> rutas() const {
-        const std::filesystem::path directorio(path());
+        std::wstring directorio(path());
+        if (!directorio.empty() ? !acaba_en_separador(directorio) : es_raiz_) {
+            directorio += L'\\';
+        }
         std::vector<std::filesystem::path> copia;
         copia.reserve(size());
         for (std::wstring_view nombre : *this) {
-            copia.push_back(directorio / nombre);
+            copia.emplace_back(suma<wchar_t>(directorio, nombre));
         }
         return copia;
     }
 
 private:
     const ListaFicheros_u* registro_ = nullptr;
+    bool es_raiz_ = false;
 };
+
+// Whether a directory is the root of the current drive, whose text is nothing once its separator is gone.
+inline bool es_raiz(const argumento& directorio) noexcept {
+    const std::wstring_view texto = vista(directorio.c_str());
+    return texto.size() == 1 && es_separador(texto.front());
+}
 
 }  // namespace detalle
 
@@ -66,10 +91,14 @@ public:
     using const_iterator = detalle::iterador<lista_ficheros>;
 
     lista_ficheros() noexcept = default;
-    lista_ficheros(lista_ficheros&& otra) noexcept : registro_(std::exchange(otra.registro_, {})) {}
+    /** To be filled; says whether the root of the current drive will be listed, which the record does not tell. */
+    explicit lista_ficheros(bool es_raiz) noexcept : es_raiz_(es_raiz) {}
+    lista_ficheros(lista_ficheros&& otra) noexcept
+        : registro_(std::exchange(otra.registro_, {})), es_raiz_(otra.es_raiz_) {}
     lista_ficheros& operator=(lista_ficheros&& otra) noexcept {
         lista_ficheros antes(std::move(otra));
         std::swap(registro_, antes.registro_);
+        std::swap(es_raiz_, antes.es_raiz_);
         return *this;
     }
     ~lista_ficheros() {
@@ -83,16 +112,22 @@ public:
     bool empty() const noexcept { return size() == 0; }
     /** A name that there is: `i` below size(). */
     std::wstring_view operator[](std::size_t i) const noexcept { return registro_.lista[i]; }
+    /** The first and the last name of a list that has one. */
+    std::wstring_view front() const noexcept { return (*this)[0]; }
+    std::wstring_view back() const noexcept { return (*this)[size() - 1]; }
     const_iterator begin() const noexcept { return {this, 0}; }
     const_iterator end() const noexcept { return {this, size()}; }
     /** Copies of the names. */
     std::vector<std::wstring> vector() const { return detalle::nombres(&registro_).vector(); }
-    /** The full paths. */
-    std::vector<std::filesystem::path> rutas() const { return detalle::nombres(&registro_).rutas(); }
+    /** The paths, joined as the library joins them; bare names where listed by full pattern. */
+    std::vector<std::filesystem::path> rutas() const {
+        return detalle::nombres(&registro_, es_raiz_).rutas();
+    }
     ListaFicheros_u* direccion() noexcept { return &registro_; }
 
 private:
     ListaFicheros_u registro_ = {};
+    bool es_raiz_ = false;
 };
 
 /** The files of a tree, owned: one element per directory, with its path and its names. */
@@ -102,13 +137,17 @@ public:
     using const_iterator = detalle::iterador<arbol>;
 
     arbol() noexcept = default;
-    arbol(unsigned long num, ListaFicheros_u* nuevos) noexcept : num_(num), directorios_(nuevos) {}
+    arbol(unsigned long num, ListaFicheros_u* nuevos, bool es_raiz = false) noexcept
+        : num_(num), directorios_(nuevos), es_raiz_(es_raiz) {}
     arbol(arbol&& otro) noexcept
-        : num_(std::exchange(otro.num_, 0)), directorios_(std::exchange(otro.directorios_, nullptr)) {}
+        : num_(std::exchange(otro.num_, 0)),
+          directorios_(std::exchange(otro.directorios_, nullptr)),
+          es_raiz_(otro.es_raiz_) {}
     arbol& operator=(arbol&& otro) noexcept {
         arbol antes(std::move(otro));
         std::swap(num_, antes.num_);
         std::swap(directorios_, antes.directorios_);
+        std::swap(es_raiz_, antes.es_raiz_);
         return *this;
     }
     ~arbol() {
@@ -120,27 +159,31 @@ public:
     std::size_t size() const noexcept { return num_; }
     bool empty() const noexcept { return num_ == 0; }
     /** A directory that there is: `i` below size(). */
-    value_type operator[](std::size_t i) const noexcept { return value_type(directorios_ + i); }
+    value_type operator[](std::size_t i) const noexcept { return value_type(directorios_ + i, es_raiz_); }
+    /** The first and the last directory of a tree that has one. */
+    value_type front() const noexcept { return (*this)[0]; }
+    value_type back() const noexcept { return (*this)[size() - 1]; }
     const_iterator begin() const noexcept { return {this, 0}; }
     const_iterator end() const noexcept { return {this, size()}; }
 
 private:
     unsigned long num_ = 0;
     ListaFicheros_u* directorios_ = nullptr;
+    bool es_raiz_ = false;
 };
 
 namespace cdir {
 
 /** The files of a directory; an extension filter, or nullptr for every file. */
 inline lista_ficheros lista_de_ficheros(const argumento& directorio, const argumento& extension = nullptr) {
-    lista_ficheros l;
+    lista_ficheros l(lumodir::detalle::es_raiz(directorio));
     cdir_lista_de_ficheros_UNICODE(directorio.c_str(), extension.c_str(), l.direccion());
     return l;
 }
 /** The same, of the names that a pattern finds. */
 inline lista_ficheros lista_de_ficherosFiltro(const argumento& directorio, const argumento& extension,
                                               const argumento& patron) {
-    lista_ficheros l;
+    lista_ficheros l(lumodir::detalle::es_raiz(directorio));
     cdir_lista_de_ficherosFiltro_UNICODE(directorio.c_str(), extension.c_str(), patron.c_str(),
                                          l.direccion());
     return l;
@@ -148,7 +191,7 @@ inline lista_ficheros lista_de_ficherosFiltro(const argumento& directorio, const
 /** The same with the drive apart. */
 inline lista_ficheros lista_de_ficherosFiltro_en_unidad(const argumento& unidad, const argumento& directorio,
                                                         const argumento& extension, const argumento& patron) {
-    lista_ficheros l;
+    lista_ficheros l(lumodir::detalle::es_raiz(directorio));
     cdir_lista_de_ficherosFiltro_en_unidad(unidad.c_str(), directorio.c_str(), extension.c_str(),
                                            patron.c_str(), l.direccion());
     return l;
@@ -161,7 +204,7 @@ inline lista_ficheros lista_de_ficheros_en_path_filtro(const argumento& path_fil
 }
 /** The subdirectories that a pattern finds. */
 inline lista_ficheros lista_de_directorios(const argumento& directorio, const argumento& patron = L"*") {
-    lista_ficheros l;
+    lista_ficheros l(lumodir::detalle::es_raiz(directorio));
     cdir_lista_de_directorios_UNICODE(directorio.c_str(), patron.c_str(), l.direccion());
     return l;
 }
@@ -175,7 +218,7 @@ inline arbol lista_de_ficheros_en_directorio_y_subdirectorios(const argumento& b
     ListaFicheros_u* directorios = nullptr;
     lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(base.c_str(), extension.c_str(), &num,
                                                                      &directorios);
-    return arbol(num, directorios);
+    return arbol(num, directorios, detalle::es_raiz(base));
 }
 /** The same with every directory of the tree. */
 inline arbol lista_de_ficheros_y_directorios_recursivamente(const argumento& base,
@@ -184,7 +227,7 @@ inline arbol lista_de_ficheros_y_directorios_recursivamente(const argumento& bas
     ListaFicheros_u* directorios = nullptr;
     lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(base.c_str(), extension.c_str(), &num,
                                                                    &directorios);
-    return arbol(num, directorios);
+    return arbol(num, directorios, detalle::es_raiz(base));
 }
 /** The sorted names that a pattern finds and whose extension is one of a list, or of any. */
 inline ordenada lista_de_fichero(const argumento& path_filtro,
@@ -395,14 +438,53 @@ inline bool fichero_esta_protegido(const Fichsdir& registro) {
 
 namespace dirwin {
 
-/** Walks the entries that a pattern finds: `for (WIN32_FIND_DATAW e; entradas.siguiente(e);) ...` */
+/**
+ * Walks the entries that a pattern finds, "." and ".." among them: `for (const WIN32_FIND_DATAW& e : entries) ...`,
+ * or `for (WIN32_FIND_DATAW e; entries.siguiente(e);) ...`. It is walked once.
+ */
 class enumerador {
 public:
-    explicit enumerador(const argumento& patron) : dirwin_(dirwin_crea_UNICODE(patron.c_str())) {}
-    enumerador(enumerador&& otro) noexcept : dirwin_(std::exchange(otro.dirwin_, nullptr)) {}
+    /** Stands on the entry at hand; all of them move on together. */
+    class iterador {
+    public:
+        using iterator_category = std::input_iterator_tag;
+        using value_type = WIN32_FIND_DATAW;
+        using difference_type = std::ptrdiff_t;
+        using pointer = const WIN32_FIND_DATAW*;
+        using reference = const WIN32_FIND_DATAW&;
+
+        iterador() noexcept = default;
+        explicit iterador(enumerador* de) : de_(de) { ++*this; }
+        reference operator*() const noexcept { return de_->actual_; }
+        pointer operator->() const noexcept { return &de_->actual_; }
+        iterador& operator++() {
+            if (!de_->siguiente(de_->actual_)) {
+                de_ = nullptr;
+            }
+            return *this;
+        }
+        void operator++(int) { ++*this; }
+        friend bool operator==(const iterador& a, const iterador& b) noexcept { return a.de_ == b.de_; }
+        friend bool operator!=(const iterador& a, const iterador& b) noexcept { return a.de_ != b.de_; }
+
+    private:
+        enumerador* de_ = nullptr;
+    };
+
+    explicit enumerador(const argumento& patron) : enumerador(dirwin_crea_UNICODE(patron.c_str())) {}
+    /** Takes over a new enumerator of the library, at once after it was made. */
+    explicit enumerador(Dirwin_u* nuevo) noexcept : dirwin_(nuevo) {
+        if (dirwin_ != nullptr && dirwin_->busqueda == INVALID_HANDLE_VALUE) {
+            codigo_ = algun_codigo(::GetLastError());
+        }
+    }
+    enumerador(enumerador&& otro) noexcept
+        : dirwin_(std::exchange(otro.dirwin_, nullptr)), codigo_(otro.codigo_), actual_(otro.actual_) {}
     enumerador& operator=(enumerador&& otro) noexcept {
         enumerador antes(std::move(otro));
         std::swap(dirwin_, antes.dirwin_);
+        std::swap(codigo_, antes.codigo_);
+        actual_ = antes.actual_;
         return *this;
     }
     ~enumerador() {
@@ -412,11 +494,32 @@ public:
     }
     /** Stores the next entry; false at the end. */
     bool siguiente(WIN32_FIND_DATAW& entrada) {
-        return lumodir::detalle::si(dirwin_findnextfile_UNICODE(dirwin_, &entrada));
+        if (lumodir::detalle::si(dirwin_findnextfile_UNICODE(dirwin_, &entrada))) {
+            return true;
+        }
+        if (const DWORD codigo = ::GetLastError(); dirwin_ != nullptr &&
+                                                   dirwin_->busqueda != INVALID_HANDLE_VALUE &&
+                                                   codigo != ERROR_NO_MORE_FILES) {
+            codigo_ = algun_codigo(codigo);
+        }
+        return false;
     }
+    /** Whether the search was opened, by the pattern or by the own filter. */
+    bool abierto() const noexcept { return dirwin_ != nullptr && dirwin_->busqueda != INVALID_HANDLE_VALUE; }
+    /** The system's code when the search could not be opened, or ended before its end; else 0. */
+    unsigned long codigo() const noexcept { return codigo_; }
+    iterador begin() { return iterador(this); }
+    iterador end() const noexcept { return {}; }
 
 private:
+    // Something went wrong, even where the code was lost on the way.
+    static unsigned long algun_codigo(DWORD codigo) noexcept {
+        return codigo == ERROR_SUCCESS ? ERROR_GEN_FAILURE : codigo;
+    }
+
     Dirwin_u* dirwin_;
+    unsigned long codigo_ = ERROR_SUCCESS;
+    WIN32_FIND_DATAW actual_ = {};
 };
 
 /** Whether an entry is a directory. */

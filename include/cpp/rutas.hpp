@@ -130,7 +130,7 @@ inline cadena nombre_fichero_con_ext(const argumento& ruta, const argumento& ext
 }
 /** Gives a path that is held another extension; nullptr for none. */
 inline void cambia_extension_nombre_fichero(cadena& ruta, const argumento& ext) {
-    cdir_cambia_extension_nombre_fichero_u(ruta.direccion(), ext.c_str());
+    cdir_cambia_extension_nombre_fichero_u(lumodir::detalle::con_texto(ruta.direccion()), ext.c_str());
 }
 /** Joins two directories, or a directory and a name. */
 inline cadena concatena_directorios(const argumento& directorio1, const argumento& directorio2) {
@@ -175,7 +175,7 @@ inline directorio_y_nombre directorio_y_nombre_base_fichero(const argumento& rut
 }
 /** Removes one final `\` of a path that is held. */
 inline void suprime_barra_final_si_hay(cadena& directorio) {
-    lumodir_suprime_barra_final_si_hay(directorio.direccion());
+    lumodir_suprime_barra_final_si_hay(detalle::con_texto(directorio.direccion()));
 }
 /** Whether a path is absolute. */
 inline bool ruta_es_absoluta(const argumento& ruta) {

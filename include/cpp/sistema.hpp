@@ -14,6 +14,10 @@
 #include "../wine.h"
 #include "base.hpp"
 
+#ifdef _MSC_VER
+#pragma comment(lib, "advapi32")  // the registry's own functions, for lee_ulong()
+#endif
+
 namespace lumodir {
 namespace lumoreg {
 
@@ -41,6 +45,49 @@ constexpr unsigned long num(vista v) noexcept {
     return static_cast<unsigned long>(v);
 }
 using lumodir::detalle::si;
+
+inline HKEY abierta(raiz r) noexcept {
+    switch (r) {
+        case raiz::classes_root:
+            return HKEY_CLASSES_ROOT;
+        case raiz::current_config:
+            return HKEY_CURRENT_CONFIG;
+        case raiz::current_user:
+            return HKEY_CURRENT_USER;
+        case raiz::local_machine:
+            return HKEY_LOCAL_MACHINE;
+        case raiz::users:
+            return HKEY_USERS;
+    }
+    return nullptr;
+}
+
+// With a code that is none of success when there is no number.
+inline std::optional<unsigned long> lee_ulong(vista v, raiz r, const argumento& clave,
+                                              const argumento& nombre_valor, DWORD& codigo) {
+    if (clave.c_str() == nullptr || nombre_valor.c_str() == nullptr) {
+        codigo = ERROR_INVALID_PARAMETER;
+        return std::nullopt;
+    }
+    const REGSAM acceso = KEY_QUERY_VALUE | (v == vista::de_64_bits   ? KEY_WOW64_64KEY
+                                             : v == vista::de_32_bits ? KEY_WOW64_32KEY
+                                                                      : 0u);
+    HKEY abierta_aqui = nullptr;
+    codigo = static_cast<DWORD>(::RegOpenKeyExW(abierta(r), clave.c_str(), 0, acceso, &abierta_aqui));
+    if (codigo != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    DWORD tipo = REG_NONE;
+    DWORD numero = 0;
+    DWORD bytes = sizeof numero;
+    codigo = static_cast<DWORD>(::RegQueryValueExW(abierta_aqui, nombre_valor.c_str(), nullptr, &tipo,
+                                                   reinterpret_cast<BYTE*>(&numero), &bytes));
+    ::RegCloseKey(abierta_aqui);
+    if (codigo == ERROR_SUCCESS && (tipo != REG_DWORD || bytes != sizeof numero)) {
+        codigo = ERROR_INVALID_DATATYPE;
+    }
+    return codigo == ERROR_SUCCESS ? std::optional<unsigned long>(numero) : std::nullopt;
+}
 }  // namespace detalle
 
 /** Whether a key exists and may be read. */
@@ -112,6 +159,27 @@ inline std::optional<cadena> lee_cadena_ex(vista v, raiz r, const argumento& cla
         return std::nullopt;
     }
     return contenido;
+}
+/** Reads a 32-bit value in one view; nothing when there is none, or one of another type. */
+inline std::optional<unsigned long> lee_ulong_ex(vista v, raiz r, const argumento& clave,
+                                                 const argumento& nombre_valor) {
+    DWORD codigo = ERROR_SUCCESS;
+    return detalle::lee_ulong(v, r, clave, nombre_valor, codigo);
+}
+/**
+ * Reads a 32-bit value, what establece_ulong() wrote. The C functions have no such reader: lee_cadena() would take
+ * its four bytes for text. The views are tried in the order of lee_cadena(); nothing when there is no such value,
+ * or one of another type.
+ */
+inline std::optional<unsigned long> lee_ulong(raiz r, const argumento& clave, const argumento& nombre_valor) {
+    for (const vista v : {vista::proceso, vista::de_64_bits, vista::de_32_bits}) {
+        DWORD codigo = ERROR_SUCCESS;
+        const std::optional<unsigned long> numero = detalle::lee_ulong(v, r, clave, nombre_valor, codigo);
+        if (numero || codigo != ERROR_FILE_NOT_FOUND) {
+            return numero;
+        }
+    }
+    return std::nullopt;
 }
 /** The names of the subkeys; empty when the key does not open. */
 inline lista dame_subclaves(raiz r, const argumento& clave) {

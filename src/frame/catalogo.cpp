@@ -567,18 +567,18 @@ constexpr datos_mensaje m_53955_fichero_no_correcto{
         {espanol,     L"El fichero '%s' no es correcto"},
         {regionales,  L"El archivo '%s' no es correcto"},
         {ingles,      L"The file '%s' is not correct"},
-        {frances,     L"Le fichier '%s' n'est pas correct"},
-        {brasil,      L"O arquivo '%s' não está correto"},
-        {portugal,    L"O ficheiro '%s' não está correto"},
-        {catalan,     L"El fitxer '%s' no és correcte"},
-        {italiano,    L"Il file '%s' non è corretto"},
-        {rumano,      L"Fișierul '%s' nu este corect"},
-        {chino,       L"文件 '%s' 不正确"},
-        {aleman,      L"Die Datei '%s' ist nicht korrekt"},
+        {frances,     L"Le nom de fichier '%s' est incorrect"},
+        {brasil,      L"O nome do arquivo '%s' está incorreto"},
+        {portugal,    L"O nome do ficheiro '%s' está incorreto"},
+        {catalan,     L"El nom del fitxer '%s' és incorrecte"},
+        {italiano,    L"Il nome del file '%s' non è corretto"},
+        {rumano,      L"Numele fișierului '%s' este incorect"},
+        {chino,       L"文件名 '%s' 不正确"},
+        {aleman,      L"Der Dateiname '%s' ist nicht korrekt"},
         {ruso,        L"Файл '%s' задан неверно"},
-        {polaco,      L"Plik '%s' jest nieprawidłowy"},
-        {turco,       L"'%s' dosyası doğru değil"},
-        {japones,     L"ファイル '%s' が正しくありません"},
+        {polaco,      L"Nazwa pliku '%s' jest nieprawidłowa"},
+        {turco,       L"'%s' dosya adı yanlış"},
+        {japones,     L"ファイル名 '%s' が正しくありません"},
     },
 };
 void i_msg_53955_fichero_no_correcto(RegistroMensaje* registro) {
@@ -597,8 +597,8 @@ constexpr datos_mensaje m_53957_punto_al_principio_o_final{
         {italiano,    L"È stato rilevato un punto all'inizio o alla fine del percorso: '%s'"},
         {rumano,      L"S-a găsit un punct la începutul sau la sfârșitul căii: '%s'"},
         {chino,       L"路径的开头或结尾有句点：'%s'"},
-        {aleman,      L"Am Anfang oder Ende des Pfads wurde ein Punkt gefunden: '%s'"},
-        {ruso,        L"В начале или конце пути обнаружена точка: '%s'"},
+        {aleman,      L"Am Anfang oder am Ende des Pfads wurde ein Punkt gefunden: '%s'"},
+        {ruso,        L"В начале или в конце пути обнаружена точка: '%s'"},
         {polaco,      L"Na początku lub na końcu ścieżki znaleziono kropkę: '%s'"},
         {turco,       L"Yolun başında veya sonunda nokta bulundu: '%s'"},
         {japones,     L"パスの先頭または末尾にピリオドが見つかりました: '%s'"},
@@ -684,16 +684,16 @@ constexpr datos_mensaje m_53961_no_se_puede_proteger_fichero{
         {espanol,     L"No se puede proteger el fichero '%s'"},
         {regionales_1_y_3, L"No se puede proteger el archivo '%s'"},
         {ingles,      L"It is not possible to lock the file '%s'"},
-        {frances,     L"Impossible de protéger en écriture le fichier '%s'"},
-        {brasil,      L"Não é possível proteger contra gravação o arquivo '%s'"},
-        {portugal,    L"Não é possível proteger contra escrita o ficheiro '%s'"},
-        {catalan,     L"No es pot protegir contra escriptura el fitxer '%s'"},
-        {italiano,    L"Impossibile proteggere da scrittura il file '%s'"},
-        {rumano,      L"Nu se poate proteja la scriere fișierul '%s'"},
+        {frances,     L"Impossible de protéger le fichier '%s' en écriture"},
+        {brasil,      L"Não é possível proteger o arquivo '%s' contra gravação"},
+        {portugal,    L"Não é possível proteger o ficheiro '%s' contra escrita"},
+        {catalan,     L"No es pot protegir el fitxer '%s' contra escriptura"},
+        {italiano,    L"Impossibile proteggere il file '%s' dalla scrittura"},
+        {rumano,      L"Nu se poate proteja fișierul '%s' la scriere"},
         {chino,       L"无法为文件 '%s' 设置写保护"},
-        {aleman,      L"Die Datei '%s' kann nicht schreibgeschützt werden"},
-        {ruso,        L"Не удается защитить от записи файл '%s'"},
-        {polaco,      L"Nie można zabezpieczyć przed zapisem pliku '%s'"},
+        {aleman,      L"Die Datei '%s' kann nicht mit einem Schreibschutz versehen werden"},
+        {ruso,        L"Не удается защитить файл '%s' от записи"},
+        {polaco,      L"Nie można zabezpieczyć pliku '%s' przed zapisem"},
         {turco,       L"'%s' dosyası yazmaya karşı korunamıyor"},
         {japones,     L"ファイル '%s' を書き込み禁止にできません"},
     },
@@ -716,8 +716,8 @@ constexpr datos_mensaje m_53962_no_se_puede_desproteger_fichero{
         {rumano,      L"Nu se poate elimina protecția la scriere a fișierului '%s'"},
         {chino,       L"无法取消文件 '%s' 的写保护"},
         {aleman,      L"Der Schreibschutz der Datei '%s' kann nicht aufgehoben werden"},
-        {ruso,        L"Не удается снять защиту от записи с файла '%s'"},
-        {polaco,      L"Nie można usunąć zabezpieczenia przed zapisem z pliku '%s'"},
+        {ruso,        L"Не удается снять с файла '%s' защиту от записи"},
+        {polaco,      L"Nie można usunąć zabezpieczenia pliku '%s' przed zapisem"},
         {turco,       L"'%s' dosyasının yazma koruması kaldırılamıyor"},
         {japones,     L"ファイル '%s' の書き込み禁止を解除できません"},
     },
@@ -804,8 +804,8 @@ constexpr datos_mensaje m_158391_no_se_puede_abrir_para_cambiar_fecha{
         {espanol,     L"No puede abrirse el fichero '%s' para modificar su fecha."},
         {regionales,  L"No puede abrirse el archivo '%s' para modificar su fecha."},
         {ingles,      L"The '%s' file cannot be opened to modify its date."},
-        {frances,     L"Impossible d'ouvrir le fichier '%s' pour modifier sa date."},
-        {brasil,      L"Não é possível abrir o arquivo '%s' para modificar sua data."},
+        {frances,     L"Impossible d'ouvrir le fichier '%s' pour en modifier la date."},
+        {brasil,      L"Não é possível abrir o arquivo '%s' para modificar a data dele."},
         {portugal,    L"Não é possível abrir o ficheiro '%s' para modificar a respetiva data."},
         {catalan,     L"No es pot obrir el fitxer '%s' per modificar-ne la data."},
         {italiano,    L"Impossibile aprire il file '%s' per modificarne la data."},
@@ -814,8 +814,8 @@ constexpr datos_mensaje m_158391_no_se_puede_abrir_para_cambiar_fecha{
         {aleman,      L"Die Datei '%s' kann nicht geöffnet werden, um ihr Datum zu ändern."},
         {ruso,        L"Не удается открыть файл '%s' для изменения его даты."},
         {polaco,      L"Nie można otworzyć pliku '%s' w celu zmiany jego daty."},
-        {turco,       L"'%s' dosyası, tarihini değiştirmek için açılamıyor."},
-        {japones,     L"日付を変更するためにファイル '%s' を開くことができません。"},
+        {turco,       L"Tarihini değiştirmek için '%s' dosyası açılamıyor."},
+        {japones,     L"ファイル '%s' を開いて日付を変更することができません。"},
     },
 };
 void i_msg_158391_no_se_puede_abrir_para_cambiar_fecha(RegistroMensaje* registro) {
@@ -837,7 +837,7 @@ constexpr datos_mensaje m_374376_path_demasiado_largo{
         {aleman,      L"Die Länge des Pfads '%s' überschreitet die maximal zulässige Länge (%ld)."},
         {ruso,        L"Длина пути '%s' превышает максимально допустимую (%ld)."},
         {polaco,      L"Długość ścieżki '%s' przekracza maksymalną dozwoloną długość (%ld)."},
-        {turco,       L"'%s' yolunun uzunluğu, izin verilen en fazla uzunluğu (%ld) aşıyor."},
+        {turco,       L"'%s' yolunun uzunluğu, izin verilen uzunluk üst sınırını (%ld) aşıyor."},
         {japones,     L"パス '%s' の長さが、許可されている最大長 (%ld) を超えています。"},
     },
 };
@@ -933,8 +933,8 @@ constexpr datos_mensaje m_385692_modificar_variable_temp{
                       L"in Windows e impostare la directory in cui devono essere creati i file temporanei "
                       L"del programma."},
         {rumano,      L"Pentru a rezolva această problemă, puteți modifica variabila de mediu 'TEMP' în "
-                      L"Windows și stabili directorul în care trebuie create fișierele temporare ale "
-                      L"programului."},
+                      L"Windows și puteți stabili directorul în care trebuie create fișierele temporare "
+                      L"ale programului."},
         {chino,       L"若要解决此问题，可以在 Windows 中修改环境变量 'TEMP'，"
                       L"指定用于创建程序临时文件的目录。"},
         {aleman,      L"Um dieses Problem zu beheben, können Sie in Windows die Umgebungsvariable 'TEMP' "
@@ -965,18 +965,18 @@ constexpr datos_mensaje m_401224_fichero_en_uso_o_sin_permiso{
         {ingles,      L"It may be that it is being used by another application or you do not have "
                       L"sufficient privileges to write to this directory."},
         {frances,     L"Il est possible que le fichier soit utilisé par une autre application ou que vous "
-                      L"ne disposiez pas de l'autorisation d'écriture dans ce répertoire."},
+                      L"ne disposiez pas d'une autorisation d'écriture sur ce répertoire."},
         {brasil,      L"É possível que o arquivo esteja sendo usado por outro aplicativo ou que você não "
                       L"tenha permissão de gravação neste diretório."},
-        {portugal,    L"É possível que o ficheiro esteja a ser utilizado por outra aplicação ou que não "
-                      L"tenha permissão de escrita neste diretório."},
+        {portugal,    L"É possível que o ficheiro esteja a ser utilizado por outra aplicação ou que o "
+                      L"utilizador não tenha permissão de escrita neste diretório."},
         {catalan,     L"És possible que una altra aplicació estigui utilitzant el fitxer o que no tingueu "
                       L"permís d'escriptura en aquest directori."},
         {italiano,    L"È possibile che il file sia in uso da parte di un'altra applicazione oppure che "
                       L"non si disponga dell'autorizzazione di scrittura per questa directory."},
         {rumano,      L"Este posibil ca fișierul să fie utilizat de altă aplicație sau să nu aveți "
                       L"permisiune de scriere în acest director."},
-        {chino,       L"文件可能正由其他应用程序使用，或者您对此目录没有写入权限。"},
+        {chino,       L"该文件可能正由其他应用程序使用，或者您可能没有此目录的写入权限。"},
         {aleman,      L"Möglicherweise wird die Datei von einer anderen Anwendung verwendet, oder Sie "
                       L"haben keine Schreibberechtigung für dieses Verzeichnis."},
         {ruso,        L"Возможно, файл используется другим приложением или у вас нет разрешения на запись "
@@ -1071,11 +1071,11 @@ constexpr datos_mensaje m_404522_sin_permiso_en_directorio{
         {rumano,      L"Nu se poate scrie în directorul '%s', deoarece nu aveți permisiune de scriere. "
                       L"Dacă încercați să accesați o unitate de rețea, verificați dacă aveți permisiune de "
                       L"scriere."},
-        {chino,       L"无法写入目录 '%s'，因为您没有写入权限。如果您要访问网络驱动器，"
+        {chino,       L"无法写入目录 '%s'，因为您没有写入权限。如果您正在尝试访问网络驱动器，"
                       L"请确认您具有写入权限。"},
         {aleman,      L"In das Verzeichnis '%s' kann nicht geschrieben werden, da Sie keine "
                       L"Schreibberechtigung haben. Wenn Sie versuchen, auf ein Netzlaufwerk zuzugreifen, "
-                      L"überprüfen Sie, ob Sie Schreibberechtigung haben."},
+                      L"überprüfen Sie, ob Sie über die Schreibberechtigung verfügen."},
         {ruso,        L"Не удается выполнить запись в каталог '%s', так как у вас нет разрешения на "
                       L"запись. Если вы пытаетесь получить доступ к сетевому диску, убедитесь, что у вас "
                       L"есть разрешение на запись."},
@@ -1099,11 +1099,11 @@ constexpr datos_mensaje m_404523_fichero_sin_permiso_de_escritura{
         {espanol,     L"El fichero no tiene permiso de escritura."},
         {regionales,  L"El archivo no tiene permiso de escritura."},
         {ingles,      L"The file does not have write permission."},
-        {frances,     L"Le fichier ne dispose pas de l'autorisation d'écriture."},
+        {frances,     L"Le fichier n'est pas accessible en écriture."},
         {brasil,      L"O arquivo não tem permissão de gravação."},
         {portugal,    L"O ficheiro não tem permissão de escrita."},
         {catalan,     L"El fitxer no té permís d'escriptura."},
-        {italiano,    L"Il file non dispone dell'autorizzazione di scrittura."},
+        {italiano,    L"Il file non è accessibile in scrittura."},
         {rumano,      L"Fișierul nu are permisiune de scriere."},
         {chino,       L"该文件没有写入权限。"},
         {aleman,      L"Für die Datei besteht keine Schreibberechtigung."},

@@ -326,6 +326,49 @@ TEST_P(Mensaje, EspanolEIngles) {
     EXPECT_EQ(a_utf8(sin_prefijo(registro, 8)), a_utf8(GetParam().ingles));
 }
 
+// ---- translations that a near wording would turn into something else
+
+struct fila_de_sentido {
+    ConstructorMensaje construye;
+    ranura_idioma ranura;
+    const wchar_t* texto;
+    const char* que_no_dice;
+};
+
+const fila_de_sentido sentidos[] = {
+    {i_msg_53961_no_se_puede_proteger_fichero, ranura_polaco,
+     L"Nie można zabezpieczyć pliku '%s' przed zapisem", "secure before the file is written"},
+    {i_msg_53962_no_se_puede_desproteger_fichero, ranura_polaco,
+     L"Nie można usunąć zabezpieczenia pliku '%s' przed zapisem", "writing from the file"},
+    {i_msg_53962_no_se_puede_desproteger_fichero, ranura_ruso,
+     L"Не удается снять с файла '%s' защиту от записи", "a record from the file"},
+    {i_msg_401224_fichero_en_uso_o_sin_permiso, ranura_portugues_portugal,
+     L"É possível que o ficheiro esteja a ser utilizado por outra aplicação ou que o utilizador não tenha "
+     L"permissão de escrita neste diretório.",
+     "that the file has no permission"},
+    {i_msg_401224_fichero_en_uso_o_sin_permiso, ranura_chino_simplificado,
+     L"该文件可能正由其他应用程序使用，或者您可能没有此目录的写入权限。",
+     "that the permission is surely missing"},
+    {i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, ranura_portugues_brasil,
+     L"Não é possível abrir o arquivo '%s' para modificar a data dele.", "your date"},
+    {i_msg_404523_fichero_sin_permiso_de_escritura, ranura_frances,
+     L"Le fichier n'est pas accessible en écriture.", "that a file holds a permission"},
+    {i_msg_404523_fichero_sin_permiso_de_escritura, ranura_italiano,
+     L"Il file non è accessibile in scrittura.", "that a file holds a permission"},
+    // What is wrong is the name, never what the file holds.
+    {i_msg_53955_fichero_no_correcto, ranura_aleman, L"Der Dateiname '%s' ist nicht korrekt",
+     "that the file is wrong"},
+    {i_msg_53955_fichero_no_correcto, ranura_japones, L"ファイル名 '%s' が正しくありません",
+     "that the file is wrong"},
+};
+
+TEST(CatalogoSentido, LasFrasesDicenLoQueQuierenDecir) {
+    for (const fila_de_sentido& fila : sentidos) {
+        EXPECT_EQ(a_utf8(sin_prefijo(registro_construido(fila.construye), fila.ranura)), a_utf8(fila.texto))
+            << "it must not say: " << fila.que_no_dice;
+    }
+}
+
 // The placeholders in their order, each with a blank behind it; "?" for a per cent sign that is none.
 std::string marcadores(std::u16string_view texto) {
     std::string encontrados;

@@ -1,4 +1,6 @@
 // The receivers as objects.
+#include <map>
+#include <set>
 #include <stdexcept>
 
 #include "hpp/apoyo.hpp"
@@ -84,9 +86,68 @@ TEST_F(anfitrion, la_pregunta_decide_y_se_avisa_de_quien_lo_tiene_abierto) {
     EXPECT_FALSE(hpp::fs::exists(tomado));
 }
 
+// Which languages have texts is what the library says, not what a list of ours does.
+TEST_F(anfitrion, los_idiomas_con_textos_son_los_que_los_tienen) {
+    std::map<unsigned long, std::wstring> texto;
+    for (unsigned long ranura = 0; ranura <= 40; ++ranura) {
+        lumodir::establece_idioma(ranura);
+        texto[ranura] =
+            lumodir::cdir::es_path_valido(L"").motivo;  // without "fichero", the same in all of Spanish
+    }
+    const std::vector<lumodir::idioma> con_textos = lumodir::idiomas_con_textos();
+    std::set<std::wstring> distintos;
+    for (const lumodir::idioma cual : con_textos) {
+        EXPECT_TRUE(lumodir::tiene_textos(cual));
+        distintos.insert(texto[static_cast<unsigned long>(cual)]);
+    }
+    EXPECT_EQ(con_textos.size(), 17u);
+    EXPECT_EQ(distintos.size(), 14u);
+    for (unsigned long ranura = 0; ranura <= 40; ++ranura) {
+        EXPECT_EQ(distintos.count(texto[ranura]), 1u);
+        const auto cual = static_cast<lumodir::idioma>(ranura);
+        if (!lumodir::tiene_textos(cual)) {
+            EXPECT_TRUE(texto[ranura] == texto[MSGLOCAL_ESPANYOL] || texto[ranura] == texto[MSGLOCAL_INGLES])
+                << ranura;
+        }
+        if (const std::string_view etiqueta = lumodir::etiqueta(cual); !etiqueta.empty()) {
+            EXPECT_EQ(lumodir::idioma_de_etiqueta(etiqueta), cual);
+        }
+    }
+    EXPECT_EQ(lumodir::etiqueta(lumodir::idioma::portugues_brasil), "pt-BR");
+    EXPECT_EQ(lumodir::etiqueta(static_cast<lumodir::idioma>(40)), "");
+    struct fila {
+        const char* etiqueta;
+        std::optional<lumodir::idioma> cual;
+    };
+    const fila filas[] = {
+        {"pt-br", lumodir::idioma::portugues_brasil},
+        {"pt-PT", lumodir::idioma::portugues_portugal},
+        {"DE-ch", lumodir::idioma::aleman},
+        {"es_ES", lumodir::idioma::espanyol},
+        {"es-CO", lumodir::idioma::espanyol_america},
+        {"es-MX", lumodir::idioma::espanyol_mexico},
+        {"zh-CN", lumodir::idioma::chino_simplificado},
+        {"zh", lumodir::idioma::chino_simplificado},
+        {"zh-Hans-SG", lumodir::idioma::chino_simplificado},
+        {"zh-TW", std::nullopt},
+        {"zh-Hant", std::nullopt},
+        {"eo", std::nullopt},
+        {"", std::nullopt},
+        {"d", std::nullopt},
+        {"ger", std::nullopt},
+        {"en-GB", lumodir::idioma::ingles},
+    };
+    for (const fila& f : filas) {
+        EXPECT_EQ(lumodir::idioma_de_etiqueta(f.etiqueta), f.cual) << f.etiqueta;
+    }
+    lumodir::establece_idioma(lumodir::idioma::aleman);
+    EXPECT_EQ(lumodir::dame_idioma(), lumodir::idioma::aleman);
+    EXPECT_EQ(lumodir::cdir::es_path_valido(L"").motivo, texto[MSGLOCAL_ALEMAN]);
+}
+
 TEST_F(anfitrion, el_idioma_y_la_politica) {
     lumodir::establece_idioma(MSGLOCAL_ESPANYOL);
-    EXPECT_EQ(lumodir::dame_idioma(), 0u);
+    EXPECT_EQ(lumodir::dame_idioma(), lumodir::idioma::espanyol);
     EXPECT_NE(lumodir::cdir::es_path_valido(L"").motivo, L"You have not specified any directory name");
     lumodir::establece_idioma(MSGLOCAL_INGLES);
     EXPECT_EQ(lumodir::cdir::es_path_valido(L"").motivo, L"You have not specified any directory name");

@@ -2,6 +2,9 @@
 #include <algorithm>
 #include <iterator>
 #include <regex>
+#include <set>
+#include <sstream>
+#include <unordered_set>
 
 #include "hpp/apoyo.hpp"
 
@@ -53,6 +56,89 @@ TEST_F(base, una_cadena_se_mueve_y_se_libera_una_vez) {
     EXPECT_EQ(lumodir::bloques_vivos(), antes);
 }
 
+// What a program writes without thinking of owners.
+TEST_F(base, una_cadena_es_lo_que_haga_falta) {
+    const std::wstring nombre = nueva(L"uno");
+    std::wstring otro(nueva(L"otro"));
+    std::filesystem::path ruta = nueva(L"dir");
+    const std::filesystem::path directa(nueva(L"dir"));
+    EXPECT_EQ(nombre, L"uno");
+    EXPECT_EQ(otro, L"otro");
+    EXPECT_EQ(ruta, directa);
+    EXPECT_EQ(ruta / nueva(L"f"), std::filesystem::path(L"dir\\f"));
+    ruta = nueva(L"b");
+    otro = nueva(L"b");
+    EXPECT_EQ(ruta, otro);
+    otro += nueva(L"c");
+    EXPECT_EQ(otro, L"bc");
+    EXPECT_EQ(nueva(L"a") + L".txt", L"a.txt");
+    EXPECT_EQ(L"x" + nueva(L"a") + std::wstring(L"y"), L"xay");
+    EXPECT_EQ(nueva(L"a") + nueva(L"b"), L"ab");
+    std::wostringstream salida;
+    salida << nueva(L"uno") << L' ' << nueva(L"dos");
+    EXPECT_EQ(salida.str(), L"uno dos");
+    std::ostringstream salida_a;
+    salida_a << lumodir::nomsfich::registro("A.TXT").nombre_fichero();
+    EXPECT_EQ(salida_a.str(), "a.txt");
+    EXPECT_TRUE(nueva(L"a") < nueva(L"b"));
+    EXPECT_TRUE(nueva(L"b") > L"a" && nueva(L"b") >= L"b" && L"b" <= nueva(L"b") && L"a" < nueva(L"b"));
+    EXPECT_TRUE(L"a" == nueva(L"a") && L"a" != nueva(L"b"));
+    EXPECT_TRUE(nueva(L"Z") < nueva(L"a") && nueva(L"z") < nueva(L"ñ"));  // by code unit
+    std::set<cadena, std::less<>> orden;
+    orden.insert(nueva(L"b"));
+    orden.insert(nueva(L"a"));
+    orden.insert(nueva(L"b"));
+    EXPECT_EQ(orden.size(), 2u);
+    EXPECT_EQ(*orden.begin(), L"a");
+    EXPECT_EQ(orden.count(std::wstring_view(L"b")), 1u);
+    std::unordered_set<cadena> conjunto;
+    conjunto.insert(nueva(L"a"));
+    conjunto.insert(nueva(L"a"));
+    EXPECT_EQ(conjunto.size(), 1u);
+    const auto corta = [](const std::filesystem::path& p) { return p.filename().wstring().size(); };
+    EXPECT_EQ(corta(nueva(L"dir\\abc")), 3u);
+}
+
+TEST_F(base, una_respuesta_es_un_bool_y_no_un_numero) {
+    const bool si = lumodir::cdir::es_path_valido(L"C:\\a");
+    EXPECT_TRUE(si);
+    EXPECT_TRUE(!lumodir::cdir::es_path_valido(L"C:\\con") && si);
+    static_assert(std::is_convertible_v<lumodir::respuesta, bool>);
+    static_assert(!std::is_convertible_v<lumodir::respuesta, int>);
+}
+
+// Moved from, or never filled: it counts as the empty text everywhere.
+TEST_F(base, lo_vacio_se_puede_cambiar) {
+    cadena vacia;
+    lumodir::suprime_barra_final_si_hay(vacia);
+    EXPECT_EQ(vacia, L"");
+    cadena otra;
+    lumodir::cdir::cambia_extension_nombre_fichero(otra, L"txt");
+    cadena de_nada = nueva(L"");
+    lumodir::cdir::cambia_extension_nombre_fichero(de_nada, L"txt");
+    EXPECT_EQ(otra, de_nada);
+    // What is said of an empty name, once for each; nothing of NULL.
+    EXPECT_EQ(toma_informes(), (std::vector<std::string>(2, "pathCorrecto == CIERTO")));
+}
+
+// The library makes U+FFFD of bytes that are no characters, and so does the path.
+TEST_F(base, los_bytes_que_no_valen_son_los_mismos_a_los_dos_lados) {
+    for (const std::string bytes :
+         {"9:\\\x81", "9:\\a\x81z", "9:\\\x83 b\x81", "9:\\\xff\xfe", "9:\\\x8d\x90\x9d."}) {
+        lumodir::lista_a lista(arr_CreaCADENA(1));
+        arr_AppendCADENA(*lista.direccion(), bytes.c_str());
+        const lumodir::cadena_a suya(arr_GetCopiaCADENA(lista.get(), 0));
+        lumodir::cadena_a unidad, directorio, nombre, extension;
+        cdir_splitpath_con_comprobacion(bytes.c_str(), unidad.direccion(), directorio.direccion(),
+                                        nombre.direccion(), extension.direccion());
+        const std::vector<std::wstring> avisos = toma_avisos();  // the path as the library reads it
+        ASSERT_FALSE(avisos.empty());
+        const std::filesystem::path ruta = suya;
+        EXPECT_NE(avisos.back().find(L"'" + ruta.wstring() + L"'"), std::wstring::npos) << bytes;
+        toma_informes();
+    }
+}
+
 // The curly quotes are bytes 0x93 and 0x94 in all the Windows code pages of one byte, and no such characters.
 TEST_F(base, una_ruta_de_8_bits_se_lee_en_la_pagina_de_codigos) {
     const lumodir::cadena_a vacia;
@@ -97,6 +183,8 @@ TEST_F(base, todas_las_clases_de_texto_entran) {
     EXPECT_EQ(argumento(texto).c_str(), texto.c_str()) << "copied without need";
     EXPECT_EQ(argumento(path).c_str(), path.c_str());
     EXPECT_EQ(argumento(propia).c_str(), propia.c_str());
+    const std::filesystem::directory_entry entrada(path);
+    EXPECT_EQ(argumento(entrada).c_str(), entrada.path().c_str());
     EXPECT_EQ(argumento(nullptr).c_str(), nullptr);
     EXPECT_STREQ(argumento(std::wstring_view()).c_str(), L"");
     EXPECT_STREQ(argumento(std::wstring_view(texto).substr(0, 4)).c_str(), L"C:\\a")

@@ -77,11 +77,11 @@ TEST_F(ficheros, borrar_ficheros) {
     EXPECT_TRUE(cdir::borra_fichero_si_existe(base / L"3"));
     EXPECT_TRUE(cdir::borra_fichero_con_comprobacion(fichero(L"4")));
     EXPECT_FALSE(cdir::borra_fichero_con_comprobacion(base / L"4"));
-    EXPECT_TRUE(lumodir::borra_fichero_si_existe(fichero(L"5")));
+    EXPECT_TRUE(lumodir::borra_fichero_si_existe_sin_mensaje(fichero(L"5")));
     EXPECT_TRUE(lumodir::borra_fichero_con_mensaje_extra_si_existe(fichero(L"6"), nullptr));
     const hpp::fs::path tomado = fichero(L"tomado");
     const HANDLE mio = ::CreateFileW(tomado.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    EXPECT_FALSE(lumodir::borra_fichero_si_existe(tomado));
+    EXPECT_FALSE(lumodir::borra_fichero_si_existe_sin_mensaje(tomado));
     ::CloseHandle(mio);
     fichero(L"7.tmp");
     cdir::delete_ficheros(base / L"*.*");

@@ -36,6 +36,8 @@ TEST_F(listas, de_un_directorio) {
     EXPECT_EQ(txt.vector(), (textos{L"a.txt", L"b.txt"}));
     EXPECT_EQ(hpp::todos(txt), txt.vector());
     EXPECT_EQ(txt[1], L"b.txt");
+    EXPECT_EQ(txt.front(), L"a.txt");
+    EXPECT_EQ(txt.back(), L"b.txt");
     EXPECT_EQ(txt.rutas(), (std::vector<hpp::fs::path>{base / L"a.txt", base / L"b.txt"}));
     EXPECT_EQ(cdir::lista_de_ficheros(base).size(), 3u);
     EXPECT_TRUE(cdir::lista_de_ficheros(base / L"vacio.old").empty());
@@ -59,6 +61,46 @@ TEST_F(listas, de_un_directorio) {
     EXPECT_FALSE(lumodir::existenSubdirectorios(base / L"sub"));
     EXPECT_EQ(lumodir::lista_de_fichero(base / L"*").vector(), (textos{L"a.txt", L"b.txt", L"c.dat"}));
     EXPECT_EQ(lumodir::lista_de_fichero(base / L"*", {L"dat", L"bak"}).vector(), textos{L"c.dat"});
+}
+
+// The record of a root holds its directory without the separator: a name joined to that would be another file's.
+TEST_F(listas, las_rutas_de_una_raiz_llevan_a_sus_ficheros) {
+    const auto raices = [](const wchar_t* raiz) {
+        std::vector<std::vector<hpp::fs::path>> todas{cdir::lista_de_directorios(raiz).rutas(),
+                                                      cdir::lista_de_ficheros(raiz).rutas()};
+        todas[0].insert(todas[0].end(), todas[1].begin(), todas[1].end());
+        return todas[0];
+    };
+    const std::wstring unidad = base.root_name();
+    const hpp::fs::path testigo = hpp::fs::path(unidad + L"\\lumodir_hpp_raiz.txt");
+    std::ofstream(testigo) << "abc";
+    wchar_t antes[MAX_PATH];
+    ::GetCurrentDirectoryW(MAX_PATH, antes);
+    ASSERT_TRUE(::SetCurrentDirectoryW(base.c_str()));  // any but the root
+    for (const std::wstring& raiz :
+         {unidad + L"\\", unidad + L"/", std::wstring(L"\\"), std::wstring(L"/")}) {
+        bool esta = false;
+        for (const hpp::fs::path& ruta : raices(raiz.c_str())) {
+            EXPECT_NE(::GetFileAttributesW(ruta.c_str()), INVALID_FILE_ATTRIBUTES) << ruta;
+            EXPECT_TRUE(ruta.has_root_directory()) << ruta;
+            esta = esta || ruta.filename() == testigo.filename();
+        }
+        EXPECT_TRUE(esta) << raiz.size();
+    }
+    // Of a list that knows no directory, and of the current one.
+    EXPECT_EQ(cdir::lista_de_ficheros_en_path_filtro(L"*.dat").rutas(), std::vector<hpp::fs::path>{L"c.dat"});
+    EXPECT_EQ(cdir::lista_de_ficheros(L".", L"dat").rutas(), std::vector<hpp::fs::path>{L".\\c.dat"});
+    ::SetCurrentDirectoryW(antes);
+    EXPECT_TRUE(hpp::fs::remove(testigo));
+    ListaFicheros_u registro = {};
+    wchar_t unidad_sola[] = L"C:";
+    wchar_t uno[] = L"a";
+    wchar_t* nombres_suyos[] = {uno};
+    registro.path = unidad_sola;
+    registro.num = 1;
+    registro.lista = nombres_suyos;
+    const arbol::value_type de_la_raiz(&registro);  // as an element of the tree of `C:\`
+    EXPECT_EQ(de_la_raiz.rutas(), std::vector<hpp::fs::path>{L"C:\\a"});
 }
 
 TEST_F(listas, de_un_arbol) {
@@ -204,6 +246,15 @@ TEST_F(listas, el_enumerador) {
     EXPECT_EQ(nombres, (textos{L"a.txt", L"b.txt"}));
     WIN32_FIND_DATAW e;
     EXPECT_FALSE(entradas.siguiente(e));
+    nombres.clear();
+    for (const WIN32_FIND_DATAW& una : dirwin::enumerador(base / L"*.txt")) {
+        nombres.emplace_back(una.cFileName);
+    }
+    std::sort(nombres.begin(), nombres.end());
+    EXPECT_EQ(nombres, (textos{L"a.txt", L"b.txt"}));
+    for (const WIN32_FIND_DATAW& una : dirwin::enumerador(base / L"vacio.old\\*.txt")) {
+        ADD_FAILURE() << una.dwFileAttributes;
+    }
     // The search that gives way ends at once: it would keep its directory from being removed.
     const hpp::fs::path otro = base / L"otro";
     hpp::fs::create_directory(otro);

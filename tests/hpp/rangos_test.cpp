@@ -5,14 +5,17 @@
 
 namespace {
 
-static_assert(std::ranges::input_range<lumodir::lista>);
-static_assert(std::ranges::input_range<lumodir::ordenada_a>);
-static_assert(std::ranges::input_range<lumodir::lista_ficheros>);
-static_assert(std::ranges::input_range<lumodir::arbol>);
-static_assert(std::ranges::input_range<lumodir::arbol::value_type>);
-static_assert(std::ranges::input_range<lumodir::fichsdir::ficheros_t>);
-static_assert(std::ranges::input_range<lumodir::fichsdir::ordenados>);
-static_assert(std::ranges::input_range<lumodir::info::tabla>);
+static_assert(std::ranges::random_access_range<lumodir::lista>);
+static_assert(std::ranges::random_access_range<lumodir::ordenada_a>);
+static_assert(std::ranges::random_access_range<lumodir::lista_ficheros>);
+static_assert(std::ranges::random_access_range<lumodir::arbol>);
+static_assert(std::ranges::random_access_range<lumodir::arbol::value_type>);
+static_assert(std::ranges::random_access_range<lumodir::fichsdir::ficheros_t>);
+static_assert(std::ranges::random_access_range<lumodir::fichsdir::ordenados>);
+static_assert(std::ranges::random_access_range<lumodir::info::tabla>);
+
+static_assert(std::ranges::input_range<lumodir::recorrido>);
+static_assert(std::ranges::input_range<lumodir::dirwin::enumerador>);
 
 class rangos : public hpp::prueba {};
 
@@ -27,6 +30,19 @@ TEST_F(rangos, una_lista_entra_en_una_vista) {
     }
     EXPECT_EQ(largos, (std::vector<std::size_t>{3, 6}));
     EXPECT_EQ(*std::ranges::find(l, L"cuatro"), L"cuatro");
+    EXPECT_EQ(l.end() - l.begin(), 3);
+    EXPECT_EQ(l.begin()[2], L"cuatro");
+    EXPECT_EQ(*(l.end() - 2), L"dos");
+    auto i = 1 + l.begin();
+    i += 1;
+    EXPECT_EQ(*i--, L"cuatro");
+    EXPECT_EQ(*--i, L"uno");
+    EXPECT_TRUE(i < l.end() && l.end() > i && i <= l.begin() && i >= l.begin());
+    std::wstring al_reves;
+    for (std::wstring_view texto : l | std::views::reverse) {
+        al_reves += texto.front();
+    }
+    EXPECT_EQ(al_reves, L"cdu");
     EXPECT_EQ(std::ranges::count_if(l, [](std::wstring_view texto) { return texto.size() == 3; }), 2);
 }
 

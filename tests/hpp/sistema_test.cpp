@@ -45,6 +45,16 @@ TEST_F(registro, claves_y_valores) {
     EXPECT_EQ((*valores)[2].textos, (textos{L"x", L"y"}));
     EXPECT_FALSE(lumoreg::lee_valores_cadena_clave_ex(proceso, usuario, clave + L"\\falta"));
 
+    EXPECT_EQ(lumoreg::lee_ulong(usuario, clave, L"n"), 7u);
+    EXPECT_TRUE(lumoreg::establece_ulong(usuario, clave, L"grande", 0xFFFFFFFF));
+    EXPECT_EQ(lumoreg::lee_ulong_ex(lumoreg::vista::de_64_bits, usuario, clave, L"grande"), 0xFFFFFFFFu);
+    EXPECT_FALSE(lumoreg::lee_ulong(usuario, clave, L"a"));  // a text
+    EXPECT_FALSE(lumoreg::lee_ulong(usuario, clave, L"falta"));
+    EXPECT_FALSE(lumoreg::lee_ulong(usuario, clave + L"\\falta", L"n"));
+    EXPECT_FALSE(lumoreg::lee_ulong_ex(proceso, usuario, nullptr, L"n"));
+    EXPECT_FALSE(lumoreg::lee_ulong(usuario, clave, nullptr));
+    lumoreg::borra_valor_clave(usuario, clave, L"grande");
+
     lumoreg::borra_valor_clave(usuario, clave, L"a");
     DWORD numero = 0;
     DWORD bytes = sizeof numero;
