@@ -6,6 +6,8 @@
 
 namespace mando {
 
+// "lumodir ls [DIR] [OPTION...]"
+std::wstring uso_de(const orden& cual);
 void di_uso(corriente& donde, const orden& cual);
 void ayuda_general(corriente& donde);
 void ayuda_de_orden(corriente& donde, const orden& cual);

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "frases.hpp"
+#include "ordenes.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
 
@@ -34,14 +35,12 @@ unsigned short i_atributos(estilo como, unsigned short propios) {
 
 // Control characters as the symbols that stand for them (U+2400 and on).
 std::wstring i_visible(std::wstring_view texto) {
-    std::wstring resultado(texto);
+    std::wstring resultado = sin_trampas(texto);
     for (wchar_t& c : resultado) {
         if (c < 0x20 && c != L'\n') {
             c = static_cast<wchar_t>(0x2400 + c);
         } else if (c == 0x7F) {
             c = 0x2421;
-        } else if (c > 0x7F && c < 0xA0) {
-            c = 0xFFFD;
         }
     }
     return resultado;
@@ -75,10 +74,12 @@ size_t corriente::columnas() const {
 void corriente::i_entrega(std::wstring_view texto) {
     unsigned long hechas = 0;
     if (consola_) {
-        // A console takes a limited number of characters at once.
-        for (; !texto.empty(); texto.remove_prefix(std::min(texto.size(), lleno))) {
-            WriteConsoleW(asa_, texto.data(), static_cast<unsigned long>(std::min(texto.size(), lleno)),
-                          &hechas, nullptr);
+        // A console takes a limited number of characters at once; a pair of surrogates goes in one piece.
+        while (!texto.empty()) {
+            size_t pieza = std::min(texto.size(), lleno);
+            pieza -= pieza < texto.size() && IS_HIGH_SURROGATE(texto[pieza - 1]) ? 1 : 0;
+            WriteConsoleW(asa_, texto.data(), static_cast<unsigned long>(pieza), &hechas, nullptr);
+            texto.remove_prefix(pieza);
         }
         return;
     }
@@ -115,7 +116,7 @@ corriente& corriente::escribe(std::wstring_view texto, estilo como) {
         salida().vacia();
     }
     if (!consola_) {
-        pendiente_ += texto;
+        pendiente_ += this == &errores() ? sin_trampas(texto) : std::wstring(texto);
     } else if (como == estilo::normal || !con_color_) {
         pendiente_ += i_visible(texto);
         queda_color_ = queda_color_ && texto.find_first_not_of(L" \n") == texto.npos;
@@ -167,8 +168,8 @@ corriente& errores() {
     return unica;
 }
 
-std::recursive_mutex& turno_de_consola() {
-    static std::recursive_mutex unico;
+std::recursive_timed_mutex& turno_de_consola() {
+    static std::recursive_timed_mutex unico;
     return unico;
 }
 
@@ -222,26 +223,91 @@ std::optional<std::wstring> i_lee_de_consola(void* asa) {
     return !linea.empty() && linea[0] == 0x1A ? std::nullopt : std::optional(linea);
 }
 
-std::optional<std::wstring> i_lee_de_fichero(void* asa) {
-    static std::string leido;
-    static bool terminado = false;
-    size_t fin;
-    while ((fin = leido.find('\n')) == leido.npos && !terminado) {
+// What comes through a pipe or from a file, in bytes.
+class entrada_de_bytes {
+public:
+    explicit entrada_de_bytes(void* asa) : asa_(asa) {}
+
+    std::optional<std::wstring> linea() {
+        if (numero_++ == 0) {
+            i_mira_la_marca();
+        }
+        if (en_utf16_) {
+            return i_linea_de_utf16();
+        }
+        size_t fin;
+        while ((fin = leido_.find_first_of(std::string_view("\n\0", 2))) == leido_.npos && i_lee()) {
+        }
+        if (leido_.empty()) {
+            return std::nullopt;
+        }
+        std::string linea = leido_.substr(0, fin);
+        leido_.erase(0, fin == leido_.npos ? fin : fin + 1);
+        if (!linea.empty() && linea.back() == '\r') {
+            linea.pop_back();
+        }
+        return i_texto(linea);
+    }
+
+private:
+    bool i_lee() {
         char trozo[4096];
         unsigned long bytes = 0;
-        terminado = !ReadFile(asa, trozo, sizeof trozo, &bytes, nullptr) || bytes == 0;
-        leido.append(trozo, bytes);
+        terminado_ = terminado_ || !ReadFile(asa_, trozo, sizeof trozo, &bytes, nullptr) || bytes == 0;
+        leido_.append(trozo, bytes);
+        return !terminado_;
     }
-    if (leido.empty()) {
-        return std::nullopt;
+
+    // Editors and shells put one before what they write, as UTF-8 and as UTF-16.
+    void i_mira_la_marca() {
+        constexpr std::string_view de_utf8_ = "\xEF\xBB\xBF", de_utf16 = "\xFF\xFE";
+        while (leido_.size() < de_utf8_.size() && i_lee()) {
+        }
+        if (leido_.starts_with(de_utf8_)) {
+            leido_.erase(0, de_utf8_.size());
+        } else if (leido_.starts_with(de_utf16)) {
+            en_utf16_ = true;
+            leido_.erase(0, de_utf16.size());
+            while (i_lee()) {
+            }
+            for (size_t i = 0; i + 1 < leido_.size(); i += 2) {
+                ancho_ += static_cast<wchar_t>(static_cast<unsigned char>(leido_[i]) |
+                                               static_cast<unsigned char>(leido_[i + 1]) << 8);
+            }
+        }
     }
-    std::string linea = leido.substr(0, fin);
-    leido.erase(0, fin == leido.npos ? fin : fin + 1);
-    if (!linea.empty() && linea.back() == '\r') {
-        linea.pop_back();
+
+    std::optional<std::wstring> i_linea_de_utf16() {
+        if (ancho_.empty()) {
+            return std::nullopt;
+        }
+        const size_t fin = ancho_.find_first_of(std::wstring_view(L"\n\0", 2));
+        std::wstring linea = ancho_.substr(0, fin);
+        ancho_.erase(0, fin == ancho_.npos ? fin : fin + 1);
+        if (!linea.empty() && linea.back() == L'\r') {
+            linea.pop_back();
+        }
+        return linea;
     }
-    return de_utf8(linea);
-}
+
+    std::wstring i_texto(const std::string& bytes) const {
+        const unsigned de_la_consola = GetConsoleCP() != 0 ? GetConsoleCP() : GetOEMCP();
+        for (const unsigned pagina : {static_cast<unsigned>(CP_UTF8), de_la_consola}) {
+            if (std::optional<std::wstring> texto = de_pagina_estricta(pagina, bytes)) {
+                return *texto;
+            }
+        }
+        throw fallo{
+            di("line %1 of standard input is no text in UTF-8, nor in code page %2: refused, nothing is done",
+               std::to_wstring(numero_), std::to_wstring(de_la_consola))};
+    }
+
+    void* asa_;
+    std::string leido_;
+    std::wstring ancho_;
+    size_t numero_ = 0;
+    bool terminado_ = false, en_utf16_ = false;
+};
 
 }  // namespace
 
@@ -251,7 +317,8 @@ std::optional<std::wstring> lee_linea() {
     if (asa == nullptr || asa == INVALID_HANDLE_VALUE) {
         return std::nullopt;
     }
-    return GetConsoleMode(asa, &modo) ? i_lee_de_consola(asa) : i_lee_de_fichero(asa);
+    static entrada_de_bytes de_fuera(asa);
+    return GetConsoleMode(asa, &modo) ? i_lee_de_consola(asa) : de_fuera.linea();
 }
 
 std::vector<std::wstring> lee_lineas() {

@@ -2,7 +2,8 @@
 // progress line and questions only where a person is looking.
 //
 // Promises: nothing but the text itself is written to what is not a console (no colour, no progress line);
-// control characters never reach a console, where they could move the cursor: they are drawn as symbols. What
+// control characters never reach a console, where they could move the cursor: they are drawn as symbols, and what
+// turns the writing direction is written out. What
 // goes to standard error appears after what went to standard output before it.
 // Cannot promise: alignment on a terminal whose font disagrees about the width of a character.
 // Checked by tests/cli.
@@ -55,7 +56,7 @@ corriente& salida();
 corriente& errores();
 
 // Taken around output that several threads may write: a deletion at work and the progress line over it.
-std::recursive_mutex& turno_de_consola();
+std::recursive_timed_mutex& turno_de_consola();
 
 // One line that is written over, on a terminal only, and wiped when it goes.
 class linea_de_progreso {
@@ -72,7 +73,9 @@ linea_de_progreso& progreso();
 // True when both the person's answers and the questions go through a console.
 bool hay_quien_conteste();
 
-// The next line of standard input, from a person or from a pipe; nothing at its end.
+// The next line of standard input, from a person or from a pipe; nothing at its end. A pipe brings UTF-8, or UTF-16
+// after its mark; a line that is neither is read in the console's code page, and throws fallo when it is not
+// that either: no name with a replacement character in it is ever made up. A zero byte ends a line too.
 std::optional<std::wstring> lee_linea();
 std::vector<std::wstring> lee_lineas();
 

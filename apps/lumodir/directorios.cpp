@@ -3,9 +3,8 @@
 #include <algorithm>
 
 #include "cdir_ficheros.h"
-#include "companions/lumospy.h"
-#include "dirwin.h"
-#include "lumodir.h"
+#include "consola.hpp"
+#include "ficheros.hpp"
 #include "ordenes.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
@@ -13,89 +12,65 @@
 
 namespace mando {
 
-namespace {
-
-// A key that sorts a directory right before what is below it, letter case aside.
-std::wstring i_clave(const std::wstring& ruta) {
-    std::wstring clave = en_minusculas(ruta);
-    std::replace(clave.begin(), clave.end(), L'\\', L'\x01');
-    return clave;
-}
-
-// Every directory but a drive's root holds "." at least; one that yields nothing was not readable.
-bool i_se_puede_recorrer(const std::wstring& directorio) {
-    WIN32_FIND_DATAW entrada;
-    const wchar_t ultimo = directorio.back();
-    const std::wstring patron = directorio + (ultimo == L'\\' || ultimo == L'/' ? L"*" : L"\\*");
-    Dirwin_u* recorrido = dirwin_crea_UNICODE(patron.c_str());
-    const bool algo = dirwin_findnextfile_UNICODE(recorrido, &entrada) == CIERTO;
-    dirwin_destruye_UNICODE(&recorrido);
-    const bool es_raiz = ultimo == L'\\' || ultimo == L'/' || ultimo == L':';
-    return algo || es_raiz;
-}
-
-}  // namespace
-
 void comprueba_directorio(const std::wstring& directorio) {
     if (sin_blancos(directorio).empty()) {
-        throw uso_incorrecto{di("the directory is empty; the current one is \".\"")};
+        throw fallo{di("the directory is empty; the current one is \".\"")};
+    }
+    const std::wstring de_trabajo = ruta_de_trabajo(directorio);
+    if (que_hay_en(directorio) == clase_de_entrada::fichero) {
+        throw fallo{di("'%1' is a file, not a directory", directorio)};
     }
     wchar_t* mensaje = nullptr;
     const bool existe =
-        cdir_existe_directorio_UNICODE_con_mensaje_opc(directorio.c_str(), &mensaje) == CIERTO;
+        cdir_existe_directorio_UNICODE_con_mensaje_opc(de_trabajo.c_str(), &mensaje) == CIERTO;
     const std::wstring texto = toma(mensaje);
     if (!existe) {
         throw fallo{texto};
     }
-    if (cdir_es_directorio_u(directorio.c_str()) != CIERTO) {
-        throw fallo{di("'%1' is a file, not a directory", directorio)};
-    }
-    if (!i_se_puede_recorrer(directorio)) {
-        throw fallo{di("the directory '%1' cannot be read", directorio)};
+    if (const unsigned long codigo = por_que_no_se_lee(directorio)) {
+        throw fallo{di("the directory '%1' cannot be read: %2", directorio, texto_del_sistema(codigo))};
     }
 }
 
-std::vector<rama> recorre(const std::wstring& base, const wchar_t* extension) {
-    unsigned long cuantos = 0;
-    ListaFicheros_u* registros = nullptr;
-    // What the walk has gathered so far shows in the library's census, which may be asked from any thread.
-    const unsigned long long antes = lumospy_bloques_vivos();
-    con_progreso(
-        [&] {
-            lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(base.c_str(), extension, &cuantos,
-                                                                           &registros);
-        },
-        [&](unsigned segundos) {
-            return di("walking %1: about %2 names, %3 s", base, con_miles(lumospy_bloques_vivos() - antes),
-                      std::to_wstring(segundos));
-        });
-    std::vector<rama> arbol;
-    arbol.reserve(cuantos);
-    for (unsigned long i = 0; i < cuantos; ++i) {
-        const ListaFicheros_u& r = registros[i];
-        arbol.push_back({r.path ? r.path : L"", {r.lista, r.lista + r.num}});
-    }
-    lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(cuantos, &registros);
-    std::sort(arbol.begin(), arbol.end(),
-              [](const rama& a, const rama& b) { return i_clave(a.ruta) < i_clave(b.ruta); });
-    return arbol;
+namespace {
+
+std::wstring i_por_donde_va(const std::wstring& base, unsigned long long desde, unsigned segundos) {
+    return di("walking %1: %2 names, %3 s", base, con_miles(entradas_leidas() - desde),
+              std::to_wstring(segundos));
 }
 
-size_t cuenta_ficheros(const std::vector<rama>& arbol) {
-    size_t total = 0;
-    for (const rama& r : arbol) {
-        total += r.ficheros.size();
-    }
-    return total;
+}  // namespace
+
+void recorre_con_progreso(const std::wstring& base, const std::function<void(carpeta&)>& visita) {
+    const unsigned long long desde = entradas_leidas();
+    const despedida al_acabar([&] {
+        return di("stopped after %1 names; nothing was changed", con_miles(entradas_leidas() - desde));
+    });
+    con_progreso([&] { recorre_arbol(base, visita); },
+                 [&](unsigned segundos) { return i_por_donde_va(base, desde, segundos); });
 }
 
-std::wstring bajo_la_base(const std::wstring& ruta, const std::wstring& base) {
-    std::wstring_view resto = ruta;
-    resto.remove_prefix(std::min(base.size(), ruta.size()));
-    while (resto.starts_with(L'\\')) {
-        resto.remove_prefix(1);
+carpeta lee_con_progreso(const std::wstring& directorio) {
+    const unsigned long long desde = entradas_leidas();
+    carpeta c;
+    con_progreso([&] { c = lee_carpeta(directorio); },
+                 [&](unsigned segundos) { return i_por_donde_va(directorio, desde, segundos); });
+    return c;
+}
+
+void di_ilegibles(const recuento& total) {
+    constexpr size_t a_la_vista_caben = 10;
+    for (size_t i = 0; i < std::min(total.ilegibles.size(), a_la_vista_caben); ++i) {
+        errores()
+            .escribe("lumodir: ", estilo::malo)
+            .linea(i == 0 ? di("the directory '%1' cannot be read: %2", total.ilegibles[i],
+                               texto_del_sistema(total.codigo_ilegible))
+                          : di("the directory '%1' cannot be read", total.ilegibles[i]));
     }
-    return resto.empty() ? L"." : std::wstring(resto);
+    if (total.ilegibles.size() > a_la_vista_caben) {
+        errores().escribe("  ").linea(
+            di("and %1 more", con_miles(total.ilegibles.size() - a_la_vista_caben)));
+    }
 }
 
 }  // namespace mando

@@ -1,27 +1,21 @@
 // Directories as the listings and the deletions look at them.
 #pragma once
 
-#include <cstddef>
+#include <functional>
 #include <string>
-#include <vector>
+
+#include "recorrido.hpp"
 
 namespace mando {
 
 // Throws fallo, with the library's text, when it is missing, a file, or cannot be read.
 void comprueba_directorio(const std::wstring& directorio);
 
-// One directory of a tree with its files.
-struct rama {
-    std::wstring ruta;
-    std::vector<std::wstring> ficheros;
-};
+// A walk, with a progress line over a long one; Ctrl-C ends the program, which says how far it came.
+void recorre_con_progreso(const std::wstring& base, const std::function<void(carpeta&)>& visita);
+carpeta lee_con_progreso(const std::wstring& directorio);
 
-// Every directory of a tree, in the order of their paths, with the files that have the extension (NULL: all).
-// A progress line goes with a long walk.
-std::vector<rama> recorre(const std::wstring& base, const wchar_t* extension);
-size_t cuenta_ficheros(const std::vector<rama>& arbol);
-
-// A path of the tree below its base; "." for the base itself.
-std::wstring bajo_la_base(const std::wstring& ruta, const std::wstring& base);
+// On standard error: the directories that could not be read.
+void di_ilegibles(const recuento& total);
 
 }  // namespace mando

@@ -1,5 +1,6 @@
 #include "ficheros.hpp"
 
+#include <atomic>
 #include <chrono>
 #include <cwchar>
 
@@ -8,9 +9,11 @@
 #include "cdir_rutas.h"
 #include "companions/lmlongpath.h"
 #include "consola.hpp"
+#include "recorrido.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
 #include "timefich.h"
+#include "trabajo.hpp"
 
 namespace mando {
 
@@ -18,7 +21,7 @@ namespace {
 
 // The system is asked with the prefix that long paths need.
 std::wstring i_para_el_sistema(const std::wstring& ruta) {
-    return toma(lmlongpath_prepended_path_si_necesario(ruta.c_str()));
+    return toma(lmlongpath_prepended_path_si_necesario(ruta_de_trabajo(ruta).c_str()));
 }
 
 unsigned long i_atributos(const std::wstring& ruta) {
@@ -29,11 +32,12 @@ unsigned long i_atributos(const std::wstring& ruta) {
 }  // namespace
 
 clase_de_entrada que_hay_en(const std::wstring& ruta) {
-    if (cdir_existe_fichero_UNICODE(ruta.c_str()) != CIERTO) {
+    const std::wstring de_trabajo = ruta_de_trabajo(ruta);
+    if (cdir_existe_fichero_UNICODE(de_trabajo.c_str()) != CIERTO) {
         return clase_de_entrada::ninguna;
     }
-    return cdir_es_directorio_u(ruta.c_str()) == CIERTO ? clase_de_entrada::directorio
-                                                        : clase_de_entrada::fichero;
+    return cdir_es_directorio_u(de_trabajo.c_str()) == CIERTO ? clase_de_entrada::directorio
+                                                              : clase_de_entrada::fichero;
 }
 
 bool esta_protegido(const std::wstring& ruta) {
@@ -44,7 +48,51 @@ bool es_enlace(const std::wstring& ruta) {
     return (i_atributos(ruta) & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
+namespace {
+
+// The usual codes have words of the command's own, in the language of the rest of the answer: the system may have
+// its texts in one language only.
+frase i_texto_propio(unsigned long codigo) {
+    switch (codigo) {
+        case ERROR_FILE_NOT_FOUND:
+            return "File not found";
+        case ERROR_PATH_NOT_FOUND:
+            return "Path not found";
+        case ERROR_ACCESS_DENIED:
+            return "Access denied";
+        case ERROR_WRITE_PROTECT:
+            return "The medium is write-protected";
+        case ERROR_NOT_READY:
+            return "The drive is not ready";
+        case ERROR_SHARING_VIOLATION:
+        case ERROR_LOCK_VIOLATION:
+            return "Another program is using it";
+        case ERROR_BAD_NETPATH:
+        case ERROR_BAD_NET_NAME:
+            return "The network path was not found";
+        case ERROR_FILE_EXISTS:
+        case ERROR_ALREADY_EXISTS:
+            return "It exists already";
+        case ERROR_HANDLE_DISK_FULL:
+        case ERROR_DISK_FULL:
+            return "The disk is full";
+        case ERROR_INVALID_NAME:
+            return "The name is not valid";
+        case ERROR_DIR_NOT_EMPTY:
+            return "The directory is not empty";
+        case ERROR_FILENAME_EXCED_RANGE:
+            return "The name or the path is too long";
+        default:
+            return "";
+    }
+}
+
+}  // namespace
+
 std::wstring texto_del_sistema(unsigned long codigo) {
+    if (const frase propio = i_texto_propio(codigo); !propio.vacia()) {
+        return di(propio);
+    }
     wchar_t* texto = nullptr;
     FormatMessageW(
         FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
@@ -108,13 +156,17 @@ void rechaza_raiz(const std::wstring& ruta) {
     }
     // A drive alone means its current directory to the system, and everything to a person.
     const bool unidad_sola = limpia.size() == 2 && limpia[1] == L':';
-    if (unidad_sola || i_es_raiz(i_ruta_completa(limpia))) {
+    const std::wstring exacta = ruta_exacta(limpia), usual = i_ruta_completa(limpia);
+    // "con" and "aux.txt" are devices to the system unless they are files of a directory.
+    const bool es_aparato = usual.starts_with(L"\\\\.\\") && !limpia.starts_with(L"\\\\.\\");
+    const bool la_usual_es_raiz = !es_aparato && ruta_de_trabajo(ruta) == ruta && i_es_raiz(usual);
+    if (unidad_sola || i_es_raiz(exacta) || la_usual_es_raiz) {
         throw fallo{di("'%1' is the root of a drive: refused, nothing is done", ruta)};
     }
 }
 
 void confirma(const peticion& p, const std::wstring& que) {
-    if (!p.si_a_todo && !pregunta(que)) {
+    if (!p.en_seco() && !p.si_a_todo && !pregunta(que)) {
         throw fallo{di("not confirmed, nothing is done")};
     }
 }
@@ -122,7 +174,7 @@ void confirma(const peticion& p, const std::wstring& que) {
 // ---- Dates ----
 
 std::optional<long long> fecha_de(const std::wstring& ruta) {
-    const long long fecha = timefich_obtener_fecha_fichero_UTC(ruta.c_str());
+    const long long fecha = timefich_obtener_fecha_fichero_UTC(ruta_de_trabajo(ruta).c_str());
     return fecha == -1 ? std::nullopt : std::optional(fecha);
 }
 
@@ -173,7 +225,7 @@ long long i_de_pared_a_utc(long long pared) {
 
 [[noreturn]] void i_fecha_mal(const std::wstring& texto) {
     throw uso_incorrecto{
-        di("'%1' is no date; write now, @SECONDS, 2024-05-01, or \"2024-05-01 12:30[:00][Z]\"", texto)};
+        di("'%1' is not a date; use now, @SECONDS, 2024-05-01, or \"2024-05-01 12:30[:00][Z]\"", texto)};
 }
 
 }  // namespace
@@ -224,35 +276,84 @@ long long lee_fecha(const std::wstring& texto, bool en_utc) {
     return en_utc ? pared : i_de_pared_a_utc(pared);
 }
 
-int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, frase hecho_en_palabras,
-                std::wstring (*accion)(const peticion&, const std::wstring&)) {
+std::wstring con_ocupantes(const std::wstring& queja, const std::wstring& ruta) {
+    const std::wstring quienes = quienes_tienen(ruta);
+    return quienes.empty() ? queja : di("%1; it is held by %2", queja, quienes);
+}
+
+namespace {
+
+void i_di_uno(const peticion& p, const acto& que, const std::wstring& ruta, const resultado& r) {
+    const std::wstring nombre = a_la_vista(r.ruta.empty() ? ruta : r.ruta);
+    if (!r.queja.empty()) {
+        if (!r.ya_dicho) {
+            errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(r.queja));
+        }
+        return;
+    }
+    const frase como = r.ya_estaba ? que.ya_estaba : p.en_seco() ? que.se_haria : que.hecho;
+    salida().escribe(di(como), p.en_seco() ? estilo::aviso : estilo::bueno).escribe(" ").linea(nombre);
+}
+
+json i_json_de_uno(const peticion& p, const acto& que, const std::wstring& ruta, const resultado& r) {
+    json fila = json::objeto().pon("path", ruta).pon("done", r.queja.empty() && !p.en_seco());
+    if (!r.ruta.empty()) {
+        fila.pon("created", r.ruta);
+    }
+    if (!que.ya_estaba.vacia() && r.queja.empty()) {
+        fila.pon("existed", r.ya_estaba);
+    }
+    if (p.en_seco()) {
+        fila.pon("dry_run", true);
+    }
+    if (!r.queja.empty()) {
+        fila.pon("error", r.queja);
+    }
+    return fila;
+}
+
+}  // namespace
+
+int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, const acto& que,
+                resultado (*accion)(const peticion&, const std::wstring&)) {
     json lista = json::lista();
     bool todas = true;
-    for (const std::wstring& ruta : rutas) {
-        std::wstring queja;
-        try {
-            queja = accion(p, ruta);
-        } catch (const fallo& que) {
-            queja = que.texto;
-        }
-        todas = todas && queja.empty();
-        if (p.en_json) {
-            json fila = json::objeto().pon("path", ruta).pon("done", queja.empty());
-            if (!queja.empty()) {
-                fila.pon("error", queja);
+    std::atomic<size_t> vistas{0};
+    const interruptor al_pulsar_control_c;
+    con_progreso(
+        [&] {
+            for (const std::wstring& ruta : rutas) {
+                resultado r;
+                const ruta_en_curso en_curso(ruta);
+                try {
+                    r = interrumpido() ? resultado(di("stopped")) : accion(p, ruta);
+                } catch (const fallo& otro) {
+                    r.queja = otro.texto;
+                }
+                r.ya_dicho = r.ya_dicho || interrumpido();
+                todas = todas && r.queja.empty();
+                if (p.en_json) {
+                    lista.agrega(i_json_de_uno(p, que, ruta, r));
+                } else {
+                    i_di_uno(p, que, ruta, r);
+                }
+                vistas += interrumpido() ? 0 : 1;
             }
-            lista.agrega(std::move(fila));
-        } else if (queja.empty()) {
-            salida()
-                .escribe(di(hecho_en_palabras), estilo::bueno)
-                .escribe(" ")
-                .linea(std::wstring_view(ruta));
-        } else {
-            errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(queja));
-        }
-    }
+        },
+        [&](unsigned segundos) {
+            return rutas.size() == 1
+                       ? di("%1, %2 s", rutas[0], std::to_wstring(segundos))
+                       : di("%1 of %2, %3 s", con_miles(vistas), con_miles(rutas.size()),
+                            std::to_wstring(segundos)) +
+                             lo_que_falta(static_cast<double>(vistas) / static_cast<double>(rutas.size()),
+                                          segundos);
+        });
     if (p.en_json) {
         escribe_json(lista);
+    } else if (interrumpido()) {
+        errores()
+            .escribe("lumodir: ", estilo::malo)
+            .linea(di("stopped after %1 of %2", con_miles(vistas), con_miles(rutas.size())));
     }
     return todas ? hecho : no;
 }

@@ -42,8 +42,28 @@ long long lee_fecha(const std::wstring& texto, bool en_utc);
 
 // ---- The same action on each of several paths ----
 
-// The action answers an empty text, or why it failed. Successes are told as "<done> <path>".
-int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, frase hecho_en_palabras,
-                std::wstring (*accion)(const peticion&, const std::wstring&));
+// What came of it for one path.
+struct resultado {
+    std::wstring queja;  // why it failed; empty when it is done
+    std::wstring ruta;   // what it was done to, when that is not the path that was given
+    bool ya_estaba = false;
+    bool ya_dicho = false;  // the library has told the person why
+    resultado() = default;
+    // NOLINTNEXTLINE(google-explicit-constructor): a complaint is a result.
+    resultado(std::wstring que) : queja(std::move(que)) {}
+};
+
+// How it is told: "deleted a.txt", "would delete a.txt".
+struct acto {
+    frase hecho, se_haria;
+    frase ya_estaba = {};
+};
+
+// With --dry-run the action only looks whether it could begin. Ctrl-C stops before the next path.
+int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, const acto& que,
+                resultado (*accion)(const peticion&, const std::wstring&));
+
+// A complaint with the names of who holds the file, where the system tells them.
+std::wstring con_ocupantes(const std::wstring& queja, const std::wstring& ruta);
 
 }  // namespace mando

@@ -11,10 +11,12 @@ namespace {
 
 constexpr opcion generales[] = {
     {"json", "", "answer in JSON, for scripts"},
-    {"lang", "L", "language of the library's messages: a name, a code or a number"},
+    {"lang", "L",
+     "language of messages: a name, a code or a number (help and the command's own words are in English or "
+     "Spanish)"},
     {"verbose", "", "also show the library's internal errors, on standard error"},
     {"yes", "", "do not ask before changing or deleting (-y)"},
-    {"help", "", "this text (-h, /?)"},
+    {"help", "", "this text (-h, -?, /?)"},
     {"version", "", "the version of this command"},
 };
 
@@ -41,21 +43,74 @@ size_t i_distancia(std::wstring_view a, std::wstring_view b) {
     return fila[b.size()];
 }
 
-[[noreturn]] void i_orden_desconocida(std::wstring_view palabra) {
-    std::wstring mejor;
-    size_t distancia = 3;
-    for (const grupo& g : grupos()) {
-        for (const orden& o : g.ordenes) {
-            const std::wstring nombre = ancho_de(o.nombre);
-            const size_t d = i_distancia(en_minusculas(palabra), nombre);
-            if (d < distancia && d < nombre.size()) {
-                distancia = d;
-                mejor = nombre;
-            }
+// What people call things elsewhere, and where they are here.
+struct otro_nombre {
+    std::wstring_view nombre, aqui;
+};
+constexpr otro_nombre otros_nombres[] = {
+    {L"dir", L"ls"},       {L"list", L"ls"},        {L"del", L"rm"},         {L"erase", L"rm"},
+    {L"delete", L"rm"},    {L"remove", L"rm"},      {L"unlink", L"rm"},      {L"rd", L"rmtree"},
+    {L"rmdir", L"rmtree"}, {L"deltree", L"rmtree"}, {L"md", L"mkdir"},       {L"ren", L"mv"},
+    {L"rename", L"mv"},    {L"move", L"mv"},        {L"attrib", L"protect"}, {L"which", L"where"},
+    {L"tasklist", L"ps"},  {L"taskkill", L"kill"},  {L"pwd", L"whereami"},   {L"search", L"find"},
+    {L"fd", L"find"},      {L"mktemp", L"tmp"},     {L"ver", L"--version"},  {L"version", L"--version"},
+    {L"subst", L"drives"}, {L"handle", L"who"},
+};
+constexpr std::wstring_view de_copia[] = {L"cp", L"copy", L"xcopy", L"robocopy", L"rsync", L"mirror"};
+
+// The nearest of some words, when it is near enough: a slip in a short word, two in a longer one.
+class mas_parecida {
+public:
+    explicit mas_parecida(std::wstring_view escrita) : escrita_(en_minusculas(escrita)) {
+        constexpr size_t corta = 4;
+        mejor_ = escrita_.size() <= corta ? 2 : 3;
+    }
+    void prueba(std::wstring_view palabra, std::wstring_view propuesta) {
+        const size_t d = i_distancia(escrita_, palabra);
+        if (d < mejor_ && d < palabra.size() && d < escrita_.size()) {
+            mejor_ = d;
+            propuesta_ = propuesta;
         }
     }
-    throw uso_incorrecto{mejor.empty() ? di("there is no command '%1'", palabra)
-                                       : di("there is no command '%1'; did you mean '%2'?", palabra, mejor)};
+    const std::wstring& propuesta() const { return propuesta_; }
+
+private:
+    std::wstring escrita_, propuesta_;
+    size_t mejor_;
+};
+
+[[noreturn]] void i_orden_desconocida(std::wstring_view palabra) {
+    if (std::find(std::begin(de_copia), std::end(de_copia), en_minusculas(palabra)) != std::end(de_copia)) {
+        throw uso_incorrecto{di(
+            "nothing is copied here, and no tree moved to another drive: copy, xcopy and robocopy of Windows "
+            "do that")};
+    }
+    mas_parecida cual(palabra);
+    for (const grupo& g : grupos()) {
+        for (const orden& o : g.ordenes) {
+            cual.prueba(ancho_de(o.nombre), ancho_de(o.nombre));
+        }
+    }
+    for (const otro_nombre& o : otros_nombres) {
+        cual.prueba(o.nombre, o.aqui);
+    }
+    throw uso_incorrecto{cual.propuesta().empty()
+                             ? di("there is no command '%1'", palabra)
+                             : di("there is no command '%1'; did you mean '%2'?", palabra, cual.propuesta())};
+}
+
+[[noreturn]] void i_opcion_desconocida(const std::wstring& nombre, const orden* cual) {
+    mas_parecida opcion_parecida(nombre);
+    for (const auto& opciones :
+         {cual ? cual->opciones : std::span<const opcion>(), std::span<const opcion>(generales)}) {
+        for (const opcion& o : opciones) {
+            opcion_parecida.prueba(ancho_de(o.nombre), ancho_de(o.nombre));
+        }
+    }
+    throw uso_incorrecto{
+        opcion_parecida.propuesta().empty()
+            ? di("unknown option '--%1'", nombre)
+            : di("unknown option '--%1'; did you mean '--%2'?", nombre, opcion_parecida.propuesta())};
 }
 
 class lector {
@@ -75,14 +130,17 @@ public:
 
 private:
     static std::wstring i_nombre_de_opcion(std::wstring_view palabra) {
-        if (palabra == L"-h" || palabra == L"/?") {
-            return L"help";
+        const std::wstring minuscula = en_minusculas(palabra);
+        for (const wchar_t* ayuda : {L"-h", L"-?", L"/?", L"/h", L"-help", L"/help"}) {
+            if (minuscula == ayuda) {
+                return L"help";
+            }
         }
         if (palabra == L"-y") {
             return L"yes";
         }
         if (palabra.size() > 2 && palabra.starts_with(L"--")) {
-            return std::wstring(palabra.substr(2, palabra.find(L'=') - 2));
+            return minuscula.substr(2, minuscula.find(L'=') - 2);
         }
         return {};
     }
@@ -91,7 +149,12 @@ private:
     void i_halla_orden() {
         size_t i = 0;
         for (; i < palabras_.size(); ++i) {
-            const std::wstring nombre = i_nombre_de_opcion(palabras_[i]);
+            std::wstring nombre = i_nombre_de_opcion(palabras_[i]);
+            if (nombre.empty() && en_minusculas(palabras_[i]) == L"-v") {
+                de_la_orden_.push_back(i);
+                leida_.version = true;  // without a command there is nothing else that it could mean
+                continue;
+            }
             if (nombre.empty()) {
                 break;
             }
@@ -100,6 +163,9 @@ private:
         }
         if (i >= palabras_.size()) {
             return;
+        }
+        if (palabras_[i].size() > 1 && palabras_[i][0] == L'-') {
+            throw uso_incorrecto{di("unknown option '%1'", palabras_[i])};
         }
         if (palabras_[i] == L"help") {
             leida_.ayuda = true;
@@ -151,6 +217,10 @@ private:
         }
         const std::wstring nombre = i_nombre_de_opcion(palabra);
         if (nombre.empty()) {
+            if (const opcion* corta = i_busca_corta(palabra)) {
+                i_opcion(*corta, i);
+                return;
+            }
             if (palabra.size() > 1 && palabra[0] == L'-') {
                 throw uso_incorrecto{
                     di("unknown option '%1' (a path that begins with '-' goes after '--')", palabra)};
@@ -158,29 +228,43 @@ private:
             leida_.que.argumentos.push_back(palabra);
             return;
         }
-        i_opcion(nombre, i);
-    }
-
-    void i_opcion(const std::wstring& nombre, size_t& i) {
         const opcion* fila = leida_.que.cual ? i_busca(leida_.que.cual->opciones, nombre) : nullptr;
         fila = fila ? fila : i_busca(generales, nombre);
         if (!fila) {
-            throw uso_incorrecto{di("unknown option '--%1'", nombre)};
+            i_opcion_desconocida(nombre, leida_.que.cual);
         }
+        i_opcion(*fila, i);
+    }
+
+    const opcion* i_busca_corta(std::wstring_view palabra) const {
+        if (!leida_.que.cual || palabra.size() != 2 || palabra[0] != L'-') {
+            return nullptr;
+        }
+        for (const opcion& o : leida_.que.cual->opciones) {
+            if (o.letra != '\0' && static_cast<wchar_t>(o.letra) == palabra[1]) {
+                return &o;
+            }
+        }
+        return nullptr;
+    }
+
+    void i_opcion(const opcion& fila, size_t& i) {
+        const std::wstring nombre = ancho_de(fila.nombre);
         const size_t igual = palabras_[i].find(L'=');
         std::wstring valor;
-        if (fila->valor.empty()) {
+        if (fila.valor.empty()) {
             if (igual != std::wstring::npos) {
                 throw uso_incorrecto{di("option '--%1' takes no value", nombre)};
             }
         } else if (igual != std::wstring::npos) {
             valor = palabras_[i].substr(igual + 1);
-        } else if (++i < palabras_.size()) {
-            valor = palabras_[i];
+        } else if (i + 1 < palabras_.size() && !palabras_[i + 1].starts_with(L"--")) {
+            valor = palabras_[++i];
         } else {
-            throw uso_incorrecto{di("option '--%1' needs a value (%2)", nombre, ancho_de(fila->valor))};
+            // What begins with two dashes is the next option, whose value has to be written behind a =.
+            throw uso_incorrecto{di("option '--%1' needs a value (%2)", nombre, ancho_de(fila.valor))};
         }
-        i_guarda(*fila, std::move(valor));
+        i_guarda(fila, std::move(valor));
     }
 
     void i_guarda(const opcion& fila, std::wstring valor) {
@@ -197,7 +281,8 @@ private:
         } else if (fila.nombre == "lang") {
             leida_.idioma = std::move(valor);
         } else {
-            leida_.que.opciones[fila.nombre] = std::move(valor);
+            std::wstring& guardado = leida_.que.opciones[fila.nombre];
+            guardado = fila.varias && !guardado.empty() ? guardado + L'|' + valor : std::move(valor);
         }
     }
 

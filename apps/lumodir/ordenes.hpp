@@ -25,6 +25,8 @@ struct opcion {
     std::string_view nombre;  // without its dashes
     std::string_view valor;   // what it takes, as the help names it; empty for a switch
     frase ayuda;
+    char letra = '\0';    // a short form, as in -t
+    bool varias = false;  // it may be given several times: its values come with '|' between them
 };
 
 struct ejemplo {
@@ -36,7 +38,7 @@ struct orden {
     std::string_view nombre;  // one word, or two ("reg get")
     std::string_view argumentos;
     frase resumen;
-    frase detalle;          // whole lines of at most 78 columns
+    frase detalle;          // of any length: the help breaks it
     size_t minimo, maximo;  // arguments
     std::span<const opcion> opciones;
     std::span<const ejemplo> ejemplos;
@@ -62,6 +64,8 @@ struct peticion {
     bool si_a_todo = false;
 
     bool tiene(std::string_view nombre) const { return opciones.contains(nombre); }
+    // Whether only to show what would be done.
+    bool en_seco() const { return tiene("dry-run"); }
     // The value of an option, NULL when it was not given: as the library takes what is not wanted.
     const wchar_t* valor(std::string_view nombre) const;
     unsigned long numero(std::string_view nombre, unsigned long si_falta, unsigned long maximo) const;
@@ -70,6 +74,9 @@ struct peticion {
     // The directory argument, the current directory when there is none.
     std::wstring directorio() const { return argumentos.empty() ? L"." : argumentos[0]; }
 };
+
+// The row of every subcommand that changes something.
+inline constexpr opcion opcion_en_seco = {"dry-run", "", "show what would be done, and do nothing"};
 
 unsigned long a_numero(std::wstring_view texto, std::wstring_view que_es, unsigned long maximo);
 
@@ -88,6 +95,7 @@ void escribe_json(const json& valor);
 // The groups, one per file.
 extern const std::span<const orden> ordenes_rutas;
 extern const std::span<const orden> ordenes_listados;
+extern const std::span<const orden> ordenes_busqueda;
 extern const std::span<const orden> ordenes_ficheros;
 extern const std::span<const orden> ordenes_borrado;
 extern const std::span<const orden> ordenes_sistema;

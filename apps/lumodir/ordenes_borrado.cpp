@@ -1,14 +1,22 @@
 // Deletion: rm, rmtree.
+//
+// Promises: what is asked about is what is deleted, and what is told as left is there: both are counted by the same
+// walk, directories whose names begin with a dot included.
+#include <algorithm>
 #include <map>
+#include <mutex>
 
+#include "anfitrion.hpp"
 #include "cdir_ficheros.h"
 #include "cdir_rutas.h"
+#include "comodines.hpp"
 #include "companions/buclrein.h"
 #include "consola.hpp"
 #include "directorios.hpp"
 #include "ficheros.hpp"
 #include "lumodir.h"
 #include "ordenes.hpp"
+#include "sistema_windows.hpp"
 #include "textos.hpp"
 #include "trabajo.hpp"
 
@@ -25,26 +33,61 @@ void i_ajusta_reintentos(const peticion& p) {
 
 // ---- rm ----
 
-std::wstring i_rm_uno(const peticion& p, const std::wstring& ruta) {
+resultado i_rm_uno(const peticion& p, const std::wstring& ruta) {
     rechaza_raiz(ruta);
+    if (p.en_seco()) {
+        return {};
+    }
+    const std::wstring de_trabajo = ruta_de_trabajo(ruta);
     if (p.tiene("if-possible")) {
         unsigned short hay_error = FALSO;
-        lumodir_borra_fichero_si_existe_UNICODE(ruta.c_str(), &hay_error);
-        return hay_error == CIERTO ? di("'%1' is not deleted", ruta) : std::wstring();
+        lumodir_borra_fichero_si_existe_UNICODE(de_trabajo.c_str(), &hay_error);
+    } else {
+        cdir_borra_fichero_UNICODE(de_trabajo.c_str());
     }
-    return cdir_borra_fichero_UNICODE(ruta.c_str()) == CIERTO ? std::wstring()
-                                                              : di("'%1' is not deleted", ruta);
+    // Without the entry its text may name another one ("a." is "a" to the system).
+    return que_hay_en(de_trabajo) == clase_de_entrada::ninguna
+               ? resultado()
+               : con_ocupantes(di("'%1' is not deleted", ruta), ruta);
+}
+
+// What the arguments name: with --if-exists a pattern that finds nothing is no failure either.
+rutas_dadas i_que_se_borra(const peticion& p) {
+    if (!p.tiene("if-exists")) {
+        return rutas_de(p, que_valen::ficheros);
+    }
+    std::vector<std::wstring> escritas = p.argumentos_o_entrada();
+    std::erase_if(escritas, [](const std::wstring& ruta) {
+        return es_patron(ruta) && expande(ruta, que_valen::ficheros).empty();
+    });
+    return rutas_expandidas(escritas, que_valen::ficheros);
+}
+
+void i_pregunta_por(const peticion& p, const rutas_dadas& dadas) {
+    if (dadas.rutas.empty()) {
+        return;
+    }
+    if (dadas.rutas.size() == 1) {
+        confirma(p, di("Delete the file '%1'?", dadas.rutas[0]));
+        return;
+    }
+    if (!p.si_a_todo && !p.en_seco()) {
+        di_cuales(dadas.rutas);
+    }
+    unsigned long long bytes = 0;
+    for (const std::wstring& ruta : dadas.rutas) {
+        const unsigned long long suyos = lumodir_get_tamanyo_fichero(ruta_de_trabajo(ruta).c_str(), nullptr);
+        bytes += suyos == ~0ull ? 0 : suyos;
+    }
+    confirma(p, di("Delete %1 (%2)?", plural(dadas.rutas.size(), "file", "files"), tamanyo_legible(bytes)));
 }
 
 int i_rm(peticion& p) {
     i_ajusta_reintentos(p);
-    const std::vector<std::wstring> rutas = p.argumentos_o_entrada();
+    rutas_dadas dadas = i_que_se_borra(p);
     // Nothing is deleted, nor asked, when one of the paths is no file that could be.
-    for (const std::wstring& ruta : rutas) {
+    for (const std::wstring& ruta : dadas.rutas) {
         rechaza_raiz(ruta);
-        if (ruta.find_first_of(L"*?", ruta.starts_with(L"\\\\?\\") ? 4 : 0) != ruta.npos) {
-            throw fallo{di("'%1' is a pattern; rm takes names (lumodir ls --filter shows them)", ruta)};
-        }
         const clase_de_entrada clase = que_hay_en(ruta);
         if (clase == clase_de_entrada::directorio) {
             throw fallo{di("'%1' is a directory; rmtree deletes trees", ruta)};
@@ -53,25 +96,26 @@ int i_rm(peticion& p) {
             throw fallo{di("'%1' does not exist", ruta)};
         }
     }
-    std::vector<std::wstring> presentes;
-    for (const std::wstring& ruta : rutas) {
-        if (que_hay_en(ruta) == clase_de_entrada::fichero) {
-            presentes.push_back(ruta);
-        }
-    }
-    if (!presentes.empty()) {
-        confirma(p, presentes.size() == 1 ? di("Delete the file '%1'?", presentes[0])
-                                          : di("Delete %1?", plural(presentes.size(), "file", "files")));
-    }
-    return en_cada_una(p, presentes, "deleted", i_rm_uno);
+    std::erase_if(dadas.rutas,
+                  [](const std::wstring& ruta) { return que_hay_en(ruta) != clase_de_entrada::fichero; });
+    i_pregunta_por(p, dadas);
+    return en_cada_una(p, dadas.rutas, {"deleted", "would delete"}, i_rm_uno);
 }
 
 // ---- rmtree ----
 
+// One directory of the tree that goes, as the progress line looks after it.
+struct rama {
+    std::wstring del_sistema;
+    unsigned long long ficheros = 0;
+};
+
 struct tarea {
     std::wstring directorio;
-    std::vector<rama> arbol;  // as it was before
+    recuento antes;
+    std::vector<rama> ramas;
     bool es_enlace = false;
+    bool con_punto = false;  // holds directories whose names begin with a dot
     bool interrumpida = false;
     std::vector<std::wstring> no_borrados;  // files that --if-possible could not delete
 };
@@ -80,137 +124,214 @@ struct tarea {
 // deletion is not to be held up by the watching.
 class contador_de_borrado {
 public:
-    explicit contador_de_borrado(const std::vector<rama>& arbol) : arbol_(arbol), ido_(arbol.size(), false) {}
+    explicit contador_de_borrado(const tarea& t)
+        : ramas_(t.ramas), total_(t.antes.ficheros + t.antes.directorios), ido_(ramas_.size(), false) {}
 
     std::wstring dice(unsigned segundos) {
-        constexpr size_t por_vez = 200;
-        for (size_t i = 0; i < std::min(por_vez, arbol_.size());
-             ++i, siguiente_ = (siguiente_ + 1) % arbol_.size()) {
-            const rama& r = arbol_[siguiente_];
-            if (!ido_[siguiente_] && cdir_existe_directorio_UNICODE(r.ruta.c_str()) != CIERTO) {
-                ido_[siguiente_] = true;
-                directorios_ += 1;
-                ficheros_ += r.ficheros.size();
-            }
-        }
+        const std::lock_guard turno(guarda_);
+        i_mira();
+        const double parte =
+            total_ == 0 ? 0 : static_cast<double>(directorios_ + ficheros_) / static_cast<double>(total_);
         return di("deleting: %1 of %2 gone, with %3, %4 s", con_miles(directorios_),
-                  plural(arbol_.size(), "directory", "directories"), plural(ficheros_, "file", "files"),
-                  std::to_wstring(segundos));
+                  plural(ramas_.size(), "directory", "directories"), plural(ficheros_, "file", "files"),
+                  std::to_wstring(segundos)) +
+               lo_que_falta(parte, segundos);
+    }
+    // From the thread that tells of Ctrl-C, which has no time to look at everything.
+    std::wstring despide() {
+        constexpr int miradas = 25;
+        const std::lock_guard turno(guarda_);
+        for (int i = 0; i < miradas; ++i) {
+            i_mira();
+        }
+        return di("stopped; at least %1 with %2 are gone, the rest may still be there",
+                  plural(directorios_, "directory", "directories"), plural(ficheros_, "file", "files"));
     }
 
 private:
-    const std::vector<rama>& arbol_;
+    void i_mira() {
+        constexpr size_t por_vez = 200;
+        for (size_t i = 0; i < std::min(por_vez, ramas_.size());
+             ++i, siguiente_ = (siguiente_ + 1) % ramas_.size()) {
+            if (!ido_[siguiente_] &&
+                GetFileAttributesW(ramas_[siguiente_].del_sistema.c_str()) == INVALID_FILE_ATTRIBUTES) {
+                ido_[siguiente_] = true;
+                directorios_ += 1;
+                ficheros_ += ramas_[siguiente_].ficheros;
+            }
+        }
+    }
+
+    std::mutex guarda_;
+    const std::vector<rama>& ramas_;
+    unsigned long long total_;
     std::vector<bool> ido_;
-    size_t siguiente_ = 0, directorios_ = 0, ficheros_ = 0;
+    size_t siguiente_ = 0;
+    unsigned long long directorios_ = 0, ficheros_ = 0;
 };
+
+void i_con_contador(const tarea& t, const std::function<void()>& borra) {
+    contador_de_borrado contador(t);
+    const despedida al_acabar([&] { return contador.despide(); });
+    con_progreso(borra, [&](unsigned segundos) { return contador.dice(segundos) + di(" (Ctrl-C stops)"); });
+}
 
 void i_borra_parando(tarea& t) {
     unsigned short continuar = CIERTO;
-    const interruptor al_pulsar_control_c(continuar);
-    contador_de_borrado contador(t.arbol);
-    con_progreso([&] { cdir_borra_directorio_y_subdirectorios_parando(t.directorio.c_str(), &continuar); },
-                 [&](unsigned segundos) { return contador.dice(segundos) + di(" (Ctrl-C stops)"); });
+    const interruptor al_pulsar_control_c(&continuar);
+    i_con_contador(t, [&] {
+        cdir_borra_directorio_y_subdirectorios_parando(ruta_de_trabajo(t.directorio).c_str(), &continuar);
+    });
     t.interrumpida = continuar != CIERTO;
 }
 
 void i_borra_si_se_puede(tarea& t) {
     ArrCADENA_u* fallos = arr_CreaCADENA_u(0);
-    contador_de_borrado contador(t.arbol);
-    con_progreso(
-        [&] { cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(t.directorio.c_str(), fallos); },
-        [&](unsigned segundos) { return contador.dice(segundos); });
+    i_con_contador(t, [&] {
+        cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(ruta_de_trabajo(t.directorio).c_str(),
+                                                                   fallos);
+    });
     t.no_borrados = toma(fallos);
 }
 
 void i_borra_en_pasadas(tarea& t) {
-    contador_de_borrado contador(t.arbol);
-    con_progreso([&] { cdir_borra_contenido_directorio_si_es_posible_reintentando_u(t.directorio.c_str()); },
-                 [&](unsigned segundos) { return contador.dice(segundos); });
+    i_con_contador(t, [&] {
+        cdir_borra_contenido_directorio_si_es_posible_reintentando_u(ruta_de_trabajo(t.directorio).c_str());
+    });
 }
 
-std::wstring i_en_palabras(const std::vector<rama>& arbol) {
-    return di("%1 in %2", plural(cuenta_ficheros(arbol), "file", "files"),
-              plural(arbol.size(), "directory", "directories"));
+std::wstring i_en_palabras(const recuento& r) {
+    const std::wstring ficheros = plural(r.ficheros, "file", "files");
+    const std::wstring todo =
+        r.enlaces == 0 ? ficheros : di("%1 and %2", ficheros, plural(r.enlaces, "link", "links"));
+    return di("%1 in %2", todo, plural(r.directorios, "directory", "directories"));
 }
 
-constexpr size_t a_la_vista = 10;  // lines about what is left
+constexpr size_t a_la_vista_caben = 10;  // lines about what is left
 
-void i_di_ficheros(const std::vector<rama>& resto) {
-    size_t dichos = 0;
-    for (const rama& r : resto) {
-        for (const std::wstring& nombre : r.ficheros) {
-            if (dichos++ < a_la_vista) {
-                errores().escribe("  ").linea(
-                    toma(cdir_concatena_directorios_UNICODE(r.ruta.c_str(), nombre.c_str())));
+// What is left, by name, with who holds it: few names when it is little, else a number for each directory right
+// below the base.
+struct lo_que_queda {
+    recuento cuenta;
+    std::vector<std::wstring> ficheros;                    // the first of them
+    std::map<std::wstring, unsigned long long> por_ramas;  // files below each directory right below the base
+};
+
+lo_que_queda i_mira_lo_que_queda(const std::wstring& directorio) {
+    lo_que_queda resto;
+    recorre_con_progreso(directorio, [&](const carpeta& c) {
+        suma(resto.cuenta, c);
+        const std::wstring rama_de_arriba = c.bajo.substr(0, c.bajo.find(L'\\'));
+        for (const entrada& e : c.entradas) {
+            if (e.es_carpeta()) {
+                continue;
+            }
+            resto.por_ramas[rama_de_arriba] += 1;
+            if (resto.ficheros.size() < a_la_vista_caben) {
+                resto.ficheros.push_back(bajo_de(c.ruta, e.nombre));
             }
         }
+    });
+    return resto;
+}
+
+void i_di_ficheros(const lo_que_queda& resto) {
+    for (const std::wstring& ruta : resto.ficheros) {
+        const std::wstring quienes = quienes_tienen(ruta);
+        const std::wstring nombre = a_la_vista(ruta);
+        errores().escribe("  ").linea(quienes.empty() ? nombre : di("%1 (held by %2)", nombre, quienes));
     }
-    if (dichos > a_la_vista) {
-        errores().escribe("  ").linea(di("and %1 more", con_miles(dichos - a_la_vista)));
+    const unsigned long long todos = resto.cuenta.ficheros + resto.cuenta.enlaces;
+    if (todos > resto.ficheros.size()) {
+        errores().escribe("  ").linea(di("and %1 more", con_miles(todos - resto.ficheros.size())));
     }
 }
 
-// The files left in each directory right below the base: of thousands nobody wants the names.
-void i_di_directorios(const std::vector<rama>& resto, const std::wstring& base) {
-    std::map<std::wstring, size_t> cuentas;
-    for (const rama& r : resto) {
-        const std::wstring debajo = bajo_la_base(r.ruta, base);
-        cuentas[debajo.substr(0, debajo.find(L'\\'))] += r.ficheros.size();
-    }
-    size_t dichos = 0;
-    for (const auto& [directorio, ficheros] : cuentas) {
-        if (ficheros > 0 && dichos++ < a_la_vista) {
-            errores().linea(L"  " + directorio + L": " + plural(ficheros, "file", "files"));
+void i_di_ramas(const lo_que_queda& resto) {
+    size_t dichas = 0;
+    for (const auto& [directorio, ficheros] : resto.por_ramas) {
+        if (dichas++ < a_la_vista_caben) {
+            errores().linea(L"  " + a_la_vista(directorio) + L": " + plural(ficheros, "file", "files"));
         }
     }
-    if (dichos > a_la_vista) {
+    if (dichas > a_la_vista_caben) {
         errores().escribe("  ").linea(
-            di("and %1", plural(dichos - a_la_vista, "directory more", "directories more")));
+            di("and %1", plural(dichas - a_la_vista_caben, "directory more", "directories more")));
     }
 }
 
-void i_di_que_queda(const tarea& t, const std::vector<rama>& resto) {
+void i_di_que_queda(const tarea& t, const lo_que_queda& resto) {
     if (t.es_enlace) {
         errores().escribe("lumodir: ", estilo::malo).linea(di("the link '%1' is not deleted", t.directorio));
         return;
     }
     errores()
         .escribe("lumodir: ", estilo::malo)
-        .linea(di(t.interrumpida ? frase("stopped; %1 left in '%2'") : frase("not deleted; %1 left in '%2'"),
-                  i_en_palabras(resto), t.directorio));
-    if (t.interrumpida && !resto.empty()) {
-        i_di_directorios(resto, resto.front().ruta);
-    } else if (cuenta_ficheros(resto) > 0) {
-        i_di_ficheros(resto);
-    } else {
-        errores().escribe("  ").linea(
-            di("(directories that begin with a point stay; --if-possible and --retry delete them too)"));
+        .linea(
+            di(t.interrumpida ? frase("stopped; left in '%2': %1") : frase("not deleted; left in '%2': %1"),
+               i_en_palabras(resto.cuenta), t.directorio));
+    t.interrumpida ? i_di_ramas(resto) : i_di_ficheros(resto);
+    di_ilegibles(resto.cuenta);
+}
+
+json i_json(const peticion& p, const tarea& t, bool queda, const recuento& resto) {
+    json fila = json::objeto()
+                    .pon("path", t.directorio)
+                    .pon("done", !queda)
+                    .pon("link", t.es_enlace)
+                    .pon("stopped", t.interrumpida)
+                    .pon("files_before", t.antes.ficheros)
+                    .pon("directories_before", t.antes.directorios)
+                    .pon("links_before", t.antes.enlaces)
+                    .pon("bytes_before", t.antes.bytes)
+                    .pon("unreadable_before", t.antes.ilegibles)
+                    .pon("files_left", resto.ficheros)
+                    .pon("directories_left", resto.directorios)
+                    .pon("links_left", resto.enlaces);
+    if (p.en_seco()) {
+        fila.pon("dry_run", true);
     }
+    if (p.tiene("if-possible")) {
+        fila.pon("failed", t.no_borrados);
+    }
+    return fila;
 }
 
 int i_cuenta_lo_hecho(const peticion& p, const tarea& t) {
     const bool queda = que_hay_en(t.directorio) != clase_de_entrada::ninguna;
-    const std::vector<rama> resto =
-        queda && !t.es_enlace ? recorre(t.directorio, nullptr) : std::vector<rama>();
+    const lo_que_queda resto = queda && !t.es_enlace ? i_mira_lo_que_queda(t.directorio) : lo_que_queda();
     if (p.en_json) {
-        json fila = json::objeto()
-                        .pon("path", t.directorio)
-                        .pon("done", !queda)
-                        .pon("stopped", t.interrumpida)
-                        .pon("files_before", cuenta_ficheros(t.arbol))
-                        .pon("files_left", cuenta_ficheros(resto))
-                        .pon("directories_left", resto.size());
-        if (p.tiene("if-possible")) {
-            fila.pon("failed", t.no_borrados);
-        }
-        escribe_json(fila);
+        escribe_json(i_json(p, t, queda, resto.cuenta));
     } else if (queda) {
         i_di_que_queda(t, resto);
     } else {
-        salida().escribe(di("deleted"), estilo::bueno).escribe(" ").escribe(t.directorio);
-        salida().linea(t.es_enlace ? di(" (the link)") : L": " + i_en_palabras(t.arbol));
+        salida().escribe(di("deleted"), estilo::bueno).escribe(" ").escribe(a_la_vista(t.directorio));
+        salida().linea(t.es_enlace ? di(" (the link)") : L": " + i_en_palabras(t.antes));
     }
     return queda ? no : hecho;
+}
+
+int i_en_seco(const peticion& p, const tarea& t) {
+    if (p.en_json) {
+        escribe_json(i_json(p, t, true, t.antes));
+    } else {
+        salida().escribe(di("would delete"), estilo::aviso).escribe(" ").escribe(a_la_vista(t.directorio));
+        salida().linea(t.es_enlace ? di(" (the link)") : L": " + i_en_palabras(t.antes));
+    }
+    return hecho;
+}
+
+void i_mira_lo_que_hay(tarea& t) {
+    recorre_con_progreso(t.directorio, [&](const carpeta& c) {
+        suma(t.antes, c);
+        rama r{.del_sistema = c.del_sistema};
+        for (const entrada& e : c.entradas) {
+            r.ficheros += e.es_directorio ? 0 : 1;
+            t.con_punto = t.con_punto || (e.es_directorio && e.nombre.starts_with(L'.'));
+        }
+        t.ramas.push_back(std::move(r));
+    });
+    di_ilegibles(t.antes);
 }
 
 int i_rmtree(peticion& p) {
@@ -221,53 +342,63 @@ int i_rmtree(peticion& p) {
     }
     i_ajusta_reintentos(p);
     rechaza_raiz(t.directorio);
+    rechaza_patron(t.directorio);
     comprueba_existe(t.directorio);
     if (que_hay_en(t.directorio) == clase_de_entrada::fichero) {
         throw fallo{di("'%1' is a file; rm deletes files", t.directorio)};
     }
     t.es_enlace = es_enlace(t.directorio);
     if (!t.es_enlace) {
-        t.arbol = recorre(t.directorio, nullptr);
+        i_mira_lo_que_hay(t);
+    }
+    if (p.en_seco()) {
+        return i_en_seco(p, t);
     }
     confirma(p, t.es_enlace ? di("Delete the link '%1'? What it points to stays.", t.directorio)
-                            : di("Delete '%1' with %2?", t.directorio, i_en_palabras(t.arbol)));
-    p.tiene("if-possible") ? i_borra_si_se_puede(t)
-    : p.tiene("retry")     ? i_borra_en_pasadas(t)
-                           : i_borra_parando(t);
+                            : di("Delete '%1' with %2?", t.directorio, i_en_palabras(t.antes)));
+    // The deletion that asks about what is held leaves directories whose names begin with a dot; that in passes
+    // takes them.
+    p.tiene("if-possible")            ? i_borra_si_se_puede(t)
+    : p.tiene("retry") || t.con_punto ? i_borra_en_pasadas(t)
+                                      : i_borra_parando(t);
     return i_cuenta_lo_hecho(p, t);
 }
 
 constexpr opcion opciones_rm[] = {
     {"if-exists", "", "a missing file is no failure"},
     {"if-possible", "", "without a message of the library and without asking"},
-    {"retries", "N", "silent attempts before a message (default 5)"},
-    {"wait", "MS", "milliseconds before each of them (default 100)"},
+    {"retries", "N", "silent retries before you are asked (default 5)"},
+    {"wait", "MS", "milliseconds to wait before each retry (default 100)"},
+    opcion_en_seco,
 };
 constexpr ejemplo ejemplos_rm[] = {{"rm report.txt", "asks, then deletes; also a read-only file"},
+                                   {"rm *.tmp", "shows what matches, asks, then deletes"},
                                    {"rm a.tmp b.tmp --yes", "without asking"}};
 
 constexpr opcion opciones_rmtree[] = {
     {"if-possible", "", "one silent pass over everything; says which files could not be deleted"},
-    {"retry", "", "up to 20 silent passes with pauses, for files that others hold for a moment"},
-    {"retries", "N", "silent attempts with each entry before a message (default 5)"},
-    {"wait", "MS", "milliseconds before each of them (default 100)"},
+    {"retry", "", "up to 20 silent passes with pauses, for files that other programs hold for a moment"},
+    {"retries", "N", "silent retries with each entry before you are asked (default 5)"},
+    {"wait", "MS", "milliseconds to wait before each retry (default 100)"},
+    opcion_en_seco,
 };
 constexpr ejemplo ejemplos_rmtree[] = {
     {R"(rmtree C:\data\old)", "counts, asks, deletes; Ctrl-C stops"},
+    {R"(rmtree C:\data\old --dry-run)", "counts only"},
     {R"(rmtree C:\build\tmp --yes --retry)", "in a script, while a virus scanner holds some files"},
 };
 
 constexpr orden ordenes[] = {
     {"rm", "FILE...", "delete files; asks first",
-     "Read-only files are deleted too. A file that another program holds is tried\n"
-     "again for a moment; on a terminal you are then asked. Nothing is deleted when\n"
-     "one of the paths is missing or a directory.",
+     "Read-only files are deleted too. A file that another program holds is tried "
+     "again for a moment; on a terminal you are then told who holds it and asked. Nothing is deleted when "
+     "one of the paths is missing or a directory. A pattern (*.tmp) means the files that it "
+     "matches, which are shown before you are asked.",
      1, cuantos_sean, opciones_rm, ejemplos_rm, i_rm},
     {"rmtree", "DIR [--if-possible | --retry]", "delete a directory with everything in it; asks first",
-     "A link to a directory is deleted, never what it points to. Drive roots are\n"
-     "refused. Ctrl-C stops before the next entry and says what is left.\n"
-     "Without an option directories whose name begins with a point stay, and with\n"
-     "them the directories above.",
+     "Everything goes, directories whose names begin with a dot included. A link is deleted, never what it "
+     "points to. Drive roots are refused. Ctrl-C stops and says what is left. When the tree holds "
+     "directories whose names begin with a dot, it is deleted in passes as with --retry.",
      1, 1, opciones_rmtree, ejemplos_rmtree, i_rmtree},
 };
 

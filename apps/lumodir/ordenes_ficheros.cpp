@@ -1,15 +1,18 @@
-// Files: exists, test, size, date, touch, mkdir, mv, protect, unprotect, rename-ext.
+// Files: exists, test, size, date, touch, mkdir, mv, protect, unprotect, rename-ext, who.
 #include <algorithm>
+#include <atomic>
 
 #include "anfitrion.hpp"
 #include "cdir_ficheros.h"
 #include "cdir_listas.h"
 #include "cdir_rutas.h"
+#include "comodines.hpp"
 #include "companions/lmlongpath.h"
 #include "consola.hpp"
 #include "directorios.hpp"
 #include "ficheros.hpp"
 #include "lumodir.h"
+#include "ocupantes.hpp"
 #include "ordenes.hpp"
 #include "sistema_windows.hpp"
 #include "tabla.hpp"
@@ -23,26 +26,39 @@ namespace {
 
 // ---- exists ----
 
-clase_de_entrada i_halla(const std::wstring& ruta) {
-    if (ruta.find_first_of(L"*?") == ruta.npos) {
-        return que_hay_en(ruta);
-    }
-    return cdir_existe_fichero_filtro_UNICODE(ruta.c_str()) == CIERTO       ? clase_de_entrada::fichero
-           : cdir_existe_directorio_filtro(ruta.c_str(), nullptr) == CIERTO ? clase_de_entrada::directorio
-                                                                            : clase_de_entrada::ninguna;
-}
-
 frase i_en_palabras(clase_de_entrada clase) {
     return clase == clase_de_entrada::fichero      ? frase("file")
            : clase == clase_de_entrada::directorio ? frase("directory")
                                                    : frase("missing");
 }
 
+// A pattern is there when anything matches it: it gives way to what it matches, and stays to be told as missing.
+std::vector<std::wstring> i_existentes(const peticion& p) {
+    std::vector<std::wstring> rutas;
+    for (const std::wstring& ruta : p.argumentos_o_entrada()) {
+        std::vector<std::wstring> halladas;
+        if (es_patron(ruta)) {
+            try {
+                halladas = expande(ruta, p.tiene("file") ? que_valen::ficheros : que_valen::todo);
+            } catch (const fallo&) {
+                halladas.clear();  // its directory is missing
+            }
+        }
+        if (halladas.empty()) {
+            halladas.push_back(ruta);
+        }
+        rutas.insert(rutas.end(), halladas.begin(), halladas.end());
+    }
+    return rutas;
+}
+
 int i_exists(peticion& p) {
+    constexpr size_t separacion = 2;
+    const size_t ancho = columnas_de(di("directory")) + separacion;
     json lista = json::lista();
     bool todas = true;
-    for (const std::wstring& ruta : p.argumentos_o_entrada()) {
-        const clase_de_entrada clase = i_halla(ruta);
+    for (const std::wstring& ruta : i_existentes(p)) {
+        const clase_de_entrada clase = es_patron(ruta) ? clase_de_entrada::ninguna : que_hay_en(ruta);
         const bool vale = clase != clase_de_entrada::ninguna &&
                           (!p.tiene("file") || clase == clase_de_entrada::fichero) &&
                           (!p.tiene("dir") || clase == clase_de_entrada::directorio);
@@ -54,8 +70,8 @@ int i_exists(peticion& p) {
                              .pon("kind", i_en_palabras(clase).ingles()));
         } else {
             salida()
-                .escribe(a_la_izquierda(di(i_en_palabras(clase)), 11), vale ? estilo::bueno : estilo::malo)
-                .linea(std::wstring_view(ruta));
+                .escribe(a_la_izquierda(di(i_en_palabras(clase)), ancho), vale ? estilo::bueno : estilo::malo)
+                .linea(ruta.empty() ? di("(empty)") : a_la_vista(ruta));
         }
     }
     if (p.en_json) {
@@ -71,7 +87,8 @@ struct acceso {
     std::wstring por_que_no;
 };
 
-acceso i_acceso(const std::wstring& ruta, bool es_directorio) {
+acceso i_acceso(const std::wstring& dada, bool es_directorio) {
+    const std::wstring ruta = ruta_de_trabajo(dada);
     acceso a;
     wchar_t* motivo = nullptr;
     if (es_directorio) {
@@ -90,37 +107,63 @@ acceso i_acceso(const std::wstring& ruta, bool es_directorio) {
     return a;
 }
 
+struct probada {
+    std::wstring ruta;
+    bool es_directorio;
+    acceso como;
+};
+
+json i_json_de_test(const probada& x) {
+    json fila = json::objeto()
+                    .pon("path", x.ruta)
+                    .pon("kind", x.es_directorio ? "directory" : "file")
+                    .pon("readable", x.como.leer)
+                    .pon("writable", x.como.escribir)
+                    .pon("protected", esta_protegido(x.ruta));
+    if (!x.como.por_que_no.empty()) {
+        fila.pon("reason", x.como.por_que_no);
+    }
+    return fila;
+}
+
+void i_pinta_test(const probada& x, bool con_nombre) {
+    const auto si_o_no = [](bool si) {
+        return celda(di(si ? frase("yes") : frase("no")), si ? estilo::bueno : estilo::malo);
+    };
+    celda escribible = si_o_no(x.como.escribir);
+    escribible.texto += x.como.por_que_no.empty() ? L"" : L": " + x.como.por_que_no;
+    if (con_nombre) {
+        salida().linea(a_la_vista(x.ruta), estilo::titulo);
+    }
+    pinta_ficha(salida(), {{"kind", di(x.es_directorio ? frase("directory") : frase("file"))},
+                           {"readable", si_o_no(x.como.leer)},
+                           {"writable", escribible},
+                           {"protected", di(esta_protegido(x.ruta) ? frase("yes") : frase("no"))}});
+}
+
 int i_test(peticion& p) {
-    const std::wstring& ruta = p.argumentos[0];
-    comprueba_existe(ruta);
-    const bool es_directorio = que_hay_en(ruta) == clase_de_entrada::directorio;
-    const acceso a = i_acceso(ruta, es_directorio);
-    if (p.en_json) {
-        json fila = json::objeto()
-                        .pon("path", ruta)
-                        .pon("kind", es_directorio ? "directory" : "file")
-                        .pon("readable", a.leer)
-                        .pon("writable", a.escribir)
-                        .pon("protected", esta_protegido(ruta));
-        if (!a.por_que_no.empty()) {
-            fila.pon("reason", a.por_que_no);
-        }
-        escribe_json(fila);
-    } else {
-        const auto si_o_no = [](bool si) {
-            return celda(di(si ? frase("yes") : frase("no")), si ? estilo::bueno : estilo::malo);
-        };
-        celda escribible = si_o_no(a.escribir);
-        escribible.texto += a.por_que_no.empty() ? L"" : L": " + a.por_que_no;
-        pinta_ficha(salida(), {{"kind", di(es_directorio ? frase("directory") : frase("file"))},
-                               {"readable", si_o_no(a.leer)},
-                               {"writable", escribible},
-                               {"protected", di(esta_protegido(ruta) ? frase("yes") : frase("no"))}});
+    const std::vector<std::wstring> rutas = rutas_de(p, que_valen::todo).rutas;
+    for (const std::wstring& ruta : rutas) {
+        comprueba_existe(ruta);
     }
     const bool pide_todo = !p.tiene("read") && !p.tiene("write");
-    const bool vale =
-        (a.leer || !(pide_todo || p.tiene("read"))) && (a.escribir || !(pide_todo || p.tiene("write")));
-    return vale ? hecho : no;
+    json lista = json::lista();
+    bool valen = true;
+    for (const std::wstring& ruta : rutas) {
+        probada x{ruta, que_hay_en(ruta) == clase_de_entrada::directorio, {}};
+        x.como = i_acceso(ruta, x.es_directorio);
+        valen = valen && (x.como.leer || !(pide_todo || p.tiene("read"))) &&
+                (x.como.escribir || !(pide_todo || p.tiene("write")));
+        if (p.en_json) {
+            lista.agrega(i_json_de_test(x));
+        } else {
+            i_pinta_test(x, rutas.size() > 1);
+        }
+    }
+    if (p.en_json) {
+        escribe_json(lista);
+    }
+    return valen ? hecho : no;
 }
 
 // ---- size and date ----
@@ -130,23 +173,21 @@ int i_size(peticion& p) {
     tabla t({{"bytes", true}, {"size", true}, {"path", false, true}});
     unsigned long long total = 0;
     bool todas = true;
-    const std::vector<std::wstring> rutas = p.argumentos_o_entrada();
+    const std::vector<std::wstring> rutas = rutas_de(p, que_valen::ficheros).rutas;
     for (const std::wstring& ruta : rutas) {
         unsigned long codigo = 0;
         const bool es_directorio = que_hay_en(ruta) == clase_de_entrada::directorio;
         const unsigned long long bytes =
-            es_directorio ? ~0ull : lumodir_get_tamanyo_fichero(ruta.c_str(), &codigo);
+            es_directorio ? ~0ull : lumodir_get_tamanyo_fichero(ruta_de_trabajo(ruta).c_str(), &codigo);
         if (bytes == ~0ull) {
             todas = false;
-            const std::wstring queja = es_directorio ? di("is a directory") : texto_del_sistema(codigo);
+            const std::wstring queja = ruta.empty() ? di("the path is empty")
+                                       : es_directorio
+                                           ? di("'%1' is a directory; du counts what is in it", ruta)
+                                           : L"'" + ruta + L"': " + texto_del_sistema(codigo);
             p.en_json
                 ? lista.agrega(json::objeto().pon("path", ruta).pon("size", json()).pon("error", queja)),
-                void()
-                : void(errores()
-                           .escribe("lumodir: ", estilo::malo)
-                           .escribe(ruta)
-                           .escribe(": ")
-                           .linea(std::wstring_view(queja)));
+                void() : void(errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(queja)));
             continue;
         }
         total += bytes;
@@ -173,15 +214,19 @@ int i_date(peticion& p) {
     json lista = json::lista();
     tabla t({{"modified"}, {"created"}, {"path", false, true}});
     bool todas = true;
-    for (const std::wstring& ruta : p.argumentos_o_entrada()) {
+    for (const std::wstring& ruta : rutas_de(p, que_valen::todo).rutas) {
         const std::optional<long long> modificado = fecha_de(ruta), creado = creacion_de(ruta);
         if (!modificado || !creado) {
             todas = false;
-            p.en_json
-                ? lista.agrega(
-                      json::objeto().pon("path", ruta).pon("error", di("'%1' does not exist", ruta))),
-                void()
-                : void(errores().escribe("lumodir: ", estilo::malo).linea(di("'%1' does not exist", ruta)));
+            const std::wstring queja = di("'%1' does not exist", ruta);
+            p.en_json  ? lista.agrega(json::objeto()
+                                          .pon("path", ruta)
+                                          .pon("modified", json())
+                                          .pon("modified_seconds", json())
+                                          .pon("created", json())
+                                          .pon("created_seconds", json())
+                                          .pon("error", queja)),
+                void() : void(errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(queja)));
         } else if (p.en_json) {
             lista.agrega(json::objeto()
                              .pon("path", ruta)
@@ -214,108 +259,250 @@ std::wstring i_crea_vacio(const std::wstring& ruta) {
     return {};
 }
 
-std::wstring i_touch_una(const peticion& p, const std::wstring& ruta) {
+constexpr long long anyo_1601 = -11644473600;  // where the dates of files begin
+
+resultado i_touch_una(const peticion& p, const std::wstring& ruta) {
     long long fecha = lee_fecha(p.tiene("date") ? p.valor("date") : L"now", p.tiene("utc"));
     if (p.tiene("like")) {
         comprueba_existe(p.valor("like"));
         fecha = fecha_de(p.valor("like")).value_or(fecha);
     }
+    if (fecha < anyo_1601) {
+        return di("the date of '%1' is not set: the dates of files begin in 1601", ruta);
+    }
     const clase_de_entrada clase = que_hay_en(ruta);
+    if (sin_blancos(ruta).empty()) {
+        return di("the path is empty");
+    }
     if (clase == clase_de_entrada::directorio) {
         return di("'%1' is a directory", ruta);
     }
+    if (clase == clase_de_entrada::ninguna && p.tiene("no-create")) {
+        return di("'%1' does not exist", ruta);
+    }
+    if (p.en_seco()) {
+        return {};
+    }
     if (clase == clase_de_entrada::ninguna) {
-        const std::wstring queja =
-            p.tiene("no-create") ? di("'%1' does not exist", ruta) : i_crea_vacio(ruta);
+        const std::wstring queja = i_crea_vacio(ruta);
         if (!queja.empty()) {
             return queja;
         }
     }
-    return timefich_asignar_fecha_fichero_UTC(ruta.c_str(), fecha) == CIERTO
-               ? std::wstring()
-               : di("the date of '%1' is not set", ruta);
+    return timefich_asignar_fecha_fichero_UTC(ruta_de_trabajo(ruta).c_str(), fecha) == CIERTO
+               ? resultado()
+               : con_ocupantes(di("the date of '%1' is not set", ruta), ruta);
 }
 
 int i_touch(peticion& p) {
     if (p.tiene("date") && p.tiene("like")) {
         throw uso_incorrecto{di("give either --date or --like")};
     }
-    return en_cada_una(p, p.argumentos_o_entrada(), "dated", i_touch_una);
+    if (p.tiene("date")) {
+        lee_fecha(p.valor("date"), p.tiene("utc"));  // before anything is created
+    }
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"dated", "would date"}, i_touch_una);
 }
 
 // ---- mkdir, mv ----
 
-std::wstring i_mkdir_una(const peticion& p, const std::wstring& ruta) {
+// The directory that a file stands in, as the path says it.
+std::wstring i_carpeta_de(const std::wstring& fichero) {
+    const size_t fin = fichero.find_last_of(L"\\/");
+    if (fin == fichero.npos) {
+        return fichero.size() >= 2 && fichero[1] == L':' ? fichero.substr(0, 2) + L"." : L".";
+    }
+    const std::wstring carpeta = fichero.substr(0, fin);
+    return carpeta.empty() || carpeta.back() == L':' ? fichero.substr(0, fin + 1) : carpeta;
+}
+
+resultado i_mkdir_una(const peticion& p, const std::wstring& ruta) {
     if (sin_blancos(ruta).empty()) {
         return di("the path is empty");
     }
-    // No attempt and no question would make a directory of it.
-    if (!p.tiene("for-file") && que_hay_en(ruta) == clase_de_entrada::fichero) {
-        return di("'%1' is a file", ruta);
+    resultado r;
+    const std::wstring directorio = p.tiene("for-file") ? i_carpeta_de(ruta) : ruta;
+    r.ruta = p.tiene("for-file") ? directorio : L"";
+    const clase_de_entrada antes = que_hay_en(directorio);
+    if (antes == clase_de_entrada::fichero) {
+        return di("'%1' is a file", directorio);
+    }
+    r.ya_estaba = antes == clase_de_entrada::directorio;
+    if (r.ya_estaba || p.en_seco()) {
+        return r;
     }
     const auto crea = p.tiene("for-file")
                           ? (p.tiene("if-possible") ? cdir_crea_directorios_fichero_si_es_posible_UNICODE
                                                     : cdir_crea_directorios_fichero_UNICODE)
                       : p.tiene("if-possible") ? cdir_crea_directorios_si_es_posible_UNICODE
                                                : cdir_crea_directorios_del_path_UNICODE;
-    return crea(ruta.c_str()) == CIERTO ? std::wstring() : di("'%1' is not created", ruta);
+    toma_avisos();
+    crea(ruta.c_str());
+    // What the library answers is about its levels; what counts is what is there.
+    if (que_hay_en(directorio) != clase_de_entrada::directorio) {
+        r.queja = di("'%1' is not created", directorio);
+        r.ya_dicho = hay_avisos();
+    }
+    return r;
 }
 
 int i_mkdir(peticion& p) {
-    return en_cada_una(p, p.argumentos_o_entrada(), "created", i_mkdir_una);
+    const std::vector<std::wstring> rutas = p.argumentos_o_entrada();
+    for (const std::wstring& ruta : rutas) {
+        rechaza_patron(ruta);
+    }
+    return en_cada_una(p, rutas, {"created", "would create", "exists already:"}, i_mkdir_una);
 }
 
-int i_mv(peticion& p) {
-    const std::wstring& viejo = p.argumentos[0];
-    std::wstring nuevo = p.argumentos[1];
+// Where a file goes: into a directory under its own name, or to the path itself.
+std::wstring i_destino(const std::wstring& viejo, const std::wstring& nuevo) {
+    return que_hay_en(nuevo) == clase_de_entrada::directorio && !iguales_sin_caja(viejo, nuevo)
+               ? bajo_de(nuevo, viejo.substr(viejo.find_last_of(L"\\/:") + 1))
+               : nuevo;
+}
+
+// Throws fallo when it cannot be moved there.
+void i_comprueba_movimiento(const std::wstring& viejo, const std::wstring& nuevo) {
     if (sin_blancos(viejo).empty() || sin_blancos(nuevo).empty()) {
         throw fallo{di("the path is empty: refused, nothing is done")};
     }
     comprueba_existe(viejo);
-    if (que_hay_en(nuevo) == clase_de_entrada::directorio) {
-        nuevo = toma(cdir_concatena_directorios_UNICODE(
-            nuevo.c_str(), toma(cdir_nombre_y_ext_fichero_UNICODE(viejo.c_str())).c_str()));
+    if (viejo == nuevo) {
+        throw fallo{di("'%1' bears that name already", viejo)};
     }
     // Another letter case of the same name is a new name for the same file.
     if (que_hay_en(nuevo) != clase_de_entrada::ninguna && !iguales_sin_caja(viejo, nuevo)) {
         throw fallo{di("'%1' exists already and is never replaced", nuevo)};
     }
+}
+
+void i_mueve(const peticion& p, const std::wstring& viejo, const std::wstring& nuevo) {
+    const ruta_en_curso en_curso(viejo);
+    const std::wstring de_trabajo = ruta_de_trabajo(viejo);
+    hubo_quejas();
     bool movido;
     if (p.tiene("if-possible")) {
-        movido = cdir_mueve_fichero(viejo.c_str(), nuevo.c_str()) == CIERTO;
+        movido = cdir_mueve_fichero(de_trabajo.c_str(), nuevo.c_str()) == CIERTO;
     } else {
         // This one retries and asks, but gives no answer: a move that went through has said nothing.
-        cdir_renombra_fichero_UNICODE(viejo.c_str(), nuevo.c_str());
+        cdir_renombra_fichero_UNICODE(de_trabajo.c_str(), nuevo.c_str());
         movido = que_hay_en(nuevo) != clase_de_entrada::ninguna && !hubo_quejas();
     }
     if (!movido) {
-        throw fallo{di("'%1' is not moved", viejo)};
+        throw fallo{con_ocupantes(di("'%1' is not moved", viejo), viejo)};
+    }
+}
+
+bool i_mv_uno(const peticion& p, const std::wstring& viejo, const std::wstring& destino, json& lista) {
+    std::wstring queja;
+    try {
+        if (interrumpido()) {
+            queja = di("stopped");
+        } else if (!p.en_seco()) {
+            i_mueve(p, viejo, destino);
+        }
+    } catch (const fallo& que) {
+        queja = que.texto;
     }
     if (p.en_json) {
-        escribe_json(json::objeto().pon("from", viejo).pon("to", nuevo).pon("done", true));
+        json fila =
+            json::objeto().pon("from", viejo).pon("to", destino).pon("done", queja.empty() && !p.en_seco());
+        if (p.en_seco()) {
+            fila.pon("dry_run", true);
+        }
+        if (!queja.empty()) {
+            fila.pon("error", queja);
+        }
+        lista.agrega(std::move(fila));
+    } else if (queja.empty()) {
+        salida()
+            .escribe(p.en_seco() ? di("would move") : di("moved"),
+                     p.en_seco() ? estilo::aviso : estilo::bueno)
+            .linea(di(" %1 to %2", a_la_vista(viejo), a_la_vista(destino)));
     } else {
-        salida().escribe(di("moved"), estilo::bueno).linea(di(" %1 to %2", viejo, nuevo));
+        errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(queja));
     }
-    return hecho;
+    return queja.empty();
+}
+
+int i_mv(peticion& p) {
+    const std::wstring nuevo = p.argumentos.back();
+    p.argumentos.pop_back();
+    rechaza_patron(nuevo);
+    const rutas_dadas dadas = rutas_de(p, que_valen::ficheros);
+    if (dadas.rutas.size() != 1 && que_hay_en(nuevo) != clase_de_entrada::directorio) {
+        throw fallo{di("several files go into a directory, and '%1' is none: nothing is done", nuevo)};
+    }
+    for (const std::wstring& viejo : dadas.rutas) {
+        i_comprueba_movimiento(viejo, i_destino(viejo, nuevo));
+    }
+    json lista = json::lista();
+    std::atomic<size_t> movidos{0};
+    const interruptor al_pulsar_control_c;
+    con_progreso(
+        [&] {
+            for (const std::wstring& viejo : dadas.rutas) {
+                movidos += i_mv_uno(p, viejo, i_destino(viejo, nuevo), lista) ? 1 : 0;
+            }
+        },
+        [&](unsigned segundos) {
+            const size_t todos = dadas.rutas.size();
+            return di("%1 of %2, %3 s", con_miles(movidos), con_miles(todos), std::to_wstring(segundos)) +
+                   lo_que_falta(static_cast<double>(movidos) / static_cast<double>(todos), segundos);
+        });
+    if (p.en_json) {
+        escribe_json(lista);
+    }
+    return movidos == dadas.rutas.size() ? hecho : no;
 }
 
 // ---- protect, unprotect ----
 
 template <bool proteger>
-std::wstring i_protege_una(const peticion&, const std::wstring& ruta) {
+resultado i_protege_una(const peticion& p, const std::wstring& ruta) {
     comprueba_existe(ruta);
-    proteger ? lumodir_protege_fichero_UNICODE(ruta.c_str())
-             : lumodir_desprotege_fichero_UNICODE(ruta.c_str());
+    if (p.en_seco()) {
+        return {};
+    }
+    const std::wstring de_trabajo = ruta_de_trabajo(ruta);
+    proteger ? lumodir_protege_fichero_UNICODE(de_trabajo.c_str())
+             : lumodir_desprotege_fichero_UNICODE(de_trabajo.c_str());
     return esta_protegido(ruta) == proteger
                ? std::wstring()
                : di(proteger ? frase("'%1' is not protected") : frase("'%1' is still protected"), ruta);
 }
 
 int i_protect(peticion& p) {
-    return en_cada_una(p, p.argumentos_o_entrada(), "protected", i_protege_una<true>);
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"protected", "would protect"},
+                       i_protege_una<true>);
 }
 int i_unprotect(peticion& p) {
-    return en_cada_una(p, p.argumentos_o_entrada(), "unprotected", i_protege_una<false>);
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"unprotected", "would unprotect"},
+                       i_protege_una<false>);
+}
+
+// ---- who ----
+
+int i_who(peticion& p) {
+    json lista = json::lista();
+    tabla t({{"pid", true}, {"program"}, {"path", false, true}});
+    for (const std::wstring& ruta : rutas_de(p, que_valen::ficheros).rutas) {
+        comprueba_existe(ruta);
+        json suyos = json::lista();
+        for (const ocupante& o : quien_tiene(ruta)) {
+            suyos.agrega(json::objeto().pon("pid", o.pid).pon("program", o.nombre));
+            t.fila({std::to_wstring(o.pid), o.nombre, ruta});
+        }
+        lista.agrega(json::objeto().pon("path", ruta).pon("held_by", std::move(suyos)));
+    }
+    if (p.en_json) {
+        escribe_json(lista);
+    } else if (t.vacia()) {
+        throw fallo{di("the system names nobody who holds it")};
+    } else {
+        t.pinta(salida());
+    }
+    return t.vacia() ? no : hecho;
 }
 
 // ---- rename-ext ----
@@ -324,7 +511,7 @@ std::wstring i_extension_de(const std::wstring& argumento) {
     const std::wstring extension = argumento.starts_with(L'.') ? argumento.substr(1) : argumento;
     if (extension.find_first_of(L"*?") != extension.npos ||
         cdir_extension_valida_UNICODE(extension.c_str()) != CIERTO) {
-        throw uso_incorrecto{di("'%1' is no extension", argumento)};
+        throw uso_incorrecto{di("'%1' is not an extension", argumento)};
     }
     return extension;
 }
@@ -337,43 +524,91 @@ std::vector<std::wstring> i_con_extension(const std::wstring& directorio, const 
     return nombres;
 }
 
+struct cambio {
+    std::wstring de, a;
+    bool pisa = false;
+};
+
+std::vector<cambio> i_cambios(const std::wstring& directorio, const std::wstring& vieja,
+                              const std::wstring& nueva) {
+    std::vector<cambio> cambios;
+    for (const std::wstring& nombre : i_con_extension(directorio, vieja)) {
+        const std::wstring otro = toma(cdir_nombre_fichero_con_ext_UNICODE(nombre.c_str(), nueva.c_str()));
+        cambios.push_back({nombre, otro,
+                           !iguales_sin_caja(otro, nombre) &&
+                               que_hay_en(bajo_de(directorio, otro)) != clase_de_entrada::ninguna});
+    }
+    return cambios;
+}
+
+json i_json_de_cambios(const std::vector<cambio>& cambios) {
+    json lista = json::lista();
+    for (const cambio& c : cambios) {
+        lista.agrega(json::objeto().pon("from", c.de).pon("to", c.a).pon("replaces", c.pisa));
+    }
+    return lista;
+}
+
+// Before the question: the first of them.
+std::vector<std::wstring> i_en_palabras(const std::vector<cambio>& cambios) {
+    std::vector<std::wstring> lineas;
+    for (const cambio& c : cambios) {
+        lineas.push_back(c.pisa ? di("%1 to %2, which is replaced", c.de, c.a) : di("%1 to %2", c.de, c.a));
+    }
+    return lineas;
+}
+
 int i_rename_ext(peticion& p) {
     const std::wstring directorio = p.argumentos[0];
     const std::wstring vieja = i_extension_de(p.argumentos[1]), nueva = i_extension_de(p.argumentos[2]);
     rechaza_raiz(directorio);
     comprueba_directorio(directorio);
-    const std::vector<std::wstring> nombres = i_con_extension(directorio, vieja);
-    size_t pisados = 0;
-    for (const std::wstring& nombre : nombres) {
-        const std::wstring otro = toma(cdir_nombre_fichero_con_ext_UNICODE(nombre.c_str(), nueva.c_str()));
-        const std::wstring ruta = toma(cdir_concatena_directorios_UNICODE(directorio.c_str(), otro.c_str()));
-        pisados += !iguales_sin_caja(otro, nombre) && que_hay_en(ruta) != clase_de_entrada::ninguna ? 1 : 0;
-    }
-    if (nombres.empty()) {
+    const std::vector<cambio> cambios = i_cambios(directorio, vieja, nueva);
+    if (cambios.empty()) {
         throw fallo{di("no file in '%1' has the extension '%2'", directorio, vieja)};
     }
-    const std::wstring cuantos = plural(nombres.size(), "file", "files");
-    confirma(p, pisados == 0
-                    ? di("Rename %1 in '%2' from '.%3' to '.%4'?", cuantos, directorio, vieja, nueva)
-                    : di("Rename %1 in '%2' from '.%3' to '.%4', deleting %5 that bear the new name?",
-                         cuantos, directorio, vieja, nueva, plural(pisados, "file", "files")));
-    con_progreso(
-        [&] { cdir_cambia_extension_ficheros_u(directorio.c_str(), vieja.c_str(), nueva.c_str()); },
-        [&](unsigned segundos) { return di("renaming %1, %2 s", cuantos, std::to_wstring(segundos)); });
-    const size_t quedan = iguales_sin_caja(vieja, nueva) ? 0 : i_con_extension(directorio, vieja).size();
+    const auto pisados = static_cast<size_t>(
+        std::count_if(cambios.begin(), cambios.end(), [](const cambio& c) { return c.pisa; }));
+    const std::wstring cuantos = plural(cambios.size(), "file", "files");
+    if (!p.si_a_todo && !p.en_seco()) {
+        di_cuales(i_en_palabras(cambios));
+    }
+    confirma(p, pisados == 0 ? di("Rename %1 in '%2' from '.%3' to '.%4'?", cuantos, directorio, vieja, nueva)
+                             : di("Rename %1 in '%2' from '.%3' to '.%4', replacing %5 of the same name?",
+                                  cuantos, directorio, vieja, nueva, plural(pisados, "file", "files")));
+    if (!p.en_seco()) {
+        const despedida al_acabar([&] { return di("stopped; some files may have their new names already"); });
+        con_progreso(
+            [&] { cdir_cambia_extension_ficheros_u(directorio.c_str(), vieja.c_str(), nueva.c_str()); },
+            [&](unsigned segundos) { return di("renaming %1, %2 s", cuantos, std::to_wstring(segundos)); });
+    } else if (!p.en_json) {
+        for (const std::wstring& linea : i_en_palabras(cambios)) {
+            salida().escribe(di("would rename"), estilo::aviso).escribe(" ").linea(std::wstring_view(linea));
+        }
+    }
+    const size_t quedan =
+        iguales_sin_caja(vieja, nueva) && !p.en_seco() ? 0 : i_con_extension(directorio, vieja).size();
     if (p.en_json) {
-        escribe_json(json::objeto()
-                         .pon("directory", directorio)
-                         .pon("renamed", nombres.size() - quedan)
-                         .pon("replaced", pisados)
-                         .pon("left", quedan));
-    } else {
+        json respuesta = json::objeto()
+                             .pon("directory", directorio)
+                             .pon("renamed", cambios.size() - quedan)
+                             .pon("replaced", p.en_seco() ? 0 : pisados)
+                             .pon("left", quedan)
+                             .pon("files", i_json_de_cambios(cambios));
+        if (p.en_seco()) {
+            respuesta.pon("dry_run", true);
+        }
+        escribe_json(respuesta);
+    } else if (!p.en_seco()) {
         salida()
             .escribe(di("renamed"), estilo::bueno)
-            .linea(L" " + plural(nombres.size() - quedan, "file", "files"));
+            .linea(L" " + plural(cambios.size() - quedan, "file", "files"));
+    }
+    if (p.en_seco()) {
+        return hecho;
     }
     if (quedan > 0 && !p.en_json) {
-        throw fallo{di("%1 could not be renamed", plural(quedan, "file", "files"))};
+        throw fallo{di("not renamed: %1", plural(quedan, "file", "files"))};
     }
     return quedan > 0 ? no : hecho;
 }
@@ -384,7 +619,7 @@ constexpr opcion opciones_exists[] = {{"file", "", "it has to be a file"},
                                       {"dir", "", "it has to be a directory"}};
 constexpr ejemplo ejemplos_exists[] = {
     {R"(exists C:\windows\win.ini C:\nothing)", "file, missing; exit code 1"},
-    {R"(exists "C:\windows\*.ini")", "whether any file matches"},
+    {R"(exists C:\windows\*.ini)", "which files match; missing when there are none"},
 };
 constexpr opcion opciones_test[] = {{"read", "", "the exit code is about reading only"},
                                     {"write", "", "the exit code is about writing only"}};
@@ -392,7 +627,7 @@ constexpr ejemplo ejemplos_test[] = {
     {R"(test C:\data\report.txt --write)", "can this program alone write it, and if not, why"}};
 constexpr ejemplo ejemplos_size[] = {
     {R"(size C:\windows\win.ini C:\windows\system.ini)", "each, and the total"}};
-constexpr opcion opciones_date[] = {{"utc", "", "in UTC instead of the wall clock here"}};
+constexpr opcion opciones_date[] = {{"utc", "", "in UTC instead of local time"}};
 constexpr ejemplo ejemplos_date[] = {{R"(date C:\windows\win.ini)", "when it was modified and created"}};
 constexpr opcion opciones_touch[] = {
     {"date", "D",
@@ -401,56 +636,77 @@ constexpr opcion opciones_touch[] = {
     {"like", "FILE", "the date of another file"},
     {"utc", "", "the date is in UTC"},
     {"no-create", "", "do not create a missing file"},
+    opcion_en_seco,
 };
-constexpr ejemplo ejemplos_touch[] = {
-    {R"(touch report.txt --date "2024-05-01 12:30")", "on the wall clock here"}};
+constexpr ejemplo ejemplos_touch[] = {{R"(touch report.txt --date "2024-05-01 12:30")", "in local time"}};
 constexpr opcion opciones_mkdir[] = {
     {"for-file", "", "the paths name files whose directories are wanted"},
     {"if-possible", "", "without a message of the library and without asking"},
+    opcion_en_seco,
 };
 constexpr ejemplo ejemplos_mkdir[] = {{R"(mkdir C:\data\2024\may)", "every missing level"},
                                       {R"(mkdir --for-file C:\data\2024\may\1.txt)", "the same directories"}};
-constexpr opcion opciones_mv[] = {{"if-possible", "", "one attempt, without retries and without asking"}};
+constexpr opcion opciones_mv[] = {{"if-possible", "", "one attempt, without retries and without asking"},
+                                  opcion_en_seco};
+constexpr opcion opciones_solo_en_seco[] = {opcion_en_seco};
 constexpr ejemplo ejemplos_mv[] = {{R"(mv draft.txt C:\data\final.txt)", "rename and move"},
-                                   {R"(mv draft.txt C:\data)", "into a directory"}};
-constexpr ejemplo ejemplos_protect[] = {{"protect report.txt", "make it read-only"}};
+                                   {R"(mv draft.txt C:\data)", "into a directory"},
+                                   {R"(mv *.log C:\data\logs)", "every file that matches"}};
+constexpr ejemplo ejemplos_protect[] = {{"protect report.txt", "make it read-only"},
+                                        {"protect *.cfg --dry-run", "which files would become so"}};
 constexpr ejemplo ejemplos_unprotect[] = {{"unprotect report.txt", "make it writable"}};
 constexpr ejemplo ejemplos_rename_ext[] = {
     {R"(rename-ext C:\data tmp bak)", "every .tmp there becomes .bak"}};
 
+constexpr ejemplo ejemplos_who[] = {{R"(who C:\data\report.txt)", "the programs that have it open"}};
+
 constexpr orden ordenes[] = {
     {"exists", "PATH...", "tell whether files or directories exist",
-     "A path may have * and ? in its last component: is there anything that matches?", 1, cuantos_sean,
-     opciones_exists, ejemplos_exists, i_exists},
-    {"test", "PATH", "can it be read and written, and if not, why",
-     "A file is writable when this program can open it alone; a directory when a file\n"
+     "A path may have * and ? in its last component: what matches is told, each with its kind.", 1,
+     cuantos_sean, opciones_exists, ejemplos_exists, i_exists},
+    {"test", "PATH...", "tell whether files or directories can be read and written, and why not",
+     "A file is writable when this program can open it alone; a directory when a file "
      "can be created in it, which is tried.",
-     1, 1, opciones_test, ejemplos_test, i_test},
-    {"size", "PATH...", "sizes of files", "", 1, cuantos_sean, {}, ejemplos_size, i_size},
+     1, cuantos_sean, opciones_test, ejemplos_test, i_test},
+    {"size",
+     "FILE...",
+     "sizes of files",
+     "For directories there is du.",
+     1,
+     cuantos_sean,
+     {},
+     ejemplos_size,
+     i_size},
     {"date", "PATH...", "when files were modified and created", "", 1, cuantos_sean, opciones_date,
      ejemplos_date, i_date},
-    {"touch", "FILE... [--date D]", "set the date of files, creating missing ones", "", 1, cuantos_sean,
-     opciones_touch, ejemplos_touch, i_touch},
+    {"touch", "FILE... [--date D]", "set the date of files, creating missing ones",
+     "A pattern means the files that match it; none is created for it.", 1, cuantos_sean, opciones_touch,
+     ejemplos_touch, i_touch},
     {"mkdir", "DIR...", "create directories with their missing parents",
-     "A level that cannot be created is tried again for a moment; on a terminal you\n"
+     "A level that cannot be created is tried again for a moment; on a terminal you "
      "are then asked.",
      1, cuantos_sean, opciones_mkdir, ejemplos_mkdir, i_mkdir},
-    {"mv", "OLD NEW", "rename or move a file; nothing is ever replaced",
-     "A file held open by another program is tried again for a moment; on a terminal\n"
-     "you are then asked.",
-     2, 2, opciones_mv, ejemplos_mv, i_mv},
-    {"protect", "FILE...", "make files read-only", "", 1, cuantos_sean, {}, ejemplos_protect, i_protect},
-    {"unprotect", "FILE...", "make files writable", "", 1, cuantos_sean, {}, ejemplos_unprotect, i_unprotect},
-    {"rename-ext",
-     "DIR OLD NEW",
-     "give all files with one extension another",
-     "A file that already has a new name is deleted for it: you are told how many\n"
+    {"mv", "OLD... NEW", "rename or move files; nothing is ever replaced",
+     "A file held open by another program is tried again for a moment; on a terminal "
+     "you are then told who holds it and asked. Trees are not moved to other drives.",
+     2, cuantos_sean, opciones_mv, ejemplos_mv, i_mv},
+    {"protect", "FILE...", "make files read-only", "", 1, cuantos_sean, opciones_solo_en_seco,
+     ejemplos_protect, i_protect},
+    {"unprotect", "FILE...", "make files writable", "", 1, cuantos_sean, opciones_solo_en_seco,
+     ejemplos_unprotect, i_unprotect},
+    {"rename-ext", "DIR OLD NEW", "change the extension of all files that have a given one",
+     "A file that already has a new name is deleted for it: you are shown which "
      "before anything is done. Drive roots are refused.",
-     3,
-     3,
+     3, 3, opciones_solo_en_seco, ejemplos_rename_ext, i_rename_ext},
+    {"who",
+     "FILE...",
+     "which programs hold a file",
+     "The system tells it of programs that you may look at. The exit code is 1 when it names nobody.",
+     1,
+     cuantos_sean,
      {},
-     ejemplos_rename_ext,
-     i_rename_ext},
+     ejemplos_who,
+     i_who},
 };
 
 }  // namespace

@@ -85,7 +85,7 @@ std::wstring i_para_powershell() {
 
 int i_completion(peticion& p) {
     if (!iguales_sin_caja(p.argumentos[0], L"powershell")) {
-        throw uso_incorrecto{di("there is no shell '%1'; known is powershell", p.argumentos[0])};
+        throw uso_incorrecto{di("unknown shell '%1'; only powershell is supported", p.argumentos[0])};
     }
     const std::wstring guion = i_para_powershell();
     if (p.en_json) {

@@ -1,47 +1,24 @@
 // Listings: ls, tree, sets.
 #include <algorithm>
-#include <map>
+#include <utility>
 
-#include "cdir_listas.h"
-#include "cdir_rutas.h"
+#include "comodines.hpp"
 #include "consola.hpp"
 #include "directorios.hpp"
-#include "dirwin.h"
+#include "entradas.hpp"
 #include "ficheros.hpp"
 #include "fichsdir.h"
-#include "lumodir.h"
 #include "ordenes.hpp"
 #include "sistema_windows.hpp"
 #include "tabla.hpp"
 #include "textos.hpp"
-#include "timefich.h"
 
 namespace mando {
 
 namespace {
 
-std::vector<std::wstring> i_toma_nombres(ListaFicheros_u& lista) {
-    std::vector<std::wstring> nombres(lista.lista, lista.lista + lista.num);
-    cdir_libera_lista_de_ficheros_UNICODE(&lista);
-    return nombres;
-}
-
-std::vector<std::wstring> i_nombres(const peticion& p, const std::wstring& directorio) {
-    const wchar_t* filtro = p.valor("filter");
-    const wchar_t* extension = p.valor("ext");
-    ListaFicheros_u lista{};
-    if (p.tiene("dirs")) {
-        cdir_lista_de_directorios_UNICODE(directorio.c_str(), filtro ? filtro : L"*", &lista);
-    } else if (filtro && !extension) {
-        // The pattern is that of the whole name.
-        const std::wstring patron = toma(cdir_concatena_directorios_UNICODE(directorio.c_str(), filtro));
-        cdir_lista_de_ficheros_en_path_filtro_UNICODE(patron.c_str(), &lista);
-    } else if (filtro) {
-        cdir_lista_de_ficherosFiltro_UNICODE(directorio.c_str(), extension, filtro, &lista);
-    } else {
-        cdir_lista_de_ficheros_UNICODE(directorio.c_str(), extension, &lista);
-    }
-    return i_toma_nombres(lista);
+celda i_proteccion(bool protegido) {
+    return protegido ? celda(di("protected"), estilo::aviso) : celda(std::wstring());
 }
 
 // "txt" and ".txt" are the same extension to a person.
@@ -52,134 +29,360 @@ void i_quita_punto(peticion& p, std::string_view nombre) {
     }
 }
 
-// What the enumerator knows of each entry.
-struct detalle {
-    unsigned long long bytes = 0;
-    long long fecha = 0;  // on the wall clock
-    bool protegido = false;
+// "1 directory that begins with a dot is not shown", and how to see it.
+std::wstring i_no_mostrados(unsigned long long cuantos) {
+    return di(cuantos == 1 ? frase("%1 directory whose name begins with a dot is not shown (--all)")
+                           : frase("%1 directories whose names begin with a dot are not shown (--all)"),
+              con_miles(cuantos));
+}
+
+// ---- ls ----
+
+// A directory, and what of it: everything, a pattern, or one file.
+struct pedido {
+    std::wstring directorio, patron;
 };
 
-std::map<std::wstring, detalle> i_detalles(const std::wstring& directorio) {
-    std::map<std::wstring, detalle> detalles;
-    WIN32_FIND_DATAW e;
-    Dirwin_u* recorrido =
-        dirwin_crea_UNICODE(toma(cdir_concatena_directorios_UNICODE(directorio.c_str(), L"*")).c_str());
-    while (dirwin_findnextfile_UNICODE(recorrido, &e) == CIERTO) {
-        detalles[e.cFileName] = {static_cast<unsigned long long>(e.nFileSizeHigh) << 32 | e.nFileSizeLow,
-                                 timefich_convertir_fecha(&e.ftLastWriteTime),
-                                 dirwin_es_solo_lectura_UNICODE(&e) == CIERTO};
+pedido i_que_se_pide(const std::wstring& argumento) {
+    const size_t fin = argumento.find_last_of(L"\\/:");
+    const std::wstring delante = fin == argumento.npos ? L"" : argumento.substr(0, fin + 1);
+    const bool parte =
+        es_patron(argumento) || (!argumento.empty() && que_hay_en(argumento) == clase_de_entrada::fichero);
+    if (!parte || delante.size() == argumento.size()) {
+        return {argumento, L""};
     }
-    dirwin_destruye_UNICODE(&recorrido);
-    return detalles;
+    if (es_patron(delante)) {
+        throw fallo{di("'%1': only the last part of a path may be a pattern", argumento)};
+    }
+    return {delante.empty() ? L"." : delante, argumento.substr(delante.size())};
 }
 
-celda i_proteccion(bool protegido) {
-    return protegido ? celda(di("protected"), estilo::aviso) : celda(std::wstring());
+bool i_cumple(const peticion& p, const pedido& que, const entrada& e) {
+    if (!que.patron.empty() && !cumple_patron(e.nombre, que.patron)) {
+        return false;
+    }
+    if ((p.tiene("dirs") && !e.es_directorio) || ((p.tiene("files") || p.tiene("ext")) && e.es_directorio)) {
+        return false;
+    }
+    const std::wstring extension = extension_de(e.nombre);
+    if (p.tiene("ext") && !cumple_patron(extension, p.valor("ext"))) {
+        return false;
+    }
+    // With --ext the pattern is that of the base name.
+    const std::wstring comparado = p.tiene("ext") && !extension.empty()
+                                       ? e.nombre.substr(0, e.nombre.size() - extension.size() - 1)
+                                       : e.nombre;
+    return !p.tiene("filter") || cumple_patron(comparado, p.valor("filter"));
 }
 
-void i_ls_con_detalles(const peticion& p, const std::wstring& directorio,
-                       const std::vector<std::wstring>& nombres) {
-    std::map<std::wstring, detalle> detalles = i_detalles(directorio);
-    json lista = json::lista();
-    tabla t({{"bytes", true}, {"modified"}, {"protection"}, {"name", false, true}});
-    unsigned long long total = 0;
-    for (const std::wstring& nombre : nombres) {
-        const detalle& x = detalles[nombre];
-        total += x.bytes;
-        if (p.en_json) {
-            lista.agrega(json::objeto()
-                             .pon("name", nombre)
-                             .pon("size", x.bytes)
-                             .pon("modified", fecha_de_pared(x.fecha, L'T'))
-                             .pon("protected", x.protegido));
-        } else {
-            t.fila({con_miles(x.bytes), fecha_de_pared(x.fecha), i_proteccion(x.protegido), nombre});
+void i_ordena(const peticion& p, std::vector<entrada>& entradas) {
+    const std::wstring por = p.tiene("sort") ? en_minusculas(p.valor("sort")) : L"name";
+    int (*compara)(const entrada&, const entrada&);
+    if (por == L"size") {
+        compara = [](const entrada& a, const entrada& b) {
+            return a.bytes == b.bytes ? 0 : a.bytes > b.bytes ? -1 : 1;
+        };
+    } else if (por == L"date") {
+        compara = [](const entrada& a, const entrada& b) {
+            return a.modificada == b.modificada ? 0 : a.modificada > b.modificada ? -1 : 1;
+        };
+    } else if (por == L"ext") {
+        compara = [](const entrada& a, const entrada& b) {
+            return compara_nombres(extension_de(a.nombre), extension_de(b.nombre));
+        };
+    } else if (por == L"name") {
+        compara = [](const entrada&, const entrada&) { return 0; };  // as they were read
+    } else {
+        throw uso_incorrecto{di("--sort must be name, size, date or ext, not '%1'", por)};
+    }
+    if (p.tiene("reverse")) {
+        std::reverse(entradas.begin(), entradas.end());
+    }
+    const int sentido = p.tiene("reverse") ? -1 : 1;
+    std::stable_sort(entradas.begin(), entradas.end(), [&](const entrada& a, const entrada& b) {
+        return a.es_directorio != b.es_directorio ? a.es_directorio : compara(a, b) * sentido < 0;
+    });
+}
+
+struct listado {
+    std::vector<entrada> entradas;
+    unsigned long long directorios = 0, ficheros = 0, bytes = 0, no_mostrados = 0;
+};
+
+listado i_lista(const peticion& p, const pedido& que) {
+    listado l;
+    for (entrada& e : lee_con_progreso(que.directorio).entradas) {
+        if (!i_cumple(p, que, e)) {
+            continue;
         }
+        if (e.es_directorio && e.nombre.starts_with(L'.') && !p.tiene("all") &&
+            !que.patron.starts_with(L'.')) {
+            ++l.no_mostrados;
+            continue;
+        }
+        ++(e.es_directorio ? l.directorios : l.ficheros);
+        l.bytes += e.bytes;
+        l.entradas.push_back(std::move(e));
     }
-    if (p.en_json) {
-        escribe_json(json::objeto().pon("directory", directorio).pon("files", std::move(lista)));
-    } else if (!t.vacia()) {
+    i_ordena(p, l.entradas);
+    return l;
+}
+
+std::wstring i_resumen(const listado& l) {
+    std::wstring texto;
+    if (l.directorios > 0) {
+        texto = plural(l.directorios, "directory", "directories");
+    }
+    if (l.ficheros > 0 || l.directorios == 0) {
+        texto += (texto.empty() ? L"" : L", ") + plural(l.ficheros, "file", "files") + L", " +
+                 tamanyo_legible(l.bytes);
+    }
+    return texto;
+}
+
+estilo i_estilo(const entrada& e) {
+    return e.es_directorio ? estilo::tenue : estilo::normal;
+}
+
+void i_pinta_con_detalles(const peticion& p, const listado& l) {
+    tabla t({{"attributes"},
+             p.tiene("human") ? columna{"size", true} : columna{"bytes", true},
+             {"modified"},
+             {"name", false, true}});
+    for (const entrada& e : l.entradas) {
+        const std::wstring tamanyo = e.es_directorio    ? L""
+                                     : p.tiene("human") ? tamanyo_legible(e.bytes)
+                                                        : con_miles(e.bytes);
+        t.fila({letras_de_atributos(e), tamanyo, fecha_en_palabras(e.modificada, false),
+                celda(nombre_de(e), i_estilo(e))});
+    }
+    if (!t.vacia()) {
         t.pinta(salida());
-        salida().linea(plural(nombres.size(), "file", "files") + L", " + tamanyo_legible(total),
-                       estilo::titulo);
     }
 }
 
 int i_ls(peticion& p) {
-    const std::wstring directorio = p.directorio();
-    const bool carpetas = p.tiene("dirs");
-    if (carpetas && p.tiene("ext")) {
+    if (p.tiene("dirs") && p.tiene("ext")) {
         throw uso_incorrecto{di("--ext is for files, --dirs for directories; use --filter")};
     }
-    if (carpetas && p.tiene("long")) {
-        throw uso_incorrecto{di("--long is for files")};
+    if (p.tiene("dirs") && p.tiene("files")) {
+        throw uso_incorrecto{di("give either --files or --dirs")};
     }
     i_quita_punto(p, "ext");
-    comprueba_directorio(directorio);
-    const std::vector<std::wstring> nombres = i_nombres(p, directorio);
-    const bool buscaba = p.tiene("ext") || p.tiene("filter");
-    const int codigo = buscaba && nombres.empty() ? no : hecho;
-    if (p.tiene("long")) {
-        i_ls_con_detalles(p, directorio, nombres);
-        return codigo;
-    }
+    const pedido que = i_que_se_pide(p.directorio());
+    comprueba_directorio(que.directorio);
+    const listado l = i_lista(p, que);
     if (p.en_json) {
-        escribe_json(
-            json::objeto().pon("directory", directorio).pon(carpetas ? "directories" : "files", nombres));
+        json lista = json::lista();
+        for (const entrada& e : l.entradas) {
+            lista.agrega(json_de(e, e.nombre, "name"));
+        }
+        escribe_json(json::objeto()
+                         .pon("directory", que.directorio)
+                         .pon("entries", std::move(lista))
+                         .pon("not_shown", l.no_mostrados));
     } else {
-        pinta_en_columnas(salida(), nombres, carpetas ? estilo::tenue : estilo::normal);
+        if (p.tiene("long")) {
+            i_pinta_con_detalles(p, l);
+        } else {
+            std::vector<celda> nombres;
+            for (const entrada& e : l.entradas) {
+                nombres.emplace_back(nombre_de(e), i_estilo(e));
+            }
+            pinta_en_columnas(salida(), nombres);
+        }
+        if (p.tiene("long") || salida().es_consola()) {
+            salida().linea(i_resumen(l), estilo::titulo);
+            if (l.no_mostrados > 0) {
+                salida().linea(i_no_mostrados(l.no_mostrados), estilo::tenue);
+            }
+        }
     }
-    if (!p.en_json && salida().es_consola()) {
-        salida().linea(carpetas ? plural(nombres.size(), "directory", "directories")
-                                : plural(nombres.size(), "file", "files"),
-                       estilo::titulo);
-    }
-    return codigo;
+    const bool buscaba = p.tiene("ext") || p.tiene("filter") || !que.patron.empty();
+    return buscaba && l.entradas.empty() ? no : hecho;
 }
 
 // ---- tree ----
 
-struct cuenta {
-    std::wstring directorio;  // below the base
-    size_t ficheros = 0;
-    size_t directorios = 0;  // that are counted together here
+// One directory of the tree, in the order in which they are drawn.
+struct nodo {
+    std::wstring nombre, bajo;
+    size_t nivel = 0;
+    std::vector<std::wstring> ficheros = {};  // with the extension that was asked for
+    std::vector<std::wstring> enlaces = {};   // links to directories
+    bool leido = true;
+    unsigned long long de_abajo = 0;     // files of the directories below, and these
+    unsigned long long directorios = 1;  // itself and those below
 };
 
-// The first `niveles` components of a path below the base.
-std::wstring i_hasta_nivel(const std::wstring& ruta, size_t niveles) {
-    size_t fin = 0;
-    for (size_t i = 0; i < niveles && fin != ruta.npos; ++i) {
-        fin = ruta.find(L'\\', fin == 0 ? 0 : fin + 1);
+struct arbol {
+    std::vector<nodo> nodos;
+    recuento todo;
+    unsigned long long no_mostrados = 0, bytes = 0;
+};
+
+arbol i_arbol(const peticion& p, const std::wstring& base) {
+    arbol a;
+    recorre_con_progreso(base, [&](carpeta& c) {
+        nodo n{.nombre = c.nivel == 0 ? c.ruta : c.bajo.substr(c.bajo.rfind(L'\\') + 1),
+               .bajo = c.bajo,
+               .nivel = c.nivel,
+               .leido = c.leida};
+        for (entrada& e : c.entradas) {
+            if (e.es_directorio && e.nombre.starts_with(L'.') && !p.tiene("all")) {
+                e.se_entra = false;
+                ++a.no_mostrados;
+            } else if (e.es_enlace && e.es_directorio) {
+                n.enlaces.push_back(e.nombre);
+            } else if (!e.es_directorio &&
+                       (!p.tiene("ext") || cumple_patron(extension_de(e.nombre), p.valor("ext")))) {
+                n.ficheros.push_back(e.nombre);
+                a.bytes += e.bytes;
+            }
+        }
+        a.todo.ficheros += n.ficheros.size();
+        ++a.todo.directorios;
+        if (!c.leida) {
+            a.todo.codigo_ilegible = a.todo.ilegibles.empty() ? c.codigo : a.todo.codigo_ilegible;
+            a.todo.ilegibles.push_back(c.ruta);
+        }
+        a.nodos.push_back(std::move(n));
+    });
+    // Backwards every directory comes before the one that holds it.
+    std::vector<unsigned long long> ficheros, directorios;  // of each level, gathered from below
+    for (size_t i = a.nodos.size(); i-- > 0;) {
+        nodo& n = a.nodos[i];
+        ficheros.resize(std::max(ficheros.size(), n.nivel + 2));
+        directorios.resize(ficheros.size());
+        n.de_abajo = n.ficheros.size() + std::exchange(ficheros[n.nivel + 1], 0);
+        n.directorios = 1 + std::exchange(directorios[n.nivel + 1], 0);
+        ficheros[n.nivel] += n.de_abajo;
+        directorios[n.nivel] += n.directorios;
     }
-    return niveles == 0 ? L"." : ruta.substr(0, fin);
+    return a;
 }
 
-std::vector<cuenta> i_cuentas(const peticion& p, const std::vector<rama>& arbol, const std::wstring& base) {
+class dibujo {
+public:
+    dibujo(const peticion& p, const arbol& a) : arbol_(a), niveles_(p.numero("depth", 10240, 10240)) {
+        con_ficheros_ = p.tiene("with-files");
+        solo_con_algo_ = p.tiene("ext") && !p.tiene("empty");
+    }
+
+    void pinta() {
+        std::vector<bool> sigue;  // for each level: whether another one comes below at that level
+        for (size_t i = 0; i < arbol_.nodos.size(); ++i) {
+            const nodo& n = arbol_.nodos[i];
+            if (n.nivel > niveles_ || (solo_con_algo_ && n.de_abajo == 0 && n.nivel > 0)) {
+                continue;
+            }
+            sigue.resize(n.nivel + 1);
+            sigue[n.nivel] = !i_es_el_ultimo(i);
+            i_pinta_directorio(n, sigue);
+            if (con_ficheros_ && n.nivel < niveles_) {
+                i_pinta_hojas(n, sigue, i_hay_debajo(i));
+            }
+        }
+    }
+
+private:
+    bool i_se_ve(const nodo& n) const { return n.nivel <= niveles_ && !(solo_con_algo_ && n.de_abajo == 0); }
+
+    bool i_es_el_ultimo(size_t i) const {
+        for (size_t j = i + 1; j < arbol_.nodos.size() && arbol_.nodos[j].nivel >= arbol_.nodos[i].nivel;
+             ++j) {
+            if (arbol_.nodos[j].nivel == arbol_.nodos[i].nivel) {
+                if (i_se_ve(arbol_.nodos[j])) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    }
+
+    bool i_hay_debajo(size_t i) const {
+        for (size_t j = i + 1; j < arbol_.nodos.size() && arbol_.nodos[j].nivel > arbol_.nodos[i].nivel;
+             ++j) {
+            if (arbol_.nodos[j].nivel == arbol_.nodos[i].nivel + 1 && i_se_ve(arbol_.nodos[j])) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    static std::wstring i_ramas(const std::vector<bool>& sigue, size_t niveles) {
+        std::wstring ramas;
+        for (size_t nivel = 1; nivel < niveles; ++nivel) {
+            ramas += sigue[nivel] ? L"\u2502   " : L"    ";
+        }
+        return ramas;
+    }
+
+    void i_pinta_directorio(const nodo& n, const std::vector<bool>& sigue) const {
+        if (n.nivel > 0) {
+            salida().escribe(
+                i_ramas(sigue, n.nivel) + (sigue[n.nivel] ? L"\u251c\u2500\u2500 " : L"\u2514\u2500\u2500 "),
+                estilo::tenue);
+        }
+        salida().escribe(a_la_vista(n.nombre), estilo::bueno);
+        const bool cortado = n.nivel == niveles_ && n.directorios > 1;
+        const std::wstring ficheros = plural(cortado ? n.de_abajo : n.ficheros.size(), "file", "files");
+        if (!n.leido) {
+            salida().linea(L"  " + di("cannot be read"), estilo::malo);
+        } else if (cortado) {
+            salida().linea(L"  " +
+                           di("%1 in %2", ficheros, plural(n.directorios, "directory", "directories")));
+        } else {
+            salida().linea(n.ficheros.empty() ? L"" : L"  " + ficheros);
+        }
+    }
+
+    static void i_pinta_hojas(const nodo& n, const std::vector<bool>& sigue, bool hay_debajo) {
+        std::vector<std::wstring> hojas = n.ficheros;
+        for (const std::wstring& enlace : n.enlaces) {
+            hojas.push_back(enlace + di(" (the link)"));
+        }
+        for (size_t i = 0; i < hojas.size(); ++i) {
+            const bool ultima = i + 1 == hojas.size() && !hay_debajo;
+            salida().escribe(
+                i_ramas(sigue, n.nivel + 1) + (ultima ? L"\u2514\u2500\u2500 " : L"\u251c\u2500\u2500 "),
+                estilo::tenue);
+            salida().linea(a_la_vista(hojas[i]));
+        }
+    }
+
+    const arbol& arbol_;
+    size_t niveles_;
+    bool con_ficheros_, solo_con_algo_;
+};
+
+struct cuenta {
+    std::wstring directorio;  // below the base
+    unsigned long long ficheros = 0;
+    unsigned long long directorios = 0;  // that are counted together here
+};
+
+std::vector<cuenta> i_cuentas(const peticion& p, const arbol& a) {
     const unsigned long niveles = p.numero("depth", 10240, 10240);
     std::vector<cuenta> cuentas;
-    std::map<std::wstring, size_t> sitio;
-    for (const rama& r : arbol) {
-        const std::wstring directorio = i_hasta_nivel(bajo_la_base(r.ruta, base), niveles);
-        const auto [fila, es_nuevo] = sitio.try_emplace(directorio, cuentas.size());
-        if (es_nuevo) {
-            cuentas.push_back({directorio});
+    for (const nodo& n : a.nodos) {
+        const bool juntos = p.tiene("depth") && n.nivel == niveles;
+        if (n.nivel <= niveles) {
+            cuentas.push_back({n.bajo, juntos ? n.de_abajo : n.ficheros.size(), juntos ? n.directorios : 1});
         }
-        cuentas[fila->second].ficheros += r.ficheros.size();
-        cuentas[fila->second].directorios += 1;
     }
-    if (!p.tiene("all")) {
+    if (!p.tiene("empty")) {
         std::erase_if(cuentas, [](const cuenta& c) { return c.ficheros == 0; });
     }
     if (p.tiene("top")) {
         std::stable_sort(cuentas.begin(), cuentas.end(),
-                         [](const cuenta& a, const cuenta& b) { return a.ficheros > b.ficheros; });
+                         [](const cuenta& x, const cuenta& y) { return x.ficheros > y.ficheros; });
         cuentas.resize(std::min<size_t>(cuentas.size(), p.numero("top", 0, 1000000)));
     }
     return cuentas;
 }
 
-void i_pinta_arbol(const peticion& p, const std::vector<rama>& arbol, const std::wstring& base) {
-    const std::vector<cuenta> cuentas = i_cuentas(p, arbol, base);
+void i_pinta_cuentas(const peticion& p, const arbol& a) {
     const bool juntas = p.tiene("depth");
     std::vector<columna> columnas = {{"files", true}};
     if (juntas) {
@@ -187,7 +390,7 @@ void i_pinta_arbol(const peticion& p, const std::vector<rama>& arbol, const std:
     }
     columnas.push_back({"directory", false, true});
     tabla t(columnas);
-    for (const cuenta& c : cuentas) {
+    for (const cuenta& c : i_cuentas(p, a)) {
         std::vector<celda> fila = {con_miles(c.ficheros)};
         if (juntas) {
             fila.emplace_back(con_miles(c.directorios));
@@ -198,31 +401,31 @@ void i_pinta_arbol(const peticion& p, const std::vector<rama>& arbol, const std:
     if (!t.vacia()) {
         t.pinta(salida());
     }
-    const auto con_alguno =
-        std::count_if(arbol.begin(), arbol.end(), [](const rama& r) { return !r.ficheros.empty(); });
-    salida().linea(di("%1 in %2 of %3", plural(cuenta_ficheros(arbol), "file", "files"),
-                      con_miles(static_cast<unsigned long long>(con_alguno)),
-                      plural(arbol.size(), "directory", "directories")),
-                   estilo::titulo);
 }
 
-json i_json_de_arbol(const peticion& p, const std::vector<rama>& arbol, const std::wstring& base) {
-    json resultado = json::objeto()
-                         .pon("directory", base)
-                         .pon("files", cuenta_ficheros(arbol))
-                         .pon("directories", arbol.size());
+void i_pinta_resumen(const arbol& a) {
+    salida().linea(di("%1 in %2", plural(a.todo.ficheros, "file", "files"),
+                      plural(a.todo.directorios, "directory", "directories")) +
+                       L", " + tamanyo_legible(a.bytes),
+                   estilo::titulo);
+    if (a.no_mostrados > 0) {
+        salida().linea(i_no_mostrados(a.no_mostrados), estilo::tenue);
+    }
+}
+
+json i_json_de_arbol(const peticion& p, const arbol& a, const std::wstring& base) {
     json lista = json::lista();
-    if (p.tiene("files")) {
-        for (const rama& r : arbol) {
-            if (!r.ficheros.empty() || p.tiene("all")) {
+    if (p.tiene("files") || p.tiene("with-files")) {
+        for (const nodo& n : a.nodos) {
+            if (!n.ficheros.empty() || p.tiene("empty")) {
                 lista.agrega(json::objeto()
-                                 .pon("directory", bajo_la_base(r.ruta, base))
-                                 .pon("files", r.ficheros.size())
-                                 .pon("names", r.ficheros));
+                                 .pon("directory", n.bajo)
+                                 .pon("files", n.ficheros.size())
+                                 .pon("names", n.ficheros));
             }
         }
     } else {
-        for (const cuenta& c : i_cuentas(p, arbol, base)) {
+        for (const cuenta& c : i_cuentas(p, a)) {
             json fila = json::objeto().pon("directory", c.directorio).pon("files", c.ficheros);
             if (p.tiene("depth")) {
                 fila.pon("directories", c.directorios);
@@ -230,31 +433,47 @@ json i_json_de_arbol(const peticion& p, const std::vector<rama>& arbol, const st
             lista.agrega(std::move(fila));
         }
     }
-    return std::move(resultado).pon("tree", std::move(lista));
+    return json::objeto()
+        .pon("directory", base)
+        .pon("files", a.todo.ficheros)
+        .pon("directories", a.todo.directorios)
+        .pon("bytes", a.bytes)
+        .pon("not_shown", a.no_mostrados)
+        .pon("unreadable", a.todo.ilegibles)
+        .pon("tree", std::move(lista));
+}
+
+void i_pinta_rutas(const arbol& a, const std::wstring& base) {
+    for (const nodo& n : a.nodos) {
+        const std::wstring directorio = n.nivel == 0 ? base : bajo_de(base, n.bajo);
+        for (const std::wstring& nombre : n.ficheros) {
+            salida().linea(std::wstring_view(bajo_de(directorio, nombre)));
+        }
+    }
 }
 
 int i_tree(peticion& p) {
     const std::wstring directorio = p.directorio();
-    if (p.tiene("files") && (p.tiene("depth") || p.tiene("top"))) {
-        throw uso_incorrecto{di("--files shows paths, --depth and --top are for counts")};
+    if (p.tiene("files") &&
+        (p.tiene("depth") || p.tiene("top") || p.tiene("counts") || p.tiene("with-files"))) {
+        throw uso_incorrecto{di("--files shows paths and goes with --ext, --all and --empty only")};
     }
     i_quita_punto(p, "ext");
+    rechaza_patron(directorio);
+    p.numero("depth", 0, 10240);
+    p.numero("top", 0, 1000000);
     comprueba_directorio(directorio);
-    const std::vector<rama> arbol = recorre(directorio, p.valor("ext"));
-    // The listing turns separators and drops a final one; the first record is the base itself.
-    const std::wstring base = arbol.empty() ? directorio : arbol.front().ruta;
+    const arbol a = i_arbol(p, directorio);
     if (p.en_json) {
-        escribe_json(i_json_de_arbol(p, arbol, base));
+        escribe_json(i_json_de_arbol(p, a, directorio));
     } else if (p.tiene("files")) {
-        for (const rama& r : arbol) {
-            for (const std::wstring& nombre : r.ficheros) {
-                salida().linea(toma(cdir_concatena_directorios_UNICODE(r.ruta.c_str(), nombre.c_str())));
-            }
-        }
+        i_pinta_rutas(a, directorio);
     } else {
-        i_pinta_arbol(p, arbol, base);
+        p.tiene("counts") || p.tiene("top") ? i_pinta_cuentas(p, a) : dibujo(p, a).pinta();
+        i_pinta_resumen(a);
     }
-    return p.tiene("ext") && cuenta_ficheros(arbol) == 0 ? no : hecho;
+    di_ilegibles(a.todo);
+    return !a.todo.ilegibles.empty() || (p.tiene("ext") && a.todo.ficheros == 0) ? no : hecho;
 }
 
 // ---- sets ----
@@ -297,24 +516,35 @@ int i_sets(peticion& p) {
 
 constexpr opcion opciones_ls[] = {
     {"ext", "E",
-     "only files with this extension; ? stands for one character, \"\" for\nfiles without an extension"},
+     "only files with this extension; ? stands for one character, \"\" for files without an extension"},
     {"filter", "P",
-     "only names that the pattern finds (img*, *.txt); with --ext the\npattern is that of the base name"},
-    {"dirs", "", "the subdirectories instead of the files"},
-    {"long", "", "with sizes, dates and protection"},
+     "only names that the pattern matches (img*, *.txt); with --ext the pattern is that of the base name"},
+    {"files", "", "only files"},
+    {"dirs", "", "only directories"},
+    {"all", "", "directories whose names begin with a dot too"},
+    {"long", "",
+     "with attributes (d directory, l link, r read-only, h hidden, s system, a archive), sizes and dates",
+     'l'},
+    {"human", "", "with --long: sizes in KB, MB and so on"},
+    {"sort", "BY", "by name (the default), size, date (largest and newest first) or ext"},
+    {"reverse", "", "the other way round", 'r'},
 };
 constexpr ejemplo ejemplos_ls[] = {
     {R"(ls C:\windows\system32 --ext exe)", "the programs there"},
-    {R"(ls C:\windows --dirs)", "the subdirectories"},
+    {"ls *.txt", "what matches"},
+    {R"(ls C:\windows --long --sort size --human)", "the largest files first"},
     {R"(ls . --filter "img??.*" --json)", "for a script"},
 };
 
 constexpr opcion opciones_tree[] = {
-    {"ext", "E", "count only files with this extension"},
-    {"depth", "N", "count deeper directories with the one above them, N levels down"},
-    {"top", "N", "only the N directories with the most files"},
-    {"all", "", "also directories without any such file"},
-    {"files", "", "the path of every file instead of the counts"},
+    {"with-files", "", "draw the files too"},
+    {"ext", "E", "only files with this extension"},
+    {"depth", "N", "not deeper than N levels; what is below is counted with the directory above it"},
+    {"counts", "", "a table of the files in each directory instead of a drawing"},
+    {"top", "N", "only the N directories with the most files, as a table"},
+    {"all", "", "directories whose names begin with a dot too"},
+    {"empty", "", "with --counts or --ext: directories without any such file too"},
+    {"files", "", "the path of every file, one per line"},
 };
 constexpr ejemplo ejemplos_tree[] = {
     {R"(tree C:\windows --depth 1)", "where the files are"},
@@ -326,18 +556,20 @@ constexpr opcion opciones_sets[] = {{"by-date", "", "the newest first, instead o
 constexpr ejemplo ejemplos_sets[] = {{R"(sets C:\windows --by-date)", "what changed last"}};
 
 constexpr orden ordenes[] = {
-    {"ls", "[DIR] [--ext E] [--filter P] [--dirs | --long]",
-     "the files, or the subdirectories, of a directory",
-     "Sorted without regard to letter case; subdirectories that begin with a point\n"
-     "are left out. The exit code is 1 when --ext or --filter finds nothing.",
+    {"ls", "[DIR | FILE | PATTERN]", "the files and directories of a directory",
+     "Directories come first and end with a separator; names are sorted, ignoring case. Directories whose "
+     "names "
+     "begin with a dot are left out without --all. The exit code is 1 when a pattern, --ext or --filter "
+     "finds nothing.",
      0, 1, opciones_ls, ejemplos_ls, i_ls},
-    {"tree", "[DIR] [--ext E]", "the files of a whole tree, counted per directory",
-     "Links to directories are not gone into, and subdirectories that begin with a\n"
-     "point are left out. The exit code is 1 when --ext finds nothing.",
+    {"tree", "[DIR]", "draw the directories of a tree with the number of their files",
+     "Links to directories are not followed. Directories whose names begin with a dot are left out without "
+     "--all. The "
+     "exit code is 1 when --ext finds nothing, or when a directory could not be read.",
      0, 1, opciones_tree, ejemplos_tree, i_tree},
     {"sets", "[DIR]", "the files of a directory with dates and protection",
-     "Dates are on the wall clock. Names are those of the active code page: a\n"
-     "character that it lacks shows as its default character.",
+     "Dates are in local time. Names are those of the active code page: a "
+     "character that it lacks shows as its default character (ls --long shows every name whole).",
      0, 1, opciones_sets, ejemplos_sets, i_sets},
 };
 

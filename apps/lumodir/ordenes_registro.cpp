@@ -49,7 +49,7 @@ clave i_clave(const std::wstring& texto) {
 std::optional<unsigned long> i_vista(const peticion& p) {
     const std::wstring texto = p.tiene("view") ? p.valor("view") : L"";
     if (!texto.empty() && texto != L"32" && texto != L"64") {
-        throw uso_incorrecto{di("--view is 32 or 64")};
+        throw uso_incorrecto{di("--view must be 32 or 64")};
     }
     return texto == L"64"   ? std::optional<unsigned long>(LUMOREG_VISTA_64BITS)
            : texto == L"32" ? std::optional<unsigned long>(LUMOREG_VISTA_32BITS)
@@ -178,6 +178,16 @@ int i_set(peticion& p) {
     if (p.tiene("dword") && p.argumentos.size() == 3) {
         a_numero(p.argumentos[2], di("the value"), 0xFFFFFFFFul);  // before anything is created
     }
+    if (p.en_seco()) {
+        if (p.en_json) {
+            escribe_json(json::objeto().pon("key", c.entera).pon("done", false).pon("dry_run", true));
+        } else {
+            salida()
+                .escribe(di("would set"), estilo::aviso)
+                .linea(L" " + c.entera + (p.argumentos.size() == 3 ? L" " + p.argumentos[1] : L""));
+        }
+        return hecho;
+    }
     const bool creada =
         i_existe(c, vista) || (vista ? lumoreg_crea_clave_en_vista_u(*vista, c.raiz, c.ruta.c_str())
                                      : lumoreg_crea_clave_u(c.raiz, c.ruta.c_str())) == CIERTO;
@@ -218,14 +228,28 @@ size_t i_borra_en_pasadas(const clave& c, const std::wstring& padre, const std::
     return pasadas;
 }
 
+int i_en_seco(const peticion& p, json que, const std::wstring& en_palabras) {
+    if (p.en_json) {
+        escribe_json(que.pon("done", false).pon("dry_run", true));
+    } else {
+        salida().escribe(di("would delete"), estilo::aviso).linea(L" " + a_la_vista(en_palabras));
+    }
+    return hecho;
+}
+
 int i_rm_clave(peticion& p, const clave& c) {
     const size_t corte = c.ruta.rfind(L'\\');
     if (corte == c.ruta.npos) {
-        throw fallo{di("'%1' is a root or stands right below one: refused, nothing is done", c.entera)};
+        throw fallo{di("'%1' is a root key or directly below one: refused, nothing is done", c.entera)};
     }
     const size_t subclaves = i_cuenta_subclaves(c);
     confirma(p, di("Delete the key '%1' with %2?", c.entera, plural(subclaves, "subkey", "subkeys")));
+    if (p.en_seco()) {
+        return i_en_seco(p, json::objeto().pon("key", c.entera).pon("subkeys", subclaves),
+                         c.entera + L": " + plural(subclaves, "subkey", "subkeys"));
+    }
     size_t pasadas = 0;
+    const despedida al_acabar([] { return di("stopped; some subkeys may be gone already"); });
     con_progreso(
         [&] { pasadas = i_borra_en_pasadas(c, c.ruta.substr(0, corte), c.ruta.substr(corte + 1)); },
         [&](unsigned segundos) { return di("deleting %1, %2 s", c.entera, std::to_wstring(segundos)); });
@@ -238,7 +262,7 @@ int i_rm_clave(peticion& p, const clave& c) {
                          .pon("passes", pasadas)
                          .pon("left", queda ? i_cuenta_subclaves(c) : 0));
     } else if (queda) {
-        throw fallo{di("the key '%1' is not deleted; %2 left", c.entera,
+        throw fallo{di("the key '%1' is not deleted; left: %2", c.entera,
                        plural(i_cuenta_subclaves(c), "subkey", "subkeys"))};
     } else {
         salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera);
@@ -253,6 +277,10 @@ int i_rm_valor(peticion& p, const clave& c) {
     toma(contenido);
     if (!estaba) {
         throw fallo{di("the key '%1' has no value '%2'", c.entera, p.argumentos[1])};
+    }
+    if (p.en_seco()) {
+        return i_en_seco(p, json::objeto().pon("key", c.entera).pon("name", p.argumentos[1]),
+                         c.entera + L" " + p.argumentos[1]);
     }
     confirma(p, di("Delete the value '%1' of '%2'?", p.argumentos[1], c.entera));
     lumoreg_borra_valor_clave_u(c.raiz, c.ruta.c_str(), nombre);
@@ -279,12 +307,14 @@ int i_rm(peticion& p) {
 constexpr opcion opciones_leer[] = {{"view", "V", "only the 32-bit or the 64-bit view (32, 64)"}};
 constexpr opcion opciones_set[] = {
     {"dword", "", "the data is a 32-bit number"},
-    {"expand", "", "the data holds environment variables (%PATH%)"},
+    {"expand", "", "the data contains references to environment variables (%PATH%)"},
     {"view", "V", "in the 32-bit or the 64-bit view (32, 64)"},
+    opcion_en_seco,
 };
+constexpr opcion opciones_rm[] = {opcion_en_seco};
 constexpr ejemplo ejemplos_ls[] = {{R"(reg ls "HKCU\Control Panel")", "subkeys and string values"}};
 constexpr ejemplo ejemplos_get[] = {
-    {R"(reg get "HKLM\Software\Microsoft\Windows NT\CurrentVersion" ProductName)", "one value"}};
+    {R"(reg get "HKCU\Control Panel\International" LocaleName)", "one value"}};
 constexpr ejemplo ejemplos_set[] = {
     {R"(reg set HKCU\Software\Mine Colour blue)", "a string; the key is created"},
     {R"(reg set HKCU\Software\Mine Size 12 --dword)", "a number"},
@@ -294,24 +324,16 @@ constexpr ejemplo ejemplos_rm[] = {{R"(reg rm HKCU\Software\Mine Colour)", "one 
 
 constexpr orden ordenes[] = {
     {"reg ls", "KEY", "subkeys and string values of a registry key",
-     "KEY begins with HKCR, HKCC, HKCU, HKLM or HKU. Values that are no strings are\n"
-     "not shown.",
-     1, 1, opciones_leer, ejemplos_ls, i_ls},
+     "KEY begins with HKCR, HKCC, HKCU, HKLM or HKU. Only string values are shown.", 1, 1, opciones_leer,
+     ejemplos_ls, i_ls},
     {"reg get", "KEY NAME", "a value as a string",
      "The type of the value is not looked at: its bytes are taken as text. \"\" is the\n"
      "default value.",
      2, 2, opciones_leer, ejemplos_get, i_get},
     {"reg set", "KEY [NAME DATA]", "write a value, creating the key", "", 1, 3, opciones_set, ejemplos_set,
      i_set},
-    {"reg rm",
-     "KEY [NAME]",
-     "delete a value, or a key with its subkeys; asks first",
-     "Roots and the keys right below them are refused.",
-     1,
-     2,
-     {},
-     ejemplos_rm,
-     i_rm},
+    {"reg rm", "KEY [NAME]", "delete a value, or a key with its subkeys; asks first",
+     "Root keys and the keys directly below them are refused.", 1, 2, opciones_rm, ejemplos_rm, i_rm},
 };
 
 }  // namespace

@@ -1,4 +1,6 @@
 // Paths as text: check, split, join, name, relative, absolute, shorten, repair.
+#include <algorithm>
+
 #include "anfitrion.hpp"
 #include "cdir_rutas.h"
 #include "consola.hpp"
@@ -22,6 +24,13 @@ juicio i_juzga(const std::wstring& ruta) {
     return {valida, toma(mensaje)};
 }
 
+// Both words in their column, and two blanks.
+std::wstring i_juicio_en_palabras(frase cual) {
+    constexpr size_t separacion = 2;
+    return a_la_izquierda(di(cual),
+                          std::max(columnas_de(di("valid")), columnas_de(di("invalid"))) + separacion);
+}
+
 int i_check(peticion& p) {
     const std::vector<std::wstring> rutas = p.argumentos_o_entrada();
     const bool solo_malas = p.tiene("quiet");
@@ -36,11 +45,11 @@ int i_check(peticion& p) {
                      : fila.pon("message", j.mensaje);
             lista.agrega(std::move(fila));
         } else if (j.valida && !solo_malas) {
-            salida().escribe(a_la_izquierda(di("valid"), 9), estilo::bueno).linea(std::wstring_view(ruta));
+            salida().escribe(i_juicio_en_palabras("valid"), estilo::bueno).linea(a_la_vista(ruta));
         } else if (!j.valida) {
             salida()
-                .escribe(a_la_izquierda(di("invalid"), 9), estilo::malo)
-                .escribe(ruta.empty() ? di("(empty)") : ruta)
+                .escribe(i_juicio_en_palabras("invalid"), estilo::malo)
+                .escribe(ruta.empty() ? di("(empty)") : a_la_vista(ruta))
                 .escribe(": ")
                 .linea(std::wstring_view(j.mensaje));
         }
@@ -70,7 +79,7 @@ piezas i_corta(const std::wstring& ruta, bool con_comodines) {
 int i_split(peticion& p) {
     const std::vector<std::wstring> rutas = p.argumentos_o_entrada();
     json lista = json::lista();
-    tabla t({{"drive"}, {"directory", false, true}, {"base name"}, {"extension"}});
+    tabla t({{"drive"}, {"directory", false, true, corte::al_final}, {"base name"}, {"extension"}});
     for (const std::wstring& ruta : rutas) {
         const piezas z = i_corta(ruta, p.tiene("wildcards"));
         if (p.en_json) {
@@ -265,7 +274,7 @@ constexpr opcion opciones_join[] = {
     {"drive", "D", R"(compose instead: the drive (C: or \\server\share))"},
     {"dir", "D", "its directory"},
     {"base", "B", "its base name; repaired when it is not valid"},
-    {"ext", "E", "its extension, with or without the point"},
+    {"ext", "E", "its extension, with or without the dot"},
 };
 constexpr ejemplo ejemplos_join[] = {
     {R"(join C:\data reports 2024.txt)", R"(C:\data\reports\2024.txt)"},
@@ -274,7 +283,7 @@ constexpr ejemplo ejemplos_join[] = {
 
 constexpr opcion opciones_name[] = {
     {"base", "", "the name without its extension"},
-    {"ext", "", "the extension without its point"},
+    {"ext", "", "the extension without its dot"},
     {"dir", "", "the directory with its final separator"},
     {"stem", "", "the whole path without its extension"},
     {"with-ext", "E", "the whole path with another extension; \"\" for none"},
@@ -304,7 +313,7 @@ constexpr ejemplo ejemplos_repair[] = {
 constexpr orden ordenes[] = {
     {"check", "PATH...", "tell whether paths are valid, and why not",
      "A path is judged as text: it need not exist. With - as the only PATH the paths\n"
-     "are read from standard input, one a line.",
+     "are read from standard input, one per line.",
      1, cuantos_sean, opciones_check, ejemplos_check, i_check},
     {"split", "PATH...", "drive, directory, base name and extension of a path",
      "An invalid path is split all the same, and the exit code is 1. Several paths\n"
@@ -321,8 +330,10 @@ constexpr orden ordenes[] = {
     {"relative",
      "BASE PATH...",
      "paths relative to a base directory",
-     "The base has to be the exact beginning of the path, letter case included;\n"
-     "any other path comes back as it is. No .. steps are made.",
+     "The base has to be the exact beginning of the path, letter case included: "
+     "end BASE with \\, or C:\\dir begins C:\\directory too. Any other path comes back as it is. The result "
+     "never goes "
+     "up with \"..\".",
      2,
      cuantos_sean,
      {},
@@ -331,7 +342,7 @@ constexpr orden ordenes[] = {
     {"absolute",
      "BASE PATH...",
      "paths made absolute on a base directory",
-     "A path that is absolute already comes back as it is; .. steps stay.",
+     "A path that is absolute already comes back as it is; \"..\" components stay.",
      2,
      cuantos_sean,
      {},
@@ -339,7 +350,7 @@ constexpr orden ordenes[] = {
      i_sobre_base<lumodir_ruta_relativa_a_absoluta>},
     {"shorten",
      "PATH N",
-     "abbreviate a path towards N characters",
+     "abbreviate a path to about N characters",
      "Directories give way to \"...\"; drive and name stay whole, so the result may\n"
      "be longer than N.",
      2,
@@ -350,7 +361,8 @@ constexpr orden ordenes[] = {
     {"repair",
      "NAME...",
      "make a valid file name of any text",
-     "Invalid characters become _, blanks and points at the wrong end go. Reserved\n"
+     "Invalid characters become _; spaces and dots that Windows would not keep at the ends are removed. "
+     "Reserved "
      "names (AUX, NUL) stay, and the exit code is 1.",
      1,
      cuantos_sean,

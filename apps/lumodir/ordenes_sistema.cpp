@@ -5,6 +5,7 @@
 #include "anfitrion.hpp"
 #include "cdir_ficheros.h"
 #include "cdir_rutas.h"
+#include "comodines.hpp"
 #include "companions/lumostr.h"
 #include "companions/msglocal.h"
 #include "consola.hpp"
@@ -42,6 +43,17 @@ int i_tmp(peticion& p) {
     std::wstring ruta;
     if (p.tiene("in")) {
         comprueba_directorio(p.valor("in"));
+    }
+    if (p.en_seco()) {
+        const std::wstring donde = p.tiene("in") ? p.valor("in") : toma(lumodir_dameDirectorioTemporal());
+        if (p.en_json) {
+            escribe_json(json::objeto().pon("path", json()).pon("directory", donde).pon("dry_run", true));
+        } else {
+            salida().escribe(di("would create"), estilo::aviso).linea(di(" a file in %1", a_la_vista(donde)));
+        }
+        return hecho;
+    }
+    if (p.tiene("in")) {
         ruta = toma(lumodir_creaFicheroUnicoEnDirectorio(p.valor("in"), extension ? extension : L"tmp"));
     } else {
         const std::wstring limpia = !extension ? L"tmp" : extension[0] == L'.' ? extension + 1 : extension;
@@ -104,7 +116,7 @@ template <wchar_t* (*convierte)(const wchar_t*)>
 int i_forma(peticion& p) {
     json lista = json::lista();
     bool todas = true;
-    for (const std::wstring& ruta : p.argumentos_o_entrada()) {
+    for (const std::wstring& ruta : rutas_de(p, que_valen::todo).rutas) {
         const std::wstring forma = toma(convierte(ruta.c_str()));
         const bool existe = que_hay_en(ruta) != clase_de_entrada::ninguna;
         todas = todas && existe;
@@ -169,13 +181,25 @@ int i_about(peticion& p) {
     const unsigned long ranura = msglocal_dame_idioma();
     std::wstring dll(MAX_PATH, L'\0');
     dll.resize(GetModuleFileNameW(GetModuleHandleW(L"lumodir.dll"), dll.data(), MAX_PATH));
-    return i_muestra_ficha(
-        p, {{"version", ancho_de(LUMODIR_VERSION)},
-            {"library", dll},
-            {"system", en_wine ? L"Wine" + i_version_de_wine() + L" (Windows " + i_version_de_windows() + L")"
-                               : L"Windows " + i_version_de_windows()},
-            {"code page", std::to_wstring(GetACP())},
-            {"language", nombre_de_idioma(ranura) + L" (" + std::to_wstring(ranura) + L")"}});
+    const std::wstring sistema =
+        en_wine ? L"Wine" + i_version_de_wine() + L" (Windows " + i_version_de_windows() + L")"
+                : L"Windows " + i_version_de_windows();
+    if (p.en_json) {
+        escribe_json(json::objeto()
+                         .pon("version", LUMODIR_VERSION)
+                         .pon("library", dll)
+                         .pon("system", sistema)
+                         .pon("code_page", static_cast<unsigned long>(GetACP()))
+                         .pon("language", nombre_de_idioma(ranura))
+                         .pon("language_slot", ranura));
+        return hecho;
+    }
+    pinta_ficha(salida(), {{"version", ancho_de(LUMODIR_VERSION)},
+                           {"library", dll},
+                           {"system", sistema},
+                           {"code page", std::to_wstring(GetACP())},
+                           {"language", nombre_de_idioma(ranura) + L" (" + std::to_wstring(ranura) + L")"}});
+    return hecho;
 }
 
 // ---- drives ----
@@ -228,7 +252,10 @@ std::vector<unidad> i_unidades() {
 int i_drives(peticion& p) {
     json lista = json::lista();
     tabla t({{"drive"}, {"type"}, {"name"}, {"local"}, {"subst"}, {"current directory", false, true}});
-    for (const unidad& u : i_unidades()) {
+    std::vector<unidad> unidades;
+    con_progreso([&] { unidades = i_unidades(); },
+                 [](unsigned segundos) { return di("asking the drives, %1 s", std::to_wstring(segundos)); });
+    for (const unidad& u : unidades) {
         if (p.en_json) {
             lista.agrega(json::objeto()
                              .pon("drive", u.letra)
@@ -297,7 +324,7 @@ int i_ps(peticion& p) {
     if (p.en_json) {
         escribe_json(lista);
     } else if (ninguno) {
-        throw fallo{di("no process has loaded '%1' (letter case counts)", p.argumentos[0])};
+        throw fallo{di("no process has loaded '%1' (the name is case-sensitive)", p.argumentos[0])};
     } else {
         t.pinta(salida());
     }
@@ -324,7 +351,7 @@ int i_kill(peticion& p) {
     std::vector<const Taskproc*> victimas = hallados.todos();
     std::erase_if(victimas, [](const Taskproc* t) { return t->pid == GetCurrentProcessId(); });
     if (victimas.empty()) {
-        throw fallo{di("no other process has loaded '%1' (letter case counts)", p.argumentos[0])};
+        throw fallo{di("no other process has loaded '%1' (the name is case-sensitive)", p.argumentos[0])};
     }
     std::wstring cuales;
     for (const Taskproc* t : victimas) {
@@ -335,10 +362,18 @@ int i_kill(peticion& p) {
     json lista = json::lista();
     bool todos = true;
     for (const Taskproc* t : victimas) {
-        const bool terminado = taskproc_mata_proceso(t) == CIERTO;
-        todos = todos && terminado;
+        const bool terminado = !p.en_seco() && taskproc_mata_proceso(t) == CIERTO;
+        todos = todos && (terminado || p.en_seco());
         if (p.en_json) {
-            lista.agrega(json::objeto().pon("pid", t->pid).pon("path", t->ruta).pon("done", terminado));
+            json fila = json::objeto().pon("pid", t->pid).pon("path", t->ruta).pon("done", terminado);
+            if (p.en_seco()) {
+                fila.pon("dry_run", true);
+            }
+            lista.agrega(std::move(fila));
+        } else if (p.en_seco()) {
+            salida()
+                .escribe(di("would end"), estilo::aviso)
+                .linea(L" " + std::to_wstring(t->pid) + L" " + a_la_vista(t->ruta));
         } else if (terminado) {
             salida()
                 .escribe(di("ended"), estilo::bueno)
@@ -356,7 +391,8 @@ int i_kill(peticion& p) {
 }
 
 constexpr opcion opciones_tmp[] = {{"ext", "E", "its extension (default tmp)"},
-                                   {"in", "DIR", "in this directory instead of the temporary one"}};
+                                   {"in", "DIR", "in this directory instead of the temporary one"},
+                                   opcion_en_seco};
 constexpr ejemplo ejemplos_tmp[] = {{"tmp --ext txt", "prints the path of a new, empty file"},
                                     {R"(tmp --in C:\data)", "with a name that was not taken"}};
 constexpr ejemplo ejemplos_where[] = {{"where notepad", "the path of notepad.exe"}};
@@ -366,7 +402,9 @@ constexpr ejemplo ejemplos_whereami[] = {{"whereami", "program, drive, current a
 constexpr ejemplo ejemplos_drives[] = {{"drives", "a table of all drives"}};
 constexpr ejemplo ejemplos_ps[] = {{"ps explorer.exe", "its processes"},
                                    {"ps user32.dll", "every process that has loaded it"}};
-constexpr opcion opciones_kill[] = {{"modules", "", "the name may be that of a library"}};
+constexpr opcion opciones_kill[] = {
+    {"modules", "", "also accept the name of a library: ends every process that has loaded it"},
+    opcion_en_seco};
 constexpr ejemplo ejemplos_kill[] = {{"kill notepad.exe", "asks, then ends them all"}};
 constexpr ejemplo ejemplos_about[] = {{"about --json", "for a bug report"}};
 
@@ -413,14 +451,14 @@ constexpr orden ordenes[] = {
     {"ps",
      "NAME",
      "processes that have loaded an executable or a library",
-     "The name has to be exact, with its extension, letter case included.",
+     "The name has to be exact, with its extension, and is case-sensitive.",
      1,
      1,
      {},
      ejemplos_ps,
      i_ps},
     {"kill", "NAME", "end the processes of an executable; asks first",
-     "The name has to be exact, with its extension, letter case included. This\n"
+     "The name has to be exact, with its extension, and is case-sensitive. This "
      "command itself is never ended.",
      1, 1, opciones_kill, ejemplos_kill, i_kill},
     {"about", "", "version, system, code page and language", "", 0, 0, {}, ejemplos_about, i_about},

@@ -1,10 +1,11 @@
 // lumodir.exe: the library's services for a person at a terminal and for scripts. A host of lumodir.dll that
 // knows its public headers only.
 //
-// Promises: exit code 0 done or yes, 1 no, invalid, not found or not done, 2 wrong command line; with --json
-// standard output holds one JSON value, also when the answer is a failure; nothing else is written there.
+// Promises: exit code 0 done or yes, 1 no, invalid, not found or not done, 2 wrong command line, and that of Windows
+// for Ctrl-C after Ctrl-C; with --json standard output holds one JSON value, also when the answer is a failure or the
+// command line wrong; nothing else is written there. Help is words in any case.
 // Checked by tests/cli.
-#include <cstdio>
+#include <algorithm>
 #include <exception>
 
 #include "anfitrion.hpp"
@@ -36,7 +37,14 @@ void i_queja(const std::wstring& texto) {
     errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(texto));
 }
 
-int i_mal_uso(const uso_incorrecto& uso, const orden* cual) {
+int i_mal_uso(const uso_incorrecto& uso, const orden* cual, bool en_json) {
+    if (en_json) {
+        json respuesta = json::objeto().pon("error", uso.texto);
+        if (cual) {
+            respuesta.pon("usage", uso_de(*cual));
+        }
+        escribe_json(respuesta);
+    }
     i_queja(uso.texto);
     if (cual) {
         di_uso(errores(), *cual);
@@ -69,20 +77,31 @@ void i_elige_idioma(const std::wstring& nombre) {
                nombres_de_idiomas())};
     }
     msglocal_establece_idioma(*ranura);
+    const unsigned long de_los_textos = ranura_de_los_textos(*ranura);
+    if (de_los_textos != *ranura) {
+        errores()
+            .escribe("lumodir: ", estilo::aviso)
+            .linea(di("there are no texts in '%1'; those in %2 are used", nombre,
+                      nombre_de_idioma(de_los_textos)));
+    }
 }
 
 void i_comprueba_argumentos(const peticion& p) {
     const orden& cual = *p.cual;
     if (p.argumentos.size() < cual.minimo) {
-        throw uso_incorrecto{p.argumentos.empty() ? di("an argument is missing")
-                                                  : di("arguments are missing")};
+        throw uso_incorrecto{cual.minimo - p.argumentos.size() == 1 ? di("an argument is missing")
+                                                                    : di("arguments are missing")};
     }
     if (p.argumentos.size() > cual.maximo) {
-        throw uso_incorrecto{di("one argument too many: '%1'", p.argumentos[cual.maximo])};
+        throw uso_incorrecto{di("unexpected argument: '%1'", p.argumentos[cual.maximo])};
     }
 }
 
 int i_ejecuta(invocacion& leida) {
+    if (leida.version && leida.que.en_json) {
+        escribe_json(json::objeto().pon("version", LUMODIR_VERSION));
+        return hecho;
+    }
     if (leida.ayuda || leida.version) {
         leida.version                   ? di_version(salida())
         : leida.que.cual                ? ayuda_de_orden(salida(), *leida.que.cual)
@@ -91,6 +110,9 @@ int i_ejecuta(invocacion& leida) {
         return hecho;
     }
     if (!leida.que.cual) {
+        if (leida.que.en_json) {
+            escribe_json(json::objeto().pon("error", di("a command is missing")));
+        }
         leida.grupo_a_medias.empty() ? ayuda_general(errores())
                                      : ayuda_de_familia(errores(), leida.grupo_a_medias);
         return mal_uso;
@@ -100,6 +122,7 @@ int i_ejecuta(invocacion& leida) {
     if (leida.idioma) {
         i_elige_idioma(*leida.idioma);
     }
+    pon_idioma_del_hilo();
     i_comprueba_argumentos(leida.que);
     return leida.que.cual->ejecuta(leida.que);
 }
@@ -120,15 +143,24 @@ void i_adelanta_idioma(const std::vector<std::wstring>& palabras) {
     }
 }
 
+// Whether a wrong command line asks for JSON, wherever that stands.
+bool i_pide_json(const std::vector<std::wstring>& palabras) {
+    const auto fin = std::find(palabras.begin(), palabras.end(), L"--");
+    return std::find(palabras.begin(), fin, L"--json") != fin;
+}
+
 int i_principal() {
     invocacion leida;
+    std::vector<std::wstring> palabras;
+    // No box of the system's ("there is no disk in the drive") ever waits for an answer.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     try {
-        const std::vector<std::wstring> palabras = i_palabras();
+        palabras = i_palabras();
         i_adelanta_idioma(palabras);
         lee_linea_de_ordenes(palabras, leida);
         return i_ejecuta(leida);
     } catch (const uso_incorrecto& uso) {
-        return i_mal_uso(uso, leida.que.cual);
+        return i_mal_uso(uso, leida.que.cual, i_pide_json(palabras));
     } catch (const fallo& que) {
         return i_fallo(que, leida.que);
     } catch (const std::exception& otra) {
@@ -142,7 +174,10 @@ int i_principal() {
 }  // namespace mando
 
 int main() {
-    const int codigo_de_salida = mando::i_principal();
+    int codigo_de_salida = mando::i_principal();
+    if (mando::interrumpido()) {
+        codigo_de_salida = mando::acabado_por_control_c;
+    }
     mando::progreso().borra();
     mando::salida().cierra();
     mando::errores().cierra();

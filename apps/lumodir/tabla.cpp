@@ -18,7 +18,7 @@ void tabla::pinta(corriente& donde) const {
     for (size_t i = 0; i < columnas_.size(); ++i) {
         size_t ancho = columnas_de(di(columnas_[i].titulo));
         for (const auto& fila : filas_) {
-            ancho = std::max(ancho, columnas_de(fila[i].texto));
+            ancho = std::max(ancho, columnas_de(a_la_vista(fila[i].texto)));
         }
         anchuras.push_back(ancho);
     }
@@ -32,9 +32,12 @@ void tabla::pinta(corriente& donde) const {
     }
     const auto pinta_fila = [&](auto&& celda_de) {
         for (size_t i = 0; i < columnas_.size(); ++i) {
-            const celda c = celda_de(i);
-            const std::wstring texto =
-                columnas_de(c.texto) > anchuras[i] ? abreviado(c.texto, anchuras[i]) : c.texto;
+            celda c = celda_de(i);
+            c.texto = a_la_vista(c.texto);
+            const std::wstring texto = columnas_de(c.texto) <= anchuras[i] ? c.texto
+                                       : columnas_[i].corta == corte::al_final
+                                           ? cortado(c.texto, anchuras[i])
+                                           : abreviado(c.texto, anchuras[i]);
             const bool ultima = i + 1 == columnas_.size();
             donde.escribe(columnas_[i].a_la_derecha ? a_la_derecha(texto, anchuras[i])
                           : ultima                  ? texto
@@ -55,25 +58,31 @@ void pinta_ficha(corriente& donde, const ficha& datos) {
         ancho = std::max(ancho, columnas_de(di(d.nombre)) + separacion);
     }
     for (const dato& d : datos) {
-        donde.escribe(a_la_izquierda(di(d.nombre), ancho), estilo::titulo).linea(d.valor.texto, d.valor.como);
+        donde.escribe(a_la_izquierda(di(d.nombre), ancho), estilo::titulo)
+            .linea(a_la_vista(d.valor.texto), d.valor.como);
     }
 }
 
-void pinta_en_columnas(corriente& donde, const std::vector<std::wstring>& nombres, estilo como) {
+void pinta_en_columnas(corriente& donde, const std::vector<celda>& tal_cual) {
+    // Whoever reads a pipe wants the names as they are.
+    std::vector<celda> nombres = tal_cual;
+    for (celda& nombre : nombres) {
+        nombre.texto = donde.es_consola() ? a_la_vista(nombre.texto) : nombre.texto;
+    }
     size_t ancho = 1;
-    for (const std::wstring& nombre : nombres) {
-        ancho = std::max(ancho, columnas_de(nombre));
+    for (const celda& nombre : nombres) {
+        ancho = std::max(ancho, columnas_de(nombre.texto));
     }
     const size_t por_linea =
         donde.es_consola() ? std::max<size_t>(1, donde.columnas() / (ancho + separacion)) : 1;
     const size_t lineas = (nombres.size() + por_linea - 1) / por_linea;
     for (size_t y = 0; y < lineas; ++y) {
-        std::wstring linea;
         for (size_t i = y; i < nombres.size(); i += lineas) {
-            linea +=
-                i + lineas < nombres.size() ? a_la_izquierda(nombres[i], ancho + separacion) : nombres[i];
+            const bool ultimo = i + lineas >= nombres.size();
+            donde.escribe(ultimo ? nombres[i].texto : a_la_izquierda(nombres[i].texto, ancho + separacion),
+                          nombres[i].como);
         }
-        donde.linea(linea, como);
+        donde.linea();
     }
 }
 

@@ -13,10 +13,13 @@
 
 namespace mando {
 
+enum class corte { como_ruta, al_final };
+
 struct columna {
     frase titulo;
     bool a_la_derecha = false;
-    bool elastica = false;  // the one that gives way on a narrow terminal
+    bool elastica = false;           // the one that gives way on a narrow terminal
+    corte corta = corte::como_ruta;  // how
 };
 
 struct celda {
@@ -46,6 +49,6 @@ using ficha = std::vector<dato>;
 void pinta_ficha(corriente& donde, const ficha& datos);
 
 // On a terminal as many columns as fit, downwards; elsewhere a name a line.
-void pinta_en_columnas(corriente& donde, const std::vector<std::wstring>& nombres, estilo como);
+void pinta_en_columnas(corriente& donde, const std::vector<celda>& nombres);
 
 }  // namespace mando

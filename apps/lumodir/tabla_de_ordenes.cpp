@@ -7,6 +7,7 @@ std::span<const grupo> grupos() {
     static const grupo todos[] = {
         {"Paths as text: nothing here looks at the disk", ordenes_rutas},
         {"Listings", ordenes_listados},
+        {"Searches and sizes", ordenes_busqueda},
         {"Files and directories", ordenes_ficheros},
         {"Deletion: asks first", ordenes_borrado},
         {"The system", ordenes_sistema},

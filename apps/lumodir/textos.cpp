@@ -1,6 +1,7 @@
 #include "textos.hpp"
 
 #include <algorithm>
+#include <cwchar>
 
 #include "cdir_rutas.h"
 #include "companions/lumostr.h"
@@ -36,6 +37,14 @@ constexpr tramo de_dos_columnas[] = {
     {0xA960, 0xA97F},  {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},
     {0xFFE0, 0xFFE6},  {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF}, {0x1FA70, 0x1FAFF},
     {0x20000, 0x3FFFD}};
+
+// What a terminal draws as something else than the text is, or not at all: directions, separators of lines and
+// paragraphs, blanks without width, tags. The joiners that emoji and Persian need stay.
+constexpr tramo enganyosos[] = {{0x0080, 0x009F},  {0x00AD, 0x00AD}, {0x034F, 0x034F}, {0x061C, 0x061C},
+                                {0x115F, 0x1160},  {0x17B4, 0x17B5}, {0x180B, 0x180E}, {0x200B, 0x200B},
+                                {0x200E, 0x200F},  {0x2028, 0x202E}, {0x2060, 0x206F}, {0x3164, 0x3164},
+                                {0xD800, 0xDFFF},  {0xFEFF, 0xFEFF}, {0xFFA0, 0xFFA0}, {0xFFF0, 0xFFFB},
+                                {0xE0000, 0xE007F}};
 
 template <size_t n>
 bool i_esta_en(const tramo (&tramos)[n], char32_t c) {
@@ -97,6 +106,18 @@ std::wstring de_utf8(std::string_view texto) {
     return i_de_pagina(CP_UTF8, texto);
 }
 
+std::optional<std::wstring> de_pagina_estricta(unsigned pagina, std::string_view texto) {
+    if (texto.empty()) {
+        return std::wstring();
+    }
+    const int bytes = static_cast<int>(texto.size());
+    const int unidades = MultiByteToWideChar(pagina, MB_ERR_INVALID_CHARS, texto.data(), bytes, nullptr, 0);
+    if (unidades == 0) {
+        return std::nullopt;
+    }
+    return i_de_pagina(pagina, texto);
+}
+
 std::wstring ancho_de(std::string_view ascii) {
     return {ascii.begin(), ascii.end()};
 }
@@ -130,6 +151,39 @@ std::vector<std::wstring> toma(ArrCADENA_u* lista) {
     return resultado;
 }
 
+namespace {
+
+template <typename C>
+std::wstring i_escrito(std::wstring_view texto, C&& se_escribe) {
+    std::wstring resultado;
+    for (size_t i = 0; i < texto.size();) {
+        const size_t antes = i;
+        const char32_t c = i_siguiente(texto, i);
+        if (se_escribe(c)) {
+            wchar_t signo[16];
+            std::swprintf(signo, std::size(signo), L"<U+%04X>", static_cast<unsigned>(c));
+            resultado += signo;
+        } else {
+            resultado.append(texto, antes, i - antes);
+        }
+    }
+    return resultado;
+}
+
+}  // namespace
+
+std::wstring sin_trampas(std::wstring_view texto) {
+    return i_escrito(texto, [](char32_t c) { return i_esta_en(enganyosos, c); });
+}
+
+std::wstring a_la_vista(std::wstring_view nombre) {
+    std::wstring texto = i_escrito(
+        nombre, [](char32_t c) { return i_esta_en(enganyosos, c) || (c < 0x20 && c != L'\n') || c == 0x7F; });
+    const auto es_blanco = [](wchar_t c) { return c == L' ' || c == 0xA0 || c == 0x3000; };
+    const bool con_comillas = !texto.empty() && (es_blanco(texto.front()) || es_blanco(texto.back()));
+    return con_comillas ? L'"' + texto + L'"' : texto;
+}
+
 size_t columnas_de(std::wstring_view texto) {
     size_t columnas = 0;
     for (size_t i = 0; i < texto.size();) {
@@ -161,18 +215,22 @@ std::wstring abreviado(std::wstring_view ruta, size_t columnas) {
         corta = toma(
             cdir_ruta_abreviada_con_logitud_maxima_u(entera.c_str(), static_cast<unsigned short>(maximo)));
     }
-    if (columnas_de(corta) <= columnas) {
-        return corta;
+    return cortado(corta, columnas);
+}
+
+std::wstring cortado(std::wstring_view texto, size_t columnas) {
+    if (columnas_de(texto) <= columnas) {
+        return std::wstring(texto);
     }
     std::wstring cortada;
     size_t ocupadas = 0;
-    for (size_t i = 0; i < corta.size();) {
+    for (size_t i = 0; i < texto.size();) {
         const size_t antes = i;
-        ocupadas += i_columnas(i_siguiente(corta, i));
+        ocupadas += i_columnas(i_siguiente(texto, i));
         if (ocupadas + 3 > columnas) {
             break;
         }
-        cortada.append(corta, antes, i - antes);
+        cortada.append(texto, antes, i - antes);
     }
     return columnas < 3 ? cortada : cortada + L"...";
 }
@@ -218,8 +276,15 @@ std::wstring en_minusculas(std::wstring_view texto) {
     return resultado;
 }
 
+std::wstring en_mayusculas(std::wstring_view texto) {
+    std::wstring resultado(texto);
+    CharUpperBuffW(resultado.data(), static_cast<unsigned long>(resultado.size()));
+    return resultado;
+}
+
 bool iguales_sin_caja(std::wstring_view a, std::wstring_view b) {
-    return en_minusculas(a) == en_minusculas(b);
+    return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                                TRUE) == CSTR_EQUAL;
 }
 
 std::wstring sin_blancos(std::wstring_view texto) {

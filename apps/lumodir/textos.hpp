@@ -5,6 +5,7 @@
 // Checked by tests/cli.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,8 @@ namespace mando {
 
 std::string a_utf8(std::wstring_view texto);
 std::wstring de_utf8(std::string_view texto);
+// Nothing when the bytes are not valid in that code page.
+std::optional<std::wstring> de_pagina_estricta(unsigned pagina, std::string_view texto);
 
 // ASCII literals of the program itself.
 std::wstring ancho_de(std::string_view ascii);
@@ -26,6 +29,12 @@ std::wstring toma(char* texto);  // from the active code page
 std::wstring de_pagina_activa(const char* texto);
 std::vector<std::wstring> toma(ArrCADENA_u* lista);
 
+// Text for people: what turns the writing direction, breaks a line or does not show at all is written out
+// (<U+202E>). What scripts read is never changed so.
+std::wstring sin_trampas(std::wstring_view texto);
+// A name for people: as above, control characters too, and in quotes when a blank stands at one of its ends.
+std::wstring a_la_vista(std::wstring_view nombre);
+
 // Columns that a text takes on a terminal: 2 for East Asian wide characters and emoji, 0 for combining ones.
 size_t columnas_de(std::wstring_view texto);
 std::wstring a_la_izquierda(std::wstring_view texto, size_t columnas);
@@ -34,12 +43,14 @@ std::wstring a_la_derecha(std::wstring_view texto, size_t columnas);
 // A path made to fit a number of columns by the library's abbreviation, and cut with "..." when even that is
 // too long.
 std::wstring abreviado(std::wstring_view ruta, size_t columnas);
+std::wstring cortado(std::wstring_view texto, size_t columnas);
 
 std::wstring con_miles(unsigned long long numero);
 std::wstring plural(unsigned long long numero, frase singular, frase plural);
 std::wstring tamanyo_legible(unsigned long long bytes);
 
 std::wstring en_minusculas(std::wstring_view texto);  // A to Z
+std::wstring en_mayusculas(std::wstring_view texto);  // of every script, as the file system folds names
 bool iguales_sin_caja(std::wstring_view a, std::wstring_view b);
 std::wstring sin_blancos(std::wstring_view texto);
 

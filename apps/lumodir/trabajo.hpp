@@ -1,4 +1,9 @@
 // Long work with a progress line over it, and Ctrl-C as a wish to stop.
+//
+// Promises: Ctrl-C is answered at once: work that can stop ends with the entry it is at, any other ends with the
+// program, which says first what it knows of what was done; a second Ctrl-C always ends the program. The closing of
+// the window waits for the entry in work, as long as the system lets it.
+// Checked by tests/cli.
 #pragma once
 
 #include <functional>
@@ -10,16 +15,31 @@ namespace mando {
 // seconds gone by) is shown after the first moments and then a few times a second.
 void con_progreso(const std::function<void()>& trabajo, const std::function<std::wstring(unsigned)>& texto);
 
-// From here on Ctrl-C ends the program with exit code 1.
-void atiende_interrupciones();
+// ", about 12 s left", from how much of the work is done (0 to 1); nothing while that would be a guess.
+std::wstring lo_que_falta(double parte_hecha, unsigned segundos);
 
-// But while this object lives it sets the flag to 0 instead.
+// From here on Ctrl-C ends the program, with the exit code that Windows has for it.
+void atiende_interrupciones();
+constexpr int acabado_por_control_c = static_cast<int>(0xC000013A);
+
+// But while this object lives it is a wish only: the flag of the library, when there is one, is set to 0, and
+// interrumpido() answers yes.
 class interruptor {
 public:
-    explicit interruptor(unsigned short& continuar);
+    explicit interruptor(unsigned short* continuar = nullptr);
     ~interruptor();
     interruptor(const interruptor&) = delete;
     interruptor& operator=(const interruptor&) = delete;
+};
+bool interrumpido();
+
+// What is said when Ctrl-C ends the program while this object lives.
+class despedida {
+public:
+    explicit despedida(std::function<std::wstring()> que_se_hizo);
+    ~despedida();
+    despedida(const despedida&) = delete;
+    despedida& operator=(const despedida&) = delete;
 };
 
 }  // namespace mando

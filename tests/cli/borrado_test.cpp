@@ -9,26 +9,44 @@ using cli::lumodir;
 
 TEST(rm, pregunta_antes) {
     const cli::directorio_de_prueba d;
-    d.crea_fichero("ñ.txt");
-    d.crea_fichero("b.txt");
+    d.crea_fichero("ñ.txt", "ñ");
+    d.crea_fichero("b.txt", "bbb");
     d.crea_directorio("sub");
     const std::string pregunta = "Delete the file '$D\\ñ.txt'? [y/N] \n";
     const std::string nada = "lumodir: not confirmed, nothing is done\n";
+    const std::string dos = "  $D\\ñ.txt\n  $D\\b.txt\nDelete 2 files (5 bytes)? [y/N] \n";
     const fila no_borran[] = {
         {{"rm", "$D\\ñ.txt"}, 1, {}, pregunta + nada, {}},  // the end of the input is a no
         {{"rm", "$D\\ñ.txt"}, 1, {}, pregunta + nada, "no\n"},
         {{"rm", "$D\\ñ.txt"}, 1, {}, pregunta + nada, "\n"},
-        {{"rm", "$D\\ñ.txt", "$D\\b.txt"}, 1, {}, "Delete 2 files? [y/N] \n" + nada, "n"},
+        {{"rm", "$D\\ñ.txt", "$D\\b.txt"}, 1, {}, dos + nada, "n"},
         {{"rm", "$D\\ñ.txt", "$D\\no", "--yes"}, 1, {}, "lumodir: '$D\\no' does not exist\n", {}},
         {{"rm", "$D\\ñ.txt", "$D\\sub", "--yes"},
          1,
          {},
          "lumodir: '$D\\sub' is a directory; rmtree deletes trees\n",
          {}},
-        {{"rm", "$D\\*.txt", "--yes"},
+        {{"rm", "$D\\*.zip", "--yes"}, 1, {}, "lumodir: no file matches '$D\\*.zip'\n", {}},
+        {{"rm", "$D\\s*", "--yes"},
          1,
          {},
-         "lumodir: '$D\\*.txt' is a pattern; rm takes names (lumodir ls --filter shows them)\n",
+         "lumodir: no file matches '$D\\s*'\n",
+         {}},  // a directory is no file
+        {{"rm", "$D\\*\\a.txt", "--yes"},
+         1,
+         {},
+         "lumodir: '$D\\*\\a.txt': only the last part of a path may be a pattern\n",
+         {}},
+        {{"rm", "$D\\*.txt"},
+         1,
+         {},
+         "  $D\\b.txt\n  $D\\ñ.txt\nDelete 2 files (5 bytes)? [y/N] \n" + nada,
+         "n"},
+        {{"rm", "$D\\*.txt", "--dry-run"}, 0, "would delete $D\\b.txt\nwould delete $D\\ñ.txt\n", {}, {}},
+        {{"rm", "$D\\B.*", "--dry-run", "--json"},
+         0,
+         R"([{"path":"$D\\b.txt","done":false,"dry_run":true}])",
+         {},
          {}},
         {{"rm", "", "--yes"}, 1, {}, "lumodir: the path is empty: refused, nothing is done\n", {}},
         {{"rm", "$D\\no", "--json", "--yes"}, 1, R"({"error":"'$D\\no' does not exist"})", {}, {}},
@@ -164,7 +182,7 @@ TEST(rmtree, cuenta_pregunta_y_borra) {
          2,
          {},
          "lumodir: give either --if-possible or --retry\nUsage: lumodir rmtree DIR [--if-possible | "
-         "--retry]\n"
+         "--retry] [OPTION...]\n"
          "Try 'lumodir rmtree --help'.\n",
          {}},
     };
@@ -186,28 +204,61 @@ TEST(rmtree, cuenta_pregunta_y_borra) {
     cli::comprueba(
         {{"rmtree", "$D\\t", "-y", "--json"},
          0,
-         R"({"path":"$D\\t","done":true,"stopped":false,"files_before":4,"files_left":0,"directories_left":0})",
+         R"({"path":"$D\\t","done":true,"link":false,"stopped":false,"files_before":4,"directories_before":3,"links_before":0,)"
+         R"("bytes_before":0,"unreadable_before":[],"files_left":0,"directories_left":0,"links_left":0})",
          {},
          {}},
         d);
 }
 
-TEST(rmtree, los_directorios_con_punto_quedan_y_lo_dice) {
+TEST(rmtree, los_directorios_con_punto_se_cuentan_y_se_borran) {
+    for (const char* manera : {"", "--if-possible", "--retry"}) {
+        const cli::directorio_de_prueba d;
+        for (const char* nombre :
+             {"t\\.git\\obj\\1", "t\\.git\\obj\\2", "t\\.git\\config", "t\\src\\a.c", "t\\.oculto"}) {
+            d.crea_fichero(nombre);
+        }
+        const std::string pregunta = "Delete '$D\\t' with 5 files in 4 directories? [y/N] \n";
+        std::vector<std::string> argumentos = {"rmtree", "$D\\t"};
+        if (*manera != '\0') {
+            argumentos.emplace_back(manera);
+        }
+        cli::comprueba({argumentos, 1, {}, pregunta + "lumodir: not confirmed, nothing is done\n", {}}, d);
+        EXPECT_TRUE(cli::existe(d.bajo("t\\.git\\obj\\2")));
+        cli::comprueba({argumentos, 0, "deleted $D\\t: 5 files in 4 directories\n", pregunta, "y\n"}, d);
+        EXPECT_FALSE(cli::existe(d.bajo("t"))) << manera;
+    }
+}
+
+TEST(rmtree, en_seco_solo_cuenta) {
     const cli::directorio_de_prueba d;
-    d.crea_fichero("t\\.git\\config");
+    d.crea_fichero("t\\.git\\config", "123");
+    d.crea_fichero("t\\a.txt", "4567");
+    cli::comprueba(
+        {{"rmtree", "$D\\t", "--dry-run"}, 0, "would delete $D\\t: 2 files in 2 directories\n", {}, {}}, d);
+    cli::comprueba(
+        {{"rmtree", "$D\\t", "--dry-run", "--json"},
+         0,
+         R"({"path":"$D\\t","done":false,"link":false,"stopped":false,"files_before":2,"directories_before":2,"links_before":0,)"
+         R"("bytes_before":7,"unreadable_before":[],"files_left":2,"directories_left":2,"links_left":0,"dry_run":true})",
+         {},
+         {}},
+        d);
+    EXPECT_TRUE(cli::existe(d.bajo("t\\a.txt")));
+}
+
+TEST(rmtree, lo_que_queda_se_cuenta_de_verdad) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("t\\.git\\obj\\tomado");
+    d.crea_fichero("t\\.git\\obj\\libre");
     d.crea_fichero("t\\a.txt");
-    const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes", "--retries", "0"});
+    const std::string tomado = d.bajo("t\\.git\\obj\\tomado");
+    const otro_programa otro(tomado);
+    const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible"});
     EXPECT_EQ(r.codigo, 1);
-    EXPECT_NE(
-        r.errores.find(
-            "lumodir: not deleted; 0 files in 1 directory left in '" + d.bajo("t") + "'\n" +
-            "  (directories that begin with a point stay; --if-possible and --retry delete them too)\n"),
-        std::string::npos)
-        << r.errores;
-    EXPECT_TRUE(cli::existe(d.bajo("t\\.git\\config")));
-    EXPECT_FALSE(cli::existe(d.bajo("t\\a.txt")));
-    EXPECT_EQ(lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible"}).codigo, 0);
-    EXPECT_FALSE(cli::existe(d.bajo("t")));
+    EXPECT_EQ(r.salida, "");
+    EXPECT_EQ(r.errores, "lumodir: not deleted; left in '" + d.bajo("t") + "': 1 file in 3 directories\n  " +
+                             tomado + "\n");
 }
 
 TEST(rmtree, con_un_fichero_que_otro_tiene) {
@@ -217,7 +268,7 @@ TEST(rmtree, con_un_fichero_que_otro_tiene) {
     const otro_programa otro(tomado);
     const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible"});
     EXPECT_EQ(r.codigo, 1);
-    EXPECT_EQ(r.errores, "lumodir: not deleted; 1 file in 2 directories left in '" + d.bajo("t") + "'\n  " +
+    EXPECT_EQ(r.errores, "lumodir: not deleted; left in '" + d.bajo("t") + "': 1 file in 2 directories\n  " +
                              tomado + "\n");
     const cli::resultado json = lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible", "--json"});
     std::string doble = tomado;
@@ -263,10 +314,15 @@ TEST(rmtree, control_c_para_ante_la_siguiente_entrada_y_dice_que_queda) {
     Sleep(200);  // the event arrives on a thread of its own
     otro.suelta();
     const cli::resultado r = borrado.espera();
-    EXPECT_EQ(r.codigo, 1);
+    EXPECT_EQ(r.codigo, static_cast<int>(0xC000013A));
+    EXPECT_NE(r.errores.find("stopping after the entry in work; Ctrl-C again ends at once\n"),
+              std::string::npos)
+        << r.errores;
     const std::string json = cli::json_compacto(r.salida);
     EXPECT_NE(
-        json.find(R"("done":false,"stopped":true,"files_before":3,"files_left":2,"directories_left":2)"),
+        json.find(
+            R"("done":false,"link":false,"stopped":true,"files_before":3,"directories_before":2,)"
+            R"("links_before":0,"bytes_before":0,"unreadable_before":[],"files_left":2,"directories_left":2)"),
         std::string::npos)
         << r.salida << r.errores;
     EXPECT_FALSE(cli::existe(tomado));
@@ -294,4 +350,37 @@ TEST(rmtree, un_enlace_se_borra_y_lo_que_senyala_queda) {
         EXPECT_EQ(r.codigo, cli::existe(d.bajo("enlace")) ? 1 : 0) << manera << r.salida << r.errores;
         ASSERT_TRUE(cli::existe(d.bajo("enlace")) || cli::crea_enlace_unix(d, "enlace", "valioso"));
     }
+}
+
+TEST(rmtree, un_patron_se_rechaza) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("t\\a.txt");
+    cli::comprueba({{"rmtree", "$D\\t*", "--yes"},
+                    1,
+                    {},
+                    "lumodir: '$D\\t*' is a pattern; one path is wanted here\n",
+                    {}},
+                   d);
+    EXPECT_TRUE(cli::existe(d.bajo("t\\a.txt")));
+}
+
+TEST(rm, nombres_que_windows_recorta_y_nombres_de_aparatos) {
+    const cli::directorio_de_prueba d;
+    for (const char* nombre : {"punto.", "blanco ", "aux.txt", "con"}) {
+        d.crea_fichero(nombre);
+        cli::comprueba({{"size", nombre, "--json"},
+                        0,
+                        R"([{"path":")" + std::string(nombre) + R"(","size":0}])",
+                        {},
+                        {}},
+                       d);
+        const std::string dicho = nombre == std::string("blanco ") ? "\"blanco \"" : nombre;
+        cli::comprueba({{"rm", nombre, "--yes"}, 0, "deleted " + dicho + "\n", {}, {}}, d);
+        EXPECT_FALSE(cli::existe(d.bajo(nombre))) << nombre;
+    }
+    // A file that a shorter name would reach stays.
+    d.crea_fichero("a");
+    d.crea_fichero("a.");
+    cli::comprueba({{"rm", "a.", "--yes"}, 0, "deleted a.\n", {}, {}}, d);
+    EXPECT_TRUE(cli::existe(d.bajo("a")));
 }

@@ -15,8 +15,10 @@ TEST(exists, ficheros_directorios_y_patrones) {
         {{"exists", "$D\\no"}, 1, "missing    $D\\no\n", {}, {}},
         {{"exists", "$D\\sub", "--file"}, 1, "directory  $D\\sub\n", {}, {}},
         {{"exists", "$D\\sub", "--dir"}, 0, "directory  $D\\sub\n", {}, {}},
-        {{"exists", "$D\\*.txt"}, 0, "file       $D\\*.txt\n", {}, {}},
-        {{"exists", "$D\\s*"}, 0, "directory  $D\\s*\n", {}, {}},
+        {{"exists", "$D\\*.TXT"}, 0, "file       $D\\ñ.txt\n", {}, {}},
+        {{"exists", "$D\\*"}, 0, "directory  $D\\sub\nfile       $D\\ñ.txt\n", {}, {}},
+        {{"exists", "$D\\*", "--file"}, 0, "file       $D\\ñ.txt\n", {}, {}},
+        {{"exists", ""}, 1, "missing    (empty)\n", {}, {}},
         {{"exists", "$D\\*.zip"}, 1, "missing    $D\\*.zip\n", {}, {}},
         {{"exists", "ñ.txt", "no", "--json"},
          1,
@@ -49,12 +51,19 @@ TEST(test, lectura_y_escritura) {
          {}},
         {{"test", "$D\\protegido.txt", "--read", "--json"},
          0,
-         R"({"path":"$D\\protegido.txt","kind":"file","readable":true,"writable":false,"protected":true,)"
+         R"([{"path":"$D\\protegido.txt","kind":"file","readable":true,"writable":false,"protected":true,)"
          R"("reason":")" +
-             no_escribible + R"("})",
+             no_escribible + R"("}])",
          {},
          {}},
         {{"test", "$D\\no"}, 1, {}, "lumodir: '$D\\no' does not exist\n", {}},
+        {{"test", "*.txt", "--read"},
+         0,
+         "libre.txt\nkind       file\nreadable   yes\nwritable   yes\nprotected  no\n"
+         "protegido.txt\nkind       file\nreadable   yes\nwritable   no: " +
+             no_escribible + "\nprotected  yes\n",
+         {},
+         {}},
     };
     for (const fila& f : filas) {
         cli::comprueba(f, d);
@@ -79,8 +88,19 @@ TEST(size, de_cada_fichero_y_total) {
          {},
          {}},
         {{"size", "a", "--json"}, 0, R"([{"path":"a","size":1234}])", {}, {}},
-        {{"size", "$D"}, 1, {}, "lumodir: $D: is a directory\n", {}},
-        {{"size", "no", "--json"}, 1, R"([{"path":"no","size":null,"error":"File not found"}])", {}, {}},
+        {{"size", "$D"}, 1, {}, "lumodir: '$D' is a directory; du counts what is in it\n", {}},
+        {{"size", ""}, 1, {}, "lumodir: the path is empty\n", {}},
+        {{"size", "*"},
+         0,
+         "    bytes    size  path\n    1,234  1.2 KB  a\n2,097,152  2.0 MB  日\n2,098,386  2.0 MB  total\n",
+         {},
+         {}},
+        {{"size", "x*"}, 1, {}, "lumodir: no file matches 'x*'\n", {}},
+        {{"size", "no", "--json"},
+         1,
+         R"([{"path":"no","size":null,"error":"'no': File not found"}])",
+         {},
+         {}},
     };
     for (const fila& f : filas) {
         cli::comprueba(f, d);
@@ -100,12 +120,25 @@ TEST(touch, fechas_de_ida_y_vuelta) {
          R"([{"path":"viejo.txt","done":true}])",
          {},
          {}},
+        {{"touch", "*.txt", "--date", "2001-02-03 04:05:06Z", "--dry-run"},
+         0,
+         "would date nuevo ñ.txt\nwould date viejo.txt\n",
+         {},
+         {}},
+        {{"touch", "otro.txt", "--dry-run"}, 0, "would date otro.txt\n", {}, {}},
+        {{"touch", "*.zip"}, 1, {}, "lumodir: no file matches '*.zip'\n", {}},
+        {{"touch", "viejo.txt", "--date", "1600-01-01"},
+         1,
+         {},
+         "lumodir: the date of 'viejo.txt' is not set: the dates of files begin in 1601\n",
+         {}},
         {{"touch", "no\\hay.txt"}, 1, {}, "lumodir: cannot create 'no\\hay.txt': Path not found\n", {}},
     };
     for (const fila& f : filas) {
         cli::comprueba(f, d);
     }
     EXPECT_TRUE(cli::existe(d.bajo("nuevo ñ.txt")));
+    EXPECT_FALSE(cli::existe(d.bajo("otro.txt")));
     EXPECT_FALSE(cli::existe(d.bajo("no.txt")));
     for (const char* nombre : {"viejo.txt", "nuevo ñ.txt"}) {
         const std::string fecha =
@@ -132,7 +165,7 @@ TEST(touch, fechas_que_no_lo_son) {
           "2024-01-01 12:30:61", "2024-01-01x12:30", "2024-01-01 12:30:00 y más", "@", "@12x"}) {
         const cli::resultado r = lumodir({"touch", d.bajo("a"), "--date", fecha});
         EXPECT_EQ(r.codigo, 2) << fecha;
-        EXPECT_NE(r.errores.find("is no date; write now, @SECONDS"), std::string::npos) << r.errores;
+        EXPECT_NE(r.errores.find("is not a date; use now, @SECONDS"), std::string::npos) << r.errores;
     }
     EXPECT_EQ(lumodir({"touch", d.bajo("a"), "--date", "now", "--like", "a"}).codigo, 2);
 }
@@ -140,8 +173,14 @@ TEST(touch, fechas_que_no_lo_son) {
 TEST(date, lo_que_no_esta) {
     const cli::directorio_de_prueba d;
     cli::comprueba({{"date", "no"}, 1, {}, "lumodir: 'no' does not exist\n", {}}, d);
-    cli::comprueba({{"date", "no", "--json"}, 1, R"([{"path":"no","error":"'no' does not exist"}])", {}, {}},
-                   d);
+    cli::comprueba(
+        {{"date", "no", "--json"},
+         1,
+         R"([{"path":"no","modified":null,"modified_seconds":null,"created":null,"created_seconds":null,)"
+         R"("error":"'no' does not exist"}])",
+         {},
+         {}},
+        d);
 }
 
 TEST(mkdir, niveles_que_faltan) {
@@ -149,8 +188,21 @@ TEST(mkdir, niveles_que_faltan) {
     d.crea_fichero("fichero");
     const fila filas[] = {
         {{"mkdir", "$D\\a\\ñ\\日"}, 0, "created $D\\a\\ñ\\日\n", {}, {}},
-        {{"mkdir", "$D\\a\\ñ\\日", "--json"}, 0, R"([{"path":"$D\\a\\ñ\\日","done":true}])", {}, {}},
-        {{"mkdir", "--for-file", "$D\\b\\f.txt"}, 0, "created $D\\b\\f.txt\n", {}, {}},
+        {{"mkdir", "$D\\a\\ñ\\日"}, 0, "exists already: $D\\a\\ñ\\日\n", {}, {}},
+        {{"mkdir", "$D\\a\\ñ\\日", "--json"},
+         0,
+         R"([{"path":"$D\\a\\ñ\\日","done":true,"existed":true}])",
+         {},
+         {}},
+        {{"mkdir", "$D\\seco", "--dry-run"}, 0, "would create $D\\seco\n", {}, {}},
+        {{"mkdir", "--for-file", "$D\\b\\f.txt"}, 0, "created $D\\b\n", {}, {}},
+        {{"mkdir", "--for-file", "f.txt"}, 0, "exists already: .\n", {}, {}},
+        {{"mkdir", "--for-file", "$D\\c\\f.txt", "--json"},
+         0,
+         R"([{"path":"$D\\c\\f.txt","done":true,"created":"$D\\c","existed":false}])",
+         {},
+         {}},
+        {{"mkdir", "a*"}, 1, {}, "lumodir: 'a*' is a pattern; one path is wanted here\n", {}},
         {{"mkdir", "$D\\fichero"}, 1, {}, "lumodir: '$D\\fichero' is a file\n", {}},
         {{"mkdir", "$D\\fichero\\x", "--if-possible"},
          1,
@@ -165,6 +217,7 @@ TEST(mkdir, niveles_que_faltan) {
     EXPECT_TRUE(cli::existe(d.bajo("a\\ñ\\日")));
     EXPECT_TRUE(cli::existe(d.bajo("b")));
     EXPECT_FALSE(cli::existe(d.bajo("b\\f.txt")));
+    EXPECT_FALSE(cli::existe(d.bajo("seco")));
     std::string hondo;
     while (hondo.size() < 600) {
         hondo += "nivel_bastante_largo\\";
@@ -178,6 +231,19 @@ TEST(mkdir, niveles_que_faltan) {
         << r.errores;
 }
 
+TEST(mkdir, nunca_dice_creado_de_lo_que_no_esta) {
+    const cli::directorio_de_prueba d;
+    for (const char* ruta : {"Q:\\", "Q:", "Q:\\a", "\\\\srv", "\\\\srv\\share\\a"}) {
+        const cli::resultado r = lumodir({"mkdir", ruta, "--if-possible"});
+        EXPECT_EQ(r.codigo, 1) << ruta;
+        EXPECT_EQ(r.salida, "") << ruta;
+        EXPECT_NE(r.errores, "") << ruta;
+        const cli::resultado json = lumodir({"mkdir", ruta, "--json"});
+        EXPECT_NE(cli::json_compacto(json.salida).find(R"("done":false,"error":)"), std::string::npos)
+            << json.salida;
+    }
+}
+
 TEST(mv, nunca_pisa_nada) {
     const cli::directorio_de_prueba d;
     d.crea_fichero("a.txt", "aaa");
@@ -189,6 +255,17 @@ TEST(mv, nunca_pisa_nada) {
          {},
          "lumodir: '$D\\b.txt' exists already and is never replaced\n",
          {}},
+        {{"mv", "$D\\a.txt", "$D\\a.txt"}, 1, {}, "lumodir: '$D\\a.txt' bears that name already\n", {}},
+        {{"mv", "*.txt", "x"},
+         1,
+         {},
+         "lumodir: several files go into a directory, and 'x' is none: nothing is done\n",
+         {}},
+        {{"mv", "*.txt", "sub", "--dry-run"},
+         0,
+         "would move a.txt to sub\\a.txt\nwould move b.txt to sub\\b.txt\n",
+         {},
+         {}},
         {{"mv", "$D\\no", "$D\\x"}, 1, {}, "lumodir: '$D\\no' does not exist\n", {}},
         {{"mv", "", "$D\\x"}, 1, {}, "lumodir: the path is empty: refused, nothing is done\n", {}},
         {{"mv", "$D\\a.txt", "$D\\ñ.txt"}, 0, "moved $D\\a.txt to $D\\ñ.txt\n", {}, {}},
@@ -196,7 +273,7 @@ TEST(mv, nunca_pisa_nada) {
         {{"mv", "$D\\b.txt", "$D\\B.txt"}, 0, "moved $D\\b.txt to $D\\B.txt\n", {}, {}},
         {{"mv", "$D\\B.txt", "$D\\c.txt", "--if-possible", "--json"},
          0,
-         R"({"from":"$D\\B.txt","to":"$D\\c.txt","done":true})",
+         R"([{"from":"$D\\B.txt","to":"$D\\c.txt","done":true}])",
          {},
          {}},
         {{"mv", "$D\\c.txt", "$D\\sub\\no\\c.txt", "--if-possible"},
@@ -221,7 +298,9 @@ TEST(protect, y_desproteger) {
     d.crea_fichero("ñ");
     cli::comprueba({{"protect", "$D\\ñ"}, 0, "protected $D\\ñ\n", {}, {}}, d);
     EXPECT_TRUE(cli::es_solo_lectura(d.bajo("ñ")));
-    cli::comprueba({{"unprotect", "$D\\ñ", "--json"}, 0, R"([{"path":"$D\\ñ","done":true}])", {}, {}}, d);
+    cli::comprueba({{"unprotect", "*", "--dry-run"}, 0, "would unprotect ñ\n", {}, {}}, d);
+    EXPECT_TRUE(cli::es_solo_lectura(d.bajo("ñ")));
+    cli::comprueba({{"unprotect", "*", "--json"}, 0, R"([{"path":"ñ","done":true}])", {}, {}}, d);
     EXPECT_FALSE(cli::es_solo_lectura(d.bajo("ñ")));
     cli::comprueba({{"protect", "no", "$D\\ñ"}, 1, "protected $D\\ñ\n", "lumodir: 'no' does not exist\n", {}},
                    d);
@@ -234,8 +313,10 @@ TEST(rename_ext, pregunta_y_cuenta_lo_que_pisa) {
         d.crea_fichero(nombre);
     }
     const std::string pregunta =
-        "Rename 3 files in '$D' from '.tmp' to '.bak', deleting 1 file that bear the new name? [y/N] \n";
-    const std::string uso = "Usage: lumodir rename-ext DIR OLD NEW\nTry 'lumodir rename-ext --help'.\n";
+        "  a.tmp to a.bak\n  b.tmp to b.bak, which is replaced\n  ñ.TMP to ñ.bak\n"
+        "Rename 3 files in '$D' from '.tmp' to '.bak', replacing 1 file of the same name? [y/N] \n";
+    const std::string uso =
+        "Usage: lumodir rename-ext DIR OLD NEW [OPTION...]\nTry 'lumodir rename-ext --help'.\n";
     const fila filas[] = {
         {{"rename-ext", "$D", "tmp", "bak"},
          1,
@@ -243,8 +324,8 @@ TEST(rename_ext, pregunta_y_cuenta_lo_que_pisa) {
          pregunta + "lumodir: not confirmed, nothing is done\n",
          "n\n"},
         {{"rename-ext", "$D", "zip", "bak"}, 1, {}, "lumodir: no file in '$D' has the extension 'zip'\n", {}},
-        {{"rename-ext", "$D", "*", "bak"}, 2, {}, "lumodir: '*' is no extension\n" + uso, {}},
-        {{"rename-ext", "$D", "tmp", "a/b"}, 2, {}, "lumodir: 'a/b' is no extension\n" + uso, {}},
+        {{"rename-ext", "$D", "*", "bak"}, 2, {}, "lumodir: '*' is not an extension\n" + uso, {}},
+        {{"rename-ext", "$D", "tmp", "a/b"}, 2, {}, "lumodir: 'a/b' is not an extension\n" + uso, {}},
         {{"rename-ext", "C:\\", "tmp", "bak"},
          1,
          {},
@@ -255,11 +336,18 @@ TEST(rename_ext, pregunta_y_cuenta_lo_que_pisa) {
          {},
          "lumodir: the path is empty: refused, nothing is done\n",
          {}},
+        {{"rename-ext", "$D", "tmp", "bak", "--dry-run"},
+         0,
+         "would rename a.tmp to a.bak\nwould rename b.tmp to b.bak, which is replaced\nwould rename ñ.TMP to "
+         "ñ.bak\n",
+         {},
+         {}},
         {{"rename-ext", "$D", ".tmp", "bak"}, 0, "renamed 3 files\n", pregunta, "y\n"},
         {{"ls", "$D"}, 0, "a.bak\nb.bak\nc.dat\nñ.bak\n", {}, {}},
         {{"rename-ext", "$D", "bak", "x", "--yes", "--json"},
          0,
-         R"({"directory":"$D","renamed":3,"replaced":0,"left":0})",
+         R"({"directory":"$D","renamed":3,"replaced":0,"left":0,"files":[{"from":"a.bak","to":"a.x","replaces":false},)"
+         R"({"from":"b.bak","to":"b.x","replaces":false},{"from":"ñ.bak","to":"ñ.x","replaces":false}]})",
          {},
          {}},
     };
@@ -297,8 +385,8 @@ TEST(sets, fechas_y_proteccion) {
          {}},
         {{"ls", "$D", "--long"},
          0,
-         "bytes  modified             protection  name\n    0  2001-02-03 04:05:00              a.txt\n"
-         "    0  2011-02-03 04:05:00  protected   b.txt\n2 files, 0 bytes\n",
+         "attributes  bytes  modified             name\n----a           0  2001-02-03 04:05:00  a.txt\n"
+         "-r--a           0  2011-02-03 04:05:00  b.txt\n2 files, 0 bytes\n",
          {},
          {}},
         {{"sets", "$D\\no"}, 1, {}, "lumodir: Directory '$D\\no' does not exist.\n", {}},

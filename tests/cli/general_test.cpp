@@ -1,11 +1,13 @@
 // What every subcommand has in common: help, usage errors, languages, JSON, the streams.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
 
+#include "esquema.hpp"
 #include "orden.hpp"
 
 using cli::fila;
@@ -58,6 +60,16 @@ std::map<std::string, std::string> i_secciones_del_manual() {
     return secciones;
 }
 
+// A console has 80 columns, and breaks what is longer in the middle of words.
+void i_caben_en_80_columnas(const std::string& nombre, const std::string& ayuda) {
+    std::istringstream lineas(ayuda);
+    for (std::string linea; std::getline(lineas, linea);) {
+        const auto continuan =
+            std::count_if(linea.begin(), linea.end(), [](char c) { return (c & 0xC0) == 0x80; });
+        EXPECT_LE(linea.size() - static_cast<size_t>(continuan), 79u) << nombre << ": " << linea;
+    }
+}
+
 // The options of a command's own: those before --json in its help.
 std::vector<std::string> i_opciones(const std::string& ayuda) {
     std::vector<std::string> opciones;
@@ -76,11 +88,11 @@ TEST(ayuda, la_general_nombra_todas_las_ordenes) {
     const std::vector<std::string> ordenes = cli::ordenes();
     const std::set<std::string> nombres(ordenes.begin(), ordenes.end());
     for (const char* nombre :
-         {"check",  "split",   "join",    "name",      "relative",   "absolute", "shorten", "repair",
-          "ls",     "tree",    "sets",    "exists",    "test",       "size",     "date",    "touch",
-          "mkdir",  "mv",      "protect", "unprotect", "rename-ext", "rm",       "rmtree",  "tmp",
-          "where",  "short",   "long",    "whereami",  "drives",     "ps",       "kill",    "about",
-          "reg ls", "reg get", "reg set", "reg rm",    "completion"}) {
+         {"check", "split",  "join",  "name",   "relative", "absolute", "shorten",   "repair",
+          "ls",    "tree",   "sets",  "find",   "du",       "who",      "exists",    "test",
+          "size",  "date",   "touch", "mkdir",  "mv",       "protect",  "unprotect", "rename-ext",
+          "rm",    "rmtree", "tmp",   "where",  "short",    "long",     "whereami",  "drives",
+          "ps",    "kill",   "about", "reg ls", "reg get",  "reg set",  "reg rm",    "completion"}) {
         EXPECT_TRUE(nombres.contains(nombre)) << nombre;
     }
     EXPECT_EQ(nombres.size(), ordenes.size());
@@ -97,16 +109,24 @@ TEST(ayuda, cada_orden_se_explica_con_ejemplos_que_caben) {
         EXPECT_EQ(r.salida.rfind("lumodir " + nombre + " - ", 0), 0u) << r.salida;
         EXPECT_NE(r.salida.find("\nUsage: lumodir " + nombre), std::string::npos) << r.salida;
         EXPECT_NE(r.salida.find("\nExamples\n  lumodir "), std::string::npos) << r.salida;
-        std::istringstream lineas(r.salida);
-        for (std::string linea; std::getline(lineas, linea);) {
-            EXPECT_LE(linea.size(), 100u) << nombre << ": " << linea;
-        }
+        i_caben_en_80_columnas(nombre, r.salida);
         // The manual page says the same: the usage, and each option at the beginning of its paragraph.
         const std::string seccion = manual[nombre];
         manual.erase(nombre);
         const size_t uso = r.salida.find("\nUsage: ") + 8;
-        EXPECT_NE(seccion.find(r.salida.substr(uso, r.salida.find('\n', uso) - uso) + "\n"), seccion.npos)
-            << nombre;
+        std::string linea_de_uso = r.salida.substr(uso, r.salida.find("\n\n", uso) - uso);
+        for (size_t i = 0; (i = linea_de_uso.find("\n       ", i)) != linea_de_uso.npos;) {
+            linea_de_uso.replace(i, 8, " ");
+        }
+        EXPECT_NE(seccion.find(linea_de_uso + "\n"), seccion.npos) << nombre;
+        // Each key of its answers in JSON.
+        const std::vector<std::string> claves = cli::claves_del_esquema(nombre);
+        EXPECT_FALSE(claves.empty()) << nombre;
+        const size_t de_json = seccion.find("With --json: ");
+        ASSERT_NE(de_json, seccion.npos) << nombre;
+        for (const std::string& clave : claves) {
+            EXPECT_NE(seccion.find(clave, de_json), seccion.npos) << nombre << " " << clave;
+        }
         size_t en_el_manual = 0;
         for (size_t i = 0; (i = seccion.find("\n.TP\n", i)) != seccion.npos; ++i) {
             ++en_el_manual;
@@ -125,12 +145,28 @@ TEST(ayuda, cada_orden_se_explica_con_ejemplos_que_caben) {
         std::vector<std::string> otra = i_palabras(nombre);
         otra.insert(otra.begin(), "help");
         EXPECT_EQ(lumodir(otra).salida, r.salida);
-        argumentos.back() = "/?";
-        EXPECT_EQ(lumodir(argumentos).salida, r.salida);
+        for (const char* ayuda : {"/?", "-?", "/h", "/HELP", "-help", "--Help"}) {
+            argumentos.back() = ayuda;
+            EXPECT_EQ(lumodir(argumentos).salida, r.salida) << ayuda;
+        }
     }
     for (const auto& [nombre, seccion] : manual) {
         ADD_FAILURE() << "the manual page has a command that does not exist: " << nombre;
     }
+}
+
+TEST(esquema, tiene_todas_las_ordenes_y_ninguna_mas) {
+    const std::vector<std::string> ordenes = cli::ordenes(), descritas = cli::ordenes_del_esquema();
+    EXPECT_EQ(std::set<std::string>(ordenes.begin(), ordenes.end()),
+              std::set<std::string>(descritas.begin(), descritas.end()));
+    // It can be told what does not keep to it.
+    EXPECT_EQ(cli::contra_el_esquema("join", R"({"path":"a"})"), "");
+    EXPECT_NE(cli::contra_el_esquema("join", R"({"path":1})"), "");
+    EXPECT_NE(cli::contra_el_esquema("join", R"({"path":"a","more":1})"), "");
+    EXPECT_NE(cli::contra_el_esquema("join", R"({})"), "");
+    EXPECT_NE(cli::contra_el_esquema("size", R"([{"path":"a","size":-1}])"), "");
+    EXPECT_NE(cli::contra_el_esquema("exists", R"([{"path":"a","exists":true,"kind":"other"}])"), "");
+    EXPECT_NE(cli::contra_el_esquema("size", ""), "");
 }
 
 TEST(completion, el_guion_de_share_es_el_de_esta_version_y_lo_tiene_todo) {
@@ -144,7 +180,7 @@ TEST(completion, el_guion_de_share_es_el_de_esta_version_y_lo_tiene_todo) {
     ASSERT_NE(de_touch, guion.npos);
     const std::string bloque = guion.substr(de_touch, guion.find("\n        }", de_touch) - de_touch);
     const std::vector<std::string> suyas = i_opciones(lumodir({"touch", "--help"}).salida);
-    EXPECT_EQ(suyas.size(), 4u);
+    EXPECT_EQ(suyas.size(), 5u);
     for (const std::string& opcion : suyas) {
         EXPECT_NE(bloque.find("\n            '" + opcion + "' = '"), bloque.npos) << opcion;
     }
@@ -153,7 +189,12 @@ TEST(completion, el_guion_de_share_es_el_de_esta_version_y_lo_tiene_todo) {
 
 TEST(ayuda, en_la_lengua_que_se_pide) {
     const cli::resultado general = lumodir({"--help", "--lang", "es"});
-    EXPECT_NE(general.salida.find("\nOpciones de todas las órdenes\n"), general.salida.npos)
+    i_caben_en_80_columnas("--help", general.salida);
+    for (const char* nombre :
+         {"ls", "find", "rm", "rmtree", "touch", "mkdir", "repair", "relative", "rename-ext"}) {
+        i_caben_en_80_columnas(nombre, lumodir({nombre, "--help", "--lang", "es-ES"}).salida);
+    }
+    EXPECT_NE(general.salida.find("\nOpciones de todos los comandos\n"), general.salida.npos)
         << general.salida;
     // Other languages of the catalogue that fall back on Spanish, and those that do not.
     EXPECT_EQ(lumodir({"--help", "--lang=gl"}).salida, general.salida);
@@ -195,43 +236,89 @@ TEST(uso, lo_que_no_se_entiende_acaba_en_2_y_no_escribe_nada_en_la_salida) {
         {.argumentos = {"check"},
          .codigo = 2,
          .salida = {},
-         .errores =
-             "lumodir: an argument is missing\nUsage: lumodir check PATH...\nTry 'lumodir check --help'.\n",
+         .errores = "lumodir: an argument is missing\nUsage: lumodir check PATH... [OPTION...]\nTry 'lumodir "
+                    "check --help'.\n",
          .entrada = {}},
         {.argumentos = {"shorten", "a"},
+         .codigo = 2,
+         .salida = {},
+         .errores = "lumodir: an argument is missing\nUsage: lumodir shorten PATH N\nTry 'lumodir shorten "
+                    "--help'.\n",
+         .entrada = {}},
+        {.argumentos = {"shorten"},
          .codigo = 2,
          .salida = {},
          .errores =
              "lumodir: arguments are missing\nUsage: lumodir shorten PATH N\nTry 'lumodir shorten --help'.\n",
          .entrada = {}},
+        {.argumentos = {"cp", "a", "b"},
+         .codigo = 2,
+         .salida = {},
+         .errores =
+             "lumodir: nothing is copied here, and no tree moved to another drive: copy, xcopy and robocopy "
+             "of Windows do that\nTry 'lumodir --help'.\n",
+         .entrada = {}},
+        {.argumentos = {"nope"},  // too short to look like 'name'
+         .codigo = 2,
+         .salida = {},
+         .errores = "lumodir: there is no command 'nope'\nTry 'lumodir --help'.\n",
+         .entrada = {}},
+        {.argumentos = {"dir"},
+         .codigo = 2,
+         .salida = {},
+         .errores = "lumodir: there is no command 'dir'; did you mean 'ls'?\nTry 'lumodir --help'.\n",
+         .entrada = {}},
+        {.argumentos = {"remov", "a"},
+         .codigo = 2,
+         .salida = {},
+         .errores = "lumodir: there is no command 'remov'; did you mean 'rm'?\nTry 'lumodir --help'.\n",
+         .entrada = {}},
+        {.argumentos = {"-x", "ls"},
+         .codigo = 2,
+         .salida = {},
+         .errores = "lumodir: unknown option '-x'\nTry 'lumodir --help'.\n",
+         .entrada = {}},
+        {.argumentos = {"tmp", "--ext", "--json"},  // what begins with two dashes is no value
+         .codigo = 2,
+         .salida =
+             R"j({"error":"option '--ext' needs a value (E)","usage":"lumodir tmp [--ext E] [--in DIR] [OPTION...]"})j",
+         .errores = "lumodir: option '--ext' needs a value (E)\n"
+                    "Usage: lumodir tmp [--ext E] [--in DIR] [OPTION...]\nTry 'lumodir tmp --help'.\n",
+         .entrada = {}},
+        {.argumentos = {"check", "a", "--quite"},
+         .codigo = 2,
+         .salida = {},
+         .errores = "lumodir: unknown option '--quite'; did you mean '--quiet'?\n"
+                    "Usage: lumodir check PATH... [OPTION...]\nTry 'lumodir check --help'.\n",
+         .entrada = {}},
         {.argumentos = {"shorten", "a", "3", "ñandú"},
          .codigo = 2,
          .salida = {},
-         .errores = "lumodir: one argument too many: 'ñandú'\nUsage: lumodir shorten PATH N\n"
+         .errores = "lumodir: unexpected argument: 'ñandú'\nUsage: lumodir shorten PATH N\n"
                     "Try 'lumodir shorten --help'.\n",
          .entrada = {}},
         {.argumentos = {"check", "--wrong", "a"},
          .codigo = 2,
          .salida = {},
-         .errores =
-             "lumodir: unknown option '--wrong'\nUsage: lumodir check PATH...\nTry 'lumodir check --help'.\n",
+         .errores = "lumodir: unknown option '--wrong'\nUsage: lumodir check PATH... [OPTION...]\nTry "
+                    "'lumodir check --help'.\n",
          .entrada = {}},
         {.argumentos = {"check", "-x"},
          .codigo = 2,
          .salida = {},
          .errores = "lumodir: unknown option '-x' (a path that begins with '-' goes after '--')\n"
-                    "Usage: lumodir check PATH...\nTry 'lumodir check --help'.\n",
+                    "Usage: lumodir check PATH... [OPTION...]\nTry 'lumodir check --help'.\n",
          .entrada = {}},
         {.argumentos = {"check", "a", "--lang"},
          .codigo = 2,
          .salida = {},
-         .errores = "lumodir: option '--lang' needs a value (L)\nUsage: lumodir check PATH...\n"
+         .errores = "lumodir: option '--lang' needs a value (L)\nUsage: lumodir check PATH... [OPTION...]\n"
                     "Try 'lumodir check --help'.\n",
          .entrada = {}},
-        {.argumentos = {"check", "a", "--json=1"},
+        {.argumentos = {"check", "a", "--quiet=1"},
          .codigo = 2,
          .salida = {},
-         .errores = "lumodir: option '--json' takes no value\nUsage: lumodir check PATH...\n"
+         .errores = "lumodir: option '--quiet' takes no value\nUsage: lumodir check PATH... [OPTION...]\n"
                     "Try 'lumodir check --help'.\n",
          .entrada = {}},
         {.argumentos = {"shorten", "a", "65536"},
@@ -241,17 +328,28 @@ TEST(uso, lo_que_no_se_entiende_acaba_en_2_y_no_escribe_nada_en_la_salida) {
              "lumodir: N must be a number from 0 to 65535, not '65536'\nUsage: lumodir shorten PATH N\n"
              "Try 'lumodir shorten --help'.\n",
          .entrada = {}},
-        {.argumentos = {"--json", "check"},  // usage errors are words, also for scripts
+        {.argumentos = {"--json", "check"},  // for a script both
          .codigo = 2,
-         .salida = {},
-         .errores =
-             "lumodir: an argument is missing\nUsage: lumodir check PATH...\nTry 'lumodir check --help'.\n",
+         .salida = R"({"error":"an argument is missing","usage":"lumodir check PATH... [OPTION...]"})",
+         .errores = "lumodir: an argument is missing\nUsage: lumodir check PATH... [OPTION...]\nTry 'lumodir "
+                    "check --help'.\n",
          .entrada = {}},
     };
     for (const fila& f : filas) {
         cli::comprueba(f, d);
     }
 }
+
+namespace {
+
+// Languages without texts of their own say which ones they show.
+std::string i_aviso_de_idioma(const std::string& opcion) {
+    return opcion == "40"   ? "lumodir: there are no texts in '40'; those in english are used\n"
+           : opcion == "15" ? "lumodir: no hay textos en '15'; se usan los de spanish\n"
+                            : "";
+}
+
+}  // namespace
 
 TEST(idioma, por_codigo_nombre_o_numero) {
     const cli::directorio_de_prueba d;
@@ -260,16 +358,28 @@ TEST(idioma, por_codigo_nombre_o_numero) {
         {{"--lang", "English"}, "invalid  (empty): You have not specified any directory name"},
         {{"--lang=8"}, "invalid  (empty): You have not specified any directory name"},
         {{"--lang", "40"}, "invalid  (empty): You have not specified any directory name"},
-        {{"--lang", "es"}, "no vale  (vacía): No ha especificado ningún nombre de directorio"},
-        {{"--lang", "SPANISH"}, "no vale  (vacía): No ha especificado ningún nombre de directorio"},
-        {{"--lang", "15"}, "no vale  (vacía): No ha especificado ningún nombre de directorio"},
+        {{"--lang", "es"}, "no válida  (vacía): No ha especificado ningún nombre de directorio"},
+        {{"--lang", "SPANISH"}, "no válida  (vacía): No ha especificado ningún nombre de directorio"},
+        {{"--lang", "es-ES"}, "no válida  (vacía): No ha especificado ningún nombre de directorio"},
+        {{"--lang", "español"}, "no válida  (vacía): No ha especificado ningún nombre de directorio"},
+        {{"--lang", "en-GB"}, "invalid  (empty): You have not specified any directory name"},
+        {{"--lang", "15"}, "no válida  (vacía): No ha especificado ningún nombre de directorio"},
     };
     for (const auto& [opciones, texto] : filas) {
         std::vector<std::string> argumentos = {"check", ""};
         argumentos.insert(argumentos.end(), opciones.begin(), opciones.end());
-        cli::comprueba({argumentos, 1, texto + "\n", {}, {}}, d);
+        cli::comprueba({argumentos, 1, texto + "\n", i_aviso_de_idioma(opciones.back()), {}}, d);
     }
-    for (const char* malo : {"41", "klingon", "", "-1", "8x"}) {
+    // Other languages with their countries: the library's texts tell.
+    for (const auto& [uno, otro] :
+         {std::pair("zh-CN", "zh"), std::pair("zh-Hans", "12"), std::pair("de-DE", "de"),
+          std::pair("pt-PT", "pt"), std::pair("pt-BR", "2"), std::pair("es-CO", "es-419")}) {
+        EXPECT_EQ(lumodir({"check", "", "--lang", uno}).salida, lumodir({"check", "", "--lang", otro}).salida)
+            << uno;
+    }
+    EXPECT_EQ(lumodir({"check", "a", "--lang", "bg"}).errores,
+              "lumodir: there are no texts in 'bg'; those in english are used\n");
+    for (const char* malo : {"41", "klingon", "", "-1", "8x", "zh-TW", "xx-ES"}) {
         const cli::resultado r = lumodir({"check", "a", "--lang", malo});
         EXPECT_EQ(r.codigo, 2) << malo;
         EXPECT_EQ(r.salida, "") << malo;
@@ -281,6 +391,10 @@ TEST(opciones, antes_o_despues_de_la_orden_y_guiones_dobles) {
     cli::comprueba({{"--json", "join", "a", "b"}, 0, R"({"path":"a\\b"})", {}, {}}, d);
     cli::comprueba({{"join", "a", "--json", "b"}, 0, R"({"path":"a\\b"})", {}, {}}, d);
     cli::comprueba({{"join", "--", "-a", "--json"}, 0, "-a\\--json\n", {}, {}}, d);
+    for (const char* corta : {"-v", "-V"}) {
+        EXPECT_EQ(lumodir({corta}).salida, lumodir({"--version"}).salida);
+    }
+    EXPECT_EQ(cli::json_compacto(lumodir({"--version", "--json"}).salida).rfind(R"({"version":"1.)", 0), 0u);
     const cli::resultado version = lumodir({"--version"});
     EXPECT_EQ(version.codigo, 0);
     EXPECT_EQ(version.salida.rfind("lumodir 1.", 0), 0u) << version.salida;
@@ -295,4 +409,78 @@ TEST(errores_internos, solo_se_muestran_si_se_piden) {
         << locuaz.errores;
     EXPECT_NE(locuaz.errores.find("LUMODIR.DLL), line "), std::string::npos) << locuaz.errores;
     EXPECT_EQ(callada.salida, locuaz.salida);
+}
+
+namespace {
+
+struct entrada_de_bytes {
+    const char* bytes;
+    const char* ruta;  // as the command understands it, in UTF-8
+};
+
+}  // namespace
+
+TEST(entrada, marcas_y_bytes_que_no_son_utf8) {
+    // Without a console of its own the command reads other bytes than UTF-8 in the OEM code page: 0xA4 is the
+    // same letter in those of Western Europe and of the United States.
+    const entrada_de_bytes filas[] = {
+        {"\xEF\xBB\xBF"
+         "bom.txt\n",
+         "bom.txt"},
+        {"\xEF\xBB\xBF"
+         "a\xC3\xB1o.txt\r\n",
+         "año.txt"},
+        {"a\xA4o.txt\n", "año.txt"},
+        {"a\xC3\xB1o.txt", "año.txt"},
+    };
+    for (const entrada_de_bytes& f : filas) {
+        const cli::directorio_de_prueba d;
+        const cli::resultado r =
+            lumodir({"touch", "-"}, {.entrada = f.bytes, .variables = {}, .directorio = d.ruta()});
+        EXPECT_EQ(r.codigo, 0) << r.errores;
+        EXPECT_EQ(r.salida, "dated " + std::string(f.ruta) + "\n");
+        EXPECT_TRUE(cli::existe(d.bajo(f.ruta))) << f.ruta;
+    }
+    const cli::directorio_de_prueba d;
+    // As PowerShell writes to a file, and as find --print0 writes.
+    const std::string utf16(
+        "\xFF\xFE"
+        "u\0\xF1\0\n\0v\0",
+        10),
+        con_ceros("x\0y\0", 4);
+    EXPECT_EQ(lumodir({"touch", "-"}, {.entrada = utf16, .variables = {}, .directorio = d.ruta()}).salida,
+              "dated uñ\ndated v\n");
+    EXPECT_EQ(lumodir({"touch", "-"}, {.entrada = con_ceros, .variables = {}, .directorio = d.ruta()}).salida,
+              "dated x\ndated y\n");
+}
+
+TEST(nombres, lo_que_enganya_a_una_terminal_se_escribe) {
+    const cli::directorio_de_prueba d;
+    const std::string al_reves = "rtl\xE2\x80\xAEgnp.exe", linea =
+                                                               "a\xE2\x80\xA8"
+                                                               "b";
+    d.crea_fichero(al_reves);
+    d.crea_fichero(linea);
+    d.crea_fichero(" delante");
+    const fila filas[] = {
+        // A list for other programs has the names as they are.
+        {{"ls"}, 0, " delante\n" + linea + "\n" + al_reves + "\n", {}, {}},
+        {{"size", al_reves, linea, " delante"},
+         0,
+         "bytes     size  path\n    0  0 bytes  rtl<U+202E>gnp.exe\n    0  0 bytes  a<U+2028>b\n"
+         "    0  0 bytes  \" delante\"\n    0  0 bytes  total\n",
+         {},
+         {}},
+        {{"size", al_reves, "--json"}, 0, R"([{"path":")" + al_reves + R"(","size":0}])", {}, {}},
+        {{"mkdir", al_reves}, 1, {}, "lumodir: 'rtl<U+202E>gnp.exe' is a file\n", {}},
+        {{"rm", al_reves},
+         0,
+         "deleted rtl<U+202E>gnp.exe\n",
+         "Delete the file 'rtl<U+202E>gnp.exe'? [y/N] \n",
+         "y"},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+    EXPECT_FALSE(cli::existe(d.bajo(al_reves)));
 }

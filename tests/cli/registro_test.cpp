@@ -118,22 +118,24 @@ TEST(reg, raices_y_mal_uso) {
     for (const char* raiz : {"HKCU", "HKCU\\", "HKEY_LOCAL_MACHINE", "HKCU\\Software", "hklm\\Software\\"}) {
         const cli::resultado r = lumodir({"reg", "rm", raiz});
         EXPECT_EQ(r.codigo, 1) << raiz;
-        EXPECT_NE(r.errores.find("is a root or stands right below one: refused, nothing is done\n"),
+        EXPECT_NE(r.errores.find("is a root key or directly below one: refused, nothing is done\n"),
                   std::string::npos)
             << r.errores;
     }
-    const std::string uso = "Usage: lumodir reg set KEY [NAME DATA]\nTry 'lumodir reg set --help'.\n";
+    const std::string uso =
+        "Usage: lumodir reg set KEY [NAME DATA] [OPTION...]\nTry 'lumodir reg set --help'.\n";
     const fila filas[] = {
         {{"reg", "ls", "HKXX\\a"},
          2,
          {},
          "lumodir: 'HKXX\\a' does not begin with HKCR, HKCC, HKCU, HKLM or HKU\n"
-         "Usage: lumodir reg ls KEY\nTry 'lumodir reg ls --help'.\n",
+         "Usage: lumodir reg ls KEY [OPTION...]\nTry 'lumodir reg ls --help'.\n",
          {}},
         {{"reg", "ls", "HKCU", "--view", "16"},
          2,
          {},
-         "lumodir: --view is 32 or 64\nUsage: lumodir reg ls KEY\nTry 'lumodir reg ls --help'.\n",
+         "lumodir: --view must be 32 or 64\nUsage: lumodir reg ls KEY [OPTION...]\nTry 'lumodir reg ls "
+         "--help'.\n",
          {}},
         {{"reg", "set", "HKCU\\Software\\x", "n"},
          2,

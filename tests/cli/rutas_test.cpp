@@ -61,13 +61,13 @@ TEST(check, dice_por_que_no) {
 TEST(check, texto_raro) {
     const cli::directorio_de_prueba d;
     const fila filas[] = {
-        // A lone surrogate: whole in JSON, U+FFFD in UTF-8. A pair is one character.
+        // A lone surrogate: whole in JSON, written out in words. A pair is one character.
         {{"check", "a\xED\xA0\x80z", "--json"},
          0,
          R"([{"path":"a\ud800z","valid":true,"absolute":false}])",
          {},
          {}},
-        {{"check", "a\xED\xA0\x80z"}, 0, "valid    a\uFFFDz\n", {}, {}},
+        {{"check", "a\xED\xA0\x80z"}, 0, "valid    a<U+D800>z\n", {}, {}},
         {{"check", "\U0001F600", "--json"},
          0,
          "[{\"path\":\"\U0001F600\",\"valid\":true,\"absolute\":false}]",
@@ -206,7 +206,7 @@ TEST(name, cada_pieza) {
          2,
          {},
          "lumodir: ask for one piece of the path at a time (or for all of them with --json)\n"
-         "Usage: lumodir name PATH...\nTry 'lumodir name --help'.\n",
+         "Usage: lumodir name PATH... [OPTION...]\nTry 'lumodir name --help'.\n",
          {}},
     };
     for (const fila& f : filas) {

@@ -1,0 +1,255 @@
+#include "recorrido.hpp"
+
+#include <algorithm>
+#include <atomic>
+
+#include "dirwin.h"
+#include "sistema_windows.hpp"
+#include "textos.hpp"
+
+namespace mando {
+
+namespace {
+
+std::atomic<unsigned long long> leidas{0};
+
+std::wstring i_completa(const std::wstring& ruta) {
+    const unsigned long unidades = GetFullPathNameW(ruta.c_str(), 0, nullptr, nullptr);
+    std::wstring completa(unidades, L'\0');
+    completa.resize(GetFullPathNameW(ruta.c_str(), unidades, completa.data(), nullptr));
+    return completa;
+}
+
+bool i_lleva_prefijo(std::wstring_view ruta) {
+    return ruta.starts_with(L"\\\\?\\") || ruta.starts_with(L"\\\\.\\");
+}
+
+std::vector<std::wstring> i_componentes(std::wstring_view ruta) {
+    std::vector<std::wstring> partes;
+    while (!ruta.empty()) {
+        const size_t fin = std::min(ruta.find(L'\\'), ruta.size());
+        if (fin > 0) {
+            partes.emplace_back(ruta.substr(0, fin));
+        }
+        ruta.remove_prefix(std::min(fin + 1, ruta.size()));
+    }
+    return partes;
+}
+
+// The text of the directory that a path starts from ("" when it starts from a root of its own), and the rest.
+std::wstring i_desde(std::wstring& ruta) {
+    if (ruta.starts_with(L"\\\\")) {
+        return {};
+    }
+    if (ruta.size() >= 2 && ruta[1] == L':') {
+        if (ruta.size() >= 3 && ruta[2] == L'\\') {
+            return {};
+        }
+        const std::wstring unidad = ruta.substr(0, 2);
+        ruta.erase(0, 2);
+        return i_completa(unidad);  // its own current directory
+    }
+    return i_completa(ruta.starts_with(L'\\') ? L"\\" : L".");
+}
+
+long long i_segundos(const FILETIME& fecha) {
+    // From 1601 in units of 100 ns to 1970 in seconds.
+    constexpr long long segundos_hasta_1970 = 11644473600, por_segundo = 10000000;
+    const auto unidades = static_cast<long long>(static_cast<unsigned long long>(fecha.dwHighDateTime) << 32 |
+                                                 fecha.dwLowDateTime);
+    return unidades / por_segundo - segundos_hasta_1970;
+}
+
+entrada i_entrada(const WIN32_FIND_DATAW& e) {
+    entrada una;
+    una.nombre = e.cFileName;
+    una.atributos = e.dwFileAttributes;
+    una.bytes = static_cast<unsigned long long>(e.nFileSizeHigh) << 32 | e.nFileSizeLow;
+    una.modificada = i_segundos(e.ftLastWriteTime);
+    una.creada = i_segundos(e.ftCreationTime);
+    una.es_directorio = (e.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    // Placeholders of cloud storage are reparse points too, but stand for themselves. The tag is in the entry.
+    constexpr unsigned long sustituye_al_nombre = 0x20000000;
+    una.es_enlace = (e.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+                    (e.dwReserved0 == 0 || (e.dwReserved0 & sustituye_al_nombre) != 0);
+    una.bytes = una.es_directorio || una.es_enlace ? 0 : una.bytes;
+    return una;
+}
+
+// Why a directory yields nothing: the library's enumerator does not say. The root of a drive has no "." and may be
+// empty.
+unsigned long i_por_que(const std::wstring& patron) {
+    WIN32_FIND_DATAW e;
+    void* busqueda = FindFirstFileW(patron.c_str(), &e);
+    if (busqueda != INVALID_HANDLE_VALUE) {
+        FindClose(busqueda);
+        return 0;
+    }
+    const unsigned long codigo = GetLastError();
+    return codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_NO_MORE_FILES ? 0 : codigo;
+}
+
+void i_lee(carpeta& c) {
+    const std::wstring patron = bajo_de(c.del_sistema, L"*");
+    WIN32_FIND_DATAW e;
+    Dirwin_u* entradas = dirwin_crea_UNICODE(patron.c_str());
+    while (dirwin_findnextfile_UNICODE(entradas, &e) == CIERTO) {
+        c.leida = true;  // "." at least
+        const std::wstring_view nombre = e.cFileName;
+        if (nombre != L"." && nombre != L"..") {
+            c.entradas.push_back(i_entrada(e));
+            leidas.fetch_add(1, std::memory_order_relaxed);
+        }
+    }
+    dirwin_destruye_UNICODE(&entradas);
+    if (!c.leida) {
+        c.codigo = i_por_que(patron);
+        c.leida = c.codigo == 0;
+    }
+    std::sort(c.entradas.begin(), c.entradas.end(),
+              [](const entrada& a, const entrada& b) { return compara_nombres(a.nombre, b.nombre) < 0; });
+}
+
+}  // namespace
+
+std::wstring ruta_exacta(const std::wstring& ruta) {
+    if (i_lleva_prefijo(ruta)) {
+        return ruta;
+    }
+    std::wstring resto = ruta;
+    std::replace(resto.begin(), resto.end(), L'/', L'\\');
+    const std::wstring desde = i_desde(resto);
+    const bool de_red = (desde.empty() ? resto : desde).starts_with(L"\\\\");
+    std::vector<std::wstring> partes = i_componentes(desde);
+    for (std::wstring& parte : i_componentes(resto)) {
+        partes.push_back(std::move(parte));
+    }
+    const size_t de_la_raiz = de_red ? 2 : 1;  // server and share, or the drive
+    std::vector<std::wstring> quedan;
+    for (std::wstring& parte : partes) {
+        if (parte == L"..") {
+            if (quedan.size() > de_la_raiz) {
+                quedan.pop_back();
+            }
+        } else if (parte != L".") {
+            quedan.push_back(std::move(parte));
+        }
+    }
+    std::wstring exacta = de_red ? L"\\\\?\\UNC" : L"\\\\?";
+    for (const std::wstring& parte : quedan) {
+        exacta += L'\\' + parte;
+    }
+    return quedan.size() <= de_la_raiz ? exacta + L'\\' : exacta;
+}
+
+std::wstring ruta_de_trabajo(const std::wstring& ruta) {
+    if (i_lleva_prefijo(ruta) || sin_blancos(ruta).empty()) {
+        return ruta;
+    }
+    const std::wstring exacta = ruta_exacta(ruta);
+    std::wstring usual = i_completa(ruta);
+    if (!i_lleva_prefijo(usual)) {
+        usual = usual.starts_with(L"\\\\") ? L"\\\\?\\UNC" + usual.substr(1) : L"\\\\?\\" + usual;
+    }
+    while (usual.size() > exacta.size() && usual.back() == L'\\') {
+        usual.pop_back();
+    }
+    return usual == exacta || GetFileAttributesW(exacta.c_str()) == INVALID_FILE_ATTRIBUTES ? ruta : exacta;
+}
+
+std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre) {
+    const bool basta =
+        directorio.ends_with(L'\\') || directorio.ends_with(L'/') || directorio.ends_with(L':');
+    return basta ? directorio + nombre : directorio + L'\\' + nombre;
+}
+
+carpeta lee_carpeta(const std::wstring& ruta) {
+    carpeta c{.ruta = ruta, .bajo = L".", .del_sistema = ruta_exacta(ruta)};
+    i_lee(c);
+    return c;
+}
+
+unsigned long por_que_no_se_lee(const std::wstring& ruta) {
+    return i_por_que(bajo_de(ruta_exacta(ruta), L"*"));
+}
+
+void recorre_arbol(const std::wstring& base, const std::function<void(carpeta&)>& visita) {
+    std::vector<carpeta> pendientes;
+    pendientes.push_back({.ruta = base, .bajo = L".", .del_sistema = ruta_exacta(base)});
+    while (!pendientes.empty()) {
+        carpeta c = std::move(pendientes.back());
+        pendientes.pop_back();
+        i_lee(c);
+        visita(c);
+        for (size_t i = c.entradas.size(); i-- > 0;) {
+            const entrada& e = c.entradas[i];
+            if (e.es_carpeta() && e.se_entra) {
+                pendientes.push_back({.ruta = bajo_de(c.ruta, e.nombre),
+                                      .bajo = c.nivel == 0 ? e.nombre : c.bajo + L'\\' + e.nombre,
+                                      .del_sistema = bajo_de(c.del_sistema, e.nombre),
+                                      .nivel = c.nivel + 1});
+            }
+        }
+    }
+}
+
+void suma(recuento& total, const carpeta& c) {
+    ++total.directorios;
+    if (!c.leida) {
+        total.codigo_ilegible = total.ilegibles.empty() ? c.codigo : total.codigo_ilegible;
+        total.ilegibles.push_back(c.ruta);
+    }
+    for (const entrada& e : c.entradas) {
+        total.enlaces += e.es_enlace ? 1 : 0;
+        total.ficheros += e.es_enlace || e.es_directorio ? 0 : 1;
+        total.bytes += e.bytes;
+    }
+}
+
+unsigned long long entradas_leidas() {
+    return leidas.load(std::memory_order_relaxed);
+}
+
+int compara_nombres(const std::wstring& a, const std::wstring& b) {
+    const int orden = CompareStringOrdinal(a.c_str(), static_cast<int>(a.size()), b.c_str(),
+                                           static_cast<int>(b.size()), TRUE) -
+                      CSTR_EQUAL;
+    return orden != 0 ? orden : a.compare(b);
+}
+
+bool es_patron(const std::wstring& ruta) {
+    constexpr size_t prefijo = 4;  // \\?\ is no pattern
+    return ruta.find_first_of(L"*?", ruta.starts_with(L"\\\\?\\") ? prefijo : 0) != ruta.npos;
+}
+
+bool cumple_patron_exacto(const std::wstring& n, const std::wstring& p) {
+    if (p == L"*.*") {
+        return true;
+    }
+    size_t i = 0, j = 0, tras_estrella = p.npos, vuelta = 0;
+    while (i < n.size()) {
+        if (j < p.size() && p[j] == L'*') {
+            tras_estrella = ++j;
+            vuelta = i;
+        } else if (j < p.size() && p[j] == L'?') {
+            // One character, which may be two units.
+            i += i + 1 < n.size() && IS_SURROGATE_PAIR(n[i], n[i + 1]) ? 2 : 1;
+            ++j;
+        } else if (j < p.size() && p[j] == n[i]) {
+            ++i;
+            ++j;
+        } else if (tras_estrella != p.npos) {
+            j = tras_estrella;
+            i = ++vuelta;
+        } else {
+            return false;
+        }
+    }
+    return p.find_first_not_of(L'*', j) == p.npos;
+}
+
+bool cumple_patron(const std::wstring& nombre, const std::wstring& patron) {
+    return cumple_patron_exacto(en_mayusculas(nombre), en_mayusculas(patron));
+}
+
+}  // namespace mando
