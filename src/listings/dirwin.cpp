@@ -74,11 +74,7 @@ void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAA&) noexcept {
 // Where the last component of a pattern begins; 0 when there is no separator before it.
 template <class C>
 std::size_t i_principio_de_ultimo_componente(vista<C> patron) noexcept {
-    std::size_t i = patron.size();
-    while (i > 0 && !es_separador(patron[i - 1])) {
-        --i;
-    }
-    return i;
+    return tras_el_ultimo(patron, es_separador<C>);
 }
 
 }  // namespace
