@@ -2,6 +2,7 @@
 // round of each counts. A row states the ratio it aims at; nothing fails when it is missed.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <functional>
@@ -22,6 +23,7 @@ struct fila {
     std::vector<contendiente> otros;
     unsigned vueltas;  // units of work a round
     unsigned rondas = 15;
+    unsigned elementos = 1;  // what a unit of work handles: times are shown for one of them
 };
 
 // Keeps the optimiser from dropping a result.
@@ -66,8 +68,9 @@ inline void corre(const fila& f) {
         }
     }
     for (std::size_t i = 0; i < f.otros.size(); ++i) {
-        std::printf("| %s | %s | %s | %s | %.2f | %.2f |\n", f.nombre.c_str(), con_unidad(mejor[0]).c_str(),
-                    f.otros[i].nombre.c_str(), con_unidad(mejor[i + 1]).c_str(), mejor[0] / mejor[i + 1],
+        std::printf("| %s | %s | %s | %s | %.2f | %.2f |\n", f.nombre.c_str(),
+                    con_unidad(mejor[0] / f.elementos).c_str(), f.otros[i].nombre.c_str(),
+                    con_unidad(mejor[i + 1] / f.elementos).c_str(), mejor[0] / mejor[i + 1],
                     f.otros[i].objetivo);
         std::fflush(stdout);
     }

@@ -1,87 +1,268 @@
-// Path names: checking, splitting and joining against a bare scan, std::filesystem and std::wstring.
+// Path names: checking, splitting, taking the name and joining, on the paths of rutas_de_muestra.txt: all of them mixed,
+// and each kind by itself. Against a bare scan, the C runtime, std::filesystem, std::wstring; 8-bit functions against
+// their wide twins.
 #include <filesystem>
+#include <fstream>
+#include <map>
 
 #include "bancos.hpp"
 #include "cdir.h"
+#include "companions/lumostr.h"
 #include "companions/widestr.h"
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
 
 namespace {
 
-const wchar_t* const ruta =
-    L"C:\\Users\\Public\\Documents\\Projects\\Site2024\\Images\\Ground floor\\photo0001.png";
+using rutas_w = std::vector<std::wstring>;
+using rutas_a = std::vector<std::string>;
+
+volatile unsigned sumidero = 0;
+
+std::wstring de_utf8(const std::string& texto) {
+    std::wstring ancho(texto.size(), L'\0');
+    ancho.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_UTF8, 0, texto.data(),
+                                                                static_cast<int>(texto.size()), ancho.data(),
+                                                                static_cast<int>(ancho.size()))));
+    return ancho;
+}
+
+// Empty where the code page lacks a character.
+std::string a_8_bits(const std::wstring& texto) {
+    std::string corto(texto.size() * 3, '\0');
+    BOOL falta = FALSE;
+    const bool utf8 = ::GetACP() == CP_UTF8;
+    corto.resize(static_cast<std::size_t>(::WideCharToMultiByte(
+        CP_ACP, utf8 ? 0 : WC_NO_BEST_FIT_CHARS, texto.data(), static_cast<int>(texto.size()), corto.data(),
+        static_cast<int>(corto.size()), nullptr, utf8 ? nullptr : &falta)));
+    return falta ? std::string() : corto;
+}
+
+bool es_ascii(const std::wstring& texto) {
+    return std::all_of(texto.begin(), texto.end(), [](wchar_t c) { return c < 0x80; });
+}
+
+// The sample, by kind; "mixed" is all of it. Each line has its kind, a tabulator and the path.
+std::map<std::string, rutas_w> lee_muestra() {
+    std::map<std::string, rutas_w> muestra;
+    std::ifstream fichero(LUMODIR_MUESTRA);
+    for (std::string linea; std::getline(fichero, linea);) {
+        const std::size_t fin = linea.find('\t');
+        const std::wstring ruta = de_utf8(linea.substr(fin + 1));
+        muestra[linea.substr(0, fin)].push_back(ruta);
+        muestra["mixed"].push_back(ruta);
+    }
+    if (muestra["mixed"].size() != 1000) {
+        std::printf("the sample of paths could not be read\n");
+        std::exit(1);
+    }
+    return muestra;
+}
+
+// One name in each with a character that no name may hold.
+rutas_w invalidas_de(rutas_w rutas) {
+    std::size_t n = 0;
+    for (std::wstring& ruta : rutas) {
+        ruta[ruta.size() * (n++ % 8 + 1) / 9] = L'|';
+    }
+    return rutas;
+}
 
 void libera(wchar_t* texto) {
     widestr_nousar_destruye(&texto, "bench", 1);
+}
+void libera(char* texto) {
+    lumostr_destruye(&texto);
 }
 
 // Reads every unit once and keeps something of each.
 unsigned recorre(const wchar_t* p) {
     unsigned suma = 0;
     for (; *p != 0; ++p) {
-        suma += *p;
+        suma += static_cast<unsigned short>(*p);
     }
     return suma;
 }
 
-// The pointer is read anew each time: the optimiser must not take the text for known.
-const wchar_t* volatile texto_variable = ruta;
+// A unit of work goes over all the paths.
+template <class Rutas, class Haz>
+std::function<void()> por_todas(const Rutas& rutas, Haz haz) {
+    return [&rutas, haz] {
+        for (const auto& ruta : rutas) {
+            haz(ruta.c_str());
+        }
+    };
+}
+
+unsigned numero(const rutas_w& rutas) {
+    return static_cast<unsigned>(rutas.size());
+}
+
+void analiza(const wchar_t* ruta) {
+    const std::filesystem::path p(ruta);
+    sumidero = static_cast<unsigned>(std::distance(p.begin(), p.end()));
+}
+
+void compara_comprobacion(const std::string& clase, const rutas_w& rutas, double frente_a_recorrer) {
+    const banco::contendiente recorrido = {"a bare scan of its units",
+                                           por_todas(rutas, [](const wchar_t* p) { sumidero = recorre(p); }),
+                                           frente_a_recorrer};
+    const banco::contendiente analisis = {"std::filesystem::path parsing it", por_todas(rutas, analiza),
+                                          0.08};
+    banco::corre(
+        {.nombre = "check a path (" + clase + ")",
+         .nuestro = por_todas(rutas, [](const wchar_t* p) { sumidero = cdir_path_valido_UNICODE(p, 0); }),
+         .otros = {recorrido, analisis},
+         .vueltas = 100'000 / numero(rutas),
+         .elementos = numero(rutas)});
+    if (clase == "mixed") {
+        banco::corre({.nombre = "check a path, the reason wanted (" + clase + ")",
+                      .nuestro = por_todas(rutas,
+                                           [](const wchar_t* p) {
+                                               wchar_t* motivo = nullptr;
+                                               sumidero = cdir_es_path_valido_UNICODE(p, &motivo);
+                                           }),
+                      .otros = {recorrido, analisis},
+                      .vueltas = 100'000 / numero(rutas),
+                      .elementos = numero(rutas)});
+    }
+}
+
+void corta(const wchar_t* ruta) {
+    wchar_t *unidad, *directorio, *nombre, *extension;
+    cdir_splitpath_con_comprobacion_UNICODE(ruta, &unidad, &directorio, &nombre, &extension);
+    libera(unidad);
+    libera(directorio);
+    libera(nombre);
+    libera(extension);
+}
+void corta(const char* ruta) {
+    char *unidad, *directorio, *nombre, *extension;
+    cdir_splitpath_con_comprobacion(ruta, &unidad, &directorio, &nombre, &extension);
+    libera(unidad);
+    libera(directorio);
+    libera(nombre);
+    libera(extension);
+}
+
+void corta_con_el_crt(const wchar_t* ruta) {
+    wchar_t unidad[8], directorio[1024], nombre[260], extension[260];
+    _wsplitpath_s(ruta, unidad, 8, directorio, 1024, nombre, 260, extension, 260);
+    sumidero = static_cast<unsigned>(unidad[0] + directorio[0] + nombre[0] + extension[0]);
+}
+
+void corta_con_filesystem(const wchar_t* ruta) {
+    const std::filesystem::path p(ruta);
+    const std::wstring unidad = p.root_name().wstring();
+    const std::wstring directorio = p.parent_path().wstring();
+    const std::wstring nombre = p.stem().wstring();
+    const std::wstring extension = p.extension().wstring();
+    sumidero = static_cast<unsigned>(unidad.size() + directorio.size() + nombre.size() + extension.size());
+}
+
+void compara_corte(const std::string& clase, const rutas_w& rutas) {
+    banco::corre({.nombre = "split into four new strings (" + clase + ")",
+                  .nuestro = por_todas(rutas, [](const wchar_t* p) { corta(p); }),
+                  .otros = {{"the C runtime into fixed buffers", por_todas(rutas, corta_con_el_crt), 3.2},
+                            {"std::filesystem::path", por_todas(rutas, corta_con_filesystem), 0.25}},
+                  .vueltas = 50'000 / numero(rutas),
+                  .elementos = numero(rutas)});
+}
+
+void compara_nombre(const std::string& clase, const rutas_w& rutas) {
+    banco::corre(
+        {.nombre = "name of a path (" + clase + ")",
+         .nuestro = por_todas(rutas, [](const wchar_t* p) { libera(cdir_nombre_y_ext_fichero_UNICODE(p)); }),
+         .otros = {{"a duplicate of the path",
+                    por_todas(rutas, [](const wchar_t* p) { libera(widestr_nousar_copia(p, "bench", 1)); }),
+                    1.6}},
+         .vueltas = 50'000 / numero(rutas),
+         .elementos = numero(rutas)});
+}
+
+void une_con_wstring(const wchar_t* izquierda, const wchar_t* derecha) {
+    std::wstring p(izquierda);
+    if (!p.empty() && p.back() != L'\\' && p.back() != L'/') {
+        p += L'\\';
+    }
+    p += derecha;
+    banco::usa(p.c_str());
+}
+
+void compara_union(const rutas_w& rutas) {
+    static const wchar_t* const derecha = L"Images\\Ground floor\\photo0001.png";
+    banco::corre(
+        {.nombre = "join two paths (mixed)",
+         .nuestro = por_todas(
+             rutas, [](const wchar_t* p) { libera(cdir_concatena_directorios_UNICODE(p, derecha)); }),
+         .otros = {{"the same in std::wstring",
+                    por_todas(rutas, [](const wchar_t* p) { une_con_wstring(p, derecha); }), 0.65},
+                   {"std::filesystem::path operator/",
+                    por_todas(rutas,
+                              [](const wchar_t* p) {
+                                  const std::filesystem::path entera = std::filesystem::path(p) / derecha;
+                                  banco::usa(entera.c_str());
+                              }),
+                    0.15}},
+         .vueltas = 50'000 / numero(rutas),
+         .elementos = numero(rutas)});
+}
+
+// The same paths in both flavours.
+void compara_gemelas(const std::string& clase, const rutas_w& anchas, const rutas_a& cortas,
+                     double objetivo) {
+    const auto fila = [&](const std::string& que, auto corta_gemela, auto ancha) {
+        banco::corre({.nombre = que + " in 8 bits (" + clase + ")",
+                      .nuestro = por_todas(cortas, corta_gemela),
+                      .otros = {{"its wide function", por_todas(anchas, ancha), objetivo}},
+                      .vueltas = 50'000 / numero(anchas),
+                      .elementos = numero(anchas)});
+    };
+    fila(
+        "check a path", [](const char* p) { sumidero = cdir_path_valido(p, 0); },
+        [](const wchar_t* p) { sumidero = cdir_path_valido_UNICODE(p, 0); });
+    fila(
+        "split into four new strings", [](const char* p) { corta(p); }, [](const wchar_t* p) { corta(p); });
+    fila(
+        "name of a path", [](const char* p) { libera(cdir_nombre_y_ext_fichero(p)); },
+        [](const wchar_t* p) { libera(cdir_nombre_y_ext_fichero_UNICODE(p)); });
+    fila(
+        "join two paths",
+        [](const char* p) { libera(cdir_concatena_directorios(p, "Images\\photo0001.png")); },
+        [](const wchar_t* p) { libera(cdir_concatena_directorios_UNICODE(p, L"Images\\photo0001.png")); });
+}
 
 }  // namespace
 
 void bancos::rutas() {
-    volatile unsigned sumidero = 0;
-    banco::corre({.nombre = "check a path of 76 units",
-                  .nuestro = [&] { sumidero = cdir_path_valido_UNICODE(texto_variable, 0); },
-                  .otros = {{"a bare scan of its units", [&] { sumidero = recorre(texto_variable); }, 3.0},
-                            {"std::filesystem::path parsing it",
-                             [&] {
-                                 const std::filesystem::path p(texto_variable);
-                                 sumidero = static_cast<unsigned>(std::distance(p.begin(), p.end()));
-                             },
-                             0.12}},
-                  .vueltas = 20'000});
-    banco::corre({.nombre = "split into four new strings",
-                  .nuestro =
-                      [&] {
-                          wchar_t *unidad, *directorio, *nombre, *extension;
-                          cdir_splitpath_con_comprobacion_UNICODE(texto_variable, &unidad, &directorio,
-                                                                  &nombre, &extension);
-                          libera(unidad);
-                          libera(directorio);
-                          libera(nombre);
-                          libera(extension);
-                      },
-                  .otros = {{"std::filesystem::path",
-                             [&] {
-                                 const std::filesystem::path p(texto_variable);
-                                 const std::wstring unidad = p.root_name().wstring();
-                                 const std::wstring directorio = p.parent_path().wstring();
-                                 const std::wstring nombre = p.stem().wstring();
-                                 const std::wstring extension = p.extension().wstring();
-                                 sumidero = static_cast<unsigned>(unidad.size() + directorio.size() +
-                                                                  nombre.size() + extension.size());
-                             },
-                             0.35}},
-                  .vueltas = 10'000});
-    static const wchar_t* volatile izquierda = L"C:\\Users\\Public\\Documents\\Projects\\Site2024";
-    static const wchar_t* volatile derecha = L"Images\\Ground floor\\photo0001.png";
-    banco::corre({.nombre = "join two paths",
-                  .nuestro = [&] { libera(cdir_concatena_directorios_UNICODE(izquierda, derecha)); },
-                  .otros = {{"std::filesystem::path operator/",
-                             [&] {
-                                 const std::filesystem::path p = std::filesystem::path(izquierda) / derecha;
-                                 banco::usa(p.c_str());
-                             },
-                             0.15},
-                            {"the same in std::wstring",
-                             [&] {
-                                 std::wstring p(izquierda);
-                                 if (!p.empty() && p.back() != L'\\' && p.back() != L'/') {
-                                     p += L'\\';
-                                 }
-                                 p += derecha;
-                                 banco::usa(p.c_str());
-                             },
-                             1.3}},
-                  .vueltas = 20'000});
+    const std::map<std::string, rutas_w> muestra = lee_muestra();
+    const rutas_w& mezcla = muestra.at("mixed");
+    compara_comprobacion("mixed", mezcla, 1.3);
+    for (const auto& [clase, rutas] : muestra) {
+        if (clase != "mixed") {
+            compara_comprobacion(clase, rutas, 2.0);
+        }
+    }
+    compara_comprobacion("invalid, no message", invalidas_de(mezcla), 3.0);
+    compara_corte("mixed", mezcla);
+    compara_corte("share", muestra.at("share"));
+    compara_nombre("mixed", mezcla);
+    compara_union(mezcla);
+    rutas_w anchas_ascii, anchas_altas;
+    rutas_a cortas_ascii, cortas_altas;
+    for (const std::wstring& ruta : mezcla) {
+        const std::string corta_ruta = a_8_bits(ruta);
+        if (es_ascii(ruta)) {
+            anchas_ascii.push_back(ruta);
+            cortas_ascii.push_back(corta_ruta);
+        } else if (!corta_ruta.empty()) {
+            anchas_altas.push_back(ruta);
+            cortas_altas.push_back(corta_ruta);
+        }
+    }
+    compara_gemelas("ASCII", anchas_ascii, cortas_ascii, 1.5);
+    compara_gemelas("accents", anchas_altas, cortas_altas, 2.5);
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "apoyo/paginas.hpp"
 #include "companions/error_interno.h"
 #include "companions/lmaviso.h"
 #include "companions/lumospy.h"
@@ -22,6 +23,7 @@ std::vector<std::string> g_avisos;
 constexpr std::size_t longitud_corriente = 600;  // past the limit of a component
 constexpr std::size_t longitud_maxima = 70000;   // beyond the 65,535 units that the repair of names looks at
 constexpr char marca_larga = '\x0C';
+constexpr char primera_pagina = '\x10';
 constexpr char repite_pocas = '\x0E';
 constexpr char repite_muchas = '\x0F';
 constexpr std::size_t cada_una_de_muchas = 41;  // 255 times that passes the limit of a path
@@ -79,6 +81,11 @@ std::vector<T> i_vacia(std::vector<T>& lista) {
 entrada::entrada(const std::uint8_t* datos, std::size_t tamanyo)
     : resto_(reinterpret_cast<const char*>(datos), tamanyo), es_larga_(resto_.starts_with(marca_larga)) {
     resto_.remove_prefix(es_larga_ ? 1 : 0);
+    if (!resto_.empty() && resto_[0] >= primera_pagina &&
+        resto_[0] < primera_pagina + static_cast<int>(std::size(apoyo::paginas))) {
+        pagina_ = apoyo::paginas[resto_[0] - primera_pagina];
+        resto_.remove_prefix(1);
+    }
 }
 
 // Repetitions carried out; a character is repeated with all its bytes.
@@ -194,7 +201,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t tam
     const unsigned long long vivos = lumospy_bloques_vivos();
     const unsigned long long internos = lumodir::i_bloques_internos_vivos();
     arnes::entrada e(datos, tamanyo);
-    arnes::prueba(e);
+    {
+        const apoyo::en_pagina p(e.pagina());
+        arnes::prueba(e);
+    }
     EXIGE_IGUAL(lumospy_bloques_vivos(), vivos);
     EXIGE_IGUAL(lumodir::i_bloques_internos_vivos(), internos);
     EXIGE_IGUAL(arnes::informes(), std::vector<std::string>());

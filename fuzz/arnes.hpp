@@ -3,7 +3,8 @@
 //
 // An input is a text file: each line is one argument. Inside a line the byte 0x0E and a byte n repeat the character
 // before them n times more, 0x0F and n repeat it 41 n times more, so that short inputs reach the length limits; a line
-// that is NULL stands for an argument that is not given.
+// that is NULL stands for an argument that is not given. An input may begin with a byte 0x10 to 0x16, which chooses the
+// code page of its 8-bit texts (apoyo/paginas.hpp); without one it is that of the machine, 1252.
 //
 // A target defines `arnes::prueba`. After each input the census of blocks must be what it was, and no report or
 // warning may be left that the target did not take.
@@ -33,6 +34,7 @@ public:
     std::optional<texto_a> bytes_o_null();
     unsigned long numero();
     bool es_larga() const { return es_larga_; }
+    unsigned pagina() const { return pagina_; }
 
     template <class T>
     T texto() {
@@ -49,6 +51,7 @@ private:
 
     std::string_view resto_;
     bool es_larga_;
+    unsigned pagina_ = 0;
 };
 
 // Out of the bytes of a line: UTF-8, and where it is none whatever comes of it, lone surrogates among them.

@@ -38,35 +38,37 @@ struct entradas<char> {
 
 template <class C>
 void compara(const modelos::texto<C>& ruta, const std::optional<modelos::texto<C>>& ext) {
-    using T = modelos::texto<C>;
+    using T = modelos::leido<C>;
     using yo = entradas<C>;
-    const modelos::corte<T> c = modelos::corta_con_comodines(ruta);
+    const T leida = modelos::lee(ruta);
+    const modelos::corte<T> c = modelos::corta_con_comodines(leida);
     const justo<C> texto(ruta);
     const quiza_justo<C> otra(ext);
-    EXIGE_IGUAL(toma(yo::nombre_base(texto)), c.p.nombre);
+    EXIGE_IGUAL(toma(yo::nombre_base(texto)), modelos::escribe(c.p.nombre));
     EXIGE_IGUAL(informes(), c.informes);
-    EXIGE_IGUAL(toma(yo::nombre_y_ext(texto)), c.p.nombre + c.p.extension);
+    EXIGE_IGUAL(toma(yo::nombre_y_ext(texto)), modelos::escribe(c.p.nombre + c.p.extension));
     EXIGE_IGUAL(informes(), c.informes);
-    EXIGE_IGUAL(toma(yo::extension(texto)), modelos::extension_sin_punto(c.p));
-    EXIGE_IGUAL(informes(), modelos::informes_de_extension(ruta, c.informes));
-    EXIGE_IGUAL(toma(yo::sin_extension(texto)), modelos::con_extension(c.p, T()));
+    EXIGE_IGUAL(toma(yo::extension(texto)), modelos::escribe(modelos::extension_sin_punto(c.p)));
+    EXIGE_IGUAL(informes(), modelos::informes_de_extension(leida, c.informes));
+    EXIGE_IGUAL(toma(yo::sin_extension(texto)), modelos::escribe(modelos::con_extension(c.p, T())));
     EXIGE_IGUAL(informes(), c.informes);
-    const T con_otra = modelos::con_extension(c.p, ext.value_or(T()));
-    EXIGE_IGUAL(toma(yo::con_ext(texto, otra)), con_otra);
+    const T nueva = ext ? modelos::lee(*ext) : T();
+    EXIGE_IGUAL(toma(yo::con_ext(texto, otra)), modelos::escribe(modelos::con_extension(c.p, nueva)));
     EXIGE_IGUAL(informes(), c.informes);
 
     const std::vector<std::string> vacia(ruta.empty() ? 1 : 0, "num_caracteres > 0");
-    EXIGE_IGUAL(toma(yo::directorio(texto)), modelos::directorio_de(ruta));
+    EXIGE_IGUAL(toma(yo::directorio(texto)), modelos::escribe(modelos::directorio_de(leida)));
     EXIGE_IGUAL(informes(), vacia);
-    EXIGE_IGUAL(toma(yo::tras_barra(texto)), modelos::tras_ultima_barra(ruta));
+    EXIGE_IGUAL(toma(yo::tras_barra(texto)), modelos::escribe(modelos::tras_ultima_barra(leida)));
     EXIGE_IGUAL(informes(), std::vector<std::string>());
 
     for (unsigned short con_extension = 0; con_extension < 3; ++con_extension) {
         C* directorio = nullptr;
         C* nombre = nullptr;
         yo::directorio_y_nombre(texto, con_extension, &directorio, &nombre);
-        EXIGE_IGUAL(toma(directorio), modelos::directorio_de(ruta));
-        EXIGE_IGUAL(toma(nombre), con_extension == 1 ? modelos::tras_ultima_barra(ruta) : c.p.nombre);
+        EXIGE_IGUAL(toma(directorio), modelos::escribe(modelos::directorio_de(leida)));
+        EXIGE_IGUAL(toma(nombre),
+                    modelos::escribe(con_extension == 1 ? modelos::tras_ultima_barra(leida) : c.p.nombre));
         std::vector<std::string> esperados = vacia;
         if (con_extension != 1) {
             esperados.insert(esperados.end(), c.informes.begin(), c.informes.end());

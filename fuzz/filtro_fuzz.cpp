@@ -19,17 +19,18 @@ void compara_filtro(const T& nombre, const T& filtro) {
     const justo<C> filtro_justo(filtro, false);
     const bool ancha = sizeof(C) > 1;
     EXIGE_IGUAL(lumodir::i_cumple_filtro<C>(nombre_justo.ver(), filtro_justo.ver()) ? 1 : 0,
-                modelos::cumple_filtro(nombre, filtro, ancha) ? 1 : 0);
+                modelos::cumple_filtro(modelos::lee(nombre), modelos::lee(filtro), ancha) ? 1 : 0);
     // A name that passes the filter of its own letters: nothing in it is a wildcard.
     const bool llano = nombre.find(C('*')) == T::npos && nombre.find(C('?')) == T::npos;
     if (llano) {
         EXIGE(lumodir::i_cumple_filtro<C>(nombre_justo.ver(), nombre_justo.ver()));
     }
-    // What passes passes still when a unit of the filter becomes "?".
+    // What passes passes still when a character of the filter becomes "?".
     if (!filtro.empty() && filtro[0] != C('*') && filtro[0] != C('.') &&
         lumodir::i_cumple_filtro<C>(nombre_justo.ver(), filtro_justo.ver())) {
-        T mas_ancho = filtro;
-        mas_ancho[0] = C('?');
+        auto caracteres = modelos::lee(filtro);
+        caracteres[0] = '?';
+        const T mas_ancho = modelos::escribe(caracteres);
         EXIGE(lumodir::i_cumple_filtro<C>(nombre_justo.ver(), lumodir::vista<C>(mas_ancho)));
     }
 }

@@ -88,7 +88,7 @@ void arnes::prueba(entrada& e) {
     compara_textos(base, extension);
     compara_textos(base, base);
 
-    const texto_a de_path = minusculas(modelos::corta_como_el_crt(nombre).nombre);
-    EXIGE_IGUAL(toma(nomsfich_nombre_base_path_completo(justo<char>(nombre))), de_path);
-    EXIGE_IGUAL(informes(), informes_de({"x", modelos::corta_como_el_crt(nombre).nombre}));
+    const texto_a de_path = modelos::escribe(modelos::corta_como_el_crt(modelos::lee(nombre)).nombre);
+    EXIGE_IGUAL(toma(nomsfich_nombre_base_path_completo(justo<char>(nombre))), minusculas(de_path));
+    EXIGE_IGUAL(informes(), informes_de({"x", de_path}));
 }

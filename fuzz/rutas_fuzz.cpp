@@ -24,8 +24,11 @@ void compara_uniones(Une une, Construye construye, const modelos::texto<C>& a, c
                      const modelos::texto<C>& nombre) {
     const justo<C> primero(a);
     const justo<C> segundo(b);
-    EXIGE_IGUAL(toma(une(primero, segundo)), modelos::une(a, b));
-    EXIGE_IGUAL(toma(construye(primero, segundo, justo<C>(nombre))), modelos::construye(a, b, nombre));
+    const auto x = modelos::lee(a);
+    const auto y = modelos::lee(b);
+    EXIGE_IGUAL(toma(une(primero, segundo)), modelos::escribe(modelos::une(x, y)));
+    EXIGE_IGUAL(toma(construye(primero, segundo, justo<C>(nombre))),
+                modelos::escribe(modelos::construye(x, y, modelos::lee(nombre))));
 }
 
 void compara_conversiones(const texto_w& base, const texto_w& ruta) {

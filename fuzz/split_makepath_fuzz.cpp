@@ -63,9 +63,15 @@ piezas<modelos::texto<C>> corta(Corta entrada, const modelos::texto<C>& path, un
 }
 
 template <class C>
+piezas<modelos::texto<C>> escritas(const piezas<modelos::leido<C>>& p) {
+    return {modelos::escribe(p.unidad), modelos::escribe(p.directorio), modelos::escribe(p.nombre),
+            modelos::escribe(p.extension)};
+}
+
+template <class C>
 void compara_corte(const modelos::texto<C>& path, unsigned deseadas) {
-    using T = modelos::texto<C>;
-    const T limpio = modelos::recortado(path);
+    using T = modelos::leido<C>;
+    const T limpio = modelos::recortado(modelos::lee(path));
     const texto_w ancho = modelos::a_w(limpio);
     const juicio j = juzga(ancho);
     std::vector<std::string> esperados;
@@ -73,19 +79,22 @@ void compara_corte(const modelos::texto<C>& path, unsigned deseadas) {
         esperados = {modelos::texto_en_ingles(53955, apoyo::u8(lumodir::vista_w(ancho)))};
     }
     const corte<T> c = modelos::corta_modelo(limpio, j.es_unc);
-    EXIGE_IGUAL(corta<C>(entradas<C>::con_comprobacion, path, deseadas), deseadas_de(c.p, deseadas));
+    EXIGE_IGUAL(corta<C>(entradas<C>::con_comprobacion, path, deseadas),
+                escritas<C>(deseadas_de(c.p, deseadas)));
     EXIGE_IGUAL(informes(), c.informes);
     EXIGE_IGUAL(avisos(), esperados);
 
     // The pieces joined give the path wherever the drive is what its directory begins with and nothing is cut off.
     // (The share of `\\s/b\b.x` is looked for in a directory that holds only a part of it.)
-    const piezas<T> todas = corta<C>(entradas<C>::con_comprobacion, path, 15);
+    const piezas<modelos::texto<C>> todas = corta<C>(entradas<C>::con_comprobacion, path, 15);
+    const modelos::texto<C> entero = modelos::escribe(limpio);
     informes();
     avisos();
-    const bool cabe = sizeof(C) > 1 || limpio.size() < 1024;
-    const bool esta = !j.es_unc || modelos::corta_como_el_crt(limpio).directorio.starts_with(todas.unidad);
-    if (cabe && esta && limpio.starts_with(todas.unidad)) {
-        EXIGE_IGUAL(todas.unidas(), limpio);
+    const bool esta =
+        !j.es_unc ||
+        modelos::escribe(modelos::corta_como_el_crt(limpio).directorio).starts_with(todas.unidad);
+    if (esta && entero.starts_with(todas.unidad)) {
+        EXIGE_IGUAL(todas.unidas(), entero);
     }
 
     const juicio con_comodines = juzga(modelos::sin_comodines(ancho));
@@ -93,7 +102,8 @@ void compara_corte(const modelos::texto<C>& path, unsigned deseadas) {
     if (con_comodines.motivo != 0) {
         d.informes.insert(d.informes.begin(), "pathCorrecto == CIERTO");
     }
-    EXIGE_IGUAL(corta<C>(entradas<C>::con_comodines, path, deseadas), deseadas_de(d.p, deseadas));
+    EXIGE_IGUAL(corta<C>(entradas<C>::con_comodines, path, deseadas),
+                escritas<C>(deseadas_de(d.p, deseadas)));
     EXIGE_IGUAL(informes(), d.informes);
     EXIGE_IGUAL(avisos(), std::vector<std::string>());
 
@@ -106,11 +116,12 @@ void compara_corte(const modelos::texto<C>& path, unsigned deseadas) {
     const T compuesto = modelos::compone_modelo<T>(
         {si(1, p.unidad), si(2, p.directorio), si(4, p.nombre), si(8, p.extension)}, de_la_composicion);
     const justo<C> texto(path);
-    EXIGE_IGUAL(toma(entradas<C>::quedate(texto, static_cast<unsigned short>(deseadas))), compuesto);
+    EXIGE_IGUAL(toma(entradas<C>::quedate(texto, static_cast<unsigned short>(deseadas))),
+                modelos::escribe(compuesto));
     EXIGE_IGUAL(informes(), de_la_composicion);
     EXIGE_IGUAL(avisos(), esperados);
-    if (cabe && !j.es_unc) {
-        EXIGE_IGUAL(toma(entradas<C>::quedate(texto, 15)), limpio);
+    if (!j.es_unc) {
+        EXIGE_IGUAL(toma(entradas<C>::quedate(texto, 15)), entero);
         informes();
         avisos();
     }
@@ -128,8 +139,16 @@ modelos::texto<C> llama(C* (*entrada)(const C*, const C*, const C*, const C*),
 template <class C>
 void compara_composicion(modelos::dadas<modelos::texto<C>> d) {
     using T = modelos::texto<C>;
+    const auto compuesto = [](const modelos::dadas<T>& textos, std::vector<std::string>& reportados) {
+        const auto leida = [](const std::optional<T>& pieza) {
+            return pieza ? std::optional<modelos::leido<C>>(modelos::lee(*pieza)) : std::nullopt;
+        };
+        return modelos::escribe(modelos::compone_modelo<modelos::leido<C>>(
+            {leida(textos.unidad), leida(textos.directorio), leida(textos.nombre), leida(textos.extension)},
+            reportados));
+    };
     std::vector<std::string> de_las_piezas;
-    const T sin_reparar = modelos::compone_modelo(d, de_las_piezas);
+    const T sin_reparar = compuesto(d, de_las_piezas);
     std::vector<std::string> esperados = de_las_piezas;
     if (juzga(modelos::sin_comodines(modelos::a_w(sin_reparar))).motivo != 0) {
         esperados.push_back(entradas<C>::incorrecto_con_comodines);
@@ -147,7 +166,7 @@ void compara_composicion(modelos::dadas<modelos::texto<C>> d) {
     if constexpr (sizeof(C) > 1) {
         if (!es_correcto(path)) {
             d.nombre = d.nombre ? std::optional<T>(modelos::reparado(*d.nombre)) : std::nullopt;
-            path = modelos::compone_modelo(d, esperados);
+            path = compuesto(d, esperados);
         }
     }
     if (!es_correcto(path)) {

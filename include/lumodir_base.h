@@ -4,7 +4,8 @@
  *
  * Text. 8-bit text (`char`) is in the process's active code page; wide text (`wchar_t`, 16 bits) is UTF-16
  * and its lengths count UTF-16 units. A wide function usually ends in `_UNICODE` or `_u`. A character that
- * the code page lacks becomes its default character; bytes that are not valid in it become U+FFFD.
+ * the code page lacks becomes its default character; bytes that are not valid in it become U+FFFD. 8-bit text is
+ * read in characters as the system converts it: in a double-byte code page a second byte 0x5C is no separator.
  *
  * Ownership. A returned string is new unless its function says "borrowed". Wide ones are freed with
  * widestr_nousar_destruye(), 8-bit ones with lumostr_destruye(); lists and records with the function named
@@ -17,7 +18,13 @@
  * mode. Message numbers and their English texts are given where they are used.
  *
  * Threads. The library has no locks: settings are made once at start-up, the rest may be called from any
- * thread as long as no object is shared. No C++ exception leaves a function.
+ * thread as long as no object is shared.
+ *
+ * Exceptions. No C++ exception leaves a function. What a host's own function (a receiver, a comparison, a
+ * callback) throws ends at its call, which then counts as "no" (0), and no block of the library is lost: C++
+ * exceptions of any compiler, those of other languages, and what is raised with RaiseException() with a code of a
+ * program's own. The host's functions are unwound; an object that an exception of another compiler carries is not
+ * destroyed. Faults, such as an access violation, go on to whoever handles them.
  */
 #ifndef LUMODIR_BASE_H
 #define LUMODIR_BASE_H

@@ -19,38 +19,36 @@ struct trozos_de_ruta {
     vista<C> extension;   // with its point
 };
 
+// The drive is the first character and a colon.
+template <class C>
+constexpr std::size_t i_longitud_de_unidad(vista<C> ruta) noexcept {
+    const std::size_t letra = ruta.empty() ? 0 : unidades_del_primero(ruta);
+    return ruta.size() > letra && ruta[letra] == C(':') ? letra + 1 : 0;
+}
+
 template <class C>
 constexpr trozos_de_ruta<C> crt_splitpath(vista<C> ruta) noexcept {
     trozos_de_ruta<C> trozos;
-    const std::size_t tras_unidad = ruta.size() >= 2 && ruta[1] == C(':') ? 2 : 0;
-    std::size_t tras_directorio = tras_unidad;
-    std::size_t punto = ruta.size();
-    for (std::size_t i = ruta.size(); i > tras_unidad; --i) {
-        const C c = ruta[i - 1];
-        if (es_separador(c)) {
-            tras_directorio = i;
-            break;
-        }
-        if (c == C('.') && punto == ruta.size()) {
-            punto = i - 1;
-        }
-    }
-    trozos.unidad = ruta.substr(0, tras_unidad);
-    trozos.directorio = ruta.substr(tras_unidad, tras_directorio - tras_unidad);
-    trozos.nombre = ruta.substr(tras_directorio, punto - tras_directorio);
-    trozos.extension = ruta.substr(punto);
+    trozos.unidad = ruta.substr(0, i_longitud_de_unidad(ruta));
+    const vista<C> resto = ruta.substr(trozos.unidad.size());
+    trozos.directorio = resto.substr(0, tras_el_ultimo(resto, es_separador<C>));
+    const vista<C> fichero = resto.substr(trozos.directorio.size());
+    const std::size_t tras_punto = tras_el_ultimo(fichero, es_punto<C>);
+    trozos.nombre = fichero.substr(0, tras_punto == 0 ? fichero.size() : tras_punto - 1);
+    trozos.extension = fichero.substr(trozos.nombre.size());
     return trozos;
 }
 
-// Only the first unit of the drive counts; a directory gets a final "\" and an extension its point where they
+// Only the first character of the drive counts; a directory gets a final "\" and an extension its point where they
 // lack them; empty pieces add nothing.
 template <class C>
 cadena<C> crt_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
                        std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension,
                        lugar donde = lugar::aqui()) {
-    const bool falta_barra = !directorio.empty() && !es_separador(directorio.back());
+    const bool falta_barra = !directorio.empty() && !acaba_en_separador(directorio);
     const bool falta_punto = !extension.empty() && extension.front() != C('.');
-    return concatena<C>({unidad.substr(0, 1), unidad.empty() ? vista<C>() : LITERAL(C, ":"), directorio,
+    return concatena<C>({unidad.substr(0, unidad.empty() ? 0 : unidades_del_primero(unidad)),
+                         unidad.empty() ? vista<C>() : LITERAL(C, ":"), directorio,
                          falta_barra ? LITERAL(C, "\\") : vista<C>(), nombre,
                          falta_punto ? LITERAL(C, ".") : vista<C>(), extension},
                         donde);

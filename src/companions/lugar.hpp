@@ -30,9 +30,11 @@ inline constexpr const char* etiqueta_timefich = "timefich (LUMODIR.DLL)";
 inline constexpr modulo modulos[] = {
     // companions
     {"acadorde", etiqueta_lumodir},
+    {"anfitrion_win32", etiqueta_lumodir},
     {"apunorde", etiqueta_lumodir},
     {"arr", etiqueta_lumodir},
     {"buclrein", etiqueta_lumodir},
+    {"caracteres", etiqueta_lumodir},
     {"directorio_abierto", etiqueta_lumodir},
     {"error_interno", etiqueta_lumodir},
     {"lmaviso", etiqueta_lumodir},

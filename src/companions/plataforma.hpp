@@ -22,6 +22,13 @@ std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexce
 // cannot show.
 extern unsigned pagina_de_codigos;
 
+// How the code page writes its characters: in UTF-8; or some of two bytes, the first of which is an initial one. What
+// these answer is asked once (companions/caracteres.hpp).
+bool es_utf8() noexcept;
+bool bytes_iniciales(bool (&iniciales)[256]) noexcept;  // sets its own; false when there are none
+// Whether the code page holds these two bytes, the first an initial one, as one character.
+bool es_caracter_doble(char primero, char segundo) noexcept;
+
 // Lower and upper case of 8-bit text by the active code page, in place, whatever the locale. A character
 // whose counterpart takes another number of bytes stays.
 void minusculas_ansi(char* texto, std::size_t longitud) noexcept;
@@ -41,6 +48,10 @@ unsigned short idioma_del_usuario() noexcept;
 // The system's text for an error code, in the language of the messages where the system has it, else in the system's
 // own, without its line break; the number itself when it has none.
 cadena_w texto_de_codigo_de_error(unsigned long codigo);
+
+// Calls a function of the host's so that an exception of a foreign runtime ends here; one of this compiler's own goes on
+// to the caller (companions/anfitrion.hpp).
+void llama_tras_frontera(void (*funcion)(void*), void* argumento);
 
 // Pauses go through this pointer, so that tests neither wait nor guess.
 extern void (*duerme_ms)(unsigned long milisegundos);

@@ -76,11 +76,31 @@ void (*termina_proceso)() noexcept = i_termina;
 
 unsigned pagina_de_codigos = CP_ACP;
 
-namespace {
-
-bool i_es_utf8() noexcept {
+bool es_utf8() noexcept {
     return pagina_de_codigos == CP_UTF8 || (pagina_de_codigos == CP_ACP && ::GetACP() == CP_UTF8);
 }
+
+bool bytes_iniciales(bool (&iniciales)[256]) noexcept {
+    CPINFO pagina;
+    if (es_utf8() || !::GetCPInfo(pagina_de_codigos, &pagina) || pagina.LeadByte[0] == 0) {
+        return false;
+    }
+    // Ranges, each with its first and its last byte, up to one of zeros.
+    for (int i = 0; i + 1 < MAX_LEADBYTES && pagina.LeadByte[i] != 0; i += 2) {
+        for (unsigned byte = pagina.LeadByte[i]; byte <= pagina.LeadByte[i + 1]; ++byte) {
+            iniciales[byte] = true;
+        }
+    }
+    return true;
+}
+
+bool es_caracter_doble(char primero, char segundo) noexcept {
+    const char pareja[] = {primero, segundo};
+    wchar_t unidades[2];
+    return ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, pareja, 2, unidades, 2) > 0;
+}
+
+namespace {
 
 // Character by character: what is not valid becomes U+FFFD. Left to itself the system would put the code page's own
 // default there, a character like any other.
@@ -112,7 +132,7 @@ std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_
 std::size_t i_bytes_de_caracter(vista_a texto) noexcept {
     const auto primero = static_cast<unsigned char>(texto.front());
     std::size_t bytes = 1;
-    if (i_es_utf8()) {
+    if (es_utf8()) {
         bytes = primero >= 0xF0 ? 4 : primero >= 0xE0 ? 3 : primero >= 0xC0 ? 2 : 1;
     } else if (::IsDBCSLeadByteEx(pagina_de_codigos, primero)) {
         bytes = 2;
@@ -137,7 +157,7 @@ bool i_convierte_caracter(char* caracter, int bytes, DWORD caja) noexcept {
     }
     char resultado[8];
     BOOL falta = FALSE;
-    const bool utf8 = i_es_utf8();  // it holds every character, and admits neither flags nor the question
+    const bool utf8 = es_utf8();  // it holds every character, and admits neither flags nor the question
     const int largo =
         ::WideCharToMultiByte(pagina_de_codigos, utf8 ? 0 : WC_NO_BEST_FIT_CHARS, convertidas, num, resultado,
                               sizeof resultado, nullptr, utf8 ? nullptr : &falta);
@@ -168,7 +188,7 @@ std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noe
     if (longitud == 0) {
         return 0;
     }
-    const DWORD opciones = i_es_utf8() ? 0 : MB_ERR_INVALID_CHARS;  // UTF-8 has U+FFFD by itself
+    const DWORD opciones = es_utf8() ? 0 : MB_ERR_INVALID_CHARS;  // UTF-8 has U+FFFD by itself
     int unidades = 0;
     if (sitio > 0) {
         unidades = ::MultiByteToWideChar(pagina_de_codigos, opciones, texto.data(), longitud, destino,
@@ -187,7 +207,7 @@ std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexce
         return 0;
     }
     // UTF-8 as the active code page admits no flags.
-    const DWORD opciones = i_es_utf8() ? 0 : WC_NO_BEST_FIT_CHARS;
+    const DWORD opciones = es_utf8() ? 0 : WC_NO_BEST_FIT_CHARS;
     if (sitio > 0) {
         const int escritos = ::WideCharToMultiByte(pagina_de_codigos, opciones, texto.data(), longitud,
                                                    destino, i_longitud(sitio), nullptr, nullptr);

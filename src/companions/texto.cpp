@@ -1,9 +1,74 @@
-// The formatter behind every message: see cadena.hpp for what it promises.
-// Checked by tests/companions/cadena_test.cpp.
+// The length of a text, and the formatter behind every message: see texto.hpp and cadena.hpp for what they promise.
+// Checked by tests/companions/texto_test.cpp and cadena_test.cpp.
+#include <bit>
+
 #include "companions/cadena.hpp"
+
+// Sanitizers would take what is read behind the terminator for an error.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define LUMODIR_UNIDAD_A_UNIDAD 1
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !(defined(__SSE2__) || defined(_M_X64))
+#define LUMODIR_UNIDAD_A_UNIDAD 1
+#endif
+#ifndef LUMODIR_UNIDAD_A_UNIDAD
+#include <emmintrin.h>
+#endif
 
 namespace lumodir {
 namespace {
+
+template <class C>
+std::size_t i_longitud_llana(const C* texto) noexcept {
+    const C* p = texto;
+    while (*p != C(0)) {
+        ++p;
+    }
+    return static_cast<std::size_t>(p - texto);
+}
+
+#ifndef LUMODIR_UNIDAD_A_UNIDAD
+
+// A bit for each byte of sixteen that belongs to a terminator.
+template <class C>
+unsigned i_terminadores(const __m128i* bloque) noexcept {
+    const __m128i cero = _mm_setzero_si128();
+    const __m128i bytes = _mm_load_si128(bloque);
+    return static_cast<unsigned>(
+        _mm_movemask_epi8(sizeof(C) == 1 ? _mm_cmpeq_epi8(bytes, cero) : _mm_cmpeq_epi16(bytes, cero)));
+}
+
+// Sixteen bytes at a time, from a multiple of sixteen on: such a block lies in one page, and that of the terminator is
+// the last one read.
+template <class C>
+std::size_t i_longitud_a_bloques(const C* texto) noexcept {
+    const auto direccion = reinterpret_cast<std::uintptr_t>(texto);
+    if (direccion % sizeof(C) != 0) {
+        return i_longitud_llana(texto);
+    }
+    const auto* bloque = reinterpret_cast<const __m128i*>(direccion & ~std::uintptr_t{15});
+    const unsigned delante = static_cast<unsigned>(direccion & 15);
+    unsigned donde = i_terminadores<C>(bloque) >> delante << delante;
+    while (donde == 0) {
+        donde = i_terminadores<C>(++bloque);
+    }
+    const auto fin =
+        reinterpret_cast<std::uintptr_t>(bloque) + static_cast<unsigned>(std::countr_zero(donde));
+    return (fin - direccion) / sizeof(C);
+}
+
+#endif
+
+template <class C>
+std::size_t i_longitud_de(const C* texto) noexcept {
+#ifdef LUMODIR_UNIDAD_A_UNIDAD
+    return i_longitud_llana(texto);
+#else
+    return i_longitud_a_bloques(texto);
+#endif
+}
 
 // Length of the placeholder at the start of `formato` (which begins with %); 0 when it is none.
 template <class C>
@@ -42,6 +107,13 @@ void i_recorre_formato(vista<C> formato, const argumento<C>* argumentos, std::si
 }
 
 }  // namespace
+
+std::size_t i_longitud(const wchar_t* texto) noexcept {
+    return i_longitud_de(texto);
+}
+std::size_t i_longitud(const char* texto) noexcept {
+    return i_longitud_de(texto);
+}
 
 template <class C>
 cadena<C> i_formatea(vista<C> formato, const argumento<C>* argumentos, std::size_t num, lugar donde) {

@@ -1,9 +1,10 @@
 // Text views and the pure text operations that the library is written with, for 8-bit and UTF-16 text alike.
 //
 // Promises: no allocation, no locale, no C-library wide function (their wchar_t is 32 bits wide on Linux, where
-// this code is also built, for sanitizers and fuzzers); lengths count code units; every view may hold NULs.
+// this code is also built, for sanitizers and fuzzers); lengths count code units; every view may hold NULs. What is
+// looked for in 8-bit text is found as a character only, never as the second byte of one (companions/caracteres.hpp).
 // Cannot promise: anything about a NULL pointer: `a_vista` is the one place that turns it into an empty view.
-// Checked by tests/companions/texto_test.cpp.
+// Checked by tests/companions/texto_test.cpp and caracteres_test.cpp.
 #pragma once
 
 #include <cstddef>
@@ -18,6 +19,11 @@
 namespace lumodir {
 
 static_assert(sizeof(wchar_t) == 2, "wide text is UTF-16: build with 16-bit wchar_t (-fshort-wchar)");
+
+// The length of a terminated text, several units at a time. No unit behind the terminator matters, though some may be
+// read: never beyond the page of memory that it stands in.
+std::size_t i_longitud(const wchar_t* texto) noexcept;
+std::size_t i_longitud(const char* texto) noexcept;
 
 // Character traits of UTF-16 text. The standard ones reach the C library's wide functions.
 struct rasgos_utf16 {
@@ -41,6 +47,9 @@ struct rasgos_utf16 {
         return 0;
     }
     static constexpr std::size_t length(const char_type* s) noexcept {
+        if (!std::is_constant_evaluated()) {
+            return i_longitud(s);
+        }
         const char_type* p = s;
         while (*p != 0) {
             ++p;
@@ -96,7 +105,10 @@ constexpr vista<C> i_elige(vista_a a, vista_w w) noexcept {
 
 template <class C>
 constexpr vista<C> a_vista(const C* texto) noexcept {
-    return texto == nullptr ? vista<C>() : vista<C>(texto);
+    if (texto == nullptr) {
+        return vista<C>();
+    }
+    return std::is_constant_evaluated() ? vista<C>(texto) : vista<C>(texto, i_longitud(texto));
 }
 
 template <class C>
@@ -105,8 +117,54 @@ constexpr bool es_separador(C c) noexcept {
 }
 
 template <class C>
+constexpr bool es_barra(C c) noexcept {
+    return c == C('\\');
+}
+
+template <class C>
+constexpr bool es_punto(C c) noexcept {
+    return c == C('.');
+}
+
+template <class C>
 constexpr bool es_letra(C c) noexcept {
     return (c >= C('A') && c <= C('Z')) || (c >= C('a') && c <= C('z'));
+}
+
+// The slow questions of the two functions below, for a byte above ASCII; see caracteres.hpp.
+bool i_empieza_caracter(vista_a texto, std::size_t donde) noexcept;
+std::size_t i_bytes_de_caracter(vista_a texto) noexcept;
+
+// Whether a character begins at `donde`, where an ASCII one seems to stand. In 8-bit text the byte may be the second
+// one of a character, but only behind a byte above ASCII.
+template <class C>
+constexpr bool empieza_caracter(vista<C> texto, std::size_t donde) noexcept {
+    if constexpr (sizeof(C) == 1) {
+        return donde == 0 || static_cast<unsigned char>(texto[donde - 1]) < 0x80 ||
+               i_empieza_caracter(texto, donde);
+    } else {
+        return true;
+    }
+}
+
+// How many units the first character of a text takes that is not empty: one of UTF-16, all the bytes of an 8-bit one.
+template <class C>
+constexpr std::size_t unidades_del_primero(vista<C> texto) noexcept {
+    if constexpr (sizeof(C) == 1) {
+        return static_cast<unsigned char>(texto.front()) < 0x80 ? 1 : i_bytes_de_caracter(texto);
+    } else {
+        return 1;
+    }
+}
+
+// Where the text goes on behind its last character of a kind (of ASCII); 0 when there is none.
+template <class C, class Es>
+constexpr std::size_t tras_el_ultimo(vista<C> texto, Es es) noexcept {
+    std::size_t i = texto.size();
+    while (i > 0 && !(es(texto[i - 1]) && empieza_caracter(texto, i - 1))) {
+        --i;
+    }
+    return i;
 }
 
 template <class C>
@@ -114,17 +172,20 @@ constexpr bool empieza_por(vista<C> texto, std::type_identity_t<vista<C>> princi
     return texto.size() >= principio.size() && texto.substr(0, principio.size()) == principio;
 }
 
+// The ending is ASCII.
 template <class C>
 constexpr bool acaba_en(vista<C> texto, std::type_identity_t<vista<C>> final) noexcept {
-    return texto.size() >= final.size() && texto.substr(texto.size() - final.size()) == final;
+    return texto.size() >= final.size() && texto.substr(texto.size() - final.size()) == final &&
+           empieza_caracter(texto, texto.size() - final.size());
 }
 
 template <class C>
 constexpr bool acaba_en_separador(vista<C> texto) noexcept {
-    return !texto.empty() && es_separador(texto.back());
+    return !texto.empty() && es_separador(texto.back()) && empieza_caracter(texto, texto.size() - 1);
 }
 
-// Only the space character is trimmed: tabs and the Unicode blanks belong to the text.
+// Only the space character is trimmed: tabs and the Unicode blanks belong to the text. No code page has a blank as
+// the second byte of a character.
 template <class C>
 constexpr vista<C> recorta_derecha(vista<C> texto) noexcept {
     while (!texto.empty() && texto.back() == C(' ')) {
@@ -179,21 +240,24 @@ constexpr bool empieza_por_sin_caja(vista<C> texto, std::type_identity_t<vista<C
            compara_sin_caja(texto.substr(0, principio.size()), principio) == 0;
 }
 
-// Token number `numero` (from 1) of the text cut at any of the separators; empty tokens do not count. An empty
-// view answers "there is none".
+// Token number `numero` (from 1) of the text cut at any of the separators, which are ASCII; empty tokens do not
+// count. An empty view answers "there is none".
 template <class C>
 constexpr vista<C> extrae_token(vista<C> texto, std::size_t numero,
                                 std::type_identity_t<vista<C>> separadores) noexcept {
+    const auto es_separador_en = [&](std::size_t i) {
+        return separadores.find(texto[i]) != vista<C>::npos && empieza_caracter(texto, i);
+    };
     std::size_t i = 0;
     for (;;) {
-        while (i < texto.size() && separadores.find(texto[i]) != vista<C>::npos) {
+        while (i < texto.size() && es_separador_en(i)) {
             ++i;
         }
         if (i == texto.size()) {
             return {};
         }
         std::size_t fin = i;
-        while (fin < texto.size() && separadores.find(texto[fin]) == vista<C>::npos) {
+        while (fin < texto.size() && !es_separador_en(fin)) {
             ++fin;
         }
         if (--numero == 0) {

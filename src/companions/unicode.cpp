@@ -1,6 +1,7 @@
 // See unicode.hpp.
 #include "companions/unicode.hpp"
 
+#include "companions/caracteres.hpp"
 #include "companions/plataforma.hpp"
 
 namespace lumodir {
@@ -30,6 +31,11 @@ cadena_w a_utf16(vista_a texto, lugar donde) {
     if (i_es_ascii(texto)) {
         cadena_w resultado = cadena_w::con_sitio(texto.size(), donde);
         i_copia_ascii(texto, resultado.datos());
+        return resultado;
+    }
+    if (i_escritura() == escritura::de_un_byte) {
+        cadena_w resultado = cadena_w::con_sitio(texto.size(), donde);
+        i_convierte_de_un_byte(texto, resultado.datos());
         return resultado;
     }
     const std::size_t longitud = plataforma::ansi_a_utf16(texto, nullptr, 0);
@@ -65,7 +71,7 @@ utf16_temporal::utf16_temporal(vista_a texto, lugar donde) {
     longitud_ = texto.size();
     if (longitud_ < sitio_corto && i_es_ascii(texto)) {
         i_copia_ascii(texto, corto_);
-    } else {
+    } else if (longitud_ >= sitio_corto || !i_convierte_de_un_byte(texto, corto_)) {
         longitud_ = plataforma::ansi_a_utf16(texto, corto_, sitio_corto - 1);
     }
     if (longitud_ < sitio_corto) {

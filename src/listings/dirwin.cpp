@@ -66,9 +66,11 @@ void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAW& ultima) noexcept {
 
 template <class C>
 bool i_da_un_paso(HANDLE manija, WIN32_FIND_DATAW* destino) noexcept {
-    const sin_dialogos callado;
-    if (sistema.FindNextFileW(manija, destino)) {
-        return true;
+    {
+        const sin_dialogos callado;  // not while a receiver of the host's runs
+        if (sistema.FindNextFileW(manija, destino)) {
+            return true;
+        }
     }
     const DWORD codigo = ::GetLastError();
     if (codigo != ERROR_NO_MORE_FILES) {
@@ -91,11 +93,7 @@ using patron_en_utf16 = std::conditional_t<std::is_same_v<C, wchar_t>, patron_an
 
 // Where the last component of a pattern begins; 0 when there is no separator before it.
 std::size_t i_principio_de_ultimo_componente(vista_w patron) noexcept {
-    std::size_t i = patron.size();
-    while (i > 0 && !es_separador(patron[i - 1])) {
-        --i;
-    }
-    return i;
+    return tras_el_ultimo(patron, es_separador<wchar_t>);
 }
 
 // A pattern tied to its place, together with the search of the whole directory that may have to follow.

@@ -1,13 +1,15 @@
 // The directory enumerator's own filter: which names pass when the system's search does not answer a pattern.
 // Pure text, so that it can be tested against a model, and fuzzed, away from Windows.
 //
-// Promises: no allocation, no recursion, one look at each character.
+// Promises: no allocation for what a file system takes for a name, no recursion, one look at each character. In 8-bit
+// text "?" is one character, whatever its bytes.
 // Cannot promise: what the system's own wildcards do. The rules are looser on purpose (a filter without a point
 // ignores the name's extension) and the two flavours differ: see `i_cola_comparada`.
 // Checked by tests/listings/filtro_test.cpp against a naive model over all short names and filters, and by fuzzing.
 #pragma once
 
-#include "companions/texto.hpp"
+#include "companions/caracteres.hpp"
+#include "companions/lumospy.hpp"
 
 namespace lumodir {
 
@@ -64,14 +66,57 @@ constexpr nombre_partido<C> i_parte_nombre(vista<C> nombre) noexcept {
     return {nombre.substr(0, punto), nombre.substr(punto + 1)};
 }
 
-// Letter case counts: the 8-bit flavour hands over both texts in lower case.
+// A character by unit.
 template <class C>
-constexpr bool i_cumple_filtro(vista<C> nombre_y_extension,
-                               std::type_identity_t<vista<C>> filtro_nombre_y_extension) noexcept {
+constexpr bool i_cumple_filtro_por_unidades(vista<C> nombre_y_extension,
+                                            vista<C> filtro_nombre_y_extension) noexcept {
     const nombre_partido<C> nombre = i_parte_nombre(nombre_y_extension);
     const nombre_partido<C> filtro = i_parte_nombre(filtro_nombre_y_extension);
     return i_cumple_pieza(nombre.base, filtro.base) &&
            (filtro.extension.empty() || i_cumple_pieza(nombre.extension, filtro.extension));
+}
+
+// 8-bit text with each of its characters as one unit, made of its bytes.
+class caracteres_en_unidades {
+public:
+    explicit caracteres_en_unidades(vista_a texto) {
+        if (texto.size() > sitio_corto) {
+            largo_.reserva_sitio(texto.size());
+        }
+        char32_t* const unidades = texto.size() > sitio_corto ? largo_.data() : corto_;
+        std::size_t num = 0;
+        por_caracteres(texto, [&](vista_a caracter) {
+            char32_t unidad = 0;
+            for (const char c : caracter) {
+                unidad = unidad << 8 | static_cast<unsigned char>(c);
+            }
+            unidades[num++] = unidad;
+        });
+        vista_ = {unidades, num};
+    }
+    caracteres_en_unidades(const caracteres_en_unidades&) = delete;
+    caracteres_en_unidades& operator=(const caracteres_en_unidades&) = delete;
+
+    vista<char32_t> ver() const noexcept { return vista_; }
+
+private:
+    static constexpr std::size_t sitio_corto = 260;  // bytes: a name that the 8-bit search can give
+    char32_t corto_[sitio_corto];
+    vector_interno<char32_t> largo_;
+    vista<char32_t> vista_;
+};
+
+// Letter case counts: the 8-bit flavour hands over both texts in lower case.
+template <class C>
+bool i_cumple_filtro(vista<C> nombre_y_extension, std::type_identity_t<vista<C>> filtro_nombre_y_extension) {
+    if constexpr (sizeof(C) == 1) {
+        if (i_puede_tener_caracteres_largos(nombre_y_extension) ||
+            i_puede_tener_caracteres_largos(filtro_nombre_y_extension)) {
+            return i_cumple_filtro_por_unidades(caracteres_en_unidades(nombre_y_extension).ver(),
+                                                caracteres_en_unidades(filtro_nombre_y_extension).ver());
+        }
+    }
+    return i_cumple_filtro_por_unidades(nombre_y_extension, filtro_nombre_y_extension);
 }
 
 }  // namespace lumodir

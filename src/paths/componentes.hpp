@@ -3,9 +3,10 @@
 //
 // Promises: a view is a part of the path given; an incorrect path is reported and still gives its pieces; a
 // view without data (NULL) is reported and gives nothing.
-// Cannot promise: 8-bit pieces beyond 1023 bytes, which the splitter cuts; that `i_directorio_de_fichero` and
-// `i_nombre_tras_ultima_barra` agree with the rest: those two look at separators alone, on purpose.
-// Checked by tests/paths/componentes_test.cpp, also against naive models over every short string.
+// Cannot promise: that `i_directorio_de_fichero` and `i_nombre_tras_ultima_barra` agree with the rest: those two look
+// at separators alone, on purpose.
+// Checked by tests/paths/componentes_test.cpp, also against naive models over every short string, and in every code
+// page by paginas_modelo_test.cpp.
 #pragma once
 
 #include "companions/cadena.hpp"
@@ -16,20 +17,13 @@ namespace lumodir {
 // checked, and silent.
 template <class C>
 constexpr vista<C> i_directorio_de_fichero(vista<C> ruta) noexcept {
-    while (!ruta.empty() && !es_separador(ruta.back())) {
-        ruta.remove_suffix(1);
-    }
-    return ruta;
+    return ruta.substr(0, tras_el_ultimo(ruta, es_separador<C>));
 }
 
 // What follows the last "\" ("/" does not count here). Neither trimmed nor checked, and silent.
 template <class C>
 constexpr vista<C> i_nombre_tras_ultima_barra(vista<C> ruta) noexcept {
-    std::size_t principio = ruta.size();
-    while (principio > 0 && ruta[principio - 1] != C('\\')) {
-        --principio;
-    }
-    return ruta.substr(principio);
+    return ruta.substr(tras_el_ultimo(ruta, es_barra<C>));
 }
 
 // The functions below ignore trailing blanks, accept wildcards and report an incorrect path.

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "companions/caracteres.hpp"
 #include "companions/crt_rutas.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/plataforma.hpp"
@@ -13,12 +14,13 @@ namespace {
 
 constexpr vista_a caracteres_prohibidos = "<>:\"|\\/*?";
 
-constexpr bool i_prohibido(char c) noexcept {
-    return caracteres_prohibidos.find(c) != vista_a::npos;
+// A second byte 0x5C or 0x7C is no separator and no bar.
+constexpr bool i_prohibido(vista_a caracter) noexcept {
+    return caracter.size() == 1 && caracteres_prohibidos.find(caracter[0]) != vista_a::npos;
 }
 
-constexpr bool i_de_control(char c) noexcept {
-    return static_cast<unsigned char>(c) < ' ';
+constexpr bool i_de_control(vista_a caracter) noexcept {
+    return caracter.size() == 1 && static_cast<unsigned char>(caracter[0]) < ' ';
 }
 
 // Two steps, and the order matters: a control character counts only in a text that holds a forbidden one too.
@@ -27,18 +29,22 @@ bool i_comprueba_caracteres(vista_a cadena) {
     if (!i_comprueba(cadena.data() != nullptr, "(cadena) != NULL")) {
         return false;
     }
-    if (cadena.find_first_of(caracteres_prohibidos) == vista_a::npos) {
+    bool alguno = false;
+    if (cadena.find_first_of(caracteres_prohibidos) != vista_a::npos) {
+        por_caracteres(cadena, [&](vista_a caracter) { alguno = alguno || i_prohibido(caracter); });
+    }
+    if (!alguno) {
         return true;
     }
     // Each of them is a report with the whole text, however long: one conversion serves all.
     const cadena_w detalle = a_utf16(cadena);
-    for (const char c : cadena) {
-        if (i_prohibido(c) || i_de_control(c)) {
+    por_caracteres(cadena, [&](vista_a caracter) {
+        if (i_prohibido(caracter) || i_de_control(caracter)) {
             error_interno_msg_u(R"(c >= ' ' && c != '<' && c != '>' && c != ':' && c != '\"' && c != '|' )"
                                 R"(&& c != '\\' && c != '/' && c != '*' && c != '?')",
                                 detalle.c_str());
         }
-    }
+    });
     return true;
 }
 
@@ -104,12 +110,12 @@ registro_nomsfich i_crea_nomsfich(vista_a nombre) {
     if (nombre.data() == nullptr) {
         return i_registro({}, i_no_nula({}));
     }
-    const std::size_t punto = nombre.rfind('.');
-    if (punto == vista_a::npos) {
+    const std::size_t tras_punto = tras_el_ultimo(nombre, es_punto<char>);
+    if (tras_punto == 0) {
         return i_registro(i_en_minusculas(nombre), i_no_nula({}));
     }
-    return i_registro(i_en_minusculas(nombre.substr(0, punto)),
-                      i_en_minusculas(recorta_derecha(nombre.substr(punto + 1))));
+    return i_registro(i_en_minusculas(nombre.substr(0, tras_punto - 1)),
+                      i_en_minusculas(recorta_derecha(nombre.substr(tras_punto))));
 }
 
 }  // namespace lumodir

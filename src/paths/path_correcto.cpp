@@ -1,69 +1,68 @@
 // See path_correcto.hpp.
 #include "paths/path_correcto.hpp"
 
+#include <algorithm>
+#include <bit>
+
 #include "cdir.h"
 #include "companions/crt_rutas.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/limites.hpp"
+#include "companions/unicode.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
-#include "frame/puente.hpp"
+#include "paths/notas.hpp"
 
 namespace lumodir {
 namespace {
 
-// What a unit means to the checker; units above ASCII mean nothing.
-enum clase : unsigned char {
-    clase_invalido = 1,   // control characters and *"?<>|
-    clase_separador = 2,  // \ and /
-    clase_dos_puntos = 4,
-    clase_punto = 8,
-    clase_fin = 16  // the terminator
-};
-
 // The family's own names (the last three) are reserved like those of the system.
-constexpr vista_w nombres_reservados[] = {L"CON",      L"NUL",      L"LPT1",     L"LPT2",     L"LPT3",
-                                          L"PRN",      L"COM1",     L"COM2",     L"COM3",     L"COM4",
-                                          L"AUX",      L"CLOCK$",   L"IFS$HLP$", L"SETVERXX", L"$MMXXXX0",
-                                          L"&MMXXXX0", L"XMSXXXX0", L"LUMOGR",   L"KORAX",    L"LUMODEV"};
+constexpr vista_a nombres_reservados[] = {"CON",      "NUL",      "LPT1",     "LPT2",     "LPT3",
+                                          "PRN",      "COM1",     "COM2",     "COM3",     "COM4",
+                                          "AUX",      "CLOCK$",   "IFS$HLP$", "SETVERXX", "$MMXXXX0",
+                                          "&MMXXXX0", "XMSXXXX0", "LUMOGR",   "KORAX",    "LUMODEV"};
+constexpr unsigned longitud_maxima_reservada = 8;
 
-struct tabla_unidades {
-    unsigned char clase[128] = {};
-    // Bit n: a reserved name of n units begins with this unit. Few names get past this question.
-    unsigned short longitudes_reservadas[128] = {};
+// Bit n of a unit: a reserved name of n units has it in first place, or in second. Few names get past both questions.
+struct tabla_reservados {
+    unsigned short primeras[256] = {};
+    unsigned short segundas[256] = {};
 
-    constexpr tabla_unidades() {
-        clase[0] = clase_fin;
-        for (int c = 1; c < 32; ++c) {
-            clase[c] = clase_invalido;
-        }
-        for (const char c : {'*', '"', '?', '<', '>', '|'}) {
-            clase[static_cast<int>(c)] = clase_invalido;
-        }
-        clase[static_cast<int>('\\')] = clase[static_cast<int>('/')] = clase_separador;
-        clase[static_cast<int>(':')] = clase_dos_puntos;
-        clase[static_cast<int>('.')] = clase_punto;
-        for (const vista_w nombre : nombres_reservados) {
+    constexpr tabla_reservados() {
+        for (const vista_a nombre : nombres_reservados) {
             const auto bit = static_cast<unsigned short>(1u << nombre.size());
-            longitudes_reservadas[static_cast<int>(nombre[0])] |= bit;
-            longitudes_reservadas[static_cast<int>(minuscula_ascii(nombre[0]))] |= bit;
+            for (const char c : {nombre[0], minuscula_ascii(nombre[0])}) {
+                primeras[static_cast<unsigned char>(c)] |= bit;
+            }
+            for (const char c : {nombre[1], minuscula_ascii(nombre[1])}) {
+                segundas[static_cast<unsigned char>(c)] |= bit;
+            }
         }
     }
 };
-constexpr tabla_unidades unidades;
+constexpr tabla_reservados reservados;
 
-constexpr unsigned i_clase(wchar_t c) noexcept {
-    return static_cast<unsigned>(c) < 128 ? unidades.clase[c] : 0u;
+// The lengths of the reserved names that may begin so; the upper half of a unit is left to who compares the whole.
+template <class C>
+constexpr unsigned i_longitudes_reservadas(C primera, C segunda) noexcept {
+    return static_cast<unsigned>(reservados.primeras[static_cast<unsigned char>(primera)] &
+                                 reservados.segundas[static_cast<unsigned char>(segunda)]);
 }
 
 // `tronco` is a component up to its first point: "CON" and "CON.anything" are the device, "CONFIG" is not.
-bool i_es_reservado(vista_w tronco) noexcept {
-    if (tronco.empty() || tronco.size() > 15 || static_cast<unsigned>(tronco[0]) >= 128 ||
-        (unidades.longitudes_reservadas[tronco[0]] >> tronco.size() & 1) == 0) {
+template <class C>
+bool i_es_reservado(vista<C> tronco) noexcept {
+    if (tronco.size() < 2 || tronco.size() > longitud_maxima_reservada ||
+        (i_longitudes_reservadas(tronco[0], tronco[1]) >> tronco.size() & 1) == 0) {
         return false;
     }
-    for (const vista_w reservado : nombres_reservados) {
-        if (iguales_sin_caja(tronco, reservado)) {
+    for (const vista_a reservado : nombres_reservados) {
+        std::size_t i = 0;
+        while (i < tronco.size() && reservado.size() == tronco.size() &&
+               minuscula_ascii(tronco[i]) == static_cast<C>(minuscula_ascii(reservado[i]))) {
+            ++i;
+        }
+        if (i == tronco.size()) {
             return true;
         }
     }
@@ -74,53 +73,11 @@ constexpr std::size_t limite_componente =
     lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension();
 
 // The rules on a component whose characters are known to be valid and whose trailing blanks are cut.
-bool i_componente_correcto(vista_w nombre) noexcept {
+template <class C>
+bool i_componente_correcto(vista<C> nombre) noexcept {
     return !nombre.empty() && nombre.size() <= limite_componente &&
-           !i_es_reservado(nombre.substr(0, nombre.find(L'.')));
+           !i_es_reservado(nombre.substr(0, nombre.find(C('.'))));
 }
-
-// One pass that knows the usual path: it answers CIERTO only for a path that every rule accepts, and leaves
-// whatever is unusual (a blank or a point at an end, a share, ...) to the rules themselves. The text ends at its
-// terminator, which saves the question at every unit, or else at `fin`.
-template <bool terminado>
-bool i_es_path_corriente(const wchar_t* path, const wchar_t* fin) noexcept {
-    const auto en_clases = [fin](const wchar_t* q, unsigned clases) {
-        return (terminado || q != fin) && (i_clase(*q) & ~clases) == 0;
-    };
-    const wchar_t* p = path;
-    if (es_letra(p[0]) && p[1] == L':') {
-        p += 2;
-    }
-    if (p[0] == L'\\' && p[1] == L'\\') {
-        return false;
-    }
-    for (;;) {
-        const wchar_t* const principio = p;
-        while (en_clases(p, 0)) {
-            ++p;
-        }
-        const wchar_t* const fin_tronco = p;
-        while (en_clases(p, clase_punto)) {
-            ++p;
-        }
-        const auto longitud = static_cast<std::size_t>(p - principio);
-        if (longitud > 0 &&
-            (p[-1] == L' ' || p[-1] == L'.' || longitud > limite_componente ||
-             i_es_reservado(vista_w(principio, static_cast<std::size_t>(fin_tronco - principio))))) {
-            return false;
-        }
-        if (terminado ? *p == L'\0' : p == fin) {
-            return p != path && p - path <= lmlongpath_get_longitud_maxima_permitida_path();
-        }
-        if (!es_separador(*p)) {
-            return false;
-        }
-        ++p;
-    }
-}
-
-// A drive and the two units after it are looked at without asking for the end.
-constexpr std::size_t minimo_corriente = 4;
 
 bool i_es_punto_o_dos_puntos(vista_w nombre) noexcept {
     return nombre == L"." || nombre == L"..";
@@ -128,104 +85,197 @@ bool i_es_punto_o_dos_puntos(vista_w nombre) noexcept {
 
 // A final point is taken only where the path begins or ends with a relative part; that only the last character
 // is looked at, and never the first, is meant so.
-bool i_punto_final_admitido(vista_w path) noexcept {
-    for (const vista_w principio : {L"./", L".\\", L"../", L"..\\"}) {
-        if (empieza_por(path, principio)) {
-            return true;
-        }
+template <class C>
+bool i_punto_final_admitido(vista<C> path) noexcept {
+    // "./", ".\", "../", "..\" at the front; "/.", "\.", "/..", "\.." at the end.
+    std::size_t delante = 0;
+    while (delante < 2 && delante < path.size() && es_punto(path[delante])) {
+        ++delante;
     }
-    for (const vista_w final : {L"/.", L"\\.", L"/..", L"\\.."}) {
-        if (acaba_en(path, final)) {
-            return true;
-        }
+    if (delante > 0 && delante < path.size() && es_separador(path[delante])) {
+        return true;
     }
-    return false;
+    std::size_t detras = 1;
+    if (path.size() > 1 && es_punto(path[path.size() - 2])) {
+        detras = 2;
+    }
+    return path.size() > detras && es_separador(path[path.size() - detras - 1]);
 }
 
 struct veredicto {
     ConstructorMensaje motivo = nullptr;  // NULL: the path is correct
-    vista_w argumento;                    // of the message, where it has one
-    unsigned short limite = 0;            // second argument of "too long"
-    bool se_muestra = true;
     bool es_unc = false;
+    bool es_ascii = true;  // otherwise the rest says nothing: 8-bit text is judged in UTF-16
 };
 
-// The rules on the components of `resto` (the path after its drive).
-veredicto i_examina_componentes(vista_w resto, bool algun_invalido) noexcept {
-    veredicto fallo;
-    std::size_t i = 0;
-    while (i < resto.size()) {
-        const std::size_t principio = i;
-        while (i < resto.size() && !es_separador(resto[i])) {
-            ++i;
+// The rules on the components of a path, in one walk over its notes.
+template <class C>
+class examen_de_componentes {
+public:
+    // The components begin behind the drive.
+    examen_de_componentes(vista<C> path, std::size_t tras_unidad) noexcept
+        : path_(path), tras_unidad_(tras_unidad), num_(tras_unidad > 0 ? 1 : 0) {
+        notas_de_64 esta = i_anota(path, 0);
+        // The drive is none of the components; its colon is where one may be.
+        esta.separador |= (bits{1} << tras_unidad) - 1;
+        esta.raro &= ~((bits{1} << tras_unidad) - 1);
+        bits tras_separador = 1;
+        for (std::size_t desde = 0; desde < path.size(); desde += 64) {
+            const notas_de_64 otra = i_anota(path, desde + 64);
+            alguno_raro_ |= esta.raro;
+            alguno_alto_ |= esta.alto;
+            i_examina(desde, esta, otra, ~esta.separador & (esta.separador << 1 | tras_separador));
+            tras_separador = esta.separador >> 63;
+            esta = otra;
         }
-        const vista_w componente = resto.substr(principio, i - principio);
-        ++i;
-        if (componente.empty() || i_es_punto_o_dos_puntos(componente)) {
-            continue;
-        }
-        const bool bien = algun_invalido ? i_nombre_base_correcto_UNICODE(componente)
-                                         : i_componente_correcto(recorta_derecha(componente));
-        if (!bien) {
-            // Never shown, only handed back. Over-long names are among these too.
-            fallo.motivo = i_msg_53949_caracteres_no_validos_en_nombre;
-            fallo.argumento = recorta_derecha(componente);
-            fallo.se_muestra = false;
-            return fallo;
+        if (path.size() - tras_unidad > limite_componente) {
+            i_busca_largos();
         }
     }
-    return fallo;
-}
 
-veredicto i_examina(vista_w path, bool puede_ser_vacio) noexcept {
-    veredicto juicio;
-    if (path.empty() && !puede_ser_vacio) {
-        juicio.motivo = i_msg_53960_sin_nombre_de_directorio;
-        return juicio;
-    }
-    const unsigned short limite = lmlongpath_get_longitud_maxima_permitida_path();
-    if (path.size() > limite) {
-        juicio.motivo = i_msg_374376_path_demasiado_largo;
-        juicio.argumento = path;
-        juicio.limite = limite;
-        return juicio;
-    }
-    unsigned presentes = 0;
-    for (const wchar_t c : path) {
-        presentes |= i_clase(c);
-    }
-    std::size_t tras_unidad = 0;
-    if ((presentes & clase_dos_puntos) != 0) {
-        if (path.size() < 2 || !es_letra(path[0]) || path[1] != L':') {
-            juicio.motivo = i_msg_53958_unidad_debe_ser_letra;
-            return juicio;
+    bool es_ascii() const noexcept { return alguno_alto_ == 0; }
+    bool hay_raros() const noexcept { return alguno_raro_ != 0; }
+    // What no rule refuses, with no such character in any.
+    bool correctos() const noexcept { return correctos_ && !hay_raros(); }
+    // The drive counts as one.
+    std::size_t num() const noexcept { return num_; }
+
+private:
+    void i_examina(std::size_t desde, const notas_de_64& esta, const notas_de_64& otra,
+                   bits principios) noexcept {
+        const bits fines = esta.separador | esta.punto;
+        const bits otros_fines = otra.separador | otra.punto;
+        for (; principios != 0; principios &= principios - 1) {
+            ++num_;
+            const auto i = static_cast<unsigned>(std::countr_zero(principios));
+            // How far it is to the first point or to the end, if that is near.
+            const bits ventana = fines >> i | otros_fines << 1 << (63 - i);
+            const auto longitud =
+                static_cast<unsigned>(std::countr_zero(ventana | bits{2} << longitud_maxima_reservada));
+            const C* const tronco = path_.data() + desde + i;
+            const bool es_el_ultimo = desde + i + 1 == path_.size();
+            if ((i_longitudes_reservadas(tronco[0], tronco[es_el_ultimo ? 0 : 1]) >> longitud & 1) != 0) {
+                correctos_ = correctos_ && !i_es_reservado(vista<C>(tronco, longitud));
+            }
         }
-        tras_unidad = 2;
+        // Blanks at the end of a component do not belong to it: what is left is judged by itself.
+        bits recortados = esta.blanco & (esta.separador >> 1 | otra.separador << 63);
+        for (; recortados != 0; recortados &= recortados - 1) {
+            i_examina_recortado(desde + static_cast<unsigned>(std::countr_zero(recortados)));
+        }
     }
-    if (!path.empty() && path.back() == L'.' && !i_punto_final_admitido(path)) {
-        juicio.motivo = i_msg_53957_punto_al_principio_o_final;
-        juicio.argumento = path;
+    void i_examina_recortado(std::size_t ultimo_blanco) noexcept {
+        const vista<C> hasta = path_.substr(tras_unidad_, ultimo_blanco + 1 - tras_unidad_);
+        std::size_t principio = hasta.size();
+        while (principio > 0 && !es_separador(hasta[principio - 1])) {
+            --principio;
+        }
+        correctos_ = correctos_ && i_componente_correcto(recorta_derecha(hasta.substr(principio)));
+    }
+    // Only a path that is longer than a component may be has one that is too long.
+    void i_busca_largos() noexcept {
+        std::size_t principio = tras_unidad_;
+        for (std::size_t i = tras_unidad_; i <= path_.size(); ++i) {
+            if (i == path_.size() || es_separador(path_[i])) {
+                if (i - principio > limite_componente) {
+                    const vista<C> componente = path_.substr(principio, i - principio);
+                    correctos_ = correctos_ && i_componente_correcto(recorta_derecha(componente));
+                }
+                principio = i + 1;
+            }
+        }
+    }
+
+    vista<C> path_;
+    std::size_t tras_unidad_;
+    std::size_t num_;
+    bool correctos_ = true;
+    bits alguno_raro_ = 0;
+    bits alguno_alto_ = 0;
+};
+
+template <class C>
+veredicto i_examina(vista<C> path, bool puede_ser_vacio) noexcept {
+    veredicto juicio;
+    if (path.empty()) {
+        juicio.motivo = puede_ser_vacio ? nullptr : i_msg_53960_sin_nombre_de_directorio;
         return juicio;
     }
-    const vista_w resto = path.substr(tras_unidad);
-    const bool es_unc = resto.size() > 2 && empieza_por(resto, L"\\\\");
-    const bool otros_dos_puntos = tras_unidad > 0 && resto.find(L':') != vista_w::npos;
-    juicio = i_examina_componentes(resto, (presentes & clase_invalido) != 0 || otros_dos_puntos);
-    juicio.es_unc = es_unc;
-    if (juicio.motivo == nullptr && es_unc && extrae_token(path, 2, L"\\/").empty()) {
+    // Some of many bytes have fewer characters: they are counted in UTF-16.
+    if (path.size() > lmlongpath_get_longitud_maxima_permitida_path()) {
+        juicio.es_ascii = sizeof(C) > 1;
+        juicio.motivo = i_msg_374376_path_demasiado_largo;
+        return juicio;
+    }
+    const bool con_unidad = path.size() > 1 && path[1] == C(':') && es_letra(path[0]);
+    const examen_de_componentes<C> componentes(path, con_unidad ? 2 : 0);
+    if (!componentes.es_ascii()) {
+        juicio.es_ascii = false;
+        return juicio;
+    }
+    if (!con_unidad && componentes.hay_raros() && path.find(C(':')) != vista<C>::npos) {
+        juicio.motivo = i_msg_53958_unidad_debe_ser_letra;
+        return juicio;
+    }
+    if (path.back() == C('.') && !i_punto_final_admitido(path)) {
+        juicio.motivo = i_msg_53957_punto_al_principio_o_final;
+        return juicio;
+    }
+    const vista<C> resto = path.substr(con_unidad ? 2 : 0);
+    juicio.es_unc = resto.size() > 2 && empieza_por(resto, LITERAL(C, "\\\\"));
+    if (!componentes.correctos()) {
+        juicio.motivo = i_msg_53949_caracteres_no_validos_en_nombre;
+    } else if (juicio.es_unc && componentes.num() < 2) {
         juicio.motivo = i_msg_53959_unidad_de_red_incompleta;
     }
     return juicio;
 }
 
-cadena_w i_texto(const veredicto& juicio) {
-    return i_mensaje(juicio.motivo, {juicio.argumento, juicio.limite});
+// The component that a path is refused for, without its trailing blanks.
+vista_w i_primer_componente_incorrecto(vista_w path) noexcept {
+    vista_w resto = path.substr(path.size() > 1 && path[1] == L':' ? 2 : 0);
+    for (;;) {
+        const std::size_t fin = static_cast<std::size_t>(
+            std::find_if(resto.begin(), resto.end(), es_separador<wchar_t>) - resto.begin());
+        const vista_w componente = resto.substr(0, fin);
+        if (!componente.empty() && !i_nombre_base_valido_UNICODE(componente)) {
+            return recorta_derecha(componente);
+        }
+        if (fin == resto.size()) {
+            return {};  // GCOVR_EXCL_LINE: asked only of a path that has one
+        }
+        resto.remove_prefix(fin + 1);
+    }
+}
+
+cadena_w i_texto(ConstructorMensaje motivo, vista_w path) {
+    const bool es_de_componente = motivo == i_msg_53949_caracteres_no_validos_en_nombre;
+    return i_mensaje(motivo, {es_de_componente ? i_primer_componente_incorrecto(path) : path,
+                              lmlongpath_get_longitud_maxima_permitida_path()});
+}
+
+// What a failure tells: 53949 is never shown, only handed back. Over-long names are among those.
+void i_comunica(ConstructorMensaje motivo, vista_w path, unsigned short mostrar_mensaje, wchar_t** mensaje) {
+    if (mostrar_mensaje == CIERTO && motivo != i_msg_53949_caracteres_no_validos_en_nombre &&
+        !i_modo_servicio()) {
+        i_muestra_texto(i_texto(motivo, path).c_str());
+    }
+    if (mensaje != nullptr) {
+        *mensaje = i_texto(motivo, path).suelta();
+    }
+}
+
+void i_guarda(unsigned short* sitio, bool valor) noexcept {
+    if (sitio != nullptr) {
+        *sitio = valor ? CIERTO : FALSO;
+    }
 }
 
 }  // namespace
 
 bool i_caracter_valido(wchar_t c) noexcept {
-    return (i_clase(c) & (clase_invalido | clase_separador | clase_dos_puntos)) == 0;
+    const notas_de_64 n = i_notas_llanas(vista_w(&c, 1));
+    return (n.raro | n.separador) == 0 || c == 0;
 }
 
 bool i_caracter_valido(char c) noexcept {
@@ -249,53 +299,64 @@ bool i_nombre_base_valido_UNICODE(vista_w nombre) noexcept {
 unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_vacio,
                                        unsigned short mostrar_mensaje, unsigned short* es_unc,
                                        wchar_t** mensaje) {
-    if (es_unc != nullptr) {
-        *es_unc = FALSO;
-    }
+    i_guarda(es_unc, false);
     if (!i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")) {
         return FALSO;
     }
-    if (path.size() >= minimo_corriente &&
-        i_es_path_corriente<false>(path.data(), path.data() + path.size())) {
-        return CIERTO;
-    }
     const veredicto juicio = i_examina(path, puede_ser_vacio == CIERTO);
-    if (es_unc != nullptr) {
-        *es_unc = juicio.es_unc ? CIERTO : FALSO;
-    }
+    i_guarda(es_unc, juicio.es_unc);
     if (juicio.motivo == nullptr) {
         return CIERTO;
     }
-    if (mostrar_mensaje == CIERTO && juicio.se_muestra && !i_modo_servicio()) {
-        i_muestra_texto(i_texto(juicio).c_str());
-    }
-    if (mensaje != nullptr) {
-        *mensaje = i_texto(juicio).suelta();
-    }
+    i_comunica(juicio.motivo, path, mostrar_mensaje, mensaje);
     return FALSO;
 }
 
 unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
                                unsigned short* es_unc) {
+    if (path.data() != nullptr) {
+        const veredicto juicio = i_examina(path, puede_ser_vacio == CIERTO);
+        // Nothing to convert where it is ASCII and nothing is to be told.
+        if (juicio.es_ascii && (juicio.motivo == nullptr || mostrar_mensaje != CIERTO)) {
+            i_guarda(es_unc, juicio.es_unc);
+            return juicio.motivo == nullptr ? CIERTO : FALSO;
+        }
+    }
     return i_path_correcto_UNICODE(utf16_temporal(path).ver(), puede_ser_vacio, mostrar_mensaje, es_unc,
                                    nullptr);
 }
 
-unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned short* es_unc) {
-    const trozos_de_ruta<wchar_t> trozos = crt_splitpath(path);
-    const bool nombre_comodin = trozos.nombre == L"*";
-    if (trozos.extension == L".*") {
+namespace {
+
+unsigned short i_correcto(vista_w path, unsigned short* es_unc) {
+    return i_path_correcto_UNICODE(path, FALSO, FALSO, es_unc, nullptr);
+}
+unsigned short i_correcto(vista_a path, unsigned short* es_unc) {
+    return i_path_correcto(path, FALSO, FALSO, es_unc);
+}
+
+template <class C>
+unsigned short i_correcto_con_comodines(vista<C> path, unsigned short* es_unc) {
+    const trozos_de_ruta<C> trozos = crt_splitpath(path);
+    const bool nombre_comodin = trozos.nombre == LITERAL(C, "*");
+    if (trozos.extension == LITERAL(C, ".*")) {
         path.remove_suffix(trozos.extension.size() + (nombre_comodin ? trozos.nombre.size() : 0));
     } else if (nombre_comodin) {
-        const cadena_w probado =
-            concatena<wchar_t>({trozos.unidad, trozos.directorio, L"comprobar", trozos.extension});
-        return i_path_correcto_UNICODE(probado, FALSO, FALSO, es_unc, nullptr);
+        const cadena<C> probado =
+            concatena<C>({trozos.unidad, trozos.directorio, LITERAL(C, "comprobar"), trozos.extension});
+        return i_correcto(probado.ver(), es_unc);
     }
-    return i_path_correcto_UNICODE(path, FALSO, FALSO, es_unc, nullptr);
+    return i_correcto(path, es_unc);
+}
+
+}  // namespace
+
+unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned short* es_unc) {
+    return i_correcto_con_comodines(path, es_unc);
 }
 
 unsigned short i_path_correcto_con_comodines(vista_a path, unsigned short* es_unc) {
-    return i_path_correcto_con_comodines_UNICODE(utf16_temporal(path).ver(), es_unc);
+    return i_correcto_con_comodines(path, es_unc);
 }
 
 }  // namespace lumodir
@@ -318,14 +379,11 @@ bool i_recorta_y_comprueba(wchar_t* nombre) noexcept {
 }  // namespace
 
 unsigned short cdir_path_valido_UNICODE(const wchar_t* path, unsigned short mostrar_mensaje) {
-    if (path != nullptr && i_es_path_corriente<true>(path, nullptr)) {
-        return CIERTO;
-    }
     return i_path_correcto_UNICODE(recorta_derecha(a_vista(path)), FALSO, mostrar_mensaje, nullptr, nullptr);
 }
 
 unsigned short cdir_path_valido(const char* path, unsigned short mostrar_mensaje) {
-    return puente<cdir_path_valido_UNICODE>(path, mostrar_mensaje);
+    return i_path_correcto(recorta_derecha(a_vista(path)), FALSO, mostrar_mensaje, nullptr);
 }
 
 unsigned short cdir_es_path_valido_UNICODE(const wchar_t* path, wchar_t** mensaje) {

@@ -1,7 +1,8 @@
 // The path checker: whether a text is an acceptable path or name, by its syntax alone. Every other path function
 // consults it.
 //
-// Promises: no file-system access; no allocation for a path that passes; the first broken rule decides.
+// Promises: no file-system access; no allocation for a path that passes; the first broken rule decides. One pass over
+// the text (notas.hpp); 8-bit text that is ASCII is judged as it is, other is converted.
 // Cannot promise: that a valid path exists, or that the file system at hand admits its characters.
 // Checked by tests/paths/path_correcto_test.cpp and path_correcto_nombres_test.cpp, and against a naive model over
 // every short string by path_correcto_modelo_test.cpp.

@@ -12,13 +12,6 @@
 namespace lumodir {
 namespace {
 
-constexpr std::size_t tamanyo_bufer_pieza = 1024;  // bytes of each 8-bit piece, terminator included
-
-template <class C>
-vista<C> i_cabe_en_pieza(vista<C> pieza) noexcept {
-    return sizeof(C) == 1 ? pieza.substr(0, tamanyo_bufer_pieza - 1) : pieza;
-}
-
 // One name for the check of either flavour.
 unsigned short i_correcto(vista_w path, unsigned short puede_ser_vacio, unsigned short* es_unc) {
     return i_path_correcto_UNICODE(path, puede_ser_vacio, FALSO, es_unc, nullptr);
@@ -40,15 +33,26 @@ void i_muestra_fichero_incorrecto(vista_a path) {
     i_muestra_mensaje(i_msg_53955_fichero_no_correcto, a_utf16(path).ver());
 }
 
+// Where the text first stands in another as characters of it; `npos` when nowhere.
+template <class C>
+std::size_t i_busca(vista<C> texto, vista<C> buscado) noexcept {
+    std::size_t donde = texto.find(buscado);
+    while (donde != vista<C>::npos &&
+           !(empieza_caracter(texto, donde) && empieza_caracter(texto, donde + buscado.size()))) {
+        donde = texto.find(buscado, donde + 1);
+    }
+    return donde;
+}
+
 }  // namespace
 
 template <class C>
 division<C>::division(vista<C> path, bool es_unc, lugar donde) {
     const trozos_de_ruta<C> trozos = crt_splitpath(path);
-    unidad = i_cabe_en_pieza(trozos.unidad);
-    directorio = i_cabe_en_pieza(trozos.directorio);
-    nombre = i_cabe_en_pieza(trozos.nombre);
-    extension = i_cabe_en_pieza(trozos.extension);
+    unidad = trozos.unidad;
+    directorio = trozos.directorio;
+    nombre = trozos.nombre;
+    extension = trozos.extension;
     if (nombre.empty() && !extension.empty()) {
         nombre = extension;
         extension = {};
@@ -79,11 +83,22 @@ void division<C>::i_toma_unidad_unc(lugar donde) {
         i_comprueba(!maquina.empty(), "(maquina) != NULL", donde);
         i_comprueba(!recurso.empty(), "(recurso) != NULL", donde);
     }
+    // As a rule the drive is what the directory begins with.
+    const bool empieza_asi =
+        !directorio.empty() && !maquina.empty() && maquina.data() == directorio.data() + 2;
+    const bool sigue_recurso = empieza_asi && !recurso.empty() &&
+                               recurso.data() == maquina.data() + maquina.size() + 1 &&
+                               maquina.data()[maquina.size()] == C('\\');
+    if (empieza_asi && (sigue_recurso || (ancha && recurso.empty()))) {
+        unidad = directorio.substr(0, 2 + maquina.size() + (sigue_recurso ? 1 + recurso.size() : 0));
+        directorio.remove_prefix(unidad.size());
+        return;
+    }
     const bool con_barra = !ancha || !recurso.empty();
     unidad_propia_ = concatena<C>(
         {LITERAL(C, "\\\\"), maquina, con_barra ? LITERAL(C, "\\") : vista<C>(), recurso}, donde);
     unidad = unidad_propia_.ver();
-    const std::size_t donde_esta = directorio.find(unidad);
+    const std::size_t donde_esta = i_busca(directorio, unidad);
     if (donde_esta == 0) {
         directorio.remove_prefix(unidad.size());
     } else if (donde_esta != vista<C>::npos) {
@@ -140,8 +155,8 @@ cadena<C> i_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
         nombre.remove_prefix(1);
     }
     const vista<C> barra = LITERAL(C, "\\");
-    const bool barra_tras_unidad = !es_separador(unidad.back());
-    const bool barra_tras_directorio = !directorio.empty() && !es_separador(directorio.back());
+    const bool barra_tras_unidad = !acaba_en_separador(unidad);
+    const bool barra_tras_directorio = !directorio.empty() && !acaba_en_separador(directorio);
     const bool falta_punto = !extension.empty() && extension.front() != C('.');
     return concatena<C>({unidad, barra_tras_unidad ? barra : vista<C>(), directorio,
                          barra_tras_directorio ? barra : vista<C>(), nombre,

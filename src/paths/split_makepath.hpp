@@ -1,9 +1,9 @@
 // Cutting a path into drive, directory, base name and extension, and building one from such pieces: what the C
 // runtime does, plus a share as the drive and an extension with a blank given back to the base name.
 //
-// Promises: cutting allocates nothing for usual paths; pieces come out whether or not the path is correct.
-// Cannot promise: 8-bit pieces beyond 1023 bytes: they are cut there, as the family's buffers always did.
-// Checked by tests/paths/split_makepath_test.cpp.
+// Promises: cutting allocates nothing for usual paths; pieces come out whole, however long, whether or not the path is
+// correct; the separators of 8-bit text are characters of it.
+// Checked by tests/paths/split_makepath_test.cpp and, in every code page, paginas_modelo_test.cpp.
 #pragma once
 
 #include "companions/crt_rutas.hpp"

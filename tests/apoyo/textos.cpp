@@ -1,6 +1,9 @@
 #include "apoyo/textos.hpp"
 
+#include <map>
+
 #include "companions/lumostr.h"
+#include "companions/plataforma.hpp"
 #include "companions/widestr.h"
 
 namespace apoyo {
@@ -11,6 +14,83 @@ constexpr unsigned short alto_1252[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E
                                           0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
                                           0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                           0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+// Whether code page 1252 has the character, and as which byte.
+bool i_esta_en_1252(wchar_t c, char& byte) {
+    byte = static_cast<char>(c);
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
+        return true;
+    }
+    for (unsigned i = 0; i < 32; ++i) {
+        if (alto_1252[i] == c) {
+            byte = static_cast<char>(0x80 + i);
+            return true;
+        }
+    }
+    return false;
+}
+
+texto_a i_en_la_pagina(wchar_t c) {
+    char bytes[4];
+    return texto_a(bytes, lumodir::plataforma::utf16_a_ansi(lumodir::vista_w(&c, 1), bytes, sizeof bytes));
+}
+texto_w i_de_la_pagina(std::string_view bytes) {
+    texto_w unidades(bytes.size(), L' ');
+    unidades.resize(lumodir::plataforma::ansi_a_utf16(bytes, unidades.data(), unidades.size()));
+    return unidades;
+}
+bool i_lo_tiene_la_pagina(wchar_t c) {
+    return i_de_la_pagina(i_en_la_pagina(c)) == texto_w(1, c);
+}
+
+// In another code page than 1252 a character that it lacks is written as another one that no test uses: of those with
+// the most telling second bytes first.
+class suplentes {
+public:
+    wchar_t de(wchar_t c) {
+        if (i_lo_tiene_la_pagina(c)) {
+            return c;
+        }
+        const auto esta = por_original_.find(c);
+        if (esta != por_original_.end()) {
+            return esta->second;
+        }
+        const wchar_t otro = i_siguiente();
+        por_original_[c] = otro;
+        originales_[otro] = c;
+        return otro;
+    }
+    wchar_t original(wchar_t c) const {
+        const auto esta = originales_.find(c);
+        return esta == originales_.end() ? c : esta->second;
+    }
+
+private:
+    // Those of two bytes that end in a separator or a bar; where there are none, those above 0xA8.
+    wchar_t i_siguiente() {
+        for (;;) {
+            const unsigned numero = probados_++;
+            const unsigned primero = 0x90 + numero / 2 % 0x60;
+            const texto_a pareja = {static_cast<char>(primero), numero % 2 == 0 ? '\\' : '|'};
+            const texto_a solo = {static_cast<char>(0xA8 + numero % 0x50)};
+            for (const texto_a& bytes : {pareja, numero < 0xC0 ? pareja : solo}) {
+                const texto_w unidad = i_de_la_pagina(bytes);
+                if (unidad.size() == 1 && unidad[0] != 0xFFFD && originales_.count(unidad[0]) == 0 &&
+                    i_en_la_pagina(unidad[0]) == bytes) {
+                    return unidad[0];
+                }
+            }
+        }
+    }
+
+    std::map<wchar_t, wchar_t> por_original_;
+    std::map<wchar_t, wchar_t> originales_;
+    unsigned probados_ = 0;
+};
+suplentes& los_suplentes() {
+    static suplentes unicos;
+    return unicos;
+}
 
 }  // namespace
 
@@ -38,7 +118,7 @@ std::string u8(lumodir::vista_w texto) {
     std::string resultado;
     const auto anade = [&](unsigned long byte) { resultado.push_back(static_cast<char>(byte)); };
     for (std::size_t i = 0; i < texto.size(); ++i) {
-        unsigned long c = static_cast<unsigned short>(texto[i]);
+        unsigned long c = static_cast<unsigned short>(los_suplentes().original(texto[i]));
         if (c >= 0xD800 && c < 0xDC00 && i + 1 < texto.size() && (texto[i + 1] & 0xFC00) == 0xDC00) {
             c = 0x10000 + ((c - 0xD800) << 10) + (static_cast<unsigned long>(texto[++i]) - 0xDC00);
         }
@@ -68,21 +148,21 @@ std::string u8(const wchar_t* texto) {
 texto_a cp1252(std::string_view utf8) {
     texto_a resultado;
     for (const wchar_t c : w(utf8)) {
-        char byte = static_cast<char>(c);
-        if (c >= 0x80 && (c < 0xA0 || c > 0xFF)) {
-            byte = '?';
-            for (unsigned i = 0; i < 32; ++i) {
-                if (alto_1252[i] == c) {
-                    byte = static_cast<char>(0x80 + i);
-                }
-            }
+        char byte;
+        const bool esta = i_esta_en_1252(c, byte);
+        if (esta && c >= 0x80 && lumodir::plataforma::pagina_de_codigos != 0) {
+            resultado += i_en_la_pagina(los_suplentes().de(c));
+        } else {
+            resultado.push_back(esta ? byte : '?');
         }
-        resultado.push_back(byte);
     }
     return resultado;
 }
 
 std::string de_cp1252(std::string_view texto) {
+    if (lumodir::plataforma::pagina_de_codigos != 0) {
+        return u8(lumodir::vista_w(i_de_la_pagina(texto)));
+    }
     texto_w resultado;
     for (const char c : texto) {
         const auto b = static_cast<unsigned char>(c);

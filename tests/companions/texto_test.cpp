@@ -214,3 +214,22 @@ TEST(texto, los_tokens_son_los_del_modelo) {
         EXPECT_EQ(lee(extrae_token(LITERAL(C, "a,b"), 1, vista<C>())), "a,b");
     });
 }
+
+// Wherever a text begins within a block of sixteen bytes, and whatever stands before it and behind.
+TEST(texto, longitudes_en_todas_las_posiciones) {
+    for (std::size_t delante = 0; delante < 33; ++delante) {
+        for (std::size_t longitud = 0; longitud < 100; ++longitud) {
+            std::vector<wchar_t> unidades(delante + longitud + 20, L'\0');
+            std::vector<char> bytes(delante + longitud + 20, '\0');
+            for (std::size_t i = 0; i < longitud; ++i) {
+                // Units with a byte of zeros, either of them.
+                unidades[delante + i] = i % 2 == 0 ? wchar_t(0x0100) : wchar_t(0x00FF);
+                bytes[delante + i] = static_cast<char>(i % 255 + 1);
+            }
+            unidades[delante + longitud + 1] = L'x';
+            ASSERT_EQ(i_longitud(unidades.data() + delante), longitud);
+            ASSERT_EQ(i_longitud(bytes.data() + delante), longitud);
+            ASSERT_EQ(a_vista<wchar_t>(unidades.data() + delante).size(), longitud);
+        }
+    }
+}

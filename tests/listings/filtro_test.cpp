@@ -1,6 +1,8 @@
 // The filters of listings, exhaustively against naive models of their rules.
 #include "listings/filtro.hpp"
+
 #include "apoyo/apoyo.hpp"
+#include "apoyo/paginas.hpp"
 #include "listings/filtro_extension.hpp"
 #include "modelos/filtro.hpp"
 #include "paths/modelos.hpp"
@@ -168,4 +170,29 @@ TEST(filtro, una_lista_de_extensiones_como_el_modelo) {
                 << nombre << ", " << una;
         }
     }
+}
+
+// 8-bit text is matched character by character, in every code page.
+TEST(filtro_modelo, caracteres_de_cada_pagina) {
+    for (const unsigned pagina : apoyo::paginas) {
+        const apoyo::en_pagina p(pagina);
+        std::vector<std::string> textos;
+        modelos::para_cada_texto("a.*?\\\x83\xA5", 3, [&](const std::string& t) { textos.push_back(t); });
+        for (std::size_t i = 0; i < textos.size(); i += 3) {
+            for (std::size_t k = i % 5; k < textos.size(); k += 5) {
+                const std::string nombre = "\x83" + textos[i];
+                const bool esperado = modelos::cumple_filtro(modelos::en_caracteres(nombre),
+                                                             modelos::en_caracteres(textos[k]), false);
+                ASSERT_EQ(lumodir::i_cumple_filtro<char>(nombre, textos[k]), esperado)
+                    << pagina << testing::PrintToString(nombre) << testing::PrintToString(textos[k]);
+            }
+        }
+    }
+    const apoyo::en_pagina p(932);
+    EXPECT_TRUE(lumodir::i_cumple_filtro<char>("\x95\\.txt", "?.txt"));
+    EXPECT_FALSE(lumodir::i_cumple_filtro<char>("\x95\\.txt", "??.txt"));
+    EXPECT_FALSE(lumodir::i_cumple_filtro<char>("\x95\\.txt", "*\\.txt"));
+    const std::string largo(400, '\x95');  // longer than what stands on the stack
+    EXPECT_TRUE(lumodir::i_cumple_filtro<char>(largo, largo));
+    EXPECT_TRUE(lumodir::i_cumple_filtro<char>(largo, "*"));
 }

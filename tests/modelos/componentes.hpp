@@ -37,7 +37,7 @@ std::vector<std::string> informes_de_extension(const T& ruta, std::vector<std::s
         del_corte.insert(del_corte.begin(), "num_caracteres > 0");
     } else if (limpia.back() == '\\') {
         del_corte.insert(del_corte.begin(), std::string("path_sin_espacios[num_caracteres - 1] != ") +
-                                                (sizeof(limpia[0]) == 1 ? "" : "L") + R"('\\')");
+                                                (std::is_same_v<T, texto_w> ? "L" : "") + R"('\\')");
     }
     return del_corte;
 }

@@ -37,11 +37,6 @@ corte<T> corta_modelo(const T& path, bool es_unc) {
     constexpr bool ancha = std::is_same_v<T, texto_w>;
     corte<T> c = {corta_como_el_crt(path)};
     piezas<T>& p = c.p;
-    if (!ancha) {
-        for (T* pieza : {&p.unidad, &p.directorio, &p.nombre, &p.extension}) {
-            *pieza = pieza->substr(0, 1023);
-        }
-    }
     if (p.nombre.empty()) {
         std::swap(p.nombre, p.extension);
     }
@@ -68,6 +63,7 @@ corte<T> corta_modelo(const T& path, bool es_unc) {
     } else if (!ancha) {
         p.unidad += literal<T>("\\");
     }
+    p.unidad = releido(p.unidad);
     const std::size_t donde = p.directorio.find(p.unidad);
     if (donde != T::npos) {
         p.directorio.erase(donde, p.unidad.size());

@@ -19,8 +19,18 @@ inline const std::string prohibidos = "<>:\"|\\/*?";
 inline const std::string sin_nombre = "lmstdc_strlen(nombre_base) > 0";
 inline const std::string sin_cadena = "(cadena) != NULL";
 
-// A to Z, the letters of Latin-1, and those that code page 1252 has between 0x80 and 0x9F.
+// A to Z, the letters of Latin-1, and those that code page 1252 has between 0x80 and 0x9F. In other code pages each
+// character by itself is the system's business.
 inline std::string minusculas(std::string texto) {
+    if (lumodir::plataforma::pagina_de_codigos != 0) {
+        std::string todas;
+        for (const char32_t c : en_caracteres(texto)) {
+            std::string una = en_bytes({c});
+            lumodir::plataforma::minusculas_ansi(una.data(), una.size());
+            todas += una;
+        }
+        return todas;
+    }
     for (char& c : texto) {
         const auto b = static_cast<unsigned char>(c);
         if ((b >= 'A' && b <= 'Z') || (b >= 0xC0 && b <= 0xDE && b != 0xD7)) {
@@ -36,23 +46,25 @@ inline std::string minusculas(std::string texto) {
 
 // Cutting off what stands before the first point, again and again.
 inline partes crea_nomsfich(const std::string& nombre) {
-    std::string extension = nombre;
-    if (extension.find('.') == std::string::npos) {
+    const texto_c caracteres = en_caracteres(nombre);
+    texto_c extension = caracteres;
+    if (extension.find('.') == texto_c::npos) {
         return {minusculas(nombre), ""};
     }
-    while (extension.find('.') != std::string::npos) {
+    while (extension.find('.') != texto_c::npos) {
         extension = extension.substr(extension.find('.') + 1);
     }
-    const std::string base = nombre.substr(0, nombre.size() - extension.size() - 1);
-    return {minusculas(base), minusculas(recortado(extension))};
+    const texto_c base = caracteres.substr(0, caracteres.size() - extension.size() - 1);
+    return {minusculas(en_bytes(base)), minusculas(en_bytes(recortado(extension)))};
 }
 
 inline std::size_t malos_de(const std::string& texto) {
     std::size_t malos = 0;
     bool alguno = false;
-    for (const char c : texto) {
-        alguno = alguno || prohibidos.find(c) != std::string::npos;
-        malos += prohibidos.find(c) != std::string::npos || (c > 0 && c < 32) ? 1 : 0;
+    for (const char32_t c : en_caracteres(texto)) {
+        const bool prohibido = c < 128 && prohibidos.find(static_cast<char>(c)) != std::string::npos;
+        alguno = alguno || prohibido;
+        malos += prohibido || (c > 0 && c < 32) ? 1 : 0;
     }
     return alguno ? malos : 0;
 }

@@ -7,24 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "apoyo/textos.hpp"
+#include "modelos/caracteres.hpp"
 
 namespace modelos {
-
-using apoyo::texto_a;
-using apoyo::texto_w;
 
 // The text of a flavour, out of ASCII.
 template <class T>
 T literal(std::string_view ascii) {
     return T(ascii.begin(), ascii.end());
-}
-
-inline texto_w a_w(const texto_w& t) {
-    return t;
-}
-inline texto_w a_w(const texto_a& t) {
-    return apoyo::w(apoyo::de_cp1252(t));
 }
 
 template <class T>

@@ -27,15 +27,17 @@ T une(const T& a, const T& b) {
 }
 
 // The flavours differ in the separator at the front of the name.
-inline texto_w construye(const texto_w& a, const texto_w& b, const texto_w& nombre) {
-    return une(une(a, b), nombre);
-}
-inline texto_a construye(const texto_a& a, const texto_a& b, const texto_a& nombre) {
-    texto_a resultado = une(a, b);
-    if (!acaba_en_separador(resultado)) {
-        resultado += "\\";
+template <class T>
+T construye(const T& a, const T& b, const T& nombre) {
+    if constexpr (std::is_same_v<T, texto_w>) {
+        return une(une(a, b), nombre);
+    } else {
+        T resultado = une(a, b);
+        if (!acaba_en_separador(resultado)) {
+            resultado += '\\';
+        }
+        return resultado + nombre;
     }
-    return resultado + nombre;
 }
 
 // What the host has been told while an answer was made.

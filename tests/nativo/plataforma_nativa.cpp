@@ -1,10 +1,13 @@
 // The platform door on Linux, for sanitizers and fuzzers: a machine whose active code page is 1252 and whose user
-// reads English. Tests may turn its code page into UTF-8, which has bytes that mean nothing, and characters of several
-// bytes.
+// reads English. Tests may give it another code page: UTF-8, which has bytes that mean nothing and characters of
+// several bytes; 874; or one of the double-byte ones, whose tables are those of the C library's own conversions.
 #include "companions/plataforma.hpp"
+
+#include <iconv.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
 namespace lumodir::plataforma {
 namespace {
@@ -14,22 +17,123 @@ constexpr unsigned short alto_1252[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E
                                           0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                           0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
-wchar_t i_unidad(unsigned char byte) noexcept {
-    return static_cast<wchar_t>(byte >= 0x80 && byte < 0xA0 ? alto_1252[byte - 0x80] : byte);
-}
+constexpr unsigned utf8 = 65001;
+constexpr unsigned short ninguno = 0xFFFF;
 
-// -1 when the code page has no such character.
-int i_byte(unsigned long c) noexcept {
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
-        return static_cast<int>(c);
-    }
-    for (int i = 0; i < 32; ++i) {
-        if (alto_1252[i] == c) {
-            return 0x80 + i;
+// A code page of characters of one byte, and of two, whose number has the first in its upper half.
+class tabla {
+public:
+    explicit tabla(unsigned pagina) : unidades_(0x10000, ninguno), numeros_(0x10000, ninguno) {
+        for (unsigned byte = 0; byte < 0x80; ++byte) {
+            i_tiene(byte, byte);
+        }
+        switch (pagina) {
+            case 1252:
+                for (unsigned byte = 0x80; byte < 0x100; ++byte) {
+                    i_tiene(byte, byte < 0xA0 ? alto_1252[byte - 0x80] : byte);
+                }
+                break;
+            case 874:
+                i_es_tailandesa();
+                break;
+            default:
+                i_lee(pagina);
         }
     }
-    return -1;
-}
+    // What is not known has no character above ASCII.
+    static const tabla& actual() {
+        switch (pagina_de_codigos) {
+            case 0:
+            case 1252:
+                return i_de<1252>();
+            case 874:
+                return i_de<874>();
+            case 932:
+                return i_de<932>();
+            case 936:
+                return i_de<936>();
+            case 949:
+                return i_de<949>();
+            case 950:
+                return i_de<950>();
+            default:
+                return solo_ascii();
+        }
+    }
+    static const tabla& solo_ascii() { return i_de<20127>(); }
+
+    bool es_inicial(unsigned char byte) const { return iniciales_[byte]; }
+    bool hay_iniciales() const { return iniciales_[0x81]; }
+    unsigned short unidad(unsigned numero) const { return unidades_[numero]; }
+    unsigned short numero(wchar_t unidad) const { return numeros_[static_cast<unsigned short>(unidad)]; }
+
+private:
+    template <unsigned Pagina>
+    static const tabla& i_de() {
+        static const tabla una(Pagina);
+        return una;
+    }
+    void i_tiene(unsigned numero, unsigned unidad) {
+        unidades_[numero] = static_cast<unsigned short>(unidad);
+        // Of several that mean the same, the first is written.
+        if (numeros_[unidad] == ninguno) {
+            numeros_[unidad] = static_cast<unsigned short>(numero);
+        }
+    }
+    void i_es_tailandesa() {
+        constexpr unsigned sueltos[][2] = {{0x80, 0x20AC}, {0x85, 0x2026}, {0x91, 0x2018}, {0x92, 0x2019},
+                                           {0x93, 0x201C}, {0x94, 0x201D}, {0x95, 0x2022}, {0x96, 0x2013},
+                                           {0x97, 0x2014}, {0xA0, 0x00A0}};
+        for (const auto& [byte, unidad] : sueltos) {
+            i_tiene(byte, unidad);
+        }
+        for (unsigned byte = 0xA1; byte < 0xFC; ++byte) {
+            if (byte < 0xDB || byte > 0xDE) {
+                i_tiene(byte, byte - 0xA0 + 0x0E00);
+            }
+        }
+    }
+    void i_lee(unsigned pagina) {
+        const char* nombre = pagina == 932   ? "CP932"
+                             : pagina == 936 ? "GBK"
+                             : pagina == 949 ? "UHC"
+                             : pagina == 950 ? "BIG5"
+                                             : nullptr;
+        const iconv_t conversor = nombre == nullptr ? iconv_t(-1) : iconv_open("UTF-16LE", nombre);
+        if (conversor == iconv_t(-1)) {
+            return;
+        }
+        const auto lee = [&](unsigned numero, std::size_t bytes) {
+            char texto[] = {static_cast<char>(bytes == 2 ? numero >> 8 : numero), static_cast<char>(numero)};
+            unsigned short unidades[2];
+            char* de = texto;
+            char* a = reinterpret_cast<char*>(unidades);
+            std::size_t quedan = bytes;
+            std::size_t sitio = sizeof unidades;
+            iconv(conversor, nullptr, nullptr, nullptr, nullptr);
+            if (iconv(conversor, &de, &quedan, &a, &sitio) == 0 && quedan == 0 && sitio == 2) {
+                i_tiene(numero, unidades[0]);
+            }
+        };
+        for (unsigned byte = 0x80; byte < 0x100; ++byte) {
+            iniciales_[byte] = pagina == 932 ? (byte > 0x80 && byte < 0xA0) || (byte > 0xDF && byte < 0xFD)
+                                             : byte > 0x80 && byte < 0xFF;
+            if (!iniciales_[byte]) {
+                lee(byte, 1);
+            }
+        }
+        for (unsigned numero = 0x8100; numero < 0x10000; ++numero) {
+            if (iniciales_[numero >> 8] && (numero & 0xFF) >= 0x40) {
+                lee(numero, 2);
+            }
+        }
+        iconv_close(conversor);
+    }
+
+    bool iniciales_[256] = {};
+    std::vector<unsigned short> unidades_;  // by the character's number
+    std::vector<unsigned short> numeros_;   // the other way
+};
 
 // Hands out units or bytes where there is room, and counts them all.
 template <class C>
@@ -50,7 +154,6 @@ private:
     std::size_t escritos_ = 0;
 };
 
-constexpr unsigned utf8 = 65001;
 constexpr unsigned long sin_sentido = 0xFFFD;
 
 // How many bytes a character that begins with this one has; 0 for one that begins nothing.
@@ -113,28 +216,68 @@ void i_termina() noexcept {
     std::abort();
 }
 
-// Letters of Latin-1 and of the code page's upper part, as Windows pairs them.
-unsigned char i_minuscula(unsigned char c) noexcept {
-    const bool latina = c >= 0xC0 && c <= 0xDE && c != 0xD7;
+// Letters of Latin-1, of the upper part of code page 1252, Greek, Cyrillic and of full width, as Windows pairs them.
+wchar_t i_minuscula(wchar_t c) noexcept {
+    const auto entre = [c](wchar_t primera, wchar_t ultima) { return c >= primera && c <= ultima; };
+    if (entre('A', 'Z') || (entre(0xC0, 0xDE) && c != 0xD7) || (entre(0x391, 0x3A9) && c != 0x3A2) ||
+        entre(0x410, 0x42F) || entre(0xFF21, 0xFF3A)) {
+        return static_cast<wchar_t>(c + 0x20);
+    }
     switch (c) {
-        case 0x8A:
-        case 0x8C:
-        case 0x8E:
-            return static_cast<unsigned char>(c + 0x10);
-        case 0x9F:
+        case 0x160:
+        case 0x152:
+        case 0x17D:
+            return static_cast<wchar_t>(c + 1);
+        case 0x178:
             return 0xFF;
+        case 0x401:
+            return 0x451;
         default:
-            return static_cast<unsigned char>((c >= 'A' && c <= 'Z') || latina ? c + 0x20 : c);
+            return c;
     }
 }
 
-unsigned char i_mayuscula(unsigned char c) noexcept {
-    for (unsigned m = 0; m < 256; ++m) {
-        if (m != c && i_minuscula(static_cast<unsigned char>(m)) == c) {
-            return static_cast<unsigned char>(m);
+wchar_t i_mayuscula(wchar_t c) noexcept {
+    if (c < 0x80) {
+        return static_cast<wchar_t>(c >= 'a' && c <= 'z' ? c - 0x20 : c);
+    }
+    for (unsigned m = 0; m < 0x10000; ++m) {
+        if (m != c && i_minuscula(static_cast<wchar_t>(m)) == c) {
+            return static_cast<wchar_t>(m);
         }
     }
     return c;
+}
+
+// The number of the character that a text begins with, and of how many bytes it is; one that the code page does not
+// hold is a byte by itself.
+struct leido {
+    unsigned numero;
+    std::size_t bytes;
+};
+leido i_lee_caracter(vista_a texto) {
+    const auto primero = static_cast<unsigned char>(texto[0]);
+    if (texto.size() > 1 && es_caracter_doble(texto[0], texto[1])) {
+        return {static_cast<unsigned>(primero << 8 | static_cast<unsigned char>(texto[1])), 2};
+    }
+    return {primero, 1};
+}
+
+// Letter by letter; one whose counterpart takes another number of bytes stays, and so does all of UTF-8 beyond ASCII.
+template <class Caja>
+void i_convierte_caja(char* texto, std::size_t longitud, Caja caja) noexcept {
+    for (std::size_t i = 0; i < longitud;) {
+        const leido c = i_lee_caracter(vista_a(texto + i, longitud - i));
+        const tabla& t = tabla::actual();
+        const unsigned short otra = t.unidad(c.numero) == ninguno
+                                        ? ninguno
+                                        : t.numero(caja(static_cast<wchar_t>(t.unidad(c.numero))));
+        if (otra != ninguno && (otra > 0xFF ? 2u : 1u) == c.bytes) {
+            texto[i] = static_cast<char>(c.bytes == 2 ? otra >> 8 : otra);
+            texto[i + c.bytes - 1] = static_cast<char>(otra);
+        }
+        i += c.bytes;
+    }
 }
 
 }  // namespace
@@ -143,41 +286,68 @@ unsigned pagina_de_codigos = 0;
 void (*duerme_ms)(unsigned long) = i_duerme;
 void (*termina_proceso)() noexcept = i_termina;
 
+bool es_utf8() noexcept {
+    return pagina_de_codigos == utf8;
+}
+
+bool bytes_iniciales(bool (&iniciales)[256]) noexcept {
+    if (es_utf8() || !tabla::actual().hay_iniciales()) {
+        return false;
+    }
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        iniciales[byte] = tabla::actual().es_inicial(static_cast<unsigned char>(byte));
+    }
+    return true;
+}
+
+bool es_caracter_doble(char primero, char segundo) noexcept {
+    const auto inicial = static_cast<unsigned char>(primero);
+    return tabla::actual().es_inicial(inicial) &&
+           tabla::actual().unidad(static_cast<unsigned>(inicial) << 8 |
+                                  static_cast<unsigned char>(segundo)) != ninguno;
+}
+
 std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
     salida<wchar_t> unidades(destino, sitio);
-    if (pagina_de_codigos == utf8) {
+    if (es_utf8()) {
         i_de_utf8(texto, unidades);
-    } else {
-        for (const char c : texto) {
-            unidades << i_unidad(static_cast<unsigned char>(c));
-        }
+        return unidades.cuantos();
+    }
+    while (!texto.empty()) {
+        const leido c = i_lee_caracter(texto);
+        const unsigned short unidad = tabla::actual().unidad(c.numero);
+        unidades << (unidad == ninguno ? sin_sentido : unidad);
+        texto.remove_prefix(c.bytes);
     }
     return unidades.cuantos();
 }
 
 std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexcept {
     salida<char> bytes(destino, sitio);
-    if (pagina_de_codigos == utf8) {
+    if (es_utf8()) {
         i_a_utf8(texto, bytes);
-    } else {
-        for (const wchar_t c : texto) {
-            const int byte = i_byte(static_cast<unsigned short>(c));
-            bytes << static_cast<unsigned long>(byte < 0 ? '?' : byte);
+        return bytes.cuantos();
+    }
+    for (const wchar_t c : texto) {
+        const unsigned numero = tabla::actual().numero(c);
+        if (numero == ninguno) {
+            bytes << '?';
+            continue;
         }
+        if (numero > 0xFF) {
+            bytes << (numero >> 8);
+        }
+        bytes << (numero & 0xFF);
     }
     return bytes.cuantos();
 }
 
 void minusculas_ansi(char* texto, std::size_t longitud) noexcept {
-    for (std::size_t i = 0; i < longitud; ++i) {
-        texto[i] = static_cast<char>(i_minuscula(static_cast<unsigned char>(texto[i])));
-    }
+    i_convierte_caja(texto, longitud, i_minuscula);
 }
 
 void mayusculas_ansi(char* texto, std::size_t longitud) noexcept {
-    for (std::size_t i = 0; i < longitud; ++i) {
-        texto[i] = static_cast<char>(i_mayuscula(static_cast<unsigned char>(texto[i])));
-    }
+    i_convierte_caja(texto, longitud, i_mayuscula);
 }
 
 cadena_w variable_de_entorno(const wchar_t* nombre) {
@@ -195,6 +365,10 @@ cadena_w variable_de_entorno(const wchar_t* nombre) {
     cadena_w resultado = cadena_w::con_sitio(bytes.size());
     ansi_a_utf16(bytes, resultado.datos(), bytes.size());
     return resultado;
+}
+
+void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
+    funcion(argumento);
 }
 
 void escribe_error_estandar(vista_w linea) noexcept {

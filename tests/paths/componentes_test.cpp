@@ -547,12 +547,9 @@ TEST(componentes, textos_largos_y_sustitutos_sueltos) {
         EXPECT_EQ(toma(cdir_nombre_de_fichero_suprimiendo_path_UNICODE(ruta.c_str())), u8(nombre + L".txt"));
         EXPECT_EQ(toma(cdir_ruta_acceso_directorio_fichero_UNICODE(ruta.c_str())),
                   u8(vista_w(ruta).substr(0, largo + 4)));
-        // The splitter of 8-bit text cuts each piece at 1023 bytes; cutting at separators does not.
         const texto_a ruta_a = "C:\\d\\" + texto_a(largo, 'n') + ".txt";
-        EXPECT_EQ(toma(cdir_nombre_base_fichero(ruta_a.c_str())),
-                  texto_a(std::min(largo, std::size_t{1023}), 'n'));
-        EXPECT_EQ(toma(cdir_nombre_y_ext_fichero(ruta_a.c_str())),
-                  texto_a(std::min(largo, std::size_t{1023}), 'n') + ".txt");
+        EXPECT_EQ(toma(cdir_nombre_base_fichero(ruta_a.c_str())), texto_a(largo, 'n'));
+        EXPECT_EQ(toma(cdir_nombre_y_ext_fichero(ruta_a.c_str())), texto_a(largo, 'n') + ".txt");
         EXPECT_EQ(toma(cdir_nombre_de_fichero_suprimiendo_path(ruta_a.c_str())),
                   texto_a(largo, 'n') + ".txt");
         const std::vector<std::string> informes = toma_expresiones();

@@ -265,26 +265,26 @@ TEST(split_makepath, el_aviso_sale_en_el_idioma_del_usuario_y_calla_en_modo_serv
     ESPERA_AVISOS();
 }
 
-// 8-bit pieces come in buffers of 1024 bytes; UTF-16 ones are never cut.
-TEST(split_makepath, las_piezas_de_8_bits_se_cortan_a_1023_bytes) {
+// No piece of either flavour is cut, whatever its length.
+TEST(split_makepath, las_piezas_salen_enteras_sean_como_sean_de_largas) {
     const std::string directorio = "\\" + repite("dddd\\", 204);  // 1021 bytes
-    for (const std::size_t mas : {1u, 2u, 3u, 500u}) {
+    for (const std::size_t mas : {1u, 2u, 3u, 200u}) {
         const std::string largo = directorio + repite("e", mas) + "\\";
         const std::string path = "C:" + largo + "f.txt";
-        EXPECT_EQ(corta<wchar_t>(sabor<wchar_t>::con_comodines, path.c_str()),
-                  (trozos{"C:", largo, "f", ".txt"}));
-        EXPECT_EQ(corta<char>(sabor<char>::con_comodines, path.c_str()),
-                  (trozos{"C:", largo.substr(0, 1023), "f", ".txt"}));
-        toma_informes();  // of a component that is too long
+        const trozos enteros = {"C:", largo, "f", ".txt"};
+        EXPECT_EQ(corta<wchar_t>(sabor<wchar_t>::con_comodines, path.c_str()), enteros);
+        EXPECT_EQ(corta<char>(sabor<char>::con_comodines, path.c_str()), enteros);
+        EXPECT_EQ(toma(cdir_split_make_path(path.c_str(), 15)), path);
+        EXPECT_EQ(toma(cdir_nombre_fichero_con_ext(path.c_str(), "dat")), "C:" + largo + "f.dat");
+        EXPECT_EQ(toma(cdir_ruta_y_nombre_fichero_sin_extension(path.c_str())), "C:" + largo + "f");
     }
     for (const std::size_t tamanyo : {1022u, 1023u, 1024u, 5000u}) {
         const std::string nombre = repite("n", tamanyo);
         const std::string extension = "." + repite("x", tamanyo - 1);
         const std::string path = "C:\\" + nombre + extension;
-        EXPECT_EQ(corta<wchar_t>(sabor<wchar_t>::con_comodines, path.c_str()),
-                  (trozos{"C:", "\\", nombre, extension}));
-        EXPECT_EQ(corta<char>(sabor<char>::con_comodines, path.c_str()),
-                  (trozos{"C:", "\\", nombre.substr(0, 1023), extension.substr(0, 1023)}));
+        const trozos enteros = {"C:", "\\", nombre, extension};
+        EXPECT_EQ(corta<wchar_t>(sabor<wchar_t>::con_comodines, path.c_str()), enteros);
+        EXPECT_EQ(corta<char>(sabor<char>::con_comodines, path.c_str()), enteros);
         espera_informes({"pathCorrecto == CIERTO [" + path + "]", "pathCorrecto == CIERTO [" + path + "]"});
     }
 }

@@ -1,0 +1,85 @@
+// The frontier that exceptions of other runtimes end at (anfitrion.hpp): those of Microsoft's C++, of .NET, of Delphi,
+// and what a program raises by itself. GCC has no `__try`, so the frame that stands for it is written by hand: a function
+// that calls another one, whose handler the system asks while it looks for one.
+//
+// Promises: after an exception that ends here the call returns as if the function had; GCC's own exceptions, faults of
+// the processor and the system's own codes go on.
+// Cannot promise: anything on other processors than x86-64 and with other compilers than GCC and Clang for MinGW: there
+// the call is a plain one, and what `catch (...)` sees is what ends.
+// Checked by tests/companions/anfitrion_win32_test.cpp.
+#include "companions/anfitrion_win32.hpp"
+
+#include "companions/plataforma.hpp"
+
+namespace lumodir {
+
+bool i_acaba_en_la_frontera(unsigned long codigo) noexcept {
+    constexpr unsigned long de_programa = 1ul << 29;  // the bit of codes that the system leaves to programs
+    constexpr unsigned long de_gcc =
+        0x00474343;  // "GCC" behind the bits of each kind: `catch (...)` sees those
+    constexpr unsigned long de_delphi = 0x0EEDFADE;  // bears no such bit
+    return ((codigo & de_programa) != 0 && (codigo & 0x00FFFFFF) != de_gcc) || codigo == de_delphi;
+}
+
+}  // namespace lumodir
+
+#if defined(__x86_64__) && defined(__MINGW32__)
+
+extern "C" {
+
+void lumodir_frontera(void (*funcion)(void*), void* argumento);
+extern char lumodir_frontera_salida[];
+
+// Asked twice at most: while the system looks for a handler, and never again for a frame that it unwinds to.
+EXCEPTION_DISPOSITION lumodir_frontera_manejador(EXCEPTION_RECORD* excepcion, void* marco, CONTEXT*,
+                                                 DISPATCHER_CONTEXT* reparto) {
+    constexpr DWORD se_deshace = 0x2 | 0x4;  // EXCEPTION_UNWINDING, EXCEPTION_EXIT_UNWIND
+    if ((excepcion->ExceptionFlags & se_deshace) == 0 &&
+        lumodir::i_acaba_en_la_frontera(excepcion->ExceptionCode)) {
+        ::RtlUnwindEx(marco, lumodir_frontera_salida, excepcion, nullptr, reparto->ContextRecord,
+                      reparto->HistoryTable);
+    }
+    return ExceptionContinueSearch;
+}
+}
+
+__asm__(
+    "\t.text\n"
+    "\t.p2align 4\n"
+    "\t.globl\tlumodir_frontera\n"
+    "\t.def\tlumodir_frontera;\t.scl\t2;\t.type\t32;\t.endef\n"
+    "\t.seh_proc\tlumodir_frontera\n"
+    "lumodir_frontera:\n"
+    "\tsubq\t$40, %rsp\n"
+    "\t.seh_stackalloc\t40\n"
+    "\t.seh_endprologue\n"
+    "\tmovq\t%rcx, %rax\n"
+    "\tmovq\t%rdx, %rcx\n"
+    "\tcall\t*%rax\n"
+    "\tnop\n"
+    "\t.globl\tlumodir_frontera_salida\n"
+    "lumodir_frontera_salida:\n"
+    "\taddq\t$40, %rsp\n"
+    "\tret\n"
+    "\t.seh_handler\tlumodir_frontera_manejador, @except\n"
+    "\t.seh_endproc\n");
+
+namespace lumodir::plataforma {
+
+void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
+    lumodir_frontera(funcion, argumento);
+}
+
+}  // namespace lumodir::plataforma
+
+#else
+
+namespace lumodir::plataforma {
+
+void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
+    funcion(argumento);
+}
+
+}  // namespace lumodir::plataforma
+
+#endif

@@ -1,0 +1,10 @@
+// Which exceptions end at the library's frontier; see anfitrion_win32.cpp.
+#pragma once
+
+#include "companions/sistema.hpp"
+
+namespace lumodir {
+
+bool i_acaba_en_la_frontera(unsigned long codigo) noexcept;
+
+}  // namespace lumodir

@@ -1,0 +1,315 @@
+// 8-bit text in every code page against the models on characters: cutting, composing, joining, one piece at a time,
+// records. Every short text of the bytes that the rules look at and of bytes that begin characters of two, and random
+// ones with characters whose second byte is that of a separator or a bar.
+#include <random>
+
+#include "apoyo/apoyo.hpp"
+#include "apoyo/paginas.hpp"
+#include "cdir.h"
+#include "companions/unicode.hpp"
+#include "lumodir.h"
+#include "modelos/componentes.hpp"
+#include "modelos/nomsfich.hpp"
+#include "modelos/rutas.hpp"
+#include "nomsfich.h"
+#include "paths/modelos.hpp"
+
+using namespace apoyo;
+using modelos::a_w;
+using modelos::en_bytes;
+using modelos::en_caracteres;
+using modelos::texto_c;
+
+namespace {
+
+texto_a toma_bytes(char* texto) {
+    return texto_a(lumodir::cadena_a::adopta(texto).ver());
+}
+
+struct dado {
+    texto_a resultado;
+    std::vector<std::string> informes;
+    friend bool operator==(const dado&, const dado&) = default;
+    friend void PrintTo(const dado& d, std::ostream* salida) {
+        *salida << testing::PrintToString(d.resultado) << " " << testing::PrintToString(d.informes);
+    }
+};
+
+dado tras(char* texto) {
+    const texto_a resultado = toma_bytes(texto);
+    return {resultado, toma_expresiones()};
+}
+
+using piezas_a = modelos::piezas<texto_a>;
+
+piezas_a corta(void (*entrada)(const char*, char**, char**, char**, char**), const texto_a& path) {
+    char* p[4];
+    entrada(path.c_str(), &p[0], &p[1], &p[2], &p[3]);
+    return {toma_bytes(p[0]), toma_bytes(p[1]), toma_bytes(p[2]), toma_bytes(p[3])};
+}
+
+piezas_a piezas_en_bytes(const modelos::piezas<texto_c>& p) {
+    return {en_bytes(p.unidad), en_bytes(p.directorio), en_bytes(p.nombre), en_bytes(p.extension)};
+}
+
+void compara_corte(const texto_a& path) {
+    const texto_c limpio = modelos::recortado(en_caracteres(path));
+    const modelos::juicio j = modelos::juzga(a_w(limpio));
+    const modelos::corte<texto_c> c = modelos::corta_modelo(limpio, j.es_unc);
+    const modelos::piezas<texto_c> p = modelos::con_blancos_juntos(c.p);
+    EXPECT_EQ(corta(cdir_splitpath_con_comprobacion, path), piezas_en_bytes(p));
+    EXPECT_EQ(toma_expresiones(), c.informes);
+    EXPECT_EQ(toma_avisos().size(), j.motivo == 0 ? 0u : 1u);
+    const modelos::corte<texto_c> d = modelos::corta_con_comodines(en_caracteres(path));
+    EXPECT_EQ(corta(cdir_splitpath_con_comodines, path), piezas_en_bytes(modelos::con_blancos_juntos(d.p)));
+    EXPECT_EQ(toma_expresiones(), d.informes);
+    std::vector<std::string> informes = c.informes;
+    const texto_c compuesto =
+        modelos::compone_modelo<texto_c>({p.unidad, p.directorio, p.nombre, p.extension}, informes);
+    EXPECT_EQ(tras(cdir_split_make_path(path.c_str(), 15)), (dado{en_bytes(compuesto), informes}));
+    toma_avisos();
+}
+
+void compara_componentes(const texto_a& path) {
+    const texto_c t = en_caracteres(path);
+    const modelos::corte<texto_c> c = modelos::corta_con_comodines(t);
+    const char* const ruta = path.c_str();
+    const auto esperado = [&](const texto_c& resultado) { return dado{en_bytes(resultado), c.informes}; };
+    EXPECT_EQ(tras(cdir_nombre_base_fichero(ruta)), esperado(c.p.nombre));
+    EXPECT_EQ(tras(cdir_nombre_y_ext_fichero(ruta)), esperado(c.p.nombre + c.p.extension));
+    EXPECT_EQ(tras(cdir_ruta_y_nombre_fichero_sin_extension(ruta)),
+              esperado(modelos::con_extension(c.p, texto_c())));
+    EXPECT_EQ(tras(cdir_nombre_fichero_con_ext(ruta, "dat")),
+              esperado(modelos::con_extension(c.p, texto_c(U"dat"))));
+    EXPECT_EQ(tras(cdir_extension_fichero(ruta)), (dado{en_bytes(modelos::extension_sin_punto(c.p)),
+                                                        modelos::informes_de_extension(t, c.informes)}));
+    const std::vector<std::string> vacia(path.empty() ? 1 : 0, "num_caracteres > 0");
+    EXPECT_EQ(tras(cdir_ruta_acceso_directorio_fichero(ruta)),
+              (dado{en_bytes(modelos::directorio_de(t)), vacia}));
+    EXPECT_EQ(tras(cdir_nombre_de_fichero_suprimiendo_path(ruta)),
+              (dado{en_bytes(modelos::tras_ultima_barra(t)), {}}));
+}
+
+// The wide flavour of the converted text gives the same pieces, converted: 8-bit text is read as it is converted.
+void compara_con_ancha(const texto_a& path) {
+    const texto_w ancho = a_w(path);
+    const auto es = [&](char* corto, wchar_t* largo) {
+        const texto_a de_8_bits = toma_bytes(corto);
+        const lumodir::cadena_w de_utf16 = lumodir::cadena_w::adopta(largo);
+        EXPECT_EQ(a_w(de_8_bits), texto_w(de_utf16.ver()));
+    };
+    es(cdir_nombre_base_fichero(path.c_str()), cdir_nombre_base_fichero_UNICODE(ancho.c_str()));
+    es(cdir_ruta_acceso_directorio_fichero(path.c_str()),
+       cdir_ruta_acceso_directorio_fichero_UNICODE(ancho.c_str()));
+    es(cdir_nombre_de_fichero_suprimiendo_path(path.c_str()),
+       cdir_nombre_de_fichero_suprimiendo_path_UNICODE(ancho.c_str()));
+    toma_informes();
+}
+
+void compara_uniones(const texto_a& a, const texto_a& b) {
+    const texto_c x = en_caracteres(a);
+    const texto_c y = en_caracteres(b);
+    EXPECT_EQ(toma_bytes(cdir_concatena_directorios(a.c_str(), b.c_str())), en_bytes(modelos::une(x, y)));
+    EXPECT_EQ(toma_bytes(cdir_construye_path(a.c_str(), b.c_str(), a.c_str())),
+              en_bytes(modelos::construye(x, y, x)));
+}
+
+void compara_composicion(const texto_a& unidad, const texto_a& directorio, const texto_a& nombre,
+                         const texto_a& extension) {
+    std::vector<std::string> informes;
+    const texto_a path = en_bytes(modelos::compone_modelo<texto_c>(
+        {en_caracteres(unidad), en_caracteres(directorio), en_caracteres(nombre), en_caracteres(extension)},
+        informes));
+    if (modelos::juzga(a_w(path)).motivo != 0) {
+        informes.push_back("i_path_correcto( pathCompleto, puede_ser_vacio, FALSO, NULL) == CIERTO");
+    }
+    EXPECT_EQ(tras(cdir_makepath(unidad.c_str(), directorio.c_str(), nombre.c_str(), extension.c_str())),
+              (dado{path, informes}));
+}
+
+void compara_registro(const texto_a& nombre) {
+    const modelos::partes esperadas = modelos::crea_nomsfich(nombre);
+    Nomsfich* registro = nomsfich_crea(nombre.c_str());
+    EXPECT_EQ((modelos::partes{nomsfich_nombre_base_fichero(registro), nomsfich_extension_fichero(registro)}),
+              esperadas);
+    nomsfich_destruye(&registro);
+    EXPECT_EQ(toma_expresiones(), modelos::informes_de(esperadas));
+    const texto_a base = en_bytes(modelos::corta_como_el_crt(en_caracteres(nombre)).nombre);
+    EXPECT_EQ(tras(nomsfich_nombre_base_path_completo(nombre.c_str())),
+              (dado{modelos::minusculas(base), modelos::informes_de({"x", base})}));
+}
+
+void compara_todo(const texto_a& texto) {
+    compara_corte(texto);
+    compara_componentes(texto);
+    compara_registro(texto);
+    for (std::size_t i = 0; i <= texto.size(); ++i) {
+        compara_uniones(texto.substr(0, i), texto.substr(i));
+    }
+}
+
+// Characters of each code page whose second byte is 0x5C or 0x7C, where it has some.
+std::vector<texto_a> caracteres_de(unsigned pagina) {
+    switch (pagina) {
+        case 932:
+            return {"\x95\\", "\x83\\", "\x83|", "\x8E\x96", "\xB1", "\x83"};
+        case 936:
+            return {"\x81\\", "\x8B|", "\xD6\xD0", "\x81", "\xFE"};
+        case 949:
+            return {"\xB0\xA1", "\x81Z", "\xB0", "\xC8\xFE"};
+        case 950:
+            return {"\xA5\\", "\xAE|", "\xA4\xA4", "\xA5", "\xF9"};
+        case 65001:
+            return {"\xC3\xB1", "\xE8\xA1\xA8", "\xF0\x9F\x98\x80", "\xE8", "\xA1"};
+        default:
+            return {"\xA1", "\xE1"};
+    }
+}
+
+class azar_de_pagina {
+public:
+    explicit azar_de_pagina(unsigned pagina) : azar_(pagina), altos_(caracteres_de(pagina)) {}
+
+    std::size_t numero(std::size_t menor_que) { return azar_() % menor_que; }
+    texto_a texto() {
+        static const texto_a bajos[] = {"\\",   "\\",   "/", ".", ":",   " ", "a",
+                                        "C:\\", "\\\\", "|", "*", "con", ".x"};
+        texto_a t;
+        for (std::size_t n = numero(10); n > 0; --n) {
+            t += numero(2) == 0 ? altos_[numero(altos_.size())] : bajos[numero(std::size(bajos))];
+        }
+        return t;
+    }
+
+private:
+    std::mt19937 azar_;
+    std::vector<texto_a> altos_;
+};
+
+std::string visto(unsigned pagina, const texto_a& texto) {
+    return std::to_string(pagina) + ": " + testing::PrintToString(texto);
+}
+
+}  // namespace
+
+TEST(paginas_modelo, todo_texto_corto) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        modelos::para_cada_texto("a\\/.: |\x83\xA5\xFF", modelos::longitud_exhaustiva - 2,
+                                 [&](const texto_a& t) {
+                                     SCOPED_TRACE(visto(pagina, t));
+                                     compara_todo(t);
+                                 });
+        // Shares need more room than that.
+        modelos::para_cada_texto("a\\/\x83\xA5", modelos::longitud_exhaustiva - 2, [&](const texto_a& t) {
+            SCOPED_TRACE(visto(pagina, "\\\\" + t));
+            compara_corte("\\\\" + t);
+            compara_componentes("\\\\s\x83" + t);
+        });
+    }
+}
+
+TEST(paginas_modelo, textos_al_azar) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        azar_de_pagina azar(pagina);
+        for (int n = 0; n < 1500 && !HasFailure(); ++n) {
+            const texto_a t = azar.texto();
+            SCOPED_TRACE(visto(pagina, t));
+            compara_todo(t);
+            const texto_a otros[] = {azar.texto(), azar.texto(), azar.texto()};
+            SCOPED_TRACE(testing::PrintToString(otros));
+            compara_composicion(azar.numero(4) == 0 ? "\\\\s\\r" : t, otros[0], otros[1], otros[2]);
+            compara_composicion(t, otros[0], otros[1], "");
+        }
+    }
+}
+
+// What the two flavours agree on, in each code page and without a model.
+TEST(paginas_modelo, las_dos_formas_dan_las_mismas_piezas) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        azar_de_pagina azar(pagina + 1);
+        for (int n = 0; n < 1500 && !HasFailure(); ++n) {
+            const texto_a t = azar.texto();
+            // In UTF-8 a character may be two units of UTF-16, and only one unit is a drive there; what means nothing
+            // may be so in pieces.
+            if (pagina != 65001 ||
+                (a_w(t).find(0xFFFD) == texto_w::npos && t.find("\x80:") == texto_a::npos)) {
+                SCOPED_TRACE(visto(pagina, t));
+                compara_con_ancha(t);
+            }
+        }
+    }
+}
+
+// Paths as people write them.
+TEST(paginas, rutas_de_verdad) {
+    struct fila {
+        unsigned pagina;
+        const char* ruta;
+        const char* directorio;
+        const char* nombre;
+        const char* extension;
+        const char* con_dat;
+    };
+    const fila filas[] = {
+        {932, "C:\\\x97\x5C\x92\xE8\\\x95\\.txt", "C:\\\x97\x5C\x92\xE8\\", "\x95\\", "txt",
+         "C:\\\x97\x5C\x92\xE8\\\x95\\.dat"},
+        {932, "\x83\x5C\x81\x5B\x83X/\x94\\.c", "\x83\x5C\x81\x5B\x83X/", "\x94\\", "c",
+         "\x83\x5C\x81\x5B\x83X/\x94\\.dat"},
+        {950, "D:\\\xA5\\\xAF\xE0\\\xB3\\.doc", "D:\\\xA5\\\xAF\xE0\\", "\xB3\\", "doc",
+         "D:\\\xA5\\\xAF\xE0\\\xB3\\.dat"},
+        {936, "\\\\srv\\\x8F\\\\a.b", "\\\\srv\\\x8F\\\\", "a", "b", "\\\\srv\\\x8F\\\\a.dat"},
+        {949, "C:\\\xC7\xD1\xB1\xDB\\\xB0\xA1.hwp", "C:\\\xC7\xD1\xB1\xDB\\", "\xB0\xA1", "hwp",
+         "C:\\\xC7\xD1\xB1\xDB\\\xB0\xA1.dat"},
+    };
+    for (const fila& f : filas) {
+        const en_pagina p(f.pagina);
+        SCOPED_TRACE(visto(f.pagina, f.ruta));
+        EXPECT_EQ(cdir_path_valido(f.ruta, 1), 1);
+        EXPECT_EQ(toma_bytes(cdir_ruta_acceso_directorio_fichero(f.ruta)), f.directorio);
+        EXPECT_EQ(toma_bytes(cdir_nombre_base_fichero(f.ruta)), f.nombre);
+        EXPECT_EQ(toma_bytes(cdir_extension_fichero(f.ruta)), f.extension);
+        EXPECT_EQ(toma_bytes(cdir_nombre_fichero_con_ext(f.ruta, "dat")), f.con_dat);
+    }
+}
+
+TEST(paginas, una_union_guarda_su_separador) {
+    const en_pagina p(932);
+    EXPECT_EQ(toma_bytes(cdir_concatena_directorios("C:\\\x83\\", "\x94\\.txt")), "C:\\\x83\\\\\x94\\.txt");
+    EXPECT_EQ(toma_bytes(cdir_construye_path("C:\\\x83\\", "\x95\\", "a")), "C:\\\x83\\\\\x95\\\\a");
+    EXPECT_EQ(toma_bytes(cdir_makepath("C:", "\\\x83\\", "\x94\\", ".c")), "C:\\\x83\\\\\x94\\.c");
+    // A drive is composed of one whole character, in UTF-8 too.
+    EXPECT_EQ(toma_bytes(cdir_makepath("\x95\\longer", nullptr, "a", nullptr)), "\x95\\:a");
+    ESPERA_INFORMES("i_path_correcto( pathCompleto, puede_ser_vacio, FALSO, NULL) == CIERTO");
+    const en_pagina utf8(65001);
+    EXPECT_EQ(toma_bytes(cdir_makepath("\xC3\xB1longer", nullptr, "a", nullptr)), "\xC3\xB1:a");
+    ESPERA_INFORMES("i_path_correcto( pathCompleto, puede_ser_vacio, FALSO, NULL) == CIERTO");
+}
+
+TEST(paginas, registros_de_nombres) {
+    const en_pagina p(932);
+    Nomsfich* registro = nomsfich_crea("\x95\\.\x83|");  // neither a separator nor a bar
+    EXPECT_STREQ(nomsfich_nombre_base_fichero(registro), "\x95\\");
+    EXPECT_STREQ(nomsfich_extension_fichero(registro), "\x83|");
+    nomsfich_destruye(&registro);
+    EXPECT_EQ(nomsfich_mismo_nombre_base("\x95\\", "\x95\\"), 1);
+    EXPECT_EQ(toma_bytes(nomsfich_nombre_base_path_completo("C:\\\x83\\\\\x95\\.txt")), "\x95\\");
+    ESPERA_INFORMES();
+    registro = nomsfich_crea("\x95\\\\.a");  // and one that is
+    nomsfich_destruye(&registro);
+    ESPERA_INFORMES(modelos::caracter_malo);
+}
+
+// A path of many double-byte characters, far past the 1023 bytes that pieces were once cut to.
+TEST(paginas, un_directorio_largo_sale_entero) {
+    const en_pagina p(932);
+    texto_a ruta = "C:";
+    for (int i = 0; i < 40; ++i) {
+        ruta += "\\" + modelos::repite("\x95\\", 90);
+    }
+    EXPECT_EQ(cdir_path_valido((ruta + "\\f.txt").c_str(), 1), 1);
+    EXPECT_EQ(toma_bytes(cdir_nombre_fichero_con_ext((ruta + "\\f.txt").c_str(), "dat")), ruta + "\\f.dat");
+    EXPECT_EQ(toma_bytes(cdir_split_make_path((ruta + "\\f.txt").c_str(), 3)), ruta + "\\");
+}
