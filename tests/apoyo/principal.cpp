@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <optional>
 
 #include "apoyo/memoria_guardada.hpp"
 #include "companions/plataforma.hpp"
+#ifdef _WIN32
+#include "apoyo/como_windows.hpp"
+#endif
 
 namespace apoyo {
 testing::TestEventListener* crea_alrededor();
@@ -21,5 +25,12 @@ int main(int argc, char** argv) {
     testing::TestEventListener* impresora = oyentes.Release(oyentes.default_result_printer());
     oyentes.Append(impresora);
     oyentes.Append(apoyo::crea_alrededor());
+#ifdef _WIN32
+    // For the whole run Wine answers as Windows does.
+    std::optional<apoyo::como_windows> toda_la_vez;
+    if (apoyo::se_pide_como_windows()) {
+        toda_la_vez.emplace(apoyo::escenario_windows());
+    }
+#endif
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,660 @@
+// See como_windows.hpp.
+#ifdef _WIN32
+#include "apoyo/como_windows.hpp"
+
+#include <winternl.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <map>
+#include <optional>
+#include <set>
+
+#include "apoyo/hijo.hpp"
+#include "system/tabla_procesos.hpp"
+
+namespace apoyo {
+
+struct como_windows::estado {
+    escenario_windows escenario;
+    estado* antes = nullptr;
+    std::set<texto_w> marcados;          // directories that bear the read-only mark
+    std::set<texto_w> pendientes;        // deleted names that somebody else's handle keeps
+    std::map<HANDLE, texto_w> a_cerrar;  // marked for deletion
+    struct enlace_abierto {
+        texto_w ruta;
+        bool se_borra = false;
+    };
+    std::map<HANDLE, enlace_abierto> enlaces;
+    std::map<HANDLE, texto_w> busquedas;  // the directory that is searched
+    std::map<texto_w, unsigned long long> faltaban;
+    unsigned long long ahora_ms = 0;
+    struct instantanea {
+        DWORD pid;
+        DWORD que;
+        bool repite = false;
+        MODULEENTRY32W primero = {};
+    };
+    std::map<HANDLE, instantanea> instantaneas;
+    std::set<DWORD> de_32_bits;
+    unsigned dialogos = 0;
+    unsigned hilos_ajenos = 0;
+    unsigned intervenciones = 0;
+    std::optional<reglas_por_anyo> reglas;
+};
+
+namespace {
+
+using lumodir::tabla_procesos;
+using lumodir::tabla_sistema;
+
+como_windows::estado* actual = nullptr;
+tabla_sistema debajo;
+tabla_procesos procesos_debajo;
+
+constexpr unsigned long long memoria_de_ausentes_ms = 5'000;
+constexpr auto clase_borrado_ampliado = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
+constexpr auto clase_completa = static_cast<FILE_INFO_BY_HANDLE_CLASS>(14);
+constexpr auto clase_completa_desde_el_principio = static_cast<FILE_INFO_BY_HANDLE_CLASS>(15);
+
+BOOL niega(DWORD codigo) {
+    ++actual->intervenciones;
+    ::SetLastError(codigo);
+    return FALSE;
+}
+HANDLE niega_manija(DWORD codigo) {
+    niega(codigo);
+    return INVALID_HANDLE_VALUE;
+}
+
+// One spelling for a name: full, lower case, without a prefix or separators at its end.
+texto_w clave(texto_w ruta) {
+    for (const char* prefijo : {"\\\\?\\", "\\??\\"}) {
+        if (ruta.compare(0, 4, w(prefijo)) == 0) {
+            ruta.erase(0, 4);
+        }
+    }
+    while (!ruta.empty() && (ruta.back() == L'\\' || ruta.back() == L'/')) {
+        ruta.pop_back();
+    }
+    ::CharLowerBuffW(ruta.data(), static_cast<DWORD>(ruta.size()));
+    return ruta;
+}
+texto_w clave_de_ruta(const wchar_t* ruta) {
+    const lumodir::conserva_ultimo_error conserva;
+    std::vector<wchar_t> completa(0x8000);
+    const DWORD largo = ::GetFullPathNameW(ruta, 0x8000, completa.data(), nullptr);
+    return clave(largo == 0 || largo >= 0x8000 ? texto_w(ruta) : texto_w(completa.data(), largo));
+}
+texto_w ruta_de_manija(HANDLE h) {
+    const lumodir::conserva_ultimo_error conserva;
+    std::vector<wchar_t> ruta(0x8000);
+    const DWORD largo = ::GetFinalPathNameByHandleW(h, ruta.data(), 0x8000, 0);
+    return largo == 0 || largo >= 0x8000 ? texto_w() : texto_w(ruta.data(), largo);
+}
+texto_w ruta_de_entrada(const wchar_t* nombre, HANDLE directorio) {
+    return directorio == nullptr ? texto_w(L"\\\\?\\") + (nombre + 4)
+                                 : ruta_de_manija(directorio) + L"\\" + nombre;
+}
+
+bool es_marcado(const texto_w& ruta) {
+    return actual->marcados.count(clave(ruta)) != 0;
+}
+bool hay_marcados() {
+    return !actual->marcados.empty();
+}
+
+// A name that is deleted, and stays until the last handle is closed.
+bool esta_pendiente(const texto_w& suya) {
+    if (actual->pendientes.count(suya) == 0) {
+        return false;
+    }
+    const lumodir::conserva_ultimo_error conserva;
+    if (::GetFileAttributesW((texto_w(L"\\\\?\\") + suya).c_str()) != INVALID_FILE_ATTRIBUTES) {
+        return true;
+    }
+    actual->pendientes.erase(suya);
+    return false;
+}
+bool ruta_pendiente(const wchar_t* ruta) {
+    return !actual->pendientes.empty() && ruta != nullptr && esta_pendiente(clave_de_ruta(ruta));
+}
+
+void mira_el_modo() {
+    actual->dialogos += (::GetThreadErrorMode() & SEM_FAILCRITICALERRORS) == 0 ? 1 : 0;
+}
+
+// What the client of a share remembers.
+bool se_recuerda_que_falta(const wchar_t* ruta) {
+    if (!actual->escenario.recuerda_lo_que_falta || ruta == nullptr) {
+        return false;
+    }
+    const auto i = actual->faltaban.find(clave_de_ruta(ruta));
+    return i != actual->faltaban.end() && actual->ahora_ms < i->second + memoria_de_ausentes_ms;
+}
+void recuerda(const wchar_t* ruta, bool ha_fallado) {
+    if (actual->escenario.recuerda_lo_que_falta && ruta != nullptr) {
+        const DWORD codigo = ::GetLastError();
+        if (ha_fallado && (codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND)) {
+            actual->faltaban[clave_de_ruta(ruta)] = actual->ahora_ms;
+        }
+        ::SetLastError(codigo);
+    }
+}
+void ya_no_falta(const wchar_t* ruta) {
+    if (actual->escenario.recuerda_lo_que_falta && ruta != nullptr) {
+        const lumodir::conserva_ultimo_error conserva;
+        actual->faltaban.erase(clave_de_ruta(ruta));
+    }
+}
+
+// ---- Links, which Wine opens and removes only as what they point to
+
+bool es_enlace_a_directorio(const wchar_t* ruta) {
+    const lumodir::conserva_ultimo_error conserva;
+    const DWORD atributos = ::GetFileAttributesW(ruta);
+    return atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+// By the Unix side: no Windows call removes one there.
+bool quita_enlace(const texto_w& ruta) {
+    using a_unix = char*(CDECL*)(const WCHAR*);
+    const auto traduce = reinterpret_cast<a_unix>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    if (traduce == nullptr) {
+        return false;
+    }
+    char* nombre = traduce(ruta.c_str());
+    texto_w linea = w("/bin/rm -f \"" + std::string(nombre == nullptr ? "" : nombre) + "\"");
+    ::HeapFree(::GetProcessHeap(), 0, nombre);
+    STARTUPINFOW arranque = {};
+    arranque.cb = sizeof arranque;
+    PROCESS_INFORMATION proceso = {};
+    if (!::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                          &arranque, &proceso)) {
+        return false;
+    }
+    ::CloseHandle(proceso.hThread);
+    ::CloseHandle(proceso.hProcess);
+    for (int i = 0; i < 2'000; ++i) {
+        if (::GetFileAttributesW(ruta.c_str()) == INVALID_FILE_ATTRIBUTES) {
+            return true;
+        }
+        ::Sleep(5);  // a Unix process has no handle to wait for
+    }
+    return false;
+}
+bool es_enlace(HANDLE h) {
+    return !actual->enlaces.empty() && actual->enlaces.count(h) != 0;
+}
+
+// ---- The calls
+
+DWORD WINAPI atributos(const wchar_t* ruta) {
+    mira_el_modo();
+    if (ruta_pendiente(ruta)) {
+        niega(ERROR_ACCESS_DENIED);
+        return INVALID_FILE_ATTRIBUTES;
+    }
+    if (se_recuerda_que_falta(ruta)) {
+        niega(ERROR_FILE_NOT_FOUND);
+        return INVALID_FILE_ATTRIBUTES;
+    }
+    DWORD resultado = debajo.GetFileAttributesW(ruta);
+    recuerda(ruta, resultado == INVALID_FILE_ATTRIBUTES);
+    if (resultado != INVALID_FILE_ATTRIBUTES && hay_marcados() &&
+        actual->marcados.count(clave_de_ruta(ruta)) != 0) {
+        resultado |= FILE_ATTRIBUTE_READONLY;
+    }
+    return resultado;
+}
+
+BOOL WINAPI atributos_ex(const wchar_t* ruta, GET_FILEEX_INFO_LEVELS nivel, void* datos) {
+    mira_el_modo();
+    const BOOL bien = debajo.GetFileAttributesExW(ruta, nivel, datos);
+    if (bien && hay_marcados() && actual->marcados.count(clave_de_ruta(ruta)) != 0) {
+        static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(datos)->dwFileAttributes |= FILE_ATTRIBUTE_READONLY;
+    }
+    return bien;
+}
+
+void apunta_marca(const texto_w& ruta, DWORD nuevos) {
+    if (actual->escenario.directorios_de_solo_lectura) {
+        if ((nuevos & FILE_ATTRIBUTE_READONLY) != 0) {
+            actual->marcados.insert(clave(ruta));
+        } else {
+            actual->marcados.erase(clave(ruta));
+        }
+    }
+}
+
+BOOL WINAPI pon_atributos(const wchar_t* ruta, DWORD nuevos) {
+    mira_el_modo();
+    const BOOL bien = debajo.SetFileAttributesW(ruta, nuevos);
+    if (bien && (hay_marcados() || (nuevos & FILE_ATTRIBUTE_READONLY) != 0)) {
+        const DWORD ahora = ::GetFileAttributesW(ruta);
+        if (ahora != INVALID_FILE_ATTRIBUTES && (ahora & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            apunta_marca(clave_de_ruta(ruta), nuevos);
+        }
+    }
+    return bien;
+}
+
+HANDLE WINAPI crea(const wchar_t* ruta, DWORD acceso, DWORD compartir, SECURITY_ATTRIBUTES* seguridad,
+                   DWORD disposicion, DWORD indicadores, HANDLE plantilla) {
+    mira_el_modo();
+    if (ruta_pendiente(ruta)) {
+        return niega_manija(ERROR_ACCESS_DENIED);
+    }
+    if (disposicion == OPEN_EXISTING && se_recuerda_que_falta(ruta)) {
+        return niega_manija(ERROR_FILE_NOT_FOUND);
+    }
+    const HANDLE h =
+        debajo.CreateFileW(ruta, acceso, compartir, seguridad, disposicion, indicadores, plantilla);
+    recuerda(ruta, h == INVALID_HANDLE_VALUE);
+    if (h != INVALID_HANDLE_VALUE) {
+        ya_no_falta(ruta);
+        if (actual->escenario.enlaces_por_si_mismos && (indicadores & FILE_FLAG_OPEN_REPARSE_POINT) != 0 &&
+            es_enlace_a_directorio(ruta)) {
+            actual->enlaces[h] = {ruta};
+        }
+    }
+    return h;
+}
+
+HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir,
+                           DWORD opciones, DWORD atributos_de_nombre) {
+    if (directorio == nullptr) {
+        mira_el_modo();
+    }
+    if (!actual->pendientes.empty() && esta_pendiente(clave(ruta_de_entrada(nombre, directorio)))) {
+        return niega_manija(ERROR_ACCESS_DENIED);
+    }
+    const HANDLE h =
+        debajo.abre_entrada(nombre, directorio, acceso, compartir, opciones, atributos_de_nombre);
+    if (h == INVALID_HANDLE_VALUE || !actual->escenario.enlaces_por_si_mismos) {
+        return h;
+    }
+    // Only a link leads elsewhere than its name says; Wine tells names without what it cuts off their ends.
+    const lumodir::conserva_ultimo_error conserva;
+    const texto_w suya = ruta_de_entrada(nombre, directorio);
+    const bool recortable = suya.back() == L' ' || suya.back() == L'.';
+    if (!recortable && clave(ruta_de_manija(h)) != clave(suya) &&
+        ((opciones & FILE_NON_DIRECTORY_FILE) != 0 || es_enlace_a_directorio(suya.c_str()))) {
+        actual->enlaces[h] = {suya};
+    }
+    return h;
+}
+
+BOOL WINAPI cierra(HANDLE h) {
+    texto_w enlace;
+    texto_w borrado;
+    if (const auto i = actual->enlaces.find(h); i != actual->enlaces.end()) {
+        enlace = i->second.se_borra ? i->second.ruta : texto_w();
+        actual->enlaces.erase(i);
+    }
+    if (const auto i = actual->a_cerrar.find(h); i != actual->a_cerrar.end()) {
+        borrado = i->second;
+        actual->a_cerrar.erase(i);
+    }
+    const BOOL bien = debajo.CloseHandle(h);
+    const lumodir::conserva_ultimo_error conserva;
+    if (!enlace.empty()) {
+        EXPECT_TRUE(quita_enlace(enlace)) << u8(enlace);
+    }
+    if (!borrado.empty() && ::GetFileAttributesW(borrado.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        actual->pendientes.insert(clave(borrado));
+    }
+    return bien;
+}
+
+constexpr DWORD atributos_de_enlace(bool es_directorio) {
+    return FILE_ATTRIBUTE_REPARSE_POINT | (es_directorio ? FILE_ATTRIBUTE_DIRECTORY : 0);
+}
+bool es_directorio(HANDLE h) {
+    FILE_STANDARD_INFO datos = {};
+    return debajo.GetFileInformationByHandleEx(h, FileStandardInfo, &datos, sizeof datos) && datos.Directory;
+}
+
+BOOL WINAPI informacion(HANDLE h, BY_HANDLE_FILE_INFORMATION* datos) {
+    const BOOL bien = debajo.GetFileInformationByHandle(h, datos);
+    if (bien && es_enlace(h)) {
+        datos->dwFileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+    }
+    if (bien && hay_marcados() && es_marcado(ruta_de_manija(h))) {
+        datos->dwFileAttributes |= FILE_ATTRIBUTE_READONLY;
+    }
+    return bien;
+}
+
+// The mark in a listing: both kinds of records begin alike and bear their names in different places.
+void marca_registros(HANDLE h, unsigned char* datos, std::size_t donde_nombre) {
+    struct principio {
+        ULONG siguiente;
+        ULONG indice;
+        LARGE_INTEGER fechas_y_tamanyos[6];
+        ULONG atributos;
+        ULONG bytes_del_nombre;
+    };
+    const texto_w directorio = ruta_de_manija(h) + L"\\";
+    for (;;) {
+        auto* registro = reinterpret_cast<principio*>(datos);
+        const texto_w nombre(reinterpret_cast<const wchar_t*>(datos + donde_nombre),
+                             registro->bytes_del_nombre / sizeof(wchar_t));
+        if (es_marcado(directorio + nombre)) {
+            registro->atributos |= FILE_ATTRIBUTE_READONLY;
+        }
+        if (registro->siguiente == 0) {
+            return;
+        }
+        datos += registro->siguiente;
+    }
+}
+
+BOOL WINAPI informacion_ex(HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, void* datos, DWORD bytes) {
+    const bool con_numeros = clase == FileIdBothDirectoryInfo || clase == FileIdBothDirectoryRestartInfo;
+    const bool sin_numeros = clase == clase_completa || clase == clase_completa_desde_el_principio;
+    if (con_numeros && actual->escenario.listado_con_numeros != 0) {
+        return niega(actual->escenario.listado_con_numeros);
+    }
+    if (sin_numeros && actual->escenario.listado_sin_numeros != 0) {
+        return niega(actual->escenario.listado_sin_numeros);
+    }
+    if (clase == FileAttributeTagInfo && actual->escenario.marcas_sin_sentido) {
+        ++actual->intervenciones;
+        *static_cast<FILE_ATTRIBUTE_TAG_INFO*>(datos) = {FILE_ATTRIBUTE_NORMAL, 0};
+        return TRUE;
+    }
+    if (clase == FileAttributeTagInfo && es_enlace(h)) {
+        *static_cast<FILE_ATTRIBUTE_TAG_INFO*>(datos) = {atributos_de_enlace(es_directorio(h)),
+                                                         IO_REPARSE_TAG_SYMLINK};
+        return TRUE;
+    }
+    const BOOL bien = debajo.GetFileInformationByHandleEx(h, clase, datos, bytes);
+    if (!bien) {
+        return bien;
+    }
+    if (clase == FileBasicInfo && es_enlace(h)) {
+        static_cast<FILE_BASIC_INFO*>(datos)->FileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+    }
+    if (hay_marcados()) {
+        if (clase == FileBasicInfo && es_marcado(ruta_de_manija(h))) {
+            static_cast<FILE_BASIC_INFO*>(datos)->FileAttributes |= FILE_ATTRIBUTE_READONLY;
+        } else if (con_numeros) {
+            marca_registros(h, static_cast<unsigned char*>(datos), offsetof(FILE_ID_BOTH_DIR_INFO, FileName));
+        } else if (sin_numeros) {
+            constexpr std::size_t tras_los_atributos_extendidos = 68;
+            marca_registros(h, static_cast<unsigned char*>(datos), tras_los_atributos_extendidos);
+        }
+    }
+    return bien;
+}
+
+// The name goes at once: the file is moved out of sight before it is marked.
+void quita_el_nombre(HANDLE h) {
+    static unsigned numero = 0;
+    wchar_t temporal[MAX_PATH + 1];
+    const texto_w destino =
+        texto_w(temporal, ::GetTempPathW(MAX_PATH + 1, temporal)) +
+        w("lumo_borrado_" + std::to_string(::GetCurrentProcessId()) + "_" + std::to_string(++numero));
+    std::vector<unsigned char> bytes(sizeof(FILE_RENAME_INFO) + destino.size() * sizeof(wchar_t));
+    auto* datos = reinterpret_cast<FILE_RENAME_INFO*>(bytes.data());
+    datos->FileNameLength = static_cast<DWORD>(destino.size() * sizeof(wchar_t));
+    std::memcpy(datos->FileName, destino.c_str(), datos->FileNameLength);
+    // Where this fails, the name goes when nobody holds it, which is all that most tests see.
+    debajo.SetFileInformationByHandle(h, FileRenameInfo, datos, static_cast<DWORD>(bytes.size()));
+}
+
+BOOL marca_para_borrar(HANDLE h, bool con_posix) {
+    if (const auto i = actual->enlaces.find(h); i != actual->enlaces.end()) {
+        ++actual->intervenciones;
+        i->second.se_borra = true;
+        return TRUE;
+    }
+    const bool de_directorio = es_directorio(h);
+    const texto_w ruta = con_posix && !hay_marcados() ? texto_w() : ruta_de_manija(h);
+    if (hay_marcados() && de_directorio && es_marcado(ruta)) {
+        return niega(ERROR_ACCESS_DENIED);
+    }
+    if (con_posix && !de_directorio) {
+        FILE_BASIC_INFO datos = {};
+        debajo.GetFileInformationByHandleEx(h, FileBasicInfo, &datos, sizeof datos);
+        if ((datos.FileAttributes & FILE_ATTRIBUTE_READONLY) != 0) {
+            return niega(ERROR_ACCESS_DENIED);
+        }
+        quita_el_nombre(h);
+    }
+    FILE_DISPOSITION_INFO marca = {TRUE};
+    const BOOL bien = debajo.SetFileInformationByHandle(h, FileDispositionInfo, &marca, sizeof marca);
+    if (bien && !con_posix) {
+        actual->a_cerrar[h] = ruta;
+    }
+    return bien;
+}
+
+BOOL WINAPI pon_informacion(HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, void* datos, DWORD bytes) {
+    if (clase == clase_borrado_ampliado) {
+        return actual->escenario.borrado_posix ? marca_para_borrar(h, true) : niega(ERROR_INVALID_PARAMETER);
+    }
+    if (clase == FileDispositionInfo && static_cast<FILE_DISPOSITION_INFO*>(datos)->DeleteFile) {
+        return marca_para_borrar(h, false);
+    }
+    const BOOL bien = debajo.SetFileInformationByHandle(h, clase, datos, bytes);
+    if (bien && clase == FileBasicInfo) {
+        const DWORD nuevos = static_cast<FILE_BASIC_INFO*>(datos)->FileAttributes;
+        if (nuevos != 0 && (hay_marcados() || (nuevos & FILE_ATTRIBUTE_READONLY) != 0) && es_directorio(h)) {
+            apunta_marca(ruta_de_manija(h), nuevos);
+        }
+    }
+    return bien;
+}
+
+BOOL WINAPI borra_fichero(const wchar_t* ruta) {
+    mira_el_modo();
+    return ruta_pendiente(ruta) ? niega(ERROR_ACCESS_DENIED) : debajo.DeleteFileW(ruta);
+}
+
+BOOL WINAPI crea_directorio(const wchar_t* ruta, SECURITY_ATTRIBUTES* seguridad) {
+    mira_el_modo();
+    const BOOL bien = debajo.CreateDirectoryW(ruta, seguridad);
+    if (bien) {
+        ya_no_falta(ruta);
+        if (hay_marcados()) {
+            actual->marcados.erase(clave_de_ruta(ruta));  // one of before, taken away behind this layer
+        }
+    }
+    return bien;
+}
+
+BOOL WINAPI quita_directorio(const wchar_t* ruta) {
+    mira_el_modo();
+    if (ruta != nullptr && hay_marcados() && actual->marcados.count(clave_de_ruta(ruta)) != 0) {
+        return niega(ERROR_ACCESS_DENIED);
+    }
+    if (ruta != nullptr && actual->escenario.enlaces_por_si_mismos && es_enlace_a_directorio(ruta)) {
+        return quita_enlace(ruta) ? TRUE : niega(ERROR_ACCESS_DENIED);
+    }
+    return debajo.RemoveDirectoryW(ruta);
+}
+
+BOOL WINAPI mueve(const wchar_t* origen, const wchar_t* destino, DWORD indicadores) {
+    mira_el_modo();
+    const BOOL bien = debajo.MoveFileExW(origen, destino, indicadores);
+    if (bien) {
+        ya_no_falta(destino);
+    }
+    return bien;
+}
+
+void marca_encontrado(const texto_w& directorio, void* datos) {
+    auto* entrada = static_cast<WIN32_FIND_DATAW*>(datos);
+    if (es_marcado(directorio + L"\\" + entrada->cFileName)) {
+        entrada->dwFileAttributes |= FILE_ATTRIBUTE_READONLY;
+    }
+}
+
+HANDLE WINAPI busca(const wchar_t* patron, FINDEX_INFO_LEVELS nivel, void* datos, FINDEX_SEARCH_OPS busqueda,
+                    void* filtro, DWORD indicadores) {
+    mira_el_modo();
+    if (se_recuerda_que_falta(patron)) {
+        return niega_manija(ERROR_FILE_NOT_FOUND);
+    }
+    const HANDLE h = debajo.FindFirstFileExW(patron, nivel, datos, busqueda, filtro, indicadores);
+    recuerda(patron, h == INVALID_HANDLE_VALUE);
+    if (h != INVALID_HANDLE_VALUE && hay_marcados()) {
+        const texto_w completo = clave_de_ruta(patron);
+        const texto_w directorio = completo.substr(0, completo.rfind(L'\\'));
+        actual->busquedas[h] = directorio;
+        marca_encontrado(directorio, datos);
+    }
+    return h;
+}
+BOOL WINAPI busca_otro(HANDLE h, WIN32_FIND_DATAW* datos) {
+    const BOOL hay = debajo.FindNextFileW(h, datos);
+    if (const auto i = actual->busquedas.find(h); hay && i != actual->busquedas.end()) {
+        marca_encontrado(i->second, datos);
+    }
+    return hay;
+}
+BOOL WINAPI acaba_busqueda(HANDLE h) {
+    actual->busquedas.erase(h);
+    return debajo.FindClose(h);
+}
+
+BOOL WINAPI no_sigue_enlaces() {
+    return actual->escenario.enlaces_por_si_mismos ? FALSE : debajo.sigue_enlaces();
+}
+
+// ---- Processes
+
+HANDLE WINAPI toma_instantanea(DWORD que, DWORD pid) {
+    // The heaps of another process are told by a thread that is started in it; the threads are those of the machine.
+    constexpr DWORD cara = TH32CS_SNAPHEAPLIST;
+    actual->hilos_ajenos += (que & cara) != 0 && pid != ::GetCurrentProcessId() ? 1 : 0;
+    const HANDLE h = procesos_debajo.CreateToolhelp32Snapshot(que, pid);
+    if (h != INVALID_HANDLE_VALUE && actual->de_32_bits.count(pid) != 0) {
+        actual->instantaneas[h] = {pid, que};
+    }
+    return h;
+}
+// Of a 32-bit process its executable and what carries it stand on the 64-bit side.
+bool es_del_lado_de_64(const MODULEENTRY32W& modulo) {
+    texto_w nombre = modulo.szModule;
+    ::CharLowerBuffW(nombre.data(), static_cast<DWORD>(nombre.size()));
+    return nombre == L"ntdll.dll" || nombre.compare(0, 5, L"wow64") == 0 ||
+           (nombre.size() > 4 && nombre.compare(nombre.size() - 4, 4, L".exe") == 0);
+}
+BOOL sigue_hasta_visible(HANDLE h, MODULEENTRY32W* modulo, BOOL hay) {
+    const auto i = actual->instantaneas.find(h);
+    if (i == actual->instantaneas.end() || (i->second.que & TH32CS_SNAPMODULE32) != 0) {
+        return hay;
+    }
+    while (hay && !es_del_lado_de_64(*modulo)) {
+        ++actual->intervenciones;
+        hay = procesos_debajo.Module32NextW(h, modulo);
+    }
+    return hay;
+}
+BOOL WINAPI primer_modulo(HANDLE h, MODULEENTRY32W* modulo) {
+    const BOOL hay = sigue_hasta_visible(h, modulo, procesos_debajo.Module32FirstW(h, modulo));
+    if (const auto i = actual->instantaneas.find(h); hay && i != actual->instantaneas.end()) {
+        i->second.repite = (i->second.que & TH32CS_SNAPMODULE32) != 0;
+        i->second.primero = *modulo;
+    }
+    return hay;
+}
+// The executable stands twice in such a list, once for each width, and not always in the same case.
+BOOL WINAPI otro_modulo(HANDLE h, MODULEENTRY32W* modulo) {
+    if (const auto i = actual->instantaneas.find(h); i != actual->instantaneas.end() && i->second.repite) {
+        ++actual->intervenciones;
+        i->second.repite = false;
+        *modulo = i->second.primero;
+        ::CharUpperW(modulo->szExePath);
+        return TRUE;
+    }
+    return sigue_hasta_visible(h, modulo, procesos_debajo.Module32NextW(h, modulo));
+}
+BOOL WINAPI cierra_instantanea(HANDLE h) {
+    actual->instantaneas.erase(h);
+    return procesos_debajo.CloseHandle(h);
+}
+
+void desvia() {
+    debajo = lumodir::sistema;
+    procesos_debajo = lumodir::procesos;
+    tabla_sistema& t = lumodir::sistema;
+    t.GetFileAttributesW = atributos;
+    t.GetFileAttributesExW = atributos_ex;
+    t.SetFileAttributesW = pon_atributos;
+    t.CreateFileW = crea;
+    t.CloseHandle = cierra;
+    t.GetFileInformationByHandle = informacion;
+    t.GetFileInformationByHandleEx = informacion_ex;
+    t.SetFileInformationByHandle = pon_informacion;
+    t.DeleteFileW = borra_fichero;
+    t.CreateDirectoryW = crea_directorio;
+    t.RemoveDirectoryW = quita_directorio;
+    t.MoveFileExW = mueve;
+    t.FindFirstFileExW = busca;
+    t.FindNextFileW = busca_otro;
+    t.FindClose = acaba_busqueda;
+    t.abre_entrada = abre_entrada;
+    t.sigue_enlaces = no_sigue_enlaces;
+    tabla_procesos& p = lumodir::procesos;
+    p.CreateToolhelp32Snapshot = toma_instantanea;
+    p.Module32FirstW = primer_modulo;
+    p.Module32NextW = otro_modulo;
+    p.CloseHandle = cierra_instantanea;
+}
+
+}  // namespace
+
+como_windows::como_windows(const escenario_windows& escenario) : estado_(new estado) {
+    estado_->escenario = escenario;
+    estado_->antes = actual;
+    actual = estado_.get();
+    if (estado_->antes == nullptr) {
+        desvia();
+    }
+    if (escenario.zona != nullptr) {
+        estado_->reglas.emplace(*escenario.zona);
+    }
+}
+
+como_windows::~como_windows() {
+    estado_->reglas.reset();
+    if (estado_->antes == nullptr) {
+        lumodir::sistema = debajo;
+        lumodir::procesos = procesos_debajo;
+    }
+    actual = estado_->antes;
+}
+
+void como_windows::marca(const std::string& directorio) {
+    EXPECT_TRUE(pon_atributos(w(directorio).c_str(), FILE_ATTRIBUTE_READONLY)) << directorio;
+}
+bool como_windows::esta_marcado(const std::string& directorio) const {
+    return (atributos(w(directorio).c_str()) & FILE_ATTRIBUTE_READONLY) != 0;
+}
+void como_windows::pasa_ms(unsigned long milisegundos) {
+    estado_->ahora_ms += milisegundos;
+}
+void como_windows::es_de_32_bits(DWORD pid) {
+    estado_->de_32_bits.insert(pid);
+}
+unsigned como_windows::dialogos() const {
+    return estado_->dialogos;
+}
+unsigned como_windows::hilos_ajenos() const {
+    return estado_->hilos_ajenos;
+}
+unsigned como_windows::intervenciones() const {
+    return estado_->intervenciones;
+}
+
+bool se_pide_como_windows() {
+    return !variable(L"LUMODIR_COMO_WINDOWS").empty();
+}
+
+}  // namespace apoyo
+#endif
