@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <set>
 #include <utility>
 
 #include "companions/buclrein.h"
@@ -75,10 +76,13 @@ std::mutex guarda_de_avisos;
 std::vector<std::wstring> avisos;
 std::atomic<bool> quejas{false};
 
-void i_apunta(const wchar_t* texto) {
+// Answers whether it is new: a deletion in passes may say the same in each of them.
+bool i_apunta(const wchar_t* texto) {
+    static std::set<std::wstring> dichos;
     quejas = true;
     const std::lock_guard guarda(guarda_de_avisos);
     avisos.emplace_back(texto);
+    return dichos.insert(texto).second;
 }
 
 void i_muestra(const wchar_t* texto) {
@@ -86,9 +90,10 @@ void i_muestra(const wchar_t* texto) {
 }
 
 void i_recibe_aviso(const wchar_t* texto, void*) {
-    i_apunta(texto);
-    const std::lock_guard turno(turno_de_consola());
-    i_muestra(texto);
+    if (i_apunta(texto)) {
+        const std::lock_guard turno(turno_de_consola());
+        i_muestra(texto);
+    }
 }
 
 void i_recibe_error(const char* expresion, const char* modulo, unsigned long linea, const wchar_t* detalle,

@@ -29,10 +29,25 @@ unsigned long i_atributos(const std::wstring& ruta) {
     return atributos == INVALID_FILE_ATTRIBUTES ? 0 : atributos;
 }
 
+std::wstring i_ruta_completa(const std::wstring& ruta) {
+    const unsigned long unidades = GetFullPathNameW(ruta.c_str(), 0, nullptr, nullptr);
+    std::wstring completa(unidades, L'\0');
+    completa.resize(GetFullPathNameW(ruta.c_str(), unidades, completa.data(), nullptr));
+    return completa;
+}
+
+// "nul", "con" and the like, unless they are files of a directory: to the system they are there everywhere.
+bool i_es_aparato(const std::wstring& de_trabajo) {
+    return !de_trabajo.starts_with(L"\\\\") && i_ruta_completa(de_trabajo).starts_with(L"\\\\.\\");
+}
+
 }  // namespace
 
 clase_de_entrada que_hay_en(const std::wstring& ruta) {
     const std::wstring de_trabajo = ruta_de_trabajo(ruta);
+    if (i_es_aparato(de_trabajo)) {
+        return clase_de_entrada::ninguna;
+    }
     if (cdir_existe_fichero_UNICODE(de_trabajo.c_str()) != CIERTO) {
         return clase_de_entrada::ninguna;
     }
@@ -138,13 +153,6 @@ std::wstring_view i_tras_la_unidad(std::wstring_view ruta) {
 
 bool i_es_raiz(std::wstring_view completa) {
     return i_tras_la_unidad(completa).find_first_not_of(L"\\/. ") == completa.npos;
-}
-
-std::wstring i_ruta_completa(const std::wstring& ruta) {
-    const unsigned long unidades = GetFullPathNameW(ruta.c_str(), 0, nullptr, nullptr);
-    std::wstring completa(unidades, L'\0');
-    completa.resize(GetFullPathNameW(ruta.c_str(), unidades, completa.data(), nullptr));
-    return completa;
 }
 
 }  // namespace

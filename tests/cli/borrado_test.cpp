@@ -378,6 +378,7 @@ TEST(rm, nombres_que_windows_recorta_y_nombres_de_aparatos) {
         cli::comprueba({{"rm", nombre, "--yes"}, 0, "deleted " + dicho + "\n", {}, {}}, d);
         EXPECT_FALSE(cli::existe(d.bajo(nombre))) << nombre;
     }
+    cli::comprueba({{"rm", "NUL", "--yes"}, 1, {}, "lumodir: 'NUL' does not exist\n", {}}, d);
     // A file that a shorter name would reach stays.
     d.crea_fichero("a");
     d.crea_fichero("a.");

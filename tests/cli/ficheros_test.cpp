@@ -19,6 +19,7 @@ TEST(exists, ficheros_directorios_y_patrones) {
         {{"exists", "$D\\*"}, 0, "directory  $D\\sub\nfile       $D\\ñ.txt\n", {}, {}},
         {{"exists", "$D\\*", "--file"}, 0, "file       $D\\ñ.txt\n", {}, {}},
         {{"exists", ""}, 1, "missing    (empty)\n", {}, {}},
+        {{"exists", "nul", "COM1"}, 1, "missing    nul\nmissing    COM1\n", {}, {}},  // devices
         {{"exists", "$D\\*.zip"}, 1, "missing    $D\\*.zip\n", {}, {}},
         {{"exists", "ñ.txt", "no", "--json"},
          1,

@@ -400,6 +400,12 @@ TEST(opciones, antes_o_despues_de_la_orden_y_guiones_dobles) {
     EXPECT_EQ(version.salida.rfind("lumodir 1.", 0), 0u) << version.salida;
 }
 
+TEST(avisos, lo_mismo_se_dice_una_vez) {
+    const cli::resultado uno = lumodir({"split", "a?b"}), dos = lumodir({"split", "a?b", "a?b", "a?b"});
+    EXPECT_NE(uno.errores, "");
+    EXPECT_EQ(uno.errores, dos.errores);
+}
+
 TEST(errores_internos, solo_se_muestran_si_se_piden) {
     // A path of points and blanks has no extension to give: the library reports it.
     const cli::resultado callada = lumodir({"name", " ", "--stem"});
