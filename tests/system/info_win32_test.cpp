@@ -120,8 +120,8 @@ TEST(info, las_26_unidades_caben_y_se_preguntan_una_vez) {
 
 // Bits above the 26 letters are no drives.
 TEST(info, los_bits_de_mas_no_cuentan) {
-    const auto todos = []() -> DWORD WINAPI { return 0xFC000001u; };
-    const auto fija = [](const wchar_t*) -> UINT WINAPI { return DRIVE_FIXED; };
+    const auto todos = []() -> DWORD { return 0xFC000001u; };
+    const auto fija = [](const wchar_t*) -> UINT { return DRIVE_FIXED; };
     const sustituye<decltype(lumodir::unidades.GetLogicalDrives)> presentes(
         lumodir::unidades.GetLogicalDrives, todos);
     const sustituye<decltype(lumodir::unidades.GetDriveTypeW)> tipo(lumodir::unidades.GetDriveTypeW, fija);
@@ -167,7 +167,7 @@ TEST(info, NULL_se_informa) {
     info_LiberaTabla(nullptr);
     const std::vector<informe> informes = toma_informes();
     ASSERT_EQ(informes.size(), 4u);
-    for (const std::size_t i : {0, 1, 3}) {
+    for (const std::size_t i : {0u, 1u, 3u}) {
         EXPECT_EQ(informes[i].expresion, "(tabla) != NULL");
     }
     EXPECT_EQ(informes[2].expresion, "(disco) != NULL");
