@@ -223,6 +223,20 @@ std::optional<std::wstring> i_lee_de_consola(void* asa) {
     return !linea.empty() && linea[0] == 0x1A ? std::nullopt : std::optional(linea);
 }
 
+// The code page that other programs write in here. That of this process is UTF-8, by its manifest, so without a console
+// the system's own locale tells.
+unsigned pagina_de_la_consola() {
+    const unsigned de_la_consola = GetConsoleCP();
+    if (de_la_consola != 0 && de_la_consola != CP_UTF8) {
+        return de_la_consola;
+    }
+    DWORD del_sistema = 0;
+    const int leido =
+        GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_IDEFAULTCODEPAGE | LOCALE_RETURN_NUMBER,
+                       reinterpret_cast<wchar_t*>(&del_sistema), sizeof del_sistema / sizeof(wchar_t));
+    return leido != 0 && del_sistema != CP_OEMCP ? del_sistema : GetOEMCP();
+}
+
 // What comes through a pipe or from a file, in bytes.
 class entrada_de_bytes {
 public:
@@ -291,7 +305,7 @@ private:
     }
 
     std::wstring i_texto(const std::string& bytes) const {
-        const unsigned de_la_consola = GetConsoleCP() != 0 ? GetConsoleCP() : GetOEMCP();
+        const unsigned de_la_consola = pagina_de_la_consola();
         for (const unsigned pagina : {static_cast<unsigned>(CP_UTF8), de_la_consola}) {
             if (std::optional<std::wstring> texto = de_pagina_estricta(pagina, bytes)) {
                 return *texto;

@@ -12,6 +12,7 @@
 // The executable tells at its end how many calls were made to fail in all ("faults injected: N").
 #pragma once
 
+#include <cstdlib>
 #include <functional>
 #include <set>
 
@@ -271,17 +272,33 @@ inline const std::vector<DWORD> codigos_de_fallo = {ERROR_ACCESS_DENIED, ERROR_S
                                                     ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND,
                                                     ERROR_DISK_FULL};
 
-// Runs `operacion` with its call 1, 2, ... failing with each of the codes, once and for ever, until a run ends before
+// LUMODIR_A_FONDO asks for all that can be tried, which takes long (tools/stress).
+inline bool a_fondo() {
+    return std::getenv("LUMODIR_A_FONDO") != nullptr;
+}
+
+// The codes that a call is made to fail with: each call with each of them or, in short, with one after the other.
+inline std::vector<std::vector<DWORD>> series_de_codigos(
+    const std::vector<DWORD>& codigos = codigos_de_fallo) {
+    std::vector<std::vector<DWORD>> series;
+    for (const DWORD codigo : codigos) {
+        series.push_back({codigo});
+    }
+    return a_fondo() ? series : std::vector<std::vector<DWORD>>{codigos};
+}
+
+// Runs `operacion` with its call 1, 2, ... failing with the codes, once and for ever, until a run ends before
 // the call that would fail. Around each run: `prepara` before it (no faults), `comprueba(round)` after it (no faults),
 // no handle left open, no block of memory left (by then `comprueba` must have freed what the operation gave).
 inline void con_cada_fallo(const std::function<void()>& prepara, const std::function<void()>& operacion,
                            const std::function<void(const ronda&)>& comprueba) {
     constexpr unsigned max_llamadas =
         2000;  // an operation that never ends clean is a failure, not a long test
-    for (const DWORD codigo : codigos_de_fallo) {
+    for (const std::vector<DWORD>& codigos : series_de_codigos()) {
         for (const bool para_siempre : {false, true}) {
             bool limpia = false;
             for (unsigned n = 1; !limpia && n <= max_llamadas; ++n) {
+                const DWORD codigo = codigos[n % codigos.size()];
                 prepara();
                 const unsigned long long vivos = lumospy_bloques_vivos();
                 const unsigned long long internos = lumodir::i_bloques_internos_vivos();

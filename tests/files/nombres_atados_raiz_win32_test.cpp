@@ -242,11 +242,13 @@ TEST(nombres_atados, lo_que_se_contesta_es_verdad_falle_lo_que_falle) {
             continue;
         }
         bool seguir = true;
-        for (const DWORD codigo : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION},
-                                   DWORD{ERROR_INVALID_PARAMETER}, DWORD{ERROR_NETNAME_DELETED}}) {
+        for (const std::vector<DWORD>& codigos :
+             series_de_codigos({ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_INVALID_PARAMETER,
+                                ERROR_NETNAME_DELETED})) {
             for (const bool para_siempre : {false, true}) {
                 bool limpia = false;
                 for (unsigned n = 1; seguir && !limpia && n <= max_llamadas; ++n) {
+                    const DWORD codigo = codigos[n % codigos.size()];
                     siembra(d);
                     unsigned short contestado = 0;
                     std::string fallada;

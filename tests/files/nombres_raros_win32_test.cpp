@@ -411,6 +411,9 @@ TEST(nombres_raros, doscientos_niveles) {
 
 // Wine resolves the whole path again at each opening, so that its work grows with the third power of the depth.
 TEST(nombres_raros, mil_niveles) {
+    if (!a_fondo()) {
+        GTEST_SKIP() << "a minute long: tools/stress";
+    }
     const lado_unix u;
     SIN_LADO_UNIX_NO(u);
     siembra_niveles(u, 1'000);
