@@ -22,7 +22,7 @@ public:
 
     cadena() noexcept = default;
     explicit cadena(vista<C> texto, lugar donde = lugar::aqui()) : cadena(con_sitio(texto.size(), donde)) {
-        rasgos<C>::copy(texto_, texto.data(), texto.size());
+        copia_unidades(texto_, texto.data(), texto.size());
     }
     cadena(cadena&& otra) noexcept : texto_(otra.texto_), longitud_(otra.longitud_) {
         otra.texto_ = nullptr;
@@ -38,7 +38,11 @@ public:
         }
         return *this;
     }
-    ~cadena() { i_libera(texto_); }
+    ~cadena() {
+        if (texto_ != nullptr) {
+            i_libera(texto_);
+        }
+    }
 
     // A string of `longitud` units, terminated, whose units the caller fills in.
     static cadena con_sitio(std::size_t longitud, lugar donde = lugar::aqui()) {
@@ -99,7 +103,7 @@ cadena<C> concatena(std::initializer_list<std::type_identity_t<vista<C>>> trozos
     cadena<C> nueva = cadena<C>::con_sitio(longitud, donde);
     C* p = nueva.datos();
     for (const vista<C>& trozo : trozos) {
-        rasgos<C>::copy(p, trozo.data(), trozo.size());
+        copia_unidades(p, trozo.data(), trozo.size());
         p += trozo.size();
     }
     return nueva;

@@ -31,11 +31,20 @@ constexpr trozos_de_ruta<C> crt_splitpath(vista<C> ruta) noexcept {
     trozos_de_ruta<C> trozos;
     trozos.unidad = ruta.substr(0, i_longitud_de_unidad(ruta));
     const vista<C> resto = ruta.substr(trozos.unidad.size());
-    trozos.directorio = resto.substr(0, tras_el_ultimo(resto, es_separador<C>));
-    const vista<C> fichero = resto.substr(trozos.directorio.size());
-    const std::size_t tras_punto = tras_el_ultimo(fichero, es_punto<C>);
-    trozos.nombre = fichero.substr(0, tras_punto == 0 ? fichero.size() : tras_punto - 1);
-    trozos.extension = fichero.substr(trozos.nombre.size());
+    std::size_t fichero = resto.size();
+    std::size_t punto = resto.size();
+    for (; fichero > 0; --fichero) {
+        const C c = resto[fichero - 1];
+        if (es_separador(c) && empieza_caracter(resto, fichero - 1)) {
+            break;
+        }
+        if (es_punto(c) && punto == resto.size() && empieza_caracter(resto, fichero - 1)) {
+            punto = fichero - 1;
+        }
+    }
+    trozos.directorio = resto.substr(0, fichero);
+    trozos.nombre = resto.substr(fichero, punto - fichero);
+    trozos.extension = resto.substr(punto);
     return trozos;
 }
 

@@ -2,20 +2,8 @@
 // Checked by tests/companions/texto_test.cpp and cadena_test.cpp.
 #include <bit>
 
+#include "companions/bloques.hpp"
 #include "companions/cadena.hpp"
-
-// Sanitizers would take what is read behind the terminator for an error.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define LUMODIR_UNIDAD_A_UNIDAD 1
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !(defined(__SSE2__) || defined(_M_X64))
-#define LUMODIR_UNIDAD_A_UNIDAD 1
-#endif
-#ifndef LUMODIR_UNIDAD_A_UNIDAD
-#include <emmintrin.h>
-#endif
 
 namespace lumodir {
 namespace {
@@ -29,7 +17,7 @@ std::size_t i_longitud_llana(const C* texto) noexcept {
     return static_cast<std::size_t>(p - texto);
 }
 
-#ifndef LUMODIR_UNIDAD_A_UNIDAD
+#if defined(LUMODIR_SSE2) && !defined(LUMODIR_UNIDAD_A_UNIDAD)
 
 // A bit for each byte of sixteen that belongs to a terminator.
 template <class C>
@@ -63,11 +51,18 @@ std::size_t i_longitud_a_bloques(const C* texto) noexcept {
 
 template <class C>
 std::size_t i_longitud_de(const C* texto) noexcept {
-#ifdef LUMODIR_UNIDAD_A_UNIDAD
-    return i_longitud_llana(texto);
-#else
+#if defined(LUMODIR_SSE2) && !defined(LUMODIR_UNIDAD_A_UNIDAD)
     return i_longitud_a_bloques(texto);
+#else
+    return i_longitud_llana(texto);
 #endif
+}
+
+// The first so many bytes and the last so many, which together are all of them.
+template <std::size_t Tamanyo>
+void i_copia_los_extremos(char* destino, const char* origen, std::size_t bytes) noexcept {
+    std::memcpy(destino, origen, Tamanyo);
+    std::memcpy(destino + bytes - Tamanyo, origen + bytes - Tamanyo, Tamanyo);
 }
 
 // Length of the placeholder at the start of `formato` (which begins with %); 0 when it is none.
@@ -107,6 +102,26 @@ void i_recorre_formato(vista<C> formato, const argumento<C>* argumentos, std::si
 }
 
 }  // namespace
+
+void i_copia_bytes(void* destino, const void* origen, std::size_t bytes) noexcept {
+    char* const d = static_cast<char*>(destino);
+    const char* const o = static_cast<const char*>(origen);
+    if (bytes > 64) {
+        std::memcpy(d, o, bytes);
+    } else if (bytes >= 32) {
+        i_copia_los_extremos<32>(d, o, bytes);
+    } else if (bytes >= 16) {
+        i_copia_los_extremos<16>(d, o, bytes);
+    } else if (bytes >= 8) {
+        i_copia_los_extremos<8>(d, o, bytes);
+    } else if (bytes >= 4) {
+        i_copia_los_extremos<4>(d, o, bytes);
+    } else if (bytes >= 2) {
+        i_copia_los_extremos<2>(d, o, bytes);
+    } else if (bytes == 1) {
+        *d = *o;
+    }
+}
 
 std::size_t i_longitud(const wchar_t* texto) noexcept {
     return i_longitud_de(texto);

@@ -92,6 +92,14 @@ using vista = std::basic_string_view<C, rasgos<C>>;
 using vista_a = vista<char>;     // 8-bit text in the active code page
 using vista_w = vista<wchar_t>;  // UTF-16 text
 
+// Copies units between places that do not overlap. Most pieces of a path are shorter than what the C library's copying
+// costs.
+void i_copia_bytes(void* destino, const void* origen, std::size_t bytes) noexcept;
+template <class C>
+void copia_unidades(C* destino, const C* origen, std::size_t num) noexcept {
+    i_copia_bytes(destino, origen, num * sizeof(C));
+}
+
 // Picks the literal of the flavour: LITERAL(C, "\\") is "\\" or L"\\" as a view.
 template <class C>
 constexpr vista<C> i_elige(vista_a a, vista_w w) noexcept {

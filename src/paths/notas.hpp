@@ -1,6 +1,6 @@
 // What the rules on paths ask for of a text, noted in one pass: a bit for each unit that is a separator, a point, a blank
 // or something that no name may hold. The rules judge from the notes (path_correcto.cpp), so there is one copy of them,
-// for UTF-16 and for ASCII in 8 bits, and none for the usual path.
+// for UTF-16 and for 8-bit text of one byte a character, and none for the usual path.
 //
 // Sixteen units at a time where the processor has SSE2, as every x86-64 has; the plain loop beside it is the model that
 // tests compare it with, and what other processors use.
@@ -8,11 +8,7 @@
 // Checked by tests/paths/notas_test.cpp: every unit at every place of texts of every length, by both ways.
 #pragma once
 
-#if defined(__SSE2__) || defined(_M_X64)
-#define LUMODIR_SSE2 1
-#include <emmintrin.h>
-#endif
-
+#include "companions/bloques.hpp"
 #include "companions/texto.hpp"
 
 namespace lumodir {
@@ -78,9 +74,7 @@ inline bits i_donde(__m128i iguales) noexcept {
     return static_cast<unsigned>(_mm_movemask_epi8(iguales));
 }
 
-template <class C>
-notas_de_64 i_notas_de_dieciseis(const C* p) noexcept {
-    const __m128i c = i_dieciseis(p);
+inline notas_de_64 i_notas_de_bytes(__m128i c, bool con_altos) noexcept {
     const auto es = [c](char cual) { return _mm_cmpeq_epi8(c, _mm_set1_epi8(cual)); };
     // Two characters that differ in one bit are told in one comparison.
     const auto es_salvo = [c](char cual, int bit) {
@@ -93,51 +87,74 @@ notas_de_64 i_notas_de_dieciseis(const C* p) noexcept {
     const __m128i raro = _mm_or_si128(_mm_or_si128(_mm_or_si128(de_control, con_comillas), es(':')),
                                       _mm_or_si128(con_menor, con_mayor));
     return {i_donde(_mm_or_si128(es('\\'), es('/'))), i_donde(es('.')), i_donde(es(' ')), i_donde(raro),
-            sizeof(C) == 1 ? i_donde(c) : 0};
+            con_altos ? i_donde(c) : 0};
+}
+template <class C>
+notas_de_64 i_notas_de_dieciseis(const C* p) noexcept {
+    return i_notas_de_bytes(i_dieciseis(p), sizeof(C) == 1);
 }
 
 // Units of a text from `desde` on. A block that is not whole is read with units that stand before it.
 template <class C>
 notas_de_64 i_notas_rapidas(vista<C> texto, std::size_t desde) noexcept {
     const C* const p = texto.data() + desde;
-    const auto num = static_cast<unsigned>(texto.size() - desde < 64 ? texto.size() - desde : 64);
+    const std::size_t quedan = texto.size() - desde;
+    if (quedan >= 64) {
+        return i_en_su_lugar(i_notas_de_dieciseis(p), 0, 0) |
+               i_en_su_lugar(i_notas_de_dieciseis(p + 16), 0, 16) |
+               i_en_su_lugar(i_notas_de_dieciseis(p + 32), 0, 32) |
+               i_en_su_lugar(i_notas_de_dieciseis(p + 48), 0, 48);
+    }
     notas_de_64 todas{};
-    unsigned i = 0;
-    for (; i + 16 <= num; i += 16) {
+    const auto num = static_cast<unsigned>(quedan);
+    for (unsigned i = 0; i + 16 <= num; i += 16) {
         todas = todas | i_en_su_lugar(i_notas_de_dieciseis(p + i), 0, i);
     }
-    const unsigned quedan = num - i;
-    if (quedan > 0 && desde + num >= 16) {
-        return todas | i_en_su_lugar(i_notas_de_dieciseis(p + num - 16), 16 - quedan, i);
+    if (num % 16 == 0) {
+        return todas;
     }
-    if (quedan > 0) {
-        C corto[16];
-        for (unsigned k = 0; k < 16; ++k) {
-            corto[k] = k < quedan ? p[k] : C('a');
-        }
-        return i_notas_de_dieciseis(corto);
+    if (num >= 16) {
+        return todas | i_en_su_lugar(i_notas_de_dieciseis(p + num - 16), 0, num - 16);
     }
-    return todas;
+    if (texto.size() >= 16) {
+        return i_en_su_lugar(i_notas_de_dieciseis(p + num - 16), 16 - num, 0);
+    }
+    C corto[16];
+    for (unsigned k = 0; k < 16; ++k) {
+        corto[k] = k < num ? p[k] : C('a');
+    }
+    return i_notas_de_dieciseis(corto);
 }
 
 #endif
 
-// The notes of up to 64 units of a text from `desde` on. What lies behind the text counts as a separator, for it ends a
-// component.
+// What lies behind a text counts as a separator, for it ends a component.
+inline constexpr notas_de_64 notas_de_fuera{~bits{0}, 0, 0, 0, 0};
+
+// The notes of a text, 64 units at a time from its beginning on.
 template <class C>
-notas_de_64 i_anota(vista<C> texto, std::size_t desde) noexcept {
-    if (desde >= texto.size()) {
-        return {~bits{0}, 0, 0, 0, 0};
-    }
+class notas_de_vista {
+public:
+    explicit notas_de_vista(vista<C> texto) noexcept : texto_(texto) {}
+
+    vista<C> texto() const noexcept { return texto_; }
+    notas_de_64 operator()(std::size_t desde) const noexcept {
+        if (desde >= texto_.size()) {
+            return notas_de_fuera;
+        }
 #ifdef LUMODIR_SSE2
-    notas_de_64 n = i_notas_rapidas(texto, desde);
+        notas_de_64 n = i_notas_rapidas(texto_, desde);
 #else
-    notas_de_64 n = i_notas_llanas(texto.substr(desde, 64));
+        notas_de_64 n = i_notas_llanas(texto_.substr(desde, 64));
 #endif
-    if (texto.size() - desde < 64) {
-        n.separador |= ~bits{0} << (texto.size() - desde);
+        if (texto_.size() - desde < 64) {
+            n.separador |= ~bits{0} << (texto_.size() - desde);
+        }
+        return n;
     }
-    return n;
-}
+
+private:
+    vista<C> texto_;
+};
 
 }  // namespace lumodir

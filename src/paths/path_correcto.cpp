@@ -5,6 +5,7 @@
 #include <bit>
 
 #include "cdir.h"
+#include "companions/caracteres.hpp"
 #include "companions/crt_rutas.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/limites.hpp"
@@ -105,7 +106,7 @@ bool i_punto_final_admitido(vista<C> path) noexcept {
 struct veredicto {
     ConstructorMensaje motivo = nullptr;  // NULL: the path is correct
     bool es_unc = false;
-    bool es_ascii = true;  // otherwise the rest says nothing: 8-bit text is judged in UTF-16
+    bool se_convierte = false;  // the rest says nothing: 8-bit text that is to be judged in UTF-16
 };
 
 // The rules on the components of a path, in one walk over its notes.
@@ -115,13 +116,15 @@ public:
     // The components begin behind the drive.
     examen_de_componentes(vista<C> path, std::size_t tras_unidad) noexcept
         : path_(path), tras_unidad_(tras_unidad), num_(tras_unidad > 0 ? 1 : 0) {
-        notas_de_64 esta = i_anota(path, 0);
+        const notas_de_vista<C> notas(path);
+        notas_de_64 esta = notas(0);
         // The drive is none of the components; its colon is where one may be.
-        esta.separador |= (bits{1} << tras_unidad) - 1;
-        esta.raro &= ~((bits{1} << tras_unidad) - 1);
+        const bits antes = (bits{1} << tras_unidad) - 1;
+        esta.separador |= antes;
+        esta.raro &= ~antes;
         bits tras_separador = 1;
         for (std::size_t desde = 0; desde < path.size(); desde += 64) {
-            const notas_de_64 otra = i_anota(path, desde + 64);
+            const notas_de_64 otra = notas(desde + 64);
             alguno_raro_ |= esta.raro;
             alguno_alto_ |= esta.alto;
             i_examina(desde, esta, otra, ~esta.separador & (esta.separador << 1 | tras_separador));
@@ -152,8 +155,9 @@ private:
             const bits ventana = fines >> i | otros_fines << 1 << (63 - i);
             const auto longitud =
                 static_cast<unsigned>(std::countr_zero(ventana | bits{2} << longitud_maxima_reservada));
-            const C* const tronco = path_.data() + desde + i;
-            const bool es_el_ultimo = desde + i + 1 == path_.size();
+            const std::size_t donde = desde + i;
+            const C* const tronco = path_.data() + donde;
+            const bool es_el_ultimo = donde + 1 == path_.size();
             if ((i_longitudes_reservadas(tronco[0], tronco[es_el_ultimo ? 0 : 1]) >> longitud & 1) != 0) {
                 correctos_ = correctos_ && !i_es_reservado(vista<C>(tronco, longitud));
             }
@@ -201,16 +205,17 @@ veredicto i_examina(vista<C> path, bool puede_ser_vacio) noexcept {
         juicio.motivo = puede_ser_vacio ? nullptr : i_msg_53960_sin_nombre_de_directorio;
         return juicio;
     }
-    // Some of many bytes have fewer characters: they are counted in UTF-16.
+    // Where a character may take several bytes, lengths are counted in UTF-16.
+    const bool son_unidades = sizeof(C) > 1 || i_escritura() == escritura::de_un_byte;
     if (path.size() > lmlongpath_get_longitud_maxima_permitida_path()) {
-        juicio.es_ascii = sizeof(C) > 1;
+        juicio.se_convierte = !son_unidades;
         juicio.motivo = i_msg_374376_path_demasiado_largo;
         return juicio;
     }
     const bool con_unidad = path.size() > 1 && path[1] == C(':') && es_letra(path[0]);
     const examen_de_componentes<C> componentes(path, con_unidad ? 2 : 0);
-    if (!componentes.es_ascii()) {
-        juicio.es_ascii = false;
+    if (!son_unidades && !componentes.es_ascii()) {
+        juicio.se_convierte = true;
         return juicio;
     }
     if (!con_unidad && componentes.hay_raros() && path.find(C(':')) != vista<C>::npos) {
@@ -296,14 +301,10 @@ bool i_nombre_base_valido_UNICODE(vista_w nombre) noexcept {
     return i_es_punto_o_dos_puntos(nombre) || i_nombre_base_correcto_UNICODE(nombre);
 }
 
-unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_vacio,
-                                       unsigned short mostrar_mensaje, unsigned short* es_unc,
-                                       wchar_t** mensaje) {
-    i_guarda(es_unc, false);
-    if (!i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")) {
-        return FALSO;
-    }
-    const veredicto juicio = i_examina(path, puede_ser_vacio == CIERTO);
+namespace {
+
+unsigned short i_responde(const veredicto& juicio, vista_w path, unsigned short mostrar_mensaje,
+                          unsigned short* es_unc, wchar_t** mensaje) {
     i_guarda(es_unc, juicio.es_unc);
     if (juicio.motivo == nullptr) {
         return CIERTO;
@@ -312,18 +313,35 @@ unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_va
     return FALSO;
 }
 
-unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
-                               unsigned short* es_unc) {
-    if (path.data() != nullptr) {
-        const veredicto juicio = i_examina(path, puede_ser_vacio == CIERTO);
-        // Nothing to convert where it is ASCII and nothing is to be told.
-        if (juicio.es_ascii && (juicio.motivo == nullptr || mostrar_mensaje != CIERTO)) {
-            i_guarda(es_unc, juicio.es_unc);
-            return juicio.motivo == nullptr ? CIERTO : FALSO;
-        }
+unsigned short i_responde(const veredicto& juicio, vista_a path, unsigned short puede_ser_vacio,
+                          unsigned short mostrar_mensaje, unsigned short* es_unc) {
+    // Nothing to convert where the verdict stands and nothing is to be told.
+    if (!juicio.se_convierte && (juicio.motivo == nullptr || mostrar_mensaje != CIERTO)) {
+        return i_responde(juicio, vista_w(), FALSO, es_unc, nullptr);
     }
     return i_path_correcto_UNICODE(utf16_temporal(path).ver(), puede_ser_vacio, mostrar_mensaje, es_unc,
                                    nullptr);
+}
+
+}  // namespace
+
+unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_vacio,
+                                       unsigned short mostrar_mensaje, unsigned short* es_unc,
+                                       wchar_t** mensaje) {
+    if (!i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")) {
+        i_guarda(es_unc, false);
+        return FALSO;
+    }
+    return i_responde(i_examina(path, puede_ser_vacio == CIERTO), path, mostrar_mensaje, es_unc, mensaje);
+}
+
+unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
+                               unsigned short* es_unc) {
+    if (path.data() == nullptr) {
+        return i_path_correcto_UNICODE(vista_w(), puede_ser_vacio, mostrar_mensaje, es_unc, nullptr);
+    }
+    return i_responde(i_examina(path, puede_ser_vacio == CIERTO), path, puede_ser_vacio, mostrar_mensaje,
+                      es_unc);
 }
 
 namespace {
@@ -337,6 +355,14 @@ unsigned short i_correcto(vista_a path, unsigned short* es_unc) {
 
 template <class C>
 unsigned short i_correcto_con_comodines(vista<C> path, unsigned short* es_unc) {
+    // No wildcard is in a path that is correct as it stands.
+    if (path.data() != nullptr) {
+        const veredicto juicio = i_examina(path, false);
+        if (!juicio.se_convierte && juicio.motivo == nullptr) {
+            i_guarda(es_unc, juicio.es_unc);
+            return CIERTO;
+        }
+    }
     const trozos_de_ruta<C> trozos = crt_splitpath(path);
     const bool nombre_comodin = trozos.nombre == LITERAL(C, "*");
     if (trozos.extension == LITERAL(C, ".*")) {

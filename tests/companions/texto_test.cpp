@@ -233,3 +233,25 @@ TEST(texto, longitudes_en_todas_las_posiciones) {
         }
     }
 }
+
+// What is copied, and not a byte more on either side.
+TEST(texto, copias_de_todos_los_largos) {
+    for (std::size_t num = 0; num < 140; ++num) {
+        std::vector<char> origen(num);
+        std::vector<char> destino(num + 2, '#');
+        std::vector<wchar_t> origen_w(num);
+        std::vector<wchar_t> destino_w(num + 2, L'#');
+        for (std::size_t i = 0; i < num; ++i) {
+            origen[i] = static_cast<char>(i + 1);
+            origen_w[i] = static_cast<wchar_t>(0x100 * i + 7);
+        }
+        copia_unidades(destino.data() + 1, origen.data(), num);
+        copia_unidades(destino_w.data() + 1, origen_w.data(), num);
+        ASSERT_TRUE(std::equal(origen.begin(), origen.end(), destino.begin() + 1)) << num;
+        ASSERT_TRUE(std::equal(origen_w.begin(), origen_w.end(), destino_w.begin() + 1)) << num;
+        ASSERT_EQ(destino.front(), '#');
+        ASSERT_EQ(destino.back(), '#');
+        ASSERT_EQ(destino_w.front(), L'#');
+        ASSERT_EQ(destino_w.back(), L'#');
+    }
+}

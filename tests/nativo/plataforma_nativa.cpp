@@ -363,7 +363,7 @@ cadena_w variable_de_entorno(const wchar_t* nombre) {
     }
     const vista_a bytes(valor);
     cadena_w resultado = cadena_w::con_sitio(bytes.size());
-    ansi_a_utf16(bytes, resultado.datos(), bytes.size());
+    resultado.acorta(ansi_a_utf16(bytes, resultado.datos(), bytes.size()));
     return resultado;
 }
 

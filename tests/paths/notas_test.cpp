@@ -7,9 +7,9 @@
 #include "apoyo/apoyo.hpp"
 
 using lumodir::bits;
-using lumodir::i_anota;
 using lumodir::i_notas_llanas;
 using lumodir::notas_de_64;
+using lumodir::notas_de_vista;
 using lumodir::vista;
 
 namespace lumodir {
@@ -50,7 +50,8 @@ void compara(const std::vector<unsigned>& unidades) {
         if (quedan < 64) {
             esperadas.separador |= ~bits{0} << quedan;
         }
-        ASSERT_TRUE(i_anota(texto.ver(), desde) == esperadas) << testing::PrintToString(unidades) << desde;
+        ASSERT_TRUE(notas_de_vista<C>(texto.ver())(desde) == esperadas)
+            << testing::PrintToString(unidades) << desde;
     }
 }
 
