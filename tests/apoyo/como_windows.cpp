@@ -87,11 +87,21 @@ texto_w clave_de_ruta(const wchar_t* ruta) {
     const DWORD largo = ::GetFullPathNameW(ruta, 0x8000, completa.data(), nullptr);
     return clave(largo == 0 || largo >= 0x8000 ? texto_w(ruta) : texto_w(completa.data(), largo));
 }
+// Of any length, which the call that is meant for it does not tell under Wine.
 texto_w ruta_de_manija(HANDLE h) {
     const lumodir::conserva_ultimo_error conserva;
-    std::vector<wchar_t> ruta(0x8000);
-    const DWORD largo = ::GetFinalPathNameByHandleW(h, ruta.data(), 0x8000, 0);
-    return largo == 0 || largo >= 0x8000 ? texto_w() : texto_w(ruta.data(), largo);
+    constexpr DWORD bytes = 0x10000;
+    std::vector<unsigned long long> bufer(bytes / sizeof(unsigned long long));
+    const wchar_t* nombre = nullptr;
+    DWORD unidades = 0;
+    if (!debajo.nombre_de_fichero(h, bufer.data(), bytes, &nombre, &unidades)) {
+        return {};
+    }
+    texto_w ruta(nombre, unidades);
+    if (ruta.compare(0, 4, L"\\??\\") == 0) {
+        ruta[1] = L'\\';
+    }
+    return ruta;
 }
 texto_w ruta_de_entrada(const wchar_t* nombre, HANDLE directorio) {
     return directorio == nullptr ? texto_w(L"\\\\?\\") + (nombre + 4)
@@ -150,6 +160,23 @@ void ya_no_falta(const wchar_t* ruta) {
 }
 
 // ---- Links, which Wine opens and removes only as what they point to
+
+// Wine tells names now with, now without the blanks and points at their ends.
+texto_w sin_recortables(const texto_w& ruta) {
+    texto_w resultado;
+    for (const wchar_t c : ruta) {
+        if (c == L'\\') {
+            while (!resultado.empty() && (resultado.back() == L' ' || resultado.back() == L'.')) {
+                resultado.pop_back();
+            }
+        }
+        resultado += c;
+    }
+    while (!resultado.empty() && (resultado.back() == L' ' || resultado.back() == L'.')) {
+        resultado.pop_back();
+    }
+    return resultado;
+}
 
 bool es_enlace_a_directorio(const wchar_t* ruta) {
     const lumodir::conserva_ultimo_error conserva;
@@ -275,11 +302,11 @@ HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acces
     if (h == INVALID_HANDLE_VALUE || !actual->escenario.enlaces_por_si_mismos) {
         return h;
     }
-    // Only a link leads elsewhere than its name says; Wine tells names without what it cuts off their ends.
+    // Only a link leads elsewhere than its name says.
     const lumodir::conserva_ultimo_error conserva;
     const texto_w suya = ruta_de_entrada(nombre, directorio);
-    const bool recortable = suya.back() == L' ' || suya.back() == L'.';
-    if (!recortable && clave(ruta_de_manija(h)) != clave(suya) &&
+    const texto_w verdadera = ruta_de_manija(h);
+    if (!verdadera.empty() && sin_recortables(clave(verdadera)) != sin_recortables(clave(suya)) &&
         ((opciones & FILE_NON_DIRECTORY_FILE) != 0 || es_enlace_a_directorio(suya.c_str()))) {
         actual->enlaces[h] = {suya};
     }
@@ -579,32 +606,60 @@ BOOL WINAPI cierra_instantanea(HANDLE h) {
     return procesos_debajo.CloseHandle(h);
 }
 
+// The tests of many threads run here, too.
+class cerrojo {
+public:
+    cerrojo() { ::EnterCriticalSection(i_seccion()); }
+    ~cerrojo() { ::LeaveCriticalSection(i_seccion()); }
+    cerrojo(const cerrojo&) = delete;
+    cerrojo& operator=(const cerrojo&) = delete;
+
+private:
+    static CRITICAL_SECTION* i_seccion() {
+        static CRITICAL_SECTION* const seccion = [] {
+            static CRITICAL_SECTION s;
+            ::InitializeCriticalSection(&s);
+            return &s;
+        }();
+        return seccion;
+    }
+};
+template <auto Funcion>
+struct a_solas;
+template <class R, class... A, R(WINAPI* Funcion)(A...)>
+struct a_solas<Funcion> {
+    static R WINAPI llama(A... a) {
+        const cerrojo uno_tras_otro;
+        return Funcion(a...);
+    }
+};
+
 void desvia() {
     debajo = lumodir::sistema;
     procesos_debajo = lumodir::procesos;
     tabla_sistema& t = lumodir::sistema;
-    t.GetFileAttributesW = atributos;
-    t.GetFileAttributesExW = atributos_ex;
-    t.SetFileAttributesW = pon_atributos;
-    t.CreateFileW = crea;
-    t.CloseHandle = cierra;
-    t.GetFileInformationByHandle = informacion;
-    t.GetFileInformationByHandleEx = informacion_ex;
-    t.SetFileInformationByHandle = pon_informacion;
-    t.DeleteFileW = borra_fichero;
-    t.CreateDirectoryW = crea_directorio;
-    t.RemoveDirectoryW = quita_directorio;
-    t.MoveFileExW = mueve;
-    t.FindFirstFileExW = busca;
-    t.FindNextFileW = busca_otro;
-    t.FindClose = acaba_busqueda;
-    t.abre_entrada = abre_entrada;
-    t.sigue_enlaces = no_sigue_enlaces;
+    t.GetFileAttributesW = a_solas<atributos>::llama;
+    t.GetFileAttributesExW = a_solas<atributos_ex>::llama;
+    t.SetFileAttributesW = a_solas<pon_atributos>::llama;
+    t.CreateFileW = a_solas<crea>::llama;
+    t.CloseHandle = a_solas<cierra>::llama;
+    t.GetFileInformationByHandle = a_solas<informacion>::llama;
+    t.GetFileInformationByHandleEx = a_solas<informacion_ex>::llama;
+    t.SetFileInformationByHandle = a_solas<pon_informacion>::llama;
+    t.DeleteFileW = a_solas<borra_fichero>::llama;
+    t.CreateDirectoryW = a_solas<crea_directorio>::llama;
+    t.RemoveDirectoryW = a_solas<quita_directorio>::llama;
+    t.MoveFileExW = a_solas<mueve>::llama;
+    t.FindFirstFileExW = a_solas<busca>::llama;
+    t.FindNextFileW = a_solas<busca_otro>::llama;
+    t.FindClose = a_solas<acaba_busqueda>::llama;
+    t.abre_entrada = a_solas<abre_entrada>::llama;
+    t.sigue_enlaces = a_solas<no_sigue_enlaces>::llama;
     tabla_procesos& p = lumodir::procesos;
-    p.CreateToolhelp32Snapshot = toma_instantanea;
-    p.Module32FirstW = primer_modulo;
-    p.Module32NextW = otro_modulo;
-    p.CloseHandle = cierra_instantanea;
+    p.CreateToolhelp32Snapshot = a_solas<toma_instantanea>::llama;
+    p.Module32FirstW = a_solas<primer_modulo>::llama;
+    p.Module32NextW = a_solas<otro_modulo>::llama;
+    p.CloseHandle = a_solas<cierra_instantanea>::llama;
 }
 
 }  // namespace

@@ -201,6 +201,10 @@ TEST(en_windows, un_enlace_se_va_el_mismo) {
         const como_windows windows({});
         EXPECT_EQ(f.borra(d.ruta("t")), f.contesta == respuesta::ninguna ? no_contesta : 1);
         EXPECT_EQ(d.arbol(), solo_lo_de_fuera);
+        // As the root that the caller names it goes like any other.
+        const enlace raiz(d.ruta(), "raiz", "fuera");
+        EXPECT_EQ(f.borra(d.ruta("raiz")), f.contesta == respuesta::ninguna ? no_contesta : 1);
+        EXPECT_EQ(d.arbol(), solo_lo_de_fuera);
     }
 }
 
