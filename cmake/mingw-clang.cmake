@@ -1,5 +1,5 @@
-# Toolchain: 64-bit Windows from Clang and LLD, with the headers and libraries of Debian's MinGW-w64. Its debug information is
-# what Windows' own debuggers read.
+# Toolchain: 64-bit Windows from Clang and LLD, with the headers and libraries of Debian's MinGW-w64. LLD can write debug
+# information as Windows' own debuggers read it (preset mingw-package).
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER clang)
