@@ -91,7 +91,7 @@ TEST_F(recorrido, no_deja_nada_fuera) {
     EXPECT_EQ(vistos(una), (textos{L".git\\", L"a.txt", L"sub\\", L"vacio\\"}));
     una.profundidad = 1;
     EXPECT_EQ(vistos(una).size(), 7u);
-    const lumodir::recorrido_hecho hecho = recorre(base, [](const entrada&) {});
+    const lumodir::recorrido_hecho hecho = lumodir::recorre(base, [](const entrada&) {});
     EXPECT_TRUE(hecho);
     EXPECT_EQ(hecho.cuenta.ficheros, 4u);
     EXPECT_EQ(hecho.cuenta.directorios, 5u);
@@ -330,7 +330,7 @@ TEST_F(recorrido, sin_memoria_no_queda_nada) {
     EXPECT_GT(fallidas, 10u);
 }
 
-// A search that breaks off: its handle is put away behind its back.
+// A search that breaks off: another thing stands in the place of its handle.
 TEST_F(recorrido, el_enumerador_distingue_el_final_del_fallo) {
     WIN32_FIND_DATAW e;
     lumodir::dirwin::enumerador entero(base / L"*");
@@ -341,8 +341,12 @@ TEST_F(recorrido, el_enumerador_distingue_el_final_del_fallo) {
     const lumodir::dirwin::enumerador ninguno(base / L"falta\\*");
     EXPECT_FALSE(ninguno.abierto());
     EXPECT_EQ(ninguno.codigo(), static_cast<unsigned long>(ERROR_PATH_NOT_FOUND));
+    if (!lumodir::wine::estamos_en_wine()) {
+        GTEST_SKIP() << "only Wine is known to look at what a handle of a search is";
+    }
+    static char nada[4096];
     Dirwin_u* nuevo = dirwin_crea_UNICODE((base / L"*").c_str());
-    const HANDLE buena = std::exchange(nuevo->busqueda, ::GetCurrentProcess());
+    const HANDLE buena = std::exchange(nuevo->busqueda, static_cast<HANDLE>(nada));
     lumodir::dirwin::enumerador roto(nuevo);
     EXPECT_TRUE(roto.siguiente(e));  // the first one was read when it was opened
     EXPECT_FALSE(roto.siguiente(e));
