@@ -203,6 +203,26 @@ unsigned char* trato_con_volumen::bufer() {
 
 // ---- Opening ----
 
+// A directory and all those above it in their walk, the root first: loops over it spend no stack on depth.
+class directorio_abierto::linea_de_arriba {
+public:
+    explicit linea_de_arriba(directorio_abierto& ultimo) {
+        std::size_t cuantos = 0;
+        for (directorio_abierto* d = &ultimo; d != nullptr; d = d->padre_) {
+            ++cuantos;
+        }
+        linea_.reserva_sitio(cuantos);
+        for (directorio_abierto* d = &ultimo; d != nullptr; d = d->padre_) {
+            linea_.anade(d);
+        }
+    }
+    std::size_t size() const noexcept { return linea_.size(); }
+    directorio_abierto* operator[](std::size_t i) const noexcept { return linea_[linea_.size() - 1 - i]; }
+
+private:
+    vector_interno<directorio_abierto*> linea_;
+};
+
 DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato, enlace_raiz si_es_enlace) {
     const bool sigue = si_es_enlace == enlace_raiz::se_sigue;
     trato_ = &trato;
@@ -253,14 +273,22 @@ bool directorio_abierto::i_es_raiz_sin_enlace(const ruta_fijada& raiz) {
 // Where this directory really lies. The system tells it without the blanks and points at the end of its own name, but
 // with them in the names of what it holds: so it is put together from the names that the directories above tell.
 vista_w directorio_abierto::i_lugar_verdadero() {
-    if (nombre_verdadero_.es_nula()) {
-        if (padre_ != nullptr) {
-            nombre_verdadero_ = i_une(padre_->i_lugar_verdadero(), nombre_);
+    if (!nombre_verdadero_.es_nula()) {
+        return nombre_verdadero_;
+    }
+    const linea_de_arriba linea(*this);
+    for (std::size_t i = 0; i < linea.size(); ++i) {
+        directorio_abierto& actual = *linea[i];
+        if (!actual.nombre_verdadero_.es_nula()) {
+            continue;
+        }
+        if (actual.padre_ != nullptr) {
+            actual.nombre_verdadero_ = i_une(actual.padre_->nombre_verdadero_, actual.nombre_);
         } else {
-            const vista_w dado = i_sin_barras_finales(a_vista(raiz_->c_str()));
+            const vista_w dado = i_sin_barras_finales(a_vista(actual.raiz_->c_str()));
             const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
-            nombre_verdadero_ =
-                concatena<wchar_t>({i_nombre_verdadero(manija_.get(), *trato_), final_cortado});
+            actual.nombre_verdadero_ =
+                concatena<wchar_t>({i_nombre_verdadero(actual.manija_.get(), *trato_), final_cortado});
         }
     }
     return nombre_verdadero_;
@@ -335,7 +363,7 @@ DWORD directorio_abierto::i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD 
     }
     // Perhaps the name is what is wrong: then the path fails in the same way.
     const DWORD por_ruta = i_abre_por_ruta(nombre, acceso, compartir, opciones, abierta);
-    trato_->relativo = i_es_rechazo_de_relativo(por_ruta);
+    trato_->relativo = por_ruta != ERROR_SUCCESS;
     return por_ruta;
 }
 
@@ -358,12 +386,18 @@ DWORD directorio_abierto::i_retiene() {
     if (retenido_) {
         return ERROR_SUCCESS;
     }
-    if (padre_ != nullptr) {
-        const DWORD codigo = padre_->i_retiene();
+    const linea_de_arriba linea(*this);
+    for (std::size_t i = 0; i < linea.size(); ++i) {
+        const DWORD codigo = linea[i]->retenido_ ? DWORD{ERROR_SUCCESS} : linea[i]->i_retiene_este();
         if (codigo != ERROR_SUCCESS) {
             return codigo;
         }
     }
+    return ERROR_SUCCESS;
+}
+
+DWORD directorio_abierto::i_retiene_este() {
+    const sin_dialogos callado;
     manija_fichero retenida(
         sistema.abre_entrada(i_ruta_nativa().c_str(), nullptr, acceso_de_listado, comparte_sin_borrar,
                              opciones_de_directorio | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
@@ -378,14 +412,34 @@ DWORD directorio_abierto::i_retiene() {
     return ERROR_SUCCESS;
 }
 
-cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) const {
-    const cadena_w propia = padre_ == nullptr ? i_forma_nativa(lmlongpath_forma_completa(*raiz_))
-                                              : padre_->i_ruta_nativa(nombre_);
-    if (nombre.empty()) {
-        return cadena_w(propia.ver());
+cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) {
+    const linea_de_arriba linea(*this);
+    const cadena_w raiz = i_forma_nativa(lmlongpath_forma_completa(*linea[0]->raiz_));
+    const vista_w principio = i_sin_barras_finales(raiz);
+    std::size_t largo = principio.size() + (nombre.empty() ? 0 : 1 + nombre.size());
+    for (std::size_t i = 1; i < linea.size(); ++i) {
+        largo += 1 + linea[i]->nombre_.size();
     }
-    const vista_w barra = acaba_en(propia.ver(), L"\\") ? vista_w() : vista_w(L"\\");
-    return concatena<wchar_t>({propia, barra, nombre});
+    const bool solo_raiz = linea.size() == 1 && nombre.empty();
+    if (solo_raiz) {
+        return cadena_w(raiz.ver());
+    }
+    cadena_w ruta = cadena_w::con_sitio(largo);
+    wchar_t* p = ruta.datos();
+    const auto escribe = [&p](vista_w texto) {
+        rasgos_utf16::copy(p, texto.data(), texto.size());
+        p += texto.size();
+    };
+    escribe(principio);
+    for (std::size_t i = 1; i < linea.size(); ++i) {
+        escribe(L"\\");
+        escribe(linea[i]->nombre_);
+    }
+    if (!nombre.empty()) {
+        escribe(L"\\");
+        escribe(nombre);
+    }
+    return ruta;
 }
 
 // ---- Entries ----
@@ -421,8 +475,9 @@ DWORD directorio_abierto::i_abre_entrada(const entrada_leida& cual, DWORD acceso
     if (codigo != ERROR_SUCCESS) {
         return codigo;
     }
-    const bool es_ella = cual.es_directorio() ? i_tiene_su_numero(abierta->get(), cual)
-                                              : i_esta_donde_dice(abierta->get(), cual.nombre);
+    const bool por_su_numero = cual.es_directorio() || !trato_->relativo;
+    const bool es_ella = (!por_su_numero || i_tiene_su_numero(abierta->get(), cual)) &&
+                         (cual.es_directorio() || i_esta_donde_dice(abierta->get(), cual.nombre));
     if (!es_ella) {
         abierta->cierra();
         return ERROR_CANT_ACCESS_FILE;

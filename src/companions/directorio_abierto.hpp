@@ -87,6 +87,7 @@ public:
 
 private:
     friend class lector_de_directorio;
+    class linea_de_arriba;
 
     DWORD i_abre_entrada(const entrada_leida& cual, DWORD acceso, manija_fichero* abierta);
     DWORD i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
@@ -94,7 +95,8 @@ private:
     DWORD i_abre_por_ruta(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
                           manija_fichero* abierta);
     DWORD i_retiene();
-    cadena_w i_ruta_nativa(vista_w nombre = {}) const;
+    DWORD i_retiene_este();
+    cadena_w i_ruta_nativa(vista_w nombre = {});
     bool i_es_ella(const entrada_leida& cual);
     bool i_tiene_su_numero(HANDLE abierta, const entrada_leida& cual) const;
     vista_w i_lugar_verdadero();

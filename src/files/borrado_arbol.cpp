@@ -105,10 +105,13 @@ public:
     }
     bool sigue() override { return true; }
     void subdirectorio(entrada_de_arbol& directorio, llegada como) override {
-        if (como == llegada::a_medias) {
+        // Its entry was there: whether it is gone, or only said to be, the next pass tells.
+        if (como == llegada::falta) {
+            resultado_.visto_todo = false;
+            resultado_.otra_pasada = true;
+        } else if (!quita(directorio, como) && como == llegada::a_medias) {
             resultado_.visto_todo = false;
         }
-        quita(directorio, como);
     }
 
     // Removes a directory that has been walked; what was not entered and stays has not been seen.
@@ -125,8 +128,9 @@ public:
             resultado_.visto_todo = false;
             dejado_para_siempre_ = dejado_para_siempre_ || !pasara;
         }
-        // What is left on purpose keeps its directories for good.
-        resultado_.otra_pasada = resultado_.otra_pasada || (pasara && !dejado_para_siempre_);
+        // What is left on purpose keeps its directories full for good.
+        const bool lleno_para_siempre = dejado_para_siempre_ && intento.codigo == ERROR_DIR_NOT_EMPTY;
+        resultado_.otra_pasada = resultado_.otra_pasada || (pasara && !lleno_para_siempre);
         return false;
     }
     resultado_de_pasada& resultado() noexcept { return resultado_; }

@@ -97,10 +97,18 @@ public:
             nombres = fin == vista_w::npos ? vista_w() : nombres.substr(fin + 1);
             auto siguiente = objeto<eslabon>::crea();
             if (!i_busca(nombre, siguiente->entrada)) {
-                return true;  // missing, and all below it
+                if (sistema.sigue_enlaces()) {
+                    return true;  // missing, and all below it
+                }
+                // Perhaps a short name, which no listing shows.
+                siguiente->entrada.guarda({nombre, FILE_ATTRIBUTE_DIRECTORY, 0, 0, {}});
             }
-            if (siguiente->directorio.abre(eslabones_.back()->directorio, siguiente->entrada[0]) !=
-                ERROR_SUCCESS) {
+            const DWORD codigo_de_nivel =
+                siguiente->directorio.abre(eslabones_.back()->directorio, siguiente->entrada[0]);
+            if (codigo_de_nivel == ERROR_FILE_NOT_FOUND || codigo_de_nivel == ERROR_PATH_NOT_FOUND) {
+                return true;
+            }
+            if (codigo_de_nivel != ERROR_SUCCESS) {
                 return false;
             }
             eslabones_.anade(siguiente.suelta());
@@ -124,12 +132,19 @@ public:
     }
 
 private:
+    // The entry of that very name or, where there is none, of the name in another letter case.
     bool i_busca(vista_w nombre, entradas_guardadas& encontrada) {
         lector_de_directorio entradas(eslabones_.back()->directorio);
         entrada_leida entrada;
-        while (encontrada.num() == 0 && entradas.siguiente(&entrada)) {
-            if (i_mismo_nombre(entrada.nombre, nombre)) {
+        while (entradas.siguiente(&entrada)) {
+            if (entrada.nombre == nombre ||
+                (encontrada.num() == 0 && i_mismo_nombre(entrada.nombre, nombre))) {
+                const bool es_esa = entrada.nombre == nombre;
+                encontrada.vacia();
                 encontrada.guarda(entrada);
+                if (es_esa) {
+                    return true;
+                }
             }
         }
         return encontrada.num() != 0;
@@ -138,7 +153,7 @@ private:
         lector_de_directorio entradas(directorio);
         entrada_leida entrada;
         while (entradas.siguiente(&entrada)) {
-            if (!entrada.es_directorio() || entrada.nombre.front() != L'.') {
+            if (!entrada.es_directorio() || !empieza_por(entrada.nombre, L".")) {
                 return false;
             }
         }
@@ -181,7 +196,8 @@ class ancla {
 public:
     explicit ancla(vista_w directorio) {
         const bool con_unidad = directorio.size() >= 2 && directorio[1] == L':';
-        const bool de_raiz = es_separador(directorio[con_unidad ? 2 : 0]);
+        const vista_w tras_unidad = directorio.substr(con_unidad ? 2 : 0);
+        const bool de_raiz = !tras_unidad.empty() && es_separador(tras_unidad.front());
         const bool compartida =
             !con_unidad && de_raiz && directorio.size() > 1 && es_separador(directorio[1]);
         if (compartida || (con_unidad && de_raiz)) {

@@ -6,7 +6,7 @@ namespace {
 
 bool i_interesa(vista_w nombre, subdirectorios cuales) noexcept {
     return cuales == subdirectorios::todos ||
-           (cuales == subdirectorios::sin_punto_inicial && nombre.front() != L'.');
+           (cuales == subdirectorios::sin_punto_inicial && !empieza_por(nombre, L"."));
 }
 
 bool i_recorre_ficheros(recorrido& arbol, visitante_borrado& visitante) {
@@ -25,7 +25,7 @@ bool i_recorre_ficheros(recorrido& arbol, visitante_borrado& visitante) {
 bool i_se_recorta(vista_w raiz) noexcept {
     const vista_w nombre = raiz.substr(raiz.find_last_of(L"\\/:") + 1);
     return !empieza_por(raiz, L"\\\\?\\") &&
-           (acaba_en(nombre, L" ") || (nombre.size() > 2 && acaba_en(nombre, L"..")));
+           (acaba_en(nombre, L" ") || (acaba_en(nombre, L".") && nombre != L"." && nombre != L".."));
 }
 
 bool i_se_ha_entrado(llegada como) noexcept {

@@ -27,6 +27,10 @@ enum class llegada {
 class entradas_guardadas {
 public:
     void guarda(const entrada_leida& entrada);
+    void vacia() noexcept {
+        filas_.vacia();
+        nombres_.vacia();
+    }
     std::size_t num() const noexcept { return filas_.size(); }
     entrada_leida operator[](std::size_t i) const noexcept;
     using comparacion = int (*)(vista_w a, vista_w b) noexcept;

@@ -290,7 +290,8 @@ TEST(nombres_atados, el_directorio_actual_cambia_antes_de_cada_llamada) {
             const lista esperado = estado(a);
             nada_que_decir(de);
             // By the first call, or the first of each path, the text has got its full form.
-            for (unsigned n = op.paths + 1; n <= llamadas; n += 1 + (&como == escrituras && a_fondo() ? n / 6 : n)) {
+            for (unsigned n = op.paths + 1; n <= llamadas;
+                 n += 1 + (&como == escrituras && a_fondo() ? n / 6 : n)) {
                 a.limpia();
                 siembra(a);
                 ve_a(a.ruta_w());
