@@ -8,11 +8,8 @@ namespace {
 constexpr struct {
     const char* nombre;
     void (*corre)();
-} grupos[] = {{"paths", bancos::rutas},
-              {"listings", bancos::listados},
-              {"files", bancos::ficheros},
-              {"registry", bancos::registro},
-              {"processes", bancos::procesos}};
+} grupos[] = {{"paths", bancos::rutas},    {"listings", bancos::listados}, {"growth", bancos::crecimiento},
+              {"files", bancos::ficheros}, {"registry", bancos::registro}, {"processes", bancos::procesos}};
 
 }  // namespace
 

@@ -12,9 +12,7 @@ struct desenlace {
     bool hecho;
     DWORD codigo;
 
-    bool ya_no_esta() const noexcept {
-        return !hecho && (codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND);
-    }
+    bool ya_no_esta() const noexcept { return !hecho && i_dice_que_falta(codigo); }
 };
 
 class objetivo {
@@ -75,7 +73,9 @@ public:
 
     desenlace borra() override {
         const DWORD codigo = directorio_.borra(entrada_);
-        return {codigo == ERROR_SUCCESS, codigo};
+        // The entry was there to be read: only what says that it is gone counts as that.
+        const bool es_otra_falta = i_dice_que_falta(codigo) && !i_dice_que_se_ha_ido(codigo);
+        return {codigo == ERROR_SUCCESS, es_otra_falta ? DWORD{ERROR_CANT_ACCESS_FILE} : codigo};
     }
     existencia mira() override {
         DWORD atributos;
@@ -83,10 +83,8 @@ public:
         if (codigo == ERROR_SUCCESS) {
             return {existencia::estado::hay, ERROR_SUCCESS, atributos};
         }
-        // The entry was there to be read: only what says that it is gone counts as that.
-        const bool falta = codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND;
-        return {falta ? existencia::estado::falta : existencia::estado::no_se_sabe, codigo,
-                INVALID_FILE_ATTRIBUTES};
+        return {i_dice_que_se_ha_ido(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe,
+                codigo, INVALID_FILE_ATTRIBUTES};
     }
     bool protege(int modo) override {
         const existencia antes = mira();
@@ -98,6 +96,10 @@ public:
     const wchar_t* texto() override { return entrada_.nombre.data(); }
 
 protected:
+    static bool i_dice_que_se_ha_ido(DWORD codigo) noexcept {
+        return codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND;
+    }
+
     directorio_abierto& directorio_;
     const entrada_leida entrada_;
 };

@@ -41,8 +41,20 @@ bool i_puede_ser_por_borrar(DWORD codigo) noexcept {
            codigo == ERROR_INVALID_PARAMETER;
 }
 
+unsigned long long i_numero(HANDLE abierto) noexcept {
+    unsigned long long numero = 0;
+    return sistema.numero_de_fichero(abierto, &numero) ? numero : 0;
+}
+
+unsigned long long i_numero_de(const ruta_fijada& fichero) noexcept {
+    const manija_fichero abierto = lmlongpath_CreateFileW(
+        fichero, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+        OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
+    return abierto.valida() ? i_numero(abierto.get()) : 0;
+}
+
 // Creates what is missing and takes it away again by the handle that made it: whoever puts a file of his own there
-// meanwhile keeps it. Where the mark is refused, the name is all there is to delete by.
+// meanwhile keeps it. Where the mark is refused, the name is all there is to delete by: if it still names that file.
 motivo i_prueba_a_crear(const ruta_fijada& fichero) {
     DWORD codigo = ERROR_SUCCESS;
     manija_fichero creado = i_abre_a_solas(fichero, acceso_de_prueba | DELETE, CREATE_NEW, &codigo);
@@ -55,8 +67,9 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
     FILE_DISPOSITION_INFO marca = {TRUE};
     const bool se_va_al_cerrar =
         sistema.SetFileInformationByHandle(creado.get(), FileDispositionInfo, &marca, sizeof marca);
+    const unsigned long long numero = se_va_al_cerrar ? 0 : i_numero(creado.get());
     creado.cierra();
-    if (!se_va_al_cerrar) {
+    if (numero != 0 && i_numero_de(fichero) == numero) {
         lmlongpath_DeleteFileW(fichero, nullptr);
     }
     return {};
