@@ -39,7 +39,7 @@ install(FILES packaging/NOTICE.txt DESTINATION .)
 
 # The pages that users need. What only those who build the library do stands between two marks, and stays at home.
 foreach(pagina packaging/README.md CHANGELOG.md docs/guide.md docs/platforms.md docs/glossary.md docs/versions.md
-               docs/languages.md)
+               docs/languages.md docs/i_want_to.md)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${pagina})
   file(READ ${pagina} texto)
   # CMake takes these for parts of a list.
