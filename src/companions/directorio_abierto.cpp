@@ -108,11 +108,6 @@ bool i_es_directorio_sin_enlace(HANDLE abierta) noexcept {
            !i_es_marca_de_enlace(atributos, marca.ReparseTag);
 }
 
-unsigned long long i_numero(HANDLE abierta) noexcept {
-    unsigned long long numero = 0;
-    return sistema.numero_de_fichero(abierta, &numero) ? numero : 0;
-}
-
 // Where an open file really lies, until the room of the walk is used again; empty when the system cannot tell.
 vista_w i_nombre_verdadero(HANDLE abierta, trato_con_volumen& trato) {
     const wchar_t* nombre = nullptr;
@@ -131,25 +126,18 @@ vista_w i_sin_final_recortable(vista_w nombre) noexcept {
     return nombre;
 }
 
-vista_w i_sin_barras_finales(vista_w ruta) noexcept {
-    while (acaba_en_separador(ruta)) {
-        ruta.remove_suffix(1);
-    }
-    return ruta;
-}
-
 // A directory's name as it stands in the names of what it holds: Wine cuts one point there.
 vista_w i_sin_punto_final(vista_w nombre) noexcept {
     return nombre.substr(0, nombre.size() - (acaba_en(nombre, L".") ? 1 : 0));
 }
 
 cadena_w i_une(vista_w directorio, vista_w nombre) {
-    return concatena<wchar_t>({i_sin_barras_finales(directorio), L"\\", i_sin_punto_final(nombre)});
+    return concatena<wchar_t>({i_sin_separadores_finales(directorio), L"\\", i_sin_punto_final(nombre)});
 }
 
 // Whether `verdadero` is what the directory `directorio` holds under this name.
 bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexcept {
-    directorio = i_sin_barras_finales(directorio);
+    directorio = i_sin_separadores_finales(directorio);
     return !directorio.empty() && verdadero.size() > directorio.size() &&
            verdadero[directorio.size()] == L'\\' && empieza_por(verdadero, directorio) &&
            i_sin_final_recortable(verdadero.substr(directorio.size() + 1)) == i_sin_final_recortable(nombre);
@@ -161,7 +149,7 @@ bool i_es_raiz_de_volumen(vista_w completa) noexcept {
     const bool compartida =
         con_prefijo ? empieza_por_sin_caja(completa.substr(4), L"UNC\\") : empieza_por(completa, L"\\\\");
     vista_w resto = completa.substr(!con_prefijo ? (compartida ? 2 : 0) : (compartida ? 8 : 4));
-    resto = i_sin_barras_finales(resto);
+    resto = i_sin_separadores_finales(resto);
     const std::size_t barra = resto.find(L'\\');
     return barra == vista_w::npos || (compartida && resto.find(L'\\', barra + 1) == vista_w::npos);
 }
@@ -285,7 +273,7 @@ vista_w directorio_abierto::i_lugar_verdadero() {
         if (actual.padre_ != nullptr) {
             actual.nombre_verdadero_ = i_une(actual.padre_->nombre_verdadero_, actual.nombre_);
         } else {
-            const vista_w dado = i_sin_barras_finales(a_vista(actual.raiz_->c_str()));
+            const vista_w dado = i_sin_separadores_finales(a_vista(actual.raiz_->c_str()));
             const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
             actual.nombre_verdadero_ =
                 concatena<wchar_t>({i_nombre_verdadero(actual.manija_.get(), *trato_), final_cortado});
@@ -415,7 +403,7 @@ DWORD directorio_abierto::i_retiene_este() {
 cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) {
     const linea_de_arriba linea(*this);
     const cadena_w raiz = i_forma_nativa(lmlongpath_forma_completa(*linea[0]->raiz_));
-    const vista_w principio = i_sin_barras_finales(raiz);
+    const vista_w principio = i_sin_separadores_finales(raiz);
     std::size_t largo = principio.size() + (nombre.empty() ? 0 : 1 + nombre.size());
     for (std::size_t i = 1; i < linea.size(); ++i) {
         largo += 1 + linea[i]->nombre_.size();

@@ -41,6 +41,19 @@ inline bool i_es_marca_de_enlace(DWORD atributos, DWORD marca) noexcept {
            (marca == 0 || (marca & bit_sustituto_de_nombre) != 0);
 }
 
+// The number of an open file; 0 when the system does not tell.
+inline unsigned long long i_numero(HANDLE abierta) noexcept {
+    unsigned long long numero = 0;
+    return sistema.numero_de_fichero(abierta, &numero) ? numero : 0;
+}
+
+inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
+    while (acaba_en_separador(ruta)) {
+        ruta.remove_suffix(1);
+    }
+    return ruta;
+}
+
 // How the file system of a tree wants to be treated: learned at the first refusal, kept for the walk. And the room
 // that all directories of the walk are read into, one after the other.
 struct trato_con_volumen {

@@ -23,13 +23,6 @@
 namespace lumodir {
 namespace {
 
-vista_w i_sin_separadores_finales(vista_w directorio) noexcept {
-    while (acaba_en_separador(directorio)) {
-        directorio.remove_suffix(1);
-    }
-    return directorio;
-}
-
 // A component that the system resolves, or cuts to nothing ("..", "...", " "): it names another directory than the
 // text says, perhaps the base.
 bool i_nombra_a_otro(vista_w componente) noexcept {

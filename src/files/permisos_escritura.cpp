@@ -2,6 +2,7 @@
 #include "files/permisos_escritura.hpp"
 
 #include "cdir.h"
+#include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
@@ -39,11 +40,6 @@ manija_fichero i_abre_a_solas(const ruta_fijada& fichero, DWORD acceso, DWORD di
 bool i_puede_ser_por_borrar(DWORD codigo) noexcept {
     return codigo == ERROR_ACCESS_DENIED || codigo == ERROR_NOT_SUPPORTED ||
            codigo == ERROR_INVALID_PARAMETER;
-}
-
-unsigned long long i_numero(HANDLE abierto) noexcept {
-    unsigned long long numero = 0;
-    return sistema.numero_de_fichero(abierto, &numero) ? numero : 0;
 }
 
 unsigned long long i_numero_de(const ruta_fijada& fichero) noexcept {

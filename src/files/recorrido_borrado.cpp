@@ -28,10 +28,6 @@ bool i_se_recorta(vista_w raiz) noexcept {
            (acaba_en(nombre, L" ") || (acaba_en(nombre, L".") && nombre != L"." && nombre != L".."));
 }
 
-bool i_se_ha_entrado(llegada como) noexcept {
-    return como == llegada::leido || como == llegada::a_medias;
-}
-
 }  // namespace
 
 const wchar_t* entrada_de_arbol::texto() {

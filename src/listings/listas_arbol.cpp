@@ -76,10 +76,7 @@ void i_lista_arbol(vista_w base, const filtro_extension& filtro, registros cuale
             arbol.anade(directorio, ficheros);
         }
     };
-    const auto se_ha_entrado = [](llegada como) {
-        return como == llegada::leido || como == llegada::a_medias;
-    };
-    const bool hay_base = se_ha_entrado(directorios.entra_en_raiz(toma));
+    const bool hay_base = i_se_ha_entrado(directorios.entra_en_raiz(toma));
     anota(base);
     while (hay_base && (directorios.queda_hijo() || !directorios.en_la_raiz())) {
         if (!directorios.queda_hijo()) {
@@ -87,7 +84,7 @@ void i_lista_arbol(vista_w base, const filtro_extension& filtro, registros cuale
             continue;
         }
         const llegada como = directorios.entra_en_hijo(toma);
-        if (se_ha_entrado(como)) {
+        if (i_se_ha_entrado(como)) {
             anota(directorios.ruta());
         } else if (directorios.codigo() != ERROR_CANT_ACCESS_FILE) {
             anota(directorios.ruta(

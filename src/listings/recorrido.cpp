@@ -8,11 +8,8 @@ namespace lumodir {
 namespace {
 
 // A link with a separator after it is followed by some systems. Only the root of a drive or of a volume keeps its own.
-vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
-    vista_w resto = ruta;
-    while (acaba_en_separador(resto)) {
-        resto.remove_suffix(1);
-    }
+vista_w i_nombre_de_raiz(vista_w ruta) noexcept {
+    const vista_w resto = i_sin_separadores_finales(ruta);
     const bool es_volumen = empieza_por(resto, L"\\\\?\\") && resto.find_last_of(L"\\/") == 3;
     return resto.empty() || resto.back() == L':' || es_volumen ? ruta : resto;
 }
@@ -40,7 +37,7 @@ void entradas_guardadas::ordena(comparacion compara) {
 
 raiz_de_recorrido::raiz_de_recorrido(const wchar_t* dada)
     : dada_(dada),
-      sin_separadores_(dada_.empty() ? vista_w(L".") : i_sin_separadores_finales(dada_)),
+      sin_separadores_(dada_.empty() ? vista_w(L".") : i_nombre_de_raiz(dada_)),
       ruta_(sin_separadores_.c_str()) {}
 
 recorrido::~recorrido() {

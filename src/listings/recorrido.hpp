@@ -23,6 +23,10 @@ enum class llegada {
     falta
 };
 
+inline bool i_se_ha_entrado(llegada como) noexcept {
+    return como == llegada::leido || como == llegada::a_medias;
+}
+
 // Entries of one directory, kept with their names, terminated.
 class entradas_guardadas {
 public:
