@@ -103,15 +103,6 @@ void i_qsort(arr_cadena<C>* lista, int (*compara)(const C*, const C*), lugar don
     }
 }
 
-template <class T>
-void i_destruye(T** lista, lugar donde) noexcept {
-    if (i_comprueba(lista != nullptr, "(arr) != NULL", donde) &&
-        i_comprueba(*lista != nullptr, "(*arr) != NULL", donde)) {
-        i_destruye_objeto(*lista);
-        *lista = nullptr;
-    }
-}
-
 }  // namespace
 
 objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista, lugar donde) {
@@ -158,7 +149,7 @@ void arr_QSortCADENA(ArrCADENA* list, int (*compare)(const char*, const char*)) 
     i_qsort<char>(list, compare, lugar::aqui());
 }
 void arr_DestruyeCADENA(ArrCADENA** list) {
-    i_destruye(list, lugar::aqui());
+    i_destruye_en(list, "(arr) != NULL", "(*arr) != NULL", destruye_objeto());
 }
 
 ArrCADENA_u* arr_CreaCADENA_u(unsigned long initial) {
@@ -192,7 +183,7 @@ void arr_QSortCADENA_u(ArrCADENA_u* list, int (*compare)(const wchar_t*, const w
     i_qsort<wchar_t>(list, compare, lugar::aqui());
 }
 void arr_DestruyeCADENA_u(ArrCADENA_u** list) {
-    i_destruye(list, lugar::aqui());
+    i_destruye_en(list, "(arr) != NULL", "(*arr) != NULL", destruye_objeto());
 }
 
 ArrPunteroConTipo* arr_CreaPunteroConTipo(unsigned long initial) {
@@ -214,15 +205,12 @@ void* arr_GetPunteroConTipo(const ArrPunteroConTipo* list, unsigned long index) 
                : nullptr;
 }
 void arr_DestruyeEstructurasConTipo(ArrPunteroConTipo** list, void (*destroy)(void** record)) {
-    if (!i_comprueba(list != nullptr, "(arr) != NULL") || !i_comprueba(*list != nullptr, "(*arr) != NULL")) {
-        return;
-    }
-    // A record's end may lead back to the list that held it: by then the variable is NULL.
-    const objeto<ArrPunteroConTipo> lista(*list);
-    *list = nullptr;
-    if (i_comprueba(destroy != nullptr, "(func_destruye) != NULL")) {
-        for (void*& elemento : lista->punteros) {
-            llama_al_anfitrion(destroy, &elemento);
+    i_destruye_en(list, "(arr) != NULL", "(*arr) != NULL", [destroy](ArrPunteroConTipo* suelta) {
+        const objeto<ArrPunteroConTipo> lista(suelta);
+        if (i_comprueba(destroy != nullptr, "(func_destruye) != NULL")) {
+            for (void*& elemento : lista->punteros) {
+                llama_al_anfitrion(destroy, &elemento);
+            }
         }
-    }
+    });
 }

@@ -29,12 +29,12 @@ constexpr unsigned long espera_por_defecto_ms = 100;
 
 unsigned long i_reintentos_silenciosos = reintentos_por_defecto;
 unsigned long i_espera_ms = espera_por_defecto_ms;
-bool i_modo_servicio = false;
+bool i_en_servicio = false;
 BuclreinReceptor i_receptor = nullptr;
 void* i_contexto = nullptr;
 
 bool i_va_a_reintentar(const BuclRein& bucle) noexcept {
-    return bucle.reintenta && !i_modo_servicio && (bucle.quedan > 0 || bucle.informa);
+    return bucle.reintenta && !i_en_servicio && (bucle.quedan > 0 || bucle.informa);
 }
 
 // The program has no receiver: the user learns of it, nobody can be asked.
@@ -61,7 +61,11 @@ BuclRein* buclrein_crea(unsigned short reintentar, unsigned short informar, luga
         BuclRein{reintentar == 1, informar == 1, false, false, false, i_reintentos_silenciosos, {}, 0};
 }
 
-void buclrein_set_mensaje_reintentar(BuclRein* bucle, cadena_w mensaje, unsigned long codigo_error) noexcept {
+bool i_va_a_preguntar(const BuclRein* bucle) noexcept {
+    return bucle->quedan == 0 && i_va_a_reintentar(*bucle);
+}
+
+void i_anota_fallo(BuclRein* bucle, cadena_w mensaje, unsigned long codigo_error) noexcept {
     bucle->mensaje = std::move(mensaje);
     bucle->codigo_error = codigo_error;
     bucle->ha_fallado = true;
@@ -93,11 +97,15 @@ void buclrein_destruye(BuclRein** bucle) noexcept {
 }
 
 void buclrein_establece_modo_servicio_sin_reintentos() noexcept {
-    i_modo_servicio = true;
+    i_en_servicio = true;
 }
 
-void i_buclrein_restablece_modo_servicio() noexcept {
-    i_modo_servicio = false;
+bool i_modo_servicio() noexcept {
+    return i_en_servicio;
+}
+
+void i_restablece_modo_servicio() noexcept {
+    i_en_servicio = false;
 }
 
 }  // namespace lumodir

@@ -111,11 +111,7 @@ void* lumospy_nousar_realloc(void* pointer, size_t size) {
 }
 
 void lumospy_nousar_free_pp(void** pointer) {
-    if (i_comprueba(pointer != nullptr, "(pointer) != NULL") &&
-        i_comprueba(*pointer != nullptr, "(*pointer) != NULL")) {
-        i_libera(*pointer);
-        *pointer = nullptr;
-    }
+    i_destruye_en(pointer, "(pointer) != NULL", "(*pointer) != NULL", libera_bloque());
 }
 
 unsigned long long lumospy_bloques_vivos(void) {

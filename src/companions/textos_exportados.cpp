@@ -12,12 +12,8 @@ namespace {
 // The plain destroyers report a pointer to NULL, the optional ones accept it.
 template <class C>
 void i_destruye(C** texto, bool opcional, lugar donde) noexcept {
-    if (!i_comprueba(texto != nullptr, "(cadena) != NULL", donde)) {
-        return;
-    }
-    if (opcional || i_comprueba(*texto != nullptr, "(*cadena) != NULL", donde)) {
-        i_libera(*texto);
-        *texto = nullptr;
+    if (texto == nullptr || *texto != nullptr || !opcional) {
+        i_destruye_en(texto, "(cadena) != NULL", "(*cadena) != NULL", libera_bloque(), donde);
     }
 }
 

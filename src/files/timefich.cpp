@@ -86,12 +86,11 @@ unsigned short i_asigna_fechas(const ruta_fijada& fichero, const FILETIME* creac
     DWORD codigo = ERROR_SUCCESS;
     return i_con_reintentos(
         CIERTO, informar,
-        [&]() -> unsigned short {
-            return i_intenta_asignar(fichero, creacion, modificacion, &codigo) ? CIERTO : FALSO;
-        },
+        [&] { return i_intenta_asignar(fichero, creacion, modificacion, &codigo); },
         [&](BuclRein* bucle) {
             buclrein_set_mensaje_reintentar(
-                bucle, i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()}),
+                bucle,
+                [&] { return i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()}); },
                 codigo);
         });
 }

@@ -323,19 +323,13 @@ unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion,
     return hay ? CIERTO : FALSO;
 }
 
-template <class R>
-void i_destruye(R** dirwin, const char* expresion, const char* expresion_puntero) noexcept {
-    if (!i_comprueba(dirwin != nullptr, expresion) ||
-        !i_comprueba(*dirwin != nullptr, expresion_puntero)) {
-        return;
+constexpr auto destruye_dirwin = [](auto* dirwin) {
+    const manija_busqueda cierra(dirwin->busqueda);
+    if (dirwin->con_filtro_propio == CIERTO) {
+        i_libera(dirwin->filtro_propio);
     }
-    const manija_busqueda cierra((*dirwin)->busqueda);
-    if ((*dirwin)->con_filtro_propio == CIERTO) {
-        i_libera((*dirwin)->filtro_propio);
-    }
-    i_libera(*dirwin);
-    *dirwin = nullptr;
-}
+    i_libera(dirwin);
+};
 
 template <class E>
 unsigned short i_con_atributo(const E* entrada, DWORD atributo) noexcept {
@@ -388,9 +382,9 @@ unsigned short dirwin_cumple_filtro(const char* nombre_y_extension, const char* 
 }
 
 void dirwin_destruye(Dirwin** dirwin) {
-    i_destruye(dirwin, "(dirwin) != NULL", "(*dirwin) != NULL");
+    i_destruye_en(dirwin, "(dirwin) != NULL", "(*dirwin) != NULL", destruye_dirwin);
 }
 
 void dirwin_destruye_UNICODE(Dirwin_u** dirwinW) {
-    i_destruye(dirwinW, "(dirwinW) != NULL", "(*dirwinW) != NULL");
+    i_destruye_en(dirwinW, "(dirwinW) != NULL", "(*dirwinW) != NULL", destruye_dirwin);
 }

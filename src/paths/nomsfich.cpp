@@ -106,6 +106,12 @@ bool i_hay_dos(const Nomsfich* nomsfich1, const Nomsfich* nomsfich2) {
 
 }  // namespace
 
+void destruye_registro_nomsfich::operator()(Nomsfich* registro) const noexcept {
+    i_libera(registro->nombre_base);
+    i_libera(registro->extension);
+    i_libera(registro);
+}
+
 registro_nomsfich i_crea_nomsfich(vista_a nombre) {
     if (nombre.data() == nullptr) {
         return i_registro({}, i_no_nula({}));
@@ -145,14 +151,7 @@ Nomsfich* nomsfich_cambia_extension(const Nomsfich* nomsfich, const char* extens
 }
 
 void nomsfich_destruye(Nomsfich** nomsfich) {
-    if (!i_comprueba(nomsfich != nullptr, "(nomsfich) != NULL") ||
-        !i_comprueba(*nomsfich != nullptr, "(*nomsfich) != NULL")) {
-        return;
-    }
-    i_libera((*nomsfich)->nombre_base);
-    i_libera((*nomsfich)->extension);
-    i_libera(*nomsfich);
-    *nomsfich = nullptr;
+    i_destruye_en(nomsfich, "(nomsfich) != NULL", "(*nomsfich) != NULL", destruye_registro_nomsfich());
 }
 
 const char* nomsfich_nombre_base_fichero(const Nomsfich* nomsfich) {

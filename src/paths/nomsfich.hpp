@@ -12,29 +12,16 @@
 
 namespace lumodir {
 
-// Move-only owner of a record for work inside the library.
-class registro_nomsfich {
+struct destruye_registro_nomsfich {
+    void operator()(Nomsfich* registro) const noexcept;
+};
+
+// Owner of a record for work inside the library.
+class registro_nomsfich : public duenyo<Nomsfich, destruye_registro_nomsfich> {
 public:
-    explicit registro_nomsfich(Nomsfich* registro) noexcept : registro_(registro) {}
-    registro_nomsfich(registro_nomsfich&& otro) noexcept : registro_(otro.suelta()) {}
-    registro_nomsfich& operator=(registro_nomsfich&&) = delete;
-    ~registro_nomsfich() {
-        if (registro_ != nullptr) {
-            nomsfich_destruye(&registro_);
-        }
-    }
-
-    const Nomsfich* get() const noexcept { return registro_; }
-    vista_a nombre_base() const noexcept { return a_vista<char>(registro_->nombre_base); }
-    vista_a extension() const noexcept { return a_vista<char>(registro_->extension); }
-    Nomsfich* suelta() noexcept {
-        Nomsfich* registro = registro_;
-        registro_ = nullptr;
-        return registro;
-    }
-
-private:
-    Nomsfich* registro_;
+    using duenyo::duenyo;
+    vista_a nombre_base() const noexcept { return a_vista<char>(get()->nombre_base); }
+    vista_a extension() const noexcept { return a_vista<char>(get()->extension); }
 };
 
 // A bare file name cut at its last point.

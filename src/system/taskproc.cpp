@@ -207,10 +207,11 @@ unsigned short taskproc_mata_procesos_nombre_dado(const wchar_t* modulo) {
     if (taskproc_busca_proceso_abierto(modulo, &encontrados) != CIERTO) {
         return FALSO;
     }
-    for (void* proceso : encontrados->punteros) {
-        taskproc_mata_proceso(static_cast<const Taskproc*>(proceso));
+    const objeto<ArrPunteroConTipo> lista(encontrados);
+    for (void* elemento : lista->punteros) {
+        const duenyo<Taskproc, destruye_taskproc> proceso(static_cast<Taskproc*>(elemento));
+        taskproc_mata_proceso(proceso.get());
     }
-    arr_DestruyeEstructurasConTipo(&encontrados, reinterpret_cast<ArrDestruyeRegistro>(taskproc_destruye));
     return CIERTO;
 }
 
@@ -219,11 +220,5 @@ const wchar_t* taskproc_ruta_proceso(const Taskproc* taskproc) {
 }
 
 void taskproc_destruye(Taskproc** taskproc) {
-    if (i_comprueba(taskproc != nullptr, "(taskproc) != NULL") &&
-        i_comprueba(*taskproc != nullptr, "(*taskproc) != NULL")) {
-        i_libera((*taskproc)->modulo);
-        i_libera((*taskproc)->ruta);
-        i_libera(*taskproc);
-        *taskproc = nullptr;
-    }
+    i_destruye_en(taskproc, "(taskproc) != NULL", "(*taskproc) != NULL", destruye_taskproc());
 }

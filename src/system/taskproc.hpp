@@ -12,6 +12,14 @@
 
 namespace lumodir {
 
+struct destruye_taskproc {
+    void operator()(Taskproc* taskproc) const noexcept {
+        i_libera(taskproc->modulo);
+        i_libera(taskproc->ruta);
+        i_libera(taskproc);
+    }
+};
+
 // A new record of a module; NULL (reported) without one.
 registro<Taskproc> i_crea_taskproc(const MODULEENTRY32W* pModuleEntry);
 

@@ -103,12 +103,10 @@ unsigned long lumodir_tipoDrive_UnidadSistema(const UnidadSistema* unidad) {
 }
 
 void lumodir_destruyeEstructuraUnidadSistema(UnidadSistema** unidad) {
-    if (i_comprueba(unidad != nullptr, "(unidad) != NULL") &&
-        i_comprueba(*unidad != nullptr, "(*unidad) != NULL")) {
-        i_libera((*unidad)->nombre);
-        i_libera(*unidad);
-        *unidad = nullptr;
-    }
+    i_destruye_en(unidad, "(unidad) != NULL", "(*unidad) != NULL", [](UnidadSistema* suya) {
+        i_libera(suya->nombre);
+        i_libera(suya);
+    });
 }
 
 const wchar_t* cdir_disco_de_programa_UNICODE(void) {
