@@ -264,7 +264,7 @@ constexpr unsigned short idioma_del_sistema = 0;  // what the system itself woul
 
 }  // namespace
 
-cadena_w texto_de_codigo_de_error(unsigned long codigo) {
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
     const idiomas_de_ranura propios = i_idiomas_de_ranura(msglocal_dame_idioma());
     for (const unsigned short idioma : {propios.primero, propios.segundo}) {
         cadena_w texto = idioma == 0 ? cadena_w() : i_texto_en(codigo, idioma);
