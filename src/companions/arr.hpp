@@ -1,4 +1,4 @@
-// String lists and typed pointer lists: what the exported arr_… operations (companions/arr.h) are made of, with
+// String lists and typed pointer lists: what the exported arr_… operations (abi/arr.cpp) are made of, with
 // move-only owners for work inside the library.
 //
 // Promises: appending n elements one at a time is linear in all; an index out of range is reported and gives
@@ -76,7 +76,6 @@ public:
 };
 
 // A whole wide list in 8-bit text; the wide list is destroyed.
-objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista,
-                                                               lugar donde = lugar::aqui());
+objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista);
 
 }  // namespace lumodir

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "companions/anfitrion.hpp"
-#include "companions/buclrein.h"
 #include "companions/lmaviso.hpp"
 #include "companions/plataforma.hpp"
 
@@ -108,14 +107,14 @@ void i_restablece_modo_servicio() noexcept {
     i_en_servicio = false;
 }
 
+void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long espera_ms) noexcept {
+    i_reintentos_silenciosos = reintentos_silenciosos;
+    i_espera_ms = espera_ms;
+}
+
+void i_establece_receptor(BuclreinReceptor receptor, void* contexto) noexcept {
+    i_receptor = receptor;
+    i_contexto = contexto;
+}
+
 }  // namespace lumodir
-
-void buclrein_establece_politica(unsigned long silent_retries, unsigned long wait_ms) {
-    lumodir::i_reintentos_silenciosos = silent_retries;
-    lumodir::i_espera_ms = wait_ms;
-}
-
-void buclrein_establece_receptor(BuclreinReceptor ask, void* context) {
-    lumodir::i_receptor = ask;
-    lumodir::i_contexto = context;
-}

@@ -8,9 +8,14 @@
 // Checked by tests/companions/buclrein_test.cpp.
 #pragma once
 
+#include "companions/buclrein.h"
 #include "companions/cadena.hpp"
 
 namespace lumodir {
+
+// Of all loops from then on, and whom they ask.
+void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long espera_ms) noexcept;
+void i_establece_receptor(BuclreinReceptor receptor, void* contexto) noexcept;
 
 struct BuclRein;
 

@@ -6,8 +6,11 @@
 #pragma once
 
 #include "companions/cadena.hpp"
+#include "companions/error_interno.h"
 
 namespace lumodir {
+
+void i_establece_receptor(ErrorInternoReceptor receptor, void* contexto) noexcept;
 
 void error_interno(const char* expresion, lugar donde = lugar::aqui()) noexcept;
 void error_interno_msg_u(const char* expresion, const wchar_t* detalle, lugar donde = lugar::aqui()) noexcept;

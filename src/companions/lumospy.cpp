@@ -7,7 +7,6 @@
 #include <cstring>
 
 #include "companions/error_interno.hpp"
-#include "companions/lumospy.h"
 #include "companions/plataforma.hpp"
 
 namespace lumodir {
@@ -90,30 +89,12 @@ void i_libera_interno(void* bloque) noexcept {
     }
 }
 
+unsigned long long i_bloques_vivos() noexcept {
+    return i_vivos.load(std::memory_order_relaxed);
+}
+
 unsigned long long i_bloques_internos_vivos() noexcept {
     return i_internos.load(std::memory_order_relaxed);
 }
 
 }  // namespace lumodir
-
-using namespace lumodir;
-
-void* lumospy_nousar_malloc(size_t size) {
-    return i_reserva(size);
-}
-
-void* lumospy_nousar_calloc(size_t count, size_t size) {
-    return i_reserva_a_cero(count, size);
-}
-
-void* lumospy_nousar_realloc(void* pointer, size_t size) {
-    return i_cambia(pointer, size);
-}
-
-void lumospy_nousar_free_pp(void** pointer) {
-    i_destruye_en(pointer, "(pointer) != NULL", "(*pointer) != NULL", libera_bloque());
-}
-
-unsigned long long lumospy_bloques_vivos(void) {
-    return i_vivos.load(std::memory_order_relaxed);
-}

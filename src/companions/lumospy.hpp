@@ -30,6 +30,7 @@ void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui());
 void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde = lugar::aqui());
 void* i_cambia(void* bloque, std::size_t bytes, lugar donde = lugar::aqui());
 void i_libera(void* bloque) noexcept;
+unsigned long long i_bloques_vivos() noexcept;
 
 // Inner arrays: never handed out, outside the public census.
 void* i_reserva_interno(std::size_t bytes, lugar donde = lugar::aqui());

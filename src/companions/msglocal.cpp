@@ -3,8 +3,6 @@
 
 #include <atomic>
 
-#include "companions/error_interno.hpp"
-#include "companions/msglocal.h"
 #include "companions/plataforma.hpp"
 
 namespace lumodir {
@@ -87,24 +85,20 @@ idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept {
 const wchar_t* nousar_msglocal_original_u(ConstructorMensaje construye) noexcept {
     RegistroMensaje registro;
     construye(&registro);
-    return registro.texto[msglocal_dame_idioma()] + registro.longitud_prefijo;
+    return registro.texto[i_idioma()] + registro.longitud_prefijo;
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-void msglocal_establece_idioma(unsigned long slot) {
-    if (i_comprueba(slot < num_ranuras_idioma, "slot < 41")) {
-        i_ranura.store(slot, std::memory_order_relaxed);
-    }
+void i_establece_idioma(unsigned long ranura) noexcept {
+    i_ranura.store(ranura, std::memory_order_relaxed);
 }
 
-unsigned long msglocal_dame_idioma(void) {
+unsigned long i_idioma() noexcept {
     unsigned long ranura = i_ranura.load(std::memory_order_relaxed);
     if (ranura == ranura_sin_elegir) {
         ranura = i_ranura_de_idioma(plataforma::idioma_del_usuario());
-        i_ranura.store(ranura, std::memory_order_relaxed);
+        i_establece_idioma(ranura);
     }
     return ranura;
 }
+
+}  // namespace lumodir

@@ -1,4 +1,4 @@
-// Sorted pointer arrays: the records belong to the array; repeats keep their order of insertion.
+// The exports of companions/apunorde.h: the records belong to the array; repeats keep their order of insertion.
 // Checked by tests/companions/ordenados_test.cpp.
 #include "companions/apunorde.hpp"
 

@@ -1,8 +1,7 @@
-// Sorted string arrays, 8-bit and wide: order code unit by code unit, a shorter prefix first; where repeats are
-// not admitted, a text that is already there changes nothing.
+// The exports of companions/acadorde.h.
 //
-// Promises: inserting in ascending order is linear in all (the listings insert sorted); any other order costs a
-// binary search and a block move an insertion.
+// Promises: inserting in ascending order is linear in all (the listings insert sorted); any other order costs a binary
+// search and a block move an insertion.
 // Checked by tests/companions/ordenados_test.cpp.
 #include "companions/acadorde.hpp"
 
