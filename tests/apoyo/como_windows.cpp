@@ -291,9 +291,7 @@ HANDLE WINAPI crea(const wchar_t* ruta, DWORD acceso, DWORD compartir, SECURITY_
 
 HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir,
                            DWORD opciones, DWORD atributos_de_nombre) {
-    if (directorio == nullptr) {
-        mira_el_modo();
-    }
+    mira_el_modo();
     if (!actual->pendientes.empty() && esta_pendiente(clave(ruta_de_entrada(nombre, directorio)))) {
         return niega_manija(ERROR_ACCESS_DENIED);
     }
@@ -344,6 +342,7 @@ bool es_directorio(HANDLE h) {
 }
 
 BOOL WINAPI informacion(HANDLE h, BY_HANDLE_FILE_INFORMATION* datos) {
+    mira_el_modo();
     const BOOL bien = debajo.GetFileInformationByHandle(h, datos);
     if (bien && es_enlace(h)) {
         datos->dwFileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
@@ -379,6 +378,7 @@ void marca_registros(HANDLE h, unsigned char* datos, std::size_t donde_nombre) {
 }
 
 BOOL WINAPI informacion_ex(HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, void* datos, DWORD bytes) {
+    mira_el_modo();
     const bool con_numeros = clase == FileIdBothDirectoryInfo || clase == FileIdBothDirectoryRestartInfo;
     const bool sin_numeros = clase == clase_completa || clase == clase_completa_desde_el_principio;
     if (con_numeros && actual->escenario.listado_con_numeros != 0) {
@@ -459,7 +459,19 @@ BOOL marca_para_borrar(HANDLE h, bool con_posix) {
     return bien;
 }
 
+BOOL WINAPI pon_fechas(HANDLE h, const FILETIME* creacion, const FILETIME* acceso,
+                       const FILETIME* modificacion) {
+    mira_el_modo();
+    return debajo.SetFileTime(h, creacion, acceso, modificacion);
+}
+
+BOOL WINAPI numero_de_fichero(HANDLE h, unsigned long long* numero) {
+    mira_el_modo();
+    return debajo.numero_de_fichero(h, numero);
+}
+
 BOOL WINAPI pon_informacion(HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, void* datos, DWORD bytes) {
+    mira_el_modo();
     if (clase == clase_borrado_ampliado) {
         return actual->escenario.borrado_posix ? marca_para_borrar(h, true) : niega(ERROR_INVALID_PARAMETER);
     }
@@ -537,6 +549,7 @@ HANDLE WINAPI busca(const wchar_t* patron, FINDEX_INFO_LEVELS nivel, void* datos
     return h;
 }
 BOOL WINAPI busca_otro(HANDLE h, WIN32_FIND_DATAW* datos) {
+    mira_el_modo();
     const BOOL hay = debajo.FindNextFileW(h, datos);
     if (const auto i = actual->busquedas.find(h); hay && i != actual->busquedas.end()) {
         marca_encontrado(i->second, datos);
@@ -646,6 +659,8 @@ void desvia() {
     t.GetFileInformationByHandle = a_solas<informacion>::llama;
     t.GetFileInformationByHandleEx = a_solas<informacion_ex>::llama;
     t.SetFileInformationByHandle = a_solas<pon_informacion>::llama;
+    t.SetFileTime = a_solas<pon_fechas>::llama;
+    t.numero_de_fichero = a_solas<numero_de_fichero>::llama;
     t.DeleteFileW = a_solas<borra_fichero>::llama;
     t.CreateDirectoryW = a_solas<crea_directorio>::llama;
     t.RemoveDirectoryW = a_solas<quita_directorio>::llama;
