@@ -309,7 +309,9 @@ cdir_cambia_extension_ficheros_u(const wchar_t *dirBase, const wchar_t *oldExt, 
  *
  * Removing a directory is retried with message 53954 "Unable to delete the directory '%s'". Deleting contents
  * or a tree never goes into a junction or a symbolic link: the link itself is removed, never what it points
- * to. A directory that is NULL, empty or blank deletes nothing there: it is reported as
+ * to; where the system would remove that (Wine), the link stays and counts as not deleted. Everything below the root is
+ * reached through the directories that are open, so somebody who swaps directories for links meanwhile gains nothing.
+ * A directory that is NULL, empty or blank deletes nothing there: it is reported as
  * "(directorio) != NULL" or "widestr_longitud(directorio) > 0" and answered with 0.
  */
 
