@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "companions/lugar.hpp"
 #include "exports/exportaciones.hpp"
 
 namespace exports {
