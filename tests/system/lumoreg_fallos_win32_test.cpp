@@ -138,7 +138,7 @@ TEST_F(fallos_lumoreg, ninguna_llamada_que_falla_deja_nada_abierto) {
 
 namespace {
 
-tabla_registro g_real;
+tabla_sistema g_real;
 LSTATUS WINAPI cierra_con_queja(HKEY clave) {
     g_real.RegCloseKey(clave);
     return ERROR_INVALID_HANDLE;
@@ -147,9 +147,9 @@ LSTATUS WINAPI cierra_con_queja(HKEY clave) {
 }  // namespace
 
 TEST_F(fallos_lumoreg, un_cierre_que_falla_se_informa_con_el_path_y_el_resultado_vale) {
-    g_real = sistema_registro;
-    const sustituye cerrar(sistema_registro.RegCloseKey,
-                           static_cast<decltype(sistema_registro.RegCloseKey)>(cierra_con_queja));
+    g_real = sistema;
+    const sustituye cerrar(sistema.RegCloseKey,
+                           static_cast<decltype(sistema.RegCloseKey)>(cierra_con_queja));
     for (const operacion& op : operaciones()) {
         prepara();
         EXPECT_EQ(op.llama(), 1) << op.nombre;
