@@ -348,10 +348,14 @@ unsigned long long directorio_abierto::i_numero_en_listado(vista_w nombre) {
 }
 
 // For what handles count otherwise than listings: opened so that nobody can rename it, it is what its name means, and
-// its entry, read once more, must have the number that it had.
+// its entry, read once more, must have the number that it had. A system that follows links keeps nobody on the Unix side
+// from renaming, and counts alike: there it is something else.
 DWORD directorio_abierto::i_abre_retenida(const entrada_leida& cual, DWORD acceso, DWORD opciones,
                                           manija_fichero* abierta) {
     abierta->cierra();
+    if (sistema.sigue_enlaces()) {
+        return ERROR_CANT_ACCESS_FILE;
+    }
     const DWORD codigo = i_abre_por_nombre(cual.nombre, acceso, comparte_sin_borrar, opciones, abierta);
     if (codigo != ERROR_SUCCESS) {
         return codigo;

@@ -250,6 +250,23 @@ TEST(directorio_abierto, cada_directorio_se_juzga_por_si_mismo) {
     }
 }
 
+// Where links are followed all the same, nobody is kept from renaming what is held.
+TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_no_se_sabe_no_se_toca) {
+    volumen_falso v;
+    v.pon("C:\\d\\s", {});
+    v.desfase_de_manijas = 2;
+    v.desfase_de_punto = 1;
+    raiz_abierta raiz(L"C:\\d");
+    const sustituye<decltype(lumodir::sistema.sigue_enlaces)> los_sigue(lumodir::sistema.sigue_enlaces,
+                                                                        []() -> BOOL { return TRUE; });
+    const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
+    directorio_abierto s;
+    EXPECT_EQ(s.abre(raiz.directorio, leida), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(raiz.directorio.borra(leida), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_TRUE(v.hay("C:\\d\\s"));
+    EXPECT_EQ(v.abiertas(), 1u);
+}
+
 // On such a volume a link goes too, and a file that only its path leads to.
 TEST(directorio_abierto, donde_las_manijas_cuentan_de_otro_modo_tambien_se_borra) {
     for (const bool relativo : {true, false}) {

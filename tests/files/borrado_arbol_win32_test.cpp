@@ -584,7 +584,7 @@ TEST(borrado_arbol, las_pasadas_esperan_entre_20_y_500_ms_20_veces) {
     static unsigned siguiente;
     siguiente = 0;
     const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar,
-                                                  []() noexcept -> unsigned { return siguiente++; });
+                                         []() noexcept -> unsigned { return siguiente++; });
     cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
     ESPERA_INFORMES("se_han_borrado_todos_los_ficheros_loc == CIERTO");
     const std::vector<unsigned long> tabla = {50, 75, 100, 150, 200, 300, 400, 500};
