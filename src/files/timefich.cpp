@@ -25,12 +25,12 @@ constexpr unsigned long espera_entre_lecturas_ms = 100;
 enum class si_falta : unsigned char { calla, informa };
 
 // The only dates that cannot be converted are those that do not fit: trying again would not help.
-bool i_a_local(const FILETIME& utc, FILETIME* local, lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, local) != FALSE, "resp != FALSE", donde);
+bool i_a_local(const FILETIME& utc, FILETIME* local) noexcept {
+    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, local) != FALSE, "resp != FALSE");
 }
 
-bool i_a_utc(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, utc) != FALSE, "resp != FALSE", donde);
+bool i_a_utc(const FILETIME& local, FILETIME* utc) noexcept {
+    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, utc) != FALSE, "resp != FALSE");
 }
 
 // The modification date in UTC, for the readers of time values.
@@ -106,8 +106,8 @@ bool i_utc_de_valor(long long valor, FILETIME* utc) noexcept {
     return i_filetime_de_segundos(valor, *utc) && i_es_asignable(*utc);
 }
 
-bool i_utc_de_local(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
-    return i_a_utc(local, utc, donde) && i_es_asignable(*utc);
+bool i_utc_de_local(const FILETIME& local, FILETIME* utc) noexcept {
+    return i_a_utc(local, utc) && i_es_asignable(*utc);
 }
 
 bool i_utc_de_valor_local(long long valor, FILETIME* utc) noexcept {
@@ -123,10 +123,9 @@ unsigned short i_asigna_valor_utc(const wchar_t* fichero, long long valor, unsig
                : FALSO;
 }
 
-bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
-                  lugar donde = lugar::aqui()) noexcept {
+bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion) noexcept {
     return i_comprueba_con(creacion != nullptr || modificacion != nullptr,
-                           "local_creacion != NULL || local_modificacion != NULL", a_vista(fichero), donde);
+                           "local_creacion != NULL || local_modificacion != NULL", a_vista(fichero));
 }
 
 // The dates in UTC, patiently: a scanner or a slow share may keep the file busy for a moment.

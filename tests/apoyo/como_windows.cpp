@@ -12,7 +12,7 @@
 #include <set>
 
 #include "apoyo/hijo.hpp"
-#include "system/tabla_procesos.hpp"
+#include "companions/sistema.hpp"
 
 namespace apoyo {
 
@@ -49,12 +49,10 @@ struct como_windows::estado {
 
 namespace {
 
-using lumodir::tabla_procesos;
 using lumodir::tabla_sistema;
 
 como_windows::estado* actual = nullptr;
 tabla_sistema debajo;
-tabla_procesos procesos_debajo;
 
 constexpr unsigned long long memoria_de_ausentes_ms = 5'000;
 constexpr auto clase_borrado_ampliado = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
@@ -357,6 +355,7 @@ HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acces
 }
 
 BOOL WINAPI cierra(HANDLE h) {
+    actual->instantaneas.erase(h);
     texto_w enlace;
     texto_w borrado;
     if (const auto i = actual->enlaces.find(h); i != actual->enlaces.end()) {
@@ -618,7 +617,7 @@ HANDLE WINAPI toma_instantanea(DWORD que, DWORD pid) {
     // The heaps of another process are told by a thread that is started in it; the threads are those of the machine.
     constexpr DWORD cara = TH32CS_SNAPHEAPLIST;
     actual->hilos_ajenos += (que & cara) != 0 && pid != ::GetCurrentProcessId() ? 1 : 0;
-    const HANDLE h = procesos_debajo.CreateToolhelp32Snapshot(que, pid);
+    const HANDLE h = debajo.CreateToolhelp32Snapshot(que, pid);
     if (h != INVALID_HANDLE_VALUE && actual->de_32_bits.count(pid) != 0) {
         actual->instantaneas[h] = {pid, que};
     }
@@ -638,12 +637,12 @@ BOOL sigue_hasta_visible(HANDLE h, MODULEENTRY32W* modulo, BOOL hay) {
     }
     while (hay && !es_del_lado_de_64(*modulo)) {
         ++actual->intervenciones;
-        hay = procesos_debajo.Module32NextW(h, modulo);
+        hay = debajo.Module32NextW(h, modulo);
     }
     return hay;
 }
 BOOL WINAPI primer_modulo(HANDLE h, MODULEENTRY32W* modulo) {
-    const BOOL hay = sigue_hasta_visible(h, modulo, procesos_debajo.Module32FirstW(h, modulo));
+    const BOOL hay = sigue_hasta_visible(h, modulo, debajo.Module32FirstW(h, modulo));
     if (const auto i = actual->instantaneas.find(h); hay && i != actual->instantaneas.end()) {
         i->second.repite = (i->second.que & TH32CS_SNAPMODULE32) != 0;
         i->second.primero = *modulo;
@@ -659,13 +658,8 @@ BOOL WINAPI otro_modulo(HANDLE h, MODULEENTRY32W* modulo) {
         ::CharUpperW(modulo->szExePath);
         return TRUE;
     }
-    return sigue_hasta_visible(h, modulo, procesos_debajo.Module32NextW(h, modulo));
+    return sigue_hasta_visible(h, modulo, debajo.Module32NextW(h, modulo));
 }
-BOOL WINAPI cierra_instantanea(HANDLE h) {
-    actual->instantaneas.erase(h);
-    return procesos_debajo.CloseHandle(h);
-}
-
 // The tests of many threads run here, too.
 class cerrojo {
 public:
@@ -696,7 +690,6 @@ struct a_solas<Funcion> {
 
 void desvia() {
     debajo = lumodir::sistema;
-    procesos_debajo = lumodir::procesos;
     tabla_sistema& t = lumodir::sistema;
     t.GetFileAttributesW = a_solas<atributos>::llama;
     t.GetFileAttributesExW = a_solas<atributos_ex>::llama;
@@ -716,11 +709,9 @@ void desvia() {
     t.FindClose = a_solas<acaba_busqueda>::llama;
     t.abre_entrada = a_solas<abre_entrada>::llama;
     t.sigue_enlaces = a_solas<no_sigue_enlaces>::llama;
-    tabla_procesos& p = lumodir::procesos;
-    p.CreateToolhelp32Snapshot = a_solas<toma_instantanea>::llama;
-    p.Module32FirstW = a_solas<primer_modulo>::llama;
-    p.Module32NextW = a_solas<otro_modulo>::llama;
-    p.CloseHandle = a_solas<cierra_instantanea>::llama;
+    t.CreateToolhelp32Snapshot = a_solas<toma_instantanea>::llama;
+    t.Module32FirstW = a_solas<primer_modulo>::llama;
+    t.Module32NextW = a_solas<otro_modulo>::llama;
 }
 
 }  // namespace
@@ -742,7 +733,6 @@ como_windows::~como_windows() {
     pasa_ms(estado_->escenario.escaner_ms);
     if (estado_->antes == nullptr) {
         lumodir::sistema = debajo;
-        lumodir::procesos = procesos_debajo;
     }
     actual = estado_->antes;
 }

@@ -202,14 +202,14 @@ TEST(directorio_abierto, un_cambio_en_cualquier_momento_no_lleva_fuera) {
 }
 
 TEST(directorio_abierto, otros_codigos_no_son_un_rechazo) {
-    for (const DWORD codigo :
-         {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_FILE_NOT_FOUND, ERROR_DELETE_PENDING}) {
+    for (const DWORD codigo : std::initializer_list<DWORD>{ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
+                                                           ERROR_FILE_NOT_FOUND, ERROR_DELETE_PENDING}) {
         volumen_falso v;
         v.pon("C:\\d\\s", {{"g"}});
-        v["C:\\d\\s"].codigo_al_abrir = static_cast<DWORD>(codigo);
+        v["C:\\d\\s"].codigo_al_abrir = codigo;
         raiz_abierta raiz(L"C:\\d");
         directorio_abierto s;
-        EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), static_cast<DWORD>(codigo));
+        EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), codigo);
         EXPECT_TRUE(raiz.trato.relativo);
         EXPECT_EQ(v.aperturas.size(), 2u) << "the root and one attempt";
     }

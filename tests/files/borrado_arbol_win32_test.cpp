@@ -8,7 +8,7 @@
 #include "cdir.h"
 #include "companions/arr.h"
 #include "companions/buclrein.h"
-#include "files/azar.hpp"
+#include "companions/sistema.hpp"
 #include "files/recorrido_borrado.hpp"
 #include "lumodir.h"
 
@@ -576,7 +576,7 @@ TEST(borrado_arbol, las_pasadas_esperan_entre_20_y_500_ms_20_veces) {
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
     static unsigned siguiente;
     siguiente = 0;
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar,
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar,
                                                   []() noexcept -> unsigned { return siguiente++; });
     cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
     ESPERA_INFORMES("se_han_borrado_todos_los_ficheros_loc == CIERTO");
@@ -602,7 +602,7 @@ TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
     const directorio_temporal d;
     const std::string ruta = d.fichero("t\\sub\\abierto.txt");
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     unsigned pausas = 0;
     al_dormir([&](unsigned long) {
         if (++pausas == 4) {
@@ -617,7 +617,7 @@ TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
 TEST(borrado_arbol, el_azar_de_las_pausas_llega_a_las_ocho) {
     unsigned vistas = 0;
     for (int i = 0; i < 2'000 && vistas != 0xFF; ++i) {
-        vistas |= 1u << lumodir::numero_al_azar() % 8;
+        vistas |= 1u << lumodir::sistema.numero_al_azar() % 8;
     }
     EXPECT_EQ(vistas, 0xFFu);
 }
@@ -864,7 +864,7 @@ TEST(borrado_arbol, un_directorio_de_solo_lectura_se_quita_y_si_se_queda_sigue_s
 TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_pierde_memoria) {
     const directorio_temporal d;
     buclrein_establece_politica(1, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     for (const forma& f : formas) {
         if (std::string(f.nombre).ends_with("subdirectorios") ||
             std::string(f.nombre).ends_with("o_directorio")) {

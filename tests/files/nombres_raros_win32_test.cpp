@@ -4,7 +4,7 @@
 #include "apoyo/formas_de_borrar.hpp"
 #include "apoyo/lado_unix.hpp"
 #include "companions/buclrein.h"
-#include "files/azar.hpp"
+#include "companions/sistema.hpp"
 #include "lumodir.h"
 
 using namespace apoyo;
@@ -230,7 +230,7 @@ listado lista_el_arbol(const std::string& raiz, bool todos) {
 
 TEST(nombres_raros, los_arboles_se_borran_enteros_y_nada_de_fuera) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     for (const fila& caso : filas) {
         SCOPED_TRACE(caso.nombre);
         const lado_unix u;
@@ -424,7 +424,7 @@ TEST(nombres_raros, mil_niveles) {
 // Where a path grows too long for the system underneath, the rest stays, and the answer says so.
 TEST(nombres_raros, mas_hondo_de_lo_que_alcanza_el_sistema) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     const lado_unix u;
     SIN_LADO_UNIX_NO(u);
     EXPECT_EQ(u.corre(fuera + std::string("mkdir t; cd -P t; i=0; n=") + repite("n", 200) +
