@@ -107,6 +107,7 @@ bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const cha
     PROCESS_INFORMATION proceso = {};
     if (!::CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                           &arranque, &proceso)) {
+        ADD_FAILURE() << "no ln: error " << ::GetLastError();
         return false;
     }
     ::WaitForSingleObject(proceso.hProcess, 10'000);
@@ -127,7 +128,8 @@ void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
     arranque.cb = sizeof arranque;
     PROCESS_INFORMATION proceso = {};
     ASSERT_TRUE(::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                 nullptr, &arranque, &proceso));
+                                 nullptr, &arranque, &proceso))
+        << "no rm: error " << ::GetLastError();
     ::CloseHandle(proceso.hThread);
     ::CloseHandle(proceso.hProcess);
     for (int i = 0; i < 1500 && d.existe(donde); ++i) {
@@ -577,7 +579,7 @@ TEST(borrado_arbol, las_pasadas_esperan_entre_20_y_500_ms_20_veces) {
     static unsigned siguiente;
     siguiente = 0;
     const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar,
-                                                  []() noexcept -> unsigned { return siguiente++; });
+                                         []() noexcept -> unsigned { return siguiente++; });
     cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
     ESPERA_INFORMES("se_han_borrado_todos_los_ficheros_loc == CIERTO");
     const std::vector<unsigned long> tabla = {50, 75, 100, 150, 200, 300, 400, 500};
