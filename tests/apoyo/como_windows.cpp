@@ -2,6 +2,8 @@
 #ifdef _WIN32
 #include "apoyo/como_windows.hpp"
 
+#include <gtest/gtest.h>
+
 #include <winternl.h>
 
 #include <algorithm>
@@ -228,6 +230,7 @@ bool quita_enlace(const texto_w& ruta) {
     PROCESS_INFORMATION proceso = {};
     if (!::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                           &arranque, &proceso)) {
+        ADD_FAILURE() << "no rm: error " << ::GetLastError();
         return false;
     }
     ::CloseHandle(proceso.hThread);

@@ -112,6 +112,7 @@ bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const cha
     PROCESS_INFORMATION proceso = {};
     if (!::CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                           &arranque, &proceso)) {
+        ADD_FAILURE() << "no ln: error " << ::GetLastError();
         return false;
     }
     ::WaitForSingleObject(proceso.hProcess, 10'000);
@@ -132,7 +133,8 @@ void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
     arranque.cb = sizeof arranque;
     PROCESS_INFORMATION proceso = {};
     ASSERT_TRUE(::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                 nullptr, &arranque, &proceso));
+                                 nullptr, &arranque, &proceso))
+        << "no rm: error " << ::GetLastError();
     ::CloseHandle(proceso.hThread);
     ::CloseHandle(proceso.hProcess);
     for (int i = 0; i < 1500 && d.existe(donde); ++i) {
