@@ -101,7 +101,8 @@ public:
     }
     void reserva_sitio(std::size_t sitio, lugar donde = lugar::aqui()) {
         if (sitio > sitio_) {
-            // A product that overflows becomes a size that no allocator has.
+            // A product that overflows becomes a size that no allocator has. Some elements are pointers.
+            // NOLINTNEXTLINE(bugprone-sizeof-expression)
             const std::size_t bytes = sitio > SIZE_MAX / sizeof(T) ? SIZE_MAX : sitio * sizeof(T);
             datos_ = static_cast<T*>(i_cambia_interno(datos_, bytes, donde));
             sitio_ = sitio;

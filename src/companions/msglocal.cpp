@@ -21,11 +21,14 @@ constexpr unsigned short croata = 0x041A;
 
 struct idioma_windows {
     unsigned short primario;   // low ten bits of a LANGID
-    unsigned short sublengua;  // upper six bits; 0 stands for all of them
+    unsigned short sublengua;  // upper six bits
     ranura_idioma ranura;
     // In which Windows is delivered: of a variant that it lacks, the two that come nearest. The same in all rows of a slot.
     idiomas_de_ranura del_sistema;
 };
+
+constexpr unsigned short neutra = 0;         // the language, without a country
+constexpr unsigned short cualquiera = 0xFF;  // more than six bits hold
 
 // More particular rows come first.
 constexpr idioma_windows idiomas[] = {
@@ -33,31 +36,33 @@ constexpr idioma_windows idiomas[] = {
     {0x0A, 0x0B, ranura_espanol_regional_2, {de_mexico, castellano}},  // Argentina
     {0x0A, 0x01, ranura_espanol, {castellano, de_mexico}},             // of Spain, traditional sort
     {0x0A, 0x03, ranura_espanol, {castellano, de_mexico}},
-    {0x0A, 0x00, ranura_espanol_regional_3, {de_mexico, castellano}},  // of anywhere else
-    {0x0C, 0x00, ranura_frances, {0x040C, 0}},
+    {0x0A, cualquiera, ranura_espanol_regional_3, {de_mexico, castellano}},  // of anywhere else
+    {0x0C, cualquiera, ranura_frances, {0x040C, 0}},
     {0x16, 0x01, ranura_portugues_brasil, {de_brasil, de_portugal}},
-    {0x16, 0x00, ranura_portugues_portugal, {de_portugal, de_brasil}},
-    {0x03, 0x00, ranura_catalan, {0x0403, castellano}},
-    {0x10, 0x00, ranura_italiano, {0x0410, 0}},
-    {0x09, 0x00, ranura_ingles, {ingles, 0}},
-    {0x56, 0x00, ranura_gallego, {0x0456, castellano}},
-    {0x02, 0x00, ranura_bulgaro, {0x0402, 0}},
-    {0x18, 0x00, ranura_rumano, {0x0418, 0}},
+    {0x16, cualquiera, ranura_portugues_portugal, {de_portugal, de_brasil}},
+    {0x03, cualquiera, ranura_catalan, {0x0403, castellano}},
+    {0x10, cualquiera, ranura_italiano, {0x0410, 0}},
+    {0x09, cualquiera, ranura_ingles, {ingles, 0}},
+    {0x56, cualquiera, ranura_gallego, {0x0456, castellano}},
+    {0x02, cualquiera, ranura_bulgaro, {0x0402, 0}},
+    {0x18, cualquiera, ranura_rumano, {0x0418, 0}},
     {0x04, 0x02, ranura_chino_simplificado, {chino, 0}},
     {0x04, 0x04, ranura_chino_simplificado, {chino, 0}},  // of Singapore
+    {0x04, neutra, ranura_chino_simplificado, {chino, 0}},
     // Traditional Chinese: no texts, English is nearer than the other script.
-    {0x04, 0x00, ranura_ingles, {ingles, 0}},
-    {0x07, 0x00, ranura_aleman, {0x0407, 0}},
-    {0x19, 0x00, ranura_ruso, {0x0419, 0}},
-    {0x1E, 0x00, ranura_tailandes, {0x041E, 0}},
-    {0x05, 0x00, ranura_checo, {0x0405, 0}},
+    {0x04, cualquiera, ranura_ingles, {ingles, 0}},
+    {0x07, cualquiera, ranura_aleman, {0x0407, 0}},
+    {0x19, cualquiera, ranura_ruso, {0x0419, 0}},
+    {0x1E, cualquiera, ranura_tailandes, {0x041E, 0}},
+    {0x05, cualquiera, ranura_checo, {0x0405, 0}},
+    {0x1A, neutra, ranura_croata, {croata, 0}},
     {0x1A, 0x01, ranura_croata, {croata, 0}},
     {0x1A, 0x04, ranura_croata, {croata, 0}},  // of Bosnia and Herzegovina
-    {0x24, 0x00, ranura_esloveno, {0x0424, 0}},
-    {0x0E, 0x00, ranura_hungaro, {0x040E, 0}},
-    {0x15, 0x00, ranura_polaco, {0x0415, 0}},
-    {0x1F, 0x00, ranura_turco, {0x041F, 0}},
-    {0x11, 0x00, ranura_japones, {0x0411, 0}},
+    {0x24, cualquiera, ranura_esloveno, {0x0424, 0}},
+    {0x0E, cualquiera, ranura_hungaro, {0x040E, 0}},
+    {0x15, cualquiera, ranura_polaco, {0x0415, 0}},
+    {0x1F, cualquiera, ranura_turco, {0x041F, 0}},
+    {0x11, cualquiera, ranura_japones, {0x0411, 0}},
 };
 
 }  // namespace
@@ -66,7 +71,7 @@ unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
     const unsigned primario = langid & 0x3FFu;
     const unsigned sublengua = langid >> 10;
     for (const idioma_windows& fila : idiomas) {
-        if (fila.primario == primario && (fila.sublengua == 0 || fila.sublengua == sublengua)) {
+        if (fila.primario == primario && (fila.sublengua == cualquiera || fila.sublengua == sublengua)) {
             return fila.ranura;
         }
     }

@@ -142,11 +142,16 @@ private:
         if (primero.hecho) {
             return true;
         }
-        // Gone already (the next pass finds nothing of it), or not to be touched.
-        if (primero.ya_no_esta() || !fichero.mira().hay()) {
-            return false;
+        if (primero.ya_no_esta()) {
+            return false;  // the next pass finds nothing of it
         }
-        i_cambia_proteccion(fichero, modo_escritura, CIERTO);
+        const existencia que_hay = fichero.mira();
+        if (!que_hay.hay()) {
+            return false;  // gone meanwhile, or not to be touched
+        }
+        if (que_hay.es_de_solo_lectura()) {
+            i_cambia_proteccion(fichero, modo_escritura, CIERTO);
+        }
         return fichero.borra().hecho;
     }
 

@@ -5,6 +5,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 #include "frame/puente.hpp"
@@ -63,6 +64,15 @@ long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept 
                : sin_fecha;
 }
 
+BOOL i_pon_fechas(HANDLE abierto, const FILETIME* creacion, const FILETIME* modificacion,
+                  DWORD* codigo) noexcept {
+    const sin_dialogos callado;
+    ::SetLastError(ERROR_SUCCESS);
+    const BOOL asignadas = sistema.SetFileTime(abierto, creacion, nullptr, modificacion);
+    *codigo = ::GetLastError();
+    return asignadas;
+}
+
 // One attempt. Opened alone: a program that is still writing the file would date it again.
 bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
                        DWORD* codigo) noexcept {
@@ -71,9 +81,7 @@ bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, con
     if (!abierto.valida()) {
         return false;
     }
-    ::SetLastError(ERROR_SUCCESS);
-    const BOOL asignadas = sistema.SetFileTime(abierto.get(), creacion, nullptr, modificacion);
-    *codigo = ::GetLastError();
+    const BOOL asignadas = i_pon_fechas(abierto.get(), creacion, modificacion, codigo);
     if (asignadas) {
         i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero.dada()));
     }

@@ -47,7 +47,7 @@ public:
     vista_a ver() const noexcept { return {texto_, longitud_}; }
 
 private:
-    static constexpr std::size_t max_bytes = 4 * MAX_PATH;  // a name in the widest of the code pages
+    static constexpr std::size_t max_bytes = std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
     std::size_t longitud_;
     char texto_[max_bytes + 1];
 };
