@@ -2,6 +2,7 @@
 #include "companions/error_interno.hpp"
 
 #include <algorithm>
+#include <atomic>
 
 #include "companions/anfitrion.hpp"
 #include "companions/plataforma.hpp"
@@ -88,6 +89,16 @@ void error_interno_liberando_mensaje_u(cadena_w mensaje, lugar donde) noexcept {
 
 void error_interno_default_error(lugar donde) noexcept {
     i_informa("default", nullptr, donde);
+}
+
+void i_memoria_agotada(lugar donde) noexcept {
+    static std::atomic<bool> dicho{false};
+    if (!dicho.exchange(true)) {
+        error_interno("memoria disponible", donde);
+    }
+    for (;;) {
+        plataforma::termina_proceso();
+    }
 }
 
 void i_establece_receptor(ErrorInternoReceptor receptor, void* contexto) noexcept {

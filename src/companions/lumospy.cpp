@@ -6,9 +6,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "companions/error_interno.hpp"
-#include "companions/plataforma.hpp"
-
 namespace lumodir {
 
 tabla_memoria memoria = {std::malloc, std::realloc, std::free};
@@ -17,17 +14,6 @@ namespace {
 
 std::atomic<unsigned long long> i_vivos{0};
 std::atomic<unsigned long long> i_internos{0};
-std::atomic<bool> i_agotada{false};
-
-// Reports once, whichever thread comes first, and does not come back.
-[[noreturn]] void i_memoria_agotada(lugar donde) noexcept {
-    if (!i_agotada.exchange(true)) {
-        error_interno("memoria disponible", donde);
-    }
-    for (;;) {
-        plataforma::termina_proceso();
-    }
-}
 
 void* i_bloque(std::size_t bytes, lugar donde) noexcept {
     void* bloque = memoria.reserva(bytes == 0 ? 1 : bytes);

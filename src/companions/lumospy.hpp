@@ -25,6 +25,10 @@ struct tabla_memoria {
 };
 extern tabla_memoria memoria;
 
+// Reports it once, whichever thread comes first, and does not come back. Of error_interno.cpp: whoever reports needs memory
+// and not the other way round.
+[[noreturn]] void i_memoria_agotada(lugar donde) noexcept;
+
 // Blocks that callers own (strings, lists, records): counted in the public census.
 void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui());
 void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde = lugar::aqui());
