@@ -9,7 +9,8 @@ using namespace lumodir;
 namespace {
 
 template <class C>
-unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion, entrada<C>* find_data) noexcept {
+unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion,
+                              entrada<C>* find_data) noexcept {
     const bool hay_enumerador = i_comprueba(dirwin != nullptr, expresion);
     return logico(i_comprueba(find_data != nullptr, "(find_data) != NULL") && hay_enumerador &&
                   i_siguiente<C>(*dirwin, find_data));
@@ -53,9 +54,9 @@ unsigned short dirwin_es_solo_lectura_UNICODE(const WIN32_FIND_DATAW* findData) 
 
 unsigned short dirwin_cumple_filtro(const char* nombre_y_extension, const char* filtro_nombre_y_extension) {
     const bool hay_nombre = i_comprueba(nombre_y_extension != nullptr, "(nombre_y_extension) != NULL");
-    return logico(
-        i_comprueba(filtro_nombre_y_extension != nullptr, "(filtro_nombre_y_extension) != NULL") && hay_nombre &&
-        i_pasa_filtro(a_vista(nombre_y_extension), a_vista(filtro_nombre_y_extension)));
+    return logico(i_comprueba(filtro_nombre_y_extension != nullptr, "(filtro_nombre_y_extension) != NULL") &&
+                  hay_nombre &&
+                  i_pasa_filtro(a_vista(nombre_y_extension), a_vista(filtro_nombre_y_extension)));
 }
 
 void dirwin_destruye(Dirwin** dirwin) {

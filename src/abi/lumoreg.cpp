@@ -10,8 +10,8 @@ using namespace lumodir;
 
 namespace {
 
-unsigned short i_escribe_en(const apertura& como, const wchar_t* clave, const wchar_t* nombre_valor, DWORD tipo,
-                            const void* dato, std::size_t bytes) noexcept {
+unsigned short i_escribe_en(const apertura& como, const wchar_t* clave, const wchar_t* nombre_valor,
+                            DWORD tipo, const void* dato, std::size_t bytes) noexcept {
     const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL");
     const bool hay_dato = i_comprueba(dato != nullptr, "(dato) != NULL");
     const clave_abierta<wchar_t> abierta(como, clave, KEY_ALL_ACCESS);
@@ -25,7 +25,8 @@ unsigned short i_establece_cadena(const apertura& como, const wchar_t* clave, co
 }
 
 template <class C>
-unsigned short i_lee_cadena_en(const apertura& como, const C* clave, const C* nombre_valor, C** contenido) noexcept {
+unsigned short i_lee_cadena_en(const apertura& como, const C* clave, const C* nombre_valor,
+                               C** contenido) noexcept {
     const bool hay_contenido = i_comprueba(contenido != nullptr, "(contenido) != NULL");
     const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL");
     const clave_abierta<C> abierta(como, clave, KEY_QUERY_VALUE);

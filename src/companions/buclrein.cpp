@@ -43,10 +43,11 @@ unsigned short i_pregunta_por_defecto(const wchar_t* mensaje) noexcept {
 }
 
 bool i_pregunta(const BuclRein& bucle) {
-    cadena_w texto = bucle.codigo_error == 0
-                         ? concatena<wchar_t>({bucle.mensaje})
-                         : concatena<wchar_t>({bucle.mensaje, L"\n",
-                                               plataforma::strgetlasterror_texto_cod_error(bucle.codigo_error)});
+    cadena_w texto =
+        bucle.codigo_error == 0
+            ? concatena<wchar_t>({bucle.mensaje})
+            : concatena<wchar_t>(
+                  {bucle.mensaje, L"\n", plataforma::strgetlasterror_texto_cod_error(bucle.codigo_error)});
     const unsigned short respuesta =
         i_receptor == nullptr ? i_pregunta_por_defecto(texto.c_str())
                               : llama_al_anfitrion(i_receptor, texto.c_str(), bucle.codigo_error, i_contexto);

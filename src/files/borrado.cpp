@@ -70,7 +70,8 @@ unsigned short i_insiste_con_directorio(objetivo& directorio, unsigned short inf
         [&](BuclRein* bucle, DWORD c) {
             buclrein_set_mensaje_reintentar(
                 bucle,
-                [&] { return i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}); }, c);
+                [&] { return i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}); },
+                c);
         });
 }
 

@@ -28,7 +28,8 @@ unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short i
     const auto al_fallar = [&](BuclRein* bucle) {
         const ConstructorMensaje motivo = modo == modo_lectura ? i_msg_53961_no_se_puede_proteger_fichero
                                                                : i_msg_53962_no_se_puede_desproteger_fichero;
-        buclrein_set_mensaje_reintentar(bucle, [&] { return i_mensaje(motivo, {fichero.texto()}); }, 0);
+        buclrein_set_mensaje_reintentar(
+            bucle, [&] { return i_mensaje(motivo, {fichero.texto()}); }, 0);
     };
     return i_con_reintentos(CIERTO, informa, intento, al_fallar);
 }

@@ -93,12 +93,13 @@ unsigned short i_asigna_fechas(const ruta_fijada& fichero, const FILETIME* creac
                                const FILETIME* modificacion, unsigned short informar) noexcept {
     DWORD codigo = ERROR_SUCCESS;
     return i_con_reintentos(
-        CIERTO, informar,
-        [&] { return i_intenta_asignar(fichero, creacion, modificacion, &codigo); },
+        CIERTO, informar, [&] { return i_intenta_asignar(fichero, creacion, modificacion, &codigo); },
         [&](BuclRein* bucle) {
             buclrein_set_mensaje_reintentar(
                 bucle,
-                [&] { return i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()}); },
+                [&] {
+                    return i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()});
+                },
                 codigo);
         });
 }

@@ -77,7 +77,8 @@ public:
     const char* c_str() const noexcept { return texto_; }
 
 private:
-    static constexpr std::size_t max_bytes = std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
+    static constexpr std::size_t max_bytes =
+        std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
     char texto_[max_bytes + 1];
 };
 
@@ -121,7 +122,8 @@ vista_w i_extension_ancha(vista_w nombre) {
 }  // namespace
 
 template <class C>
-objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve, const progreso_listado& progreso) {
+objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
+                                    const progreso_listado& progreso) {
     auto lista = objeto<arr_cadena<C>>::crea();
     i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, sirve));
     ordena_estable(lista->textos.data(), lista->num(),

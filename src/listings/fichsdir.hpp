@@ -68,7 +68,8 @@ sirve_entrada i_es_directorio_con_punto;  // but "." and ".."
 
 // Sorted.
 template <class C>
-objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve, const progreso_listado& progreso);
+objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
+                                    const progreso_listado& progreso);
 objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio);
 template <class C>
 objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const progreso_listado& progreso);

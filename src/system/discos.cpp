@@ -17,7 +17,7 @@ constexpr vista_w principio_subst = L"\\??\\";
 bool i_lee_nombre_de_volumen(const wchar_t* raiz, wchar_t* nombre) noexcept {
     const sin_dialogos callado;
     return sistema.GetVolumeInformationW(raiz, nombre, tamanyo_nombre_volumen, nullptr, nullptr, nullptr,
-                                          nullptr, 0) != FALSE;
+                                         nullptr, 0) != FALSE;
 }
 
 }  // namespace

@@ -107,8 +107,8 @@ cadena_w i_directorio_actual_de(int unidad) {
     const sin_dialogos callado;
     wchar_t actual[tamanyo_directorio_actual + 1] = {};
     // A drive that is not there would go to the C runtime's handler of invalid parameters, which ends programs.
-    const bool hay = i_hay_unidad(unidad) &&
-                     sistema._wgetdcwd(unidad, actual, tamanyo_directorio_actual) != nullptr;
+    const bool hay =
+        i_hay_unidad(unidad) && sistema._wgetdcwd(unidad, actual, tamanyo_directorio_actual) != nullptr;
     return hay ? cadena_w(a_vista<wchar_t>(actual)) : cadena_w();
 }
 

@@ -27,9 +27,7 @@ constexpr const wchar_t* clave_de_prueba = L"SOFTWARE\\LUMO";
 class borrado_de_clave {
 public:
     // The path of the parent goes before that of the key in reports. `vista` is the flag of the one view.
-    borrado_de_clave(vista_w padre, REGSAM vista) noexcept : vista_(vista) {
-        i_alarga_ruta(padre);
-    }
+    borrado_de_clave(vista_w padre, REGSAM vista) noexcept : vista_(vista) { i_alarga_ruta(padre); }
     borrado_de_clave(const borrado_de_clave&) = delete;
     borrado_de_clave& operator=(const borrado_de_clave&) = delete;
 

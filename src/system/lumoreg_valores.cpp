@@ -103,9 +103,8 @@ valores_de_clave i_lista_valores(const clave_abierta<wchar_t>& clave) noexcept {
         auto longitud = static_cast<DWORD>(sitio_nombre);
         DWORD bytes = datos.bytes();
         DWORD tipo = REG_NONE;
-        const LSTATUS status =
-            sistema.RegEnumValueW(clave.get(), indice, nombre.datos(), &longitud, nullptr, &tipo,
-                                           reinterpret_cast<BYTE*>(datos.datos()), &bytes);
+        const LSTATUS status = sistema.RegEnumValueW(clave.get(), indice, nombre.datos(), &longitud, nullptr,
+                                                     &tipo, reinterpret_cast<BYTE*>(datos.datos()), &bytes);
         if (i_comprueba_con(status == 0, "status == 0", clave.ruta()) &&
             (tipo == REG_SZ || tipo == REG_MULTI_SZ)) {
             valores.nombres->anade(cadena_w(vista_w(nombre.datos(), longitud)));

@@ -16,7 +16,8 @@ std::atomic<respuesta> i_respuesta{respuesta::sin_preguntar};
 bool i_estamos_en_wine() noexcept {
     respuesta dicha = i_respuesta;
     if (dicha == respuesta::sin_preguntar) {
-        const bool hay = i_existe_clave(apertura::en_cualquiera(LUMOREG_RAIZ_CURRENT_USER), L"Software\\Wine");
+        const bool hay =
+            i_existe_clave(apertura::en_cualquiera(LUMOREG_RAIZ_CURRENT_USER), L"Software\\Wine");
         dicha = hay ? respuesta::si : respuesta::no;
         i_respuesta = dicha;
     }
