@@ -20,30 +20,30 @@ namespace mando {
 
 namespace {
 
-constexpr idioma idiomas[] = {{0, "es", "spanish", 0x0C0A},
-                              {1, "fr", "french", 0x040C},
-                              {2, "pt-br", "portuguese-brazil", 0x0416},
-                              {3, "pt", "portuguese", 0x0816},
-                              {4, "ca", "catalan", 0x0403},
-                              {5, "it", "italian", 0x0410},
-                              {6, "es-mx", "spanish-mexico", 0x080A},
-                              {7, "es-ar", "spanish-argentina", 0x2C0A},
-                              {8, "en", "english", 0x0409},
-                              {9, "gl", "galician", 0x0456},
-                              {10, "bg", "bulgarian", 0x0402},
-                              {11, "ro", "romanian", 0x0418},
-                              {12, "zh", "chinese", 0x0804},
-                              {13, "de", "german", 0x0407},
-                              {18, "ru", "russian", 0x0419},
-                              {24, "es-419", "spanish-america", 0x0C0A},
-                              {25, "th", "thai", 0x041E},
-                              {26, "cs", "czech", 0x0405},
-                              {27, "hr", "croatian", 0x041A},
-                              {29, "sl", "slovenian", 0x0424},
-                              {30, "hu", "hungarian", 0x040E},
-                              {31, "pl", "polish", 0x0415},
-                              {33, "tr", "turkish", 0x041F},
-                              {39, "ja", "japanese", 0x0411}};
+constexpr idioma idiomas[] = {{0, "es", "spanish"},
+                              {1, "fr", "french"},
+                              {2, "pt-br", "portuguese-brazil"},
+                              {3, "pt", "portuguese"},
+                              {4, "ca", "catalan"},
+                              {5, "it", "italian"},
+                              {6, "es-mx", "spanish-mexico"},
+                              {7, "es-ar", "spanish-argentina"},
+                              {8, "en", "english"},
+                              {9, "gl", "galician"},
+                              {10, "bg", "bulgarian"},
+                              {11, "ro", "romanian"},
+                              {12, "zh", "chinese"},
+                              {13, "de", "german"},
+                              {18, "ru", "russian"},
+                              {24, "es-419", "spanish-america"},
+                              {25, "th", "thai"},
+                              {26, "cs", "czech"},
+                              {27, "hr", "croatian"},
+                              {29, "sl", "slovenian"},
+                              {30, "hu", "hungarian"},
+                              {31, "pl", "polish"},
+                              {33, "tr", "turkish"},
+                              {39, "ja", "japanese"}};
 
 constexpr unsigned long ultima_ranura = 40;
 constexpr unsigned long ranura_es = 0, ranura_en = 8, ranura_es_419 = 24;
@@ -250,15 +250,6 @@ unsigned long ranura_de_los_textos(unsigned long ranura) {
     const bool en_ingles = ranura == 10 || (ranura >= 25 && ranura <= 30) || ranura == 32 ||
                            (ranura >= 34 && ranura <= 38) || ranura >= 40;
     return en_castellano ? ranura_es : en_ingles ? ranura_en : ranura;
-}
-
-void pon_idioma_del_hilo() {
-    const unsigned long ranura = ranura_de_los_textos(msglocal_dame_idioma());
-    for (const idioma& i : idiomas) {
-        if (i.ranura == ranura) {
-            SetThreadLocale(MAKELCID(i.de_windows, SORT_DEFAULT));
-        }
-    }
 }
 
 std::wstring nombres_de_idiomas() {

@@ -39,7 +39,6 @@ struct idioma {
     unsigned long ranura;
     std::string_view codigo;  // "pt-br"
     std::string_view ingles;  // "portuguese-brazil"
-    unsigned short de_windows;
 };
 
 // By slot, code, name in English or in its own tongue, letter case aside; a code may name a country too (es-ES).
@@ -48,8 +47,5 @@ std::wstring nombres_de_idiomas();
 std::wstring nombre_de_idioma(unsigned long ranura);
 // The slot whose texts a slot shows: its own or those of Spanish or English.
 unsigned long ranura_de_los_textos(unsigned long ranura);
-
-// The system's own texts come in the language of the thread: the chosen one. For each thread that works.
-void pon_idioma_del_hilo();
 
 }  // namespace mando

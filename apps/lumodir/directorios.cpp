@@ -36,7 +36,8 @@ namespace {
 
 std::wstring i_por_donde_va(const std::wstring& base, unsigned long long desde, unsigned segundos) {
     return di("walking %1: %2 names, %3 s", base, con_miles(entradas_leidas() - desde),
-              std::to_wstring(segundos));
+              std::to_wstring(segundos)) +
+           lo_que_falta(parte_recorrida(), segundos);
 }
 
 }  // namespace

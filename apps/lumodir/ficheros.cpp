@@ -108,17 +108,26 @@ std::wstring texto_del_sistema(unsigned long codigo) {
     if (const frase propio = i_texto_propio(codigo); !propio.vacia()) {
         return di(propio);
     }
-    wchar_t* texto = nullptr;
-    FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-        codigo, 0, reinterpret_cast<wchar_t*>(&texto), 0, nullptr);
-    std::wstring resultado = texto ? texto : di("error %1", std::to_wstring(codigo));
-    LocalFree(texto);
-    resultado.erase(resultado.find_last_not_of(L"\r\n. ") + 1);
-    return resultado;
+    // It stands in a sentence of the command's own; a system without that language has the text in its own one.
+    const unsigned long de_la_frase = en_espanyol() ? MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN)
+                                                    : MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
+    for (const unsigned long idioma : {de_la_frase, 0ul}) {
+        wchar_t texto[1024];
+        const unsigned long unidades =
+            FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, codigo,
+                           idioma, texto, static_cast<unsigned long>(std::size(texto)), nullptr);
+        if (unidades > 0) {
+            const std::wstring_view todo(texto, unidades);
+            return std::wstring(todo.substr(0, todo.find_last_not_of(L"\r\n. ") + 1));
+        }
+    }
+    return di("error %1", std::to_wstring(codigo));
 }
 
 void comprueba_existe(const std::wstring& ruta) {
+    if (sin_blancos(ruta).empty()) {
+        throw fallo{di("the path is empty")};
+    }
     if (que_hay_en(ruta) == clase_de_entrada::ninguna) {
         throw fallo{di("'%1' does not exist", ruta)};
     }
@@ -334,11 +343,13 @@ int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, const
                 resultado r;
                 const ruta_en_curso en_curso(ruta);
                 try {
+                    toma_avisos();
                     r = interrumpido() ? resultado(di("stopped")) : accion(p, ruta);
                 } catch (const fallo& otro) {
                     r.queja = otro.texto;
                 }
-                r.ya_dicho = r.ya_dicho || interrumpido();
+                r.ya_dicho =
+                    r.ya_dicho || interrumpido() || (hay_avisos() && !en_la_lengua_de_los_mensajes());
                 todas = todas && r.queja.empty();
                 if (p.en_json) {
                     lista.agrega(i_json_de_uno(p, que, ruta, r));

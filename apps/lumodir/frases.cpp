@@ -1,5 +1,6 @@
 #include "frases.hpp"
 
+#include "anfitrion.hpp"
 #include "companions/msglocal.h"
 #include "textos.hpp"
 
@@ -36,6 +37,13 @@ bool en_espanyol() {
     constexpr unsigned long catalan = 4;
     return ranura == MSGLOCAL_ESPANYOL || ranura == catalan || ranura == 6 || ranura == 7 || ranura == 9 ||
            (ranura >= 14 && ranura <= 17) || (ranura >= 19 && ranura <= 24);
+}
+
+bool en_la_lengua_de_los_mensajes() {
+    const unsigned long ranura = ranura_de_los_textos(msglocal_dame_idioma());
+    constexpr unsigned long regional_1 = 6, regional_2 = 7, regional_3 = 24;
+    return ranura == MSGLOCAL_ESPANYOL || ranura == MSGLOCAL_INGLES || ranura == regional_1 ||
+           ranura == regional_2 || ranura == regional_3;
 }
 
 std::wstring frase::texto() const {

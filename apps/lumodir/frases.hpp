@@ -49,4 +49,8 @@ std::wstring di(frase que, const V&... valores) {
 // Whether the command speaks Spanish: for the languages whose messages fall back on it too, and for Catalan.
 bool en_espanyol();
 
+// Whether the library's messages are in the language of the command's own words. What the library has said already
+// is said again in that case only.
+bool en_la_lengua_de_los_mensajes();
+
 }  // namespace mando

@@ -104,36 +104,41 @@ int i_rm(peticion& p) {
 
 // ---- rmtree ----
 
-// One directory of the tree that goes, as the progress line looks after it.
-struct rama {
+// One entry of the tree that goes, as the progress line looks after it: a directory or, where a directory holds
+// many files, one of every so many.
+struct testigo {
     std::wstring del_sistema;
-    unsigned long long ficheros = 0;
+    unsigned long long ficheros = 0;  // that it stands for
+    unsigned directorios = 0;
 };
 
 struct tarea {
     std::wstring directorio;
     recuento antes;
-    std::vector<rama> ramas;
+    std::vector<testigo> testigos;
     bool es_enlace = false;
     bool con_punto = false;  // holds directories whose names begin with a dot
     bool interrumpida = false;
     std::vector<std::wstring> no_borrados;  // files that --if-possible could not delete
 };
 
-// How many files of directories that are gone there were. It asks about some directories a time only: the
-// deletion is not to be held up by the watching.
+// How much is gone, by the entries that stand for it. It asks about some of them a time only: the deletion is not
+// to be held up by the watching.
 class contador_de_borrado {
 public:
     explicit contador_de_borrado(const tarea& t)
-        : ramas_(t.ramas), total_(t.antes.ficheros + t.antes.directorios), ido_(ramas_.size(), false) {}
+        : testigos_(t.testigos),
+          total_(t.antes.directorios),
+          todo_(t.antes.ficheros + t.antes.enlaces + t.antes.directorios),
+          ido_(testigos_.size(), false) {}
 
     std::wstring dice(unsigned segundos) {
         const std::lock_guard turno(guarda_);
         i_mira();
         const double parte =
-            total_ == 0 ? 0 : static_cast<double>(directorios_ + ficheros_) / static_cast<double>(total_);
+            todo_ == 0 ? 0 : static_cast<double>(directorios_ + ficheros_) / static_cast<double>(todo_);
         return di("deleting: %1 of %2 gone, with %3, %4 s", con_miles(directorios_),
-                  plural(ramas_.size(), "directory", "directories"), plural(ficheros_, "file", "files"),
+                  plural(total_, "directory", "directories"), plural(ficheros_, "file", "files"),
                   std::to_wstring(segundos)) +
                lo_que_falta(parte, segundos);
     }
@@ -151,20 +156,21 @@ public:
 private:
     void i_mira() {
         constexpr size_t por_vez = 200;
-        for (size_t i = 0; i < std::min(por_vez, ramas_.size());
-             ++i, siguiente_ = (siguiente_ + 1) % ramas_.size()) {
+        for (size_t i = 0; i < std::min(por_vez, testigos_.size());
+             ++i, siguiente_ = (siguiente_ + 1) % testigos_.size()) {
+            const testigo& este = testigos_[siguiente_];
             if (!ido_[siguiente_] &&
-                GetFileAttributesW(ramas_[siguiente_].del_sistema.c_str()) == INVALID_FILE_ATTRIBUTES) {
+                GetFileAttributesW(este.del_sistema.c_str()) == INVALID_FILE_ATTRIBUTES) {
                 ido_[siguiente_] = true;
-                directorios_ += 1;
-                ficheros_ += ramas_[siguiente_].ficheros;
+                directorios_ += este.directorios;
+                ficheros_ += este.ficheros;
             }
         }
     }
 
     std::mutex guarda_;
-    const std::vector<rama>& ramas_;
-    unsigned long long total_;
+    const std::vector<testigo>& testigos_;
+    unsigned long long total_, todo_;  // directories, and whatever there is
     std::vector<bool> ido_;
     size_t siguiente_ = 0;
     unsigned long long directorios_ = 0, ficheros_ = 0;
@@ -256,7 +262,7 @@ void i_di_ramas(const lo_que_queda& resto) {
     }
     if (dichas > a_la_vista_caben) {
         errores().escribe("  ").linea(
-            di("and %1", plural(dichas - a_la_vista_caben, "directory more", "directories more")));
+            di("and %1", plural(dichas - a_la_vista_caben, "more directory", "more directories")));
     }
 }
 
@@ -323,13 +329,18 @@ int i_en_seco(const peticion& p, const tarea& t) {
 
 void i_mira_lo_que_hay(tarea& t) {
     recorre_con_progreso(t.directorio, [&](const carpeta& c) {
+        constexpr unsigned long long cada = 200;  // files
         suma(t.antes, c);
-        rama r{.del_sistema = c.del_sistema};
+        unsigned long long ficheros = 0;
         for (const entrada& e : c.entradas) {
-            r.ficheros += e.es_directorio ? 0 : 1;
             t.con_punto = t.con_punto || (e.es_directorio && e.nombre.starts_with(L'.'));
+            ficheros += e.es_carpeta() ? 0 : 1;
+            if (ficheros == cada) {
+                t.testigos.push_back({.del_sistema = bajo_de(c.del_sistema, e.nombre), .ficheros = cada});
+                ficheros = 0;
+            }
         }
-        t.ramas.push_back(std::move(r));
+        t.testigos.push_back({.del_sistema = c.del_sistema, .ficheros = ficheros, .directorios = 1});
     });
     di_ilegibles(t.antes);
 }

@@ -467,7 +467,7 @@ constexpr opcion opciones_find[] = {
     {"hidden", "", "search directories whose names begin with a dot too", 'H'},
     {"glob", "", "PATTERN is that of the whole name, also without * and ?", 'g'},
     {"full-path", "", "compare PATTERN with the whole path", 'p'},
-    {"case-sensitive", "", "letter case counts", 's'},
+    {"case-sensitive", "", "case-sensitive", 's'},
     {"absolute-path", "", "show full paths", 'a'},
     {"max-results", "N", "stop after N"},
     {"long", "", "with attributes, sizes and dates", 'l'},

@@ -218,7 +218,8 @@ int i_date(peticion& p) {
         const std::optional<long long> modificado = fecha_de(ruta), creado = creacion_de(ruta);
         if (!modificado || !creado) {
             todas = false;
-            const std::wstring queja = di("'%1' does not exist", ruta);
+            const std::wstring queja =
+                sin_blancos(ruta).empty() ? di("the path is empty") : di("'%1' does not exist", ruta);
             p.en_json  ? lista.agrega(json::objeto()
                                           .pon("path", ruta)
                                           .pon("modified", json())
@@ -336,7 +337,6 @@ resultado i_mkdir_una(const peticion& p, const std::wstring& ruta) {
                                                     : cdir_crea_directorios_fichero_UNICODE)
                       : p.tiene("if-possible") ? cdir_crea_directorios_si_es_posible_UNICODE
                                                : cdir_crea_directorios_del_path_UNICODE;
-    toma_avisos();
     crea(ruta.c_str());
     // What the library answers is about its levels; what counts is what is there.
     if (que_hay_en(directorio) != clase_de_entrada::directorio) {
@@ -354,10 +354,14 @@ int i_mkdir(peticion& p) {
     return en_cada_una(p, rutas, {"created", "would create", "exists already:"}, i_mkdir_una);
 }
 
+std::wstring i_ultima_parte(const std::wstring& ruta) {
+    return ruta.substr(ruta.find_last_of(L"\\/:") + 1);
+}
+
 // Where a file goes: into a directory under its own name, or to the path itself.
 std::wstring i_destino(const std::wstring& viejo, const std::wstring& nuevo) {
     return que_hay_en(nuevo) == clase_de_entrada::directorio && !iguales_sin_caja(viejo, nuevo)
-               ? bajo_de(nuevo, viejo.substr(viejo.find_last_of(L"\\/:") + 1))
+               ? bajo_de(nuevo, i_ultima_parte(viejo))
                : nuevo;
 }
 
@@ -390,6 +394,10 @@ void i_mueve(const peticion& p, const std::wstring& viejo, const std::wstring& n
     }
     if (!movido) {
         throw fallo{con_ocupantes(di("'%1' is not moved", viejo), viejo)};
+    }
+    // A change of letter case alone: there are systems that answer that it is done, and keep the old name.
+    if (iguales_sin_caja(viejo, nuevo) && nombre_que_lleva(nuevo) != i_ultima_parte(nuevo)) {
+        throw fallo{di("'%1' is not moved: the system keeps the letter case of its name", viejo)};
     }
 }
 
@@ -508,7 +516,7 @@ int i_who(peticion& p) {
 // ---- rename-ext ----
 
 std::wstring i_extension_de(const std::wstring& argumento) {
-    const std::wstring extension = argumento.starts_with(L'.') ? argumento.substr(1) : argumento;
+    std::wstring extension = argumento.starts_with(L'.') ? argumento.substr(1) : argumento;
     if (extension.find_first_of(L"*?") != extension.npos ||
         cdir_extension_valida_UNICODE(extension.c_str()) != CIERTO) {
         throw uso_incorrecto{di("'%1' is not an extension", argumento)};
@@ -552,6 +560,7 @@ json i_json_de_cambios(const std::vector<cambio>& cambios) {
 // Before the question: the first of them.
 std::vector<std::wstring> i_en_palabras(const std::vector<cambio>& cambios) {
     std::vector<std::wstring> lineas;
+    lineas.reserve(cambios.size());
     for (const cambio& c : cambios) {
         lineas.push_back(c.pisa ? di("%1 to %2, which is replaced", c.de, c.a) : di("%1 to %2", c.de, c.a));
     }

@@ -224,8 +224,18 @@ int i_sobre_base(peticion& p) {
 
 int i_shorten(peticion& p) {
     const unsigned long maximo = a_numero(p.argumentos[1], L"N", 65535);
-    return i_responde(p, toma(cdir_ruta_abreviada_con_logitud_maxima_u(p.argumentos[0].c_str(),
-                                                                       static_cast<unsigned short>(maximo))));
+    const std::wstring& ruta = p.argumentos[0];
+    std::wstring corta =
+        toma(cdir_ruta_abreviada_con_logitud_maxima_u(ruta.c_str(), static_cast<unsigned short>(maximo)));
+    // The abbreviation of a relative path begins with a separator, as if it went from the root.
+    const size_t tras_unidad = ruta.size() >= 2 && ruta[1] == L':' ? 2 : 0;
+    const auto va_desde_la_raiz = [&](const std::wstring& texto) {
+        return texto.find_first_of(L"\\/", tras_unidad) == tras_unidad;
+    };
+    if (va_desde_la_raiz(corta) && !va_desde_la_raiz(ruta)) {
+        corta.erase(tras_unidad, 1);
+    }
+    return i_responde(p, corta);
 }
 
 int i_repair(peticion& p) {

@@ -122,7 +122,6 @@ int i_ejecuta(invocacion& leida) {
     if (leida.idioma) {
         i_elige_idioma(*leida.idioma);
     }
-    pon_idioma_del_hilo();
     i_comprueba_argumentos(leida.que);
     return leida.que.cual->ejecuta(leida.que);
 }

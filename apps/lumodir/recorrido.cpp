@@ -12,6 +12,7 @@ namespace mando {
 namespace {
 
 std::atomic<unsigned long long> leidas{0};
+std::atomic<double> recorrida{0};  // of the walk at work, from 0 to 1
 
 std::wstring i_completa(const std::wstring& ruta) {
     const unsigned long unidades = GetFullPathNameW(ruta.c_str(), 0, nullptr, nullptr);
@@ -174,23 +175,31 @@ unsigned long por_que_no_se_lee(const std::wstring& ruta) {
 }
 
 void recorre_arbol(const std::wstring& base, const std::function<void(carpeta&)>& visita) {
+    const auto se_entra = [](const entrada& e) { return e.es_carpeta() && e.se_entra; };
     std::vector<carpeta> pendientes;
     pendientes.push_back({.ruta = base, .bajo = L".", .del_sistema = ruta_exacta(base)});
+    recorrida = 0;
     while (!pendientes.empty()) {
         carpeta c = std::move(pendientes.back());
         pendientes.pop_back();
         i_lee(c);
         visita(c);
+        // How much lies below a directory nobody knows before: each of those beside it counts alike.
+        const auto debajo = std::count_if(c.entradas.begin(), c.entradas.end(), se_entra);
+        const double de_cada_una = c.parte / static_cast<double>(debajo + 1);
+        recorrida = recorrida + de_cada_una;
         for (size_t i = c.entradas.size(); i-- > 0;) {
             const entrada& e = c.entradas[i];
-            if (e.es_carpeta() && e.se_entra) {
+            if (se_entra(e)) {
                 pendientes.push_back({.ruta = bajo_de(c.ruta, e.nombre),
                                       .bajo = c.nivel == 0 ? e.nombre : c.bajo + L'\\' + e.nombre,
                                       .del_sistema = bajo_de(c.del_sistema, e.nombre),
-                                      .nivel = c.nivel + 1});
+                                      .nivel = c.nivel + 1,
+                                      .parte = de_cada_una});
             }
         }
     }
+    recorrida = 0;
 }
 
 void suma(recuento& total, const carpeta& c) {
@@ -208,6 +217,20 @@ void suma(recuento& total, const carpeta& c) {
 
 unsigned long long entradas_leidas() {
     return leidas.load(std::memory_order_relaxed);
+}
+
+double parte_recorrida() {
+    return recorrida.load(std::memory_order_relaxed);
+}
+
+std::wstring nombre_que_lleva(const std::wstring& ruta) {
+    WIN32_FIND_DATAW e;
+    void* busqueda = FindFirstFileW(ruta_exacta(ruta).c_str(), &e);
+    if (busqueda == INVALID_HANDLE_VALUE) {
+        return {};
+    }
+    FindClose(busqueda);
+    return e.cFileName;
 }
 
 int compara_nombres(const std::wstring& a, const std::wstring& b) {

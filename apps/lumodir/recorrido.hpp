@@ -31,6 +31,7 @@ struct carpeta {
     std::wstring bajo;         // what is below the base; "." for the base itself
     std::wstring del_sistema;  // the same directory, in the form that takes every name
     size_t nivel = 0;          // 0 for the base
+    double parte = 1;          // of the whole walk that this directory and what is below it make, as a guess
     bool leida = false;
     unsigned long codigo = 0;            // of the system, when it could not be read
     std::vector<entrada> entradas = {};  // sorted by name, without "." and ".."
@@ -61,6 +62,11 @@ void suma(recuento& total, const carpeta& c);
 
 // Entries that walks have read so far; for the progress line.
 unsigned long long entradas_leidas();
+// How much of the walk at work is done, from 0 to 1, as far as what has been seen tells.
+double parte_recorrida();
+
+// The name by which the directory holds an entry, letter case included; nothing when it is missing.
+std::wstring nombre_que_lleva(const std::wstring& ruta);
 
 // Sorts names as the listings do, letter case aside.
 int compara_nombres(const std::wstring& a, const std::wstring& b);

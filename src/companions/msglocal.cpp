@@ -15,40 +15,45 @@ std::atomic<unsigned long> i_ranura{ranura_sin_elegir};
 
 struct idioma_windows {
     unsigned short primario;   // low ten bits of a LANGID
-    unsigned short sublengua;  // upper six bits; 0 stands for all of them
+    unsigned short sublengua;  // upper six bits
     unsigned long ranura;
 };
 
+constexpr unsigned short neutra = 0;         // the language, without a country
+constexpr unsigned short cualquiera = 0xFF;  // more than six bits hold
+
 // More particular rows come first.
 constexpr idioma_windows idiomas[] = {
-    {0x0A, 0x02, 6},   // Spanish of Mexico
-    {0x0A, 0x0B, 7},   // Spanish of Argentina
-    {0x0A, 0x01, 0},   // Spanish, traditional sort
-    {0x0A, 0x03, 0},   // Spanish of Spain, modern sort
-    {0x0A, 0x00, 24},  // Spanish of anywhere else
-    {0x0C, 0x00, 1},   // French
-    {0x16, 0x01, 2},   // Portuguese of Brazil
-    {0x16, 0x00, 3},   // Portuguese of Portugal
-    {0x03, 0x00, 4},   // Catalan
-    {0x10, 0x00, 5},   // Italian
-    {0x09, 0x00, 8},   // English
-    {0x56, 0x00, 9},   // Galician
-    {0x02, 0x00, 10},  // Bulgarian
-    {0x18, 0x00, 11},  // Romanian
-    {0x04, 0x02, 12},  // Chinese of the People's Republic
-    {0x04, 0x04, 12},  // Chinese of Singapore
-    {0x04, 0x00, 8},   // Traditional Chinese: no texts, English is nearer than the other script
-    {0x07, 0x00, 13},  // German
-    {0x19, 0x00, 18},  // Russian
-    {0x1E, 0x00, 25},  // Thai
-    {0x05, 0x00, 26},  // Czech
-    {0x1A, 0x01, 27},  // Croatian
-    {0x1A, 0x04, 27},  // Croatian of Bosnia and Herzegovina
-    {0x24, 0x00, 29},  // Slovenian
-    {0x0E, 0x00, 30},  // Hungarian
-    {0x15, 0x00, 31},  // Polish
-    {0x1F, 0x00, 33},  // Turkish
-    {0x11, 0x00, 39},  // Japanese
+    {0x0A, 0x02, 6},         // Spanish of Mexico
+    {0x0A, 0x0B, 7},         // Spanish of Argentina
+    {0x0A, 0x01, 0},         // Spanish, traditional sort
+    {0x0A, 0x03, 0},         // Spanish of Spain, modern sort
+    {0x0A, cualquiera, 24},  // Spanish of anywhere else
+    {0x0C, cualquiera, 1},   // French
+    {0x16, 0x01, 2},         // Portuguese of Brazil
+    {0x16, cualquiera, 3},   // Portuguese of Portugal
+    {0x03, cualquiera, 4},   // Catalan
+    {0x10, cualquiera, 5},   // Italian
+    {0x09, cualquiera, 8},   // English
+    {0x56, cualquiera, 9},   // Galician
+    {0x02, cualquiera, 10},  // Bulgarian
+    {0x18, cualquiera, 11},  // Romanian
+    {0x04, 0x02, 12},        // Chinese of the People's Republic
+    {0x04, 0x04, 12},        // Chinese of Singapore
+    {0x04, neutra, 12},      // simplified Chinese of no country
+    {0x04, cualquiera, 8},   // Traditional Chinese: no texts, English is nearer than the other script
+    {0x07, cualquiera, 13},  // German
+    {0x19, cualquiera, 18},  // Russian
+    {0x1E, cualquiera, 25},  // Thai
+    {0x05, cualquiera, 26},  // Czech
+    {0x1A, neutra, 27},      // Croatian of no country
+    {0x1A, 0x01, 27},        // Croatian
+    {0x1A, 0x04, 27},        // Croatian of Bosnia and Herzegovina
+    {0x24, cualquiera, 29},  // Slovenian
+    {0x0E, cualquiera, 30},  // Hungarian
+    {0x15, cualquiera, 31},  // Polish
+    {0x1F, cualquiera, 33},  // Turkish
+    {0x11, cualquiera, 39},  // Japanese
 };
 
 constexpr unsigned short castellano = 0x0C0A;
@@ -95,7 +100,7 @@ unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
     const unsigned primario = langid & 0x3FFu;
     const unsigned sublengua = langid >> 10;
     for (const idioma_windows& fila : idiomas) {
-        if (fila.primario == primario && (fila.sublengua == 0 || fila.sublengua == sublengua)) {
+        if (fila.primario == primario && (fila.sublengua == cualquiera || fila.sublengua == sublengua)) {
             return fila.ranura;
         }
     }

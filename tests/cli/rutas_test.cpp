@@ -247,6 +247,17 @@ TEST(shorten, hacia_un_numero_de_caracteres) {
         {{"shorten", ruta, "40"}, 0, "C:\\Files\\...\\Ground\\photo1.png\n", {}, {}},
         {{"shorten", ruta, "20"}, 0, "C:\\...\\photo1.png\n", {}, {}},
         {{"shorten", ruta, "60"}, 0, ruta + "\n", {}, {}},
+        // What is relative stays so.
+        {{"shorten", "long\\aaaaaaaaaaaaaaaaaaaaaaaaaaa\\b\\c\\f.txt", "30"},
+         0,
+         "long\\...\\b\\c\\f.txt\n",
+         {},
+         {}},
+        {{"shorten", "D:long\\aaaaaaaaaaaaaaaaaaaaaaaaaaa\\b\\f.txt", "20"},
+         0,
+         "D:long\\...\\b\\f.txt\n",
+         {},
+         {}},
         {{"shorten", ruta, "0", "--json"}, 0, R"({"path":"C:\\...\\photo1.png"})", {}, {}},
     };
     for (const fila& f : filas) {

@@ -4,13 +4,13 @@
 #include "apoyo/apoyo.hpp"
 #include "apoyo/paginas.hpp"
 #include "companions/msglocal.h"
-#include "companions/tabla_entorno.hpp"
+#include "companions/sistema.hpp"
 
 using namespace apoyo;
 using namespace lumodir;
 
 // Taken before the fixture puts its recorder in that place.
-static void (*const duerme_de_veras)(unsigned long) = plataforma::duerme_ms;
+static void (*const duerme_de_veras)(unsigned long) = propias::duerme_ms;
 
 namespace {
 
@@ -266,9 +266,7 @@ DWORD WINAPI texto_fingido(DWORD como, LPCVOID fuente, DWORD codigo, DWORD idiom
 }  // namespace
 
 TEST(plataforma, los_textos_del_sistema_van_en_la_lengua_de_los_mensajes) {
-    tabla_entorno fingida = entorno;
-    fingida.FormatMessageW = texto_fingido;
-    const sustituye<tabla_entorno> textos(entorno, fingida);
+    const sustituye textos(sistema.FormatMessageW, texto_fingido);
     const unsigned long de_antes = msglocal_dame_idioma();
     constexpr DWORD ninguna = 1;  // the system has no text at all
     const struct {
@@ -349,7 +347,7 @@ DWORD WINAPI valor_que_crece(LPCWSTR nombre, LPWSTR destino, DWORD sitio) {
 }  // namespace
 
 TEST(plataforma, una_variable_que_crece_se_pregunta_hasta_que_cabe) {
-    const sustituye<decltype(entorno.GetEnvironmentVariableW)> crece(entorno.GetEnvironmentVariableW,
+    const sustituye<decltype(sistema.GetEnvironmentVariableW)> crece(sistema.GetEnvironmentVariableW,
                                                                      valor_que_crece);
     g_veces = 0;
     EXPECT_EQ(u8(plataforma::variable_de_entorno(L"CRECE").ver()), std::string(5000, 'x'));
@@ -376,8 +374,8 @@ BOOL WINAPI escribe_consola(HANDLE, const void* texto, DWORD unidades, DWORD* es
 }  // namespace
 
 TEST(plataforma, un_texto_largo_va_a_la_consola_en_trozos_que_no_parten_pares) {
-    const sustituye<decltype(entorno.GetConsoleMode)> modo(entorno.GetConsoleMode, es_consola);
-    const sustituye<decltype(entorno.WriteConsoleW)> escribe(entorno.WriteConsoleW, escribe_consola);
+    const sustituye<decltype(sistema.GetConsoleMode)> modo(sistema.GetConsoleMode, es_consola);
+    const sustituye<decltype(sistema.WriteConsoleW)> escribe(sistema.WriteConsoleW, escribe_consola);
     const texto_w par = w("\U0001F600");
     const texto_w media(1, static_cast<wchar_t>(0xD83D));
     std::vector<texto_w> textos = {{}, L"x", par, media, texto_w(8192, L'a'), texto_w(8193, L'a')};

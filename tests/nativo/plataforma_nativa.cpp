@@ -308,8 +308,12 @@ void i_convierte_caja(char* texto, std::size_t longitud, Caja caja) noexcept {
 }  // namespace
 
 unsigned pagina_de_codigos = 0;
-void (*duerme_ms)(unsigned long) = i_duerme;
-void (*termina_proceso)() noexcept = i_termina;
+namespace {
+void (*duerme_de_aqui)(unsigned long) = i_duerme;
+void (*termina_de_aqui)() = i_termina;
+}  // namespace
+void (*&duerme_ms)(unsigned long) = duerme_de_aqui;
+void (*&termina_proceso)() = termina_de_aqui;
 
 bool es_utf8() noexcept {
     return pagina_de_codigos == utf8;

@@ -1,0 +1,132 @@
+// What only a terminal shows: the progress line over long work, Ctrl-C in the middle of it, the window that is closed.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <regex>
+
+#include "orden.hpp"
+
+namespace {
+
+// In the test's directory, so that short names leave the progress line room on a screen of 80 columns.
+cli::entorno i_en_pantalla(const cli::directorio_de_prueba& d) {
+    return {
+        .entrada = {}, .variables = {}, .directorio = d.ruta(), .con_consola = false, .con_pantalla = true};
+}
+
+// Waits until the screen shows what matches; the match, or nothing.
+std::smatch i_espera(const cli::pantalla& p, const std::string& patron, std::string& texto) {
+    std::smatch hallado;
+    const std::regex busca(patron);
+    cli::espera_a_que(60000, [&] {
+        texto = p.texto();
+        return std::regex_search(texto, hallado, busca);
+    });
+    EXPECT_FALSE(hallado.empty()) << "not seen: " << patron << "\n" << texto;
+    return hallado;
+}
+
+void i_puebla(const cli::directorio_de_prueba& d) {
+    constexpr int directorios = 600;
+    for (int i = 0; i < directorios; ++i) {
+        d.crea_directorio("t\\" + std::to_string(i % 20) + "\\" + std::to_string(i));
+    }
+}
+constexpr int directorios_del_arbol = 1 + 20 + 600;
+
+}  // namespace
+
+TEST(progreso, contar_y_borrar_un_arbol_dicen_por_donde_van_y_cuanto_falta) {
+    const cli::directorio_de_prueba d;
+    i_puebla(d);
+    for (int i = 0; i < 600; ++i) {
+        d.crea_fichero("t\\0\\f" + std::to_string(i));
+    }
+    cli::proceso borrado(cli::ruta_de_lumodir(), {"--lang", "en", "rmtree", "t", "--yes"}, i_en_pantalla(d));
+    const cli::pantalla pantalla(borrado);
+    std::string texto;
+    {
+        const cli::maquina_lenta lenta(borrado);
+        const std::smatch contando =
+            i_espera(pantalla, "([0-9,]+) names, ([0-9]+) s, about ([0-9]+) s left", texto);
+        ASSERT_FALSE(contando.empty());
+        EXPECT_GE(std::stoi(contando[2]), 2) << texto;
+        const std::string antes = contando[1];
+        // It goes on from there.
+        EXPECT_TRUE(cli::espera_a_que(60000, [&] {
+            texto = pantalla.texto();
+            return texto.find(" names, ") != texto.npos && texto.find(antes + " names, ") == texto.npos;
+        })) << texto;
+        const std::smatch borrando = i_espera(
+            pantalla,
+            "deleting: ([0-9,]+) of 621 directories gone, with [0-9]+ files?, [0-9]+ s, about [0-9]+ s left",
+            texto);
+        EXPECT_FALSE(borrando.empty());
+    }
+    EXPECT_EQ(borrado.espera().codigo, 0);
+    texto = pantalla.texto();
+    EXPECT_EQ(texto.find("deleted t: 600 files in " + std::to_string(directorios_del_arbol)), 0u) << texto;
+    // The line is wiped.
+    EXPECT_EQ(texto.find("deleting"), texto.npos) << texto;
+    EXPECT_EQ(texto.find("names"), texto.npos) << texto;
+}
+
+TEST(progreso, control_c_mientras_se_cuenta_se_contesta_y_no_cambia_nada) {
+    const cli::directorio_de_prueba d;
+    i_puebla(d);
+    cli::proceso borrado(cli::ruta_de_lumodir(), {"--lang", "en", "rmtree", "t", "--yes"}, i_en_pantalla(d));
+    const cli::pantalla pantalla(borrado);
+    std::string texto;
+    {
+        const cli::maquina_lenta lenta(borrado);
+        i_espera(pantalla, "[0-9,]+ names, [0-9]+ s", texto);
+        EXPECT_TRUE(pantalla.pulsa_control_c());
+        i_espera(pantalla, "lumodir: stopped after [0-9,]+ names; nothing was changed", texto);
+    }
+    EXPECT_EQ(borrado.espera().codigo, static_cast<int>(0xC000013A));
+    EXPECT_TRUE(cli::existe(d.bajo("t\\19\\599")));
+    EXPECT_TRUE(cli::existe(d.bajo("t\\0\\0")));
+}
+
+TEST(progreso, varios_ficheros_dicen_cuantos_van) {
+    const cli::directorio_de_prueba d;
+    for (const char* nombre : {"a.txt", "b.txt", "c.txt", "tomado.txt"}) {
+        d.crea_fichero(nombre);
+    }
+    const cli::otro_programa otro(d.bajo("tomado.txt"));
+    cli::proceso borrado(cli::ruta_de_lumodir(),
+                         {"--lang", "en", "rm", "*.txt", "--yes", "--retries", "1000", "--wait", "50"},
+                         i_en_pantalla(d));
+    const cli::pantalla pantalla(borrado);
+    std::string texto;
+    i_espera(pantalla, "3 of 4, [2-9] s, about [1-9] s left", texto);
+    otro.suelta();
+    EXPECT_EQ(borrado.espera().codigo, 0);
+    EXPECT_FALSE(cli::existe(d.bajo("tomado.txt")));
+    EXPECT_EQ(pantalla.texto().find("3 of 4"), std::string::npos) << pantalla.texto();
+}
+
+TEST(ventana, al_cerrarla_se_acaba_la_entrada_en_curso_y_ninguna_mas) {
+    const cli::directorio_de_prueba d;
+    // The files of a directory go before its subdirectories: the deletion stands at the one that is held.
+    d.crea_fichero("t\\tomado.txt");
+    d.crea_fichero("t\\sub\\a.txt");
+    const std::string tomado = d.bajo("t\\tomado.txt");
+    const cli::otro_programa otro(tomado);
+    cli::proceso borrado(cli::ruta_de_lumodir(),
+                         {"rmtree", "t", "--yes", "--retries", "1000", "--wait", "50"}, i_en_pantalla(d));
+    const cli::pantalla pantalla(borrado);
+    otro.espera_un_intento();
+    HANDLE cierre = borrado.cierra_la_ventana();
+    ASSERT_NE(cierre, nullptr) << "error " << GetLastError();
+    EXPECT_EQ(WaitForSingleObject(cierre, 700), static_cast<DWORD>(WAIT_TIMEOUT))
+        << "the entry is still at work";
+    EXPECT_TRUE(cli::existe(tomado));
+    otro.suelta();
+    EXPECT_EQ(WaitForSingleObject(cierre, 30000), static_cast<DWORD>(WAIT_OBJECT_0));
+    borrado.termina();  // as the system does once the routine has returned
+    borrado.espera();
+    CloseHandle(cierre);
+    EXPECT_FALSE(cli::existe(tomado));
+    EXPECT_TRUE(cli::existe(d.bajo("t\\sub\\a.txt")));
+}
