@@ -18,16 +18,12 @@ function(lumodir_comprueba_capas carpeta)
   endforeach()
 endfunction()
 
-# One object library per layer. Each file learns its own stem, from which its module tag is checked.
+# One object library per layer.
 function(lumodir_capa carpeta)
   file(GLOB cabeceras CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${carpeta}/*.hpp)
   set(fuentes ${ARGN})
   list(TRANSFORM fuentes PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/${carpeta}/)
   lumodir_comprueba_capas(${carpeta} ${fuentes} ${cabeceras})
-  foreach(fuente IN LISTS fuentes)
-    get_filename_component(raiz ${fuente} NAME_WE)
-    set_source_files_properties(${fuente} PROPERTIES COMPILE_DEFINITIONS "LUMODIR_FICHERO=\"${raiz}\"")
-  endforeach()
   add_library(lumodir_${carpeta} OBJECT ${fuentes})
   target_include_directories(lumodir_${carpeta} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
   target_compile_definitions(lumodir_${carpeta} PRIVATE LUMODIR_CONSTRUYE)

@@ -473,7 +473,7 @@ int i_who(peticion& p) {
 // ---- rename-ext ----
 
 std::wstring i_extension_de(const std::wstring& argumento) {
-    const std::wstring extension = argumento.starts_with(L'.') ? argumento.substr(1) : argumento;
+    std::wstring extension = argumento.starts_with(L'.') ? argumento.substr(1) : argumento;
     if (extension.find_first_of(L"*?") != extension.npos || !cdir::extension_valida(extension)) {
         throw uso_incorrecto{di("'%1' is not an extension", argumento)};
     }
@@ -512,6 +512,7 @@ json i_json_de_cambios(const std::vector<cambio>& cambios) {
 // Before the question: the first of them.
 std::vector<std::wstring> i_en_palabras(const std::vector<cambio>& cambios) {
     std::vector<std::wstring> lineas;
+    lineas.reserve(cambios.size());
     for (const cambio& c : cambios) {
         lineas.push_back(c.pisa ? di("%1 to %2, which is replaced", c.de, c.a) : di("%1 to %2", c.de, c.a));
     }

@@ -99,15 +99,15 @@ unsigned long long i_bloques_internos_vivos() noexcept {
 using namespace lumodir;
 
 void* lumospy_nousar_malloc(size_t size) {
-    return i_reserva(size, lugar::aqui());
+    return i_reserva(size);
 }
 
 void* lumospy_nousar_calloc(size_t count, size_t size) {
-    return i_reserva_a_cero(count, size, lugar::aqui());
+    return i_reserva_a_cero(count, size);
 }
 
 void* lumospy_nousar_realloc(void* pointer, size_t size) {
-    return i_cambia(pointer, size, lugar::aqui());
+    return i_cambia(pointer, size);
 }
 
 void lumospy_nousar_free_pp(void** pointer) {

@@ -25,14 +25,14 @@ struct tabla_memoria {
 extern tabla_memoria memoria;
 
 // Blocks that callers own (strings, lists, records): counted in the public census.
-void* i_reserva(std::size_t bytes, lugar donde);
-void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde);
-void* i_cambia(void* bloque, std::size_t bytes, lugar donde);
+void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui());
+void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde = lugar::aqui());
+void* i_cambia(void* bloque, std::size_t bytes, lugar donde = lugar::aqui());
 void i_libera(void* bloque) noexcept;
 
 // Inner arrays: never handed out, outside the public census.
-void* i_reserva_interno(std::size_t bytes, lugar donde);
-void* i_cambia_interno(void* bloque, std::size_t bytes, lugar donde);
+void* i_reserva_interno(std::size_t bytes, lugar donde = lugar::aqui());
+void* i_cambia_interno(void* bloque, std::size_t bytes, lugar donde = lugar::aqui());
 void i_libera_interno(void* bloque) noexcept;
 unsigned long long i_bloques_internos_vivos() noexcept;
 
@@ -110,7 +110,8 @@ public:
     }
     void reserva_sitio(std::size_t sitio, lugar donde = lugar::aqui()) {
         if (sitio > sitio_) {
-            // A product that overflows becomes a size that no allocator has.
+            // A product that overflows becomes a size that no allocator has. Some elements are pointers.
+            // NOLINTNEXTLINE(bugprone-sizeof-expression)
             const std::size_t bytes = sitio > SIZE_MAX / sizeof(T) ? SIZE_MAX : sitio * sizeof(T);
             datos_ = static_cast<T*>(i_cambia_interno(datos_, bytes, donde));
             sitio_ = sitio;

@@ -53,10 +53,9 @@ cadena_w texto_de_codigo_de_error(unsigned long codigo);
 // to the caller (companions/anfitrion.hpp).
 void llama_tras_frontera(void (*funcion)(void*), void* argumento);
 
-// Pauses go through this pointer, so that tests neither wait nor guess.
-extern void (*duerme_ms)(unsigned long milisegundos);
-
-// Ends the process at once: the only answer to exhausted memory.
-extern void (*termina_proceso)() noexcept;
+// Pauses, and the end of the process at once, the only answer to exhausted memory: entries of the platform's table, which
+// tests replace so that they neither wait nor end.
+extern void (*&duerme_ms)(unsigned long milisegundos);
+extern void (*&termina_proceso)();
 
 }  // namespace lumodir::plataforma

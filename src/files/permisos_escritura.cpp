@@ -6,6 +6,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "files/crea_directorios.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
@@ -42,11 +43,22 @@ bool i_puede_ser_por_borrar(DWORD codigo) noexcept {
            codigo == ERROR_INVALID_PARAMETER;
 }
 
+unsigned long long i_numero_callado(HANDLE abierto) noexcept {
+    const sin_dialogos callado;
+    return i_numero(abierto);
+}
+
 unsigned long long i_numero_de(const ruta_fijada& fichero) noexcept {
     const manija_fichero abierto = lmlongpath_CreateFileW(
         fichero, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
         OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
-    return abierto.valida() ? i_numero(abierto.get()) : 0;
+    return abierto.valida() ? i_numero_callado(abierto.get()) : 0;
+}
+
+bool i_se_ira_al_cerrar(HANDLE creado) noexcept {
+    const sin_dialogos callado;
+    FILE_DISPOSITION_INFO marca = {TRUE};
+    return sistema.SetFileInformationByHandle(creado, FileDispositionInfo, &marca, sizeof marca) != FALSE;
 }
 
 // Creates what is missing and takes it away again by the handle that made it: whoever puts a file of his own there
@@ -60,10 +72,7 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
     if (!creado.valida()) {
         return plataforma::texto_de_codigo_de_error(codigo);
     }
-    FILE_DISPOSITION_INFO marca = {TRUE};
-    const bool se_va_al_cerrar =
-        sistema.SetFileInformationByHandle(creado.get(), FileDispositionInfo, &marca, sizeof marca);
-    const unsigned long long numero = se_va_al_cerrar ? 0 : i_numero(creado.get());
+    const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero_callado(creado.get());
     creado.cierra();
     if (numero != 0 && i_numero_de(fichero) == numero) {
         lmlongpath_DeleteFileW(fichero, nullptr);

@@ -5,6 +5,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 #include "frame/puente.hpp"
@@ -25,12 +26,12 @@ constexpr unsigned long espera_entre_lecturas_ms = 100;
 enum class si_falta : unsigned char { calla, informa };
 
 // The only dates that cannot be converted are those that do not fit: trying again would not help.
-bool i_a_local(const FILETIME& utc, FILETIME* local, lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, local) != FALSE, "resp != FALSE", donde);
+bool i_a_local(const FILETIME& utc, FILETIME* local) noexcept {
+    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, local) != FALSE, "resp != FALSE");
 }
 
-bool i_a_utc(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, utc) != FALSE, "resp != FALSE", donde);
+bool i_a_utc(const FILETIME& local, FILETIME* utc) noexcept {
+    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, utc) != FALSE, "resp != FALSE");
 }
 
 // The modification date in UTC, for the readers of time values.
@@ -63,6 +64,15 @@ long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept 
                : sin_fecha;
 }
 
+BOOL i_pon_fechas(HANDLE abierto, const FILETIME* creacion, const FILETIME* modificacion,
+                  DWORD* codigo) noexcept {
+    const sin_dialogos callado;
+    ::SetLastError(ERROR_SUCCESS);
+    const BOOL asignadas = sistema.SetFileTime(abierto, creacion, nullptr, modificacion);
+    *codigo = ::GetLastError();
+    return asignadas;
+}
+
 // One attempt. Opened alone: a program that is still writing the file would date it again.
 bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
                        DWORD* codigo) noexcept {
@@ -71,9 +81,7 @@ bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, con
     if (!abierto.valida()) {
         return false;
     }
-    ::SetLastError(ERROR_SUCCESS);
-    const BOOL asignadas = sistema.SetFileTime(abierto.get(), creacion, nullptr, modificacion);
-    *codigo = ::GetLastError();
+    const BOOL asignadas = i_pon_fechas(abierto.get(), creacion, modificacion, codigo);
     if (asignadas) {
         i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero.dada()));
     }
@@ -106,8 +114,8 @@ bool i_utc_de_valor(long long valor, FILETIME* utc) noexcept {
     return i_filetime_de_segundos(valor, *utc) && i_es_asignable(*utc);
 }
 
-bool i_utc_de_local(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
-    return i_a_utc(local, utc, donde) && i_es_asignable(*utc);
+bool i_utc_de_local(const FILETIME& local, FILETIME* utc) noexcept {
+    return i_a_utc(local, utc) && i_es_asignable(*utc);
 }
 
 bool i_utc_de_valor_local(long long valor, FILETIME* utc) noexcept {
@@ -123,10 +131,9 @@ unsigned short i_asigna_valor_utc(const wchar_t* fichero, long long valor, unsig
                : FALSO;
 }
 
-bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
-                  lugar donde = lugar::aqui()) noexcept {
+bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion) noexcept {
     return i_comprueba_con(creacion != nullptr || modificacion != nullptr,
-                           "local_creacion != NULL || local_modificacion != NULL", a_vista(fichero), donde);
+                           "local_creacion != NULL || local_modificacion != NULL", a_vista(fichero));
 }
 
 // The dates in UTC, patiently: a scanner or a slow share may keep the file busy for a moment.

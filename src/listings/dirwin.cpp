@@ -265,8 +265,8 @@ void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAA* destino) noexc
 }
 
 template <class C>
-registro_dirwin<C>* i_crea(const C* patron, lugar donde) {
-    auto nuevo = registro<registro_dirwin<C>>::a_cero(1, donde);
+registro_dirwin<C>* i_crea(const C* patron) {
+    auto nuevo = registro<registro_dirwin<C>>::a_cero();
     WIN32_FIND_DATAW primera = {};
     busqueda<C> abierta(patron, &primera, detalle::todo);
     entrada<C> convertida;
@@ -305,10 +305,9 @@ bool i_siguiente_de_registro(const void* primera, HANDLE manija, const char* fil
 }
 
 template <class C>
-unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion, entrada<C>* find_data,
-                              lugar donde) noexcept {
-    const bool hay_enumerador = i_comprueba(dirwin != nullptr, expresion, donde);
-    if (!i_comprueba(find_data != nullptr, "(find_data) != NULL", donde) || !hay_enumerador) {
+unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion, entrada<C>* find_data) noexcept {
+    const bool hay_enumerador = i_comprueba(dirwin != nullptr, expresion);
+    if (!i_comprueba(find_data != nullptr, "(find_data) != NULL") || !hay_enumerador) {
         return FALSO;
     }
     if (dirwin->busqueda == INVALID_HANDLE_VALUE) {
@@ -325,9 +324,9 @@ unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion,
 }
 
 template <class R>
-void i_destruye(R** dirwin, const char* expresion, const char* expresion_puntero, lugar donde) noexcept {
-    if (!i_comprueba(dirwin != nullptr, expresion, donde) ||
-        !i_comprueba(*dirwin != nullptr, expresion_puntero, donde)) {
+void i_destruye(R** dirwin, const char* expresion, const char* expresion_puntero) noexcept {
+    if (!i_comprueba(dirwin != nullptr, expresion) ||
+        !i_comprueba(*dirwin != nullptr, expresion_puntero)) {
         return;
     }
     const manija_busqueda cierra((*dirwin)->busqueda);
@@ -339,8 +338,8 @@ void i_destruye(R** dirwin, const char* expresion, const char* expresion_puntero
 }
 
 template <class E>
-unsigned short i_con_atributo(const E* entrada, DWORD atributo, lugar donde) noexcept {
-    return i_comprueba(entrada != nullptr, "(findData) != NULL", donde) &&
+unsigned short i_con_atributo(const E* entrada, DWORD atributo) noexcept {
+    return i_comprueba(entrada != nullptr, "(findData) != NULL") &&
                    (entrada->dwFileAttributes & atributo) != 0
                ? CIERTO
                : FALSO;
@@ -352,31 +351,31 @@ unsigned short i_con_atributo(const E* entrada, DWORD atributo, lugar donde) noe
 using namespace lumodir;
 
 Dirwin* dirwin_crea(const char* patron) {
-    return i_crea(patron, lugar::aqui());
+    return i_crea(patron);
 }
 
 Dirwin_u* dirwin_crea_UNICODE(const wchar_t* patron) {
-    return i_crea(patron, lugar::aqui());
+    return i_crea(patron);
 }
 
 unsigned short dirwin_findnextfile(Dirwin* dirwin, WIN32_FIND_DATAA* find_data) {
-    return i_findnextfile<char>(dirwin, "(dirwin) != NULL", find_data, lugar::aqui());
+    return i_findnextfile<char>(dirwin, "(dirwin) != NULL", find_data);
 }
 
 unsigned short dirwin_findnextfile_UNICODE(Dirwin_u* dirwinW, WIN32_FIND_DATAW* find_data) {
-    return i_findnextfile<wchar_t>(dirwinW, "(dirwinW) != NULL", find_data, lugar::aqui());
+    return i_findnextfile<wchar_t>(dirwinW, "(dirwinW) != NULL", find_data);
 }
 
 unsigned short dirwin_es_directorio(const WIN32_FIND_DATAA* findData) {
-    return i_con_atributo(findData, FILE_ATTRIBUTE_DIRECTORY, lugar::aqui());
+    return i_con_atributo(findData, FILE_ATTRIBUTE_DIRECTORY);
 }
 
 unsigned short dirwin_es_directorio_UNICODE(const WIN32_FIND_DATAW* findData) {
-    return i_con_atributo(findData, FILE_ATTRIBUTE_DIRECTORY, lugar::aqui());
+    return i_con_atributo(findData, FILE_ATTRIBUTE_DIRECTORY);
 }
 
 unsigned short dirwin_es_solo_lectura_UNICODE(const WIN32_FIND_DATAW* findData) {
-    return i_con_atributo(findData, FILE_ATTRIBUTE_READONLY, lugar::aqui());
+    return i_con_atributo(findData, FILE_ATTRIBUTE_READONLY);
 }
 
 unsigned short dirwin_cumple_filtro(const char* nombre_y_extension, const char* filtro_nombre_y_extension) {
@@ -389,9 +388,9 @@ unsigned short dirwin_cumple_filtro(const char* nombre_y_extension, const char* 
 }
 
 void dirwin_destruye(Dirwin** dirwin) {
-    i_destruye(dirwin, "(dirwin) != NULL", "(*dirwin) != NULL", lugar::aqui());
+    i_destruye(dirwin, "(dirwin) != NULL", "(*dirwin) != NULL");
 }
 
 void dirwin_destruye_UNICODE(Dirwin_u** dirwinW) {
-    i_destruye(dirwinW, "(dirwinW) != NULL", "(*dirwinW) != NULL", lugar::aqui());
+    i_destruye(dirwinW, "(dirwinW) != NULL", "(*dirwinW) != NULL");
 }

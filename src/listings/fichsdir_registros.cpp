@@ -9,13 +9,13 @@ namespace lumodir {
 namespace {
 
 // Reports what is broken; answers whether there is a record at all.
-bool i_comprueba_registro(const Fichsdir* fichsdir, lugar donde = lugar::aqui()) {
-    if (!i_comprueba(fichsdir != nullptr, "(fichsdir) != NULL", donde)) {
+bool i_comprueba_registro(const Fichsdir* fichsdir) {
+    if (!i_comprueba(fichsdir != nullptr, "(fichsdir) != NULL")) {
         return false;
     }
-    i_comprueba(fichsdir->nombre != nullptr, "(fichsdir->nombre) != NULL", donde);
-    i_comprueba(fichsdir->fecha >= 0, "fichsdir->fecha >= 0", donde);
-    i_comprueba(fichsdir->ruta != nullptr, "(fichsdir->ruta) != NULL", donde);
+    i_comprueba(fichsdir->nombre != nullptr, "(fichsdir->nombre) != NULL");
+    i_comprueba(fichsdir->fecha >= 0, "fichsdir->fecha >= 0");
+    i_comprueba(fichsdir->ruta != nullptr, "(fichsdir->ruta) != NULL");
     return true;
 }
 
@@ -42,7 +42,7 @@ void i_toma_ficheros(vector_interno<void*>& registros, const wchar_t* directorio
         if (i_es_directorio(e)) {
             return;
         }
-        auto nuevo = registro<Fichsdir>(static_cast<Fichsdir*>(i_reserva(sizeof(Fichsdir), lugar::aqui())));
+        auto nuevo = registro<Fichsdir>(static_cast<Fichsdir*>(i_reserva(sizeof(Fichsdir))));
         nuevo->nombre = a_ansi(i_nombre_de_entrada(e)).suelta();
         nuevo->fecha = fechas.segundos_locales_desde_1970(e.ftLastWriteTime);
         nuevo->protegido = (e.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0 ? CIERTO : FALSO;

@@ -8,14 +8,9 @@
 
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
-#include "system/tabla_unidades.hpp"
+#include "system/unidades.hpp"
 
 namespace lumodir {
-
-tabla_unidades unidades = {
-    ::GetLogicalDrives, ::GetDriveTypeW, ::GetVolumeInformationW, ::QueryDosDeviceW, ::WNetGetConnectionW,
-    ::_wgetdcwd,        ::_getdrive,
-};
 
 namespace {
 
@@ -31,7 +26,7 @@ constexpr wchar_t i_mayuscula(wchar_t c) noexcept {
 
 bool i_lee_nombre_de_volumen(const wchar_t* raiz, wchar_t* nombre) noexcept {
     const sin_dialogos callado;
-    return unidades.GetVolumeInformationW(raiz, nombre, tamanyo_nombre_volumen, nullptr, nullptr, nullptr,
+    return sistema.GetVolumeInformationW(raiz, nombre, tamanyo_nombre_volumen, nullptr, nullptr, nullptr,
                                           nullptr, 0) != FALSE;
 }
 
@@ -44,7 +39,7 @@ unsigned short discos_es_unidad_local(wchar_t unidad) {
     i_comprueba((unidad >= L'A' && unidad <= L'Z') || (unidad >= L'a' && unidad <= L'z'),
                 "(unidad >= L'A' && unidad <= L'Z') || (unidad >= L'a' && unidad <= L'z')");
     const sin_dialogos callado;
-    return unidades.GetDriveTypeW(raiz_de_unidad(unidad).c_str()) != DRIVE_REMOTE ? CIERTO : FALSO;
+    return sistema.GetDriveTypeW(raiz_de_unidad(unidad).c_str()) != DRIVE_REMOTE ? CIERTO : FALSO;
 }
 
 unsigned short discos_es_unidad_subst(wchar_t unidad) {
@@ -52,7 +47,7 @@ unsigned short discos_es_unidad_subst(wchar_t unidad) {
     i_comprueba(unidad2 >= L'A' && unidad2 <= L'Z', "unidad2 >= L'A' && unidad2 <= L'Z'");
     // The answer of the call does not matter: a drive that has no device leaves the text empty.
     wchar_t destino[tamanyo_destino_dispositivo + 1] = {};
-    unidades.QueryDosDeviceW(nombre_de_unidad(unidad2).c_str(), destino, tamanyo_destino_dispositivo);
+    sistema.QueryDosDeviceW(nombre_de_unidad(unidad2).c_str(), destino, tamanyo_destino_dispositivo);
     return empieza_por(a_vista<wchar_t>(destino), principio_subst) ? CIERTO : FALSO;
 }
 

@@ -8,7 +8,7 @@
 
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
-#include "system/tabla_unidades.hpp"
+#include "system/unidades.hpp"
 
 namespace lumodir {
 namespace {
@@ -40,7 +40,7 @@ bool i_hay_unidad(int unidad) {
         return unidad == 0;
     }
     const wchar_t letra = i_letra_de_unidad(static_cast<unsigned short>(unidad - 1));
-    const UINT tipo = unidades.GetDriveTypeW(raiz_de_unidad(letra).c_str());
+    const UINT tipo = sistema.GetDriveTypeW(raiz_de_unidad(letra).c_str());
     return tipo != DRIVE_UNKNOWN && tipo != DRIVE_NO_ROOT_DIR;
 }
 
@@ -48,7 +48,7 @@ cadena_w i_nombre_de_red(wchar_t letra) {
     wchar_t nombre[tamanyo_nombre_red + 1] = {};
     DWORD sitio = tamanyo_nombre_red;
     const bool dicho =
-        unidades.WNetGetConnectionW(nombre_de_unidad(letra).c_str(), nombre, &sitio) == NO_ERROR;
+        sistema.WNetGetConnectionW(nombre_de_unidad(letra).c_str(), nombre, &sitio) == NO_ERROR;
     return cadena_w(dicho ? a_vista<wchar_t>(nombre) : nombre_red_desconocido);
 }
 
@@ -56,12 +56,12 @@ cadena_w i_nombre_de_red(wchar_t letra) {
 bool i_lee_directorio_actual(int unidad, wchar_t* actual) {
     const sin_dialogos callado;
     // A drive that is not there would go to the C runtime's handler of invalid parameters, which ends programs.
-    return i_hay_unidad(unidad) && unidades._wgetdcwd(unidad, actual, tamanyo_directorio_actual) != nullptr;
+    return i_hay_unidad(unidad) && sistema._wgetdcwd(unidad, actual, tamanyo_directorio_actual) != nullptr;
 }
 
 void i_anade_disco(InfoTabla* tabla, const InfoDisco& disco) {
     const std::size_t num = tabla->numDiscos + std::size_t{1};
-    tabla->discos = static_cast<InfoDisco*>(i_cambia(tabla->discos, num * sizeof(InfoDisco), lugar::aqui()));
+    tabla->discos = static_cast<InfoDisco*>(i_cambia(tabla->discos, num * sizeof(InfoDisco)));
     tabla->discos[tabla->numDiscos] = disco;
     tabla->numDiscos = static_cast<unsigned short>(num);
 }
@@ -96,13 +96,13 @@ void info_GetDriveInfoSystem(InfoTabla* tabla) {
     }
     *tabla = {};
     const sin_dialogos callado;
-    const DWORD presentes = unidades.GetLogicalDrives();
+    const DWORD presentes = sistema.GetLogicalDrives();
     for (unsigned short i = 0; i < i_NUM_MAX_UNIDADES; ++i) {
         if ((presentes >> i & 1) == 0) {
             continue;
         }
         const wchar_t letra = i_letra_de_unidad(i);
-        const UINT tipo = unidades.GetDriveTypeW(raiz_de_unidad(letra).c_str());
+        const UINT tipo = sistema.GetDriveTypeW(raiz_de_unidad(letra).c_str());
         if (tipo != DRIVE_NO_ROOT_DIR) {
             cadena_w red = tipo == DRIVE_REMOTE ? i_nombre_de_red(letra) : cadena_w();
             i_anade_disco(tabla, {i, i_tipo(tipo, i), red.suelta()});

@@ -29,7 +29,7 @@ template <class C>
 HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acceso, REGSAM* vista,
                       lugar donde) noexcept {
     for (const REGSAM turno : {REGSAM{0}, REGSAM{KEY_WOW64_64KEY}, REGSAM{KEY_WOW64_32KEY}}) {
-        if (turno == KEY_WOW64_32KEY && sistema_registro.machine_es_imagen_de_64bits() != CIERTO) {
+        if (turno == KEY_WOW64_32KEY && sistema.machine_es_imagen_de_64bits() != CIERTO) {
             break;
         }
         const intento i = i_abre_una_vez(raiz, ruta, como.opciones, acceso | turno, donde);
@@ -44,8 +44,8 @@ HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acc
     return nullptr;
 }
 
-unsigned short i_existe(const apertura& como, const wchar_t* ruta, lugar donde) noexcept {
-    return clave_abierta<wchar_t>(como, ruta, KEY_QUERY_VALUE, donde).abierta() ? CIERTO : FALSO;
+unsigned short i_existe(const apertura& como, const wchar_t* ruta) noexcept {
+    return clave_abierta<wchar_t>(como, ruta, KEY_QUERY_VALUE).abierta() ? CIERTO : FALSO;
 }
 
 }  // namespace
@@ -100,7 +100,7 @@ clave_abierta<C>::clave_abierta(const apertura& como, const C* ruta, REGSAM acce
 template <class C>
 clave_abierta<C>::~clave_abierta() {
     if (abierta()) {
-        comprueba(sistema_registro.RegCloseKey(clave_));
+        comprueba(sistema.RegCloseKey(clave_));
     }
 }
 
@@ -112,7 +112,7 @@ template class clave_abierta<wchar_t>;
 using namespace lumodir;
 
 unsigned short lumoreg_existe_clave_u(unsigned long raiz, const wchar_t* clave) {
-    return i_existe(apertura::en_cualquiera(raiz), clave, lugar::aqui());
+    return i_existe(apertura::en_cualquiera(raiz), clave);
 }
 
 unsigned short lumoreg_existe_clave(unsigned long raiz, const char* clave) {
@@ -121,5 +121,5 @@ unsigned short lumoreg_existe_clave(unsigned long raiz, const char* clave) {
 
 unsigned short lumoreg_existe_clave_en_vista_u(unsigned long vista, unsigned long raiz,
                                                const wchar_t* clave) {
-    return i_existe(apertura::en_vista(vista, raiz), clave, lugar::aqui());
+    return i_existe(apertura::en_vista(vista, raiz), clave);
 }

@@ -6,9 +6,11 @@
 // Checked by tests/system/lumoreg_win32_test.cpp.
 #pragma once
 
+#include <type_traits>
+
 #include "companions/error_interno.hpp"
+#include "companions/sistema.hpp"
 #include "lumoreg.h"
-#include "system/tabla_registro.hpp"
 
 namespace lumodir {
 
@@ -39,9 +41,62 @@ struct apertura {
 };
 
 // The root key of an index; NULL after the report.
-HKEY i_raiz(unsigned long raiz, lugar donde) noexcept;
+HKEY i_raiz(unsigned long raiz, lugar donde = lugar::aqui()) noexcept;
 // Adds the flag of a view to an access mask; false after the report.
-bool i_anade_vista(unsigned long vista, REGSAM* acceso, lugar donde) noexcept;
+bool i_anade_vista(unsigned long vista, REGSAM* acceso, lugar donde = lugar::aqui()) noexcept;
+
+// What RegQueryInfoKey counts, as far as anyone here asks. Lengths are in units without terminator, sizes in
+// bytes.
+struct censo_de_clave {
+    DWORD num_subclaves;
+    DWORD mayor_subclave;
+    DWORD num_valores;
+    DWORD mayor_nombre_valor;
+    DWORD mayor_dato_bytes;
+};
+
+// The calls that exist in both flavours.
+template <class C>
+struct registro_de {
+    static constexpr bool ancha = std::is_same_v<C, wchar_t>;
+
+    static LSTATUS abre(HKEY raiz, const C* ruta, DWORD opciones, REGSAM acceso, HKEY* clave) noexcept {
+        if constexpr (ancha) {
+            return sistema.RegOpenKeyExW(raiz, ruta, opciones, acceso, clave);
+        } else {
+            return sistema.RegOpenKeyExA(raiz, ruta, opciones, acceso, clave);
+        }
+    }
+    static LSTATUS cuenta(HKEY clave, censo_de_clave* censo) noexcept {
+        *censo = {};
+        if constexpr (ancha) {
+            return sistema.RegQueryInfoKeyW(
+                clave, nullptr, nullptr, nullptr, &censo->num_subclaves, &censo->mayor_subclave, nullptr,
+                &censo->num_valores, &censo->mayor_nombre_valor, &censo->mayor_dato_bytes, nullptr, nullptr);
+        } else {
+            return sistema.RegQueryInfoKeyA(
+                clave, nullptr, nullptr, nullptr, &censo->num_subclaves, &censo->mayor_subclave, nullptr,
+                &censo->num_valores, &censo->mayor_nombre_valor, &censo->mayor_dato_bytes, nullptr, nullptr);
+        }
+    }
+    static LSTATUS lee_valor(HKEY clave, const C* nombre_valor, C* datos, DWORD* bytes) noexcept {
+        auto* destino = reinterpret_cast<BYTE*>(datos);
+        if constexpr (ancha) {
+            return sistema.RegQueryValueExW(clave, nombre_valor, nullptr, nullptr, destino, bytes);
+        } else {
+            return sistema.RegQueryValueExA(clave, nombre_valor, nullptr, nullptr, destino, bytes);
+        }
+    }
+    static LSTATUS dame_subclave(HKEY clave, DWORD indice, C* nombre, DWORD* longitud) noexcept {
+        if constexpr (ancha) {
+            return sistema.RegEnumKeyExW(clave, indice, nombre, longitud, nullptr, nullptr, nullptr,
+                                                  nullptr);
+        } else {
+            return sistema.RegEnumKeyExA(clave, indice, nombre, longitud, nullptr, nullptr, nullptr,
+                                                  nullptr);
+        }
+    }
+};
 
 // Owner of an open key. The path must outlive it: it is the detail of its reports.
 template <class C>

@@ -11,14 +11,14 @@ namespace {
 template <class C>
 class bufer_de_valor {
 public:
-    explicit bufer_de_valor(std::size_t bytes, lugar donde) : donde_(donde) { prepara(bytes); }
+    explicit bufer_de_valor(std::size_t bytes) { prepara(bytes); }
     bufer_de_valor(const bufer_de_valor&) = delete;
     bufer_de_valor& operator=(const bufer_de_valor&) = delete;
 
     void prepara(std::size_t bytes) {
         unidades_ = (bytes + sizeof(C) - 1) / sizeof(C);
         if (unidades_ > sitio_corto) {
-            largo_.reserva_sitio(unidades_, donde_);
+            largo_.reserva_sitio(unidades_);
             datos_ = largo_.data();
         }
     }
@@ -35,7 +35,6 @@ public:
 
 private:
     static constexpr std::size_t sitio_corto = 512;  // units: a path and some more
-    lugar donde_;
     C corto_[sitio_corto];
     vector_interno<C> largo_;
     C* datos_ = corto_;
@@ -43,37 +42,36 @@ private:
 };
 
 unsigned short i_escribe(const apertura& como, const wchar_t* ruta, const wchar_t* nombre_valor, DWORD tipo,
-                         const void* dato, std::size_t bytes, lugar donde) noexcept {
-    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL", donde);
-    const bool hay_dato = i_comprueba(dato != nullptr, "(dato) != NULL", donde);
-    const clave_abierta<wchar_t> clave(como, ruta, KEY_ALL_ACCESS, donde);
+                         const void* dato, std::size_t bytes) noexcept {
+    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL");
+    const bool hay_dato = i_comprueba(dato != nullptr, "(dato) != NULL");
+    const clave_abierta<wchar_t> clave(como, ruta, KEY_ALL_ACCESS);
     if (!hay_nombre || !hay_dato || !clave.abierta()) {
         return FALSO;
     }
-    return sistema_registro.RegSetValueExW(clave.get(), nombre_valor, 0, tipo, static_cast<const BYTE*>(dato),
+    return sistema.RegSetValueExW(clave.get(), nombre_valor, 0, tipo, static_cast<const BYTE*>(dato),
                                            static_cast<DWORD>(bytes)) == ERROR_SUCCESS
                ? CIERTO
                : FALSO;
 }
 
 unsigned short i_escribe_cadena(const apertura& como, const wchar_t* ruta, const wchar_t* nombre_valor,
-                                DWORD tipo, const wchar_t* dato, lugar donde) noexcept {
+                                DWORD tipo, const wchar_t* dato) noexcept {
     const std::size_t bytes = (a_vista(dato).size() + 1) * sizeof(wchar_t);
-    return i_escribe(como, ruta, nombre_valor, tipo, dato, bytes, donde);
+    return i_escribe(como, ruta, nombre_valor, tipo, dato, bytes);
 }
 
 template <class C>
-unsigned short i_lee_cadena(const apertura& como, const C* ruta, const C* nombre_valor, C** contenido,
-                            lugar donde) noexcept {
-    const bool hay_contenido = i_comprueba(contenido != nullptr, "(contenido) != NULL", donde);
-    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL", donde);
-    const clave_abierta<C> clave(como, ruta, KEY_QUERY_VALUE, donde);
+unsigned short i_lee_cadena(const apertura& como, const C* ruta, const C* nombre_valor, C** contenido) noexcept {
+    const bool hay_contenido = i_comprueba(contenido != nullptr, "(contenido) != NULL");
+    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL");
+    const clave_abierta<C> clave(como, ruta, KEY_QUERY_VALUE);
     censo_de_clave censo;
     if (!hay_contenido || !hay_nombre || !clave.abierta() ||
         !clave.comprueba(registro_de<C>::cuenta(clave.get(), &censo)) || censo.num_valores == 0) {
         return FALSO;
     }
-    bufer_de_valor<C> bufer(censo.mayor_dato_bytes, donde);
+    bufer_de_valor<C> bufer(censo.mayor_dato_bytes);
     DWORD bytes = bufer.bytes();
     LSTATUS error = registro_de<C>::lee_valor(clave.get(), nombre_valor, bufer.datos(), &bytes);
     // Written anew meanwhile, or 8-bit text that needs more bytes than the UTF-16 that was counted.
@@ -85,39 +83,38 @@ unsigned short i_lee_cadena(const apertura& como, const C* ruta, const C* nombre
     if (error != ERROR_SUCCESS) {
         return FALSO;
     }
-    *contenido = cadena<C>(i_hasta_terminador(bufer.texto(bytes)), donde).suelta();
+    *contenido = cadena<C>(i_hasta_terminador(bufer.texto(bytes))).suelta();
     return CIERTO;
 }
 
-objeto<ArrCADENA_u> i_textos_del_valor(DWORD tipo, vista_w datos, lugar donde) noexcept {
-    objeto<ArrCADENA_u> textos = objeto<ArrCADENA_u>::crea(donde);
+objeto<ArrCADENA_u> i_textos_del_valor(DWORD tipo, vista_w datos) noexcept {
+    objeto<ArrCADENA_u> textos = objeto<ArrCADENA_u>::crea();
     if (tipo == REG_SZ) {
-        textos->anade(cadena_w(i_hasta_terminador(datos), donde), donde);
+        textos->anade(cadena_w(i_hasta_terminador(datos)));
     } else {
-        i_para_cada_trozo(datos, [&](vista_w trozo) { textos->anade(cadena_w(trozo, donde), donde); });
+        i_para_cada_trozo(datos, [&](vista_w trozo) { textos->anade(cadena_w(trozo)); });
     }
     return textos;
 }
 
 void i_lista_valores(const clave_abierta<wchar_t>& clave, vista_w ruta, ArrCADENA_u* valores,
-                     ArrPunteroConTipo* datos_valores, lugar donde) noexcept {
+                     ArrPunteroConTipo* datos_valores) noexcept {
     censo_de_clave censo;
     clave.comprueba(registro_de<wchar_t>::cuenta(clave.get(), &censo));
     const std::size_t sitio_nombre = censo.mayor_nombre_valor + 1;
-    bufer_de_valor<wchar_t> nombre(sitio_nombre * sizeof(wchar_t), donde);
-    bufer_de_valor<wchar_t> datos(censo.mayor_dato_bytes, donde);
+    bufer_de_valor<wchar_t> nombre(sitio_nombre * sizeof(wchar_t));
+    bufer_de_valor<wchar_t> datos(censo.mayor_dato_bytes);
     for (DWORD indice = 0; indice < censo.num_valores; ++indice) {
         auto longitud = static_cast<DWORD>(sitio_nombre);
         DWORD bytes = datos.bytes();
         DWORD tipo = REG_NONE;
         const LSTATUS status =
-            sistema_registro.RegEnumValueW(clave.get(), indice, nombre.datos(), &longitud, nullptr, &tipo,
+            sistema.RegEnumValueW(clave.get(), indice, nombre.datos(), &longitud, nullptr, &tipo,
                                            reinterpret_cast<BYTE*>(datos.datos()), &bytes);
-        if (i_comprueba_con(status == 0, "status == 0", ruta, donde) &&
+        if (i_comprueba_con(status == 0, "status == 0", ruta) &&
             (tipo == REG_SZ || tipo == REG_MULTI_SZ)) {
-            valores->anade(cadena_w(vista_w(nombre.datos(), longitud), donde), donde);
-            datos_valores->punteros.anade(i_textos_del_valor(tipo, datos.texto(bytes), donde).suelta(),
-                                          donde);
+            valores->anade(cadena_w(vista_w(nombre.datos(), longitud)));
+            datos_valores->punteros.anade(i_textos_del_valor(tipo, datos.texto(bytes)).suelta());
         }
     }
 }
@@ -129,27 +126,24 @@ using namespace lumodir;
 
 unsigned short lumoreg_establece_cadena_u(unsigned long raiz, const wchar_t* clave,
                                           const wchar_t* nombre_valor, const wchar_t* dato) {
-    return i_escribe_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_SZ, dato, lugar::aqui());
+    return i_escribe_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_SZ, dato);
 }
 
 unsigned short lumoreg_establece_cadena_expand_u(unsigned long raiz, const wchar_t* clave,
                                                  const wchar_t* nombre_valor, const wchar_t* dato) {
-    return i_escribe_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_EXPAND_SZ, dato,
-                            lugar::aqui());
+    return i_escribe_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_EXPAND_SZ, dato);
 }
 
 unsigned short lumoreg_establece_cadena_en_vista_u(unsigned long vista, unsigned long raiz,
                                                    const wchar_t* clave, const wchar_t* nombre_valor,
                                                    const wchar_t* dato) {
-    return i_escribe_cadena(apertura::en_vista(vista, raiz), clave, nombre_valor, REG_SZ, dato,
-                            lugar::aqui());
+    return i_escribe_cadena(apertura::en_vista(vista, raiz), clave, nombre_valor, REG_SZ, dato);
 }
 
 unsigned short lumoreg_establece_ulong_u(unsigned long raiz, const wchar_t* clave,
                                          const wchar_t* nombre_valor, unsigned long dato) {
     const DWORD valor = dato;
-    return i_escribe(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_DWORD, &valor, sizeof valor,
-                     lugar::aqui());
+    return i_escribe(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_DWORD, &valor, sizeof valor);
 }
 
 unsigned short lumoreg_establece_ulong(unsigned long raiz, const char* clave, const char* nombre_valor,
@@ -158,43 +152,41 @@ unsigned short lumoreg_establece_ulong(unsigned long raiz, const char* clave, co
 }
 
 void lumoreg_borra_valor_clave_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre_valor) {
-    const lugar donde = lugar::aqui();
-    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL", donde);
-    const clave_abierta<wchar_t> abierta(apertura::en_cualquiera(raiz), clave, KEY_ALL_ACCESS, donde);
+    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL");
+    const clave_abierta<wchar_t> abierta(apertura::en_cualquiera(raiz), clave, KEY_ALL_ACCESS);
     if (hay_nombre && abierta.abierta()) {
-        abierta.comprueba(sistema_registro.RegDeleteValueW(abierta.get(), nombre_valor));
+        abierta.comprueba(sistema.RegDeleteValueW(abierta.get(), nombre_valor));
     }
 }
 
 unsigned short lumoreg_lee_cadena_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre_valor,
                                     wchar_t** contenido) {
-    return i_lee_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, contenido, lugar::aqui());
+    return i_lee_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, contenido);
 }
 
 unsigned short lumoreg_lee_cadena(unsigned long raiz, const char* clave, const char* nombre_valor,
                                   char** contenido) {
-    return i_lee_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, contenido, lugar::aqui());
+    return i_lee_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, contenido);
 }
 
 unsigned short lumoreg_lee_cadena_ex_u(unsigned long vista, unsigned long raiz, const wchar_t* clave,
                                        const wchar_t* nombre_valor, wchar_t** contenido) {
-    return i_lee_cadena(apertura::en_vista(vista, raiz), clave, nombre_valor, contenido, lugar::aqui());
+    return i_lee_cadena(apertura::en_vista(vista, raiz), clave, nombre_valor, contenido);
 }
 
 unsigned short lumoreg_lee_valores_cadena_clave_ex_u(unsigned long vista, unsigned long raiz,
                                                      const wchar_t* clave, ArrCADENA_u** valores,
                                                      ArrPunteroConTipo** datos_valores) {
-    const lugar donde = lugar::aqui();
-    const bool hay_valores = i_comprueba(valores != nullptr, "(valores) != NULL", donde);
-    const bool hay_datos = i_comprueba(datos_valores != nullptr, "(datos_valores) != NULL", donde);
+    const bool hay_valores = i_comprueba(valores != nullptr, "(valores) != NULL");
+    const bool hay_datos = i_comprueba(datos_valores != nullptr, "(datos_valores) != NULL");
     objeto<ArrCADENA_u> nombres;
     objeto<ArrPunteroConTipo> datos;
     {
-        const clave_abierta<wchar_t> abierta(apertura::en_vista(vista, raiz), clave, KEY_QUERY_VALUE, donde);
+        const clave_abierta<wchar_t> abierta(apertura::en_vista(vista, raiz), clave, KEY_QUERY_VALUE);
         if (hay_valores && hay_datos && abierta.abierta()) {
-            nombres = objeto<ArrCADENA_u>::crea(donde);
-            datos = objeto<ArrPunteroConTipo>::crea(donde);
-            i_lista_valores(abierta, a_vista(clave), nombres.get(), datos.get(), donde);
+            nombres = objeto<ArrCADENA_u>::crea();
+            datos = objeto<ArrPunteroConTipo>::crea();
+            i_lista_valores(abierta, a_vista(clave), nombres.get(), datos.get());
         }
     }
     const unsigned short leidos = nombres ? CIERTO : FALSO;

@@ -6,12 +6,6 @@
 
 namespace lumodir {
 
-tabla_procesos procesos = {
-    ::CreateToolhelp32Snapshot, ::Process32FirstW, ::Process32NextW,
-    ::Module32FirstW,           ::Module32NextW,   ::OpenProcess,
-    ::TerminateProcess,         ::CloseHandle,
-};
-
 namespace {
 
 // Sizes of the structures as the family has always passed them; the system is asked with them first.
@@ -32,21 +26,21 @@ constexpr DWORD pid_inactivo = 0;
 
 struct rasgos_instantanea {
     static HANDLE vacia() noexcept { return INVALID_HANDLE_VALUE; }
-    static BOOL cierra(HANDLE valor) noexcept { return procesos.CloseHandle(valor); }
+    static BOOL cierra(HANDLE valor) noexcept { return sistema.CloseHandle(valor); }
 };
 struct rasgos_proceso {
     static HANDLE vacia() noexcept { return nullptr; }
-    static BOOL cierra(HANDLE valor) noexcept { return procesos.CloseHandle(valor); }
+    static BOOL cierra(HANDLE valor) noexcept { return sistema.CloseHandle(valor); }
 };
 using manija_instantanea = manija<rasgos_instantanea>;
 using manija_proceso = manija<rasgos_proceso>;
 
 manija_instantanea i_instantanea_de_modulos(DWORD pid) noexcept {
-    manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
+    manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
     for (unsigned tomas = 1;
          !instantanea.valida() && ::GetLastError() == ERROR_BAD_LENGTH && tomas < tomas_de_instantanea;
          ++tomas) {
-        instantanea = manija_instantanea(procesos.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
+        instantanea = manija_instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
     }
     return instantanea;
 }
@@ -95,13 +89,13 @@ public:
     busqueda(vista_w modulo, bool con_lista) noexcept : modulo_(modulo), con_lista_(con_lista) {}
 
     bool encuentra() {
-        const manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+        const manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
         if (!i_comprueba(instantanea.valida(), "hSnapshot != INVALID_HANDLE_VALUE")) {
             return false;
         }
         paseo<PROCESSENTRY32W> paseo_procesos(instantanea.get(), &tamanyo_proceso_);
-        for (bool hay = paseo_procesos.primera(procesos.Process32FirstW); hay;
-             hay = !basta() && paseo_procesos.siguiente(procesos.Process32NextW)) {
+        for (bool hay = paseo_procesos.primera(sistema.Process32FirstW); hay;
+             hay = !basta() && paseo_procesos.siguiente(sistema.Process32NextW)) {
             const DWORD pid = paseo_procesos.entrada().th32ProcessID;
             if (pid != pid_inactivo) {
                 i_mira_modulos(pid);
@@ -121,8 +115,8 @@ private:
         }
         primero_del_proceso_ = lista_ ? lista_->punteros.size() : 0;
         paseo<MODULEENTRY32W> paseo_modulos(instantanea.get(), &tamanyo_modulo_);
-        for (bool hay = paseo_modulos.primera(procesos.Module32FirstW); hay;
-             hay = !basta() && paseo_modulos.siguiente(procesos.Module32NextW)) {
+        for (bool hay = paseo_modulos.primera(sistema.Module32FirstW); hay;
+             hay = !basta() && paseo_modulos.siguiente(sistema.Module32NextW)) {
             if (a_vista<wchar_t>(paseo_modulos.entrada().szModule) == modulo_) {
                 i_anota(paseo_modulos.entrada());
             }
@@ -199,11 +193,11 @@ unsigned short taskproc_mata_proceso(const Taskproc* taskproc) {
     if (!i_comprueba(taskproc != nullptr, "(taskproc) != NULL")) {
         return FALSO;
     }
-    const manija_proceso proceso(procesos.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc->pid));
+    const manija_proceso proceso(sistema.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc->pid));
     if (!proceso.valida()) {
         return FALSO;
     }
-    procesos.TerminateProcess(proceso.get(),
+    sistema.TerminateProcess(proceso.get(),
                               0);  // what it answers changes nothing: the process may be ending
     return CIERTO;
 }

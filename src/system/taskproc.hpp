@@ -7,7 +7,7 @@
 #pragma once
 
 #include "companions/lumospy.hpp"
-#include "system/tabla_procesos.hpp"
+#include "companions/sistema.hpp"
 #include "taskproc.h"
 
 namespace lumodir {

@@ -9,7 +9,6 @@
 #include "frame/puente.hpp"
 #include "lumodir.h"
 #include "paths/split_makepath.hpp"
-#include "system/tabla_unidades.hpp"
 
 namespace lumodir {
 namespace {
@@ -41,7 +40,7 @@ objeto<ArrPunteroConTipo> i_unidades_del_sistema(bool con_nombre) {
 }
 
 cadena_w i_disco_actual() {
-    const int numero = unidades._getdrive();
+    const int numero = sistema._getdrive();
     if (numero < 1 || numero > i_NUM_MAX_UNIDADES) {
         return {};  // a share is current: it has no letter
     }

@@ -418,6 +418,7 @@ bool crea_enlace_unix(const directorio_de_prueba& d, const std::string& donde, c
     PROCESS_INFORMATION hijo{};
     if (!CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                         &como, &hijo)) {
+        ADD_FAILURE() << "no ln: error " << GetLastError();
         return false;
     }
     CloseHandle(hijo.hThread);

@@ -6,7 +6,7 @@
 #include "apoyo/lado_unix.hpp"
 #include "apoyo/otro_proceso.hpp"
 #include "companions/buclrein.h"
-#include "files/azar.hpp"
+#include "companions/sistema.hpp"
 #include "lumodir.h"
 
 using namespace apoyo;
@@ -99,7 +99,7 @@ TEST(nombres_atados, un_directorio_de_la_unidad_no_es_una_unidad) {
 
 TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     const lado_unix u;
     if (!u.hay()) {
         GTEST_SKIP() << "no Unix side here to make links with";
@@ -129,7 +129,7 @@ TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
 
 TEST(nombres_atados, una_raiz_que_otro_tiene_sin_compartir_se_dice) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     const directorio_temporal d;
     siembra(d);
     const lista antes = d.arbol();
@@ -157,7 +157,7 @@ TEST(nombres_atados, una_raiz_que_otro_tiene_sin_compartir_se_dice) {
 
 TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     // Whoever shares all but deletion lets the files go; the directory stays.
     for (const DWORD compartir : {DWORD{0}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
         const bool se_entra = compartir != 0;
@@ -206,7 +206,7 @@ TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
 // The name that is looked at is the one that is walked, or none is.
 TEST(nombres_atados, una_raiz_que_acaba_en_blanco_o_punto) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     for (const char* raiz : {"t ", "t..", "t. ", "t  \\"}) {
         for (const forma_de_borrar& f : formas_de_borrar) {
             const std::string de = std::string(f.nombre) + " of '" + raiz + "'";
@@ -234,7 +234,7 @@ TEST(nombres_atados, una_raiz_que_acaba_en_blanco_o_punto) {
 // Whatever call fails: "every file went" is said only when it did.
 TEST(nombres_atados, lo_que_se_contesta_es_verdad_falle_lo_que_falle) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     const directorio_temporal d;
     constexpr unsigned max_llamadas = 500;
     for (const forma_de_borrar& f : formas_de_borrar) {

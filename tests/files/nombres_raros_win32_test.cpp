@@ -4,7 +4,8 @@
 #include "apoyo/formas_de_borrar.hpp"
 #include "apoyo/lado_unix.hpp"
 #include "companions/buclrein.h"
-#include "files/azar.hpp"
+#include "companions/sistema.hpp"
+#include "fichsdir.h"
 #include "lumodir.h"
 
 using namespace apoyo;
@@ -230,7 +231,7 @@ listado lista_el_arbol(const std::string& raiz, bool todos) {
 
 TEST(nombres_raros, los_arboles_se_borran_enteros_y_nada_de_fuera) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     for (const fila& caso : filas) {
         SCOPED_TRACE(caso.nombre);
         const lado_unix u;
@@ -368,6 +369,95 @@ TEST(nombres_raros, los_listados_los_cuentan_bien) {
 
 namespace {
 
+// What a search of the system's own finds, without directories.
+lista ficheros_de(const directorio_temporal& d, const std::string& relativa) {
+    lista nombres;
+    WIN32_FIND_DATAW datos;
+    const HANDLE h = ::FindFirstFileW(d.ruta_w(relativa + "\\*").c_str(), &datos);
+    if (h == INVALID_HANDLE_VALUE) {
+        return nombres;
+    }
+    do {
+        if ((datos.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            nombres.push_back(u8(datos.cFileName));
+        }
+    } while (::FindNextFileW(h, &datos));
+    ::FindClose(h);
+    std::sort(nombres.begin(), nombres.end());
+    return nombres;
+}
+
+lista ordenada(lista nombres) {
+    std::sort(nombres.begin(), nombres.end());
+    return nombres;
+}
+
+std::string en_ocho_bits(const std::string& nombre) {
+    const texto_w ancho = w(nombre);
+    char bufer[4 * MAX_PATH];
+    const int bytes =
+        ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, ancho.data(), static_cast<int>(ancho.size()),
+                              bufer, sizeof bufer, nullptr, nullptr);
+    return {bufer, static_cast<std::size_t>(bytes)};
+}
+
+}  // namespace
+
+TEST(nombres_raros, las_listas_de_un_directorio_los_cuentan_en_los_dos_sabores) {
+    for (const fila& caso : filas) {
+        SCOPED_TRACE(caso.nombre);
+        const lado_unix u;
+        SIN_LADO_UNIX_NO(u);
+        u.corre(fuera + std::string("mkdir t; cd t\n") + caso.guion);
+        const lista esperada = ficheros_de(u.d, "t");
+        if (!caso.propia_lista) {
+            std::size_t del_disco = 0;
+            for (const std::string& linea : u.censo("t")) {
+                del_disco += linea[0] == 'f' && linea.find('/') == linea.npos ? 1 : 0;
+            }
+            EXPECT_EQ(esperada.size(), del_disco);
+        }
+        lista esperada_de_ocho;
+        for (const std::string& nombre : esperada) {
+            esperada_de_ocho.push_back(en_ocho_bits(nombre));
+        }
+        fallos libro;
+        ListaFicheros_u ancha;
+        cdir_lista_de_ficheros_UNICODE(u.d.ruta_w("t").c_str(), w("*").c_str(), &ancha);
+        lista vista;
+        for (unsigned long i = 0; i < ancha.num; ++i) {
+            vista.push_back(u8(ancha.lista[i]));
+        }
+        cdir_libera_lista_de_ficheros_UNICODE(&ancha);
+        EXPECT_EQ(ordenada(vista), esperada);
+        ListaFicheros de_ocho;
+        cdir_lista_de_ficheros(u.d.ruta_a("t").c_str(), "*", &de_ocho);
+        vista.clear();
+        for (unsigned long i = 0; i < de_ocho.num; ++i) {
+            vista.emplace_back(de_ocho.lista[i]);
+        }
+        cdir_libera_lista_de_ficheros(&de_ocho);
+        EXPECT_EQ(ordenada(vista), ordenada(esperada_de_ocho));
+        ArrCADENA_u* nombres_anchos = fichsdir_nombres_ficheros_u(u.d.ruta_w("t").c_str());
+        vista.clear();
+        for (unsigned long i = 0; i < arr_NumElemsCADENA_u(nombres_anchos); ++i) {
+            vista.push_back(u8(arr_GetCADENA_u(nombres_anchos, i)));
+        }
+        arr_DestruyeCADENA_u(&nombres_anchos);
+        EXPECT_EQ(ordenada(vista), esperada);
+        ArrCADENA* nombres_de_ocho = fichsdir_nombres_ficheros(u.d.ruta_a("t").c_str());
+        vista.clear();
+        for (unsigned long i = 0; i < arr_NumElemsCADENA(nombres_de_ocho); ++i) {
+            vista.emplace_back(arr_GetCADENA(nombres_de_ocho, i));
+        }
+        arr_DestruyeCADENA(&nombres_de_ocho);
+        EXPECT_EQ(ordenada(vista), ordenada(esperada_de_ocho));
+        EXPECT_EQ(libro.manijas_abiertas(), 0u);
+    }
+}
+
+namespace {
+
 // Names of two units a level, the second of which Windows would cut.
 void siembra_niveles(const lado_unix& u, unsigned cuantos) {
     EXPECT_EQ(u.corre(fuera + std::string("rm -rf t; ruta=t/$(printf 'd./%.0s' $(seq ") +
@@ -424,7 +514,7 @@ TEST(nombres_raros, mil_niveles) {
 // Where a path grows too long for the system underneath, the rest stays, and the answer says so.
 TEST(nombres_raros, mas_hondo_de_lo_que_alcanza_el_sistema) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     const lado_unix u;
     SIN_LADO_UNIX_NO(u);
     EXPECT_EQ(u.corre(fuera + std::string("mkdir t; cd -P t; i=0; n=") + repite("n", 200) +

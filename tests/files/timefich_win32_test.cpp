@@ -1035,7 +1035,8 @@ TEST(timefich, en_zonas_horarias_de_verdad) {
         arranque.cb = sizeof arranque;
         PROCESS_INFORMATION proceso;
         ASSERT_TRUE(::CreateProcessW(env, orden.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                     &arranque, &proceso));
+                                     &arranque, &proceso))
+            << "no env: error " << ::GetLastError();
         ::CloseHandle(proceso.hThread);
         ::CloseHandle(proceso.hProcess);
         const std::string salida = lee_salida(w(fichero.texto() + ".salida"));

@@ -71,7 +71,7 @@ void espera_precioso() {
     EXPECT_TRUE(lee(bajo("precious"), L"v").existe);
 }
 
-tabla_registro g_real;
+tabla_sistema g_real;
 
 }  // namespace
 
@@ -130,8 +130,8 @@ TEST_F(borrado_lumoreg, un_enlace_que_no_se_deja_borrar_se_informa_y_su_destino_
         crea(bajo("p\\top"));
         crea_enlace(bajo("p\\top\\link"), nombre_de_sistema(bajo("precious")));
         {
-            const sustituye<decltype(sistema_registro.NtDeleteKey)> no(
-                sistema_registro.NtDeleteKey,
+            const sustituye<decltype(sistema.NtDeleteKey)> no(
+                sistema.NtDeleteKey,
                 +[](HANDLE) -> LONG { return static_cast<LONG>(0xC0000022); });  // access denied
             borra(ancha, "p", "top");
         }
@@ -165,8 +165,8 @@ TEST_F(borrado_lumoreg, quien_pone_un_enlace_a_media_pasada_no_gana_nada) {
         crea(bajo("p\\top\\victim\\x"));
         g_cambiada = bajo("p\\top\\victim");
         g_destino = nombre_de_sistema(bajo("precious"));
-        g_real = sistema_registro;
-        const sustituye<decltype(sistema_registro.RegEnumKeyExW)> e(sistema_registro.RegEnumKeyExW,
+        g_real = sistema;
+        const sustituye<decltype(sistema.RegEnumKeyExW)> e(sistema.RegEnumKeyExW,
                                                                     enumera_y_cambia);
         borra(ancha, "p", "top");
         EXPECT_EQ(toma_informes_con_detalle(), textos{});
@@ -204,19 +204,19 @@ TEST_F(borrado_lumoreg, separadores_solos_no_nombran_nada_debajo_de_una_raiz) {
     } filas[] = {{L"", L""}, {L"", L"\\"}, {L"\\", L""}, {L"\\", L"\\\\"}};
     for (const auto& f : filas) {
         // A root that opens under any of these names, as one of them does.
-        const sustituye<decltype(sistema_registro.RegOpenKeyExW)> abre_todo(
-            sistema_registro.RegOpenKeyExW,
+        const sustituye<decltype(sistema.RegOpenKeyExW)> abre_todo(
+            sistema.RegOpenKeyExW,
             +[](HKEY raiz, const wchar_t*, DWORD, REGSAM, HKEY* clave) -> LSTATUS {
                 *clave = raiz;
                 return ERROR_SUCCESS;
             });
-        const sustituye<decltype(sistema_registro.NtDeleteKey)> borrar(
-            sistema_registro.NtDeleteKey, +[](HANDLE) -> LONG {
+        const sustituye<decltype(sistema.NtDeleteKey)> borrar(
+            sistema.NtDeleteKey, +[](HANDLE) -> LONG {
                 ADD_FAILURE() << "deletes";
                 return 0;
             });
-        const sustituye<decltype(sistema_registro.RegEnumKeyExW)> mirar(
-            sistema_registro.RegEnumKeyExW,
+        const sustituye<decltype(sistema.RegEnumKeyExW)> mirar(
+            sistema.RegEnumKeyExW,
             +[](HKEY, DWORD, wchar_t*, DWORD*, DWORD*, wchar_t*, DWORD*, FILETIME*) -> LSTATUS {
                 ADD_FAILURE() << "looks below";
                 return ERROR_NO_MORE_ITEMS;
@@ -244,15 +244,15 @@ public:
     std::array<std::pair<LSTATUS, clave_fingida*>, 3> vistas;
     std::vector<std::string> llamadas;
 
-    registro_fingido() : antes_(sistema_registro) {
+    registro_fingido() : antes_(sistema) {
         i_yo() = this;
-        sistema_registro.RegOpenKeyExW = i_abre;
-        sistema_registro.RegEnumKeyExW = i_enumera;
-        sistema_registro.NtDeleteKey = i_borra;
-        sistema_registro.RegCloseKey = +[](HKEY) -> LSTATUS { return --i_yo()->abiertas_, ERROR_SUCCESS; };
+        sistema.RegOpenKeyExW = i_abre;
+        sistema.RegEnumKeyExW = i_enumera;
+        sistema.NtDeleteKey = i_borra;
+        sistema.RegCloseKey = +[](HKEY) -> LSTATUS { return --i_yo()->abiertas_, ERROR_SUCCESS; };
     }
     ~registro_fingido() {
-        sistema_registro = antes_;
+        sistema = antes_;
         EXPECT_EQ(abiertas_, 0) << "keys left open";
     }
     registro_fingido(const registro_fingido&) = delete;
@@ -316,7 +316,7 @@ private:
         return 0;
     }
 
-    tabla_registro antes_;
+    tabla_sistema antes_;
     long abiertas_ = 0;
 };
 

@@ -1,29 +1,38 @@
-// Every entry of every table of system calls behind one counter: call number N of an operation fails, once or for
-// ever, whatever table it is in; all others go on to the real system. Windows only.
+// Every call of the table that can fail behind one counter: call number N of an operation fails, once or for ever; all
+// others go on to the real system. Windows only.
 //
 // A call that would change anything outside the test's own directory and its own key of the registry does not go on:
 // it fails and is remembered (`fuera()`), whatever path the library may have come to.
 #pragma once
 
-#include <cstring>
 #include <set>
 
 #include "apoyo/apoyo.hpp"
 #include "apoyo/cuenta_de_fallos.hpp"
-#include "exports/tablas_guardadas.hpp"
+#include "apoyo/llamadas.hpp"
+#include "files/nombre_largo.hpp"
 
 namespace exports {
 
-class todas_las_tablas {
+class todas_las_llamadas {
 public:
-    todas_las_tablas(apoyo::texto_w carpeta, apoyo::texto_w clave)
+    todas_las_llamadas(apoyo::texto_w carpeta, apoyo::texto_w clave)
         : carpeta_(std::move(carpeta)), clave_(std::move(clave)) {
         i_yo() = this;
-        i_desvia();
+        lumodir::i_olvida_nombre_largo();
+        apoyo::con_cada_llamada([]<auto Entrada>() {
+            lumodir::sistema.*Entrada = desvio<Entrada, typename apoyo::llamada_de<Entrada>::tipo>::llama;
+        });
+        lumodir::sistema.busca_nombre_largo = []() -> lumodir::funcion_nombre_largo {
+            return i_nombre_largo;
+        };
     }
-    ~todas_las_tablas() { i_yo() = nullptr; }
-    todas_las_tablas(const todas_las_tablas&) = delete;
-    todas_las_tablas& operator=(const todas_las_tablas&) = delete;
+    ~todas_las_llamadas() {
+        i_yo() = nullptr;
+        lumodir::i_olvida_nombre_largo();
+    }
+    todas_las_llamadas(const todas_las_llamadas&) = delete;
+    todas_las_llamadas& operator=(const todas_las_llamadas&) = delete;
 
     // Counting begins again.
     void falla(unsigned long numero, bool para_siempre) {
@@ -35,7 +44,7 @@ public:
     }
     // As on a system that has no long names of its own: the shell is asked for them.
     void sin_nombres_largos() {
-        lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return nullptr; };
+        lumodir::sistema.busca_nombre_largo = []() -> lumodir::funcion_nombre_largo { return nullptr; };
     }
     // Whether an operation wanted the long form of a name.
     bool quiso_nombre_largo() const { return quiso_nombre_largo_; }
@@ -54,8 +63,8 @@ public:
     }
 
 private:
-    static todas_las_tablas*& i_yo() {
-        static todas_las_tablas* yo = nullptr;
+    static todas_las_llamadas*& i_yo() {
+        static todas_las_llamadas* yo = nullptr;
         return yo;
     }
     bool i_toca_fallar() {
@@ -98,31 +107,13 @@ private:
         return es;
     }
 
-    // How each kind of call fails, opens, closes, changes.
     template <class R, auto Entrada>
     static R i_fallo() {
-        using lumodir::tabla_escritorio;
-        using lumodir::tabla_procesos;
-        using lumodir::tabla_sistema;
-        using lumodir::tabla_unidades;
         ::SetLastError(ERROR_ACCESS_DENIED);
-        if constexpr (i_es<&tabla_escritorio::SHGetMalloc, Entrada>() ||
-                      i_es<&tabla_escritorio::SHGetDesktopFolder, Entrada>()) {
-            return E_ACCESSDENIED;  // a plain code would be a success
-        } else if constexpr (std::is_same_v<R, LSTATUS>) {
-            return ERROR_ACCESS_DENIED;
-        } else if constexpr (i_es<&tabla_procesos::OpenProcess, Entrada>()) {
-            return nullptr;
-        } else if constexpr (std::is_same_v<R, HANDLE>) {
-            return INVALID_HANDLE_VALUE;
-        } else if constexpr (i_es<&tabla_sistema::GetFileAttributesW, Entrada>()) {
-            return ~R{0};
-        } else if constexpr (i_es<&tabla_unidades::WNetGetConnectionW, Entrada>()) {
-            return ERROR_ACCESS_DENIED;
-        } else {
-            return R();
-        }
+        return apoyo::llamada_de<Entrada>::template fallo<R>();
     }
+
+    // What each kind of call opens and changes.
     template <auto A, auto B>
     static constexpr bool i_es() {
         if constexpr (std::is_same_v<decltype(A), decltype(B)>) {
@@ -132,24 +123,18 @@ private:
         }
     }
     template <auto Entrada>
-    static constexpr bool i_cierra() {
-        using namespace lumodir;
-        return i_es<&tabla_sistema::CloseHandle, Entrada>() || i_es<&tabla_sistema::FindClose, Entrada>() ||
-               i_es<&tabla_procesos::CloseHandle, Entrada>() || i_es<&tabla_registro::RegCloseKey, Entrada>();
-    }
-    template <auto Entrada>
     static constexpr bool i_cambia() {
         using t = lumodir::tabla_sistema;
         return i_es<&t::DeleteFileW, Entrada>() || i_es<&t::RemoveDirectoryW, Entrada>() ||
                i_es<&t::CreateDirectoryW, Entrada>() || i_es<&t::SetFileAttributesW, Entrada>() ||
                i_es<&t::MoveFileExW, Entrada>() || i_es<&t::CreateFileW, Entrada>() ||
                i_es<&t::GetTempFileNameW, Entrada>() || i_es<&t::abre_entrada, Entrada>() ||
-               i_abre_clave<Entrada>() || i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>();
+               i_abre_clave<Entrada>() || i_es<&lumodir::tabla_sistema::TerminateProcess, Entrada>();
     }
     // What changes keys and values does so by a handle that one of these gave.
     template <auto Entrada>
     static constexpr bool i_abre_clave() {
-        using t = lumodir::tabla_registro;
+        using t = lumodir::tabla_sistema;
         return i_es<&t::RegOpenKeyExA, Entrada>() || i_es<&t::RegOpenKeyExW, Entrada>() ||
                i_es<&t::RegCreateKeyExW, Entrada>();
     }
@@ -181,7 +166,7 @@ private:
     // Only what changes something asks; reading is free.
     template <auto Entrada, class... A>
     static bool i_permite(A... a) {
-        if constexpr (i_es<&lumodir::tabla_procesos::TerminateProcess, Entrada>()) {
+        if constexpr (i_es<&lumodir::tabla_sistema::TerminateProcess, Entrada>()) {
             return false;
         } else if constexpr (i_abre_clave<Entrada>()) {
             return i_permite_clave<Entrada>(a...);
@@ -198,7 +183,7 @@ private:
         if (i_yo()->claves_suyas_.count(std::get<0>(argumentos)) != 0) {
             return i_yo()->abre_clave_suya_ = true;
         }
-        if constexpr (!i_es<&lumodir::tabla_registro::RegCreateKeyExW, Entrada>()) {
+        if constexpr (!i_es<&lumodir::tabla_sistema::RegCreateKeyExW, Entrada>()) {
             constexpr REGSAM para_leer = KEY_READ | KEY_WOW64_64KEY | KEY_WOW64_32KEY;
             if ((std::get<3>(argumentos) & ~para_leer) == 0) {
                 return true;
@@ -230,18 +215,18 @@ private:
         }
     }
 
-    template <auto Tabla, auto Entrada, class F>
+    template <auto Entrada, class F>
     struct desvio;
-    template <auto Tabla, auto Entrada, class R, class... A>
-    struct desvio<Tabla, Entrada, R (*)(A...)> {
+    template <auto Entrada, class R, class... A>
+    struct desvio<Entrada, R (*)(A...)> {
         static R llama(A... a) {
-            todas_las_tablas& yo = *i_yo();
+            todas_las_llamadas& yo = *i_yo();
             const bool toca = yo.i_toca_fallar();
-            if constexpr (i_es<Tabla, &tablas_guardadas::escritorio>()) {
+            if constexpr (apoyo::llamada_de<Entrada>::clase == apoyo::clase_de_llamada::escritorio) {
                 ++yo.al_escritorio_;
             }
-            const auto real = (yo.reales_.*Tabla).*Entrada;
-            if constexpr (i_cierra<Entrada>()) {
+            const auto real = yo.guardado_.real.*Entrada;
+            if constexpr (apoyo::llamada_de<Entrada>::cierra) {
                 i_quita(a...);
                 const R resultado = real(a...);
                 return toca ? i_fallo<R, Entrada>() : resultado;
@@ -290,25 +275,6 @@ private:
         }
     };
 
-    template <auto Tabla, auto... Entradas, class T>
-    static void i_desvia_tabla(T& tabla) {
-        ((tabla.*Entradas =
-              desvio<Tabla, Entradas, std::remove_reference_t<decltype(tabla.*Entradas)>>::llama),
-         ...);
-        // The last entry of the registry's, and of that of files, tells what cannot fail.
-        constexpr bool la_ultima_no =
-            std::is_same_v<T, lumodir::tabla_registro> || std::is_same_v<T, lumodir::tabla_sistema>;
-        constexpr std::size_t entradas = sizeof(T) / sizeof(void (*)()) - (la_ultima_no ? 1 : 0);
-        static_assert(sizeof...(Entradas) == entradas,
-                      "an entry of the table does not pass through here yet");
-        void (*antes[entradas])();
-        void (*ahora[entradas])();
-        std::memcpy(antes, &(i_yo()->reales_.*Tabla), sizeof antes);
-        std::memcpy(ahora, &tabla, sizeof ahora);
-        for (std::size_t i = 0; i < entradas; ++i) {
-            EXPECT_NE(antes[i], ahora[i]) << "entry " << i << " does not pass through here";
-        }
-    }
     static DWORD WINAPI i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) {
         i_yo()->quiso_nombre_largo_ = true;
         if (i_yo()->i_toca_fallar()) {
@@ -317,9 +283,8 @@ private:
         }
         return ::GetLongPathNameW(corto, largo, sitio);
     }
-    void i_desvia();
 
-    const tablas_guardadas reales_;
+    const apoyo::sistema_guardado guardado_;
     const apoyo::texto_w carpeta_;
     const apoyo::texto_w clave_;
     unsigned long llamadas_ = 0;
@@ -333,57 +298,5 @@ private:
     bool abre_clave_suya_ = false;  // the call under way
     std::vector<std::string> fuera_;
 };
-
-inline void todas_las_tablas::i_desvia() {
-    {
-        using t = lumodir::tabla_sistema;
-        i_desvia_tabla<
-            &tablas_guardadas::sistema, &t::GetFileAttributesW, &t::GetFileAttributesExW,
-            &t::SetFileAttributesW, &t::CreateFileW, &t::CloseHandle, &t::GetFileInformationByHandle,
-            &t::GetFileInformationByHandleEx, &t::SetFileInformationByHandle, &t::SetFileTime,
-            &t::FileTimeToLocalFileTime, &t::LocalFileTimeToFileTime, &t::FileTimeToSystemTime,
-            &t::SystemTimeToTzSpecificLocalTime, &t::SystemTimeToFileTime, &t::DeleteFileW,
-            &t::CreateDirectoryW, &t::RemoveDirectoryW, &t::MoveFileExW, &t::FindFirstFileExW,
-            &t::FindNextFileW, &t::FindClose, &t::GetFullPathNameW, &t::GetShortPathNameW,
-            &t::GetLongPathNameW, &t::GetTempPathW, &t::GetTempFileNameW, &t::GetWindowsDirectoryW,
-            &t::GetModuleFileNameW, &t::abre_entrada, &t::numero_de_fichero, &t::nombre_de_fichero>(
-            lumodir::sistema);
-    }
-    {
-        using t = lumodir::tabla_registro;
-        i_desvia_tabla<&tablas_guardadas::registro, &t::RegOpenKeyExA, &t::RegOpenKeyExW, &t::RegCreateKeyExW,
-                       &t::RegCloseKey, &t::RegQueryInfoKeyA, &t::RegQueryInfoKeyW, &t::RegQueryValueExA,
-                       &t::RegQueryValueExW, &t::RegSetValueExW, &t::RegDeleteValueW, &t::RegEnumKeyExA,
-                       &t::RegEnumKeyExW, &t::RegEnumValueW, &t::NtDeleteKey>(lumodir::sistema_registro);
-    }
-    {
-        using t = lumodir::tabla_procesos;
-        i_desvia_tabla<&tablas_guardadas::procesos, &t::CreateToolhelp32Snapshot, &t::Process32FirstW,
-                       &t::Process32NextW, &t::Module32FirstW, &t::Module32NextW, &t::OpenProcess,
-                       &t::TerminateProcess, &t::CloseHandle>(lumodir::procesos);
-    }
-    {
-        using t = lumodir::tabla_unidades;
-        i_desvia_tabla<&tablas_guardadas::unidades, &t::GetLogicalDrives, &t::GetDriveTypeW,
-                       &t::GetVolumeInformationW, &t::QueryDosDeviceW, &t::WNetGetConnectionW, &t::_wgetdcwd,
-                       &t::_getdrive>(lumodir::unidades);
-    }
-    {
-        using t = lumodir::tabla_directorio_actual;
-        i_desvia_tabla<&tablas_guardadas::actual, &t::wgetcwd>(lumodir::directorio_actual);
-    }
-    {
-        using t = lumodir::tabla_escritorio;
-        i_desvia_tabla<&tablas_guardadas::escritorio, &t::SHGetMalloc, &t::SHGetDesktopFolder,
-                       &t::SHGetPathFromIDListW>(lumodir::escritorio);
-    }
-    {
-        using t = lumodir::tabla_entorno;
-        i_desvia_tabla<&tablas_guardadas::entorno, &t::GetEnvironmentVariableW, &t::FormatMessageW,
-                       &t::GetConsoleMode, &t::WriteConsoleW, &t::GetThreadErrorMode, &t::SetThreadErrorMode>(
-            lumodir::entorno);
-    }
-    lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return i_nombre_largo; };
-}
 
 }  // namespace exports
