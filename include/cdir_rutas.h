@@ -30,7 +30,8 @@ LUMODIR_EXTERN_C_INICIO
  * 5. every component is "." or ".." or a valid name: 53949 "There are invalid characters in the name '%s'",
  *    which is handed back to the caller but never shown;
  * 6. a network path (it begins with two backslashes) has a share:
- *    53959 "The name of the network drive is incomplete."
+ *    53959 "The name of the network drive is incomplete." Behind a drive the drive counts as a component, so
+ *    that `C:\\server` passes.
  * `/` separates components as `\` does, and repeated separators are accepted.
  *
  * Rules of a name: 1 to 255 units without trailing blanks; no character from 1 to 31 and none of \ / : * " ?

@@ -76,9 +76,13 @@ public:
     ~maquina_lenta();
     maquina_lenta(const maquina_lenta&) = delete;
     maquina_lenta& operator=(const maquina_lenta&) = delete;
+    // From here on it gets no turn at all. Nothing of this process is at work then: a Ctrl-C that is pressed reaches it
+    // too, and under Wine must not find a thread in the middle of a call.
+    void detiene();
 
 private:
     std::atomic<bool> acaba_{false};
+    void* asa_ = nullptr;
     std::thread frena_;
 };
 

@@ -78,12 +78,13 @@ TEST(progreso, control_c_mientras_se_cuenta_se_contesta_y_no_cambia_nada) {
     const cli::pantalla pantalla(borrado);
     std::string texto;
     {
-        const cli::maquina_lenta lenta(borrado);
+        cli::maquina_lenta lenta(borrado);
         i_espera(pantalla, "[0-9,]+ names, [0-9]+ s", texto);
+        lenta.detiene();
         EXPECT_TRUE(pantalla.pulsa_control_c());
-        i_espera(pantalla, "lumodir: stopped after [0-9,]+ names; nothing was changed", texto);
     }
     EXPECT_EQ(borrado.espera().codigo, static_cast<int>(0xC000013A));
+    i_espera(pantalla, "lumodir: stopped after [0-9,]+ names; nothing was changed", texto);
     EXPECT_TRUE(cli::existe(d.bajo("t\\19\\599")));
     EXPECT_TRUE(cli::existe(d.bajo("t\\0\\0")));
 }

@@ -1,8 +1,8 @@
 // The platform door on Windows: the active code page, letter case of 8-bit text, texts of error codes.
-// The tests know the code page 1252; on a machine with another one what depends on it is skipped.
 #include "companions/plataforma.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/paginas.hpp"
 #include "companions/msglocal.h"
 #include "companions/sistema.hpp"
 
@@ -11,12 +11,6 @@ using namespace lumodir;
 
 // Taken before the fixture puts its recorder in that place.
 static void (*const duerme_de_veras)(unsigned long) = propias::duerme_ms;
-
-#define SOLO_CON_1252()                                                                       \
-    if (::GetACP() != 1252) {                                                                 \
-        GTEST_SKIP() << "the active code page is " << ::GetACP() << ", the rows are of 1252"; \
-    }                                                                                         \
-    static_assert(true)
 
 namespace {
 
@@ -37,7 +31,7 @@ texto_a estrecho(const texto_w& texto) {
 }  // namespace
 
 TEST(plataforma, cada_byte_de_1252_va_y_vuelve) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     for (unsigned b = 0; b < 256; ++b) {
         const texto_a byte(1, static_cast<char>(b));
         const texto_w unidad = ancho(byte);
@@ -49,7 +43,7 @@ TEST(plataforma, cada_byte_de_1252_va_y_vuelve) {
 }
 
 TEST(plataforma, lo_que_la_pagina_no_tiene_es_su_caracter_por_defecto) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     struct fila {
         const char* texto;
         const char* bytes;
@@ -72,18 +66,6 @@ TEST(plataforma, lo_que_la_pagina_no_tiene_es_su_caracter_por_defecto) {
         EXPECT_EQ(estrecho(w(f.texto)), f.bytes) << f.texto;
     }
     EXPECT_EQ(estrecho(texto_w(1, static_cast<wchar_t>(0xD800))), "?");  // half a pair
-}
-
-TEST(plataforma, ninguna_unidad_se_vuelve_un_caracter_de_ruta) {
-    SOLO_CON_1252();
-    // Over the whole of the first plane: what becomes a byte is what that byte becomes.
-    for (unsigned c = 1; c < 0x10000; ++c) {
-        const texto_a bytes = estrecho(texto_w(1, static_cast<wchar_t>(c)));
-        ASSERT_EQ(bytes.size(), 1u) << c;
-        if (bytes != "?") {
-            ASSERT_EQ(ancho(bytes), texto_w(1, static_cast<wchar_t>(c))) << c;
-        }
-    }
 }
 
 namespace {
@@ -121,7 +103,7 @@ TEST(plataforma, bytes_que_no_valen_dan_el_caracter_de_sustitucion) {
 }
 
 TEST(plataforma, solo_se_escribe_lo_que_cabe) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     wchar_t unidades[8] = {L'#', L'#', L'#', L'#', L'#', L'#', L'#', L'#'};
     EXPECT_EQ(plataforma::ansi_a_utf16("abc", unidades, 3), 3u);
     EXPECT_EQ(unidades[2], L'c');
@@ -141,7 +123,7 @@ TEST(plataforma, solo_se_escribe_lo_que_cabe) {
 }
 
 TEST(plataforma, la_caja_de_cada_byte_es_la_de_la_pagina) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     unsigned cambian = 0;
     for (unsigned b = 0; b < 256; ++b) {
         const char original = static_cast<char>(b);
@@ -165,7 +147,7 @@ TEST(plataforma, la_caja_de_cada_byte_es_la_de_la_pagina) {
 }
 
 TEST(plataforma, la_caja_de_un_texto_entero) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     const texto_a original =
         cp1252("AbZz09_[`{\u00c1\u00f1\u00d1\u00ff\u0178\u0152\u0160\u00b5\u00df\u00d7\u00f7");
     texto_a menor = original;

@@ -5,6 +5,7 @@
 #include "apoyo/apoyo.hpp"
 #include "cdir.h"
 #include "companions/msglocal.h"
+#include "companions/plataforma.hpp"
 #include "lumodir.h"
 #include "paths/modelos.hpp"
 #include "paths/sabores_split.hpp"
@@ -294,7 +295,10 @@ TEST(split_makepath, todo_byte_en_la_variante_de_8_bits) {
         if (b == '\\' || b == '/' || b == '.' || b == ' ') {
             continue;  // these cut or join, as shown above
         }
-        const std::string x(1, static_cast<char>(b));
+        // What begins a pair is tried as a pair; half of one joins with what follows (modelos/caracteres.hpp).
+        bool iniciales[256] = {};
+        lumodir::plataforma::bytes_iniciales(iniciales);
+        const std::string x = texto_a(1, static_cast<char>(b)) + (iniciales[b] ? "\xA1" : "");
         const std::string path = "C:\\d" + x + "\\f" + x + ".t" + x;
         char* piezas[4];
         cdir_splitpath_con_comprobacion(path.c_str(), &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
