@@ -6,7 +6,7 @@
 #include "companions/acadorde.hpp"
 #include "companions/ordena.hpp"
 #include "companions/plataforma.hpp"
-#include "nomsfich.h"
+#include "paths/nomsfich.hpp"
 #include "paths/split_makepath.hpp"
 
 namespace lumodir {
@@ -91,7 +91,7 @@ void i_recorre_con_extension(const wchar_t* directorio, const char* extension, T
         }
         cadena_a nombre = a_ansi(i_nombre_de_entrada(e));
         const partes_nombre partes = i_partes(nombre);
-        if (nomsfich_misma_extension(extension_de_registro(partes.extension).c_str(), extension) == CIERTO) {
+        if (i_misma_extension(a_vista(extension_de_registro(partes.extension).c_str()), a_vista(extension))) {
             toma(nombre, partes);
         }
     });

@@ -26,5 +26,22 @@ public:
 
 // A bare file name cut at its last point.
 registro_nomsfich i_crea_nomsfich(vista_a nombre);
+// The record takes over both strings and is checked; a missing one becomes empty.
+registro_nomsfich i_registro(cadena_a nombre_base, cadena_a extension);
+// What a function gives for a record that is not there; the report has been made.
+registro_nomsfich i_registro_vacio();
+// A part as records hold it; NULL stays NULL, for the checks to report.
+cadena_a i_parte(vista_a texto);
+
+// Report what is forbidden in a part; answer whether there is a text at all. A missing base name is reported as such, and
+// not as an empty one too.
+bool i_comprueba_caracteres(vista_a cadena);
+bool i_comprueba_nombre_base(vista_a nombre_base);
+
+// After those checks.
+bool i_misma_extension(vista_a extension1, vista_a extension2);
+bool i_mismo_nombre_base(vista_a nombre_base1, vista_a nombre_base2);
+
+cadena_a i_nombre_base_de_path(vista_a path);
 
 }  // namespace lumodir
