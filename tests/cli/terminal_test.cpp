@@ -1,4 +1,4 @@
-// What only a terminal shows: the progress line over long work, Ctrl-C in the middle of it, the window that is closed.
+// What only a terminal shows: the progress line over long work, and the window that is closed.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -69,24 +69,6 @@ TEST(progreso, contar_y_borrar_un_arbol_dicen_por_donde_van_y_cuanto_falta) {
     // The line is wiped.
     EXPECT_EQ(texto.find("deleting"), texto.npos) << texto;
     EXPECT_EQ(texto.find("names"), texto.npos) << texto;
-}
-
-TEST(progreso, control_c_mientras_se_cuenta_se_contesta_y_no_cambia_nada) {
-    const cli::directorio_de_prueba d;
-    i_puebla(d);
-    cli::proceso borrado(cli::ruta_de_lumodir(), {"--lang", "en", "rmtree", "t", "--yes"}, i_en_pantalla(d));
-    const cli::pantalla pantalla(borrado);
-    std::string texto;
-    {
-        cli::maquina_lenta lenta(borrado);
-        i_espera(pantalla, "[0-9,]+ names, [0-9]+ s", texto);
-        lenta.detiene();
-        EXPECT_TRUE(pantalla.pulsa_control_c());
-    }
-    EXPECT_EQ(borrado.espera().codigo, static_cast<int>(0xC000013A));
-    i_espera(pantalla, "lumodir: stopped after [0-9,]+ names; nothing was changed", texto);
-    EXPECT_TRUE(cli::existe(d.bajo("t\\19\\599")));
-    EXPECT_TRUE(cli::existe(d.bajo("t\\0\\0")));
 }
 
 TEST(progreso, varios_ficheros_dicen_cuantos_van) {
