@@ -35,9 +35,10 @@ bool i_va_aparte() {
     }
     const testing::TestInfo& este = *testing::UnitTest::GetInstance()->current_test_info();
     const cli::resultado r =
-        cli::proceso(cli::este_programa(),
-                     {std::string("--gtest_filter=") + este.test_suite_name() + "." + este.name()},
-                     {.entrada = {}, .variables = {{ya, "1"}}, .directorio = {}})
+        cli::proceso(
+            cli::este_programa(),
+            {std::string("--gtest_filter=") + este.test_suite_name() + "." + este.name(), "--gtest_output="},
+            {.entrada = {}, .variables = {{ya, "1"}}, .directorio = {}})
             .espera();
     EXPECT_EQ(r.codigo, 0) << r.salida;
     EXPECT_NE(r.salida.find("[  PASSED  ] 1 test."), std::string::npos) << r.salida;
