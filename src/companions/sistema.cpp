@@ -37,7 +37,7 @@ F i_del_escritorio(const char* nombre) noexcept {
 namespace propias {
 
 HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir,
-                             DWORD opciones, DWORD atributos) {
+                           DWORD opciones, DWORD atributos) {
     constexpr std::size_t max_unidades = 0x7FFE;  // of a text that counts its bytes in 16 bits
     const std::size_t largo = std::wcslen(nombre);
     if (largo > max_unidades) {
@@ -64,7 +64,7 @@ BOOL WINAPI numero_de_fichero(HANDLE fichero, unsigned long long* numero) {
 }
 
 BOOL WINAPI nombre_de_fichero(HANDLE fichero, void* bufer, DWORD bytes, const wchar_t** nombre,
-                                DWORD* unidades) {
+                              DWORD* unidades) {
     ULONG escritos = 0;
     if (!i_con_ultimo_error(::NtQueryObject(fichero, clase_nombre_de_objeto, bufer, bytes, &escritos))) {
         return FALSE;

@@ -95,8 +95,7 @@ cadena_w i_directorio_temporal() {
         return cadena_w(vista_w(bufer, longitud));
     }
     const cadena_w respaldo = i_directorio_de_respaldo();
-    cadena_w directorio =
-        concatena<wchar_t>({respaldo.ver().substr(0, sitio_directorio - 1), L"\\temp"});
+    cadena_w directorio = concatena<wchar_t>({respaldo.ver().substr(0, sitio_directorio - 1), L"\\temp"});
     directorio.acorta(sitio_directorio - 1);
     return directorio;
 }
@@ -254,8 +253,7 @@ wchar_t* lumodir_creaFicheroTemporalConExt(const wchar_t* ext) {
 }
 
 wchar_t* lumodir_creaFicheroUnicoEnDirectorio(const wchar_t* directorioTemporal, const wchar_t* ext) {
-    const bool hay_directorio =
-        i_comprueba(directorioTemporal != nullptr, "(directorioTemporal) != NULL");
+    const bool hay_directorio = i_comprueba(directorioTemporal != nullptr, "(directorioTemporal) != NULL");
     if (!i_comprueba(ext != nullptr, "(ext) != NULL") || !hay_directorio) {
         return cadena_w(vista_w()).suelta();
     }

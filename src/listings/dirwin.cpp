@@ -305,7 +305,8 @@ bool i_siguiente_de_registro(const void* primera, HANDLE manija, const char* fil
 }
 
 template <class C>
-unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion, entrada<C>* find_data) noexcept {
+unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion,
+                              entrada<C>* find_data) noexcept {
     const bool hay_enumerador = i_comprueba(dirwin != nullptr, expresion);
     if (!i_comprueba(find_data != nullptr, "(find_data) != NULL") || !hay_enumerador) {
         return FALSO;
@@ -325,8 +326,7 @@ unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion,
 
 template <class R>
 void i_destruye(R** dirwin, const char* expresion, const char* expresion_puntero) noexcept {
-    if (!i_comprueba(dirwin != nullptr, expresion) ||
-        !i_comprueba(*dirwin != nullptr, expresion_puntero)) {
+    if (!i_comprueba(dirwin != nullptr, expresion) || !i_comprueba(*dirwin != nullptr, expresion_puntero)) {
         return;
     }
     const manija_busqueda cierra((*dirwin)->busqueda);

@@ -109,7 +109,8 @@ public:
     const char* c_str() const noexcept { return texto_; }
 
 private:
-    static constexpr std::size_t max_bytes = std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
+    static constexpr std::size_t max_bytes =
+        std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
     char texto_[max_bytes + 1];
 };
 

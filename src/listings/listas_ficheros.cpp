@@ -47,7 +47,8 @@ public:
     vista_a ver() const noexcept { return {texto_, longitud_}; }
 
 private:
-    static constexpr std::size_t max_bytes = std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
+    static constexpr std::size_t max_bytes =
+        std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
     std::size_t longitud_;
     char texto_[max_bytes + 1];
 };
@@ -308,8 +309,7 @@ AcadOrdeU* lumodir_lista_de_fichero(const wchar_t* path_filtro, const ArrCADENA_
 }
 
 unsigned short lumodir_existenFicheros_UNICODE(const wchar_t* path) {
-    return i_hay_entrada(
-        path, [](const WIN32_FIND_DATAW& e) { return !i_es_directorio(e); });
+    return i_hay_entrada(path, [](const WIN32_FIND_DATAW& e) { return !i_es_directorio(e); });
 }
 
 unsigned short lumodir_existenFicheros(const char* path) {
@@ -317,11 +317,9 @@ unsigned short lumodir_existenFicheros(const char* path) {
 }
 
 unsigned short lumodir_existenSubdirectorios_UNICODE(const wchar_t* path) {
-    return i_hay_entrada(
-        path,
-        [](const WIN32_FIND_DATAW& e) {
-            return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
-        });
+    return i_hay_entrada(path, [](const WIN32_FIND_DATAW& e) {
+        return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
+    });
 }
 
 unsigned short lumodir_existenSubdirectorios(const char* path) {

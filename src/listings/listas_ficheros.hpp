@@ -29,9 +29,7 @@ public:
     nombres_en_curso& operator=(const nombres_en_curso&) = delete;
     ~nombres_en_curso() { vacia(); }
 
-    void anade(vista<C> nombre) {
-        textos_.anade(cadena<C>(nombre).suelta());
-    }
+    void anade(vista<C> nombre) { textos_.anade(cadena<C>(nombre).suelta()); }
     void ordena();
     void vacia() noexcept {
         for (C* texto : textos_) {

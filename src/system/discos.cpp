@@ -27,7 +27,7 @@ constexpr wchar_t i_mayuscula(wchar_t c) noexcept {
 bool i_lee_nombre_de_volumen(const wchar_t* raiz, wchar_t* nombre) noexcept {
     const sin_dialogos callado;
     return sistema.GetVolumeInformationW(raiz, nombre, tamanyo_nombre_volumen, nullptr, nullptr, nullptr,
-                                          nullptr, 0) != FALSE;
+                                         nullptr, 0) != FALSE;
 }
 
 }  // namespace

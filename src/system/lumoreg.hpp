@@ -89,11 +89,9 @@ struct registro_de {
     }
     static LSTATUS dame_subclave(HKEY clave, DWORD indice, C* nombre, DWORD* longitud) noexcept {
         if constexpr (ancha) {
-            return sistema.RegEnumKeyExW(clave, indice, nombre, longitud, nullptr, nullptr, nullptr,
-                                                  nullptr);
+            return sistema.RegEnumKeyExW(clave, indice, nombre, longitud, nullptr, nullptr, nullptr, nullptr);
         } else {
-            return sistema.RegEnumKeyExA(clave, indice, nombre, longitud, nullptr, nullptr, nullptr,
-                                                  nullptr);
+            return sistema.RegEnumKeyExA(clave, indice, nombre, longitud, nullptr, nullptr, nullptr, nullptr);
         }
     }
 };

@@ -55,9 +55,7 @@ unsigned short i_dame_subclaves(const apertura& como, const C* ruta, arr_cadena<
 class borrado_de_clave {
 public:
     // The path of the parent goes before that of the key in reports. `vista` is the flag of the one view.
-    borrado_de_clave(vista_w padre, REGSAM vista) noexcept : vista_(vista) {
-        i_alarga_ruta(padre);
-    }
+    borrado_de_clave(vista_w padre, REGSAM vista) noexcept : vista_(vista) { i_alarga_ruta(padre); }
     borrado_de_clave(const borrado_de_clave&) = delete;
     borrado_de_clave& operator=(const borrado_de_clave&) = delete;
 
@@ -183,8 +181,8 @@ unsigned short lumoreg_crea_clave_en_vista_u(unsigned long vista, unsigned long 
     }
     HKEY creada = nullptr;
     wchar_t sin_clase[] = L"";
-    if (sistema.RegCreateKeyExW(raiz_abierta, clave, 0, sin_clase, 0, acceso, nullptr, &creada,
-                                         nullptr) != ERROR_SUCCESS) {
+    if (sistema.RegCreateKeyExW(raiz_abierta, clave, 0, sin_clase, 0, acceso, nullptr, &creada, nullptr) !=
+        ERROR_SUCCESS) {
         return FALSO;
     }
     const LSTATUS error = sistema.RegCloseKey(creada);

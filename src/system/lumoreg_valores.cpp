@@ -50,7 +50,7 @@ unsigned short i_escribe(const apertura& como, const wchar_t* ruta, const wchar_
         return FALSO;
     }
     return sistema.RegSetValueExW(clave.get(), nombre_valor, 0, tipo, static_cast<const BYTE*>(dato),
-                                           static_cast<DWORD>(bytes)) == ERROR_SUCCESS
+                                  static_cast<DWORD>(bytes)) == ERROR_SUCCESS
                ? CIERTO
                : FALSO;
 }
@@ -62,7 +62,8 @@ unsigned short i_escribe_cadena(const apertura& como, const wchar_t* ruta, const
 }
 
 template <class C>
-unsigned short i_lee_cadena(const apertura& como, const C* ruta, const C* nombre_valor, C** contenido) noexcept {
+unsigned short i_lee_cadena(const apertura& como, const C* ruta, const C* nombre_valor,
+                            C** contenido) noexcept {
     const bool hay_contenido = i_comprueba(contenido != nullptr, "(contenido) != NULL");
     const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL");
     const clave_abierta<C> clave(como, ruta, KEY_QUERY_VALUE);
@@ -108,11 +109,9 @@ void i_lista_valores(const clave_abierta<wchar_t>& clave, vista_w ruta, ArrCADEN
         auto longitud = static_cast<DWORD>(sitio_nombre);
         DWORD bytes = datos.bytes();
         DWORD tipo = REG_NONE;
-        const LSTATUS status =
-            sistema.RegEnumValueW(clave.get(), indice, nombre.datos(), &longitud, nullptr, &tipo,
-                                           reinterpret_cast<BYTE*>(datos.datos()), &bytes);
-        if (i_comprueba_con(status == 0, "status == 0", ruta) &&
-            (tipo == REG_SZ || tipo == REG_MULTI_SZ)) {
+        const LSTATUS status = sistema.RegEnumValueW(clave.get(), indice, nombre.datos(), &longitud, nullptr,
+                                                     &tipo, reinterpret_cast<BYTE*>(datos.datos()), &bytes);
+        if (i_comprueba_con(status == 0, "status == 0", ruta) && (tipo == REG_SZ || tipo == REG_MULTI_SZ)) {
             valores->anade(cadena_w(vista_w(nombre.datos(), longitud)));
             datos_valores->punteros.anade(i_textos_del_valor(tipo, datos.texto(bytes)).suelta());
         }

@@ -198,7 +198,7 @@ unsigned short taskproc_mata_proceso(const Taskproc* taskproc) {
         return FALSO;
     }
     sistema.TerminateProcess(proceso.get(),
-                              0);  // what it answers changes nothing: the process may be ending
+                             0);  // what it answers changes nothing: the process may be ending
     return CIERTO;
 }
 

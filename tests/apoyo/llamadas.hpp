@@ -18,17 +18,17 @@ constexpr bool cierra_una_manija(std::string_view nombre) {
     return nombre == "CloseHandle" || nombre == "FindClose" || nombre == "RegCloseKey";
 }
 
-#define I_LLAMADA(Clase, Nombre, Fallo)                                            \
-    template <>                                                                    \
-    struct llamada_de<&lumodir::tabla_sistema::Nombre> {                           \
-        static constexpr const char* nombre = #Nombre;                             \
-        static constexpr clase_de_llamada clase = clase_de_llamada::Clase;         \
-        static constexpr bool cierra = cierra_una_manija(#Nombre);                 \
-        using tipo = decltype(lumodir::tabla_sistema::Nombre);                     \
-        template <class R>                                                         \
-        static R fallo() {                                                         \
-            return Fallo;                                                          \
-        }                                                                          \
+#define I_LLAMADA(Clase, Nombre, Fallo)                                    \
+    template <>                                                            \
+    struct llamada_de<&lumodir::tabla_sistema::Nombre> {                   \
+        static constexpr const char* nombre = #Nombre;                     \
+        static constexpr clase_de_llamada clase = clase_de_llamada::Clase; \
+        static constexpr bool cierra = cierra_una_manija(#Nombre);         \
+        using tipo = decltype(lumodir::tabla_sistema::Nombre);             \
+        template <class R>                                                 \
+        static R fallo() {                                                 \
+            return Fallo;                                                  \
+        }                                                                  \
     };
 LUMODIR_LLAMADAS_QUE_FALLAN(I_LLAMADA)
 #undef I_LLAMADA

@@ -35,10 +35,11 @@ const fila_etiqueta filas[] = {
     {.fichero = "lumoreg_claves.cpp", .etiqueta = "lumoreg (LUMODIR.DLL)"},
     {.fichero = "src/listings/fichsdir.hpp", .etiqueta = "fichsdir (LUMODIR.DLL)"},
     {.fichero = "src/frame/puente.hpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
-    {.fichero = "dirwi.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},         // the beginning of a name
-    {.fichero = "informe.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},       // longer than a name
-    {.fichero = "discos/otro.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},   // a folder with the name of a family
-    {.fichero = "crea_dirwin.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},   // not where a name begins
+    {.fichero = "dirwi.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},    // the beginning of a name
+    {.fichero = "informe.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},  // longer than a name
+    {.fichero = "discos/otro.cpp",
+     .etiqueta = "lumodir (LUMODIR.DLL)"},  // a folder with the name of a family
+    {.fichero = "crea_dirwin.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},  // not where a name begins
     {.fichero = "DISCOS.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
     {.fichero = "", .etiqueta = "lumodir (LUMODIR.DLL)"},
 };

@@ -166,8 +166,7 @@ TEST_F(borrado_lumoreg, quien_pone_un_enlace_a_media_pasada_no_gana_nada) {
         g_cambiada = bajo("p\\top\\victim");
         g_destino = nombre_de_sistema(bajo("precious"));
         g_real = sistema;
-        const sustituye<decltype(sistema.RegEnumKeyExW)> e(sistema.RegEnumKeyExW,
-                                                                    enumera_y_cambia);
+        const sustituye<decltype(sistema.RegEnumKeyExW)> e(sistema.RegEnumKeyExW, enumera_y_cambia);
         borra(ancha, "p", "top");
         EXPECT_EQ(toma_informes_con_detalle(), textos{});
         EXPECT_FALSE(existe_enlace(g_cambiada));
@@ -205,8 +204,7 @@ TEST_F(borrado_lumoreg, separadores_solos_no_nombran_nada_debajo_de_una_raiz) {
     for (const auto& f : filas) {
         // A root that opens under any of these names, as one of them does.
         const sustituye<decltype(sistema.RegOpenKeyExW)> abre_todo(
-            sistema.RegOpenKeyExW,
-            +[](HKEY raiz, const wchar_t*, DWORD, REGSAM, HKEY* clave) -> LSTATUS {
+            sistema.RegOpenKeyExW, +[](HKEY raiz, const wchar_t*, DWORD, REGSAM, HKEY* clave) -> LSTATUS {
                 *clave = raiz;
                 return ERROR_SUCCESS;
             });

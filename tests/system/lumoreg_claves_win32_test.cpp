@@ -170,10 +170,8 @@ TEST_F(claves_lumoreg, un_paso_que_falla_se_informa_y_cuenta_como_elemento) {
         crea(bajo(nombre));
     }
     g_real = sistema;
-    const sustituye w(sistema.RegEnumKeyExW,
-                      static_cast<decltype(sistema.RegEnumKeyExW)>(enumera_w));
-    const sustituye a(sistema.RegEnumKeyExA,
-                      static_cast<decltype(sistema.RegEnumKeyExA)>(enumera_a));
+    const sustituye w(sistema.RegEnumKeyExW, static_cast<decltype(sistema.RegEnumKeyExW)>(enumera_w));
+    const sustituye a(sistema.RegEnumKeyExA, static_cast<decltype(sistema.RegEnumKeyExA)>(enumera_a));
     const std::string informe =
         "error == ERROR_SUCCESS || error == ERROR_MORE_DATA [Software\\lumodir-pruebas\\año]";
     const struct {
@@ -256,10 +254,8 @@ TEST_F(claves_lumoreg, un_nombre_mas_largo_que_los_contados_cabe) {
 
 TEST_F(claves_lumoreg, una_clave_que_no_se_deja_contar_se_informa) {
     crea(bajo("k\\a"));
-    const sustituye w(sistema.RegQueryInfoKeyW,
-                      static_cast<decltype(sistema.RegQueryInfoKeyW)>(no_cuenta_w));
-    const sustituye a(sistema.RegQueryInfoKeyA,
-                      static_cast<decltype(sistema.RegQueryInfoKeyA)>(no_cuenta_a));
+    const sustituye w(sistema.RegQueryInfoKeyW, static_cast<decltype(sistema.RegQueryInfoKeyW)>(no_cuenta_w));
+    const sustituye a(sistema.RegQueryInfoKeyA, static_cast<decltype(sistema.RegQueryInfoKeyA)>(no_cuenta_a));
     EXPECT_EQ(lista_u(bajo("k"), 0), textos{"before"});
     ESPERA_DETALLES("error == ERROR_SUCCESS [Software\\lumodir-pruebas\\k]");
     EXPECT_EQ(lista_8(bajo_a("k"), 0), textos{"before"});
@@ -403,8 +399,7 @@ TEST_F(claves_lumoreg, una_enumeracion_que_falla_acaba_el_nivel) {
     g_real = sistema;
     g_indice_que_falla = 1;
     g_error_de_enumeracion = ERROR_INVALID_HANDLE;
-    const sustituye enumerar(sistema.RegEnumKeyExW,
-                             static_cast<decltype(sistema.RegEnumKeyExW)>(enumera_w));
+    const sustituye enumerar(sistema.RegEnumKeyExW, static_cast<decltype(sistema.RegEnumKeyExW)>(enumera_w));
     borra(true, "p", "k");
     ESPERA_DETALLES("resultado == ERROR_SUCCESS [k]");
     EXPECT_EQ(subclaves(bajo("p\\k")), (textos{"b", "c"}));

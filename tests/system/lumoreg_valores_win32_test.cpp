@@ -404,8 +404,7 @@ TEST_F(valores_lumoreg, un_valor_que_no_se_deja_leer_se_informa_y_se_salta) {
         EXPECT_EQ(lista(0, bajo("año")).size(), 2u);
         ESPERA_DETALLES("status == 0 [Software\\lumodir-pruebas\\año]");
     }
-    const sustituye q(sistema.RegQueryInfoKeyW,
-                      static_cast<decltype(sistema.RegQueryInfoKeyW)>(no_cuenta));
+    const sustituye q(sistema.RegQueryInfoKeyW, static_cast<decltype(sistema.RegQueryInfoKeyW)>(no_cuenta));
     EXPECT_EQ(lista(0, bajo("año")), textos{});
     ESPERA_DETALLES("error == ERROR_SUCCESS [Software\\lumodir-pruebas\\año]");
     EXPECT_EQ(lee_u(bajo("año"), L"a"), "0:");
