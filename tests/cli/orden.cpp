@@ -259,12 +259,6 @@ std::string pantalla::texto() const {
     return todo;
 }
 
-bool pantalla::pulsa_control_c() const {
-    const BOOL pulsado = GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
-    Sleep(200);  // it arrives here too, and is not listened to
-    return pulsado != FALSE;
-}
-
 namespace {
 
 void i_con_el_proceso(const char* que_se_hace, HANDLE asa) {
@@ -280,11 +274,8 @@ maquina_lenta::maquina_lenta(const proceso& de) : asa_(OpenProcess(PROCESS_SUSPE
     EXPECT_NE(asa_, nullptr) << "error " << GetLastError();
     frena_ = std::thread([this] {
         constexpr DWORD parada_ms = 50, turno_ms = 1;
-        for (;;) {
+        while (!acaba_) {
             i_con_el_proceso("NtSuspendProcess", asa_);
-            if (acaba_) {
-                return;
-            }
             Sleep(parada_ms);
             i_con_el_proceso("NtResumeProcess", asa_);
             Sleep(turno_ms);
@@ -292,16 +283,9 @@ maquina_lenta::maquina_lenta(const proceso& de) : asa_(OpenProcess(PROCESS_SUSPE
     });
 }
 
-void maquina_lenta::detiene() {
-    acaba_ = true;
-    if (frena_.joinable()) {
-        frena_.join();
-    }
-}
-
 maquina_lenta::~maquina_lenta() {
-    detiene();
-    i_con_el_proceso("NtResumeProcess", asa_);
+    acaba_ = true;
+    frena_.join();
     CloseHandle(asa_);
 }
 

@@ -63,7 +63,6 @@ public:
     pantalla(const pantalla&) = delete;
     pantalla& operator=(const pantalla&) = delete;
     std::string texto() const;  // lines without the blanks at their ends
-    bool pulsa_control_c() const;
 
 private:
     void* asa_ = nullptr;
@@ -76,9 +75,6 @@ public:
     ~maquina_lenta();
     maquina_lenta(const maquina_lenta&) = delete;
     maquina_lenta& operator=(const maquina_lenta&) = delete;
-    // From here on it gets no turn at all. Nothing of this process is at work then: a Ctrl-C that is pressed reaches it
-    // too, and under Wine must not find a thread in the middle of a call.
-    void detiene();
 
 private:
     std::atomic<bool> acaba_{false};

@@ -270,7 +270,7 @@ void i_convierte_caja_utf8(vista_a texto, char* destino, Caja caja) noexcept {
     for (std::size_t i = 0; i < texto.size();) {
         const std::size_t bytes =
             std::max<std::size_t>(i_largo_utf8(static_cast<unsigned char>(texto[i])), 1);
-        wchar_t unidades[4];
+        wchar_t unidades[4] = {};
         salida<wchar_t> leidas(unidades, 4);
         i_de_utf8(texto.substr(i, bytes), leidas);
         if (leidas.cuantos() == 1 && unidades[0] != sin_sentido) {
