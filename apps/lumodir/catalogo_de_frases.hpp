@@ -1,6 +1,6 @@
 // What the command says, in English and in Spanish. The English text is the key: see frases.hpp.
 //
-// A text with the same words in Spanish, and the examples, leave the second one empty or repeat it.
+// Where the Spanish text is the same, as in the examples, it is empty or repeated.
 #pragma once
 
 #include <string_view>
@@ -56,6 +56,8 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"looking at the processes, %1 s", L"examinando los procesos, %1 s"},
     {"renaming %1, %2 s", L"renombrando %1, %2 s"},
     {"deleting %1, %2 s", L"borrando %1, %2 s"},
+    {"counting the subkeys of %1, %2 s", L"contando las subclaves de %1, %2 s"},
+    {"looking in the directories of PATH, %1 s", L"buscando en los directorios de PATH, %1 s"},
     {"'%1' does not exist", L"'%1' no existe"},
     {"the path is empty: refused, nothing is done", L"la ruta está vacía: rechazado, no se ha hecho nada"},
     {"'%1' is the root of a drive: refused, nothing is done",

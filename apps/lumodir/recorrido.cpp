@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <atomic>
 
-#include "dirwin.h"
+#include "lumodir.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
 
@@ -77,36 +77,22 @@ entrada i_entrada(const WIN32_FIND_DATAW& e) {
     return una;
 }
 
-// Why a directory yields nothing: the library's enumerator does not say. The root of a drive has no "." and may be
-// empty.
-unsigned long i_por_que(const std::wstring& patron) {
-    WIN32_FIND_DATAW e;
-    void* busqueda = FindFirstFileW(patron.c_str(), &e);
-    if (busqueda != INVALID_HANDLE_VALUE) {
-        FindClose(busqueda);
-        return 0;
-    }
-    const unsigned long codigo = GetLastError();
+// The root of a drive has no "." and may be empty.
+unsigned long i_salvo_vacio(unsigned long codigo) {
     return codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_NO_MORE_FILES ? 0 : codigo;
 }
 
 void i_lee(carpeta& c) {
-    const std::wstring patron = bajo_de(c.del_sistema, L"*");
-    WIN32_FIND_DATAW e;
-    Dirwin_u* entradas = dirwin_crea_UNICODE(patron.c_str());
-    while (dirwin_findnextfile_UNICODE(entradas, &e) == CIERTO) {
-        c.leida = true;  // "." at least
+    lumodir::dirwin::enumerador entradas(bajo_de(c.del_sistema, L"*"));
+    for (const WIN32_FIND_DATAW& e : entradas) {
         const std::wstring_view nombre = e.cFileName;
         if (nombre != L"." && nombre != L"..") {
             c.entradas.push_back(i_entrada(e));
             leidas.fetch_add(1, std::memory_order_relaxed);
         }
     }
-    dirwin_destruye_UNICODE(&entradas);
-    if (!c.leida) {
-        c.codigo = i_por_que(patron);
-        c.leida = c.codigo == 0;
-    }
+    c.codigo = i_salvo_vacio(entradas.codigo());
+    c.leida = c.codigo == 0;
     std::sort(c.entradas.begin(), c.entradas.end(),
               [](const entrada& a, const entrada& b) { return compara_nombres(a.nombre, b.nombre) < 0; });
 }
@@ -171,7 +157,7 @@ carpeta lee_carpeta(const std::wstring& ruta) {
 }
 
 unsigned long por_que_no_se_lee(const std::wstring& ruta) {
-    return i_por_que(bajo_de(ruta_exacta(ruta), L"*"));
+    return i_salvo_vacio(lumodir::dirwin::enumerador(bajo_de(ruta_exacta(ruta), L"*")).codigo());
 }
 
 void recorre_arbol(const std::wstring& base, const std::function<void(carpeta&)>& visita) {
@@ -225,12 +211,7 @@ double parte_recorrida() {
 
 std::wstring nombre_que_lleva(const std::wstring& ruta) {
     WIN32_FIND_DATAW e;
-    void* busqueda = FindFirstFileW(ruta_exacta(ruta).c_str(), &e);
-    if (busqueda == INVALID_HANDLE_VALUE) {
-        return {};
-    }
-    FindClose(busqueda);
-    return e.cFileName;
+    return lumodir::dirwin::enumerador(ruta_exacta(ruta)).siguiente(e) ? e.cFileName : L"";
 }
 
 int compara_nombres(const std::wstring& a, const std::wstring& b) {

@@ -140,7 +140,7 @@ void duerme_ms(unsigned long milisegundos);
 void termina_proceso();
 
 // The type of each call, by a name that the members of the table do not hide.
-#define LUMODIR_TIPO(Nombre) using tipo_de_##Nombre = decltype(&Nombre);
+#define LUMODIR_TIPO(Nombre) using tipo_de_##Nombre = decltype(&(Nombre));
 #define LUMODIR_TIPO_QUE_FALLA(Clase, Nombre, Fallo) LUMODIR_TIPO(Nombre)
 LUMODIR_LLAMADAS_QUE_FALLAN(LUMODIR_TIPO_QUE_FALLA)
 LUMODIR_LLAMADAS_QUE_NO_FALLAN(LUMODIR_TIPO)

@@ -259,34 +259,34 @@ std::string pantalla::texto() const {
     return todo;
 }
 
-bool pantalla::pulsa_control_c() const {
-    return GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0) != FALSE;
+namespace {
+
+void i_con_el_proceso(const char* que_se_hace, HANDLE asa) {
+    using funcion = LONG(NTAPI*)(HANDLE);
+    const auto hace = reinterpret_cast<funcion>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll"), que_se_hace)));
+    hace(asa);
 }
 
-maquina_lenta::maquina_lenta(const proceso& de) {
-    using en_proceso = LONG(NTAPI*)(HANDLE);
-    const auto busca = [](const char* nombre) {
-        return reinterpret_cast<en_proceso>(
-            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll"), nombre)));
-    };
-    const en_proceso detiene = busca("NtSuspendProcess"), sigue = busca("NtResumeProcess");
-    HANDLE asa = OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, de.pid());
-    EXPECT_NE(asa, nullptr) << "error " << GetLastError();
-    frena_ = std::thread([this, asa, detiene, sigue] {
+}  // namespace
+
+maquina_lenta::maquina_lenta(const proceso& de) : asa_(OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, de.pid())) {
+    EXPECT_NE(asa_, nullptr) << "error " << GetLastError();
+    frena_ = std::thread([this] {
         constexpr DWORD parada_ms = 50, turno_ms = 1;
         while (!acaba_) {
-            detiene(asa);
+            i_con_el_proceso("NtSuspendProcess", asa_);
             Sleep(parada_ms);
-            sigue(asa);
+            i_con_el_proceso("NtResumeProcess", asa_);
             Sleep(turno_ms);
         }
-        CloseHandle(asa);
     });
 }
 
 maquina_lenta::~maquina_lenta() {
     acaba_ = true;
     frena_.join();
+    CloseHandle(asa_);
 }
 
 otro_programa::otro_programa(const std::string& fichero)

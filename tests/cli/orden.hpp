@@ -63,7 +63,6 @@ public:
     pantalla(const pantalla&) = delete;
     pantalla& operator=(const pantalla&) = delete;
     std::string texto() const;  // lines without the blanks at their ends
-    bool pulsa_control_c() const;
 
 private:
     void* asa_ = nullptr;
@@ -79,6 +78,7 @@ public:
 
 private:
     std::atomic<bool> acaba_{false};
+    void* asa_ = nullptr;
     std::thread frena_;
 };
 

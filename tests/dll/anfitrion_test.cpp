@@ -50,7 +50,7 @@ TEST(anfitrion, una_excepcion_del_anfitrion_no_cruza_la_dll) {
 TEST(anfitrion, una_excepcion_de_otro_compilador_no_cruza_la_dll_ni_se_lleva_nada) {
     static int llamadas;
     llamadas = 0;
-    constexpr auto lanza = [] {
+    static constexpr auto lanza = [] {
         ++llamadas;
         const ULONG_PTR argumentos[] = {0x19930520, 0, 0, 0};
         ::RaiseException(0xE06D7363, EXCEPTION_NONCONTINUABLE, 4, argumentos);
