@@ -23,7 +23,7 @@ const std::map<std::string, std::set<std::string>> sin_tabla = {
     {"GetLastError", {}},  // anywhere
     {"SetLastError", {}},
     {"CompareStringOrdinal", {}},
-    {"FormatMessageW", {"sistema.cpp"}},
+    {"FormatMessageW", {"llamadas.hpp", "sistema.cpp"}},
     {"GetACP", {"plataforma_win32.cpp"}},
     {"GetCPInfo", {"plataforma_win32.cpp"}},
     {"GetCurrentProcess", {"sistema.cpp"}},
