@@ -17,20 +17,17 @@
 #include "files/renombra_protege.hpp"
 #include "frame/puente.hpp"
 #include "lumodir.h"
+#include "paths/componentes.hpp"
 
 namespace lumodir {
 namespace {
-
-bool i_es_unidad_sola(vista_w directorio) noexcept {
-    return directorio.size() == 2 && es_letra(directorio[0]) && directorio[1] == L':';
-}
 
 // An empty directory must never become the root. A bare drive is the current directory to the system and the root to
 // who reads it: nobody guesses.
 bool i_es_directorio_borrable(const wchar_t* directorio) noexcept {
     return i_comprueba(directorio != nullptr, "(directorio) != NULL") &&
            i_comprueba(hay_texto(a_vista(directorio)), "widestr_longitud(directorio) > 0") &&
-           i_comprueba_con(!i_es_unidad_sola(recorta_derecha(a_vista(directorio))),
+           i_comprueba_con(!es_unidad_sola(recorta_derecha(a_vista(directorio))),
                            "unidad_sin_directorio == FALSO", a_vista(directorio));
 }
 

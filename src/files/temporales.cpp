@@ -194,7 +194,11 @@ private:
         return temporal;
     }
     cadena_w i_candidato(const wchar_t* directorio, vista_w nombre) const {
-        return i_makepath<wchar_t>({}, vista_w(directorio), nombre, extension_);
+        // A separator would make the root of a bare drive, whose current directory holds the file.
+        const vista_w donde(directorio);
+        const vista_w recortado = recorta_derecha(donde);
+        return es_unidad_sola(recortado) ? i_makepath<wchar_t>(recortado, {}, nombre, extension_)
+                                         : i_makepath<wchar_t>({}, donde, nombre, extension_);
     }
     bool i_es_la_del_sistema() const noexcept {
         const bool con_punto = !extension_.empty() && extension_.front() == L'.';

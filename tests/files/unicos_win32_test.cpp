@@ -50,6 +50,24 @@ TEST(unicos, un_fichero_unico_lleva_la_extension_pedida) {
     }
 }
 
+TEST(unicos, en_una_unidad_sola_se_nombra_lo_que_se_ha_creado) {
+    const directorio_temporal dir;
+    const std::string unidad = dir.ruta().substr(0, 2);
+    const en_directorio ahi(dir.ruta_w());  // where a bare drive is now
+    for (const std::string final : {"", "  "}) {
+        for (const std::string ext : {"txt", "tmp", ".ñ", ""}) {
+            SCOPED_TRACE(final + "|" + ext);
+            const std::string ruta = unico(unidad + final, ext);
+            ASSERT_EQ(ruta.substr(0, 2), unidad);
+            const std::string nombre = ruta.substr(2);
+            EXPECT_EQ(nombre.substr(0, 3), "LUA") << ruta;
+            EXPECT_EQ(completa(ruta), dir.ruta(nombre));
+            EXPECT_EQ(dir.arbol(), textos{nombre});
+            dir.limpia();
+        }
+    }
+}
+
 TEST(unicos, un_candidato_que_es_el_fichero_del_sistema_no_se_renombra) {
     const directorio_temporal dir;
     fallos f;
