@@ -108,15 +108,16 @@ bool i_se_crea_una_sonda(const ruta_fijada& directorio) {
     return i_prueba_escritura(sonda.c_str()).es_nula();
 }
 
-motivo i_prueba_en_directorio(vista_w directorio) {
+// `mostrado`: as messages show it. Its separator is part of the place: without it the root would be another.
+motivo i_prueba_en_directorio(vista_w directorio, vista_w mostrado) {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
     const ruta_fijada fijado(de_sonda.c_str());
     // No directory at all needs no creation.
     if (!directorio.empty() && i_crea_directorios(fijado.c_str(), CIERTO, FALSO) != CIERTO) {
-        return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {directorio});
+        return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {mostrado});
     }
     if (!i_se_crea_una_sonda(fijado)) {
-        return i_mensaje(i_msg_404522_sin_permiso_en_directorio, {directorio});
+        return i_mensaje(i_msg_404522_sin_permiso_en_directorio, {mostrado});
     }
     return {};
 }
@@ -162,16 +163,17 @@ unsigned short cdir_se_puede_escribir_en_directorio(const wchar_t* directorio, w
     if (!i_path_valido(directorio, motivo_out)) {
         return FALSO;
     }
-    return i_entrega(i_prueba_en_directorio(a_vista(directorio)), motivo_out);
+    return i_entrega(i_prueba_en_directorio(a_vista(directorio), a_vista(directorio)), motivo_out);
 }
 
 unsigned short cdir_se_puede_escribir_fichero_en_directorio(const wchar_t* fichero, wchar_t** motivo_out) {
     if (!i_path_valido(fichero, motivo_out)) {
         return FALSO;
     }
-    cadena_w directorio(i_directorio_de_fichero(a_vista(fichero)));
-    i_suprime_barra_final_si_hay(directorio);
-    return i_entrega(i_prueba_en_directorio(directorio.ver()), motivo_out);
+    const vista_w directorio = i_directorio_de_fichero(a_vista(fichero));
+    cadena_w mostrado(directorio);
+    i_suprime_barra_final_si_hay(mostrado);
+    return i_entrega(i_prueba_en_directorio(directorio, mostrado.ver()), motivo_out);
 }
 
 unsigned short lumodir_tiene_permiso_escritura_fichero_UNICODE(const wchar_t* fichero) {

@@ -281,6 +281,40 @@ TEST(permisos_escritura, la_prueba_mira_crea_y_borra_en_el_mismo_sitio) {
     }
 }
 
+TEST(permisos_escritura, un_fichero_de_la_raiz_se_prueba_en_la_raiz) {
+    const directorio_temporal dir;
+    const std::string unidad = dir.ruta().substr(0, 2);
+    const en_directorio ahi(dir.ruta_w());
+    const std::string en_raiz = unidad + "\\" + nombre_de_sonda();
+    const std::string aqui = dir.ruta(nombre_de_sonda());
+    struct fila {
+        std::string ruta;
+        std::string sonda;
+        std::string mostrado;
+    };
+    const fila filas[] = {
+        {unidad + "\\x.txt", en_raiz, unidad},
+        {unidad + "/x.txt", unidad + "/" + nombre_de_sonda(), unidad + "/"},
+        {"\\x.txt", en_raiz, ""},
+        {unidad + "x.txt", aqui, ""},
+        {"x.txt", aqui, ""},
+    };
+    for (const fila& f : filas) {
+        SCOPED_TRACE(f.ruta);
+        {
+            // Whoever asks about the root need not be able to write there.
+            fallos libro;
+            libro.falla_siempre("CreateFileW", ERROR_WRITE_PROTECT);
+            wchar_t* motivo = nullptr;
+            EXPECT_EQ(cdir_se_puede_escribir_fichero_en_directorio(w(f.ruta).c_str(), &motivo), 0);
+            EXPECT_EQ(toma(motivo), no_se_escribe(f.mostrado));
+            EXPECT_EQ(libro.rutas("CreateFileW"), lista{f.sonda});
+            EXPECT_EQ(libro.cuenta("CreateDirectoryW"), 0u);
+        }
+        EXPECT_EQ(dir.arbol(), lista{});
+    }
+}
+
 TEST(permisos_escritura, escribir_en_un_directorio_lo_crea_y_no_deja_sonda) {
     const directorio_temporal dir;
     struct fila {
