@@ -10,6 +10,7 @@
 #include "listings/listas_ficheros.hpp"
 #include "listings/recorrido.hpp"
 #include "lumodir.h"
+#include "paths/componentes.hpp"
 
 namespace lumodir {
 namespace {
@@ -49,14 +50,21 @@ private:
     vector_interno<ListaFicheros_u> listas_;
 };
 
-// The base as it is walked. Without its separator a drive would be the current directory there.
-cadena_w i_base_de_recorrido(vista_w base) {
-    const bool es_unidad = base.size() == 2 && base[1] == L':';
-    return es_unidad ? concatena<wchar_t>({base, L"\\"}) : cadena_w(base);
+// The base without one final separator, as its record shows it; one that is only a separator is the root.
+vista_w i_base_mostrada(vista_w dada) noexcept {
+    return dada.substr(0, dada.size() - (dada.size() > 1 && acaba_en(dada, L"\\") ? 1 : 0));
 }
 
-void i_lista_arbol(vista_w base, const filtro_extension& filtro, registros cuales, arbol_en_curso& arbol) {
-    const cadena_w texto = i_base_de_recorrido(base);
+// The base as it is walked: with the separator that the root of a drive or of a volume is nothing without.
+cadena_w i_base_de_recorrido(vista_w dada) {
+    const vista_w mostrada = i_base_mostrada(dada);
+    const bool lo_lleva = mostrada.size() < dada.size() && !acaba_en_separador(mostrada);
+    return concatena<wchar_t>({mostrada, lo_lleva || es_unidad_sola(dada) ? vista_w(L"\\") : vista_w()});
+}
+
+void i_lista_arbol(vista_w dada, const filtro_extension& filtro, registros cuales, arbol_en_curso& arbol) {
+    const cadena_w texto = i_base_de_recorrido(dada);
+    const vista_w base = i_base_mostrada(dada);
     const raiz_de_recorrido raiz(texto.c_str());
     recorrido directorios(raiz, {i_compara_nombres_de_lista, true});
     nombres_en_curso<wchar_t> ficheros;
@@ -107,13 +115,8 @@ void i_lista_arbol(const wchar_t* base, const wchar_t* extension, registros cual
     if (!hay_base || !hay_num || !hay_listas) {
         return;
     }
-    // A base that is only a separator is the root.
-    vista_w sin_barra(base);
-    if (sin_barra.size() > 1 && acaba_en(sin_barra, L"\\")) {
-        sin_barra.remove_suffix(1);
-    }
     arbol_en_curso arbol;
-    i_lista_arbol(sin_barra, filtro_extension(a_vista(extension)), cuales, arbol);
+    i_lista_arbol(vista_w(base), filtro_extension(a_vista(extension)), cuales, arbol);
     arbol.entrega(num, listas);
 }
 

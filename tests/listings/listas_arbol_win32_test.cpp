@@ -100,6 +100,10 @@ TEST(listas_arbol, como_se_componen_los_paths) {
     const fila filas[] = {
         {.base = "C:\\", .raiz = "C:\\", .registros = {"C:: f", "C:\\s: g"}},
         {.base = "C:", .raiz = "C:\\", .registros = {"C:: f", "C:\\s: g"}},
+        {.base = "\\\\?\\C:\\", .raiz = "\\\\?\\C:\\", .registros = {"\\\\?\\C:: f", "\\\\?\\C:\\s: g"}},
+        {.base = "\\\\?\\Volume{1}\\",
+         .raiz = "\\\\?\\Volume{1}\\",
+         .registros = {"\\\\?\\Volume{1}: f", "\\\\?\\Volume{1}\\s: g"}},
         {.base = "C:/d/", .raiz = "C:/d", .registros = {"C:\\d: f", "C:\\d\\s: g"}},
         {.base = "C:\\d\\\\", .raiz = "C:\\d", .registros = {"C:\\d: f", "C:\\d\\s: g"}},
         {.base = "\\\\srv\\r", .raiz = "\\\\srv\\r", .registros = {"\\\\srv\\r: f", "\\\\srv\\r\\s: g"}},
