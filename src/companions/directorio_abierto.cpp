@@ -679,10 +679,11 @@ bool lector_de_directorio::i_toma_registro(entrada_leida* entrada) noexcept {
     constexpr std::size_t hasta_el_nombre = offsetof(Registro, FileName);
     constexpr std::size_t menor_alineacion = 4;
     Registro leido;
-    if (quedan >= sizeof leido) {
-        std::memcpy(&leido, registro_, sizeof leido);
+    // The last record may end with its name.
+    if (quedan >= hasta_el_nombre) {
+        std::memcpy(&leido, registro_, hasta_el_nombre);
     }
-    if (quedan < sizeof leido || leido.FileNameLength > quedan - hasta_el_nombre ||
+    if (quedan < hasta_el_nombre || leido.FileNameLength > quedan - hasta_el_nombre ||
         leido.NextEntryOffset >= quedan || leido.NextEntryOffset % menor_alineacion != 0) {
         codigo_ = ERROR_INVALID_DATA;
         return false;

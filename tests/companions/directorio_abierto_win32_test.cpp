@@ -365,6 +365,34 @@ TEST(directorio_abierto, registros_alineados_a_cuatro_se_leen_enteros) {
     }
 }
 
+TEST(directorio_abierto, el_ultimo_registro_puede_acabar_donde_acaba_el_sitio) {
+    for (const std::string ultimo : {"b", "bc", "bcd"}) {
+        volumen_falso v;
+        v.alineacion = 4;
+        v.pon("C:\\d", {{"a"}, {ultimo}});
+        v.estropea = [&](unsigned char* bufer) {
+            unsigned char* a = bufer;
+            const auto paso = [](unsigned char* r) {
+                ULONG p;
+                std::memcpy(&p, r, sizeof p);
+                return p;
+            };
+            a += paso(a);
+            a += paso(a);
+            const std::size_t largo =
+                offsetof(FILE_ID_BOTH_DIR_INFO, FileName) + ultimo.size() * sizeof(wchar_t);
+            const std::size_t desde = (0x10000 - largo) / 4 * 4;
+            std::memmove(bufer + desde, a + paso(a), largo);
+            const auto nuevo = static_cast<ULONG>(bufer + desde - a);
+            std::memcpy(a, &nuevo, sizeof nuevo);
+        };
+        raiz_abierta raiz(L"C:\\d");
+        DWORD codigo = 0;
+        EXPECT_EQ(lee(raiz.directorio, &codigo), (lista{"a", ultimo}));
+        EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
+    }
+}
+
 TEST(directorio_abierto, otros_codigos_no_son_un_rechazo) {
     for (const DWORD codigo : std::initializer_list<DWORD>{ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
                                                            ERROR_FILE_NOT_FOUND, ERROR_DELETE_PENDING}) {
