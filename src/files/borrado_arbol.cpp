@@ -106,15 +106,20 @@ public:
         if (como == llegada::falta) {
             resultado_.visto_todo = false;
             resultado_.otra_pasada = true;
-        } else if (!quita(directorio, como) && como == llegada::a_medias) {
+        } else if (!quita(directorio, como, directorio.profundidad()) && como == llegada::a_medias) {
             resultado_.visto_todo = false;
         }
     }
 
-    // Removes a directory that has been walked; what was not entered and stays has not been seen.
-    bool quita(objetivo& directorio, llegada como) {
+    // Removes a directory that has been walked; what was not entered and stays has not been seen. The depth of the
+    // root is 0.
+    bool quita(objetivo& directorio, llegada como, std::size_t profundidad) {
         if (como == llegada::falta) {
             return false;
+        }
+        bool guarda_algo = !con_algo_dejado_.empty() && con_algo_dejado_.back() == profundidad;
+        if (guarda_algo) {
+            con_algo_dejado_.quita_ultimo();
         }
         const desenlace intento = i_quita_directorio(directorio);
         if (intento.hecho) {
@@ -123,16 +128,24 @@ public:
         const bool pasara = i_pasara(intento.codigo);
         if (como == llegada::cerrado) {
             resultado_.visto_todo = false;
-            dejado_para_siempre_ = dejado_para_siempre_ || !pasara;
+            guarda_algo = !pasara;
         }
-        // What is left on purpose keeps its directories full for good.
-        const bool lleno_para_siempre = dejado_para_siempre_ && intento.codigo == ERROR_DIR_NOT_EMPTY;
+        // What is left on purpose keeps the directories above it full for good.
+        const bool lleno_para_siempre = guarda_algo && intento.codigo == ERROR_DIR_NOT_EMPTY;
         resultado_.otra_pasada = resultado_.otra_pasada || (pasara && !lleno_para_siempre);
+        if (guarda_algo && profundidad > 0) {
+            i_deja_algo_en(profundidad - 1);
+        }
         return false;
     }
     resultado_de_pasada& resultado() noexcept { return resultado_; }
 
 private:
+    void i_deja_algo_en(std::size_t profundidad) {
+        if (con_algo_dejado_.empty() || con_algo_dejado_.back() != profundidad) {
+            con_algo_dejado_.anade(profundidad);
+        }
+    }
     // Only a file that does not go at once has its read-only mark looked at.
     static bool i_borra(entrada_de_arbol& fichero) {
         const desenlace primero = fichero.borra();
@@ -153,7 +166,8 @@ private:
     }
 
     ArrCADENA_u* sin_borrar_;
-    bool dejado_para_siempre_ = false;
+    vector_interno<std::size_t>
+        con_algo_dejado_;  // depths of open directories, growing: what is left there stays
     resultado_de_pasada resultado_;
 };
 
@@ -166,7 +180,7 @@ resultado_de_pasada i_pasada(const raiz_de_recorrido& directorio, bool lo_quita,
     resultado_de_pasada& resultado = visitante.resultado();
     if (lo_quita) {
         raiz_de_arbol raiz(arbol, como);
-        resultado.raiz_quitada = visitante.quita(raiz, como);
+        resultado.raiz_quitada = visitante.quita(raiz, como, 0);
     }
     const bool raiz_sin_ver =
         como == llegada::a_medias || (como == llegada::cerrado && !resultado.raiz_quitada);

@@ -25,6 +25,8 @@ public:
         : objetivo_en_directorio(arbol.aqui(), entrada), arbol_(arbol) {}
 
     const wchar_t* texto() override;
+    // How many directories lead to it, the root included.
+    std::size_t profundidad() const noexcept { return arbol_.profundidad(); }
 
 private:
     recorrido& arbol_;

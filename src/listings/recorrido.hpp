@@ -115,6 +115,7 @@ public:
     llegada sale() noexcept;
 
     // Of the current directory.
+    std::size_t profundidad() const noexcept { return niveles_.size(); }  // 1 at the root
     bool en_la_raiz() const noexcept { return niveles_.size() == 1; }
     const entradas_guardadas& ficheros() const noexcept { return cima().ficheros; }
     bool queda_hijo() const noexcept { return cima().siguiente < cima().hijos.num(); }

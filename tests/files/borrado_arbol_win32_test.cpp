@@ -677,6 +677,28 @@ TEST(borrado_arbol, un_directorio_que_se_vacia_tarde_se_quita_en_otra_pasada) {
     EXPECT_EQ(toma_esperas().size(), 3u);
 }
 
+// A link that stays keeps full the directories above it, and no others.
+TEST(borrado_arbol, lo_que_se_queda_en_un_sitio_no_quita_la_pasada_de_otro) {
+    for (const char* tarde : {"C:\\t\\z", "C:\\t\\a\\z", "C:\\t\\a\\a", "C:\\t\\0\\1\\2"}) {
+        SCOPED_TRACE(tarde);
+        volumen_falso v;
+        v.pon("C:\\t\\a",
+              {{"ld", FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK}});
+        v.pon(tarde, {});
+        v["C:\\t\\a\\ld"].codigo_al_borrar = ERROR_CANT_ACCESS_FILE;
+        v[tarde].codigo_al_borrar = ERROR_DIR_NOT_EMPTY;
+        unsigned pausas = 0;
+        al_dormir([&](unsigned long) {
+            if (++pausas == 3) {
+                v[tarde].codigo_al_borrar = ERROR_SUCCESS;
+            }
+        });
+        EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(L"C:\\t"), 0);
+        EXPECT_EQ(toma_esperas().size(), 3u) << "what is left for good asks for no pass";
+        EXPECT_EQ(v.arbol("C:\\t"), (lista{"a\\", "a\\ld\\"}));
+    }
+}
+
 // Another program has the directory open and shares it with nobody: what is in it is there, and unseen.
 TEST(borrado_arbol, un_directorio_retenido_por_otro_no_cuenta_como_borrado) {
     for (const char* cual : {"t", "t\\sub"}) {
