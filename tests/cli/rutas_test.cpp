@@ -31,7 +31,7 @@ TEST(check, dice_por_que_no) {
         {{"check", "a|b", "--lang", "de"},
          1,
          "invalid  a|b: Der Name 'a|b' enthält ungültige Zeichen\n",
-         {},
+         "lumodir: the library speaks 'de'; the command's own words are in English\n",
          {}},
         {{"check", "a", "b"}, 0, "valid    a\nvalid    b\n2 paths: 2 valid, 0 invalid\n", {}, {}},
         {{"check", "a", "b?", "--quiet"},
