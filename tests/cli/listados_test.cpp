@@ -329,7 +329,8 @@ TEST(listados, lo_que_no_se_puede_leer_se_dice) {
          "bytes     size  files  path\n    2  2 bytes      1  $D\\t\n",
          queja,
          {}},
-        {{"rmtree", "$D\\t", "--dry-run"}, 0, "would delete $D\\t: 1 file in 2 directories\n", queja, {}},
+        {{"exists", "$D\\t\\cerrado\\*"}, 1, "missing    $D\\t\\cerrado\\*\n", queja_con_barra, {}},
+        {{"rmtree", "$D\\t", "--dry-run"}, 1, "would delete $D\\t: 1 file in 2 directories\n", queja, {}},
         {{"tree", "$D\\t", "--json"},
          1,
          R"({"directory":"$D\\t","files":1,"directories":2,"bytes":2,"not_shown":0,"unreadable":["$D\\t\\cerrado"],)"
@@ -338,6 +339,12 @@ TEST(listados, lo_que_no_se_puede_leer_se_dice) {
          {}},
     };
     for (const fila& f : filas) {
+        // Said once, although it is met before and after.
+        {{"rmtree", "$D\\t", "-y", "--if-possible"},
+         1,
+         {},
+         queja + "lumodir: not deleted; left in '$D\\t': 0 files in 2 directories\n",
+         {}},
         cli::comprueba(f, d);
     }
     otro.termina();
