@@ -247,6 +247,7 @@ TEST(shorten, hacia_un_numero_de_caracteres) {
         {{"shorten", ruta, "40"}, 0, "C:\\Files\\...\\Ground\\photo1.png\n", {}, {}},
         {{"shorten", ruta, "20"}, 0, "C:\\...\\photo1.png\n", {}, {}},
         {{"shorten", ruta, "60"}, 0, ruta + "\n", {}, {}},
+        {{"shorten", "abc.txt", "3"}, 0, "abc.txt\n", {}, {}},
         // What is relative stays so.
         {{"shorten", "long\\aaaaaaaaaaaaaaaaaaaaaaaaaaa\\b\\c\\f.txt", "30"},
          0,
