@@ -34,7 +34,9 @@
 
 #include <stddef.h> /* wchar_t and size_t in C */
 
-#if defined(_WIN32) && defined(LUMODIR_CONSTRUYE)
+#if defined(LUMODIR_API)
+/* The build tells it. */
+#elif defined(_WIN32) && defined(LUMODIR_CONSTRUYE)
 #define LUMODIR_API __declspec(dllexport)
 #elif defined(_WIN32) && !defined(LUMODIR_ESTATICO)
 #define LUMODIR_API __declspec(dllimport)

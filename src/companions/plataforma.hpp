@@ -47,7 +47,7 @@ unsigned short idioma_del_usuario() noexcept;
 
 // The system's text for an error code, in the language of the messages where the system has it, else in the system's
 // own, without its line break; the number itself when it has none.
-cadena_w texto_de_codigo_de_error(unsigned long codigo);
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo);
 
 // Calls a function of the host's so that an exception of a foreign runtime ends here; one of this compiler's own goes on
 // to the caller (companions/anfitrion.hpp).

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "companions/msglocal.h"
 #include "companions/msglocal.hpp"
 #include "companions/respuesta_entera.hpp"
 #include "companions/sistema.hpp"
@@ -264,8 +263,8 @@ constexpr unsigned short idioma_del_sistema = 0;  // what the system itself woul
 
 }  // namespace
 
-cadena_w texto_de_codigo_de_error(unsigned long codigo) {
-    const idiomas_de_ranura propios = i_idiomas_de_ranura(msglocal_dame_idioma());
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
+    const idiomas_de_ranura propios = i_idiomas_de_ranura(i_idioma());
     for (const unsigned short idioma : {propios.primero, propios.segundo}) {
         cadena_w texto = idioma == 0 ? cadena_w() : i_texto_en(codigo, idioma);
         if (!texto.es_nula()) {

@@ -70,7 +70,7 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
         creado = i_abre_a_solas(fichero, acceso_de_prueba, CREATE_NEW, &codigo);
     }
     if (!creado.valida()) {
-        return plataforma::texto_de_codigo_de_error(codigo);
+        return plataforma::strgetlasterror_texto_cod_error(codigo);
     }
     const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero_callado(creado.get());
     creado.cierra();
@@ -92,7 +92,7 @@ motivo i_prueba_escritura(const ruta_fijada& fichero) {
     DWORD codigo = ERROR_SUCCESS;
     return i_abre_a_solas(fichero, acceso_de_prueba, OPEN_EXISTING, &codigo).valida()
                ? motivo()
-               : plataforma::texto_de_codigo_de_error(codigo);
+               : plataforma::strgetlasterror_texto_cod_error(codigo);
 }
 
 // No directory is the current one, as a bare drive is that of the drive: neither is the root, which joining a name to
@@ -131,7 +131,7 @@ bool i_path_valido(const wchar_t* path, wchar_t** motivo_out) noexcept {
 
 }  // namespace
 
-unsigned short i_prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {
+unsigned short prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {
     const cadena_w de_sonda = i_directorio_de_sonda(a_vista(directorio));
     return i_se_crea_una_sonda(de_sonda.c_str()) ? CIERTO : FALSO;
 }

@@ -19,10 +19,10 @@
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 #include "lumodir.h"
-#include "lumoreg.h"
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
+#include "system/lumoreg.hpp"
 
 namespace lumodir {
 namespace {
@@ -73,11 +73,11 @@ bool i_deja_sitio(vista_w directorio) noexcept {
 
 // The user's local-settings folder or, when the registry does not tell it, the Windows directory.
 cadena_w i_directorio_de_respaldo() {
-    wchar_t* carpeta = nullptr;
-    if (lumoreg_lee_cadena_u(LUMOREG_RAIZ_CURRENT_USER,
-                             L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
-                             L"Local Settings", &carpeta) == CIERTO) {
-        return cadena_w::adopta(carpeta);
+    cadena_w carpeta = i_lee_cadena(apertura::en_cualquiera(LUMOREG_RAIZ_CURRENT_USER),
+                                    L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
+                                    L"Local Settings");
+    if (!carpeta.es_nula()) {
+        return carpeta;
     }
     wchar_t bufer[sitio_directorio] = {};
     const UINT ret = sistema.GetWindowsDirectoryW(bufer, sitio_directorio);

@@ -1,8 +1,6 @@
 // Opening and closing keys, and the test of their existence. See lumoreg.hpp.
 #include "system/lumoreg.hpp"
 
-#include "frame/puente.hpp"
-
 namespace lumodir {
 namespace {
 
@@ -42,10 +40,6 @@ HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acc
         }
     }
     return nullptr;
-}
-
-unsigned short i_existe(const apertura& como, const wchar_t* ruta) noexcept {
-    return clave_abierta<wchar_t>(como, ruta, KEY_QUERY_VALUE).abierta() ? CIERTO : FALSO;
 }
 
 }  // namespace
@@ -104,22 +98,11 @@ clave_abierta<C>::~clave_abierta() {
     }
 }
 
+bool i_existe_clave(const apertura& como, const wchar_t* clave) noexcept {
+    return clave_abierta<wchar_t>(como, clave, KEY_QUERY_VALUE).abierta();
+}
+
 template class clave_abierta<char>;
 template class clave_abierta<wchar_t>;
 
 }  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short lumoreg_existe_clave_u(unsigned long raiz, const wchar_t* clave) {
-    return i_existe(apertura::en_cualquiera(raiz), clave);
-}
-
-unsigned short lumoreg_existe_clave(unsigned long raiz, const char* clave) {
-    return puente<lumoreg_existe_clave_u>(raiz, clave);
-}
-
-unsigned short lumoreg_existe_clave_en_vista_u(unsigned long vista, unsigned long raiz,
-                                               const wchar_t* clave) {
-    return i_existe(apertura::en_vista(vista, raiz), clave);
-}

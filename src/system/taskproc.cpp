@@ -1,7 +1,6 @@
 // See taskproc.hpp.
 #include "system/taskproc.hpp"
 
-#include "companions/arr.hpp"
 #include "companions/error_interno.hpp"
 
 namespace lumodir {
@@ -103,7 +102,7 @@ public:
         }
         return encontrado_;
     }
-    ArrPunteroConTipo* suelta_lista() noexcept { return lista_.suelta(); }
+    objeto<ArrPunteroConTipo> suelta_lista() noexcept { return std::move(lista_); }
 
 private:
     bool basta() const noexcept { return encontrado_ && !con_lista_; }
@@ -170,60 +169,32 @@ registro<Taskproc> i_crea_taskproc(const MODULEENTRY32W* pModuleEntry) {
     return nuevo;
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short taskproc_busca_proceso_abierto(const wchar_t* modulo, ArrPunteroConTipo** lista) {
-    if (lista != nullptr) {
-        *lista = nullptr;
-    }
-    if (!i_comprueba(modulo != nullptr, "(modulo) != NULL")) {
-        return FALSO;
-    }
-    busqueda busca(a_vista(modulo), lista != nullptr);
+procesos_encontrados i_busca_procesos(vista_w modulo, bool con_lista) {
+    busqueda busca(modulo, con_lista);
     const bool encontrado = busca.encuentra();
-    if (lista != nullptr) {
-        *lista = busca.suelta_lista();
-    }
-    return encontrado ? CIERTO : FALSO;
+    return {encontrado, busca.suelta_lista()};
 }
 
-unsigned short taskproc_mata_proceso(const Taskproc* taskproc) {
-    if (!i_comprueba(taskproc != nullptr, "(taskproc) != NULL")) {
-        return FALSO;
-    }
-    const manija_proceso proceso(sistema.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc->pid));
+bool i_mata_proceso(const Taskproc& taskproc) noexcept {
+    const manija_proceso proceso(sistema.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc.pid));
     if (!proceso.valida()) {
-        return FALSO;
+        return false;
     }
-    sistema.TerminateProcess(proceso.get(),
-                             0);  // what it answers changes nothing: the process may be ending
-    return CIERTO;
+    // What it answers changes nothing: the process may be ending.
+    sistema.TerminateProcess(proceso.get(), 0);
+    return true;
 }
 
-unsigned short taskproc_mata_procesos_nombre_dado(const wchar_t* modulo) {
-    ArrPunteroConTipo* encontrados = nullptr;
-    if (taskproc_busca_proceso_abierto(modulo, &encontrados) != CIERTO) {
-        return FALSO;
+bool i_mata_procesos(vista_w modulo) {
+    const procesos_encontrados encontrados = i_busca_procesos(modulo, true);
+    if (!encontrados.hay) {
+        return false;
     }
-    for (void* proceso : encontrados->punteros) {
-        taskproc_mata_proceso(static_cast<const Taskproc*>(proceso));
+    for (void* elemento : encontrados.lista->punteros) {
+        const duenyo<Taskproc, destruye_taskproc> proceso(static_cast<Taskproc*>(elemento));
+        i_mata_proceso(*proceso);
     }
-    arr_DestruyeEstructurasConTipo(&encontrados, reinterpret_cast<ArrDestruyeRegistro>(taskproc_destruye));
-    return CIERTO;
+    return true;
 }
 
-const wchar_t* taskproc_ruta_proceso(const Taskproc* taskproc) {
-    return i_comprueba(taskproc != nullptr, "(taskproc) != NULL") ? taskproc->ruta : nullptr;
-}
-
-void taskproc_destruye(Taskproc** taskproc) {
-    if (i_comprueba(taskproc != nullptr, "(taskproc) != NULL") &&
-        i_comprueba(*taskproc != nullptr, "(*taskproc) != NULL")) {
-        i_libera((*taskproc)->modulo);
-        i_libera((*taskproc)->ruta);
-        i_libera(*taskproc);
-        *taskproc = nullptr;
-    }
-}
+}  // namespace lumodir

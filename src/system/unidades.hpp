@@ -5,9 +5,10 @@
 // Checked by tests/system/unidades_win32_test.cpp.
 #pragma once
 
-#include "companions/cadena.hpp"
+#include "companions/arr.hpp"
 #include "companions/sistema.hpp"
 #include "info.h"
+#include "lumodir.h"
 
 namespace lumodir {
 
@@ -34,6 +35,11 @@ struct nombre_de_unidad {
 // "X:", with the network path or, if wanted and the drive has one, the volume name in parentheses after it.
 cadena_w i_etiqueta_de_unidad(const InfoDisco& disco, bool con_nombre);
 
+// Records of UnidadSistema.
+objeto<ArrPunteroConTipo> i_unidades_del_sistema(bool con_nombre);
+
+// Of the running program; kept for good.
+const wchar_t* i_disco_de_programa();
 // Tests only: the next question finds the program's drive out again.
 void i_olvida_disco_de_programa() noexcept;
 

@@ -43,6 +43,7 @@ struct como_windows::estado {
     };
     std::map<HANDLE, instantanea> instantaneas;
     std::set<DWORD> de_32_bits;
+    std::set<texto_w> claves_negadas;
     unsigned dialogos = 0;
     unsigned hilos_ajenos = 0;
     unsigned intervenciones = 0;
@@ -627,6 +628,26 @@ BOOL WINAPI no_sigue_enlaces() {
     return actual->escenario.enlaces_por_si_mismos ? FALSE : debajo.sigue_enlaces();
 }
 
+// ---- Registry
+
+texto_w nombre_de_clave_en_minusculas(HKEY clave) {
+    texto_w nombre = nombre_de_clave(clave);
+    ::CharLowerBuffW(nombre.data(), static_cast<DWORD>(nombre.size()));
+    return nombre;
+}
+
+LSTATUS WINAPI abre_clave(HKEY padre, const wchar_t* ruta, DWORD opciones, REGSAM acceso, HKEY* clave) {
+    const LSTATUS error = debajo.RegOpenKeyExW(padre, ruta, opciones, acceso, clave);
+    if (error != ERROR_SUCCESS || actual->claves_negadas.empty() ||
+        actual->claves_negadas.count(nombre_de_clave_en_minusculas(*clave)) == 0) {
+        return error;
+    }
+    ++actual->intervenciones;
+    debajo.RegCloseKey(*clave);
+    *clave = nullptr;
+    return ERROR_ACCESS_DENIED;
+}
+
 // ---- Processes
 
 HANDLE WINAPI toma_instantanea(DWORD que, DWORD pid) {
@@ -727,6 +748,7 @@ void desvia() {
     t.FindClose = a_solas<acaba_busqueda>::llama;
     t.abre_entrada = a_solas<abre_entrada>::llama;
     t.sigue_enlaces = a_solas<no_sigue_enlaces>::llama;
+    t.RegOpenKeyExW = a_solas<abre_clave>::llama;
     t.CreateToolhelp32Snapshot = a_solas<toma_instantanea>::llama;
     t.Module32FirstW = a_solas<primer_modulo>::llama;
     t.Module32NextW = a_solas<otro_modulo>::llama;
@@ -764,6 +786,9 @@ bool como_windows::esta_marcado(const std::string& directorio) const {
 void como_windows::no_se_deja_preguntar(const std::string& ruta, DWORD codigo) {
     estado_->preguntados[clave_de_ruta(w(ruta).c_str())] = codigo;
 }
+void como_windows::no_se_deja_abrir(HKEY clave) {
+    estado_->claves_negadas.insert(nombre_de_clave_en_minusculas(clave));
+}
 void como_windows::pasa_ms(unsigned long milisegundos) {
     estado_->ahora_ms += milisegundos;
     deja_de_mirar(*estado_);
@@ -779,6 +804,23 @@ unsigned como_windows::hilos_ajenos() const {
 }
 unsigned como_windows::intervenciones() const {
     return estado_->intervenciones;
+}
+
+texto_w nombre_de_clave(HKEY clave) {
+    using pregunta_nativa = LONG(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
+    const auto NtQueryKey = reinterpret_cast<pregunta_nativa>(
+        reinterpret_cast<void (*)()>(::GetProcAddress(::GetModuleHandleA("ntdll"), "NtQueryKey")));
+    constexpr int solo_nombre = 3;  // KeyNameInformation: the count of bytes, and the name
+    char datos[2048];
+    ULONG bytes = 0;
+    if (NtQueryKey(clave, solo_nombre, datos, sizeof datos, &bytes) != 0) {
+        return {};
+    }
+    ULONG largo = 0;
+    std::memcpy(&largo, datos, sizeof largo);
+    texto_w nombre(largo / sizeof(wchar_t), L'\0');
+    std::memcpy(nombre.data(), datos + sizeof largo, largo);
+    return nombre;
 }
 
 bool se_pide_como_windows() {

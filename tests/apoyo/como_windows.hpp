@@ -59,6 +59,9 @@ public:
     // Whoever asks for the attributes of it, or opens it, gets this code; its entry in the directory can be read.
     void no_se_deja_preguntar(const std::string& ruta, DWORD codigo);
 
+    // Nobody is let open this registry key, in the view that it was opened in; Wine minds no rights of keys.
+    void no_se_deja_abrir(HKEY clave);
+
     // Time passes on the clock of what is remembered and of who looks at files.
     void pasa_ms(unsigned long milisegundos);
 
@@ -77,6 +80,9 @@ public:
 private:
     std::unique_ptr<estado> estado_;
 };
+
+// The name of an open key for the whole system, which tells its view; the name that links are made of.
+texto_w nombre_de_clave(HKEY clave);
 
 // Whether the environment asks for the plain scenario for the whole run.
 bool se_pide_como_windows();

@@ -412,7 +412,7 @@ unsigned short idioma_del_usuario() noexcept {
     return 0x0409;
 }
 
-cadena_w texto_de_codigo_de_error(unsigned long codigo) {
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
     return copiaforu_nousar_formatea(L"error %lu", {codigo});
 }
 

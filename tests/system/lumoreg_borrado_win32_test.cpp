@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 
+#include "apoyo/como_windows.hpp"
 #include "lumoreg.h"
 #include "registro_de_pruebas.hpp"
 
@@ -22,34 +23,12 @@ void borra(bool ancha, std::string_view padre, std::string_view nombre) {
     }
 }
 
-// The name of a key for the whole system, which links are made of.
 texto_w nombre_de_sistema(const texto_w& ruta) {
-    using pregunta = LONG(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
-    const auto NtQueryKey = reinterpret_cast<pregunta>(
-        reinterpret_cast<void (*)()>(::GetProcAddress(::GetModuleHandleA("ntdll"), "NtQueryKey")));
-    constexpr int solo_nombre = 3;  // KeyNameInformation: the count of bytes, and the name
-    char datos[2048];
-    ULONG bytes = 0;
     const HKEY clave = abre(ruta.c_str());
-    EXPECT_EQ(NtQueryKey(clave, solo_nombre, datos, sizeof datos, &bytes), 0);
+    const texto_w nombre = nombre_de_clave(clave);
     ::RegCloseKey(clave);
-    ULONG largo = 0;
-    std::memcpy(&largo, datos, sizeof largo);
-    texto_w nombre(largo / sizeof(wchar_t), L'\0');
-    std::memcpy(nombre.data(), datos + sizeof largo, largo);
+    EXPECT_FALSE(nombre.empty());
     return nombre;
-}
-
-void crea_enlace(const texto_w& ruta, const texto_w& destino) {
-    HKEY clave = nullptr;
-    ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, ruta.c_str(), 0, nullptr, REG_OPTION_CREATE_LINK,
-                                KEY_ALL_ACCESS | KEY_CREATE_LINK, nullptr, &clave, nullptr),
-              ERROR_SUCCESS);
-    ASSERT_EQ(::RegSetValueExW(clave, L"SymbolicLinkValue", 0, REG_LINK,
-                               reinterpret_cast<const BYTE*>(destino.data()),
-                               static_cast<DWORD>(destino.size() * sizeof(wchar_t))),
-              ERROR_SUCCESS);
-    ::RegCloseKey(clave);
 }
 
 // The link itself, whatever it points to.
@@ -99,7 +78,7 @@ TEST_F(borrado_lumoreg, un_enlace_se_borra_y_lo_que_apunta_queda) {
             crea_precioso();
             crea(bajo("p"));
             const texto_w destino = nombre_de_sistema(clave_de_pruebas) + w("\\") + w(f.destino);
-            crea_enlace(bajo(f.enlace), destino);
+            crea_enlace(HKEY_CURRENT_USER, bajo(f.enlace), destino);
             borra(ancha, f.padre, f.nombre);
             EXPECT_EQ(toma_informes_con_detalle(), textos{});
             EXPECT_FALSE(existe_enlace(bajo(f.enlace)));
@@ -115,7 +94,7 @@ TEST_F(borrado_lumoreg, un_enlace_en_el_camino_al_padre_se_sigue) {
     for (const bool ancha : {true, false}) {
         crea_precioso();
         crea(bajo("p"));
-        crea_enlace(bajo("p\\way"), nombre_de_sistema(bajo("precious")));
+        crea_enlace(HKEY_CURRENT_USER, bajo("p\\way"), nombre_de_sistema(bajo("precious")));
         borra(ancha, "p\\way", "a");
         EXPECT_EQ(subclaves(bajo("precious")), textos{"b"}) << ancha;
         EXPECT_TRUE(existe_enlace(bajo("p\\way"))) << ancha;
@@ -128,7 +107,7 @@ TEST_F(borrado_lumoreg, un_enlace_que_no_se_deja_borrar_se_informa_y_su_destino_
     for (const bool ancha : {true, false}) {
         crea_precioso();
         crea(bajo("p\\top"));
-        crea_enlace(bajo("p\\top\\link"), nombre_de_sistema(bajo("precious")));
+        crea_enlace(HKEY_CURRENT_USER, bajo("p\\top\\link"), nombre_de_sistema(bajo("precious")));
         {
             const sustituye<decltype(sistema.NtDeleteKey)> no(
                 sistema.NtDeleteKey,
@@ -152,7 +131,7 @@ LSTATUS WINAPI enumera_y_cambia(HKEY clave, DWORD indice, wchar_t* nombre, DWORD
     const LSTATUS error = g_real.RegEnumKeyExW(clave, indice, nombre, longitud, r, c, lc, f);
     if (error == ERROR_SUCCESS && u8(nombre) == "victim") {
         borra_arbol(g_cambiada);
-        crea_enlace(g_cambiada, g_destino);
+        crea_enlace(HKEY_CURRENT_USER, g_cambiada, g_destino);
     }
     return error;
 }

@@ -36,6 +36,17 @@ inline void crea(const texto_w& ruta) {
               ERROR_SUCCESS);
     ::RegCloseKey(clave);
 }
+inline void crea_enlace(HKEY raiz, const texto_w& ruta, const texto_w& destino) {
+    HKEY clave = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(raiz, ruta.c_str(), 0, nullptr, REG_OPTION_CREATE_LINK,
+                                KEY_ALL_ACCESS | KEY_CREATE_LINK, nullptr, &clave, nullptr),
+              ERROR_SUCCESS);
+    ASSERT_EQ(::RegSetValueExW(clave, L"SymbolicLinkValue", 0, REG_LINK,
+                               reinterpret_cast<const BYTE*>(destino.data()),
+                               static_cast<DWORD>(destino.size() * sizeof(wchar_t))),
+              ERROR_SUCCESS);
+    ::RegCloseKey(clave);
+}
 inline void pon(const texto_w& ruta, const wchar_t* nombre, DWORD tipo, std::string_view bytes) {
     const HKEY clave = abre(ruta.c_str());
     ASSERT_NE(clave, nullptr);

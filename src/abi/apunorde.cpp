@@ -1,4 +1,4 @@
-// Sorted pointer arrays: the records belong to the array; repeats keep their order of insertion.
+// The exports of companions/apunorde.h: the records belong to the array; repeats keep their order of insertion.
 // Checked by tests/companions/ordenados_test.cpp.
 #include "companions/apunorde.hpp"
 
@@ -71,10 +71,5 @@ void* apunorde_nousar_busca(const ApunOrde* array, const void* key,
 }
 
 void apunorde_nousar_destruye(ApunOrde** array) {
-    if (i_comprueba(array != nullptr, "(apunorde) != NULL") &&
-        i_comprueba(*array != nullptr, "(*apunorde) != NULL")) {
-        // A record's end may lead back to the array that held it: by then the variable is NULL.
-        const objeto<ApunOrde> conjunto(*array);
-        *array = nullptr;
-    }
+    i_destruye_en(array, "(apunorde) != NULL", "(*apunorde) != NULL", destruye_objeto());
 }

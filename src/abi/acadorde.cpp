@@ -1,8 +1,7 @@
-// Sorted string arrays, 8-bit and wide: order code unit by code unit, a shorter prefix first; where repeats are
-// not admitted, a text that is already there changes nothing.
+// The exports of companions/acadorde.h.
 //
-// Promises: inserting in ascending order is linear in all (the listings insert sorted); any other order costs a
-// binary search and a block move an insertion.
+// Promises: inserting in ascending order is linear in all (the listings insert sorted); any other order costs a binary
+// search and a block move an insertion.
 // Checked by tests/companions/ordenados_test.cpp.
 #include "companions/acadorde.hpp"
 
@@ -31,15 +30,6 @@ const C* i_get(const A* conjunto, unsigned long indice, lugar donde) noexcept {
 }
 
 template <class A>
-void i_destruye(A** conjunto, lugar donde) noexcept {
-    if (i_comprueba(conjunto != nullptr, "(acadorde) != NULL", donde) &&
-        i_comprueba(*conjunto != nullptr, "(*acadorde) != NULL", donde)) {
-        i_destruye_objeto(*conjunto);
-        *conjunto = nullptr;
-    }
-}
-
-template <class A>
 A* i_crea(unsigned short admite_repetidos, lugar donde) {
     auto conjunto = objeto<A>::crea(donde);
     conjunto->admite_repetidos = admite_repetidos == 1;
@@ -64,7 +54,7 @@ const char* acadorde_get(const AcadOrde* array, unsigned long index) {
     return i_get<char>(array, index, lugar::aqui());
 }
 void acadorde_destruye(AcadOrde** array) {
-    i_destruye(array, lugar::aqui());
+    i_destruye_en(array, "(acadorde) != NULL", "(*acadorde) != NULL", destruye_objeto());
 }
 
 AcadOrdeU* acadordeu_crea(unsigned short admite_repetidos) {
@@ -80,5 +70,5 @@ const wchar_t* acadordeu_get(const AcadOrdeU* array, unsigned long index) {
     return i_get<wchar_t>(array, index, lugar::aqui());
 }
 void acadordeu_destruye(AcadOrdeU** array) {
-    i_destruye(array, lugar::aqui());
+    i_destruye_en(array, "(acadorde) != NULL", "(*acadorde) != NULL", destruye_objeto());
 }
