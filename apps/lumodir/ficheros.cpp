@@ -305,7 +305,8 @@ void i_di_uno(const peticion& p, const acto& que, const std::wstring& ruta, cons
         }
         return;
     }
-    const frase como = r.ya_estaba ? que.ya_estaba : p.en_seco() ? que.se_haria : que.hecho;
+    const frase en_seco = r.se_crea ? frase("would create") : que.se_haria;
+    const frase como = r.ya_estaba ? que.ya_estaba : p.en_seco() ? en_seco : que.hecho;
     salida().escribe(di(como), p.en_seco() ? estilo::aviso : estilo::bueno).escribe(" ").linea(nombre);
 }
 

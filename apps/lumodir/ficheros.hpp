@@ -49,6 +49,7 @@ struct resultado {
     std::wstring queja;  // why it failed; empty when it is done
     std::wstring ruta;   // what it was done to, when that is not the path that was given
     bool ya_estaba = false;
+    bool se_crea = false;   // --dry-run: it is missing and would come to be
     bool ya_dicho = false;  // the library has told the person why
     resultado() = default;
     // NOLINTNEXTLINE(google-explicit-constructor): a complaint is a result.

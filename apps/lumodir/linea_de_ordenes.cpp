@@ -133,13 +133,14 @@ public:
 private:
     static std::wstring i_nombre_de_opcion(std::wstring_view palabra) {
         const std::wstring minuscula = en_minusculas(palabra);
-        for (const wchar_t* ayuda : {L"-h", L"-?", L"/?", L"/h", L"-help", L"/help"}) {
+        for (const wchar_t* ayuda : {L"-?", L"/?", L"/h", L"-help", L"/help"}) {
             if (minuscula == ayuda) {
                 return L"help";
             }
         }
-        if (palabra == L"-y") {
-            return L"yes";
+        // Letters are told apart by their case: -H is an option of a command's own.
+        if (palabra == L"-h" || palabra == L"-y") {
+            return palabra == L"-h" ? L"help" : L"yes";
         }
         if (palabra.size() > 2 && palabra.starts_with(L"--")) {
             return minuscula.substr(2, minuscula.find(L'=') - 2);

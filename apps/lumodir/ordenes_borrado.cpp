@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <set>
 
 #include "anfitrion.hpp"
 #include "comodines.hpp"
@@ -94,6 +95,11 @@ int i_rm(peticion& p) {
     });
     std::erase_if(dadas.rutas,
                   [](const std::wstring& ruta) { return que_hay_en(ruta) != clase_de_entrada::fichero; });
+    // "a.txt" and "./a.txt" are one file, and it goes once.
+    std::set<std::wstring> ya;
+    std::erase_if(dadas.rutas, [&](const std::wstring& ruta) {
+        return !ya.insert(en_mayusculas(ruta_exacta(ruta_de_trabajo(ruta)))).second;
+    });
     i_pregunta_por(p, dadas);
     return en_cada_una(p, dadas.rutas, {"deleted", "would delete"}, i_rm_uno);
 }
@@ -110,6 +116,8 @@ struct testigo {
 
 struct tarea {
     std::wstring directorio;
+    // For the system: once it is gone, its own text may name another one ("d." is "d" then).
+    std::wstring del_sistema;
     recuento antes;
     std::vector<testigo> testigos;
     bool es_enlace = false;
@@ -181,24 +189,21 @@ void i_con_contador(const tarea& t, const std::function<void()>& borra) {
 void i_borra_parando(tarea& t) {
     unsigned short continuar = CIERTO;
     const interruptor al_pulsar_control_c(&continuar);
-    i_con_contador(t, [&] {
-        lumodir::cdir::borra_directorio_y_subdirectorios_parando(ruta_de_trabajo(t.directorio), continuar);
-    });
+    i_con_contador(
+        t, [&] { lumodir::cdir::borra_directorio_y_subdirectorios_parando(t.del_sistema, continuar); });
     t.interrumpida = continuar != CIERTO;
 }
 
 void i_borra_si_se_puede(tarea& t) {
     i_con_contador(t, [&] {
         t.no_borrados =
-            lumodir::cdir::borra_directorio_y_subdirectorios_si_se_puede(ruta_de_trabajo(t.directorio))
-                .fallos.vector();
+            lumodir::cdir::borra_directorio_y_subdirectorios_si_se_puede(t.del_sistema).fallos.vector();
     });
 }
 
 void i_borra_en_pasadas(tarea& t) {
-    i_con_contador(t, [&] {
-        lumodir::cdir::borra_contenido_directorio_si_es_posible_reintentando(ruta_de_trabajo(t.directorio));
-    });
+    i_con_contador(
+        t, [&] { lumodir::cdir::borra_contenido_directorio_si_es_posible_reintentando(t.del_sistema); });
 }
 
 std::wstring i_en_palabras(const recuento& r) {
@@ -273,7 +278,9 @@ void i_di_que_queda(const tarea& t, const lo_que_queda& resto) {
     } else {
         i_di_ficheros(resto);
     }
-    di_ilegibles(resto.cuenta);
+    if (t.antes.ilegibles.empty()) {  // what could not be read before has been said
+        di_ilegibles(resto.cuenta);
+    }
 }
 
 json i_json(const peticion& p, const tarea& t, bool queda, const recuento& resto) {
@@ -305,7 +312,7 @@ void i_di_hecho(const tarea& t, frase que, estilo como) {
 }
 
 int i_cuenta_lo_hecho(const peticion& p, const tarea& t) {
-    const bool queda = que_hay_en(t.directorio) != clase_de_entrada::ninguna;
+    const bool queda = que_hay_en(t.del_sistema) != clase_de_entrada::ninguna;
     const lo_que_queda resto = queda && !t.es_enlace ? i_mira_lo_que_queda(t.directorio) : lo_que_queda();
     return responde(
         p, i_json(p, t, queda, resto.cuenta),
@@ -320,7 +327,9 @@ int i_cuenta_lo_hecho(const peticion& p, const tarea& t) {
 }
 
 int i_en_seco(const peticion& p, const tarea& t) {
-    return responde(p, i_json(p, t, true, t.antes), [&] { i_di_hecho(t, "would delete", estilo::aviso); });
+    return responde(
+        p, i_json(p, t, true, t.antes), [&] { i_di_hecho(t, "would delete", estilo::aviso); },
+        t.antes.ilegibles.empty() ? hecho : no);
 }
 
 void i_mira_lo_que_hay(tarea& t) {
@@ -351,6 +360,7 @@ int i_rmtree(peticion& p) {
     rechaza_raiz(t.directorio);
     rechaza_patron(t.directorio);
     comprueba_existe(t.directorio);
+    t.del_sistema = ruta_de_trabajo(t.directorio);
     if (que_hay_en(t.directorio) == clase_de_entrada::fichero) {
         throw fallo{di("'%1' is a file; rm deletes files", t.directorio)};
     }

@@ -100,7 +100,12 @@ long long i_momento(const std::wstring& texto) {
             return lee_fecha(L"now", false) - std::stoll(limpio.substr(0, cifras)) * u.segundos;
         }
     }
-    return lee_fecha(texto, false);
+    try {
+        return lee_fecha(texto, false);
+    } catch (const uso_incorrecto&) {
+        throw uso_incorrecto{
+            di("'%1' is no time; use 10min, 2h, 3d or 1week ago, or a date: 2024-05-01", texto)};
+    }
 }
 
 class criterio {
@@ -111,7 +116,9 @@ public:
           con_caja_(p.tiene("case-sensitive")),
           ruta_entera_(p.tiene("full-path")) {
         if (p.tiene("type")) {
-            i_tipo(en_minusculas(p.valor("type")));
+            for (const std::wstring& tipo : i_partes(en_minusculas(p.valor("type")), L'|')) {
+                tipos_ += i_tipo(tipo);
+            }
         }
         if (p.tiene("extension")) {
             for (std::wstring& e : i_partes(p.valor("extension"), L'|')) {
@@ -144,38 +151,32 @@ public:
     }
 
 private:
-    void i_tipo(const std::wstring& tipo) {
+    static wchar_t i_tipo(const std::wstring& tipo) {
         for (const std::wstring_view conocido : {L"file", L"directory", L"link", L"empty"}) {
             if (tipo == conocido || tipo == conocido.substr(0, 1)) {
-                tipo_ = conocido[0];
+                return conocido[0];
             }
         }
         if (tipo == L"dir" || tipo == L"symlink") {
-            tipo_ = tipo == L"dir" ? L'd' : L'l';
+            return tipo == L"dir" ? L'd' : L'l';
         }
-        if (tipo_ == 0) {
-            throw uso_incorrecto{di("--type must be file, directory, link or empty, not '%1'", tipo)};
-        }
+        throw uso_incorrecto{di("--type must be file, directory, link or empty, not '%1'", tipo)};
     }
 
-    bool i_por_tipo(const entrada& e, const std::wstring& ruta) const {
-        switch (tipo_) {
-            case L'f':
-                return !e.es_directorio && !e.es_enlace;
-            case L'd':
-                return e.es_carpeta();
-            case L'l':
-                return e.es_enlace;
-            case L'e': {
-                if (e.es_carpeta()) {
-                    const carpeta c = lee_carpeta(ruta);
-                    return c.leida && c.entradas.empty();
-                }
-                return !e.es_enlace && e.bytes == 0;
-            }
-            default:
-                return true;
+    static bool i_esta_vacia(const entrada& e, const std::wstring& ruta) {
+        if (e.es_carpeta()) {
+            const carpeta c = lee_carpeta(ruta);
+            return c.leida && c.entradas.empty();
         }
+        return !e.es_enlace && e.bytes == 0;
+    }
+
+    // One of the kinds; "empty" is none, and is asked for besides.
+    bool i_por_tipo(const entrada& e, const std::wstring& ruta) const {
+        const wchar_t tipo = e.es_enlace ? L'l' : e.es_directorio ? L'd' : L'f';
+        const bool vacias = tipos_.find(L'e') != tipos_.npos;
+        const bool de_un_tipo = tipos_.find_first_not_of(L'e') != tipos_.npos;
+        return (!de_un_tipo || tipos_.find(tipo) != tipos_.npos) && (!vacias || i_esta_vacia(e, ruta));
     }
 
     bool i_por_nombre(const std::wstring& nombre) const {
@@ -198,7 +199,7 @@ private:
 
     std::wstring patron_;
     bool entero_, con_caja_, ruta_entera_;
-    wchar_t tipo_ = 0;
+    std::wstring tipos_;  // their first letters
     std::vector<std::wstring> extensiones_, excluidos_;
     std::optional<medida> medida_;
     std::optional<long long> desde_, hasta_;
@@ -453,7 +454,8 @@ constexpr opcion opciones_find[] = {
     {.nombre = "type",
      .valor = "T",
      .ayuda = "only a file, directory, link, or what is empty; the first letter is enough",
-     .letra = 't'},
+     .letra = 't',
+     .varias = true},
     {.nombre = "extension",
      .valor = "E",
      .ayuda = "only files with this extension; may be given several times",

@@ -29,6 +29,16 @@ frase i_en_palabras(clase_de_entrada clase) {
                                                    : frase("missing");
 }
 
+// The directory that a file stands in, as the path says it.
+std::wstring i_carpeta_de(const std::wstring& fichero) {
+    const size_t fin = fichero.find_last_of(L"\\/");
+    if (fin == fichero.npos) {
+        return fichero.size() >= 2 && fichero[1] == L':' ? fichero.substr(0, 2) + L"." : L".";
+    }
+    const std::wstring carpeta = fichero.substr(0, fin);
+    return carpeta.empty() || carpeta.back() == L':' ? fichero.substr(0, fin + 1) : carpeta;
+}
+
 // A pattern is there when anything matches it: it gives way to what it matches, and stays to be told as missing.
 std::vector<std::wstring> i_existentes(const peticion& p) {
     std::vector<std::wstring> rutas;
@@ -37,8 +47,11 @@ std::vector<std::wstring> i_existentes(const peticion& p) {
         if (es_patron(ruta)) {
             try {
                 halladas = expande(ruta, p.tiene("file") ? que_valen::ficheros : que_valen::todo);
-            } catch (const fallo&) {
-                halladas.clear();  // its directory is missing
+            } catch (const fallo& que) {
+                const std::wstring carpeta = i_carpeta_de(ruta);
+                if (es_patron(carpeta) || que_hay_en(carpeta) != clase_de_entrada::ninguna) {
+                    di_queja(que.texto);
+                }
             }
         }
         if (halladas.empty()) {
@@ -84,6 +97,13 @@ acceso i_acceso(const std::wstring& dada, bool es_directorio) {
     lumodir::respuesta escribir;
     if (es_directorio) {
         a.leer = por_que_no_se_lee(ruta) == 0;
+        if (ruta.starts_with(L"\\\\?\\")) {  // of which the library's judgement of paths knows nothing
+            const std::wstring probado = lumodir::creaFicheroUnicoEnDirectorio(ruta, L"tmp");
+            a.escribir = !probado.empty() && que_hay_en(probado) == clase_de_entrada::fichero;
+            a.por_que_no = a.escribir ? L"" : di("no temporary file could be created");
+            lumodir::borra_fichero_si_existe_sin_mensaje(probado);
+            return a;
+        }
         escribir = cdir::se_puede_escribir_en_directorio(ruta);
     } else {
         a.leer = cdir::se_puede_leer(ruta);
@@ -214,7 +234,8 @@ int i_date(peticion& p) {
 // ---- touch ----
 
 std::wstring i_crea_vacio(const std::wstring& ruta) {
-    const lumodir::cadena para_el_sistema = lumodir::lmlongpath_prepended_path_si_necesario(ruta);
+    const lumodir::cadena para_el_sistema =
+        lumodir::lmlongpath_prepended_path_si_necesario(ruta_de_trabajo(ruta));
     void* asa = CreateFileW(para_el_sistema.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
     if (asa == INVALID_HANDLE_VALUE) {
@@ -246,7 +267,9 @@ resultado i_touch_una(const peticion& p, const std::wstring& ruta) {
         return di("'%1' does not exist", ruta);
     }
     if (p.en_seco()) {
-        return {};
+        resultado r;
+        r.se_crea = clase == clase_de_entrada::ninguna;
+        return r;
     }
     if (clase == clase_de_entrada::ninguna) {
         const std::wstring queja = i_crea_vacio(ruta);
@@ -271,16 +294,6 @@ int i_touch(peticion& p) {
 
 // ---- mkdir, mv ----
 
-// The directory that a file stands in, as the path says it.
-std::wstring i_carpeta_de(const std::wstring& fichero) {
-    const size_t fin = fichero.find_last_of(L"\\/");
-    if (fin == fichero.npos) {
-        return fichero.size() >= 2 && fichero[1] == L':' ? fichero.substr(0, 2) + L"." : L".";
-    }
-    const std::wstring carpeta = fichero.substr(0, fin);
-    return carpeta.empty() || carpeta.back() == L':' ? fichero.substr(0, fin + 1) : carpeta;
-}
-
 resultado i_mkdir_una(const peticion& p, const std::wstring& ruta) {
     if (sin_blancos(ruta).empty()) {
         return di("the path is empty");
@@ -301,7 +314,7 @@ resultado i_mkdir_una(const peticion& p, const std::wstring& ruta) {
                                                     : cdir::crea_directorios_fichero)
                       : p.tiene("if-possible") ? cdir::crea_directorios_si_es_posible
                                                : cdir::crea_directorios_del_path;
-    crea(ruta);
+    crea(ruta_de_trabajo(ruta));
     // What the library answers is about its levels; what counts is what is there.
     if (que_hay_en(directorio) != clase_de_entrada::directorio) {
         r.queja = di("'%1' is not created", directorio);
@@ -319,7 +332,9 @@ int i_mkdir(peticion& p) {
 }
 
 std::wstring i_ultima_parte(const std::wstring& ruta) {
-    return ruta.substr(ruta.find_last_of(L"\\/:") + 1);
+    // A separator at the end belongs to the name of a directory.
+    const std::wstring sin_final = ruta.substr(0, ruta.find_last_not_of(L"\\/") + 1);
+    return sin_final.substr(sin_final.find_last_of(L"\\/:") + 1);
 }
 
 // Where a file goes: into a directory under its own name, or to the path itself.
@@ -346,14 +361,14 @@ void i_comprueba_movimiento(const std::wstring& viejo, const std::wstring& nuevo
 
 void i_mueve(const peticion& p, const std::wstring& viejo, const std::wstring& nuevo) {
     const ruta_en_curso en_curso(viejo);
-    const std::wstring de_trabajo = ruta_de_trabajo(viejo);
+    const std::wstring de_trabajo = ruta_de_trabajo(viejo), a_donde = ruta_de_trabajo(nuevo);
     hubo_quejas();
     bool movido;
     if (p.tiene("if-possible")) {
-        movido = cdir::mueve_fichero(de_trabajo, nuevo);
+        movido = cdir::mueve_fichero(de_trabajo, a_donde);
     } else {
         // This one retries and asks, but gives no answer: a move that went through has said nothing.
-        cdir::renombra_fichero(de_trabajo, nuevo);
+        cdir::renombra_fichero(de_trabajo, a_donde);
         movido = que_hay_en(nuevo) != clase_de_entrada::ninguna && !hubo_quejas();
     }
     if (!movido) {
@@ -372,6 +387,7 @@ bool i_mv_uno(const peticion& p, const std::wstring& viejo, const std::wstring& 
         if (interrumpido()) {
             por_que = di("stopped");
         } else if (!p.en_seco()) {
+            toma_avisos();
             i_mueve(p, viejo, destino);
         }
     } catch (const fallo& que) {
@@ -387,7 +403,9 @@ bool i_mv_uno(const peticion& p, const std::wstring& viejo, const std::wstring& 
     }
     lo_hecho.pieza(std::move(fila), [&] {
         if (!por_que.empty()) {
-            di_queja(por_que);
+            if (!hay_avisos() || en_la_lengua_de_los_mensajes()) {
+                di_queja(por_que);
+            }
             return;
         }
         salida()
@@ -427,6 +445,9 @@ int i_mv(peticion& p) {
 template <bool proteger>
 resultado i_protege_una(const peticion& p, const std::wstring& ruta) {
     comprueba_existe(ruta);
+    if (que_hay_en(ruta) == clase_de_entrada::directorio) {
+        return di("'%1' is a directory", ruta);
+    }
     if (p.en_seco()) {
         return {};
     }
@@ -514,7 +535,8 @@ std::vector<std::wstring> i_en_palabras(const std::vector<cambio>& cambios) {
     std::vector<std::wstring> lineas;
     lineas.reserve(cambios.size());
     for (const cambio& c : cambios) {
-        lineas.push_back(c.pisa ? di("%1 to %2, which is replaced", c.de, c.a) : di("%1 to %2", c.de, c.a));
+        const std::wstring de = a_la_vista(c.de), a = a_la_vista(c.a);
+        lineas.push_back(c.pisa ? di("%1 to %2, which is replaced", de, a) : di("%1 to %2", de, a));
     }
     return lineas;
 }
@@ -522,9 +544,13 @@ std::vector<std::wstring> i_en_palabras(const std::vector<cambio>& cambios) {
 int i_rename_ext(peticion& p) {
     const std::wstring directorio = p.argumentos[0];
     const std::wstring vieja = i_extension_de(p.argumentos[1]), nueva = i_extension_de(p.argumentos[2]);
+    if (vieja == nueva) {
+        throw uso_incorrecto{di("the files would keep their names: the extension is '%1' already", nueva)};
+    }
     rechaza_raiz(directorio);
     comprueba_directorio(directorio);
-    const std::vector<cambio> cambios = i_cambios(directorio, vieja, nueva);
+    const std::wstring de_trabajo = ruta_de_trabajo(directorio);
+    const std::vector<cambio> cambios = i_cambios(de_trabajo, vieja, nueva);
     if (cambios.empty()) {
         throw fallo{di("no file in '%1' has the extension '%2'", directorio, vieja)};
     }
@@ -540,7 +566,7 @@ int i_rename_ext(peticion& p) {
     if (!p.en_seco()) {
         const despedida al_acabar([&] { return di("stopped; some files may have their new names already"); });
         con_progreso(
-            [&] { cdir::cambia_extension_ficheros(directorio, vieja, nueva); },
+            [&] { cdir::cambia_extension_ficheros(de_trabajo, vieja, nueva); },
             [&](unsigned segundos) { return di("renaming %1, %2 s", cuantos, std::to_wstring(segundos)); });
     } else if (!p.en_json) {
         for (const std::wstring& linea : i_en_palabras(cambios)) {
@@ -548,7 +574,7 @@ int i_rename_ext(peticion& p) {
         }
     }
     const size_t quedan =
-        iguales_sin_caja(vieja, nueva) && !p.en_seco() ? 0 : i_con_extension(directorio, vieja).size();
+        iguales_sin_caja(vieja, nueva) && !p.en_seco() ? 0 : i_con_extension(de_trabajo, vieja).size();
     json todo = json::objeto()
                     .pon("directory", directorio)
                     .pon("renamed", cambios.size() - quedan)

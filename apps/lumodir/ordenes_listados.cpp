@@ -448,7 +448,8 @@ void i_pinta_rutas(const arbol& a, const std::wstring& base) {
     for (const nodo& n : a.nodos) {
         const std::wstring directorio = n.nivel == 0 ? base : bajo_de(base, n.bajo);
         for (const std::wstring& nombre : n.ficheros) {
-            salida().linea(std::wstring_view(bajo_de(directorio, nombre)));
+            const std::wstring ruta = bajo_de(directorio, nombre);
+            salida().linea(std::wstring_view(salida().es_consola() ? a_la_vista(ruta) : ruta));
         }
     }
 }
@@ -488,7 +489,7 @@ int i_tree(peticion& p) {
 int i_sets(peticion& p) {
     const std::wstring directorio = p.directorio();
     comprueba_directorio(directorio);
-    const lumodir::fichsdir::ficheros_t todos = lumodir::fichsdir::ficheros(directorio);
+    const lumodir::fichsdir::ficheros_t todos = lumodir::fichsdir::ficheros(ruta_de_trabajo(directorio));
     std::vector<const Fichsdir*> ficheros;
     for (const Fichsdir& f : todos) {
         ficheros.push_back(&f);

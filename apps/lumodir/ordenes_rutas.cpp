@@ -190,7 +190,7 @@ int i_shorten(peticion& p) {
     if (va_desde_la_raiz(corta) && !va_desde_la_raiz(ruta)) {
         corta.erase(tras_unidad, 1);
     }
-    return i_responde(p, corta);
+    return i_responde(p, corta.size() < ruta.size() ? corta : ruta);
 }
 
 int i_repair(peticion& p) {

@@ -37,7 +37,8 @@ int i_tmp(peticion& p) {
                         });
     }
     if (p.tiene("in")) {
-        ruta = lumodir::creaFicheroUnicoEnDirectorio(p.valor("in"), extension ? extension : L"tmp");
+        ruta = lumodir::creaFicheroUnicoEnDirectorio(ruta_de_trabajo(p.valor("in")),
+                                                     extension ? extension : L"tmp");
     } else {
         const std::wstring limpia = !extension ? L"tmp" : extension[0] == L'.' ? extension + 1 : extension;
         ruta = lumodir::creaFicheroTemporalConExt(limpia);

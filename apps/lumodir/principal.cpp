@@ -65,7 +65,7 @@ int i_fallo(const fallo& que, const peticion& p) {
     return no;
 }
 
-void i_elige_idioma(const std::wstring& nombre) {
+void i_elige_idioma(const std::wstring& nombre, bool en_palabras) {
     const std::optional<lumodir::idioma> cual = busca_idioma(nombre);
     if (!cual) {
         throw uso_incorrecto{
@@ -78,6 +78,11 @@ void i_elige_idioma(const std::wstring& nombre) {
         di_queja(
             di("there are no texts in '%1'; those in %2 are used", nombre, nombre_de_idioma(de_los_textos)),
             estilo::aviso);
+    }
+    // Scripts get nothing that is translated but messages.
+    if (en_palabras && !en_la_lengua_de_los_mensajes()) {
+        di_queja(di("the library speaks '%1'; the command's own words are in English", nombre),
+                 estilo::aviso);
     }
 }
 
@@ -125,7 +130,7 @@ int i_ejecuta(invocacion& leida) {
     const anfitrion de_la_biblioteca(leida.verboso);
     atiende_interrupciones();
     if (leida.idioma) {
-        i_elige_idioma(*leida.idioma);
+        i_elige_idioma(*leida.idioma, !leida.que.en_json);
     }
     i_comprueba_argumentos(leida.que);
     return leida.que.cual->ejecuta(leida.que);

@@ -25,6 +25,22 @@ bool i_lleva_prefijo(std::wstring_view ruta) {
     return ruta.starts_with(L"\\\\?\\") || ruta.starts_with(L"\\\\.\\");
 }
 
+// The full path as Windows understands it, in the form of the exact one.
+std::wstring i_usual(const std::wstring& ruta, const std::wstring& exacta) {
+    std::wstring usual = i_completa(ruta);
+    if (!i_lleva_prefijo(usual)) {
+        usual = usual.starts_with(L"\\\\") ? L"\\\\?\\UNC" + usual.substr(1) : L"\\\\?\\" + usual;
+    }
+    while (usual.size() > exacta.size() && usual.back() == L'\\') {
+        usual.pop_back();
+    }
+    // The root of a share, which needs no separator.
+    if (exacta.ends_with(L'\\') && !usual.ends_with(L'\\')) {
+        usual += L'\\';
+    }
+    return usual;
+}
+
 std::vector<std::wstring> i_componentes(std::wstring_view ruta) {
     std::vector<std::wstring> partes;
     while (!ruta.empty()) {
@@ -133,15 +149,22 @@ std::wstring ruta_de_trabajo(const std::wstring& ruta) {
     if (i_lleva_prefijo(ruta) || sin_blancos(ruta).empty()) {
         return ruta;
     }
-    const std::wstring exacta = ruta_exacta(ruta);
-    std::wstring usual = i_completa(ruta);
-    if (!i_lleva_prefijo(usual)) {
-        usual = usual.starts_with(L"\\\\") ? L"\\\\?\\UNC" + usual.substr(1) : L"\\\\?\\" + usual;
+    // What is missing is looked for in the directory that is there.
+    for (std::wstring hasta = ruta;;) {
+        const std::wstring exacta = ruta_exacta(hasta);
+        if (exacta == i_usual(hasta, exacta)) {
+            return ruta;
+        }
+        if (GetFileAttributesW(exacta.c_str()) != INVALID_FILE_ATTRIBUTES) {
+            return ruta_exacta(ruta);
+        }
+        hasta.erase(std::min(hasta.find_last_not_of(L"\\/"), hasta.size() - 1) + 1);
+        const size_t fin = hasta.find_last_of(L"\\/");
+        if (fin == hasta.npos || fin == 0) {
+            return ruta;
+        }
+        hasta.erase(fin);
     }
-    while (usual.size() > exacta.size() && usual.back() == L'\\') {
-        usual.pop_back();
-    }
-    return usual == exacta || GetFileAttributesW(exacta.c_str()) == INVALID_FILE_ATTRIBUTES ? ruta : exacta;
 }
 
 std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre) {

@@ -150,7 +150,10 @@ std::wstring sin_trampas(std::wstring_view texto) {
 std::wstring a_la_vista(std::wstring_view nombre) {
     std::wstring texto = i_escrito(
         nombre, [](char32_t c) { return i_esta_en(enganyosos, c) || (c < 0x20 && c != L'\n') || c == 0x7F; });
-    const auto es_blanco = [](wchar_t c) { return c == L' ' || c == 0xA0 || c == 0x3000; };
+    const auto es_blanco = [](wchar_t c) {
+        return c == L' ' || c == 0xA0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F ||
+               c == 0x205F || c == 0x3000;
+    };
     const bool con_comillas = !texto.empty() && (es_blanco(texto.front()) || es_blanco(texto.back()));
     return con_comillas ? L'"' + texto + L'"' : texto;
 }

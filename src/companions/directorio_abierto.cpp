@@ -526,6 +526,20 @@ DWORD directorio_abierto::lee_atributos(const entrada_leida& cual, DWORD* atribu
     return i_atributos_por_manija(abierta.get(), atributos) ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
 }
 
+// A system that follows links names an open file by where its directory once lay. If another directory lies there by
+// now, a link that was followed in the first one passes for a file of its own: deletion looks once more at what bears
+// the name, a change of attributes does not. So the path must lead to the same file, under its own name.
+bool directorio_abierto::i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual) {
+    if (!sistema.sigue_enlaces() || cual.es_directorio()) {
+        return true;
+    }
+    const manija_fichero por_ruta(sistema.abre_entrada(
+        i_ruta_nativa(cual.nombre).c_str(), nullptr, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
+        FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
+    return por_ruta.valida() && i_numero(por_ruta.get()) == i_numero(abierta) &&
+           i_esta_donde_dice(por_ruta.get(), cual.nombre);
+}
+
 DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atributos) {
     const sin_dialogos callado;
     manija_fichero abierta;
@@ -533,7 +547,8 @@ DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atribut
     if (codigo != ERROR_SUCCESS) {
         return codigo;
     }
-    return i_pon_atributos(abierta.get(), atributos);
+    return i_lleva_a_ella(abierta.get(), cual) ? i_pon_atributos(abierta.get(), atributos)
+                                               : ERROR_CANT_ACCESS_FILE;
 }
 
 DWORD directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso,

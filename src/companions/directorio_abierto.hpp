@@ -123,6 +123,7 @@ private:
     juicio i_juzga(const entrada_leida& cual);
     vista_w i_lugar_verdadero();
     bool i_esta_donde_dice(HANDLE abierta, vista_w nombre);
+    bool i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual);
     bool i_es_raiz_sin_enlace(const ruta_fijada& raiz);
     DWORD i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso, manija_fichero* abierta) const;
     unsigned long long i_numero_en_listado(vista_w nombre);

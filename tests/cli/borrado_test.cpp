@@ -56,10 +56,12 @@ TEST(rm, pregunta_antes) {
     }
     EXPECT_TRUE(cli::existe(d.bajo("ñ.txt")));
     cli::pon_solo_lectura(d.bajo("b.txt"));
+    d.crea_fichero("z.txt");
     const fila borran[] = {
         {{"rm", "$D\\ñ.txt"}, 0, "deleted $D\\ñ.txt\n", pregunta, "Yes\n"},
         {{"rm", "$D\\b.txt", "$D\\no", "-y", "--if-exists"}, 0, "deleted $D\\b.txt\n", {}, {}},
         {{"rm", "$D\\no", "--if-exists", "--json"}, 0, "[]", {}, {}},
+        {{"rm", "z.txt", "./Z.txt", "$D\\z.txt", "-y"}, 0, "deleted z.txt\n", {}, {}},
     };
     for (const fila& f : borran) {
         cli::comprueba(f, d);
@@ -100,8 +102,8 @@ TEST(rm, se_rinde_y_dice_por_que) {
     const cli::resultado aleman =
         lumodir({"rm", d.bajo("a.txt"), "--yes", "--retries", "1", "--wait", "10", "--lang", "de"});
     EXPECT_EQ(aleman.codigo, 1);
-    EXPECT_EQ(aleman.errores.find("lumodir: Die Datei '" + d.bajo("a.txt") + "' kann nicht gelöscht werden"),
-              0u)
+    EXPECT_NE(aleman.errores.find("lumodir: Die Datei '" + d.bajo("a.txt") + "' kann nicht gelöscht werden"),
+              std::string::npos)
         << aleman.errores;
     EXPECT_EQ(aleman.errores.find("is not deleted"), std::string::npos) << aleman.errores;
     // Without a word of the library, and for a script.
@@ -365,4 +367,15 @@ TEST(rm, nombres_que_windows_recorta_y_nombres_de_aparatos) {
     d.crea_fichero("a.");
     cli::comprueba({{"rm", "a.", "--yes"}, 0, "deleted a.\n", {}, {}}, d);
     EXPECT_TRUE(cli::existe(d.bajo("a")));
+}
+
+TEST(rmtree, no_toma_por_lo_que_queda_el_directorio_de_al_lado) {
+    for (const char* manera : {"--yes", "--retry", "--if-possible"}) {
+        const cli::directorio_de_prueba d;
+        d.crea_fichero("d\\suyo.txt");
+        d.crea_fichero("d.\\otro.txt");
+        cli::comprueba({{"rmtree", "d.", "-y", manera}, 0, "deleted d.: 1 file in 1 directory\n", {}, {}}, d);
+        EXPECT_TRUE(cli::existe(d.bajo("d\\suyo.txt"))) << manera;
+        EXPECT_FALSE(cli::existe(d.bajo("d."))) << manera;
+    }
 }

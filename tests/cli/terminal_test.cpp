@@ -141,3 +141,16 @@ TEST(ventana, al_cerrarla_se_acaba_la_entrada_en_curso_y_ninguna_mas) {
     EXPECT_FALSE(cli::existe(tomado));
     EXPECT_TRUE(cli::existe(d.bajo("t\\sub\\a.txt")));
 }
+
+TEST(pantalla, las_rutas_de_un_arbol_dejan_ver_los_blancos_de_sus_extremos) {
+    if (i_va_aparte()) {
+        return;
+    }
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("t\\blanco ");
+    d.crea_fichero("t\\llano");
+    cli::proceso arbol(cli::ruta_de_lumodir(), {"tree", "t", "--files"}, i_en_pantalla(d));
+    const cli::pantalla pantalla(arbol);
+    EXPECT_EQ(arbol.espera().codigo, 0);
+    EXPECT_EQ(pantalla.texto().find("\"t\\blanco \"\nt\\llano\n"), 0u) << pantalla.texto();
+}

@@ -6,6 +6,7 @@
 #include "apoyo/lado_unix.hpp"
 #include "apoyo/otro_proceso.hpp"
 #include "companions/buclrein.h"
+#include "companions/directorio_abierto.hpp"
 #include "companions/sistema.hpp"
 #include "lumodir.h"
 
@@ -410,4 +411,37 @@ TEST(nombres_atados, la_subida_no_quita_enlaces_ni_su_destino) {
             EXPECT_EQ(u.censo_exacto("."), antes) << caso.directorio;
         }
     }
+}
+
+// Somebody puts another directory in the place of the one that is open, and back: what a link of the other one led to
+// keeps its attributes.
+TEST(nombres_atados, una_marca_no_cambia_detras_de_un_enlace_que_ya_no_esta) {
+    const lado_unix u;
+    if (!u.hay() || !lumodir::sistema.sigue_enlaces()) {
+        GTEST_SKIP() << "links are not followed here";
+    }
+    u.corre(
+        "mkdir fuera t t/d otro; echo x >fuera/f; chmod 444 fuera/f; echo y >t/d/f\n"
+        "ln -s \"$PWD/fuera/f\" otro/f; mv t/d aparte; mv otro t/d");
+    const texto_w dada = u.d.ruta_w("t");
+    const lumodir::ruta_fijada ruta(dada.c_str());
+    lumodir::trato_con_volumen trato;
+    lumodir::directorio_abierto raiz;
+    ASSERT_EQ(raiz.abre(ruta, trato), DWORD{ERROR_SUCCESS});
+    const auto lee = [](lumodir::directorio_abierto& directorio, const wchar_t* nombre) {
+        lumodir::lector_de_directorio lector(directorio);
+        lumodir::entrada_leida e = {};
+        while (lector.siguiente(&e) && e.nombre != nombre) {
+        }
+        e.nombre = nombre;
+        return e;
+    };
+    lumodir::directorio_abierto hijo;
+    ASSERT_EQ(hijo.abre(raiz, lee(raiz, L"d")), DWORD{ERROR_SUCCESS});
+    const lumodir::entrada_leida f = lee(hijo, L"f");
+    u.corre("mv t/d otro; mv aparte t/d");
+    EXPECT_EQ(hijo.pon_atributos(f, FILE_ATTRIBUTE_NORMAL), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(u.corre("stat -c %a fuera/f"), "444\n");
+    hijo.borra(f);
+    EXPECT_EQ(u.corre("cat fuera/f t/d/f"), "x\ny\n");
 }

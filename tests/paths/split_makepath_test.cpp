@@ -402,4 +402,33 @@ TEST(split_makepath, se_queda_con_las_piezas_pedidas) {
     ESPERA_AVISOS();
 }
 
+unsigned g_reservas = 0;
+
+// A share's drive is a view into the path, too.
+TEST(split_makepath, cortar_cuesta_un_bloque_por_pieza) {
+    static const auto de_antes = lumodir::memoria.reserva;
+    const sustituye<void* (*)(std::size_t)> contada(lumodir::memoria.reserva, [](std::size_t bytes) {
+        ++g_reservas;
+        return de_antes(bytes);
+    });
+    for (const wchar_t* path : {L"C:\\d\\f.x", L"\\\\srv\\share\\d\\f.x", L"\\\\srv\\share"}) {
+        g_reservas = 0;
+        wchar_t* piezas[4];
+        cdir_splitpath_con_comprobacion_UNICODE(path, &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
+        EXPECT_EQ(g_reservas, 4u) << u8(path);
+        for (wchar_t* pieza : piezas) {
+            toma(pieza);
+        }
+    }
+    for (const char* path : {"C:\\d\\f.x", "\\\\srv\\share\\d\\f.x"}) {
+        g_reservas = 0;
+        char* piezas[4];
+        cdir_splitpath_con_comprobacion(path, &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
+        EXPECT_EQ(g_reservas, 4u) << path;
+        for (char* pieza : piezas) {
+            toma(pieza);
+        }
+    }
+}
+
 }  // namespace
