@@ -184,7 +184,7 @@ template <cuales Cuales>
 std::string modela_lista(reglas& r, const texto_w& patron, const texto_w* extension, const texto_w* path) {
     lista l = nombres_que(r, patron, Cuales, [&](const texto_w& n, const nodo&) {
         return Cuales == cuales::directorios ? n[0] != L'.'
-                                             : reglas::va_con_extension(g_en_8_bits ? ida_y_vuelta(n) : n, extension);
+                                             : r.va_con_extension(g_en_8_bits ? ida_y_vuelta(n) : n, extension);
     });
     l = g_en_8_bits ? ordenada_sin_caja_en_bytes(l) : ordenada_sin_caja(l);
     std::string donde = "(NULL)";
@@ -243,7 +243,7 @@ void modela_arbol(reglas& r, nodo& n, const texto_w& mostrado, const texto_w* ex
     lista ficheros;
     lista directorios;
     for (const auto& [clave, hijo] : n.hijos) {
-        if (!hijo.es_directorio && reglas::va_con_extension(hijo.nombre, extension)) {
+        if (!hijo.es_directorio && r.va_con_extension(hijo.nombre, extension)) {
             ficheros.push_back(hijo.nombre);
         } else if (hijo.es_directorio && !hijo.tiene_punto() && !hijo.enlace) {
             directorios.push_back(hijo.nombre);
@@ -351,7 +351,9 @@ std::string adopta(reglas& r, const partes& donde, const std::string& real, cons
 
 // ---- the rows
 
-const std::vector<fila> todas_las_filas = {
+// Made when it is first asked for: a child process plays its part before other objects are.
+const std::vector<fila>& todas_las_filas() {
+    static const std::vector<fila> todas = {
     // What happens to the disk beside the library, and how the host behaves.
     {"pon_fichero", 60,
      [](generador& g) -> argumentos {
@@ -486,7 +488,10 @@ const std::vector<fila> todas_las_filas = {
     {"avisa_de_abiertos", 3, [](generador& g) -> argumentos { return {numero(g.z.uno_de_cada(2) ? 1 : 0)}; },
      [](const argumentos& a) -> std::string {
          lumodir_set_func_comprobar_fichero_no_esta_abierto(
-             entero(a[0]) == 1 ? +[](const wchar_t* ruta) { campo::actual()->sucesos.push_back("open? " + u8(ruta)); }
+             entero(a[0]) == 1 ? +[](const wchar_t* ruta) -> unsigned short {
+                 campo::actual()->sucesos.push_back("open? " + u8(ruta));
+                 return 0;
+             }
                                : nullptr);
          return "";
      },
@@ -630,8 +635,10 @@ const std::vector<fila> todas_las_filas = {
          if (modelos::juzga(modelos::sin_comodines(modelos::recortado(*a[0]))).motivo != 0) {
              r.informe("path_correcto == CIERTO", u(*a[0]));
          }
+         const std::size_t dichos = r.sucesos.size();
          const std::size_t k = a[0]->find_last_of(L"\\/");
          const auto b = r.enumera(*a[0]);
+         r.sucesos.resize(dichos);  // the enumerator's own filter never comes into it
          lista que_se_van;
          for (const auto& x : b.entradas) {
              if (!x.n->es_directorio && !b.propia) {
@@ -746,7 +753,7 @@ const std::vector<fila> todas_las_filas = {
      ni_raiz_ni_enlace},
     {"lumodir_borra_directorios_de_path_si_estan_vacios", 8,
      [](generador& g) -> argumentos {
-         const partes p = g.z.uno_de_cada(6) ? g.algo_nuevo() : g.un_directorio();
+         const partes p = g.z.uno_de_cada(6) || g.un_directorio().empty() ? g.algo_nuevo() : g.un_directorio();
          const texto_w t = g.escribe(p, relativa | completa | desde_raiz);
          argumento base;
          const std::size_t k = t.rfind(L'\\');
@@ -901,7 +908,7 @@ const std::vector<fila> todas_las_filas = {
      simple<timefich_obtener_fecha_fichero_existente_UTC>, simple<timefich_obtener_fecha_fichero_ansi_existente_UTC>,
      [](reglas& r, const argumentos& a, const std::string& real) {
          if (!r.existe(*a[0])) {
-             r.informe("", "This file '" + u(*a[0]) + "' does not exist");
+             r.informe("mensaje == NULL", "This file " + u(*a[0]) + " does not exist");
          }
          return fecha_de(r, *a[0], real, false);
      },
@@ -1060,12 +1067,14 @@ const std::vector<fila> todas_las_filas = {
                                      }));
      },
      nullptr},
-};
+    };
+    return todas;
+}
 
 }  // namespace
 
 const std::vector<fila>& filas() {
-    return todas_las_filas;
+    return todas_las_filas();
 }
 
 void en_8_bits(bool si) {

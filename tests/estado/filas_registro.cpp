@@ -44,7 +44,7 @@ texto_w un_valor(generador& g) {
     return g.z.elige(nombres);
 }
 texto_w un_dato(generador& g) {
-    static const std::vector<texto_w> datos = {L"", L"hola", w("\xC3\xB1and\xC3\xBA"), L"a b", texto_w(300, L'z')};
+    static const std::vector<texto_w> datos = {L"", L"hola", w("\xC3\xB1" "and\xC3\xBA"), L"a b", texto_w(300, L'z')};
     return g.z.elige(datos);
 }
 texto_w la_raiz(generador&) {
@@ -144,7 +144,9 @@ std::string subclaves(const argumentos& a) {
 }
 using ul = unsigned long;
 
-const std::vector<fila> todas_las_filas = {
+// Made when it is first asked for: a child process plays its part before other objects are.
+const std::vector<fila>& todas_las_filas() {
+    static const std::vector<fila> todas = {
     {"pon_valor", 8,
      [](generador& g) -> argumentos {
          static const std::vector<texto_w> datos = {L"a|b||", L"|a||", L"a||b||", L"a", L"", L"ab|c", L"uno|dos|tres|"};
@@ -154,10 +156,12 @@ const std::vector<fila> todas_las_filas = {
      [](const argumentos& a) -> std::string {
          texto_w dato = *a[3];
          std::replace(dato.begin(), dato.end(), L'|', L'\0');
+         const std::size_t largo = dato.size();
+         dato += L'.';  // the system counts a terminator that follows the text in memory
          HKEY c = nullptr;
          ::RegOpenKeyExW(HKEY_CURRENT_USER, a[0]->c_str(), 0, KEY_ALL_ACCESS, &c);
          ::RegSetValueExW(c, a[1]->c_str(), 0, static_cast<DWORD>(entero(a[2])),
-                          reinterpret_cast<const BYTE*>(dato.data()), static_cast<DWORD>(dato.size() * 2));
+                          reinterpret_cast<const BYTE*>(dato.data()), static_cast<DWORD>(largo * 2));
          ::RegCloseKey(c);
          return "";
      },
@@ -323,7 +327,9 @@ const std::vector<fila> todas_las_filas = {
          return "1 " + entre_barras(v);
      },
      nullptr},
-};
+    };
+    return todas;
+}
 
 void mira(HKEY padre, const texto_w& nombre, const std::string& donde, std::vector<std::string>& lineas) {
     HKEY c = nullptr;
@@ -361,7 +367,7 @@ void apunta(const clave& c, const std::string& donde, std::vector<std::string>& 
 }  // namespace
 
 const std::vector<fila>& filas_del_registro() {
-    return todas_las_filas;
+    return todas_las_filas();
 }
 
 void empieza_el_registro(reglas& r) {

@@ -179,7 +179,7 @@ struct generador {
                 t[i] = t[i] == L'\\' ? L'/' : t[i];
             }
         }
-        if (admite_barra_final && z.uno_de_cada(8)) {
+        if (admite_barra_final && !es_barra(t.back()) && z.uno_de_cada(8)) {
             return t + L"\\";
         }
         if ((formas & con_cola) != 0 && !t.empty() && z.uno_de_cada(14)) {

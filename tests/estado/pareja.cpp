@@ -19,7 +19,7 @@ const char* const de_un_paso[] = {"cdir_existe_fichero",
                                   "cdir_renombra_fichero_si_es_posible",
                                   "cdir_mueve_fichero",
                                   "cdir_crea_directorios_si_es_posible",
-                                  "lumodir_tiene_permiso_escritura_fichero"};
+                                  "cdir_tiene_permiso_escritura_fichero"};
 
 const fila* la_fila(const std::string& nombre) {
     for (const fila& f : filas()) {

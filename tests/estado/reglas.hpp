@@ -131,7 +131,7 @@ struct reglas {
             return false;
         }
         const texto_w directorio = da_el_directorio ? path : sin_barra(modelos::directorio_de(path));
-        if (!crea_directorios(directorio, true, false)) {
+        if (!directorio.empty() && !es_directorio(directorio) && !crea_directorios(directorio, true, false)) {
             motivo = "Cannot create the directory '" + u(directorio) + "'";
             return false;
         }
@@ -195,8 +195,13 @@ struct reglas {
     }
     bool es_directorio(const nodo& n) { return n.es_directorio; }
 
-    static bool va_con_extension(const texto_w& nombre, const texto_w* extension) {
-        return extension == nullptr || modelos::admite_extension(nombre, *extension).admite;
+    bool va_con_extension(const texto_w& nombre, const texto_w* extension) {
+        const modelos::admision a =
+            extension == nullptr ? modelos::admision{true, false} : modelos::admite_extension(nombre, *extension);
+        if (a.informa) {
+            informe("widestr_longitud(extFich) > 1");
+        }
+        return a.admite;
     }
 
     // ---- one file, one directory
@@ -296,13 +301,17 @@ struct reglas {
         return acaba(t, L"\\") ? t.substr(0, t.size() - 1) : t;
     }
     bool crea_directorios(const texto_w& path, bool es_directorio_, bool con_mensajes) {
-        modelos::dicho d;
-        texto_w hecho = modelos::corta_comprobado(path, d).unidad;
-        oye(d);
-        const bool literal = empieza(path, L"\\\\?\\") || empieza(path, L"\\\\.\\");
-        if (literal) {
-            const bool es_unc = empieza(pliega(path), L"\\\\?\\UNC\\");
-            hecho = path.substr(0, es_unc ? texto_w(L"\\\\?\\UNC\\srv\\rec").size() : 6);
+        texto_w hecho;
+        if (empieza(path, L"\\\\?\\") || empieza(path, L"\\\\.\\")) {
+            hecho = path.substr(0, 6);
+            const texto_w limpio = modelos::recortado(path);
+            if (modelos::juzga(limpio.substr(4)).motivo != 0) {
+                aviso(modelos::aviso_de_incorrecto(limpio));
+            }
+        } else {
+            modelos::dicho d;
+            hecho = modelos::corta_comprobado(path, d).unidad;
+            oye(d);
         }
         texto_w resto = path.substr(hecho.size());
         const std::vector<texto_w> todos = modelos::componentes(resto);
@@ -375,10 +384,16 @@ struct reglas {
     }
     static texto_w une(const texto_w& a, const texto_w& b) { return modelos::une(a, b); }
 
-    // A root that the walks enter: a directory, no link, and not held.
-    nodo* raiz_de_recorrido(const lugar& l) {
+    // Without the prefix the system cuts blanks and points where a path ends: the text means another directory.
+    static bool se_recorta(const texto_w& t) {
+        const texto_w nombre = t.substr(t.find_last_of(L"\\/:") + 1);
+        return !empieza(t, L"\\\\?\\") && !nombre.empty() && nombre != L"." && nombre != L".." &&
+               (nombre.back() == L'.' || nombre.back() == L' ');
+    }
+    // A root that the walks enter: a directory, no link, not held, and of that very name.
+    nodo* raiz_de_recorrido(const texto_w& t, const lugar& l) {
         const hallazgo h = v.busca(l);
-        return h.codigo == 0 && h.entrada->es_directorio && !h.entrada->enlace && se_deja(*h.entrada, para_listar)
+        return h.codigo == 0 && !se_recorta(t) && h.entrada->es_directorio && !h.entrada->enlace && se_deja(*h.entrada, para_listar)
                    ? h.entrada
                    : nullptr;
     }
@@ -437,7 +452,7 @@ struct reglas {
         if (se_niega(t)) {
             return;
         }
-        if (nodo* d = raiz_de_recorrido(v.lee(t))) {
+        if (nodo* d = raiz_de_recorrido(t, v.lee(t))) {
             borra_contenido(*d, t);
         }
     }
@@ -448,6 +463,11 @@ struct reglas {
         borra_contenido(t);
         if (seguir != nullptr && *seguir != 1) {
             return false;
+        }
+        if (existe(t) && (se_recorta(t) || !es_directorio(t))) {
+            constexpr unsigned long no_se_entra = 1920;
+            return bucle(
+                true, [&] { return "Unable to delete the directory '" + u(t) + "'"; }, [&] { return no_se_entra; });
         }
         return quita_directorio_estricto(t);
     }
@@ -482,12 +502,12 @@ struct reglas {
     pasada una_pasada(const texto_w& t, const lugar& l, bool quita, bool recurre, bool& entra) {
         pasada p;
         const hallazgo h = v.busca(l);
-        nodo* d = raiz_de_recorrido(l);
+        nodo* d = raiz_de_recorrido(t, l);
         entra = d != nullptr || h.codigo != 0;
         if (d != nullptr) {
             pasa(*d, t, recurre, p);
         }
-        if (quita) {
+        if (quita && entra && !se_recorta(t)) {
             const hallazgo otra_vez = v.busca(l);
             const unsigned long codigo = otra_vez.codigo != 0        ? otra_vez.codigo
                                          : otra_vez.padre == nullptr ? negado
@@ -507,7 +527,7 @@ struct reglas {
             bool entra = true;
             const pasada p = una_pasada(t, l, quita, recurre, entra);
             todos = p.quedan.empty() && entra;
-            if (todos && !p.otra) {
+            if (p.quedan.empty() && !p.otra) {
                 break;
             }
             sucesos.push_back("pause");
@@ -523,6 +543,9 @@ struct reglas {
         if (base_dada != nullptr) {
             if (!empieza(pliega(directorio), pliega(*base_dada))) {
                 informe("widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO");
+                if (sin_barra(directorio).size() <= sin_barra(*base_dada).size()) {
+                    informe("widestr_longitud(dir) > widestr_longitud(path_base)");
+                }
                 return;
             }
             base = *base_dada;
@@ -581,7 +604,7 @@ struct reglas {
             if (existe(otro)) {
                 borra_si_existe(otro, nullptr, true);
             }
-            renombra(une(directorio, f), otro, true);
+            renombra(une(directorio, de.empty() ? base : base + L"." + de), otro, true);
         }
     }
 

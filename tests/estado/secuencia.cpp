@@ -24,17 +24,24 @@ std::string entre_comillas(const argumento& a) {
 
 std::string en_lineas(const std::vector<std::string>& v) {
     std::string t;
-    for (const std::string& x : v) {
-        t += "\n    " + x;
+    constexpr std::size_t bastantes = 30;
+    for (std::size_t i = 0; i < v.size() && i < bastantes; ++i) {
+        t += "\n    " + v[i];
+    }
+    if (v.size() > bastantes) {
+        t += "\n    ... " + std::to_string(v.size()) + " in all";
     }
     return t.empty() ? "\n    (nothing)" : t;
 }
 
-// A handle of its own shows how many others are open: the system gives out the lowest number that is free.
-std::uintptr_t siguiente_manija() {
-    const HANDLE h = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    ::CloseHandle(h);
-    return reinterpret_cast<std::uintptr_t>(h);
+// How many handles are open, among the numbers that the system gives out first.
+unsigned manijas_abiertas() {
+    unsigned n = 0;
+    for (std::uintptr_t h = 4; h <= 800; h += 4) {
+        DWORD rasgos;
+        n += ::GetHandleInformation(reinterpret_cast<HANDLE>(h), &rasgos) ? 1 : 0;
+    }
+    return n;
 }
 
 struct marcha {
@@ -42,14 +49,14 @@ struct marcha {
     reglas r = {};
     std::vector<paso> pasos = {};
     asunto de_que;
-    std::uintptr_t manija = 0;
+    unsigned manijas = 0;
 
     marcha(campo& campo_, asunto asunto_) : c(campo_), de_que(asunto_) {
         c.empieza(r);
         if (de_que == asunto::registro) {
             empieza_el_registro(r);
         }
-        manija = siguiente_manija();
+        manijas = manijas_abiertas();
     }
 
     bool se_aplica(const paso& p) {
@@ -88,7 +95,7 @@ struct marcha {
     }
     std::string acaba() const {
         c.suelta();
-        return siguiente_manija() == manija ? "" : "\n  a handle is left open";
+        return manijas_abiertas() == manijas ? "" : "\n  a handle is left open";
     }
 };
 

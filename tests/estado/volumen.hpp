@@ -18,7 +18,7 @@ using apoyo::texto_w;
 using partes = std::vector<texto_w>;
 
 inline constexpr unsigned long no_esta = 2, no_hay_camino = 3, negado = 5, en_uso = 32, ya_esta = 183,
-                               nombre_imposible = 123, no_vacio = 145, no_es_directorio = 267;
+                               nombre_imposible = 123, no_vacio = 145, no_es_directorio = 267, sin_servidor = 53;
 
 // Letter case as far as the names of the sequences go: ASCII, Latin-1, Greek.
 inline wchar_t pliega(wchar_t c) {
@@ -132,6 +132,9 @@ public:
             t = t.substr(6);
         } else if (empieza(t, L"\\\\")) {
             const partes p = i_corta(t);
+            if (p.size() < 2) {
+                return {{}, sin_servidor};
+            }
             t = t.substr(t.find(p[1], t.find(p[0]) + p[0].size()) + p[1].size());
         } else if (t.size() >= 2 && t[1] == L':') {
             t = t.substr(2);
@@ -144,6 +147,7 @@ public:
             t.pop_back();
         }
         const partes todos = i_corta(t);
+        const bool con_barra = !t.empty() && t.back() == L'\\';
         for (std::size_t i = 0; i < todos.size(); ++i) {
             texto_w p = todos[i];
             if (p == L"..") {
@@ -151,7 +155,7 @@ public:
                     base.pop_back();
                 }
             } else if (p != L".") {
-                if (i + 1 < todos.size() && p.back() == L'.') {
+                if ((con_barra || i + 1 < todos.size()) && p.back() == L'.') {
                     p.pop_back();
                 }
                 base.push_back(p);
