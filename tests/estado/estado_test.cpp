@@ -112,7 +112,7 @@ TEST(estado, dos_a_la_vez_en_hilos) {
 }
 
 TEST(estado, dos_a_la_vez_en_procesos) {
-    corre_muchas(300, [](campo& c, unsigned long long semilla, unsigned long long&) {
+    corre_muchas(40, [](campo& c, unsigned long long semilla, unsigned long long&) {
         return corre_pareja(c, juntos::procesos, semilla);
     });
 }

@@ -63,6 +63,19 @@ bool nada_de_directorios(reglas& r, const argumentos& a) {
     const hallazgo h = r.v.busca(*a[0]);
     return h.codigo != 0 || (!h.cosa->es_directorio && !h.entrada->enlace);
 }
+// A tree that can be walked from its root as the text names it: no link that is named outright, not the drive itself,
+// and, since Wine tells the names of directories without the points and blanks at their ends, not right below such a one.
+bool arbol_con_raiz(reglas& r, const argumentos& a) {
+    const hallazgo h = r.v.busca(*a[0]);
+    const lugar l = r.v.lee(*a[0]);
+    const bool bajo_raro = l.nombres.size() > 1 && generador::es_raro(l.nombres[l.nombres.size() - 2]);
+    return h.codigo != 0 || (h.padre != nullptr && !h.entrada->enlace && !bajo_raro &&
+                             (h.cosa->es_directorio || !h.cosa->sujeto));
+}
+// Resolving ".." in what is created is of its own kind: see the row of the creation.
+bool sin_retrocesos(reglas&, const argumentos& a) {
+    return a[0]->find(L"nada\\..") == texto_w::npos;
+}
 bool ningun_enlace(reglas& r, const argumentos& a) {
     const hallazgo h = r.v.busca(*a[0]);
     return h.entrada == nullptr || !h.entrada->enlace;
@@ -576,7 +589,7 @@ const std::vector<fila>& todas_las_filas() {
          const std::string si = si_o_no(r.se_puede_escribir_en(*a[0], true, motivo));
          return si + " " + motivo;
      },
-     nullptr},
+     sin_retrocesos},
     {"cdir_se_puede_escribir_fichero_en_directorio", 8,
      [](generador& g) -> argumentos { return {g.fichero(que_pasan_la_prueba | con_rodeos)}; },
      con_texto<cdir_se_puede_escribir_fichero_en_directorio>, nullptr,
@@ -585,7 +598,7 @@ const std::vector<fila>& todas_las_filas() {
          const std::string si = si_o_no(r.se_puede_escribir_en(*a[0], false, motivo));
          return si + " " + motivo;
      },
-     nullptr},
+     sin_retrocesos},
     {"cdir_tiene_permiso_escritura_fichero", 5, un_fichero, simple<lumodir_tiene_permiso_escritura_fichero_UNICODE>,
      simple<cdir_tiene_permiso_escritura_fichero>,
      [](reglas& r, const argumentos& a, const std::string&) {
@@ -691,11 +704,11 @@ const std::vector<fila>& todas_las_filas() {
          r.borra_contenido(*a[0]);
          return "(void)";
      },
-     nullptr},
+     arbol_con_raiz},
     {"cdir_borra_directorio_y_subdirectorios", 6, un_directorio,
      simple<cdir_borra_directorio_y_subdirectorios_UNICODE>, simple<cdir_borra_directorio_y_subdirectorios>,
      [](reglas& r, const argumentos& a, const std::string&) { return si_o_no(r.borra_arbol(*a[0])); },
-     ni_raiz_ni_enlace},
+     arbol_con_raiz},
     {"cdir_borra_directorio_y_subdirectorios_parando", 5,
      [](generador& g) -> argumentos { return {g.directorio(), numero(static_cast<long long>(g.z.menor_que(3)))}; },
      [](const argumentos& a) -> std::string {
@@ -715,25 +728,25 @@ const std::vector<fila>& todas_las_filas() {
          return (bandera != 1 && !negado_del_todo ? std::to_string(bandera) : si_o_no(quitado)) + " " +
                 std::to_string(bandera);
      },
-     ni_raiz_ni_enlace},
+     arbol_con_raiz},
     {"cdir_borra_contenido_directorio_reintentando_u", 4, un_directorio,
      simple<cdir_borra_contenido_directorio_reintentando_u>, nullptr,
      [](reglas& r, const argumentos& a, const std::string&) -> std::string {
          r.pasadas(*a[0], false, false, true);
          return "(void)";
      },
-     nullptr},
+     arbol_con_raiz},
     {"cdir_borra_contenido_directorio_si_es_posible_reintentando_u", 4, un_directorio,
      simple<cdir_borra_contenido_directorio_si_es_posible_reintentando_u>, nullptr,
      [](reglas& r, const argumentos& a, const std::string&) { return si_o_no(r.pasadas(*a[0], true, true, false)); },
-     ni_raiz_ni_enlace},
+     arbol_con_raiz},
     {"cdir_borra_directorio_y_subdirectorios_reintentando_u", 4, un_directorio,
      simple<cdir_borra_directorio_y_subdirectorios_reintentando_u>, nullptr,
      [](reglas& r, const argumentos& a, const std::string&) -> std::string {
          r.pasadas(*a[0], true, true, true);
          return "(void)";
      },
-     ni_raiz_ni_enlace},
+     arbol_con_raiz},
     {"cdir_borra_directorio_y_subdirectorios_si_se_puede", 5, un_directorio,
      [](const argumentos& a) -> std::string {
          ArrCADENA_u* fallos = arr_CreaCADENA_u(0);
@@ -750,7 +763,7 @@ const std::vector<fila>& todas_las_filas() {
          const auto p = r.una_pasada(*a[0], r.v.lee(*a[0]), true, true, entra);
          return si_o_no(p.quitado) + " " + lista_de(p.quedan);
      },
-     ni_raiz_ni_enlace},
+     arbol_con_raiz},
     {"lumodir_borra_directorios_de_path_si_estan_vacios", 8,
      [](generador& g) -> argumentos {
          const partes p = g.z.uno_de_cada(6) || g.un_directorio().empty() ? g.algo_nuevo() : g.un_directorio();
@@ -1003,7 +1016,11 @@ const std::vector<fila>& todas_las_filas() {
      [](reglas& r, const argumentos& a, const std::string&) {
          return si_o_no(!nombres_que(r, *a[0] + L"\\*", cuales::ficheros, vale_todo).empty());
      },
-     nullptr},
+     [](reglas& r, const argumentos& a) {
+         // The pattern is the text and "\\*": after a final separator that is two of them, which Wine does not take
+         // in a share.
+         return !(empieza(*a[0], L"\\\\") && acaba(*a[0], L"\\")) && (r.v.busca(*a[0]).padre != nullptr);
+     }},
     {"lumodir_existenSubdirectorios", 6, un_directorio, simple<lumodir_existenSubdirectorios_UNICODE>,
      simple<lumodir_existenSubdirectorios>,
      [](reglas& r, const argumentos& a, const std::string&) {
@@ -1011,7 +1028,11 @@ const std::vector<fila>& todas_las_filas() {
                              return n[0] != L'.';
                          }).empty());
      },
-     nullptr},
+     [](reglas& r, const argumentos& a) {
+         // The pattern is the text and "\\*": after a final separator that is two of them, which Wine does not take
+         // in a share.
+         return !(empieza(*a[0], L"\\\\") && acaba(*a[0], L"\\")) && (r.v.busca(*a[0]).padre != nullptr);
+     }},
     {"fichsdir_ficheros", 6, un_directorio, simple<fichsdir_ficheros_u>, simple<fichsdir_ficheros>,
      [](reglas& r, const argumentos& a, const std::string& real) { return modela_fichsdir(r, *a[0], real, false); },
      nullptr},

@@ -179,10 +179,10 @@ struct generador {
                 t[i] = t[i] == L'\\' ? L'/' : t[i];
             }
         }
-        if (admite_barra_final && !es_barra(t.back()) && z.uno_de_cada(8)) {
+        if (admite_barra_final && !p.empty() && z.uno_de_cada(8)) {
             return t + L"\\";
         }
-        if ((formas & con_cola) != 0 && !t.empty() && z.uno_de_cada(14)) {
+        if ((formas & con_cola) != 0 && !p.empty() && f != de_dispositivo && z.uno_de_cada(14)) {
             t += z.uno_de_cada(2) ? L" " : L".";
         }
         return t;

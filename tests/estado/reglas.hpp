@@ -466,6 +466,7 @@ struct reglas {
         }
         if (existe(t) && (se_recorta(t) || !es_directorio(t))) {
             constexpr unsigned long no_se_entra = 1920;
+            cuenta_lo_dicho = cuenta_lo_dicho && es_directorio(t);  // of a file the system's own code, if it tells one
             return bucle(
                 true, [&] { return "Unable to delete the directory '" + u(t) + "'"; }, [&] { return no_se_entra; });
         }
@@ -478,7 +479,9 @@ struct reglas {
         bool quitado = false;
         bool enlaces = false;  // to directories, which stay
     };
-    void pasa(nodo& d, const texto_w& mostrado, bool recurre, pasada& p) {
+    // Answers whether a link stays in it: nobody waits for that to go.
+    bool pasa(nodo& d, const texto_w& mostrado, bool recurre, pasada& p) {
+        bool queda_un_enlace = false;
         for (const texto_w& n : nombres(d, false)) {
             nodo& hijo = *d.hijo(n);
             hijo.solo_lectura = false;
@@ -490,30 +493,29 @@ struct reglas {
             nodo& hijo = *d.hijo(n);
             if (hijo.enlace) {
                 p.enlaces = true;
+                queda_un_enlace = true;
                 continue;
             }
-            if (se_deja(hijo, para_listar)) {
-                pasa(hijo, une(mostrado, n), true, p);
-            }
+            const bool lo_tiene = se_deja(hijo, para_listar) && pasa(hijo, une(mostrado, n), true, p);
+            queda_un_enlace = queda_un_enlace || lo_tiene;
             const unsigned long codigo = v.quita_directorio(d, *d.hijo(n));
-            p.otra = p.otra || codigo == no_vacio || codigo == negado || codigo == en_uso;
+            p.otra = p.otra || (!lo_tiene && (codigo == no_vacio || codigo == negado || codigo == en_uso));
         }
+        return queda_un_enlace;
     }
     pasada una_pasada(const texto_w& t, const lugar& l, bool quita, bool recurre, bool& entra) {
         pasada p;
         const hallazgo h = v.busca(l);
         nodo* d = raiz_de_recorrido(t, l);
         entra = d != nullptr || h.codigo != 0;
-        if (d != nullptr) {
-            pasa(*d, t, recurre, p);
-        }
+        const bool lo_tiene = d != nullptr && pasa(*d, t, recurre, p);
         if (quita && entra && !se_recorta(t)) {
             const hallazgo otra_vez = v.busca(l);
             const unsigned long codigo = otra_vez.codigo != 0        ? otra_vez.codigo
                                          : otra_vez.padre == nullptr ? negado
                                                                      : v.quita_directorio(*otra_vez.padre, *otra_vez.entrada);
             p.quitado = codigo == 0;
-            p.otra = p.otra || codigo == no_vacio || codigo == negado || codigo == en_uso;
+            p.otra = p.otra || (!lo_tiene && (codigo == no_vacio || codigo == negado || codigo == en_uso));
         }
         return p;
     }
@@ -526,7 +528,7 @@ struct reglas {
         for (int i = 0; i < 20; ++i) {
             bool entra = true;
             const pasada p = una_pasada(t, l, quita, recurre, entra);
-            todos = p.quedan.empty() && entra;
+            todos = p.quedan.empty() && entra && !p.enlaces;
             if (p.quedan.empty() && !p.otra) {
                 break;
             }
@@ -538,10 +540,17 @@ struct reglas {
         return todos;
     }
 
+    // Texts are compared without the case of A to Z alone.
+    static texto_w sin_caja(texto_w t) {
+        for (wchar_t& c : t) {
+            c = modelos::mayuscula(c);
+        }
+        return t;
+    }
     void sube_por_vacios(const texto_w& directorio, const texto_w* base_dada) {
         texto_w base;
         if (base_dada != nullptr) {
-            if (!empieza(pliega(directorio), pliega(*base_dada))) {
+            if (!empieza(sin_caja(directorio), sin_caja(*base_dada))) {
                 informe("widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO");
                 if (sin_barra(directorio).size() <= sin_barra(*base_dada).size()) {
                     informe("widestr_longitud(dir) > widestr_longitud(path_base)");
@@ -557,7 +566,7 @@ struct reglas {
         base = sin_barra(base);
         const partes no_se_toca = v.lee(base_dada == nullptr || base.empty() ? texto_w(L"\\") : base).nombres;
         texto_w dir = sin_barra(directorio);
-        while (pliega(dir) != pliega(base)) {
+        while (sin_caja(dir) != sin_caja(base)) {
             if (dir.size() <= base.size()) {
                 informe("widestr_longitud(dir) > widestr_longitud(path_base)");
                 return;
