@@ -52,8 +52,9 @@ using nucleo::de;
 
 std::string texto_del_sistema(unsigned long codigo) {
     wchar_t texto[1024];
-    DWORD largo = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, codigo,
-                                   MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), texto, 1024, nullptr);
+    DWORD largo =
+        ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, codigo,
+                         MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), texto, 1024, nullptr);
     while (largo > 0 && texto[largo - 1] <= L' ') {
         --largo;
     }
@@ -222,8 +223,8 @@ campo::campo() {
         return;
     }
     using a_unix = char*(CDECL*)(const WCHAR*);
-    const auto traduce = reinterpret_cast<a_unix>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    const auto traduce = reinterpret_cast<a_unix>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
     char* nombre = traduce(L"C:\\");
     const std::string c = nombre;  // ".../dosdevices/c:/" or without the last
     ::HeapFree(::GetProcessHeap(), 0, nombre);
@@ -312,7 +313,8 @@ void campo::i_mira(const std::string& ruta, std::vector<entrada_real>& vistas) c
     }
     std::vector<std::string> nombres;
     char bufer[8192];
-    for (long long n; (n = nucleo::llama(nucleo::lista, fd, reinterpret_cast<long long>(bufer), sizeof bufer)) > 0;) {
+    for (long long n;
+         (n = nucleo::llama(nucleo::lista, fd, reinterpret_cast<long long>(bufer), sizeof bufer)) > 0;) {
         for (long long i = 0; i < n;) {
             unsigned short largo;
             std::memcpy(&largo, bufer + i + 16, 2);
@@ -375,7 +377,8 @@ void campo::empieza(reglas& r) {
             return;
         }
         const long long fd = nucleo::llama(nucleo::abre, de(entera), nucleo::crea_nuevo, 0666);
-        nucleo::llama(nucleo::escribe, fd, reinterpret_cast<long long>("0123456789"), static_cast<long long>(bytes));
+        nucleo::llama(nucleo::escribe, fd, reinterpret_cast<long long>("0123456789"),
+                      static_cast<long long>(bytes));
         nucleo::llama(nucleo::cierra, fd, 0);
     };
     nodo& fuera = r.v.fuera();
@@ -391,14 +394,19 @@ void campo::empieza(reglas& r) {
 namespace {
 
 void ordena(std::vector<entrada_real>& v) {
-    std::sort(v.begin(), v.end(), [](const entrada_real& a, const entrada_real& b) { return a.ruta < b.ruta; });
+    std::sort(v.begin(), v.end(),
+              [](const entrada_real& a, const entrada_real& b) { return a.ruta < b.ruta; });
 }
 
 void apunta(const nodo& n, const std::string& donde, std::vector<entrada_real>& todas) {
     for (const auto& [clave, hijo] : n.hijos) {
         const std::string ruta = donde.empty() ? u(hijo.nombre) : donde + "/" + u(hijo.nombre);
-        todas.push_back({ruta, hijo.enlace ? 'l' : hijo.es_directorio ? 'd' : 'f', hijo.enlace ? 0 : hijo.bytes,
-                         !hijo.es_directorio && hijo.solo_lectura, hijo.fecha.value_or(-1)});
+        todas.push_back({ruta,
+                         hijo.enlace          ? 'l'
+                         : hijo.es_directorio ? 'd'
+                                              : 'f',
+                         hijo.enlace ? 0 : hijo.bytes, !hijo.es_directorio && hijo.solo_lectura,
+                         hijo.fecha.value_or(-1)});
         if (!hijo.enlace) {
             apunta(hijo, ruta, todas);
         }
@@ -490,7 +498,8 @@ std::string campo::diferencia(reglas& r) {
 void campo::pon_fichero(const partes& donde, std::size_t bytes, bool solo_lectura) {
     const std::string ruta = i_ruta(donde);
     const long long fd = nucleo::llama(nucleo::abre, de(ruta), nucleo::crea_nuevo, 0666);
-    nucleo::llama(nucleo::escribe, fd, reinterpret_cast<long long>("0123456789"), static_cast<long long>(bytes));
+    nucleo::llama(nucleo::escribe, fd, reinterpret_cast<long long>("0123456789"),
+                  static_cast<long long>(bytes));
     nucleo::llama(nucleo::cierra, fd, 0);
     if (solo_lectura) {
         nucleo::llama(nucleo::permisos, de(ruta), 0444);

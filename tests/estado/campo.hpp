@@ -73,8 +73,8 @@ private:
     void i_vacia(const std::string& ruta) const;
 
     std::string por_que_no_;
-    std::string cima_;        // the directory on the Unix side
-    std::string unidades_;    // where Wine's drives are
+    std::string cima_;      // the directory on the Unix side
+    std::string unidades_;  // where Wine's drives are
     std::unique_ptr<otro> otro_;
 };
 

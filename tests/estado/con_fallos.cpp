@@ -56,15 +56,16 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
         generador g{z, r};
         paso p = {f, false, f->genera(g)};
         // What the host does when it is asked, only the model would do: it does not know of the faults.
-        if (f->ancha == nullptr || std::string(f->nombre) == "preguntas" || (f->aplicable != nullptr && !f->aplicable(r, p.a))) {
+        if (f->ancha == nullptr || std::string(f->nombre) == "preguntas" ||
+            (f->aplicable != nullptr && !f->aplicable(r, p.a))) {
             continue;
         }
         pasos.push_back(p);
         const estado_del_disco antes = disco(c.entradas());
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = lumodir::i_bloques_internos_vivos();
-        static const std::vector<DWORD> codigos = {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_DISK_FULL,
-                                                   ERROR_NETNAME_DELETED};
+        static const std::vector<DWORD> codigos = {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
+                                                   ERROR_DISK_FULL, ERROR_NETNAME_DELETED};
         const auto llamada = static_cast<unsigned>(1 + z.menor_que(14));
         const DWORD codigo = z.elige(codigos);
         const bool para_siempre = z.uno_de_cada(3);
@@ -98,7 +99,8 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
         for (const auto& [ruta, que] : antes) {
             const auto i = despues.find(ruta);
             const auto pensada = entero.find(ruta);
-            if ((i == despues.end() || i->second != que) && pensada != entero.end() && pensada->second == que) {
+            if ((i == despues.end() || i->second != que) && pensada != entero.end() &&
+                pensada->second == que) {
                 fallo += "\n  changed though nobody asked: " + ruta;
             }
         }
@@ -142,8 +144,8 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
             }
         }
         if (!fallo.empty()) {
-            return {pasos, fallo + "\n  call " + std::to_string(llamada) + " failing with " + std::to_string(codigo) +
-                               (para_siempre ? " for ever" : " once")};
+            return {pasos, fallo + "\n  call " + std::to_string(llamada) + " failing with " +
+                               std::to_string(codigo) + (para_siempre ? " for ever" : " once")};
         }
         c.aprende(r, quedo);
     }

@@ -100,7 +100,8 @@ TEST(estado, secuencias_al_azar_con_fallos) {
     corre_muchas(200, [&](campo& c, unsigned long long semilla, unsigned long long& pasos) {
         const desenlace d = corre_con_fallos(c, semilla, golpes);
         pasos += d.pasos.size();
-        return d.fallo.empty() ? std::string() : "seed " + std::to_string(semilla) + d.fallo + "\n" + a_texto(d.pasos);
+        return d.fallo.empty() ? std::string()
+                               : "seed " + std::to_string(semilla) + d.fallo + "\n" + a_texto(d.pasos);
     });
     std::cout << "calls of the system made to fail: " << golpes << "\n";
 }

@@ -30,7 +30,8 @@ std::string con_lista(const argumentos& a) {
     return [&]<std::size_t... I>(std::index_sequence<I...>) {
         F(convierte<C>(a[I])..., &l);
         return muestra(l);
-    }(std::index_sequence_for<C...>());
+    }
+    (std::index_sequence_for<C...>());
 }
 using tw = const wchar_t*;
 using ta = const char*;
@@ -137,9 +138,8 @@ lista ordenada_en_bytes(lista l) {
     for (const texto_w& t : l) {
         v.push_back(a_pagina(t));
     }
-    std::sort(v.begin(), v.end(), [](const std::string& a, const std::string& b) {
-        return modelos::orden_de_bytes(a, b) < 0;
-    });
+    std::sort(v.begin(), v.end(),
+              [](const std::string& a, const std::string& b) { return modelos::orden_de_bytes(a, b) < 0; });
     l.clear();
     for (const std::string& t : v) {
         l.push_back(de_pagina(t));
@@ -154,8 +154,9 @@ T minusculas_ascii(T t) {
     return t;
 }
 lista ordenada_sin_caja(lista l) {
-    std::stable_sort(l.begin(), l.end(),
-                     [](const texto_w& a, const texto_w& b) { return minusculas_ascii(a) < minusculas_ascii(b); });
+    std::stable_sort(l.begin(), l.end(), [](const texto_w& a, const texto_w& b) {
+        return minusculas_ascii(a) < minusculas_ascii(b);
+    });
     return l;
 }
 lista ordenada_sin_caja_en_bytes(lista l) {
@@ -196,8 +197,9 @@ lista en_8_bits(lista l) {
 template <cuales Cuales>
 std::string modela_lista(reglas& r, const texto_w& patron, const texto_w* extension, const texto_w* path) {
     lista l = nombres_que(r, patron, Cuales, [&](const texto_w& n, const nodo&) {
-        return Cuales == cuales::directorios ? n[0] != L'.'
-                                             : r.va_con_extension(g_en_8_bits ? ida_y_vuelta(n) : n, extension);
+        return Cuales == cuales::directorios
+                   ? n[0] != L'.'
+                   : r.va_con_extension(g_en_8_bits ? ida_y_vuelta(n) : n, extension);
     });
     l = g_en_8_bits ? ordenada_sin_caja_en_bytes(l) : ordenada_sin_caja(l);
     std::string donde = "(NULL)";
@@ -234,7 +236,8 @@ std::string modela_fichsdir(reglas& r, const texto_w& d, const std::string& real
             fecha = k == std::string::npos ? "?" : real.substr(k + nombre.size() + 1);
             fecha = fecha.substr(0, fecha.find(' '));
         }
-        v.push_back({a_pagina(x.nombre), nombre + " " + fecha + " " + si_o_no(x.n->solo_lectura) + " " + u(d)});
+        v.push_back(
+            {a_pagina(x.nombre), nombre + " " + fecha + " " + si_o_no(x.n->solo_lectura) + " " + u(d)});
     }
     if (ordenado) {
         std::stable_sort(v.begin(), v.end(), [](const registro& a, const registro& b) {

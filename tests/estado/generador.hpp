@@ -23,7 +23,7 @@ enum forma : unsigned {
     compartida = 16,
     literal = 32,
     de_dispositivo = 64,
-    con_rodeos = 128,   // ".\", "x\..\", doubled separators
+    con_rodeos = 128,  // ".\", "x\..\", doubled separators
     con_otra_barra = 256,
     con_otra_caja = 512,
     con_cola = 1024,  // a point or a blank at the end, or a final separator
@@ -38,20 +38,23 @@ struct generador {
     // ---- names
 
     texto_w nombre() {
-        static const std::vector<texto_w> corrientes = {
-            L"a.txt", L"b.txt", L"a.tmp", L"b.tmp", L"b.bak", L"c", L"a", L"la.TXT", L"x.y.txt", L".git", L".x"};
-        static const std::vector<texto_w> raros = {
-            w("\xC3\xB1u.txt"), w("\xCE\xA9.txt"), w("\xE6\x97\xA5\xE6\x9C\xAC.tmp"), L"largo con blancos.dat",
-            texto_w(60, L'l') + L".txt"};
+        static const std::vector<texto_w> corrientes = {L"a.txt",   L"b.txt", L"a.tmp", L"b.tmp",
+                                                        L"b.bak",   L"c",     L"a",     L"la.TXT",
+                                                        L"x.y.txt", L".git",  L".x"};
+        static const std::vector<texto_w> raros = {w("\xC3\xB1u.txt"), w("\xCE\xA9.txt"),
+                                                   w("\xE6\x97\xA5\xE6\x9C\xAC.tmp"),
+                                                   L"largo con blancos.dat", texto_w(60, L'l') + L".txt"};
         return z.uno_de_cada(5) ? z.elige(raros) : z.elige(corrientes);
     }
     texto_w nombre_de_directorio() {
-        static const std::vector<texto_w> corrientes = {L"d", L"e", L"d", L"g g", L"d.x", L".svn", L"b", L"h"};
+        static const std::vector<texto_w> corrientes = {L"d",   L"e",    L"d", L"g g",
+                                                        L"d.x", L".svn", L"b", L"h"};
         return z.uno_de_cada(8) ? w("d\xC3\xB1") : z.elige(corrientes);
     }
     // Names that a program can only give with the prefix.
     texto_w nombre_imposible_de_dar() {
-        static const std::vector<texto_w> todos_ellos = {L"p.", L"p ", L"con", L"aux.tmp", L"nul", L"q. .", L"p. "};
+        static const std::vector<texto_w> todos_ellos = {L"p.",  L"p ",   L"con", L"aux.tmp",
+                                                         L"nul", L"q. .", L"p. "};
         return z.elige(todos_ellos);
     }
     static bool es_raro(const texto_w& n) {
@@ -60,7 +63,8 @@ struct generador {
 
     // ---- places
 
-    void reune(const nodo& n, const partes& donde, std::vector<partes>& ficheros, std::vector<partes>& directorios) {
+    void reune(const nodo& n, const partes& donde, std::vector<partes>& ficheros,
+               std::vector<partes>& directorios) {
         for (const auto& [clave, hijo] : n.hijos) {
             partes p = donde;
             p.push_back(hijo.nombre);
@@ -118,8 +122,8 @@ struct generador {
             n = es_raro(n) ? texto_w(L"h") : n;
         }
         std::vector<unsigned> posibles;
-        for (const unsigned f : {relativa, relativa, relativa, completa, completa, desde_raiz, de_unidad, compartida,
-                                 literal, de_dispositivo}) {
+        for (const unsigned f : {relativa, relativa, relativa, completa, completa, desde_raiz, de_unidad,
+                                 compartida, literal, de_dispositivo}) {
             if ((formas & f) != 0) {
                 posibles.push_back(f);
             }
@@ -195,9 +199,7 @@ struct generador {
         return escribe(p, formas, h.codigo == 0 && h.cosa->es_directorio && (formas & con_cola) != 0);
     }
     argumento nuevo(unsigned formas = cualquiera) { return escribe(algo_nuevo(), formas); }
-    argumento extra() {
-        return z.uno_de_cada(2) ? argumento(w("aviso extra \xC3\xB1")) : argumento();
-    }
+    argumento extra() { return z.uno_de_cada(2) ? argumento(w("aviso extra \xC3\xB1")) : argumento(); }
     texto_w mascara() {
         static const std::vector<texto_w> todas_ellas = {L"*",  L"*.*",   L"*.txt", L"*.tmp", L"a*",
                                                          L"b*", L"a.txt", L"l*",    L"*.zzz", L"zz.txt"};
@@ -215,7 +217,8 @@ struct generador {
         return t + mascara();
     }
     argumento extension() {
-        static const std::vector<texto_w> todas_ellas = {L"txt", L"tmp", L"TXT", L"bak", L"", L"t?t", L"*", L"zz"};
+        static const std::vector<texto_w> todas_ellas = {L"txt", L"tmp", L"TXT", L"bak",
+                                                         L"",    L"t?t", L"*",   L"zz"};
         return z.elige(todas_ellas);
     }
 };

@@ -2,11 +2,11 @@
 // the function.
 #pragma once
 
+#include "cdir.h"
 #include "companions/lumostr.h"
 #include "estado/filas.hpp"
 #include "fichsdir.h"
 #include "lumodir.h"
-#include "cdir.h"
 
 namespace estado {
 

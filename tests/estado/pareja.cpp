@@ -32,7 +32,8 @@ const fila* la_fila(const std::string& nombre) {
 
 // Few names, so that both want the same.
 std::vector<paso> unos_pasos(azar& z) {
-    static const std::vector<texto_w> nombres = {L"Q:\\a", L"Q:\\b", L"Q:\\d", L"Q:\\D", L"\\\\srv\\rec\\a", L"Q:\\c"};
+    static const std::vector<texto_w> nombres = {L"Q:\\a", L"Q:\\b",           L"Q:\\d",
+                                                 L"Q:\\D", L"\\\\srv\\rec\\a", L"Q:\\c"};
     static const std::vector<texto_w> dentro = {L"Q:\\a", L"Q:\\d\\a", L"Q:\\d\\b", L"Q:\\c"};
     std::vector<paso> pasos;
     for (std::size_t n = 2 + z.menor_que(3); n > 0; --n) {
@@ -295,13 +296,13 @@ std::string corre_pareja(campo& c, juntos como, std::uint64_t semilla) {
     for (const std::string& s : c.toma_sucesos()) {
         de_mas += "\n    " + s;
     }
-    if (dice_b.size() == de_b.size() && de_mas.empty() &&
-        explica(c, r, {de_a, dice_a}, {de_b, dice_b})) {
+    if (dice_b.size() == de_b.size() && de_mas.empty() && explica(c, r, {de_a, dice_a}, {de_b, dice_b})) {
         return "";
     }
     reglas nada = r;
-    return "seed " + std::to_string(semilla) + ": no order explains\n  one:" + contado(de_a, dice_a) + "\n  the other:" +
-           contado(de_b, dice_b) + "\n  told:" + de_mas + "\n  against the beginning: " + c.diferencia(nada);
+    return "seed " + std::to_string(semilla) + ": no order explains\n  one:" + contado(de_a, dice_a) +
+           "\n  the other:" + contado(de_b, dice_b) + "\n  told:" + de_mas +
+           "\n  against the beginning: " + c.diferencia(nada);
 }
 
 }  // namespace estado

@@ -59,8 +59,8 @@ struct reglas {
         }
     }
     bool pregunta(const std::string& mensaje, unsigned long codigo) {
-        sucesos.push_back("question: " + mensaje + (codigo == 0 ? "" : "\n" + texto_del_sistema(codigo)) + " [" +
-                          std::to_string(codigo) + "]");
+        sucesos.push_back("question: " + mensaje + (codigo == 0 ? "" : "\n" + texto_del_sistema(codigo)) +
+                          " [" + std::to_string(codigo) + "]");
         if (++preguntas == 1) {
             switch (al_preguntar) {
                 case entretanto::nada:
@@ -196,8 +196,8 @@ struct reglas {
     bool es_directorio(const nodo& n) { return n.es_directorio; }
 
     bool va_con_extension(const texto_w& nombre, const texto_w* extension) {
-        const modelos::admision a =
-            extension == nullptr ? modelos::admision{true, false} : modelos::admite_extension(nombre, *extension);
+        const modelos::admision a = extension == nullptr ? modelos::admision{true, false}
+                                                         : modelos::admite_extension(nombre, *extension);
         if (a.informa) {
             informe("widestr_longitud(extFich) > 1");
         }
@@ -229,9 +229,10 @@ struct reglas {
     }
     static std::string mensaje_de_borrado(const texto_w& mostrado, const texto_w* extra) {
         return "Cannot delete the file '" + u(mostrado) + "'\n" +
-               (extra != nullptr ? u(*extra)
-                                 : "It may be that it is being used by another application or you do not have "
-                                   "sufficient privileges to write to this directory.");
+               (extra != nullptr
+                    ? u(*extra)
+                    : "It may be that it is being used by another application or you do not have "
+                      "sufficient privileges to write to this directory.");
     }
     bool borra_si_existe(const texto_w& t, const texto_w* extra, bool con_mensajes) {
         const lugar l = v.lee(t);  // once: nobody who moves the current directory moves the file
@@ -242,7 +243,9 @@ struct reglas {
         if (h.codigo != 0 || h.padre == nullptr) {
             const unsigned long codigo = h.codigo == 0 ? negado : h.codigo;
             return codigo == nombre_imposible ||
-                   bucle(con_mensajes, [&] { return mensaje_de_borrado(t, extra); }, [&] { return codigo; }, &t);
+                   bucle(
+                       con_mensajes, [&] { return mensaje_de_borrado(t, extra); }, [&] { return codigo; },
+                       &t);
         }
         return borra_fichero(*h.padre, h.ultimo, t, extra, con_mensajes);
     }
@@ -277,8 +280,8 @@ struct reglas {
         return bucle(
             true,
             [&] {
-                return std::string("It is not possible to ") + (solo_lectura ? "lock" : "unlock") + " the file '" +
-                       u(t) + "'";
+                return std::string("It is not possible to ") + (solo_lectura ? "lock" : "unlock") +
+                       " the file '" + u(t) + "'";
             },
             [&]() -> unsigned long {
                 const hallazgo h = v.busca(t);
@@ -297,9 +300,7 @@ struct reglas {
 
     // ---- creation
 
-    static texto_w sin_barra(const texto_w& t) {
-        return acaba(t, L"\\") ? t.substr(0, t.size() - 1) : t;
-    }
+    static texto_w sin_barra(const texto_w& t) { return acaba(t, L"\\") ? t.substr(0, t.size() - 1) : t; }
     bool crea_directorios(const texto_w& path, bool es_directorio_, bool con_mensajes) {
         texto_w hecho;
         if (empieza(path, L"\\\\?\\") || empieza(path, L"\\\\.\\")) {
@@ -393,7 +394,8 @@ struct reglas {
     // A root that the walks enter: a directory, no link, not held, and of that very name.
     nodo* raiz_de_recorrido(const texto_w& t, const lugar& l) {
         const hallazgo h = v.busca(l);
-        return h.codigo == 0 && !se_recorta(t) && h.entrada->es_directorio && !h.entrada->enlace && se_deja(*h.entrada, para_listar)
+        return h.codigo == 0 && !se_recorta(t) && h.entrada->es_directorio && !h.entrada->enlace &&
+                       se_deja(*h.entrada, para_listar)
                    ? h.entrada
                    : nullptr;
     }
@@ -466,16 +468,18 @@ struct reglas {
         }
         if (existe(t) && (se_recorta(t) || !es_directorio(t))) {
             constexpr unsigned long no_se_entra = 1920;
-            cuenta_lo_dicho = cuenta_lo_dicho && es_directorio(t);  // of a file the system's own code, if it tells one
+            cuenta_lo_dicho =
+                cuenta_lo_dicho && es_directorio(t);  // of a file the system's own code, if it tells one
             return bucle(
-                true, [&] { return "Unable to delete the directory '" + u(t) + "'"; }, [&] { return no_se_entra; });
+                true, [&] { return "Unable to delete the directory '" + u(t) + "'"; },
+                [&] { return no_se_entra; });
         }
         return quita_directorio_estricto(t);
     }
 
     struct pasada {
-        lista quedan;         // files
-        bool otra = false;    // a directory whose contents may not be gone yet
+        lista quedan;       // files
+        bool otra = false;  // a directory whose contents may not be gone yet
         bool quitado = false;
         bool enlaces = false;  // to directories, which stay
     };
@@ -511,9 +515,10 @@ struct reglas {
         const bool lo_tiene = d != nullptr && pasa(*d, t, recurre, p);
         if (quita && entra && !se_recorta(t)) {
             const hallazgo otra_vez = v.busca(l);
-            const unsigned long codigo = otra_vez.codigo != 0        ? otra_vez.codigo
-                                         : otra_vez.padre == nullptr ? negado
-                                                                     : v.quita_directorio(*otra_vez.padre, *otra_vez.entrada);
+            const unsigned long codigo = otra_vez.codigo != 0 ? otra_vez.codigo
+                                         : otra_vez.padre == nullptr
+                                             ? negado
+                                             : v.quita_directorio(*otra_vez.padre, *otra_vez.entrada);
             p.quitado = codigo == 0;
             p.otra = p.otra || (!lo_tiene && (codigo == no_vacio || codigo == negado || codigo == en_uso));
         }
@@ -551,7 +556,8 @@ struct reglas {
         texto_w base;
         if (base_dada != nullptr) {
             if (!empieza(sin_caja(directorio), sin_caja(*base_dada))) {
-                informe("widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO");
+                informe(
+                    "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO");
                 if (sin_barra(directorio).size() <= sin_barra(*base_dada).size()) {
                     informe("widestr_longitud(dir) > widestr_longitud(path_base)");
                 }

@@ -59,9 +59,7 @@ struct marcha {
         manijas = manijas_abiertas();
     }
 
-    bool se_aplica(const paso& p) {
-        return p.f->aplicable == nullptr || p.f->aplicable(r, p.a);
-    }
+    bool se_aplica(const paso& p) { return p.f->aplicable == nullptr || p.f->aplicable(r, p.a); }
     // Runs one operation; answers what library and model do not agree on.
     std::string da(const paso& p) {
         pasos.push_back(p);
@@ -180,9 +178,8 @@ desenlace corre_al_azar(campo& c, asunto de_que, std::uint64_t semilla) {
         }
         generador g{z, m.r};
         paso p = {f, false, f->genera(g)};
-        const bool cabe = std::all_of(p.a.begin(), p.a.end(), [](const argumento& a) {
-            return !a || de_pagina(a_pagina(*a)) == *a;
-        });
+        const bool cabe = std::all_of(p.a.begin(), p.a.end(),
+                                      [](const argumento& a) { return !a || de_pagina(a_pagina(*a)) == *a; });
         p.ocho = f->estrecha != nullptr && (f->ancha == nullptr || z.uno_de_cada(2)) && cabe;
         if ((!p.ocho && f->ancha == nullptr) || !m.se_aplica(p)) {
             continue;
@@ -218,7 +215,8 @@ desenlace acorta(campo& c, desenlace d) {
         for (std::size_t i = 0; i + 1 < d.pasos.size();) {
             std::vector<paso> resto = d.pasos;
             const std::size_t hasta = std::min(i + trozo, d.pasos.size() - 1);
-            resto.erase(resto.begin() + static_cast<std::ptrdiff_t>(i), resto.begin() + static_cast<std::ptrdiff_t>(hasta));
+            resto.erase(resto.begin() + static_cast<std::ptrdiff_t>(i),
+                        resto.begin() + static_cast<std::ptrdiff_t>(hasta));
             desenlace e = corre(c, resto);
             if (!e.fallo.empty() && e.pasos.back().f == culpable) {
                 menos = menos || e.pasos.size() < d.pasos.size();

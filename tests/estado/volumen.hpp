@@ -18,7 +18,8 @@ using apoyo::texto_w;
 using partes = std::vector<texto_w>;
 
 inline constexpr unsigned long no_esta = 2, no_hay_camino = 3, negado = 5, en_uso = 32, ya_esta = 183,
-                               nombre_imposible = 123, no_vacio = 145, no_es_directorio = 267, sin_servidor = 53;
+                               nombre_imposible = 123, no_vacio = 145, no_es_directorio = 267,
+                               sin_servidor = 53;
 
 // Letter case as far as the names of the sequences go: ASCII, Latin-1, Greek.
 inline wchar_t pliega(wchar_t c) {
@@ -59,7 +60,7 @@ struct nodo {
     std::size_t bytes = 0;
     std::optional<long long> fecha = {};  // last write, UTC seconds; none: somewhen during the run
     std::optional<sujecion> sujeto = {};
-    std::optional<partes> enlace = {};  // a link: where it leads to, from the top of the volume
+    std::optional<partes> enlace = {};   // a link: where it leads to, from the top of the volume
     std::map<texto_w, nodo> hijos = {};  // by folded name: the order of a listing
 
     nodo* hijo(const texto_w& n) {
@@ -93,9 +94,9 @@ struct lugar {
 };
 
 struct hallazgo {
-    nodo* padre = nullptr;  // that of the last name, when there is one
+    nodo* padre = nullptr;    // that of the last name, when there is one
     nodo* entrada = nullptr;  // as the directory holds it: a link is the link
-    nodo* cosa = nullptr;   // what it leads to; null: a link to nothing
+    nodo* cosa = nullptr;     // what it leads to; null: a link to nothing
     texto_w ultimo = {};
     unsigned long codigo = no_esta;  // 0: found
 };
@@ -218,7 +219,9 @@ public:
     }
     unsigned long quita_directorio(const texto_w& t) {
         const hallazgo h = busca(t);
-        return h.codigo != 0 ? h.codigo : h.padre == nullptr ? negado : quita_directorio(*h.padre, *h.entrada);
+        return h.codigo != 0        ? h.codigo
+               : h.padre == nullptr ? negado
+                                    : quita_directorio(*h.padre, *h.entrada);
     }
     unsigned long quita_directorio(nodo& padre, nodo& n) {
         if (!n.es_directorio) {
@@ -278,8 +281,8 @@ public:
     // Opens a file that is there.
     unsigned long abre(const texto_w& t, const sujecion& quiero) {
         const hallazgo h = busca(t);
-        return h.codigo != 0             ? h.codigo
-               : h.cosa->es_directorio   ? negado
+        return h.codigo != 0              ? h.codigo
+               : h.cosa->es_directorio    ? negado
                : se_deja(*h.cosa, quiero) ? 0
                                           : en_uso;
     }
