@@ -75,7 +75,7 @@ bool arbol_con_raiz(reglas& r, const argumentos& a) {
 }
 // Resolving ".." in what is created is of its own kind: see the row of the creation.
 bool sin_retrocesos(reglas&, const argumentos& a) {
-    return a[0]->find(L"nada\\..") == texto_w::npos;
+    return a[0]->find(L"nada") == texto_w::npos;
 }
 bool ningun_enlace(reglas& r, const argumentos& a) {
     const hallazgo h = r.v.busca(*a[0]);
@@ -1002,11 +1002,11 @@ const std::vector<fila>& todas_las_filas() {
     {"lumodir_lista_de_ficheros_en_directorio_y_subdirectorios", 6,
      [](generador& g) -> argumentos { return {g.directorio(), g.extension()}; },
      llama_arbol<lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE>, nullptr,
-     modela_llamada_arbol<false>, ni_raiz_ni_enlace},
+     modela_llamada_arbol<false>, arbol_con_raiz},
     {"lumodir_lista_de_ficheros_y_directorios_recursivamente", 6,
      [](generador& g) -> argumentos { return {g.directorio(), g.extension()}; },
      llama_arbol<lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE>, nullptr,
-     modela_llamada_arbol<true>, ni_raiz_ni_enlace},
+     modela_llamada_arbol<true>, arbol_con_raiz},
     {"lumodir_lista_de_fichero", 5, un_patron,
      [](const argumentos& a) -> std::string { return muestra(lumodir_lista_de_fichero(ancho{a[0]}, nullptr)); },
      nullptr,

@@ -58,7 +58,8 @@ struct generador {
         return z.elige(todos_ellos);
     }
     static bool es_raro(const texto_w& n) {
-        return n.back() == L'.' || n.back() == L' ' || n == L"con" || n == L"nul" || n == L"aux.tmp";
+        const texto_w tronco = pliega(n.substr(0, n.find(L'.')));
+        return n.back() == L'.' || n.back() == L' ' || tronco == L"CON" || tronco == L"NUL" || tronco == L"AUX";
     }
 
     // ---- places

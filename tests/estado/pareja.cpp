@@ -201,9 +201,16 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
         despues.empieza_llamada();
         en_8_bits(p.ocho);
         if (l.abierta != 0) {
+            const nodo* const abierto = con_numero(despues.v.cima, l.abierta).second;
+            const bool se_ha_movido = abierto != nullptr && despues.v.busca(*p.a[0]).entrada != abierto;
+            const reglas sin_efecto = despues;
             const std::optional<std::string> pensado = acaba(despues, p, l.abierta);
             l.abierta = 0;
             ++l.hechos;
+            // Wine deletes by the name that was opened: what has moved away stays, and nobody is told.
+            if (se_ha_movido && explica(c, sin_efecto, x, y)) {
+                return true;
+            }
             if ((!pensado || *pensado == real) && explica(c, despues, x, y)) {
                 return true;
             }

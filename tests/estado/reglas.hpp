@@ -503,7 +503,7 @@ struct reglas {
             const bool lo_tiene = se_deja(hijo, para_listar) && pasa(hijo, une(mostrado, n), true, p);
             queda_un_enlace = queda_un_enlace || lo_tiene;
             const unsigned long codigo = v.quita_directorio(d, *d.hijo(n));
-            p.otra = p.otra || (!lo_tiene && (codigo == no_vacio || codigo == negado || codigo == en_uso));
+            p.otra = p.otra || codigo == negado || codigo == en_uso || (codigo == no_vacio && !lo_tiene);
         }
         return queda_un_enlace;
     }
@@ -520,7 +520,7 @@ struct reglas {
                                              ? negado
                                              : v.quita_directorio(*otra_vez.padre, *otra_vez.entrada);
             p.quitado = codigo == 0;
-            p.otra = p.otra || (!lo_tiene && (codigo == no_vacio || codigo == negado || codigo == en_uso));
+            p.otra = p.otra || codigo == negado || codigo == en_uso || (codigo == no_vacio && !lo_tiene);
         }
         return p;
     }
