@@ -105,7 +105,8 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
             }
         }
         // A probe that nothing lets go any more.
-        const bool deja_la_sonda = para_siempre && std::string(f->nombre).find("se_puede_escribir") != std::string::npos;
+        const bool deja_la_sonda =
+            para_siempre && std::string(f->nombre).find("se_puede_escribir") != std::string::npos;
         for (const auto& [ruta, que] : despues) {
             if (!deja_la_sonda && antes.count(ruta) == 0 && entero.count(ruta) == 0 && !es_de_la_casa(ruta)) {
                 fallo += "\n  made though nobody asked: " + ruta;
@@ -141,7 +142,8 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
                                   nombre.find("se_puede_escribir") != nombre.npos;
             if (pensado.compare(0, 1, "1") != 0 && !da_igual) {
                 fallo += "\n  says yes and should not: " + real + ", expected: " + pensado;
-            } else if (pensado.compare(0, 1, "1") == 0 && !sin_directorios && !deja_la_sonda && sin_la_casa != entero) {
+            } else if (pensado.compare(0, 1, "1") == 0 && !sin_directorios && !deja_la_sonda &&
+                       sin_la_casa != entero) {
                 fallo += "\n  says yes and it is not done";
             }
         }

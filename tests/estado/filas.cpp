@@ -327,12 +327,13 @@ std::string fecha_de(reglas& r, const texto_w& t, const std::string& real, bool 
     return std::to_string(local ? hora_local(*h.cosa->fecha) - 3600 : *h.cosa->fecha);
 }
 bool pon_fecha(reglas& r, const texto_w& t, long long utc, bool con_mensajes) {
+    const lugar l = r.v.lee(t);
     return r.bucle(
         con_mensajes, [&] { return "The '" + u(t) + "' file cannot be opened to modify its date."; },
         [&]() -> unsigned long {
-            const unsigned long codigo = r.v.abre(t, {false, true, false, false, false, false});
+            const unsigned long codigo = r.v.abre(l, {false, true, false, false, false, false});
             if (codigo == 0) {
-                r.v.busca(t).cosa->fecha = utc;
+                r.v.busca(l).cosa->fecha = utc;
             }
             return codigo;
         });

@@ -59,7 +59,8 @@ struct generador {
     }
     static bool es_raro(const texto_w& n) {
         const texto_w tronco = pliega(n.substr(0, n.find(L'.')));
-        return n.back() == L'.' || n.back() == L' ' || tronco == L"CON" || tronco == L"NUL" || tronco == L"AUX";
+        return n.back() == L'.' || n.back() == L' ' || tronco == L"CON" || tronco == L"NUL" ||
+               tronco == L"AUX";
     }
 
     // ---- places

@@ -156,7 +156,7 @@ std::pair<nodo*, nodo*> con_numero(nodo& padre, unsigned numero) {
     }
     return {nullptr, nullptr};
 }
-// The second step: what is answered; nothing when it is gone, which the system answers in either way.
+// The second step: what is answered; nothing where the system answers in either way.
 std::optional<std::string> acaba(reglas& r, const paso& p, unsigned numero) {
     const auto [padre, n] = con_numero(r.v.cima, numero);
     if (n == nullptr) {
@@ -167,6 +167,9 @@ std::optional<std::string> acaba(reglas& r, const paso& p, unsigned numero) {
         return r.v.borra(*padre, *n) == 0 ? "1" : "0";
     }
     if (nombre == "cdir_se_borra_directorio") {
+        if (!n->hijos.empty()) {
+            return {};  // Wine says yes to who began when it was empty, and it stays
+        }
         return r.v.quita_directorio(*padre, *n) == 0 ? "1" : "0";
     }
     const hallazgo donde = r.v.busca(*p.a[1]);
@@ -192,6 +195,7 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
         lado x = a;
         lado y = b;
         lado& l = toca_a ? x : y;
+        const lado& otro = toca_a ? y : x;
         if (l.hechos == l.pasos.size()) {
             continue;
         }
@@ -205,10 +209,14 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
             const bool se_ha_movido = abierto != nullptr && despues.v.busca(*p.a[0]).entrada != abierto;
             const reglas sin_efecto = despues;
             const std::optional<std::string> pensado = acaba(despues, p, l.abierta);
+            const unsigned lo_suyo = l.abierta;
             l.abierta = 0;
             ++l.hechos;
             // Wine deletes by the name that was opened: what has moved away stays, and nobody is told.
-            if (se_ha_movido && explica(c, sin_efecto, x, y)) {
+            // And it takes a name away when the last one who has it open is through; until then it is deleted again.
+            const bool lo_tiene_el_otro =
+                otro.abierta == lo_suyo && real == "1" && std::strstr(p.f->nombre, "borra") != nullptr;
+            if ((se_ha_movido || lo_tiene_el_otro) && explica(c, sin_efecto, x, y)) {
                 return true;
             }
             if ((!pensado || *pensado == real) && explica(c, despues, x, y)) {
@@ -222,7 +230,16 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
         if (const hallazgo h = despues.v.busca(*p.a[0]); h.codigo == 0 && toma_dos_pasos(p.f->nombre)) {
             static unsigned numeros = 0;
             h.cosa->numero = h.cosa->numero == 0 ? ++numeros : h.cosa->numero;
-            l.abierta = h.cosa->numero;
+            const unsigned lo_suyo = h.cosa->numero;
+            // What the other has open is in use.
+            if (otro.abierta == lo_suyo && real == "0") {
+                ++l.hechos;
+                if (explica(c, despues, x, y)) {
+                    return true;
+                }
+                --l.hechos;
+            }
+            l.abierta = lo_suyo;
             if (explica(c, despues, x, y)) {
                 return true;
             }

@@ -277,6 +277,7 @@ struct reglas {
         return quita_directorio(t, true);
     }
     bool protege(const texto_w& t, bool solo_lectura) {
+        const lugar l = v.lee(t);
         return bucle(
             true,
             [&] {
@@ -284,7 +285,7 @@ struct reglas {
                        " the file '" + u(t) + "'";
             },
             [&]() -> unsigned long {
-                const hallazgo h = v.busca(t);
+                const hallazgo h = v.busca(l);
                 if (h.codigo == 0) {
                     h.cosa->solo_lectura = solo_lectura;
                 }
@@ -293,9 +294,11 @@ struct reglas {
             nullptr, false);
     }
     bool renombra(const texto_w& viejo, const texto_w& nuevo, bool con_mensajes) {
+        const lugar de = v.lee(viejo);
+        const lugar a = v.lee(nuevo);
         return bucle(
             con_mensajes, [&] { return "The file cannot be renamed.\n- " + u(viejo) + "\n- " + u(nuevo); },
-            [&] { return v.mueve(viejo, nuevo); });
+            [&] { return v.mueve(de, a); });
     }
 
     // ---- creation
@@ -317,7 +320,6 @@ struct reglas {
         texto_w resto = path.substr(hecho.size());
         const std::vector<texto_w> todos = modelos::componentes(resto);
         const bool desde_raiz = !resto.empty() && es_barra(resto[0]);
-        const bool con_barra = !resto.empty() && es_barra(resto.back());
         if (resto.find(L"\\..\\") != texto_w::npos) {
             partes pila;
             for (const texto_w& c : todos) {
@@ -330,9 +332,6 @@ struct reglas {
             resto.clear();
             for (const texto_w& c : pila) {
                 resto += (resto.empty() && !desde_raiz ? L"" : L"\\") + c;
-            }
-            if (con_barra && !es_directorio_) {
-                resto += L"\\";
             }
         }
         if (es_directorio_ && (resto.empty() || !es_barra(resto.back()))) {
@@ -596,7 +595,10 @@ struct reglas {
         }
     }
 
-    void cambia_extension(const texto_w& directorio, const texto_w& vieja, const texto_w& nueva) {
+    void cambia_extension(texto_w directorio, const texto_w& vieja, const texto_w& nueva) {
+        for (wchar_t& c : directorio) {
+            c = c == L'/' ? L'\\' : c;
+        }
         if (modelos::recortado(directorio).empty()) {
             informe("widestr_longitud(directorio) > 0");
             return;

@@ -253,7 +253,8 @@ public:
         padre.hijos.erase(pliega(n.nombre));
         return 0;
     }
-    unsigned long mueve(const texto_w& viejo, const texto_w& nuevo) {
+    unsigned long mueve(const texto_w& viejo, const texto_w& nuevo) { return mueve(lee(viejo), lee(nuevo)); }
+    unsigned long mueve(const lugar& viejo, const lugar& nuevo) {
         const hallazgo de = busca(viejo);
         if (de.codigo != 0) {
             return de.codigo;
@@ -279,8 +280,9 @@ public:
         return 0;
     }
     // Opens a file that is there.
-    unsigned long abre(const texto_w& t, const sujecion& quiero) {
-        const hallazgo h = busca(t);
+    unsigned long abre(const texto_w& t, const sujecion& quiero) { return abre(lee(t), quiero); }
+    unsigned long abre(const lugar& l, const sujecion& quiero) {
+        const hallazgo h = busca(l);
         return h.codigo != 0              ? h.codigo
                : h.cosa->es_directorio    ? negado
                : se_deja(*h.cosa, quiero) ? 0
