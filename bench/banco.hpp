@@ -14,7 +14,7 @@ namespace banco {
 struct contendiente {
     std::string nombre;
     std::function<void()> trabajo;  // one unit of work
-    double objetivo = 0;            // at most this ratio of ours to it
+    double objetivo = 0;  // at most this ratio of ours to it; 0: there to show what the system takes
 };
 
 struct fila {
@@ -55,6 +55,22 @@ inline std::string con_unidad(double ns) {
     return texto;
 }
 
+inline std::string con_objetivo(double objetivo) {
+    char texto[32] = "";
+    if (objetivo > 0) {
+        std::snprintf(texto, sizeof texto, "%.2f", objetivo);
+    }
+    return texto;
+}
+
+// One line of the table: what ours takes against one of the others.
+inline void escribe(const std::string& que, double nuestro, const contendiente& otro, double suyo) {
+    std::printf("| %s | %s | %s | %s | %.2f | %s |\n", que.c_str(), con_unidad(nuestro).c_str(),
+                otro.nombre.c_str(), con_unidad(suyo).c_str(), nuestro / suyo,
+                con_objetivo(otro.objetivo).c_str());
+    std::fflush(stdout);
+}
+
 inline void encabezado() {
     std::printf("| what | lumodir | against | takes | ratio | target |\n|---|---|---|---|---|---|\n");
 }
@@ -68,11 +84,7 @@ inline void corre(const fila& f) {
         }
     }
     for (std::size_t i = 0; i < f.otros.size(); ++i) {
-        std::printf("| %s | %s | %s | %s | %.2f | %.2f |\n", f.nombre.c_str(),
-                    con_unidad(mejor[0] / f.elementos).c_str(), f.otros[i].nombre.c_str(),
-                    con_unidad(mejor[i + 1] / f.elementos).c_str(), mejor[0] / mejor[i + 1],
-                    f.otros[i].objetivo);
-        std::fflush(stdout);
+        escribe(f.nombre, mejor[0] / f.elementos, f.otros[i], mejor[i + 1] / f.elementos);
     }
 }
 

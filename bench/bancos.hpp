@@ -7,7 +7,7 @@ namespace bancos {
 
 void rutas();
 void listados();
-void crecimiento();  // its 100,000 files take minutes to make under Wine
+void crecimiento(const std::wstring& directorio);  // one that tools/growth has filled
 void ficheros();
 void registro();
 void procesos();

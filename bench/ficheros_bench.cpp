@@ -3,6 +3,7 @@
 #include "bancos.hpp"
 #include "cdir.h"
 #include "fichsdir.h"
+#include "manijas.hpp"
 #include "timefich.h"
 
 #ifndef NOMINMAX
@@ -12,80 +13,63 @@
 
 namespace {
 
-// What a careful programmer writes: files first, then the directories below, then the directory.
-void borra_a_mano(const std::wstring& directorio) {
-    WIN32_FIND_DATAW datos;
-    HANDLE busqueda = ::FindFirstFileExW((directorio + L"\\*").c_str(), FindExInfoBasic, &datos,
-                                         FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
-    if (busqueda == INVALID_HANDLE_VALUE) {
-        return;
-    }
-    std::vector<std::wstring> directorios;
-    do {
-        const std::wstring nombre = datos.cFileName;
-        if ((datos.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-            ::DeleteFileW((directorio + L"\\" + nombre).c_str());
-        } else if (nombre != L"." && nombre != L"..") {
-            directorios.push_back(directorio + L"\\" + nombre);
+// A way of deleting and what it is held against; each deletion needs a tree of its own, whose making is not timed.
+struct borrador {
+    const char* nombre;
+    std::function<void(const std::wstring&)> borra;
+};
+
+// The best of six rounds of each, in turn.
+std::vector<double> mejores(const std::vector<borrador>& formas,
+                            const std::function<std::wstring()>& haz_arbol) {
+    std::vector<double> mejor(formas.size(), 1e300);
+    for (int ronda = 0; ronda < 6; ++ronda) {
+        for (std::size_t i = 0; i < formas.size(); ++i) {
+            const std::wstring arbol = haz_arbol();
+            mejor[i] = std::min(mejor[i], banco::ronda([&] { formas[i].borra(arbol); }, 1));
         }
-    } while (::FindNextFileW(busqueda, &datos));
-    ::FindClose(busqueda);
-    for (const std::wstring& d : directorios) {
-        borra_a_mano(d);
     }
-    ::RemoveDirectoryW(directorio.c_str());
+    return mejor;
 }
 
-// Each deletion needs a tree of its own: making it is not timed.
-double mejor_borrado(const bancos::directorio_temporal& temporal,
-                     const std::function<void(const std::wstring&)>& borra) {
-    const std::wstring arbol = temporal.con_arbol(L"to delete", 6, 3, 2'000);
-    return banco::ronda([&] { borra(arbol); }, 1);
-}
+const borrador el_nuestro = {
+    "", [](const std::wstring& d) { cdir_borra_directorio_y_subdirectorios_UNICODE(d.c_str()); }};
+const borrador recursion = {"hand-written recursion", bancos::borra_a_mano};
+const borrador sin_comprobar = {"the same calls, unchecked", bancos::borra_por_manijas};
 
 void borrado(const bancos::directorio_temporal& temporal) {
-    const std::function<void(const std::wstring&)> formas[] = {
-        [](const std::wstring& d) { cdir_borra_directorio_y_subdirectorios_UNICODE(d.c_str()); },
-        borra_a_mano, [](const std::wstring& d) { std::filesystem::remove_all(d); },
-        [](const std::wstring& d) { cdir_borra_directorio_y_subdirectorios_reintentando_u(d.c_str()); }};
-    double mejor[4] = {1e300, 1e300, 1e300, 1e300};
-    for (int ronda = 0; ronda < 6; ++ronda) {
-        for (int i = 0; i < 4; ++i) {
-            mejor[i] = std::min(mejor[i], mejor_borrado(temporal, formas[i]));
-        }
-    }
-    const char* const fila =
-        "| delete a tree of 2,000 files in 259 directories%s | %s | %s | %s | %.2f | %.2f |\n";
-    const auto escribe = [&](const char* que, int nuestro, const char* contra, int otro, double objetivo) {
-        std::printf(fila, que, banco::con_unidad(mejor[nuestro]).c_str(), contra,
-                    banco::con_unidad(mejor[otro]).c_str(), mejor[nuestro] / mejor[otro], objetivo);
-    };
-    escribe("", 0, "hand-written recursion", 1, 0.55);
-    escribe("", 0, "std::filesystem::remove_all", 2, 0.5);
-    escribe(", in passes", 3, "hand-written recursion", 1, 0.55);
+    const std::vector<borrador> formas = {
+        el_nuestro,
+        recursion,
+        {"std::filesystem::remove_all", [](const std::wstring& d) { std::filesystem::remove_all(d); }},
+        sin_comprobar,
+        {"",
+         [](const std::wstring& d) { cdir_borra_directorio_y_subdirectorios_reintentando_u(d.c_str()); }}};
+    const std::vector<double> mejor =
+        mejores(formas, [&] { return temporal.con_arbol(L"to delete", 6, 3, 2'000); });
+    const std::string que = "delete a tree of 2,000 files in 259 directories";
+    banco::escribe(que, mejor[0], {formas[1].nombre, {}, 0.55}, mejor[1]);
+    banco::escribe(que, mejor[0], {formas[2].nombre, {}, 0.5}, mejor[2]);
+    banco::escribe(que, mejor[0], {formas[3].nombre, {}, 0}, mejor[3]);
+    banco::escribe(que + ", in passes", mejor[4], {formas[1].nombre, {}, 0.55}, mejor[1]);
 }
 
 // A directory in a directory, each with a file: what a path composed anew costs more the deeper it leads.
 void cadena(const bancos::directorio_temporal& temporal) {
     constexpr int niveles = 120;
     const std::wstring raiz = L"\\\\?\\" + temporal.ruta() + L"\\chain";
-    const std::function<void()> formas[] = {
-        [&] { cdir_borra_directorio_y_subdirectorios_UNICODE(raiz.c_str()); }, [&] { borra_a_mano(raiz); }};
-    double mejor[2] = {1e300, 1e300};
-    for (int ronda = 0; ronda < 6; ++ronda) {
-        for (int i = 0; i < 2; ++i) {
-            std::wstring actual = raiz;
-            for (int n = 0; n <= niveles; ++n, actual += L"\\level") {
-                ::CreateDirectoryW(actual.c_str(), nullptr);
-                ::CloseHandle(::CreateFileW((actual + L"\\file").c_str(), GENERIC_WRITE, 0, nullptr,
-                                            CREATE_NEW, 0, nullptr));
-            }
-            mejor[i] = std::min(mejor[i], banco::ronda(formas[i], 1));
+    const std::vector<double> mejor = mejores({el_nuestro, recursion, sin_comprobar}, [&] {
+        std::wstring actual = raiz;
+        for (int n = 0; n <= niveles; ++n, actual += L"\\level") {
+            ::CreateDirectoryW(actual.c_str(), nullptr);
+            ::CloseHandle(::CreateFileW((actual + L"\\file").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                        0, nullptr));
         }
-    }
-    std::printf("| delete a chain of 120 levels | %s | hand-written recursion | %s | %.2f | 0.50 |\n",
-                banco::con_unidad(mejor[0]).c_str(), banco::con_unidad(mejor[1]).c_str(),
-                mejor[0] / mejor[1]);
+        return raiz;
+    });
+    const std::string que = "delete a chain of 120 levels";
+    banco::escribe(que, mejor[0], {recursion.nombre, {}, 0.5}, mejor[1]);
+    banco::escribe(que, mejor[0], {sin_comprobar.nombre, {}, 0}, mejor[2]);
 }
 
 void creacion(const bancos::directorio_temporal& temporal) {
@@ -100,10 +84,8 @@ void creacion(const bancos::directorio_temporal& temporal) {
         estandar = std::min(estandar, banco::ronda([&] { std::filesystem::create_directories(hondo); }, 1));
         std::filesystem::remove_all(raiz);
     }
-    std::printf(
-        "| create six levels of directories | %s | std::filesystem::create_directories | %s | %.2f | 1.00 "
-        "|\n",
-        banco::con_unidad(nuestro).c_str(), banco::con_unidad(estandar).c_str(), nuestro / estandar);
+    banco::escribe("create six levels of directories", nuestro,
+                   {"std::filesystem::create_directories", {}, 1.0}, estandar);
 }
 
 // The record of a file set, as the hand-written loop builds it.
@@ -175,14 +157,21 @@ void bancos::ficheros() {
     const wchar_t* const relativo = L"one\\Photo 00000000 of the site.png";
     banco::corre({.nombre = "does a file exist, relative path",
                   .nuestro = [&] { sumidero = cdir_existe_fichero_UNICODE(relativo); },
-                  .otros = {{"GetFileAttributesW", [&] { sumidero = ::GetFileAttributesW(relativo); }, 1.05}},
+                  .otros = {{"GetFileAttributesW", [&] { sumidero = ::GetFileAttributesW(relativo); }, 1.05},
+                            {"the same on the full path, asked for first",
+                             [&] {
+                                 wchar_t completa[MAX_PATH];
+                                 ::GetFullPathNameW(relativo, MAX_PATH, completa, nullptr);
+                                 sumidero = ::GetFileAttributesW(completa);
+                             }}},
                   .vueltas = 500});
     ::SetCurrentDirectoryW(aqui);
     creacion(temporal);
     const std::wstring diez_mil = temporal.con_ficheros(L"ten thousand", 10'000);
     banco::corre({.nombre = "file set of 10,000 files",
                   .nuestro = [&] { conjunto(diez_mil); },
-                  .otros = {{"hand-written loop", [&] { conjunto_a_mano(diez_mil); }, 0.5}},
+                  .otros = {{"hand-written loop", [&] { conjunto_a_mano(diez_mil); }, 0.5},
+                            {"the same search, keeping nothing", [&] { bancos::solo_busca(diez_mil); }}},
                   .vueltas = 1,
                   .rondas = 10});
     borrado(temporal);

@@ -1,4 +1,4 @@
-// lumodir_bench [group...]: the benchmark tables of the README, in Markdown.
+// lumodir_bench [group...]: the benchmark tables of the README, in Markdown. growth:DIRECTORY is run by tools/growth.
 #include <cstring>
 
 #include "bancos.hpp"
@@ -8,13 +8,23 @@ namespace {
 constexpr struct {
     const char* nombre;
     void (*corre)();
-} grupos[] = {{"paths", bancos::rutas},    {"listings", bancos::listados}, {"growth", bancos::crecimiento},
-              {"files", bancos::ficheros}, {"registry", bancos::registro}, {"processes", bancos::procesos}};
+} grupos[] = {{"paths", bancos::rutas},
+              {"listings", bancos::listados},
+              {"files", bancos::ficheros},
+              {"registry", bancos::registro},
+              {"processes", bancos::procesos}};
+constexpr char crecimiento[] = "growth:";
 
 }  // namespace
 
 int main(int argc, char** argv) {
     banco::encabezado();
+    for (int i = 1; i < argc; ++i) {
+        if (std::strncmp(argv[i], crecimiento, sizeof crecimiento - 1) == 0) {
+            const char* const directorio = argv[i] + sizeof crecimiento - 1;
+            bancos::crecimiento(std::wstring(directorio, directorio + std::strlen(directorio)));
+        }
+    }
     for (const auto& grupo : grupos) {
         bool elegido = argc == 1;
         for (int i = 1; i < argc; ++i) {

@@ -1,12 +1,17 @@
 // Path names: checking, splitting, taking the name and joining, on the paths of rutas_de_muestra.txt: all of them mixed,
 // and each kind by itself. Against a bare scan, the C runtime, std::filesystem, std::wstring; 8-bit functions against
 // their wide twins.
+#include <array>
+#include <atomic>
+#include <cstdlib>
+#include <cwchar>
 #include <filesystem>
 #include <fstream>
 #include <map>
 
 #include "bancos.hpp"
 #include "cdir.h"
+#include "companions/lumospy.h"
 #include "companions/lumostr.h"
 #include "companions/widestr.h"
 
@@ -163,10 +168,37 @@ void corta_con_filesystem(const wchar_t* ruta) {
     sumidero = static_cast<unsigned>(unidad.size() + directorio.size() + nombre.size() + extension.size());
 }
 
+// What four new strings cost before anything is cut: their blocks, of the sizes that the pieces have.
+std::function<void()> los_cuatro_bloques(const rutas_w& rutas) {
+    std::vector<std::array<std::size_t, 4>> bytes;
+    for (const std::wstring& ruta : rutas) {
+        wchar_t* piezas[4];
+        cdir_splitpath_con_comprobacion_UNICODE(ruta.c_str(), &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
+        bytes.emplace_back();
+        for (std::size_t i = 0; i < 4; ++i) {
+            bytes.back()[i] = (std::wcslen(piezas[i]) + 1) * sizeof(wchar_t);
+            libera(piezas[i]);
+        }
+    }
+    return [bytes] {
+        for (const auto& cuatro : bytes) {
+            void* bloques[4];
+            for (std::size_t i = 0; i < 4; ++i) {
+                bloques[i] = std::malloc(cuatro[i]);
+                banco::usa(bloques[i]);
+            }
+            for (void* bloque : bloques) {
+                std::free(bloque);
+            }
+        }
+    };
+}
+
 void compara_corte(const std::string& clase, const rutas_w& rutas) {
     banco::corre({.nombre = "split into four new strings (" + clase + ")",
                   .nuestro = por_todas(rutas, [](const wchar_t* p) { corta(p); }),
                   .otros = {{"the C runtime into fixed buffers", por_todas(rutas, corta_con_el_crt), 3.2},
+                            {"four blocks of the C library alone", los_cuatro_bloques(rutas), 1.5},
                             {"std::filesystem::path", por_todas(rutas, corta_con_filesystem), 0.25}},
                   .vueltas = 50'000 / numero(rutas),
                   .elementos = numero(rutas)});
@@ -211,6 +243,31 @@ void compara_union(const rutas_w& rutas) {
          .elementos = numero(rutas)});
 }
 
+// A block of the size of each path, taken and given back.
+void compara_memoria(const rutas_w& rutas) {
+    static std::atomic<unsigned long long> censo{0};
+    const auto bytes = [](const wchar_t* p) { return (std::wcslen(p) + 1) * sizeof(wchar_t); };
+    banco::corre({.nombre = "a block of tracked memory",
+                  .nuestro = por_todas(rutas,
+                                       [bytes](const wchar_t* p) {
+                                           void* bloque = lumospy_nousar_malloc(bytes(p));
+                                           banco::usa(bloque);
+                                           lumospy_nousar_free_pp(&bloque);
+                                       }),
+                  .otros = {{"one of the C library, with an atomic count",
+                             por_todas(rutas,
+                                       [bytes](const wchar_t* p) {
+                                           void* bloque = std::malloc(bytes(p));
+                                           censo.fetch_add(1, std::memory_order_relaxed);
+                                           banco::usa(bloque);
+                                           std::free(bloque);
+                                           censo.fetch_sub(1, std::memory_order_relaxed);
+                                       }),
+                             1.1}},
+                  .vueltas = 50'000 / numero(rutas),
+                  .elementos = numero(rutas)});
+}
+
 // The same paths in both flavours.
 void compara_gemelas(const std::string& clase, const rutas_w& anchas, const rutas_a& cortas,
                      double objetivo) {
@@ -251,6 +308,7 @@ void bancos::rutas() {
     compara_corte("share", muestra.at("share"));
     compara_nombre("mixed", mezcla);
     compara_union(mezcla);
+    compara_memoria(mezcla);
     rutas_w anchas_ascii, anchas_altas;
     rutas_a cortas_ascii, cortas_altas;
     for (const std::wstring& ruta : mezcla) {

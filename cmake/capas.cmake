@@ -1,6 +1,10 @@
 # The folders of src/ are layers: each one calls only those before it in this list. A file that includes from a
 # folder above its own stops the configuration.
-set(LUMODIR_CAPAS companions frame paths system listings files)
+set(LUMODIR_CAPAS companions frame paths system listings files abi)
+
+# Folders without exports of their own, which all stand in abi: no file there can call one, because to the compiler they
+# are not available.
+set(LUMODIR_CAPAS_DE_DENTRO companions system)
 
 function(lumodir_comprueba_capas carpeta)
   list(FIND LUMODIR_CAPAS ${carpeta} nivel)
@@ -18,19 +22,18 @@ function(lumodir_comprueba_capas carpeta)
   endforeach()
 endfunction()
 
-# One object library per layer. Each file learns its own stem, from which its module tag is checked.
+# One object library per layer.
 function(lumodir_capa carpeta)
   file(GLOB cabeceras CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${carpeta}/*.hpp)
   set(fuentes ${ARGN})
   list(TRANSFORM fuentes PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/${carpeta}/)
   lumodir_comprueba_capas(${carpeta} ${fuentes} ${cabeceras})
-  foreach(fuente IN LISTS fuentes)
-    get_filename_component(raiz ${fuente} NAME_WE)
-    set_source_files_properties(${fuente} PROPERTIES COMPILE_DEFINITIONS "LUMODIR_FICHERO=\"${raiz}\"")
-  endforeach()
   add_library(lumodir_${carpeta} OBJECT ${fuentes})
   target_include_directories(lumodir_${carpeta} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
   target_compile_definitions(lumodir_${carpeta} PRIVATE LUMODIR_CONSTRUYE)
+  if(carpeta IN_LIST LUMODIR_CAPAS_DE_DENTRO AND NOT MSVC)
+    target_compile_definitions(lumodir_${carpeta} PRIVATE "LUMODIR_API=__attribute__((unavailable))")
+  endif()
   target_link_libraries(lumodir_${carpeta} PRIVATE lumodir_opciones)
   target_compile_options(lumodir_${carpeta} PRIVATE ${LUMODIR_OPCIONES_NORMA})
   set_target_properties(lumodir_${carpeta} PROPERTIES POSITION_INDEPENDENT_CODE ON)

@@ -51,12 +51,13 @@ else()
       $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-Wl,--tsaware>)
     if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
       # Returns only to callers (shadow stacks), a mark that GNU's linker does not know. Calls through pointers only to
-      # functions: from Clang 16 and MinGW-w64 11 on.
+      # functions: from Clang 16 and MinGW-w64 11 on, where that was built with what the loader wants to know of them.
+      # Without it LLD warns and sets a mark that means nothing.
       target_link_options(lumodir_opciones INTERFACE -Wl,-Xlink=-cetcompat)
       include(CheckCXXSourceCompiles)
       set(CMAKE_REQUIRED_FLAGS -mguard=cf)
       set(CMAKE_REQUIRED_LINK_OPTIONS -mguard=cf)
-      check_cxx_source_compiles("int main() { return 0; }" LUMODIR_GUARDIA)
+      check_cxx_source_compiles("int main() { return 0; }" LUMODIR_GUARDIA FAIL_REGEX _load_config_used)
       unset(CMAKE_REQUIRED_FLAGS)
       unset(CMAKE_REQUIRED_LINK_OPTIONS)
       if(LUMODIR_GUARDIA)

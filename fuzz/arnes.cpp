@@ -19,6 +19,7 @@ namespace {
 
 std::vector<std::string> g_informes;
 std::vector<std::string> g_avisos;
+unsigned g_pagina = 0;  // that of the whole run, where one was asked for
 
 constexpr std::size_t longitud_corriente = 600;  // past the limit of a component
 constexpr std::size_t longitud_maxima = 70000;   // beyond the 65,535 units that the repair of names looks at
@@ -86,6 +87,7 @@ entrada::entrada(const std::uint8_t* datos, std::size_t tamanyo)
         pagina_ = apoyo::paginas[resto_[0] - primera_pagina];
         resto_.remove_prefix(1);
     }
+    pagina_ = g_pagina != 0 ? g_pagina : pagina_;
 }
 
 // Repetitions carried out; a character is repeated with all its bytes.
@@ -141,7 +143,7 @@ unsigned long entrada::numero() {
 }
 
 texto_w en_unidades(const texto_a& bytes) {
-    texto_w unidades = apoyo::w(bytes);
+    texto_w unidades = apoyo::en_utf16(bytes);
     // Ill-formed UTF-8 can give a terminator.
     std::erase_if(unidades, [&](wchar_t c) { return c == 0 && bytes.find('\0') == texto_a::npos; });
     return unidades;
@@ -191,6 +193,9 @@ void falla(const char* que, int linea, const std::string& dado, const std::strin
 }  // namespace arnes
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    if (const char* pagina = std::getenv("LUMODIR_PAGINA")) {
+        arnes::g_pagina = static_cast<unsigned>(std::atoi(pagina));
+    }
     error_interno_establece_receptor(arnes::i_recibe_informe, nullptr);
     lmaviso_establece_receptor(arnes::i_recibe_aviso, nullptr);
     msglocal_establece_idioma(lumodir::ranura_ingles);

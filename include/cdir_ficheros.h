@@ -35,13 +35,7 @@ LUMODIR_EXTERN_C_INICIO
  * @return 1 when it exists, else 0.
  */
 LUMODIR_API unsigned short cdir_existe_fichero_UNICODE(const wchar_t *nombre);
-
-/**
- * 8-bit flavour of cdir_existe_fichero_UNICODE().
- *
- * @param nombre  Path (8-bit). NULL is reported.
- * @return 1 when it exists, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_existe_fichero(const char *nombre);
 
 /**
@@ -51,13 +45,7 @@ LUMODIR_API unsigned short cdir_existe_fichero(const char *nombre);
  * @return 1 when it exists, else 0.
  */
 LUMODIR_API unsigned short cdir_existe_directorio_UNICODE(const wchar_t *nombre_directorio);
-
-/**
- * 8-bit flavour of cdir_existe_directorio_UNICODE().
- *
- * @param nombre_directorio  Path (8-bit). NULL is reported.
- * @return 1 when it exists, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_existe_directorio(const char *nombre_directorio);
 
 /**
@@ -96,13 +84,7 @@ LUMODIR_API unsigned short cdir_es_directorio_u(const wchar_t *path);
  * @return 1 when it finds one, else 0.
  */
 LUMODIR_API unsigned short cdir_existe_fichero_filtro_UNICODE(const wchar_t *path_filtro);
-
-/**
- * 8-bit flavour of cdir_existe_fichero_filtro_UNICODE().
- *
- * @param path_filtro  Directory and name with wildcards (8-bit). NULL is reported.
- * @return 1 when it finds one, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_existe_fichero_filtro(const char *path_filtro);
 
 /**
@@ -131,13 +113,7 @@ cdir_existe_directorio_filtro(const wchar_t *path_filtro, wchar_t **nombre_direc
  * @return 1 when readable, else 0.
  */
 LUMODIR_API unsigned short cdir_se_puede_leer_UNICODE(const wchar_t *fichero);
-
-/**
- * 8-bit flavour of cdir_se_puede_leer_UNICODE().
- *
- * @param fichero  Path (8-bit). NULL is reported.
- * @return 1 when readable, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_se_puede_leer(const char *fichero);
 
 /**
@@ -148,13 +124,7 @@ LUMODIR_API unsigned short cdir_se_puede_leer(const char *fichero);
  * @return 1 when writable, else 0.
  */
 LUMODIR_API unsigned short cdir_se_puede_escribir_UNICODE(const wchar_t *fichero);
-
-/**
- * 8-bit flavour of cdir_se_puede_escribir_UNICODE().
- *
- * @param fichero  Path (8-bit). NULL is reported.
- * @return 1 when writable, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_se_puede_escribir(const char *fichero);
 
 /**
@@ -209,12 +179,7 @@ LUMODIR_API unsigned short cdir_tiene_permiso_escritura_fichero(const char *fich
  * @return 1 when deleted, else 0.
  */
 LUMODIR_API unsigned short cdir_borra_fichero_UNICODE(const wchar_t *fichero);
-
-/**
- * 8-bit flavour of cdir_borra_fichero_UNICODE(), without its answer.
- *
- * @param fichero  Path (8-bit). NULL is reported.
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_borra_fichero(const char *fichero);
 
 /**
@@ -226,13 +191,7 @@ LUMODIR_API void cdir_borra_fichero(const char *fichero);
  */
 LUMODIR_API unsigned short
 cdir_borra_fichero_con_mensaje_extra_UNICODE(const wchar_t *fichero, const wchar_t *mensaje_extra);
-
-/**
- * 8-bit flavour of cdir_borra_fichero_con_mensaje_extra_UNICODE(), without its answer.
- *
- * @param fichero        Path (8-bit). NULL is reported.
- * @param mensaje_extra  Second line of the message (8-bit), or NULL (not reported).
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_borra_fichero_con_mensaje_extra(const char *fichero, const char *mensaje_extra);
 
 /**
@@ -242,12 +201,7 @@ LUMODIR_API void cdir_borra_fichero_con_mensaje_extra(const char *fichero, const
  * @return 1 when deleted or absent, else 0.
  */
 LUMODIR_API unsigned short cdir_borra_fichero_si_existe_UNICODE(const wchar_t *fichero);
-
-/**
- * 8-bit flavour of cdir_borra_fichero_si_existe_UNICODE(), without its answer.
- *
- * @param fichero  Path (8-bit). NULL is reported.
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_borra_fichero_si_existe(const char *fichero);
 
 /**
@@ -258,13 +212,7 @@ LUMODIR_API void cdir_borra_fichero_si_existe(const char *fichero);
  * @return 1 when the system deleted it, else 0.
  */
 LUMODIR_API unsigned short cdir_borra_fichero_con_comprobacion_UNICODE(const wchar_t *nombre);
-
-/**
- * 8-bit flavour of cdir_borra_fichero_con_comprobacion_UNICODE(), with its answer.
- *
- * @param nombre  Path (8-bit). NULL is reported.
- * @return 1 when the system deleted it, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_borra_fichero_con_comprobacion(const char *nombre);
 
 /**
@@ -278,12 +226,7 @@ LUMODIR_API unsigned short cdir_borra_fichero_con_comprobacion(const char *nombr
  * @param path_filtro  Directory and name with wildcards (UTF-16). NULL is reported and nothing is deleted.
  */
 LUMODIR_API void cdir_delete_ficheros_UNICODE(const wchar_t *path_filtro);
-
-/**
- * 8-bit flavour of cdir_delete_ficheros_UNICODE().
- *
- * @param path_filtro  Directory and name with wildcards (8-bit). NULL is reported and nothing is deleted.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_delete_ficheros(const char *path_filtro);
 
 /**
@@ -309,7 +252,9 @@ cdir_cambia_extension_ficheros_u(const wchar_t *dirBase, const wchar_t *oldExt, 
  *
  * Removing a directory is retried with message 53954 "Unable to delete the directory '%s'". Deleting contents
  * or a tree never goes into a junction or a symbolic link: the link itself is removed, never what it points
- * to. A directory that is NULL, empty or blank deletes nothing there: it is reported as
+ * to; where the system would remove that (Wine), the link stays and counts as not deleted. Everything below the root is
+ * reached through the directories that are open, so somebody who swaps directories for links meanwhile gains nothing.
+ * A directory that is NULL, empty or blank deletes nothing there: it is reported as
  * "(directorio) != NULL" or "widestr_longitud(directorio) > 0" and answered with 0.
  */
 
@@ -321,12 +266,7 @@ cdir_cambia_extension_ficheros_u(const wchar_t *dirBase, const wchar_t *oldExt, 
  * @return 1 when removed, else 0.
  */
 LUMODIR_API unsigned short cdir_borra_directorio_UNICODE(const wchar_t *directorio);
-
-/**
- * 8-bit flavour of cdir_borra_directorio_UNICODE(), without its answer.
- *
- * @param directorio  Directory (8-bit). NULL is reported.
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_borra_directorio(const char *directorio);
 
 /**
@@ -336,12 +276,7 @@ LUMODIR_API void cdir_borra_directorio(const char *directorio);
  * @return 1 when removed; 0 when absent (without a message) or not removed.
  */
 LUMODIR_API unsigned short cdir_borra_directorio_si_existe_UNICODE(const wchar_t *directorio);
-
-/**
- * 8-bit flavour of cdir_borra_directorio_si_existe_UNICODE(), without its answer.
- *
- * @param directorio  Directory (8-bit). NULL is reported.
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_borra_directorio_si_existe(const char *directorio);
 
 /**
@@ -362,12 +297,7 @@ LUMODIR_API unsigned short cdir_se_borra_directorio(const wchar_t *directorio);
  * @param directorio  Directory (UTF-16). NULL, empty or blank is reported.
  */
 LUMODIR_API void cdir_borra_contenido_directorio_UNICODE(const wchar_t *directorio);
-
-/**
- * 8-bit flavour of cdir_borra_contenido_directorio_UNICODE().
- *
- * @param directorio  Directory (8-bit). NULL, empty or blank is reported.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_borra_contenido_directorio(const char *directorio);
 
 /**
@@ -378,12 +308,7 @@ LUMODIR_API void cdir_borra_contenido_directorio(const char *directorio);
  * @return 1 when the directory was removed, else 0.
  */
 LUMODIR_API unsigned short cdir_borra_directorio_y_subdirectorios_UNICODE(const wchar_t *directorio);
-
-/**
- * 8-bit flavour of cdir_borra_directorio_y_subdirectorios_UNICODE(), without its answer.
- *
- * @param directorio  Directory (8-bit). NULL, empty or blank is reported.
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_borra_directorio_y_subdirectorios(const char *directorio);
 
 /**
@@ -459,13 +384,7 @@ cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(const wchar_t *direct
  * @return 1 when every level exists at the end, else 0.
  */
 LUMODIR_API unsigned short cdir_crea_directorios_UNICODE(const wchar_t *path, unsigned short es_directorio);
-
-/**
- * 8-bit flavour of cdir_crea_directorios_UNICODE(), without its answer.
- *
- * @param path           Path (8-bit). NULL is reported.
- * @param es_directorio  1 when the path names a directory, 0 when a file.
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_crea_directorios(const char *path, unsigned short es_directorio);
 
 /**
@@ -475,12 +394,7 @@ LUMODIR_API void cdir_crea_directorios(const char *path, unsigned short es_direc
  * @return 1 when every level exists at the end, else 0.
  */
 LUMODIR_API unsigned short cdir_crea_directorios_del_path_UNICODE(const wchar_t *path);
-
-/**
- * 8-bit flavour of cdir_crea_directorios_del_path_UNICODE(), without its answer.
- *
- * @param path  Directory (8-bit). NULL is reported.
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_crea_directorios_del_path(const char *path);
 
 /**
@@ -490,12 +404,7 @@ LUMODIR_API void cdir_crea_directorios_del_path(const char *path);
  * @return 1 when every level exists at the end, else 0.
  */
 LUMODIR_API unsigned short cdir_crea_directorios_fichero_UNICODE(const wchar_t *path);
-
-/**
- * 8-bit flavour of cdir_crea_directorios_fichero_UNICODE(), without its answer.
- *
- * @param path  Path of the file (8-bit). NULL is reported.
- */
+/** 8-bit flavour, without its answer. */
 LUMODIR_API void cdir_crea_directorios_fichero(const char *path);
 
 /**
@@ -513,13 +422,7 @@ LUMODIR_API unsigned short cdir_crea_directorios_si_es_posible_UNICODE(const wch
  * @return 1 when every level exists at the end, else 0.
  */
 LUMODIR_API unsigned short cdir_crea_directorios_fichero_si_es_posible_UNICODE(const wchar_t *path);
-
-/**
- * 8-bit flavour of cdir_crea_directorios_fichero_si_es_posible_UNICODE(), with its answer.
- *
- * @param path  Path of the file (8-bit). NULL is reported.
- * @return 1 when every level exists at the end, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_crea_directorios_fichero_si_es_posible(const char *path);
 
 /* ---- Renaming and moving ---- */
@@ -532,13 +435,7 @@ LUMODIR_API unsigned short cdir_crea_directorios_fichero_si_es_posible(const cha
  * @param nombre_nuevo  New path (UTF-16). NULL is reported and nothing is renamed.
  */
 LUMODIR_API void cdir_renombra_fichero_UNICODE(const wchar_t *nombre_viejo, const wchar_t *nombre_nuevo);
-
-/**
- * 8-bit flavour of cdir_renombra_fichero_UNICODE().
- *
- * @param nombre_viejo  Path (8-bit). NULL is reported and nothing is renamed.
- * @param nombre_nuevo  New path (8-bit). NULL is reported and nothing is renamed.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_renombra_fichero(const char *nombre_viejo, const char *nombre_nuevo);
 
 /**

@@ -49,14 +49,7 @@ typedef struct ListaFicheros_u {
  */
 LUMODIR_API void
 cdir_lista_de_ficheros_UNICODE(const wchar_t *directorio, const wchar_t *extension, ListaFicheros_u *lista);
-
-/**
- * 8-bit flavour of cdir_lista_de_ficheros_UNICODE().
- *
- * @param directorio  Directory (8-bit). NULL is reported.
- * @param extension   Extension filter; NULL for every file (not reported).
- * @param lista       Record to fill; release it with cdir_libera_lista_de_ficheros(). NULL is reported.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_lista_de_ficheros(const char *directorio, const char *extension, ListaFicheros *lista);
 
 /**
@@ -72,16 +65,7 @@ LUMODIR_API void cdir_lista_de_ficheros(const char *directorio, const char *exte
  */
 LUMODIR_API void cdir_lista_de_ficherosFiltro_UNICODE(const wchar_t *directorio, const wchar_t *extension,
                                                       const wchar_t *patron, ListaFicheros_u *lista);
-
-/**
- * 8-bit flavour of cdir_lista_de_ficherosFiltro_UNICODE().
- *
- * @param directorio  Directory (8-bit). NULL is reported.
- * @param extension   Extension filter, also the extension of the search pattern; NULL for none (not
- *                    reported).
- * @param patron      Pattern of the base name. NULL is reported.
- * @param lista       Record to fill; release it with cdir_libera_lista_de_ficheros(). NULL is reported.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_lista_de_ficherosFiltro(const char *directorio, const char *extension,
                                               const char *patron, ListaFicheros *lista);
 
@@ -109,13 +93,7 @@ LUMODIR_API void cdir_lista_de_ficherosFiltro_en_unidad(const wchar_t *unidad, c
  */
 LUMODIR_API void
 cdir_lista_de_ficheros_en_path_filtro_UNICODE(const wchar_t *path_filtro, ListaFicheros_u *lista);
-
-/**
- * 8-bit flavour of cdir_lista_de_ficheros_en_path_filtro_UNICODE().
- *
- * @param path_filtro  Directory and name with wildcards (8-bit). NULL is reported.
- * @param lista        Record to fill; release it with cdir_libera_lista_de_ficheros(). NULL is reported.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_lista_de_ficheros_en_path_filtro(const char *path_filtro, ListaFicheros *lista);
 
 /**
@@ -128,14 +106,7 @@ LUMODIR_API void cdir_lista_de_ficheros_en_path_filtro(const char *path_filtro, 
  */
 LUMODIR_API void
 cdir_lista_de_directorios_UNICODE(const wchar_t *directorio, const wchar_t *patron, ListaFicheros_u *lista);
-
-/**
- * 8-bit flavour of cdir_lista_de_directorios_UNICODE().
- *
- * @param directorio  Directory (8-bit). NULL is reported.
- * @param patron      Pattern of the subdirectories. NULL is reported.
- * @param lista       Record to fill; release it with cdir_libera_lista_de_ficheros(). NULL is reported.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_lista_de_directorios(const char *directorio, const char *patron, ListaFicheros *lista);
 
 /**
@@ -145,12 +116,7 @@ LUMODIR_API void cdir_lista_de_directorios(const char *directorio, const char *p
  *               ("(lista->lista) != NULL") and an array without names ("lista->lista == NULL").
  */
 LUMODIR_API void cdir_libera_lista_de_ficheros_UNICODE(ListaFicheros_u *lista);
-
-/**
- * 8-bit flavour of cdir_libera_lista_de_ficheros_UNICODE().
- *
- * @param lista  Record. NULL and the other faults are reported likewise.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_libera_lista_de_ficheros(ListaFicheros *lista);
 
 LUMODIR_EXTERN_C_FIN

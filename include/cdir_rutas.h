@@ -30,7 +30,8 @@ LUMODIR_EXTERN_C_INICIO
  * 5. every component is "." or ".." or a valid name: 53949 "There are invalid characters in the name '%s'",
  *    which is handed back to the caller but never shown;
  * 6. a network path (it begins with two backslashes) has a share:
- *    53959 "The name of the network drive is incomplete."
+ *    53959 "The name of the network drive is incomplete." Behind a drive the drive counts as a component, so
+ *    that `C:\\server` passes.
  * `/` separates components as `\` does, and repeated separators are accepted.
  *
  * Rules of a name: 1 to 255 units without trailing blanks; no character from 1 to 31 and none of \ / : * " ?
@@ -49,14 +50,7 @@ LUMODIR_EXTERN_C_INICIO
  * @return 1 when valid, else 0.
  */
 LUMODIR_API unsigned short cdir_path_valido_UNICODE(const wchar_t *path, unsigned short mostrar_mensaje);
-
-/**
- * 8-bit flavour of cdir_path_valido_UNICODE().
- *
- * @param path             Path (8-bit). NULL is reported.
- * @param mostrar_mensaje  1 shows the message of a failure, but for 53949.
- * @return 1 when valid, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_path_valido(const char *path, unsigned short mostrar_mensaje);
 
 /**
@@ -128,16 +122,7 @@ enum {
 LUMODIR_API void cdir_splitpath_con_comprobacion_UNICODE(const wchar_t *path, wchar_t **unidad,
                                                          wchar_t **directorio, wchar_t **nombre_base,
                                                          wchar_t **extension);
-
-/**
- * 8-bit flavour of cdir_splitpath_con_comprobacion_UNICODE().
- *
- * @param path         Path (8-bit), trailing blanks ignored. NULL is reported.
- * @param unidad       Receives the drive, or NULL.
- * @param directorio   Receives the directory, or NULL.
- * @param nombre_base  Receives the base name, or NULL.
- * @param extension    Receives the extension with its point, or NULL.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_splitpath_con_comprobacion(const char *path, char **unidad, char **directorio,
                                                  char **nombre_base, char **extension);
 
@@ -154,16 +139,7 @@ LUMODIR_API void cdir_splitpath_con_comprobacion(const char *path, char **unidad
 LUMODIR_API void cdir_splitpath_con_comodines_UNICODE(const wchar_t *path, wchar_t **unidad,
                                                       wchar_t **directorio, wchar_t **nombre_base,
                                                       wchar_t **extension);
-
-/**
- * 8-bit flavour of cdir_splitpath_con_comodines_UNICODE().
- *
- * @param path         Path (8-bit), trailing blanks ignored. NULL is reported.
- * @param unidad       Receives the drive, or NULL.
- * @param directorio   Receives the directory, or NULL.
- * @param nombre_base  Receives the base name, or NULL.
- * @param extension    Receives the extension with its point, or NULL.
- */
+/** 8-bit flavour. */
 LUMODIR_API void cdir_splitpath_con_comodines(const char *path, char **unidad, char **directorio,
                                               char **nombre_base, char **extension);
 
@@ -176,14 +152,7 @@ LUMODIR_API void cdir_splitpath_con_comodines(const char *path, char **unidad, c
  * @return New string (widestr_nousar_destruye()).
  */
 LUMODIR_API wchar_t *cdir_split_make_path_UNICODE(const wchar_t *path, unsigned short piezas);
-
-/**
- * 8-bit flavour of cdir_split_make_path_UNICODE().
- *
- * @param path    Path (8-bit). NULL is reported and gives an empty string.
- * @param piezas  Pieces to keep, CDIR_PIEZA_... added up.
- * @return New string (lumostr_destruye()).
- */
+/** 8-bit flavour. */
 LUMODIR_API char *cdir_split_make_path(const char *path, unsigned short piezas);
 
 /* ---- Composing ----
@@ -295,13 +264,7 @@ LUMODIR_API wchar_t *cdir_dame_nombre_base_valido_UNICODE(const wchar_t *nombre)
  * @return 1 when valid, else 0.
  */
 LUMODIR_API unsigned short cdir_extension_valida_UNICODE(const wchar_t *ext);
-
-/**
- * 8-bit flavour of cdir_extension_valida_UNICODE().
- *
- * @param ext  Extension (8-bit). NULL is reported.
- * @return 1 when valid, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short cdir_extension_valida(const char *ext);
 
 /**
@@ -329,13 +292,7 @@ LUMODIR_API wchar_t *cdir_extension_con_dolar_UNICODE(const wchar_t *ext);
  * @return New string.
  */
 LUMODIR_API wchar_t *cdir_nombre_base_fichero_UNICODE(const wchar_t *ruta_completa);
-
-/**
- * 8-bit flavour of cdir_nombre_base_fichero_UNICODE().
- *
- * @param ruta_completa  Path (8-bit). NULL is reported as "(ruta_completa) != NULL".
- * @return New string.
- */
+/** 8-bit flavour. */
 LUMODIR_API char *cdir_nombre_base_fichero(const char *ruta_completa);
 
 /**
@@ -365,13 +322,7 @@ LUMODIR_API char *cdir_extension_fichero(const char *ruta_completa);
  * @return New string.
  */
 LUMODIR_API wchar_t *cdir_nombre_y_ext_fichero_UNICODE(const wchar_t *nombre);
-
-/**
- * 8-bit flavour of cdir_nombre_y_ext_fichero_UNICODE().
- *
- * @param nombre  Path (8-bit). NULL is reported as "(nombre) != NULL".
- * @return New string.
- */
+/** 8-bit flavour. */
 LUMODIR_API char *cdir_nombre_y_ext_fichero(const char *nombre);
 
 /**
@@ -382,13 +333,7 @@ LUMODIR_API char *cdir_nombre_y_ext_fichero(const char *nombre);
  * @return New string.
  */
 LUMODIR_API wchar_t *cdir_nombre_de_fichero_suprimiendo_path_UNICODE(const wchar_t *nombre);
-
-/**
- * 8-bit flavour of cdir_nombre_de_fichero_suprimiendo_path_UNICODE().
- *
- * @param nombre  Path (8-bit). NULL is reported.
- * @return New string.
- */
+/** 8-bit flavour. */
 LUMODIR_API char *cdir_nombre_de_fichero_suprimiendo_path(const char *nombre);
 
 /**
@@ -400,14 +345,7 @@ LUMODIR_API char *cdir_nombre_de_fichero_suprimiendo_path(const char *nombre);
  * @return New string.
  */
 LUMODIR_API wchar_t *cdir_ruta_acceso_directorio_fichero_UNICODE(const wchar_t *ruta_completa);
-
-/**
- * 8-bit flavour of cdir_ruta_acceso_directorio_fichero_UNICODE().
- *
- * @param ruta_completa  Path (8-bit). NULL is reported as "ruta_completa != NULL", an empty one as
- *                       "num_caracteres > 0" with the path.
- * @return New string.
- */
+/** 8-bit flavour. */
 LUMODIR_API char *cdir_ruta_acceso_directorio_fichero(const char *ruta_completa);
 
 /**
@@ -417,13 +355,7 @@ LUMODIR_API char *cdir_ruta_acceso_directorio_fichero(const char *ruta_completa)
  * @return New string.
  */
 LUMODIR_API wchar_t *cdir_ruta_y_nombre_fichero_sin_extension_UNICODE(const wchar_t *ruta_completa);
-
-/**
- * 8-bit flavour of cdir_ruta_y_nombre_fichero_sin_extension_UNICODE().
- *
- * @param ruta_completa  Path (8-bit). NULL is reported as "(ruta_completa) != NULL".
- * @return New string.
- */
+/** 8-bit flavour. */
 LUMODIR_API char *cdir_ruta_y_nombre_fichero_sin_extension(const char *ruta_completa);
 
 /**
@@ -434,14 +366,7 @@ LUMODIR_API char *cdir_ruta_y_nombre_fichero_sin_extension(const char *ruta_comp
  * @return New string.
  */
 LUMODIR_API wchar_t *cdir_nombre_fichero_con_ext_UNICODE(const wchar_t *nombre, const wchar_t *ext);
-
-/**
- * 8-bit flavour of cdir_nombre_fichero_con_ext_UNICODE().
- *
- * @param nombre  Path (8-bit). NULL is reported as "(nombre) != NULL".
- * @param ext     New extension with or without its point; NULL for none (not reported).
- * @return New string.
- */
+/** 8-bit flavour. */
 LUMODIR_API char *cdir_nombre_fichero_con_ext(const char *nombre, const char *ext);
 
 /**
@@ -467,14 +392,7 @@ LUMODIR_API void cdir_cambia_extension_nombre_fichero_u(wchar_t **nombre, const 
  */
 LUMODIR_API wchar_t *
 cdir_concatena_directorios_UNICODE(const wchar_t *directorio1, const wchar_t *directorio2);
-
-/**
- * 8-bit flavour of cdir_concatena_directorios_UNICODE().
- *
- * @param directorio1  First part (8-bit). NULL is reported and gives an empty string.
- * @param directorio2  Second part (8-bit). NULL is reported and gives an empty string.
- * @return New string (lumostr_destruye()).
- */
+/** 8-bit flavour. */
 LUMODIR_API char *cdir_concatena_directorios(const char *directorio1, const char *directorio2);
 
 /**

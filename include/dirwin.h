@@ -24,8 +24,13 @@
 #ifdef _WIN32
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
+#define LUMODIR_SIN_LO_DEMAS
 #endif
 #include <windows.h>
+#ifdef LUMODIR_SIN_LO_DEMAS
+#undef WIN32_LEAN_AND_MEAN
+#undef LUMODIR_SIN_LO_DEMAS
+#endif
 #endif
 
 LUMODIR_EXTERN_C_INICIO

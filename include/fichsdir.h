@@ -51,13 +51,7 @@ typedef unsigned short (*FichsdirFncUsuarioCierraProgreso)(void *progreso);
  * @return New list of Fichsdir; free it with arr_DestruyeEstructurasConTipo() and fichsdir_destruye().
  */
 LUMODIR_API ArrPunteroConTipo *fichsdir_ficheros_u(const wchar_t *directorio);
-
-/**
- * 8-bit flavour of fichsdir_ficheros_u().
- *
- * @param directorio  Directory (8-bit). NULL is reported.
- * @return New list of Fichsdir, freed like that of the wide flavour.
- */
+/** 8-bit flavour. */
 LUMODIR_API ArrPunteroConTipo *fichsdir_ficheros(const char *directorio);
 
 /**
@@ -101,13 +95,7 @@ LUMODIR_API ApunOrde *fichsdir_ficheros_ordenados(void);
  * @return New list (arr_DestruyeCADENA_u()).
  */
 LUMODIR_API ArrCADENA_u *fichsdir_directorios_u(const wchar_t *directorio);
-
-/**
- * 8-bit flavour of fichsdir_directorios_u().
- *
- * @param directorio  Directory (8-bit). NULL is reported.
- * @return New list (arr_DestruyeCADENA()).
- */
+/** 8-bit flavour. */
 LUMODIR_API ArrCADENA *fichsdir_directorios(const char *directorio);
 
 /**
@@ -167,13 +155,7 @@ LUMODIR_API ArrCADENA_u *fichsdir_nombres_directorios_cumplen_filtro_u(const wch
  * @return New list (arr_DestruyeCADENA_u()).
  */
 LUMODIR_API ArrCADENA_u *fichsdir_nombres_ficheros_u(const wchar_t *directorio);
-
-/**
- * 8-bit flavour of fichsdir_nombres_ficheros_u().
- *
- * @param directorio  Directory (8-bit). NULL is reported.
- * @return New list (arr_DestruyeCADENA()).
- */
+/** 8-bit flavour. */
 LUMODIR_API ArrCADENA *fichsdir_nombres_ficheros(const char *directorio);
 
 /**

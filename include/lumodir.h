@@ -69,15 +69,7 @@ LUMODIR_API unsigned short lumodir_espera_acceso_a_recursos_en_directorio(const 
 LUMODIR_API void lumodir_directorio_y_nombre_base_fichero_UNICODE(const wchar_t *ruta_completa,
                                                                   unsigned short con_extension,
                                                                   wchar_t **directorio, wchar_t **nombre);
-
-/**
- * 8-bit flavour of lumodir_directorio_y_nombre_base_fichero_UNICODE().
- *
- * @param ruta_completa  Path (8-bit). NULL is reported and gives empty strings.
- * @param con_extension  1 keeps the extension of the name.
- * @param directorio     Receives a new string (lumostr_destruye()), or NULL.
- * @param nombre         Receives a new string (lumostr_destruye()), or NULL.
- */
+/** 8-bit flavour. */
 LUMODIR_API void lumodir_directorio_y_nombre_base_fichero(const char *ruta_completa,
                                                           unsigned short con_extension, char **directorio,
                                                           char **nombre);
@@ -200,13 +192,7 @@ LUMODIR_API void lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(const
 LUMODIR_API void
 lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(const wchar_t *path_directorio,
                                                           const wchar_t *path_base_no_borrar);
-
-/**
- * 8-bit flavour of lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE().
- *
- * @param path_directorio      Directory (8-bit). NULL, empty or blank is reported and nothing is removed.
- * @param path_base_no_borrar  Beginning of the directory that stays, or NULL for the drive (not reported).
- */
+/** 8-bit flavour. */
 LUMODIR_API void lumodir_borra_directorios_de_path_si_estan_vacios(const char *path_directorio,
                                                                    const char *path_base_no_borrar);
 
@@ -218,12 +204,7 @@ LUMODIR_API void lumodir_borra_directorios_de_path_si_estan_vacios(const char *p
  * @param nomfich  Path (UTF-16). NULL is reported as "(nomfich) != NULL" and nothing is done.
  */
 LUMODIR_API void lumodir_protege_fichero_UNICODE(const wchar_t *nomfich);
-
-/**
- * 8-bit flavour of lumodir_protege_fichero_UNICODE().
- *
- * @param nomfich  Path (8-bit). NULL is reported and nothing is done.
- */
+/** 8-bit flavour. */
 LUMODIR_API void lumodir_protege_fichero(const char *nomfich);
 
 /**
@@ -232,12 +213,7 @@ LUMODIR_API void lumodir_protege_fichero(const char *nomfich);
  * @param nomfich  Path (UTF-16). NULL is reported as "(nomfich) != NULL" and nothing is done.
  */
 LUMODIR_API void lumodir_desprotege_fichero_UNICODE(const wchar_t *nomfich);
-
-/**
- * 8-bit flavour of lumodir_desprotege_fichero_UNICODE().
- *
- * @param nomfich  Path (8-bit). NULL is reported and nothing is done.
- */
+/** 8-bit flavour. */
 LUMODIR_API void lumodir_desprotege_fichero(const char *nomfich);
 
 /**
@@ -246,12 +222,7 @@ LUMODIR_API void lumodir_desprotege_fichero(const char *nomfich);
  * @param nomfich  Path (UTF-16). NULL is reported and nothing is done.
  */
 LUMODIR_API void lumodir_desprotege_fichero_si_existe_UNICODE(const wchar_t *nomfich);
-
-/**
- * 8-bit flavour of lumodir_desprotege_fichero_si_existe_UNICODE().
- *
- * @param nomfich  Path (8-bit). NULL is reported and nothing is done.
- */
+/** 8-bit flavour. */
 LUMODIR_API void lumodir_desprotege_fichero_si_existe(const char *nomfich);
 
 /* ---- Temporary files ----
@@ -456,13 +427,7 @@ LUMODIR_API AcadOrdeU *lumodir_lista_de_fichero(const wchar_t *path_filtro, cons
  * @return 1 when it does; 0 when not, and when the directory cannot be read.
  */
 LUMODIR_API unsigned short lumodir_existenFicheros_UNICODE(const wchar_t *path);
-
-/**
- * 8-bit flavour of lumodir_existenFicheros_UNICODE().
- *
- * @param path  Directory (8-bit). NULL is reported.
- * @return 1 when it does, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short lumodir_existenFicheros(const char *path);
 
 /**
@@ -473,13 +438,7 @@ LUMODIR_API unsigned short lumodir_existenFicheros(const char *path);
  * @return 1 when it does; 0 when not, and when the directory cannot be read.
  */
 LUMODIR_API unsigned short lumodir_existenSubdirectorios_UNICODE(const wchar_t *path);
-
-/**
- * 8-bit flavour of lumodir_existenSubdirectorios_UNICODE().
- *
- * @param path  Directory (8-bit). NULL is reported.
- * @return 1 when it does, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short lumodir_existenSubdirectorios(const char *path);
 
 /* ---- Drives of the system ---- */
@@ -518,13 +477,7 @@ LUMODIR_API ArrPunteroConTipo *lumodir_UnidadesDelSistemaConNombre(void);
  * @return New UTF-16 copy (widestr_nousar_destruye()).
  */
 LUMODIR_API wchar_t *lumodir_nombreCompleto_UnidadSistema_UNICODE(const UnidadSistema *unidad);
-
-/**
- * 8-bit flavour of lumodir_nombreCompleto_UnidadSistema_UNICODE().
- *
- * @param unidad  Record. NULL is reported as "(unidad) != NULL" and gives an empty string.
- * @return New 8-bit copy (lumostr_destruye()).
- */
+/** 8-bit flavour. */
 LUMODIR_API char *lumodir_nombreCompleto_UnidadSistema(const UnidadSistema *unidad);
 
 /**

@@ -7,6 +7,9 @@
  * the code page lacks becomes its default character; bytes that are not valid in it become U+FFFD. 8-bit text is
  * read in characters as the system converts it: in a double-byte code page a second byte 0x5C is no separator.
  *
+ * Twins. "8-bit flavour." before a function says that it does what the one above it does, with the same arguments,
+ * reports and answer (or, where it is said, without the answer), its texts being 8-bit.
+ *
  * Ownership. A returned string is new unless its function says "borrowed". Wide ones are freed with
  * widestr_nousar_destruye(), 8-bit ones with lumostr_destruye(); lists and records with the function named
  * there.
@@ -31,7 +34,9 @@
 
 #include <stddef.h> /* wchar_t and size_t in C */
 
-#if defined(_WIN32) && defined(LUMODIR_CONSTRUYE)
+#if defined(LUMODIR_API)
+/* The build tells it. */
+#elif defined(_WIN32) && defined(LUMODIR_CONSTRUYE)
 #define LUMODIR_API __declspec(dllexport)
 #elif defined(_WIN32) && !defined(LUMODIR_ESTATICO)
 #define LUMODIR_API __declspec(dllimport)

@@ -44,14 +44,7 @@ enum {
  * @return 1 when it opens, else 0.
  */
 LUMODIR_API unsigned short lumoreg_existe_clave_u(unsigned long raiz, const wchar_t *clave);
-
-/**
- * 8-bit flavour of lumoreg_existe_clave_u().
- *
- * @param raiz   Root index.
- * @param clave  Key path below the root (8-bit). NULL is reported.
- * @return 1 when it opens, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short lumoreg_existe_clave(unsigned long raiz, const char *clave);
 
 /**
@@ -107,16 +100,7 @@ lumoreg_crea_clave_en_vista_u(unsigned long vista, unsigned long raiz, const wch
  *                "widestr_longitud(clave) > 0 || widestr_longitud(nombre) > 0" and everything stays.
  */
 LUMODIR_API void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t *clave, const wchar_t *nombre);
-
-/**
- * 8-bit flavour of lumoreg_borra_clave_u().
- *
- * @param raiz    Root index.
- * @param clave   Path of the parent key (8-bit). NULL is reported and nothing is deleted.
- * @param nombre  Name of the key to delete (8-bit). NULL is reported and nothing is deleted.
- *
- * @see lumoreg_borra_clave_u() for links, views and empty names.
- */
+/** 8-bit flavour. */
 LUMODIR_API void lumoreg_borra_clave(unsigned long raiz, const char *clave, const char *nombre);
 
 /**
@@ -190,16 +174,7 @@ lumoreg_establece_cadena_en_vista_u(unsigned long vista, unsigned long raiz, con
  */
 LUMODIR_API unsigned short lumoreg_establece_ulong_u(unsigned long raiz, const wchar_t *clave,
                                                      const wchar_t *nombre_valor, unsigned long dato);
-
-/**
- * 8-bit flavour of lumoreg_establece_ulong_u().
- *
- * @param raiz          Root index.
- * @param clave         Key path below the root (8-bit). NULL is reported.
- * @param nombre_valor  Value name (8-bit). NULL is reported as "(nombre_valor) != NULL".
- * @param dato          Value.
- * @return 1 when written, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short
 lumoreg_establece_ulong(unsigned long raiz, const char *clave, const char *nombre_valor, unsigned long dato);
 

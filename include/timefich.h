@@ -19,8 +19,13 @@
 #ifdef _WIN32
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
+#define LUMODIR_SIN_LO_DEMAS
 #endif
 #include <windows.h>
+#ifdef LUMODIR_SIN_LO_DEMAS
+#undef WIN32_LEAN_AND_MEAN
+#undef LUMODIR_SIN_LO_DEMAS
+#endif
 #endif
 
 LUMODIR_EXTERN_C_INICIO
@@ -93,13 +98,7 @@ LUMODIR_API void timefich_asignar_fecha(const char *fichero, const FILETIME *loc
  * @return UTC time value, or -1 when the file cannot be asked.
  */
 LUMODIR_API long long timefich_obtener_fecha_fichero_UTC(const wchar_t *fichero);
-
-/**
- * 8-bit flavour of timefich_obtener_fecha_fichero_UTC().
- *
- * @param fichero  Path (8-bit). NULL is reported.
- * @return UTC time value, or -1.
- */
+/** 8-bit flavour. */
 LUMODIR_API long long timefich_obtener_fecha_fichero_ansi_UTC(const char *fichero);
 
 /**
@@ -110,13 +109,7 @@ LUMODIR_API long long timefich_obtener_fecha_fichero_ansi_UTC(const char *ficher
  * @return UTC time value, or -1.
  */
 LUMODIR_API long long timefich_obtener_fecha_fichero_existente_UTC(const wchar_t *fichero);
-
-/**
- * 8-bit flavour of timefich_obtener_fecha_fichero_existente_UTC().
- *
- * @param fichero  Path (8-bit). NULL is reported.
- * @return UTC time value, or -1.
- */
+/** 8-bit flavour. */
 LUMODIR_API long long timefich_obtener_fecha_fichero_ansi_existente_UTC(const char *fichero);
 
 /**
@@ -140,14 +133,7 @@ timefich_obtener_fecha_fichero_ansi_y_codigo_error_UTC(const char *fichero, unsi
  * @return 1 when set, else 0.
  */
 LUMODIR_API unsigned short timefich_asignar_fecha_fichero_UTC(const wchar_t *fichero, long long fecha);
-
-/**
- * 8-bit flavour of timefich_asignar_fecha_fichero_UTC().
- *
- * @param fichero  Path (8-bit). NULL is reported.
- * @param fecha    UTC time value.
- * @return 1 when set, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short timefich_asignar_fecha_fichero_ansi_UTC(const char *fichero, long long fecha);
 
 /**
@@ -170,13 +156,7 @@ timefich_asignar_fecha_fichero_UTC_si_es_posible(const wchar_t *fichero, long lo
  * @return Local time value, or -1 when the file cannot be asked.
  */
 LUMODIR_API long long timefich_obtener_fecha_fichero_u(const wchar_t *fichero);
-
-/**
- * 8-bit flavour of timefich_obtener_fecha_fichero_u().
- *
- * @param fichero  Path (8-bit). NULL is reported.
- * @return Local time value, or -1.
- */
+/** 8-bit flavour. */
 LUMODIR_API long long timefich_obtener_fecha_fichero(const char *fichero);
 
 /**
@@ -187,13 +167,7 @@ LUMODIR_API long long timefich_obtener_fecha_fichero(const char *fichero);
  * @return Local time value, or -1.
  */
 LUMODIR_API long long timefich_obtener_fecha_fichero_existente_u(const wchar_t *fichero);
-
-/**
- * 8-bit flavour of timefich_obtener_fecha_fichero_existente_u().
- *
- * @param fichero  Path (8-bit). NULL is reported.
- * @return Local time value, or -1.
- */
+/** 8-bit flavour. */
 LUMODIR_API long long timefich_obtener_fecha_fichero_existente(const char *fichero);
 
 /**
@@ -205,14 +179,7 @@ LUMODIR_API long long timefich_obtener_fecha_fichero_existente(const char *fiche
  * @return 1 when set, else 0.
  */
 LUMODIR_API unsigned short timefich_asignar_fecha_fichero_unicode(const wchar_t *fichero, long long fecha);
-
-/**
- * 8-bit flavour of timefich_asignar_fecha_fichero_unicode().
- *
- * @param fichero  Path (8-bit). NULL is reported.
- * @param fecha    Local time value.
- * @return 1 when set, else 0.
- */
+/** 8-bit flavour. */
 LUMODIR_API unsigned short timefich_asignar_fecha_fichero(const char *fichero, long long fecha);
 
 /* ---- Conversion and comparison ---- */

@@ -1,14 +1,21 @@
 # For the day when a Windows machine is at hand: what only such a machine can settle, each with what is expected.
-#     powershell -ExecutionPolicy Bypass -File tools\experiments.ps1 -Lumodir C:\lumodir\lumodir.exe [-Only 2,5,16]
+#     powershell -ExecutionPolicy Bypass -File tools\experiments.ps1 -Lumodir C:\lumodir\lumodir.exe [-Only "2,5,16"]
 # What can be done by the command is done here, in a directory of its own in TEMP, and judged; for the rest it says what
 # to do and what should be seen, and takes down the answer. The record is experiments.txt in the current directory.
-# Needs Windows PowerShell 5.1 or later. An ordinary user runs it once, an administrator once more.
-# Nobody has run it yet: there is no Windows on the machine that builds and tests.
+# Needs Windows PowerShell 5.1 or later. An ordinary user runs it once, an administrator once more. The exit code is 1
+# when one of its own verdicts is bad.
+# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar has read it.
 param(
     [Parameter(Mandatory = $true)][string]$Lumodir,
-    [int[]]$Only = @()
+    # A text: what `powershell -File` is given for a list of numbers arrives as one.
+    [string]$Only = ''
 )
+Set-StrictMode -Version Latest
 $ErrorActionPreference = 'Stop'
+$wanted = @($Only -split '[^0-9]+' | Where-Object { $_ } | ForEach-Object { [int]$_ })
+$script:code = 0
+$script:good = 0
+$script:bad = 0
 $Lumodir = (Resolve-Path -LiteralPath $Lumodir).Path
 $record = Join-Path (Get-Location) 'experiments.txt'
 $work = Join-Path $env:TEMP ('lumo_experiments_' + $PID)
@@ -20,7 +27,7 @@ function Note([string]$text) {
     Add-Content -LiteralPath $record -Encoding UTF8 -Value $text
 }
 function Verdict([string]$what, [bool]$good) {
-    if ($good) { Note "  good: $what" } else { Note "  BAD:  $what" }
+    if ($good) { $script:good++; Note "  good: $what" } else { $script:bad++; Note "  BAD:  $what" }
 }
 # Whoever runs this looks and answers.
 function Look([string]$todo, [string]$expected, [string]$bad) {
@@ -30,8 +37,10 @@ function Look([string]$todo, [string]$expected, [string]$bad) {
     $answer = Read-Host '  what happened (g = as expected, n = cannot be tried here, or a text)'
     Note "  answer:   $answer"
 }
-# Runs the command; its exit code is in $script:code, its text comes back.
+# Runs the command; its exit code is in $script:code, its text comes back. What it says on standard error is text like
+# the rest: under 'Stop' the older PowerShell would end the experiment there.
 function Lumo {
+    $ErrorActionPreference = 'Continue'
     $text = & $Lumodir @args 2>&1 | Out-String
     $script:code = $LASTEXITCODE
     return $text
@@ -69,7 +78,9 @@ $experiments = @(
     @{ N = 4; Name = 'trees on every file system'; Do = {
         $t = Tree 'names'
         $outside = Tree 'outside'
-        foreach ($odd in 'con', 'a.', 'b ') { [IO.Directory]::CreateDirectory("\\?\$t\$odd") | Out-Null }
+        # By cmd: the classes of the older PowerShell do not take the prefix.
+        foreach ($odd in 'con', 'a.', 'b ') { cmd /c "md ""\\?\$t\$odd""" }
+        Verdict 'the odd names are there to begin with' (@(cmd /c "dir /b /ad ""$t""").Count -eq 4)
         New-Item -ItemType Junction -Path (Join-Path $t 'junction') -Value $outside | Out-Null
         Lumo rmtree $t --yes | Out-Null
         Verdict 'odd names and a junction: the tree is gone' (-not (Test-Path -LiteralPath $t))
@@ -81,10 +92,8 @@ $experiments = @(
         $t = Tree 'held'
         $held = [IO.File]::Open((Join-Path $t 'a\b\z.txt'), 'Open', 'Read', 'ReadWrite, Delete')
         $timer = [Diagnostics.Stopwatch]::StartNew()
-        Lumo rmtree $t --yes --if-possible | Out-Null
+        try { Lumo rmtree $t --yes --if-possible | Out-Null } finally { $there = Test-Path -LiteralPath $t; $held.Close() }
         Note ('  held open all the time: exit code {0} after {1} ms' -f $script:code, $timer.ElapsedMilliseconds)
-        $there = Test-Path -LiteralPath $t
-        $held.Close()
         Verdict 'answer and tree agree (NTFS of Windows 10 and later: gone)' (($script:code -eq 0) -eq (-not $there))
         Look 'a helper opens each file of a tree with all sharing for 300 ms; the three ways of rmtree on NTFS, FAT32, a share, Windows 7' 'the tree gone' 'success, and empty directories left (145 in Process Monitor)' } },
     @{ N = 7; Name = 'unique files beside a scanner'; Do = {
@@ -129,17 +138,19 @@ $experiments = @(
         Copy-Item -LiteralPath "$env:SystemRoot\System32\where.exe" -Destination (Join-Path $omega 'lumo_probe.exe')
         $before = $env:PATH
         $env:PATH = "$omega;$before"
-        Lumo where lumo_probe | Out-Null
+        try { Lumo where lumo_probe | Out-Null } finally { $env:PATH = $before }
         Verdict 'a program in a directory outside the code page is found' ($script:code -eq 0)
-        $env:PATH = $before
         Look 'a host of the universal C runtime: lumodir_busca_ejecutable_del_path, SetEnvironmentVariableW(PATH), search again' 'found in the new PATH' 'the old PATH' } },
     @{ N = 16; Name = 'pipes'; Do = {
         $d = Join-Path $work 'pipes'
         New-Item -ItemType Directory -Path $d | Out-Null
+        $lines = @("b$([char]0xF1)o", [string][char]0x3A9)
+        $ErrorActionPreference = 'Continue'  # a refusal on standard error is an answer
         Push-Location -LiteralPath $d
-        cmd /c "echo a$([char]0xF1)o|""$Lumodir"" mkdir -" | Out-Null
-        "b$([char]0xF1)o", [string][char]0x3A9 | & $Lumodir mkdir - 2>&1 | Out-Null
-        Pop-Location
+        try {
+            cmd /c "echo a$([char]0xF1)o|""$Lumodir"" mkdir - 2>&1" | Out-Null
+            $lines | & $Lumodir mkdir '-' 2>&1 | Out-Null
+        } finally { Pop-Location }
         $names = @(Get-ChildItem -LiteralPath $d | ForEach-Object Name)
         Note ('  made: ' + ($names -join ' | '))
         Verdict 'no name holds U+FFFD or U+FEFF' (-not ($names -match "[$([char]0xFFFD)$([char]0xFEFF)]"))
@@ -152,18 +163,19 @@ $experiments = @(
     @{ N = 19; Name = '32-bit and protected programs'; Do = {
         Look 'a 32-bit program with a library of its own running: lumodir ps for its .exe, its .dll and kernel32.dll in both spellings; lumodir kill on a protected process (MsMpEng.exe)' 'found, once each; 0 and no report for the protected one' 'the library not found, the program listed twice' } },
     @{ N = 20; Name = 'hosts and consoles'; Do = {
-        Look '2000 x LoadLibrary/FreeLibrary from a host of the universal C runtime with other threads calling; a host with activeCodePage UTF-8; a GUI host without standard handles; Ctrl-C, closing the window and logging off during rmtree of 100,000 files; a warning with two paths of 10,000 characters on a console of Windows 7; all of it on ARM64' 'no crash, no growth, warnings whole, the deletion stops between two files' '' } }
+        Look '2000 x LoadLibrary/FreeLibrary from a host of the universal C runtime with other threads calling; a host with activeCodePage UTF-8; a GUI host without standard handles; Ctrl-C, closing the window and logging off during rmtree of 100,000 files; a warning with two paths of 10,000 characters on a console of Windows 7; all of it on ARM64' 'no crash, no growth, warnings whole, the deletion stops between two files' 'a crash, memory or TLS indexes that grow, half a warning, an exit code that says all is well' } }
 )
 try {
     foreach ($e in $experiments) {
-        if ($Only.Count -ne 0 -and $Only -notcontains $e.N) { continue }
+        if ($wanted.Count -ne 0 -and $wanted -notcontains $e.N) { continue }
         Note ''
         Note ('{0}. {1}' -f $e.N, $e.Name)
-        try { & $e.Do } catch { Note "  BAD:  the experiment itself failed: $_" }
+        try { & $e.Do } catch { Verdict "the experiment itself failed: $_" $false }
     }
 } finally {
     # The command under test is not trusted with the clearing up, nor are links followed.
     cmd /c "rmdir /s /q ""$work"""
 }
 Note ''
-Note "record: $record"
+Note ('{0} good, {1} bad; record: {2}' -f $script:good, $script:bad, $record)
+exit [int]($script:bad -ne 0)

@@ -5,14 +5,11 @@
 #include <set>
 #include <utility>
 
-#include "companions/buclrein.h"
-#include "companions/error_interno.h"
-#include "companions/lmaviso.h"
-#include "companions/msglocal.h"
 #include "consola.hpp"
 #include "frases.hpp"
 #include "ocupantes.hpp"
 #include "recorrido.hpp"
+#include "respuesta.hpp"
 #include "textos.hpp"
 #include "trabajo.hpp"
 
@@ -20,55 +17,63 @@ namespace mando {
 
 namespace {
 
-constexpr idioma idiomas[] = {{0, "es", "spanish", 0x0C0A},
-                              {1, "fr", "french", 0x040C},
-                              {2, "pt-br", "portuguese-brazil", 0x0416},
-                              {3, "pt", "portuguese", 0x0816},
-                              {4, "ca", "catalan", 0x0403},
-                              {5, "it", "italian", 0x0410},
-                              {6, "es-mx", "spanish-mexico", 0x080A},
-                              {7, "es-ar", "spanish-argentina", 0x2C0A},
-                              {8, "en", "english", 0x0409},
-                              {9, "gl", "galician", 0x0456},
-                              {10, "bg", "bulgarian", 0x0402},
-                              {11, "ro", "romanian", 0x0418},
-                              {12, "zh", "chinese", 0x0804},
-                              {13, "de", "german", 0x0407},
-                              {18, "ru", "russian", 0x0419},
-                              {24, "es-419", "spanish-america", 0x0C0A},
-                              {25, "th", "thai", 0x041E},
-                              {26, "cs", "czech", 0x0405},
-                              {27, "hr", "croatian", 0x041A},
-                              {29, "sl", "slovenian", 0x0424},
-                              {30, "hu", "hungarian", 0x040E},
-                              {31, "pl", "polish", 0x0415},
-                              {33, "tr", "turkish", 0x041F},
-                              {39, "ja", "japanese", 0x0411}};
+using lumodir::idioma;
+
+struct nombre_de_lengua {
+    idioma cual;
+    std::string_view codigo;  // "pt-br"
+    std::string_view ingles;  // "portuguese-brazil"
+};
+constexpr nombre_de_lengua nombres[] = {
+    {idioma::espanyol, "es", "spanish"},
+    {idioma::frances, "fr", "french"},
+    {idioma::portugues_brasil, "pt-br", "portuguese-brazil"},
+    {idioma::portugues_portugal, "pt", "portuguese"},
+    {idioma::catalan, "ca", "catalan"},
+    {idioma::italiano, "it", "italian"},
+    {idioma::espanyol_mexico, "es-mx", "spanish-mexico"},
+    {idioma::espanyol_argentina, "es-ar", "spanish-argentina"},
+    {idioma::ingles, "en", "english"},
+    {idioma::gallego, "gl", "galician"},
+    {idioma::bulgaro, "bg", "bulgarian"},
+    {idioma::rumano, "ro", "romanian"},
+    {idioma::chino_simplificado, "zh", "chinese"},
+    {idioma::aleman, "de", "german"},
+    {idioma::ruso, "ru", "russian"},
+    {idioma::espanyol_america, "es-419", "spanish-america"},
+    {idioma::tailandes, "th", "thai"},
+    {idioma::checo, "cs", "czech"},
+    {idioma::croata, "hr", "croatian"},
+    {idioma::esloveno, "sl", "slovenian"},
+    {idioma::hungaro, "hu", "hungarian"},
+    {idioma::polaco, "pl", "polish"},
+    {idioma::turco, "tr", "turkish"},
+    {idioma::japones, "ja", "japanese"},
+};
 
 constexpr unsigned long ultima_ranura = 40;
-constexpr unsigned long ranura_es = 0, ranura_en = 8, ranura_es_419 = 24;
 
 // The names that speakers of a language give it.
 struct nombre_propio {
     std::wstring_view nombre;
-    unsigned long ranura;
+    idioma cual;
 };
 constexpr nombre_propio nombres_propios[] = {
-    {L"espa\u00f1ol", 0},
-    {L"espanol", 0},
-    {L"castellano", 0},
-    {L"fran\u00e7ais", 1},
-    {L"portugu\u00eas", 3},
-    {L"catal\u00e0", 4},
-    {L"italiano", 5},
-    {L"galego", 9},
-    {L"rom\u00e2n\u0103", 11},
-    {L"\u4e2d\u6587", 12},
-    {L"deutsch", 13},
-    {L"\u0440\u0443\u0441\u0441\u043a\u0438\u0439", 18},
-    {L"polski", 31},
-    {L"t\u00fcrk\u00e7e", 33},
-    {L"\u65e5\u672c\u8a9e", 39},
+    {L"espa\u00f1ol", idioma::espanyol},
+    {L"espanol", idioma::espanyol},
+    {L"castellano", idioma::espanyol},
+    {L"fran\u00e7ais", idioma::frances},
+    {L"portugu\u00eas", idioma::portugues_portugal},
+    {L"catal\u00e0", idioma::catalan},
+    {L"italiano", idioma::italiano},
+    {L"galego", idioma::gallego},
+    {L"rom\u00e2n\u0103", idioma::rumano},
+    {L"\u4e2d\u6587", idioma::chino_simplificado},
+    {L"deutsch", idioma::aleman},
+    {L"\u0440\u0443\u0441\u0441\u043a\u0438\u0439", idioma::ruso},
+    {L"polski", idioma::polaco},
+    {L"t\u00fcrk\u00e7e", idioma::turco},
+    {L"\u65e5\u672c\u8a9e", idioma::japones},
 };
 
 // Texts of the library, from whatever thread it works on.
@@ -77,46 +82,41 @@ std::vector<std::wstring> avisos;
 std::atomic<bool> quejas{false};
 
 // Answers whether it is new: a deletion in passes may say the same in each of them.
-bool i_apunta(const wchar_t* texto) {
+bool i_apunta(std::wstring_view texto) {
     static std::set<std::wstring> dichos;
     quejas = true;
     const std::lock_guard guarda(guarda_de_avisos);
     avisos.emplace_back(texto);
-    return dichos.insert(texto).second;
+    return dichos.emplace(texto).second;
 }
 
-void i_muestra(const wchar_t* texto) {
-    errores().escribe("lumodir: ", estilo::aviso).linea(std::wstring_view(texto));
-}
-
-void i_recibe_aviso(const wchar_t* texto, void*) {
+void i_recibe_aviso(std::wstring_view texto) {
     if (i_apunta(texto)) {
         const std::lock_guard turno(turno_de_consola());
-        i_muestra(texto);
+        di_queja(texto, estilo::aviso);
     }
 }
 
-void i_recibe_error(const char* expresion, const char* modulo, unsigned long linea, const wchar_t* detalle,
-                    void* verboso) {
+void i_recibe_error(const lumodir::error_interno& error, bool verboso) {
     quejas = true;
-    if (verboso == nullptr) {
+    if (!verboso) {
         return;
     }
     const std::lock_guard turno(turno_de_consola());
-    std::wstring que = de_pagina_activa(expresion);
-    if (detalle != nullptr) {
-        que += L" [" + std::wstring(detalle) + L"]";
+    std::wstring que = de_pagina_activa(error.expresion);
+    if (!error.detalle.empty()) {
+        que += L" [" + std::wstring(error.detalle) + L"]";
     }
-    errores().linea(
-        di("internal error: %1 in %2, line %3", que, de_pagina_activa(modulo), std::to_wstring(linea)),
-        estilo::tenue);
+    errores().linea(di("internal error: %1 in %2, line %3", que, de_pagina_activa(error.etiqueta),
+                       std::to_wstring(error.linea)),
+                    estilo::tenue);
 }
 
 std::wstring en_curso;
 
-unsigned short i_recibe_pregunta(const wchar_t* mensaje, unsigned long codigo, void*) {
+bool i_recibe_pregunta(std::wstring_view mensaje, unsigned long codigo) {
     if (interrumpido()) {
-        return FALSO;
+        return false;
     }
     std::wstring quienes;
     if (codigo == ERROR_SHARING_VIOLATION || codigo == ERROR_LOCK_VIOLATION ||
@@ -129,25 +129,23 @@ unsigned short i_recibe_pregunta(const wchar_t* mensaje, unsigned long codigo, v
         quienes = ruta.empty() ? ruta : quienes_tienen(ruta);
     }
     const std::lock_guard turno(turno_de_consola());
-    i_muestra(mensaje);
+    di_queja(mensaje, estilo::aviso);
     if (!quienes.empty()) {
         errores().linea(di("It is held by %1.", quienes));
     }
     if (hay_quien_conteste() && pregunta(di("Try again?"))) {
-        return CIERTO;
+        return true;
     }
     i_apunta(mensaje);
-    return FALSO;
+    return false;
 }
 
 }  // namespace
 
-void instala_anfitrion(bool verboso) {
-    static int marca;
-    error_interno_establece_receptor(i_recibe_error, verboso ? &marca : nullptr);
-    lmaviso_establece_receptor(i_recibe_aviso, nullptr);
-    buclrein_establece_receptor(i_recibe_pregunta, nullptr);
-}
+anfitrion::anfitrion(bool verboso)
+    : errores_([verboso](const lumodir::error_interno& error) { i_recibe_error(error, verboso); }),
+      avisos_(i_recibe_aviso),
+      preguntas_(i_recibe_pregunta) {}
 
 std::vector<std::wstring> toma_avisos() {
     const std::lock_guard guarda(guarda_de_avisos);
@@ -188,91 +186,53 @@ std::wstring quienes_tienen(const std::wstring& ruta) {
     return quienes;
 }
 
-namespace {
-
-std::optional<unsigned long> i_busca_entero(const std::wstring& buscado) {
-    for (const idioma& i : idiomas) {
-        if (buscado == ancho_de(i.codigo) || buscado == ancho_de(i.ingles)) {
-            return i.ranura;
+std::optional<idioma> busca_idioma(std::wstring_view nombre) {
+    const std::wstring buscado = en_minusculas(nombre);
+    for (const nombre_de_lengua& n : nombres) {
+        if (buscado == ancho_de(n.codigo) || buscado == ancho_de(n.ingles)) {
+            return n.cual;
         }
     }
     for (const nombre_propio& n : nombres_propios) {
         if (iguales_sin_caja(buscado, n.nombre)) {
-            return n.ranura;
+            return n.cual;
         }
     }
-    return std::nullopt;
-}
-
-// As Windows and the web name languages with their countries: "es-ES", "zh-Hans-CN".
-std::optional<unsigned long> i_busca_con_pais(const std::wstring& buscado) {
-    const size_t guion = buscado.find_first_of(L"-_");
-    if (guion == buscado.npos) {
-        return std::nullopt;
-    }
-    const std::wstring lengua = buscado.substr(0, guion), pais = buscado.substr(guion + 1);
-    const std::optional<unsigned long> entero = i_busca_entero(lengua + L"-" + pais);
-    if (entero) {
-        return entero;
-    }
-    if (lengua == L"es" && pais != L"es") {
-        return ranura_es_419;
-    }
-    if (lengua == L"zh" && pais != L"cn" && pais != L"sg" && !pais.starts_with(L"hans")) {
-        return std::nullopt;  // the texts are in simplified characters
-    }
-    // A code of two letters, not one of the names.
-    return lengua.size() == 2 ? i_busca_entero(lengua) : std::nullopt;
-}
-
-}  // namespace
-
-std::optional<unsigned long> busca_idioma(std::wstring_view nombre) {
-    const std::wstring buscado = en_minusculas(nombre);
-    if (const auto ranura = i_busca_entero(buscado)) {
-        return ranura;
-    }
-    if (const auto ranura = i_busca_con_pais(buscado)) {
-        return ranura;
+    // As Windows and the web name languages with their countries: "es-ES", "zh-Hans-CN".
+    if (const std::optional<idioma> cual = lumodir::idioma_de_etiqueta(a_utf8(buscado))) {
+        return cual;
     }
     if (!buscado.empty() && buscado.size() <= 2 && buscado.find_first_not_of(L"0123456789") == buscado.npos) {
         const unsigned long ranura = std::stoul(buscado);
         if (ranura <= ultima_ranura) {
-            return ranura;
+            return static_cast<idioma>(ranura);
         }
     }
     return std::nullopt;
 }
 
-unsigned long ranura_de_los_textos(unsigned long ranura) {
-    const bool en_castellano =
-        ranura == 9 || (ranura >= 14 && ranura <= 17) || (ranura >= 19 && ranura <= 23);
-    const bool en_ingles = ranura == 10 || (ranura >= 25 && ranura <= 30) || ranura == 32 ||
-                           (ranura >= 34 && ranura <= 38) || ranura >= 40;
-    return en_castellano ? ranura_es : en_ingles ? ranura_en : ranura;
-}
-
-void pon_idioma_del_hilo() {
-    const unsigned long ranura = ranura_de_los_textos(msglocal_dame_idioma());
-    for (const idioma& i : idiomas) {
-        if (i.ranura == ranura) {
-            SetThreadLocale(MAKELCID(i.de_windows, SORT_DEFAULT));
-        }
+idioma idioma_de_los_textos(idioma cual) {
+    if (lumodir::tiene_textos(cual)) {
+        return cual;
     }
+    const auto ranura = static_cast<unsigned long>(cual);
+    const bool en_castellano =
+        cual == idioma::gallego || (ranura >= 14 && ranura <= 17) || (ranura >= 19 && ranura <= 23);
+    return en_castellano ? idioma::espanyol : idioma::ingles;
 }
 
 std::wstring nombres_de_idiomas() {
     std::wstring todos;
-    for (const idioma& i : idiomas) {
-        todos += (todos.empty() ? L"" : L" ") + ancho_de(i.codigo);
+    for (const nombre_de_lengua& n : nombres) {
+        todos += (todos.empty() ? L"" : L" ") + ancho_de(n.codigo);
     }
     return todos;
 }
 
-std::wstring nombre_de_idioma(unsigned long ranura) {
-    for (const idioma& i : idiomas) {
-        if (i.ranura == ranura) {
-            return ancho_de(i.ingles);
+std::wstring nombre_de_idioma(idioma cual) {
+    for (const nombre_de_lengua& n : nombres) {
+        if (n.cual == cual) {
+            return ancho_de(n.ingles);
         }
     }
     return L"reserved";

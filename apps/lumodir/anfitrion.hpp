@@ -1,5 +1,5 @@
-// The command as a host of the library: where its warnings, internal errors and questions go, and the
-// languages that a person may name.
+// The command as a host of the library: where warnings, internal errors and questions of the library go, and which
+// languages a person may name.
 #pragma once
 
 #include <optional>
@@ -7,13 +7,24 @@
 #include <string_view>
 #include <vector>
 
+#include "lumodir.hpp"
+
 namespace mando {
 
-// Installs the receivers: warnings to standard error, internal errors there too but only when `verboso`, the
-// retry question to the person at the terminal; without one it gives up, and its text is a warning.
-void instala_anfitrion(bool verboso);
+// Installs the receivers for as long as it lives. Warnings go to standard error; so do internal errors, but only when
+// `verboso`. The retry question is put to the person at the terminal; when there is none, it is answered with no and its
+// text is shown as a warning.
+class anfitrion {
+public:
+    explicit anfitrion(bool verboso);
 
-// The texts of the library since the last call, warnings and questions given up alike.
+private:
+    lumodir::receptor_errores errores_;
+    lumodir::receptor_avisos avisos_;
+    lumodir::receptor_preguntas preguntas_;
+};
+
+// What the library has said since the last call: warnings, and questions answered with no.
 std::vector<std::wstring> toma_avisos();
 
 // Whether there are such texts.
@@ -22,8 +33,8 @@ bool hay_avisos();
 // True when the library has warned, or reported an internal error, since the last call.
 bool hubo_quejas();
 
-// The paths that the command is working on at the moment: when the library asks whether to try again, the person
-// is told who holds it.
+// The path that the command is working on: when the library asks whether to try again, the person is told which
+// programs hold it.
 class ruta_en_curso {
 public:
     explicit ruta_en_curso(const std::wstring& ruta);
@@ -35,21 +46,12 @@ public:
 // "notepad.exe (1234), backup.exe (77)"; nothing when the system does not tell.
 std::wstring quienes_tienen(const std::wstring& ruta);
 
-struct idioma {
-    unsigned long ranura;
-    std::string_view codigo;  // "pt-br"
-    std::string_view ingles;  // "portuguese-brazil"
-    unsigned short de_windows;
-};
-
-// By slot, code, name in English or in its own tongue, letter case aside; a code may name a country too (es-ES).
-std::optional<unsigned long> busca_idioma(std::wstring_view nombre);
+// Finds a language by its slot, its code (with or without a country: es-ES), or its name in English or in the language
+// itself; case is ignored.
+std::optional<lumodir::idioma> busca_idioma(std::wstring_view nombre);
 std::wstring nombres_de_idiomas();
-std::wstring nombre_de_idioma(unsigned long ranura);
-// The slot whose texts a slot shows: its own or those of Spanish or English.
-unsigned long ranura_de_los_textos(unsigned long ranura);
-
-// The system's own texts come in the language of the thread: the chosen one. For each thread that works.
-void pon_idioma_del_hilo();
+std::wstring nombre_de_idioma(lumodir::idioma cual);
+// The language whose texts are shown for a language: itself, or Spanish or English where it has none.
+lumodir::idioma idioma_de_los_textos(lumodir::idioma cual);
 
 }  // namespace mando

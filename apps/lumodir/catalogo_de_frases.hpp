@@ -1,6 +1,6 @@
 // What the command says, in English and in Spanish. The English text is the key: see frases.hpp.
 //
-// A text with the same words in Spanish, and the examples, leave the second one empty or repeat it.
+// Where the Spanish text is the same, as in the examples, it is empty or repeated.
 #pragma once
 
 #include <string_view>
@@ -56,6 +56,8 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"looking at the processes, %1 s", L"examinando los procesos, %1 s"},
     {"renaming %1, %2 s", L"renombrando %1, %2 s"},
     {"deleting %1, %2 s", L"borrando %1, %2 s"},
+    {"counting the subkeys of %1, %2 s", L"contando las subclaves de %1, %2 s"},
+    {"looking in the directories of PATH, %1 s", L"buscando en los directorios de PATH, %1 s"},
     {"'%1' does not exist", L"'%1' no existe"},
     {"the path is empty: refused, nothing is done", L"la ruta está vacía: rechazado, no se ha hecho nada"},
     {"'%1' is the root of a drive: refused, nothing is done",
@@ -69,8 +71,8 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"files", L"ficheros"},
     {"directory", L"directorio"},
     {"directories", L"directorios"},
-    {"directory more", L"directorio más"},
-    {"directories more", L"directorios más"},
+    {"more directory", L"directorio más"},
+    {"more directories", L"directorios más"},
     {"path", L"ruta"},
     {"paths", L"rutas"},
     {"process", L"proceso"},
@@ -134,7 +136,7 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"dated", L"fecha cambiada:"},
     {"moved", L"movido"},
     {" %1 to %2", L" %1 a %2"},
-    {"renamed", L"renombrado"},
+    {"renamed", L"cambiado el nombre de"},
     {"unprotected", L"desprotegido"},
     {"set", L"escrito"},
     {"ended", L"terminado"},
@@ -161,6 +163,8 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"'%1' is a file", L"'%1' es un fichero"},
     {"'%1' exists already and is never replaced", L"'%1' ya existe y nunca se reemplaza"},
     {"'%1' is not moved", L"'%1' no se ha movido"},
+    {"'%1' is not moved: the system keeps the letter case of its name",
+     L"'%1' no se ha movido: el sistema conserva las mayúsculas de su nombre"},
     {"'%1' is not protected", L"'%1' no se ha protegido"},
     {"'%1' is still protected", L"'%1' sigue protegido"},
     {"no file in '%1' has the extension '%2'", L"ningún fichero de '%1' tiene la extensión '%2'"},
@@ -389,6 +393,8 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"The directory is not empty", L"El directorio no está vacío"},
     {"The name or the path is too long", L"El nombre o la ruta son demasiado largos"},
     {"there are no texts in '%1'; those in %2 are used", L"no hay textos en '%1'; se usan los de %2"},
+    {"the library speaks '%1'; the command's own words are in English",
+     L"la biblioteca habla '%1'; las palabras de la propia orden están en español"},
     {"internal error: %1 in %2, line %3", L"error interno: %1 en %2, línea %3"},
     {"It is held by %1.", L"Lo tiene abierto %1."},
     {"%1; it is held by %2", L"%1; lo tiene abierto %2"},
@@ -450,6 +456,10 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"several files go into a directory, and '%1' is none: nothing is done",
      L"varios ficheros solo caben en un directorio, y '%1' no lo es: no se ha hecho nada"},
     {"the system names nobody who holds it", L"el sistema no dice que nadie lo tenga abierto"},
+    {"the files would keep their names: the extension is '%1' already",
+     L"los ficheros no cambiarían de nombre: la extensión ya es '%1'"},
+    {"'%1' is no time; use 10min, 2h, 3d or 1week ago, or a date: 2024-05-01",
+     L"'%1' no es un momento; use 10min, 2h, 3d o 1week (hace tanto), o una fecha: 2024-05-01"},
     {"'%1' is not an extension", L"'%1' no es una extensión"},
     {"%1 to %2, which is replaced", L"%1 a %2, que se reemplaza"},
     {"Rename %1 in '%2' from '.%3' to '.%4', replacing %5 of the same name?",
@@ -608,7 +618,7 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"PATTERN is that of the whole name, also without * and ?",
      L"PATTERN es el del nombre entero, también sin * ni ?"},
     {"compare PATTERN with the whole path", L"compara PATTERN con la ruta entera"},
-    {"letter case counts", L"distingue mayúsculas y minúsculas"},
+    {"case-sensitive", L"distingue mayúsculas y minúsculas"},
     {"show full paths", L"muestra rutas completas"},
     {"stop after N", L"se detiene tras N"},
     {"with attributes, sizes and dates", L"con atributos, tamaños y fechas"},

@@ -19,7 +19,7 @@ std::vector<std::wstring> expande(const std::wstring& patron, que_valen cuales) 
     const std::wstring directorio = delante.empty() ? L"." : delante;
     comprueba_directorio(directorio);
     std::vector<std::wstring> halladas;
-    for (const entrada& e : lee_carpeta(directorio).entradas) {
+    for (const entrada& e : lee_con_progreso(directorio).entradas) {
         if ((cuales == que_valen::todo || !e.es_directorio) && cumple_patron(e.nombre, nombre)) {
             halladas.push_back(delante + e.nombre);
         }

@@ -1,7 +1,7 @@
-// Patterns among the arguments: the shells of Windows hand them over as they were typed.
+// Patterns among the arguments: the shells of Windows pass them on as they were typed.
 //
-// Promises: what a pattern gives is what the directory holds under names that pass it; short (8.3) names take no
-// part, so "*.htm" never finds a .html. Nothing is given twice.
+// Promises: a pattern stands for the entries whose names match it; short (8.3) names are not looked at, so "*.htm" never
+// finds a .html. No path is given twice.
 // Checked by tests/cli.
 #pragma once
 
@@ -23,15 +23,15 @@ struct rutas_dadas {
     bool hubo_patron = false;
 };
 
-// The arguments from `desde` on, where a single "-" stands for standard input, with their patterns expanded. Throws
-// fallo when a pattern finds nothing.
+// The arguments with their patterns expanded; a single "-" stands for the lines of standard input. Throws fallo when a
+// pattern finds nothing.
 rutas_dadas rutas_de(const peticion& p, que_valen cuales);
 rutas_dadas rutas_expandidas(const std::vector<std::wstring>& escritas, que_valen cuales);
 
 // Throws fallo for a pattern where one path is wanted.
 void rechaza_patron(const std::wstring& ruta);
 
-// On standard error, before a question: the first of several, and how many more.
+// Shows, before a question, the first few paths and how many more there are, on standard error.
 void di_cuales(const std::vector<std::wstring>& rutas);
 
 }  // namespace mando

@@ -1,11 +1,10 @@
-// What the command writes and reads: UTF-16 to a console, UTF-8 bytes to a file or a pipe; colours, the
-// progress line and questions only where a person is looking.
+// What the command writes and reads: UTF-16 on a console, UTF-8 in a file or a pipe; colours, the progress line and
+// questions only where a person is looking.
 //
-// Promises: nothing but the text itself is written to what is not a console (no colour, no progress line);
-// control characters never reach a console, where they could move the cursor: they are drawn as symbols, and what
-// turns the writing direction is written out. What
-// goes to standard error appears after what went to standard output before it.
-// Cannot promise: alignment on a terminal whose font disagrees about the width of a character.
+// Promises: a file or a pipe gets the text alone (no colour, no progress line). Control characters never reach a console,
+// where they could move the cursor: they are drawn as symbols, and characters that change the writing direction are
+// spelled out. What was written to standard output appears before what is written to standard error after it.
+// Cannot promise: aligned columns in a font that disagrees about the width of a character.
 // Checked by tests/cli.
 #pragma once
 
@@ -55,10 +54,10 @@ private:
 corriente& salida();
 corriente& errores();
 
-// Taken around output that several threads may write: a deletion at work and the progress line over it.
+// Held while something is written that another thread must not interrupt: a deletion and its progress line both write.
 std::recursive_timed_mutex& turno_de_consola();
 
-// One line that is written over, on a terminal only, and wiped when it goes.
+// A line on a terminal that is overwritten again and again, and wiped at the end; nothing anywhere else.
 class linea_de_progreso {
 public:
     ~linea_de_progreso() { borra(); }
@@ -70,17 +69,17 @@ private:
 };
 linea_de_progreso& progreso();
 
-// True when both the person's answers and the questions go through a console.
+// Whether a person can answer: both standard input and standard error are a console.
 bool hay_quien_conteste();
 
-// The next line of standard input, from a person or from a pipe; nothing at its end. A pipe brings UTF-8, or UTF-16
-// after its mark; a line that is neither is read in the console's code page, and throws fallo when it is not
-// that either: no name with a replacement character in it is ever made up. A zero byte ends a line too.
+// The next line of standard input, from a person or from a pipe; nothing at its end. A pipe holds UTF-8, or UTF-16 after
+// a byte-order mark; a line that is neither is read in the console's code page. Throws fallo when it is not valid there
+// either, so that no name with a replacement character is ever made up. A zero byte ends a line too.
 std::optional<std::wstring> lee_linea();
 std::vector<std::wstring> lee_lineas();
 
-// Asks on standard error; only "y" or "yes" is a yes, in Spanish "s", "si" and "sí" too, and the end of the
-// input is a no.
+// Asks on standard error. Yes is "y" or "yes", in Spanish also "s", "si" and "sí"; anything else, and the end of the
+// input, is no.
 bool pregunta(std::wstring_view texto);
 
 }  // namespace mando

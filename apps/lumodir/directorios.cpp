@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
-#include "cdir_ficheros.h"
 #include "consola.hpp"
 #include "ficheros.hpp"
+#include "lumodir.hpp"
 #include "ordenes.hpp"
+#include "respuesta.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
 #include "trabajo.hpp"
@@ -20,12 +21,8 @@ void comprueba_directorio(const std::wstring& directorio) {
     if (que_hay_en(directorio) == clase_de_entrada::fichero) {
         throw fallo{di("'%1' is a file, not a directory", directorio)};
     }
-    wchar_t* mensaje = nullptr;
-    const bool existe =
-        cdir_existe_directorio_UNICODE_con_mensaje_opc(de_trabajo.c_str(), &mensaje) == CIERTO;
-    const std::wstring texto = toma(mensaje);
-    if (!existe) {
-        throw fallo{texto};
+    if (const auto existe = lumodir::cdir::existe_directorio_con_mensaje_opc(de_trabajo); !existe) {
+        throw fallo{existe.motivo};
     }
     if (const unsigned long codigo = por_que_no_se_lee(directorio)) {
         throw fallo{di("the directory '%1' cannot be read: %2", directorio, texto_del_sistema(codigo))};
@@ -36,7 +33,8 @@ namespace {
 
 std::wstring i_por_donde_va(const std::wstring& base, unsigned long long desde, unsigned segundos) {
     return di("walking %1: %2 names, %3 s", base, con_miles(entradas_leidas() - desde),
-              std::to_wstring(segundos));
+              std::to_wstring(segundos)) +
+           lo_que_falta(parte_recorrida(), segundos);
 }
 
 }  // namespace
@@ -61,11 +59,9 @@ carpeta lee_con_progreso(const std::wstring& directorio) {
 void di_ilegibles(const recuento& total) {
     constexpr size_t a_la_vista_caben = 10;
     for (size_t i = 0; i < std::min(total.ilegibles.size(), a_la_vista_caben); ++i) {
-        errores()
-            .escribe("lumodir: ", estilo::malo)
-            .linea(i == 0 ? di("the directory '%1' cannot be read: %2", total.ilegibles[i],
-                               texto_del_sistema(total.codigo_ilegible))
-                          : di("the directory '%1' cannot be read", total.ilegibles[i]));
+        di_queja(i == 0 ? di("the directory '%1' cannot be read: %2", total.ilegibles[i],
+                             texto_del_sistema(total.codigo_ilegible))
+                        : di("the directory '%1' cannot be read", total.ilegibles[i]));
     }
     if (total.ilegibles.size() > a_la_vista_caben) {
         errores().escribe("  ").linea(

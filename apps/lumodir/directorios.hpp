@@ -8,14 +8,15 @@
 
 namespace mando {
 
-// Throws fallo, with the library's text, when it is missing, a file, or cannot be read.
+// Throws fallo when the directory is missing, is a file or cannot be read.
 void comprueba_directorio(const std::wstring& directorio);
 
-// A walk, with a progress line over a long one; Ctrl-C ends the program, which says how far it came.
+// Walks a tree, or reads one directory, with a progress line if it takes long. Ctrl-C ends the program, which says how
+// far it got.
 void recorre_con_progreso(const std::wstring& base, const std::function<void(carpeta&)>& visita);
 carpeta lee_con_progreso(const std::wstring& directorio);
 
-// On standard error: the directories that could not be read.
+// Names the directories that could not be read, on standard error.
 void di_ilegibles(const recuento& total);
 
 }  // namespace mando

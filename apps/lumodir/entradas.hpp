@@ -9,9 +9,9 @@
 
 namespace mando {
 
-// Without its dot. A name whose only dot is its first character has none, nor has one with a blank in it.
+// The extension without its dot. A name whose only dot comes first has none, and what holds a blank is none.
 std::wstring extension_de(const std::wstring& nombre);
-// A directory's ends with a separator.
+// The name as it is shown: that of a directory ends with a separator.
 std::wstring nombre_de(const entrada& e);
 // "dr---": d directory, l link, r read-only, h hidden, s system, a archive.
 std::wstring letras_de_atributos(const entrada& e);

@@ -5,14 +5,12 @@
 #include <cwchar>
 
 #include "anfitrion.hpp"
-#include "cdir_ficheros.h"
-#include "cdir_rutas.h"
-#include "companions/lmlongpath.h"
 #include "consola.hpp"
+#include "lumodir.hpp"
 #include "recorrido.hpp"
+#include "respuesta.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
-#include "timefich.h"
 #include "trabajo.hpp"
 
 namespace mando {
@@ -21,7 +19,7 @@ namespace {
 
 // The system is asked with the prefix that long paths need.
 std::wstring i_para_el_sistema(const std::wstring& ruta) {
-    return toma(lmlongpath_prepended_path_si_necesario(ruta_de_trabajo(ruta).c_str()));
+    return lumodir::lmlongpath_prepended_path_si_necesario(ruta_de_trabajo(ruta));
 }
 
 unsigned long i_atributos(const std::wstring& ruta) {
@@ -48,11 +46,11 @@ clase_de_entrada que_hay_en(const std::wstring& ruta) {
     if (i_es_aparato(de_trabajo)) {
         return clase_de_entrada::ninguna;
     }
-    if (cdir_existe_fichero_UNICODE(de_trabajo.c_str()) != CIERTO) {
+    if (!lumodir::cdir::existe_fichero(de_trabajo)) {
         return clase_de_entrada::ninguna;
     }
-    return cdir_es_directorio_u(de_trabajo.c_str()) == CIERTO ? clase_de_entrada::directorio
-                                                              : clase_de_entrada::fichero;
+    return lumodir::cdir::es_directorio(de_trabajo) ? clase_de_entrada::directorio
+                                                    : clase_de_entrada::fichero;
 }
 
 bool esta_protegido(const std::wstring& ruta) {
@@ -108,17 +106,26 @@ std::wstring texto_del_sistema(unsigned long codigo) {
     if (const frase propio = i_texto_propio(codigo); !propio.vacia()) {
         return di(propio);
     }
-    wchar_t* texto = nullptr;
-    FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-        codigo, 0, reinterpret_cast<wchar_t*>(&texto), 0, nullptr);
-    std::wstring resultado = texto ? texto : di("error %1", std::to_wstring(codigo));
-    LocalFree(texto);
-    resultado.erase(resultado.find_last_not_of(L"\r\n. ") + 1);
-    return resultado;
+    // It stands in a sentence of the command's own; a system without that language has the text in its own one.
+    const unsigned long de_la_frase = en_espanyol() ? MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN)
+                                                    : MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
+    for (const unsigned long idioma : {de_la_frase, 0ul}) {
+        wchar_t texto[1024];
+        const unsigned long unidades =
+            FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, codigo,
+                           idioma, texto, static_cast<unsigned long>(std::size(texto)), nullptr);
+        if (unidades > 0) {
+            const std::wstring_view todo(texto, unidades);
+            return std::wstring(todo.substr(0, todo.find_last_not_of(L"\r\n. ") + 1));
+        }
+    }
+    return di("error %1", std::to_wstring(codigo));
 }
 
 void comprueba_existe(const std::wstring& ruta) {
+    if (sin_blancos(ruta).empty()) {
+        throw fallo{di("the path is empty")};
+    }
     if (que_hay_en(ruta) == clase_de_entrada::ninguna) {
         throw fallo{di("'%1' does not exist", ruta)};
     }
@@ -182,8 +189,7 @@ void confirma(const peticion& p, const std::wstring& que) {
 // ---- Dates ----
 
 std::optional<long long> fecha_de(const std::wstring& ruta) {
-    const long long fecha = timefich_obtener_fecha_fichero_UTC(ruta_de_trabajo(ruta).c_str());
-    return fecha == -1 ? std::nullopt : std::optional(fecha);
+    return lumodir::timefich::obtener_fecha_fichero_UTC(ruta_de_trabajo(ruta));
 }
 
 std::optional<long long> creacion_de(const std::wstring& ruta) {
@@ -214,7 +220,7 @@ std::wstring fecha_de_pared(long long segundos, wchar_t separador) {
 }
 
 std::wstring fecha_en_palabras(long long segundos, bool en_utc, wchar_t separador) {
-    return fecha_de_pared(en_utc ? segundos : timefich_convierte_timet_UTC_a_timet_local(segundos),
+    return fecha_de_pared(en_utc ? segundos : lumodir::timefich::convierte_timet_UTC_a_timet_local(segundos),
                           separador) +
            (en_utc && separador == L'T' ? L"Z" : L"");
 }
@@ -226,7 +232,7 @@ long long i_de_pared_a_utc(long long pared) {
     // hour that a change to winter time repeats, where either answer is.
     long long utc = pared;
     for (int intento = 0; intento < 2; ++intento) {
-        utc = pared - (timefich_convierte_timet_UTC_a_timet_local(utc) - utc);
+        utc = pared - (lumodir::timefich::convierte_timet_UTC_a_timet_local(utc) - utc);
     }
     return utc;
 }
@@ -295,11 +301,12 @@ void i_di_uno(const peticion& p, const acto& que, const std::wstring& ruta, cons
     const std::wstring nombre = a_la_vista(r.ruta.empty() ? ruta : r.ruta);
     if (!r.queja.empty()) {
         if (!r.ya_dicho) {
-            errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(r.queja));
+            di_queja(r.queja);
         }
         return;
     }
-    const frase como = r.ya_estaba ? que.ya_estaba : p.en_seco() ? que.se_haria : que.hecho;
+    const frase en_seco = r.se_crea ? frase("would create") : que.se_haria;
+    const frase como = r.ya_estaba ? que.ya_estaba : p.en_seco() ? en_seco : que.hecho;
     salida().escribe(di(como), p.en_seco() ? estilo::aviso : estilo::bueno).escribe(" ").linea(nombre);
 }
 
@@ -324,7 +331,7 @@ json i_json_de_uno(const peticion& p, const acto& que, const std::wstring& ruta,
 
 int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, const acto& que,
                 resultado (*accion)(const peticion&, const std::wstring&)) {
-    json lista = json::lista();
+    respuesta_por_piezas lo_hecho(p);
     bool todas = true;
     std::atomic<size_t> vistas{0};
     const interruptor al_pulsar_control_c;
@@ -334,36 +341,44 @@ int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, const
                 resultado r;
                 const ruta_en_curso en_curso(ruta);
                 try {
+                    toma_avisos();
                     r = interrumpido() ? resultado(di("stopped")) : accion(p, ruta);
                 } catch (const fallo& otro) {
                     r.queja = otro.texto;
                 }
-                r.ya_dicho = r.ya_dicho || interrumpido();
+                r.ya_dicho =
+                    r.ya_dicho || interrumpido() || (hay_avisos() && !en_la_lengua_de_los_mensajes());
                 todas = todas && r.queja.empty();
-                if (p.en_json) {
-                    lista.agrega(i_json_de_uno(p, que, ruta, r));
-                } else {
-                    i_di_uno(p, que, ruta, r);
-                }
+                lo_hecho.pieza(i_json_de_uno(p, que, ruta, r), [&] { i_di_uno(p, que, ruta, r); });
                 vistas += interrumpido() ? 0 : 1;
             }
         },
-        [&](unsigned segundos) {
-            return rutas.size() == 1
-                       ? di("%1, %2 s", rutas[0], std::to_wstring(segundos))
-                       : di("%1 of %2, %3 s", con_miles(vistas), con_miles(rutas.size()),
-                            std::to_wstring(segundos)) +
-                             lo_que_falta(static_cast<double>(vistas) / static_cast<double>(rutas.size()),
-                                          segundos);
-        });
-    if (p.en_json) {
-        escribe_json(lista);
-    } else if (interrumpido()) {
-        errores()
-            .escribe("lumodir: ", estilo::malo)
-            .linea(di("stopped after %1 of %2", con_miles(vistas), con_miles(rutas.size())));
+        [&](unsigned segundos) { return por_donde_va(vistas, rutas, segundos); });
+    if (interrumpido() && !p.en_json) {
+        di_queja(di("stopped after %1 of %2", con_miles(vistas), con_miles(rutas.size())));
     }
-    return todas ? hecho : no;
+    return lo_hecho.acaba(todas);
+}
+
+void con_cada_ruta(const std::vector<std::wstring>& rutas,
+                   const std::function<void(const std::wstring&)>& funcion) {
+    std::atomic<size_t> vistas{0};
+    con_progreso(
+        [&] {
+            for (const std::wstring& ruta : rutas) {
+                funcion(ruta);
+                ++vistas;
+            }
+        },
+        [&](unsigned segundos) { return por_donde_va(vistas, rutas, segundos); });
+}
+
+std::wstring por_donde_va(size_t vistas, const std::vector<std::wstring>& rutas, unsigned segundos) {
+    if (rutas.size() == 1) {
+        return di("%1, %2 s", rutas[0], std::to_wstring(segundos));
+    }
+    return di("%1 of %2, %3 s", con_miles(vistas), con_miles(rutas.size()), std::to_wstring(segundos)) +
+           lo_que_falta(static_cast<double>(vistas) / static_cast<double>(rutas.size()), segundos);
 }
 
 }  // namespace mando

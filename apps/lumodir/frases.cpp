@@ -1,6 +1,6 @@
 #include "frases.hpp"
 
-#include "companions/msglocal.h"
+#include "anfitrion.hpp"
 #include "textos.hpp"
 
 namespace mando {
@@ -31,11 +31,24 @@ static_assert(catalogo_de_frases[0].ingles.empty());
 
 }  // namespace
 
+namespace {
+
+bool i_es_castellano(lumodir::idioma cual) {
+    using lumodir::idioma;
+    return cual == idioma::espanyol || cual == idioma::espanyol_mexico ||
+           cual == idioma::espanyol_argentina || cual == idioma::espanyol_america;
+}
+
+}  // namespace
+
 bool en_espanyol() {
-    const unsigned long ranura = msglocal_dame_idioma();
-    constexpr unsigned long catalan = 4;
-    return ranura == MSGLOCAL_ESPANYOL || ranura == catalan || ranura == 6 || ranura == 7 || ranura == 9 ||
-           (ranura >= 14 && ranura <= 17) || (ranura >= 19 && ranura <= 24);
+    const lumodir::idioma cual = idioma_de_los_textos(lumodir::dame_idioma());
+    return i_es_castellano(cual) || cual == lumodir::idioma::catalan;
+}
+
+bool en_la_lengua_de_los_mensajes() {
+    const lumodir::idioma cual = idioma_de_los_textos(lumodir::dame_idioma());
+    return i_es_castellano(cual) || cual == lumodir::idioma::ingles;
 }
 
 std::wstring frase::texto() const {

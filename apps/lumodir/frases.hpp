@@ -1,9 +1,8 @@
-// The command's own words, in the language of the library's messages as far as they have been translated into
-// it: English and Spanish.
+// The command's own words, in English or in Spanish, whichever suits the language of the library's messages.
 //
-// A phrase is written in English where it is used, and found in the table of catalogo_de_frases.hpp by the
-// compiler: one that has no Spanish there does not compile, nor does a translation that lacks a value.
-// JSON keys and the words that scripts look for in JSON are no phrases; they stay English.
+// A phrase is written in English where it is used; the compiler looks it up in the table of catalogo_de_frases.hpp. A
+// phrase without a row there does not compile, nor does a translation that lacks a value.
+// Keys and fixed words in JSON are not phrases: they are always English.
 // Checked by tests/cli.
 #pragma once
 
@@ -46,7 +45,11 @@ std::wstring di(frase que, const V&... valores) {
     return i_di(que, {std::wstring_view(valores)...});
 }
 
-// Whether the command speaks Spanish: for the languages whose messages fall back on it too, and for Catalan.
+// Whether the command speaks Spanish: also where the messages fall back on Spanish, and with Catalan.
 bool en_espanyol();
+
+// Whether the library's messages and the command's own words are in the same language. Only then does the command repeat
+// in its own words what the library has said.
+bool en_la_lengua_de_los_mensajes();
 
 }  // namespace mando

@@ -1,4 +1,4 @@
-// A JSON value that is built up and then written, for the scripts that read the command's answers.
+// A JSON value: built up, then written for the scripts that read the command's answers.
 //
 // Promises: the fields keep their order; a lone surrogate is written as its \u escape, so that every file name
 // comes through whole.

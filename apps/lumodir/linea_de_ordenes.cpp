@@ -10,14 +10,16 @@ namespace mando {
 namespace {
 
 constexpr opcion generales[] = {
-    {"json", "", "answer in JSON, for scripts"},
-    {"lang", "L",
-     "language of messages: a name, a code or a number (help and the command's own words are in English or "
-     "Spanish)"},
-    {"verbose", "", "also show the library's internal errors, on standard error"},
-    {"yes", "", "do not ask before changing or deleting (-y)"},
-    {"help", "", "this text (-h, -?, /?)"},
-    {"version", "", "the version of this command"},
+    {.nombre = "json", .ayuda = "answer in JSON, for scripts"},
+    {.nombre = "lang",
+     .valor = "L",
+     .ayuda = "language of messages: a name, a code or a number (help and the command's own words are in "
+              "English or "
+              "Spanish)"},
+    {.nombre = "verbose", .ayuda = "also show the library's internal errors, on standard error"},
+    {.nombre = "yes", .ayuda = "do not ask before changing or deleting (-y)"},
+    {.nombre = "help", .ayuda = "this text (-h, -?, /?)"},
+    {.nombre = "version", .ayuda = "the version of this command"},
 };
 
 const opcion* i_busca(std::span<const opcion> opciones, std::wstring_view nombre) {
@@ -131,13 +133,14 @@ public:
 private:
     static std::wstring i_nombre_de_opcion(std::wstring_view palabra) {
         const std::wstring minuscula = en_minusculas(palabra);
-        for (const wchar_t* ayuda : {L"-h", L"-?", L"/?", L"/h", L"-help", L"/help"}) {
+        for (const wchar_t* ayuda : {L"-?", L"/?", L"/h", L"-help", L"/help"}) {
             if (minuscula == ayuda) {
                 return L"help";
             }
         }
-        if (palabra == L"-y") {
-            return L"yes";
+        // Letters are told apart by their case: -H is an option of a command's own.
+        if (palabra == L"-h" || palabra == L"-y") {
+            return palabra == L"-h" ? L"help" : L"yes";
         }
         if (palabra.size() > 2 && palabra.starts_with(L"--")) {
             return minuscula.substr(2, minuscula.find(L'=') - 2);
@@ -337,10 +340,6 @@ unsigned long peticion::numero(std::string_view nombre, unsigned long si_falta, 
 
 std::vector<std::wstring> peticion::argumentos_o_entrada() const {
     return argumentos.size() == 1 && argumentos[0] == L"-" ? lee_lineas() : argumentos;
-}
-
-void escribe_json(const json& valor) {
-    salida().escribe(valor.texto());
 }
 
 }  // namespace mando

@@ -1,7 +1,7 @@
-// Who holds a file: the system's Restart Manager is asked, which is loaded when it is needed.
+// Which programs hold a file, as the system's Restart Manager tells; it is loaded when it is needed.
 //
-// Promises: where the system does not tell, nobody is named; no answer is waited for longer than the system takes.
-// Cannot promise: programs of other users are told only to whom the system tells them.
+// Promises: where the system does not tell, nobody is named.
+// Cannot promise: to see the programs of other users; the system decides who may.
 // Checked by tests/cli/ocupantes_test.cpp, with the system's part replaced.
 #pragma once
 

@@ -1,7 +1,7 @@
-// The table of subcommands: what each is called, takes and does, in words for a person and in a function.
+// The table of subcommands: name, arguments, options, help and function of each.
 //
-// Everything that is said about a subcommand is said here once: the reading of the command line, the help and
-// the complaints about wrong usage all work from the same rows.
+// What is said about a subcommand is said once, in its row: the reading of the command line, the help and the complaints
+// about wrong usage all work from these rows.
 #pragma once
 
 #include <map>
@@ -22,8 +22,8 @@ enum codigo { hecho = 0, no = 1, mal_uso = 2 };
 struct peticion;
 
 struct opcion {
-    std::string_view nombre;  // without its dashes
-    std::string_view valor;   // what it takes, as the help names it; empty for a switch
+    std::string_view nombre;      // without its dashes
+    std::string_view valor = {};  // what it takes, as the help names it; empty for a switch
     frase ayuda;
     char letra = '\0';    // a short form, as in -t
     bool varias = false;  // it may be given several times: its values come with '|' between them
@@ -36,11 +36,11 @@ struct ejemplo {
 
 struct orden {
     std::string_view nombre;  // one word, or two ("reg get")
-    std::string_view argumentos;
+    std::string_view argumentos = {};
     frase resumen;
-    frase detalle;          // of any length: the help breaks it
-    size_t minimo, maximo;  // arguments
-    std::span<const opcion> opciones;
+    frase detalle = {};             // of any length: the help breaks it
+    size_t minimo = 0, maximo = 0;  // arguments
+    std::span<const opcion> opciones = {};
     std::span<const ejemplo> ejemplos;
     int (*ejecuta)(peticion&);
 };
@@ -64,9 +64,9 @@ struct peticion {
     bool si_a_todo = false;
 
     bool tiene(std::string_view nombre) const { return opciones.contains(nombre); }
-    // Whether only to show what would be done.
+    // Whether the command only shows what it would do.
     bool en_seco() const { return tiene("dry-run"); }
-    // The value of an option, NULL when it was not given: as the library takes what is not wanted.
+    // The value of an option, NULL when it was not given.
     const wchar_t* valor(std::string_view nombre) const;
     unsigned long numero(std::string_view nombre, unsigned long si_falta, unsigned long maximo) const;
     // The arguments, where a single "-" stands for the lines of standard input.
@@ -76,21 +76,19 @@ struct peticion {
 };
 
 // The row of every subcommand that changes something.
-inline constexpr opcion opcion_en_seco = {"dry-run", "", "show what would be done, and do nothing"};
+inline constexpr opcion opcion_en_seco = {.nombre = "dry-run",
+                                          .ayuda = "show what would be done, and do nothing"};
 
 unsigned long a_numero(std::wstring_view texto, std::wstring_view que_es, unsigned long maximo);
 
-// What ends a subcommand early: a wrong command line (exit code 2), or something that is not so or could not
-// be done (exit code 1; with --json an object with the text in "error").
+// What ends a subcommand early: a wrong command line (exit code 2), or something that is not so or cannot be done (exit
+// code 1; with --json an object with the text in "error").
 struct uso_incorrecto {
     std::wstring texto;
 };
 struct fallo {
     std::wstring texto;
 };
-
-// Writes an answer for scripts.
-void escribe_json(const json& valor);
 
 // The groups, one per file.
 extern const std::span<const orden> ordenes_rutas;

@@ -5,17 +5,16 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <set>
 
 #include "anfitrion.hpp"
-#include "cdir_ficheros.h"
-#include "cdir_rutas.h"
 #include "comodines.hpp"
-#include "companions/buclrein.h"
 #include "consola.hpp"
 #include "directorios.hpp"
 #include "ficheros.hpp"
-#include "lumodir.h"
+#include "lumodir.hpp"
 #include "ordenes.hpp"
+#include "respuesta.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
 #include "trabajo.hpp"
@@ -27,7 +26,7 @@ namespace {
 // How patient a single deletion is.
 void i_ajusta_reintentos(const peticion& p) {
     if (p.tiene("retries") || p.tiene("wait")) {
-        buclrein_establece_politica(p.numero("retries", 5, 1000), p.numero("wait", 100, 60000));
+        lumodir::establece_politica(p.numero("retries", 5, 1000), p.numero("wait", 100, 60000));
     }
 }
 
@@ -40,10 +39,9 @@ resultado i_rm_uno(const peticion& p, const std::wstring& ruta) {
     }
     const std::wstring de_trabajo = ruta_de_trabajo(ruta);
     if (p.tiene("if-possible")) {
-        unsigned short hay_error = FALSO;
-        lumodir_borra_fichero_si_existe_UNICODE(de_trabajo.c_str(), &hay_error);
+        lumodir::borra_fichero_si_existe_sin_mensaje(de_trabajo);
     } else {
-        cdir_borra_fichero_UNICODE(de_trabajo.c_str());
+        lumodir::cdir::borra_fichero(de_trabajo);
     }
     // Without the entry its text may name another one ("a." is "a" to the system).
     return que_hay_en(de_trabajo) == clase_de_entrada::ninguna
@@ -75,18 +73,17 @@ void i_pregunta_por(const peticion& p, const rutas_dadas& dadas) {
         di_cuales(dadas.rutas);
     }
     unsigned long long bytes = 0;
-    for (const std::wstring& ruta : dadas.rutas) {
-        const unsigned long long suyos = lumodir_get_tamanyo_fichero(ruta_de_trabajo(ruta).c_str(), nullptr);
-        bytes += suyos == ~0ull ? 0 : suyos;
-    }
+    con_cada_ruta(dadas.rutas, [&](const std::wstring& ruta) {
+        bytes += lumodir::get_tamanyo_fichero(ruta_de_trabajo(ruta)).value_or(0);
+    });
     confirma(p, di("Delete %1 (%2)?", plural(dadas.rutas.size(), "file", "files"), tamanyo_legible(bytes)));
 }
 
 int i_rm(peticion& p) {
     i_ajusta_reintentos(p);
     rutas_dadas dadas = i_que_se_borra(p);
-    // Nothing is deleted, nor asked, when one of the paths is no file that could be.
-    for (const std::wstring& ruta : dadas.rutas) {
+    // Nothing is asked or deleted if one of the paths is not a file that can be deleted.
+    con_cada_ruta(dadas.rutas, [&](const std::wstring& ruta) {
         rechaza_raiz(ruta);
         const clase_de_entrada clase = que_hay_en(ruta);
         if (clase == clase_de_entrada::directorio) {
@@ -95,45 +92,57 @@ int i_rm(peticion& p) {
         if (clase == clase_de_entrada::ninguna && !p.tiene("if-exists")) {
             throw fallo{di("'%1' does not exist", ruta)};
         }
-    }
+    });
     std::erase_if(dadas.rutas,
                   [](const std::wstring& ruta) { return que_hay_en(ruta) != clase_de_entrada::fichero; });
+    // "a.txt" and "./a.txt" are one file, and it goes once.
+    std::set<std::wstring> ya;
+    std::erase_if(dadas.rutas, [&](const std::wstring& ruta) {
+        return !ya.insert(en_mayusculas(ruta_exacta(ruta_de_trabajo(ruta)))).second;
+    });
     i_pregunta_por(p, dadas);
     return en_cada_una(p, dadas.rutas, {"deleted", "would delete"}, i_rm_uno);
 }
 
 // ---- rmtree ----
 
-// One directory of the tree that goes, as the progress line looks after it.
-struct rama {
+// One entry of the tree that goes, as the progress line looks after it: a directory or, where a directory holds
+// many files, one of every so many.
+struct testigo {
     std::wstring del_sistema;
-    unsigned long long ficheros = 0;
+    unsigned long long ficheros = 0;  // that it stands for
+    unsigned directorios = 0;
 };
 
 struct tarea {
     std::wstring directorio;
+    // For the system: once it is gone, its own text may name another one ("d." is "d" then).
+    std::wstring del_sistema;
     recuento antes;
-    std::vector<rama> ramas;
+    std::vector<testigo> testigos;
     bool es_enlace = false;
     bool con_punto = false;  // holds directories whose names begin with a dot
     bool interrumpida = false;
     std::vector<std::wstring> no_borrados;  // files that --if-possible could not delete
 };
 
-// How many files of directories that are gone there were. It asks about some directories a time only: the
-// deletion is not to be held up by the watching.
+// How much is gone, by the entries that stand for it. It asks about some of them a time only: the deletion is not
+// to be held up by the watching.
 class contador_de_borrado {
 public:
     explicit contador_de_borrado(const tarea& t)
-        : ramas_(t.ramas), total_(t.antes.ficheros + t.antes.directorios), ido_(ramas_.size(), false) {}
+        : testigos_(t.testigos),
+          total_(t.antes.directorios),
+          todo_(t.antes.ficheros + t.antes.enlaces + t.antes.directorios),
+          ido_(testigos_.size(), false) {}
 
     std::wstring dice(unsigned segundos) {
         const std::lock_guard turno(guarda_);
         i_mira();
         const double parte =
-            total_ == 0 ? 0 : static_cast<double>(directorios_ + ficheros_) / static_cast<double>(total_);
+            todo_ == 0 ? 0 : static_cast<double>(directorios_ + ficheros_) / static_cast<double>(todo_);
         return di("deleting: %1 of %2 gone, with %3, %4 s", con_miles(directorios_),
-                  plural(ramas_.size(), "directory", "directories"), plural(ficheros_, "file", "files"),
+                  plural(total_, "directory", "directories"), plural(ficheros_, "file", "files"),
                   std::to_wstring(segundos)) +
                lo_que_falta(parte, segundos);
     }
@@ -151,20 +160,21 @@ public:
 private:
     void i_mira() {
         constexpr size_t por_vez = 200;
-        for (size_t i = 0; i < std::min(por_vez, ramas_.size());
-             ++i, siguiente_ = (siguiente_ + 1) % ramas_.size()) {
+        for (size_t i = 0; i < std::min(por_vez, testigos_.size());
+             ++i, siguiente_ = (siguiente_ + 1) % testigos_.size()) {
+            const testigo& este = testigos_[siguiente_];
             if (!ido_[siguiente_] &&
-                GetFileAttributesW(ramas_[siguiente_].del_sistema.c_str()) == INVALID_FILE_ATTRIBUTES) {
+                GetFileAttributesW(este.del_sistema.c_str()) == INVALID_FILE_ATTRIBUTES) {
                 ido_[siguiente_] = true;
-                directorios_ += 1;
-                ficheros_ += ramas_[siguiente_].ficheros;
+                directorios_ += este.directorios;
+                ficheros_ += este.ficheros;
             }
         }
     }
 
     std::mutex guarda_;
-    const std::vector<rama>& ramas_;
-    unsigned long long total_;
+    const std::vector<testigo>& testigos_;
+    unsigned long long total_, todo_;  // directories, and whatever there is
     std::vector<bool> ido_;
     size_t siguiente_ = 0;
     unsigned long long directorios_ = 0, ficheros_ = 0;
@@ -179,25 +189,21 @@ void i_con_contador(const tarea& t, const std::function<void()>& borra) {
 void i_borra_parando(tarea& t) {
     unsigned short continuar = CIERTO;
     const interruptor al_pulsar_control_c(&continuar);
-    i_con_contador(t, [&] {
-        cdir_borra_directorio_y_subdirectorios_parando(ruta_de_trabajo(t.directorio).c_str(), &continuar);
-    });
+    i_con_contador(
+        t, [&] { lumodir::cdir::borra_directorio_y_subdirectorios_parando(t.del_sistema, continuar); });
     t.interrumpida = continuar != CIERTO;
 }
 
 void i_borra_si_se_puede(tarea& t) {
-    ArrCADENA_u* fallos = arr_CreaCADENA_u(0);
     i_con_contador(t, [&] {
-        cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(ruta_de_trabajo(t.directorio).c_str(),
-                                                                   fallos);
+        t.no_borrados =
+            lumodir::cdir::borra_directorio_y_subdirectorios_si_se_puede(t.del_sistema).fallos.vector();
     });
-    t.no_borrados = toma(fallos);
 }
 
 void i_borra_en_pasadas(tarea& t) {
-    i_con_contador(t, [&] {
-        cdir_borra_contenido_directorio_si_es_posible_reintentando_u(ruta_de_trabajo(t.directorio).c_str());
-    });
+    i_con_contador(
+        t, [&] { lumodir::cdir::borra_contenido_directorio_si_es_posible_reintentando(t.del_sistema); });
 }
 
 std::wstring i_en_palabras(const recuento& r) {
@@ -256,22 +262,25 @@ void i_di_ramas(const lo_que_queda& resto) {
     }
     if (dichas > a_la_vista_caben) {
         errores().escribe("  ").linea(
-            di("and %1", plural(dichas - a_la_vista_caben, "directory more", "directories more")));
+            di("and %1", plural(dichas - a_la_vista_caben, "more directory", "more directories")));
     }
 }
 
 void i_di_que_queda(const tarea& t, const lo_que_queda& resto) {
     if (t.es_enlace) {
-        errores().escribe("lumodir: ", estilo::malo).linea(di("the link '%1' is not deleted", t.directorio));
+        di_queja(di("the link '%1' is not deleted", t.directorio));
         return;
     }
-    errores()
-        .escribe("lumodir: ", estilo::malo)
-        .linea(
-            di(t.interrumpida ? frase("stopped; left in '%2': %1") : frase("not deleted; left in '%2': %1"),
-               i_en_palabras(resto.cuenta), t.directorio));
-    t.interrumpida ? i_di_ramas(resto) : i_di_ficheros(resto);
-    di_ilegibles(resto.cuenta);
+    di_queja(di(t.interrumpida ? frase("stopped; left in '%2': %1") : frase("not deleted; left in '%2': %1"),
+                i_en_palabras(resto.cuenta), t.directorio));
+    if (t.interrumpida) {
+        i_di_ramas(resto);
+    } else {
+        i_di_ficheros(resto);
+    }
+    if (t.antes.ilegibles.empty()) {  // what could not be read before has been said
+        di_ilegibles(resto.cuenta);
+    }
 }
 
 json i_json(const peticion& p, const tarea& t, bool queda, const recuento& resto) {
@@ -297,39 +306,46 @@ json i_json(const peticion& p, const tarea& t, bool queda, const recuento& resto
     return fila;
 }
 
+void i_di_hecho(const tarea& t, frase que, estilo como) {
+    salida().escribe(di(que), como).escribe(" ").escribe(a_la_vista(t.directorio));
+    salida().linea(t.es_enlace ? di(" (the link)") : L": " + i_en_palabras(t.antes));
+}
+
 int i_cuenta_lo_hecho(const peticion& p, const tarea& t) {
-    const bool queda = que_hay_en(t.directorio) != clase_de_entrada::ninguna;
+    const bool queda = que_hay_en(t.del_sistema) != clase_de_entrada::ninguna;
     const lo_que_queda resto = queda && !t.es_enlace ? i_mira_lo_que_queda(t.directorio) : lo_que_queda();
-    if (p.en_json) {
-        escribe_json(i_json(p, t, queda, resto.cuenta));
-    } else if (queda) {
-        i_di_que_queda(t, resto);
-    } else {
-        salida().escribe(di("deleted"), estilo::bueno).escribe(" ").escribe(a_la_vista(t.directorio));
-        salida().linea(t.es_enlace ? di(" (the link)") : L": " + i_en_palabras(t.antes));
-    }
-    return queda ? no : hecho;
+    return responde(
+        p, i_json(p, t, queda, resto.cuenta),
+        [&] {
+            if (queda) {
+                i_di_que_queda(t, resto);
+            } else {
+                i_di_hecho(t, "deleted", estilo::bueno);
+            }
+        },
+        queda ? no : hecho);
 }
 
 int i_en_seco(const peticion& p, const tarea& t) {
-    if (p.en_json) {
-        escribe_json(i_json(p, t, true, t.antes));
-    } else {
-        salida().escribe(di("would delete"), estilo::aviso).escribe(" ").escribe(a_la_vista(t.directorio));
-        salida().linea(t.es_enlace ? di(" (the link)") : L": " + i_en_palabras(t.antes));
-    }
-    return hecho;
+    return responde(
+        p, i_json(p, t, true, t.antes), [&] { i_di_hecho(t, "would delete", estilo::aviso); },
+        t.antes.ilegibles.empty() ? hecho : no);
 }
 
 void i_mira_lo_que_hay(tarea& t) {
     recorre_con_progreso(t.directorio, [&](const carpeta& c) {
+        constexpr unsigned long long cada = 200;  // files
         suma(t.antes, c);
-        rama r{.del_sistema = c.del_sistema};
+        unsigned long long ficheros = 0;
         for (const entrada& e : c.entradas) {
-            r.ficheros += e.es_directorio ? 0 : 1;
             t.con_punto = t.con_punto || (e.es_directorio && e.nombre.starts_with(L'.'));
+            ficheros += e.es_carpeta() ? 0 : 1;
+            if (ficheros == cada) {
+                t.testigos.push_back({.del_sistema = bajo_de(c.del_sistema, e.nombre), .ficheros = cada});
+                ficheros = 0;
+            }
         }
-        t.ramas.push_back(std::move(r));
+        t.testigos.push_back({.del_sistema = c.del_sistema, .ficheros = ficheros, .directorios = 1});
     });
     di_ilegibles(t.antes);
 }
@@ -344,6 +360,7 @@ int i_rmtree(peticion& p) {
     rechaza_raiz(t.directorio);
     rechaza_patron(t.directorio);
     comprueba_existe(t.directorio);
+    t.del_sistema = ruta_de_trabajo(t.directorio);
     if (que_hay_en(t.directorio) == clase_de_entrada::fichero) {
         throw fallo{di("'%1' is a file; rm deletes files", t.directorio)};
     }
@@ -358,48 +375,73 @@ int i_rmtree(peticion& p) {
                             : di("Delete '%1' with %2?", t.directorio, i_en_palabras(t.antes)));
     // The deletion that asks about what is held leaves directories whose names begin with a dot; that in passes
     // takes them.
-    p.tiene("if-possible")            ? i_borra_si_se_puede(t)
-    : p.tiene("retry") || t.con_punto ? i_borra_en_pasadas(t)
-                                      : i_borra_parando(t);
+    if (p.tiene("if-possible")) {
+        i_borra_si_se_puede(t);
+    } else if (p.tiene("retry") || t.con_punto) {
+        i_borra_en_pasadas(t);
+    } else {
+        i_borra_parando(t);
+    }
     return i_cuenta_lo_hecho(p, t);
 }
 
 constexpr opcion opciones_rm[] = {
-    {"if-exists", "", "a missing file is no failure"},
-    {"if-possible", "", "without a message of the library and without asking"},
-    {"retries", "N", "silent retries before you are asked (default 5)"},
-    {"wait", "MS", "milliseconds to wait before each retry (default 100)"},
+    {.nombre = "if-exists", .ayuda = "a missing file is no failure"},
+    {.nombre = "if-possible", .ayuda = "without a message of the library and without asking"},
+    {.nombre = "retries", .valor = "N", .ayuda = "silent retries before you are asked (default 5)"},
+    {.nombre = "wait", .valor = "MS", .ayuda = "milliseconds to wait before each retry (default 100)"},
     opcion_en_seco,
 };
-constexpr ejemplo ejemplos_rm[] = {{"rm report.txt", "asks, then deletes; also a read-only file"},
-                                   {"rm *.tmp", "shows what matches, asks, then deletes"},
-                                   {"rm a.tmp b.tmp --yes", "without asking"}};
+constexpr ejemplo ejemplos_rm[] = {
+    {.linea = "rm report.txt", .que_hace = "asks, then deletes; also a read-only file"},
+    {.linea = "rm *.tmp", .que_hace = "shows what matches, asks, then deletes"},
+    {.linea = "rm a.tmp b.tmp --yes", .que_hace = "without asking"},
+};
 
 constexpr opcion opciones_rmtree[] = {
-    {"if-possible", "", "one silent pass over everything; says which files could not be deleted"},
-    {"retry", "", "up to 20 silent passes with pauses, for files that other programs hold for a moment"},
-    {"retries", "N", "silent retries with each entry before you are asked (default 5)"},
-    {"wait", "MS", "milliseconds to wait before each retry (default 100)"},
+    {.nombre = "if-possible",
+     .ayuda = "one silent pass over everything; says which files could not be deleted"},
+    {.nombre = "retry",
+     .ayuda = "up to 20 silent passes with pauses, for files that other programs hold for a moment"},
+    {.nombre = "retries",
+     .valor = "N",
+     .ayuda = "silent retries with each entry before you are asked (default 5)"},
+    {.nombre = "wait", .valor = "MS", .ayuda = "milliseconds to wait before each retry (default 100)"},
     opcion_en_seco,
 };
 constexpr ejemplo ejemplos_rmtree[] = {
-    {R"(rmtree C:\data\old)", "counts, asks, deletes; Ctrl-C stops"},
-    {R"(rmtree C:\data\old --dry-run)", "counts only"},
-    {R"(rmtree C:\build\tmp --yes --retry)", "in a script, while a virus scanner holds some files"},
+    {.linea = R"(rmtree C:\data\old)", .que_hace = "counts, asks, deletes; Ctrl-C stops"},
+    {.linea = R"(rmtree C:\data\old --dry-run)", .que_hace = "counts only"},
+    {.linea = R"(rmtree C:\build\tmp --yes --retry)",
+     .que_hace = "in a script, while a virus scanner holds some files"},
 };
 
 constexpr orden ordenes[] = {
-    {"rm", "FILE...", "delete files; asks first",
-     "Read-only files are deleted too. A file that another program holds is tried "
-     "again for a moment; on a terminal you are then told who holds it and asked. Nothing is deleted when "
-     "one of the paths is missing or a directory. A pattern (*.tmp) means the files that it "
-     "matches, which are shown before you are asked.",
-     1, cuantos_sean, opciones_rm, ejemplos_rm, i_rm},
-    {"rmtree", "DIR [--if-possible | --retry]", "delete a directory with everything in it; asks first",
-     "Everything goes, directories whose names begin with a dot included. A link is deleted, never what it "
-     "points to. Drive roots are refused. Ctrl-C stops and says what is left. When the tree holds "
-     "directories whose names begin with a dot, it is deleted in passes as with --retry.",
-     1, 1, opciones_rmtree, ejemplos_rmtree, i_rmtree},
+    {.nombre = "rm",
+     .argumentos = "FILE...",
+     .resumen = "delete files; asks first",
+     .detalle = "Read-only files are deleted too. A file that another program holds is tried "
+                "again for a moment; on a terminal you are then told who holds it and asked. Nothing is "
+                "deleted when "
+                "one of the paths is missing or a directory. A pattern (*.tmp) means the files that it "
+                "matches, which are shown before you are asked.",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .opciones = opciones_rm,
+     .ejemplos = ejemplos_rm,
+     .ejecuta = i_rm},
+    {.nombre = "rmtree",
+     .argumentos = "DIR [--if-possible | --retry]",
+     .resumen = "delete a directory with everything in it; asks first",
+     .detalle = "Everything goes, directories whose names begin with a dot included. A link is deleted, "
+                "never what it "
+                "points to. Drive roots are refused. Ctrl-C stops and says what is left. When the tree holds "
+                "directories whose names begin with a dot, it is deleted in passes as with --retry.",
+     .minimo = 1,
+     .maximo = 1,
+     .opciones = opciones_rmtree,
+     .ejemplos = ejemplos_rmtree,
+     .ejecuta = i_rmtree},
 };
 
 }  // namespace

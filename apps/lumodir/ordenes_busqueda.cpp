@@ -10,8 +10,9 @@
 #include "directorios.hpp"
 #include "entradas.hpp"
 #include "ficheros.hpp"
-#include "lumodir.h"
+#include "lumodir.hpp"
 #include "ordenes.hpp"
+#include "respuesta.hpp"
 #include "tabla.hpp"
 #include "textos.hpp"
 
@@ -99,7 +100,12 @@ long long i_momento(const std::wstring& texto) {
             return lee_fecha(L"now", false) - std::stoll(limpio.substr(0, cifras)) * u.segundos;
         }
     }
-    return lee_fecha(texto, false);
+    try {
+        return lee_fecha(texto, false);
+    } catch (const uso_incorrecto&) {
+        throw uso_incorrecto{
+            di("'%1' is no time; use 10min, 2h, 3d or 1week ago, or a date: 2024-05-01", texto)};
+    }
 }
 
 class criterio {
@@ -110,7 +116,9 @@ public:
           con_caja_(p.tiene("case-sensitive")),
           ruta_entera_(p.tiene("full-path")) {
         if (p.tiene("type")) {
-            i_tipo(en_minusculas(p.valor("type")));
+            for (const std::wstring& tipo : i_partes(en_minusculas(p.valor("type")), L'|')) {
+                tipos_ += i_tipo(tipo);
+            }
         }
         if (p.tiene("extension")) {
             for (std::wstring& e : i_partes(p.valor("extension"), L'|')) {
@@ -143,38 +151,32 @@ public:
     }
 
 private:
-    void i_tipo(const std::wstring& tipo) {
+    static wchar_t i_tipo(const std::wstring& tipo) {
         for (const std::wstring_view conocido : {L"file", L"directory", L"link", L"empty"}) {
             if (tipo == conocido || tipo == conocido.substr(0, 1)) {
-                tipo_ = conocido[0];
+                return conocido[0];
             }
         }
         if (tipo == L"dir" || tipo == L"symlink") {
-            tipo_ = tipo == L"dir" ? L'd' : L'l';
+            return tipo == L"dir" ? L'd' : L'l';
         }
-        if (tipo_ == 0) {
-            throw uso_incorrecto{di("--type must be file, directory, link or empty, not '%1'", tipo)};
-        }
+        throw uso_incorrecto{di("--type must be file, directory, link or empty, not '%1'", tipo)};
     }
 
-    bool i_por_tipo(const entrada& e, const std::wstring& ruta) const {
-        switch (tipo_) {
-            case L'f':
-                return !e.es_directorio && !e.es_enlace;
-            case L'd':
-                return e.es_carpeta();
-            case L'l':
-                return e.es_enlace;
-            case L'e': {
-                if (e.es_carpeta()) {
-                    const carpeta c = lee_carpeta(ruta);
-                    return c.leida && c.entradas.empty();
-                }
-                return !e.es_enlace && e.bytes == 0;
-            }
-            default:
-                return true;
+    static bool i_esta_vacia(const entrada& e, const std::wstring& ruta) {
+        if (e.es_carpeta()) {
+            const carpeta c = lee_carpeta(ruta);
+            return c.leida && c.entradas.empty();
         }
+        return !e.es_enlace && e.bytes == 0;
+    }
+
+    // One of the kinds; "empty" is none, and is asked for besides.
+    bool i_por_tipo(const entrada& e, const std::wstring& ruta) const {
+        const wchar_t tipo = e.es_enlace ? L'l' : e.es_directorio ? L'd' : L'f';
+        const bool vacias = tipos_.find(L'e') != tipos_.npos;
+        const bool de_un_tipo = tipos_.find_first_not_of(L'e') != tipos_.npos;
+        return (!de_un_tipo || tipos_.find(tipo) != tipos_.npos) && (!vacias || i_esta_vacia(e, ruta));
     }
 
     bool i_por_nombre(const std::wstring& nombre) const {
@@ -197,7 +199,7 @@ private:
 
     std::wstring patron_;
     bool entero_, con_caja_, ruta_entera_;
-    wchar_t tipo_ = 0;
+    std::wstring tipos_;  // their first letters
     std::vector<std::wstring> extensiones_, excluidos_;
     std::optional<medida> medida_;
     std::optional<long long> desde_, hasta_;
@@ -385,7 +387,7 @@ public:
             throw uso_incorrecto{di("--sort must be size or name, not '%1'", p_.valor("sort"))};
         }
         partes.resize(std::min<size_t>(partes.size(), top_));
-        p_.en_json ? i_apunta_json(ruta, todo, partes) : i_apunta(ruta, todo, partes);
+        i_apunta(ruta, todo, partes);
         for (const std::wstring& ilegible : todo.cuenta.ilegibles) {
             ilegibles_.codigo_ilegible =
                 ilegibles_.ilegibles.empty() ? todo.cuenta.codigo_ilegible : ilegibles_.codigo_ilegible;
@@ -394,7 +396,7 @@ public:
     }
 
     int acaba() {
-        p_.en_json ? escribe_json(lista_) : tabla_.pinta(salida());
+        responde(p_, lista_, [&] { tabla_.pinta(salida()); });
         di_ilegibles(ilegibles_);
         return ilegibles_.ilegibles.empty() && !fallo_ ? hecho : no;
     }
@@ -402,13 +404,11 @@ public:
 private:
     void i_fichero(const std::wstring& ruta) {
         parte x;
-        x.cuenta.bytes = lumodir_get_tamanyo_fichero(ruta_de_trabajo(ruta).c_str(), nullptr);
-        if (x.cuenta.bytes == ~0ull) {
-            fallo_ = true;
-            x.cuenta.bytes = 0;
-        }
+        const std::optional<unsigned long long> bytes = lumodir::get_tamanyo_fichero(ruta_de_trabajo(ruta));
+        fallo_ = fallo_ || !bytes;
+        x.cuenta.bytes = bytes.value_or(0);
         x.cuenta.ficheros = 1;
-        p_.en_json ? i_apunta_json(ruta, x, {}) : i_apunta(ruta, x, {});
+        i_apunta(ruta, x, {});
     }
 
     void i_apunta(const std::wstring& ruta, const parte& todo, const std::vector<parte>& partes) {
@@ -420,15 +420,13 @@ private:
             fila(x, bajo_de(ruta, x.bajo), estilo::normal);
         }
         fila(todo, ruta, partes.empty() ? estilo::normal : estilo::titulo);
-    }
-
-    void i_apunta_json(const std::wstring& ruta, const parte& todo, const std::vector<parte>& partes) {
-        json fila = i_json_de_parte(todo, "path", ruta).pon("unreadable", todo.cuenta.ilegibles);
         json debajo = json::lista();
         for (const parte& x : partes) {
             debajo.agrega(i_json_de_parte(x, "directory", x.bajo));
         }
-        lista_.agrega(std::move(fila).pon("tree", std::move(debajo)));
+        lista_.agrega(i_json_de_parte(todo, "path", ruta)
+                          .pon("unreadable", todo.cuenta.ilegibles)
+                          .pon("tree", std::move(debajo)));
     }
 
     const peticion& p_;
@@ -453,52 +451,85 @@ int i_du(peticion& p) {
 }
 
 constexpr opcion opciones_find[] = {
-    {"type", "T", "only a file, directory, link, or what is empty; the first letter is enough", 't'},
-    {"extension", "E", "only files with this extension; may be given several times", 'e', true},
-    {"size", "S",
-     "only files of +S (at least), -S (at most) or exactly S: b, k, m, g, t by 1000, ki, mi, gi, ti by 1024",
-     'S'},
-    {"changed-within", "D", "changed since: 10min, 2h, 3d, 1week, or a date as touch takes it"},
-    {"changed-before", "D", "not changed since"},
-    {"max-depth", "N", "not deeper than N levels", 'd'},
-    {"min-depth", "N", "not above N levels"},
-    {"exclude", "P", "leave out what matches the pattern, and what is below; may be given several times", 'E',
-     true},
-    {"hidden", "", "search directories whose names begin with a dot too", 'H'},
-    {"glob", "", "PATTERN is that of the whole name, also without * and ?", 'g'},
-    {"full-path", "", "compare PATTERN with the whole path", 'p'},
-    {"case-sensitive", "", "letter case counts", 's'},
-    {"absolute-path", "", "show full paths", 'a'},
-    {"max-results", "N", "stop after N"},
-    {"long", "", "with attributes, sizes and dates", 'l'},
-    {"print0", "", "a zero byte after each path instead of a line break", '0'},
+    {.nombre = "type",
+     .valor = "T",
+     .ayuda = "only a file, directory, link, or what is empty; the first letter is enough",
+     .letra = 't',
+     .varias = true},
+    {.nombre = "extension",
+     .valor = "E",
+     .ayuda = "only files with this extension; may be given several times",
+     .letra = 'e',
+     .varias = true},
+    {.nombre = "size",
+     .valor = "S",
+     .ayuda = "only files of +S (at least), -S (at most) or exactly S: b, k, m, g, t by 1000, ki, mi, gi, ti "
+              "by 1024",
+     .letra = 'S'},
+    {.nombre = "changed-within",
+     .valor = "D",
+     .ayuda = "changed since: 10min, 2h, 3d, 1week, or a date as touch takes it"},
+    {.nombre = "changed-before", .valor = "D", .ayuda = "not changed since"},
+    {.nombre = "max-depth", .valor = "N", .ayuda = "not deeper than N levels", .letra = 'd'},
+    {.nombre = "min-depth", .valor = "N", .ayuda = "not above N levels"},
+    {.nombre = "exclude",
+     .valor = "P",
+     .ayuda = "leave out what matches the pattern, and what is below; may be given several times",
+     .letra = 'E',
+     .varias = true},
+    {.nombre = "hidden", .ayuda = "search directories whose names begin with a dot too", .letra = 'H'},
+    {.nombre = "glob", .ayuda = "PATTERN is that of the whole name, also without * and ?", .letra = 'g'},
+    {.nombre = "full-path", .ayuda = "compare PATTERN with the whole path", .letra = 'p'},
+    {.nombre = "case-sensitive", .ayuda = "case-sensitive", .letra = 's'},
+    {.nombre = "absolute-path", .ayuda = "show full paths", .letra = 'a'},
+    {.nombre = "max-results", .valor = "N", .ayuda = "stop after N"},
+    {.nombre = "long", .ayuda = "with attributes, sizes and dates", .letra = 'l'},
+    {.nombre = "print0", .ayuda = "a zero byte after each path instead of a line break", .letra = '0'},
 };
 constexpr ejemplo ejemplos_find[] = {
-    {R"(find report C:\data)", "everything whose name holds the word"},
-    {"find *.log --changed-before 30d | lumodir rm - --yes", "deletes old logs"},
-    {R"(find -t f -S +100m C:\)", "files of 100 megabytes and more"},
+    {.linea = R"(find report C:\data)", .que_hace = "everything whose name holds the word"},
+    {.linea = "find *.log --changed-before 30d | lumodir rm - --yes", .que_hace = "deletes old logs"},
+    {.linea = R"(find -t f -S +100m C:\)", .que_hace = "files of 100 megabytes and more"},
 };
 constexpr opcion opciones_du[] = {
-    {"depth", "N", "directories down to N levels (1, or 0 for several paths)", 'd'},
-    {"sort", "BY", "by size (the default) or name"},
-    {"top", "N", "only the first N"},
+    {.nombre = "depth",
+     .valor = "N",
+     .ayuda = "directories down to N levels (1, or 0 for several paths)",
+     .letra = 'd'},
+    {.nombre = "sort", .valor = "BY", .ayuda = "by size (the default) or name"},
+    {.nombre = "top", .valor = "N", .ayuda = "only the first N"},
 };
-constexpr ejemplo ejemplos_du[] = {{R"(du C:\data)", "the largest directories first, and the total"},
-                                   {R"(du C:\data\*)", "one line for each"}};
+constexpr ejemplo ejemplos_du[] = {
+    {.linea = R"(du C:\data)", .que_hace = "the largest directories first, and the total"},
+    {.linea = R"(du C:\data\*)", .que_hace = "one line for each"},
+};
 
 constexpr orden ordenes[] = {
-    {"find", "[PATTERN] [DIR...]", "find files and directories by name, size or date",
-     "PATTERN is a part of the name, or with * or ? the whole name, ignoring case. Options have the names "
-     "that they "
-     "have in fd. Links to directories are not followed. The exit code is 1 when nothing is found, or when a "
-     "directory "
-     "could not be read.",
-     0, cuantos_sean, opciones_find, ejemplos_find, i_find},
-    {"du", "[PATH...]", "what directories hold: bytes and files, everything below included",
-     "Directories whose names begin with a dot count; links are not followed. The exit code is 1 when a "
-     "directory could "
-     "not be read.",
-     0, cuantos_sean, opciones_du, ejemplos_du, i_du},
+    {.nombre = "find",
+     .argumentos = "[PATTERN] [DIR...]",
+     .resumen = "find files and directories by name, size or date",
+     .detalle = "PATTERN is a part of the name, or with * or ? the whole name, ignoring case. Options have "
+                "the names "
+                "that they "
+                "have in fd. Links to directories are not followed. The exit code is 1 when nothing is "
+                "found, or when a "
+                "directory "
+                "could not be read.",
+     .maximo = cuantos_sean,
+     .opciones = opciones_find,
+     .ejemplos = ejemplos_find,
+     .ejecuta = i_find},
+    {.nombre = "du",
+     .argumentos = "[PATH...]",
+     .resumen = "what directories hold: bytes and files, everything below included",
+     .detalle =
+         "Directories whose names begin with a dot count; links are not followed. The exit code is 1 when a "
+         "directory could "
+         "not be read.",
+     .maximo = cuantos_sean,
+     .opciones = opciones_du,
+     .ejemplos = ejemplos_du,
+     .ejecuta = i_du},
 };
 
 }  // namespace

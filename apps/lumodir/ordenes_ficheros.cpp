@@ -3,26 +3,23 @@
 #include <atomic>
 
 #include "anfitrion.hpp"
-#include "cdir_ficheros.h"
-#include "cdir_listas.h"
-#include "cdir_rutas.h"
 #include "comodines.hpp"
-#include "companions/lmlongpath.h"
 #include "consola.hpp"
 #include "directorios.hpp"
 #include "ficheros.hpp"
-#include "lumodir.h"
+#include "lumodir.hpp"
 #include "ocupantes.hpp"
 #include "ordenes.hpp"
+#include "respuesta.hpp"
 #include "sistema_windows.hpp"
-#include "tabla.hpp"
 #include "textos.hpp"
-#include "timefich.h"
 #include "trabajo.hpp"
 
 namespace mando {
 
 namespace {
+
+namespace cdir = lumodir::cdir;
 
 // ---- exists ----
 
@@ -30,6 +27,16 @@ frase i_en_palabras(clase_de_entrada clase) {
     return clase == clase_de_entrada::fichero      ? frase("file")
            : clase == clase_de_entrada::directorio ? frase("directory")
                                                    : frase("missing");
+}
+
+// The directory that a file stands in, as the path says it.
+std::wstring i_carpeta_de(const std::wstring& fichero) {
+    const size_t fin = fichero.find_last_of(L"\\/");
+    if (fin == fichero.npos) {
+        return fichero.size() >= 2 && fichero[1] == L':' ? fichero.substr(0, 2) + L"." : L".";
+    }
+    const std::wstring carpeta = fichero.substr(0, fin);
+    return carpeta.empty() || carpeta.back() == L':' ? fichero.substr(0, fin + 1) : carpeta;
 }
 
 // A pattern is there when anything matches it: it gives way to what it matches, and stays to be told as missing.
@@ -40,8 +47,11 @@ std::vector<std::wstring> i_existentes(const peticion& p) {
         if (es_patron(ruta)) {
             try {
                 halladas = expande(ruta, p.tiene("file") ? que_valen::ficheros : que_valen::todo);
-            } catch (const fallo&) {
-                halladas.clear();  // its directory is missing
+            } catch (const fallo& que) {
+                const std::wstring carpeta = i_carpeta_de(ruta);
+                if (es_patron(carpeta) || que_hay_en(carpeta) != clase_de_entrada::ninguna) {
+                    di_queja(que.texto);
+                }
             }
         }
         if (halladas.empty()) {
@@ -55,29 +65,23 @@ std::vector<std::wstring> i_existentes(const peticion& p) {
 int i_exists(peticion& p) {
     constexpr size_t separacion = 2;
     const size_t ancho = columnas_de(di("directory")) + separacion;
-    json lista = json::lista();
+    respuesta_por_piezas vistas(p);
     bool todas = true;
-    for (const std::wstring& ruta : i_existentes(p)) {
+    con_cada_ruta(i_existentes(p), [&](const std::wstring& ruta) {
         const clase_de_entrada clase = es_patron(ruta) ? clase_de_entrada::ninguna : que_hay_en(ruta);
-        const bool vale = clase != clase_de_entrada::ninguna &&
-                          (!p.tiene("file") || clase == clase_de_entrada::fichero) &&
+        const bool existe = clase != clase_de_entrada::ninguna;
+        const bool vale = existe && (!p.tiene("file") || clase == clase_de_entrada::fichero) &&
                           (!p.tiene("dir") || clase == clase_de_entrada::directorio);
         todas = todas && vale;
-        if (p.en_json) {
-            lista.agrega(json::objeto()
-                             .pon("path", ruta)
-                             .pon("exists", clase != clase_de_entrada::ninguna)
-                             .pon("kind", i_en_palabras(clase).ingles()));
-        } else {
-            salida()
-                .escribe(a_la_izquierda(di(i_en_palabras(clase)), ancho), vale ? estilo::bueno : estilo::malo)
-                .linea(ruta.empty() ? di("(empty)") : a_la_vista(ruta));
-        }
-    }
-    if (p.en_json) {
-        escribe_json(lista);
-    }
-    return todas ? hecho : no;
+        const frase que_es = i_en_palabras(clase);
+        vistas.pieza(json::objeto().pon("path", ruta).pon("exists", existe).pon("kind", que_es.ingles()),
+                     [&] {
+                         salida()
+                             .escribe(a_la_izquierda(di(que_es), ancho), vale ? estilo::bueno : estilo::malo)
+                             .linea(ruta.empty() ? di("(empty)") : a_la_vista(ruta));
+                     });
+    });
+    return vistas.acaba(todas);
 }
 
 // ---- test ----
@@ -90,20 +94,23 @@ struct acceso {
 acceso i_acceso(const std::wstring& dada, bool es_directorio) {
     const std::wstring ruta = ruta_de_trabajo(dada);
     acceso a;
-    wchar_t* motivo = nullptr;
+    lumodir::respuesta escribir;
     if (es_directorio) {
-        try {
-            comprueba_directorio(ruta);
-            a.leer = true;
-        } catch (const fallo&) {
-            a.leer = false;
+        a.leer = por_que_no_se_lee(ruta) == 0;
+        if (ruta.starts_with(L"\\\\?\\")) {  // of which the library's judgement of paths knows nothing
+            const std::wstring probado = lumodir::creaFicheroUnicoEnDirectorio(ruta, L"tmp");
+            a.escribir = !probado.empty() && que_hay_en(probado) == clase_de_entrada::fichero;
+            a.por_que_no = a.escribir ? L"" : di("no temporary file could be created");
+            lumodir::borra_fichero_si_existe_sin_mensaje(probado);
+            return a;
         }
-        a.escribir = cdir_se_puede_escribir_en_directorio(ruta.c_str(), &motivo) == CIERTO;
+        escribir = cdir::se_puede_escribir_en_directorio(ruta);
     } else {
-        a.leer = cdir_se_puede_leer_UNICODE(ruta.c_str()) == CIERTO;
-        a.escribir = lumodir_se_puede_escribir_UNICODE_ex(ruta.c_str(), &motivo) == CIERTO;
+        a.leer = cdir::se_puede_leer(ruta);
+        escribir = lumodir::se_puede_escribir_ex(ruta);
     }
-    a.por_que_no = toma(motivo);
+    a.escribir = escribir.bien;
+    a.por_que_no = escribir.motivo;
     return a;
 }
 
@@ -147,109 +154,88 @@ int i_test(peticion& p) {
         comprueba_existe(ruta);
     }
     const bool pide_todo = !p.tiene("read") && !p.tiene("write");
-    json lista = json::lista();
+    respuesta_por_piezas probadas(p);
     bool valen = true;
-    for (const std::wstring& ruta : rutas) {
+    con_cada_ruta(rutas, [&](const std::wstring& ruta) {
         probada x{ruta, que_hay_en(ruta) == clase_de_entrada::directorio, {}};
         x.como = i_acceso(ruta, x.es_directorio);
         valen = valen && (x.como.leer || !(pide_todo || p.tiene("read"))) &&
                 (x.como.escribir || !(pide_todo || p.tiene("write")));
-        if (p.en_json) {
-            lista.agrega(i_json_de_test(x));
-        } else {
-            i_pinta_test(x, rutas.size() > 1);
-        }
-    }
-    if (p.en_json) {
-        escribe_json(lista);
-    }
-    return valen ? hecho : no;
+        probadas.pieza(i_json_de_test(x), [&] { i_pinta_test(x, rutas.size() > 1); });
+    });
+    return probadas.acaba(valen);
 }
 
 // ---- size and date ----
 
 int i_size(peticion& p) {
-    json lista = json::lista();
-    tabla t({{"bytes", true}, {"size", true}, {"path", false, true}});
+    respuesta tamanyos(p, {{.clave = "size", .como = {.titulo = "bytes", .a_la_derecha = true}},
+                           {.como = {.titulo = "size", .a_la_derecha = true}},
+                           {.clave = "path", .como = {.titulo = "path", .elastica = true}, .nombra = true}});
     unsigned long long total = 0;
     bool todas = true;
     const std::vector<std::wstring> rutas = rutas_de(p, que_valen::ficheros).rutas;
-    for (const std::wstring& ruta : rutas) {
-        unsigned long codigo = 0;
-        const bool es_directorio = que_hay_en(ruta) == clase_de_entrada::directorio;
-        const unsigned long long bytes =
-            es_directorio ? ~0ull : lumodir_get_tamanyo_fichero(ruta_de_trabajo(ruta).c_str(), &codigo);
-        if (bytes == ~0ull) {
-            todas = false;
-            const std::wstring queja = ruta.empty() ? di("the path is empty")
-                                       : es_directorio
-                                           ? di("'%1' is a directory; du counts what is in it", ruta)
-                                           : L"'" + ruta + L"': " + texto_del_sistema(codigo);
-            p.en_json
-                ? lista.agrega(json::objeto().pon("path", ruta).pon("size", json()).pon("error", queja)),
-                void() : void(errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(queja)));
-            continue;
-        }
-        total += bytes;
-        if (p.en_json) {
-            lista.agrega(json::objeto().pon("path", ruta).pon("size", bytes));
+    con_cada_ruta(rutas, [&](const std::wstring& ruta) {
+        std::wstring por_que;
+        std::optional<unsigned long long> bytes;
+        if (ruta.empty()) {
+            por_que = di("the path is empty");
+        } else if (que_hay_en(ruta) == clase_de_entrada::directorio) {
+            por_que = di("'%1' is a directory; du counts what is in it", ruta);
         } else {
-            t.fila({con_miles(bytes), tamanyo_legible(bytes), ruta});
+            unsigned long codigo = 0;
+            bytes = lumodir::get_tamanyo_fichero(ruta_de_trabajo(ruta), &codigo);
+            por_que = bytes ? L"" : L"'" + ruta + L"': " + texto_del_sistema(codigo);
         }
-    }
-    if (p.en_json) {
-        escribe_json(lista);
-    } else if (!t.vacia()) {
-        if (rutas.size() > 1) {
-            t.fila({celda(con_miles(total), estilo::titulo), celda(tamanyo_legible(total), estilo::titulo),
-                    celda(di("total"), estilo::titulo)});
+        if (bytes) {
+            total += *bytes;
+            tamanyos.fila({*bytes, tamanyo_legible(*bytes), ruta});
+        } else {
+            todas = false;
+            tamanyos.falla(ruta, por_que);
         }
-        t.pinta(salida());
+    });
+    if (rutas.size() > 1) {
+        tamanyos.total({celda(con_miles(total), estilo::titulo),
+                        celda(tamanyo_legible(total), estilo::titulo), celda(di("total"), estilo::titulo)});
     }
+    tamanyos.di_lista();
     return todas ? hecho : no;
+}
+
+// A date in words, for scripts with a T between day and hour.
+valor i_valor_de_fecha(long long segundos, bool en_utc) {
+    return {fecha_en_palabras(segundos, en_utc, L'T'), fecha_en_palabras(segundos, en_utc)};
 }
 
 int i_date(peticion& p) {
     const bool en_utc = p.tiene("utc");
-    json lista = json::lista();
-    tabla t({{"modified"}, {"created"}, {"path", false, true}});
+    respuesta fechas(p, {{.clave = "modified", .como = {.titulo = "modified"}},
+                         {.clave = "modified_seconds"},
+                         {.clave = "created", .como = {.titulo = "created"}},
+                         {.clave = "created_seconds"},
+                         {.clave = "path", .como = {.titulo = "path", .elastica = true}, .nombra = true}});
     bool todas = true;
-    for (const std::wstring& ruta : rutas_de(p, que_valen::todo).rutas) {
+    con_cada_ruta(rutas_de(p, que_valen::todo).rutas, [&](const std::wstring& ruta) {
         const std::optional<long long> modificado = fecha_de(ruta), creado = creacion_de(ruta);
-        if (!modificado || !creado) {
-            todas = false;
-            const std::wstring queja = di("'%1' does not exist", ruta);
-            p.en_json  ? lista.agrega(json::objeto()
-                                          .pon("path", ruta)
-                                          .pon("modified", json())
-                                          .pon("modified_seconds", json())
-                                          .pon("created", json())
-                                          .pon("created_seconds", json())
-                                          .pon("error", queja)),
-                void() : void(errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(queja)));
-        } else if (p.en_json) {
-            lista.agrega(json::objeto()
-                             .pon("path", ruta)
-                             .pon("modified", fecha_en_palabras(*modificado, en_utc, L'T'))
-                             .pon("modified_seconds", *modificado)
-                             .pon("created", fecha_en_palabras(*creado, en_utc, L'T'))
-                             .pon("created_seconds", *creado));
+        if (modificado && creado) {
+            fechas.fila({i_valor_de_fecha(*modificado, en_utc), valor(*modificado, celda(L"")),
+                         i_valor_de_fecha(*creado, en_utc), valor(*creado, celda(L"")), ruta});
         } else {
-            t.fila({fecha_en_palabras(*modificado, en_utc), fecha_en_palabras(*creado, en_utc), ruta});
+            todas = false;
+            fechas.falla(
+                ruta, sin_blancos(ruta).empty() ? di("the path is empty") : di("'%1' does not exist", ruta));
         }
-    }
-    if (p.en_json) {
-        escribe_json(lista);
-    } else if (!t.vacia()) {
-        t.pinta(salida());
-    }
+    });
+    fechas.di_lista();
     return todas ? hecho : no;
 }
 
 // ---- touch ----
 
 std::wstring i_crea_vacio(const std::wstring& ruta) {
-    const std::wstring para_el_sistema = toma(lmlongpath_prepended_path_si_necesario(ruta.c_str()));
+    const lumodir::cadena para_el_sistema =
+        lumodir::lmlongpath_prepended_path_si_necesario(ruta_de_trabajo(ruta));
     void* asa = CreateFileW(para_el_sistema.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
     if (asa == INVALID_HANDLE_VALUE) {
@@ -281,7 +267,9 @@ resultado i_touch_una(const peticion& p, const std::wstring& ruta) {
         return di("'%1' does not exist", ruta);
     }
     if (p.en_seco()) {
-        return {};
+        resultado r;
+        r.se_crea = clase == clase_de_entrada::ninguna;
+        return r;
     }
     if (clase == clase_de_entrada::ninguna) {
         const std::wstring queja = i_crea_vacio(ruta);
@@ -289,7 +277,7 @@ resultado i_touch_una(const peticion& p, const std::wstring& ruta) {
             return queja;
         }
     }
-    return timefich_asignar_fecha_fichero_UTC(ruta_de_trabajo(ruta).c_str(), fecha) == CIERTO
+    return lumodir::timefich::asignar_fecha_fichero_UTC(ruta_de_trabajo(ruta), fecha)
                ? resultado()
                : con_ocupantes(di("the date of '%1' is not set", ruta), ruta);
 }
@@ -305,16 +293,6 @@ int i_touch(peticion& p) {
 }
 
 // ---- mkdir, mv ----
-
-// The directory that a file stands in, as the path says it.
-std::wstring i_carpeta_de(const std::wstring& fichero) {
-    const size_t fin = fichero.find_last_of(L"\\/");
-    if (fin == fichero.npos) {
-        return fichero.size() >= 2 && fichero[1] == L':' ? fichero.substr(0, 2) + L"." : L".";
-    }
-    const std::wstring carpeta = fichero.substr(0, fin);
-    return carpeta.empty() || carpeta.back() == L':' ? fichero.substr(0, fin + 1) : carpeta;
-}
 
 resultado i_mkdir_una(const peticion& p, const std::wstring& ruta) {
     if (sin_blancos(ruta).empty()) {
@@ -332,12 +310,11 @@ resultado i_mkdir_una(const peticion& p, const std::wstring& ruta) {
         return r;
     }
     const auto crea = p.tiene("for-file")
-                          ? (p.tiene("if-possible") ? cdir_crea_directorios_fichero_si_es_posible_UNICODE
-                                                    : cdir_crea_directorios_fichero_UNICODE)
-                      : p.tiene("if-possible") ? cdir_crea_directorios_si_es_posible_UNICODE
-                                               : cdir_crea_directorios_del_path_UNICODE;
-    toma_avisos();
-    crea(ruta.c_str());
+                          ? (p.tiene("if-possible") ? cdir::crea_directorios_fichero_si_es_posible
+                                                    : cdir::crea_directorios_fichero)
+                      : p.tiene("if-possible") ? cdir::crea_directorios_si_es_posible
+                                               : cdir::crea_directorios_del_path;
+    crea(ruta_de_trabajo(ruta));
     // What the library answers is about its levels; what counts is what is there.
     if (que_hay_en(directorio) != clase_de_entrada::directorio) {
         r.queja = di("'%1' is not created", directorio);
@@ -354,10 +331,16 @@ int i_mkdir(peticion& p) {
     return en_cada_una(p, rutas, {"created", "would create", "exists already:"}, i_mkdir_una);
 }
 
+std::wstring i_ultima_parte(const std::wstring& ruta) {
+    // A separator at the end belongs to the name of a directory.
+    const std::wstring sin_final = ruta.substr(0, ruta.find_last_not_of(L"\\/") + 1);
+    return sin_final.substr(sin_final.find_last_of(L"\\/:") + 1);
+}
+
 // Where a file goes: into a directory under its own name, or to the path itself.
 std::wstring i_destino(const std::wstring& viejo, const std::wstring& nuevo) {
     return que_hay_en(nuevo) == clase_de_entrada::directorio && !iguales_sin_caja(viejo, nuevo)
-               ? bajo_de(nuevo, viejo.substr(viejo.find_last_of(L"\\/:") + 1))
+               ? bajo_de(nuevo, i_ultima_parte(viejo))
                : nuevo;
 }
 
@@ -378,51 +361,59 @@ void i_comprueba_movimiento(const std::wstring& viejo, const std::wstring& nuevo
 
 void i_mueve(const peticion& p, const std::wstring& viejo, const std::wstring& nuevo) {
     const ruta_en_curso en_curso(viejo);
-    const std::wstring de_trabajo = ruta_de_trabajo(viejo);
+    const std::wstring de_trabajo = ruta_de_trabajo(viejo), a_donde = ruta_de_trabajo(nuevo);
     hubo_quejas();
     bool movido;
     if (p.tiene("if-possible")) {
-        movido = cdir_mueve_fichero(de_trabajo.c_str(), nuevo.c_str()) == CIERTO;
+        movido = cdir::mueve_fichero(de_trabajo, a_donde);
     } else {
         // This one retries and asks, but gives no answer: a move that went through has said nothing.
-        cdir_renombra_fichero_UNICODE(de_trabajo.c_str(), nuevo.c_str());
+        cdir::renombra_fichero(de_trabajo, a_donde);
         movido = que_hay_en(nuevo) != clase_de_entrada::ninguna && !hubo_quejas();
     }
     if (!movido) {
         throw fallo{con_ocupantes(di("'%1' is not moved", viejo), viejo)};
     }
+    // A change of letter case alone: there are systems that answer that it is done, and keep the old name.
+    if (iguales_sin_caja(viejo, nuevo) && nombre_que_lleva(nuevo) != i_ultima_parte(nuevo)) {
+        throw fallo{di("'%1' is not moved: the system keeps the letter case of its name", viejo)};
+    }
 }
 
-bool i_mv_uno(const peticion& p, const std::wstring& viejo, const std::wstring& destino, json& lista) {
-    std::wstring queja;
+bool i_mv_uno(const peticion& p, const std::wstring& viejo, const std::wstring& destino,
+              respuesta_por_piezas& lo_hecho) {
+    std::wstring por_que;
     try {
         if (interrumpido()) {
-            queja = di("stopped");
+            por_que = di("stopped");
         } else if (!p.en_seco()) {
+            toma_avisos();
             i_mueve(p, viejo, destino);
         }
     } catch (const fallo& que) {
-        queja = que.texto;
+        por_que = que.texto;
     }
-    if (p.en_json) {
-        json fila =
-            json::objeto().pon("from", viejo).pon("to", destino).pon("done", queja.empty() && !p.en_seco());
-        if (p.en_seco()) {
-            fila.pon("dry_run", true);
+    json fila =
+        json::objeto().pon("from", viejo).pon("to", destino).pon("done", por_que.empty() && !p.en_seco());
+    if (p.en_seco()) {
+        fila.pon("dry_run", true);
+    }
+    if (!por_que.empty()) {
+        fila.pon("error", por_que);
+    }
+    lo_hecho.pieza(std::move(fila), [&] {
+        if (!por_que.empty()) {
+            if (!hay_avisos() || en_la_lengua_de_los_mensajes()) {
+                di_queja(por_que);
+            }
+            return;
         }
-        if (!queja.empty()) {
-            fila.pon("error", queja);
-        }
-        lista.agrega(std::move(fila));
-    } else if (queja.empty()) {
         salida()
             .escribe(p.en_seco() ? di("would move") : di("moved"),
                      p.en_seco() ? estilo::aviso : estilo::bueno)
             .linea(di(" %1 to %2", a_la_vista(viejo), a_la_vista(destino)));
-    } else {
-        errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(queja));
-    }
-    return queja.empty();
+    });
+    return por_que.empty();
 }
 
 int i_mv(peticion& p) {
@@ -436,24 +427,17 @@ int i_mv(peticion& p) {
     for (const std::wstring& viejo : dadas.rutas) {
         i_comprueba_movimiento(viejo, i_destino(viejo, nuevo));
     }
-    json lista = json::lista();
+    respuesta_por_piezas lo_hecho(p);
     std::atomic<size_t> movidos{0};
     const interruptor al_pulsar_control_c;
     con_progreso(
         [&] {
             for (const std::wstring& viejo : dadas.rutas) {
-                movidos += i_mv_uno(p, viejo, i_destino(viejo, nuevo), lista) ? 1 : 0;
+                movidos += i_mv_uno(p, viejo, i_destino(viejo, nuevo), lo_hecho) ? 1 : 0;
             }
         },
-        [&](unsigned segundos) {
-            const size_t todos = dadas.rutas.size();
-            return di("%1 of %2, %3 s", con_miles(movidos), con_miles(todos), std::to_wstring(segundos)) +
-                   lo_que_falta(static_cast<double>(movidos) / static_cast<double>(todos), segundos);
-        });
-    if (p.en_json) {
-        escribe_json(lista);
-    }
-    return movidos == dadas.rutas.size() ? hecho : no;
+        [&](unsigned segundos) { return por_donde_va(movidos, dadas.rutas, segundos); });
+    return lo_hecho.acaba(movidos == dadas.rutas.size());
 }
 
 // ---- protect, unprotect ----
@@ -461,12 +445,15 @@ int i_mv(peticion& p) {
 template <bool proteger>
 resultado i_protege_una(const peticion& p, const std::wstring& ruta) {
     comprueba_existe(ruta);
+    if (que_hay_en(ruta) == clase_de_entrada::directorio) {
+        return di("'%1' is a directory", ruta);
+    }
     if (p.en_seco()) {
         return {};
     }
     const std::wstring de_trabajo = ruta_de_trabajo(ruta);
-    proteger ? lumodir_protege_fichero_UNICODE(de_trabajo.c_str())
-             : lumodir_desprotege_fichero_UNICODE(de_trabajo.c_str());
+    const auto cambia = proteger ? lumodir::protege_fichero : lumodir::desprotege_fichero;
+    cambia(de_trabajo);
     return esta_protegido(ruta) == proteger
                ? std::wstring()
                : di(proteger ? frase("'%1' is not protected") : frase("'%1' is still protected"), ruta);
@@ -484,44 +471,38 @@ int i_unprotect(peticion& p) {
 // ---- who ----
 
 int i_who(peticion& p) {
+    respuesta ocupantes(p, {{.clave = "pid", .como = {.titulo = "pid", .a_la_derecha = true}},
+                            {.clave = "program", .como = {.titulo = "program"}},
+                            {.como = {.titulo = "path", .elastica = true}}});
     json lista = json::lista();
-    tabla t({{"pid", true}, {"program"}, {"path", false, true}});
-    for (const std::wstring& ruta : rutas_de(p, que_valen::ficheros).rutas) {
+    con_cada_ruta(rutas_de(p, que_valen::ficheros).rutas, [&](const std::wstring& ruta) {
         comprueba_existe(ruta);
         json suyos = json::lista();
         for (const ocupante& o : quien_tiene(ruta)) {
             suyos.agrega(json::objeto().pon("pid", o.pid).pon("program", o.nombre));
-            t.fila({std::to_wstring(o.pid), o.nombre, ruta});
+            ocupantes.fila({valor(o.pid, std::to_wstring(o.pid)), o.nombre, ruta});
         }
         lista.agrega(json::objeto().pon("path", ruta).pon("held_by", std::move(suyos)));
-    }
-    if (p.en_json) {
-        escribe_json(lista);
-    } else if (t.vacia()) {
+    });
+    if (ocupantes.vacia() && !p.en_json) {
         throw fallo{di("the system names nobody who holds it")};
-    } else {
-        t.pinta(salida());
     }
-    return t.vacia() ? no : hecho;
+    return responde(
+        p, lista, [&] { ocupantes.pinta(); }, ocupantes.vacia() ? no : hecho);
 }
 
 // ---- rename-ext ----
 
 std::wstring i_extension_de(const std::wstring& argumento) {
-    const std::wstring extension = argumento.starts_with(L'.') ? argumento.substr(1) : argumento;
-    if (extension.find_first_of(L"*?") != extension.npos ||
-        cdir_extension_valida_UNICODE(extension.c_str()) != CIERTO) {
+    std::wstring extension = argumento.starts_with(L'.') ? argumento.substr(1) : argumento;
+    if (extension.find_first_of(L"*?") != extension.npos || !cdir::extension_valida(extension)) {
         throw uso_incorrecto{di("'%1' is not an extension", argumento)};
     }
     return extension;
 }
 
 std::vector<std::wstring> i_con_extension(const std::wstring& directorio, const std::wstring& extension) {
-    ListaFicheros_u lista{};
-    cdir_lista_de_ficheros_UNICODE(directorio.c_str(), extension.c_str(), &lista);
-    std::vector<std::wstring> nombres(lista.lista, lista.lista + lista.num);
-    cdir_libera_lista_de_ficheros_UNICODE(&lista);
-    return nombres;
+    return cdir::lista_de_ficheros(directorio, extension).vector();
 }
 
 struct cambio {
@@ -533,7 +514,7 @@ std::vector<cambio> i_cambios(const std::wstring& directorio, const std::wstring
                               const std::wstring& nueva) {
     std::vector<cambio> cambios;
     for (const std::wstring& nombre : i_con_extension(directorio, vieja)) {
-        const std::wstring otro = toma(cdir_nombre_fichero_con_ext_UNICODE(nombre.c_str(), nueva.c_str()));
+        const std::wstring otro = cdir::nombre_fichero_con_ext(nombre, nueva);
         cambios.push_back({nombre, otro,
                            !iguales_sin_caja(otro, nombre) &&
                                que_hay_en(bajo_de(directorio, otro)) != clase_de_entrada::ninguna});
@@ -552,8 +533,10 @@ json i_json_de_cambios(const std::vector<cambio>& cambios) {
 // Before the question: the first of them.
 std::vector<std::wstring> i_en_palabras(const std::vector<cambio>& cambios) {
     std::vector<std::wstring> lineas;
+    lineas.reserve(cambios.size());
     for (const cambio& c : cambios) {
-        lineas.push_back(c.pisa ? di("%1 to %2, which is replaced", c.de, c.a) : di("%1 to %2", c.de, c.a));
+        const std::wstring de = a_la_vista(c.de), a = a_la_vista(c.a);
+        lineas.push_back(c.pisa ? di("%1 to %2, which is replaced", de, a) : di("%1 to %2", de, a));
     }
     return lineas;
 }
@@ -561,9 +544,13 @@ std::vector<std::wstring> i_en_palabras(const std::vector<cambio>& cambios) {
 int i_rename_ext(peticion& p) {
     const std::wstring directorio = p.argumentos[0];
     const std::wstring vieja = i_extension_de(p.argumentos[1]), nueva = i_extension_de(p.argumentos[2]);
+    if (vieja == nueva) {
+        throw uso_incorrecto{di("the files would keep their names: the extension is '%1' already", nueva)};
+    }
     rechaza_raiz(directorio);
     comprueba_directorio(directorio);
-    const std::vector<cambio> cambios = i_cambios(directorio, vieja, nueva);
+    const std::wstring de_trabajo = ruta_de_trabajo(directorio);
+    const std::vector<cambio> cambios = i_cambios(de_trabajo, vieja, nueva);
     if (cambios.empty()) {
         throw fallo{di("no file in '%1' has the extension '%2'", directorio, vieja)};
     }
@@ -579,7 +566,7 @@ int i_rename_ext(peticion& p) {
     if (!p.en_seco()) {
         const despedida al_acabar([&] { return di("stopped; some files may have their new names already"); });
         con_progreso(
-            [&] { cdir_cambia_extension_ficheros_u(directorio.c_str(), vieja.c_str(), nueva.c_str()); },
+            [&] { cdir::cambia_extension_ficheros(de_trabajo, vieja, nueva); },
             [&](unsigned segundos) { return di("renaming %1, %2 s", cuantos, std::to_wstring(segundos)); });
     } else if (!p.en_json) {
         for (const std::wstring& linea : i_en_palabras(cambios)) {
@@ -587,126 +574,207 @@ int i_rename_ext(peticion& p) {
         }
     }
     const size_t quedan =
-        iguales_sin_caja(vieja, nueva) && !p.en_seco() ? 0 : i_con_extension(directorio, vieja).size();
-    if (p.en_json) {
-        json respuesta = json::objeto()
-                             .pon("directory", directorio)
-                             .pon("renamed", cambios.size() - quedan)
-                             .pon("replaced", p.en_seco() ? 0 : pisados)
-                             .pon("left", quedan)
-                             .pon("files", i_json_de_cambios(cambios));
-        if (p.en_seco()) {
-            respuesta.pon("dry_run", true);
-        }
-        escribe_json(respuesta);
-    } else if (!p.en_seco()) {
-        salida()
-            .escribe(di("renamed"), estilo::bueno)
-            .linea(L" " + plural(cambios.size() - quedan, "file", "files"));
-    }
+        iguales_sin_caja(vieja, nueva) && !p.en_seco() ? 0 : i_con_extension(de_trabajo, vieja).size();
+    json todo = json::objeto()
+                    .pon("directory", directorio)
+                    .pon("renamed", cambios.size() - quedan)
+                    .pon("replaced", p.en_seco() ? 0 : pisados)
+                    .pon("left", quedan)
+                    .pon("files", i_json_de_cambios(cambios));
     if (p.en_seco()) {
-        return hecho;
+        todo.pon("dry_run", true);
+        return responde(p, todo, [] {});
     }
-    if (quedan > 0 && !p.en_json) {
-        throw fallo{di("not renamed: %1", plural(quedan, "file", "files"))};
-    }
-    return quedan > 0 ? no : hecho;
+    return responde(
+        p, todo,
+        [&] {
+            salida()
+                .escribe(di("renamed"), estilo::bueno)
+                .linea(L" " + plural(cambios.size() - quedan, "file", "files"));
+            if (quedan > 0) {
+                di_queja(di("not renamed: %1", plural(quedan, "file", "files")));
+            }
+        },
+        quedan > 0 ? no : hecho);
 }
 
 // ---- The rows ----
 
-constexpr opcion opciones_exists[] = {{"file", "", "it has to be a file"},
-                                      {"dir", "", "it has to be a directory"}};
+constexpr opcion opciones_exists[] = {
+    {.nombre = "file", .ayuda = "it has to be a file"},
+    {.nombre = "dir", .ayuda = "it has to be a directory"},
+};
 constexpr ejemplo ejemplos_exists[] = {
-    {R"(exists C:\windows\win.ini C:\nothing)", "file, missing; exit code 1"},
-    {R"(exists C:\windows\*.ini)", "which files match; missing when there are none"},
+    {.linea = R"(exists C:\windows\win.ini C:\nothing)", .que_hace = "file, missing; exit code 1"},
+    {.linea = R"(exists C:\windows\*.ini)", .que_hace = "which files match; missing when there are none"},
 };
-constexpr opcion opciones_test[] = {{"read", "", "the exit code is about reading only"},
-                                    {"write", "", "the exit code is about writing only"}};
+constexpr opcion opciones_test[] = {
+    {.nombre = "read", .ayuda = "the exit code is about reading only"},
+    {.nombre = "write", .ayuda = "the exit code is about writing only"},
+};
 constexpr ejemplo ejemplos_test[] = {
-    {R"(test C:\data\report.txt --write)", "can this program alone write it, and if not, why"}};
+    {.linea = R"(test C:\data\report.txt --write)",
+     .que_hace = "can this program alone write it, and if not, why"},
+};
 constexpr ejemplo ejemplos_size[] = {
-    {R"(size C:\windows\win.ini C:\windows\system.ini)", "each, and the total"}};
-constexpr opcion opciones_date[] = {{"utc", "", "in UTC instead of local time"}};
-constexpr ejemplo ejemplos_date[] = {{R"(date C:\windows\win.ini)", "when it was modified and created"}};
+    {.linea = R"(size C:\windows\win.ini C:\windows\system.ini)", .que_hace = "each, and the total"},
+};
+constexpr opcion opciones_date[] = {
+    {.nombre = "utc", .ayuda = "in UTC instead of local time"},
+};
+constexpr ejemplo ejemplos_date[] = {
+    {.linea = R"(date C:\windows\win.ini)", .que_hace = "when it was modified and created"},
+};
 constexpr opcion opciones_touch[] = {
-    {"date", "D",
-     "now (the default), 2024-05-01, \"2024-05-01 12:30[:00]\", a final Z for\nUTC, or @SECONDS since 1970 "
-     "in UTC"},
-    {"like", "FILE", "the date of another file"},
-    {"utc", "", "the date is in UTC"},
-    {"no-create", "", "do not create a missing file"},
+    {.nombre = "date",
+     .valor = "D",
+     .ayuda = "now (the default), 2024-05-01, \"2024-05-01 12:30[:00]\", a final Z for\nUTC, or @SECONDS "
+              "since 1970 "
+              "in UTC"},
+    {.nombre = "like", .valor = "FILE", .ayuda = "the date of another file"},
+    {.nombre = "utc", .ayuda = "the date is in UTC"},
+    {.nombre = "no-create", .ayuda = "do not create a missing file"},
     opcion_en_seco,
 };
-constexpr ejemplo ejemplos_touch[] = {{R"(touch report.txt --date "2024-05-01 12:30")", "in local time"}};
+constexpr ejemplo ejemplos_touch[] = {
+    {.linea = R"(touch report.txt --date "2024-05-01 12:30")", .que_hace = "in local time"},
+};
 constexpr opcion opciones_mkdir[] = {
-    {"for-file", "", "the paths name files whose directories are wanted"},
-    {"if-possible", "", "without a message of the library and without asking"},
+    {.nombre = "for-file", .ayuda = "the paths name files whose directories are wanted"},
+    {.nombre = "if-possible", .ayuda = "without a message of the library and without asking"},
     opcion_en_seco,
 };
-constexpr ejemplo ejemplos_mkdir[] = {{R"(mkdir C:\data\2024\may)", "every missing level"},
-                                      {R"(mkdir --for-file C:\data\2024\may\1.txt)", "the same directories"}};
-constexpr opcion opciones_mv[] = {{"if-possible", "", "one attempt, without retries and without asking"},
-                                  opcion_en_seco};
-constexpr opcion opciones_solo_en_seco[] = {opcion_en_seco};
-constexpr ejemplo ejemplos_mv[] = {{R"(mv draft.txt C:\data\final.txt)", "rename and move"},
-                                   {R"(mv draft.txt C:\data)", "into a directory"},
-                                   {R"(mv *.log C:\data\logs)", "every file that matches"}};
-constexpr ejemplo ejemplos_protect[] = {{"protect report.txt", "make it read-only"},
-                                        {"protect *.cfg --dry-run", "which files would become so"}};
-constexpr ejemplo ejemplos_unprotect[] = {{"unprotect report.txt", "make it writable"}};
+constexpr ejemplo ejemplos_mkdir[] = {
+    {.linea = R"(mkdir C:\data\2024\may)", .que_hace = "every missing level"},
+    {.linea = R"(mkdir --for-file C:\data\2024\may\1.txt)", .que_hace = "the same directories"},
+};
+constexpr opcion opciones_mv[] = {
+    {.nombre = "if-possible", .ayuda = "one attempt, without retries and without asking"},
+    opcion_en_seco,
+};
+constexpr opcion opciones_solo_en_seco[] = {
+    opcion_en_seco,
+};
+constexpr ejemplo ejemplos_mv[] = {
+    {.linea = R"(mv draft.txt C:\data\final.txt)", .que_hace = "rename and move"},
+    {.linea = R"(mv draft.txt C:\data)", .que_hace = "into a directory"},
+    {.linea = R"(mv *.log C:\data\logs)", .que_hace = "every file that matches"},
+};
+constexpr ejemplo ejemplos_protect[] = {
+    {.linea = "protect report.txt", .que_hace = "make it read-only"},
+    {.linea = "protect *.cfg --dry-run", .que_hace = "which files would become so"},
+};
+constexpr ejemplo ejemplos_unprotect[] = {
+    {.linea = "unprotect report.txt", .que_hace = "make it writable"},
+};
 constexpr ejemplo ejemplos_rename_ext[] = {
-    {R"(rename-ext C:\data tmp bak)", "every .tmp there becomes .bak"}};
+    {.linea = R"(rename-ext C:\data tmp bak)", .que_hace = "every .tmp there becomes .bak"},
+};
 
-constexpr ejemplo ejemplos_who[] = {{R"(who C:\data\report.txt)", "the programs that have it open"}};
+constexpr ejemplo ejemplos_who[] = {
+    {.linea = R"(who C:\data\report.txt)", .que_hace = "the programs that have it open"},
+};
 
 constexpr orden ordenes[] = {
-    {"exists", "PATH...", "tell whether files or directories exist",
-     "A path may have * and ? in its last component: what matches is told, each with its kind.", 1,
-     cuantos_sean, opciones_exists, ejemplos_exists, i_exists},
-    {"test", "PATH...", "tell whether files or directories can be read and written, and why not",
-     "A file is writable when this program can open it alone; a directory when a file "
-     "can be created in it, which is tried.",
-     1, cuantos_sean, opciones_test, ejemplos_test, i_test},
-    {"size",
-     "FILE...",
-     "sizes of files",
-     "For directories there is du.",
-     1,
-     cuantos_sean,
-     {},
-     ejemplos_size,
-     i_size},
-    {"date", "PATH...", "when files were modified and created", "", 1, cuantos_sean, opciones_date,
-     ejemplos_date, i_date},
-    {"touch", "FILE... [--date D]", "set the date of files, creating missing ones",
-     "A pattern means the files that match it; none is created for it.", 1, cuantos_sean, opciones_touch,
-     ejemplos_touch, i_touch},
-    {"mkdir", "DIR...", "create directories with their missing parents",
-     "A level that cannot be created is tried again for a moment; on a terminal you "
-     "are then asked.",
-     1, cuantos_sean, opciones_mkdir, ejemplos_mkdir, i_mkdir},
-    {"mv", "OLD... NEW", "rename or move files; nothing is ever replaced",
-     "A file held open by another program is tried again for a moment; on a terminal "
-     "you are then told who holds it and asked. Trees are not moved to other drives.",
-     2, cuantos_sean, opciones_mv, ejemplos_mv, i_mv},
-    {"protect", "FILE...", "make files read-only", "", 1, cuantos_sean, opciones_solo_en_seco,
-     ejemplos_protect, i_protect},
-    {"unprotect", "FILE...", "make files writable", "", 1, cuantos_sean, opciones_solo_en_seco,
-     ejemplos_unprotect, i_unprotect},
-    {"rename-ext", "DIR OLD NEW", "change the extension of all files that have a given one",
-     "A file that already has a new name is deleted for it: you are shown which "
-     "before anything is done. Drive roots are refused.",
-     3, 3, opciones_solo_en_seco, ejemplos_rename_ext, i_rename_ext},
-    {"who",
-     "FILE...",
-     "which programs hold a file",
-     "The system tells it of programs that you may look at. The exit code is 1 when it names nobody.",
-     1,
-     cuantos_sean,
-     {},
-     ejemplos_who,
-     i_who},
+    {.nombre = "exists",
+     .argumentos = "PATH...",
+     .resumen = "tell whether files or directories exist",
+     .detalle = "A path may have * and ? in its last component: what matches is told, each with its kind.",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .opciones = opciones_exists,
+     .ejemplos = ejemplos_exists,
+     .ejecuta = i_exists},
+    {.nombre = "test",
+     .argumentos = "PATH...",
+     .resumen = "tell whether files or directories can be read and written, and why not",
+     .detalle = "A file is writable when this program can open it alone; a directory when a file "
+                "can be created in it, which is tried.",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .opciones = opciones_test,
+     .ejemplos = ejemplos_test,
+     .ejecuta = i_test},
+    {.nombre = "size",
+     .argumentos = "FILE...",
+     .resumen = "sizes of files",
+     .detalle = "For directories there is du.",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .ejemplos = ejemplos_size,
+     .ejecuta = i_size},
+    {.nombre = "date",
+     .argumentos = "PATH...",
+     .resumen = "when files were modified and created",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .opciones = opciones_date,
+     .ejemplos = ejemplos_date,
+     .ejecuta = i_date},
+    {.nombre = "touch",
+     .argumentos = "FILE... [--date D]",
+     .resumen = "set the date of files, creating missing ones",
+     .detalle = "A pattern means the files that match it; none is created for it.",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .opciones = opciones_touch,
+     .ejemplos = ejemplos_touch,
+     .ejecuta = i_touch},
+    {.nombre = "mkdir",
+     .argumentos = "DIR...",
+     .resumen = "create directories with their missing parents",
+     .detalle = "A level that cannot be created is tried again for a moment; on a terminal you "
+                "are then asked.",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .opciones = opciones_mkdir,
+     .ejemplos = ejemplos_mkdir,
+     .ejecuta = i_mkdir},
+    {.nombre = "mv",
+     .argumentos = "OLD... NEW",
+     .resumen = "rename or move files; nothing is ever replaced",
+     .detalle = "A file held open by another program is tried again for a moment; on a terminal "
+                "you are then told who holds it and asked. Trees are not moved to other drives.",
+     .minimo = 2,
+     .maximo = cuantos_sean,
+     .opciones = opciones_mv,
+     .ejemplos = ejemplos_mv,
+     .ejecuta = i_mv},
+    {.nombre = "protect",
+     .argumentos = "FILE...",
+     .resumen = "make files read-only",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .opciones = opciones_solo_en_seco,
+     .ejemplos = ejemplos_protect,
+     .ejecuta = i_protect},
+    {.nombre = "unprotect",
+     .argumentos = "FILE...",
+     .resumen = "make files writable",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .opciones = opciones_solo_en_seco,
+     .ejemplos = ejemplos_unprotect,
+     .ejecuta = i_unprotect},
+    {.nombre = "rename-ext",
+     .argumentos = "DIR OLD NEW",
+     .resumen = "change the extension of all files that have a given one",
+     .detalle = "A file that already has a new name is deleted for it: you are shown which "
+                "before anything is done. Drive roots are refused.",
+     .minimo = 3,
+     .maximo = 3,
+     .opciones = opciones_solo_en_seco,
+     .ejemplos = ejemplos_rename_ext,
+     .ejecuta = i_rename_ext},
+    {.nombre = "who",
+     .argumentos = "FILE...",
+     .resumen = "which programs hold a file",
+     .detalle =
+         "The system tells it of programs that you may look at. The exit code is 1 when it names nobody.",
+     .minimo = 1,
+     .maximo = cuantos_sean,
+     .ejemplos = ejemplos_who,
+     .ejecuta = i_who},
 };
 
 }  // namespace

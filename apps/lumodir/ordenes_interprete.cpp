@@ -7,6 +7,7 @@
 #include "consola.hpp"
 #include "linea_de_ordenes.hpp"
 #include "ordenes.hpp"
+#include "respuesta.hpp"
 #include "textos.hpp"
 
 namespace mando {
@@ -88,27 +89,24 @@ int i_completion(peticion& p) {
         throw uso_incorrecto{di("unknown shell '%1'; only powershell is supported", p.argumentos[0])};
     }
     const std::wstring guion = i_para_powershell();
-    if (p.en_json) {
-        escribe_json(json::objeto().pon("shell", "powershell").pon("script", guion));
-    } else {
-        salida().escribe(std::wstring_view(guion));
-    }
-    return hecho;
+    return responde(p, json::objeto().pon("shell", "powershell").pon("script", guion),
+                    [&] { salida().escribe(std::wstring_view(guion)); });
 }
 
-constexpr ejemplo ejemplos_completion[] = {{"completion powershell | Out-String | Invoke-Expression",
-                                            "load it in PowerShell, now and from its profile"}};
+constexpr ejemplo ejemplos_completion[] = {
+    {.linea = "completion powershell | Out-String | Invoke-Expression",
+     .que_hace = "load it in PowerShell, now and from its profile"},
+};
 
 constexpr orden ordenes[] = {
-    {"completion",
-     "SHELL",
-     "complete commands and options with the Tab key",
-     "Prints a script for the named shell (powershell), to be loaded from its profile.",
-     1,
-     1,
-     {},
-     ejemplos_completion,
-     i_completion},
+    {.nombre = "completion",
+     .argumentos = "SHELL",
+     .resumen = "complete commands and options with the Tab key",
+     .detalle = "Prints a script for the named shell (powershell), to be loaded from its profile.",
+     .minimo = 1,
+     .maximo = 1,
+     .ejemplos = ejemplos_completion,
+     .ejecuta = i_completion},
 };
 
 }  // namespace

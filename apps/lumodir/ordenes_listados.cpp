@@ -7,10 +7,9 @@
 #include "directorios.hpp"
 #include "entradas.hpp"
 #include "ficheros.hpp"
-#include "fichsdir.h"
+#include "lumodir.hpp"
 #include "ordenes.hpp"
-#include "sistema_windows.hpp"
-#include "tabla.hpp"
+#include "respuesta.hpp"
 #include "textos.hpp"
 
 namespace mando {
@@ -161,6 +160,24 @@ void i_pinta_con_detalles(const peticion& p, const listado& l) {
     }
 }
 
+void i_pinta_listado(const peticion& p, const listado& l) {
+    if (p.tiene("long")) {
+        i_pinta_con_detalles(p, l);
+    } else {
+        std::vector<celda> nombres;
+        for (const entrada& e : l.entradas) {
+            nombres.emplace_back(nombre_de(e), i_estilo(e));
+        }
+        pinta_en_columnas(salida(), nombres);
+    }
+    if (p.tiene("long") || salida().es_consola()) {
+        salida().linea(i_resumen(l), estilo::titulo);
+        if (l.no_mostrados > 0) {
+            salida().linea(i_no_mostrados(l.no_mostrados), estilo::tenue);
+        }
+    }
+}
+
 int i_ls(peticion& p) {
     if (p.tiene("dirs") && p.tiene("ext")) {
         throw uso_incorrecto{di("--ext is for files, --dirs for directories; use --filter")};
@@ -172,34 +189,18 @@ int i_ls(peticion& p) {
     const pedido que = i_que_se_pide(p.directorio());
     comprueba_directorio(que.directorio);
     const listado l = i_lista(p, que);
-    if (p.en_json) {
-        json lista = json::lista();
-        for (const entrada& e : l.entradas) {
-            lista.agrega(json_de(e, e.nombre, "name"));
-        }
-        escribe_json(json::objeto()
-                         .pon("directory", que.directorio)
-                         .pon("entries", std::move(lista))
-                         .pon("not_shown", l.no_mostrados));
-    } else {
-        if (p.tiene("long")) {
-            i_pinta_con_detalles(p, l);
-        } else {
-            std::vector<celda> nombres;
-            for (const entrada& e : l.entradas) {
-                nombres.emplace_back(nombre_de(e), i_estilo(e));
-            }
-            pinta_en_columnas(salida(), nombres);
-        }
-        if (p.tiene("long") || salida().es_consola()) {
-            salida().linea(i_resumen(l), estilo::titulo);
-            if (l.no_mostrados > 0) {
-                salida().linea(i_no_mostrados(l.no_mostrados), estilo::tenue);
-            }
-        }
+    json lista = json::lista();
+    for (const entrada& e : l.entradas) {
+        lista.agrega(json_de(e, e.nombre, "name"));
     }
     const bool buscaba = p.tiene("ext") || p.tiene("filter") || !que.patron.empty();
-    return buscaba && l.entradas.empty() ? no : hecho;
+    return responde(
+        p,
+        json::objeto()
+            .pon("directory", que.directorio)
+            .pon("entries", std::move(lista))
+            .pon("not_shown", l.no_mostrados),
+        [&] { i_pinta_listado(p, l); }, buscaba && l.entradas.empty() ? no : hecho);
 }
 
 // ---- tree ----
@@ -447,9 +448,23 @@ void i_pinta_rutas(const arbol& a, const std::wstring& base) {
     for (const nodo& n : a.nodos) {
         const std::wstring directorio = n.nivel == 0 ? base : bajo_de(base, n.bajo);
         for (const std::wstring& nombre : n.ficheros) {
-            salida().linea(std::wstring_view(bajo_de(directorio, nombre)));
+            const std::wstring ruta = bajo_de(directorio, nombre);
+            salida().linea(std::wstring_view(salida().es_consola() ? a_la_vista(ruta) : ruta));
         }
     }
+}
+
+void i_pinta_arbol(const peticion& p, const arbol& a, const std::wstring& base) {
+    if (p.tiene("files")) {
+        i_pinta_rutas(a, base);
+        return;
+    }
+    if (p.tiene("counts") || p.tiene("top")) {
+        i_pinta_cuentas(p, a);
+    } else {
+        dibujo(p, a).pinta();
+    }
+    i_pinta_resumen(a);
 }
 
 int i_tree(peticion& p) {
@@ -464,14 +479,7 @@ int i_tree(peticion& p) {
     p.numero("top", 0, 1000000);
     comprueba_directorio(directorio);
     const arbol a = i_arbol(p, directorio);
-    if (p.en_json) {
-        escribe_json(i_json_de_arbol(p, a, directorio));
-    } else if (p.tiene("files")) {
-        i_pinta_rutas(a, directorio);
-    } else {
-        p.tiene("counts") || p.tiene("top") ? i_pinta_cuentas(p, a) : dibujo(p, a).pinta();
-        i_pinta_resumen(a);
-    }
+    responde(p, i_json_de_arbol(p, a, directorio), [&] { i_pinta_arbol(p, a, directorio); });
     di_ilegibles(a.todo);
     return !a.todo.ilegibles.empty() || (p.tiene("ext") && a.todo.ficheros == 0) ? no : hecho;
 }
@@ -481,96 +489,119 @@ int i_tree(peticion& p) {
 int i_sets(peticion& p) {
     const std::wstring directorio = p.directorio();
     comprueba_directorio(directorio);
-    ArrPunteroConTipo* registros = fichsdir_ficheros_u(directorio.c_str());
+    const lumodir::fichsdir::ficheros_t todos = lumodir::fichsdir::ficheros(ruta_de_trabajo(directorio));
     std::vector<const Fichsdir*> ficheros;
-    for (unsigned long i = 0; i < arr_NumElemsPuntero(registros); ++i) {
-        ficheros.push_back(static_cast<const Fichsdir*>(arr_GetPunteroConTipo(registros, i)));
+    for (const Fichsdir& f : todos) {
+        ficheros.push_back(&f);
     }
     std::stable_sort(ficheros.begin(), ficheros.end(), [&](const Fichsdir* a, const Fichsdir* b) {
-        return p.tiene("by-date") ? a->fecha > b->fecha : fichsdir_compara_nombre(a, b->nombre) < 0;
+        return p.tiene("by-date")
+                   ? a->fecha > b->fecha
+                   : lumodir::fichsdir::nombre_fichero(*a) < lumodir::fichsdir::nombre_fichero(*b);
     });
-    json lista = json::lista();
-    tabla t({{"modified"}, {"protection"}, {"name", false, true}});
+    respuesta filas(p, {{.clave = "modified", .como = {.titulo = "modified"}},
+                        {.clave = "modified_seconds"},
+                        {.clave = "protected", .como = {.titulo = "protection"}},
+                        {.clave = "name", .como = {.titulo = "name", .elastica = true}, .nombra = true}});
     for (const Fichsdir* f : ficheros) {
-        const std::wstring nombre = toma(fichsdir_nombre_fichero(f));
-        const bool protegido = fichsdir_fichero_esta_protegido(f) == CIERTO;
-        if (p.en_json) {
-            lista.agrega(json::objeto()
-                             .pon("name", nombre)
-                             .pon("modified", fecha_de_pared(f->fecha, L'T'))
-                             .pon("modified_seconds", f->fecha)
-                             .pon("protected", protegido));
-        } else {
-            t.fila({fecha_de_pared(f->fecha), i_proteccion(protegido), nombre});
-        }
+        const bool protegido = lumodir::fichsdir::fichero_esta_protegido(*f);
+        filas.fila({valor(fecha_de_pared(f->fecha, L'T'), fecha_de_pared(f->fecha)),
+                    valor(f->fecha, celda(L"")), valor(protegido, i_proteccion(protegido)),
+                    de_pagina_activa(lumodir::fichsdir::nombre_fichero(*f))});
     }
-    arr_DestruyeEstructurasConTipo(
-        &registros, reinterpret_cast<ArrDestruyeRegistro>(reinterpret_cast<void*>(fichsdir_destruye)));
-    if (p.en_json) {
-        escribe_json(json::objeto().pon("directory", directorio).pon("files", std::move(lista)));
-    } else if (!t.vacia()) {
-        t.pinta(salida());
-    }
-    return hecho;
+    return responde(p, json::objeto().pon("directory", directorio).pon("files", filas.como_lista()),
+                    [&] { filas.pinta(); });
 }
 
 constexpr opcion opciones_ls[] = {
-    {"ext", "E",
-     "only files with this extension; ? stands for one character, \"\" for files without an extension"},
-    {"filter", "P",
-     "only names that the pattern matches (img*, *.txt); with --ext the pattern is that of the base name"},
-    {"files", "", "only files"},
-    {"dirs", "", "only directories"},
-    {"all", "", "directories whose names begin with a dot too"},
-    {"long", "",
-     "with attributes (d directory, l link, r read-only, h hidden, s system, a archive), sizes and dates",
-     'l'},
-    {"human", "", "with --long: sizes in KB, MB and so on"},
-    {"sort", "BY", "by name (the default), size, date (largest and newest first) or ext"},
-    {"reverse", "", "the other way round", 'r'},
+    {.nombre = "ext",
+     .valor = "E",
+     .ayuda =
+         "only files with this extension; ? stands for one character, \"\" for files without an extension"},
+    {.nombre = "filter",
+     .valor = "P",
+     .ayuda = "only names that the pattern matches (img*, *.txt); with --ext the pattern is that of the base "
+              "name"},
+    {.nombre = "files", .ayuda = "only files"},
+    {.nombre = "dirs", .ayuda = "only directories"},
+    {.nombre = "all", .ayuda = "directories whose names begin with a dot too"},
+    {.nombre = "long",
+     .ayuda =
+         "with attributes (d directory, l link, r read-only, h hidden, s system, a archive), sizes and dates",
+     .letra = 'l'},
+    {.nombre = "human", .ayuda = "with --long: sizes in KB, MB and so on"},
+    {.nombre = "sort",
+     .valor = "BY",
+     .ayuda = "by name (the default), size, date (largest and newest first) or ext"},
+    {.nombre = "reverse", .ayuda = "the other way round", .letra = 'r'},
 };
 constexpr ejemplo ejemplos_ls[] = {
-    {R"(ls C:\windows\system32 --ext exe)", "the programs there"},
-    {"ls *.txt", "what matches"},
-    {R"(ls C:\windows --long --sort size --human)", "the largest files first"},
-    {R"(ls . --filter "img??.*" --json)", "for a script"},
+    {.linea = R"(ls C:\windows\system32 --ext exe)", .que_hace = "the programs there"},
+    {.linea = "ls *.txt", .que_hace = "what matches"},
+    {.linea = R"(ls C:\windows --long --sort size --human)", .que_hace = "the largest files first"},
+    {.linea = R"(ls . --filter "img??.*" --json)", .que_hace = "for a script"},
 };
 
 constexpr opcion opciones_tree[] = {
-    {"with-files", "", "draw the files too"},
-    {"ext", "E", "only files with this extension"},
-    {"depth", "N", "not deeper than N levels; what is below is counted with the directory above it"},
-    {"counts", "", "a table of the files in each directory instead of a drawing"},
-    {"top", "N", "only the N directories with the most files, as a table"},
-    {"all", "", "directories whose names begin with a dot too"},
-    {"empty", "", "with --counts or --ext: directories without any such file too"},
-    {"files", "", "the path of every file, one per line"},
+    {.nombre = "with-files", .ayuda = "draw the files too"},
+    {.nombre = "ext", .valor = "E", .ayuda = "only files with this extension"},
+    {.nombre = "depth",
+     .valor = "N",
+     .ayuda = "not deeper than N levels; what is below is counted with the directory above it"},
+    {.nombre = "counts", .ayuda = "a table of the files in each directory instead of a drawing"},
+    {.nombre = "top", .valor = "N", .ayuda = "only the N directories with the most files, as a table"},
+    {.nombre = "all", .ayuda = "directories whose names begin with a dot too"},
+    {.nombre = "empty", .ayuda = "with --counts or --ext: directories without any such file too"},
+    {.nombre = "files", .ayuda = "the path of every file, one per line"},
 };
 constexpr ejemplo ejemplos_tree[] = {
-    {R"(tree C:\windows --depth 1)", "where the files are"},
-    {R"(tree C:\windows --ext dll --top 5)", "the five directories with the most libraries"},
-    {R"(tree . --files --ext txt)", "every text file below here"},
+    {.linea = R"(tree C:\windows --depth 1)", .que_hace = "where the files are"},
+    {.linea = R"(tree C:\windows --ext dll --top 5)",
+     .que_hace = "the five directories with the most libraries"},
+    {.linea = R"(tree . --files --ext txt)", .que_hace = "every text file below here"},
 };
 
-constexpr opcion opciones_sets[] = {{"by-date", "", "the newest first, instead of by name"}};
-constexpr ejemplo ejemplos_sets[] = {{R"(sets C:\windows --by-date)", "what changed last"}};
+constexpr opcion opciones_sets[] = {
+    {.nombre = "by-date", .ayuda = "the newest first, instead of by name"},
+};
+constexpr ejemplo ejemplos_sets[] = {
+    {.linea = R"(sets C:\windows --by-date)", .que_hace = "what changed last"},
+};
 
 constexpr orden ordenes[] = {
-    {"ls", "[DIR | FILE | PATTERN]", "the files and directories of a directory",
-     "Directories come first and end with a separator; names are sorted, ignoring case. Directories whose "
-     "names "
-     "begin with a dot are left out without --all. The exit code is 1 when a pattern, --ext or --filter "
-     "finds nothing.",
-     0, 1, opciones_ls, ejemplos_ls, i_ls},
-    {"tree", "[DIR]", "draw the directories of a tree with the number of their files",
-     "Links to directories are not followed. Directories whose names begin with a dot are left out without "
-     "--all. The "
-     "exit code is 1 when --ext finds nothing, or when a directory could not be read.",
-     0, 1, opciones_tree, ejemplos_tree, i_tree},
-    {"sets", "[DIR]", "the files of a directory with dates and protection",
-     "Dates are in local time. Names are those of the active code page: a "
-     "character that it lacks shows as its default character (ls --long shows every name whole).",
-     0, 1, opciones_sets, ejemplos_sets, i_sets},
+    {.nombre = "ls",
+     .argumentos = "[DIR | FILE | PATTERN]",
+     .resumen = "the files and directories of a directory",
+     .detalle =
+         "Directories come first and end with a separator; names are sorted, ignoring case. Directories "
+         "whose "
+         "names "
+         "begin with a dot are left out without --all. The exit code is 1 when a pattern, --ext or --filter "
+         "finds nothing.",
+     .maximo = 1,
+     .opciones = opciones_ls,
+     .ejemplos = ejemplos_ls,
+     .ejecuta = i_ls},
+    {.nombre = "tree",
+     .argumentos = "[DIR]",
+     .resumen = "draw the directories of a tree with the number of their files",
+     .detalle = "Links to directories are not followed. Directories whose names begin with a dot are left "
+                "out without "
+                "--all. The "
+                "exit code is 1 when --ext finds nothing, or when a directory could not be read.",
+     .maximo = 1,
+     .opciones = opciones_tree,
+     .ejemplos = ejemplos_tree,
+     .ejecuta = i_tree},
+    {.nombre = "sets",
+     .argumentos = "[DIR]",
+     .resumen = "the files of a directory with dates and protection",
+     .detalle = "Dates are in local time. Names are those of the active code page: a "
+                "character that it lacks shows as its default character (ls --long shows every name whole).",
+     .maximo = 1,
+     .opciones = opciones_sets,
+     .ejemplos = ejemplos_sets,
+     .ejecuta = i_sets},
 };
 
 }  // namespace

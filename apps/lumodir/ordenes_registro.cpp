@@ -2,9 +2,9 @@
 #include "anfitrion.hpp"
 #include "consola.hpp"
 #include "ficheros.hpp"
-#include "lumoreg.h"
+#include "lumodir.hpp"
 #include "ordenes.hpp"
-#include "tabla.hpp"
+#include "respuesta.hpp"
 #include "textos.hpp"
 #include "trabajo.hpp"
 
@@ -12,22 +12,25 @@ namespace mando {
 
 namespace {
 
+namespace lumoreg = lumodir::lumoreg;
+using lumoreg::vista;
+
 struct clave {
-    unsigned long raiz;
+    lumoreg::raiz raiz;
     std::wstring ruta;  // below the root
     std::wstring entera;
 };
 
 struct raiz_con_nombre {
     std::string_view corto, largo;
-    unsigned long indice;
+    lumoreg::raiz raiz;
 };
 constexpr raiz_con_nombre raices[] = {
-    {"HKCR", "HKEY_CLASSES_ROOT", LUMOREG_RAIZ_CLASSES_ROOT},
-    {"HKCC", "HKEY_CURRENT_CONFIG", LUMOREG_RAIZ_CURRENT_CONFIG},
-    {"HKCU", "HKEY_CURRENT_USER", LUMOREG_RAIZ_CURRENT_USER},
-    {"HKLM", "HKEY_LOCAL_MACHINE", LUMOREG_RAIZ_LOCAL_MACHINE},
-    {"HKU", "HKEY_USERS", LUMOREG_RAIZ_USERS},
+    {"HKCR", "HKEY_CLASSES_ROOT", lumoreg::raiz::classes_root},
+    {"HKCC", "HKEY_CURRENT_CONFIG", lumoreg::raiz::current_config},
+    {"HKCU", "HKEY_CURRENT_USER", lumoreg::raiz::current_user},
+    {"HKLM", "HKEY_LOCAL_MACHINE", lumoreg::raiz::local_machine},
+    {"HKU", "HKEY_USERS", lumoreg::raiz::users},
 };
 
 clave i_clave(const std::wstring& texto) {
@@ -39,172 +42,120 @@ clave i_clave(const std::wstring& texto) {
     }
     for (const raiz_con_nombre& r : raices) {
         if (iguales_sin_caja(raiz, ancho_de(r.corto)) || iguales_sin_caja(raiz, ancho_de(r.largo))) {
-            return {r.indice, ruta, ancho_de(r.corto) + (ruta.empty() ? L"" : L"\\" + ruta)};
+            return {r.raiz, ruta, ancho_de(r.corto) + (ruta.empty() ? L"" : L"\\" + ruta)};
         }
     }
     throw uso_incorrecto{di("'%1' does not begin with HKCR, HKCC, HKCU, HKLM or HKU", texto)};
 }
 
 // The view, or nothing for the usual order of views.
-std::optional<unsigned long> i_vista(const peticion& p) {
+std::optional<vista> i_vista(const peticion& p) {
     const std::wstring texto = p.tiene("view") ? p.valor("view") : L"";
     if (!texto.empty() && texto != L"32" && texto != L"64") {
         throw uso_incorrecto{di("--view must be 32 or 64")};
     }
-    return texto == L"64"   ? std::optional<unsigned long>(LUMOREG_VISTA_64BITS)
-           : texto == L"32" ? std::optional<unsigned long>(LUMOREG_VISTA_32BITS)
+    return texto == L"64"   ? std::optional(vista::de_64_bits)
+           : texto == L"32" ? std::optional(vista::de_32_bits)
                             : std::nullopt;
 }
 
-bool i_existe(const clave& c, std::optional<unsigned long> vista) {
-    return (vista ? lumoreg_existe_clave_en_vista_u(*vista, c.raiz, c.ruta.c_str())
-                  : lumoreg_existe_clave_u(c.raiz, c.ruta.c_str())) == CIERTO;
+bool i_existe(const clave& c, std::optional<vista> cual) {
+    return cual ? lumoreg::existe_clave_en_vista(*cual, c.raiz, c.ruta)
+                : lumoreg::existe_clave(c.raiz, c.ruta);
 }
 
-void i_exige(const clave& c, std::optional<unsigned long> vista) {
-    if (!i_existe(c, vista)) {
+void i_exige(const clave& c, std::optional<vista> cual) {
+    if (!i_existe(c, cual)) {
         throw fallo{di("the key '%1' does not exist or may not be read", c.entera)};
     }
 }
 
-std::vector<std::wstring> i_subclaves(const clave& c, std::optional<unsigned long> vista) {
-    ArrCADENA_u* lista = arr_CreaCADENA_u(0);
-    vista ? lumoreg_dame_subclaves_ex_u(*vista, c.raiz, c.ruta.c_str(), lista)
-          : lumoreg_dame_subclaves_u(c.raiz, c.ruta.c_str(), lista);
-    return toma(lista);
-}
-
-struct valor_de_clave {
-    std::wstring nombre;
-    std::vector<std::wstring> piezas;
-};
-
-std::vector<valor_de_clave> i_valores(const clave& c, std::optional<unsigned long> vista) {
-    std::vector<valor_de_clave> resultado;
-    ArrCADENA_u* nombres = nullptr;
-    ArrPunteroConTipo* datos = nullptr;
-    const unsigned long cual = vista.value_or(LUMOREG_VISTA_PROCESO);
-    if (lumoreg_lee_valores_cadena_clave_ex_u(cual, c.raiz, c.ruta.c_str(), &nombres, &datos) != CIERTO) {
-        return resultado;
-    }
-    for (unsigned long i = 0; i < arr_NumElemsCADENA_u(nombres); ++i) {
-        valor_de_clave v{arr_GetCADENA_u(nombres, i), {}};
-        const auto* piezas = static_cast<const ArrCADENA_u*>(arr_GetPunteroConTipo(datos, i));
-        for (unsigned long j = 0; j < arr_NumElemsCADENA_u(piezas); ++j) {
-            v.piezas.emplace_back(arr_GetCADENA_u(piezas, j));
-        }
-        resultado.push_back(std::move(v));
-    }
-    arr_DestruyeCADENA_u(&nombres);
-    arr_DestruyeEstructurasConTipo(
-        &datos, reinterpret_cast<ArrDestruyeRegistro>(reinterpret_cast<void*>(arr_DestruyeCADENA_u)));
-    return resultado;
+std::vector<std::wstring> i_subclaves(const clave& c, std::optional<vista> cual) {
+    const lumodir::lista subclaves =
+        cual ? lumoreg::dame_subclaves_ex(*cual, c.raiz, c.ruta) : lumoreg::dame_subclaves(c.raiz, c.ruta);
+    return subclaves.vector();
 }
 
 int i_ls(peticion& p) {
     const clave c = i_clave(p.argumentos[0]);
-    const auto vista = i_vista(p);
-    i_exige(c, vista);
-    const std::vector<std::wstring> subclaves = i_subclaves(c, vista);
-    const std::vector<valor_de_clave> valores = i_valores(c, vista);
-    if (p.en_json) {
-        json lista = json::lista();
-        for (const valor_de_clave& v : valores) {
-            lista.agrega(json::objeto().pon("name", v.nombre).pon("data", v.piezas));
-        }
-        escribe_json(
-            json::objeto().pon("key", c.entera).pon("subkeys", subclaves).pon("values", std::move(lista)));
-        return hecho;
-    }
-    for (const std::wstring& subclave : subclaves) {
-        salida().linea(subclave + L"\\", estilo::tenue);
-    }
-    tabla t({{"value"}, {"data"}});
-    for (const valor_de_clave& v : valores) {
+    const auto cual = i_vista(p);
+    i_exige(c, cual);
+    const std::vector<std::wstring> subclaves = i_subclaves(c, cual);
+    respuesta valores(
+        p, {{.clave = "name", .como = {.titulo = "value"}}, {.clave = "data", .como = {.titulo = "data"}}});
+    const auto leidos = lumoreg::lee_valores_cadena_clave_ex(cual.value_or(vista::proceso), c.raiz, c.ruta);
+    for (const lumoreg::valor& v : leidos.value_or(std::vector<lumoreg::valor>())) {
         std::wstring datos;
-        for (const std::wstring& pieza : v.piezas) {
+        for (const std::wstring& pieza : v.textos) {
             datos += (datos.empty() ? L"" : L" | ") + pieza;
         }
-        t.fila({v.nombre.empty() ? di("(default)") : v.nombre, datos});
+        valores.fila(
+            {valor(v.nombre, v.nombre.empty() ? di("(default)") : v.nombre), valor(v.textos, datos)});
     }
-    if (!t.vacia()) {
-        t.pinta(salida());
-    }
-    return hecho;
+    return responde(
+        p, json::objeto().pon("key", c.entera).pon("subkeys", subclaves).pon("values", valores.como_lista()),
+        [&] {
+            for (const std::wstring& subclave : subclaves) {
+                salida().linea(subclave + L"\\", estilo::tenue);
+            }
+            valores.pinta();
+        });
 }
 
 int i_get(peticion& p) {
     const clave c = i_clave(p.argumentos[0]);
-    const auto vista = i_vista(p);
-    i_exige(c, vista);
-    wchar_t* contenido = nullptr;
-    const wchar_t* nombre = p.argumentos[1].c_str();
-    const bool leido = (vista ? lumoreg_lee_cadena_ex_u(*vista, c.raiz, c.ruta.c_str(), nombre, &contenido)
-                              : lumoreg_lee_cadena_u(c.raiz, c.ruta.c_str(), nombre, &contenido)) == CIERTO;
-    const std::wstring texto = toma(contenido);
-    if (!leido) {
-        throw fallo{di("the key '%1' has no value '%2'", c.entera, p.argumentos[1])};
+    const auto cual = i_vista(p);
+    i_exige(c, cual);
+    const std::wstring& nombre = p.argumentos[1];
+    const std::optional<lumodir::cadena> dato = cual ? lumoreg::lee_cadena_ex(*cual, c.raiz, c.ruta, nombre)
+                                                     : lumoreg::lee_cadena(c.raiz, c.ruta, nombre);
+    if (!dato) {
+        throw fallo{di("the key '%1' has no value '%2'", c.entera, nombre)};
     }
-    if (p.en_json) {
-        escribe_json(json::objeto().pon("key", c.entera).pon("name", p.argumentos[1]).pon("data", texto));
-    } else {
-        salida().linea(std::wstring_view(texto));
-    }
-    return hecho;
+    return responde(p, json::objeto().pon("key", c.entera).pon("name", nombre).pon("data", dato->vista()),
+                    [&] { salida().linea(dato->vista()); });
 }
 
-bool i_escribe_valor(const peticion& p, const clave& c, std::optional<unsigned long> vista) {
-    const wchar_t *ruta = c.ruta.c_str(), *nombre = p.argumentos[1].c_str(), *dato = p.argumentos[2].c_str();
+bool i_escribe_valor(const peticion& p, const clave& c, std::optional<vista> cual) {
+    const std::wstring &nombre = p.argumentos[1], &dato = p.argumentos[2];
     if (p.tiene("dword")) {
-        return lumoreg_establece_ulong_u(c.raiz, ruta, nombre,
-                                         a_numero(dato, di("the value"), 0xFFFFFFFFul)) == CIERTO;
+        return lumoreg::establece_ulong(c.raiz, c.ruta, nombre,
+                                        a_numero(dato, di("the value"), 0xFFFFFFFFul));
     }
     if (p.tiene("expand")) {
-        return lumoreg_establece_cadena_expand_u(c.raiz, ruta, nombre, dato) == CIERTO;
+        return lumoreg::establece_cadena_expand(c.raiz, c.ruta, nombre, dato);
     }
-    return (vista ? lumoreg_establece_cadena_en_vista_u(*vista, c.raiz, ruta, nombre, dato)
-                  : lumoreg_establece_cadena_u(c.raiz, ruta, nombre, dato)) == CIERTO;
+    return cual ? lumoreg::establece_cadena_en_vista(*cual, c.raiz, c.ruta, nombre, dato)
+                : lumoreg::establece_cadena(c.raiz, c.ruta, nombre, dato);
 }
 
 int i_set(peticion& p) {
     const clave c = i_clave(p.argumentos[0]);
-    const auto vista = i_vista(p);
+    const auto cual = i_vista(p);
     if (p.argumentos.size() == 2) {
         throw uso_incorrecto{di("a value needs its data too; without a name the key alone is created")};
     }
-    if ((p.tiene("dword") && p.tiene("expand")) || (vista && (p.tiene("dword") || p.tiene("expand")))) {
+    if ((p.tiene("dword") && p.tiene("expand")) || (cual && (p.tiene("dword") || p.tiene("expand")))) {
         throw uso_incorrecto{di("--dword, --expand and --view go one at a time")};
     }
     if (p.tiene("dword") && p.argumentos.size() == 3) {
         a_numero(p.argumentos[2], di("the value"), 0xFFFFFFFFul);  // before anything is created
     }
+    const std::wstring que = L" " + c.entera + (p.argumentos.size() == 3 ? L" " + p.argumentos[1] : L"");
     if (p.en_seco()) {
-        if (p.en_json) {
-            escribe_json(json::objeto().pon("key", c.entera).pon("done", false).pon("dry_run", true));
-        } else {
-            salida()
-                .escribe(di("would set"), estilo::aviso)
-                .linea(L" " + c.entera + (p.argumentos.size() == 3 ? L" " + p.argumentos[1] : L""));
-        }
-        return hecho;
+        return responde(p, json::objeto().pon("key", c.entera).pon("done", false).pon("dry_run", true),
+                        [&] { salida().escribe(di("would set"), estilo::aviso).linea(que); });
     }
-    const bool creada =
-        i_existe(c, vista) || (vista ? lumoreg_crea_clave_en_vista_u(*vista, c.raiz, c.ruta.c_str())
-                                     : lumoreg_crea_clave_u(c.raiz, c.ruta.c_str())) == CIERTO;
+    const bool creada = i_existe(c, cual) || (cual ? lumoreg::crea_clave_en_vista(*cual, c.raiz, c.ruta)
+                                                   : lumoreg::crea_clave(c.raiz, c.ruta));
     if (!creada) {
         throw fallo{di("the key '%1' cannot be created", c.entera)};
     }
-    if (p.argumentos.size() == 3 && !i_escribe_valor(p, c, vista)) {
+    if (p.argumentos.size() == 3 && !i_escribe_valor(p, c, cual)) {
         throw fallo{di("the value '%1' of '%2' cannot be written", p.argumentos[1], c.entera)};
     }
-    if (p.en_json) {
-        escribe_json(json::objeto().pon("key", c.entera).pon("done", true));
-    } else {
-        salida()
-            .escribe(di("set"), estilo::bueno)
-            .linea(L" " + c.entera + (p.argumentos.size() == 3 ? L" " + p.argumentos[1] : L""));
-    }
-    return hecho;
+    return responde(p, json::objeto().pon("key", c.entera).pon("done", true),
+                    [&] { salida().escribe(di("set"), estilo::bueno).linea(que); });
 }
 
 size_t i_cuenta_subclaves(const clave& c) {
@@ -222,19 +173,16 @@ size_t i_borra_en_pasadas(const clave& c, const std::wstring& padre, const std::
     for (size_t quedan = i_cuenta_subclaves(c); i_existe(c, std::nullopt) && quedan < antes;
          quedan = i_existe(c, std::nullopt) ? i_cuenta_subclaves(c) : 0) {
         antes = quedan;
-        lumoreg_borra_clave_u(c.raiz, padre.c_str(), nombre.c_str());
+        lumoreg::borra_clave(c.raiz, padre, nombre);
         ++pasadas;
     }
     return pasadas;
 }
 
 int i_en_seco(const peticion& p, json que, const std::wstring& en_palabras) {
-    if (p.en_json) {
-        escribe_json(que.pon("done", false).pon("dry_run", true));
-    } else {
+    return responde(p, que.pon("done", false).pon("dry_run", true), [&] {
         salida().escribe(di("would delete"), estilo::aviso).linea(L" " + a_la_vista(en_palabras));
-    }
-    return hecho;
+    });
 }
 
 int i_rm_clave(peticion& p, const clave& c) {
@@ -242,7 +190,11 @@ int i_rm_clave(peticion& p, const clave& c) {
     if (corte == c.ruta.npos) {
         throw fallo{di("'%1' is a root key or directly below one: refused, nothing is done", c.entera)};
     }
-    const size_t subclaves = i_cuenta_subclaves(c);
+    size_t subclaves = 0;
+    con_progreso([&] { subclaves = i_cuenta_subclaves(c); },
+                 [&](unsigned segundos) {
+                     return di("counting the subkeys of %1, %2 s", c.entera, std::to_wstring(segundos));
+                 });
     confirma(p, di("Delete the key '%1' with %2?", c.entera, plural(subclaves, "subkey", "subkeys")));
     if (p.en_seco()) {
         return i_en_seco(p, json::objeto().pon("key", c.entera).pon("subkeys", subclaves),
@@ -254,48 +206,40 @@ int i_rm_clave(peticion& p, const clave& c) {
         [&] { pasadas = i_borra_en_pasadas(c, c.ruta.substr(0, corte), c.ruta.substr(corte + 1)); },
         [&](unsigned segundos) { return di("deleting %1, %2 s", c.entera, std::to_wstring(segundos)); });
     const bool queda = i_existe(c, std::nullopt);
-    if (p.en_json) {
-        escribe_json(json::objeto()
-                         .pon("key", c.entera)
-                         .pon("done", !queda)
-                         .pon("subkeys", subclaves)
-                         .pon("passes", pasadas)
-                         .pon("left", queda ? i_cuenta_subclaves(c) : 0));
-    } else if (queda) {
-        throw fallo{di("the key '%1' is not deleted; left: %2", c.entera,
-                       plural(i_cuenta_subclaves(c), "subkey", "subkeys"))};
-    } else {
-        salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera);
+    const size_t quedan = queda ? i_cuenta_subclaves(c) : 0;
+    if (queda && !p.en_json) {
+        throw fallo{
+            di("the key '%1' is not deleted; left: %2", c.entera, plural(quedan, "subkey", "subkeys"))};
     }
-    return queda ? no : hecho;
+    return responde(
+        p,
+        json::objeto()
+            .pon("key", c.entera)
+            .pon("done", !queda)
+            .pon("subkeys", subclaves)
+            .pon("passes", pasadas)
+            .pon("left", quedan),
+        [&] { salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera); }, queda ? no : hecho);
 }
 
 int i_rm_valor(peticion& p, const clave& c) {
-    const wchar_t* nombre = p.argumentos[1].c_str();
-    wchar_t* contenido = nullptr;
-    const bool estaba = lumoreg_lee_cadena_u(c.raiz, c.ruta.c_str(), nombre, &contenido) == CIERTO;
-    toma(contenido);
-    if (!estaba) {
-        throw fallo{di("the key '%1' has no value '%2'", c.entera, p.argumentos[1])};
+    const std::wstring& nombre = p.argumentos[1];
+    const auto esta = [&] { return lumoreg::lee_cadena(c.raiz, c.ruta, nombre).has_value(); };
+    if (!esta()) {
+        throw fallo{di("the key '%1' has no value '%2'", c.entera, nombre)};
     }
+    const json objeto = json::objeto().pon("key", c.entera).pon("name", nombre);
     if (p.en_seco()) {
-        return i_en_seco(p, json::objeto().pon("key", c.entera).pon("name", p.argumentos[1]),
-                         c.entera + L" " + p.argumentos[1]);
+        return i_en_seco(p, objeto, c.entera + L" " + nombre);
     }
-    confirma(p, di("Delete the value '%1' of '%2'?", p.argumentos[1], c.entera));
-    lumoreg_borra_valor_clave_u(c.raiz, c.ruta.c_str(), nombre);
-    contenido = nullptr;
-    const bool queda = lumoreg_lee_cadena_u(c.raiz, c.ruta.c_str(), nombre, &contenido) == CIERTO;
-    toma(contenido);
-    if (queda) {
-        throw fallo{di("the value '%1' of '%2' is not deleted", p.argumentos[1], c.entera)};
+    confirma(p, di("Delete the value '%1' of '%2'?", nombre, c.entera));
+    lumoreg::borra_valor_clave(c.raiz, c.ruta, nombre);
+    if (esta()) {
+        throw fallo{di("the value '%1' of '%2' is not deleted", nombre, c.entera)};
     }
-    if (p.en_json) {
-        escribe_json(json::objeto().pon("key", c.entera).pon("name", p.argumentos[1]).pon("done", true));
-    } else {
-        salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera + L" " + p.argumentos[1]);
-    }
-    return hecho;
+    return responde(p, json(objeto).pon("done", true), [&] {
+        salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera + L" " + nombre);
+    });
 }
 
 int i_rm(peticion& p) {
@@ -304,36 +248,71 @@ int i_rm(peticion& p) {
     return p.argumentos.size() == 2 ? i_rm_valor(p, c) : i_rm_clave(p, c);
 }
 
-constexpr opcion opciones_leer[] = {{"view", "V", "only the 32-bit or the 64-bit view (32, 64)"}};
+constexpr opcion opciones_leer[] = {
+    {.nombre = "view", .valor = "V", .ayuda = "only the 32-bit or the 64-bit view (32, 64)"},
+};
 constexpr opcion opciones_set[] = {
-    {"dword", "", "the data is a 32-bit number"},
-    {"expand", "", "the data contains references to environment variables (%PATH%)"},
-    {"view", "V", "in the 32-bit or the 64-bit view (32, 64)"},
+    {.nombre = "dword", .ayuda = "the data is a 32-bit number"},
+    {.nombre = "expand", .ayuda = "the data contains references to environment variables (%PATH%)"},
+    {.nombre = "view", .valor = "V", .ayuda = "in the 32-bit or the 64-bit view (32, 64)"},
     opcion_en_seco,
 };
-constexpr opcion opciones_rm[] = {opcion_en_seco};
-constexpr ejemplo ejemplos_ls[] = {{R"(reg ls "HKCU\Control Panel")", "subkeys and string values"}};
+constexpr opcion opciones_rm[] = {
+    opcion_en_seco,
+};
+constexpr ejemplo ejemplos_ls[] = {
+    {.linea = R"(reg ls "HKCU\Control Panel")", .que_hace = "subkeys and string values"},
+};
 constexpr ejemplo ejemplos_get[] = {
-    {R"(reg get "HKCU\Control Panel\International" LocaleName)", "one value"}};
+    {.linea = R"(reg get "HKCU\Control Panel\International" LocaleName)", .que_hace = "one value"},
+};
 constexpr ejemplo ejemplos_set[] = {
-    {R"(reg set HKCU\Software\Mine Colour blue)", "a string; the key is created"},
-    {R"(reg set HKCU\Software\Mine Size 12 --dword)", "a number"},
-    {R"(reg set HKCU\Software\Mine\Deep)", "the key alone"}};
-constexpr ejemplo ejemplos_rm[] = {{R"(reg rm HKCU\Software\Mine Colour)", "one value"},
-                                   {R"(reg rm HKCU\Software\Mine)", "the key with everything below it"}};
+    {.linea = R"(reg set HKCU\Software\Mine Colour blue)", .que_hace = "a string; the key is created"},
+    {.linea = R"(reg set HKCU\Software\Mine Size 12 --dword)", .que_hace = "a number"},
+    {.linea = R"(reg set HKCU\Software\Mine\Deep)", .que_hace = "the key alone"},
+};
+constexpr ejemplo ejemplos_rm[] = {
+    {.linea = R"(reg rm HKCU\Software\Mine Colour)", .que_hace = "one value"},
+    {.linea = R"(reg rm HKCU\Software\Mine)", .que_hace = "the key with everything below it"},
+};
 
 constexpr orden ordenes[] = {
-    {"reg ls", "KEY", "subkeys and string values of a registry key",
-     "KEY begins with HKCR, HKCC, HKCU, HKLM or HKU. Only string values are shown.", 1, 1, opciones_leer,
-     ejemplos_ls, i_ls},
-    {"reg get", "KEY NAME", "a value as a string",
-     "The type of the value is not looked at: its bytes are taken as text. \"\" is the\n"
-     "default value.",
-     2, 2, opciones_leer, ejemplos_get, i_get},
-    {"reg set", "KEY [NAME DATA]", "write a value, creating the key", "", 1, 3, opciones_set, ejemplos_set,
-     i_set},
-    {"reg rm", "KEY [NAME]", "delete a value, or a key with its subkeys; asks first",
-     "Root keys and the keys directly below them are refused.", 1, 2, opciones_rm, ejemplos_rm, i_rm},
+    {.nombre = "reg ls",
+     .argumentos = "KEY",
+     .resumen = "subkeys and string values of a registry key",
+     .detalle = "KEY begins with HKCR, HKCC, HKCU, HKLM or HKU. Only string values are shown.",
+     .minimo = 1,
+     .maximo = 1,
+     .opciones = opciones_leer,
+     .ejemplos = ejemplos_ls,
+     .ejecuta = i_ls},
+    {.nombre = "reg get",
+     .argumentos = "KEY NAME",
+     .resumen = "a value as a string",
+     .detalle = "The type of the value is not looked at: its bytes are taken as text. \"\" is the\n"
+                "default value.",
+     .minimo = 2,
+     .maximo = 2,
+     .opciones = opciones_leer,
+     .ejemplos = ejemplos_get,
+     .ejecuta = i_get},
+    {.nombre = "reg set",
+     .argumentos = "KEY [NAME DATA]",
+     .resumen = "write a value, creating the key",
+     .minimo = 1,
+     .maximo = 3,
+     .opciones = opciones_set,
+     .ejemplos = ejemplos_set,
+     .ejecuta = i_set},
+    {.nombre = "reg rm",
+     .argumentos = "KEY [NAME]",
+     .resumen = "delete a value, or a key with its subkeys; asks first",
+     .detalle = "Root keys and the keys directly below them are refused.",
+     .minimo = 1,
+     .maximo = 2,
+     .opciones = opciones_rm,
+     .ejemplos = ejemplos_rm,
+     .ejecuta = i_rm},
 };
 
 }  // namespace

@@ -10,9 +10,9 @@
 
 #include "anfitrion.hpp"
 #include "ayuda.hpp"
-#include "companions/msglocal.h"
 #include "consola.hpp"
 #include "linea_de_ordenes.hpp"
+#include "respuesta.hpp"
 #include "sistema_windows.hpp"
 // After windows.h
 #include <shellapi.h>
@@ -33,19 +33,15 @@ std::vector<std::wstring> i_palabras() {
     return palabras;
 }
 
-void i_queja(const std::wstring& texto) {
-    errores().escribe("lumodir: ", estilo::malo).linea(std::wstring_view(texto));
-}
-
 int i_mal_uso(const uso_incorrecto& uso, const orden* cual, bool en_json) {
     if (en_json) {
-        json respuesta = json::objeto().pon("error", uso.texto);
+        json todo = json::objeto().pon("error", uso.texto);
         if (cual) {
-            respuesta.pon("usage", uso_de(*cual));
+            todo.pon("usage", uso_de(*cual));
         }
-        escribe_json(respuesta);
+        escribe_json(todo);
     }
-    i_queja(uso.texto);
+    di_queja(uso.texto);
     if (cual) {
         di_uso(errores(), *cual);
         errores().linea(di("Try 'lumodir %1'.", ancho_de(cual->nombre) + L" --help"));
@@ -57,32 +53,36 @@ int i_mal_uso(const uso_incorrecto& uso, const orden* cual, bool en_json) {
 
 int i_fallo(const fallo& que, const peticion& p) {
     if (p.en_json) {
-        json respuesta = json::objeto().pon("error", que.texto);
+        json todo = json::objeto().pon("error", que.texto);
         const std::vector<std::wstring> avisos = toma_avisos();
         if (!avisos.empty()) {
-            respuesta.pon("messages", avisos);
+            todo.pon("messages", avisos);
         }
-        escribe_json(respuesta);
+        escribe_json(todo);
     } else {
-        i_queja(que.texto);
+        di_queja(que.texto);
     }
     return no;
 }
 
-void i_elige_idioma(const std::wstring& nombre) {
-    const std::optional<unsigned long> ranura = busca_idioma(nombre);
-    if (!ranura) {
+void i_elige_idioma(const std::wstring& nombre, bool en_palabras) {
+    const std::optional<lumodir::idioma> cual = busca_idioma(nombre);
+    if (!cual) {
         throw uso_incorrecto{
             di("unknown language '%1'; known are %2, their English names, and numbers from 0 to 40", nombre,
                nombres_de_idiomas())};
     }
-    msglocal_establece_idioma(*ranura);
-    const unsigned long de_los_textos = ranura_de_los_textos(*ranura);
-    if (de_los_textos != *ranura) {
-        errores()
-            .escribe("lumodir: ", estilo::aviso)
-            .linea(di("there are no texts in '%1'; those in %2 are used", nombre,
-                      nombre_de_idioma(de_los_textos)));
+    lumodir::establece_idioma(*cual);
+    const lumodir::idioma de_los_textos = idioma_de_los_textos(*cual);
+    if (de_los_textos != *cual) {
+        di_queja(
+            di("there are no texts in '%1'; those in %2 are used", nombre, nombre_de_idioma(de_los_textos)),
+            estilo::aviso);
+    }
+    // Scripts get nothing that is translated but messages.
+    if (en_palabras && !en_la_lengua_de_los_mensajes()) {
+        di_queja(di("the library speaks '%1'; the command's own words are in English", nombre),
+                 estilo::aviso);
     }
 }
 
@@ -97,32 +97,41 @@ void i_comprueba_argumentos(const peticion& p) {
     }
 }
 
+void i_ayuda(corriente& donde, const invocacion& leida) {
+    if (leida.que.cual) {
+        ayuda_de_orden(donde, *leida.que.cual);
+    } else if (!leida.grupo_a_medias.empty()) {
+        ayuda_de_familia(donde, leida.grupo_a_medias);
+    } else {
+        ayuda_general(donde);
+    }
+}
+
 int i_ejecuta(invocacion& leida) {
     if (leida.version && leida.que.en_json) {
         escribe_json(json::objeto().pon("version", LUMODIR_VERSION));
         return hecho;
     }
-    if (leida.ayuda || leida.version) {
-        leida.version                   ? di_version(salida())
-        : leida.que.cual                ? ayuda_de_orden(salida(), *leida.que.cual)
-        : !leida.grupo_a_medias.empty() ? ayuda_de_familia(salida(), leida.grupo_a_medias)
-                                        : ayuda_general(salida());
+    if (leida.version) {
+        di_version(salida());
+        return hecho;
+    }
+    if (leida.ayuda) {
+        i_ayuda(salida(), leida);
         return hecho;
     }
     if (!leida.que.cual) {
         if (leida.que.en_json) {
             escribe_json(json::objeto().pon("error", di("a command is missing")));
         }
-        leida.grupo_a_medias.empty() ? ayuda_general(errores())
-                                     : ayuda_de_familia(errores(), leida.grupo_a_medias);
+        i_ayuda(errores(), leida);
         return mal_uso;
     }
-    instala_anfitrion(leida.verboso);
+    const anfitrion de_la_biblioteca(leida.verboso);
     atiende_interrupciones();
     if (leida.idioma) {
-        i_elige_idioma(*leida.idioma);
+        i_elige_idioma(*leida.idioma, !leida.que.en_json);
     }
-    pon_idioma_del_hilo();
     i_comprueba_argumentos(leida.que);
     return leida.que.cual->ejecuta(leida.que);
 }
@@ -131,14 +140,14 @@ int i_ejecuta(invocacion& leida) {
 void i_adelanta_idioma(const std::vector<std::wstring>& palabras) {
     constexpr std::wstring_view opcion_larga = L"--lang", con_valor = L"--lang=";
     for (size_t i = 0; i < palabras.size(); ++i) {
-        std::optional<unsigned long> ranura;
+        std::optional<lumodir::idioma> cual;
         if (palabras[i].starts_with(con_valor)) {
-            ranura = busca_idioma(palabras[i].substr(con_valor.size()));
+            cual = busca_idioma(palabras[i].substr(con_valor.size()));
         } else if (palabras[i] == opcion_larga && i + 1 < palabras.size()) {
-            ranura = busca_idioma(palabras[i + 1]);
+            cual = busca_idioma(palabras[i + 1]);
         }
-        if (ranura) {
-            msglocal_establece_idioma(*ranura);
+        if (cual) {
+            lumodir::establece_idioma(*cual);
         }
     }
 }
@@ -164,7 +173,7 @@ int i_principal() {
     } catch (const fallo& que) {
         return i_fallo(que, leida.que);
     } catch (const std::exception& otra) {
-        i_queja(di("unexpected failure: %1", de_utf8(otra.what())));
+        di_queja(di("unexpected failure: %1", de_utf8(otra.what())));
         return no;
     }
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <atomic>
 
-#include "dirwin.h"
+#include "lumodir.hpp"
 #include "sistema_windows.hpp"
 #include "textos.hpp"
 
@@ -12,6 +12,7 @@ namespace mando {
 namespace {
 
 std::atomic<unsigned long long> leidas{0};
+std::atomic<double> recorrida{0};  // of the walk at work, from 0 to 1
 
 std::wstring i_completa(const std::wstring& ruta) {
     const unsigned long unidades = GetFullPathNameW(ruta.c_str(), 0, nullptr, nullptr);
@@ -22,6 +23,22 @@ std::wstring i_completa(const std::wstring& ruta) {
 
 bool i_lleva_prefijo(std::wstring_view ruta) {
     return ruta.starts_with(L"\\\\?\\") || ruta.starts_with(L"\\\\.\\");
+}
+
+// The full path as Windows understands it, in the form of the exact one.
+std::wstring i_usual(const std::wstring& ruta, const std::wstring& exacta) {
+    std::wstring usual = i_completa(ruta);
+    if (!i_lleva_prefijo(usual)) {
+        usual = usual.starts_with(L"\\\\") ? L"\\\\?\\UNC" + usual.substr(1) : L"\\\\?\\" + usual;
+    }
+    while (usual.size() > exacta.size() && usual.back() == L'\\') {
+        usual.pop_back();
+    }
+    // The root of a share, which needs no separator.
+    if (exacta.ends_with(L'\\') && !usual.ends_with(L'\\')) {
+        usual += L'\\';
+    }
+    return usual;
 }
 
 std::vector<std::wstring> i_componentes(std::wstring_view ruta) {
@@ -76,36 +93,22 @@ entrada i_entrada(const WIN32_FIND_DATAW& e) {
     return una;
 }
 
-// Why a directory yields nothing: the library's enumerator does not say. The root of a drive has no "." and may be
-// empty.
-unsigned long i_por_que(const std::wstring& patron) {
-    WIN32_FIND_DATAW e;
-    void* busqueda = FindFirstFileW(patron.c_str(), &e);
-    if (busqueda != INVALID_HANDLE_VALUE) {
-        FindClose(busqueda);
-        return 0;
-    }
-    const unsigned long codigo = GetLastError();
+// The root of a drive has no "." and may be empty.
+unsigned long i_salvo_vacio(unsigned long codigo) {
     return codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_NO_MORE_FILES ? 0 : codigo;
 }
 
 void i_lee(carpeta& c) {
-    const std::wstring patron = bajo_de(c.del_sistema, L"*");
-    WIN32_FIND_DATAW e;
-    Dirwin_u* entradas = dirwin_crea_UNICODE(patron.c_str());
-    while (dirwin_findnextfile_UNICODE(entradas, &e) == CIERTO) {
-        c.leida = true;  // "." at least
+    lumodir::dirwin::enumerador entradas(bajo_de(c.del_sistema, L"*"));
+    for (const WIN32_FIND_DATAW& e : entradas) {
         const std::wstring_view nombre = e.cFileName;
         if (nombre != L"." && nombre != L"..") {
             c.entradas.push_back(i_entrada(e));
             leidas.fetch_add(1, std::memory_order_relaxed);
         }
     }
-    dirwin_destruye_UNICODE(&entradas);
-    if (!c.leida) {
-        c.codigo = i_por_que(patron);
-        c.leida = c.codigo == 0;
-    }
+    c.codigo = i_salvo_vacio(entradas.codigo());
+    c.leida = c.codigo == 0;
     std::sort(c.entradas.begin(), c.entradas.end(),
               [](const entrada& a, const entrada& b) { return compara_nombres(a.nombre, b.nombre) < 0; });
 }
@@ -146,15 +149,22 @@ std::wstring ruta_de_trabajo(const std::wstring& ruta) {
     if (i_lleva_prefijo(ruta) || sin_blancos(ruta).empty()) {
         return ruta;
     }
-    const std::wstring exacta = ruta_exacta(ruta);
-    std::wstring usual = i_completa(ruta);
-    if (!i_lleva_prefijo(usual)) {
-        usual = usual.starts_with(L"\\\\") ? L"\\\\?\\UNC" + usual.substr(1) : L"\\\\?\\" + usual;
+    // What is missing is looked for in the directory that is there.
+    for (std::wstring hasta = ruta;;) {
+        const std::wstring exacta = ruta_exacta(hasta);
+        if (exacta == i_usual(hasta, exacta)) {
+            return ruta;
+        }
+        if (GetFileAttributesW(exacta.c_str()) != INVALID_FILE_ATTRIBUTES) {
+            return ruta_exacta(ruta);
+        }
+        hasta.erase(std::min(hasta.find_last_not_of(L"\\/"), hasta.size() - 1) + 1);
+        const size_t fin = hasta.find_last_of(L"\\/");
+        if (fin == hasta.npos || fin == 0) {
+            return ruta;
+        }
+        hasta.erase(fin);
     }
-    while (usual.size() > exacta.size() && usual.back() == L'\\') {
-        usual.pop_back();
-    }
-    return usual == exacta || GetFileAttributesW(exacta.c_str()) == INVALID_FILE_ATTRIBUTES ? ruta : exacta;
 }
 
 std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre) {
@@ -170,27 +180,35 @@ carpeta lee_carpeta(const std::wstring& ruta) {
 }
 
 unsigned long por_que_no_se_lee(const std::wstring& ruta) {
-    return i_por_que(bajo_de(ruta_exacta(ruta), L"*"));
+    return i_salvo_vacio(lumodir::dirwin::enumerador(bajo_de(ruta_exacta(ruta), L"*")).codigo());
 }
 
 void recorre_arbol(const std::wstring& base, const std::function<void(carpeta&)>& visita) {
+    const auto se_entra = [](const entrada& e) { return e.es_carpeta() && e.se_entra; };
     std::vector<carpeta> pendientes;
     pendientes.push_back({.ruta = base, .bajo = L".", .del_sistema = ruta_exacta(base)});
+    recorrida = 0;
     while (!pendientes.empty()) {
         carpeta c = std::move(pendientes.back());
         pendientes.pop_back();
         i_lee(c);
         visita(c);
+        // How much lies below a directory nobody knows before: each of those beside it counts alike.
+        const auto debajo = std::count_if(c.entradas.begin(), c.entradas.end(), se_entra);
+        const double de_cada_una = c.parte / static_cast<double>(debajo + 1);
+        recorrida = recorrida + de_cada_una;
         for (size_t i = c.entradas.size(); i-- > 0;) {
             const entrada& e = c.entradas[i];
-            if (e.es_carpeta() && e.se_entra) {
+            if (se_entra(e)) {
                 pendientes.push_back({.ruta = bajo_de(c.ruta, e.nombre),
                                       .bajo = c.nivel == 0 ? e.nombre : c.bajo + L'\\' + e.nombre,
                                       .del_sistema = bajo_de(c.del_sistema, e.nombre),
-                                      .nivel = c.nivel + 1});
+                                      .nivel = c.nivel + 1,
+                                      .parte = de_cada_una});
             }
         }
     }
+    recorrida = 0;
 }
 
 void suma(recuento& total, const carpeta& c) {
@@ -208,6 +226,15 @@ void suma(recuento& total, const carpeta& c) {
 
 unsigned long long entradas_leidas() {
     return leidas.load(std::memory_order_relaxed);
+}
+
+double parte_recorrida() {
+    return recorrida.load(std::memory_order_relaxed);
+}
+
+std::wstring nombre_que_lleva(const std::wstring& ruta) {
+    WIN32_FIND_DATAW e;
+    return lumodir::dirwin::enumerador(ruta_exacta(ruta)).siguiente(e) ? e.cFileName : L"";
 }
 
 int compara_nombres(const std::wstring& a, const std::wstring& b) {

@@ -1,9 +1,9 @@
 // Directories as they are, for what the command counts, shows and searches: one level at a time, or a tree.
 //
-// Promises: directories whose names begin with a dot and names that Windows would trim (a final blank or dot, device
-// names) are read like others; a link is an entry and is never entered; a directory that cannot be read is told
-// from an empty one.
-// Cannot promise: a tree that others change meanwhile is seen as it was at different moments.
+// Promises: directories whose names begin with a dot and names that Windows would change (a final blank or dot, device
+// names) are read like others; a link is an entry and is never entered; a directory that cannot be read is not taken for
+// an empty one.
+// Cannot promise: one moment. A tree that others change meanwhile is seen in parts, each as it was when it was read.
 // Checked by tests/cli.
 #pragma once
 
@@ -21,7 +21,7 @@ struct entrada {
     long long modificada = 0, creada = 0;  // seconds since 1970, UTC
     bool es_directorio = false;            // a link to one too
     bool es_enlace = false;                // a junction or a symbolic link
-    bool se_entra = true;                  // whoever is shown a directory may take it out of the walk
+    bool se_entra = true;                  // may be set to false by whoever is shown the directory above
 
     bool es_carpeta() const { return es_directorio && !es_enlace; }
 };
@@ -31,6 +31,7 @@ struct carpeta {
     std::wstring bajo;         // what is below the base; "." for the base itself
     std::wstring del_sistema;  // the same directory, in the form that takes every name
     size_t nivel = 0;          // 0 for the base
+    double parte = 1;          // share of the whole walk that lies in and below this directory: a guess
     bool leida = false;
     unsigned long codigo = 0;            // of the system, when it could not be read
     std::vector<entrada> entradas = {};  // sorted by name, without "." and ".."
@@ -39,7 +40,7 @@ struct carpeta {
 // The full path in the form that takes every name as the directory holds it (\\?\...).
 std::wstring ruta_exacta(const std::wstring& ruta);
 // The path to hand to the library: as it was given, but for one that names an entry which Windows would not find
-// by it (a final blank or dot, a device name).
+// by it (a final blank or dot, a device name), or that is to be below such a directory.
 std::wstring ruta_de_trabajo(const std::wstring& ruta);
 
 std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre);
@@ -61,6 +62,11 @@ void suma(recuento& total, const carpeta& c);
 
 // Entries that walks have read so far; for the progress line.
 unsigned long long entradas_leidas();
+// How much of the current walk is done, from 0 to 1, estimated from what it has seen.
+double parte_recorrida();
+
+// The name by which the directory holds an entry, letter case included; nothing when it is missing.
+std::wstring nombre_que_lleva(const std::wstring& ruta);
 
 // Sorts names as the listings do, letter case aside.
 int compara_nombres(const std::wstring& a, const std::wstring& b);

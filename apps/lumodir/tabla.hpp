@@ -16,7 +16,7 @@ namespace mando {
 enum class corte { como_ruta, al_final };
 
 struct columna {
-    frase titulo;
+    frase titulo = {};
     bool a_la_derecha = false;
     bool elastica = false;           // the one that gives way on a narrow terminal
     corte corta = corte::como_ruta;  // how

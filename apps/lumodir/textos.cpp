@@ -3,16 +3,12 @@
 #include <algorithm>
 #include <cwchar>
 
-#include "cdir_rutas.h"
-#include "companions/lumostr.h"
-#include "companions/widestr.h"
+#include "lumodir.hpp"
 #include "sistema_windows.hpp"
 
 namespace mando {
 
 namespace {
-
-constexpr const char* etiqueta = "lumodir (LUMODIR.EXE)";
 
 struct tramo {
     char32_t desde, hasta;
@@ -122,33 +118,8 @@ std::wstring ancho_de(std::string_view ascii) {
     return {ascii.begin(), ascii.end()};
 }
 
-std::wstring de_pagina_activa(const char* texto) {
-    return texto ? i_de_pagina(CP_ACP, texto) : std::wstring();
-}
-
-std::wstring toma(wchar_t* texto) {
-    std::wstring resultado = texto ? texto : L"";
-    widestr_nousar_destruye_opcional(&texto, etiqueta, __LINE__);
-    return resultado;
-}
-
-std::wstring toma(char* texto) {
-    std::wstring resultado = de_pagina_activa(texto);
-    lumostr_destruye_opcional(&texto);
-    return resultado;
-}
-
-std::vector<std::wstring> toma(ArrCADENA_u* lista) {
-    std::vector<std::wstring> resultado;
-    if (lista) {
-        const unsigned long cuantos = arr_NumElemsCADENA_u(lista);
-        resultado.reserve(cuantos);
-        for (unsigned long i = 0; i < cuantos; ++i) {
-            resultado.emplace_back(arr_GetCADENA_u(lista, i));
-        }
-        arr_DestruyeCADENA_u(&lista);
-    }
-    return resultado;
+std::wstring de_pagina_activa(std::string_view texto) {
+    return i_de_pagina(CP_ACP, texto);
 }
 
 namespace {
@@ -179,7 +150,10 @@ std::wstring sin_trampas(std::wstring_view texto) {
 std::wstring a_la_vista(std::wstring_view nombre) {
     std::wstring texto = i_escrito(
         nombre, [](char32_t c) { return i_esta_en(enganyosos, c) || (c < 0x20 && c != L'\n') || c == 0x7F; });
-    const auto es_blanco = [](wchar_t c) { return c == L' ' || c == 0xA0 || c == 0x3000; };
+    const auto es_blanco = [](wchar_t c) {
+        return c == L' ' || c == 0xA0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F ||
+               c == 0x205F || c == 0x3000;
+    };
     const bool con_comillas = !texto.empty() && (es_blanco(texto.front()) || es_blanco(texto.back()));
     return con_comillas ? L'"' + texto + L'"' : texto;
 }
@@ -211,9 +185,8 @@ std::wstring abreviado(std::wstring_view ruta, size_t columnas) {
     const size_t de_mas = columnas_de(ruta) > ruta.size() ? columnas_de(ruta) - ruta.size() : 0;
     const size_t maximo = columnas > de_mas ? columnas - de_mas : 0;
     std::wstring corta = entera;
-    if (cdir_es_path_valido_UNICODE(entera.c_str(), nullptr) == CIERTO && maximo <= 0xFFFF) {
-        corta = toma(
-            cdir_ruta_abreviada_con_logitud_maxima_u(entera.c_str(), static_cast<unsigned short>(maximo)));
+    if (lumodir::cdir::es_path_valido(entera) && maximo <= 0xFFFF) {
+        corta = lumodir::cdir::ruta_abreviada_con_logitud_maxima(entera, static_cast<unsigned short>(maximo));
     }
     return cortado(corta, columnas);
 }

@@ -1,4 +1,4 @@
-// Text of the command: results of the library taken over, UTF-8 at the borders, widths for display.
+// Text of the command: UTF-8 at the borders, widths for display.
 //
 // Inside the command text is UTF-16, as the library's; a lone surrogate, which file names may hold, is kept
 // and becomes U+FFFD only where UTF-8 leaves the program.
@@ -8,9 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "companions/arr.h"
 #include "frases.hpp"
 
 namespace mando {
@@ -23,11 +21,7 @@ std::optional<std::wstring> de_pagina_estricta(unsigned pagina, std::string_view
 // ASCII literals of the program itself.
 std::wstring ancho_de(std::string_view ascii);
 
-// Takes a new string of the library over: copies it and frees it. NULL gives an empty text.
-std::wstring toma(wchar_t* texto);
-std::wstring toma(char* texto);  // from the active code page
-std::wstring de_pagina_activa(const char* texto);
-std::vector<std::wstring> toma(ArrCADENA_u* lista);
+std::wstring de_pagina_activa(std::string_view texto);
 
 // Text for people: what turns the writing direction, breaks a line or does not show at all is written out
 // (<U+202E>). What scripts read is never changed so.

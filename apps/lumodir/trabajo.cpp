@@ -7,7 +7,6 @@
 #include <mutex>
 #include <thread>
 
-#include "anfitrion.hpp"
 #include "consola.hpp"
 #include "ordenes.hpp"
 #include "sistema_windows.hpp"
@@ -85,7 +84,6 @@ void con_progreso(const std::function<void()>& trabajo, const std::function<std:
     std::exception_ptr excepcion;
     const auto comienzo = std::chrono::steady_clock::now();
     std::thread obrero([&] {
-        pon_idioma_del_hilo();
         try {
             trabajo();
         } catch (...) {

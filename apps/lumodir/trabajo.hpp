@@ -1,8 +1,8 @@
 // Long work with a progress line over it, and Ctrl-C as a wish to stop.
 //
-// Promises: Ctrl-C is answered at once: work that can stop ends with the entry it is at, any other ends with the
-// program, which says first what it knows of what was done; a second Ctrl-C always ends the program. The closing of
-// the window waits for the entry in work, as long as the system lets it.
+// Promises: Ctrl-C is answered at once. Work that can be stopped stops after the entry in work; other work ends with the
+// program, which first says what has been done. A second Ctrl-C always ends the program. When the window is closed, the
+// program waits for the entry in work as long as the system allows.
 // Checked by tests/cli.
 #pragma once
 

@@ -4,7 +4,8 @@
 # - a piece of code that ends with a backslash (`C:\dir\`) is closed by its backtick all the same;
 # - the first paragraph is the brief description, whole: it may hold points that end no sentence;
 # - a line that begins at the margin ends a list;
-# - the words of linkage go.
+# - the words of linkage go;
+# - "/** 8-bit flavour. */" stands for the arguments and the answer of the function above, its texts in the code page.
 # A page in Markdown gets its table of contents, headings get anchors of their own, as GitHub names them, and links lead
 # to what there is among the pages: those to files that are none become plain text.
 # Lines keep their numbers but for one more after a list, so that warnings name the right ones.
@@ -109,6 +110,24 @@ sub pagina {
     return $. == 1 ? "$linea\n[TOC]\n" : $linea;
 }
 
+# The last comment that stood before a function, a line each, and that function.
+my (@ultimo, $ultima);
+
+# A comment of one line, so that lines keep their numbers.
+sub gemela {
+    my ($resto) = @_;
+    my $sin_respuesta = $resto =~ s/, without its answer//;
+    my @detalles = map { s{^ \* ?}{}r } @ultimo;
+    shift @detalles while @detalles && $detalles[0] !~ /^\@(?:param|return)/;
+    my $texto = join ' ', @detalles;
+    $texto =~ s/ *\@return.*//s if $sin_respuesta;
+    $texto =~ s/\(UTF-16/(8-bit/g;
+    $texto =~ s/widestr_nousar_destruye/lumostr_destruye/g;
+    $texto =~ s/(arr_DestruyeCADENA)_u/$1/g;
+    $texto =~ s/_UNICODE\(\)/()/g;
+    return "/** 8-bit flavour of $ultima()" . ($sin_respuesta ? ', without its answer.' : '.') . " $texto */";
+}
+
 my $en_ejemplo = 0;
 while (my $linea = <>) {
     if ($ARGV =~ /\.md$/) {
@@ -123,6 +142,15 @@ while (my $linea = <>) {
     }
     chomp $linea;
     $linea =~ s/\r$//;
+    if ($linea =~ m{^/\*\* 8-bit flavour(.*?)\. \*/$}) {
+        $linea = gemela($1);
+    } elsif ($linea =~ m{^/\*\*}) {
+        @ultimo = ();
+    } elsif ($linea =~ m{^ \*(?!/)}) {
+        push @ultimo, $linea;
+    } elsif ($linea =~ m{^(?:LUMODIR_API .*?)?(\w+)\(}) {
+        $ultima = $1;
+    }
     my $cierra = $en_grupo ? '/** @} */ ' : '';
     if ($linea =~ m{^/\* ---- (.*?) ----\s*(\*/)?$}) {
         $en_titulo = !defined $2;

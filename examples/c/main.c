@@ -3,6 +3,8 @@
  *
  * Everything happens in the folder "example.dir" below the current one, which is removed at the end.
  */
+#include <fcntl.h>
+#include <io.h>
 #include <stdio.h>
 #include <windows.h>
 
@@ -26,13 +28,13 @@ static void on_internal_error(const char *expression, const char *tag, unsigned 
                               void *context) {
     (void)tag, (void)line, (void)detail;
     ++*(int *)context; /* the pointer that was given with the receiver */
-    printf("    internal error: %s\n", expression);
+    wprintf(L"    internal error: %hs\n", expression);
 }
 
 /* A text for the user, in the user's language. It is valid only during the call: copy it to keep it. */
 static void on_warning(const wchar_t *text, void *context) {
     (void)context;
-    printf("    warning: %ls\n", text);
+    wprintf(L"    warning: %ls\n", text);
 }
 
 /* What the retry question below knows. */
@@ -46,7 +48,7 @@ struct held_file {
 static unsigned short on_retry_question(const wchar_t *message, unsigned long error_code, void *context) {
     struct held_file *held = context;
     (void)message; /* the text to show, with the system's own text for the error */
-    printf("    try again after error %lu? %s\n", error_code, held->try_again ? "yes" : "no, stop it all");
+    wprintf(L"    try again after error %lu? %hs\n", error_code, held->try_again ? "yes" : "no, stop it all");
     if (held->try_again) {
         CloseHandle(held->handle);
     } else {
@@ -69,6 +71,8 @@ static void make_file(const wchar_t *path) {
 }
 
 int main(void) {
+    /* A console shows every script, and a file gets UTF-8: without this a name in Cyrillic would end its line. */
+    _setmode(_fileno(stdout), _O_U8TEXT);
     int internal_errors = 0;
     struct held_file held = {INVALID_HANDLE_VALUE, CIERTO, CIERTO};
 
@@ -79,56 +83,57 @@ int main(void) {
     buclrein_establece_politica(2, 10); /* 2 silent retries, 10 ms before each; then the question */
     msglocal_establece_idioma(MSGLOCAL_INGLES);
 
-    puts("A text that comes out of the library is freed by the library:");
+    _putws(L"A text that comes out of the library is freed by the library:");
     wchar_t *message = NULL;
     if (cdir_es_path_valido_UNICODE(L"C:\\data\\con.txt", &message) != CIERTO) {
-        printf("    %ls\n", message);
+        wprintf(L"    %ls\n", message);
         FREE(message); /* message is NULL now */
     }
     wchar_t *drive, *directory, *name, *extension;
     cdir_splitpath_con_comprobacion_UNICODE(L"C:\\a\\b.txt", &drive, &directory, &name, &extension);
-    printf("    %ls %ls %ls %ls\n", drive, directory, name, extension);
+    wprintf(L"    %ls %ls %ls %ls\n", drive, directory, name, extension);
     FREE(drive);
     FREE(directory);
     FREE(name);
     FREE(extension);
 
-    puts("A record of the caller's is filled and released, not freed:");
+    _putws(L"A record of the caller's is filled and released, not freed:");
     make_file(L"example.dir\\b.txt");
     make_file(L"example.dir\\a.txt");
+    make_file(L"example.dir\\\u043e\u0442\u0447\u0451\u0442.txt"); /* a name in Cyrillic */
     make_file(L"example.dir\\sub\\c.dat");
     ListaFicheros_u files;
     cdir_lista_de_ficheros_UNICODE(L"example.dir", L"txt", &files);
     for (unsigned long i = 0; i < files.num; ++i) {
-        printf("    %ls\n", files.lista[i]);
+        wprintf(L"    %ls\n", files.lista[i]);
     }
     cdir_libera_lista_de_ficheros_UNICODE(&files);
 
-    puts("What the user should know is shown, what the programmer should know is reported:");
+    _putws(L"What the user should know is shown, what the programmer should know is reported:");
     cdir_path_valido_UNICODE(L"9:\\data", CIERTO);
     cdir_existe_fichero_UNICODE(NULL);
 
-    puts("A listing tells its progress and can be stopped:");
+    _putws(L"A listing tells its progress and can be stopped:");
     int entries_left = 1;
     unsigned short stopped = FALSO;
     ArrCADENA *names = fichsdir_nombres_ficheros_prog("example.dir", &entries_left, &stopped, on_progress);
-    printf("    stopped: %s\n", stopped == CIERTO ? "yes" : "no");
+    wprintf(L"    stopped: %hs\n", stopped == CIERTO ? "yes" : "no");
     arr_DestruyeCADENA(&names); /* what was found so far; a list frees its strings */
 
-    puts("A file in use: the question is asked, and the deletion goes on:");
+    _putws(L"A file in use: the question is asked, and the deletion goes on:");
     held.handle = CreateFileW(L"example.dir\\b.txt", GENERIC_READ, 0, NULL, OPEN_EXISTING, 0, NULL);
-    printf("    deleted: %s\n", cdir_borra_fichero_UNICODE(L"example.dir\\b.txt") == CIERTO ? "yes" : "no");
+    wprintf(L"    deleted: %hs\n", cdir_borra_fichero_UNICODE(L"example.dir\\b.txt") == CIERTO ? "yes" : "no");
 
-    puts("The same in a tree, and this time the user stops the whole deletion:");
+    _putws(L"The same in a tree, and this time the user stops the whole deletion:");
     held.handle = CreateFileW(L"example.dir\\sub\\c.dat", GENERIC_READ, 0, NULL, OPEN_EXISTING, 0, NULL);
     held.try_again = FALSO;
     unsigned short deleted = cdir_borra_directorio_y_subdirectorios_parando(L"example.dir", &held.go_on);
-    printf("    deleted: %s\n", deleted == CIERTO ? "yes" : "no");
+    wprintf(L"    deleted: %hs\n", deleted == CIERTO ? "yes" : "no");
     CloseHandle(held.handle);
 
-    puts("At the end:");
+    _putws(L"At the end:");
     deleted = cdir_borra_directorio_y_subdirectorios_UNICODE(L"example.dir");
-    printf("    deleted: %s\n", deleted == CIERTO ? "yes" : "no");
-    printf("    internal errors: %d, blocks never freed: %llu\n", internal_errors, lumospy_bloques_vivos());
+    wprintf(L"    deleted: %hs\n", deleted == CIERTO ? "yes" : "no");
+    wprintf(L"    internal errors: %d, blocks never freed: %llu\n", internal_errors, lumospy_bloques_vivos());
     return 0;
 }

@@ -2,6 +2,8 @@
  * lumodir loaded while the program runs: for a program that must start without it, or a plug-in, or another
  * language. No header and no import library are needed; the functions are plain C with the names of the headers.
  */
+#include <fcntl.h>
+#include <io.h>
 #include <stdio.h>
 #include <windows.h>
 
@@ -19,7 +21,7 @@ typedef void (*set_on_error_t)(on_error_t receive, void *context);
 static void on_internal_error(const char *expression, const char *tag, unsigned long line, const wchar_t *detail,
                               void *context) {
     (void)tag, (void)line, (void)detail, (void)context;
-    printf("internal error: %s\n", expression);
+    wprintf(L"internal error: %hs\n", expression);
 }
 
 static HMODULE library;
@@ -28,16 +30,17 @@ static HMODULE library;
 static FARPROC function(const char *name) {
     FARPROC found = GetProcAddress(library, name);
     if (found == NULL) {
-        printf("lumodir.dll has no %s\n", name);
+        wprintf(L"lumodir.dll has no %hs\n", name);
         ExitProcess(1);
     }
     return found;
 }
 
 int main(void) {
+    _setmode(_fileno(stdout), _O_U8TEXT); /* every script, to a console and to a file */
     library = LoadLibraryW(L"lumodir.dll");
     if (library == NULL) {
-        printf("lumodir.dll was not found: error %lu\n", GetLastError());
+        wprintf(L"lumodir.dll was not found: error %lu\n", GetLastError());
         return 1;
     }
     /* Through void*: a FARPROC may stand for any function, and compilers warn about the direct cast. */
@@ -54,16 +57,16 @@ int main(void) {
 
     wchar_t *message = NULL;
     if (is_valid_path(L"C:\\what?.txt", &message) != 1) {
-        printf("%ls\n", message);
+        wprintf(L"%ls\n", message);
         free_text(&message, "example", __LINE__); /* only the library can free what it gave */
     }
     wchar_t *name = repair_name(L"what?");
-    printf("repaired: %ls\n", name);
+    wprintf(L"repaired: %ls\n", name);
     free_text(&name, "example", __LINE__);
     exists(NULL);
 
     /* Nothing of the library may be left, and no receiver of this program, when it goes. */
-    printf("blocks never freed: %llu\n", live_blocks());
+    wprintf(L"blocks never freed: %llu\n", live_blocks());
     set_on_error(NULL, NULL);
     FreeLibrary(library);
     return 0;

@@ -26,13 +26,24 @@
 #include <utility>
 #include <vector>
 
+// Its min and max are macros, and break std::min and std::max. What is defined for it here does not stay.
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
+#define LUMODIR_SIN_LO_DEMAS
 #endif
 #ifndef NOMINMAX
-#define NOMINMAX  // its min and max are macros, and break std::min and std::max
+#define NOMINMAX
+#define LUMODIR_SIN_MIN_MAX
 #endif
 #include <windows.h>
+#ifdef LUMODIR_SIN_LO_DEMAS
+#undef WIN32_LEAN_AND_MEAN
+#undef LUMODIR_SIN_LO_DEMAS
+#endif
+#ifdef LUMODIR_SIN_MIN_MAX
+#undef NOMINMAX
+#undef LUMODIR_SIN_MIN_MAX
+#endif
 
 #include "../companions/acadorde.h"
 #include "../companions/arr.h"
@@ -51,12 +62,67 @@ constexpr bool si(unsigned short respuesta) noexcept {
     return respuesta == CIERTO;
 }
 
-inline void libera(wchar_t** texto) noexcept {
-    widestr_nousar_destruye_opcional(texto, "lumodir.hpp", __LINE__);
-}
-inline void libera(char** texto) noexcept {
-    lumostr_destruye_opcional(texto);
-}
+/**
+ * How something of the library is given back: `static void libera(T**)` for what stands behind a pointer,
+ * `static void libera(T*)` for a record that the host holds by value.
+ */
+template <class T>
+struct destruccion;
+
+template <>
+struct destruccion<wchar_t> {
+    static void libera(wchar_t** texto) noexcept {
+        widestr_nousar_destruye_opcional(texto, "lumodir.hpp", __LINE__);
+    }
+};
+template <>
+struct destruccion<char> {
+    static void libera(char** texto) noexcept { lumostr_destruye_opcional(texto); }
+};
+template <>
+struct destruccion<ArrCADENA> {
+    static void libera(ArrCADENA** l) noexcept { arr_DestruyeCADENA(l); }
+};
+template <>
+struct destruccion<ArrCADENA_u> {
+    static void libera(ArrCADENA_u** l) noexcept { arr_DestruyeCADENA_u(l); }
+};
+template <>
+struct destruccion<AcadOrde> {
+    static void libera(AcadOrde** l) noexcept { acadorde_destruye(l); }
+};
+template <>
+struct destruccion<AcadOrdeU> {
+    static void libera(AcadOrdeU** l) noexcept { acadordeu_destruye(l); }
+};
+
+/** Owns one thing of the library, a pointer or a record; moved from, it holds an empty one. */
+template <class V>
+class dueno {
+public:
+    dueno() noexcept = default;
+    explicit dueno(V nuevo) noexcept : suyo_(nuevo) {}
+    dueno(dueno&& otro) noexcept : suyo_(std::exchange(otro.suyo_, V())) {}
+    dueno& operator=(dueno&& otro) noexcept {
+        dueno antes(std::move(otro));
+        std::swap(suyo_, antes.suyo_);
+        return *this;
+    }
+    ~dueno() {
+        if constexpr (!std::is_pointer_v<V>) {
+            destruccion<V>::libera(&suyo_);
+        } else if (suyo_ != nullptr) {
+            destruccion<std::remove_pointer_t<V>>::libera(&suyo_);
+        }
+    }
+
+    const V& get() const noexcept { return suyo_; }
+    V* direccion() noexcept { return &suyo_; }
+    V suelta() noexcept { return std::exchange(suyo_, V()); }
+
+private:
+    V suyo_ = V();
+};
 
 template <class C>
 std::basic_string_view<C> vista(const C* texto) noexcept {
@@ -138,19 +204,6 @@ inline const char* elemento(const AcadOrde* l, unsigned long i) noexcept {
 inline const wchar_t* elemento(const AcadOrdeU* l, unsigned long i) noexcept {
     return acadordeu_get(l, i);
 }
-inline void libera(ArrCADENA** l) noexcept {
-    arr_DestruyeCADENA(l);
-}
-inline void libera(ArrCADENA_u** l) noexcept {
-    arr_DestruyeCADENA_u(l);
-}
-inline void libera(AcadOrde** l) noexcept {
-    acadorde_destruye(l);
-}
-inline void libera(AcadOrdeU** l) noexcept {
-    acadordeu_destruye(l);
-}
-
 /**
  * Walks anything that has size() and operator[], in any order. Where the elements are made on demand, C++17 knows no
  * more of it than an input iterator; C++20 takes it for what it is.
@@ -241,22 +294,11 @@ public:
     basic_cadena() noexcept = default;
     /** Takes over a new string of the library; NULL counts as empty. */
     explicit basic_cadena(C* nueva) noexcept : texto_(nueva) {}
-    basic_cadena(basic_cadena&& otra) noexcept : texto_(std::exchange(otra.texto_, nullptr)) {}
-    basic_cadena& operator=(basic_cadena&& otra) noexcept {
-        basic_cadena antes(std::move(otra));
-        std::swap(texto_, antes.texto_);
-        return *this;
-    }
-    ~basic_cadena() {
-        if (texto_ != nullptr) {
-            detalle::libera(&texto_);
-        }
-    }
 
     /** Terminated text, never NULL; valid as long as the owner holds it. */
     const C* c_str() const noexcept {
         static constexpr C nada = 0;
-        return texto_ == nullptr ? &nada : texto_;
+        return texto_.get() == nullptr ? &nada : texto_.get();
     }
     std::size_t size() const noexcept { return vista().size(); }
     bool empty() const noexcept { return *c_str() == 0; }
@@ -275,9 +317,9 @@ public:
     std::filesystem::path ruta() const { return detalle::ruta(c_str()); }
 
     /** For the C functions with an address of a string variable; what was held stays in it. */
-    C** direccion() noexcept { return &texto_; }
+    C** direccion() noexcept { return texto_.direccion(); }
     /** Gives up the string: the caller frees it, with the library's function. */
-    C* suelta() noexcept { return std::exchange(texto_, nullptr); }
+    C* suelta() noexcept { return texto_.suelta(); }
 
     // Code unit by code unit, as std::basic_string does. Each of the three by itself: an owner becomes a view by
     // itself, too, and there must be one best choice.
@@ -349,7 +391,7 @@ public:
     }
 
 private:
-    C* texto_ = nullptr;
+    detalle::dueno<C*> texto_;
 };
 
 using cadena = basic_cadena<wchar_t>; /**< UTF-16 */
@@ -422,23 +464,12 @@ public:
     basic_lista() noexcept = default;
     /** Takes over a new list of the library; NULL counts as empty. */
     explicit basic_lista(L* nueva) noexcept : lista_(nueva) {}
-    basic_lista(basic_lista&& otra) noexcept : lista_(std::exchange(otra.lista_, nullptr)) {}
-    basic_lista& operator=(basic_lista&& otra) noexcept {
-        basic_lista antes(std::move(otra));
-        std::swap(lista_, antes.lista_);
-        return *this;
-    }
-    ~basic_lista() {
-        if (lista_ != nullptr) {
-            detalle::libera(&lista_);
-        }
-    }
 
-    std::size_t size() const noexcept { return lista_ == nullptr ? 0 : detalle::cuenta(lista_); }
+    std::size_t size() const noexcept { return get() == nullptr ? 0 : detalle::cuenta(get()); }
     bool empty() const noexcept { return size() == 0; }
     /** An element; an empty view, after a report, when there is none. */
     value_type operator[](std::size_t i) const noexcept {
-        return detalle::vista(detalle::elemento(lista_, static_cast<unsigned long>(i)));
+        return detalle::vista(detalle::elemento(get(), static_cast<unsigned long>(i)));
     }
     /** The first and the last element of a list that has one. */
     value_type front() const noexcept { return (*this)[0]; }
@@ -456,12 +487,12 @@ public:
         return copia;
     }
 
-    L* get() const noexcept { return lista_; }
-    L** direccion() noexcept { return &lista_; }
-    L* suelta() noexcept { return std::exchange(lista_, nullptr); }
+    L* get() const noexcept { return lista_.get(); }
+    L** direccion() noexcept { return lista_.direccion(); }
+    L* suelta() noexcept { return lista_.suelta(); }
 
 private:
-    L* lista_ = nullptr;
+    detalle::dueno<L*> lista_;
 };
 
 using lista = basic_lista<ArrCADENA_u>;   /**< UTF-16 */
@@ -470,9 +501,26 @@ using ordenada = basic_lista<AcadOrdeU>;  /**< UTF-16, sorted */
 using ordenada_a = basic_lista<AcadOrde>; /**< 8-bit, sorted */
 
 namespace detalle {
-/** How records of a kind are freed: `static void libera(T**)`. */
+/** A list of records, with what frees each of them. */
 template <class T>
-struct destruccion;
+struct lista_de {
+    ArrPunteroConTipo* lista = nullptr;
+};
+template <class T>
+struct destruccion<lista_de<T>> {
+    static void libera(lista_de<T>* registros) noexcept {
+        if (registros->lista != nullptr) {
+            arr_DestruyeEstructurasConTipo(&registros->lista, quita);
+        }
+    }
+
+private:
+    static void quita(void** registro) {
+        T* uno = static_cast<T*>(*registro);
+        destruccion<T>::libera(&uno);
+        *registro = uno;
+    }
+};
 }  // namespace detalle
 
 /**
@@ -488,40 +536,25 @@ public:
 
     registros() noexcept = default;
     /** Takes over a new list of the library; NULL counts as empty. */
-    explicit registros(ArrPunteroConTipo* nueva) noexcept : lista_(nueva) {}
-    registros(registros&& otra) noexcept : lista_(std::exchange(otra.lista_, nullptr)) {}
-    registros& operator=(registros&& otra) noexcept {
-        registros antes(std::move(otra));
-        std::swap(lista_, antes.lista_);
-        return *this;
-    }
-    ~registros() {
-        if (lista_ != nullptr) {
-            arr_DestruyeEstructurasConTipo(&lista_, quita);
-        }
-    }
+    explicit registros(ArrPunteroConTipo* nueva) noexcept : registros_(detalle::lista_de<T>{nueva}) {}
 
-    std::size_t size() const noexcept { return lista_ == nullptr ? 0 : arr_NumElemsPuntero(lista_); }
+    std::size_t size() const noexcept { return lista() == nullptr ? 0 : arr_NumElemsPuntero(lista()); }
     bool empty() const noexcept { return size() == 0; }
     /** An element that there is: `i` below size(). */
     const T& operator[](std::size_t i) const noexcept {
-        return *static_cast<const T*>(arr_GetPunteroConTipo(lista_, static_cast<unsigned long>(i)));
+        return *static_cast<const T*>(arr_GetPunteroConTipo(lista(), static_cast<unsigned long>(i)));
     }
     /** The first and the last element of a list that has one. */
     const T& front() const noexcept { return (*this)[0]; }
     const T& back() const noexcept { return (*this)[size() - 1]; }
     const_iterator begin() const noexcept { return {this, 0}; }
     const_iterator end() const noexcept { return {this, size()}; }
-    ArrPunteroConTipo** direccion() noexcept { return &lista_; }
+    ArrPunteroConTipo** direccion() noexcept { return &registros_.direccion()->lista; }
 
 private:
-    static void quita(void** registro) {
-        T* uno = static_cast<T*>(*registro);
-        detalle::destruccion<T>::libera(&uno);
-        *registro = uno;
-    }
+    ArrPunteroConTipo* lista() const noexcept { return registros_.get().lista; }
 
-    ArrPunteroConTipo* lista_ = nullptr;
+    detalle::dueno<detalle::lista_de<T>> registros_;
 };
 
 /** Blocks of the library that this program still owns (lumospy_bloques_vivos()). */

@@ -81,53 +81,51 @@ inline bool fechas_iguales(long long fecha1, long long fecha2) {
 
 }  // namespace timefich
 
+namespace detalle {
+template <>
+struct destruccion<Nomsfich> {
+    static void libera(Nomsfich** registro) noexcept { nomsfich_destruye(registro); }
+};
+}  // namespace detalle
+
 namespace nomsfich {
 
 /** A file name in lower case, held as base name and extension; 8-bit, owned. */
 class registro {
 public:
-    /** From a bare file name, cut at its last point. */
+    /** From a bare file name, cut at its last dot. */
     explicit registro(const argumento_a& nombre) : nomsfich_(nomsfich_crea(nombre.c_str())) {}
     registro(const argumento_a& nombre_base, const argumento_a& extension)
         : nomsfich_(nomsfich_crea_por_nombre_base_y_extension(nombre_base.c_str(), extension.c_str())) {}
-    registro(registro&& otro) noexcept : nomsfich_(std::exchange(otro.nomsfich_, nullptr)) {}
-    registro& operator=(registro&& otro) noexcept {
-        registro antes(std::move(otro));
-        std::swap(nomsfich_, antes.nomsfich_);
-        return *this;
-    }
-    ~registro() {
-        if (nomsfich_ != nullptr) {
-            nomsfich_destruye(&nomsfich_);
-        }
-    }
     /** A second record of the same name. */
-    registro copia() const { return registro(nomsfich_copia(nomsfich_)); }
+    registro copia() const { return registro(nomsfich_copia(nomsfich_.get())); }
     /** A second record with another extension. */
     registro cambia_extension(const argumento_a& extension) const {
-        return registro(nomsfich_cambia_extension(nomsfich_, extension.c_str()));
+        return registro(nomsfich_cambia_extension(nomsfich_.get(), extension.c_str()));
     }
     /** Valid as long as the record. */
     std::string_view nombre_base_fichero() const {
-        return lumodir::detalle::vista(nomsfich_nombre_base_fichero(nomsfich_));
+        return lumodir::detalle::vista(nomsfich_nombre_base_fichero(nomsfich_.get()));
     }
-    /** Without its point; valid as long as the record. */
+    /** Without its dot; valid as long as the record. */
     std::string_view extension_fichero() const {
-        return lumodir::detalle::vista(nomsfich_extension_fichero(nomsfich_));
+        return lumodir::detalle::vista(nomsfich_extension_fichero(nomsfich_.get()));
     }
     /** The whole name. */
-    cadena_a nombre_fichero() const { return cadena_a(nomsfich_nombre_fichero(nomsfich_)); }
+    cadena_a nombre_fichero() const { return cadena_a(nomsfich_nombre_fichero(nomsfich_.get())); }
     /** By base name and then by extension, byte by byte. */
-    int compara(const registro& otro) const { return nomsfich_compara(nomsfich_, otro.nomsfich_); }
+    int compara(const registro& otro) const {
+        return nomsfich_compara(nomsfich_.get(), otro.nomsfich_.get());
+    }
     friend bool operator==(const registro& a, const registro& b) {
-        return lumodir::detalle::si(nomsfich_iguales(a.nomsfich_, b.nomsfich_));
+        return lumodir::detalle::si(nomsfich_iguales(a.nomsfich_.get(), b.nomsfich_.get()));
     }
     friend bool operator!=(const registro& a, const registro& b) { return !(a == b); }
     friend bool operator<(const registro& a, const registro& b) { return a.compara(b) < 0; }
 
 private:
     explicit registro(Nomsfich* nuevo) noexcept : nomsfich_(nuevo) {}
-    Nomsfich* nomsfich_;
+    lumodir::detalle::dueno<Nomsfich*> nomsfich_;
 };
 
 /** Whether two extensions are exactly equal. */

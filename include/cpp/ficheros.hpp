@@ -262,7 +262,7 @@ inline cadena dameDirectorioTemporal() {
 inline cadena creaFicheroTemporal() {
     return cadena(lumodir_creaFicheroTemporal());
 }
-/** The same with an extension, without its point. */
+/** The same with an extension, without its dot. */
 inline cadena creaFicheroTemporalConExt(const argumento& ext) {
     return cadena(lumodir_creaFicheroTemporalConExt(ext.c_str()));
 }

@@ -84,6 +84,47 @@ inline bool es_raiz(const argumento& directorio) noexcept {
 
 }  // namespace detalle
 
+namespace detalle {
+
+template <>
+struct destruccion<ListaFicheros_u> {
+    static void libera(ListaFicheros_u* registro) noexcept {
+        if (registro->path != nullptr || registro->num != 0) {
+            cdir_libera_lista_de_ficheros_UNICODE(registro);
+        }
+    }
+};
+
+/** The lists of a tree, one for each directory. */
+struct listas_de_arbol {
+    unsigned long num = 0;
+    ListaFicheros_u* directorios = nullptr;
+};
+template <>
+struct destruccion<listas_de_arbol> {
+    static void libera(listas_de_arbol* arbol) noexcept {
+        if (arbol->directorios != nullptr) {
+            lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(arbol->num,
+                                                                                    &arbol->directorios);
+        }
+    }
+};
+
+template <>
+struct destruccion<Fichsdir> {
+    static void libera(Fichsdir** registro) noexcept { fichsdir_destruye(registro); }
+};
+template <>
+struct destruccion<ApunOrde> {
+    static void libera(ApunOrde** registros) noexcept { apunorde_nousar_destruye(registros); }
+};
+template <>
+struct destruccion<Dirwin_u> {
+    static void libera(Dirwin_u** busqueda) noexcept { dirwin_destruye_UNICODE(busqueda); }
+};
+
+}  // namespace detalle
+
 /** The sorted names of the files or directories of one directory, owned. */
 class lista_ficheros {
 public:
@@ -93,40 +134,27 @@ public:
     lista_ficheros() noexcept = default;
     /** To be filled; says whether the root of the current drive will be listed, which the record does not tell. */
     explicit lista_ficheros(bool es_raiz) noexcept : es_raiz_(es_raiz) {}
-    lista_ficheros(lista_ficheros&& otra) noexcept
-        : registro_(std::exchange(otra.registro_, {})), es_raiz_(otra.es_raiz_) {}
-    lista_ficheros& operator=(lista_ficheros&& otra) noexcept {
-        lista_ficheros antes(std::move(otra));
-        std::swap(registro_, antes.registro_);
-        std::swap(es_raiz_, antes.es_raiz_);
-        return *this;
-    }
-    ~lista_ficheros() {
-        if (registro_.path != nullptr || registro_.num != 0) {
-            cdir_libera_lista_de_ficheros_UNICODE(&registro_);
-        }
-    }
 
-    std::wstring_view path() const noexcept { return detalle::nombres(&registro_).path(); }
-    std::size_t size() const noexcept { return registro_.num; }
+    std::wstring_view path() const noexcept { return detalle::nombres(&registro_.get()).path(); }
+    std::size_t size() const noexcept { return registro_.get().num; }
     bool empty() const noexcept { return size() == 0; }
     /** A name that there is: `i` below size(). */
-    std::wstring_view operator[](std::size_t i) const noexcept { return registro_.lista[i]; }
+    std::wstring_view operator[](std::size_t i) const noexcept { return registro_.get().lista[i]; }
     /** The first and the last name of a list that has one. */
     std::wstring_view front() const noexcept { return (*this)[0]; }
     std::wstring_view back() const noexcept { return (*this)[size() - 1]; }
     const_iterator begin() const noexcept { return {this, 0}; }
     const_iterator end() const noexcept { return {this, size()}; }
     /** Copies of the names. */
-    std::vector<std::wstring> vector() const { return detalle::nombres(&registro_).vector(); }
+    std::vector<std::wstring> vector() const { return detalle::nombres(&registro_.get()).vector(); }
     /** The paths, joined as the library joins them; bare names where listed by full pattern. */
     std::vector<std::filesystem::path> rutas() const {
-        return detalle::nombres(&registro_, es_raiz_).rutas();
+        return detalle::nombres(&registro_.get(), es_raiz_).rutas();
     }
-    ListaFicheros_u* direccion() noexcept { return &registro_; }
+    ListaFicheros_u* direccion() noexcept { return registro_.direccion(); }
 
 private:
-    ListaFicheros_u registro_ = {};
+    detalle::dueno<ListaFicheros_u> registro_;
     bool es_raiz_ = false;
 };
 
@@ -138,28 +166,14 @@ public:
 
     arbol() noexcept = default;
     arbol(unsigned long num, ListaFicheros_u* nuevos, bool es_raiz = false) noexcept
-        : num_(num), directorios_(nuevos), es_raiz_(es_raiz) {}
-    arbol(arbol&& otro) noexcept
-        : num_(std::exchange(otro.num_, 0)),
-          directorios_(std::exchange(otro.directorios_, nullptr)),
-          es_raiz_(otro.es_raiz_) {}
-    arbol& operator=(arbol&& otro) noexcept {
-        arbol antes(std::move(otro));
-        std::swap(num_, antes.num_);
-        std::swap(directorios_, antes.directorios_);
-        std::swap(es_raiz_, antes.es_raiz_);
-        return *this;
-    }
-    ~arbol() {
-        if (directorios_ != nullptr) {
-            lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(num_, &directorios_);
-        }
-    }
+        : listas_(detalle::listas_de_arbol{num, nuevos}), es_raiz_(es_raiz) {}
 
-    std::size_t size() const noexcept { return num_; }
-    bool empty() const noexcept { return num_ == 0; }
+    std::size_t size() const noexcept { return listas_.get().num; }
+    bool empty() const noexcept { return size() == 0; }
     /** A directory that there is: `i` below size(). */
-    value_type operator[](std::size_t i) const noexcept { return value_type(directorios_ + i, es_raiz_); }
+    value_type operator[](std::size_t i) const noexcept {
+        return value_type(listas_.get().directorios + i, es_raiz_);
+    }
     /** The first and the last directory of a tree that has one. */
     value_type front() const noexcept { return (*this)[0]; }
     value_type back() const noexcept { return (*this)[size() - 1]; }
@@ -167,8 +181,7 @@ public:
     const_iterator end() const noexcept { return {this, size()}; }
 
 private:
-    unsigned long num_ = 0;
-    ListaFicheros_u* directorios_ = nullptr;
+    detalle::dueno<detalle::listas_de_arbol> listas_;
     bool es_raiz_ = false;
 };
 
@@ -254,11 +267,6 @@ inline bool existenSubdirectorios(const argumento& path) {
 
 namespace detalle {
 
-template <>
-struct destruccion<Fichsdir> {
-    static void libera(Fichsdir** registro) noexcept { fichsdir_destruye(registro); }
-};
-
 /** The caller's function behind the library's callback, and what it threw. */
 template <class F>
 struct progreso {
@@ -331,32 +339,23 @@ public:
     using const_iterator = lumodir::detalle::iterador<ordenados>;
 
     explicit ordenados(ApunOrde* nuevos) noexcept : registros_(nuevos) {}
-    ordenados(ordenados&& otros) noexcept : registros_(std::exchange(otros.registros_, nullptr)) {}
-    ordenados& operator=(ordenados&& otros) noexcept {
-        ordenados antes(std::move(otros));
-        std::swap(registros_, antes.registros_);
-        return *this;
-    }
-    ~ordenados() {
-        if (registros_ != nullptr) {
-            apunorde_nousar_destruye(&registros_);
-        }
-    }
+
     std::size_t size() const noexcept {
-        return registros_ == nullptr ? 0 : apunorde_nousar_num_elems(registros_);
+        return registros_.get() == nullptr ? 0 : apunorde_nousar_num_elems(registros_.get());
     }
     bool empty() const noexcept { return size() == 0; }
     /** An element that there is: `i` below size(). */
     const Fichsdir& operator[](std::size_t i) const noexcept {
-        return *static_cast<const Fichsdir*>(apunorde_nousar_get(registros_, static_cast<unsigned long>(i)));
+        return *static_cast<const Fichsdir*>(
+            apunorde_nousar_get(registros_.get(), static_cast<unsigned long>(i)));
     }
     const_iterator begin() const noexcept { return {this, 0}; }
     const_iterator end() const noexcept { return {this, size()}; }
     /** The record of a name, nullptr when there is none; valid as long as the owner. */
     const Fichsdir* busca(const argumento_a& nombre) const {
-        return registros_ == nullptr
-                   ? nullptr
-                   : static_cast<const Fichsdir*>(apunorde_nousar_busca(registros_, nombre.c_str(), compara));
+        return registros_.get() == nullptr ? nullptr
+                                           : static_cast<const Fichsdir*>(apunorde_nousar_busca(
+                                                 registros_.get(), nombre.c_str(), compara));
     }
 
 private:
@@ -364,7 +363,7 @@ private:
         return fichsdir_compara_nombre(static_cast<const Fichsdir*>(registro),
                                        static_cast<const char*>(clave));
     }
-    ApunOrde* registros_;
+    lumodir::detalle::dueno<ApunOrde*> registros_;
 };
 
 /** The files of a directory (8-bit) as records sorted by name. */
@@ -474,38 +473,24 @@ public:
     explicit enumerador(const argumento& patron) : enumerador(dirwin_crea_UNICODE(patron.c_str())) {}
     /** Takes over a new enumerator of the library, at once after it was made. */
     explicit enumerador(Dirwin_u* nuevo) noexcept : dirwin_(nuevo) {
-        if (dirwin_ != nullptr && dirwin_->busqueda == INVALID_HANDLE_VALUE) {
+        if (nuevo != nullptr && nuevo->busqueda == INVALID_HANDLE_VALUE) {
             codigo_ = algun_codigo(::GetLastError());
-        }
-    }
-    enumerador(enumerador&& otro) noexcept
-        : dirwin_(std::exchange(otro.dirwin_, nullptr)), codigo_(otro.codigo_), actual_(otro.actual_) {}
-    enumerador& operator=(enumerador&& otro) noexcept {
-        enumerador antes(std::move(otro));
-        std::swap(dirwin_, antes.dirwin_);
-        std::swap(codigo_, antes.codigo_);
-        actual_ = antes.actual_;
-        return *this;
-    }
-    ~enumerador() {
-        if (dirwin_ != nullptr) {
-            dirwin_destruye_UNICODE(&dirwin_);
         }
     }
     /** Stores the next entry; false at the end. */
     bool siguiente(WIN32_FIND_DATAW& entrada) {
-        if (lumodir::detalle::si(dirwin_findnextfile_UNICODE(dirwin_, &entrada))) {
+        if (lumodir::detalle::si(dirwin_findnextfile_UNICODE(dirwin_.get(), &entrada))) {
             return true;
         }
-        if (const DWORD codigo = ::GetLastError(); dirwin_ != nullptr &&
-                                                   dirwin_->busqueda != INVALID_HANDLE_VALUE &&
-                                                   codigo != ERROR_NO_MORE_FILES) {
+        if (const DWORD codigo = ::GetLastError(); abierto() && codigo != ERROR_NO_MORE_FILES) {
             codigo_ = algun_codigo(codigo);
         }
         return false;
     }
     /** Whether the search was opened, by the pattern or by the own filter. */
-    bool abierto() const noexcept { return dirwin_ != nullptr && dirwin_->busqueda != INVALID_HANDLE_VALUE; }
+    bool abierto() const noexcept {
+        return dirwin_.get() != nullptr && dirwin_.get()->busqueda != INVALID_HANDLE_VALUE;
+    }
     /** The system's code when the search could not be opened, or ended before its end; else 0. */
     unsigned long codigo() const noexcept { return codigo_; }
     iterador begin() { return iterador(this); }
@@ -517,7 +502,7 @@ private:
         return codigo == ERROR_SUCCESS ? ERROR_GEN_FAILURE : codigo;
     }
 
-    Dirwin_u* dirwin_;
+    lumodir::detalle::dueno<Dirwin_u*> dirwin_;
     unsigned long codigo_ = ERROR_SUCCESS;
     WIN32_FIND_DATAW actual_ = {};
 };

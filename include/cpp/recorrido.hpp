@@ -9,7 +9,7 @@
  * asked.
  *
  * The root is made a full path once, when the walk begins, and entered even if it is a link. A junction or a symbolic
- * link below it is handed out and never entered. Names that the system would change on their way (a final point or
+ * link below it is handed out and never entered. Names that the system would change on their way (a final dot or
  * blank, `con`, `aux.txt`) are entered like others; to open such a file take `entrada::ruta_extendida()`.
  *
  * What it cannot promise: that the tree holds still. Somebody who puts a link in the place of a directory between its

@@ -19,7 +19,7 @@ struct piezas {
     cadena unidad;
     cadena directorio;
     cadena nombre_base;
-    cadena extension; /**< with its point */
+    cadena extension; /**< with its dot */
 };
 
 namespace detalle {

@@ -207,10 +207,6 @@ inline std::optional<std::vector<valor>> lee_valores_cadena_clave_ex(vista v, ra
 
 namespace detalle {
 template <>
-struct destruccion<ArrCADENA_u> {
-    static void libera(ArrCADENA_u** registro) noexcept { arr_DestruyeCADENA_u(registro); }
-};
-template <>
 struct destruccion<Taskproc> {
     static void libera(Taskproc** registro) noexcept { taskproc_destruye(registro); }
 };
@@ -219,6 +215,10 @@ struct destruccion<UnidadSistema> {
     static void libera(UnidadSistema** registro) noexcept {
         lumodir_destruyeEstructuraUnidadSistema(registro);
     }
+};
+template <>
+struct destruccion<InfoTabla> {
+    static void libera(InfoTabla* tabla) noexcept { info_LiberaTabla(tabla); }
 };
 }  // namespace detalle
 
@@ -253,29 +253,22 @@ public:
     using const_iterator = detalle::iterador<tabla>;
 
     /** With the drives that are present now. */
-    tabla() { info_GetDriveInfoSystem(&tabla_); }
-    tabla(tabla&& otra) noexcept : tabla_(std::exchange(otra.tabla_, {})) {}
-    tabla& operator=(tabla&& otra) noexcept {
-        tabla antes(std::move(otra));
-        std::swap(tabla_, antes.tabla_);
-        return *this;
-    }
-    ~tabla() { info_LiberaTabla(&tabla_); }
+    tabla() { info_GetDriveInfoSystem(tabla_.direccion()); }
 
-    std::size_t size() const noexcept { return tabla_.numDiscos; }
+    std::size_t size() const noexcept { return tabla_.get().numDiscos; }
     bool empty() const noexcept { return size() == 0; }
     /** An entry that there is: `i` below size(). */
-    const InfoDisco& operator[](std::size_t i) const noexcept { return tabla_.discos[i]; }
+    const InfoDisco& operator[](std::size_t i) const noexcept { return tabla_.get().discos[i]; }
     const_iterator begin() const noexcept { return {this, 0}; }
     const_iterator end() const noexcept { return {this, size()}; }
     /** The entry of a drive, 0 = A to 25 = Z; nullptr when it is not in the table. */
     const InfoDisco* BuscaDiscoId(unsigned short disco) const {
-        const unsigned short i = info_BuscaDiscoId(&tabla_, disco);
-        return i == INFO_DISCO_AUSENTE ? nullptr : tabla_.discos + i;
+        const unsigned short i = info_BuscaDiscoId(&tabla_.get(), disco);
+        return i == INFO_DISCO_AUSENTE ? nullptr : tabla_.get().discos + i;
     }
 
 private:
-    InfoTabla tabla_ = {};
+    detalle::dueno<InfoTabla> tabla_;
 };
 
 /** The letter of an entry and a colon. */

@@ -99,7 +99,7 @@ Register-ArgumentCompleter -Native -CommandName lumodir, lumodir.exe -ScriptBloc
             '--hidden' = 'search directories whose names begin with a dot too'
             '--glob' = 'PATTERN is that of the whole name, also without * and ?'
             '--full-path' = 'compare PATTERN with the whole path'
-            '--case-sensitive' = 'letter case counts'
+            '--case-sensitive' = 'case-sensitive'
             '--absolute-path' = 'show full paths'
             '--max-results' = 'stop after N'
             '--long' = 'with attributes, sizes and dates'

@@ -1,4 +1,5 @@
-// Sorted string arrays as the library itself fills them; the exported operations are in acadorde.cpp.
+// Sorted string arrays as the library itself fills them (the exported operations are in abi/acadorde.cpp): order code unit
+// by code unit, a shorter prefix first; where repeats are not admitted, a text that is already there changes nothing.
 #pragma once
 
 #include "companions/acadorde.h"

@@ -1,4 +1,4 @@
-// Sorted pointer arrays as the library itself fills them; the exported operations are in apunorde.cpp.
+// Sorted pointer arrays as the library itself fills them; the exported operations are in abi/apunorde.cpp.
 #pragma once
 
 #include "companions/acadorde.hpp"

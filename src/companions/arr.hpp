@@ -1,4 +1,4 @@
-// String lists and typed pointer lists: what the exported arr_… operations (companions/arr.h) are made of, with
+// String lists and typed pointer lists: what the exported arr_… operations (abi/arr.cpp) are made of, with
 // move-only owners for work inside the library.
 //
 // Promises: appending n elements one at a time is linear in all; an index out of range is reported and gives
@@ -55,52 +55,27 @@ namespace lumodir {
 template <class C>
 using arr_cadena = std::conditional_t<std::is_same_v<C, wchar_t>, ArrCADENA_u, ArrCADENA>;
 
-// A new, empty tracked object of a list type (constructed in place), and its end.
+// A new, empty tracked object of a list type (constructed in place), its end and its owner.
 template <class T>
 T* i_crea_objeto(lugar donde = lugar::aqui()) {
     return ::new (i_reserva(sizeof(T), donde)) T();
 }
-template <class T>
-void i_destruye_objeto(T* objeto) noexcept {
-    if (objeto != nullptr) {
+struct destruye_objeto {
+    template <class T>
+    void operator()(T* objeto) const noexcept {
         objeto->~T();
         i_libera(objeto);
     }
-}
+};
 
-// Move-only owner of a tracked object.
 template <class T>
-class objeto {
+class objeto : public duenyo<T, destruye_objeto> {
 public:
+    using duenyo<T, destruye_objeto>::duenyo;
     static objeto crea(lugar donde = lugar::aqui()) { return objeto(i_crea_objeto<T>(donde)); }
-    objeto() noexcept = default;
-    explicit objeto(T* puntero) noexcept : puntero_(puntero) {}
-    objeto(objeto&& otro) noexcept : puntero_(otro.suelta()) {}
-    objeto& operator=(objeto&& otro) noexcept {
-        if (this != &otro) {
-            i_destruye_objeto(puntero_);
-            puntero_ = otro.suelta();
-        }
-        return *this;
-    }
-    ~objeto() { i_destruye_objeto(puntero_); }
-
-    T* get() const noexcept { return puntero_; }
-    T* operator->() const noexcept { return puntero_; }
-    T& operator*() const noexcept { return *puntero_; }
-    explicit operator bool() const noexcept { return puntero_ != nullptr; }
-    T* suelta() noexcept {
-        T* puntero = puntero_;
-        puntero_ = nullptr;
-        return puntero;
-    }
-
-private:
-    T* puntero_ = nullptr;
 };
 
 // A whole wide list in 8-bit text; the wide list is destroyed.
-objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista,
-                                                               lugar donde = lugar::aqui());
+objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista);
 
 }  // namespace lumodir

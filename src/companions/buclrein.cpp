@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "companions/anfitrion.hpp"
-#include "companions/buclrein.h"
 #include "companions/lmaviso.hpp"
 #include "companions/plataforma.hpp"
 
@@ -29,12 +28,12 @@ constexpr unsigned long espera_por_defecto_ms = 100;
 
 unsigned long i_reintentos_silenciosos = reintentos_por_defecto;
 unsigned long i_espera_ms = espera_por_defecto_ms;
-bool i_modo_servicio = false;
+bool i_en_servicio = false;
 BuclreinReceptor i_receptor = nullptr;
 void* i_contexto = nullptr;
 
 bool i_va_a_reintentar(const BuclRein& bucle) noexcept {
-    return bucle.reintenta && !i_modo_servicio && (bucle.quedan > 0 || bucle.informa);
+    return bucle.reintenta && !i_en_servicio && (bucle.quedan > 0 || bucle.informa);
 }
 
 // The program has no receiver: the user learns of it, nobody can be asked.
@@ -44,10 +43,11 @@ unsigned short i_pregunta_por_defecto(const wchar_t* mensaje) noexcept {
 }
 
 bool i_pregunta(const BuclRein& bucle) {
-    cadena_w texto = bucle.codigo_error == 0
-                         ? concatena<wchar_t>({bucle.mensaje})
-                         : concatena<wchar_t>({bucle.mensaje, L"\n",
-                                               plataforma::texto_de_codigo_de_error(bucle.codigo_error)});
+    cadena_w texto =
+        bucle.codigo_error == 0
+            ? concatena<wchar_t>({bucle.mensaje})
+            : concatena<wchar_t>(
+                  {bucle.mensaje, L"\n", plataforma::strgetlasterror_texto_cod_error(bucle.codigo_error)});
     const unsigned short respuesta =
         i_receptor == nullptr ? i_pregunta_por_defecto(texto.c_str())
                               : llama_al_anfitrion(i_receptor, texto.c_str(), bucle.codigo_error, i_contexto);
@@ -61,7 +61,11 @@ BuclRein* buclrein_crea(unsigned short reintentar, unsigned short informar, luga
         BuclRein{reintentar == 1, informar == 1, false, false, false, i_reintentos_silenciosos, {}, 0};
 }
 
-void buclrein_set_mensaje_reintentar(BuclRein* bucle, cadena_w mensaje, unsigned long codigo_error) noexcept {
+bool i_va_a_preguntar(const BuclRein* bucle) noexcept {
+    return bucle->quedan == 0 && i_va_a_reintentar(*bucle);
+}
+
+void i_anota_fallo(BuclRein* bucle, cadena_w mensaje, unsigned long codigo_error) noexcept {
     bucle->mensaje = std::move(mensaje);
     bucle->codigo_error = codigo_error;
     bucle->ha_fallado = true;
@@ -93,21 +97,25 @@ void buclrein_destruye(BuclRein** bucle) noexcept {
 }
 
 void buclrein_establece_modo_servicio_sin_reintentos() noexcept {
-    i_modo_servicio = true;
+    i_en_servicio = true;
 }
 
-void i_buclrein_restablece_modo_servicio() noexcept {
-    i_modo_servicio = false;
+bool i_modo_servicio() noexcept {
+    return i_en_servicio;
+}
+
+void i_restablece_modo_servicio() noexcept {
+    i_en_servicio = false;
+}
+
+void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long espera_ms) noexcept {
+    i_reintentos_silenciosos = reintentos_silenciosos;
+    i_espera_ms = espera_ms;
+}
+
+void i_establece_receptor(BuclreinReceptor receptor, void* contexto) noexcept {
+    i_receptor = receptor;
+    i_contexto = contexto;
 }
 
 }  // namespace lumodir
-
-void buclrein_establece_politica(unsigned long silent_retries, unsigned long wait_ms) {
-    lumodir::i_reintentos_silenciosos = silent_retries;
-    lumodir::i_espera_ms = wait_ms;
-}
-
-void buclrein_establece_receptor(BuclreinReceptor ask, void* context) {
-    lumodir::i_receptor = ask;
-    lumodir::i_contexto = context;
-}

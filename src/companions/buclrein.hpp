@@ -8,32 +8,46 @@
 // Checked by tests/companions/buclrein_test.cpp.
 #pragma once
 
+#include "companions/buclrein.h"
 #include "companions/cadena.hpp"
 
 namespace lumodir {
 
+// Of all loops from then on, and whom they ask.
+void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long espera_ms) noexcept;
+void i_establece_receptor(BuclreinReceptor receptor, void* contexto) noexcept;
+
 struct BuclRein;
 
+// Whether the failure of an attempt is asked about now: no silent retry is left.
+bool i_va_a_preguntar(const BuclRein* bucle) noexcept;
+void i_anota_fallo(BuclRein* bucle, cadena_w mensaje, unsigned long codigo_error) noexcept;
+
 BuclRein* buclrein_crea(unsigned short reintentar, unsigned short informar, lugar donde = lugar::aqui());
-// Takes the message over: it describes the failure of the last attempt.
-void buclrein_set_mensaje_reintentar(BuclRein* bucle, cadena_w mensaje, unsigned long codigo_error) noexcept;
+// After a failed attempt: `haz_mensaje` makes the text that describes it, and is called only when the user is about to
+// be asked.
+template <class Hazlo>
+void buclrein_set_mensaje_reintentar(BuclRein* bucle, Hazlo haz_mensaje, unsigned long codigo_error) {
+    i_anota_fallo(bucle, i_va_a_preguntar(bucle) ? haz_mensaje() : cadena_w(), codigo_error);
+}
 unsigned short buclrein_reintentar(BuclRein* bucle, unsigned short ha_ido_bien);
 unsigned short buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(const BuclRein* bucle) noexcept;
 void buclrein_destruye(BuclRein** bucle) noexcept;
 void buclrein_establece_modo_servicio_sin_reintentos() noexcept;
+bool i_modo_servicio() noexcept;
 // Tests only: service mode has no way back in the product.
-void i_buclrein_restablece_modo_servicio() noexcept;
+void i_restablece_modo_servicio() noexcept;
 
-// Runs `intento` (answers a truth value) inside a loop; after each failed attempt `al_fallar(bucle)` hands over
-// the message. Returns the outcome of the last attempt.
+// Runs `intento` (answers whether it went well) inside a loop; after each failed attempt `al_fallar(bucle)` sets the
+// message. Returns the outcome of the last attempt.
 template <class Intento, class AlFallar>
-unsigned short i_con_reintentos(unsigned short reintentar, unsigned short informar, Intento intento,
-                                AlFallar al_fallar, lugar donde = lugar::aqui()) {
+bool i_con_reintentos(unsigned short reintentar, unsigned short informar, Intento intento, AlFallar al_fallar,
+                      lugar donde = lugar::aqui()) {
     BuclRein* bucle = buclrein_crea(reintentar, informar, donde);
-    unsigned short bien;
+    bool bien;
     do {
         bien = intento();
-        if (bien != 1) {
+        if (!bien) {
             al_fallar(bucle);
         }
     } while (buclrein_reintentar(bucle, bien) == 1);

@@ -4,6 +4,7 @@
 #include <winternl.h>
 
 #include <cstddef>
+#include <cstring>
 #include <utility>
 
 #include "companions/sin_dialogos.hpp"
@@ -93,6 +94,14 @@ bool i_atributos_por_manija(HANDLE abierta, DWORD* atributos) noexcept {
     return true;
 }
 
+DWORD i_pon_atributos(HANDLE abierta, DWORD atributos) noexcept {
+    FILE_BASIC_INFO datos = {};  // a date of 0 stays as it is
+    datos.FileAttributes = atributos == 0 ? FILE_ATTRIBUTE_NORMAL : atributos;
+    return sistema.SetFileInformationByHandle(abierta, FileBasicInfo, &datos, sizeof datos)
+               ? ERROR_SUCCESS
+               : i_ultimo_error();
+}
+
 // The directory itself says that it is one, and no link. Its tag is asked for only when it bears one: not every file
 // system knows that question, and some answer nonsense.
 bool i_es_directorio_sin_enlace(HANDLE abierta) noexcept {
@@ -164,7 +173,6 @@ cadena_w i_forma_nativa(vista_w completa) {
 }
 
 DWORD i_marca_para_borrar(HANDLE abierta, trato_con_volumen& trato) {
-    const sin_dialogos callado;
     if (trato.posix) {
         borrado_ampliado ampliado = {borrar_con_posix};
         if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &ampliado, sizeof ampliado)) {
@@ -212,6 +220,7 @@ private:
 };
 
 DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato, enlace_raiz si_es_enlace) {
+    const sin_dialogos callado;
     const bool sigue = si_es_enlace == enlace_raiz::se_sigue;
     trato_ = &trato;
     padre_ = nullptr;
@@ -283,19 +292,29 @@ vista_w directorio_abierto::i_lugar_verdadero() {
 }
 
 DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& cual) {
+    const sin_dialogos callado;
     trato_ = padre.trato_;
     padre_ = &padre;
     nombre_ = cual.nombre;
     if (i_es_marca_de_enlace(cual.atributos, cual.marca)) {
         return ERROR_CANT_ACCESS_FILE;
     }
-    const DWORD codigo = padre.i_abre_por_nombre(cual.nombre, acceso_de_listado, comparte_todo,
-                                                 opciones_de_directorio, &manija_);
+    DWORD codigo = padre.i_abre_por_nombre(cual.nombre, acceso_de_listado, comparte_todo,
+                                           opciones_de_directorio, &manija_);
     if (codigo != ERROR_SUCCESS) {
         return codigo;
     }
     numero_ = i_numero(manija_.get());
-    if (!i_es_directorio_sin_enlace(manija_.get()) || !i_es_ella(cual)) {
+    juicio es_ella = i_es_directorio_sin_enlace(manija_.get()) ? i_juzga(cual) : juicio::es_otra;
+    if (es_ella == juicio::no_se_sabe) {
+        codigo = padre.i_abre_retenida(cual, acceso_de_listado, opciones_de_directorio, &manija_);
+        if (codigo != ERROR_SUCCESS) {
+            return codigo;
+        }
+        numero_ = i_numero(manija_.get());
+        es_ella = i_es_directorio_sin_enlace(manija_.get()) ? juicio::es_ella : juicio::es_otra;
+    }
+    if (es_ella == juicio::es_otra) {
         manija_.cierra();
         return ERROR_CANT_ACCESS_FILE;
     }
@@ -303,27 +322,50 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
 }
 
 // Whether what was opened by the name of an entry is what the entry was read of. Where listing and handle disagree,
-// the listing of the directory itself decides: on some file systems they count differently.
-bool directorio_abierto::i_es_ella(const entrada_leida& cual) {
-    if (!i_es_numero(cual.numero) || !trato_->numeros_coherentes || numero_ == cual.numero) {
-        return true;
+// the listing of the directory itself is asked: on some file systems they count differently.
+directorio_abierto::juicio directorio_abierto::i_juzga(const entrada_leida& cual) {
+    if (!i_es_numero(cual.numero) || numero_ == cual.numero) {
+        return juicio::es_ella;
     }
-    const unsigned long long propio = i_numero_propio_en_listado();
-    const bool es_ella = propio == cual.numero || (i_es_numero(propio) && propio != numero_);
-    trato_->numeros_coherentes = !es_ella;
-    return es_ella;
+    const unsigned long long propio = i_numero_en_listado(L".");
+    if (propio == cual.numero) {
+        trato_->numeros_coherentes = false;
+        return juicio::es_ella;
+    }
+    return i_es_numero(propio) && propio == numero_ ? juicio::es_otra : juicio::no_se_sabe;
 }
 
-// The number that the listing of a directory gives the directory itself; 0 when it has no such entry.
-unsigned long long directorio_abierto::i_numero_propio_en_listado() {
+// The number that the listing of this directory gives an entry; 0 when it has no such entry.
+unsigned long long directorio_abierto::i_numero_en_listado(vista_w nombre) {
     lector_de_directorio entradas(*this);
     entrada_leida entrada;
     while (entradas.siguiente(&entrada)) {
-        if (entrada.nombre == L".") {
+        if (entrada.nombre == nombre) {
             return entrada.numero;
         }
     }
     return 0;
+}
+
+// For what handles count otherwise than listings: opened so that nobody can rename it, it is what its name means, and
+// its entry, read once more, must have the number that it had. A system that follows links keeps nobody on the Unix side
+// from renaming, and counts alike: there it is something else.
+DWORD directorio_abierto::i_abre_retenida(const entrada_leida& cual, DWORD acceso, DWORD opciones,
+                                          manija_fichero* abierta) {
+    abierta->cierra();
+    if (sistema.sigue_enlaces()) {
+        return ERROR_CANT_ACCESS_FILE;
+    }
+    const DWORD codigo = i_abre_por_nombre(cual.nombre, acceso, comparte_sin_borrar, opciones, abierta);
+    if (codigo != ERROR_SUCCESS) {
+        return codigo;
+    }
+    if (i_numero_en_listado(cual.nombre) != cual.numero) {
+        abierta->cierra();
+        return ERROR_CANT_ACCESS_FILE;
+    }
+    trato_->numeros_coherentes = false;
+    return ERROR_SUCCESS;
 }
 
 DWORD directorio_abierto::i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
@@ -335,7 +377,6 @@ DWORD directorio_abierto::i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD 
         return i_abre_por_ruta(nombre, acceso, compartir, opciones, abierta);
     }
     const auto intenta = [&] {
-        const sin_dialogos callado;
         *abierta = manija_fichero(sistema.abre_entrada(nombre.data(), manija_.get(), acceso, compartir,
                                                        opciones | FILE_OPEN_REPARSE_POINT,
                                                        trato_->sin_seguir ? atributo_sin_seguir : 0));
@@ -362,7 +403,6 @@ DWORD directorio_abierto::i_abre_por_ruta(vista_w nombre, DWORD acceso, DWORD co
     if (codigo != ERROR_SUCCESS) {
         return codigo;
     }
-    const sin_dialogos callado;
     *abierta = manija_fichero(sistema.abre_entrada(i_ruta_nativa(nombre).c_str(), nullptr, acceso, compartir,
                                                    opciones | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
     return abierta->valida() ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
@@ -385,7 +425,6 @@ DWORD directorio_abierto::i_retiene() {
 }
 
 DWORD directorio_abierto::i_retiene_este() {
-    const sin_dialogos callado;
     manija_fichero retenida(
         sistema.abre_entrada(i_ruta_nativa().c_str(), nullptr, acceso_de_listado, comparte_sin_borrar,
                              opciones_de_directorio | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
@@ -441,45 +480,44 @@ bool directorio_abierto::i_esta_donde_dice(HANDLE abierta, vista_w nombre) {
     return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), lugar_verdadero, nombre);
 }
 
-// Where numbers are told, and the same by both who tell them.
-bool directorio_abierto::i_tiene_su_numero(HANDLE abierta, const entrada_leida& cual) const {
-    if (!i_es_numero(cual.numero) || !trato_->numeros_coherentes) {
-        return true;
-    }
-    const unsigned long long numero = i_numero(abierta);
-    return !i_es_numero(numero) || numero == cual.numero;
-}
-
 DWORD directorio_abierto::i_abre_entrada(const entrada_leida& cual, DWORD acceso, manija_fichero* abierta) {
     const bool es_enlace = i_es_marca_de_enlace(cual.atributos, cual.marca);
     if (es_enlace && sistema.sigue_enlaces()) {
         return ERROR_CANT_ACCESS_FILE;
     }
-    const DWORD codigo =
-        i_abre_por_nombre(cual.nombre, acceso | SYNCHRONIZE, comparte_todo,
-                          cual.es_directorio() ? opciones_de_directorio
-                                               : FILE_NON_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT,
-                          abierta);
+    const DWORD opciones = cual.es_directorio() ? opciones_de_directorio
+                                                : FILE_NON_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT;
+    DWORD codigo = i_abre_por_nombre(cual.nombre, acceso | SYNCHRONIZE, comparte_todo, opciones, abierta);
     if (codigo != ERROR_SUCCESS) {
         return codigo;
     }
-    const bool por_su_numero = cual.es_directorio() || !trato_->relativo;
-    const bool es_ella = (!por_su_numero || i_tiene_su_numero(abierta->get(), cual)) &&
-                         (cual.es_directorio() || i_esta_donde_dice(abierta->get(), cual.nombre));
-    if (!es_ella) {
-        abierta->cierra();
-        return ERROR_CANT_ACCESS_FILE;
+    // A file is what bears its name in its directory. Reached by a path it has to bear its number too: the directories
+    // above are held, but not every server minds that.
+    const bool por_su_numero = cual.es_directorio() || (!trato_->relativo && trato_->numeros_coherentes);
+    const bool ha_estado_abierta = i_es_numero(cual.numero_abierto);
+    const unsigned long long esperado = ha_estado_abierta ? cual.numero_abierto : cual.numero;
+    if (por_su_numero && i_es_numero(esperado) && i_numero(abierta->get()) != esperado) {
+        codigo = ha_estado_abierta ? ERROR_CANT_ACCESS_FILE
+                                   : i_abre_retenida(cual, acceso | SYNCHRONIZE, opciones, abierta);
     }
-    return ERROR_SUCCESS;
+    if (codigo == ERROR_SUCCESS && !cual.es_directorio() && !i_esta_donde_dice(abierta->get(), cual.nombre)) {
+        codigo = ERROR_CANT_ACCESS_FILE;
+    }
+    if (codigo != ERROR_SUCCESS) {
+        abierta->cierra();
+    }
+    return codigo;
 }
 
 DWORD directorio_abierto::borra(const entrada_leida& cual) {
+    const sin_dialogos callado;
     manija_fichero abierta;
     const DWORD codigo = i_abre_entrada(cual, DELETE, &abierta);
     return codigo == ERROR_SUCCESS ? i_marca_para_borrar(abierta.get(), *trato_) : codigo;
 }
 
 DWORD directorio_abierto::lee_atributos(const entrada_leida& cual, DWORD* atributos) {
+    const sin_dialogos callado;
     manija_fichero abierta;
     const DWORD codigo = i_abre_entrada(cual, FILE_READ_ATTRIBUTES, &abierta);
     if (codigo != ERROR_SUCCESS) {
@@ -488,29 +526,70 @@ DWORD directorio_abierto::lee_atributos(const entrada_leida& cual, DWORD* atribu
     return i_atributos_por_manija(abierta.get(), atributos) ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
 }
 
+// A system that follows links names an open file by where its directory once lay. If another directory lies there by
+// now, a link that was followed in the first one passes for a file of its own: deletion looks once more at what bears
+// the name, a change of attributes does not. So the path must lead to the same file, under its own name.
+bool directorio_abierto::i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual) {
+    if (!sistema.sigue_enlaces() || cual.es_directorio()) {
+        return true;
+    }
+    const manija_fichero por_ruta(sistema.abre_entrada(
+        i_ruta_nativa(cual.nombre).c_str(), nullptr, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
+        FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
+    return por_ruta.valida() && i_numero(por_ruta.get()) == i_numero(abierta) &&
+           i_esta_donde_dice(por_ruta.get(), cual.nombre);
+}
+
 DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atributos) {
+    const sin_dialogos callado;
     manija_fichero abierta;
     const DWORD codigo = i_abre_entrada(cual, FILE_WRITE_ATTRIBUTES, &abierta);
     if (codigo != ERROR_SUCCESS) {
         return codigo;
     }
-    FILE_BASIC_INFO datos = {};  // a date of 0 stays as it is
-    datos.FileAttributes = atributos == 0 ? FILE_ATTRIBUTE_NORMAL : atributos;
-    return sistema.SetFileInformationByHandle(abierta.get(), FileBasicInfo, &datos, sizeof datos)
+    return i_lleva_a_ella(abierta.get(), cual) ? i_pon_atributos(abierta.get(), atributos)
+                                               : ERROR_CANT_ACCESS_FILE;
+}
+
+DWORD directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso,
+                                               manija_fichero* abierta) const {
+    DWORD codigo = ERROR_SUCCESS;
+    *abierta = lmlongpath_CreateFileW(
+        raiz, acceso | FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr, OPEN_EXISTING,
+        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, &codigo);
+    if (!abierta->valida()) {
+        return codigo;
+    }
+    return i_numero(abierta->get()) == numero_ && i_es_directorio_sin_enlace(abierta->get())
                ? ERROR_SUCCESS
-               : i_ultimo_error();
+               : ERROR_CANT_ACCESS_FILE;
 }
 
 DWORD directorio_abierto::borra_raiz(const ruta_fijada& raiz) {
-    DWORD codigo = ERROR_SUCCESS;
-    const manija_fichero abierta = lmlongpath_CreateFileW(
-        raiz, DELETE | FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr, OPEN_EXISTING,
-        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, &codigo);
-    if (!abierta.valida()) {
-        return codigo;
+    const sin_dialogos callado;
+    manija_fichero abierta;
+    const DWORD codigo = i_abre_raiz_otra_vez(raiz, DELETE, &abierta);
+    return codigo == ERROR_SUCCESS ? i_marca_para_borrar(abierta.get(), *trato_) : codigo;
+}
+
+DWORD directorio_abierto::protege_raiz(const ruta_fijada& raiz, bool de_solo_lectura) {
+    const sin_dialogos callado;
+    manija_fichero abierta;
+    const DWORD codigo = i_abre_raiz_otra_vez(raiz, FILE_WRITE_ATTRIBUTES, &abierta);
+    DWORD atributos;
+    if (codigo != ERROR_SUCCESS || !i_atributos_por_manija(abierta.get(), &atributos)) {
+        return codigo != ERROR_SUCCESS ? codigo : i_ultimo_error();
     }
-    return i_numero(abierta.get()) == numero_ ? i_marca_para_borrar(abierta.get(), *trato_)
-                                              : ERROR_CANT_ACCESS_FILE;
+    constexpr DWORD marca = FILE_ATTRIBUTE_READONLY;
+    return i_pon_atributos(abierta.get(), de_solo_lectura ? atributos | marca : atributos & ~marca);
+}
+
+bool directorio_abierto::esta_en(const ruta_fijada& raiz) const {
+    const sin_dialogos callado;
+    const manija_fichero abierta =
+        lmlongpath_CreateFileW(raiz, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr,
+                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr, nullptr);
+    return abierta.valida() && i_numero(abierta.get()) == numero_;
 }
 
 // ---- Reading ----
@@ -606,28 +685,34 @@ void lector_de_directorio::i_recuerda_ultimo(vista_w nombre) noexcept {
     rasgos_utf16::copy(ultimo_nombre_, nombre.data(), largo_del_ultimo_);
 }
 
-// What a file system writes is believed as far as the room goes that it was given.
+// What a file system writes is believed as far as the room goes that it was given. Records are to begin at multiples
+// of eight; some begin at multiples of four, which copying stands.
 template <class Registro>
 bool lector_de_directorio::i_toma_registro(entrada_leida* entrada) noexcept {
     const auto quedan = static_cast<std::size_t>(directorio_.trato_->bufer() +
                                                  trato_con_volumen::bytes_de_lectura - registro_);
-    const auto* leido = reinterpret_cast<const Registro*>(registro_);
     constexpr std::size_t hasta_el_nombre = offsetof(Registro, FileName);
-    if (quedan < sizeof(Registro) || leido->FileNameLength > quedan - hasta_el_nombre ||
-        leido->NextEntryOffset >= quedan || leido->NextEntryOffset % alignof(Registro) != 0) {
+    constexpr std::size_t menor_alineacion = 4;
+    Registro leido;
+    if (quedan >= sizeof leido) {
+        std::memcpy(&leido, registro_, sizeof leido);
+    }
+    if (quedan < sizeof leido || leido.FileNameLength > quedan - hasta_el_nombre ||
+        leido.NextEntryOffset >= quedan || leido.NextEntryOffset % menor_alineacion != 0) {
         codigo_ = ERROR_INVALID_DATA;
         return false;
     }
-    entrada->nombre = vista_w(leido->FileName, leido->FileNameLength / sizeof(wchar_t));
-    entrada->atributos = leido->FileAttributes;
-    entrada->marca = (leido->FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido->EaSize : 0;
-    entrada->modificado = i_fecha(leido->LastWriteTime);
+    entrada->nombre = vista_w(reinterpret_cast<const wchar_t*>(registro_ + hasta_el_nombre),
+                              leido.FileNameLength / sizeof(wchar_t));
+    entrada->atributos = leido.FileAttributes;
+    entrada->marca = (leido.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido.EaSize : 0;
+    entrada->modificado = i_fecha(leido.LastWriteTime);
     if constexpr (std::is_same_v<Registro, FILE_ID_BOTH_DIR_INFO>) {
-        entrada->numero = static_cast<unsigned long long>(leido->FileId.QuadPart);
+        entrada->numero = static_cast<unsigned long long>(leido.FileId.QuadPart);
     } else {
         entrada->numero = 0;
     }
-    registro_ = leido->NextEntryOffset == 0 ? nullptr : registro_ + leido->NextEntryOffset;
+    registro_ = leido.NextEntryOffset == 0 ? nullptr : registro_ + leido.NextEntryOffset;
     if (registro_ == nullptr) {
         i_recuerda_ultimo(entrada->nombre);
     }

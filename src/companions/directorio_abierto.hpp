@@ -6,9 +6,10 @@
 // or a point at the end, device names).
 //
 // Promises: an entry is reached through its directory's handle and by the name it bears there; a subdirectory is
-// opened only if what was opened is a directory, no link, and the very object whose entry was read; where a file
-// system refuses to open relative to a handle, every directory above is held so that nobody can rename it, and the
-// full path is used; nobody is kept out by a directory that is open. A system that follows links although it was
+// opened only if what was opened is a directory, no link, and the very object whose entry was read, each by itself:
+// one that cannot be judged by its number is held so that nobody can rename it, and its entry read again; where a file
+// system refuses to open relative to a handle, every directory above is held likewise, and the full path is used;
+// besides, nobody is kept out by a directory that is open. A system that follows links although it was
 // asked not to (Wine) is noticed: what lies elsewhere than its name says is left alone.
 // Cannot promise: anything about what the file system does to a directory behind its handle; identity, where a file
 // system has no numbers for its files.
@@ -27,6 +28,7 @@ struct entrada_leida {
     DWORD marca;  // the reparse tag; 0 when the system does not tell
     unsigned long long numero;
     FILETIME modificado;
+    unsigned long long numero_abierto = 0;  // what its handle told when it was entered; 0 before
 
     bool es_directorio() const noexcept { return (atributos & FILE_ATTRIBUTE_DIRECTORY) != 0; }
     // "." and "..", which every directory has but a root.
@@ -64,7 +66,7 @@ struct trato_con_volumen {
     bool relativo = true;            // opens relative to a handle
     bool sin_seguir = true;          // knows OBJ_DONT_REPARSE
     bool posix = true;               // deletes names at once, whoever holds the file
-    bool numeros_coherentes = true;  // listings and handles tell the same numbers
+    bool numeros_coherentes = true;  // no handle has been seen to tell another number than its listing
 
     unsigned char* bufer();
 
@@ -89,19 +91,27 @@ public:
     // entry.
     DWORD abre(directorio_abierto& padre, const entrada_leida& cual);
     void cierra() noexcept { manija_.cierra(); }
+    // What its handle told; 0 when the system does not tell.
+    unsigned long long numero() const noexcept { return numero_; }
 
     // Of an entry whose name is terminated. Each answers a system code.
     DWORD borra(const entrada_leida& cual);  // a file, a link itself, an empty directory
     DWORD lee_atributos(const entrada_leida& cual, DWORD* atributos);
     DWORD pon_atributos(const entrada_leida& cual, DWORD atributos);
 
-    // Of the root: removes it, if the path still leads to what is open here (or was, before it was closed).
+    // Of the root: removes it, if the path still leads to what is open here (or was, before it was closed). Where the
+    // system tells no numbers, to a directory that is no link.
     DWORD borra_raiz(const ruta_fijada& raiz);
+    DWORD protege_raiz(const ruta_fijada& raiz, bool de_solo_lectura);  // likewise, its read-only mark
+    // Of a root: whether its path, links followed, leads to it.
+    bool esta_en(const ruta_fijada& raiz) const;
 
 private:
     friend class lector_de_directorio;
     class linea_de_arriba;
+    enum class juicio { es_ella, es_otra, no_se_sabe };
 
+    DWORD i_abre_retenida(const entrada_leida& cual, DWORD acceso, DWORD opciones, manija_fichero* abierta);
     DWORD i_abre_entrada(const entrada_leida& cual, DWORD acceso, manija_fichero* abierta);
     DWORD i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
                             manija_fichero* abierta);
@@ -110,12 +120,13 @@ private:
     DWORD i_retiene();
     DWORD i_retiene_este();
     cadena_w i_ruta_nativa(vista_w nombre = {});
-    bool i_es_ella(const entrada_leida& cual);
-    bool i_tiene_su_numero(HANDLE abierta, const entrada_leida& cual) const;
+    juicio i_juzga(const entrada_leida& cual);
     vista_w i_lugar_verdadero();
     bool i_esta_donde_dice(HANDLE abierta, vista_w nombre);
+    bool i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual);
     bool i_es_raiz_sin_enlace(const ruta_fijada& raiz);
-    unsigned long long i_numero_propio_en_listado();
+    DWORD i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso, manija_fichero* abierta) const;
+    unsigned long long i_numero_en_listado(vista_w nombre);
 
     manija_fichero manija_;
     trato_con_volumen* trato_ = nullptr;

@@ -2,9 +2,9 @@
 #include "companions/error_interno.hpp"
 
 #include <algorithm>
+#include <atomic>
 
 #include "companions/anfitrion.hpp"
-#include "companions/error_interno.h"
 #include "companions/plataforma.hpp"
 #include "companions/unicode.hpp"
 
@@ -91,9 +91,19 @@ void error_interno_default_error(lugar donde) noexcept {
     i_informa("default", nullptr, donde);
 }
 
-}  // namespace lumodir
-
-void error_interno_establece_receptor(ErrorInternoReceptor receive, void* context) {
-    lumodir::i_receptor = receive;
-    lumodir::i_contexto = context;
+void i_memoria_agotada(lugar donde) noexcept {
+    static std::atomic<bool> dicho{false};
+    if (!dicho.exchange(true)) {
+        error_interno("memoria disponible", donde);
+    }
+    for (;;) {
+        plataforma::termina_proceso();
+    }
 }
+
+void i_establece_receptor(ErrorInternoReceptor receptor, void* contexto) noexcept {
+    i_receptor = receptor;
+    i_contexto = contexto;
+}
+
+}  // namespace lumodir

@@ -6,8 +6,11 @@
 #pragma once
 
 #include "companions/cadena.hpp"
+#include "companions/error_interno.h"
 
 namespace lumodir {
+
+void i_establece_receptor(ErrorInternoReceptor receptor, void* contexto) noexcept;
 
 void error_interno(const char* expresion, lugar donde = lugar::aqui()) noexcept;
 void error_interno_msg_u(const char* expresion, const wchar_t* detalle, lugar donde = lugar::aqui()) noexcept;
@@ -37,6 +40,19 @@ bool i_comprueba_con(bool condicion, const char* expresion, Detalle detalle,
         }
     }
     return condicion;
+}
+
+// The end of what a host owns, by the address of its variable: reports a missing address, and a variable that is NULL.
+// The variable is NULL before `fin` runs, which may lead back to it.
+template <class T, class Fin>
+void i_destruye_en(T** variable, const char* hay_variable, const char* hay_objeto, Fin fin,
+                   lugar donde = lugar::aqui()) noexcept {
+    if (i_comprueba(variable != nullptr, hay_variable, donde) &&
+        i_comprueba(*variable != nullptr, hay_objeto, donde)) {
+        T* const objeto = *variable;
+        *variable = nullptr;
+        fin(objeto);
+    }
 }
 
 }  // namespace lumodir

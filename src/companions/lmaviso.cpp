@@ -2,7 +2,6 @@
 #include "companions/lmaviso.hpp"
 
 #include "companions/anfitrion.hpp"
-#include "companions/lmaviso.h"
 #include "companions/plataforma.hpp"
 
 namespace lumodir {
@@ -22,9 +21,9 @@ void lmaviso_aviso_interno_como_error_u(const wchar_t* texto) noexcept {
     plataforma::escribe_error_estandar(L"\n");
 }
 
-}  // namespace lumodir
-
-void lmaviso_establece_receptor(LmavisoReceptor show, void* context) {
-    lumodir::i_receptor = show;
-    lumodir::i_contexto = context;
+void i_establece_receptor(LmavisoReceptor receptor, void* contexto) noexcept {
+    i_receptor = receptor;
+    i_contexto = contexto;
 }
+
+}  // namespace lumodir

@@ -4,8 +4,11 @@
 #pragma once
 
 #include "companions/cadena.hpp"
+#include "companions/lmaviso.h"
 
 namespace lumodir {
+
+void i_establece_receptor(LmavisoReceptor receptor, void* contexto) noexcept;
 
 void lmaviso_aviso_interno_como_error_u(const wchar_t* texto) noexcept;
 

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "companions/error_interno.hpp"
-#include "companions/lmlongpath.h"
 #include "companions/sin_dialogos.hpp"
 
 namespace lumodir {
@@ -332,25 +331,12 @@ cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde) {
     return cadena_w(con_unidad ? resto : ruta, donde);
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-wchar_t* lmlongpath_prepended_path_si_necesario(const wchar_t* path) {
-    if (!i_comprueba(path != nullptr, "(path) != NULL")) {
-        return cadena_w(vista_w()).suelta();
-    }
-    return cadena_w(vista_w(ruta_fijada(path).dada_si_cabe())).suelta();
-}
-
-unsigned long long lmlongpath_GetFileSize(const wchar_t* path, unsigned long* error_out) {
-    constexpr unsigned long long sin_tamanyo = ~0ull;
-    if (!i_comprueba(path != nullptr, "(path) != NULL")) {
-        return sin_tamanyo;
-    }
+std::optional<unsigned long long> i_tamanyo(const ruta_fijada& ruta, DWORD* error_out) noexcept {
     WIN32_FILE_ATTRIBUTE_DATA datos;
-    if (!i_con_codigo(lmlongpath_GetFileAttributesExW(path, &datos), error_out)) {
-        return sin_tamanyo;
+    if (!i_con_codigo(lmlongpath_GetFileAttributesExW(ruta, &datos), error_out)) {
+        return {};
     }
     return static_cast<unsigned long long>(datos.nFileSizeHigh) << 32 | datos.nFileSizeLow;
 }
+
+}  // namespace lumodir

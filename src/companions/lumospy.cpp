@@ -6,10 +6,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "companions/error_interno.hpp"
-#include "companions/lumospy.h"
-#include "companions/plataforma.hpp"
-
 namespace lumodir {
 
 tabla_memoria memoria = {std::malloc, std::realloc, std::free};
@@ -18,17 +14,6 @@ namespace {
 
 std::atomic<unsigned long long> i_vivos{0};
 std::atomic<unsigned long long> i_internos{0};
-std::atomic<bool> i_agotada{false};
-
-// Reports once, whichever thread comes first, and does not come back.
-[[noreturn]] void i_memoria_agotada(lugar donde) noexcept {
-    if (!i_agotada.exchange(true)) {
-        error_interno("memoria disponible", donde);
-    }
-    for (;;) {
-        plataforma::termina_proceso();
-    }
-}
 
 void* i_bloque(std::size_t bytes, lugar donde) noexcept {
     void* bloque = memoria.reserva(bytes == 0 ? 1 : bytes);
@@ -90,34 +75,12 @@ void i_libera_interno(void* bloque) noexcept {
     }
 }
 
+unsigned long long i_bloques_vivos() noexcept {
+    return i_vivos.load(std::memory_order_relaxed);
+}
+
 unsigned long long i_bloques_internos_vivos() noexcept {
     return i_internos.load(std::memory_order_relaxed);
 }
 
 }  // namespace lumodir
-
-using namespace lumodir;
-
-void* lumospy_nousar_malloc(size_t size) {
-    return i_reserva(size, lugar::aqui());
-}
-
-void* lumospy_nousar_calloc(size_t count, size_t size) {
-    return i_reserva_a_cero(count, size, lugar::aqui());
-}
-
-void* lumospy_nousar_realloc(void* pointer, size_t size) {
-    return i_cambia(pointer, size, lugar::aqui());
-}
-
-void lumospy_nousar_free_pp(void** pointer) {
-    if (i_comprueba(pointer != nullptr, "(pointer) != NULL") &&
-        i_comprueba(*pointer != nullptr, "(*pointer) != NULL")) {
-        i_libera(*pointer);
-        *pointer = nullptr;
-    }
-}
-
-unsigned long long lumospy_bloques_vivos(void) {
-    return i_vivos.load(std::memory_order_relaxed);
-}

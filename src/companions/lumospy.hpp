@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <type_traits>
 
 #include "companions/lugar.hpp"
@@ -24,15 +25,20 @@ struct tabla_memoria {
 };
 extern tabla_memoria memoria;
 
+// Reports it once, whichever thread comes first, and does not come back. Of error_interno.cpp: whoever reports needs memory
+// and not the other way round.
+[[noreturn]] void i_memoria_agotada(lugar donde) noexcept;
+
 // Blocks that callers own (strings, lists, records): counted in the public census.
-void* i_reserva(std::size_t bytes, lugar donde);
-void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde);
-void* i_cambia(void* bloque, std::size_t bytes, lugar donde);
+void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui());
+void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde = lugar::aqui());
+void* i_cambia(void* bloque, std::size_t bytes, lugar donde = lugar::aqui());
 void i_libera(void* bloque) noexcept;
+unsigned long long i_bloques_vivos() noexcept;
 
 // Inner arrays: never handed out, outside the public census.
-void* i_reserva_interno(std::size_t bytes, lugar donde);
-void* i_cambia_interno(void* bloque, std::size_t bytes, lugar donde);
+void* i_reserva_interno(std::size_t bytes, lugar donde = lugar::aqui());
+void* i_cambia_interno(void* bloque, std::size_t bytes, lugar donde = lugar::aqui());
 void i_libera_interno(void* bloque) noexcept;
 unsigned long long i_bloques_internos_vivos() noexcept;
 
@@ -43,39 +49,28 @@ void lumospy_nousar_asigna_doble_puntero_no_null(T** campo, T** variable) noexce
     *variable = nullptr;
 }
 
-// Move-only owner of a block that callers will own: a record, or a buffer that becomes a string.
-template <class T>
-class registro {
+// Owner of what `Fin` ends. `suelta()` gives it up, where a result leaves the library.
+template <class T, class Fin>
+class duenyo : public std::unique_ptr<T, Fin> {
 public:
-    registro() noexcept = default;
-    explicit registro(T* bloque) noexcept : bloque_(bloque) {}
-    registro(registro&& otro) noexcept : bloque_(otro.suelta()) {}
-    registro& operator=(registro&& otro) noexcept {
-        if (this != &otro) {
-            i_libera(bloque_);
-            bloque_ = otro.suelta();
-        }
-        return *this;
-    }
-    ~registro() { i_libera(bloque_); }
+    using std::unique_ptr<T, Fin>::unique_ptr;
+    T* suelta() noexcept { return this->release(); }
+};
+
+struct libera_bloque {
+    void operator()(void* bloque) const noexcept { i_libera(bloque); }
+};
+
+// Owner of a block that callers will own: a record, or a buffer that becomes a string.
+template <class T>
+class registro : public duenyo<T, libera_bloque> {
+public:
+    using duenyo<T, libera_bloque>::duenyo;
 
     // Zeroed room for `cuantos` records of T.
     static registro a_cero(std::size_t cuantos = 1, lugar donde = lugar::aqui()) {
         return registro(static_cast<T*>(i_reserva_a_cero(cuantos, sizeof(T), donde)));
     }
-
-    T* get() const noexcept { return bloque_; }
-    T* operator->() const noexcept { return bloque_; }
-    T& operator*() const noexcept { return *bloque_; }
-    explicit operator bool() const noexcept { return bloque_ != nullptr; }
-    T* suelta() noexcept {
-        T* bloque = bloque_;
-        bloque_ = nullptr;
-        return bloque;
-    }
-
-private:
-    T* bloque_ = nullptr;
 };
 
 // Growable array of trivially copyable elements for work inside one call; grows geometrically.
@@ -110,7 +105,8 @@ public:
     }
     void reserva_sitio(std::size_t sitio, lugar donde = lugar::aqui()) {
         if (sitio > sitio_) {
-            // A product that overflows becomes a size that no allocator has.
+            // A product that overflows becomes a size that no allocator has. Some elements are pointers.
+            // NOLINTNEXTLINE(bugprone-sizeof-expression)
             const std::size_t bytes = sitio > SIZE_MAX / sizeof(T) ? SIZE_MAX : sitio * sizeof(T);
             datos_ = static_cast<T*>(i_cambia_interno(datos_, bytes, donde));
             sitio_ = sitio;

@@ -3,8 +3,6 @@
 
 #include <atomic>
 
-#include "companions/error_interno.hpp"
-#include "companions/msglocal.h"
 #include "companions/plataforma.hpp"
 
 namespace lumodir {
@@ -13,80 +11,58 @@ namespace {
 constexpr unsigned long ranura_sin_elegir = ~0ul;
 std::atomic<unsigned long> i_ranura{ranura_sin_elegir};
 
-struct idioma_windows {
-    unsigned short primario;   // low ten bits of a LANGID
-    unsigned short sublengua;  // upper six bits; 0 stands for all of them
-    unsigned long ranura;
-};
-
-// More particular rows come first.
-constexpr idioma_windows idiomas[] = {
-    {0x0A, 0x02, 6},   // Spanish of Mexico
-    {0x0A, 0x0B, 7},   // Spanish of Argentina
-    {0x0A, 0x01, 0},   // Spanish, traditional sort
-    {0x0A, 0x03, 0},   // Spanish of Spain, modern sort
-    {0x0A, 0x00, 24},  // Spanish of anywhere else
-    {0x0C, 0x00, 1},   // French
-    {0x16, 0x01, 2},   // Portuguese of Brazil
-    {0x16, 0x00, 3},   // Portuguese of Portugal
-    {0x03, 0x00, 4},   // Catalan
-    {0x10, 0x00, 5},   // Italian
-    {0x09, 0x00, 8},   // English
-    {0x56, 0x00, 9},   // Galician
-    {0x02, 0x00, 10},  // Bulgarian
-    {0x18, 0x00, 11},  // Romanian
-    {0x04, 0x02, 12},  // Chinese of the People's Republic
-    {0x04, 0x04, 12},  // Chinese of Singapore
-    {0x04, 0x00, 8},   // Traditional Chinese: no texts, English is nearer than the other script
-    {0x07, 0x00, 13},  // German
-    {0x19, 0x00, 18},  // Russian
-    {0x1E, 0x00, 25},  // Thai
-    {0x05, 0x00, 26},  // Czech
-    {0x1A, 0x01, 27},  // Croatian
-    {0x1A, 0x04, 27},  // Croatian of Bosnia and Herzegovina
-    {0x24, 0x00, 29},  // Slovenian
-    {0x0E, 0x00, 30},  // Hungarian
-    {0x15, 0x00, 31},  // Polish
-    {0x1F, 0x00, 33},  // Turkish
-    {0x11, 0x00, 39},  // Japanese
-};
-
 constexpr unsigned short castellano = 0x0C0A;
 constexpr unsigned short de_mexico = 0x080A;
 constexpr unsigned short de_portugal = 0x0816;
 constexpr unsigned short de_brasil = 0x0416;
+constexpr unsigned short ingles = 0x0409;
+constexpr unsigned short chino = 0x0804;
+constexpr unsigned short croata = 0x041A;
 
-struct textos_del_sistema {
-    unsigned long ranura;
-    idiomas_de_ranura idiomas;
+struct idioma_windows {
+    unsigned short primario;   // low ten bits of a LANGID
+    unsigned short sublengua;  // upper six bits
+    ranura_idioma ranura;
+    // In which Windows is delivered: of a variant that it lacks, the two that come nearest. The same in all rows of a slot.
+    idiomas_de_ranura del_sistema;
 };
 
-// Windows is delivered in these; a slot of a variant that it lacks names the two that come nearest.
-constexpr textos_del_sistema idiomas_del_sistema[] = {
-    {ranura_espanol, {castellano, de_mexico}},
-    {ranura_frances, {0x040C, 0}},
-    {ranura_portugues_brasil, {de_brasil, de_portugal}},
-    {ranura_portugues_portugal, {de_portugal, de_brasil}},
-    {ranura_catalan, {0x0403, castellano}},
-    {ranura_italiano, {0x0410, 0}},
-    {ranura_espanol_regional_1, {de_mexico, castellano}},
-    {ranura_espanol_regional_2, {de_mexico, castellano}},
-    {ranura_ingles, {0x0409, 0}},
-    {ranura_gallego, {0x0456, castellano}},
-    {ranura_bulgaro, {0x0402, 0}},
-    {ranura_rumano, {0x0418, 0}},
-    {ranura_chino_simplificado, {0x0804, 0}},
-    {ranura_aleman, {0x0407, 0}},
-    {ranura_ruso, {0x0419, 0}},
-    {ranura_espanol_regional_3, {de_mexico, castellano}},
-    {ranura_tailandes, {0x041E, 0}},
-    {ranura_checo, {0x0405, 0}},
-    {ranura_croata, {0x041A, 0}},
-    {ranura_esloveno, {0x0424, 0}},
-    {ranura_hungaro, {0x040E, 0}},
-    {ranura_polaco, {0x0415, 0}},
-    {ranura_turco, {0x041F, 0}},
-    {ranura_japones, {0x0411, 0}},
+constexpr unsigned short neutra = 0;         // the language, without a country
+constexpr unsigned short cualquiera = 0xFF;  // more than six bits hold
+
+// More particular rows come first.
+constexpr idioma_windows idiomas[] = {
+    {0x0A, 0x02, ranura_espanol_regional_1, {de_mexico, castellano}},
+    {0x0A, 0x0B, ranura_espanol_regional_2, {de_mexico, castellano}},  // Argentina
+    {0x0A, 0x01, ranura_espanol, {castellano, de_mexico}},             // of Spain, traditional sort
+    {0x0A, 0x03, ranura_espanol, {castellano, de_mexico}},
+    {0x0A, cualquiera, ranura_espanol_regional_3, {de_mexico, castellano}},  // of anywhere else
+    {0x0C, cualquiera, ranura_frances, {0x040C, 0}},
+    {0x16, 0x01, ranura_portugues_brasil, {de_brasil, de_portugal}},
+    {0x16, cualquiera, ranura_portugues_portugal, {de_portugal, de_brasil}},
+    {0x03, cualquiera, ranura_catalan, {0x0403, castellano}},
+    {0x10, cualquiera, ranura_italiano, {0x0410, 0}},
+    {0x09, cualquiera, ranura_ingles, {ingles, 0}},
+    {0x56, cualquiera, ranura_gallego, {0x0456, castellano}},
+    {0x02, cualquiera, ranura_bulgaro, {0x0402, 0}},
+    {0x18, cualquiera, ranura_rumano, {0x0418, 0}},
+    {0x04, 0x02, ranura_chino_simplificado, {chino, 0}},
+    {0x04, 0x04, ranura_chino_simplificado, {chino, 0}},  // of Singapore
+    {0x04, neutra, ranura_chino_simplificado, {chino, 0}},
+    // Traditional Chinese: no texts, English is nearer than the other script.
+    {0x04, cualquiera, ranura_ingles, {ingles, 0}},
+    {0x07, cualquiera, ranura_aleman, {0x0407, 0}},
+    {0x19, cualquiera, ranura_ruso, {0x0419, 0}},
+    {0x1E, cualquiera, ranura_tailandes, {0x041E, 0}},
+    {0x05, cualquiera, ranura_checo, {0x0405, 0}},
+    {0x1A, neutra, ranura_croata, {croata, 0}},
+    {0x1A, 0x01, ranura_croata, {croata, 0}},
+    {0x1A, 0x04, ranura_croata, {croata, 0}},  // of Bosnia and Herzegovina
+    {0x24, cualquiera, ranura_esloveno, {0x0424, 0}},
+    {0x0E, cualquiera, ranura_hungaro, {0x040E, 0}},
+    {0x15, cualquiera, ranura_polaco, {0x0415, 0}},
+    {0x1F, cualquiera, ranura_turco, {0x041F, 0}},
+    {0x11, cualquiera, ranura_japones, {0x0411, 0}},
 };
 
 }  // namespace
@@ -95,7 +71,7 @@ unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
     const unsigned primario = langid & 0x3FFu;
     const unsigned sublengua = langid >> 10;
     for (const idioma_windows& fila : idiomas) {
-        if (fila.primario == primario && (fila.sublengua == 0 || fila.sublengua == sublengua)) {
+        if (fila.primario == primario && (fila.sublengua == cualquiera || fila.sublengua == sublengua)) {
             return fila.ranura;
         }
     }
@@ -103,9 +79,9 @@ unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
 }
 
 idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept {
-    for (const textos_del_sistema& fila : idiomas_del_sistema) {
+    for (const idioma_windows& fila : idiomas) {
         if (fila.ranura == ranura) {
-            return fila.idiomas;
+            return fila.del_sistema;
         }
     }
     return i_idiomas_de_ranura(ranura_de_respaldo(static_cast<std::uint32_t>(ranura)));
@@ -114,24 +90,20 @@ idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept {
 const wchar_t* nousar_msglocal_original_u(ConstructorMensaje construye) noexcept {
     RegistroMensaje registro;
     construye(&registro);
-    return registro.texto[msglocal_dame_idioma()] + registro.longitud_prefijo;
+    return registro.texto[i_idioma()] + registro.longitud_prefijo;
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-void msglocal_establece_idioma(unsigned long slot) {
-    if (i_comprueba(slot < num_ranuras_idioma, "slot < 41")) {
-        i_ranura.store(slot, std::memory_order_relaxed);
-    }
+void i_establece_idioma(unsigned long ranura) noexcept {
+    i_ranura.store(ranura, std::memory_order_relaxed);
 }
 
-unsigned long msglocal_dame_idioma(void) {
+unsigned long i_idioma() noexcept {
     unsigned long ranura = i_ranura.load(std::memory_order_relaxed);
     if (ranura == ranura_sin_elegir) {
         ranura = i_ranura_de_idioma(plataforma::idioma_del_usuario());
-        i_ranura.store(ranura, std::memory_order_relaxed);
+        i_establece_idioma(ranura);
     }
     return ranura;
 }
+
+}  // namespace lumodir

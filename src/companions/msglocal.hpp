@@ -8,6 +8,10 @@
 
 namespace lumodir {
 
+// The slot that texts are shown in; the user's language until one was set.
+void i_establece_idioma(unsigned long ranura) noexcept;
+unsigned long i_idioma() noexcept;
+
 const wchar_t* nousar_msglocal_original_u(ConstructorMensaje construye) noexcept;
 
 // The accessor of internal-error reports: the same text.

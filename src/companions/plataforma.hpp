@@ -47,16 +47,15 @@ unsigned short idioma_del_usuario() noexcept;
 
 // The system's text for an error code, in the language of the messages where the system has it, else in the system's
 // own, without its line break; the number itself when it has none.
-cadena_w texto_de_codigo_de_error(unsigned long codigo);
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo);
 
 // Calls a function of the host's so that an exception of a foreign runtime ends here; one of this compiler's own goes on
 // to the caller (companions/anfitrion.hpp).
 void llama_tras_frontera(void (*funcion)(void*), void* argumento);
 
-// Pauses go through this pointer, so that tests neither wait nor guess.
-extern void (*duerme_ms)(unsigned long milisegundos);
-
-// Ends the process at once: the only answer to exhausted memory.
-extern void (*termina_proceso)() noexcept;
+// Pauses, and the end of the process at once, the only answer to exhausted memory: entries of the platform's table, which
+// tests replace so that they neither wait nor end.
+extern void (*&duerme_ms)(unsigned long milisegundos);
+extern void (*&termina_proceso)();
 
 }  // namespace lumodir::plataforma

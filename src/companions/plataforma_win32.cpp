@@ -4,19 +4,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "companions/msglocal.h"
 #include "companions/msglocal.hpp"
 #include "companions/respuesta_entera.hpp"
-#include "companions/tabla_entorno.hpp"
-
-namespace lumodir {
-
-tabla_entorno entorno = {
-    ::GetEnvironmentVariableW, ::FormatMessageW,     ::GetConsoleMode,
-    ::WriteConsoleW,           ::GetThreadErrorMode, ::SetThreadErrorMode,
-};
-
-}  // namespace lumodir
+#include "companions/sistema.hpp"
 
 namespace lumodir::plataforma {
 namespace {
@@ -43,13 +33,13 @@ vista_w i_tramo(vista_w texto, std::size_t mayor) noexcept {
 // Writes `texto` to a console or, in UTF-8, to a redirected stream.
 void i_escribe(HANDLE salida, vista_w texto) noexcept {
     DWORD escritos;
-    const bool consola = entorno.GetConsoleMode(salida, &escritos) != FALSE;
+    const bool consola = sistema.GetConsoleMode(salida, &escritos) != FALSE;
     char bytes[3 * tramo_de_flujo];  // a UTF-16 unit takes at most three
     while (!texto.empty()) {
         const vista_w tramo = i_tramo(texto, consola ? tramo_de_consola : tramo_de_flujo);
         const auto unidades = static_cast<DWORD>(tramo.size());
         if (consola) {
-            entorno.WriteConsoleW(salida, tramo.data(), unidades, &escritos, nullptr);
+            sistema.WriteConsoleW(salida, tramo.data(), unidades, &escritos, nullptr);
         } else {
             const int largo = ::WideCharToMultiByte(CP_UTF8, 0, tramo.data(), static_cast<int>(unidades),
                                                     bytes, sizeof bytes, nullptr, nullptr);
@@ -59,20 +49,10 @@ void i_escribe(HANDLE salida, vista_w texto) noexcept {
     }
 }
 
-void i_duerme(unsigned long milisegundos) noexcept {
-    ::Sleep(milisegundos);
-}
-
-// The process ends here, and what is counted of its runs with it. GCOVR_EXCL_START
-void i_termina() noexcept {
-    ::TerminateProcess(::GetCurrentProcess(), 3);
-}
-// GCOVR_EXCL_STOP
-
 }  // namespace
 
-void (*duerme_ms)(unsigned long) = i_duerme;
-void (*termina_proceso)() noexcept = i_termina;
+void (*&duerme_ms)(unsigned long) = sistema.duerme_ms;
+void (*&termina_proceso)() = sistema.termina_proceso;
 
 unsigned pagina_de_codigos = CP_ACP;
 
@@ -231,7 +211,7 @@ cadena_w variable_de_entorno(const wchar_t* nombre) {
     DWORD codigo = ERROR_SUCCESS;
     cadena_w valor = i_respuesta_entera<wchar_t>([&](wchar_t* destino, DWORD sitio) {
         ::SetLastError(ERROR_SUCCESS);
-        const DWORD longitud = entorno.GetEnvironmentVariableW(nombre, destino, sitio);
+        const DWORD longitud = sistema.GetEnvironmentVariableW(nombre, destino, sitio);
         codigo = ::GetLastError();
         return longitud;
     });
@@ -264,12 +244,12 @@ cadena_w i_texto_en(unsigned long codigo, unsigned short idioma) {
     constexpr DWORD mayor_texto = 32'767;  // units, terminator included
     wchar_t corto[512];
     DWORD largo =
-        entorno.FormatMessageW(como, nullptr, codigo, idioma, corto, sizeof corto / sizeof *corto, nullptr);
+        sistema.FormatMessageW(como, nullptr, codigo, idioma, corto, sizeof corto / sizeof *corto, nullptr);
     const wchar_t* texto = corto;
     vector_interno<wchar_t> entero;
     if (largo == 0 && ::GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
         entero.reserva_sitio(mayor_texto);
-        largo = entorno.FormatMessageW(como, nullptr, codigo, idioma, entero.data(), mayor_texto, nullptr);
+        largo = sistema.FormatMessageW(como, nullptr, codigo, idioma, entero.data(), mayor_texto, nullptr);
         texto = entero.data();
     }
     vista_w linea(texto, largo);
@@ -283,8 +263,8 @@ constexpr unsigned short idioma_del_sistema = 0;  // what the system itself woul
 
 }  // namespace
 
-cadena_w texto_de_codigo_de_error(unsigned long codigo) {
-    const idiomas_de_ranura propios = i_idiomas_de_ranura(msglocal_dame_idioma());
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
+    const idiomas_de_ranura propios = i_idiomas_de_ranura(i_idioma());
     for (const unsigned short idioma : {propios.primero, propios.segundo}) {
         cadena_w texto = idioma == 0 ? cadena_w() : i_texto_en(codigo, idioma);
         if (!texto.es_nula()) {

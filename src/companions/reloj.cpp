@@ -6,7 +6,7 @@ namespace {
 
 constexpr long long intervalos_por_ms = 10'000;
 // Where clocks change, they do so by quarters of an hour and stay for longer than one.
-constexpr long long intervalos_por_cuarto = 15 * 60 * intervalos_por_segundo;
+constexpr long long intervalos_por_cuarto = 15LL * 60 * intervalos_por_segundo;
 
 // The wall clock in intervals, cut to whole milliseconds, as the system's calendar counts them; -1 where that does not
 // reach. A NULL zone is the current one, with the rules that the year of the date had.

@@ -2,7 +2,7 @@
 // come upon a drive without medium fail with their code instead of waiting for the user.
 //
 //     const sin_dialogos callado;
-//     const BOOL bien = unidades.GetVolumeInformationW(...);
+//     const BOOL bien = sistema.GetVolumeInformationW(...);
 //
 // Promises: the mode of the thread is what it was afterwards, and its last error is that of the call; where the mode is
 // already there (the host's own, or another of these around it) one look at it is all that happens. Measured: 10 ns, a
@@ -12,21 +12,21 @@
 // Checked by tests/companions/sin_dialogos_win32_test.cpp.
 #pragma once
 
-#include "companions/tabla_entorno.hpp"
+#include "companions/sistema.hpp"
 
 namespace lumodir {
 
 class sin_dialogos {
 public:
-    sin_dialogos() noexcept : antes_(entorno.GetThreadErrorMode()) {
+    sin_dialogos() noexcept : antes_(sistema.GetThreadErrorMode()) {
         if (i_cambia()) {
-            entorno.SetThreadErrorMode(antes_ | SEM_FAILCRITICALERRORS, nullptr);
+            sistema.SetThreadErrorMode(antes_ | SEM_FAILCRITICALERRORS, nullptr);
         }
     }
     ~sin_dialogos() {
         if (i_cambia()) {
             const conserva_ultimo_error conserva;
-            entorno.SetThreadErrorMode(antes_, nullptr);
+            sistema.SetThreadErrorMode(antes_, nullptr);
         }
     }
     sin_dialogos(const sin_dialogos&) = delete;

@@ -1,11 +1,10 @@
-// The one table of Windows calls that touch files and directories: every file operation of the library ends
-// here, so tests replace an entry and make any call fail, once or for ever. The conversions of dates stand here
-// too, so that tests choose the time zone.
+// The door to the system: the one table of all calls that reach files, the registry, processes, drives, the shell, the
+// process itself, sleep and chance (llamadas.hpp names them). Every operation of the library ends here, so tests replace
+// an entry and make any call fail, once or for ever.
 //
-// Promises: each entry has the signature and the error convention (GetLastError) of the Windows function whose
-// name it bears. Four entries, with names of our own, stand for what Windows offers only in its native interface;
-// they keep the same convention, and each is one call.
-// Checked by the fault tests of tests/files and tests/listings.
+// Promises: each entry has the signature and the error convention of the Windows function whose name it bears.
+// Checked by the fault tests of tests/exports, files, listings and system; that nothing goes round it, by
+// tests/dll/llamadas_test.cpp.
 #pragma once
 
 #ifndef WIN32_LEAN_AND_MEAN
@@ -14,51 +13,17 @@
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
-#include <windows.h>
+#include "companions/llamadas.hpp"
 
 namespace lumodir {
 
 struct tabla_sistema {
-    decltype(&::GetFileAttributesW) GetFileAttributesW;
-    decltype(&::GetFileAttributesExW) GetFileAttributesExW;
-    decltype(&::SetFileAttributesW) SetFileAttributesW;
-    decltype(&::CreateFileW) CreateFileW;
-    decltype(&::CloseHandle) CloseHandle;
-    decltype(&::GetFileInformationByHandle) GetFileInformationByHandle;
-    decltype(&::GetFileInformationByHandleEx) GetFileInformationByHandleEx;
-    decltype(&::SetFileInformationByHandle) SetFileInformationByHandle;
-    decltype(&::SetFileTime) SetFileTime;
-    decltype(&::FileTimeToLocalFileTime) FileTimeToLocalFileTime;
-    decltype(&::LocalFileTimeToFileTime) LocalFileTimeToFileTime;
-    decltype(&::FileTimeToSystemTime) FileTimeToSystemTime;
-    decltype(&::SystemTimeToTzSpecificLocalTime) SystemTimeToTzSpecificLocalTime;
-    decltype(&::SystemTimeToFileTime) SystemTimeToFileTime;
-    decltype(&::DeleteFileW) DeleteFileW;
-    decltype(&::CreateDirectoryW) CreateDirectoryW;
-    decltype(&::RemoveDirectoryW) RemoveDirectoryW;
-    decltype(&::MoveFileExW) MoveFileExW;
-    decltype(&::FindFirstFileExW) FindFirstFileExW;
-    decltype(&::FindNextFileW) FindNextFileW;
-    decltype(&::FindClose) FindClose;
-    decltype(&::GetFullPathNameW) GetFullPathNameW;
-    decltype(&::GetShortPathNameW) GetShortPathNameW;
-    decltype(&::GetLongPathNameW) GetLongPathNameW;
-    decltype(&::GetTempPathW) GetTempPathW;
-    decltype(&::GetTempFileNameW) GetTempFileNameW;
-    decltype(&::GetWindowsDirectoryW) GetWindowsDirectoryW;
-    decltype(&::GetModuleFileNameW) GetModuleFileNameW;
-    // Opens an entry of an open directory by its bare name, which is taken literally; with no directory, `nombre` is a
-    // whole native path. `opciones` and `atributos` as NtOpenFile takes them.
-    HANDLE(WINAPI* abre_entrada)
-    (const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir, DWORD opciones,
-     DWORD atributos);
-    // The number that tells a file from all others of its volume, as listings by handle tell it.
-    BOOL(WINAPI* numero_de_fichero)(HANDLE fichero, unsigned long long* numero);
-    // The name under which the system holds an open file: where it really lies. At most 64 KiB.
-    BOOL(WINAPI* nombre_de_fichero)
-    (HANDLE fichero, void* bufer, DWORD bytes, const wchar_t** nombre, DWORD* unidades);
-    // Whether this system opens what a link points to although it was asked for the link itself (Wine does).
-    BOOL(WINAPI* sigue_enlaces)();
+#define LUMODIR_ENTRADA(Nombre) propias::tipo_de_##Nombre Nombre;
+#define LUMODIR_ENTRADA_QUE_FALLA(Clase, Nombre, Fallo) LUMODIR_ENTRADA(Nombre)
+    LUMODIR_LLAMADAS_QUE_FALLAN(LUMODIR_ENTRADA_QUE_FALLA)
+    LUMODIR_LLAMADAS_QUE_NO_FALLAN(LUMODIR_ENTRADA)
+#undef LUMODIR_ENTRADA_QUE_FALLA
+#undef LUMODIR_ENTRADA
 };
 
 extern tabla_sistema sistema;

@@ -33,12 +33,12 @@ unsigned short i_insiste(desenlace ultimo, unsigned short informar, Intenta inte
     bool es_el_primero = true;
     return i_con_reintentos(
         CIERTO, informar,
-        [&]() -> unsigned short {
+        [&] {
             if (!es_el_primero) {
                 ultimo = intenta();
             }
             es_el_primero = false;
-            return bien(ultimo) ? CIERTO : FALSO;
+            return bien(ultimo);
         },
         [&](BuclRein* bucle) { al_fallar(bucle, ultimo.codigo); });
 }
@@ -54,7 +54,8 @@ unsigned short i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_ext
         ultimo, informar, [&] { return fichero.borra(); },
         [](desenlace d) { return d.hecho || d.ya_no_esta(); },
         [&](BuclRein* bucle, DWORD c) {
-            buclrein_set_mensaje_reintentar(bucle, i_mensaje_fichero(fichero.texto(), texto_extra), c);
+            buclrein_set_mensaje_reintentar(
+                bucle, [&] { return i_mensaje_fichero(fichero.texto(), texto_extra); }, c);
             const auto avisa_al_anfitrion = i_func_comprobar_fichero_no_esta_abierto();
             if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1 &&
                 avisa_al_anfitrion != nullptr) {
@@ -68,7 +69,9 @@ unsigned short i_insiste_con_directorio(objetivo& directorio, unsigned short inf
         ultimo, informar, [&] { return i_quita_directorio(directorio); }, [](desenlace d) { return d.hecho; },
         [&](BuclRein* bucle, DWORD c) {
             buclrein_set_mensaje_reintentar(
-                bucle, i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}), c);
+                bucle,
+                [&] { return i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}); },
+                c);
         });
 }
 

@@ -11,7 +11,7 @@
 #include "cdir.h"
 #include "companions/error_interno.hpp"
 #include "companions/plataforma.hpp"
-#include "files/azar.hpp"
+#include "companions/sistema.hpp"
 #include "files/borrado.hpp"
 #include "files/recorrido_borrado.hpp"
 #include "files/renombra_protege.hpp"
@@ -27,11 +27,11 @@ bool i_es_unidad_sola(vista_w directorio) noexcept {
 
 // An empty directory must never become the root. A bare drive is the current directory to the system and the root to
 // who reads it: nobody guesses.
-bool i_es_directorio_borrable(const wchar_t* directorio, lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba(directorio != nullptr, "(directorio) != NULL", donde) &&
-           i_comprueba(hay_texto(a_vista(directorio)), "widestr_longitud(directorio) > 0", donde) &&
+bool i_es_directorio_borrable(const wchar_t* directorio) noexcept {
+    return i_comprueba(directorio != nullptr, "(directorio) != NULL") &&
+           i_comprueba(hay_texto(a_vista(directorio)), "widestr_longitud(directorio) > 0") &&
            i_comprueba_con(!i_es_unidad_sola(recorta_derecha(a_vista(directorio))),
-                           "unidad_sin_directorio == FALSO", a_vista(directorio), donde);
+                           "unidad_sin_directorio == FALSO", a_vista(directorio));
 }
 
 // Strict deletion of contents. The flag, where there is one, is read between entries: another thread, or a
@@ -142,11 +142,16 @@ private:
         if (primero.hecho) {
             return true;
         }
-        // Gone already (the next pass finds nothing of it), or not to be touched.
-        if (primero.ya_no_esta() || !fichero.mira().hay()) {
-            return false;
+        if (primero.ya_no_esta()) {
+            return false;  // the next pass finds nothing of it
         }
-        i_cambia_proteccion(fichero, modo_escritura, CIERTO);
+        const existencia que_hay = fichero.mira();
+        if (!que_hay.hay()) {
+            return false;  // gone meanwhile, or not to be touched
+        }
+        if (que_hay.es_de_solo_lectura()) {
+            i_cambia_proteccion(fichero, modo_escritura, CIERTO);
+        }
         return fichero.borra().hecho;
     }
 
@@ -188,15 +193,15 @@ bool i_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva) {
         if (sin_borrar->num() == 0 && !resultado.otra_pasada) {
             break;
         }
-        plataforma::duerme_ms(pausas_ms[numero_al_azar() % num_pausas]);
+        plataforma::duerme_ms(pausas_ms[sistema.numero_al_azar() % num_pausas]);
     }
     return sin_borrar->num() == 0 && resultado.visto_todo;
 }
 
-void i_pasadas_que_deben_bastar(const wchar_t* directorio, bool lo_quita, bool recursiva, lugar donde) {
-    if (i_es_directorio_borrable(directorio, donde)) {
+void i_pasadas_que_deben_bastar(const wchar_t* directorio, bool lo_quita, bool recursiva) {
+    if (i_es_directorio_borrable(directorio)) {
         i_comprueba(i_pasadas(directorio, lo_quita, recursiva),
-                    "se_han_borrado_todos_los_ficheros_loc == CIERTO", donde);
+                    "se_han_borrado_todos_los_ficheros_loc == CIERTO");
     }
 }
 
@@ -241,7 +246,7 @@ unsigned short cdir_borra_directorio_y_subdirectorios_parando(const wchar_t* dir
 // The three sets of arguments are as callers have come to rely on them: the content deletion that may fail removes
 // the directory too, the one that must not fail leaves subdirectories alone.
 void cdir_borra_contenido_directorio_reintentando_u(const wchar_t* directorio) {
-    i_pasadas_que_deben_bastar(directorio, false, false, lugar::aqui());
+    i_pasadas_que_deben_bastar(directorio, false, false);
 }
 
 unsigned short cdir_borra_contenido_directorio_si_es_posible_reintentando_u(const wchar_t* directorio) {
@@ -249,7 +254,7 @@ unsigned short cdir_borra_contenido_directorio_si_es_posible_reintentando_u(cons
 }
 
 void cdir_borra_directorio_y_subdirectorios_reintentando_u(const wchar_t* directorio) {
-    i_pasadas_que_deben_bastar(directorio, true, true, lugar::aqui());
+    i_pasadas_que_deben_bastar(directorio, true, true);
 }
 
 unsigned short cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(const wchar_t* directorio,

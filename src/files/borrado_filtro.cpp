@@ -42,10 +42,14 @@ void i_borra_lo_que_encuentra(const wchar_t* filtro) {
     const ruta_fijada ruta(donde.c_str());
     trato_con_volumen trato;
     directorio_abierto directorio;
-    // Opened before it is searched: what has the names that were found is deleted there, or nowhere.
     const bool abierto = directorio.abre(ruta, trato, enlace_raiz::se_sigue) == ERROR_SUCCESS;
     const entradas_guardadas ficheros = i_ficheros_del_filtro(patron.c_str());
-    for (std::size_t i = 0; abierto && i < ficheros.num(); ++i) {
+    // Opened before it is searched, and looked for once more afterwards: nothing is deleted in one directory for having
+    // been found in another that had taken its place.
+    if (!abierto || ficheros.num() == 0 || !directorio.esta_en(ruta)) {
+        return;
+    }
+    for (std::size_t i = 0; i < ficheros.num(); ++i) {
         directorio.borra(ficheros[i]);
     }
 }

@@ -10,6 +10,7 @@
 #include "cdir.h"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "files/borrado.hpp"
 #include "files/renombra_protege.hpp"
 #include "listings/listas_ficheros.hpp"
@@ -38,6 +39,7 @@ bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
 
 // Whether two names are those of one file, where the system tells.
 bool i_mismo_fichero(const ruta_fijada& a, const ruta_fijada& b) noexcept {
+    const sin_dialogos callado;
     BY_HANDLE_FILE_INFORMATION datos[2];
     const ruta_fijada* rutas[] = {&a, &b};
     for (int i = 0; i < 2; ++i) {

@@ -213,17 +213,16 @@ bool i_crea_o_existe(const ruta_fijada& ruta, bool es_el_ultimo, DWORD* codigo) 
 unsigned short i_crea_nivel(const nivel& escalon, bool se_sabe_que_falta, unsigned short informa) {
     const ruta_fijada ruta(escalon.fijado);
     DWORD codigo = 0;
-    const auto intento = [&]() -> unsigned short {
+    const auto intento = [&] {
         const bool pregunta = !se_sabe_que_falta;
         se_sabe_que_falta = false;
         return (pregunta && i_vale(i_existencia(ruta), escalon.es_el_ultimo)) ||
-                       i_crea_o_existe(ruta, escalon.es_el_ultimo, &codigo)
-                   ? CIERTO
-                   : FALSO;
+               i_crea_o_existe(ruta, escalon.es_el_ultimo, &codigo);
     };
     const auto al_fallar = [&](BuclRein* bucle) {
         buclrein_set_mensaje_reintentar(
-            bucle, i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}), codigo);
+            bucle, [&] { return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}); },
+            codigo);
     };
     return i_con_reintentos(CIERTO, informa, intento, al_fallar);
 }

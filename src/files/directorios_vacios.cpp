@@ -104,6 +104,7 @@ public:
             if (codigo_de_nivel != ERROR_SUCCESS) {
                 return false;
             }
+            siguiente->entrada.pon_numero_abierto(0, siguiente->directorio.numero());
             eslabones_.anade(siguiente.suelta());
         }
         return true;

@@ -17,10 +17,10 @@ unsigned short lumodir_espera_acceso_a_recursos_en_directorio(const char* direct
     }
     const utf16_temporal ancho(directorio);
     const ruta_fijada fijada(ancho.c_str());
-    const auto intento = [&]() -> unsigned short { return i_existencia(fijada).hay() ? CIERTO : FALSO; };
+    const auto intento = [&] { return i_existencia(fijada).hay(); };
     const auto al_fallar = [&](BuclRein* bucle) {
         buclrein_set_mensaje_reintentar(
-            bucle, i_mensaje(i_msg_53963_esperando_acceso_a_directorio, {ancho.ver()}), 0);
+            bucle, [&] { return i_mensaje(i_msg_53963_esperando_acceso_a_directorio, {ancho.ver()}); }, 0);
     };
     return i_con_reintentos(CIERTO, FALSO, intento, al_fallar);
 }

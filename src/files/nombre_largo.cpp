@@ -1,6 +1,8 @@
 // See nombre_largo.hpp.
 #include "files/nombre_largo.hpp"
 
+#include <shlobj.h>
+
 #include <atomic>
 
 #include "companions/lmlongpath.hpp"
@@ -11,19 +13,13 @@ namespace {
 
 constexpr DWORD sitio_clasico = MAX_PATH;  // characters, terminator included
 
-funcion_nombre_largo i_busca_en_kernel32() noexcept {
-    const HMODULE kernel32 = ::GetModuleHandleA("KERNEL32.DLL");
-    return reinterpret_cast<funcion_nombre_largo>(
-        reinterpret_cast<void (*)()>(::GetProcAddress(kernel32, "GetLongPathNameW")));
-}
-
 DWORD WINAPI i_elige_y_pregunta(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept;
 
 // Two threads that ask first at once make the same choice.
 std::atomic<funcion_nombre_largo> i_elegida{i_elige_y_pregunta};
 
 DWORD WINAPI i_elige_y_pregunta(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept {
-    const funcion_nombre_largo propia = busca_nombre_largo();
+    const funcion_nombre_largo propia = sistema.busca_nombre_largo();
     if (propia != nullptr) {
         const DWORD longitud = propia(corto, largo, sitio);
         if (longitud != 0 || ::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED) {
@@ -59,8 +55,8 @@ class elemento {
 public:
     explicit elemento(wchar_t* completa) noexcept {
         interfaz<IShellFolder> carpeta;
-        if (SUCCEEDED(escritorio.SHGetMalloc(asignador_.sitio())) &&
-            SUCCEEDED(escritorio.SHGetDesktopFolder(carpeta.sitio()))) {
+        if (SUCCEEDED(sistema.SHGetMalloc(asignador_.sitio())) &&
+            SUCCEEDED(sistema.SHGetDesktopFolder(carpeta.sitio()))) {
             carpeta->ParseDisplayName(nullptr, nullptr, completa, nullptr, &lista_, nullptr);
         }
     }
@@ -72,7 +68,7 @@ public:
         }
     }
     bool ruta(wchar_t (&texto)[sitio_clasico]) const noexcept {
-        return lista_ != nullptr && escritorio.SHGetPathFromIDListW(lista_, texto);
+        return lista_ != nullptr && sistema.SHGetPathFromIDListW(lista_, texto);
     }
 
 private:
@@ -80,37 +76,12 @@ private:
     PIDLIST_RELATIVE lista_ = nullptr;
 };
 
-// The shell is loaded at the first question and stays, as its objects do: whoever loads this library for files alone,
-// a service for example, does not get it too. The system finds this name in its own directory before any other.
-template <class F>
-F i_del_escritorio(const char* nombre) noexcept {
-    const HMODULE shell32 = ::LoadLibraryW(L"shell32.dll");
-    return shell32 == nullptr
-               ? nullptr
-               : reinterpret_cast<F>(reinterpret_cast<void (*)()>(::GetProcAddress(shell32, nombre)));
-}
-HRESULT WINAPI i_asignador_del_escritorio(IMalloc** asignador) {
-    const auto pregunta = i_del_escritorio<decltype(&::SHGetMalloc)>("SHGetMalloc");
-    return pregunta == nullptr ? E_NOTIMPL : pregunta(asignador);
-}
-HRESULT WINAPI i_carpeta_del_escritorio(IShellFolder** carpeta) {
-    const auto pregunta = i_del_escritorio<decltype(&::SHGetDesktopFolder)>("SHGetDesktopFolder");
-    return pregunta == nullptr ? E_NOTIMPL : pregunta(carpeta);
-}
-BOOL WINAPI i_ruta_de_elemento(PCIDLIST_ABSOLUTE lista, LPWSTR ruta) {
-    const auto pregunta = i_del_escritorio<decltype(&::SHGetPathFromIDListW)>("SHGetPathFromIDListW");
-    return pregunta == nullptr ? FALSE : pregunta(lista, ruta);
-}
-
 DWORD i_falla(DWORD codigo) noexcept {
     ::SetLastError(codigo);
     return 0;
 }
 
 }  // namespace
-
-tabla_escritorio escritorio = {i_asignador_del_escritorio, i_carpeta_del_escritorio, i_ruta_de_elemento};
-funcion_nombre_largo (*busca_nombre_largo)() noexcept = i_busca_en_kernel32;
 
 void i_olvida_nombre_largo() noexcept {
     i_elegida = i_elige_y_pregunta;

@@ -8,29 +8,15 @@
 // Checked by tests/files/nombre_largo_win32_test.cpp.
 #pragma once
 
-#include <shlobj.h>
-
 #include "companions/sistema.hpp"
 
 namespace lumodir {
-
-using funcion_nombre_largo = DWORD(WINAPI*)(const wchar_t* corto, wchar_t* largo, DWORD sitio);
 
 DWORD i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept;
 
 // The shell's answer.
 DWORD WINAPI i_nombre_largo_del_escritorio(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept;
 
-// The shell's functions that answer it; each loads the shell when it is called. Tests put others in their place.
-struct tabla_escritorio {
-    decltype(&::SHGetMalloc) SHGetMalloc;
-    decltype(&::SHGetDesktopFolder) SHGetDesktopFolder;
-    decltype(&::SHGetPathFromIDListW) SHGetPathFromIDListW;
-};
-extern tabla_escritorio escritorio;
-
-// GetLongPathNameW of KERNEL32, NULL when it has none. Tests put another in its place.
-extern funcion_nombre_largo (*busca_nombre_largo)() noexcept;
 // Tests only: the next question chooses anew.
 void i_olvida_nombre_largo() noexcept;
 

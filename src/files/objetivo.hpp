@@ -83,6 +83,10 @@ public:
         if (codigo == ERROR_SUCCESS) {
             return {existencia::estado::hay, ERROR_SUCCESS, atributos};
         }
+        // It is there and cannot be asked: its entry has told.
+        if (codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION) {
+            return {existencia::estado::hay, ERROR_SUCCESS, entrada_.atributos};
+        }
         return {i_dice_que_se_ha_ido(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe,
                 codigo, INVALID_FILE_ATTRIBUTES};
     }

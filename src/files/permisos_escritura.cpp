@@ -6,6 +6,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "files/crea_directorios.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
@@ -42,11 +43,22 @@ bool i_puede_ser_por_borrar(DWORD codigo) noexcept {
            codigo == ERROR_INVALID_PARAMETER;
 }
 
+unsigned long long i_numero_callado(HANDLE abierto) noexcept {
+    const sin_dialogos callado;
+    return i_numero(abierto);
+}
+
 unsigned long long i_numero_de(const ruta_fijada& fichero) noexcept {
     const manija_fichero abierto = lmlongpath_CreateFileW(
         fichero, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
         OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
-    return abierto.valida() ? i_numero(abierto.get()) : 0;
+    return abierto.valida() ? i_numero_callado(abierto.get()) : 0;
+}
+
+bool i_se_ira_al_cerrar(HANDLE creado) noexcept {
+    const sin_dialogos callado;
+    FILE_DISPOSITION_INFO marca = {TRUE};
+    return sistema.SetFileInformationByHandle(creado, FileDispositionInfo, &marca, sizeof marca) != FALSE;
 }
 
 // Creates what is missing and takes it away again by the handle that made it: whoever puts a file of his own there
@@ -58,12 +70,9 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
         creado = i_abre_a_solas(fichero, acceso_de_prueba, CREATE_NEW, &codigo);
     }
     if (!creado.valida()) {
-        return plataforma::texto_de_codigo_de_error(codigo);
+        return plataforma::strgetlasterror_texto_cod_error(codigo);
     }
-    FILE_DISPOSITION_INFO marca = {TRUE};
-    const bool se_va_al_cerrar =
-        sistema.SetFileInformationByHandle(creado.get(), FileDispositionInfo, &marca, sizeof marca);
-    const unsigned long long numero = se_va_al_cerrar ? 0 : i_numero(creado.get());
+    const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero_callado(creado.get());
     creado.cierra();
     if (numero != 0 && i_numero_de(fichero) == numero) {
         lmlongpath_DeleteFileW(fichero, nullptr);
@@ -83,7 +92,7 @@ motivo i_prueba_escritura(const ruta_fijada& fichero) {
     DWORD codigo = ERROR_SUCCESS;
     return i_abre_a_solas(fichero, acceso_de_prueba, OPEN_EXISTING, &codigo).valida()
                ? motivo()
-               : plataforma::texto_de_codigo_de_error(codigo);
+               : plataforma::strgetlasterror_texto_cod_error(codigo);
 }
 
 // No directory is the current one, as a bare drive is that of the drive: neither is the root, which joining a name to
@@ -122,7 +131,7 @@ bool i_path_valido(const wchar_t* path, wchar_t** motivo_out) noexcept {
 
 }  // namespace
 
-unsigned short i_prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {
+unsigned short prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {
     const cadena_w de_sonda = i_directorio_de_sonda(a_vista(directorio));
     return i_se_crea_una_sonda(de_sonda.c_str()) ? CIERTO : FALSO;
 }

@@ -13,6 +13,6 @@
 namespace lumodir {
 
 // Creates a probe file of this process in the directory, and deletes it. 1 when that can be done.
-unsigned short i_prueba_escritura_en_directorio(const wchar_t* directorio) noexcept;
+unsigned short prueba_escritura_en_directorio(const wchar_t* directorio) noexcept;
 
 }  // namespace lumodir

@@ -1,8 +1,6 @@
 // See programa.hpp.
 #include "files/programa.hpp"
 
-#include <direct.h>
-
 #include <algorithm>
 
 #include "cdir.h"
@@ -21,23 +19,23 @@ namespace {
 constexpr DWORD LMLONGPATH_LUMO_MAX_PATH = lmlongpath_get_longitud_maxima_permitida_path();
 constexpr int sitio_directorio_actual = 260;  // characters, terminator included
 
-cadena_w i_path_del_programa(lugar donde) noexcept {
+cadena_w i_path_del_programa() noexcept {
     wchar_t bufer[LMLONGPATH_LUMO_MAX_PATH];
     const DWORD tam_path =
         sistema.GetModuleFileNameW(::GetModuleHandleW(nullptr), bufer, LMLONGPATH_LUMO_MAX_PATH);
-    i_comprueba(tam_path > 0, "tam_path > 0", donde);
-    i_comprueba(tam_path < LMLONGPATH_LUMO_MAX_PATH, "tam_path < LMLONGPATH_LUMO_MAX_PATH", donde);
+    i_comprueba(tam_path > 0, "tam_path > 0");
+    i_comprueba(tam_path < LMLONGPATH_LUMO_MAX_PATH, "tam_path < LMLONGPATH_LUMO_MAX_PATH");
     const vista_w path(bufer, std::min(tam_path, LMLONGPATH_LUMO_MAX_PATH - 1));
-    return cadena_w(recorta_derecha(path), donde);
+    return cadena_w(recorta_derecha(path));
 }
 
 using pregunta_de_forma = DWORD (*)(const wchar_t*, wchar_t*, DWORD) noexcept;
 
 // A path that does not exist, or a volume without such names: the path stays as it is.
-cadena_w i_forma(pregunta_de_forma pregunta, const wchar_t* path, lugar donde) noexcept {
+cadena_w i_forma(pregunta_de_forma pregunta, const wchar_t* path) noexcept {
     cadena_w forma = i_respuesta_entera<wchar_t>(
-        [&](wchar_t* bufer, DWORD sitio) { return pregunta(path, bufer, sitio); }, donde);
-    return forma.es_nula() ? cadena_w(a_vista(path), donde) : std::move(forma);
+        [&](wchar_t* bufer, DWORD sitio) { return pregunta(path, bufer, sitio); });
+    return forma.es_nula() ? cadena_w(a_vista(path)) : std::move(forma);
 }
 
 // Each path of PATH where the name exists; `recibe` says whether the search goes on.
@@ -53,20 +51,17 @@ void i_busca_en_el_path(const wchar_t* nombre, Recibe recibe) noexcept {
 }
 
 // NULL after the report.
-const wchar_t* i_directorio_actual(wchar_t (&bufer)[sitio_directorio_actual],
-                                   lugar donde = lugar::aqui()) noexcept {
-    const wchar_t* getcwd_ret = directorio_actual.wgetcwd(bufer, sitio_directorio_actual);
-    i_comprueba(getcwd_ret != nullptr, "(getcwd_ret) != NULL", donde);
+const wchar_t* i_directorio_actual(wchar_t (&bufer)[sitio_directorio_actual]) noexcept {
+    const wchar_t* getcwd_ret = sistema._wgetcwd(bufer, sitio_directorio_actual);
+    i_comprueba(getcwd_ret != nullptr, "(getcwd_ret) != NULL");
     return getcwd_ret;
 }
 
 }  // namespace
 
-tabla_directorio_actual directorio_actual = {::_wgetcwd};
-
-cadena_w i_path_largo(const wchar_t* path, lugar donde) noexcept {
-    cadena_w forma = i_forma(lmlongpath_GetLongPathNameW, path, donde);
-    return empieza_por(forma.ver(), L"\\\\?\\") ? lmlongpath_desprepend_path(forma, donde) : std::move(forma);
+cadena_w i_path_largo(const wchar_t* path) noexcept {
+    cadena_w forma = i_forma(lmlongpath_GetLongPathNameW, path);
+    return empieza_por(forma.ver(), L"\\\\?\\") ? lmlongpath_desprepend_path(forma) : std::move(forma);
 }
 
 }  // namespace lumodir
@@ -74,7 +69,7 @@ cadena_w i_path_largo(const wchar_t* path, lugar donde) noexcept {
 using namespace lumodir;
 
 wchar_t* lumodir_dame_path_completo_del_programa_UNICODE(void) {
-    return i_path_del_programa(lugar::aqui()).suelta();
+    return i_path_del_programa().suelta();
 }
 
 char* lumodir_dame_path_completo_del_programa(void) {
@@ -85,7 +80,7 @@ wchar_t* lumodir_dame_path_corto_UNICODE(const wchar_t* path) {
     if (!i_comprueba(path != nullptr, "(path) != NULL")) {
         return cadena_w(vista_w()).suelta();
     }
-    return i_forma(lmlongpath_GetShortPathNameW, path, lugar::aqui()).suelta();
+    return i_forma(lmlongpath_GetShortPathNameW, path).suelta();
 }
 
 wchar_t* lumodir_dame_path_largo_UNICODE(const wchar_t* path) {

@@ -12,13 +12,7 @@
 
 namespace lumodir {
 
-// The current directory as the C runtime tells it; tests put others in their place.
-struct tabla_directorio_actual {
-    wchar_t* (*wgetcwd)(wchar_t* bufer, int sitio);
-};
-extern tabla_directorio_actual directorio_actual;
-
 // The long form without extended-length prefix.
-cadena_w i_path_largo(const wchar_t* path, lugar donde = lugar::aqui()) noexcept;
+cadena_w i_path_largo(const wchar_t* path) noexcept;
 
 }  // namespace lumodir

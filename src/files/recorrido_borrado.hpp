@@ -38,7 +38,10 @@ public:
 
     desenlace borra() override;
     existencia mira() override;
-    bool protege(int modo) override { return lmlongpath_wchmod(arbol_.raiz().ruta(), modo) == 0; }
+    bool protege(int modo) override {
+        return i_se_ha_entrado(como_) ? arbol_.protege_raiz(modo == modo_lectura)
+                                      : lmlongpath_wchmod(arbol_.raiz().ruta(), modo) == 0;
+    }
     const wchar_t* texto() override { return arbol_.raiz().dada().data(); }
 
 private:

@@ -24,11 +24,12 @@ bool i_nombres_dados(const wchar_t* viejo, const wchar_t* nuevo) noexcept {
 unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short informa) noexcept {
     i_comprueba_con(modo == modo_lectura || modo == modo_escritura, "mode == _S_IREAD || mode == _S_IWRITE",
                     a_vista(fichero.texto()));
-    const auto intento = [&]() -> unsigned short { return fichero.protege(modo) ? CIERTO : FALSO; };
+    const auto intento = [&] { return fichero.protege(modo); };
     const auto al_fallar = [&](BuclRein* bucle) {
         const ConstructorMensaje motivo = modo == modo_lectura ? i_msg_53961_no_se_puede_proteger_fichero
                                                                : i_msg_53962_no_se_puede_desproteger_fichero;
-        buclrein_set_mensaje_reintentar(bucle, i_mensaje(motivo, {fichero.texto()}), 0);
+        buclrein_set_mensaje_reintentar(
+            bucle, [&] { return i_mensaje(motivo, {fichero.texto()}); }, 0);
     };
     return i_con_reintentos(CIERTO, informa, intento, al_fallar);
 }
@@ -43,13 +44,14 @@ unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo, unsigne
 
 void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, bool es_nombre) {
     DWORD codigo = ERROR_INVALID_NAME;
-    const auto intento = [&]() -> unsigned short {
-        return es_nombre && lmlongpath_RenameFileW(viejo, nuevo, &codigo) ? CIERTO : FALSO;
-    };
+    const auto intento = [&] { return es_nombre && lmlongpath_RenameFileW(viejo, nuevo, &codigo); };
     const auto al_fallar = [&](BuclRein* bucle) {
-        const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
         buclrein_set_mensaje_reintentar(
-            bucle, copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, viejo.dada(), nuevo.dada()}),
+            bucle,
+            [&] {
+                const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
+                return copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, viejo.dada(), nuevo.dada()});
+            },
             codigo);
     };
     i_con_reintentos(CIERTO, CIERTO, intento, al_fallar);

@@ -19,10 +19,10 @@
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 #include "lumodir.h"
-#include "lumoreg.h"
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
+#include "system/lumoreg.hpp"
 
 namespace lumodir {
 namespace {
@@ -72,38 +72,36 @@ bool i_deja_sitio(vista_w directorio) noexcept {
 }
 
 // The user's local-settings folder or, when the registry does not tell it, the Windows directory.
-cadena_w i_directorio_de_respaldo(lugar donde) {
-    wchar_t* carpeta = nullptr;
-    if (lumoreg_lee_cadena_u(LUMOREG_RAIZ_CURRENT_USER,
-                             L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
-                             L"Local Settings", &carpeta) == CIERTO) {
-        return cadena_w::adopta(carpeta);
+cadena_w i_directorio_de_respaldo() {
+    cadena_w carpeta = i_lee_cadena(apertura::en_cualquiera(LUMOREG_RAIZ_CURRENT_USER),
+                                    L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
+                                    L"Local Settings");
+    if (!carpeta.es_nula()) {
+        return carpeta;
     }
     wchar_t bufer[sitio_directorio] = {};
     const UINT ret = sistema.GetWindowsDirectoryW(bufer, sitio_directorio);
-    i_comprueba(ret != 0, "ret != 0", donde);
-    return ret < sitio_directorio ? cadena_w(vista_w(bufer, ret), donde) : cadena_w(vista_w(), donde);
+    i_comprueba(ret != 0, "ret != 0");
+    return ret < sitio_directorio ? cadena_w(vista_w(bufer, ret)) : cadena_w(vista_w());
 }
 
-cadena_w i_directorio_temporal(lugar donde) {
+cadena_w i_directorio_temporal() {
     wchar_t bufer[sitio_directorio] = {};
     const DWORD longitud = sistema.GetTempPathW(sitio_directorio, bufer);
-    i_comprueba(longitud < sitio_directorio, "longitud < _MAX_PATH", donde);
+    i_comprueba(longitud < sitio_directorio, "longitud < _MAX_PATH");
     // One that the system cannot tell, or that leaves no room for a name, counts as missing.
     const bool cabe = longitud > 0 && longitud < sitio_directorio && i_deja_sitio(vista_w(bufer, longitud));
     if (cabe && cdir_existe_directorio_UNICODE(bufer) == CIERTO) {
-        return cadena_w(vista_w(bufer, longitud), donde);
+        return cadena_w(vista_w(bufer, longitud));
     }
-    const cadena_w respaldo = i_directorio_de_respaldo(donde);
-    cadena_w directorio =
-        concatena<wchar_t>({respaldo.ver().substr(0, sitio_directorio - 1), L"\\temp"}, donde);
+    const cadena_w respaldo = i_directorio_de_respaldo();
+    cadena_w directorio = concatena<wchar_t>({respaldo.ver().substr(0, sitio_directorio - 1), L"\\temp"});
     directorio.acorta(sitio_directorio - 1);
     return directorio;
 }
 
 // A new empty file of a name that the system chooses; a NULL string on failure, the code being the reason.
-cadena_w i_fichero_del_sistema(const wchar_t* directorio, const wchar_t* prefijo, DWORD* codigo,
-                               lugar donde) {
+cadena_w i_fichero_del_sistema(const wchar_t* directorio, const wchar_t* prefijo, DWORD* codigo) {
     if (!i_deja_sitio(a_vista(directorio))) {
         *codigo = ERROR_PATH_NOT_FOUND;
         return {};
@@ -113,15 +111,14 @@ cadena_w i_fichero_del_sistema(const wchar_t* directorio, const wchar_t* prefijo
     const sin_dialogos callado;
     const UINT unico = sistema.GetTempFileNameW(directorio, prefijo, 0, nombre);
     *codigo = unico == 0 ? ::GetLastError() : ERROR_SUCCESS;
-    return unico == 0 ? cadena_w() : cadena_w(vista_w(nombre).substr(0, MAX_PATH - 1), donde);
+    return unico == 0 ? cadena_w() : cadena_w(vista_w(nombre).substr(0, MAX_PATH - 1));
 }
 
 // The same, insisting; the code is that of the last failure.
-cadena_w i_insiste_con_prefijo(const ruta_fijada& directorio, const wchar_t* prefijo, DWORD* codigo,
-                               lugar donde) {
+cadena_w i_insiste_con_prefijo(const ruta_fijada& directorio, const wchar_t* prefijo, DWORD* codigo) {
     cadena_w nombre;
     for (unsigned i = 0; i < intentos_por_prefijo && nombre.es_nula(); ++i) {
-        nombre = i_fichero_del_sistema(directorio.c_str(), prefijo, codigo, donde);
+        nombre = i_fichero_del_sistema(directorio.c_str(), prefijo, codigo);
     }
     return nombre;
 }
@@ -133,32 +130,32 @@ cadena_w i_tres_frases(const cadena_w& directorio, DWORD codigo, const cadena_w&
     return copiaforu_nousar_formatea(L"%s\n%s\n%s", {hecho, causa, remedio});
 }
 
-cadena_w i_crea_fichero_temporal(lugar donde) {
-    const cadena_w directorio = i_directorio_temporal(donde);
+cadena_w i_crea_fichero_temporal() {
+    const cadena_w directorio = i_directorio_temporal();
     const ruta_fijada fijado(directorio.c_str());
     DWORD codigo = ERROR_SUCCESS;
-    cadena_w nombre = i_insiste_con_prefijo(fijado, prefijo_primero, &codigo, donde);
+    cadena_w nombre = i_insiste_con_prefijo(fijado, prefijo_primero, &codigo);
     if (nombre.es_nula()) {
         // In service mode too: nothing that needs a temporary file works until somebody mends this.
         const cadena_w aviso = i_tres_frases(
             directorio, codigo, i_mensaje(i_msg_402847_borrar_ficheros_o_modificar_temp, {directorio}));
         lmaviso_aviso_interno_como_error_u(aviso.c_str());
-        nombre = i_insiste_con_prefijo(fijado, prefijo_segundo, &codigo, donde);
+        nombre = i_insiste_con_prefijo(fijado, prefijo_segundo, &codigo);
     }
     if (nombre.es_nula()) {
         error_interno_liberando_mensaje_u(
-            i_tres_frases(directorio, codigo, i_mensaje(i_msg_385692_modificar_variable_temp)), donde);
-        return cadena_w(vista_w(), donde);
+            i_tres_frases(directorio, codigo, i_mensaje(i_msg_385692_modificar_variable_temp)));
+        return cadena_w(vista_w());
     }
-    return i_path_largo(nombre.c_str(), donde);
+    return i_path_largo(nombre.c_str());
 }
 
 // A file of the system's with another extension. Whoever else looks for a name at the same time gets another: the
 // system never creates the same file twice, and a renaming never replaces, which makes it the test of existence too.
 class fichero_unico {
 public:
-    fichero_unico(const wchar_t* directorio, vista_w extension, lugar donde)
-        : directorio_(directorio), extension_(extension), donde_(donde) {}
+    fichero_unico(const wchar_t* directorio, vista_w extension)
+        : directorio_(directorio), extension_(extension) {}
     fichero_unico(const fichero_unico&) = delete;
     fichero_unico& operator=(const fichero_unico&) = delete;
     // What could not be used goes at the end: while it stands, the system cannot offer it again.
@@ -169,21 +166,21 @@ public:
     }
 
     cadena_w crea() {
-        i_comprueba(a_vista(directorio_.dada()).size() < MAX_PATH, "longitud < _MAX_PATH", donde_);
+        i_comprueba(a_vista(directorio_.dada()).size() < MAX_PATH, "longitud < _MAX_PATH");
         cadena_w candidato;
         for (unsigned contador = 0; contador < max_candidatos; ++contador) {
             cadena_w temporal = i_temporal(contador);
             if (temporal.es_nula()) {
-                return cadena_w(vista_w(), donde_);
+                return cadena_w(vista_w());
             }
             const vista_w nombre = i_nombre_base_fichero(temporal.ver());
             candidato = i_candidato(directorio_.dada(), nombre);
             if (i_es_la_del_sistema() || i_renombra(temporal, i_candidato(directorio_.c_str(), nombre))) {
                 return candidato;
             }
-            descartados_->anade(std::move(temporal), donde_);
+            descartados_->anade(std::move(temporal));
         }
-        error_interno("contador < 150", donde_);
+        error_interno("contador < 150");
         return candidato;
     }
 
@@ -192,12 +189,12 @@ private:
         wchar_t prefijo[] = L"LUMO";
         prefijo[2] = contador < candidatos_con_letra ? static_cast<wchar_t>(L'A' + contador) : L'0';
         DWORD codigo;
-        cadena_w temporal = i_fichero_del_sistema(directorio_.c_str(), prefijo, &codigo, donde_);
-        i_comprueba_con(!temporal.es_nula(), "resp != 0", directorio_.dada(), donde_);
+        cadena_w temporal = i_fichero_del_sistema(directorio_.c_str(), prefijo, &codigo);
+        i_comprueba_con(!temporal.es_nula(), "resp != 0", directorio_.dada());
         return temporal;
     }
     cadena_w i_candidato(const wchar_t* directorio, vista_w nombre) const {
-        return i_makepath<wchar_t>({}, vista_w(directorio), nombre, extension_, donde_);
+        return i_makepath<wchar_t>({}, vista_w(directorio), nombre, extension_);
     }
     bool i_es_la_del_sistema() const noexcept {
         const bool con_punto = !extension_.empty() && extension_.front() == L'.';
@@ -222,12 +219,11 @@ private:
     unsigned esperas_ = 0;
     ruta_fijada directorio_;
     vista_w extension_;
-    lugar donde_;
     objeto<ArrCADENA_u> descartados_ = objeto<ArrCADENA_u>::crea();
 };
 
-cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension, lugar donde) {
-    return fichero_unico(directorio, extension, donde).crea();
+cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension) {
+    return fichero_unico(directorio, extension).crea();
 }
 
 }  // namespace
@@ -236,35 +232,32 @@ cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension, luga
 using namespace lumodir;
 
 wchar_t* lumodir_dameDirectorioTemporal(void) {
-    const cadena_w directorio = i_directorio_temporal(lugar::aqui());
+    const cadena_w directorio = i_directorio_temporal();
     return i_path_largo(directorio.c_str()).suelta();
 }
 
 wchar_t* lumodir_creaFicheroTemporal(void) {
-    return i_crea_fichero_temporal(lugar::aqui()).suelta();
+    return i_crea_fichero_temporal().suelta();
 }
 
 wchar_t* lumodir_creaFicheroTemporalConExt(const wchar_t* ext) {
-    const lugar donde = lugar::aqui();
-    if (!i_comprueba(ext != nullptr, "(ext) != NULL", donde)) {
-        return cadena_w(vista_w(), donde).suelta();
+    if (!i_comprueba(ext != nullptr, "(ext) != NULL")) {
+        return cadena_w(vista_w()).suelta();
     }
     if (iguales_sin_caja(vista_w(ext), extension_del_sistema)) {
         return lumodir_creaFicheroTemporal();
     }
-    const cadena_w directorio = i_directorio_temporal(donde);
-    const cadena_w fichero = i_crea_fichero_unico(directorio.c_str(), ext, donde);
-    return i_path_largo(fichero.c_str(), donde).suelta();
+    const cadena_w directorio = i_directorio_temporal();
+    const cadena_w fichero = i_crea_fichero_unico(directorio.c_str(), ext);
+    return i_path_largo(fichero.c_str()).suelta();
 }
 
 wchar_t* lumodir_creaFicheroUnicoEnDirectorio(const wchar_t* directorioTemporal, const wchar_t* ext) {
-    const lugar donde = lugar::aqui();
-    const bool hay_directorio =
-        i_comprueba(directorioTemporal != nullptr, "(directorioTemporal) != NULL", donde);
-    if (!i_comprueba(ext != nullptr, "(ext) != NULL", donde) || !hay_directorio) {
-        return cadena_w(vista_w(), donde).suelta();
+    const bool hay_directorio = i_comprueba(directorioTemporal != nullptr, "(directorioTemporal) != NULL");
+    if (!i_comprueba(ext != nullptr, "(ext) != NULL") || !hay_directorio) {
+        return cadena_w(vista_w()).suelta();
     }
-    return i_crea_fichero_unico(directorioTemporal, ext, donde).suelta();
+    return i_crea_fichero_unico(directorioTemporal, ext).suelta();
 }
 
 wchar_t* lumodir_creaFicheroTemporalEnDirectorio(const wchar_t* directorioTemporal, const wchar_t* nombre) {

@@ -5,10 +5,9 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
+#include "companions/sin_dialogos.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
-#include "frame/puente.hpp"
-#include "timefich.h"
 
 namespace lumodir {
 namespace {
@@ -22,15 +21,13 @@ constexpr long long segundos_convenio_local = 3600;
 constexpr unsigned intentos_de_lectura = 5;
 constexpr unsigned long espera_entre_lecturas_ms = 100;
 
-enum class si_falta : unsigned char { calla, informa };
-
 // The only dates that cannot be converted are those that do not fit: trying again would not help.
-bool i_a_local(const FILETIME& utc, FILETIME* local, lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, local) != FALSE, "resp != FALSE", donde);
+bool i_a_local(const FILETIME& utc, FILETIME* local) noexcept {
+    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, local) != FALSE, "resp != FALSE");
 }
 
-bool i_a_utc(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, utc) != FALSE, "resp != FALSE", donde);
+bool i_a_utc(const FILETIME& local, FILETIME* utc) noexcept {
+    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, utc) != FALSE, "resp != FALSE");
 }
 
 // The modification date in UTC, for the readers of time values.
@@ -38,7 +35,7 @@ bool i_lee_modificacion(const wchar_t* fichero, si_falta entonces, unsigned int*
                         FILETIME* modificacion) noexcept {
     FILETIME creacion;
     FILETIME acceso;
-    if (i_lee_fechas(fichero, &creacion, &acceso, modificacion, codigo_error) == CIERTO) {
+    if (i_lee_fechas(fichero, &creacion, &acceso, modificacion, codigo_error)) {
         return true;
     }
     if (entonces == si_falta::informa && fichero != nullptr) {
@@ -47,20 +44,13 @@ bool i_lee_modificacion(const wchar_t* fichero, si_falta entonces, unsigned int*
     return false;
 }
 
-long long i_lee_valor_utc(const wchar_t* fichero, si_falta entonces,
-                          unsigned int* codigo_error = nullptr) noexcept {
-    FILETIME modificacion;
-    return i_lee_modificacion(fichero, entonces, codigo_error, &modificacion)
-               ? i_segundos_desde_1970(modificacion)
-               : sin_fecha;
-}
-
-long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept {
-    FILETIME modificacion;
-    FILETIME local;
-    return i_lee_modificacion(fichero, entonces, nullptr, &modificacion) && i_a_local(modificacion, &local)
-               ? i_segundos_desde_1970(local) - segundos_convenio_local
-               : sin_fecha;
+BOOL i_pon_fechas(HANDLE abierto, const FILETIME* creacion, const FILETIME* modificacion,
+                  DWORD* codigo) noexcept {
+    const sin_dialogos callado;
+    ::SetLastError(ERROR_SUCCESS);
+    const BOOL asignadas = sistema.SetFileTime(abierto, creacion, nullptr, modificacion);
+    *codigo = ::GetLastError();
+    return asignadas;
 }
 
 // One attempt. Opened alone: a program that is still writing the file would date it again.
@@ -71,9 +61,7 @@ bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, con
     if (!abierto.valida()) {
         return false;
     }
-    ::SetLastError(ERROR_SUCCESS);
-    const BOOL asignadas = sistema.SetFileTime(abierto.get(), creacion, nullptr, modificacion);
-    *codigo = ::GetLastError();
+    const BOOL asignadas = i_pon_fechas(abierto.get(), creacion, modificacion, codigo);
     if (asignadas) {
         i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero.dada()));
     }
@@ -81,17 +69,17 @@ bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, con
 }
 
 // The dates are in UTC; NULL leaves one as it is.
-unsigned short i_asigna_fechas(const ruta_fijada& fichero, const FILETIME* creacion,
-                               const FILETIME* modificacion, unsigned short informar) noexcept {
+bool i_asigna_fechas(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
+                     bool informar) noexcept {
     DWORD codigo = ERROR_SUCCESS;
     return i_con_reintentos(
-        CIERTO, informar,
-        [&]() -> unsigned short {
-            return i_intenta_asignar(fichero, creacion, modificacion, &codigo) ? CIERTO : FALSO;
-        },
+        true, informar, [&] { return i_intenta_asignar(fichero, creacion, modificacion, &codigo); },
         [&](BuclRein* bucle) {
             buclrein_set_mensaje_reintentar(
-                bucle, i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()}),
+                bucle,
+                [&] {
+                    return i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()});
+                },
                 codigo);
         });
 }
@@ -106,8 +94,8 @@ bool i_utc_de_valor(long long valor, FILETIME* utc) noexcept {
     return i_filetime_de_segundos(valor, *utc) && i_es_asignable(*utc);
 }
 
-bool i_utc_de_local(const FILETIME& local, FILETIME* utc, lugar donde = lugar::aqui()) noexcept {
-    return i_a_utc(local, utc, donde) && i_es_asignable(*utc);
+bool i_utc_de_local(const FILETIME& local, FILETIME* utc) noexcept {
+    return i_a_utc(local, utc) && i_es_asignable(*utc);
 }
 
 bool i_utc_de_valor_local(long long valor, FILETIME* utc) noexcept {
@@ -116,36 +104,21 @@ bool i_utc_de_valor_local(long long valor, FILETIME* utc) noexcept {
            i_utc_de_local(local, utc);
 }
 
-unsigned short i_asigna_valor_utc(const wchar_t* fichero, long long valor, unsigned short informar) noexcept {
-    FILETIME modificacion;
-    return i_comprueba(fichero != nullptr, "fichero_u != NULL") && i_utc_de_valor(valor, &modificacion)
-               ? i_asigna_fechas(fichero, nullptr, &modificacion, informar)
-               : FALSO;
-}
-
-bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETIME* modificacion,
-                  lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba_con(creacion != nullptr || modificacion != nullptr,
-                           "local_creacion != NULL || local_modificacion != NULL", a_vista(fichero), donde);
-}
-
 // The dates in UTC, patiently: a scanner or a slow share may keep the file busy for a moment.
-unsigned short i_lee_insistiendo(const ruta_fijada& fichero, FILETIME* creacion,
-                                 FILETIME* modificacion) noexcept {
+bool i_lee_insistiendo(const ruta_fijada& fichero, FILETIME* creacion, FILETIME* modificacion) noexcept {
     FILETIME acceso;
-    unsigned short ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
-    for (unsigned intento = 1; ok != CIERTO && intento < intentos_de_lectura; ++intento) {
+    bool ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
+    for (unsigned intento = 1; !ok && intento < intentos_de_lectura; ++intento) {
         plataforma::duerme_ms(espera_entre_lecturas_ms);
         ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
     }
-    i_comprueba_con(ok == CIERTO, "ok == CIERTO", a_vista(fichero.dada()));
-    return ok;
+    return i_comprueba_con(ok, "ok == CIERTO", a_vista(fichero.dada()));
 }
 
 }  // namespace
 
-unsigned short i_lee_fechas(const ruta_fijada& fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
-                            FILETIME* fecha_modificacion, unsigned int* codigo_error) noexcept {
+bool i_lee_fechas(const ruta_fijada& fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
+                  FILETIME* fecha_modificacion, unsigned int* codigo_error) noexcept {
     const bool preguntable = i_comprueba(fichero.dada() != nullptr, "(fichero) != NULL") &&
                              i_comprueba(fecha_creacion != nullptr, "(fecha_creacion) != NULL") &&
                              i_comprueba(fecha_acceso != nullptr, "(fecha_acceso) != NULL") &&
@@ -156,136 +129,70 @@ unsigned short i_lee_fechas(const ruta_fijada& fichero, FILETIME* fecha_creacion
         *codigo_error = leidas ? ERROR_SUCCESS : preguntable ? ::GetLastError() : ERROR_INVALID_PARAMETER;
     }
     if (!leidas) {
-        return FALSO;
+        return false;
     }
     *fecha_creacion = datos.ftCreationTime;
     *fecha_acceso = datos.ftLastAccessTime;
     *fecha_modificacion = datos.ftLastWriteTime;
-    return CIERTO;
+    return true;
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short timefich_obtener_fecha_u(const wchar_t* fichero, FILETIME* local_creacion,
-                                        FILETIME* local_modificacion) {
-    FILETIME creacion;
+long long i_lee_valor_utc(const wchar_t* fichero, si_falta entonces, unsigned int* codigo_error) noexcept {
     FILETIME modificacion;
-    if (!i_hay_alguna(fichero, local_creacion, local_modificacion) ||
-        !i_comprueba(fichero != nullptr, "(fichero) != NULL") ||
-        i_lee_insistiendo(fichero, &creacion, &modificacion) != CIERTO) {
-        return FALSO;
+    return i_lee_modificacion(fichero, entonces, codigo_error, &modificacion)
+               ? i_segundos_desde_1970(modificacion)
+               : sin_fecha;
+}
+
+long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept {
+    FILETIME modificacion;
+    FILETIME local;
+    return i_lee_modificacion(fichero, entonces, nullptr, &modificacion) && i_a_local(modificacion, &local)
+               ? i_segundos_desde_1970(local) - segundos_convenio_local
+               : sin_fecha;
+}
+
+bool i_lee_fechas_locales(const wchar_t* fichero, FILETIME* creacion, FILETIME* modificacion) noexcept {
+    FILETIME utc_creacion;
+    FILETIME utc_modificacion;
+    if (!i_lee_insistiendo(fichero, &utc_creacion, &utc_modificacion)) {
+        return false;
     }
     // Both are converted before one is stored, so that a failure stores none.
     FILETIME local_1 = {};
     FILETIME local_2 = {};
-    if ((local_creacion != nullptr && !i_a_local(creacion, &local_1)) ||
-        (local_modificacion != nullptr && !i_a_local(modificacion, &local_2))) {
-        return FALSO;
+    if ((creacion != nullptr && !i_a_local(utc_creacion, &local_1)) ||
+        (modificacion != nullptr && !i_a_local(utc_modificacion, &local_2))) {
+        return false;
     }
-    if (local_creacion != nullptr) {
-        *local_creacion = local_1;
+    if (creacion != nullptr) {
+        *creacion = local_1;
     }
-    if (local_modificacion != nullptr) {
-        *local_modificacion = local_2;
+    if (modificacion != nullptr) {
+        *modificacion = local_2;
     }
-    return CIERTO;
+    return true;
 }
 
-void timefich_obtener_fecha(const char* fichero, FILETIME* local_creacion, FILETIME* local_modificacion) {
-    puente_sin_resultado<timefich_obtener_fecha_u>(fichero, local_creacion, local_modificacion);
+bool i_asigna_fechas_locales(const wchar_t* fichero, const FILETIME* creacion,
+                             const FILETIME* modificacion) noexcept {
+    FILETIME utc_creacion;
+    FILETIME utc_modificacion;
+    return (creacion == nullptr || i_utc_de_local(*creacion, &utc_creacion)) &&
+           (modificacion == nullptr || i_utc_de_local(*modificacion, &utc_modificacion)) &&
+           i_asigna_fechas(fichero, creacion == nullptr ? nullptr : &utc_creacion,
+                           modificacion == nullptr ? nullptr : &utc_modificacion, true);
 }
 
-unsigned short timefich_asignar_fecha_u(const wchar_t* fichero, const FILETIME* local_creacion,
-                                        const FILETIME* local_modificacion) {
-    FILETIME creacion;
+bool i_asigna_valor_utc(const wchar_t* fichero, long long valor, bool informar) noexcept {
     FILETIME modificacion;
-    if (!i_hay_alguna(fichero, local_creacion, local_modificacion) ||
-        !i_comprueba(fichero != nullptr, "fichero_u != NULL") ||
-        (local_creacion != nullptr && !i_utc_de_local(*local_creacion, &creacion)) ||
-        (local_modificacion != nullptr && !i_utc_de_local(*local_modificacion, &modificacion))) {
-        return FALSO;
-    }
-    return i_asigna_fechas(fichero, local_creacion == nullptr ? nullptr : &creacion,
-                           local_modificacion == nullptr ? nullptr : &modificacion, CIERTO);
+    return i_utc_de_valor(valor, &modificacion) && i_asigna_fechas(fichero, nullptr, &modificacion, informar);
 }
 
-void timefich_asignar_fecha(const char* fichero, const FILETIME* local_creacion,
-                            const FILETIME* local_modificacion) {
-    puente_sin_resultado<timefich_asignar_fecha_u>(fichero, local_creacion, local_modificacion);
-}
-
-long long timefich_obtener_fecha_fichero_UTC(const wchar_t* fichero) {
-    return i_lee_valor_utc(fichero, si_falta::calla);
-}
-
-long long timefich_obtener_fecha_fichero_ansi_UTC(const char* fichero) {
-    return puente<timefich_obtener_fecha_fichero_UTC>(fichero);
-}
-
-long long timefich_obtener_fecha_fichero_existente_UTC(const wchar_t* fichero) {
-    return i_lee_valor_utc(fichero, si_falta::informa);
-}
-
-long long timefich_obtener_fecha_fichero_ansi_existente_UTC(const char* fichero) {
-    return puente<timefich_obtener_fecha_fichero_existente_UTC>(fichero);
-}
-
-long long timefich_obtener_fecha_fichero_ansi_y_codigo_error_UTC(const char* fichero,
-                                                                 unsigned int* codigo_error) {
-    return i_lee_valor_utc(utf16_temporal(fichero).c_str(), si_falta::calla, codigo_error);
-}
-
-unsigned short timefich_asignar_fecha_fichero_UTC(const wchar_t* fichero, long long fecha) {
-    return i_asigna_valor_utc(fichero, fecha, CIERTO);
-}
-
-unsigned short timefich_asignar_fecha_fichero_ansi_UTC(const char* fichero, long long fecha) {
-    return puente<timefich_asignar_fecha_fichero_UTC>(fichero, fecha);
-}
-
-unsigned short timefich_asignar_fecha_fichero_UTC_si_es_posible(const wchar_t* fichero, long long fecha) {
-    return i_asigna_valor_utc(fichero, fecha, FALSO);
-}
-
-long long timefich_obtener_fecha_fichero_u(const wchar_t* fichero) {
-    return i_lee_valor_local(fichero, si_falta::calla);
-}
-
-long long timefich_obtener_fecha_fichero(const char* fichero) {
-    return puente<timefich_obtener_fecha_fichero_u>(fichero);
-}
-
-long long timefich_obtener_fecha_fichero_existente_u(const wchar_t* fichero) {
-    return i_lee_valor_local(fichero, si_falta::informa);
-}
-
-long long timefich_obtener_fecha_fichero_existente(const char* fichero) {
-    return puente<timefich_obtener_fecha_fichero_existente_u>(fichero);
-}
-
-unsigned short timefich_asignar_fecha_fichero_unicode(const wchar_t* fichero, long long fecha) {
+bool i_asigna_valor_local(const wchar_t* fichero, long long valor) noexcept {
     FILETIME modificacion;
-    return i_comprueba(fichero != nullptr, "fichero_u != NULL") && i_utc_de_valor_local(fecha, &modificacion)
-               ? i_asigna_fechas(fichero, nullptr, &modificacion, CIERTO)
-               : FALSO;
+    return i_utc_de_valor_local(valor, &modificacion) &&
+           i_asigna_fechas(fichero, nullptr, &modificacion, true);
 }
 
-unsigned short timefich_asignar_fecha_fichero(const char* fichero, long long fecha) {
-    return puente<timefich_asignar_fecha_fichero_unicode>(fichero, fecha);
-}
-
-long long timefich_convertir_fecha(const FILETIME* fecha) {
-    return i_comprueba(fecha != nullptr, "(fecha) != NULL") ? i_segundos_locales_desde_1970(*fecha) : 0;
-}
-
-long long timefich_convierte_timet_UTC_a_timet_local(long long fecha) {
-    FILETIME utc;
-    // A date beyond FILETIME is beyond every calendar too: there is no zone to apply.
-    return i_filetime_de_segundos(fecha, utc) ? i_segundos_locales_desde_1970(utc) : fecha;
-}
-
-unsigned short timefich_fechas_iguales(long long fecha1, long long fecha2) {
-    return fecha1 == fecha2 ? CIERTO : FALSO;
-}
+}  // namespace lumodir

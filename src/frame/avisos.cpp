@@ -1,7 +1,6 @@
-// See avisos.hpp. The two start-up settings are plain values, written once before any thread calls.
+// See avisos.hpp. The start-up setting is a plain value, written once before any thread calls.
 #include "frame/avisos.hpp"
 
-#include "companions/buclrein.hpp"
 #include "companions/lmaviso.hpp"
 #include "companions/msglocal.hpp"
 #include "lumodir.h"
@@ -9,19 +8,9 @@
 namespace lumodir {
 namespace {
 
-bool i_sin_reintentos = false;
 func_fichero_abierto i_func_fichero_abierto = nullptr;
 
 }  // namespace
-
-bool i_modo_servicio() noexcept {
-    return i_sin_reintentos;
-}
-
-void i_restablece_modo_servicio() noexcept {
-    i_sin_reintentos = false;
-    i_buclrein_restablece_modo_servicio();
-}
 
 cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos,
                    lugar donde) {
@@ -29,19 +18,19 @@ cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento
 }
 
 void i_muestra_texto(const wchar_t* texto) noexcept {
-    if (!i_sin_reintentos) {
+    if (!i_modo_servicio()) {
         lmaviso_aviso_interno_como_error_u(texto);
     }
 }
 
 void i_muestra_mensaje(ConstructorMensaje construye) noexcept {
-    if (!i_sin_reintentos) {
+    if (!i_modo_servicio()) {
         lmaviso_aviso_interno_como_error_u(nousar_msglocal_original_u(construye));
     }
 }
 
 void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept {
-    if (!i_sin_reintentos) {
+    if (!i_modo_servicio()) {
         const cadena_w texto = i_mensaje(construye, {argumento});
         lmaviso_aviso_interno_como_error_u(texto.c_str());
     }
@@ -54,7 +43,6 @@ func_fichero_abierto i_func_comprobar_fichero_no_esta_abierto() noexcept {
 }  // namespace lumodir
 
 void lumodir_establece_modo_servicio_sin_reintentos(void) {
-    lumodir::i_sin_reintentos = true;
     lumodir::buclrein_establece_modo_servicio_sin_reintentos();
 }
 

@@ -1,19 +1,15 @@
-// The shared warning routine: every warning that the library shows by itself, outside the retry loop, and the
-// service-mode flag that silences it.
+// The shared warning routine: every warning that the library shows by itself, outside the retry loop.
 //
 // Promises: nothing is shown in service mode; a message without argument is shown as it is, one with an argument
 // is formatted, shown and freed.
 // Checked by tests/frame/avisos_test.cpp.
 #pragma once
 
+#include "companions/buclrein.hpp"
 #include "companions/cadena.hpp"
 #include "companions/registro_mensaje.hpp"
 
 namespace lumodir {
-
-bool i_modo_servicio() noexcept;
-// Tests only: service mode has no way back in the product.
-void i_restablece_modo_servicio() noexcept;
 
 // The message in the user's language, formatted with its arguments.
 cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {},

@@ -33,16 +33,6 @@ private:
     std::size_t longitud_;
 };
 
-// Letter case counts in the wide flavour only.
-bool i_pasa_filtro(vista_w nombre, vista_w filtro) noexcept {
-    return i_cumple_filtro<wchar_t>(nombre, filtro);
-}
-bool i_pasa_filtro(vista_a nombre, vista_a filtro) noexcept {
-    const minusculas_temporales nombre_en_minusculas(nombre);
-    const minusculas_temporales filtro_en_minusculas(filtro);
-    return i_cumple_filtro<char>(nombre_en_minusculas.ver(), filtro_en_minusculas.ver());
-}
-
 // The name that a caller's buffer holds; the buffer may never have been written.
 template <class C, std::size_t N>
 vista<C> i_texto_acotado(const C (&bufer)[N]) noexcept {
@@ -264,20 +254,6 @@ void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAA* destino) noexc
     }
 }
 
-template <class C>
-registro_dirwin<C>* i_crea(const C* patron, lugar donde) {
-    auto nuevo = registro<registro_dirwin<C>>::a_cero(1, donde);
-    WIN32_FIND_DATAW primera = {};
-    busqueda<C> abierta(patron, &primera, detalle::todo);
-    entrada<C> convertida;
-    i_convierte(primera, &convertida);
-    std::memcpy(nuevo.get(), &convertida, sizeof(convertida));
-    nuevo->con_filtro_propio = abierta.filtro.es_nula() ? FALSO : CIERTO;
-    nuevo->filtro_propio = abierta.filtro.suelta();
-    nuevo->busqueda = abierta.manija.suelta();
-    return nuevo.suelta();
-}
-
 // The next entry of a record, whose first field is the first entry. In 8-bit text an entry without a name that the
 // record holds is passed over.
 bool i_siguiente_de_registro(const void*, HANDLE manija, const wchar_t* filtro, unsigned long* num_entradas,
@@ -304,94 +280,51 @@ bool i_siguiente_de_registro(const void* primera, HANDLE manija, const char* fil
     }
 }
 
-template <class C>
-unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion, entrada<C>* find_data,
-                              lugar donde) noexcept {
-    const bool hay_enumerador = i_comprueba(dirwin != nullptr, expresion, donde);
-    if (!i_comprueba(find_data != nullptr, "(find_data) != NULL", donde) || !hay_enumerador) {
-        return FALSO;
-    }
-    if (dirwin->busqueda == INVALID_HANDLE_VALUE) {
-        return FALSO;
-    }
-    unsigned long num_entradas = dirwin->num_entradas;
-    if (num_entradas == 0) {
-        std::memcpy(find_data, dirwin, sizeof(*find_data));  // the first entry opens the record
-    }
-    const C* filtro = dirwin->con_filtro_propio == CIERTO ? dirwin->filtro_propio : nullptr;
-    const bool hay = i_siguiente_de_registro(dirwin, dirwin->busqueda, filtro, &num_entradas, find_data);
-    dirwin->num_entradas = num_entradas;
-    return hay ? CIERTO : FALSO;
-}
-
-template <class R>
-void i_destruye(R** dirwin, const char* expresion, const char* expresion_puntero, lugar donde) noexcept {
-    if (!i_comprueba(dirwin != nullptr, expresion, donde) ||
-        !i_comprueba(*dirwin != nullptr, expresion_puntero, donde)) {
-        return;
-    }
-    const manija_busqueda cierra((*dirwin)->busqueda);
-    if ((*dirwin)->con_filtro_propio == CIERTO) {
-        i_libera((*dirwin)->filtro_propio);
-    }
-    i_libera(*dirwin);
-    *dirwin = nullptr;
-}
-
-template <class E>
-unsigned short i_con_atributo(const E* entrada, DWORD atributo, lugar donde) noexcept {
-    return i_comprueba(entrada != nullptr, "(findData) != NULL", donde) &&
-                   (entrada->dwFileAttributes & atributo) != 0
-               ? CIERTO
-               : FALSO;
-}
-
 }  // namespace
-}  // namespace lumodir
 
-using namespace lumodir;
-
-Dirwin* dirwin_crea(const char* patron) {
-    return i_crea(patron, lugar::aqui());
+bool i_pasa_filtro(vista_w nombre, vista_w filtro) noexcept {
+    return i_cumple_filtro<wchar_t>(nombre, filtro);
 }
 
-Dirwin_u* dirwin_crea_UNICODE(const wchar_t* patron) {
-    return i_crea(patron, lugar::aqui());
+bool i_pasa_filtro(vista_a nombre, vista_a filtro) noexcept {
+    const minusculas_temporales nombre_en_minusculas(nombre);
+    const minusculas_temporales filtro_en_minusculas(filtro);
+    return i_cumple_filtro<char>(nombre_en_minusculas.ver(), filtro_en_minusculas.ver());
 }
 
-unsigned short dirwin_findnextfile(Dirwin* dirwin, WIN32_FIND_DATAA* find_data) {
-    return i_findnextfile<char>(dirwin, "(dirwin) != NULL", find_data, lugar::aqui());
+template <class C>
+duenyo_dirwin<C> i_crea_dirwin(const C* patron) {
+    duenyo_dirwin<C> nuevo(registro<registro_dirwin<C>>::a_cero().suelta());
+    WIN32_FIND_DATAW primera = {};
+    busqueda<C> abierta(patron, &primera, detalle::todo);
+    entrada<C> convertida;
+    i_convierte(primera, &convertida);
+    std::memcpy(nuevo.get(), &convertida, sizeof(convertida));
+    nuevo->con_filtro_propio = abierta.filtro.es_nula() ? FALSO : CIERTO;
+    nuevo->filtro_propio = abierta.filtro.suelta();
+    nuevo->busqueda = abierta.manija.suelta();
+    return nuevo;
 }
 
-unsigned short dirwin_findnextfile_UNICODE(Dirwin_u* dirwinW, WIN32_FIND_DATAW* find_data) {
-    return i_findnextfile<wchar_t>(dirwinW, "(dirwinW) != NULL", find_data, lugar::aqui());
-}
+template duenyo_dirwin<char> i_crea_dirwin(const char*);
+template duenyo_dirwin<wchar_t> i_crea_dirwin(const wchar_t*);
 
-unsigned short dirwin_es_directorio(const WIN32_FIND_DATAA* findData) {
-    return i_con_atributo(findData, FILE_ATTRIBUTE_DIRECTORY, lugar::aqui());
-}
-
-unsigned short dirwin_es_directorio_UNICODE(const WIN32_FIND_DATAW* findData) {
-    return i_con_atributo(findData, FILE_ATTRIBUTE_DIRECTORY, lugar::aqui());
-}
-
-unsigned short dirwin_es_solo_lectura_UNICODE(const WIN32_FIND_DATAW* findData) {
-    return i_con_atributo(findData, FILE_ATTRIBUTE_READONLY, lugar::aqui());
-}
-
-unsigned short dirwin_cumple_filtro(const char* nombre_y_extension, const char* filtro_nombre_y_extension) {
-    const bool hay_nombre = i_comprueba(nombre_y_extension != nullptr, "(nombre_y_extension) != NULL");
-    if (!i_comprueba(filtro_nombre_y_extension != nullptr, "(filtro_nombre_y_extension) != NULL") ||
-        !hay_nombre) {
-        return FALSO;
+template <class C>
+bool i_siguiente(registro_dirwin<C>& dirwin, entrada<C>* destino) noexcept {
+    if (dirwin.busqueda == INVALID_HANDLE_VALUE) {
+        return false;
     }
-    return i_pasa_filtro(a_vista(nombre_y_extension), a_vista(filtro_nombre_y_extension)) ? CIERTO : FALSO;
+    unsigned long num_entradas = dirwin.num_entradas;
+    if (num_entradas == 0) {
+        std::memcpy(destino, &dirwin, sizeof(*destino));  // the first entry opens the record
+    }
+    const C* filtro = dirwin.con_filtro_propio == CIERTO ? dirwin.filtro_propio : nullptr;
+    const bool hay = i_siguiente_de_registro(&dirwin, dirwin.busqueda, filtro, &num_entradas, destino);
+    dirwin.num_entradas = num_entradas;
+    return hay;
 }
 
-void dirwin_destruye(Dirwin** dirwin) {
-    i_destruye(dirwin, "(dirwin) != NULL", "(*dirwin) != NULL", lugar::aqui());
-}
+template bool i_siguiente<char>(Dirwin&, WIN32_FIND_DATAA*) noexcept;
+template bool i_siguiente<wchar_t>(Dirwin_u&, WIN32_FIND_DATAW*) noexcept;
 
-void dirwin_destruye_UNICODE(Dirwin_u** dirwinW) {
-    i_destruye(dirwinW, "(dirwinW) != NULL", "(*dirwinW) != NULL", lugar::aqui());
-}
+}  // namespace lumodir

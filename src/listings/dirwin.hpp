@@ -93,6 +93,31 @@ private:
     unsigned long num_entradas_ = 0;
 };
 
+// Whether a name passes a filter; letter case counts in the wide flavour only.
+bool i_pasa_filtro(vista_w nombre, vista_w filtro) noexcept;
+bool i_pasa_filtro(vista_a nombre, vista_a filtro) noexcept;
+
+// ---- The records that hosts walk with
+
+struct destruye_dirwin {
+    template <class R>
+    void operator()(R* dirwin) const noexcept {
+        const manija_busqueda cierra(dirwin->busqueda);
+        if (dirwin->con_filtro_propio == CIERTO) {
+            i_libera(dirwin->filtro_propio);
+        }
+        i_libera(dirwin);
+    }
+};
+template <class C>
+using duenyo_dirwin = duenyo<registro_dirwin<C>, destruye_dirwin>;
+
+template <class C>
+duenyo_dirwin<C> i_crea_dirwin(const C* patron);
+
+template <class C>
+bool i_siguiente(registro_dirwin<C>& dirwin, entrada<C>* destino) noexcept;
+
 extern template struct busqueda<char>;
 extern template struct busqueda<wchar_t>;
 extern template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long*,

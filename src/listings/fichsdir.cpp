@@ -6,10 +6,28 @@
 #include "companions/acadorde.hpp"
 #include "companions/ordena.hpp"
 #include "companions/plataforma.hpp"
-#include "nomsfich.h"
+#include "paths/nomsfich.hpp"
 #include "paths/split_makepath.hpp"
 
 namespace lumodir {
+
+bool i_es_fichero(const WIN32_FIND_DATAW& e) noexcept {
+    return !i_es_directorio(e);
+}
+
+bool i_es_directorio_sin_punto(const WIN32_FIND_DATAW& e) noexcept {
+    return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
+}
+
+bool i_es_directorio_a_la_vista(const WIN32_FIND_DATAW& e) noexcept {
+    return i_es_directorio_sin_punto(e) && (e.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) == 0;
+}
+
+bool i_es_directorio_con_punto(const WIN32_FIND_DATAW& e) noexcept {
+    const vista_w nombre = i_nombre_de_entrada(e);
+    return i_es_directorio(e) && nombre != L"." && nombre != L"..";
+}
+
 namespace {
 
 // The name in the flavour of the list that it goes into.
@@ -30,56 +48,6 @@ auto i_toma_nombres(arr_cadena<C>& lista, Sirve sirve) {
             lista.anade(i_en_sabor<C>(i_nombre_de_entrada(e)));
         }
     };
-}
-
-bool i_es_fichero(const WIN32_FIND_DATAW& e) noexcept {
-    return !i_es_directorio(e);
-}
-
-bool i_es_punto_o_dos(vista_w nombre) noexcept {
-    return nombre == L"." || nombre == L"..";
-}
-
-bool i_es_directorio_sin_punto(const WIN32_FIND_DATAW& e) noexcept {
-    return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
-}
-
-bool i_es_directorio_a_la_vista(const WIN32_FIND_DATAW& e) noexcept {
-    return i_es_directorio_sin_punto(e) && (e.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) == 0;
-}
-
-bool i_es_directorio_con_punto(const WIN32_FIND_DATAW& e) noexcept {
-    return i_es_directorio(e) && !i_es_punto_o_dos(i_nombre_de_entrada(e));
-}
-
-void i_ordena(ArrCADENA& lista) {
-    arr_QSortCADENA(&lista, nullptr);
-}
-void i_ordena(ArrCADENA_u& lista) {
-    arr_QSortCADENA_u(&lista, nullptr);
-}
-
-template <class C, class Sirve>
-arr_cadena<C>* i_directorios(const wchar_t* directorio, const progreso_listado& progreso, Sirve sirve) {
-    auto lista = objeto<arr_cadena<C>>::crea();
-    i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, sirve));
-    i_ordena(*lista);
-    return lista.suelta();
-}
-
-template <class C>
-arr_cadena<C>* i_nombres_ficheros(const wchar_t* directorio, const progreso_listado& progreso) {
-    auto lista = objeto<arr_cadena<C>>::crea();
-    i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, i_es_fichero));
-    return lista.suelta();
-}
-
-// A NULL pattern is reported by the enumerator.
-template <class C, class Sirve>
-arr_cadena<C>* i_nombres_cumplen_filtro(const wchar_t* path_filtro, Sirve sirve) {
-    auto lista = objeto<arr_cadena<C>>::crea();
-    i_recorre(path_filtro, {}, i_toma_nombres<C>(*lista, sirve));
-    return lista.suelta();
 }
 
 // ---- Extensions ----
@@ -109,24 +77,21 @@ public:
     const char* c_str() const noexcept { return texto_; }
 
 private:
-    static constexpr std::size_t max_bytes = 4 * MAX_PATH;  // a name in the widest of the code pages
+    static constexpr std::size_t max_bytes =
+        std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
     char texto_[max_bytes + 1];
 };
 
 // Hands each file that has the extension, by its 8-bit name, to `toma(name, parts)`.
 template <class Toma>
-void i_recorre_con_extension(const char* directorio, const char* extension, Toma toma) {
-    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
-    if (!i_comprueba(extension != nullptr, "(extension) != NULL") || !hay_directorio) {
-        return;
-    }
-    i_recorre_directorio(utf16_temporal(directorio).c_str(), {}, [&](const WIN32_FIND_DATAW& e) {
+void i_recorre_con_extension(const wchar_t* directorio, const char* extension, Toma toma) {
+    i_recorre_directorio(directorio, {}, [&](const WIN32_FIND_DATAW& e) {
         if (i_es_directorio(e)) {
             return;
         }
         cadena_a nombre = a_ansi(i_nombre_de_entrada(e));
         const partes_nombre partes = i_partes(nombre);
-        if (nomsfich_misma_extension(extension_de_registro(partes.extension).c_str(), extension) == CIERTO) {
+        if (i_misma_extension(a_vista(extension_de_registro(partes.extension).c_str()), a_vista(extension))) {
             toma(nombre, partes);
         }
     });
@@ -148,8 +113,76 @@ void i_ordena_sin_repetidos(AcadOrde& conjunto) {
     textos.acorta(num);
 }
 
+// The extension of a UTF-16 name, without its point.
+vista_w i_extension_ancha(vista_w nombre) {
+    const vista_w extension = division<wchar_t>(recorta_derecha(nombre), false).extension;
+    return extension.substr(extension.empty() ? 0 : 1);
+}
+
+}  // namespace
+
+template <class C>
+objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
+                                    const progreso_listado& progreso) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, sirve));
+    ordena_estable(lista->textos.data(), lista->num(),
+                   [](const C* a, const C* b) { return vista<C>(a).compare(vista<C>(b)); });
+    return lista;
+}
+
+template objeto<ArrCADENA> i_directorios<char>(const wchar_t*, sirve_entrada*, const progreso_listado&);
+template objeto<ArrCADENA_u> i_directorios<wchar_t>(const wchar_t*, sirve_entrada*, const progreso_listado&);
+
+objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio) {
+    auto lista = i_directorios<char>(directorio, i_es_directorio_sin_punto, {});
+    std::size_t num = 0;
+    for (std::size_t i = 0; i < lista->num(); ++i) {
+        std::swap(lista->textos[num], lista->textos[i]);
+        num += i_partes(lista->ver(num)).extension.empty() ? 1 : 0;
+    }
+    lista->reduce(num);
+    return lista;
+}
+
+template <class C>
+objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const progreso_listado& progreso) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, i_es_fichero));
+    return lista;
+}
+
+template objeto<ArrCADENA> i_nombres_ficheros<char>(const wchar_t*, const progreso_listado&);
+template objeto<ArrCADENA_u> i_nombres_ficheros<wchar_t>(const wchar_t*, const progreso_listado&);
+
+template <class C>
+objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre(path_filtro, {}, i_toma_nombres<C>(*lista, sirve));
+    return lista;
+}
+
+template objeto<ArrCADENA> i_nombres_cumplen_filtro<char>(const wchar_t*, sirve_entrada*);
+template objeto<ArrCADENA_u> i_nombres_cumplen_filtro<wchar_t>(const wchar_t*, sirve_entrada*);
+
+objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension) {
+    auto lista = objeto<ArrCADENA_u>::crea();
+    const auto tiene_la_extension = [extension](const WIN32_FIND_DATAW& e) {
+        return i_es_fichero(e) && iguales_sin_caja(i_extension_ancha(i_nombre_de_entrada(e)), extension);
+    };
+    i_recorre_directorio(directorio, {}, i_toma_nombres<wchar_t>(*lista, tiene_la_extension));
+    return lista;
+}
+
+objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension) {
+    auto lista = objeto<ArrCADENA>::crea();
+    i_recorre_con_extension(directorio, extension,
+                            [&](cadena_a& nombre, const partes_nombre&) { lista->anade(std::move(nombre)); });
+    return lista;
+}
+
 // Base names as a record has them, in lower case, and then in the case that is asked for.
-AcadOrde* i_nombres_base(const char* directorio, const char* extension, bool en_mayusculas) {
+objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension, bool en_mayusculas) {
     auto conjunto = objeto<AcadOrde>::crea();
     i_recorre_con_extension(directorio, extension, [&](const cadena_a&, const partes_nombre& partes) {
         cadena_a base(partes.base);
@@ -160,107 +193,7 @@ AcadOrde* i_nombres_base(const char* directorio, const char* extension, bool en_
         conjunto->textos.anade(std::move(base));
     });
     i_ordena_sin_repetidos(*conjunto);
-    return conjunto.suelta();
+    return conjunto;
 }
 
-// The extension of a UTF-16 name, without its point.
-vista_w i_extension_ancha(vista_w nombre) {
-    const vista_w extension = division<wchar_t>(recorta_derecha(nombre), false).extension;
-    return extension.substr(extension.empty() ? 0 : 1);
-}
-
-}  // namespace
 }  // namespace lumodir
-
-using namespace lumodir;
-
-ArrCADENA_u* fichsdir_directorios_u(const wchar_t* directorio) {
-    return i_directorios<wchar_t>(directorio, {}, i_es_directorio_sin_punto);
-}
-
-ArrCADENA* fichsdir_directorios(const char* directorio) {
-    return i_directorios<char>(utf16_temporal(directorio).c_str(), {}, i_es_directorio_sin_punto);
-}
-
-ArrCADENA* fichsdir_directorios_prog(const char* directorio, void* progreso, unsigned short* interrumpido,
-                                     FichsdirFncUsuarioCierraProgreso fncptr_prgs_usuario_cierra_progreso) {
-    return i_directorios<char>(utf16_temporal(directorio).c_str(),
-                               i_progreso(progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso),
-                               i_es_directorio_sin_punto);
-}
-
-ArrCADENA* fichsdir_directorios_sin_extension(const char* directorio) {
-    ArrCADENA* lista = fichsdir_directorios(directorio);
-    std::size_t num = 0;
-    for (std::size_t i = 0; i < lista->num(); ++i) {
-        std::swap(lista->textos[num], lista->textos[i]);
-        num += i_partes(lista->ver(num)).extension.empty() ? 1 : 0;
-    }
-    lista->reduce(num);
-    return lista;
-}
-
-ArrCADENA_u* fichsdir_directorios_sin_ocultos_u(const wchar_t* directorio) {
-    return i_directorios<wchar_t>(directorio, {}, i_es_directorio_a_la_vista);
-}
-
-ArrCADENA_u* fichsdir_directorios_incluyendo_empiezan_por_puntos_u(const wchar_t* directorio) {
-    return i_directorios<wchar_t>(directorio, {}, i_es_directorio_con_punto);
-}
-
-ArrCADENA_u* fichsdir_nombres_directorios_cumplen_filtro_u(const wchar_t* path_filtro) {
-    return i_nombres_cumplen_filtro<wchar_t>(path_filtro, i_es_directorio<WIN32_FIND_DATAW>);
-}
-
-ArrCADENA_u* fichsdir_nombres_ficheros_u(const wchar_t* directorio) {
-    return i_nombres_ficheros<wchar_t>(directorio, {});
-}
-
-ArrCADENA* fichsdir_nombres_ficheros(const char* directorio) {
-    return i_nombres_ficheros<char>(utf16_temporal(directorio).c_str(), {});
-}
-
-ArrCADENA* fichsdir_nombres_ficheros_prog(
-    const char* directorio, void* progreso, unsigned short* interrumpido,
-    FichsdirFncUsuarioCierraProgreso fncptr_prgs_usuario_cierra_progreso) {
-    return i_nombres_ficheros<char>(utf16_temporal(directorio).c_str(),
-                                    i_progreso(progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso));
-}
-
-ArrCADENA_u* fichsdir_nombres_ficheros_cumplen_filtro_u(const wchar_t* path_filtro) {
-    return i_nombres_cumplen_filtro<wchar_t>(path_filtro, i_es_fichero);
-}
-
-ArrCADENA* fichsdir_nombres_ficheros_cumplen_filtro(const wchar_t* path_filtro) {
-    return i_nombres_cumplen_filtro<char>(path_filtro, i_es_fichero);
-}
-
-ArrCADENA_u* fichsdir_nombres_ficheros_con_extension_u(const wchar_t* directorio, const wchar_t* extension) {
-    auto lista = objeto<ArrCADENA_u>::crea();
-    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
-    if (i_comprueba(extension != nullptr, "(extension) != NULL") && hay_directorio) {
-        const auto tiene_la_extension = [buscada = vista_w(extension)](const WIN32_FIND_DATAW& e) {
-            return !i_es_directorio(e) &&
-                   iguales_sin_caja(i_extension_ancha(i_nombre_de_entrada(e)), buscada);
-        };
-        i_recorre_directorio(directorio, {}, i_toma_nombres<wchar_t>(*lista, tiene_la_extension));
-    }
-    return lista.suelta();
-}
-
-ArrCADENA* fichsdir_nombres_ficheros_con_extension(const char* directorio, const char* extension) {
-    auto lista = objeto<ArrCADENA>::crea();
-    i_recorre_con_extension(directorio, extension,
-                            [&](cadena_a& nombre, const partes_nombre&) { lista->anade(std::move(nombre)); });
-    return lista.suelta();
-}
-
-AcadOrde* fichsdir_nombres_base_en_mayusculas_ficheros_con_extension(const char* directorio,
-                                                                     const char* extension) {
-    return i_nombres_base(directorio, extension, true);
-}
-
-AcadOrde* fichsdir_nombres_base_en_minusculas_ficheros_con_extension(const char* directorio,
-                                                                     const char* extension) {
-    return i_nombres_base(directorio, extension, false);
-}

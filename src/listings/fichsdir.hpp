@@ -8,7 +8,9 @@
 // Checked by tests/listings/fichsdir_win32_test.cpp.
 #pragma once
 
+#include "companions/acadorde.hpp"
 #include "companions/anfitrion.hpp"
+#include "companions/apunorde.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/unicode.hpp"
 #include "fichsdir.h"
@@ -22,17 +24,6 @@ struct progreso_listado {
     unsigned short* interrumpido = nullptr;
     FichsdirFncUsuarioCierraProgreso cierra = nullptr;
 };
-
-inline progreso_listado i_progreso(void* progreso, unsigned short* interrumpido,
-                                   FichsdirFncUsuarioCierraProgreso cierra, lugar donde = lugar::aqui()) {
-    i_comprueba(progreso != nullptr, "(progreso) != NULL", donde);
-    i_comprueba(interrumpido != nullptr, "(interrumpido) != NULL", donde);
-    if (!i_comprueba(cierra != nullptr, "(fncptr_prgs_usuario_cierra_progreso) != NULL", donde)) {
-        i_comprueba(progreso == nullptr, "progreso == NULL", donde);
-        i_comprueba(interrumpido == nullptr, "interrumpido == NULL", donde);
-    }
-    return {progreso, interrumpido, cierra};
-}
 
 inline bool i_interrumpe(const progreso_listado& progreso) {
     if (progreso.cierra == nullptr || llama_al_anfitrion(progreso.cierra, progreso.progreso) != CIERTO) {
@@ -65,5 +56,46 @@ void i_recorre_directorio(const wchar_t* directorio, const progreso_listado& pro
     const vista_w barra = acaba_en(donde, L"\\") ? vista_w() : vista_w(L"\\");
     i_recorre(concatena<wchar_t>({donde, barra, comodin_de_todo_u}).c_str(), progreso, toma);
 }
+
+// Which entries a list takes.
+using sirve_entrada = bool(const WIN32_FIND_DATAW& e) noexcept;
+sirve_entrada i_es_fichero;
+sirve_entrada i_es_directorio_sin_punto;  // none whose name begins with a point
+sirve_entrada i_es_directorio_a_la_vista;
+sirve_entrada i_es_directorio_con_punto;  // but "." and ".."
+
+// ---- Names (fichsdir.cpp)
+
+// Sorted.
+template <class C>
+objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
+                                    const progreso_listado& progreso);
+objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio);
+template <class C>
+objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const progreso_listado& progreso);
+// A NULL pattern is reported by the enumerator.
+template <class C>
+objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve);
+objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension);
+objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension);
+// As file-name records have them, in the case that is asked for; sorted, one of each.
+objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension, bool en_mayusculas);
+
+// ---- Records (fichsdir_registros.cpp)
+
+struct destruye_fichsdir {
+    void operator()(Fichsdir* fichsdir) const noexcept {
+        i_libera(fichsdir->nombre);
+        i_libera(fichsdir->ruta);
+        i_libera(fichsdir);
+    }
+};
+// Reports what is broken; answers whether there is a record at all.
+bool i_comprueba_registro(const Fichsdir* fichsdir) noexcept;
+
+objeto<ArrPunteroConTipo> i_ficheros(const wchar_t* directorio, const progreso_listado& progreso);
+// By name; the records belong to it.
+objeto<ApunOrde> i_ficheros_ordenados();
+objeto<ApunOrde> i_ficheros_existentes_ordenados(const wchar_t* directorio);
 
 }  // namespace lumodir

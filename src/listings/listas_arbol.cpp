@@ -24,7 +24,7 @@ public:
     arbol_en_curso& operator=(const arbol_en_curso&) = delete;
     ~arbol_en_curso() {
         for (ListaFicheros_u& lista : listas_) {
-            i_libera_lista<wchar_t>(&lista, lugar::aqui());  // GCOVR_EXCL_LINE: no walk is given up half-way
+            i_libera_lista<wchar_t>(&lista);  // GCOVR_EXCL_LINE: no walk is given up half-way
         }
     }
 
@@ -39,7 +39,7 @@ public:
             return;
         }
         const std::size_t bytes = listas_.size() * sizeof(ListaFicheros_u);
-        *listas = static_cast<ListaFicheros_u*>(i_reserva(bytes, lugar::aqui()));
+        *listas = static_cast<ListaFicheros_u*>(i_reserva(bytes));
         std::memcpy(*listas, listas_.data(), bytes);
         *num = static_cast<unsigned long>(listas_.size());
         listas_.vacia();
@@ -94,10 +94,10 @@ void i_lista_arbol(vista_w base, const filtro_extension& filtro, registros cuale
 }
 
 void i_lista_arbol(const wchar_t* base, const wchar_t* extension, registros cuales, unsigned long* num,
-                   ListaFicheros_u** listas, lugar donde) {
-    const bool hay_base = i_comprueba(base != nullptr, "(dirBase) != NULL", donde);
-    const bool hay_num = i_comprueba(num != nullptr, "(numDir) != NULL", donde);
-    const bool hay_listas = i_comprueba(listas != nullptr, "(ficheros) != NULL", donde);
+                   ListaFicheros_u** listas) {
+    const bool hay_base = i_comprueba(base != nullptr, "(dirBase) != NULL");
+    const bool hay_num = i_comprueba(num != nullptr, "(numDir) != NULL");
+    const bool hay_listas = i_comprueba(listas != nullptr, "(ficheros) != NULL");
     if (hay_num) {
         *num = 0;
     }
@@ -126,14 +126,14 @@ void lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(const wcha
                                                                       const wchar_t* extension,
                                                                       unsigned long* numDir,
                                                                       ListaFicheros_u** ficheros) {
-    i_lista_arbol(dirBase, extension, registros::con_ficheros, numDir, ficheros, lugar::aqui());
+    i_lista_arbol(dirBase, extension, registros::con_ficheros, numDir, ficheros);
 }
 
 void lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(const wchar_t* dirBase,
                                                                     const wchar_t* extension,
                                                                     unsigned long* numDir,
                                                                     ListaFicheros_u** ficheros) {
-    i_lista_arbol(dirBase, extension, registros::todos, numDir, ficheros, lugar::aqui());
+    i_lista_arbol(dirBase, extension, registros::todos, numDir, ficheros);
 }
 
 void lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(unsigned long numDir,
@@ -149,7 +149,7 @@ void lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(uns
         return;
     }
     for (unsigned long i = 0; i < numDir; ++i) {
-        i_libera_lista<wchar_t>(&(*ficheros)[i], lugar::aqui());
+        i_libera_lista<wchar_t>(&(*ficheros)[i]);
     }
     i_libera(*ficheros);
     *ficheros = nullptr;

@@ -47,7 +47,8 @@ public:
     vista_a ver() const noexcept { return {texto_, longitud_}; }
 
 private:
-    static constexpr std::size_t max_bytes = 4 * MAX_PATH;  // a name in the widest of the code pages
+    static constexpr std::size_t max_bytes =
+        std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
     std::size_t longitud_;
     char texto_[max_bytes + 1];
 };
@@ -65,12 +66,12 @@ void nombres_en_curso<C>::ordena() {
 }
 
 template <class C>
-void nombres_en_curso<C>::entrega(lista_ficheros<C>* lista, lugar donde) {
+void nombres_en_curso<C>::entrega(lista_ficheros<C>* lista) {
     if (textos_.empty()) {
         return;
     }
     const std::size_t bytes = textos_.size() * sizeof(C*);
-    lista->lista = static_cast<C**>(i_reserva(bytes, donde));
+    lista->lista = static_cast<C**>(i_reserva(bytes));
     std::memcpy(lista->lista, textos_.data(), bytes);
     lista->num = static_cast<unsigned long>(textos_.size());
     textos_.vacia();
@@ -119,17 +120,17 @@ cadena<C> i_patron_de_todo(vista<C> directorio) {
 }
 
 template <class C>
-void i_libera_lista(lista_ficheros<C>* lista, lugar donde) noexcept {
-    if (!i_comprueba(lista != nullptr, "(lista) != NULL", donde)) {
+void i_libera_lista(lista_ficheros<C>* lista) noexcept {
+    if (!i_comprueba(lista != nullptr, "(lista) != NULL")) {
         return;
     }
     i_libera(lista->path);
     lista->path = nullptr;
     if (lista->num == 0) {
-        i_comprueba(lista->lista == nullptr, "lista->lista == NULL", donde);
+        i_comprueba(lista->lista == nullptr, "lista->lista == NULL");
         return;
     }
-    if (i_comprueba(lista->lista != nullptr, "(lista->lista) != NULL", donde)) {
+    if (i_comprueba(lista->lista != nullptr, "(lista->lista) != NULL")) {
         for (unsigned long i = 0; i < lista->num; ++i) {
             i_libera(lista->lista[i]);
         }
@@ -149,18 +150,18 @@ template cadena<char> i_path_de_lista(vista<char>, vista<char>);
 template cadena<wchar_t> i_path_de_lista(vista<wchar_t>, vista<wchar_t>);
 template cadena<char> i_patron_de_todo(vista<char>);
 template cadena<wchar_t> i_patron_de_todo(vista<wchar_t>);
-template void i_libera_lista<char>(ListaFicheros*, lugar) noexcept;
-template void i_libera_lista<wchar_t>(ListaFicheros_u*, lugar) noexcept;
+template void i_libera_lista<char>(ListaFicheros*) noexcept;
+template void i_libera_lista<wchar_t>(ListaFicheros_u*) noexcept;
 
 namespace {
 
 // Clears the record, whatever it held: it is the caller's, and usually has never been written.
 template <class L>
-bool i_prepara(L* lista, lugar donde) noexcept {
+bool i_prepara(L* lista) noexcept {
     if (lista != nullptr) {
         *lista = {};
     }
-    return i_comprueba(lista != nullptr, "(lista) != NULL", donde);
+    return i_comprueba(lista != nullptr, "(lista) != NULL");
 }
 
 // The 8-bit flavour hands its filter over in UTF-16.
@@ -172,60 +173,59 @@ vista_w i_filtro_ancho(const wchar_t* extension) noexcept {
 }
 
 template <class C>
-void i_lista_ficheros_de_patron(const C* patron, const C* extension, lista_ficheros<C>* lista, lugar donde) {
+void i_lista_ficheros_de_patron(const C* patron, const C* extension, lista_ficheros<C>* lista) {
     const auto ancha = i_filtro_ancho(extension);
     const filtro_extension filtro{vista_w(ancha)};
     nombres_en_curso<C> ficheros;
     i_lista_directorio<C>(patron, filtro, &ficheros, nullptr);
-    ficheros.entrega(lista, donde);
+    ficheros.entrega(lista);
 }
 
 // A view without data is a drive, or an extension of the pattern, that was not given.
 template <class C>
 void i_lista_ficheros(vista<C> unidad, const C* directorio, const C* nombre,
-                      std::type_identity_t<vista<C>> ext, const C* extension, lista_ficheros<C>* lista,
-                      lugar donde) {
-    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL", donde);
-    const bool hay_patron = i_comprueba(nombre != nullptr, "(path_filtro_generico) != NULL", donde);
-    if (!i_prepara(lista, donde) || !hay_directorio || !hay_patron) {
+                      std::type_identity_t<vista<C>> ext, const C* extension, lista_ficheros<C>* lista) {
+    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
+    const bool hay_patron = i_comprueba(nombre != nullptr, "(path_filtro_generico) != NULL");
+    if (!i_prepara(lista) || !hay_directorio || !hay_patron) {
         return;
     }
     const vista<C> lugar_listado(directorio);
-    const cadena<C> patron = i_makepath<C>(unidad, lugar_listado, vista<C>(nombre), ext, donde);
-    i_lista_ficheros_de_patron(patron.c_str(), extension, lista, donde);
+    const cadena<C> patron = i_makepath<C>(unidad, lugar_listado, vista<C>(nombre), ext);
+    i_lista_ficheros_de_patron(patron.c_str(), extension, lista);
     lista->path = i_path_de_lista<C>(unidad, lugar_listado).suelta();
 }
 
 template <class C>
-void i_lista_ficheros_en_path_filtro(const C* path_filtro, lista_ficheros<C>* lista, lugar donde) {
-    const bool hay_patron = i_comprueba(path_filtro != nullptr, "(path_filtro_generico) != NULL", donde);
-    if (i_prepara(lista, donde) && hay_patron) {
-        i_lista_ficheros_de_patron<C>(path_filtro, nullptr, lista, donde);
+void i_lista_ficheros_en_path_filtro(const C* path_filtro, lista_ficheros<C>* lista) {
+    const bool hay_patron = i_comprueba(path_filtro != nullptr, "(path_filtro_generico) != NULL");
+    if (i_prepara(lista) && hay_patron) {
+        i_lista_ficheros_de_patron<C>(path_filtro, nullptr, lista);
     }
 }
 
 template <class C>
-void i_lista_subdirectorios(const C* directorio, const C* patron, lista_ficheros<C>* lista, lugar donde) {
-    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL", donde);
-    const bool hay_patron = i_comprueba(patron != nullptr, "(path_filtro_generico) != NULL", donde);
-    if (!i_prepara(lista, donde) || !hay_directorio || !hay_patron) {
+void i_lista_subdirectorios(const C* directorio, const C* patron, lista_ficheros<C>* lista) {
+    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
+    const bool hay_patron = i_comprueba(patron != nullptr, "(path_filtro_generico) != NULL");
+    if (!i_prepara(lista) || !hay_directorio || !hay_patron) {
         return;
     }
     const vista<C> lugar_listado(directorio);
     const cadena<C> path_filtro = i_concatena_directorios<C>(lugar_listado, vista<C>(patron));
     nombres_en_curso<C> directorios;
     i_lista_directorio<C>(path_filtro.c_str(), filtro_extension{vista_w()}, nullptr, &directorios);
-    directorios.entrega(lista, donde);
+    directorios.entrega(lista);
     lista->path = i_path_de_lista<C>({}, lugar_listado).suelta();
 }
 
 // Whether a directory has an entry of the kind that `sirve` looks for; the first one decides.
 template <class Sirve>
-unsigned short i_hay_entrada(const wchar_t* path, Sirve sirve, lugar donde) {
-    if (!i_comprueba(path != nullptr, "(path) != NULL", donde)) {
+unsigned short i_hay_entrada(const wchar_t* path, Sirve sirve) {
+    if (!i_comprueba(path != nullptr, "(path) != NULL")) {
         return FALSO;
     }
-    const cadena_w patron = concatena<wchar_t>({vista_w(path), L"\\*"}, donde);
+    const cadena_w patron = concatena<wchar_t>({vista_w(path), L"\\*"});
     enumerador<wchar_t> entradas(patron.c_str());
     while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
         if (sirve(*e)) {
@@ -242,53 +242,52 @@ using namespace lumodir;
 
 void cdir_lista_de_ficheros_UNICODE(const wchar_t* directorio, const wchar_t* extension,
                                     ListaFicheros_u* lista) {
-    i_lista_ficheros<wchar_t>({}, directorio, comodin_de_todo_u, {}, extension, lista, lugar::aqui());
+    i_lista_ficheros<wchar_t>({}, directorio, comodin_de_todo_u, {}, extension, lista);
 }
 
 void cdir_lista_de_ficheros(const char* directorio, const char* extension, ListaFicheros* lista) {
-    i_lista_ficheros<char>({}, directorio, comodin_de_todo, {}, extension, lista, lugar::aqui());
+    i_lista_ficheros<char>({}, directorio, comodin_de_todo, {}, extension, lista);
 }
 
 void cdir_lista_de_ficherosFiltro_UNICODE(const wchar_t* directorio, const wchar_t* extension,
                                           const wchar_t* patron, ListaFicheros_u* lista) {
-    i_lista_ficheros<wchar_t>({}, directorio, patron, a_vista(extension), extension, lista, lugar::aqui());
+    i_lista_ficheros<wchar_t>({}, directorio, patron, a_vista(extension), extension, lista);
 }
 
 void cdir_lista_de_ficherosFiltro(const char* directorio, const char* extension, const char* patron,
                                   ListaFicheros* lista) {
-    i_lista_ficheros<char>({}, directorio, patron, a_vista(extension), extension, lista, lugar::aqui());
+    i_lista_ficheros<char>({}, directorio, patron, a_vista(extension), extension, lista);
 }
 
 void cdir_lista_de_ficherosFiltro_en_unidad(const wchar_t* unidad, const wchar_t* directorio,
                                             const wchar_t* extension, const wchar_t* patron,
                                             ListaFicheros_u* lista) {
-    i_lista_ficheros<wchar_t>(a_vista(unidad), directorio, patron, a_vista(extension), extension, lista,
-                              lugar::aqui());
+    i_lista_ficheros<wchar_t>(a_vista(unidad), directorio, patron, a_vista(extension), extension, lista);
 }
 
 void cdir_lista_de_ficheros_en_path_filtro_UNICODE(const wchar_t* path_filtro, ListaFicheros_u* lista) {
-    i_lista_ficheros_en_path_filtro(path_filtro, lista, lugar::aqui());
+    i_lista_ficheros_en_path_filtro(path_filtro, lista);
 }
 
 void cdir_lista_de_ficheros_en_path_filtro(const char* path_filtro, ListaFicheros* lista) {
-    i_lista_ficheros_en_path_filtro(path_filtro, lista, lugar::aqui());
+    i_lista_ficheros_en_path_filtro(path_filtro, lista);
 }
 
 void cdir_lista_de_directorios_UNICODE(const wchar_t* directorio, const wchar_t* patron,
                                        ListaFicheros_u* lista) {
-    i_lista_subdirectorios(directorio, patron, lista, lugar::aqui());
+    i_lista_subdirectorios(directorio, patron, lista);
 }
 
 void cdir_lista_de_directorios(const char* directorio, const char* patron, ListaFicheros* lista) {
-    i_lista_subdirectorios(directorio, patron, lista, lugar::aqui());
+    i_lista_subdirectorios(directorio, patron, lista);
 }
 
 void cdir_libera_lista_de_ficheros_UNICODE(ListaFicheros_u* lista) {
-    i_libera_lista<wchar_t>(lista, lugar::aqui());
+    i_libera_lista<wchar_t>(lista);
 }
 
 void cdir_libera_lista_de_ficheros(ListaFicheros* lista) {
-    i_libera_lista<char>(lista, lugar::aqui());
+    i_libera_lista<char>(lista);
 }
 
 AcadOrdeU* lumodir_lista_de_fichero(const wchar_t* path_filtro, const ArrCADENA_u* extensiones) {
@@ -310,8 +309,7 @@ AcadOrdeU* lumodir_lista_de_fichero(const wchar_t* path_filtro, const ArrCADENA_
 }
 
 unsigned short lumodir_existenFicheros_UNICODE(const wchar_t* path) {
-    return i_hay_entrada(
-        path, [](const WIN32_FIND_DATAW& e) { return !i_es_directorio(e); }, lugar::aqui());
+    return i_hay_entrada(path, [](const WIN32_FIND_DATAW& e) { return !i_es_directorio(e); });
 }
 
 unsigned short lumodir_existenFicheros(const char* path) {
@@ -319,12 +317,9 @@ unsigned short lumodir_existenFicheros(const char* path) {
 }
 
 unsigned short lumodir_existenSubdirectorios_UNICODE(const wchar_t* path) {
-    return i_hay_entrada(
-        path,
-        [](const WIN32_FIND_DATAW& e) {
-            return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
-        },
-        lugar::aqui());
+    return i_hay_entrada(path, [](const WIN32_FIND_DATAW& e) {
+        return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
+    });
 }
 
 unsigned short lumodir_existenSubdirectorios(const char* path) {

@@ -29,9 +29,7 @@ public:
     nombres_en_curso& operator=(const nombres_en_curso&) = delete;
     ~nombres_en_curso() { vacia(); }
 
-    void anade(vista<C> nombre, lugar donde = lugar::aqui()) {
-        textos_.anade(cadena<C>(nombre, donde).suelta(), donde);
-    }
+    void anade(vista<C> nombre) { textos_.anade(cadena<C>(nombre).suelta()); }
     void ordena();
     void vacia() noexcept {
         for (C* texto : textos_) {
@@ -43,7 +41,7 @@ public:
     vista<C> operator[](std::size_t i) const noexcept { return vista<C>(textos_[i]); }
 
     // The names go into the record, whose array is exactly as long as they are many.
-    void entrega(lista_ficheros<C>* lista, lugar donde = lugar::aqui());
+    void entrega(lista_ficheros<C>* lista);
 
 private:
     vector_interno<C*> textos_;
@@ -67,7 +65,7 @@ template <class C>
 cadena<C> i_patron_de_todo(vista<C> directorio);
 
 template <class C>
-void i_libera_lista(lista_ficheros<C>* lista, lugar donde) noexcept;
+void i_libera_lista(lista_ficheros<C>* lista) noexcept;
 
 extern template class nombres_en_curso<char>;
 extern template class nombres_en_curso<wchar_t>;
@@ -79,7 +77,7 @@ extern template cadena<char> i_path_de_lista(vista<char>, vista<char>);
 extern template cadena<wchar_t> i_path_de_lista(vista<wchar_t>, vista<wchar_t>);
 extern template cadena<char> i_patron_de_todo(vista<char>);
 extern template cadena<wchar_t> i_patron_de_todo(vista<wchar_t>);
-extern template void i_libera_lista<char>(ListaFicheros*, lugar) noexcept;
-extern template void i_libera_lista<wchar_t>(ListaFicheros_u*, lugar) noexcept;
+extern template void i_libera_lista<char>(ListaFicheros*) noexcept;
+extern template void i_libera_lista<wchar_t>(ListaFicheros_u*) noexcept;
 
 }  // namespace lumodir

@@ -10,7 +10,8 @@ namespace {
 // A link with a separator after it is followed by some systems. Only the root of a drive or of a volume keeps its own.
 vista_w i_nombre_de_raiz(vista_w ruta) noexcept {
     const vista_w resto = i_sin_separadores_finales(ruta);
-    const bool es_volumen = empieza_por(resto, L"\\\\?\\") && resto.find_last_of(L"\\/") == 3;
+    const bool con_prefijo = empieza_por(resto, L"\\\\?\\") || empieza_por(resto, L"\\\\.\\");
+    const bool es_volumen = con_prefijo && resto.find_last_of(L"\\/") == 3;
     return resto.empty() || resto.back() == L':' || es_volumen ? ruta : resto;
 }
 
@@ -20,12 +21,18 @@ void entradas_guardadas::guarda(const entrada_leida& entrada) {
     const std::size_t principio = nombres_.size();
     nombres_.anade_varios(entrada.nombre.data(), entrada.nombre.size());
     nombres_.anade(L'\0');
-    filas_.anade({principio, entrada.nombre.size(), entrada.atributos, entrada.marca, entrada.numero});
+    filas_.anade({principio, entrada.nombre.size(), entrada.atributos, entrada.marca, entrada.numero,
+                  entrada.numero_abierto});
 }
 
 entrada_leida entradas_guardadas::operator[](std::size_t i) const noexcept {
     const fila& f = filas_[i];
-    return {vista_w(nombres_.data() + f.principio, f.largo), f.atributos, f.marca, f.numero, {}};
+    return {vista_w(nombres_.data() + f.principio, f.largo),
+            f.atributos,
+            f.marca,
+            f.numero,
+            {},
+            f.numero_abierto};
 }
 
 void entradas_guardadas::ordena(comparacion compara) {
@@ -93,6 +100,10 @@ cadena_w recorrido::ruta(vista_w nombre) const {
         escribe(i < niveles_.size() ? niveles_[i]->nombre : nombre);
     }
     return resultado;
+}
+
+bool recorrido::protege_raiz(bool de_solo_lectura) {
+    return niveles_[0]->directorio.protege_raiz(raiz_.ruta(), de_solo_lectura) == ERROR_SUCCESS;
 }
 
 DWORD recorrido::borra_raiz() {

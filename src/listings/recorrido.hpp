@@ -37,6 +37,9 @@ public:
     }
     std::size_t num() const noexcept { return filas_.size(); }
     entrada_leida operator[](std::size_t i) const noexcept;
+    void pon_numero_abierto(std::size_t i, unsigned long long numero) noexcept {
+        filas_[i].numero_abierto = numero;
+    }
     using comparacion = int (*)(vista_w a, vista_w b) noexcept;
     void ordena(comparacion compara);
 
@@ -47,6 +50,7 @@ private:
         DWORD atributos;
         DWORD marca;
         unsigned long long numero;
+        unsigned long long numero_abierto;
     };
 
     vector_interno<fila> filas_;
@@ -98,6 +102,9 @@ public:
         auto nuevo = objeto<nivel>::crea();
         nuevo->nombre = cual.nombre;
         codigo_ = nuevo->directorio.abre(arriba.directorio, cual);
+        if (codigo_ == ERROR_SUCCESS) {
+            arriba.hijos.pon_numero_abierto(i_indice(arriba.siguiente - 1), nuevo->directorio.numero());
+        }
         // Its entry was there to be read: only what says that it is gone counts as that.
         return i_entra(std::move(nuevo), toma,
                        codigo_ == ERROR_FILE_NOT_FOUND || codigo_ == ERROR_PATH_NOT_FOUND);
@@ -123,6 +130,8 @@ public:
     const raiz_de_recorrido& raiz() const noexcept { return raiz_; }
     // Closes the root, which was entered, and removes it.
     DWORD borra_raiz();
+    // Sets or clears the read-only mark of the root, which was entered.
+    bool protege_raiz(bool de_solo_lectura);
 
 private:
     struct nivel {

@@ -14,7 +14,7 @@ namespace {
 template <class C>
 division<C> i_division_con_comodines(vista<C> ruta) {
     const path_comprobado<C> comprobado = i_comprueba_con_comodines(ruta);
-    return division<C>(comprobado.path, comprobado.es_unc);
+    return division<C>(comprobado.trozos, comprobado.es_unc);
 }
 
 // To the composer a view without data is a piece that was not given; the splitter's pieces all are.

@@ -12,32 +12,36 @@
 
 namespace lumodir {
 
-// Move-only owner of a record for work inside the library.
-class registro_nomsfich {
+struct destruye_registro_nomsfich {
+    void operator()(Nomsfich* registro) const noexcept;
+};
+
+// Owner of a record for work inside the library.
+class registro_nomsfich : public duenyo<Nomsfich, destruye_registro_nomsfich> {
 public:
-    explicit registro_nomsfich(Nomsfich* registro) noexcept : registro_(registro) {}
-    registro_nomsfich(registro_nomsfich&& otro) noexcept : registro_(otro.suelta()) {}
-    registro_nomsfich& operator=(registro_nomsfich&&) = delete;
-    ~registro_nomsfich() {
-        if (registro_ != nullptr) {
-            nomsfich_destruye(&registro_);
-        }
-    }
-
-    const Nomsfich* get() const noexcept { return registro_; }
-    vista_a nombre_base() const noexcept { return a_vista<char>(registro_->nombre_base); }
-    vista_a extension() const noexcept { return a_vista<char>(registro_->extension); }
-    Nomsfich* suelta() noexcept {
-        Nomsfich* registro = registro_;
-        registro_ = nullptr;
-        return registro;
-    }
-
-private:
-    Nomsfich* registro_;
+    using duenyo::duenyo;
+    vista_a nombre_base() const noexcept { return a_vista<char>(get()->nombre_base); }
+    vista_a extension() const noexcept { return a_vista<char>(get()->extension); }
 };
 
 // A bare file name cut at its last point.
 registro_nomsfich i_crea_nomsfich(vista_a nombre);
+// The record takes over both strings and is checked; a missing one becomes empty.
+registro_nomsfich i_registro(cadena_a nombre_base, cadena_a extension);
+// What a function gives for a record that is not there; the report has been made.
+registro_nomsfich i_registro_vacio();
+// A part as records hold it; NULL stays NULL, for the checks to report.
+cadena_a i_parte(vista_a texto);
+
+// Report what is forbidden in a part; answer whether there is a text at all. A missing base name is reported as such, and
+// not as an empty one too.
+bool i_comprueba_caracteres(vista_a cadena);
+bool i_comprueba_nombre_base(vista_a nombre_base);
+
+// After those checks.
+bool i_misma_extension(vista_a extension1, vista_a extension2);
+bool i_mismo_nombre_base(vista_a nombre_base1, vista_a nombre_base2);
+
+cadena_a i_nombre_base_de_path(vista_a path);
 
 }  // namespace lumodir

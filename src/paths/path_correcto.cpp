@@ -70,6 +70,11 @@ bool i_es_reservado(vista<C> tronco) noexcept {
     return false;
 }
 
+// Those of the first so many of 64 units.
+constexpr bits los_primeros(std::size_t num) noexcept {
+    return num < 64 ? (bits{1} << num) - 1 : ~bits{0};
+}
+
 constexpr std::size_t limite_componente =
     lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension();
 
@@ -115,7 +120,7 @@ class examen_de_componentes {
 public:
     // The components begin behind the drive.
     examen_de_componentes(vista<C> path, std::size_t tras_unidad) noexcept
-        : path_(path), tras_unidad_(tras_unidad), num_(tras_unidad > 0 ? 1 : 0) {
+        : path_(path), tras_unidad_(tras_unidad), num_(tras_unidad > 0 ? 1 : 0), fichero_(tras_unidad) {
         const notas_de_vista<C> notas(path);
         notas_de_64 esta = notas(0);
         // The drive is none of the components; its colon is where one may be.
@@ -143,10 +148,23 @@ public:
     // The drive counts as one.
     std::size_t num() const noexcept { return num_; }
 
+    // The pieces of a path that is correct.
+    trozos_de_ruta<C> trozos() const noexcept {
+        const std::size_t punto = tras_fin_ > fichero_ ? tras_fin_ - 1 : path_.size();
+        return {path_.substr(0, tras_unidad_), path_.substr(tras_unidad_, fichero_ - tras_unidad_),
+                path_.substr(fichero_, punto - fichero_), path_.substr(punto)};
+    }
+
 private:
     void i_examina(std::size_t desde, const notas_de_64& esta, const notas_de_64& otra,
                    bits principios) noexcept {
         const bits fines = esta.separador | esta.punto;
+        const bits dentro = los_primeros(path_.size() - desde);
+        const bits separadores = esta.separador & dentro;
+        fichero_ =
+            separadores != 0 ? desde + static_cast<std::size_t>(std::bit_width(separadores)) : fichero_;
+        const bits acaban = fines & dentro;
+        tras_fin_ = acaban != 0 ? desde + static_cast<std::size_t>(std::bit_width(acaban)) : tras_fin_;
         const bits otros_fines = otra.separador | otra.punto;
         for (; principios != 0; principios &= principios - 1) {
             ++num_;
@@ -193,13 +211,16 @@ private:
     vista<C> path_;
     std::size_t tras_unidad_;
     std::size_t num_;
+    std::size_t fichero_;       // where the file name begins
+    std::size_t tras_fin_ = 0;  // behind the last separator or point
     bool correctos_ = true;
     bits alguno_raro_ = 0;
     bits alguno_alto_ = 0;
 };
 
+// `trozos`, when wanted, receives the pieces of a path that is correct.
 template <class C>
-veredicto i_examina(vista<C> path, bool puede_ser_vacio) noexcept {
+veredicto i_examina(vista<C> path, bool puede_ser_vacio, trozos_de_ruta<C>* trozos = nullptr) noexcept {
     veredicto juicio;
     if (path.empty()) {
         juicio.motivo = puede_ser_vacio ? nullptr : i_msg_53960_sin_nombre_de_directorio;
@@ -232,6 +253,8 @@ veredicto i_examina(vista<C> path, bool puede_ser_vacio) noexcept {
         juicio.motivo = i_msg_53949_caracteres_no_validos_en_nombre;
     } else if (juicio.es_unc && componentes.num() < 2) {
         juicio.motivo = i_msg_53959_unidad_de_red_incompleta;
+    } else if (trozos != nullptr) {
+        *trozos = componentes.trozos();
     }
     return juicio;
 }
@@ -353,36 +376,75 @@ unsigned short i_correcto(vista_a path, unsigned short* es_unc) {
     return i_path_correcto(path, FALSO, FALSO, es_unc);
 }
 
+// All that is asked of a path that is correct as it stands.
 template <class C>
-unsigned short i_correcto_con_comodines(vista<C> path, unsigned short* es_unc) {
-    // No wildcard is in a path that is correct as it stands.
-    if (path.data() != nullptr) {
-        const veredicto juicio = i_examina(path, false);
-        if (!juicio.se_convierte && juicio.motivo == nullptr) {
-            i_guarda(es_unc, juicio.es_unc);
-            return CIERTO;
-        }
+veredicto i_juzga_como_esta(vista<C> path, path_juzgado<C>& juzgado) noexcept {
+    const veredicto juicio = i_examina(path, false, &juzgado.trozos);
+    juzgado.correcto = !juicio.se_convierte && juicio.motivo == nullptr;
+    juzgado.es_unc = juicio.es_unc;
+    return juicio;
+}
+
+template <class C>
+void i_juzga_sin_cortar(vista<C> path, path_juzgado<C>& juzgado) {
+    unsigned short es_unc = FALSO;
+    juzgado.correcto = i_correcto(path, &es_unc) == CIERTO;
+    juzgado.es_unc = es_unc == CIERTO;
+}
+
+}  // namespace
+
+template <class C>
+path_juzgado<C> i_juzga(vista<C> path) {
+    path_juzgado<C> juzgado;
+    const veredicto juicio = i_juzga_como_esta(path, juzgado);
+    if (!juzgado.correcto) {
+        juzgado.trozos = crt_splitpath(path);
+    }
+    if (juicio.se_convierte) {
+        i_juzga_sin_cortar(path, juzgado);
+    }
+    return juzgado;
+}
+
+// No wildcard is in a path that is correct as it stands.
+template <class C>
+path_juzgado<C> i_juzga_con_comodines(vista<C> path) {
+    path_juzgado<C> juzgado;
+    i_juzga_como_esta(path, juzgado);
+    if (juzgado.correcto) {
+        return juzgado;
     }
     const trozos_de_ruta<C> trozos = crt_splitpath(path);
+    juzgado.trozos = trozos;
     const bool nombre_comodin = trozos.nombre == LITERAL(C, "*");
     if (trozos.extension == LITERAL(C, ".*")) {
         path.remove_suffix(trozos.extension.size() + (nombre_comodin ? trozos.nombre.size() : 0));
     } else if (nombre_comodin) {
         const cadena<C> probado =
             concatena<C>({trozos.unidad, trozos.directorio, LITERAL(C, "comprobar"), trozos.extension});
-        return i_correcto(probado.ver(), es_unc);
+        i_juzga_sin_cortar(probado.ver(), juzgado);
+        return juzgado;
     }
-    return i_correcto(path, es_unc);
+    i_juzga_sin_cortar(path, juzgado);
+    return juzgado;
 }
 
-}  // namespace
+template path_juzgado<char> i_juzga(vista<char>);
+template path_juzgado<wchar_t> i_juzga(vista<wchar_t>);
+template path_juzgado<char> i_juzga_con_comodines(vista<char>);
+template path_juzgado<wchar_t> i_juzga_con_comodines(vista<wchar_t>);
 
 unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned short* es_unc) {
-    return i_correcto_con_comodines(path, es_unc);
+    const path_juzgado<wchar_t> juzgado = i_juzga_con_comodines(path);
+    i_guarda(es_unc, juzgado.es_unc);
+    return juzgado.correcto ? CIERTO : FALSO;
 }
 
 unsigned short i_path_correcto_con_comodines(vista_a path, unsigned short* es_unc) {
-    return i_correcto_con_comodines(path, es_unc);
+    const path_juzgado<char> juzgado = i_juzga_con_comodines(path);
+    i_guarda(es_unc, juzgado.es_unc);
+    return juzgado.correcto ? CIERTO : FALSO;
 }
 
 }  // namespace lumodir

@@ -9,7 +9,7 @@
 // every short string by path_correcto_modelo_test.cpp.
 #pragma once
 
-#include "companions/cadena.hpp"
+#include "companions/crt_rutas.hpp"
 #include "lumodir_base.h"
 
 namespace lumodir {
@@ -31,8 +31,26 @@ unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_va
 unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
                                unsigned short* es_unc);
 
+// What who cuts a path asks of it: whether it is correct, whether it is a network path, and its pieces, which the check
+// has noted by the way. The path is none that stands for NULL.
+template <class C>
+struct path_juzgado {
+    bool correcto = false;
+    bool es_unc = false;
+    trozos_de_ruta<C> trozos;
+};
+template <class C>
+path_juzgado<C> i_juzga(vista<C> path);
+
 // The same check for a search pattern whose whole base name is "*" or whose whole extension is ".*".
+template <class C>
+path_juzgado<C> i_juzga_con_comodines(vista<C> path);
 unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned short* es_unc);
 unsigned short i_path_correcto_con_comodines(vista_a path, unsigned short* es_unc);
+
+extern template path_juzgado<char> i_juzga(vista<char>);
+extern template path_juzgado<wchar_t> i_juzga(vista<wchar_t>);
+extern template path_juzgado<char> i_juzga_con_comodines(vista<char>);
+extern template path_juzgado<wchar_t> i_juzga_con_comodines(vista<wchar_t>);
 
 }  // namespace lumodir

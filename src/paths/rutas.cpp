@@ -12,7 +12,7 @@ namespace {
 
 division<wchar_t> i_division_comprobada(vista_w path) {
     const path_comprobado<wchar_t> comprobado = i_comprueba_fichero(path);
-    return division<wchar_t>(comprobado.path, comprobado.es_unc);
+    return division<wchar_t>(comprobado.trozos, comprobado.es_unc);
 }
 
 bool i_empieza_por_barra(vista_w texto) noexcept {

@@ -44,15 +44,40 @@ std::size_t i_busca(vista<C> texto, vista<C> buscado) noexcept {
     return donde;
 }
 
+template <class C>
+std::size_t i_fin_de_componente(vista<C> texto, std::size_t desde) noexcept {
+    while (desde < texto.size() && !(es_separador(texto[desde]) && empieza_caracter(texto, desde))) {
+        ++desde;
+    }
+    return desde;
+}
+
+// The length of the "\\server\share" that a directory begins with, in the wide flavour also of a "\\server\" without
+// its last separator; 0 when it is neither.
+template <class C>
+std::size_t i_longitud_de_recurso(vista<C> directorio) noexcept {
+    if (!empieza_por(directorio, LITERAL(C, "\\\\"))) {
+        return 0;
+    }
+    const std::size_t maquina = i_fin_de_componente(directorio, 2);
+    if (maquina == 2 || maquina == directorio.size() || !es_barra(directorio[maquina])) {
+        return 0;
+    }
+    const std::size_t recurso = i_fin_de_componente(directorio, maquina + 1);
+    if (recurso > maquina + 1) {
+        return recurso;
+    }
+    return std::is_same_v<C, wchar_t> && recurso == directorio.size() ? maquina : 0;
+}
+
 }  // namespace
 
 template <class C>
-division<C>::division(vista<C> path, bool es_unc, lugar donde) {
-    const trozos_de_ruta<C> trozos = crt_splitpath(path);
-    unidad = trozos.unidad;
-    directorio = trozos.directorio;
-    nombre = trozos.nombre;
-    extension = trozos.extension;
+division<C>::division(const trozos_de_ruta<C>& trozos, bool es_unc, lugar donde)
+    : unidad(trozos.unidad),
+      directorio(trozos.directorio),
+      nombre(trozos.nombre),
+      extension(trozos.extension) {
     if (nombre.empty() && !extension.empty()) {
         nombre = extension;
         extension = {};
@@ -67,6 +92,11 @@ division<C>::division(vista<C> path, bool es_unc, lugar donde) {
 template <class C>
 void division<C>::i_toma_unidad_unc(lugar donde) {
     constexpr bool ancha = std::is_same_v<C, wchar_t>;
+    if (const std::size_t longitud = i_longitud_de_recurso(directorio); longitud > 0) {
+        unidad = directorio.substr(0, longitud);
+        directorio.remove_prefix(longitud);
+        return;
+    }
     const vista<C> directorio_entero = directorio;
     vista<C> maquina = extrae_token(directorio, 1, LITERAL(C, "\\"));
     const vista<C> recurso = extrae_token(directorio, 2, LITERAL(C, "\\/"));
@@ -82,17 +112,6 @@ void division<C>::i_toma_unidad_unc(lugar donde) {
     } else {
         i_comprueba(!maquina.empty(), "(maquina) != NULL", donde);
         i_comprueba(!recurso.empty(), "(recurso) != NULL", donde);
-    }
-    // As a rule the drive is what the directory begins with.
-    const bool empieza_asi =
-        !directorio.empty() && !maquina.empty() && maquina.data() == directorio.data() + 2;
-    const bool sigue_recurso = empieza_asi && !recurso.empty() &&
-                               recurso.data() == maquina.data() + maquina.size() + 1 &&
-                               maquina.data()[maquina.size()] == C('\\');
-    if (empieza_asi && (sigue_recurso || (ancha && recurso.empty()))) {
-        unidad = directorio.substr(0, 2 + maquina.size() + (sigue_recurso ? 1 + recurso.size() : 0));
-        directorio.remove_prefix(unidad.size());
-        return;
     }
     const bool con_barra = !ancha || !recurso.empty();
     unidad_propia_ = concatena<C>(
@@ -114,26 +133,25 @@ template class division<wchar_t>;
 template <class C>
 path_comprobado<C> i_comprueba_fichero(vista<C> path, lugar donde) {
     if (!i_comprueba(path.data() != nullptr, "(path) != NULL", donde)) {
-        return {path, false};
+        return {path, false, {}};
     }
     const vista<C> recortado = recorta_derecha(path);
-    unsigned short es_unc = FALSO;
-    if (i_correcto(recortado, FALSO, &es_unc) != CIERTO) {
+    const path_juzgado<C> juzgado = i_juzga(recortado);
+    if (!juzgado.correcto) {
         i_muestra_fichero_incorrecto(recortado);
     }
-    return {recortado, es_unc == CIERTO};
+    return {recortado, juzgado.es_unc, juzgado.trozos};
 }
 
 template <class C>
 path_comprobado<C> i_comprueba_con_comodines(vista<C> path, lugar donde) {
     if (!i_comprueba(path.data() != nullptr, "(path) != NULL", donde)) {
-        return {path, false};
+        return {path, false, {}};
     }
     const vista<C> recortado = recorta_derecha(path);
-    unsigned short es_unc = FALSO;
-    i_comprueba_con(i_correcto_con_comodines(recortado, &es_unc) == CIERTO, "pathCorrecto == CIERTO",
-                    recortado, donde);
-    return {recortado, es_unc == CIERTO};
+    const path_juzgado<C> juzgado = i_juzga_con_comodines(recortado);
+    i_comprueba_con(juzgado.correcto, "pathCorrecto == CIERTO", recortado, donde);
+    return {recortado, juzgado.es_unc, juzgado.trozos};
 }
 
 template <class C>
@@ -177,7 +195,7 @@ namespace {
 template <class C>
 void i_entrega(const path_comprobado<C>& comprobado, C** unidad, C** directorio, C** nombre, C** extension,
                lugar donde) {
-    const division<C> piezas(comprobado.path, comprobado.es_unc, donde);
+    const division<C> piezas(comprobado.trozos, comprobado.es_unc, donde);
     const bool junta = nombre != nullptr && extension != nullptr && piezas.extension_es_del_nombre();
     if (unidad != nullptr) {
         *unidad = cadena<C>(piezas.unidad, donde).suelta();
@@ -203,7 +221,7 @@ enum mascara_piezas : unsigned short {
 template <class C>
 cadena<C> i_split_make_path(const C* path, unsigned short mascara, lugar donde) {
     const path_comprobado<C> comprobado = i_comprueba_fichero(a_vista(path), donde);
-    const division<C> piezas(comprobado.path, comprobado.es_unc, donde);
+    const division<C> piezas(comprobado.trozos, comprobado.es_unc, donde);
     const bool junta = piezas.extension_es_del_nombre();
     const cadena<C> nombre = concatena<C>({piezas.nombre, junta ? piezas.extension : vista<C>()}, donde);
     // A piece that is kept counts as given even when it is empty.

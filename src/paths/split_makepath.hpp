@@ -15,7 +15,9 @@ namespace lumodir {
 template <class C>
 class division {
 public:
-    division(vista<C> path, bool es_unc, lugar donde = lugar::aqui());
+    division(const trozos_de_ruta<C>& trozos, bool es_unc, lugar donde = lugar::aqui());
+    division(vista<C> path, bool es_unc, lugar donde = lugar::aqui())
+        : division(crt_splitpath(path), es_unc, donde) {}
     division(const division&) = delete;
     division& operator=(const division&) = delete;
 
@@ -42,6 +44,7 @@ template <class C>
 struct path_comprobado {
     vista<C> path;
     bool es_unc;
+    trozos_de_ruta<C> trozos;
 };
 template <class C>
 path_comprobado<C> i_comprueba_fichero(vista<C> path, lugar donde = lugar::aqui());

@@ -1,14 +1,9 @@
-// The drive table of the machine, and the current directory of each drive.
-//
-// Promises: the entries stand in ascending drive order; nothing is read or written past a record; a drive without
-// medium brings up no dialog of the system.
-// Cannot promise: the name of a share of 64 units or more: it counts as one that cannot be told.
-// Checked by tests/system/info_win32_test.cpp.
-#include "info.h"
+// See info.hpp.
+#include "system/info.hpp"
 
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
-#include "system/tabla_unidades.hpp"
+#include "system/unidades.hpp"
 
 namespace lumodir {
 namespace {
@@ -40,7 +35,7 @@ bool i_hay_unidad(int unidad) {
         return unidad == 0;
     }
     const wchar_t letra = i_letra_de_unidad(static_cast<unsigned short>(unidad - 1));
-    const UINT tipo = unidades.GetDriveTypeW(raiz_de_unidad(letra).c_str());
+    const UINT tipo = sistema.GetDriveTypeW(raiz_de_unidad(letra).c_str());
     return tipo != DRIVE_UNKNOWN && tipo != DRIVE_NO_ROOT_DIR;
 }
 
@@ -48,61 +43,37 @@ cadena_w i_nombre_de_red(wchar_t letra) {
     wchar_t nombre[tamanyo_nombre_red + 1] = {};
     DWORD sitio = tamanyo_nombre_red;
     const bool dicho =
-        unidades.WNetGetConnectionW(nombre_de_unidad(letra).c_str(), nombre, &sitio) == NO_ERROR;
+        sistema.WNetGetConnectionW(nombre_de_unidad(letra).c_str(), nombre, &sitio) == NO_ERROR;
     return cadena_w(dicho ? a_vista<wchar_t>(nombre) : nombre_red_desconocido);
 }
 
-// False when the drive has no current directory.
-bool i_lee_directorio_actual(int unidad, wchar_t* actual) {
-    const sin_dialogos callado;
-    // A drive that is not there would go to the C runtime's handler of invalid parameters, which ends programs.
-    return i_hay_unidad(unidad) && unidades._wgetdcwd(unidad, actual, tamanyo_directorio_actual) != nullptr;
+void i_anade_disco(InfoTabla& tabla, const InfoDisco& disco) {
+    const std::size_t num = tabla.numDiscos + std::size_t{1};
+    tabla.discos = static_cast<InfoDisco*>(i_cambia(tabla.discos, num * sizeof(InfoDisco)));
+    tabla.discos[tabla.numDiscos] = disco;
+    tabla.numDiscos = static_cast<unsigned short>(num);
 }
 
-void i_anade_disco(InfoTabla* tabla, const InfoDisco& disco) {
-    const std::size_t num = tabla->numDiscos + std::size_t{1};
-    tabla->discos = static_cast<InfoDisco*>(i_cambia(tabla->discos, num * sizeof(InfoDisco), lugar::aqui()));
-    tabla->discos[tabla->numDiscos] = disco;
-    tabla->numDiscos = static_cast<unsigned short>(num);
-}
-
-void i_libera_disco(InfoDisco* disco) noexcept {
-    if (disco->tipo == INFO_TIPO_RED) {
-        i_libera(disco->pathNetwork);
+void i_libera_disco(const InfoDisco& disco) noexcept {
+    if (disco.tipo == INFO_TIPO_RED) {
+        i_libera(disco.pathNetwork);
     } else {
-        i_comprueba(disco->pathNetwork == nullptr, "tabla->discos[i].pathNetwork == NULL");
-    }
-}
-
-// Copies what fits, terminated; nothing at all where not even a terminator does.
-void i_copia_en(wchar_t* buf, unsigned long nbuf, vista_w texto) noexcept {
-    if (!i_comprueba(nbuf > texto.size(), "nbuf > len")) {
-        texto = texto.substr(0, nbuf == 0 ? 0 : nbuf - 1);
-    }
-    if (nbuf > 0) {
-        rasgos_utf16::copy(buf, texto.data(), texto.size());
-        buf[texto.size()] = L'\0';
+        i_comprueba(disco.pathNetwork == nullptr, "tabla->discos[i].pathNetwork == NULL");
     }
 }
 
 }  // namespace
-}  // namespace lumodir
 
-using namespace lumodir;
-
-void info_GetDriveInfoSystem(InfoTabla* tabla) {
-    if (!i_comprueba(tabla != nullptr, "(tabla) != NULL")) {
-        return;
-    }
-    *tabla = {};
+void i_llena_tabla(InfoTabla& tabla) {
+    tabla = {};
     const sin_dialogos callado;
-    const DWORD presentes = unidades.GetLogicalDrives();
+    const DWORD presentes = sistema.GetLogicalDrives();
     for (unsigned short i = 0; i < i_NUM_MAX_UNIDADES; ++i) {
         if ((presentes >> i & 1) == 0) {
             continue;
         }
         const wchar_t letra = i_letra_de_unidad(i);
-        const UINT tipo = unidades.GetDriveTypeW(raiz_de_unidad(letra).c_str());
+        const UINT tipo = sistema.GetDriveTypeW(raiz_de_unidad(letra).c_str());
         if (tipo != DRIVE_NO_ROOT_DIR) {
             cadena_w red = tipo == DRIVE_REMOTE ? i_nombre_de_red(letra) : cadena_w();
             i_anade_disco(tabla, {i, i_tipo(tipo, i), red.suelta()});
@@ -110,54 +81,35 @@ void info_GetDriveInfoSystem(InfoTabla* tabla) {
     }
 }
 
-unsigned short info_BuscaDiscoId(const InfoTabla* tabla, unsigned short disco) {
-    if (!i_comprueba(tabla != nullptr, "(tabla) != NULL") ||
-        !i_comprueba(tabla->numDiscos == 0 || tabla->discos != nullptr, "tabla->discos != NULL")) {
-        return INFO_DISCO_AUSENTE;
+void i_vacia_tabla(InfoTabla& tabla) noexcept {
+    if (tabla.numDiscos == 0) {
+        // Nobody knows what it is: a record that was never filled, perhaps.
+        i_comprueba(tabla.discos == nullptr, "tabla->discos == NULL");
+    } else if (i_comprueba(tabla.discos != nullptr, "tabla->discos != NULL")) {
+        for (unsigned short i = 0; i < tabla.numDiscos; ++i) {
+            i_libera_disco(tabla.discos[i]);
+        }
+        i_libera(tabla.discos);
     }
-    for (unsigned short i = 0; i < tabla->numDiscos && tabla->discos[i].disco <= disco; ++i) {
-        if (tabla->discos[i].disco == disco) {
+    tabla = {};
+}
+
+unsigned short i_busca_disco(const InfoTabla& tabla, unsigned short disco) noexcept {
+    for (unsigned short i = 0; i < tabla.numDiscos && tabla.discos[i].disco <= disco; ++i) {
+        if (tabla.discos[i].disco == disco) {
             return i;
         }
     }
     return INFO_DISCO_AUSENTE;
 }
 
-char* info_GetTxtDrive(const InfoDisco* disco) {
-    if (!i_comprueba(disco != nullptr, "(disco) != NULL") ||
-        !i_comprueba(disco->disco < i_NUM_MAX_UNIDADES, "disco->disco < i_NUM_MAX_UNIDADES")) {
-        return cadena_a(vista_a()).suelta();
-    }
-    const char letra = static_cast<char>('A' + disco->disco);
-    return concatena<char>({vista_a(&letra, 1), ":"}).suelta();
-}
-
-void info_LiberaTabla(InfoTabla* tabla) {
-    if (!i_comprueba(tabla != nullptr, "(tabla) != NULL")) {
-        return;
-    }
-    if (tabla->numDiscos == 0) {
-        // Nobody knows what it is: a record that was never filled, perhaps.
-        i_comprueba(tabla->discos == nullptr, "tabla->discos == NULL");
-    } else if (i_comprueba(tabla->discos != nullptr, "tabla->discos != NULL")) {
-        for (unsigned short i = 0; i < tabla->numDiscos; ++i) {
-            i_libera_disco(&tabla->discos[i]);
-        }
-        i_libera(tabla->discos);
-    }
-    *tabla = {};
-}
-
-wchar_t* info_GetActualDirectorio_compatible_chdir(int unidad, wchar_t* buf, unsigned long nbuf) {
+cadena_w i_directorio_actual_de(int unidad) {
+    const sin_dialogos callado;
     wchar_t actual[tamanyo_directorio_actual + 1] = {};
-    if (!i_lee_directorio_actual(unidad, actual)) {
-        return nullptr;
-    }
-    const vista_w directorio = a_vista<wchar_t>(actual);
-    if (buf != nullptr) {
-        i_copia_en(buf, nbuf, directorio);
-        return buf;
-    }
-    i_comprueba(nbuf == 0, "nbuf == 0");
-    return cadena_w(directorio).suelta();
+    // A drive that is not there would go to the C runtime's handler of invalid parameters, which ends programs.
+    const bool hay =
+        i_hay_unidad(unidad) && sistema._wgetdcwd(unidad, actual, tamanyo_directorio_actual) != nullptr;
+    return hay ? cadena_w(a_vista<wchar_t>(actual)) : cadena_w();
 }
+
+}  // namespace lumodir

@@ -1,8 +1,6 @@
 // Opening and closing keys, and the test of their existence. See lumoreg.hpp.
 #include "system/lumoreg.hpp"
 
-#include "frame/puente.hpp"
-
 namespace lumodir {
 namespace {
 
@@ -29,7 +27,7 @@ template <class C>
 HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acceso, REGSAM* vista,
                       lugar donde) noexcept {
     for (const REGSAM turno : {REGSAM{0}, REGSAM{KEY_WOW64_64KEY}, REGSAM{KEY_WOW64_32KEY}}) {
-        if (turno == KEY_WOW64_32KEY && sistema_registro.machine_es_imagen_de_64bits() != CIERTO) {
+        if (turno == KEY_WOW64_32KEY && sistema.machine_es_imagen_de_64bits() != CIERTO) {
             break;
         }
         const intento i = i_abre_una_vez(raiz, ruta, como.opciones, acceso | turno, donde);
@@ -42,10 +40,6 @@ HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acc
         }
     }
     return nullptr;
-}
-
-unsigned short i_existe(const apertura& como, const wchar_t* ruta, lugar donde) noexcept {
-    return clave_abierta<wchar_t>(como, ruta, KEY_QUERY_VALUE, donde).abierta() ? CIERTO : FALSO;
 }
 
 }  // namespace
@@ -100,26 +94,15 @@ clave_abierta<C>::clave_abierta(const apertura& como, const C* ruta, REGSAM acce
 template <class C>
 clave_abierta<C>::~clave_abierta() {
     if (abierta()) {
-        comprueba(sistema_registro.RegCloseKey(clave_));
+        comprueba(sistema.RegCloseKey(clave_));
     }
+}
+
+bool i_existe_clave(const apertura& como, const wchar_t* clave) noexcept {
+    return clave_abierta<wchar_t>(como, clave, KEY_QUERY_VALUE).abierta();
 }
 
 template class clave_abierta<char>;
 template class clave_abierta<wchar_t>;
 
 }  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short lumoreg_existe_clave_u(unsigned long raiz, const wchar_t* clave) {
-    return i_existe(apertura::en_cualquiera(raiz), clave, lugar::aqui());
-}
-
-unsigned short lumoreg_existe_clave(unsigned long raiz, const char* clave) {
-    return puente<lumoreg_existe_clave_u>(raiz, clave);
-}
-
-unsigned short lumoreg_existe_clave_en_vista_u(unsigned long vista, unsigned long raiz,
-                                               const wchar_t* clave) {
-    return i_existe(apertura::en_vista(vista, raiz), clave, lugar::aqui());
-}

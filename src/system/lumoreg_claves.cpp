@@ -9,7 +9,6 @@
 #include <algorithm>
 
 #include "companions/arr.hpp"
-#include "frame/puente.hpp"
 #include "system/lumoreg.hpp"
 #include "system/multicadena.hpp"
 
@@ -22,43 +21,13 @@ constexpr DWORD sitio_nombre_a_borrar = 100;        // units; a longer name is p
 
 constexpr const wchar_t* clave_de_prueba = L"SOFTWARE\\LUMO";
 
-template <class C>
-unsigned short i_dame_subclaves(const apertura& como, const C* ruta, arr_cadena<C>* subclaves,
-                                lugar donde) noexcept {
-    const bool hay_lista = i_comprueba(subclaves != nullptr, "(subclaves) != NULL", donde);
-    const clave_abierta<C> clave(como, ruta, KEY_READ, donde);
-    censo_de_clave censo;
-    if (!hay_lista || !clave.abierta() || !clave.comprueba(registro_de<C>::cuenta(clave.get(), &censo)) ||
-        censo.num_subclaves == 0) {
-        return FALSO;
-    }
-    // Room for any name: one that is created meanwhile may be longer than the longest that was counted.
-    std::size_t sitio =
-        censo.mayor_subclave < mayor_nombre_de_clave ? mayor_nombre_de_clave : censo.mayor_subclave;
-    sitio = sitio * (sizeof(C) == 1 ? bytes_por_unidad : 1) + 1;
-    vector_interno<C> nombre;
-    nombre.reserva_sitio(sitio, donde);
-    nombre.data()[0] = C(0);
-    for (DWORD indice = 0; indice < censo.num_subclaves; ++indice) {
-        auto longitud = static_cast<DWORD>(sitio);
-        const LSTATUS error = registro_de<C>::dame_subclave(clave.get(), indice, nombre.data(), &longitud);
-        i_comprueba_con(error == ERROR_SUCCESS || error == ERROR_MORE_DATA,
-                        "error == ERROR_SUCCESS || error == ERROR_MORE_DATA", a_vista(ruta), donde);
-        // Also after a failure: callers count on one element per counted subkey.
-        subclaves->anade(cadena<C>(a_vista(static_cast<const C*>(nombre.data())), donde), donde);
-    }
-    return CIERTO;
-}
-
 // One deletion: the named key and one pass over what is below it. The index of a level moves on although the subkey
 // just deleted has left the enumeration, so every second one of a level stays: programs rely on how much one call
 // deletes.
 class borrado_de_clave {
 public:
     // The path of the parent goes before that of the key in reports. `vista` is the flag of the one view.
-    borrado_de_clave(vista_w padre, REGSAM vista, lugar donde) noexcept : vista_(vista), donde_(donde) {
-        i_alarga_ruta(padre);
-    }
+    borrado_de_clave(vista_w padre, REGSAM vista) noexcept : vista_(vista) { i_alarga_ruta(padre); }
     borrado_de_clave(const borrado_de_clave&) = delete;
     borrado_de_clave& operator=(const borrado_de_clave&) = delete;
 
@@ -66,7 +35,7 @@ public:
     void borra(HKEY padre, vista_w nombre) noexcept {
         const std::size_t donde_empieza = i_anade_nombre(nombre);
         if (nombre.empty()) {
-            niveles_.anade({padre, 0, donde_empieza, false}, donde_);
+            niveles_.anade({padre, 0, donde_empieza, false});
         } else {
             i_entra(padre, donde_empieza);
         }
@@ -85,13 +54,13 @@ private:
 
     void i_alarga_ruta(vista_w texto) noexcept {
         for (const wchar_t c : texto) {
-            ruta_.anade(c, donde_);
+            ruta_.anade(c);
         }
     }
     // Answers where the name begins. A key below a root has no separator before it.
     std::size_t i_anade_nombre(vista_w nombre) noexcept {
         if (!ruta_.empty()) {
-            ruta_.anade(L'\\', donde_);
+            ruta_.anade(L'\\');
         }
         const std::size_t donde_empieza = ruta_.size();
         i_alarga_ruta(nombre);
@@ -107,7 +76,7 @@ private:
     // The key that bears the last name of the path, itself even if it is a link; NULL when it does not open.
     HKEY i_abre(HKEY padre, std::size_t donde_empieza, REGSAM acceso) noexcept {
         HKEY clave = nullptr;
-        ruta_.anade(L'\0', donde_);
+        ruta_.anade(L'\0');
         const LSTATUS error = registro_de<wchar_t>::abre(padre, ruta_.data() + donde_empieza,
                                                          REG_OPTION_OPEN_LINK, acceso | vista_, &clave);
         ruta_.quita_ultimo();
@@ -115,8 +84,8 @@ private:
     }
     void i_entra(HKEY padre, std::size_t donde_empieza) noexcept {
         const HKEY clave = i_abre(padre, donde_empieza, KEY_ALL_ACCESS);
-        if (i_comprueba_con(clave != nullptr, "clave_abierta == CIERTO", i_ruta(), donde_)) {
-            niveles_.anade({clave, 0, donde_empieza, true}, donde_);
+        if (i_comprueba_con(clave != nullptr, "clave_abierta == CIERTO", i_ruta())) {
+            niveles_.anade({clave, 0, donde_empieza, true});
             return;
         }
         // What may not be read may still be deleted where it is empty.
@@ -124,11 +93,11 @@ private:
     }
     // Deletes and closes the key that the path names; one that did not open counts as a failure.
     void i_borra_abierta(const nivel& n) noexcept {
-        const bool borrada = n.clave != nullptr && sistema_registro.NtDeleteKey(n.clave) == 0;
-        i_comprueba_con(borrada, "resultado == ERROR_SUCCESS", i_nombre(n.nombre), donde_);
+        const bool borrada = n.clave != nullptr && sistema.NtDeleteKey(n.clave) == 0;
+        i_comprueba_con(borrada, "resultado == ERROR_SUCCESS", i_nombre(n.nombre));
         if (n.clave != nullptr && n.propia) {
-            const LSTATUS error = sistema_registro.RegCloseKey(n.clave);
-            i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", i_ruta(), donde_);
+            const LSTATUS error = sistema.RegCloseKey(n.clave);
+            i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", i_ruta());
         }
         i_quita_nombre(n.nombre);
     }
@@ -153,7 +122,7 @@ private:
         const std::size_t donde_empieza = i_anade_nombre(i_hasta_terminador(entero));
         if (i_hasta_terminador(entero).empty() || i_hasta_terminador(entero).size() != entero.size()) {
             // To the calls by name this is another key, or the level itself once more.
-            i_comprueba_con(false, "clave_abierta == CIERTO", i_ruta(), donde_);
+            i_comprueba_con(false, "clave_abierta == CIERTO", i_ruta());
             i_borra_abierta({nullptr, 0, donde_empieza, false});
             return;
         }
@@ -161,7 +130,6 @@ private:
     }
 
     REGSAM vista_;
-    lugar donde_;
     vector_interno<wchar_t> ruta_;
     vector_interno<nivel> niveles_;
 };
@@ -171,80 +139,75 @@ constexpr bool i_sin_nombre(vista_w ruta) noexcept {
 }
 
 }  // namespace
-}  // namespace lumodir
 
-using namespace lumodir;
-
-unsigned short lumoreg_crea_clave_en_vista_u(unsigned long vista, unsigned long raiz, const wchar_t* clave) {
-    const lugar donde = lugar::aqui();
-    REGSAM acceso = KEY_ALL_ACCESS;
-    const bool hay_clave = i_comprueba(clave != nullptr, "(clave) != NULL", donde);
-    const bool hay_vista = i_anade_vista(vista, &acceso, donde);
-    const HKEY raiz_abierta = i_raiz(raiz, donde);
-    if (!hay_clave || !hay_vista || raiz_abierta == nullptr) {
-        return FALSO;
+template <class C>
+bool i_dame_subclaves(const clave_abierta<C>& clave, arr_cadena<C>& subclaves) noexcept {
+    censo_de_clave censo;
+    if (!clave.comprueba(registro_de<C>::cuenta(clave.get(), &censo)) || censo.num_subclaves == 0) {
+        return false;
     }
+    // Room for any name: one that is created meanwhile may be longer than the longest that was counted.
+    std::size_t sitio =
+        censo.mayor_subclave < mayor_nombre_de_clave ? mayor_nombre_de_clave : censo.mayor_subclave;
+    sitio = sitio * (sizeof(C) == 1 ? bytes_por_unidad : 1) + 1;
+    vector_interno<C> nombre;
+    nombre.reserva_sitio(sitio);
+    nombre.data()[0] = C(0);
+    for (DWORD indice = 0; indice < censo.num_subclaves; ++indice) {
+        auto longitud = static_cast<DWORD>(sitio);
+        const LSTATUS error = registro_de<C>::dame_subclave(clave.get(), indice, nombre.data(), &longitud);
+        i_comprueba_con(error == ERROR_SUCCESS || error == ERROR_MORE_DATA,
+                        "error == ERROR_SUCCESS || error == ERROR_MORE_DATA", clave.ruta());
+        // Also after a failure: callers count on one element per counted subkey.
+        subclaves.anade(cadena<C>(a_vista(static_cast<const C*>(nombre.data()))));
+    }
+    return true;
+}
+
+template bool i_dame_subclaves<char>(const clave_abierta<char>&, ArrCADENA&) noexcept;
+template bool i_dame_subclaves<wchar_t>(const clave_abierta<wchar_t>&, ArrCADENA_u&) noexcept;
+
+bool i_crea_clave(HKEY raiz, const wchar_t* clave, REGSAM acceso) noexcept {
     HKEY creada = nullptr;
     wchar_t sin_clase[] = L"";
-    if (sistema_registro.RegCreateKeyExW(raiz_abierta, clave, 0, sin_clase, 0, acceso, nullptr, &creada,
-                                         nullptr) != ERROR_SUCCESS) {
-        return FALSO;
+    if (sistema.RegCreateKeyExW(raiz, clave, 0, sin_clase, 0, acceso, nullptr, &creada, nullptr) !=
+        ERROR_SUCCESS) {
+        return false;
     }
-    const LSTATUS error = sistema_registro.RegCloseKey(creada);
-    i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", a_vista(clave), donde);
-    return CIERTO;
+    const LSTATUS error = sistema.RegCloseKey(creada);
+    i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", a_vista(clave));
+    return true;
 }
 
-unsigned short lumoreg_crea_clave_u(unsigned long raiz, const wchar_t* clave) {
-    return lumoreg_crea_clave_en_vista_u(LUMOREG_VISTA_PROCESO, raiz, clave);
-}
-
-unsigned short lumoreg_dame_subclaves_ex_u(unsigned long vista, unsigned long raiz, const wchar_t* clave,
-                                           ArrCADENA_u* subclaves) {
-    return i_dame_subclaves(apertura::en_vista(vista, raiz), clave, subclaves, lugar::aqui());
-}
-
-unsigned short lumoreg_dame_subclaves_u(unsigned long raiz, const wchar_t* clave, ArrCADENA_u* subclaves) {
-    return i_dame_subclaves(apertura::en_cualquiera(raiz), clave, subclaves, lugar::aqui());
-}
-
-unsigned short lumoreg_dame_subclaves(unsigned long raiz, const char* clave, ArrCADENA* subclaves) {
-    return i_dame_subclaves(apertura::en_cualquiera(raiz), clave, subclaves, lugar::aqui());
-}
-
-void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre) {
-    const lugar donde = lugar::aqui();
-    const bool hay_nombre = i_comprueba(nombre != nullptr, "(nombre) != NULL", donde);
-    // Without a name the parent is the key to delete: if that is a link, then the link.
-    const bool el_propio = hay_nombre && nombre[0] == L'\0';
-    const clave_abierta<wchar_t> padre(apertura::para_borrar(raiz, el_propio), clave, KEY_ALL_ACCESS, donde);
-    if (!hay_nombre || !padre.abierta()) {
-        return;
-    }
+void i_borra_clave(const clave_abierta<wchar_t>& padre, vista_w nombre) noexcept {
     // A root key has no parent and can never go: nothing below it does either.
-    if (!i_comprueba(!i_sin_nombre(a_vista(clave)) || !i_sin_nombre(a_vista(nombre)),
-                     "widestr_longitud(clave) > 0 || widestr_longitud(nombre) > 0", donde)) {
-        return;
+    if (i_comprueba(!i_sin_nombre(padre.ruta()) || !i_sin_nombre(nombre),
+                    "widestr_longitud(clave) > 0 || widestr_longitud(nombre) > 0")) {
+        borrado_de_clave(padre.ruta(), padre.vista_abierta()).borra(padre.get(), nombre);
     }
-    borrado_de_clave(a_vista(clave), padre.vista_abierta(), donde).borra(padre.get(), a_vista(nombre));
 }
 
-void lumoreg_borra_clave(unsigned long raiz, const char* clave, const char* nombre) {
-    puente_sin_resultado<lumoreg_borra_clave_u>(raiz, clave, nombre);
-}
-
-unsigned short lumoreg_tiene_permisos_escribir_en_registro(void) {
-    constexpr unsigned long raiz = LUMOREG_RAIZ_LOCAL_MACHINE;
-    if (lumoreg_existe_clave_u(raiz, clave_de_prueba) != CIERTO &&
-        lumoreg_crea_clave_u(raiz, clave_de_prueba) != CIERTO) {
-        return FALSO;
+bool i_se_puede_escribir() noexcept {
+    constexpr apertura la_maquina = apertura::en_cualquiera(LUMOREG_RAIZ_LOCAL_MACHINE);
+    if (!i_existe_clave(la_maquina, clave_de_prueba) &&
+        !i_crea_clave(i_raiz(la_maquina.raiz), clave_de_prueba, KEY_ALL_ACCESS)) {
+        return false;
     }
-    if (lumoreg_establece_cadena_u(raiz, clave_de_prueba, L"Prueba", L"prueba") != CIERTO) {
-        return FALSO;
+    {
+        const clave_abierta<wchar_t> clave(la_maquina, clave_de_prueba, KEY_ALL_ACCESS);
+        if (!clave.abierta() || !i_escribe_cadena(clave, L"Prueba", REG_SZ, L"prueba")) {
+            return false;
+        }
     }
-    if (lumoreg_existe_clave_u(raiz, clave_de_prueba) == CIERTO) {
+    if (i_existe_clave(la_maquina, clave_de_prueba)) {
         // Without a name it is the key itself that is cleared and deleted.
-        lumoreg_borra_clave_u(raiz, clave_de_prueba, L"");
+        const clave_abierta<wchar_t> clave(apertura::para_borrar(la_maquina.raiz, true), clave_de_prueba,
+                                           KEY_ALL_ACCESS);
+        if (clave.abierta()) {
+            i_borra_clave(clave, {});
+        }
     }
-    return CIERTO;
+    return true;
 }
+
+}  // namespace lumodir

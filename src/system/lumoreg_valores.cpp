@@ -1,6 +1,4 @@
 // Values: writing, reading, listing and deleting them. See lumoreg.hpp.
-#include "companions/arr.hpp"
-#include "frame/puente.hpp"
 #include "system/lumoreg.hpp"
 #include "system/multicadena.hpp"
 
@@ -11,14 +9,14 @@ namespace {
 template <class C>
 class bufer_de_valor {
 public:
-    explicit bufer_de_valor(std::size_t bytes, lugar donde) : donde_(donde) { prepara(bytes); }
+    explicit bufer_de_valor(std::size_t bytes) { prepara(bytes); }
     bufer_de_valor(const bufer_de_valor&) = delete;
     bufer_de_valor& operator=(const bufer_de_valor&) = delete;
 
     void prepara(std::size_t bytes) {
         unidades_ = (bytes + sizeof(C) - 1) / sizeof(C);
         if (unidades_ > sitio_corto) {
-            largo_.reserva_sitio(unidades_, donde_);
+            largo_.reserva_sitio(unidades_);
             datos_ = largo_.data();
         }
     }
@@ -35,45 +33,46 @@ public:
 
 private:
     static constexpr std::size_t sitio_corto = 512;  // units: a path and some more
-    lugar donde_;
     C corto_[sitio_corto];
     vector_interno<C> largo_;
     C* datos_ = corto_;
     std::size_t unidades_ = 0;
 };
 
-unsigned short i_escribe(const apertura& como, const wchar_t* ruta, const wchar_t* nombre_valor, DWORD tipo,
-                         const void* dato, std::size_t bytes, lugar donde) noexcept {
-    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL", donde);
-    const bool hay_dato = i_comprueba(dato != nullptr, "(dato) != NULL", donde);
-    const clave_abierta<wchar_t> clave(como, ruta, KEY_ALL_ACCESS, donde);
-    if (!hay_nombre || !hay_dato || !clave.abierta()) {
-        return FALSO;
+objeto<ArrCADENA_u> i_textos_del_valor(DWORD tipo, vista_w datos) noexcept {
+    objeto<ArrCADENA_u> textos = objeto<ArrCADENA_u>::crea();
+    if (tipo == REG_SZ) {
+        textos->anade(cadena_w(i_hasta_terminador(datos)));
+    } else {
+        i_para_cada_trozo(datos, [&](vista_w trozo) { textos->anade(cadena_w(trozo)); });
     }
-    return sistema_registro.RegSetValueExW(clave.get(), nombre_valor, 0, tipo, static_cast<const BYTE*>(dato),
-                                           static_cast<DWORD>(bytes)) == ERROR_SUCCESS
-               ? CIERTO
-               : FALSO;
+    return textos;
 }
 
-unsigned short i_escribe_cadena(const apertura& como, const wchar_t* ruta, const wchar_t* nombre_valor,
-                                DWORD tipo, const wchar_t* dato, lugar donde) noexcept {
-    const std::size_t bytes = (a_vista(dato).size() + 1) * sizeof(wchar_t);
-    return i_escribe(como, ruta, nombre_valor, tipo, dato, bytes, donde);
+}  // namespace
+
+bool i_escribe(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor, DWORD tipo, const void* dato,
+               std::size_t bytes) noexcept {
+    return sistema.RegSetValueExW(clave.get(), nombre_valor, 0, tipo, static_cast<const BYTE*>(dato),
+                                  static_cast<DWORD>(bytes)) == ERROR_SUCCESS;
+}
+
+bool i_escribe_cadena(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor, DWORD tipo,
+                      const wchar_t* dato) noexcept {
+    return i_escribe(clave, nombre_valor, tipo, dato, (a_vista(dato).size() + 1) * sizeof(wchar_t));
+}
+
+void i_borra_valor(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor) noexcept {
+    clave.comprueba(sistema.RegDeleteValueW(clave.get(), nombre_valor));
 }
 
 template <class C>
-unsigned short i_lee_cadena(const apertura& como, const C* ruta, const C* nombre_valor, C** contenido,
-                            lugar donde) noexcept {
-    const bool hay_contenido = i_comprueba(contenido != nullptr, "(contenido) != NULL", donde);
-    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL", donde);
-    const clave_abierta<C> clave(como, ruta, KEY_QUERY_VALUE, donde);
+cadena<C> i_lee_cadena(const clave_abierta<C>& clave, const C* nombre_valor) noexcept {
     censo_de_clave censo;
-    if (!hay_contenido || !hay_nombre || !clave.abierta() ||
-        !clave.comprueba(registro_de<C>::cuenta(clave.get(), &censo)) || censo.num_valores == 0) {
-        return FALSO;
+    if (!clave.comprueba(registro_de<C>::cuenta(clave.get(), &censo)) || censo.num_valores == 0) {
+        return {};
     }
-    bufer_de_valor<C> bufer(censo.mayor_dato_bytes, donde);
+    bufer_de_valor<C> bufer(censo.mayor_dato_bytes);
     DWORD bytes = bufer.bytes();
     LSTATUS error = registro_de<C>::lee_valor(clave.get(), nombre_valor, bufer.datos(), &bytes);
     // Written anew meanwhile, or 8-bit text that needs more bytes than the UTF-16 that was counted.
@@ -82,127 +81,37 @@ unsigned short i_lee_cadena(const apertura& como, const C* ruta, const C* nombre
         bytes = bufer.bytes();
         error = registro_de<C>::lee_valor(clave.get(), nombre_valor, bufer.datos(), &bytes);
     }
-    if (error != ERROR_SUCCESS) {
-        return FALSO;
-    }
-    *contenido = cadena<C>(i_hasta_terminador(bufer.texto(bytes)), donde).suelta();
-    return CIERTO;
+    return error == ERROR_SUCCESS ? cadena<C>(i_hasta_terminador(bufer.texto(bytes))) : cadena<C>();
 }
 
-objeto<ArrCADENA_u> i_textos_del_valor(DWORD tipo, vista_w datos, lugar donde) noexcept {
-    objeto<ArrCADENA_u> textos = objeto<ArrCADENA_u>::crea(donde);
-    if (tipo == REG_SZ) {
-        textos->anade(cadena_w(i_hasta_terminador(datos), donde), donde);
-    } else {
-        i_para_cada_trozo(datos, [&](vista_w trozo) { textos->anade(cadena_w(trozo, donde), donde); });
-    }
-    return textos;
+template cadena_a i_lee_cadena<char>(const clave_abierta<char>&, const char*) noexcept;
+template cadena_w i_lee_cadena<wchar_t>(const clave_abierta<wchar_t>&, const wchar_t*) noexcept;
+
+cadena_w i_lee_cadena(const apertura& como, const wchar_t* clave, const wchar_t* nombre_valor) noexcept {
+    const clave_abierta<wchar_t> abierta(como, clave, KEY_QUERY_VALUE);
+    return abierta.abierta() ? i_lee_cadena(abierta, nombre_valor) : cadena_w();
 }
 
-void i_lista_valores(const clave_abierta<wchar_t>& clave, vista_w ruta, ArrCADENA_u* valores,
-                     ArrPunteroConTipo* datos_valores, lugar donde) noexcept {
+valores_de_clave i_lista_valores(const clave_abierta<wchar_t>& clave) noexcept {
+    valores_de_clave valores = {objeto<ArrCADENA_u>::crea(), objeto<ArrPunteroConTipo>::crea()};
     censo_de_clave censo;
     clave.comprueba(registro_de<wchar_t>::cuenta(clave.get(), &censo));
     const std::size_t sitio_nombre = censo.mayor_nombre_valor + 1;
-    bufer_de_valor<wchar_t> nombre(sitio_nombre * sizeof(wchar_t), donde);
-    bufer_de_valor<wchar_t> datos(censo.mayor_dato_bytes, donde);
+    bufer_de_valor<wchar_t> nombre(sitio_nombre * sizeof(wchar_t));
+    bufer_de_valor<wchar_t> datos(censo.mayor_dato_bytes);
     for (DWORD indice = 0; indice < censo.num_valores; ++indice) {
         auto longitud = static_cast<DWORD>(sitio_nombre);
         DWORD bytes = datos.bytes();
         DWORD tipo = REG_NONE;
-        const LSTATUS status =
-            sistema_registro.RegEnumValueW(clave.get(), indice, nombre.datos(), &longitud, nullptr, &tipo,
-                                           reinterpret_cast<BYTE*>(datos.datos()), &bytes);
-        if (i_comprueba_con(status == 0, "status == 0", ruta, donde) &&
+        const LSTATUS status = sistema.RegEnumValueW(clave.get(), indice, nombre.datos(), &longitud, nullptr,
+                                                     &tipo, reinterpret_cast<BYTE*>(datos.datos()), &bytes);
+        if (i_comprueba_con(status == 0, "status == 0", clave.ruta()) &&
             (tipo == REG_SZ || tipo == REG_MULTI_SZ)) {
-            valores->anade(cadena_w(vista_w(nombre.datos(), longitud), donde), donde);
-            datos_valores->punteros.anade(i_textos_del_valor(tipo, datos.texto(bytes), donde).suelta(),
-                                          donde);
+            valores.nombres->anade(cadena_w(vista_w(nombre.datos(), longitud)));
+            valores.datos->punteros.anade(i_textos_del_valor(tipo, datos.texto(bytes)).suelta());
         }
     }
+    return valores;
 }
 
-}  // namespace
 }  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short lumoreg_establece_cadena_u(unsigned long raiz, const wchar_t* clave,
-                                          const wchar_t* nombre_valor, const wchar_t* dato) {
-    return i_escribe_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_SZ, dato, lugar::aqui());
-}
-
-unsigned short lumoreg_establece_cadena_expand_u(unsigned long raiz, const wchar_t* clave,
-                                                 const wchar_t* nombre_valor, const wchar_t* dato) {
-    return i_escribe_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_EXPAND_SZ, dato,
-                            lugar::aqui());
-}
-
-unsigned short lumoreg_establece_cadena_en_vista_u(unsigned long vista, unsigned long raiz,
-                                                   const wchar_t* clave, const wchar_t* nombre_valor,
-                                                   const wchar_t* dato) {
-    return i_escribe_cadena(apertura::en_vista(vista, raiz), clave, nombre_valor, REG_SZ, dato,
-                            lugar::aqui());
-}
-
-unsigned short lumoreg_establece_ulong_u(unsigned long raiz, const wchar_t* clave,
-                                         const wchar_t* nombre_valor, unsigned long dato) {
-    const DWORD valor = dato;
-    return i_escribe(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_DWORD, &valor, sizeof valor,
-                     lugar::aqui());
-}
-
-unsigned short lumoreg_establece_ulong(unsigned long raiz, const char* clave, const char* nombre_valor,
-                                       unsigned long dato) {
-    return puente<lumoreg_establece_ulong_u>(raiz, clave, nombre_valor, dato);
-}
-
-void lumoreg_borra_valor_clave_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre_valor) {
-    const lugar donde = lugar::aqui();
-    const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL", donde);
-    const clave_abierta<wchar_t> abierta(apertura::en_cualquiera(raiz), clave, KEY_ALL_ACCESS, donde);
-    if (hay_nombre && abierta.abierta()) {
-        abierta.comprueba(sistema_registro.RegDeleteValueW(abierta.get(), nombre_valor));
-    }
-}
-
-unsigned short lumoreg_lee_cadena_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre_valor,
-                                    wchar_t** contenido) {
-    return i_lee_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, contenido, lugar::aqui());
-}
-
-unsigned short lumoreg_lee_cadena(unsigned long raiz, const char* clave, const char* nombre_valor,
-                                  char** contenido) {
-    return i_lee_cadena(apertura::en_cualquiera(raiz), clave, nombre_valor, contenido, lugar::aqui());
-}
-
-unsigned short lumoreg_lee_cadena_ex_u(unsigned long vista, unsigned long raiz, const wchar_t* clave,
-                                       const wchar_t* nombre_valor, wchar_t** contenido) {
-    return i_lee_cadena(apertura::en_vista(vista, raiz), clave, nombre_valor, contenido, lugar::aqui());
-}
-
-unsigned short lumoreg_lee_valores_cadena_clave_ex_u(unsigned long vista, unsigned long raiz,
-                                                     const wchar_t* clave, ArrCADENA_u** valores,
-                                                     ArrPunteroConTipo** datos_valores) {
-    const lugar donde = lugar::aqui();
-    const bool hay_valores = i_comprueba(valores != nullptr, "(valores) != NULL", donde);
-    const bool hay_datos = i_comprueba(datos_valores != nullptr, "(datos_valores) != NULL", donde);
-    objeto<ArrCADENA_u> nombres;
-    objeto<ArrPunteroConTipo> datos;
-    {
-        const clave_abierta<wchar_t> abierta(apertura::en_vista(vista, raiz), clave, KEY_QUERY_VALUE, donde);
-        if (hay_valores && hay_datos && abierta.abierta()) {
-            nombres = objeto<ArrCADENA_u>::crea(donde);
-            datos = objeto<ArrPunteroConTipo>::crea(donde);
-            i_lista_valores(abierta, a_vista(clave), nombres.get(), datos.get(), donde);
-        }
-    }
-    const unsigned short leidos = nombres ? CIERTO : FALSO;
-    if (hay_valores) {
-        *valores = nombres.suelta();
-    }
-    if (hay_datos) {
-        *datos_valores = datos.suelta();
-    }
-    return leidos;
-}

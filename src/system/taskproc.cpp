@@ -1,16 +1,9 @@
 // See taskproc.hpp.
 #include "system/taskproc.hpp"
 
-#include "companions/arr.hpp"
 #include "companions/error_interno.hpp"
 
 namespace lumodir {
-
-tabla_procesos procesos = {
-    ::CreateToolhelp32Snapshot, ::Process32FirstW, ::Process32NextW,
-    ::Module32FirstW,           ::Module32NextW,   ::OpenProcess,
-    ::TerminateProcess,         ::CloseHandle,
-};
 
 namespace {
 
@@ -32,21 +25,21 @@ constexpr DWORD pid_inactivo = 0;
 
 struct rasgos_instantanea {
     static HANDLE vacia() noexcept { return INVALID_HANDLE_VALUE; }
-    static BOOL cierra(HANDLE valor) noexcept { return procesos.CloseHandle(valor); }
+    static BOOL cierra(HANDLE valor) noexcept { return sistema.CloseHandle(valor); }
 };
 struct rasgos_proceso {
     static HANDLE vacia() noexcept { return nullptr; }
-    static BOOL cierra(HANDLE valor) noexcept { return procesos.CloseHandle(valor); }
+    static BOOL cierra(HANDLE valor) noexcept { return sistema.CloseHandle(valor); }
 };
 using manija_instantanea = manija<rasgos_instantanea>;
 using manija_proceso = manija<rasgos_proceso>;
 
 manija_instantanea i_instantanea_de_modulos(DWORD pid) noexcept {
-    manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
+    manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
     for (unsigned tomas = 1;
          !instantanea.valida() && ::GetLastError() == ERROR_BAD_LENGTH && tomas < tomas_de_instantanea;
          ++tomas) {
-        instantanea = manija_instantanea(procesos.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
+        instantanea = manija_instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
     }
     return instantanea;
 }
@@ -95,13 +88,13 @@ public:
     busqueda(vista_w modulo, bool con_lista) noexcept : modulo_(modulo), con_lista_(con_lista) {}
 
     bool encuentra() {
-        const manija_instantanea instantanea(procesos.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+        const manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
         if (!i_comprueba(instantanea.valida(), "hSnapshot != INVALID_HANDLE_VALUE")) {
             return false;
         }
         paseo<PROCESSENTRY32W> paseo_procesos(instantanea.get(), &tamanyo_proceso_);
-        for (bool hay = paseo_procesos.primera(procesos.Process32FirstW); hay;
-             hay = !basta() && paseo_procesos.siguiente(procesos.Process32NextW)) {
+        for (bool hay = paseo_procesos.primera(sistema.Process32FirstW); hay;
+             hay = !basta() && paseo_procesos.siguiente(sistema.Process32NextW)) {
             const DWORD pid = paseo_procesos.entrada().th32ProcessID;
             if (pid != pid_inactivo) {
                 i_mira_modulos(pid);
@@ -109,7 +102,7 @@ public:
         }
         return encontrado_;
     }
-    ArrPunteroConTipo* suelta_lista() noexcept { return lista_.suelta(); }
+    objeto<ArrPunteroConTipo> suelta_lista() noexcept { return std::move(lista_); }
 
 private:
     bool basta() const noexcept { return encontrado_ && !con_lista_; }
@@ -121,8 +114,8 @@ private:
         }
         primero_del_proceso_ = lista_ ? lista_->punteros.size() : 0;
         paseo<MODULEENTRY32W> paseo_modulos(instantanea.get(), &tamanyo_modulo_);
-        for (bool hay = paseo_modulos.primera(procesos.Module32FirstW); hay;
-             hay = !basta() && paseo_modulos.siguiente(procesos.Module32NextW)) {
+        for (bool hay = paseo_modulos.primera(sistema.Module32FirstW); hay;
+             hay = !basta() && paseo_modulos.siguiente(sistema.Module32NextW)) {
             if (a_vista<wchar_t>(paseo_modulos.entrada().szModule) == modulo_) {
                 i_anota(paseo_modulos.entrada());
             }
@@ -176,60 +169,32 @@ registro<Taskproc> i_crea_taskproc(const MODULEENTRY32W* pModuleEntry) {
     return nuevo;
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short taskproc_busca_proceso_abierto(const wchar_t* modulo, ArrPunteroConTipo** lista) {
-    if (lista != nullptr) {
-        *lista = nullptr;
-    }
-    if (!i_comprueba(modulo != nullptr, "(modulo) != NULL")) {
-        return FALSO;
-    }
-    busqueda busca(a_vista(modulo), lista != nullptr);
+procesos_encontrados i_busca_procesos(vista_w modulo, bool con_lista) {
+    busqueda busca(modulo, con_lista);
     const bool encontrado = busca.encuentra();
-    if (lista != nullptr) {
-        *lista = busca.suelta_lista();
-    }
-    return encontrado ? CIERTO : FALSO;
+    return {encontrado, busca.suelta_lista()};
 }
 
-unsigned short taskproc_mata_proceso(const Taskproc* taskproc) {
-    if (!i_comprueba(taskproc != nullptr, "(taskproc) != NULL")) {
-        return FALSO;
-    }
-    const manija_proceso proceso(procesos.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc->pid));
+bool i_mata_proceso(const Taskproc& taskproc) noexcept {
+    const manija_proceso proceso(sistema.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc.pid));
     if (!proceso.valida()) {
-        return FALSO;
+        return false;
     }
-    procesos.TerminateProcess(proceso.get(),
-                              0);  // what it answers changes nothing: the process may be ending
-    return CIERTO;
+    // What it answers changes nothing: the process may be ending.
+    sistema.TerminateProcess(proceso.get(), 0);
+    return true;
 }
 
-unsigned short taskproc_mata_procesos_nombre_dado(const wchar_t* modulo) {
-    ArrPunteroConTipo* encontrados = nullptr;
-    if (taskproc_busca_proceso_abierto(modulo, &encontrados) != CIERTO) {
-        return FALSO;
+bool i_mata_procesos(vista_w modulo) {
+    const procesos_encontrados encontrados = i_busca_procesos(modulo, true);
+    if (!encontrados.hay) {
+        return false;
     }
-    for (void* proceso : encontrados->punteros) {
-        taskproc_mata_proceso(static_cast<const Taskproc*>(proceso));
+    for (void* elemento : encontrados.lista->punteros) {
+        const duenyo<Taskproc, destruye_taskproc> proceso(static_cast<Taskproc*>(elemento));
+        i_mata_proceso(*proceso);
     }
-    arr_DestruyeEstructurasConTipo(&encontrados, reinterpret_cast<ArrDestruyeRegistro>(taskproc_destruye));
-    return CIERTO;
+    return true;
 }
 
-const wchar_t* taskproc_ruta_proceso(const Taskproc* taskproc) {
-    return i_comprueba(taskproc != nullptr, "(taskproc) != NULL") ? taskproc->ruta : nullptr;
-}
-
-void taskproc_destruye(Taskproc** taskproc) {
-    if (i_comprueba(taskproc != nullptr, "(taskproc) != NULL") &&
-        i_comprueba(*taskproc != nullptr, "(*taskproc) != NULL")) {
-        i_libera((*taskproc)->modulo);
-        i_libera((*taskproc)->ruta);
-        i_libera(*taskproc);
-        *taskproc = nullptr;
-    }
-}
+}  // namespace lumodir

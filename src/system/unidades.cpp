@@ -1,15 +1,11 @@
 // See unidades.hpp.
 #include "system/unidades.hpp"
 
-#include "cdir.h"
-#include "companions/arr.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
-#include "discos.h"
-#include "frame/puente.hpp"
-#include "lumodir.h"
 #include "paths/split_makepath.hpp"
-#include "system/tabla_unidades.hpp"
+#include "system/discos.hpp"
+#include "system/info.hpp"
 
 namespace lumodir {
 namespace {
@@ -26,22 +22,8 @@ cadena_w i_etiqueta_con(vista_w unidad, vista_w nombre) {
     return concatena<wchar_t>({unidad, L" (", nombre, L")"});
 }
 
-objeto<ArrPunteroConTipo> i_unidades_del_sistema(bool con_nombre) {
-    auto lista = objeto<ArrPunteroConTipo>::crea();
-    InfoTabla tabla;
-    info_GetDriveInfoSystem(&tabla);
-    for (unsigned short i = 0; i < tabla.numDiscos; ++i) {
-        auto unidad = registro<UnidadSistema>::a_cero();
-        unidad->nombre = i_etiqueta_de_unidad(tabla.discos[i], con_nombre).suelta();
-        unidad->tipo = tabla.discos[i].tipo;
-        lista->punteros.anade(unidad.suelta());
-    }
-    info_LiberaTabla(&tabla);
-    return lista;
-}
-
 cadena_w i_disco_actual() {
-    const int numero = unidades._getdrive();
+    const int numero = sistema._getdrive();
     if (numero < 1 || numero > i_NUM_MAX_UNIDADES) {
         return {};  // a share is current: it has no letter
     }
@@ -66,7 +48,7 @@ cadena_w i_etiqueta_de_unidad(const InfoDisco& disco, bool con_nombre) {
         return i_etiqueta_con(unidad, vista_w(disco.pathNetwork));
     }
     if (con_nombre && (disco.tipo == INFO_TIPO_FIJO || disco.tipo == INFO_TIPO_EXTRAIBLE)) {
-        return i_etiqueta_con(unidad, cadena_w::adopta(discos_nombre_volumen(disco.disco)));
+        return i_etiqueta_con(unidad, i_nombre_de_volumen(disco.disco));
     }
     if (con_nombre && disco.tipo > ultimo_tipo_de_unidad) {
         error_interno_default_error();
@@ -78,41 +60,21 @@ void i_olvida_disco_de_programa() noexcept {
     i_hay_disco_programa = false;
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-ArrPunteroConTipo* lumodir_UnidadesDelSistema(void) {
-    return i_unidades_del_sistema(false).suelta();
-}
-
-ArrPunteroConTipo* lumodir_UnidadesDelSistemaConNombre(void) {
-    return i_unidades_del_sistema(true).suelta();
-}
-
-wchar_t* lumodir_nombreCompleto_UnidadSistema_UNICODE(const UnidadSistema* unidad) {
-    const wchar_t* nombre = i_comprueba(unidad != nullptr, "(unidad) != NULL") ? unidad->nombre : nullptr;
-    return cadena_w(a_vista(nombre)).suelta();
-}
-
-char* lumodir_nombreCompleto_UnidadSistema(const UnidadSistema* unidad) {
-    return puente<lumodir_nombreCompleto_UnidadSistema_UNICODE>(unidad);
-}
-
-unsigned long lumodir_tipoDrive_UnidadSistema(const UnidadSistema* unidad) {
-    return i_comprueba(unidad != nullptr, "(unidad) != NULL") ? unidad->tipo : 0;
-}
-
-void lumodir_destruyeEstructuraUnidadSistema(UnidadSistema** unidad) {
-    if (i_comprueba(unidad != nullptr, "(unidad) != NULL") &&
-        i_comprueba(*unidad != nullptr, "(*unidad) != NULL")) {
-        i_libera((*unidad)->nombre);
-        i_libera(*unidad);
-        *unidad = nullptr;
+objeto<ArrPunteroConTipo> i_unidades_del_sistema(bool con_nombre) {
+    auto lista = objeto<ArrPunteroConTipo>::crea();
+    InfoTabla tabla;
+    i_llena_tabla(tabla);
+    for (unsigned short i = 0; i < tabla.numDiscos; ++i) {
+        auto unidad = registro<UnidadSistema>::a_cero();
+        unidad->nombre = i_etiqueta_de_unidad(tabla.discos[i], con_nombre).suelta();
+        unidad->tipo = tabla.discos[i].tipo;
+        lista->punteros.anade(unidad.suelta());
     }
+    i_vacia_tabla(tabla);
+    return lista;
 }
 
-const wchar_t* cdir_disco_de_programa_UNICODE(void) {
+const wchar_t* i_disco_de_programa() {
     if (!i_hay_disco_programa) {
         const cadena_w disco = i_averigua_disco_programa();
         const std::size_t tam = disco.size();
@@ -124,3 +86,5 @@ const wchar_t* cdir_disco_de_programa_UNICODE(void) {
     }
     return i_disco_programa;
 }
+
+}  // namespace lumodir

@@ -3,29 +3,29 @@
 
 #include <atomic>
 
-#include "lumoreg.h"
-#include "wine.h"
+#include "system/lumoreg.hpp"
 
 namespace lumodir {
 namespace {
 
-std::atomic<unsigned short> i_sin_preguntar{CIERTO};
-std::atomic<unsigned short> i_respuesta{FALSO};
+enum class respuesta : unsigned char { sin_preguntar, no, si };
+std::atomic<respuesta> i_respuesta{respuesta::sin_preguntar};
 
 }  // namespace
 
+bool i_estamos_en_wine() noexcept {
+    respuesta dicha = i_respuesta;
+    if (dicha == respuesta::sin_preguntar) {
+        const bool hay =
+            i_existe_clave(apertura::en_cualquiera(LUMOREG_RAIZ_CURRENT_USER), L"Software\\Wine");
+        dicha = hay ? respuesta::si : respuesta::no;
+        i_respuesta = dicha;
+    }
+    return dicha == respuesta::si;
+}
+
 void i_olvida_si_estamos_en_wine() noexcept {
-    i_sin_preguntar = CIERTO;
+    i_respuesta = respuesta::sin_preguntar;
 }
 
 }  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short wine_estamos_en_wine(void) {
-    if (i_sin_preguntar == CIERTO) {
-        i_respuesta = lumoreg_existe_clave(LUMOREG_RAIZ_CURRENT_USER, "Software\\Wine");
-        i_sin_preguntar = FALSO;
-    }
-    return i_respuesta;
-}

@@ -3,7 +3,9 @@
 
 namespace lumodir {
 
-// Tests only: in the product the registry is asked once and the answer kept.
+// The registry is asked once and the answer kept.
+bool i_estamos_en_wine() noexcept;
+// Tests only: the next question asks again.
 void i_olvida_si_estamos_en_wine() noexcept;
 
 }  // namespace lumodir

@@ -2,6 +2,8 @@
 #ifdef _WIN32
 #include "apoyo/como_windows.hpp"
 
+#include <gtest/gtest.h>
+
 #include <winternl.h>
 
 #include <algorithm>
@@ -12,7 +14,7 @@
 #include <set>
 
 #include "apoyo/hijo.hpp"
-#include "system/tabla_procesos.hpp"
+#include "companions/sistema.hpp"
 
 namespace apoyo {
 
@@ -29,6 +31,9 @@ struct como_windows::estado {
     std::map<HANDLE, enlace_abierto> enlaces;
     std::map<HANDLE, texto_w> busquedas;  // the directory that is searched
     std::map<texto_w, unsigned long long> faltaban;
+    std::map<texto_w, DWORD> preguntados;                        // what may not be asked, and what it answers
+    std::map<HANDLE, texto_w> recientes;                         // new files, still open
+    std::vector<std::pair<HANDLE, unsigned long long>> mirados;  // by somebody else, until then
     unsigned long long ahora_ms = 0;
     struct instantanea {
         DWORD pid;
@@ -38,6 +43,7 @@ struct como_windows::estado {
     };
     std::map<HANDLE, instantanea> instantaneas;
     std::set<DWORD> de_32_bits;
+    std::set<texto_w> claves_negadas;
     unsigned dialogos = 0;
     unsigned hilos_ajenos = 0;
     unsigned intervenciones = 0;
@@ -46,12 +52,10 @@ struct como_windows::estado {
 
 namespace {
 
-using lumodir::tabla_procesos;
 using lumodir::tabla_sistema;
 
 como_windows::estado* actual = nullptr;
 tabla_sistema debajo;
-tabla_procesos procesos_debajo;
 
 constexpr unsigned long long memoria_de_ausentes_ms = 5'000;
 constexpr auto clase_borrado_ampliado = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
@@ -159,6 +163,34 @@ void ya_no_falta(const wchar_t* ruta) {
     }
 }
 
+bool no_se_deja_preguntar(const wchar_t* ruta) {
+    if (actual->preguntados.empty() || ruta == nullptr) {
+        return false;
+    }
+    const auto i = actual->preguntados.find(clave_de_ruta(ruta));
+    if (i == actual->preguntados.end()) {
+        return false;
+    }
+    niega(i->second);
+    return true;
+}
+
+// Somebody opens a new file, and does not share its deletion.
+void mira_fichero_nuevo(const texto_w& ruta) {
+    const lumodir::conserva_ultimo_error conserva;
+    const HANDLE h = ::CreateFileW(ruta.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                   OPEN_EXISTING, 0, nullptr);
+    if (h != INVALID_HANDLE_VALUE) {
+        ++actual->intervenciones;
+        actual->mirados.emplace_back(h, actual->ahora_ms + actual->escenario.escaner_ms);
+    }
+}
+void deja_de_mirar(como_windows::estado& suyo) {
+    std::erase_if(suyo.mirados, [&](const auto& mirado) {
+        return suyo.ahora_ms >= mirado.second && ::CloseHandle(mirado.first);
+    });
+}
+
 // ---- Links, which Wine opens and removes only as what they point to
 
 // Wine tells names now with, now without the blanks and points at their ends.
@@ -199,6 +231,7 @@ bool quita_enlace(const texto_w& ruta) {
     PROCESS_INFORMATION proceso = {};
     if (!::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                           &arranque, &proceso)) {
+        ADD_FAILURE() << "no rm: error " << ::GetLastError();
         return false;
     }
     ::CloseHandle(proceso.hThread);
@@ -227,6 +260,9 @@ DWORD WINAPI atributos(const wchar_t* ruta) {
         niega(ERROR_FILE_NOT_FOUND);
         return INVALID_FILE_ATTRIBUTES;
     }
+    if (no_se_deja_preguntar(ruta)) {
+        return INVALID_FILE_ATTRIBUTES;
+    }
     DWORD resultado = debajo.GetFileAttributesW(ruta);
     recuerda(ruta, resultado == INVALID_FILE_ATTRIBUTES);
     if (resultado != INVALID_FILE_ATTRIBUTES && hay_marcados() &&
@@ -238,6 +274,9 @@ DWORD WINAPI atributos(const wchar_t* ruta) {
 
 BOOL WINAPI atributos_ex(const wchar_t* ruta, GET_FILEEX_INFO_LEVELS nivel, void* datos) {
     mira_el_modo();
+    if (no_se_deja_preguntar(ruta)) {
+        return FALSE;
+    }
     const BOOL bien = debajo.GetFileAttributesExW(ruta, nivel, datos);
     if (bien && hay_marcados() && actual->marcados.count(clave_de_ruta(ruta)) != 0) {
         static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(datos)->dwFileAttributes |= FILE_ATTRIBUTE_READONLY;
@@ -276,11 +315,17 @@ HANDLE WINAPI crea(const wchar_t* ruta, DWORD acceso, DWORD compartir, SECURITY_
     if (disposicion == OPEN_EXISTING && se_recuerda_que_falta(ruta)) {
         return niega_manija(ERROR_FILE_NOT_FOUND);
     }
+    if (no_se_deja_preguntar(ruta)) {
+        return INVALID_HANDLE_VALUE;
+    }
     const HANDLE h =
         debajo.CreateFileW(ruta, acceso, compartir, seguridad, disposicion, indicadores, plantilla);
     recuerda(ruta, h == INVALID_HANDLE_VALUE);
     if (h != INVALID_HANDLE_VALUE) {
         ya_no_falta(ruta);
+        if (disposicion == CREATE_NEW && actual->escenario.escaner_ms != 0) {
+            actual->recientes[h] = ruta;
+        }
         if (actual->escenario.enlaces_por_si_mismos && (indicadores & FILE_FLAG_OPEN_REPARSE_POINT) != 0 &&
             es_enlace_a_directorio(ruta)) {
             actual->enlaces[h] = {ruta};
@@ -291,9 +336,7 @@ HANDLE WINAPI crea(const wchar_t* ruta, DWORD acceso, DWORD compartir, SECURITY_
 
 HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir,
                            DWORD opciones, DWORD atributos_de_nombre) {
-    if (directorio == nullptr) {
-        mira_el_modo();
-    }
+    mira_el_modo();
     if (!actual->pendientes.empty() && esta_pendiente(clave(ruta_de_entrada(nombre, directorio)))) {
         return niega_manija(ERROR_ACCESS_DENIED);
     }
@@ -314,6 +357,7 @@ HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acces
 }
 
 BOOL WINAPI cierra(HANDLE h) {
+    actual->instantaneas.erase(h);
     texto_w enlace;
     texto_w borrado;
     if (const auto i = actual->enlaces.find(h); i != actual->enlaces.end()) {
@@ -326,6 +370,10 @@ BOOL WINAPI cierra(HANDLE h) {
     }
     const BOOL bien = debajo.CloseHandle(h);
     const lumodir::conserva_ultimo_error conserva;
+    if (const auto i = actual->recientes.find(h); i != actual->recientes.end()) {
+        mira_fichero_nuevo(i->second);
+        actual->recientes.erase(i);
+    }
     if (!enlace.empty()) {
         EXPECT_TRUE(quita_enlace(enlace)) << u8(enlace);
     }
@@ -344,6 +392,7 @@ bool es_directorio(HANDLE h) {
 }
 
 BOOL WINAPI informacion(HANDLE h, BY_HANDLE_FILE_INFORMATION* datos) {
+    mira_el_modo();
     const BOOL bien = debajo.GetFileInformationByHandle(h, datos);
     if (bien && es_enlace(h)) {
         datos->dwFileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
@@ -379,6 +428,7 @@ void marca_registros(HANDLE h, unsigned char* datos, std::size_t donde_nombre) {
 }
 
 BOOL WINAPI informacion_ex(HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, void* datos, DWORD bytes) {
+    mira_el_modo();
     const bool con_numeros = clase == FileIdBothDirectoryInfo || clase == FileIdBothDirectoryRestartInfo;
     const bool sin_numeros = clase == clase_completa || clase == clase_completa_desde_el_principio;
     if (con_numeros && actual->escenario.listado_con_numeros != 0) {
@@ -459,7 +509,19 @@ BOOL marca_para_borrar(HANDLE h, bool con_posix) {
     return bien;
 }
 
+BOOL WINAPI pon_fechas(HANDLE h, const FILETIME* creacion, const FILETIME* acceso,
+                       const FILETIME* modificacion) {
+    mira_el_modo();
+    return debajo.SetFileTime(h, creacion, acceso, modificacion);
+}
+
+BOOL WINAPI numero_de_fichero(HANDLE h, unsigned long long* numero) {
+    mira_el_modo();
+    return debajo.numero_de_fichero(h, numero);
+}
+
 BOOL WINAPI pon_informacion(HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, void* datos, DWORD bytes) {
+    mira_el_modo();
     if (clase == clase_borrado_ampliado) {
         return actual->escenario.borrado_posix ? marca_para_borrar(h, true) : niega(ERROR_INVALID_PARAMETER);
     }
@@ -484,6 +546,9 @@ BOOL WINAPI borra_fichero(const wchar_t* ruta) {
 BOOL WINAPI crea_directorio(const wchar_t* ruta, SECURITY_ATTRIBUTES* seguridad) {
     mira_el_modo();
     const BOOL bien = debajo.CreateDirectoryW(ruta, seguridad);
+    if (!bien && ::GetLastError() == ERROR_ALREADY_EXISTS) {
+        ::SetLastError(actual->escenario.creacion_de_lo_que_hay);
+    }
     if (bien) {
         ya_no_falta(ruta);
         if (hay_marcados()) {
@@ -509,8 +574,18 @@ BOOL WINAPI mueve(const wchar_t* origen, const wchar_t* destino, DWORD indicador
     const BOOL bien = debajo.MoveFileExW(origen, destino, indicadores);
     if (bien) {
         ya_no_falta(destino);
+    } else if (!actual->mirados.empty() && ::GetLastError() == ERROR_SHARING_VIOLATION) {
+        ::SetLastError(actual->escenario.codigo_de_escaner);
     }
     return bien;
+}
+
+UINT WINAPI nombra_temporal(const wchar_t* directorio, const wchar_t* prefijo, UINT numero, wchar_t* nombre) {
+    const UINT hecho = debajo.GetTempFileNameW(directorio, prefijo, numero, nombre);
+    if (hecho != 0 && actual->escenario.escaner_ms != 0) {
+        mira_fichero_nuevo(nombre);
+    }
+    return hecho;
 }
 
 void marca_encontrado(const texto_w& directorio, void* datos) {
@@ -537,6 +612,7 @@ HANDLE WINAPI busca(const wchar_t* patron, FINDEX_INFO_LEVELS nivel, void* datos
     return h;
 }
 BOOL WINAPI busca_otro(HANDLE h, WIN32_FIND_DATAW* datos) {
+    mira_el_modo();
     const BOOL hay = debajo.FindNextFileW(h, datos);
     if (const auto i = actual->busquedas.find(h); hay && i != actual->busquedas.end()) {
         marca_encontrado(i->second, datos);
@@ -552,13 +628,33 @@ BOOL WINAPI no_sigue_enlaces() {
     return actual->escenario.enlaces_por_si_mismos ? FALSE : debajo.sigue_enlaces();
 }
 
+// ---- Registry
+
+texto_w nombre_de_clave_en_minusculas(HKEY clave) {
+    texto_w nombre = nombre_de_clave(clave);
+    ::CharLowerBuffW(nombre.data(), static_cast<DWORD>(nombre.size()));
+    return nombre;
+}
+
+LSTATUS WINAPI abre_clave(HKEY padre, const wchar_t* ruta, DWORD opciones, REGSAM acceso, HKEY* clave) {
+    const LSTATUS error = debajo.RegOpenKeyExW(padre, ruta, opciones, acceso, clave);
+    if (error != ERROR_SUCCESS || actual->claves_negadas.empty() ||
+        actual->claves_negadas.count(nombre_de_clave_en_minusculas(*clave)) == 0) {
+        return error;
+    }
+    ++actual->intervenciones;
+    debajo.RegCloseKey(*clave);
+    *clave = nullptr;
+    return ERROR_ACCESS_DENIED;
+}
+
 // ---- Processes
 
 HANDLE WINAPI toma_instantanea(DWORD que, DWORD pid) {
     // The heaps of another process are told by a thread that is started in it; the threads are those of the machine.
     constexpr DWORD cara = TH32CS_SNAPHEAPLIST;
     actual->hilos_ajenos += (que & cara) != 0 && pid != ::GetCurrentProcessId() ? 1 : 0;
-    const HANDLE h = procesos_debajo.CreateToolhelp32Snapshot(que, pid);
+    const HANDLE h = debajo.CreateToolhelp32Snapshot(que, pid);
     if (h != INVALID_HANDLE_VALUE && actual->de_32_bits.count(pid) != 0) {
         actual->instantaneas[h] = {pid, que};
     }
@@ -578,12 +674,12 @@ BOOL sigue_hasta_visible(HANDLE h, MODULEENTRY32W* modulo, BOOL hay) {
     }
     while (hay && !es_del_lado_de_64(*modulo)) {
         ++actual->intervenciones;
-        hay = procesos_debajo.Module32NextW(h, modulo);
+        hay = debajo.Module32NextW(h, modulo);
     }
     return hay;
 }
 BOOL WINAPI primer_modulo(HANDLE h, MODULEENTRY32W* modulo) {
-    const BOOL hay = sigue_hasta_visible(h, modulo, procesos_debajo.Module32FirstW(h, modulo));
+    const BOOL hay = sigue_hasta_visible(h, modulo, debajo.Module32FirstW(h, modulo));
     if (const auto i = actual->instantaneas.find(h); hay && i != actual->instantaneas.end()) {
         i->second.repite = (i->second.que & TH32CS_SNAPMODULE32) != 0;
         i->second.primero = *modulo;
@@ -599,13 +695,8 @@ BOOL WINAPI otro_modulo(HANDLE h, MODULEENTRY32W* modulo) {
         ::CharUpperW(modulo->szExePath);
         return TRUE;
     }
-    return sigue_hasta_visible(h, modulo, procesos_debajo.Module32NextW(h, modulo));
+    return sigue_hasta_visible(h, modulo, debajo.Module32NextW(h, modulo));
 }
-BOOL WINAPI cierra_instantanea(HANDLE h) {
-    actual->instantaneas.erase(h);
-    return procesos_debajo.CloseHandle(h);
-}
-
 // The tests of many threads run here, too.
 class cerrojo {
 public:
@@ -636,7 +727,6 @@ struct a_solas<Funcion> {
 
 void desvia() {
     debajo = lumodir::sistema;
-    procesos_debajo = lumodir::procesos;
     tabla_sistema& t = lumodir::sistema;
     t.GetFileAttributesW = a_solas<atributos>::llama;
     t.GetFileAttributesExW = a_solas<atributos_ex>::llama;
@@ -646,20 +736,22 @@ void desvia() {
     t.GetFileInformationByHandle = a_solas<informacion>::llama;
     t.GetFileInformationByHandleEx = a_solas<informacion_ex>::llama;
     t.SetFileInformationByHandle = a_solas<pon_informacion>::llama;
+    t.SetFileTime = a_solas<pon_fechas>::llama;
+    t.numero_de_fichero = a_solas<numero_de_fichero>::llama;
     t.DeleteFileW = a_solas<borra_fichero>::llama;
     t.CreateDirectoryW = a_solas<crea_directorio>::llama;
     t.RemoveDirectoryW = a_solas<quita_directorio>::llama;
     t.MoveFileExW = a_solas<mueve>::llama;
+    t.GetTempFileNameW = a_solas<nombra_temporal>::llama;
     t.FindFirstFileExW = a_solas<busca>::llama;
     t.FindNextFileW = a_solas<busca_otro>::llama;
     t.FindClose = a_solas<acaba_busqueda>::llama;
     t.abre_entrada = a_solas<abre_entrada>::llama;
     t.sigue_enlaces = a_solas<no_sigue_enlaces>::llama;
-    tabla_procesos& p = lumodir::procesos;
-    p.CreateToolhelp32Snapshot = a_solas<toma_instantanea>::llama;
-    p.Module32FirstW = a_solas<primer_modulo>::llama;
-    p.Module32NextW = a_solas<otro_modulo>::llama;
-    p.CloseHandle = a_solas<cierra_instantanea>::llama;
+    t.RegOpenKeyExW = a_solas<abre_clave>::llama;
+    t.CreateToolhelp32Snapshot = a_solas<toma_instantanea>::llama;
+    t.Module32FirstW = a_solas<primer_modulo>::llama;
+    t.Module32NextW = a_solas<otro_modulo>::llama;
 }
 
 }  // namespace
@@ -678,9 +770,9 @@ como_windows::como_windows(const escenario_windows& escenario) : estado_(new est
 
 como_windows::~como_windows() {
     estado_->reglas.reset();
+    pasa_ms(estado_->escenario.escaner_ms);
     if (estado_->antes == nullptr) {
         lumodir::sistema = debajo;
-        lumodir::procesos = procesos_debajo;
     }
     actual = estado_->antes;
 }
@@ -691,8 +783,15 @@ void como_windows::marca(const std::string& directorio) {
 bool como_windows::esta_marcado(const std::string& directorio) const {
     return (atributos(w(directorio).c_str()) & FILE_ATTRIBUTE_READONLY) != 0;
 }
+void como_windows::no_se_deja_preguntar(const std::string& ruta, DWORD codigo) {
+    estado_->preguntados[clave_de_ruta(w(ruta).c_str())] = codigo;
+}
+void como_windows::no_se_deja_abrir(HKEY clave) {
+    estado_->claves_negadas.insert(nombre_de_clave_en_minusculas(clave));
+}
 void como_windows::pasa_ms(unsigned long milisegundos) {
     estado_->ahora_ms += milisegundos;
+    deja_de_mirar(*estado_);
 }
 void como_windows::es_de_32_bits(DWORD pid) {
     estado_->de_32_bits.insert(pid);
@@ -705,6 +804,23 @@ unsigned como_windows::hilos_ajenos() const {
 }
 unsigned como_windows::intervenciones() const {
     return estado_->intervenciones;
+}
+
+texto_w nombre_de_clave(HKEY clave) {
+    using pregunta_nativa = LONG(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
+    const auto NtQueryKey = reinterpret_cast<pregunta_nativa>(
+        reinterpret_cast<void (*)()>(::GetProcAddress(::GetModuleHandleA("ntdll"), "NtQueryKey")));
+    constexpr int solo_nombre = 3;  // KeyNameInformation: the count of bytes, and the name
+    char datos[2048];
+    ULONG bytes = 0;
+    if (NtQueryKey(clave, solo_nombre, datos, sizeof datos, &bytes) != 0) {
+        return {};
+    }
+    ULONG largo = 0;
+    std::memcpy(&largo, datos, sizeof largo);
+    texto_w nombre(largo / sizeof(wchar_t), L'\0');
+    std::memcpy(nombre.data(), datos + sizeof largo, largo);
+    return nombre;
 }
 
 bool se_pide_como_windows() {

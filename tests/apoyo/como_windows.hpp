@@ -35,6 +35,12 @@ struct escenario_windows {
     bool marcas_sin_sentido = false;
     // A share's client remembers for five seconds of this object's clock that a name was missing.
     bool recuerda_lo_que_falta = false;
+    // A program that looks at each new file as soon as it is closed, for so long on this object's clock: nobody renames
+    // or deletes it meanwhile. The code that a renaming then gets; a deletion gets 32.
+    unsigned long escaner_ms = 0;
+    DWORD codigo_de_escaner = ERROR_SHARING_VIOLATION;
+    // What creating a directory that is there already answers: roots, shares and read-only media have their own codes.
+    DWORD creacion_de_lo_que_hay = ERROR_ALREADY_EXISTS;
     // Summer time as the years had it.
     const reglas_por_anyo::zona* zona = nullptr;
 };
@@ -50,7 +56,13 @@ public:
     void marca(const std::string& directorio);
     bool esta_marcado(const std::string& directorio) const;
 
-    // Time passes on the clock of what is remembered.
+    // Whoever asks for the attributes of it, or opens it, gets this code; its entry in the directory can be read.
+    void no_se_deja_preguntar(const std::string& ruta, DWORD codigo);
+
+    // Nobody is let open this registry key, in the view that it was opened in; Wine minds no rights of keys.
+    void no_se_deja_abrir(HKEY clave);
+
+    // Time passes on the clock of what is remembered and of who looks at files.
     void pasa_ms(unsigned long milisegundos);
 
     // A process whose modules, but those of the 64-bit side, are told only to who asks for those of 32-bit programs.
@@ -68,6 +80,9 @@ public:
 private:
     std::unique_ptr<estado> estado_;
 };
+
+// The name of an open key for the whole system, which tells its view; the name that links are made of.
+texto_w nombre_de_clave(HKEY clave);
 
 // Whether the environment asks for the plain scenario for the whole run.
 bool se_pide_como_windows();

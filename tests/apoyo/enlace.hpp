@@ -41,6 +41,10 @@ private:
         PROCESS_INFORMATION proceso = {};
         if (!::CreateProcessW(w("Z:\\bin\\" + programa).c_str(), orden.data(), nullptr, nullptr, FALSE, 0,
                               nullptr, directorio_.c_str(), &comienzo, &proceso)) {
+            const DWORD codigo = ::GetLastError();
+            // Where there is no Unix side there are no such programs.
+            EXPECT_TRUE(codigo == ERROR_PATH_NOT_FOUND || codigo == ERROR_FILE_NOT_FOUND)
+                << "no " << programa << ": error " << codigo;
             return;
         }
         ::CloseHandle(proceso.hProcess);

@@ -1,7 +1,7 @@
-// Faults in the library's table of system calls: makes the first, second, ... call of an operation fail, once or for
+// Faults in the library's calls on files: makes the first, second, ... call of an operation fail, once or for
 // ever, and keeps the books of what was called and of the handles that are open. Windows only.
 //
-//     apoyo::fallos f;                           // every entry of the table passes through here from now on
+//     apoyo::fallos f;                           // every such call passes through here from now on
 //     f.falla(2, ERROR_ACCESS_DENIED);           // the second call from here on fails; (.., true): and all later ones
 //     f.falla_siempre("DeleteFileW", 32);        // or: every call of this name
 //     operation();
@@ -18,9 +18,9 @@
 
 #include "apoyo/apoyo.hpp"
 #include "apoyo/cuenta_de_fallos.hpp"
+#include "apoyo/llamadas.hpp"
 #include "companions/lumospy.h"
 #include "companions/lumospy.hpp"
-#include "companions/sistema.hpp"
 
 namespace apoyo {
 
@@ -32,14 +32,16 @@ public:
         bool ha_fallado;     // made to fail here
     };
 
-    fallos() : antes_(lumodir::sistema) {
+    fallos() {
         i_actual() = this;
-        i_desvia_todas();
+        con_cada_llamada([]<auto Entrada>() {
+            using llamada_suya = llamada_de<Entrada>;
+            if constexpr (llamada_suya::clase == clase_de_llamada::ficheros) {
+                lumodir::sistema.*Entrada = desvio<Entrada, typename llamada_suya::tipo>::llama;
+            }
+        });
     }
-    ~fallos() {
-        lumodir::sistema = antes_;
-        i_actual() = nullptr;
-    }
+    ~fallos() { i_actual() = nullptr; }
     fallos(const fallos&) = delete;
     fallos& operator=(const fallos&) = delete;
 
@@ -123,15 +125,15 @@ private:
         return falla;
     }
 
-    template <class Marca, auto Entrada, class Funcion>
+    template <auto Entrada, class Funcion>
     struct desvio;
-    template <class Marca, auto Entrada, class R, class... A>
-    struct desvio<Marca, Entrada, R(WINAPI*)(A...)> {
+    template <auto Entrada, class R, class... A>
+    struct desvio<Entrada, R(WINAPI*)(A...)> {
         static R WINAPI llama(A... a) {
             fallos& f = *i_actual();
-            constexpr bool cierra = Marca::cierra;
-            if (!f.i_toca_fallar(Marca::nombre, i_texto(a...))) {
-                const R resultado = (f.antes_.*Entrada)(a...);
+            constexpr bool cierra = llamada_de<Entrada>::cierra;
+            if (!f.i_toca_fallar(llamada_de<Entrada>::nombre, i_texto(a...))) {
+                const R resultado = (f.antes_.real.*Entrada)(a...);
                 if constexpr (cierra) {
                     const DWORD codigo = ::GetLastError();
                     (f.abiertas_.erase(a), ...);
@@ -147,100 +149,14 @@ private:
             }
             if constexpr (cierra) {
                 (f.abiertas_.erase(a), ...);
-                (f.antes_.*Entrada)(a...);
+                (f.antes_.real.*Entrada)(a...);
             }
             ::SetLastError(f.ultimo_codigo_);
-            return Marca::template fallo<R>();
+            return llamada_de<Entrada>::template fallo<R>();
         }
     };
 
-#define I_MARCA(Nombre, Cierra, Valor)                 \
-    struct marca_##Nombre {                            \
-        static constexpr const char* nombre = #Nombre; \
-        static constexpr bool cierra = Cierra;         \
-        template <class R>                             \
-        static R fallo() {                             \
-            return Valor;                              \
-        }                                              \
-    }
-#define I_DESVIA(Nombre)                                                              \
-    lumodir::sistema.Nombre = desvio<marca_##Nombre, &lumodir::tabla_sistema::Nombre, \
-                                     decltype(lumodir::tabla_sistema::Nombre)>::llama
-
-    I_MARCA(GetFileAttributesW, false, INVALID_FILE_ATTRIBUTES);
-    I_MARCA(GetFileAttributesExW, false, FALSE);
-    I_MARCA(SetFileAttributesW, false, FALSE);
-    I_MARCA(CreateFileW, false, INVALID_HANDLE_VALUE);
-    I_MARCA(CloseHandle, true, FALSE);
-    I_MARCA(GetFileInformationByHandle, false, FALSE);
-    I_MARCA(GetFileInformationByHandleEx, false, FALSE);
-    I_MARCA(SetFileInformationByHandle, false, FALSE);
-    I_MARCA(SetFileTime, false, FALSE);
-    I_MARCA(FileTimeToLocalFileTime, false, FALSE);
-    I_MARCA(LocalFileTimeToFileTime, false, FALSE);
-    I_MARCA(FileTimeToSystemTime, false, FALSE);
-    I_MARCA(SystemTimeToTzSpecificLocalTime, false, FALSE);
-    I_MARCA(SystemTimeToFileTime, false, FALSE);
-    I_MARCA(DeleteFileW, false, FALSE);
-    I_MARCA(CreateDirectoryW, false, FALSE);
-    I_MARCA(RemoveDirectoryW, false, FALSE);
-    I_MARCA(MoveFileExW, false, FALSE);
-    I_MARCA(FindFirstFileExW, false, INVALID_HANDLE_VALUE);
-    I_MARCA(FindNextFileW, false, FALSE);
-    I_MARCA(FindClose, true, FALSE);
-    I_MARCA(GetFullPathNameW, false, 0);
-    I_MARCA(GetShortPathNameW, false, 0);
-    I_MARCA(GetLongPathNameW, false, 0);
-    I_MARCA(GetTempPathW, false, 0);
-    I_MARCA(GetTempFileNameW, false, 0);
-    I_MARCA(GetWindowsDirectoryW, false, 0);
-    I_MARCA(GetModuleFileNameW, false, 0);
-    I_MARCA(abre_entrada, false, INVALID_HANDLE_VALUE);
-    I_MARCA(numero_de_fichero, false, FALSE);
-    I_MARCA(nombre_de_fichero, false, FALSE);
-    static constexpr std::size_t num_desviadas = 31;
-    static constexpr std::size_t num_sin_desviar = 1;  // sigue_enlaces: what this system is cannot fail
-
-    void i_desvia_todas() {
-        static_assert(
-            sizeof(lumodir::tabla_sistema) == (num_desviadas + num_sin_desviar) * sizeof(void (*)()),
-            "an entry of the table does not pass through here yet");
-        I_DESVIA(GetFileAttributesW);
-        I_DESVIA(GetFileAttributesExW);
-        I_DESVIA(SetFileAttributesW);
-        I_DESVIA(CreateFileW);
-        I_DESVIA(CloseHandle);
-        I_DESVIA(GetFileInformationByHandle);
-        I_DESVIA(GetFileInformationByHandleEx);
-        I_DESVIA(SetFileInformationByHandle);
-        I_DESVIA(SetFileTime);
-        I_DESVIA(FileTimeToLocalFileTime);
-        I_DESVIA(LocalFileTimeToFileTime);
-        I_DESVIA(FileTimeToSystemTime);
-        I_DESVIA(SystemTimeToTzSpecificLocalTime);
-        I_DESVIA(SystemTimeToFileTime);
-        I_DESVIA(DeleteFileW);
-        I_DESVIA(CreateDirectoryW);
-        I_DESVIA(RemoveDirectoryW);
-        I_DESVIA(MoveFileExW);
-        I_DESVIA(FindFirstFileExW);
-        I_DESVIA(FindNextFileW);
-        I_DESVIA(FindClose);
-        I_DESVIA(GetFullPathNameW);
-        I_DESVIA(GetShortPathNameW);
-        I_DESVIA(GetLongPathNameW);
-        I_DESVIA(GetTempPathW);
-        I_DESVIA(GetTempFileNameW);
-        I_DESVIA(GetWindowsDirectoryW);
-        I_DESVIA(GetModuleFileNameW);
-        I_DESVIA(abre_entrada);
-        I_DESVIA(numero_de_fichero);
-        I_DESVIA(nombre_de_fichero);
-    }
-#undef I_MARCA
-#undef I_DESVIA
-
-    lumodir::tabla_sistema antes_;
+    sistema_guardado antes_;
     std::vector<llamada> historia_;
     std::set<HANDLE> abiertas_;
     unsigned numero_ = 0;

@@ -5,8 +5,8 @@
 
 namespace apoyo {
 
-// That of the machine (1252), the four double-byte ones, UTF-8, and another of one byte a character.
-inline constexpr unsigned paginas[] = {0, 932, 936, 949, 950, 65001, 874};
+// That of most machines, the four double-byte ones, UTF-8, and another of one byte a character.
+inline constexpr unsigned paginas[] = {1252, 932, 936, 949, 950, 65001, 874};
 inline constexpr unsigned paginas_dobles[] = {932, 936, 949, 950};
 
 // 8-bit text is in this code page for the life of the object.

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <optional>
 
 #include "apoyo/memoria_guardada.hpp"
+#include "apoyo/textos.hpp"
 #include "companions/plataforma.hpp"
 #ifdef _WIN32
 #include "apoyo/como_windows.hpp"
@@ -13,8 +15,15 @@ namespace apoyo {
 testing::TestEventListener* crea_alrededor();
 }
 
-// LUMODIR_PAGINA: the code page of 8-bit text in this run.
+// LUMODIR_PAGINA: the code page of 8-bit text in this run. LUMODIR_ACP: that which the machine must have, or the run
+// shows nothing of it.
 int main(int argc, char** argv) {
+    if (const char* esperada = std::getenv("LUMODIR_ACP")) {
+        std::printf("code page of the machine: %u\n", apoyo::pagina());
+        if (apoyo::pagina() != static_cast<unsigned>(std::atoi(esperada))) {
+            return 1;
+        }
+    }
     if (const char* pagina = std::getenv("LUMODIR_PAGINA")) {
         lumodir::plataforma::pagina_de_codigos = static_cast<unsigned>(std::atoi(pagina));
     }

@@ -1,6 +1,12 @@
 #include "apoyo/textos.hpp"
 
+#include <algorithm>
+#include <cstdlib>
 #include <map>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 #include "companions/lumostr.h"
 #include "companions/plataforma.hpp"
@@ -15,19 +21,13 @@ constexpr unsigned short alto_1252[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E
                                           0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                           0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
-// Whether code page 1252 has the character, and as which byte.
-bool i_esta_en_1252(wchar_t c, char& byte) {
-    byte = static_cast<char>(c);
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
-        return true;
+// The byte that code page 1252 has for a character, 0 where it has none.
+char i_byte_1252(wchar_t c) {
+    if (static_cast<unsigned short>(c) < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
+        return static_cast<char>(c);
     }
-    for (unsigned i = 0; i < 32; ++i) {
-        if (alto_1252[i] == c) {
-            byte = static_cast<char>(0x80 + i);
-            return true;
-        }
-    }
-    return false;
+    const auto donde = std::find(std::begin(alto_1252), std::end(alto_1252), c);
+    return donde == std::end(alto_1252) ? '\0' : static_cast<char>(0x80 + (donde - std::begin(alto_1252)));
 }
 
 texto_a i_en_la_pagina(wchar_t c) {
@@ -44,7 +44,7 @@ bool i_lo_tiene_la_pagina(wchar_t c) {
 }
 
 // In another code page than 1252 a character that it lacks is written as another one that no test uses: of those with
-// the most telling second bytes first.
+// the most telling second bytes first. UTF-8 lacks none.
 class suplentes {
 public:
     wchar_t de(wchar_t c) {
@@ -66,21 +66,22 @@ public:
     }
 
 private:
-    // Those of two bytes that end in a separator or a bar; where there are none, those above 0xA8.
+    // Those of two bytes that end in a separator or a bar; where there are none, letters behind them; else those of one.
     wchar_t i_siguiente() {
-        for (;;) {
-            const unsigned numero = probados_++;
-            const unsigned primero = 0x90 + numero / 2 % 0x60;
-            const texto_a pareja = {static_cast<char>(primero), numero % 2 == 0 ? '\\' : '|'};
-            const texto_a solo = {static_cast<char>(0xA8 + numero % 0x50)};
-            for (const texto_a& bytes : {pareja, numero < 0xC0 ? pareja : solo}) {
-                const texto_w unidad = i_de_la_pagina(bytes);
-                if (unidad.size() == 1 && unidad[0] != 0xFFFD && originales_.count(unidad[0]) == 0 &&
-                    i_en_la_pagina(unidad[0]) == bytes) {
-                    return unidad[0];
-                }
+        constexpr std::string_view segundos = {"\\|AZa\xA1\xC1\xFE\0", 9};  // the terminator: no second byte
+        constexpr unsigned primero = 0x90, primero_de_uno = 0xA1, cuantos = 0x60;
+        for (; probados_ < segundos.size() * cuantos; ++probados_) {
+            const unsigned byte = primero + probados_ % cuantos;
+            const char segundo = segundos[probados_ / cuantos];
+            const texto_a bytes =
+                texto_a(1, static_cast<char>(byte)) + (segundo == 0 ? texto_a() : texto_a(1, segundo));
+            const texto_w unidad = i_de_la_pagina(bytes);
+            if (unidad.size() == 1 && unidad[0] != 0xFFFD && (segundo != 0 || byte >= primero_de_uno) &&
+                originales_.count(unidad[0]) == 0 && i_en_la_pagina(unidad[0]) == bytes) {
+                return unidad[0];
             }
         }
+        std::abort();  // more characters of 1252 than the code page has at all
     }
 
     std::map<wchar_t, wchar_t> por_original_;
@@ -88,14 +89,25 @@ private:
     unsigned probados_ = 0;
 };
 suplentes& los_suplentes() {
-    static suplentes unicos;
-    return unicos;
+    static std::map<unsigned, suplentes> por_pagina;
+    return por_pagina[pagina()];
 }
 
 }  // namespace
 
-texto_w w(std::string_view utf8) {
+unsigned pagina() {
+    const unsigned elegida = lumodir::plataforma::pagina_de_codigos;
+#ifdef _WIN32
+    static const unsigned de_la_maquina = ::GetACP();
+#else
+    constexpr unsigned de_la_maquina = 1252;
+#endif
+    return elegida == 0 ? de_la_maquina : elegida;
+}
+
+texto_w en_utf16(std::string_view utf8) {
     texto_w resultado;
+    resultado.reserve(utf8.size());
     for (std::size_t i = 0; i < utf8.size();) {
         const auto b = static_cast<unsigned char>(utf8[i]);
         const std::size_t largo = b < 0x80 ? 1 : b < 0xE0 ? 2 : b < 0xF0 ? 3 : 4;
@@ -114,11 +126,24 @@ texto_w w(std::string_view utf8) {
     return resultado;
 }
 
+texto_w w(std::string_view utf8) {
+    texto_w resultado = en_utf16(utf8);
+    if (pagina() != 1252) {
+        for (wchar_t& c : resultado) {
+            c = static_cast<unsigned short>(c) >= 0x80 && i_byte_1252(c) != 0 ? los_suplentes().de(c) : c;
+        }
+    }
+    return resultado;
+}
+
 std::string u8(lumodir::vista_w texto) {
+    const suplentes* const suplen = pagina() == 1252 ? nullptr : &los_suplentes();
     std::string resultado;
+    resultado.reserve(texto.size());
     const auto anade = [&](unsigned long byte) { resultado.push_back(static_cast<char>(byte)); };
     for (std::size_t i = 0; i < texto.size(); ++i) {
-        unsigned long c = static_cast<unsigned short>(los_suplentes().original(texto[i]));
+        unsigned long c =
+            static_cast<unsigned short>(suplen == nullptr ? texto[i] : suplen->original(texto[i]));
         if (c >= 0xD800 && c < 0xDC00 && i + 1 < texto.size() && (texto[i + 1] & 0xFC00) == 0xDC00) {
             c = 0x10000 + ((c - 0xD800) << 10) + (static_cast<unsigned long>(texto[++i]) - 0xDC00);
         }
@@ -148,27 +173,30 @@ std::string u8(const wchar_t* texto) {
 texto_a cp1252(std::string_view utf8) {
     texto_a resultado;
     for (const wchar_t c : w(utf8)) {
-        char byte;
-        const bool esta = i_esta_en_1252(c, byte);
-        if (esta && c >= 0x80 && lumodir::plataforma::pagina_de_codigos != 0) {
-            resultado += i_en_la_pagina(los_suplentes().de(c));
+        if (pagina() != 1252) {
+            resultado += i_en_la_pagina(c);
         } else {
-            resultado.push_back(esta ? byte : '?');
+            const char byte = i_byte_1252(c);
+            resultado.push_back(byte != 0 || c == 0 ? byte : '?');
         }
     }
     return resultado;
 }
 
-std::string de_cp1252(std::string_view texto) {
-    if (lumodir::plataforma::pagina_de_codigos != 0) {
-        return u8(lumodir::vista_w(i_de_la_pagina(texto)));
+texto_w de_8_bits(std::string_view texto) {
+    if (pagina() != 1252) {
+        return i_de_la_pagina(texto);
     }
-    texto_w resultado;
-    for (const char c : texto) {
+    texto_w resultado(texto.size(), L' ');
+    std::transform(texto.begin(), texto.end(), resultado.begin(), [](char c) {
         const auto b = static_cast<unsigned char>(c);
-        resultado.push_back(static_cast<wchar_t>(b >= 0x80 && b < 0xA0 ? alto_1252[b - 0x80] : b));
-    }
-    return u8(lumodir::vista_w(resultado));
+        return static_cast<wchar_t>(b >= 0x80 && b < 0xA0 ? alto_1252[b - 0x80] : b);
+    });
+    return resultado;
+}
+
+std::string de_cp1252(std::string_view texto) {
+    return u8(lumodir::vista_w(de_8_bits(texto)));
 }
 
 std::string toma(wchar_t* texto) {

@@ -1,4 +1,4 @@
-// Machines with drives of the test's choice: a false one behind the library's table of drive calls, and, under Wine,
+// Machines with drives of the test's choice: a false one behind the library's drive calls, and, under Wine,
 // real drives of every kind that are put there for the life of an object. Windows only.
 #pragma once
 
@@ -6,7 +6,7 @@
 #include <map>
 
 #include "apoyo/apoyo.hpp"
-#include "system/tabla_unidades.hpp"
+#include "system/unidades.hpp"
 // Leans on the types that the header above brings.
 #include <winioctl.h>
 
@@ -25,13 +25,20 @@ struct unidad_fingida {
 class maquina_fingida {
 public:
     explicit maquina_fingida(std::map<char, unidad_fingida> discos, int actual = 3)
-        : antes_(lumodir::unidades), discos_(std::move(discos)), actual_(actual) {
+        : antes_(lumodir::sistema), discos_(std::move(discos)), actual_(actual) {
         i_yo() = this;
-        lumodir::unidades = {i_presentes, i_tipo, i_volumen, i_dispositivo, i_red, i_directorio, i_actual};
+        lumodir::tabla_sistema& t = lumodir::sistema;
+        t.GetLogicalDrives = i_presentes;
+        t.GetDriveTypeW = i_tipo;
+        t.GetVolumeInformationW = i_volumen;
+        t.QueryDosDeviceW = i_dispositivo;
+        t.WNetGetConnectionW = i_red;
+        t._wgetdcwd = i_directorio;
+        t._getdrive = i_actual;
         ::SetThreadErrorMode(modo_del_anfitrion, &modo_de_antes_);
     }
     ~maquina_fingida() {
-        lumodir::unidades = antes_;
+        lumodir::sistema = antes_;
         EXPECT_EQ(::GetThreadErrorMode(), modo_del_anfitrion) << "the mode of the thread was not put back";
         ::SetThreadErrorMode(modo_de_antes_, nullptr);
     }
@@ -124,7 +131,7 @@ private:
 
     static constexpr DWORD modo_del_anfitrion =
         SEM_NOGPFAULTERRORBOX;  // dialogs, as a program starts with them
-    lumodir::tabla_unidades antes_;
+    lumodir::tabla_sistema antes_;
     DWORD modo_de_antes_ = 0;
     std::map<char, unidad_fingida> discos_;
     int actual_;

@@ -133,10 +133,15 @@ public:
     DWORD rechaza_posix = ERROR_SUCCESS;
     bool conoce_sin_seguir = true;  // OBJ_DONT_REPARSE
     bool dice_numeros = true;
+    // How far handles, and listings of their own ".", count from what the listing above says.
+    unsigned long long desfase_de_manijas = 0;
+    unsigned long long desfase_de_punto = 0;
+    std::size_t alineacion = 8;  // of records in a listing
     std::size_t registros_por_lectura = ~std::size_t{0};
     // Called before each opening, and before each reading of a directory, with its path or name.
     std::function<void(const std::string&)> al_abrir;
     std::function<void()> al_listar;
+    std::function<void()> al_buscar;  // before each search by a path
     // Called with what was written for a listing.
     std::function<void(unsigned char* bufer)> estropea;
 
@@ -341,7 +346,11 @@ private:
     static std::vector<fila> i_filas(const nodo_falso& n) {
         std::vector<fila> filas;
         if (n.con_relativas) {
-            filas.push_back({".", FILE_ATTRIBUTE_DIRECTORY, 0, {}, n.numero_propio.value_or(n.numero())});
+            filas.push_back({".",
+                             FILE_ATTRIBUTE_DIRECTORY,
+                             0,
+                             {},
+                             n.numero_propio.value_or(n.numero() + i_yo()->desfase_de_punto)});
             filas.push_back(
                 {"..", FILE_ATTRIBUTE_DIRECTORY, 0, {}, n.padre == nullptr ? 0 : n.padre->numero()});
         }
@@ -365,7 +374,7 @@ private:
         }
         std::memset(bufer, 0xCD, bytes);
         std::size_t desde = 0;
-        Registro* ultimo = nullptr;
+        std::size_t ultimo = bytes;  // where the last record begins; none yet
         for (std::size_t n = 0; m.siguiente < filas.size() && n < registros_por_lectura; ++n) {
             const fila& f = filas[m.siguiente];
             const texto_w nombre = w(f.nombre);
@@ -373,24 +382,24 @@ private:
             if (desde + (largo < sizeof(Registro) ? sizeof(Registro) : largo) > bytes) {
                 break;
             }
-            if (ultimo != nullptr) {
-                ultimo->NextEntryOffset =
-                    static_cast<ULONG>(bufer + desde - reinterpret_cast<unsigned char*>(ultimo));
+            if (ultimo != bytes) {
+                const auto paso = static_cast<ULONG>(desde - ultimo);
+                std::memcpy(bufer + ultimo + offsetof(Registro, NextEntryOffset), &paso, sizeof paso);
             }
-            auto* r = reinterpret_cast<Registro*>(bufer + desde);
-            *r = {};
-            r->FileAttributes = f.atributos;
-            r->EaSize = f.etiqueta;
-            r->LastWriteTime.LowPart = f.fecha.dwLowDateTime;
-            r->LastWriteTime.HighPart = static_cast<LONG>(f.fecha.dwHighDateTime);
-            r->FileNameLength = static_cast<ULONG>(nombre.size() * sizeof(wchar_t));
+            Registro r = {};
+            r.FileAttributes = f.atributos;
+            r.EaSize = f.etiqueta;
+            r.LastWriteTime.LowPart = f.fecha.dwLowDateTime;
+            r.LastWriteTime.HighPart = static_cast<LONG>(f.fecha.dwHighDateTime);
+            r.FileNameLength = static_cast<ULONG>(nombre.size() * sizeof(wchar_t));
             if constexpr (std::is_same_v<Registro, FILE_ID_BOTH_DIR_INFO>) {
-                r->FileId.QuadPart = static_cast<LONGLONG>(dice_numeros ? f.numero : 0);
+                r.FileId.QuadPart = static_cast<LONGLONG>(dice_numeros ? f.numero : 0);
             }
+            std::memcpy(bufer + desde, &r, sizeof r);
             std::memcpy(bufer + desde + offsetof(Registro, FileName), nombre.data(),
                         nombre.size() * sizeof(wchar_t));
-            ultimo = r;
-            desde += (largo + 7) / 8 * 8;
+            ultimo = desde;
+            desde += (largo + alineacion - 1) / alineacion * alineacion;
             ++m.siguiente;
         }
         if (estropea) {
@@ -442,7 +451,7 @@ private:
         if (m == nullptr || !i_yo()->dice_numeros) {
             return i_falla(ERROR_INVALID_PARAMETER, FALSE);
         }
-        *numero = m->que->numero_abierto.value_or(m->que->numero());
+        *numero = m->que->numero_abierto.value_or(m->que->numero() + i_yo()->desfase_de_manijas);
         return TRUE;
     }
     static BOOL WINAPI i_nombre(HANDLE, void*, DWORD, const wchar_t**, DWORD*) {
@@ -523,6 +532,9 @@ private:
                                          LPVOID, DWORD) {
         volumen_falso& v = *i_yo();
         std::string texto = u8(patron);
+        if (v.al_buscar) {
+            v.al_buscar();
+        }
         v.busquedas_hechas.push_back(texto);
         EXPECT_TRUE(texto.ends_with("\\*")) << texto;
         texto.resize(texto.size() < 2 ? 0 : texto.size() - 2);

@@ -56,10 +56,12 @@ TEST(rm, pregunta_antes) {
     }
     EXPECT_TRUE(cli::existe(d.bajo("ñ.txt")));
     cli::pon_solo_lectura(d.bajo("b.txt"));
+    d.crea_fichero("z.txt");
     const fila borran[] = {
         {{"rm", "$D\\ñ.txt"}, 0, "deleted $D\\ñ.txt\n", pregunta, "Yes\n"},
         {{"rm", "$D\\b.txt", "$D\\no", "-y", "--if-exists"}, 0, "deleted $D\\b.txt\n", {}, {}},
         {{"rm", "$D\\no", "--if-exists", "--json"}, 0, "[]", {}, {}},
+        {{"rm", "z.txt", "./Z.txt", "$D\\z.txt", "-y"}, 0, "deleted z.txt\n", {}, {}},
     };
     for (const fila& f : borran) {
         cli::comprueba(f, d);
@@ -68,37 +70,10 @@ TEST(rm, pregunta_antes) {
     EXPECT_FALSE(cli::existe(d.bajo("b.txt")));
 }
 
-namespace {
-
-// Another program that holds a file open until this object goes or `termina` is called. Read-only, so that the first
-// attempt to delete it shows: the deletion unlocks the file before it tries.
-class otro_programa {
-public:
-    explicit otro_programa(const std::string& fichero)
-        : fichero_(fichero), proceso_(cli::este_programa(), {"--hold", fichero, "120000"}) {
-        EXPECT_TRUE(cli::espera_a_que(30000, [&] { return !cli::se_puede_abrir(fichero); }));
-        cli::pon_solo_lectura(fichero);
-    }
-    ~otro_programa() { proceso_.termina(); }
-    otro_programa(const otro_programa&) = delete;
-    otro_programa& operator=(const otro_programa&) = delete;
-
-    void espera_un_intento() const {
-        EXPECT_TRUE(cli::espera_a_que(30000, [&] { return !cli::es_solo_lectura(fichero_); }));
-    }
-    void suelta() const { proceso_.termina(); }
-
-private:
-    std::string fichero_;
-    cli::proceso proceso_;
-};
-
-}  // namespace
-
 TEST(rm, espera_a_que_otro_suelte_el_fichero) {
     const cli::directorio_de_prueba d;
     d.crea_fichero("a.txt");
-    const otro_programa otro(d.bajo("a.txt"));
+    const cli::otro_programa otro(d.bajo("a.txt"));
     cli::proceso borrado(cli::ruta_de_lumodir(),
                          {"rm", d.bajo("a.txt"), "--yes", "--retries", "1000", "--wait", "50"});
     otro.espera_un_intento();
@@ -113,7 +88,7 @@ TEST(rm, espera_a_que_otro_suelte_el_fichero) {
 TEST(rm, se_rinde_y_dice_por_que) {
     const cli::directorio_de_prueba d;
     d.crea_fichero("a.txt");
-    const otro_programa otro(d.bajo("a.txt"));
+    const cli::otro_programa otro(d.bajo("a.txt"));
     const cli::resultado r = lumodir({"rm", d.bajo("a.txt"), "--yes", "--retries", "1", "--wait", "10"});
     EXPECT_EQ(r.codigo, 1);
     EXPECT_EQ(r.salida, "");
@@ -123,6 +98,14 @@ TEST(rm, se_rinde_y_dice_por_que) {
         << r.errores;
     EXPECT_NE(r.errores.find("\nlumodir: '" + d.bajo("a.txt") + "' is not deleted\n"), std::string::npos)
         << r.errores;
+    // One language in an answer: what the library has said in German the command does not say again in English.
+    const cli::resultado aleman =
+        lumodir({"rm", d.bajo("a.txt"), "--yes", "--retries", "1", "--wait", "10", "--lang", "de"});
+    EXPECT_EQ(aleman.codigo, 1);
+    EXPECT_NE(aleman.errores.find("lumodir: Die Datei '" + d.bajo("a.txt") + "' kann nicht gelöscht werden"),
+              std::string::npos)
+        << aleman.errores;
+    EXPECT_EQ(aleman.errores.find("is not deleted"), std::string::npos) << aleman.errores;
     // Without a word of the library, and for a script.
     const cli::resultado callado = lumodir(
         {"rm", d.bajo("a.txt"), "--yes", "--retries", "1", "--wait", "10", "--if-possible", "--json"});
@@ -253,7 +236,7 @@ TEST(rmtree, lo_que_queda_se_cuenta_de_verdad) {
     d.crea_fichero("t\\.git\\obj\\libre");
     d.crea_fichero("t\\a.txt");
     const std::string tomado = d.bajo("t\\.git\\obj\\tomado");
-    const otro_programa otro(tomado);
+    const cli::otro_programa otro(tomado);
     const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible"});
     EXPECT_EQ(r.codigo, 1);
     EXPECT_EQ(r.salida, "");
@@ -265,7 +248,7 @@ TEST(rmtree, con_un_fichero_que_otro_tiene) {
     const cli::directorio_de_prueba d;
     i_puebla(d);
     const std::string tomado = d.bajo("t\\sub\\b.txt");
-    const otro_programa otro(tomado);
+    const cli::otro_programa otro(tomado);
     const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible"});
     EXPECT_EQ(r.codigo, 1);
     EXPECT_EQ(r.errores, "lumodir: not deleted; left in '" + d.bajo("t") + "': 1 file in 2 directories\n  " +
@@ -305,7 +288,7 @@ TEST(rmtree, control_c_para_ante_la_siguiente_entrada_y_dice_que_queda) {
     d.crea_fichero("t\\sub\\a.txt");
     d.crea_fichero("t\\sub\\b.txt");
     const std::string tomado = d.bajo("t\\tomado.txt");
-    const otro_programa otro(tomado);
+    const cli::otro_programa otro(tomado);
     cli::proceso borrado(cli::ruta_de_lumodir(),
                          {"rmtree", d.bajo("t"), "--yes", "--json", "--retries", "1000", "--wait", "50"},
                          {.entrada = {}, .variables = {}, .directorio = {}, .con_consola = true});
@@ -384,4 +367,15 @@ TEST(rm, nombres_que_windows_recorta_y_nombres_de_aparatos) {
     d.crea_fichero("a.");
     cli::comprueba({{"rm", "a.", "--yes"}, 0, "deleted a.\n", {}, {}}, d);
     EXPECT_TRUE(cli::existe(d.bajo("a")));
+}
+
+TEST(rmtree, no_toma_por_lo_que_queda_el_directorio_de_al_lado) {
+    for (const char* manera : {"--yes", "--retry", "--if-possible"}) {
+        const cli::directorio_de_prueba d;
+        d.crea_fichero("d\\suyo.txt");
+        d.crea_fichero("d.\\otro.txt");
+        cli::comprueba({{"rmtree", "d.", "-y", manera}, 0, "deleted d.: 1 file in 1 directory\n", {}, {}}, d);
+        EXPECT_TRUE(cli::existe(d.bajo("d\\suyo.txt"))) << manera;
+        EXPECT_FALSE(cli::existe(d.bajo("d."))) << manera;
+    }
 }

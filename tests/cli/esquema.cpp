@@ -10,18 +10,27 @@ namespace cli {
 
 namespace {
 
+struct valor_con_nombre;
+
 struct valor {
     enum class clase { nulo, logico, entero, numero, texto, lista, objeto } que = clase::nulo;
     std::string texto;  // of texts without escapes undone, of literals as they stand
     std::vector<valor> elementos;
-    std::vector<std::pair<std::string, valor>> campos;
+    std::vector<valor_con_nombre> campos;
 
-    const valor* campo(const std::string& nombre) const {
-        const auto i =
-            std::find_if(campos.begin(), campos.end(), [&](const auto& c) { return c.first == nombre; });
-        return i == campos.end() ? nullptr : &i->second;
-    }
+    const valor* campo(const std::string& nombre) const;
 };
+
+struct valor_con_nombre {
+    std::string nombre;
+    valor contenido;
+};
+
+const valor* valor::campo(const std::string& nombre) const {
+    const auto i =
+        std::find_if(campos.begin(), campos.end(), [&](const auto& c) { return c.nombre == nombre; });
+    return i == campos.end() ? nullptr : &i->contenido;
+}
 
 class lector {
 public:
@@ -104,7 +113,7 @@ private:
                 i_blancos();
                 std::string clave = i_texto();
                 i_exige(':');
-                v.campos.emplace_back(std::move(clave), i_valor());
+                v.campos.push_back({std::move(clave), i_valor()});
                 if (i_mira() != '}') {
                     i_exige(',');
                 }

@@ -19,6 +19,7 @@ TEST(exists, ficheros_directorios_y_patrones) {
         {{"exists", "$D\\*"}, 0, "directory  $D\\sub\nfile       $D\\ñ.txt\n", {}, {}},
         {{"exists", "$D\\*", "--file"}, 0, "file       $D\\ñ.txt\n", {}, {}},
         {{"exists", ""}, 1, "missing    (empty)\n", {}, {}},
+        {{"exists", "x\u2003"}, 1, "missing    \"x\u2003\"\n", {}, {}},  // a blank as wide as an M
         {{"exists", "nul", "COM1"}, 1, "missing    nul\nmissing    COM1\n", {}, {}},  // devices
         {{"exists", "$D\\*.zip"}, 1, "missing    $D\\*.zip\n", {}, {}},
         {{"exists", "ñ.txt", "no", "--json"},
@@ -126,7 +127,7 @@ TEST(touch, fechas_de_ida_y_vuelta) {
          "would date nuevo ñ.txt\nwould date viejo.txt\n",
          {},
          {}},
-        {{"touch", "otro.txt", "--dry-run"}, 0, "would date otro.txt\n", {}, {}},
+        {{"touch", "otro.txt", "--dry-run"}, 0, "would create otro.txt\n", {}, {}},
         {{"touch", "*.zip"}, 1, {}, "lumodir: no file matches '*.zip'\n", {}},
         {{"touch", "viejo.txt", "--date", "1600-01-01"},
          1,
@@ -271,7 +272,6 @@ TEST(mv, nunca_pisa_nada) {
         {{"mv", "", "$D\\x"}, 1, {}, "lumodir: the path is empty: refused, nothing is done\n", {}},
         {{"mv", "$D\\a.txt", "$D\\ñ.txt"}, 0, "moved $D\\a.txt to $D\\ñ.txt\n", {}, {}},
         {{"mv", "$D\\ñ.txt", "$D\\sub"}, 0, "moved $D\\ñ.txt to $D\\sub\\ñ.txt\n", {}, {}},
-        {{"mv", "$D\\b.txt", "$D\\B.txt"}, 0, "moved $D\\b.txt to $D\\B.txt\n", {}, {}},
         {{"mv", "$D\\B.txt", "$D\\c.txt", "--if-possible", "--json"},
          0,
          R"([{"from":"$D\\B.txt","to":"$D\\c.txt","done":true}])",
@@ -294,6 +294,30 @@ TEST(mv, nunca_pisa_nada) {
     EXPECT_NE(r.errores.find("lumodir: The file cannot be renamed"), std::string::npos) << r.errores;
 }
 
+TEST(mv, otras_mayusculas_del_mismo_nombre_se_ponen_o_se_dice_que_no) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("b.txt");
+    const cli::resultado r = lumodir({"mv", d.bajo("b.txt"), d.bajo("B.txt")});
+    const std::string nombre = lumodir({"ls", d.ruta()}).salida;
+    if (nombre == "B.txt\n") {
+        EXPECT_EQ(r.codigo, 0);
+        EXPECT_EQ(r.salida, d.pon("moved $D\\b.txt to $D\\B.txt\n"));
+    } else {  // Wine answers that it is done, and keeps the name
+        EXPECT_EQ(nombre, "b.txt\n");
+        EXPECT_EQ(r.codigo, 1);
+        EXPECT_EQ(r.salida, "");
+        EXPECT_EQ(r.errores,
+                  d.pon("lumodir: '$D\\b.txt' is not moved: the system keeps the letter case of its name\n"));
+    }
+}
+
+TEST(rutas_vacias, se_dicen_igual_en_todas_las_ordenes) {
+    const cli::directorio_de_prueba d;
+    for (const char* orden : {"size", "date", "touch", "mkdir", "test", "protect", "unprotect", "who"}) {
+        cli::comprueba({{orden, ""}, 1, {}, "lumodir: the path is empty\n", {}}, d);
+    }
+}
+
 TEST(protect, y_desproteger) {
     const cli::directorio_de_prueba d;
     d.crea_fichero("ñ");
@@ -303,6 +327,8 @@ TEST(protect, y_desproteger) {
     EXPECT_TRUE(cli::es_solo_lectura(d.bajo("ñ")));
     cli::comprueba({{"unprotect", "*", "--json"}, 0, R"([{"path":"ñ","done":true}])", {}, {}}, d);
     EXPECT_FALSE(cli::es_solo_lectura(d.bajo("ñ")));
+    cli::comprueba({{"protect", "$D"}, 1, {}, "lumodir: '$D' is a directory\n", {}}, d);
+    cli::comprueba({{"unprotect", "$D", "--dry-run"}, 1, {}, "lumodir: '$D' is a directory\n", {}}, d);
     cli::comprueba({{"protect", "no", "$D\\ñ"}, 1, "protected $D\\ñ\n", "lumodir: 'no' does not exist\n", {}},
                    d);
     EXPECT_TRUE(cli::es_solo_lectura(d.bajo("ñ")));
@@ -326,6 +352,11 @@ TEST(rename_ext, pregunta_y_cuenta_lo_que_pisa) {
          "n\n"},
         {{"rename-ext", "$D", "zip", "bak"}, 1, {}, "lumodir: no file in '$D' has the extension 'zip'\n", {}},
         {{"rename-ext", "$D", "*", "bak"}, 2, {}, "lumodir: '*' is not an extension\n" + uso, {}},
+        {{"rename-ext", "$D", "tmp", ".tmp"},
+         2,
+         {},
+         "lumodir: the files would keep their names: the extension is 'tmp' already\n" + uso,
+         {}},
         {{"rename-ext", "$D", "tmp", "a/b"}, 2, {}, "lumodir: 'a/b' is not an extension\n" + uso, {}},
         {{"rename-ext", "C:\\", "tmp", "bak"},
          1,
@@ -395,4 +426,83 @@ TEST(sets, fechas_y_proteccion) {
     for (const fila& f : filas) {
         cli::comprueba(f, d);
     }
+}
+
+// "d." beside "d", as programs of other systems make them: Windows takes one for the other.
+TEST(directorio_que_acaba_en_punto, no_se_confunde_con_el_del_mismo_nombre_sin_el) {
+    const cli::directorio_de_prueba d;
+    for (const char* nombre : {"d\\suyo.txt", "d\\otro", "d.\\punto.txt", "f", "g", "h"}) {
+        d.crea_fichero(nombre);
+    }
+    const fila filas[] = {
+        {{"exists", "d.\\suyo.txt"}, 1, "missing    d.\\suyo.txt\n", {}, {}},
+        {{"rename-ext", "d.", "txt", "bak", "-y"}, 0, "renamed 1 file\n", {}, {}},
+        {{"mv", "f", "d."}, 0, "moved f to d.\\f\n", {}, {}},
+        {{"mv", "g", "d.\\otro"}, 0, "moved g to d.\\otro\n", {}, {}},
+        {{"mv", "h", "d./h2", "--if-possible"}, 0, "moved h to d./h2\n", {}, {}},
+        {{"touch", "d.\\suyo.txt"}, 0, "dated d.\\suyo.txt\n", {}, {}},
+        {{"mkdir", "d.\\n\\m"}, 0, "created d.\\n\\m\n", {}, {}},
+        {{"mkdir", "d.\\n2", "--if-possible"}, 0, "created d.\\n2\n", {}, {}},
+        {{"mkdir", "--for-file", "d.\\p\\q\\f"}, 0, "created d.\\p\\q\n", {}, {}},
+    };
+    for (const fila& f : filas) {
+        cli::comprueba(f, d);
+    }
+    for (const char* esta : {"punto.bak", "f", "otro", "h2", "suyo.txt", "n\\m", "n2", "p\\q"}) {
+        EXPECT_TRUE(cli::existe(d.bajo("d.\\") + esta)) << esta;
+    }
+    const cli::entorno aqui{.entrada = {}, .variables = {}, .directorio = d.ruta()};
+    const std::string conjunto = cli::json_compacto(lumodir({"sets", "d.", "--json"}, aqui).salida);
+    EXPECT_EQ(conjunto.find(R"({"directory":"d.","files":[{"name":"f",)"), 0u) << conjunto;
+    EXPECT_NE(conjunto.find(R"("name":"punto.bak")"), std::string::npos) << conjunto;
+    EXPECT_EQ(lumodir({"tmp", "--in", "d."}, aqui).codigo, 0);
+    EXPECT_EQ(lumodir({"test", "d.", "--write"}, aqui).codigo, 0);
+    cli::comprueba({{"ls", "$D\\d", "--all"}, 0, "otro\nsuyo.txt\n", {}, {}}, d);
+}
+
+TEST(test, directorios_de_nombres_raros) {
+    const cli::directorio_de_prueba d;
+    for (const char* nombre : {"punto.", "blanco ", "con", "llano"}) {
+        d.crea_directorio(nombre);
+        for (const std::string& ruta : {std::string(nombre), "\\\\?\\" + d.bajo(nombre)}) {
+            cli::comprueba({{"test", ruta},
+                            0,
+                            "kind       directory\nreadable   yes\nwritable   yes\nprotected  no\n",
+                            {},
+                            {}},
+                           d);
+        }
+        cli::comprueba({{"ls", nombre}, 0, {}, {}, {}}, d);  // what was tried there is gone
+    }
+}
+
+TEST(mv, a_un_directorio_lo_que_acaba_en_separador) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("v\\a.txt");
+    d.crea_directorio("p");
+    cli::comprueba({{"mv", "v\\", "p"}, 0, "moved v\\ to p\\v\n", {}, {}}, d);
+    EXPECT_TRUE(cli::existe(d.bajo("p\\v\\a.txt")));
+    EXPECT_FALSE(cli::existe(d.bajo("v")));
+}
+
+TEST(mv, una_sola_lengua_en_cada_respuesta) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("f.txt");
+    const cli::resultado r = lumodir({"mv", d.bajo("f.txt"), d.bajo("zz\\q"), "--lang", "es"});
+    EXPECT_NE(r.errores.find("no se ha movido"), std::string::npos) << r.errores;
+    const cli::resultado aleman = lumodir({"mv", d.bajo("f.txt"), d.bajo("zz\\q"), "--lang", "de"});
+    EXPECT_EQ(aleman.codigo, 1);
+    EXPECT_NE(aleman.errores.find("Die Datei"), std::string::npos) << aleman.errores;
+    EXPECT_EQ(aleman.errores.find("is not moved"), std::string::npos) << aleman.errores;
+}
+
+TEST(exists, un_patron_dice_por_que_no_se_busca) {
+    const cli::directorio_de_prueba d;
+    cli::comprueba({{"exists", "q*\\x"},
+                    1,
+                    "missing    q*\\x\n",
+                    "lumodir: 'q*\\x': only the last part of a path may be a pattern\n",
+                    {}},
+                   d);
+    cli::comprueba({{"exists", "nada\\*"}, 1, "missing    nada\\*\n", {}, {}}, d);
 }

@@ -379,6 +379,17 @@ TEST(idioma, por_codigo_nombre_o_numero) {
     }
     EXPECT_EQ(lumodir({"check", "a", "--lang", "bg"}).errores,
               "lumodir: there are no texts in 'bg'; those in english are used\n");
+    // The command has no words of its own in others: in words it says once which ones it takes.
+    for (const auto& [lengua, dicho] :
+         {std::pair("de", "lumodir: the library speaks 'de'; the command's own words are in English\n"),
+          std::pair("ca",
+                    "lumodir: la biblioteca habla 'ca'; las palabras de la propia orden están en español\n"),
+          std::pair("es-MX", ""),
+          std::pair("gl", "lumodir: no hay textos en 'gl'; se usan los de spanish\n")}) {
+        EXPECT_EQ(lumodir({"check", "a", "b", "--lang", lengua}).errores, dicho) << lengua;
+    }
+    EXPECT_EQ(lumodir({"check", "a", "--json", "--lang", "de"}).errores, "");
+    EXPECT_EQ(lumodir({"--help", "--lang", "de"}).errores, "");
     for (const char* malo : {"41", "klingon", "", "-1", "8x", "zh-TW", "xx-ES"}) {
         const cli::resultado r = lumodir({"check", "a", "--lang", malo});
         EXPECT_EQ(r.codigo, 2) << malo;

@@ -312,6 +312,8 @@ TEST(listados, lo_que_no_se_puede_leer_se_dice) {
     const cli::proceso otro(cli::este_programa(), {"--hold", d.bajo("t\\cerrado"), "120000"});
     const std::string queja =
         "lumodir: the directory '$D\\t\\cerrado' cannot be read: Another program is using it\n";
+    const std::string queja_con_barra =
+        "lumodir: the directory '$D\\t\\cerrado\\' cannot be read: Another program is using it\n";
     if (!cli::espera_a_que(30000, [&] { return lumodir({"ls", d.bajo("t\\cerrado")}).codigo == 1; })) {
         otro.termina();
         GTEST_SKIP() << "a directory that is held can be read here";
@@ -329,12 +331,19 @@ TEST(listados, lo_que_no_se_puede_leer_se_dice) {
          "bytes     size  files  path\n    2  2 bytes      1  $D\\t\n",
          queja,
          {}},
-        {{"rmtree", "$D\\t", "--dry-run"}, 0, "would delete $D\\t: 1 file in 2 directories\n", queja, {}},
+        {{"exists", "$D\\t\\cerrado\\*"}, 1, "missing    $D\\t\\cerrado\\*\n", queja_con_barra, {}},
+        {{"rmtree", "$D\\t", "--dry-run"}, 1, "would delete $D\\t: 1 file in 2 directories\n", queja, {}},
         {{"tree", "$D\\t", "--json"},
          1,
          R"({"directory":"$D\\t","files":1,"directories":2,"bytes":2,"not_shown":0,"unreadable":["$D\\t\\cerrado"],)"
          R"("tree":[{"directory":".","files":1}]})",
          queja,
+         {}},
+        // Said once, although it is met before and after.
+        {{"rmtree", "$D\\t", "-y", "--if-possible"},
+         1,
+         {},
+         queja + "lumodir: not deleted; left in '$D\\t': 0 files in 2 directories\n",
          {}},
     };
     for (const fila& f : filas) {

@@ -139,18 +139,21 @@ proceso::proceso(const std::string& programa, const std::vector<std::string>& ar
     SetHandleInformation(errores[0], HANDLE_FLAG_INHERIT, 0);
     STARTUPINFOW como{};
     como.cb = sizeof como;
-    como.dwFlags = STARTF_USESTDHANDLES;
-    como.hStdInput = entrada[0];
-    como.hStdOutput = salida[1];
-    como.hStdError = errores[1];
+    if (!donde.con_pantalla) {
+        como.dwFlags = STARTF_USESTDHANDLES;
+        como.hStdInput = entrada[0];
+        como.hStdOutput = salida[1];
+        como.hStdError = errores[1];
+    }
     for (const auto& [nombre, valor] : donde.variables) {
         SetEnvironmentVariableW(w(nombre).c_str(), w(valor).c_str());
     }
     PROCESS_INFORMATION hijo{};
     const std::wstring directorio = w(donde.directorio);
-    const BOOL creado = CreateProcessW(nullptr, linea.data(), nullptr, nullptr, TRUE,
-                                       donde.con_consola ? CREATE_NO_WINDOW : DETACHED_PROCESS, nullptr,
-                                       directorio.empty() ? nullptr : directorio.c_str(), &como, &hijo);
+    const BOOL creado =
+        CreateProcessW(nullptr, linea.data(), nullptr, nullptr, donde.con_pantalla ? FALSE : TRUE,
+                       donde.con_consola || donde.con_pantalla ? CREATE_NO_WINDOW : DETACHED_PROCESS, nullptr,
+                       directorio.empty() ? nullptr : directorio.c_str(), &como, &hijo);
     EXPECT_TRUE(creado) << u8(linea) << ": error " << GetLastError();
     for (const auto& [nombre, valor] : donde.variables) {
         SetEnvironmentVariableW(w(nombre).c_str(), nullptr);
@@ -195,6 +198,15 @@ bool proceso::pulsa_control_c() const {
     return pulsado != FALSE;
 }
 
+void* proceso::cierra_la_ventana() const {
+    // The system starts this routine in every program of a console that is closed; it calls the program's handlers.
+    const auto rutina = reinterpret_cast<LPTHREAD_START_ROUTINE>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernelbase"), "CtrlRoutine")));
+    EXPECT_NE(rutina, nullptr);
+    void* const que = reinterpret_cast<void*>(static_cast<uintptr_t>(CTRL_CLOSE_EVENT));
+    return rutina == nullptr ? nullptr : CreateRemoteThread(tubos_->asa, nullptr, 0, rutina, que, 0, nullptr);
+}
+
 void proceso::termina() const {
     TerminateProcess(tubos_->asa, 0);
 }
@@ -214,6 +226,85 @@ resultado proceso::espera() {
     r.salida = tubos_->salida;
     r.errores = tubos_->errores;
     return r;
+}
+
+pantalla::pantalla(const proceso& de) {
+    FreeConsole();
+    const bool unida = espera_a_que(30000, [&] { return AttachConsole(de.pid()) != FALSE; });
+    EXPECT_TRUE(unida) << "error " << GetLastError();
+    SetConsoleCtrlHandler(nullptr, TRUE);
+    asa_ = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                       OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(asa_, INVALID_HANDLE_VALUE) << "error " << GetLastError();
+}
+
+pantalla::~pantalla() {
+    CloseHandle(asa_);
+    FreeConsole();
+    SetConsoleCtrlHandler(nullptr, FALSE);
+}
+
+std::string pantalla::texto() const {
+    CONSOLE_SCREEN_BUFFER_INFO como{};
+    EXPECT_TRUE(GetConsoleScreenBufferInfo(asa_, &como));
+    std::string todo;
+    for (SHORT y = 0; y <= como.dwCursorPosition.Y; ++y) {
+        std::wstring linea(static_cast<size_t>(como.dwSize.X), L' ');
+        DWORD leidas = 0;
+        ReadConsoleOutputCharacterW(asa_, linea.data(), static_cast<DWORD>(linea.size()), COORD{0, y},
+                                    &leidas);
+        linea.resize(leidas);
+        todo += u8(linea.substr(0, linea.find_last_not_of(L' ') + 1)) + "\n";
+    }
+    return todo;
+}
+
+namespace {
+
+void i_con_el_proceso(const char* que_se_hace, HANDLE asa) {
+    using funcion = LONG(NTAPI*)(HANDLE);
+    const auto hace = reinterpret_cast<funcion>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll"), que_se_hace)));
+    hace(asa);
+}
+
+}  // namespace
+
+maquina_lenta::maquina_lenta(const proceso& de) : asa_(OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, de.pid())) {
+    EXPECT_NE(asa_, nullptr) << "error " << GetLastError();
+    frena_ = std::thread([this] {
+        constexpr DWORD parada_ms = 50, turno_ms = 1;
+        while (!acaba_) {
+            i_con_el_proceso("NtSuspendProcess", asa_);
+            Sleep(parada_ms);
+            i_con_el_proceso("NtResumeProcess", asa_);
+            Sleep(turno_ms);
+        }
+    });
+}
+
+maquina_lenta::~maquina_lenta() {
+    acaba_ = true;
+    frena_.join();
+    CloseHandle(asa_);
+}
+
+otro_programa::otro_programa(const std::string& fichero)
+    : fichero_(fichero), proceso_(este_programa(), {"--hold", fichero, "120000"}) {
+    EXPECT_TRUE(espera_a_que(30000, [&] { return !se_puede_abrir(fichero); }));
+    pon_solo_lectura(fichero);
+}
+
+otro_programa::~otro_programa() {
+    suelta();
+}
+
+void otro_programa::espera_un_intento() const {
+    EXPECT_TRUE(espera_a_que(30000, [&] { return !es_solo_lectura(fichero_); }));
+}
+
+void otro_programa::suelta() const {
+    proceso_.termina();
 }
 
 resultado lumodir(const std::vector<std::string>& argumentos, const entorno& donde) {
@@ -311,6 +402,7 @@ bool crea_enlace_unix(const directorio_de_prueba& d, const std::string& donde, c
     PROCESS_INFORMATION hijo{};
     if (!CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                         &como, &hijo)) {
+        ADD_FAILURE() << "no ln: error " << GetLastError();
         return false;
     }
     CloseHandle(hijo.hThread);

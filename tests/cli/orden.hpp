@@ -4,8 +4,10 @@
 // deleted afterwards whatever it holds.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace cli {
@@ -20,7 +22,8 @@ struct entorno {
     std::string entrada;                                         // standard input
     std::vector<std::pair<std::string, std::string>> variables;  // set for the child only
     std::string directorio;                                      // current directory
-    bool con_consola = false;  // a console of its own, which nobody sees: the streams stay pipes
+    bool con_consola = false;   // a console of its own, which nobody sees: the streams stay pipes
+    bool con_pantalla = false;  // the same, and the streams are that console
 };
 
 // English messages unless the arguments choose another language.
@@ -40,6 +43,8 @@ public:
     unsigned long pid() const { return pid_; }
     // Presses Ctrl-C for it; answers whether the system took it. Needs `con_consola`.
     bool pulsa_control_c() const;
+    // Closes its window, as far as a program notices; the thread that the system starts in it for that.
+    void* cierra_la_ventana() const;
     void termina() const;
     resultado espera();
 
@@ -47,6 +52,50 @@ private:
     struct tubos;
     tubos* tubos_;
     unsigned long pid_ = 0;
+};
+
+// What stands on the screen of a child's console. This process stays on that console, where it hears no Ctrl-C, as
+// long as the object lives: the screen can be read after the child has ended.
+class pantalla {
+public:
+    explicit pantalla(const proceso& de);
+    ~pantalla();
+    pantalla(const pantalla&) = delete;
+    pantalla& operator=(const pantalla&) = delete;
+    std::string texto() const;  // lines without the blanks at their ends
+
+private:
+    void* asa_ = nullptr;
+};
+
+// A machine on which another process hardly gets its turn, while the object lives.
+class maquina_lenta {
+public:
+    explicit maquina_lenta(const proceso& de);
+    ~maquina_lenta();
+    maquina_lenta(const maquina_lenta&) = delete;
+    maquina_lenta& operator=(const maquina_lenta&) = delete;
+
+private:
+    std::atomic<bool> acaba_{false};
+    void* asa_ = nullptr;
+    std::thread frena_;
+};
+
+// Another program that holds a file open until this object goes or `suelta` is called. Read-only, so that the first
+// attempt to delete it shows: the deletion unlocks the file before it tries.
+class otro_programa {
+public:
+    explicit otro_programa(const std::string& fichero);
+    ~otro_programa();
+    otro_programa(const otro_programa&) = delete;
+    otro_programa& operator=(const otro_programa&) = delete;
+    void espera_un_intento() const;
+    void suelta() const;
+
+private:
+    std::string fichero_;
+    proceso proceso_;
 };
 
 // Asks again and again until the answer is yes or the time is up; answers which.

@@ -31,7 +31,7 @@ TEST(check, dice_por_que_no) {
         {{"check", "a|b", "--lang", "de"},
          1,
          "invalid  a|b: Der Name 'a|b' enthält ungültige Zeichen\n",
-         {},
+         "lumodir: the library speaks 'de'; the command's own words are in English\n",
          {}},
         {{"check", "a", "b"}, 0, "valid    a\nvalid    b\n2 paths: 2 valid, 0 invalid\n", {}, {}},
         {{"check", "a", "b?", "--quiet"},
@@ -247,6 +247,18 @@ TEST(shorten, hacia_un_numero_de_caracteres) {
         {{"shorten", ruta, "40"}, 0, "C:\\Files\\...\\Ground\\photo1.png\n", {}, {}},
         {{"shorten", ruta, "20"}, 0, "C:\\...\\photo1.png\n", {}, {}},
         {{"shorten", ruta, "60"}, 0, ruta + "\n", {}, {}},
+        {{"shorten", "abc.txt", "3"}, 0, "abc.txt\n", {}, {}},
+        // What is relative stays so.
+        {{"shorten", "long\\aaaaaaaaaaaaaaaaaaaaaaaaaaa\\b\\c\\f.txt", "30"},
+         0,
+         "long\\...\\b\\c\\f.txt\n",
+         {},
+         {}},
+        {{"shorten", "D:long\\aaaaaaaaaaaaaaaaaaaaaaaaaaa\\b\\f.txt", "20"},
+         0,
+         "D:long\\...\\b\\f.txt\n",
+         {},
+         {}},
         {{"shorten", ruta, "0", "--json"}, 0, R"({"path":"C:\\...\\photo1.png"})", {}, {}},
     };
     for (const fila& f : filas) {

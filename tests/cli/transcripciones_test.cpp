@@ -1,5 +1,5 @@
 // Whole sessions: what each subcommand writes in a prepared directory, for a person and for a script, against
-// the text files of tests/cli/transcripts, one for each subcommand.
+// the text files of tests/cli/transcripts, one for each subcommand; those of its folder "es" with --lang es.
 //
 // A transcript is a line "> lumodir ..." for each run (with " < answer" for what is typed), then standard
 // output, then standard error with "! " before each line, then "(exit code N)" unless it is 0. "$D" is the
@@ -105,10 +105,13 @@ std::string i_sin_directorio(const std::string& texto, const std::string& direct
     return i_cambia(i_cambia(texto, i_cambia(directorio, "\\", "\\\\"), "$D"), directorio, "$D");
 }
 
-std::string i_ejecuta(const pase& p, const cli::directorio_de_prueba& d) {
+std::string i_ejecuta(const pase& p, const cli::directorio_de_prueba& d, bool en_espanyol) {
     const std::string orden = p.linea.substr(10);
     const size_t flecha = orden.find(" < ");
     std::vector<std::string> argumentos = i_palabras(d.pon(orden.substr(0, flecha)));
+    if (en_espanyol) {
+        argumentos.insert(argumentos.begin(), {"--lang", "es"});
+    }
     const std::string entrada = flecha == orden.npos ? "" : orden.substr(flecha + 3) + "\n";
     const cli::resultado r = cli::lumodir(
         argumentos, {.entrada = entrada, .variables = {{"PATH", d.bajo("bin")}}, .directorio = d.ruta()});
@@ -167,15 +170,19 @@ bool i_escribir() {
     return modo != nullptr && std::string(modo) == "write";
 }
 
+const std::string espanyolas = "es/";
+
 std::vector<std::string> i_transcripciones() {
     std::vector<std::string> nombres;
-    WIN32_FIND_DATAA e;
-    HANDLE busca = FindFirstFileA((carpeta + "*.txt").c_str(), &e);
-    for (BOOL hay = busca != INVALID_HANDLE_VALUE; hay; hay = FindNextFileA(busca, &e)) {
-        const std::string nombre = e.cFileName;
-        nombres.push_back(nombre.substr(0, nombre.size() - 4));
+    for (const std::string& donde : {std::string(), espanyolas}) {
+        WIN32_FIND_DATAA e;
+        HANDLE busca = FindFirstFileA((carpeta + donde + "*.txt").c_str(), &e);
+        for (BOOL hay = busca != INVALID_HANDLE_VALUE; hay; hay = FindNextFileA(busca, &e)) {
+            const std::string nombre = e.cFileName;
+            nombres.push_back(donde + nombre.substr(0, nombre.size() - 4));
+        }
+        FindClose(busca);
     }
-    FindClose(busca);
     return nombres;
 }
 
@@ -191,7 +198,7 @@ TEST_P(transcripcion, se_escribe_lo_que_dice) {
     const std::vector<pase> pases = i_pases(i_lee(fichero));
     EXPECT_FALSE(pases.empty()) << fichero;
     for (const pase& p : pases) {
-        const std::string escrito = i_ejecuta(p, d);
+        const std::string escrito = i_ejecuta(p, d, GetParam().rfind(espanyolas, 0) == 0);
         de_nuevo += p.linea + "\n" + escrito;
         if (!i_escribir()) {
             EXPECT_TRUE(i_cumple(p.esperado, escrito)) << GetParam() << ".txt\n"
@@ -214,7 +221,7 @@ TEST_P(transcripcion, se_escribe_lo_que_dice) {
 
 INSTANTIATE_TEST_SUITE_P(todas, transcripcion, testing::ValuesIn(i_transcripciones()),
                          [](const testing::TestParamInfo<std::string>& cual) {
-                             return i_cambia(cual.param, "-", "_");
+                             return i_cambia(i_cambia(cual.param, "-", "_"), "/", "_");
                          });
 
 TEST(transcripciones, hay_una_de_cada_orden_para_personas_y_para_guiones) {
@@ -225,6 +232,7 @@ TEST(transcripciones, hay_una_de_cada_orden_para_personas_y_para_guiones) {
     for (const std::string& orden : ordenes) {
         const std::string nombre = i_cambia(orden, " ", "_");
         ASSERT_TRUE(hay.contains(nombre)) << nombre << ".txt is missing";
+        ASSERT_TRUE(hay.contains(espanyolas + nombre)) << nombre << ".txt is missing in Spanish";
         bool en_json = false, en_palabras = false;
         for (const pase& p : i_pases(i_lee(carpeta + nombre + ".txt"))) {
             const bool suya = p.linea.rfind("> lumodir " + orden, 0) == 0;
@@ -233,5 +241,9 @@ TEST(transcripciones, hay_una_de_cada_orden_para_personas_y_para_guiones) {
             en_palabras = en_palabras || (suya && !json);
         }
         EXPECT_TRUE(en_json && en_palabras) << nombre << ".txt lacks one of the forms";
+        const std::vector<pase> en_espanyol = i_pases(i_lee(carpeta + espanyolas + nombre + ".txt"));
+        EXPECT_TRUE(std::any_of(en_espanyol.begin(), en_espanyol.end(), [&](const pase& p) {
+            return p.linea.rfind("> lumodir " + orden, 0) == 0 && !p.esperado.empty();
+        })) << nombre;
     }
 }

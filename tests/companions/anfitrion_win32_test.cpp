@@ -123,7 +123,8 @@ TEST(anfitrion, ninguna_funcion_del_anfitrion_se_lleva_un_bloque) {
         buclrein_establece_receptor(lanza_pregunta, nullptr);
         buclrein_establece_politica(0, 0);
         lumodir::BuclRein* bucle = lumodir::buclrein_crea(1, 1);
-        lumodir::buclrein_set_mensaje_reintentar(bucle, lumodir::cadena_w(L"x"), 5);
+        lumodir::buclrein_set_mensaje_reintentar(
+            bucle, [] { return lumodir::cadena_w(L"x"); }, 5);
         EXPECT_EQ(lumodir::buclrein_reintentar(bucle, 0), 0);
         lumodir::buclrein_destruye(&bucle);
         EXPECT_EQ(lumospy_bloques_vivos(), vivos);

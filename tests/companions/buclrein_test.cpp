@@ -40,7 +40,7 @@ transcurso corre(const escenario& e) {
     if (e.servicio) {
         buclrein_establece_modo_servicio_sin_reintentos();
     } else {
-        i_buclrein_restablece_modo_servicio();
+        i_restablece_modo_servicio();
     }
     al_dormir([&](unsigned long ms) { sucesos += " E" + std::to_string(ms); });
     std::size_t preguntas = 0;
@@ -56,12 +56,13 @@ transcurso corre(const escenario& e) {
             return ++intentos == e.bien_en ? 1 : 0;
         },
         [&](BuclRein* bucle) {
-            buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"mensaje")), 0);
+            buclrein_set_mensaje_reintentar(
+                bucle, [&] { return cadena_w(vista_w(L"mensaje")); }, 0);
             if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1) {
                 sucesos += "*";
             }
         });
-    i_buclrein_restablece_modo_servicio();
+    i_restablece_modo_servicio();
     toma_preguntas();
     toma_esperas();
     return {sucesos, resultado};
@@ -181,12 +182,14 @@ TEST(buclrein, la_pregunta_lleva_el_ultimo_mensaje_y_su_codigo) {
             1, 1, [&]() -> unsigned short { return 0; },
             [&](BuclRein* bucle) {
                 const texto_w mensaje = w("intento " + std::to_string(++intento) + " ñ%s");
-                buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(mensaje)), f.codigo);
+                buclrein_set_mensaje_reintentar(
+                    bucle, [&] { return cadena_w(vista_w(mensaje)); }, f.codigo);
             });
         const std::vector<pregunta> preguntas = toma_preguntas();
         ASSERT_EQ(preguntas.size(), 2u) << f.codigo;
         const std::string del_sistema =
-            f.con_texto_del_sistema ? "\n" + u8(plataforma::texto_de_codigo_de_error(f.codigo).c_str()) : "";
+            f.con_texto_del_sistema ? "\n" + u8(plataforma::strgetlasterror_texto_cod_error(f.codigo).c_str())
+                                    : "";
         EXPECT_EQ(preguntas[0].mensaje, "intento 1 ñ%s" + del_sistema);
         EXPECT_EQ(preguntas[1].mensaje, "intento 2 ñ%s" + del_sistema);
         EXPECT_EQ(preguntas[1].codigo, f.codigo);
@@ -204,7 +207,8 @@ TEST(buclrein, sin_receptor_se_avisa_y_se_deja) {
             return 0;
         },
         [](BuclRein* bucle) {
-            buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"no se puede")), 0);
+            buclrein_set_mensaje_reintentar(
+                bucle, [] { return cadena_w(vista_w(L"no se puede")); }, 0);
         });
     EXPECT_EQ(bien, 0);
     EXPECT_EQ(intentos, 2);
@@ -230,16 +234,59 @@ TEST(buclrein, el_contexto_llega_y_un_receptor_que_lanza_deja_de_reintentar) {
             ++intentos;
             return 0;
         },
-        [](BuclRein* bucle) { buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"x")), 5); });
+        [](BuclRein* bucle) {
+            buclrein_set_mensaje_reintentar(
+                bucle, [] { return cadena_w(vista_w(L"x")); }, 5);
+        });
     EXPECT_EQ(intentos, 1);
     EXPECT_EQ(recibido, &mio);
+}
+
+TEST(buclrein, el_mensaje_se_hace_solo_para_preguntar) {
+    const struct {
+        unsigned short reintentar;
+        unsigned short informar;
+        bool en_servicio;
+        std::vector<int> hechos_en;  // the attempts, from 1
+    } filas[] = {
+        {.reintentar = 1, .informar = 1, .en_servicio = false, .hechos_en = {3, 4}},
+        {.reintentar = 1, .informar = 0, .en_servicio = false, .hechos_en = {}},
+        {.reintentar = 0, .informar = 1, .en_servicio = false, .hechos_en = {}},
+        {.reintentar = 1, .informar = 1, .en_servicio = true, .hechos_en = {}},
+    };
+    for (const auto& f : filas) {
+        SCOPED_TRACE(testing::Message() << f.reintentar << f.informar << f.en_servicio);
+        buclrein_establece_politica(2, 0);
+        if (f.en_servicio) {
+            buclrein_establece_modo_servicio_sin_reintentos();
+        }
+        contesta([](const pregunta& p) -> unsigned short { return p.mensaje == "intento 3"; });
+        int intento = 0;
+        std::vector<int> hechos;
+        i_con_reintentos(
+            f.reintentar, f.informar, [&] { return ++intento == 0; },
+            [&](BuclRein* bucle) {
+                buclrein_set_mensaje_reintentar(
+                    bucle,
+                    [&] {
+                        hechos.push_back(intento);
+                        return cadena_w(vista_w(w("intento " + std::to_string(intento))));
+                    },
+                    0);
+            });
+        i_restablece_modo_servicio();
+        EXPECT_EQ(hechos, f.hechos_en);
+        EXPECT_EQ(toma_preguntas().size(), f.hechos_en.size());
+        toma_esperas();
+    }
 }
 
 TEST(buclrein, la_politica_es_la_de_cuando_nace_el_bucle) {
     buclrein_establece_politica(1, 100);
     BuclRein* bucle = buclrein_crea(1, 0);
     buclrein_establece_politica(9, 100);
-    buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"x")), 0);
+    buclrein_set_mensaje_reintentar(
+        bucle, [&] { return cadena_w(vista_w(L"x")); }, 0);
     EXPECT_EQ(buclrein_reintentar(bucle, 0), 1);
     EXPECT_EQ(buclrein_reintentar(bucle, 0), 0);
     buclrein_destruye(&bucle);
@@ -250,7 +297,8 @@ TEST(buclrein, la_politica_es_la_de_cuando_nace_el_bucle) {
 TEST(buclrein, el_primer_reintento_solo_lo_es_tras_un_fallo) {
     BuclRein* bucle = buclrein_crea(1, 1);
     EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 0);
-    buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"x")), 0);
+    buclrein_set_mensaje_reintentar(
+        bucle, [&] { return cadena_w(vista_w(L"x")); }, 0);
     EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 1);
     EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 1);  // asking changes nothing
     EXPECT_EQ(buclrein_reintentar(bucle, 0), 1);

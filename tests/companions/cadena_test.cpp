@@ -36,7 +36,7 @@ TEST(cadena, es_duena_de_su_bloque) {
             EXPECT_EQ(lee(vacia.c_str()), "");
 
             const cadena<C> texto = de<C>("añb");
-            EXPECT_EQ(texto.size(), 3u);
+            EXPECT_EQ(texto.size(), txt<C>("añb").size());
             EXPECT_EQ(lee(texto.c_str()), "añb");
             EXPECT_EQ(lumospy_bloques_vivos(), antes + 2);
         }
@@ -75,7 +75,7 @@ TEST(cadena, suelta_y_adopta_pasan_el_mismo_bloque) {
         EXPECT_EQ(a.size(), 0u);
         const cadena<C> b = cadena<C>::adopta(suelto);
         EXPECT_EQ(b.c_str(), suelto);
-        EXPECT_EQ(b.size(), 2u);
+        EXPECT_EQ(b.size(), txt<C>("ñu").size());
         EXPECT_TRUE(cadena<C>::adopta(nullptr).es_nula());
         EXPECT_EQ(toma(de<C>("fuera").suelta()), "fuera");  // freed as a host frees it
     });
@@ -119,7 +119,7 @@ TEST(cadena, concatena_pone_los_trozos_en_su_orden) {
             concatena<C>({LITERAL(C, "C:"), vista<C>(), enye, LITERAL(C, ""), LITERAL(C, "\\x")});
         EXPECT_EQ(lumospy_bloques_vivos(), antes + 1);
         EXPECT_EQ(lee(todo.c_str()), "C:ñ\\x");
-        EXPECT_EQ(todo.size(), 5u);
+        EXPECT_EQ(todo.size(), 4u + enye.size());
         const cadena<C> nada = concatena<C>({});
         EXPECT_FALSE(nada.es_nula());
         EXPECT_TRUE(nada.empty());

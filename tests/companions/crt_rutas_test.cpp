@@ -139,7 +139,10 @@ TEST(crt_rutas, cortar_no_necesita_memoria) {
 
 void compara_con_el_modelo(const std::string& ruta) {
     SCOPED_TRACE("[" + ruta + "]");
-    EXPECT_EQ(corta_a(ruta), modelos::corta_como_el_crt(ruta));
+    const texto_a de_8_bits = cp1252(ruta);
+    const modelos::piezas<modelos::texto_c> c = modelos::corta_como_el_crt(modelos::lee(de_8_bits));
+    EXPECT_EQ(corta_a(de_8_bits), (piezas_a{modelos::escribe(c.unidad), modelos::escribe(c.directorio),
+                                            modelos::escribe(c.nombre), modelos::escribe(c.extension)}));
     const modelos::piezas<texto_w> modelo = modelos::corta_como_el_crt(w(ruta));
     const piezas_a esperadas = {u8(vista_w(modelo.unidad)), u8(vista_w(modelo.directorio)),
                                 u8(vista_w(modelo.nombre)), u8(vista_w(modelo.extension))};

@@ -144,72 +144,236 @@ TEST(directorio_abierto, la_ruta_completa_conserva_lo_que_la_raiz_era) {
     }
 }
 
-// Whoever swaps a directory at any moment at all gains nothing: what lies outside stays.
+// Whoever swaps a directory at any moment at all gains nothing, however the volume counts: what lies outside stays.
 TEST(directorio_abierto, un_cambio_en_cualquier_momento_no_lleva_fuera) {
-    for (const bool relativo : {true, false}) {
-        for (const char* victima : {"C:\\d", "C:\\d\\s", "C:\\d\\s\\u"}) {
-            for (const bool por_enlace : {true, false}) {
-                bool ha_tocado = true;
-                for (unsigned n = 1; ha_tocado; ++n) {
-                    ASSERT_LT(n, 100u);
-                    volumen_falso v;
-                    v.pon("C:\\d\\s\\u", {{"g"}});
-                    for (const char* otro :
-                         {"C:\\fuera", "C:\\fuera\\s", "C:\\fuera\\s\\u", "C:\\fuera\\u"}) {
-                        v.pon(otro, {{"g"}});
+    struct volumen {
+        bool relativo;
+        unsigned long long desfase_de_manijas;
+        unsigned long long desfase_de_punto;
+        const char* victima;
+        bool por_enlace;
+    };
+    std::vector<volumen> volumenes;
+    for (const char* victima : {"C:\\d", "C:\\d\\s", "C:\\d\\s\\u"}) {
+        for (const bool por_enlace : {true, false}) {
+            for (const bool relativo : {true, false}) {
+                for (const unsigned long long manijas : {0, 1, 2}) {
+                    for (const unsigned long long punto : {0, 1}) {
+                        volumenes.push_back({relativo, manijas, punto, victima, por_enlace});
                     }
-                    const lista fuera = v.arbol("C:\\fuera");
-                    v.rechaza_relativo = relativo ? 0 : ERROR_NOT_SUPPORTED;
-                    const entrada_leida s_leida = entrada(v, "C:\\d\\s", L"s");
-                    const entrada_leida u_leida = entrada(v, "C:\\d\\s\\u", L"u");
-                    const entrada_leida g_leida = entrada(v, "C:\\d\\s\\u\\g", L"g");
-                    unsigned van = 0;
-                    ha_tocado = false;
-                    v.al_abrir = [&](const std::string&) {
-                        if (++van == n) {
-                            ha_tocado = true;
-                            por_enlace
-                                ? v.cambia(victima, {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"})
-                                : v.cambia(victima, {"", dir}, {{"g"}, {"u", dir}});
-                        }
-                    };
-                    {
-                        raiz_abierta raiz(L"C:\\d");
-                        directorio_abierto s;
-                        directorio_abierto u;
-                        if (raiz.codigo == 0 && s.abre(raiz.directorio, s_leida) == 0 &&
-                            u.abre(s, u_leida) == 0) {
-                            u.borra(g_leida);
-                            u.cierra();
-                            s.borra(u_leida);
-                            s.cierra();
-                            raiz.directorio.borra(s_leida);
-                            raiz.directorio.cierra();
-                            raiz.directorio.borra_raiz(raiz.ruta);
-                        }
-                    }
-                    EXPECT_EQ(v.arbol("C:\\fuera"), fuera)
-                        << victima << " at " << n << (por_enlace ? " a link" : " a directory");
-                    // What was put in a directory's place holds a file that was never named.
-                    if (!por_enlace && ha_tocado && v.hay(victima) && n > 1) {
-                        EXPECT_TRUE(v.hay(std::string(victima) + "\\g")) << victima << " at " << n;
-                    }
-                    EXPECT_EQ(v.abiertas(), 0u);
                 }
             }
         }
     }
+    for (const volumen& caso : volumenes) {
+        bool ha_tocado = true;
+        for (unsigned n = 1; ha_tocado; ++n) {
+            ASSERT_LT(n, 100u);
+            volumen_falso v;
+            v.pon("C:\\d\\s\\u", {{"g"}});
+            for (const char* otro : {"C:\\fuera", "C:\\fuera\\s", "C:\\fuera\\s\\u", "C:\\fuera\\u"}) {
+                v.pon(otro, {{"g"}});
+            }
+            const lista fuera = v.arbol("C:\\fuera");
+            v.rechaza_relativo = caso.relativo ? 0 : ERROR_NOT_SUPPORTED;
+            v.desfase_de_manijas = caso.desfase_de_manijas;
+            v.desfase_de_punto = caso.desfase_de_punto;
+            entrada_leida s_leida = entrada(v, "C:\\d\\s", L"s");
+            entrada_leida u_leida = entrada(v, "C:\\d\\s\\u", L"u");
+            const entrada_leida g_leida = entrada(v, "C:\\d\\s\\u\\g", L"g");
+            unsigned van = 0;
+            bool cambiado = false;
+            ha_tocado = false;
+            v.al_abrir = [&](const std::string&) {
+                if (++van == n) {
+                    ha_tocado = true;
+                    cambiado =
+                        caso.por_enlace
+                            ? v.cambia(caso.victima, {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"})
+                            : v.cambia(caso.victima, {"", dir}, {{"g"}, {"u", dir}});
+                }
+            };
+            {
+                raiz_abierta raiz(L"C:\\d");
+                directorio_abierto s;
+                directorio_abierto u;
+                if (raiz.codigo == 0 && s.abre(raiz.directorio, s_leida) == 0 && u.abre(s, u_leida) == 0) {
+                    s_leida.numero_abierto = s.numero();
+                    u_leida.numero_abierto = u.numero();
+                    u.borra(g_leida);
+                    u.cierra();
+                    s.borra(u_leida);
+                    s.cierra();
+                    raiz.directorio.borra(s_leida);
+                    raiz.directorio.cierra();
+                    raiz.directorio.borra_raiz(raiz.ruta);
+                }
+            }
+            SCOPED_TRACE(std::string(caso.victima) + " at " + std::to_string(n) +
+                         (caso.por_enlace ? " a link" : " a directory") + (caso.relativo ? "" : ", by path") +
+                         ", handles " + std::to_string(caso.desfase_de_manijas) + ", point " +
+                         std::to_string(caso.desfase_de_punto));
+            EXPECT_EQ(v.arbol("C:\\fuera"), fuera);
+            // What was put in a directory's place holds a file that was never named.
+            if (cambiado && !caso.por_enlace && v.hay(caso.victima) && n > 1) {
+                EXPECT_TRUE(v.hay(std::string(caso.victima) + "\\g"));
+            }
+            // Left alone, all of it goes, unless a directory and its handle both say that it is not the entry's.
+            if (!ha_tocado) {
+                const bool es_otro =
+                    caso.desfase_de_manijas != 0 && caso.desfase_de_manijas == caso.desfase_de_punto;
+                EXPECT_EQ(v.hay("C:\\d"), es_otro);
+            }
+            EXPECT_EQ(v.abiertas(), 0u);
+        }
+    }
+}
+
+// One directory that counts otherwise opens no door to another that has been swapped.
+TEST(directorio_abierto, cada_directorio_se_juzga_por_si_mismo) {
+    for (const unsigned long long propio : {7, 8}) {
+        volumen_falso v;
+        v.pon("C:\\d\\s", {{"g"}});
+        v.pon("C:\\d\\u", {{"g"}});
+        v["C:\\d\\s"].numero_listado = 7;
+        v["C:\\d\\s"].numero_abierto = 9;
+        v["C:\\d\\s"].numero_propio = propio;
+        const entrada_leida u_leida = entrada(v, "C:\\d\\u", L"u");
+        raiz_abierta raiz(L"C:\\d");
+        directorio_abierto s;
+        EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), 0u);
+        ASSERT_TRUE(v.cambia("C:\\d\\u", {"", dir}));
+        directorio_abierto u;
+        EXPECT_EQ(u.abre(raiz.directorio, u_leida), DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_EQ(raiz.directorio.borra(u_leida), DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_TRUE(v.hay("C:\\d\\u"));
+    }
+}
+
+// Where links are followed all the same, nobody is kept from renaming what is held.
+TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_no_se_sabe_no_se_toca) {
+    volumen_falso v;
+    v.pon("C:\\d\\s", {});
+    v.desfase_de_manijas = 2;
+    v.desfase_de_punto = 1;
+    raiz_abierta raiz(L"C:\\d");
+    const sustituye<decltype(lumodir::sistema.sigue_enlaces)> los_sigue(lumodir::sistema.sigue_enlaces,
+                                                                        []() -> BOOL { return TRUE; });
+    const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
+    directorio_abierto s;
+    EXPECT_EQ(s.abre(raiz.directorio, leida), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(raiz.directorio.borra(leida), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_TRUE(v.hay("C:\\d\\s"));
+    EXPECT_EQ(v.abiertas(), 1u);
+}
+
+// On such a volume a link goes too, and a file that only its path leads to.
+TEST(directorio_abierto, donde_las_manijas_cuentan_de_otro_modo_tambien_se_borra) {
+    for (const bool relativo : {true, false}) {
+        for (const unsigned long long punto : {0, 1}) {
+            volumen_falso v;
+            v.pon("C:\\fuera", {{"g"}});
+            v.pon("C:\\d", {{"f"}, {"h"}, {"e", enlace_dir, IO_REPARSE_TAG_MOUNT_POINT, "C:\\fuera"}});
+            v.desfase_de_manijas = 2;
+            v.desfase_de_punto = punto;
+            v.rechaza_relativo = relativo ? 0 : ERROR_NOT_SUPPORTED;
+            raiz_abierta raiz(L"C:\\d");
+            for (const wchar_t* cual : {L"f", L"e", L"h"}) {
+                EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\" + u8(cual), cual)), 0u) << u8(cual);
+            }
+            EXPECT_EQ(v.arbol("C:\\d"), lista{});
+            EXPECT_EQ(v.arbol("C:\\fuera"), lista{"g"});
+        }
+    }
+}
+
+// The mark of a root is that of the very directory that was opened.
+TEST(directorio_abierto, la_marca_de_la_raiz_no_la_recibe_otro) {
+    volumen_falso v;
+    v.pon("C:\\fuera", {});
+    v.pon("C:\\d", {});
+    v["C:\\d"].atributos = dir | FILE_ATTRIBUTE_READONLY;
+    raiz_abierta raiz(L"C:\\d");
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, false), 0u);
+    EXPECT_EQ(v["C:\\d"].atributos, dir);
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, true), 0u);
+    EXPECT_EQ(v["C:\\d"].atributos, dir | FILE_ATTRIBUTE_READONLY);
+    for (const DWORD otro : {DWORD{dir}, DWORD{enlace_dir}}) {
+        ASSERT_TRUE(v.cambia("C:\\d", {"", otro, otro == dir ? 0 : IO_REPARSE_TAG_SYMLINK}));
+        EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, true), DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_EQ(v["C:\\d"].atributos, otro);
+    }
+    EXPECT_EQ(v["C:\\fuera"].atributos, dir);
+}
+
+// Whatever took the place of a root, without numbers too: only a directory goes that is no link.
+TEST(directorio_abierto, sin_numeros_no_se_borra_en_el_lugar_de_la_raiz_mas_que_un_directorio) {
+    const volumen_falso::entrada otros[] = {{"", FILE_ATTRIBUTE_NORMAL},
+                                            {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"},
+                                            {"", enlace_dir, 0}};
+    for (const volumen_falso::entrada& otro : otros) {
+        volumen_falso v;
+        v.pon("C:\\fuera", {});
+        v.pon("C:\\d", {});
+        v.dice_numeros = false;
+        raiz_abierta raiz(L"C:\\d");
+        raiz.directorio.cierra();
+        ASSERT_TRUE(v.cambia("C:\\d", otro));
+        EXPECT_EQ(raiz.directorio.borra_raiz(raiz.ruta), DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_TRUE(v.hay("C:\\d"));
+        EXPECT_TRUE(v.hay("C:\\fuera"));
+    }
+}
+
+// A link of a distributed file system is no name surrogate: a directory like another, unless what answers to its name
+// is a directory of the server that it leads to.
+TEST(directorio_abierto, una_carpeta_de_un_espacio_de_nombres_distribuido) {
+    constexpr DWORD de_espacio_de_nombres = 0x8000000A;
+    for (const bool lleva_a_otro_servidor : {false, true}) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"n", enlace_dir, de_espacio_de_nombres}});
+        v.pon("C:\\d\\n", {{"g"}});
+        if (lleva_a_otro_servidor) {
+            nodo_falso& n = v["C:\\d\\n"];
+            n.atributos_abierto = dir;
+            n.numero_abierto = n.numero_propio = 9;
+        }
+        const entrada_leida leida = entrada(v, "C:\\d\\n", L"n");
+        raiz_abierta raiz(L"C:\\d");
+        directorio_abierto n;
+        EXPECT_EQ(n.abre(raiz.directorio, leida), lleva_a_otro_servidor ? ERROR_CANT_ACCESS_FILE : 0u);
+        n.cierra();
+        v["C:\\d\\n"].hijos.clear();
+        if (lleva_a_otro_servidor) {
+            continue;
+        }
+        EXPECT_EQ(raiz.directorio.borra(leida), 0u);
+        EXPECT_EQ(v.arbol("C:\\d"), lista{});
+    }
+}
+
+TEST(directorio_abierto, registros_alineados_a_cuatro_se_leen_enteros) {
+    for (const bool con_numeros : {true, false}) {
+        volumen_falso v;
+        v.alineacion = 4;
+        v.rechaza_con_numeros = con_numeros ? 0 : ERROR_NOT_SUPPORTED;
+        v.pon("C:\\d", {{"a"}, {"bc"}, {"def"}, {"g"}, {"hi"}});
+        raiz_abierta raiz(L"C:\\d");
+        DWORD codigo = 0;
+        EXPECT_EQ(lee(raiz.directorio, &codigo), (lista{"a", "bc", "def", "g", "hi"}));
+        EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
+    }
 }
 
 TEST(directorio_abierto, otros_codigos_no_son_un_rechazo) {
-    for (const DWORD codigo :
-         {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_FILE_NOT_FOUND, ERROR_DELETE_PENDING}) {
+    for (const DWORD codigo : std::initializer_list<DWORD>{ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
+                                                           ERROR_FILE_NOT_FOUND, ERROR_DELETE_PENDING}) {
         volumen_falso v;
         v.pon("C:\\d\\s", {{"g"}});
-        v["C:\\d\\s"].codigo_al_abrir = static_cast<DWORD>(codigo);
+        v["C:\\d\\s"].codigo_al_abrir = codigo;
         raiz_abierta raiz(L"C:\\d");
         directorio_abierto s;
-        EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), static_cast<DWORD>(codigo));
+        EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), codigo);
         EXPECT_TRUE(raiz.trato.relativo);
         EXPECT_EQ(v.aperturas.size(), 2u) << "the root and one attempt";
     }
@@ -351,11 +515,13 @@ TEST(directorio_abierto, los_numeros_deciden_si_es_el_que_se_leyo) {
          .abierto = 9,
          .propio = 8,
          .se_entra = true,
-         .coherentes = false},  // nothing can be compared
-        {.leido = 7, .abierto = 9, .propio = 0, .se_entra = false, .coherentes = true},
-        {.leido = 7, .abierto = 9, .propio = todos, .se_entra = false, .coherentes = true},
-        {.leido = 7, .abierto = 9, .propio = sin_punto, .se_entra = false, .coherentes = true},
+         .coherentes = false},  // each counts otherwise: its entry says so still
+        // Not told by the directory itself: its entry still says so while it is held.
+        {.leido = 7, .abierto = 9, .propio = 0, .se_entra = true, .coherentes = false},
+        {.leido = 7, .abierto = 9, .propio = todos, .se_entra = true, .coherentes = false},
+        {.leido = 7, .abierto = 9, .propio = sin_punto, .se_entra = true, .coherentes = false},
         {.leido = 7, .abierto = 0, .propio = 7, .se_entra = true, .coherentes = false},
+        {.leido = 7, .abierto = 0, .propio = 0, .se_entra = true, .coherentes = false},
     };
     for (const fila& caso : filas) {
         volumen_falso v;

@@ -39,7 +39,7 @@ TEST(error_interno, cada_forma_de_informar_llega_entera) {
     EXPECT_EQ(unico(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "ñ"}));
     error_interno_msg_u("a", vista_w(L"abcdef", 3), donde);  // a piece of a text, terminated for the host
     EXPECT_EQ(unico(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "abc"}));
-    error_interno_msg("a", vista_a("\xF1\x80z", 2), donde);  // 8-bit details arrive converted
+    error_interno_msg("a", vista_a(cp1252("ñ€")), donde);  // 8-bit details arrive converted
     EXPECT_EQ(unico(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "ñ€"}));
     error_interno_liberando_mensaje_u(cadena_w(vista_w(L"mensaje")), donde);
     EXPECT_EQ(unico().detalle, "mensaje");
@@ -65,7 +65,7 @@ TEST(error_interno, comprobar_dice_si_se_cumple_e_informa_si_no) {
     ESPERA_INFORMES("no");
     EXPECT_FALSE(i_comprueba_con(false, "no", vista_w(L"ñ")));
     EXPECT_EQ(unico().detalle, "ñ");
-    EXPECT_FALSE(i_comprueba_con(false, "no", vista_a("\xF1")));
+    EXPECT_FALSE(i_comprueba_con(false, "no", vista_a(cp1252("ñ"))));
     EXPECT_EQ(unico().detalle, "ñ");
     EXPECT_FALSE(i_comprueba_con(false, "no", static_cast<const wchar_t*>(nullptr)));
     EXPECT_EQ(unico().detalle, "(NULL)");

@@ -78,6 +78,17 @@ TEST(lmlongpath, el_prefijo_empieza_en_248_unidades) {
         {"\\\\.\\" + c9000, "\\\\.\\" + c9000},
         {"\\\\.\\COM1", "\\\\.\\COM1"},
         {"\\\\?\\C:\\a/b\\..", "\\\\?\\C:\\a/b\\.."},  // nothing in a prefixed path is touched
+        // The prefix with "/" in it is one of a path like others, which the system makes full.
+        {"//?/" + con_barras(c248), "\\\\?\\" + c248},
+        {"\\\\?/" + c248, "\\\\?\\" + c248},
+        {"//?\\" + c248, "\\\\?\\" + c248},
+        {"/\\?\\" + c248, "\\\\?\\" + c248},
+        {"\\/?/" + c9000 + "/../f", "\\\\?\\" + c9000.substr(0, c9000.rfind('\\')) + "\\f"},
+        {"//?/UNC/" + con_barras(u248.substr(2)), "\\\\?\\UNC\\" + u248.substr(2)},
+        {"//./" + con_barras(c248), "\\\\.\\" + c248},
+        {"\\\\./" + c248, "\\\\.\\" + c248},
+        {"//?/C:/x", "//?/C:/x"},  // short: as the system takes it
+        {"//./COM1", "//./COM1"},
         {c9000 + "\\..\\f", "\\\\?\\" + c9000.substr(0, c9000.rfind('\\')) + "\\f"},
         {c248 + "\\..\\..\\..\\..\\f", c248 + "\\..\\..\\..\\..\\f"},  // made full, it is short
         {c248 + "\\.\\f", "\\\\?\\" + c248 + "\\f"},

@@ -1,4 +1,4 @@
-// The table of source files and module tags, and who is named in a report.
+// The families of source files and their module tags, and who is named in a report.
 #include "companions/lugar.hpp"
 
 #include <set>
@@ -15,7 +15,7 @@ namespace {
 
 struct fila_etiqueta {
     const char* fichero;
-    const char* etiqueta;  // NULL: no file of the library
+    const char* etiqueta;
 };
 
 const fila_etiqueta filas[] = {
@@ -32,11 +32,16 @@ const fila_etiqueta filas[] = {
     {.fichero = "taskproc.cpp", .etiqueta = "taskproc (LUMODIR.DLL)"},
     {.fichero = "timefich.cpp", .etiqueta = "timefich (LUMODIR.DLL)"},
     {.fichero = "wine.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
-    {.fichero = "ar", .etiqueta = nullptr},            // the beginning of a name
-    {.fichero = "arrr.cpp", .etiqueta = nullptr},      // longer than a name
-    {.fichero = "arr/otro.cpp", .etiqueta = nullptr},  // a folder with the name of a file
-    {.fichero = "ARR.cpp", .etiqueta = nullptr},
-    {.fichero = "", .etiqueta = nullptr},
+    {.fichero = "lumoreg_claves.cpp", .etiqueta = "lumoreg (LUMODIR.DLL)"},
+    {.fichero = "src/listings/fichsdir.hpp", .etiqueta = "fichsdir (LUMODIR.DLL)"},
+    {.fichero = "src/frame/puente.hpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
+    {.fichero = "dirwi.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},    // the beginning of a name
+    {.fichero = "informe.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},  // longer than a name
+    {.fichero = "discos/otro.cpp",
+     .etiqueta = "lumodir (LUMODIR.DLL)"},  // a folder with the name of a family
+    {.fichero = "crea_dirwin.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},  // not where a name begins
+    {.fichero = "DISCOS.cpp", .etiqueta = "lumodir (LUMODIR.DLL)"},
+    {.fichero = "", .etiqueta = "lumodir (LUMODIR.DLL)"},
 };
 
 }  // namespace
@@ -47,16 +52,15 @@ TEST(lugar, cada_fichero_tiene_su_etiqueta) {
     }
 }
 
-TEST(lugar, la_tabla_tiene_solo_las_ocho_etiquetas_y_ningun_fichero_repetido) {
+TEST(lugar, hay_solo_las_ocho_etiquetas_y_ninguna_familia_repetida) {
     const std::set<std::string> ocho = {"lumodir (LUMODIR.DLL)",  "lumoreg (LUMODIR.DLL)",
                                         "dirwin (LUMODIR.DLL)",   "discos (LUMODIR.DLL)",
                                         "fichsdir (LUMODIR.DLL)", "nomsfich (LUMODIR.DLL)",
                                         "taskproc (LUMODIR.DLL)", "timefich (LUMODIR.DLL)"};
-    std::set<std::string> vistas;
-    std::set<std::string> ficheros;
-    for (const modulo& fila : modulos) {
-        EXPECT_EQ(ocho.count(fila.etiqueta), 1u) << fila.fichero;
-        EXPECT_TRUE(ficheros.insert(fila.fichero).second) << fila.fichero;
+    std::set<std::string> vistas = {etiqueta_de_las_demas};
+    std::set<std::string_view> nombres;
+    for (const familia& fila : familias) {
+        EXPECT_TRUE(nombres.insert(fila.nombre).second) << fila.nombre;
         vistas.insert(fila.etiqueta);
     }
     EXPECT_EQ(vistas, ocho);

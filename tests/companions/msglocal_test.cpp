@@ -40,6 +40,7 @@ const fila_idioma idiomas[] = {
     {.nombre = "es-ES modern", .langid = 0x0C0A, .ranura = 0},
     {.nombre = "es-MX", .langid = 0x080A, .ranura = 6},
     {.nombre = "es-AR", .langid = 0x2C0A, .ranura = 7},
+    {.nombre = "es", .langid = 0x000A, .ranura = 24},
     {.nombre = "es-CL", .langid = 0x340A, .ranura = 24},
     {.nombre = "es-US", .langid = 0x540A, .ranura = 24},
     {.nombre = "fr-FR", .langid = 0x040C, .ranura = 1},
@@ -57,6 +58,8 @@ const fila_idioma idiomas[] = {
     {.nombre = "ro-RO", .langid = 0x0418, .ranura = 11},
     {.nombre = "zh-CN", .langid = 0x0804, .ranura = 12},
     {.nombre = "zh-SG", .langid = 0x1004, .ranura = 12},
+    {.nombre = "zh-Hans", .langid = 0x0004, .ranura = 12},
+    {.nombre = "zh-Hant", .langid = 0x7C04, .ranura = 8},
     {.nombre = "zh-TW", .langid = 0x0404, .ranura = 8},  // traditional script: no text of its own
     {.nombre = "zh-HK", .langid = 0x0C04, .ranura = 8},
     {.nombre = "de-DE", .langid = 0x0407, .ranura = 13},
@@ -65,6 +68,7 @@ const fila_idioma idiomas[] = {
     {.nombre = "th-TH", .langid = 0x041E, .ranura = 25},
     {.nombre = "cs-CZ", .langid = 0x0405, .ranura = 26},
     {.nombre = "hr-HR", .langid = 0x041A, .ranura = 27},
+    {.nombre = "hr", .langid = 0x001A, .ranura = 27},
     {.nombre = "hr-BA", .langid = 0x101A, .ranura = 27},
     {.nombre = "sr-Latn-RS", .langid = 0x241A, .ranura = 8},  // the same primary language as Croatian
     {.nombre = "bs-Latn-BA", .langid = 0x141A, .ranura = 8},

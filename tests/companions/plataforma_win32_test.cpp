@@ -1,22 +1,16 @@
 // The platform door on Windows: the active code page, letter case of 8-bit text, texts of error codes.
-// The tests know the code page 1252; on a machine with another one what depends on it is skipped.
 #include "companions/plataforma.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/paginas.hpp"
 #include "companions/msglocal.h"
-#include "companions/tabla_entorno.hpp"
+#include "companions/sistema.hpp"
 
 using namespace apoyo;
 using namespace lumodir;
 
 // Taken before the fixture puts its recorder in that place.
-static void (*const duerme_de_veras)(unsigned long) = plataforma::duerme_ms;
-
-#define SOLO_CON_1252()                                                                       \
-    if (::GetACP() != 1252) {                                                                 \
-        GTEST_SKIP() << "the active code page is " << ::GetACP() << ", the rows are of 1252"; \
-    }                                                                                         \
-    static_assert(true)
+static void (*const duerme_de_veras)(unsigned long) = propias::duerme_ms;
 
 namespace {
 
@@ -37,7 +31,7 @@ texto_a estrecho(const texto_w& texto) {
 }  // namespace
 
 TEST(plataforma, cada_byte_de_1252_va_y_vuelve) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     for (unsigned b = 0; b < 256; ++b) {
         const texto_a byte(1, static_cast<char>(b));
         const texto_w unidad = ancho(byte);
@@ -49,7 +43,7 @@ TEST(plataforma, cada_byte_de_1252_va_y_vuelve) {
 }
 
 TEST(plataforma, lo_que_la_pagina_no_tiene_es_su_caracter_por_defecto) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     struct fila {
         const char* texto;
         const char* bytes;
@@ -72,18 +66,6 @@ TEST(plataforma, lo_que_la_pagina_no_tiene_es_su_caracter_por_defecto) {
         EXPECT_EQ(estrecho(w(f.texto)), f.bytes) << f.texto;
     }
     EXPECT_EQ(estrecho(texto_w(1, static_cast<wchar_t>(0xD800))), "?");  // half a pair
-}
-
-TEST(plataforma, ninguna_unidad_se_vuelve_un_caracter_de_ruta) {
-    SOLO_CON_1252();
-    // Over the whole of the first plane: what becomes a byte is what that byte becomes.
-    for (unsigned c = 1; c < 0x10000; ++c) {
-        const texto_a bytes = estrecho(texto_w(1, static_cast<wchar_t>(c)));
-        ASSERT_EQ(bytes.size(), 1u) << c;
-        if (bytes != "?") {
-            ASSERT_EQ(ancho(bytes), texto_w(1, static_cast<wchar_t>(c))) << c;
-        }
-    }
 }
 
 namespace {
@@ -121,7 +103,7 @@ TEST(plataforma, bytes_que_no_valen_dan_el_caracter_de_sustitucion) {
 }
 
 TEST(plataforma, solo_se_escribe_lo_que_cabe) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     wchar_t unidades[8] = {L'#', L'#', L'#', L'#', L'#', L'#', L'#', L'#'};
     EXPECT_EQ(plataforma::ansi_a_utf16("abc", unidades, 3), 3u);
     EXPECT_EQ(unidades[2], L'c');
@@ -141,7 +123,7 @@ TEST(plataforma, solo_se_escribe_lo_que_cabe) {
 }
 
 TEST(plataforma, la_caja_de_cada_byte_es_la_de_la_pagina) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     unsigned cambian = 0;
     for (unsigned b = 0; b < 256; ++b) {
         const char original = static_cast<char>(b);
@@ -165,7 +147,7 @@ TEST(plataforma, la_caja_de_cada_byte_es_la_de_la_pagina) {
 }
 
 TEST(plataforma, la_caja_de_un_texto_entero) {
-    SOLO_CON_1252();
+    const en_pagina p(1252);
     const texto_a original =
         cp1252("AbZz09_[`{\u00c1\u00f1\u00d1\u00ff\u0178\u0152\u0160\u00b5\u00df\u00d7\u00f7");
     texto_a menor = original;
@@ -232,7 +214,7 @@ TEST(plataforma, el_texto_de_un_codigo_es_una_linea_sin_su_final) {
     for (const DWORD codigo :
          {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_PATH_NOT_FOUND}, DWORD{ERROR_ACCESS_DENIED},
           DWORD{ERROR_SHARING_VIOLATION}, DWORD{ERROR_DISK_FULL}}) {
-        const std::string texto = u8(plataforma::texto_de_codigo_de_error(codigo).ver());
+        const std::string texto = u8(plataforma::strgetlasterror_texto_cod_error(codigo).ver());
         EXPECT_GT(texto.size(), 5u) << codigo;
         EXPECT_NE(texto, std::to_string(codigo));
         EXPECT_EQ(texto.find_last_not_of(" \r\n"), texto.size() - 1) << codigo;
@@ -246,13 +228,13 @@ TEST(plataforma, el_texto_de_un_codigo_es_una_linea_sin_su_final) {
         }
         EXPECT_EQ(u8(vista_w(sistema_dice, largo)).rfind(texto, 0), 0u) << codigo;
     }
-    EXPECT_NE(u8(plataforma::texto_de_codigo_de_error(ERROR_FILE_NOT_FOUND).ver()),
-              u8(plataforma::texto_de_codigo_de_error(ERROR_ACCESS_DENIED).ver()));
+    EXPECT_NE(u8(plataforma::strgetlasterror_texto_cod_error(ERROR_FILE_NOT_FOUND).ver()),
+              u8(plataforma::strgetlasterror_texto_cod_error(ERROR_ACCESS_DENIED).ver()));
 }
 
 TEST(plataforma, un_codigo_sin_texto_es_su_numero) {
-    EXPECT_EQ(u8(plataforma::texto_de_codigo_de_error(0xDEADBEEF).ver()), "3735928559");
-    EXPECT_EQ(u8(plataforma::texto_de_codigo_de_error(0x20000001).ver()), "536870913");
+    EXPECT_EQ(u8(plataforma::strgetlasterror_texto_cod_error(0xDEADBEEF).ver()), "3735928559");
+    EXPECT_EQ(u8(plataforma::strgetlasterror_texto_cod_error(0x20000001).ver()), "536870913");
 }
 
 namespace {
@@ -284,9 +266,7 @@ DWORD WINAPI texto_fingido(DWORD como, LPCVOID fuente, DWORD codigo, DWORD idiom
 }  // namespace
 
 TEST(plataforma, los_textos_del_sistema_van_en_la_lengua_de_los_mensajes) {
-    tabla_entorno fingida = entorno;
-    fingida.FormatMessageW = texto_fingido;
-    const sustituye<tabla_entorno> textos(entorno, fingida);
+    const sustituye textos(sistema.FormatMessageW, texto_fingido);
     const unsigned long de_antes = msglocal_dame_idioma();
     constexpr DWORD ninguna = 1;  // the system has no text at all
     const struct {
@@ -315,7 +295,7 @@ TEST(plataforma, los_textos_del_sistema_van_en_la_lengua_de_los_mensajes) {
             g_idioma_que_hay = f.hay;
             g_texto = texto_w(largo - 3, L'\u00F1') + L".\r\n";
             g_pedidos.clear();
-            EXPECT_EQ(u8(plataforma::texto_de_codigo_de_error(5).ver()),
+            EXPECT_EQ(u8(plataforma::strgetlasterror_texto_cod_error(5).ver()),
                       f.hay == ninguna ? "5" : u8(texto_w(largo - 3, L'\u00F1') + L"."));
             std::vector<DWORD> pedidos = f.pedidos;
             if (largo >= 512 && f.hay != ninguna) {
@@ -367,7 +347,7 @@ DWORD WINAPI valor_que_crece(LPCWSTR nombre, LPWSTR destino, DWORD sitio) {
 }  // namespace
 
 TEST(plataforma, una_variable_que_crece_se_pregunta_hasta_que_cabe) {
-    const sustituye<decltype(entorno.GetEnvironmentVariableW)> crece(entorno.GetEnvironmentVariableW,
+    const sustituye<decltype(sistema.GetEnvironmentVariableW)> crece(sistema.GetEnvironmentVariableW,
                                                                      valor_que_crece);
     g_veces = 0;
     EXPECT_EQ(u8(plataforma::variable_de_entorno(L"CRECE").ver()), std::string(5000, 'x'));
@@ -394,8 +374,8 @@ BOOL WINAPI escribe_consola(HANDLE, const void* texto, DWORD unidades, DWORD* es
 }  // namespace
 
 TEST(plataforma, un_texto_largo_va_a_la_consola_en_trozos_que_no_parten_pares) {
-    const sustituye<decltype(entorno.GetConsoleMode)> modo(entorno.GetConsoleMode, es_consola);
-    const sustituye<decltype(entorno.WriteConsoleW)> escribe(entorno.WriteConsoleW, escribe_consola);
+    const sustituye<decltype(sistema.GetConsoleMode)> modo(sistema.GetConsoleMode, es_consola);
+    const sustituye<decltype(sistema.WriteConsoleW)> escribe(sistema.WriteConsoleW, escribe_consola);
     const texto_w par = w("\U0001F600");
     const texto_w media(1, static_cast<wchar_t>(0xD83D));
     std::vector<texto_w> textos = {{}, L"x", par, media, texto_w(8192, L'a'), texto_w(8193, L'a')};

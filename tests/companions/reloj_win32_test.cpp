@@ -2,6 +2,7 @@
 // changed from year to year, and asks the system seldom.
 #include "companions/reloj.hpp"
 
+#include <algorithm>
 #include <random>
 
 #include "apoyo/apoyo.hpp"

@@ -1,8 +1,10 @@
-// The bridge between 8-bit text and UTF-16. The machine's code page is 1252 in every build of the tests.
+// The bridge between 8-bit text and UTF-16, in every code page.
 #include "companions/unicode.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/paginas.hpp"
 #include "companions/lumospy.h"
+#include "modelos/caracteres.hpp"
 
 using namespace apoyo;
 using namespace lumodir;
@@ -10,8 +12,9 @@ using namespace lumodir;
 namespace {
 
 struct fila {
+    unsigned pagina = 1252;
     const char* texto;      // UTF-8
-    const char* en_8_bits;  // what code page 1252 makes of it
+    const char* en_8_bits;  // what the code page makes of it
 };
 
 const fila filas[] = {
@@ -30,19 +33,51 @@ const fila filas[] = {
     {.texto = "\u2044", .en_8_bits = "?"},  // fraction slash
     {.texto = "\uFF3C", .en_8_bits = "?"},  // full-width backslash: never a separator
     {.texto = "\u221E", .en_8_bits = "?"},  // infinity: never an 8
+    {.pagina = 932, .texto = "ñ\u221E\uFF3C\u30BD", .en_8_bits = "?\x81\x87\x81\x5F\x83\\"},
+    {.pagina = 936, .texto = "ñ\u4E2D\u20AC", .en_8_bits = "?\xD6\xD0\x80"},
+    {.pagina = 949, .texto = "ñ\u4E2D\uAC00", .en_8_bits = "?\xF1\xE9\xB0\xA1"},
+    {.pagina = 950, .texto = "ñ\u4E2D\u529F", .en_8_bits = "?\xA4\xA4\xA5\\"},
+    {.pagina = 874, .texto = "ñ\u4E2D\u0E01\u20AC", .en_8_bits = "??\xA1\x80"},
+    {.pagina = 65001, .texto = "ñ\u4E2D", .en_8_bits = "\xC3\xB1\xE4\xB8\xAD"},
 };
 
 }  // namespace
 
 TEST(unicode, a_8_bits_sin_parecidos) {
     for (const fila& f : filas) {
-        const texto_w ancho = w(f.texto);
+        const en_pagina p(f.pagina);
+        const texto_w ancho = en_utf16(f.texto);
         EXPECT_EQ(std::string(a_ansi(vista_w(ancho)).c_str()), f.en_8_bits) << f.texto;
         EXPECT_EQ(std::string(a_ansi(ancho.c_str()).c_str()), f.en_8_bits) << f.texto;
     }
 }
 
+// Over the whole of the first plane: what becomes a character of the code page is what that character becomes.
+TEST(unicode, ninguna_unidad_se_vuelve_otra) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        unsigned la_tiene = 0;
+        for (unsigned c = 1; c < 0x10000; ++c) {
+            const texto_w unidad(1, static_cast<wchar_t>(c));
+            const bool media_pareja = c >= 0xD800 && c < 0xE000;
+            const cadena_a bytes = a_ansi(vista_w(unidad));
+            if (bytes.ver() != (pagina == 65001 ? "\xEF\xBF\xBD" : "?")) {
+                ++la_tiene;
+                const texto_w otra_vez(a_utf16(bytes.ver()).ver());
+                // Private characters stand for bytes that are none.
+                ASSERT_TRUE(otra_vez == unidad ||
+                            (c >= 0xE000 && c < 0xF900 && otra_vez == texto_w(1, 0xFFFD)))
+                    << pagina << " " << c;
+                ASSERT_EQ(modelos::en_caracteres(texto_a(bytes.ver())).size(), 1u) << pagina << " " << c;
+                ASSERT_FALSE(media_pareja) << pagina << " " << c;
+            }
+        }
+        EXPECT_GT(la_tiene, 200u) << pagina;
+    }
+}
+
 TEST(unicode, cada_byte_va_y_vuelve) {
+    const en_pagina p(1252);
     for (unsigned b = 1; b < 256; ++b) {
         const char bytes[] = {'x', static_cast<char>(b), 'y', '\0'};
         const cadena_w ancho = a_utf16(bytes);
@@ -67,18 +102,17 @@ TEST(unicode, null_da_null_y_vacio_da_vacio) {
 TEST(unicode, textos_de_cualquier_largo) {
     // Around the length up to which a temporary text needs no block, in ASCII and not.
     for (const std::size_t largo : {1u, 317u, 318u, 319u, 320u, 321u, 640u, 20000u}) {
-        for (const char* letra : {"a", "ñ"}) {
+        for (const std::string letra : {"a", "ñ"}) {
             std::string esperado;
             for (std::size_t i = 0; i < largo; ++i) {
                 esperado += i + 1 == largo ? "z" : letra;
             }
             const texto_a bytes = cp1252(esperado);
-            ASSERT_EQ(bytes.size(), largo);
             const utf16_temporal temporal(bytes.c_str());
             EXPECT_EQ(u8(temporal.c_str()), esperado) << largo << letra;
             EXPECT_EQ(u8(temporal.ver()), esperado) << largo << letra;
             // A part of a text: what follows it is not read.
-            const utf16_temporal parte(lumodir::vista_a(bytes).substr(0, largo - 1));
+            const utf16_temporal parte(lumodir::vista_a(bytes).substr(0, bytes.size() - 1));
             EXPECT_EQ(u8(parte.c_str()), esperado.substr(0, esperado.size() - 1)) << largo << letra;
             const cadena_w ancho = a_utf16(bytes.c_str());
             EXPECT_EQ(ancho.size(), largo);

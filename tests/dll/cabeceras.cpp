@@ -69,12 +69,16 @@ void lee_cabecera(const std::filesystem::path& fichero, std::map<std::string, de
     std::ifstream entrada(fichero, std::ios::binary);
     const std::string texto((std::istreambuf_iterator<char>(entrada)), std::istreambuf_iterator<char>());
     const std::string marca = "\nLUMODIR_API ";
+    std::string comentario;
     for (std::size_t p = texto.find(marca); p != std::string::npos; p = texto.find(marca, p + 1)) {
         const std::string entera = en_una_linea(texto.substr(p, texto.find(';', p) - p));
         std::smatch m;
         if (std::regex_match(entera, m, std::regex("LUMODIR_API (.*[ *])(\\w+)\\((.*)\\)"))) {
-            todas[m[2]] = {fichero.filename().string(),
-                           parametros_de(m[3], comentario_antes_de(texto, p + 1))};
+            // A twin is documented by what stands above it.
+            const std::string propio = comentario_antes_de(texto, p + 1);
+            const bool es_gemela = std::regex_match(propio, std::regex(" 8-bit flavour[^@\n]*"));
+            comentario = es_gemela ? comentario : propio;
+            todas[m[2]] = {fichero.filename().string(), parametros_de(m[3], comentario)};
         }
     }
 }

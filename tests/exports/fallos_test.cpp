@@ -10,7 +10,7 @@
 #include "apoyo/directorio.hpp"
 #include "companions/plataforma.hpp"
 #include "exports/exportaciones.hpp"
-#include "exports/todas_las_tablas.hpp"
+#include "exports/todas_las_llamadas.hpp"
 
 namespace exports {
 namespace {
@@ -130,7 +130,7 @@ private:
         pon_en_curso(que);
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
-        todas_las_tablas tablas(g_escenario->carpeta(), clave_de_prueba);
+        todas_las_llamadas tablas(g_escenario->carpeta(), clave_de_prueba);
         if (por_el_escritorio) {
             tablas.sin_nombres_largos();
         }
@@ -255,9 +255,8 @@ private:
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = lumodir::i_bloques_internos_vivos();
-        todas_las_tablas tablas(g_escenario->carpeta(), clave_de_prueba);
-        const apoyo::sustituye<decltype(lumodir::plataforma::termina_proceso)> puerta(
-            lumodir::plataforma::termina_proceso, sale);
+        todas_las_llamadas tablas(g_escenario->carpeta(), clave_de_prueba);
+        const apoyo::sustituye<void (*)()> puerta(lumodir::plataforma::termina_proceso, sale);
         g_memoria = lumodir::memoria;
         g_bloques.clear();
         bool entera;
@@ -313,8 +312,7 @@ TEST(agotada, un_producto_que_desborda_sale_por_la_misma_puerta) {
     if (!se_puede_salir) {
         GTEST_SKIP() << "this compiler cannot leave a call half-way";
     }
-    const apoyo::sustituye<decltype(lumodir::plataforma::termina_proceso)> puerta(
-        lumodir::plataforma::termina_proceso, sale);
+    const apoyo::sustituye<void (*)()> puerta(lumodir::plataforma::termina_proceso, sale);
     g_puertas = 0;
     EXPECT_FALSE(corre([] { lumospy_nousar_calloc(SIZE_MAX / 2 + 1, 2); }));
     EXPECT_EQ(g_puertas, 1u);

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "companions/lugar.hpp"
 #include "exports/exportaciones.hpp"
 
 namespace exports {
@@ -59,12 +60,9 @@ void llama(void (*cual)(), const llamada& como) {
 }
 
 bool etiqueta_conocida(const std::string& etiqueta) {
-    for (const lumodir::modulo& m : lumodir::modulos) {
-        if (etiqueta == m.etiqueta) {
-            return true;
-        }
-    }
-    return false;
+    return etiqueta == lumodir::etiqueta_de_las_demas ||
+           std::any_of(std::begin(lumodir::familias), std::end(lumodir::familias),
+                       [&](const lumodir::familia& f) { return etiqueta == f.etiqueta; });
 }
 
 // The first report that does not say what and where. The others are not kept, and the details of some alone are read

@@ -1,16 +1,16 @@
-// A system that never does anything: every entry of every table of system calls answers out of a random source, and
+// A system that never does anything: every call of the table that can fail answers out of a random source, and
 // none reaches Windows. What a wild argument asks for cannot happen to any real file, key or process. Windows only.
 //
 // It fails with codes of all kinds or, when told to lie, answers success with rubbish: names of any length, any
 // attributes, any sizes. A lie costs one of a number of lies, so that no enumeration lasts for ever.
 #pragma once
 
-#include <cstring>
 #include <random>
 #include <set>
 
 #include "apoyo/apoyo.hpp"
-#include "exports/tablas_guardadas.hpp"
+#include "apoyo/llamadas.hpp"
+#include "files/nombre_largo.hpp"
 
 namespace exports {
 
@@ -24,18 +24,14 @@ class sistema_mentiroso {
 public:
     sistema_mentiroso(fuente& f, unsigned mentiras) : f_(f), mentiras_(mentiras) {
         i_yo() = this;
-        i_desvia_ficheros();
-        i_desvia_registro();
-        i_desvia_lo_demas();
-        i_exige_llena(lumodir::sistema);
-        i_exige_llena(lumodir::sistema_registro);
-        i_exige_llena(lumodir::procesos);
-        i_exige_llena(lumodir::unidades);
-        i_exige_llena(lumodir::directorio_actual);
-        i_exige_llena(lumodir::escritorio);
-        i_exige_llena(lumodir::entorno);
+        lumodir::i_olvida_nombre_largo();
+        apoyo::con_cada_llamada([]<auto Entrada>() { i_desvia(&(lumodir::sistema.*Entrada)); });
+        i_desvia_lo_particular();
     }
-    ~sistema_mentiroso() { i_yo() = nullptr; }
+    ~sistema_mentiroso() {
+        i_yo() = nullptr;
+        lumodir::i_olvida_nombre_largo();
+    }
     sistema_mentiroso(const sistema_mentiroso&) = delete;
     sistema_mentiroso& operator=(const sistema_mentiroso&) = delete;
 
@@ -155,6 +151,8 @@ private:
             return ERROR_SUCCESS;
         } else if constexpr (std::is_same_v<R, BOOL>) {
             return TRUE;
+        } else if constexpr (std::is_pointer_v<R>) {
+            return R();
         } else {
             return static_cast<R>(i_yo()->f_());
         }
@@ -306,38 +304,13 @@ private:
     }
     static wchar_t* i_directorio_de(int, wchar_t* destino, int sitio) { return i_directorio(destino, sitio); }
 
-    // Tables begin empty: an entry that nobody names here is noticed, and could not be called.
-    template <class T>
-    static void i_exige_llena(const T& tabla) {
-        void (*entradas[sizeof(T) / sizeof(void (*)())])();
-        std::memcpy(entradas, &tabla, sizeof entradas);
-        for (void (*const entrada)() : entradas) {
-            EXPECT_NE(entrada, nullptr) << "an entry of a table has no answer here yet";
-        }
-    }
-    void i_desvia_ficheros() {
+    void i_desvia_lo_particular() {
         lumodir::tabla_sistema& t = lumodir::sistema;
-        t = {};
-        i_desvia(&t.GetFileAttributesW);
         t.GetFileAttributesExW = i_atributos;
-        i_desvia(&t.SetFileAttributesW);
-        i_desvia(&t.CreateFileW);
         t.CloseHandle = i_cierra<BOOL, HANDLE>;
-        i_desvia(&t.GetFileInformationByHandle);
         t.GetFileInformationByHandleEx = i_informacion;
         t.SetFileInformationByHandle = i_pone_informacion;
-        i_desvia(&t.SetFileTime);
-        i_desvia(&t.FileTimeToLocalFileTime);
-        i_desvia(&t.LocalFileTimeToFileTime);
-        i_desvia(&t.FileTimeToSystemTime);
-        i_desvia(&t.SystemTimeToTzSpecificLocalTime);
-        i_desvia(&t.SystemTimeToFileTime);
-        i_desvia(&t.DeleteFileW);
-        i_desvia(&t.CreateDirectoryW);
-        i_desvia(&t.RemoveDirectoryW);
-        i_desvia(&t.MoveFileExW);
         t.FindFirstFileExW = i_busca;
-        i_desvia(&t.FindNextFileW);
         t.FindClose = i_cierra<BOOL, HANDLE>;
         t.GetFullPathNameW = i_completo;
         t.GetShortPathNameW = i_otra_forma;
@@ -346,68 +319,31 @@ private:
         t.GetTempFileNameW = i_fichero_temporal;
         t.GetWindowsDirectoryW = i_windows;
         t.GetModuleFileNameW = i_modulo_w;
-        i_desvia(&t.abre_entrada);
-        i_desvia(&t.numero_de_fichero);
         t.nombre_de_fichero = i_nombre_de_fichero;
-        i_desvia(&t.sigue_enlaces);
-    }
-    void i_desvia_registro() {
-        lumodir::tabla_registro& t = lumodir::sistema_registro;
-        const auto imagen = t.machine_es_imagen_de_64bits;
-        t = {};
-        i_desvia(&t.RegOpenKeyExA);
-        i_desvia(&t.RegOpenKeyExW);
-        i_desvia(&t.RegCreateKeyExW);
         t.RegCloseKey = i_cierra<LSTATUS, HKEY>;
-        i_desvia(&t.RegQueryInfoKeyA);
-        i_desvia(&t.RegQueryInfoKeyW);
         t.RegQueryValueExA = i_valor<char>;
         t.RegQueryValueExW = i_valor<wchar_t>;
-        i_desvia(&t.RegSetValueExW);
-        i_desvia(&t.RegDeleteValueW);
         t.RegEnumKeyExA = i_subclave<char>;
         t.RegEnumKeyExW = i_subclave<wchar_t>;
         t.RegEnumValueW = i_enumera_valor;
-        i_desvia(&t.NtDeleteKey);
-        t.machine_es_imagen_de_64bits = imagen;
-    }
-    void i_desvia_lo_demas() {
-        lumodir::tabla_procesos& p = lumodir::procesos;
-        p = {};
-        i_desvia(&p.CreateToolhelp32Snapshot);
-        i_desvia(&p.Process32FirstW);
-        i_desvia(&p.Process32NextW);
-        i_desvia(&p.Module32FirstW);
-        i_desvia(&p.Module32NextW);
-        p.OpenProcess = i_abre_proceso;
-        i_desvia(&p.TerminateProcess);
-        p.CloseHandle = i_cierra<BOOL, HANDLE>;
-        lumodir::tabla_unidades& u = lumodir::unidades;
-        u = {};
-        i_desvia(&u.GetLogicalDrives);
-        i_desvia(&u.GetDriveTypeW);
-        u.GetVolumeInformationW = i_volumen;
-        u.QueryDosDeviceW = i_dispositivo;
-        u.WNetGetConnectionW = i_red;
-        u._wgetdcwd = i_directorio_de;
-        i_desvia(&u._getdrive);
-        lumodir::directorio_actual = {i_directorio<wchar_t>};
-        lumodir::tabla_entorno& e = lumodir::entorno;
-        e = {};
-        e.GetEnvironmentVariableW = i_otra_forma;
-        e.FormatMessageW = i_mensaje;
-        i_desvia(&e.GetConsoleMode);
-        i_desvia(&e.WriteConsoleW);
-        i_desvia(&e.GetThreadErrorMode);
-        i_desvia(&e.SetThreadErrorMode);
-        lumodir::busca_nombre_largo = []() noexcept -> lumodir::funcion_nombre_largo { return i_otra_forma; };
+        t.OpenProcess = i_abre_proceso;
+        t.CloseHandle = i_cierra<BOOL, HANDLE>;
+        t.GetVolumeInformationW = i_volumen;
+        t.QueryDosDeviceW = i_dispositivo;
+        t.WNetGetConnectionW = i_red;
+        t._wgetdcwd = i_directorio_de;
+        t.GetEnvironmentVariableW = i_otra_forma;
+        t.FormatMessageW = i_mensaje;
+        t._wgetcwd = i_directorio<wchar_t>;
+        i_desvia(&t.sigue_enlaces);
+        t.busca_nombre_largo = []() -> lumodir::funcion_nombre_largo { return i_otra_forma; };
         // Never asked while the answer above is there; were it asked, it has nothing.
-        lumodir::escritorio = {[](IMalloc**) -> HRESULT { return E_FAIL; },
-                               [](IShellFolder**) -> HRESULT { return E_FAIL; },
-                               [](PCIDLIST_ABSOLUTE, LPWSTR) -> BOOL { return FALSE; }};
+        t.SHGetMalloc = [](IMalloc**) -> HRESULT { return E_FAIL; };
+        t.SHGetDesktopFolder = [](IShellFolder**) -> HRESULT { return E_FAIL; };
+        t.SHGetPathFromIDListW = [](const _ITEMIDLIST*, LPWSTR) -> BOOL { return FALSE; };
     }
 
-    const tablas_guardadas reales_;
+    const apoyo::sistema_guardado guardado_;
     fuente& f_;
     unsigned mentiras_;
     unsigned long llamadas_ = 0;

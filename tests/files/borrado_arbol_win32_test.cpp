@@ -8,7 +8,7 @@
 #include "cdir.h"
 #include "companions/arr.h"
 #include "companions/buclrein.h"
-#include "files/azar.hpp"
+#include "companions/sistema.hpp"
 #include "files/recorrido_borrado.hpp"
 #include "lumodir.h"
 
@@ -29,6 +29,11 @@ struct forma {
     bool contesta;
     std::function<unsigned short(const std::string&)> borra;
     bool debe_bastar = false;  // reports what is left
+
+    bool es_gemela() const {  // the 8-bit twin of another
+        const std::string_view n = nombre;
+        return n.ends_with("subdirectorios") || n.ends_with("o_directorio");
+    }
 };
 
 constexpr char no_bastaron[] = "se_han_borrado_todos_los_ficheros_loc == CIERTO";
@@ -107,6 +112,7 @@ bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const cha
     PROCESS_INFORMATION proceso = {};
     if (!::CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                           &arranque, &proceso)) {
+        ADD_FAILURE() << "no ln: error " << ::GetLastError();
         return false;
     }
     ::WaitForSingleObject(proceso.hProcess, 10'000);
@@ -127,7 +133,8 @@ void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
     arranque.cb = sizeof arranque;
     PROCESS_INFORMATION proceso = {};
     ASSERT_TRUE(::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                 nullptr, &arranque, &proceso));
+                                 nullptr, &arranque, &proceso))
+        << "no rm: error " << ::GetLastError();
     ::CloseHandle(proceso.hThread);
     ::CloseHandle(proceso.hProcess);
     for (int i = 0; i < 1500 && d.existe(donde); ++i) {
@@ -323,6 +330,8 @@ TEST(borrado_arbol, sin_bandera_no_se_borra_nada) {
 }
 
 TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
+    // Windows opens a link itself and takes it away; Wine would come to what it points to, and there it stays.
+    const bool se_van = !lumodir::sistema.sigue_enlaces();
     for (const forma& f : formas) {
         const directorio_temporal d;
         d.fichero("valioso\\no tocar.txt");
@@ -336,18 +345,21 @@ TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
         f.borra(d.ruta("t"));
         EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre;
         EXPECT_FALSE(d.existe("t\\f.txt")) << f.nombre;
+        EXPECT_EQ(d.existe("t\\enlace"), !(se_van && f.recursiva)) << f.nombre;
         // As the root itself it is not entered either, however it is written.
         for (const char* raiz : {"t\\enlace\\", "t\\enlace/", "t\\enlace\\\\", "t\\enlace\\.", "t\\enlace"}) {
             d.directorio("t");
             ASSERT_TRUE(d.existe("t\\enlace") || crea_enlace_unix(d, "t/enlace", "valioso"));
             f.borra(d.ruta(raiz));
             EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre << " " << raiz;
+            EXPECT_EQ(d.existe("t\\enlace"), !(se_van && f.quita_raiz)) << f.nombre << " " << raiz;
         }
         toma_preguntas();
         toma_esperas();
-        // The link is a directory that is there and was not looked into.
+        // A link that stays is a directory that is there and was not looked into.
         const lista expresiones = toma_expresiones();
-        EXPECT_EQ(expresiones, lista(f.debe_bastar ? (f.recursiva ? 6 : 5) : 0, no_bastaron)) << f.nombre;
+        const unsigned sin_mirar = !f.recursiva ? 5 : se_van ? 0 : 6;
+        EXPECT_EQ(expresiones, lista(f.debe_bastar ? sin_mirar : 0, no_bastaron)) << f.nombre;
         borra_enlace_unix(d, "t/enlace");
     }
 }
@@ -374,8 +386,16 @@ TEST(borrado_arbol, un_nombre_que_Windows_recorta_no_se_recorre) {
         toma_avisos();
         toma_informes();
     }
-    // With the prefix nothing is cut.
+    // Nor is it called gone while the system does not say whether it is there.
     const directorio_temporal d;
+    d.directorio("t");
+    {
+        fallos f;
+        f.falla_siempre("GetFileAttributesW", ERROR_DISK_FULL);
+        EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(d.ruta_w("t.").c_str()), 0);
+    }
+    toma_informes();
+    // With the prefix nothing is cut.
     d.fichero("t \\f.txt");
     cdir_borra_contenido_directorio_UNICODE(w("\\\\?\\" + d.ruta("t ")).c_str());
     EXPECT_FALSE(d.existe("t \\f.txt"));
@@ -383,17 +403,19 @@ TEST(borrado_arbol, un_nombre_que_Windows_recorta_no_se_recorre) {
 
 // Without its separator the name of a volume is that of a device, no directory.
 TEST(borrado_arbol, la_raiz_de_un_volumen_conserva_su_separador) {
-    const std::string volumen = "\\\\?\\Volume{00000000-0000-0000-0000-00000000dead}";
     buclrein_establece_politica(0, 0);
-    for (const forma& f : formas) {
-        fallos libro;
-        f.borra(volumen + "\\");
-        EXPECT_GT(libro.llamadas(), 0u) << f.nombre;
-        for (const fallos::llamada& l : libro.historia()) {
-            EXPECT_NE(l.ruta, volumen) << f.nombre << ": " << l.nombre;
+    for (const char* prefijo : {"\\\\?\\", "\\\\.\\"}) {
+        const std::string volumen = std::string(prefijo) + "Volume{00000000-0000-0000-0000-00000000dead}";
+        for (const forma& f : formas) {
+            fallos libro;
+            f.borra(volumen + "\\");
+            EXPECT_GT(libro.llamadas(), 0u) << f.nombre;
+            for (const fallos::llamada& l : libro.historia()) {
+                EXPECT_NE(l.ruta, volumen) << f.nombre << ": " << l.nombre;
+            }
+            toma_avisos();
+            toma_informes();
         }
-        toma_avisos();
-        toma_informes();
     }
 }
 
@@ -576,8 +598,8 @@ TEST(borrado_arbol, las_pasadas_esperan_entre_20_y_500_ms_20_veces) {
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
     static unsigned siguiente;
     siguiente = 0;
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar,
-                                                  []() noexcept -> unsigned { return siguiente++; });
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar,
+                                         []() noexcept -> unsigned { return siguiente++; });
     cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
     ESPERA_INFORMES("se_han_borrado_todos_los_ficheros_loc == CIERTO");
     const std::vector<unsigned long> tabla = {50, 75, 100, 150, 200, 300, 400, 500};
@@ -602,7 +624,7 @@ TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
     const directorio_temporal d;
     const std::string ruta = d.fichero("t\\sub\\abierto.txt");
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     unsigned pausas = 0;
     al_dormir([&](unsigned long) {
         if (++pausas == 4) {
@@ -617,7 +639,7 @@ TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
 TEST(borrado_arbol, el_azar_de_las_pausas_llega_a_las_ocho) {
     unsigned vistas = 0;
     for (int i = 0; i < 2'000 && vistas != 0xFF; ++i) {
-        vistas |= 1u << lumodir::numero_al_azar() % 8;
+        vistas |= 1u << lumodir::sistema.numero_al_azar() % 8;
     }
     EXPECT_EQ(vistas, 0xFFu);
 }
@@ -731,7 +753,7 @@ TEST(borrado_arbol, dos_procesos_a_la_vez_acaban_bien_los_dos) {
 
 // Each refusal of a file system alone, and all of them at once: the tree goes all the same.
 TEST(borrado_arbol, cualquier_sistema_de_ficheros_vale) {
-    for (unsigned cuales = 0; cuales < 32; ++cuales) {
+    for (unsigned cuales = 0; cuales < 128; ++cuales) {
         for (const forma& f : formas) {
             volumen_falso v;
             v.pon("C:\\d\\t", {{"a", FILE_ATTRIBUTE_READONLY}, {"f "}, {"con"}});
@@ -744,6 +766,8 @@ TEST(borrado_arbol, cualquier_sistema_de_ficheros_vale) {
             v.rechaza_posix = (cuales & 8) != 0 ? ERROR_NOT_SUPPORTED : 0;
             v.conoce_sin_seguir = (cuales & 16) == 0;
             v.dice_numeros = (cuales & 2) == 0;
+            v.desfase_de_manijas = (cuales & 32) != 0 ? 2 : 0;
+            v.desfase_de_punto = (cuales & 64) != 0 ? 1 : 0;
             const unsigned short respuesta = f.borra("C:\\d\\t");
             EXPECT_EQ(respuesta, f.contesta ? 1 : no_contesta) << f.nombre << " " << cuales;
             lista queda{"t\\", "fuera"};
@@ -761,46 +785,90 @@ TEST(borrado_arbol, cualquier_sistema_de_ficheros_vale) {
 // Somebody puts a link, or another directory, in a directory's place before each opening and each reading in turn.
 TEST(borrado_arbol, cambiar_directorios_en_cualquier_momento_no_lleva_fuera) {
     buclrein_establece_politica(0, 0);
-    for (const forma& f : formas) {
-        for (const DWORD rechazo : {DWORD{0}, DWORD{ERROR_NOT_SUPPORTED}}) {
-            for (const char* victima : {"C:\\d\\t", "C:\\d\\t\\s", "C:\\d\\t\\s\\u"}) {
-                for (const bool por_enlace : {true, false}) {
-                    bool ha_tocado = true;
-                    for (unsigned n = 1; ha_tocado; ++n) {
-                        ASSERT_LT(n, 2'000u);
-                        volumen_falso v;
-                        v.pon("C:\\d\\t", {{"a"}});
-                        v.pon("C:\\d\\t\\s", {{"a"}});
-                        v.pon("C:\\d\\t\\s\\u", {{"a"}});
-                        v.pon("C:\\fuera", {{"a"}, {"valioso"}});
-                        v.pon("C:\\fuera\\s", {{"a"}});
-                        v.pon("C:\\fuera\\s\\u", {{"a"}});
-                        v.pon("C:\\fuera\\u", {{"a"}});
-                        const lista fuera = v.arbol("C:\\fuera");
-                        v.rechaza_relativo = rechazo;
-                        unsigned van = 0;
-                        ha_tocado = false;
-                        const auto cambia = [&] {
-                            if (++van == n && v.hay(victima)) {
-                                ha_tocado = true;
-                                por_enlace
-                                    ? v.cambia(victima, {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"})
-                                    : v.cambia(victima, {"", FILE_ATTRIBUTE_DIRECTORY}, {{"ajeno"}});
-                            }
-                        };
-                        v.al_abrir = [&](const std::string&) { cambia(); };
-                        v.al_listar = cambia;
-                        f.borra("C:\\d\\t");
-                        ha_tocado = ha_tocado || van >= n;
-                        EXPECT_EQ(v.arbol("C:\\fuera"), fuera) << f.nombre << " " << victima << " at " << n;
-                        EXPECT_EQ(v.abiertas(), 0u) << f.nombre << " " << victima << " at " << n;
-                        toma_preguntas();
-                        toma_esperas();
-                        toma_avisos();
-                        toma_informes();
-                    }
-                }
+    struct volumen {
+        DWORD rechazo;
+        unsigned long long desfase_de_manijas;
+        unsigned long long desfase_de_punto;
+        const char* victima;
+        bool por_enlace;
+    };
+    std::vector<volumen> volumenes;
+    for (const char* victima : {"C:\\d\\t", "C:\\d\\t\\s", "C:\\d\\t\\s\\u"}) {
+        for (const bool por_enlace : {true, false}) {
+            for (const DWORD rechazo : {DWORD{0}, DWORD{ERROR_NOT_SUPPORTED}}) {
+                volumenes.push_back({rechazo, 0, 0, victima, por_enlace});
+                volumenes.push_back({rechazo, 2, 0, victima, por_enlace});
+                volumenes.push_back({rechazo, 2, 1, victima, por_enlace});
             }
+        }
+    }
+    for (const forma& f : formas) {
+        for (const volumen& caso : volumenes) {
+            bool ha_tocado = true;
+            for (unsigned n = 1; ha_tocado; ++n) {
+                ASSERT_LT(n, 2'000u);
+                volumen_falso v;
+                v.pon("C:\\d\\t", {{"a"}});
+                v.pon("C:\\d\\t\\s", {{"a"}});
+                v.pon("C:\\d\\t\\s\\u", {{"a"}});
+                v.pon("C:\\fuera", {{"a"}, {"valioso"}});
+                v.pon("C:\\fuera\\s", {{"a"}});
+                v.pon("C:\\fuera\\s\\u", {{"a"}});
+                v.pon("C:\\fuera\\u", {{"a"}});
+                const lista fuera = v.arbol("C:\\fuera");
+                v.rechaza_relativo = caso.rechazo;
+                v.desfase_de_manijas = caso.desfase_de_manijas;
+                v.desfase_de_punto = caso.desfase_de_punto;
+                unsigned van = 0;
+                ha_tocado = false;
+                const auto cambia = [&] {
+                    if (++van == n && v.hay(caso.victima)) {
+                        ha_tocado = true;
+                        caso.por_enlace
+                            ? v.cambia(caso.victima, {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"})
+                            : v.cambia(caso.victima, {"", FILE_ATTRIBUTE_DIRECTORY}, {{"ajeno"}});
+                    }
+                };
+                v.al_abrir = [&](const std::string&) { cambia(); };
+                v.al_listar = cambia;
+                f.borra("C:\\d\\t");
+                ha_tocado = ha_tocado || van >= n;
+                EXPECT_EQ(v.arbol("C:\\fuera"), fuera) << f.nombre << " " << caso.victima << " at " << n
+                                                       << ", handles " << caso.desfase_de_manijas;
+                EXPECT_EQ(v.abiertas(), 0u) << f.nombre << " " << caso.victima << " at " << n;
+                toma_preguntas();
+                toma_esperas();
+                toma_avisos();
+                toma_informes();
+            }
+        }
+    }
+}
+
+// A read-only file whose attributes may not be read: its entry has told them.
+TEST(borrado_arbol, de_lo_que_no_se_puede_mirar_se_sabe_lo_que_dice_su_entrada) {
+    static decltype(lumodir::sistema.abre_entrada) antes;
+    static DWORD codigo;
+    for (const DWORD uno : {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION}) {
+        codigo = uno;
+        for (const forma& f : formas) {
+            const directorio_temporal d;
+            d.fichero("t\\a", "x", FILE_ATTRIBUTE_READONLY);
+            d.fichero("t\\b");
+            antes = lumodir::sistema.abre_entrada;
+            const sustituye<decltype(antes)> nadie_mira(
+                lumodir::sistema.abre_entrada,
+                [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir, DWORD opciones,
+                   DWORD atributos) -> HANDLE {
+                    constexpr DWORD de_fichero = 0x40;  // FILE_NON_DIRECTORY_FILE
+                    if ((acceso & FILE_READ_ATTRIBUTES) != 0 && (opciones & de_fichero) != 0) {
+                        ::SetLastError(codigo);
+                        return INVALID_HANDLE_VALUE;
+                    }
+                    return antes(nombre, directorio, acceso, compartir, opciones, atributos);
+                });
+            EXPECT_EQ(f.borra(d.ruta("t")), f.contesta ? 1 : no_contesta) << f.nombre;
+            EXPECT_EQ(d.arbol(), f.quita_raiz ? lista{} : lista{"t\\"}) << f.nombre;
         }
     }
 }
@@ -864,11 +932,10 @@ TEST(borrado_arbol, un_directorio_de_solo_lectura_se_quita_y_si_se_queda_sigue_s
 TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_pierde_memoria) {
     const directorio_temporal d;
     buclrein_establece_politica(1, 0);
-    const sustituye<unsigned (*)() noexcept> azar(lumodir::numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
     for (const forma& f : formas) {
-        if (std::string(f.nombre).ends_with("subdirectorios") ||
-            std::string(f.nombre).ends_with("o_directorio")) {
-            continue;  // the 8-bit twins of two others
+        if (f.es_gemela()) {
+            continue;
         }
         con_cada_fallo(
             [&] {
@@ -890,5 +957,43 @@ TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_p
                 toma_preguntas();
                 toma_esperas();
             });
+    }
+}
+
+// The ways round a file system that refuses much, with each of their calls failing too.
+TEST(borrado_arbol, tampoco_por_los_rodeos_queda_nada_cuando_falla_una_llamada) {
+    buclrein_establece_politica(1, 0);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    for (const unsigned rodeo : {1u, 2u, 3u, 7u}) {
+        for (const forma& f : formas) {
+            if (f.es_gemela() || !f.recursiva) {
+                continue;
+            }
+            volumen_falso v;
+            v.rechaza_relativo = (rodeo & 1) != 0 ? ERROR_NOT_SUPPORTED : 0;
+            v.desfase_de_manijas = (rodeo & 2) != 0 ? 2 : 0;
+            v.desfase_de_punto = (rodeo & 2) != 0 ? 1 : 0;
+            v.rechaza_con_numeros = v.rechaza_sin_numeros = (rodeo & 4) != 0 ? ERROR_NOT_SUPPORTED : 0;
+            v.pon("C:\\d", {{"fuera"}});
+            con_cada_fallo(
+                [&] {
+                    v["C:\\d"].hijos.resize(1);
+                    v.pon("C:\\d\\t", {{"a", FILE_ATTRIBUTE_READONLY}});
+                    v.pon("C:\\d\\t\\s", {{"b"}});
+                },
+                [&] { f.borra("C:\\d\\t"); },
+                [&](const ronda& r) {
+                    EXPECT_EQ(v.abiertas(), 0u) << f.nombre << " " << r;
+                    EXPECT_TRUE(v.hay("C:\\d\\fuera")) << f.nombre << " " << r;
+                    if (r.limpia) {
+                        EXPECT_EQ(v.arbol("C:\\d"), f.quita_raiz ? lista{"fuera"} : (lista{"fuera", "t\\"}))
+                            << f.nombre << " " << rodeo;
+                    }
+                    toma_informes();
+                    toma_avisos();
+                    toma_preguntas();
+                    toma_esperas();
+                });
+        }
     }
 }

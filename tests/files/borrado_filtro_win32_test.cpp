@@ -167,6 +167,33 @@ TEST(borrado_filtro, los_nombres_no_son_caminos_y_el_directorio_es_el_que_se_bus
     }
 }
 
+// The directory that was opened and the one that was searched must be one: another may stand there for a moment.
+TEST(borrado_filtro, lo_que_se_encuentra_en_otro_directorio_no_se_borra_en_ninguno) {
+    const volumen_falso::entrada otros[] = {{"", FILE_ATTRIBUTE_DIRECTORY},
+                                            {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"}};
+    for (const volumen_falso::entrada& otro : otros) {
+        for (const bool ancha : {true, false}) {
+            volumen_falso v;
+            v.pon("C:\\fuera", {{"a"}});
+            v.pon("C:\\d", {{"a"}, {"b"}});
+            v.al_buscar = [&] {
+                ASSERT_TRUE(v.cambia("C:\\d", otro, {{"a"}, {"c"}}));
+                v.al_buscar = nullptr;
+            };
+            ancha ? cdir_delete_ficheros_UNICODE(L"C:\\d\\*") : cdir_delete_ficheros("C:\\d\\*");
+            EXPECT_EQ(v.borrados, lista{});
+            EXPECT_EQ(v.arbol("C:\\fuera"), lista{"a"});
+            EXPECT_EQ(v.busquedas_hechas.size(), 1u);
+            EXPECT_EQ(v.abiertas(), 0u);
+        }
+    }
+    volumen_falso v;
+    v.pon("C:\\d", {{"a"}, {"b"}});
+    v.dice_numeros = false;
+    cdir_delete_ficheros_UNICODE(L"C:\\d\\*");
+    EXPECT_EQ(v.borrados, (lista{"a", "b"})) << "where no numbers are told, by the names";
+}
+
 TEST(borrado_filtro, con_cualquier_llamada_fallando_no_se_borra_de_mas) {
     const directorio_temporal d;
     con_cada_fallo(

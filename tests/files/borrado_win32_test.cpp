@@ -18,7 +18,7 @@ using lista = std::vector<std::string>;
 constexpr unsigned short no_contesta = 7;
 
 std::string texto_de_codigo(DWORD codigo) {
-    return u8(lumodir::plataforma::texto_de_codigo_de_error(codigo).ver());
+    return u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 const std::string sugerencia =

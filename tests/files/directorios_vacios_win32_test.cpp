@@ -193,11 +193,11 @@ TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
     ::SetCurrentDirectoryW(d.ruta_w().c_str());
     const std::string raiz = d.ruta();
     const std::string sin_unidad = raiz.substr(2);
-    struct fila {
+    struct manera {
         std::string directorio;
         std::string base;
     };
-    const fila filas[] = {
+    const manera maneras[] = {
         {raiz + "\\\\base\\a\\b", raiz + "\\base"},
         {raiz + "\\x\\..\\base\\a\\b", raiz + "\\base"},
         {"\\\\?\\" + raiz + "\\base\\a\\b", raiz + "\\base"},
@@ -215,7 +215,7 @@ TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
         {raiz + "\\base\\a\\..\\..\\base\\a", raiz + "\\base"},
         {raiz + "\\base\\a", raiz + "\\bas"},
     };
-    for (const fila& caso : filas) {
+    for (const manera& caso : maneras) {
         for (const bool ancha : {true, false}) {
             d.directorio("base\\a\\b");
             d.directorio("x");

@@ -244,6 +244,27 @@ TEST(en_windows, ninguna_llamada_deja_salir_un_dialogo) {
         {"write test", [&] { cdir_se_puede_escribir_UNICODE(d.ruta_w("t\\sonda").c_str()); }},
         {"write test of a directory",
          [&] { cdir_se_puede_escribir_en_directorio(d.ruta_w("t").c_str(), nullptr); }},
+        {"dates", [&] { timefich_asignar_fecha_fichero_UTC(d.ruta_w("t\\a.txt").c_str(), 1'000'000'000); }},
+        {"change of extension",
+         [&] {
+             d.fichero("otros\\a.uno");
+             d.fichero("otros\\a.dos");
+             cdir_cambia_extension_ficheros_u(d.ruta_w("otros").c_str(), L"uno", L"dos");
+         }},
+        {"deletion by pattern", [&] { cdir_delete_ficheros_UNICODE(d.ruta_w("otros\\*.dos").c_str()); }},
+        {"climb",
+         [&] {
+             lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(d.ruta_w("otros").c_str(),
+                                                                       d.ruta_w().c_str());
+         }},
+        {"recursive listing",
+         [&] {
+             unsigned long num = 0;
+             ListaFicheros_u* listas = nullptr;
+             lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(d.ruta_w().c_str(), nullptr, &num,
+                                                                            &listas);
+             lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(num, &listas);
+         }},
         {"deletion of a file", [&] { cdir_borra_fichero_si_existe_UNICODE(d.ruta_w("t\\a.txt").c_str()); }},
         {"deletion of a directory", [&] { cdir_se_borra_directorio(d.ruta_w("t").c_str()); }},
         {"waiting", [&] { lumodir_espera_acceso_a_recursos_en_directorio(d.ruta_a("t").c_str()); }},
@@ -256,6 +277,7 @@ TEST(en_windows, ninguna_llamada_deja_salir_un_dialogo) {
         EXPECT_EQ(::GetThreadErrorMode(), DWORD{SEM_NOGPFAULTERRORBOX}) << fila.que;
         toma_preguntas();
     }
+    EXPECT_FALSE(d.existe("otros"));
     lumodir::sistema.GetFileAttributesW(d.ruta_w().c_str());
     EXPECT_EQ(windows.dialogos(), 1u) << "one that does not take care is counted";
     ::SetThreadErrorMode(modo_de_antes, nullptr);

@@ -1,6 +1,8 @@
 // The long-name question of the 8-bit current directory: the choice made once, and the shell's answer against that of KERNEL32.
 #include "files/nombre_largo.hpp"
 
+#include <shlobj.h>
+
 #include "apoyo/apoyo.hpp"
 #include "apoyo/directorio.hpp"
 #include "cdir.h"
@@ -36,15 +38,15 @@ DWORD WINAPI contesta_siempre(const wchar_t*, wchar_t* largo, DWORD sitio) {
     largo[texto.size()] = L'\0';
     return static_cast<DWORD>(texto.size());
 }
-funcion_nombre_largo no_la_hay() noexcept {
+funcion_nombre_largo no_la_hay() {
     ++g_busquedas;
     return nullptr;
 }
-funcion_nombre_largo falla_con_codigo() noexcept {
+funcion_nombre_largo falla_con_codigo() {
     ++g_busquedas;
     return contesta_con_codigo;
 }
-funcion_nombre_largo la_hay() noexcept {
+funcion_nombre_largo la_hay() {
     ++g_busquedas;
     return contesta_siempre;
 }
@@ -69,7 +71,7 @@ TEST_F(nombre_largo, kernel32_contesta_por_omision) {
     EXPECT_EQ(largo_de(ruta), ruta);
     EXPECT_EQ(largo_de(corto_de(ruta)), ruta);
     EXPECT_EQ(largo_de(dir.ruta("missing")), "0");
-    EXPECT_EQ(busca_nombre_largo(),
+    EXPECT_EQ(sistema.busca_nombre_largo(),
               reinterpret_cast<funcion_nombre_largo>(reinterpret_cast<void (*)()>(
                   ::GetProcAddress(::GetModuleHandleA("KERNEL32"), "GetLongPathNameW"))));
 }
@@ -79,7 +81,7 @@ TEST_F(nombre_largo, se_elige_una_sola_vez) {
     const std::string ruta = dir.fichero("Long directory name\\long file name.text");
     const struct {
         const char* que;
-        funcion_nombre_largo (*busca)() noexcept;
+        funcion_nombre_largo (*busca)();
         DWORD codigo;
         int llamadas;  // of the one found, after three questions
         std::string respuesta;
@@ -91,7 +93,7 @@ TEST_F(nombre_largo, se_elige_una_sola_vez) {
     };
     for (const auto& fila : filas) {
         SCOPED_TRACE(fila.que);
-        const sustituye buscar(busca_nombre_largo, fila.busca);
+        const sustituye buscar(sistema.busca_nombre_largo, fila.busca);
         i_olvida_nombre_largo();
         g_busquedas = g_llamadas = 0;
         g_codigo = fila.codigo;
@@ -123,7 +125,7 @@ TEST_F(nombre_largo, el_escritorio_contesta_de_lo_que_existe_y_no_es_demasiado_l
         {"empty", "", "0"},
         {"too long", dir.ruta(larga), "0"},
     };
-    const sustituye buscar(busca_nombre_largo, no_la_hay);
+    const sustituye buscar(sistema.busca_nombre_largo, no_la_hay);
     i_olvida_nombre_largo();
     for (const auto& fila : filas) {
         EXPECT_EQ(largo_de(fila.ruta), fila.respuesta) << fila.que;
@@ -150,7 +152,7 @@ TEST_F(nombre_largo, el_escritorio_dice_el_sitio_que_falta_y_no_escribe) {
 TEST_F(nombre_largo, el_escritorio_dice_tambien_lo_que_la_pagina_de_codigos_no_tiene) {
     const directorio_temporal dir;
     const std::string ruta = dir.fichero("a long \uFF41\u65E5 name.text");
-    const sustituye buscar(busca_nombre_largo, no_la_hay);
+    const sustituye buscar(sistema.busca_nombre_largo, no_la_hay);
     i_olvida_nombre_largo();
     EXPECT_EQ(largo_de(corto_de(ruta)), ruta);
 }
@@ -161,8 +163,8 @@ TEST_F(nombre_largo, el_escritorio_no_saca_ningun_dialogo) {
     const std::string ruta = dir.fichero("a long name.text");
     static DWORD modo;
     modo = 0;
-    const sustituye<decltype(escritorio.SHGetPathFromIDListW)> mira(
-        escritorio.SHGetPathFromIDListW, +[](PCIDLIST_ABSOLUTE lista, LPWSTR texto) -> BOOL {
+    const sustituye<decltype(sistema.SHGetPathFromIDListW)> mira(
+        sistema.SHGetPathFromIDListW, +[](PCIDLIST_ABSOLUTE lista, LPWSTR texto) -> BOOL {
             modo = ::GetThreadErrorMode();
             return ::SHGetPathFromIDListW(lista, texto);
         });
@@ -247,16 +249,18 @@ TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja
         *sitio = &g_carpeta;
         return S_OK;
     };
-    const tabla_escritorio buena = {da_el_que_cuenta, da_la_que_cuenta, ::SHGetPathFromIDListW};
-    tabla_escritorio sin_asignador = buena;
+    tabla_sistema buena = sistema;
+    buena.SHGetMalloc = da_el_que_cuenta;
+    buena.SHGetDesktopFolder = da_la_que_cuenta;
+    tabla_sistema sin_asignador = buena;
     sin_asignador.SHGetMalloc = [](IMalloc**) -> HRESULT { return E_OUTOFMEMORY; };
-    tabla_escritorio sin_carpeta = buena;
+    tabla_sistema sin_carpeta = buena;
     sin_carpeta.SHGetDesktopFolder = [](IShellFolder**) -> HRESULT { return E_FAIL; };
-    tabla_escritorio sin_ruta = buena;
+    tabla_sistema sin_ruta = buena;
     sin_ruta.SHGetPathFromIDListW = [](PCIDLIST_ABSOLUTE, LPWSTR) -> BOOL { return FALSE; };
     const struct {
         const char* que;
-        tabla_escritorio tabla;
+        tabla_sistema tabla;
         std::string respuesta;
         int liberados;
     } filas[] = {
@@ -266,7 +270,7 @@ TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja
         {"no path", sin_ruta, "", 1},
     };
     for (const auto& fila : filas) {
-        const sustituye<tabla_escritorio> cambio(escritorio, fila.tabla);
+        const sustituye<tabla_sistema> cambio(sistema, fila.tabla);
         g_asignador.liberados = 0;
         wchar_t largo[MAX_PATH] = L"as it was";
         ::SetLastError(0);
@@ -294,21 +298,21 @@ TEST_F(nombre_largo, el_directorio_actual_de_8_bits_pregunta_por_aqui) {
     ::GetCurrentDirectoryW(1024, antes);
     ASSERT_TRUE(::SetCurrentDirectoryW(w(corto_de(ruta)).c_str()));
     {
-        const sustituye buscar(busca_nombre_largo, no_la_hay);
+        const sustituye buscar(sistema.busca_nombre_largo, no_la_hay);
         i_olvida_nombre_largo();
         EXPECT_EQ(toma(cdir_obtener_path_actual()), ruta);
     }
     {
-        const sustituye buscar(busca_nombre_largo, la_hay);
+        const sustituye buscar(sistema.busca_nombre_largo, la_hay);
         i_olvida_nombre_largo();
         EXPECT_EQ(toma(cdir_obtener_path_actual()), "X:\\año");
     }
     {
-        const sustituye buscar(busca_nombre_largo, falla_con_codigo);
+        const sustituye buscar(sistema.busca_nombre_largo, falla_con_codigo);
         g_codigo = ERROR_ACCESS_DENIED;
         i_olvida_nombre_largo();
         wchar_t actual[1024];
-        ASSERT_NE(directorio_actual.wgetcwd(actual, 1024), nullptr);
+        ASSERT_NE(sistema._wgetcwd(actual, 1024), nullptr);
         EXPECT_EQ(toma(cdir_obtener_path_actual()), u8(actual));  // as the C runtime gave it
     }
     EXPECT_TRUE(::SetCurrentDirectoryW(antes));

@@ -18,7 +18,7 @@ using lista = std::vector<std::string>;
 constexpr const char* sin_permiso = "The file does not have write permission.";
 
 std::string texto_de_codigo(DWORD codigo) {
-    return u8(lumodir::plataforma::texto_de_codigo_de_error(codigo).ver());
+    return u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 std::string no_se_crea(const std::string& directorio) {
     return "Cannot create the directory '" + directorio + "'";
@@ -323,7 +323,7 @@ TEST(permisos_escritura, la_sonda_lleva_el_numero_del_proceso) {
     EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
     EXPECT_EQ(cdir_se_puede_escribir_fichero_en_directorio(dir.ruta_w("a\\x.txt").c_str(), nullptr), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), (lista{sonda, sonda}));
-    EXPECT_EQ(lumodir::i_prueba_escritura_en_directorio(dir.ruta_w("a").c_str()), 1);
+    EXPECT_EQ(lumodir::prueba_escritura_en_directorio(dir.ruta_w("a").c_str()), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), (lista{sonda, sonda, sonda}));
     EXPECT_EQ(f.cuenta("SetFileInformationByHandle"), 3u);
     EXPECT_EQ(dir.arbol(), lista{"a\\"});
@@ -410,8 +410,8 @@ TEST(permisos_escritura, sin_directorio_la_sonda_va_al_actual_y_nunca_a_la_raiz)
     EXPECT_EQ(escribir_fichero_en("x.txt"), si);
     EXPECT_EQ(escribir_en(unidad), si);
     EXPECT_EQ(f.rutas("CreateFileW"), lista(4, dir.ruta(nombre_de_sonda())));
-    EXPECT_EQ(lumodir::i_prueba_escritura_en_directorio(L""), 1);
-    EXPECT_EQ(lumodir::i_prueba_escritura_en_directorio(w(unidad).c_str()), 1);
+    EXPECT_EQ(lumodir::prueba_escritura_en_directorio(L""), 1);
+    EXPECT_EQ(lumodir::prueba_escritura_en_directorio(w(unidad).c_str()), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), lista(6, dir.ruta(nombre_de_sonda())));
     EXPECT_EQ(dir.arbol(), lista{});
 }

@@ -9,7 +9,7 @@
 #include "apoyo/hijo.hpp"
 #include "cdir.h"
 #include "companions/lmlongpath.h"
-#include "companions/machine.hpp"
+#include "companions/sistema.hpp"
 #include "companions/widestr.h"
 #include "lumodir.h"
 
@@ -118,7 +118,7 @@ TEST(programa, la_imagen_es_de_64_bits_cuando_el_ejecutable_lo_es) {
     const auto* base = reinterpret_cast<const char*>(::GetModuleHandleW(nullptr));
     const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
     const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    EXPECT_EQ(machine_es_imagen_de_64bits(),
+    EXPECT_EQ(sistema.machine_es_imagen_de_64bits(),
               nt->OptionalHeader.Magic == IMAGE_NT_OPTIONAL_HDR64_MAGIC ? 1 : 0);
 }
 
@@ -299,7 +299,7 @@ TEST(programa, el_directorio_actual_viene_en_su_forma_larga) {
 }
 
 TEST(programa, el_directorio_actual_que_no_cabe_se_informa) {
-    const sustituye w_(directorio_actual.wgetcwd, sin_directorio);
+    const sustituye w_(sistema._wgetcwd, sin_directorio);
     EXPECT_EQ(toma(cdir_obtener_path_actual_UNICODE()), "");
     ESPERA_INFORMES("(getcwd_ret) != NULL");
     EXPECT_EQ(toma(cdir_obtener_path_actual()), "");
@@ -308,7 +308,7 @@ TEST(programa, el_directorio_actual_que_no_cabe_se_informa) {
 
 TEST(programa, el_directorio_actual_de_8_bits_es_el_ancho_convertido) {
     const sustituye actual(
-        directorio_actual.wgetcwd, +[](wchar_t* bufer, int) -> wchar_t* {
+        sistema._wgetcwd, +[](wchar_t* bufer, int) -> wchar_t* {
             const texto_w texto = w("C:\\no such \uFF41\u65E5\u00F1");
             texto.copy(bufer, texto.size());
             bufer[texto.size()] = L'\0';

@@ -18,7 +18,7 @@ namespace {
 using lista = std::vector<std::string>;
 
 std::string texto_de_codigo(DWORD codigo) {
-    return u8(lumodir::plataforma::texto_de_codigo_de_error(codigo).ver());
+    return u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 // The renamings and the move, as one: the answer is 1, 0, or 2 where there is none.

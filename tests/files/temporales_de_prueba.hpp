@@ -8,8 +8,8 @@
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/hijo.hpp"
+#include "companions/sistema.hpp"
 #include "lumodir.h"
-#include "system/tabla_registro.hpp"
 
 namespace apoyo {
 
@@ -83,12 +83,10 @@ private:
         return ERROR_SUCCESS;
     }
 
-    sustituye<decltype(lumodir::sistema_registro.RegOpenKeyExW)> abre_{
-        lumodir::sistema_registro.RegOpenKeyExW, i_abre};
-    sustituye<decltype(lumodir::sistema_registro.RegQueryInfoKeyW)> cuenta_{
-        lumodir::sistema_registro.RegQueryInfoKeyW, i_cuenta};
-    sustituye<decltype(lumodir::sistema_registro.RegQueryValueExW)> lee_{
-        lumodir::sistema_registro.RegQueryValueExW, i_lee};
+    sustituye<decltype(lumodir::sistema.RegOpenKeyExW)> abre_{lumodir::sistema.RegOpenKeyExW, i_abre};
+    sustituye<decltype(lumodir::sistema.RegQueryInfoKeyW)> cuenta_{lumodir::sistema.RegQueryInfoKeyW,
+                                                                   i_cuenta};
+    sustituye<decltype(lumodir::sistema.RegQueryValueExW)> lee_{lumodir::sistema.RegQueryValueExW, i_lee};
 };
 
 inline std::string directorio_temporal_de_la_biblioteca() {

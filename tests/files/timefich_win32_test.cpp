@@ -154,7 +154,8 @@ std::string mensaje_158391(const std::string& ruta) {
     return "The '" + ruta + "' file cannot be opened to modify its date.";
 }
 std::string pregunta_158391(const std::string& ruta, DWORD codigo) {
-    return mensaje_158391(ruta) + "\n" + u8(lumodir::plataforma::texto_de_codigo_de_error(codigo).ver());
+    return mensaje_158391(ruta) + "\n" +
+           u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 const papel sujeta_fichero("sujeta_fichero", [] {
@@ -1035,7 +1036,8 @@ TEST(timefich, en_zonas_horarias_de_verdad) {
         arranque.cb = sizeof arranque;
         PROCESS_INFORMATION proceso;
         ASSERT_TRUE(::CreateProcessW(env, orden.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                     &arranque, &proceso));
+                                     &arranque, &proceso))
+            << "no env: error " << ::GetLastError();
         ::CloseHandle(proceso.hThread);
         ::CloseHandle(proceso.hProcess);
         const std::string salida = lee_salida(w(fichero.texto() + ".salida"));

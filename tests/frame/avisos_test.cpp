@@ -67,7 +67,10 @@ TEST(avisos, en_modo_servicio_nada_se_muestra_ni_se_reintenta) {
             ++intentos;
             return 0;
         },
-        [](BuclRein* bucle) { buclrein_set_mensaje_reintentar(bucle, cadena_w(vista_w(L"x")), 5); });
+        [](BuclRein* bucle) {
+            buclrein_set_mensaje_reintentar(
+                bucle, [] { return cadena_w(vista_w(L"x")); }, 5);
+        });
     EXPECT_EQ(intentos, 1);
     EXPECT_TRUE(toma_esperas().empty());
     EXPECT_TRUE(toma_preguntas().empty());

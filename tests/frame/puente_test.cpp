@@ -29,9 +29,9 @@ void* puntero_ancho(const wchar_t* a, void* b) {
 }  // namespace
 
 TEST(puente, convierte_los_textos_y_deja_pasar_lo_demas) {
-    EXPECT_EQ(puente<pregunta_ancha>(static_cast<const char*>("C:\\\xF1"), static_cast<unsigned short>(3),
-                                     static_cast<const char*>("\x80")),
-              7);
+    EXPECT_EQ(
+        puente<pregunta_ancha>(cp1252("C:\\ñ").c_str(), static_cast<unsigned short>(3), cp1252("€").c_str()),
+        7);
     EXPECT_EQ(g_recibido, "C:\\ñ|3|€");
     int x = 0;
     EXPECT_EQ(puente<puntero_ancho>(static_cast<const char*>("a"), static_cast<void*>(&x)), &x);
@@ -47,13 +47,19 @@ TEST(puente, null_llega_como_null) {
 
 TEST(puente, un_texto_vuelve_nuevo_en_8_bits_y_el_ancho_se_libera) {
     const unsigned long long antes = lumospy_bloques_vivos();
-    for (const char* texto : {"", "x", "\xF1 y \x80"}) {
-        char* resultado = puente<texto_ancho>(texto);
+    for (const texto_a& texto : {texto_a(), texto_a("x"), cp1252("ñ y €")}) {
+        char* resultado = puente<texto_ancho>(texto.c_str());
         EXPECT_EQ(lumospy_bloques_vivos(), antes + 1);
-        EXPECT_EQ(toma(resultado), de_cp1252(texto));
+        EXPECT_EQ(resultado, texto);
+        toma(resultado);
     }
-    const texto_a largo(5000, '\xF1');
-    EXPECT_EQ(toma(puente<texto_ancho>(largo.c_str())), de_cp1252(largo));
+    texto_a largo;
+    for (int i = 0; i < 5000; ++i) {
+        largo += cp1252("ñ");
+    }
+    char* resultado = puente<texto_ancho>(largo.c_str());
+    EXPECT_EQ(resultado, largo);
+    toma(resultado);
 }
 
 TEST(puente, sin_resultado_lo_tira) {
@@ -63,7 +69,7 @@ TEST(puente, sin_resultado_lo_tira) {
     puente_sin_resultado<pregunta_ancha>(static_cast<const char*>("a"), static_cast<unsigned short>(1),
                                          static_cast<const char*>("b"));
     EXPECT_EQ(g_recibido, "a|1|b");
-    puente_sin_resultado<nada_ancha>(static_cast<const char*>("\xF1"));
+    puente_sin_resultado<nada_ancha>(cp1252("ñ").c_str());
     EXPECT_EQ(g_recibido, "ñ");
     puente<nada_ancha>(static_cast<const char*>("z"));
     EXPECT_EQ(g_recibido, "z");

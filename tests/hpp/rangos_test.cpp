@@ -1,4 +1,10 @@
-// What C++20 adds: the lists are ranges. Built as C++20, unlike the rest.
+// What C++20 adds: the lists are ranges. Built as C++20, unlike the rest. And what the headers leave behind: no macro of
+// theirs for a host that has defined none. (NOMINMAX is libstdc++'s own where that is the library.)
+#include "lumodir.hpp"
+#if defined(WIN32_LEAN_AND_MEAN) || defined(min) || defined(max)
+#error "the headers impose macros on their host"
+#endif
+
 #include <ranges>
 
 #include "hpp/apoyo.hpp"

@@ -6,8 +6,12 @@
 #include "apoyo/busqueda_falsa.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/paginas.hpp"
 #include "companions/lumospy.h"
 #include "companions/plataforma.hpp"
+#include "modelos/filtro.hpp"
+#include "modelos/nomsfich.hpp"
+#include "modelos/textos_de_pagina.hpp"
 
 using namespace apoyo;
 
@@ -160,6 +164,7 @@ TEST(dirwin, sin_resultados_recorre_el_directorio_con_su_filtro) {
 }
 
 TEST(dirwin, solo_el_filtro_ancho_distingue_mayusculas) {
+    const en_pagina p(1252);
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{"."}, {".."}, {"abc.txt"}, {"ABC.TXT"}, {"A\xC3\x91O.TXT"}, {"x"}};
     EXPECT_EQ(recorre<char>("C:\\d\\A*.TXT"), (nombres{"abc.txt", "ABC.TXT", "A\xC3\x91O.TXT"}));
@@ -262,6 +267,7 @@ TEST(dirwin, un_componente_que_la_forma_completa_pierde_no_cambia_de_directorio)
 }
 
 TEST(dirwin, un_nombre_de_ocho_bits_nunca_es_el_de_otro_fichero) {
+    const en_pagina p(1252);
     directorio_temporal d;
     const nombres parecidos{"\uff41.txt", "\u0131.txt", "\u03c3", "a\u0304"};
     for (const std::string& nombre : parecidos) {
@@ -572,7 +578,29 @@ TEST(dirwin, que_es_un_enlace_a_directorio) {
     }
 }
 
+// Character by character in every code page, each in the case that the code page knows.
+TEST(dirwin, cumple_filtro_en_cada_pagina) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        modelos::azar_de_pagina azar(pagina);
+        for (int n = 0; n < 2000 && !HasFailure(); ++n) {
+            const texto_a nombre = azar.texto();
+            texto_a filtro = azar.numero(4) == 0 ? azar.texto() : nombre;
+            if (!filtro.empty() && azar.numero(2) == 0) {
+                modelos::texto_c caracteres = modelos::lee(filtro);
+                caracteres[azar.numero(caracteres.size())] = "*?Z"[azar.numero(3)];
+                filtro = modelos::escribe(caracteres);
+            }
+            const bool esperado = modelos::cumple_filtro(modelos::lee(modelos::minusculas(nombre)),
+                                                         modelos::lee(modelos::minusculas(filtro)), false);
+            ASSERT_EQ(dirwin_cumple_filtro(nombre.c_str(), filtro.c_str()), esperado ? 1 : 0)
+                << pagina << testing::PrintToString(nombre) << testing::PrintToString(filtro);
+        }
+    }
+}
+
 TEST(dirwin, cumple_filtro_no_distingue_mayusculas) {
+    const en_pagina p(1252);
     struct fila {
         std::string nombre;
         std::string filtro;

@@ -4,6 +4,7 @@
 #include "apoyo/busqueda_falsa.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/paginas.hpp"
 #include "apoyo/reglas_por_anyo.hpp"
 #include "companions/lumospy.h"
 #include "companions/reloj.hpp"
@@ -191,6 +192,7 @@ TEST(fichsdir, directorios_sin_extension) {
 }
 
 TEST(fichsdir, lo_que_cumple_un_patron) {
+    const en_pagina p(1252);
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\s*"] = {{".", dir}, {"..", dir}, {"s2"}, {"sub", dir}, {"s1"}, {".s", dir}};
     EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_cumplen_filtro_u(L"C:\\d\\s*")), (nombres{"s2", "s1"}));
@@ -207,6 +209,7 @@ TEST(fichsdir, lo_que_cumple_un_patron) {
 }
 
 TEST(fichsdir, ficheros_con_extension) {
+    const en_pagina p(1252);
     struct fila {
         std::string nombre;
         std::string extension;
@@ -255,6 +258,7 @@ TEST(fichsdir, una_extension_que_nadie_puede_tener_se_informa) {
 }
 
 TEST(fichsdir, nombres_base_en_una_caja_ordenados_y_sin_repetidos) {
+    const en_pagina p(1252);
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{"zeta.txt"}, {"Alfa.TXT"},    {"ALFA.txt"},      {"\xC3\xB1u.txt"},
                                   {"beta.dat"}, {"a.b.txt"},     {"\xC3\x91U.Txt"}, {"sub.txt", dir},
@@ -389,10 +393,11 @@ TEST(fichsdir, el_conjunto_ordenado_se_busca_y_se_llena) {
     };
     ApunOrde* conjunto = fichsdir_ficheros_existentes_ordenados("C:\\d");
     ASSERT_EQ(apunorde_nousar_num_elems(conjunto), 6u);
-    for (const char* nombre : {"a", "B", "b", "c", "\xF1"}) {
-        const auto* f = static_cast<const Fichsdir*>(apunorde_nousar_busca(conjunto, nombre, +compara));
+    for (const char* nombre : {"a", "B", "b", "c", "ñ"}) {
+        const auto* f =
+            static_cast<const Fichsdir*>(apunorde_nousar_busca(conjunto, cp1252(nombre).c_str(), +compara));
         ASSERT_NE(f, nullptr) << nombre;
-        EXPECT_STREQ(f->nombre, nombre);
+        EXPECT_EQ(f->nombre, cp1252(nombre));
     }
     EXPECT_EQ(apunorde_nousar_busca(conjunto, "A", +compara), nullptr);
     // Records move over to the set that the caller fills.
@@ -696,6 +701,7 @@ TEST(fichsdir, rutas_mas_largas_que_el_limite_clasico_en_los_dos_sabores) {
 }
 
 TEST(fichsdir, nombres_que_la_pagina_de_codigos_no_tiene) {
+    const en_pagina p(1252);
     busqueda_falsa falsa;
     FILETIME fecha;
     ASSERT_TRUE(lumodir::i_filetime_de_segundos(10, fecha));

@@ -1,14 +1,19 @@
 // Lists of one directory, in both flavours, over real directories and false ones.
 #include "listings/listas_ficheros.hpp"
 
+#include <algorithm>
+
 #include "apoyo/busqueda_falsa.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/paginas.hpp"
 #include "companions/acadorde.h"
 #include "companions/arr.h"
 #include "companions/lumospy.h"
 #include "companions/plataforma.hpp"
 #include "lumodir.h"
+#include "modelos/path.hpp"
+#include "modelos/textos_de_pagina.hpp"
 
 using namespace apoyo;
 
@@ -137,6 +142,7 @@ TEST(listas_ficheros, ordena_sin_distinguir_mayusculas) {
 }
 
 TEST(listas_ficheros, el_orden_es_el_de_las_minusculas_unidad_a_unidad) {
+    const en_pagina p(1252);
     busqueda_falsa falsa;
     // "_" stands between the upper and the lower letters; accented letters are not folded; prefixes come first.
     falsa.patrones["C:\\d\\*"] = {{"\xC3\x91u"},
@@ -290,6 +296,35 @@ TEST(listas_ficheros, el_path_del_registro) {
         falsa.patrones[f.patron] = {{"uno"}};
         EXPECT_EQ(ficheros(f.directorio, "*"), (contenido{f.path, {"uno"}})) << f.directorio;
         EXPECT_EQ(falsa.abiertos, (nombres{f.patron, f.patron})) << f.directorio;
+    }
+}
+
+// A directory in every code page: joined, and its separator cut, at characters only.
+TEST(listas_ficheros, el_path_del_registro_en_cada_pagina) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        modelos::azar_de_pagina azar(pagina);
+        for (int n = 0; n < 300 && !HasFailure(); ++n) {
+            const texto_a directorio = "C:\\" + azar.texto();
+            SCOPED_TRACE(std::to_string(pagina) + testing::PrintToString(directorio));
+            const modelos::texto_c leido = modelos::lee(directorio);
+            const modelos::texto_c todo(U"*");
+            busqueda_falsa falsa;
+            ListaFicheros lista = {};
+            cdir_lista_de_ficheros(directorio.c_str(), "*", &lista);
+            toma_informes();
+            const texto_w patron = modelos::a_w(modelos::compone_como_el_crt({}, leido, todo, {}));
+            ASSERT_FALSE(falsa.abiertos.empty());
+            EXPECT_EQ(w(falsa.abiertos[0]), patron);
+            modelos::texto_c path = modelos::compone_como_el_crt({}, leido, {}, {});
+            std::replace(path.begin(), path.end(), U'/', U'\\');
+            path = modelos::releido(path);  // behind half a character what is put there is its other half
+            if (path.back() == U'\\') {
+                path.pop_back();
+            }
+            EXPECT_EQ(lista.path, modelos::escribe(path));
+            cdir_libera_lista_de_ficheros(&lista);
+        }
     }
 }
 
@@ -467,6 +502,7 @@ TEST(listas_ficheros, rutas_y_nombres_hasta_su_limite) {
 }
 
 TEST(listas_ficheros, una_lista_de_ocho_bits_no_confunde_ficheros_ni_corta_nombres) {
+    const en_pagina p(1252);
     directorio_temporal d;
     d.fichero("a.txt");
     d.fichero("\uff41.txt");

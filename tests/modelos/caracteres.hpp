@@ -16,14 +16,19 @@ using apoyo::texto_w;
 // A unit for each character, made of its bytes.
 using texto_c = std::u32string;
 
-inline bool es_de_un_byte() {
+// How the code page writes its characters, asked once for a text.
+struct pagina_leida {
     bool iniciales[256] = {};
-    return !lumodir::plataforma::es_utf8() && !lumodir::plataforma::bytes_iniciales(iniciales);
-}
+    bool es_utf8 = lumodir::plataforma::es_utf8();
+    bool es_de_un_byte = !es_utf8 && !lumodir::plataforma::bytes_iniciales(iniciales);
+};
 
 // How many bytes the character at `i` takes.
-inline std::size_t bytes_de_caracter(const texto_a& t, std::size_t i) {
-    if (lumodir::plataforma::es_utf8()) {
+inline std::size_t bytes_de_caracter(const pagina_leida& pagina, const texto_a& t, std::size_t i) {
+    if (pagina.es_de_un_byte || static_cast<unsigned char>(t[i]) < 0x80) {
+        return 1;
+    }
+    if (pagina.es_utf8) {
         // The longest beginning that means one character and nothing that has none.
         for (const std::size_t bytes : {4u, 3u, 2u}) {
             wchar_t unidades[8];
@@ -39,19 +44,17 @@ inline std::size_t bytes_de_caracter(const texto_a& t, std::size_t i) {
         }
         return 1;
     }
-    bool iniciales[256] = {};
-    lumodir::plataforma::bytes_iniciales(iniciales);
-    const bool dos = iniciales[static_cast<unsigned char>(t[i])] && i + 1 < t.size() &&
+    const bool dos = pagina.iniciales[static_cast<unsigned char>(t[i])] && i + 1 < t.size() &&
                      lumodir::plataforma::es_caracter_doble(t[i], t[i + 1]);
     return dos ? 2 : 1;
 }
 
 inline texto_c en_caracteres(const texto_a& t) {
     texto_c caracteres;
-    const bool de_un_byte = es_de_un_byte();
+    const pagina_leida pagina;
     for (std::size_t i = 0; i < t.size();) {
         char32_t c = 0;
-        const std::size_t bytes = de_un_byte ? 1 : bytes_de_caracter(t, i);
+        const std::size_t bytes = bytes_de_caracter(pagina, t, i);
         for (std::size_t k = 0; k < bytes; ++k) {
             c = c << 8 | static_cast<unsigned char>(t[i + k]);
         }
@@ -98,17 +101,12 @@ inline texto_c releido(const texto_c& t) {
     return en_caracteres(en_bytes(t));
 }
 
-// In UTF-16. The table of code page 1252 is the tests' own; of others the system has them.
+// In UTF-16.
 inline texto_w a_w(const texto_w& t) {
     return t;
 }
 inline texto_w a_w(const texto_a& t) {
-    if (lumodir::plataforma::pagina_de_codigos == 0) {
-        return apoyo::w(apoyo::de_cp1252(t));
-    }
-    texto_w unidades(t.size(), L' ');
-    unidades.resize(lumodir::plataforma::ansi_a_utf16(t, unidades.data(), unidades.size()));
-    return unidades;
+    return apoyo::de_8_bits(t);
 }
 inline texto_w a_w(const texto_c& t) {
     return a_w(en_bytes(t));

@@ -22,7 +22,7 @@ inline const std::string sin_cadena = "(cadena) != NULL";
 // A to Z, the letters of Latin-1, and those that code page 1252 has between 0x80 and 0x9F. In other code pages each
 // character by itself is the system's business.
 inline std::string minusculas(std::string texto) {
-    if (lumodir::plataforma::pagina_de_codigos != 0) {
+    if (apoyo::pagina() != 1252) {
         std::string todas;
         for (const char32_t c : en_caracteres(texto)) {
             std::string una = en_bytes({c});

@@ -5,6 +5,7 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -263,9 +264,33 @@ leido i_lee_caracter(vista_a texto) {
     return {primero, 1};
 }
 
-// Letter by letter; one whose counterpart takes another number of bytes stays, and so does all of UTF-8 beyond ASCII.
+// Letter by letter; one whose counterpart takes another number of bytes stays.
+template <class Caja>
+void i_convierte_caja_utf8(vista_a texto, char* destino, Caja caja) noexcept {
+    for (std::size_t i = 0; i < texto.size();) {
+        const std::size_t bytes =
+            std::max<std::size_t>(i_largo_utf8(static_cast<unsigned char>(texto[i])), 1);
+        wchar_t unidades[4] = {};
+        salida<wchar_t> leidas(unidades, 4);
+        i_de_utf8(texto.substr(i, bytes), leidas);
+        if (leidas.cuantos() == 1 && unidades[0] != sin_sentido) {
+            const wchar_t otra = caja(unidades[0]);
+            char escritos[4];
+            salida<char> otros(escritos, 4);
+            i_a_utf8(vista_w(&otra, 1), otros);
+            if (otros.cuantos() == bytes) {
+                std::copy(escritos, escritos + bytes, destino + i);
+            }
+        }
+        i += unidades[0] == sin_sentido ? 1 : bytes;
+    }
+}
+
 template <class Caja>
 void i_convierte_caja(char* texto, std::size_t longitud, Caja caja) noexcept {
+    if (es_utf8()) {
+        return i_convierte_caja_utf8(vista_a(texto, longitud), texto, caja);
+    }
     for (std::size_t i = 0; i < longitud;) {
         const leido c = i_lee_caracter(vista_a(texto + i, longitud - i));
         const tabla& t = tabla::actual();
@@ -283,8 +308,12 @@ void i_convierte_caja(char* texto, std::size_t longitud, Caja caja) noexcept {
 }  // namespace
 
 unsigned pagina_de_codigos = 0;
-void (*duerme_ms)(unsigned long) = i_duerme;
-void (*termina_proceso)() noexcept = i_termina;
+namespace {
+void (*duerme_de_aqui)(unsigned long) = i_duerme;
+void (*termina_de_aqui)() = i_termina;
+}  // namespace
+void (*&duerme_ms)(unsigned long) = duerme_de_aqui;
+void (*&termina_proceso)() = termina_de_aqui;
 
 bool es_utf8() noexcept {
     return pagina_de_codigos == utf8;
@@ -383,7 +412,7 @@ unsigned short idioma_del_usuario() noexcept {
     return 0x0409;
 }
 
-cadena_w texto_de_codigo_de_error(unsigned long codigo) {
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
     return copiaforu_nousar_formatea(L"error %lu", {codigo});
 }
 

@@ -3,6 +3,7 @@
 #include "paths/nombres_validos.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/paginas.hpp"
 #include "cdir.h"
 #include "companions/lumospy.h"
 #include "paths/modelos.hpp"
@@ -49,11 +50,20 @@ TEST(nombres_validos, convierte_exactamente_tantos_caracteres) {
         {.nombre = "con", .longitud = 3, .resultado = "con"},  // reserved names stay
         {.nombre = "Año€:ñ", .longitud = 7, .resultado = "Año€_ñ "},
     };
+    const en_pagina p(1252);
     for (const fila& f : filas) {
         SCOPED_TRACE(testing::Message() << "[" << f.nombre << "] " << f.longitud);
         const texto_w resultado_w = w(f.resultado);
         EXPECT_EQ(convierte_w(w(f.nombre), f.longitud), resultado_w + L'\0' + marca_w);
         EXPECT_EQ(convierte_a(cp1252(f.nombre), f.longitud), cp1252(f.resultado) + '\0' + marca_a);
+    }
+}
+
+// In 8 bits the rule is on bytes, whatever characters they are part of.
+TEST(nombres_validos, convierte_bytes_en_toda_pagina) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        EXPECT_EQ(convierte_a("\x95\\\x83|:\xC3\xB1", 8), texto_a("\x95_\x83__\xC3\xB1 ") + '\0' + marca_a);
     }
 }
 

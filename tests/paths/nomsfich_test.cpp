@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/paginas.hpp"
 #include "modelos/nomsfich.hpp"
 #include "paths/modelos.hpp"
 
@@ -65,6 +66,7 @@ TEST(nomsfich, corta_el_nombre_por_su_ultimo_punto) {
         {".\\", {"", "\\"}, {sin_nombre, caracter_malo}},  // the base name is checked first
         {"a.b\\c", {"a", "b\\c"}, {caracter_malo}},        // the last point, wherever it stands
     };
+    const en_pagina p(1252);
     for (const caso& c : casos) {
         EXPECT_EQ(toma_partes(crea(c.nombre)), c.esperado) << c.nombre;
         EXPECT_EQ(toma_expresiones(), c.informes) << c.nombre;
@@ -72,6 +74,7 @@ TEST(nomsfich, corta_el_nombre_por_su_ultimo_punto) {
 }
 
 TEST(nomsfich, el_informe_lleva_el_texto_y_la_etiqueta_del_modulo) {
+    const en_pagina p(1252);
     toma_partes(crea("A?Ñ.txt"));
     const std::vector<informe> informes = toma_informes();
     ASSERT_EQ(informes.size(), 1u);
@@ -105,6 +108,7 @@ TEST(nomsfich, se_crea_de_sus_partes) {
         {nullptr, nullptr, {"", ""}, {sin_cadena, sin_cadena}},
         {nullptr, "?", {"", "?"}, {sin_cadena, caracter_malo}},
     };
+    const en_pagina p(1252);
     for (const caso& c : casos) {
         const texto_a base = cp1252(c.base == nullptr ? "" : c.base);
         const texto_a extension = cp1252(c.extension == nullptr ? "" : c.extension);
@@ -117,6 +121,7 @@ TEST(nomsfich, se_crea_de_sus_partes) {
 }
 
 TEST(nomsfich, se_copia_y_cambia_de_extension) {
+    const en_pagina p(1252);
     Nomsfich* foto = crea("photo.png");
     Nomsfich* copia = nomsfich_copia(foto);
     EXPECT_NE(copia, foto);
@@ -247,6 +252,7 @@ TEST(nomsfich, da_el_nombre_base_de_un_path) {
         {"C:\\d\\A?B|.t*", "a?b|", {"A?B|", "A?B|"}},  // before its case is changed
         {"C:\\d\\a:b", "a:b", {"a:b"}},
     };
+    const en_pagina p(1252);
     for (const caso& c : casos) {
         EXPECT_EQ(toma(nomsfich_nombre_base_path_completo(cp1252(c.path).c_str())), c.base) << c.path;
         std::vector<std::string> detalles;

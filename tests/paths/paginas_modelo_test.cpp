@@ -1,8 +1,6 @@
 // 8-bit text in every code page against the models on characters: cutting, composing, joining, one piece at a time,
 // records. Every short text of the bytes that the rules look at and of bytes that begin characters of two, and random
 // ones with characters whose second byte is that of a separator or a bar.
-#include <random>
-
 #include "apoyo/apoyo.hpp"
 #include "apoyo/paginas.hpp"
 #include "cdir.h"
@@ -11,6 +9,7 @@
 #include "modelos/componentes.hpp"
 #include "modelos/nomsfich.hpp"
 #include "modelos/rutas.hpp"
+#include "modelos/textos_de_pagina.hpp"
 #include "nomsfich.h"
 #include "paths/modelos.hpp"
 
@@ -148,44 +147,6 @@ void compara_todo(const texto_a& texto) {
     }
 }
 
-// Characters of each code page whose second byte is 0x5C or 0x7C, where it has some.
-std::vector<texto_a> caracteres_de(unsigned pagina) {
-    switch (pagina) {
-        case 932:
-            return {"\x95\\", "\x83\\", "\x83|", "\x8E\x96", "\xB1", "\x83"};
-        case 936:
-            return {"\x81\\", "\x8B|", "\xD6\xD0", "\x81", "\xFE"};
-        case 949:
-            return {"\xB0\xA1", "\x81Z", "\xB0", "\xC8\xFE"};
-        case 950:
-            return {"\xA5\\", "\xAE|", "\xA4\xA4", "\xA5", "\xF9"};
-        case 65001:
-            return {"\xC3\xB1", "\xE8\xA1\xA8", "\xF0\x9F\x98\x80", "\xE8", "\xA1"};
-        default:
-            return {"\xA1", "\xE1"};
-    }
-}
-
-class azar_de_pagina {
-public:
-    explicit azar_de_pagina(unsigned pagina) : azar_(pagina), altos_(caracteres_de(pagina)) {}
-
-    std::size_t numero(std::size_t menor_que) { return azar_() % menor_que; }
-    texto_a texto() {
-        static const texto_a bajos[] = {"\\",   "\\",   "/", ".", ":",   " ", "a",
-                                        "C:\\", "\\\\", "|", "*", "con", ".x"};
-        texto_a t;
-        for (std::size_t n = numero(10); n > 0; --n) {
-            t += numero(2) == 0 ? altos_[numero(altos_.size())] : bajos[numero(std::size(bajos))];
-        }
-        return t;
-    }
-
-private:
-    std::mt19937 azar_;
-    std::vector<texto_a> altos_;
-};
-
 std::string visto(unsigned pagina, const texto_a& texto) {
     return std::to_string(pagina) + ": " + testing::PrintToString(texto);
 }
@@ -212,7 +173,7 @@ TEST(paginas_modelo, todo_texto_corto) {
 TEST(paginas_modelo, textos_al_azar) {
     for (const unsigned pagina : paginas) {
         const en_pagina p(pagina);
-        azar_de_pagina azar(pagina);
+        modelos::azar_de_pagina azar(pagina);
         for (int n = 0; n < 1500 && !HasFailure(); ++n) {
             const texto_a t = azar.texto();
             SCOPED_TRACE(visto(pagina, t));
@@ -229,7 +190,7 @@ TEST(paginas_modelo, textos_al_azar) {
 TEST(paginas_modelo, las_dos_formas_dan_las_mismas_piezas) {
     for (const unsigned pagina : paginas) {
         const en_pagina p(pagina);
-        azar_de_pagina azar(pagina + 1);
+        modelos::azar_de_pagina azar(pagina + 1);
         for (int n = 0; n < 1500 && !HasFailure(); ++n) {
             const texto_a t = azar.texto();
             // In UTF-8 a character may be two units of UTF-16, and only one unit is a drive there; what means nothing
@@ -300,6 +261,43 @@ TEST(paginas, registros_de_nombres) {
     registro = nomsfich_crea("\x95\\\\.a");  // and one that is
     nomsfich_destruye(&registro);
     ESPERA_INFORMES(modelos::caracter_malo);
+}
+
+// By the code page, not by A to Z alone.
+TEST(paginas, la_caja_de_un_registro_es_la_de_la_pagina) {
+    struct fila {
+        unsigned pagina;
+        const char* nombre;
+        const char* en_minusculas;
+    };
+    const fila filas[] = {
+        {1252, "\xD1", "\xF1"},
+        {932, "\x83\x9F\x84\x40\x82\x60", "\x83\xBF\x84\x70\x82\x81"},  // Greek, Cyrillic, of full width
+        {932, "\x83\x41", "\x83\x41"},  // katakana a: its second byte is an "A"
+        {936, "\xA6\xA1\xA7\xA1\xA3\xC1", "\xA6\xC1\xA7\xD1\xA3\xE1"},
+        {949, "\xA5\xC1\xAC\xA1\xA3\xC1", "\xA5\xE1\xAC\xD1\xA3\xE1"},
+        {949, "\x81\x41", "\x81\x41"},
+        {950, "\xA3\x44\xA2\xCF", "\xA3\\\xA2\xE9"},  // the small alpha ends in a byte like a separator's
+        {874, "\xA1\xE1", "\xA1\xE1"},
+        {65001, "\xC3\x91\xCE\x91\xD0\x90\xEF\xBC\xA1", "\xC3\xB1\xCE\xB1\xD0\xB0\xEF\xBD\x81"},
+        {65001,
+         "\xC3"
+         "A",
+         "\xC3"
+         "a"},
+    };
+    for (const fila& f : filas) {
+        const en_pagina p(f.pagina);
+        const texto_a nombre = f.nombre;
+        const texto_a esperado = f.en_minusculas;
+        Nomsfich* registro = nomsfich_crea((nombre + "Z." + nombre).c_str());
+        EXPECT_EQ(nomsfich_nombre_base_fichero(registro), esperado + "z") << f.pagina;
+        EXPECT_EQ(nomsfich_extension_fichero(registro), esperado) << f.pagina;
+        Nomsfich* otro = nomsfich_crea((esperado + "z." + esperado).c_str());
+        EXPECT_EQ(nomsfich_iguales(registro, otro), 1) << f.pagina;
+        nomsfich_destruye(&registro);
+        nomsfich_destruye(&otro);
+    }
 }
 
 // A path of many double-byte characters, far past the 1023 bytes that pieces were once cut to.

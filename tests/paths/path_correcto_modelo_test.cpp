@@ -17,6 +17,20 @@ using modelos::prueba_en_bufer;
 
 namespace {
 
+// What the check notes for who cuts the path.
+template <class C>
+bool corta_como_el_crt(lumodir::vista<C> path) {
+    const lumodir::trozos_de_ruta<C> esperados = lumodir::crt_splitpath(path);
+    for (const lumodir::trozos_de_ruta<C>& trozos :
+         {lumodir::i_juzga(path).trozos, lumodir::i_juzga_con_comodines(path).trozos}) {
+        if (trozos.unidad != esperados.unidad || trozos.directorio != esperados.directorio ||
+            trozos.nombre != esperados.nombre || trozos.extension != esperados.extension) {
+            return false;
+        }
+    }
+    return true;
+}
+
 constexpr unsigned short sin_tocar = 7;  // what an output holds before the call
 
 lumodir::vista_w ver(const texto_w& texto) {
@@ -40,6 +54,8 @@ void compara_con_el_modelo(const std::string& texto, recuento& motivos) {
                                  ? "(NULL)"
                                  : modelos::texto_en_ingles(entero.motivo, u8(ver(entero.argumento))));
     EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 1, 0, nullptr, nullptr), entero.motivo == 0 || path.empty());
+
+    EXPECT_TRUE(corta_como_el_crt(ver(path)));
 
     const modelos::juicio recortado = modelos::juzga(modelos::recortado(path));
     mensaje = nullptr;
@@ -74,6 +90,7 @@ void compara_las_dos_variantes(const std::string& texto) {
     unsigned short es_unc = sin_tocar;
     EXPECT_EQ(i_path_correcto(path_a, 0, 0, &es_unc), entero.motivo == 0);
     EXPECT_EQ(es_unc, entero.es_unc ? 1 : 0);
+    EXPECT_TRUE(corta_como_el_crt(lumodir::vista_a(path_a)));
     EXPECT_EQ(cdir_path_valido(path_a.c_str(), 0), modelos::juzga(modelos::recortado(path)).motivo == 0);
     const modelos::juicio con_comodines = modelos::juzga(modelos::sin_comodines(path));
     EXPECT_EQ(i_path_correcto_con_comodines(path_a, &es_unc), con_comodines.motivo == 0);
@@ -125,6 +142,27 @@ TEST(path_correcto_modelo, igual_que_el_modelo_alrededor_de_los_limites) {
         }
     }
     for (const int motivo : {0, 53949, 53957, 53958, 53959, 374376}) {
+        EXPECT_GT(motivos[motivo], 0u) << motivo;
+    }
+}
+
+// The path is read in stretches: what decides may stand in one and what it decides on in another.
+TEST(path_correcto_modelo, igual_que_el_modelo_en_cada_sitio) {
+    recuento motivos;
+    for (std::size_t delante = 0; delante < 140; ++delante) {
+        std::string cabeza = delante % 3 == 0 ? "" : delante % 3 == 1 ? "C:" : "\\\\";
+        while (cabeza.size() < delante) {
+            cabeza += cabeza.size() % 11 == 10 ? '\\' : 'a';
+        }
+        for (const char* nombre :
+             {"\\con", "/lumodev", "\\$mmxxxx0", "/setverxxy", "\\b ", "a.b", "|", "\\ "}) {
+            for (const char* cola : {"", "\\b", ".c", " \\b", "bb/cc.d/ee"}) {
+                compara_con_el_modelo(cabeza + nombre + cola, motivos);
+                compara_las_dos_variantes(cabeza + nombre + cola);
+            }
+        }
+    }
+    for (const int motivo : {0, 53949}) {
         EXPECT_GT(motivos[motivo], 0u) << motivo;
     }
 }

@@ -5,6 +5,7 @@
 #include "apoyo/apoyo.hpp"
 #include "cdir.h"
 #include "companions/msglocal.h"
+#include "companions/plataforma.hpp"
 #include "lumodir.h"
 #include "paths/modelos.hpp"
 #include "paths/sabores_split.hpp"
@@ -294,7 +295,10 @@ TEST(split_makepath, todo_byte_en_la_variante_de_8_bits) {
         if (b == '\\' || b == '/' || b == '.' || b == ' ') {
             continue;  // these cut or join, as shown above
         }
-        const std::string x(1, static_cast<char>(b));
+        // What begins a pair is tried as a pair; half of one joins with what follows (modelos/caracteres.hpp).
+        bool iniciales[256] = {};
+        lumodir::plataforma::bytes_iniciales(iniciales);
+        const std::string x = texto_a(1, static_cast<char>(b)) + (iniciales[b] ? "\xA1" : "");
         const std::string path = "C:\\d" + x + "\\f" + x + ".t" + x;
         char* piezas[4];
         cdir_splitpath_con_comprobacion(path.c_str(), &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
@@ -396,6 +400,35 @@ TEST(split_makepath, se_queda_con_las_piezas_pedidas) {
     EXPECT_EQ(toma(cdir_split_make_path(nullptr, 0)), "");
     espera_informes({"(path) != NULL", ninguna, "(path) != NULL", ninguna});
     ESPERA_AVISOS();
+}
+
+unsigned g_reservas = 0;
+
+// A share's drive is a view into the path, too.
+TEST(split_makepath, cortar_cuesta_un_bloque_por_pieza) {
+    static const auto de_antes = lumodir::memoria.reserva;
+    const sustituye<void* (*)(std::size_t)> contada(lumodir::memoria.reserva, [](std::size_t bytes) {
+        ++g_reservas;
+        return de_antes(bytes);
+    });
+    for (const wchar_t* path : {L"C:\\d\\f.x", L"\\\\srv\\share\\d\\f.x", L"\\\\srv\\share"}) {
+        g_reservas = 0;
+        wchar_t* piezas[4];
+        cdir_splitpath_con_comprobacion_UNICODE(path, &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
+        EXPECT_EQ(g_reservas, 4u) << u8(path);
+        for (wchar_t* pieza : piezas) {
+            toma(pieza);
+        }
+    }
+    for (const char* path : {"C:\\d\\f.x", "\\\\srv\\share\\d\\f.x"}) {
+        g_reservas = 0;
+        char* piezas[4];
+        cdir_splitpath_con_comprobacion(path, &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
+        EXPECT_EQ(g_reservas, 4u) << path;
+        for (char* pieza : piezas) {
+            toma(pieza);
+        }
+    }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 
+#include "apoyo/como_windows.hpp"
 #include "lumoreg.h"
 #include "registro_de_pruebas.hpp"
 
@@ -22,34 +23,12 @@ void borra(bool ancha, std::string_view padre, std::string_view nombre) {
     }
 }
 
-// The name of a key for the whole system, which links are made of.
 texto_w nombre_de_sistema(const texto_w& ruta) {
-    using pregunta = LONG(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
-    const auto NtQueryKey = reinterpret_cast<pregunta>(
-        reinterpret_cast<void (*)()>(::GetProcAddress(::GetModuleHandleA("ntdll"), "NtQueryKey")));
-    constexpr int solo_nombre = 3;  // KeyNameInformation: the count of bytes, and the name
-    char datos[2048];
-    ULONG bytes = 0;
     const HKEY clave = abre(ruta.c_str());
-    EXPECT_EQ(NtQueryKey(clave, solo_nombre, datos, sizeof datos, &bytes), 0);
+    const texto_w nombre = nombre_de_clave(clave);
     ::RegCloseKey(clave);
-    ULONG largo = 0;
-    std::memcpy(&largo, datos, sizeof largo);
-    texto_w nombre(largo / sizeof(wchar_t), L'\0');
-    std::memcpy(nombre.data(), datos + sizeof largo, largo);
+    EXPECT_FALSE(nombre.empty());
     return nombre;
-}
-
-void crea_enlace(const texto_w& ruta, const texto_w& destino) {
-    HKEY clave = nullptr;
-    ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, ruta.c_str(), 0, nullptr, REG_OPTION_CREATE_LINK,
-                                KEY_ALL_ACCESS | KEY_CREATE_LINK, nullptr, &clave, nullptr),
-              ERROR_SUCCESS);
-    ASSERT_EQ(::RegSetValueExW(clave, L"SymbolicLinkValue", 0, REG_LINK,
-                               reinterpret_cast<const BYTE*>(destino.data()),
-                               static_cast<DWORD>(destino.size() * sizeof(wchar_t))),
-              ERROR_SUCCESS);
-    ::RegCloseKey(clave);
 }
 
 // The link itself, whatever it points to.
@@ -71,7 +50,7 @@ void espera_precioso() {
     EXPECT_TRUE(lee(bajo("precious"), L"v").existe);
 }
 
-tabla_registro g_real;
+tabla_sistema g_real;
 
 }  // namespace
 
@@ -99,7 +78,7 @@ TEST_F(borrado_lumoreg, un_enlace_se_borra_y_lo_que_apunta_queda) {
             crea_precioso();
             crea(bajo("p"));
             const texto_w destino = nombre_de_sistema(clave_de_pruebas) + w("\\") + w(f.destino);
-            crea_enlace(bajo(f.enlace), destino);
+            crea_enlace(HKEY_CURRENT_USER, bajo(f.enlace), destino);
             borra(ancha, f.padre, f.nombre);
             EXPECT_EQ(toma_informes_con_detalle(), textos{});
             EXPECT_FALSE(existe_enlace(bajo(f.enlace)));
@@ -115,7 +94,7 @@ TEST_F(borrado_lumoreg, un_enlace_en_el_camino_al_padre_se_sigue) {
     for (const bool ancha : {true, false}) {
         crea_precioso();
         crea(bajo("p"));
-        crea_enlace(bajo("p\\way"), nombre_de_sistema(bajo("precious")));
+        crea_enlace(HKEY_CURRENT_USER, bajo("p\\way"), nombre_de_sistema(bajo("precious")));
         borra(ancha, "p\\way", "a");
         EXPECT_EQ(subclaves(bajo("precious")), textos{"b"}) << ancha;
         EXPECT_TRUE(existe_enlace(bajo("p\\way"))) << ancha;
@@ -128,10 +107,10 @@ TEST_F(borrado_lumoreg, un_enlace_que_no_se_deja_borrar_se_informa_y_su_destino_
     for (const bool ancha : {true, false}) {
         crea_precioso();
         crea(bajo("p\\top"));
-        crea_enlace(bajo("p\\top\\link"), nombre_de_sistema(bajo("precious")));
+        crea_enlace(HKEY_CURRENT_USER, bajo("p\\top\\link"), nombre_de_sistema(bajo("precious")));
         {
-            const sustituye<decltype(sistema_registro.NtDeleteKey)> no(
-                sistema_registro.NtDeleteKey,
+            const sustituye<decltype(sistema.NtDeleteKey)> no(
+                sistema.NtDeleteKey,
                 +[](HANDLE) -> LONG { return static_cast<LONG>(0xC0000022); });  // access denied
             borra(ancha, "p", "top");
         }
@@ -152,7 +131,7 @@ LSTATUS WINAPI enumera_y_cambia(HKEY clave, DWORD indice, wchar_t* nombre, DWORD
     const LSTATUS error = g_real.RegEnumKeyExW(clave, indice, nombre, longitud, r, c, lc, f);
     if (error == ERROR_SUCCESS && u8(nombre) == "victim") {
         borra_arbol(g_cambiada);
-        crea_enlace(g_cambiada, g_destino);
+        crea_enlace(HKEY_CURRENT_USER, g_cambiada, g_destino);
     }
     return error;
 }
@@ -165,9 +144,8 @@ TEST_F(borrado_lumoreg, quien_pone_un_enlace_a_media_pasada_no_gana_nada) {
         crea(bajo("p\\top\\victim\\x"));
         g_cambiada = bajo("p\\top\\victim");
         g_destino = nombre_de_sistema(bajo("precious"));
-        g_real = sistema_registro;
-        const sustituye<decltype(sistema_registro.RegEnumKeyExW)> e(sistema_registro.RegEnumKeyExW,
-                                                                    enumera_y_cambia);
+        g_real = sistema;
+        const sustituye<decltype(sistema.RegEnumKeyExW)> e(sistema.RegEnumKeyExW, enumera_y_cambia);
         borra(ancha, "p", "top");
         EXPECT_EQ(toma_informes_con_detalle(), textos{});
         EXPECT_FALSE(existe_enlace(g_cambiada));
@@ -204,19 +182,18 @@ TEST_F(borrado_lumoreg, separadores_solos_no_nombran_nada_debajo_de_una_raiz) {
     } filas[] = {{L"", L""}, {L"", L"\\"}, {L"\\", L""}, {L"\\", L"\\\\"}};
     for (const auto& f : filas) {
         // A root that opens under any of these names, as one of them does.
-        const sustituye<decltype(sistema_registro.RegOpenKeyExW)> abre_todo(
-            sistema_registro.RegOpenKeyExW,
-            +[](HKEY raiz, const wchar_t*, DWORD, REGSAM, HKEY* clave) -> LSTATUS {
+        const sustituye<decltype(sistema.RegOpenKeyExW)> abre_todo(
+            sistema.RegOpenKeyExW, +[](HKEY raiz, const wchar_t*, DWORD, REGSAM, HKEY* clave) -> LSTATUS {
                 *clave = raiz;
                 return ERROR_SUCCESS;
             });
-        const sustituye<decltype(sistema_registro.NtDeleteKey)> borrar(
-            sistema_registro.NtDeleteKey, +[](HANDLE) -> LONG {
+        const sustituye<decltype(sistema.NtDeleteKey)> borrar(
+            sistema.NtDeleteKey, +[](HANDLE) -> LONG {
                 ADD_FAILURE() << "deletes";
                 return 0;
             });
-        const sustituye<decltype(sistema_registro.RegEnumKeyExW)> mirar(
-            sistema_registro.RegEnumKeyExW,
+        const sustituye<decltype(sistema.RegEnumKeyExW)> mirar(
+            sistema.RegEnumKeyExW,
             +[](HKEY, DWORD, wchar_t*, DWORD*, DWORD*, wchar_t*, DWORD*, FILETIME*) -> LSTATUS {
                 ADD_FAILURE() << "looks below";
                 return ERROR_NO_MORE_ITEMS;
@@ -244,15 +221,15 @@ public:
     std::array<std::pair<LSTATUS, clave_fingida*>, 3> vistas;
     std::vector<std::string> llamadas;
 
-    registro_fingido() : antes_(sistema_registro) {
+    registro_fingido() : antes_(sistema) {
         i_yo() = this;
-        sistema_registro.RegOpenKeyExW = i_abre;
-        sistema_registro.RegEnumKeyExW = i_enumera;
-        sistema_registro.NtDeleteKey = i_borra;
-        sistema_registro.RegCloseKey = +[](HKEY) -> LSTATUS { return --i_yo()->abiertas_, ERROR_SUCCESS; };
+        sistema.RegOpenKeyExW = i_abre;
+        sistema.RegEnumKeyExW = i_enumera;
+        sistema.NtDeleteKey = i_borra;
+        sistema.RegCloseKey = +[](HKEY) -> LSTATUS { return --i_yo()->abiertas_, ERROR_SUCCESS; };
     }
     ~registro_fingido() {
-        sistema_registro = antes_;
+        sistema = antes_;
         EXPECT_EQ(abiertas_, 0) << "keys left open";
     }
     registro_fingido(const registro_fingido&) = delete;
@@ -316,7 +293,7 @@ private:
         return 0;
     }
 
-    tabla_registro antes_;
+    tabla_sistema antes_;
     long abiertas_ = 0;
 };
 

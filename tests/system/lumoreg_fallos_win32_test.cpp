@@ -38,20 +38,20 @@ const texto_a& ruta_8() {
 }
 
 std::vector<operacion> operaciones() {
-    const unsigned long r = raiz_de_pruebas;
+    constexpr unsigned long r = raiz_de_pruebas;
     return {
-        {"existe_u", [r] { return lumoreg_existe_clave_u(r, ruta().c_str()); }},
-        {"existe", [r] { return lumoreg_existe_clave(r, ruta_8().c_str()); }},
-        {"existe_en_vista", [r] { return lumoreg_existe_clave_en_vista_u(1, r, ruta().c_str()); }},
-        {"crea", [r] { return lumoreg_crea_clave_u(r, bajo("k\\new").c_str()); }},
-        {"crea_en_vista", [r] { return lumoreg_crea_clave_en_vista_u(2, r, bajo("k\\new").c_str()); }},
-        {"cadena", [r] { return lumoreg_establece_cadena_u(r, ruta().c_str(), L"w", L"t"); }},
-        {"expand", [r] { return lumoreg_establece_cadena_expand_u(r, ruta().c_str(), L"w", L"t"); }},
-        {"en_vista", [r] { return lumoreg_establece_cadena_en_vista_u(1, r, ruta().c_str(), L"w", L"t"); }},
-        {"ulong_u", [r] { return lumoreg_establece_ulong_u(r, ruta().c_str(), L"n", 1); }},
-        {"ulong", [r] { return lumoreg_establece_ulong(r, ruta_8().c_str(), "n", 1); }},
+        {"existe_u", [] { return lumoreg_existe_clave_u(r, ruta().c_str()); }},
+        {"existe", [] { return lumoreg_existe_clave(r, ruta_8().c_str()); }},
+        {"existe_en_vista", [] { return lumoreg_existe_clave_en_vista_u(1, r, ruta().c_str()); }},
+        {"crea", [] { return lumoreg_crea_clave_u(r, bajo("k\\new").c_str()); }},
+        {"crea_en_vista", [] { return lumoreg_crea_clave_en_vista_u(2, r, bajo("k\\new").c_str()); }},
+        {"cadena", [] { return lumoreg_establece_cadena_u(r, ruta().c_str(), L"w", L"t"); }},
+        {"expand", [] { return lumoreg_establece_cadena_expand_u(r, ruta().c_str(), L"w", L"t"); }},
+        {"en_vista", [] { return lumoreg_establece_cadena_en_vista_u(1, r, ruta().c_str(), L"w", L"t"); }},
+        {"ulong_u", [] { return lumoreg_establece_ulong_u(r, ruta().c_str(), L"n", 1); }},
+        {"ulong", [] { return lumoreg_establece_ulong(r, ruta_8().c_str(), "n", 1); }},
         {"lee_u",
-         [r] {
+         [] {
              wchar_t* texto = nullptr;
              const unsigned short leido = lumoreg_lee_cadena_u(r, ruta().c_str(), L"v", &texto);
              EXPECT_EQ(texto != nullptr, leido == 1);
@@ -59,7 +59,7 @@ std::vector<operacion> operaciones() {
              return leido;
          }},
         {"lee",
-         [r] {
+         [] {
              char* texto = nullptr;
              const unsigned short leido = lumoreg_lee_cadena(r, ruta_8().c_str(), "v", &texto);
              EXPECT_EQ(texto != nullptr, leido == 1);
@@ -67,21 +67,21 @@ std::vector<operacion> operaciones() {
              return leido;
          }},
         {"subclaves_u",
-         [r] {
+         [] {
              ArrCADENA_u* lista = arr_CreaCADENA_u(0);
              const unsigned short dadas = lumoreg_dame_subclaves_u(r, ruta().c_str(), lista);
              arr_DestruyeCADENA_u(&lista);
              return dadas;
          }},
         {"subclaves",
-         [r] {
+         [] {
              ArrCADENA* lista = arr_CreaCADENA(0);
              const unsigned short dadas = lumoreg_dame_subclaves(r, ruta_8().c_str(), lista);
              arr_DestruyeCADENA(&lista);
              return dadas;
          }},
         {"valores",
-         [r] {
+         [] {
              ArrCADENA_u* nombres = nullptr;
              ArrPunteroConTipo* datos = nullptr;
              const unsigned short leidos =
@@ -91,9 +91,9 @@ std::vector<operacion> operaciones() {
              libera_valores(&nombres, &datos);
              return leidos;
          }},
-        {"borra_valor", [r] { return lumoreg_borra_valor_clave_u(r, ruta().c_str(), L"v"), CIERTO; }, false},
-        {"borra_u", [r] { return lumoreg_borra_clave_u(r, clave_de_pruebas, L"k"), CIERTO; }, false},
-        {"borra", [r] { return lumoreg_borra_clave(r, "Software\\lumodir-pruebas", "k"), CIERTO; }, false},
+        {"borra_valor", [] { return lumoreg_borra_valor_clave_u(r, ruta().c_str(), L"v"), CIERTO; }, false},
+        {"borra_u", [] { return lumoreg_borra_clave_u(r, clave_de_pruebas, L"k"), CIERTO; }, false},
+        {"borra", [] { return lumoreg_borra_clave(r, "Software\\lumodir-pruebas", "k"), CIERTO; }, false},
     };
 }
 
@@ -138,7 +138,7 @@ TEST_F(fallos_lumoreg, ninguna_llamada_que_falla_deja_nada_abierto) {
 
 namespace {
 
-tabla_registro g_real;
+tabla_sistema g_real;
 LSTATUS WINAPI cierra_con_queja(HKEY clave) {
     g_real.RegCloseKey(clave);
     return ERROR_INVALID_HANDLE;
@@ -147,9 +147,8 @@ LSTATUS WINAPI cierra_con_queja(HKEY clave) {
 }  // namespace
 
 TEST_F(fallos_lumoreg, un_cierre_que_falla_se_informa_con_el_path_y_el_resultado_vale) {
-    g_real = sistema_registro;
-    const sustituye cerrar(sistema_registro.RegCloseKey,
-                           static_cast<decltype(sistema_registro.RegCloseKey)>(cierra_con_queja));
+    g_real = sistema;
+    const sustituye cerrar(sistema.RegCloseKey, static_cast<decltype(sistema.RegCloseKey)>(cierra_con_queja));
     for (const operacion& op : operaciones()) {
         prepara();
         EXPECT_EQ(op.llama(), 1) << op.nombre;

@@ -45,8 +45,8 @@ public:
     }
 
 private:
-    sustituye<decltype(sistema_registro.RegOpenKeyExW)> w_{sistema_registro.RegOpenKeyExW, anota_w};
-    sustituye<decltype(sistema_registro.RegOpenKeyExA)> a_{sistema_registro.RegOpenKeyExA, anota_a};
+    sustituye<decltype(sistema.RegOpenKeyExW)> w_{sistema.RegOpenKeyExW, anota_w};
+    sustituye<decltype(sistema.RegOpenKeyExA)> a_{sistema.RegOpenKeyExA, anota_a};
 };
 
 std::vector<REGSAM> accesos() {
@@ -152,8 +152,8 @@ TEST_F(clave_lumoreg, sin_vista_se_prueba_la_de_siempre_y_luego_las_dos) {
     };
     for (const auto& fila : filas) {
         SCOPED_TRACE(testing::Message() << fila.abre_la_numero << ", 64 bits: " << fila.de_64bits);
-        auto imagen = sistema_registro.machine_es_imagen_de_64bits;
-        const sustituye imagen_fija(sistema_registro.machine_es_imagen_de_64bits,
+        auto imagen = sistema.machine_es_imagen_de_64bits;
+        const sustituye imagen_fija(sistema.machine_es_imagen_de_64bits,
                                     fila.de_64bits ? imagen : imagen_de_32bits);
         {
             const aperturas_anotadas anotadas(fila.abre_la_numero);
@@ -199,8 +199,8 @@ LSTATUS WINAPI abre_sin_clave(HKEY, const wchar_t*, DWORD, REGSAM, HKEY* clave) 
 }  // namespace
 
 TEST_F(clave_lumoreg, un_exito_sin_clave_se_informa_y_no_cuenta) {
-    const sustituye abrir(sistema_registro.RegOpenKeyExW,
-                          static_cast<decltype(sistema_registro.RegOpenKeyExW)>(abre_sin_clave));
+    const sustituye abrir(sistema.RegOpenKeyExW,
+                          static_cast<decltype(sistema.RegOpenKeyExW)>(abre_sin_clave));
     EXPECT_EQ(lumoreg_existe_clave_en_vista_u(1, 2, L"x"), 0);
     ESPERA_DETALLES("(hKey) != NULL");
     lumoreg_borra_valor_clave_u(2, L"x", L"v");

@@ -5,7 +5,7 @@
 
 #include "apoyo/apoyo.hpp"
 #include "apoyo/cuenta_de_fallos.hpp"
-#include "system/tabla_registro.hpp"
+#include "companions/sistema.hpp"
 
 namespace apoyo {
 
@@ -33,6 +33,17 @@ inline void crea(const texto_w& ruta) {
     HKEY clave = nullptr;
     ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, ruta.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
                                 &clave, nullptr),
+              ERROR_SUCCESS);
+    ::RegCloseKey(clave);
+}
+inline void crea_enlace(HKEY raiz, const texto_w& ruta, const texto_w& destino) {
+    HKEY clave = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(raiz, ruta.c_str(), 0, nullptr, REG_OPTION_CREATE_LINK,
+                                KEY_ALL_ACCESS | KEY_CREATE_LINK, nullptr, &clave, nullptr),
+              ERROR_SUCCESS);
+    ASSERT_EQ(::RegSetValueExW(clave, L"SymbolicLinkValue", 0, REG_LINK,
+                               reinterpret_cast<const BYTE*>(destino.data()),
+                               static_cast<DWORD>(destino.size() * sizeof(wchar_t))),
               ERROR_SUCCESS);
     ::RegCloseKey(clave);
 }
@@ -119,7 +130,7 @@ protected:
 
 // Every entry of the table counts its call, may be told to fail, and goes on to the real one.
 struct vigilancia {
-    lumodir::tabla_registro real;
+    lumodir::tabla_sistema real;
     unsigned long llamadas = 0;
     unsigned long falla_desde = 0;  // number of the first call that fails, from 1; 0 for none
     bool para_siempre = false;
@@ -137,7 +148,7 @@ inline vigilancia vigilado;
 
 template <auto Entrada>
 struct vigila;
-template <class... A, LSTATUS (WINAPI* lumodir::tabla_registro::*Entrada)(A...)>
+template <class... A, LSTATUS (WINAPI* lumodir::tabla_sistema::*Entrada)(A...)>
 struct vigila<Entrada> {
     static LSTATUS WINAPI llama(A... argumentos) {
         constexpr bool cierra = std::is_same_v<LSTATUS(A...), LSTATUS(HKEY)>;
@@ -164,11 +175,11 @@ struct vigila<Entrada> {
 
 class registro_vigilado {
 public:
-    using tabla = lumodir::tabla_registro;
+    using tabla = lumodir::tabla_sistema;
     explicit registro_vigilado(unsigned long falla_desde = 0, bool para_siempre = false)
-        : antes_(lumodir::sistema_registro) {
+        : antes_(lumodir::sistema) {
         vigilado = {antes_, 0, falla_desde, para_siempre, 0};
-        tabla& t = lumodir::sistema_registro;
+        tabla& t = lumodir::sistema;
         t.RegOpenKeyExA = vigila<&tabla::RegOpenKeyExA>::abre;
         t.RegOpenKeyExW = vigila<&tabla::RegOpenKeyExW>::abre;
         t.RegCreateKeyExW = vigila<&tabla::RegCreateKeyExW>::abre;
@@ -185,7 +196,7 @@ public:
         t.NtDeleteKey = vigila<&tabla::NtDeleteKey>::llama;
     }
     ~registro_vigilado() {
-        lumodir::sistema_registro = antes_;
+        lumodir::sistema = antes_;
         EXPECT_EQ(vigilado.abiertas, 0) << "keys left open";
     }
     registro_vigilado(const registro_vigilado&) = delete;

@@ -12,7 +12,7 @@
 
 using namespace apoyo;
 using lumodir::i_crea_taskproc;
-using lumodir::procesos;
+using lumodir::sistema;
 
 static_assert(sizeof(Taskproc) == 20 && offsetof(Taskproc, pid) == 8 && offsetof(Taskproc, ruta) == 12,
               "programs rely on the packed layout");
@@ -62,13 +62,19 @@ struct proceso_fingido {
 class sistema_fingido {
 public:
     explicit sistema_fingido(std::vector<proceso_fingido> lista)
-        : antes_(procesos), procesos_(std::move(lista)) {
+        : antes_(sistema), procesos_(std::move(lista)) {
         i_yo() = this;
-        procesos = {i_instantanea,   i_proceso<true>, i_proceso<false>, i_modulo<true>,
-                    i_modulo<false>, i_abre,          i_termina,        i_cierra};
+        sistema.CreateToolhelp32Snapshot = i_instantanea;
+        sistema.Process32FirstW = i_proceso<true>;
+        sistema.Process32NextW = i_proceso<false>;
+        sistema.Module32FirstW = i_modulo<true>;
+        sistema.Module32NextW = i_modulo<false>;
+        sistema.OpenProcess = i_abre;
+        sistema.TerminateProcess = i_termina;
+        sistema.CloseHandle = i_cierra;
     }
     ~sistema_fingido() {
-        procesos = antes_;
+        sistema = antes_;
         EXPECT_TRUE(abiertas_.empty()) << "handles left open";
     }
     sistema_fingido(const sistema_fingido&) = delete;
@@ -184,7 +190,7 @@ private:
         return TRUE;
     }
 
-    lumodir::tabla_procesos antes_;
+    lumodir::tabla_sistema antes_;
     std::vector<proceso_fingido> procesos_;
     std::set<manija_fingida*> abiertas_;
 };

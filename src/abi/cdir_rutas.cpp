@@ -1,0 +1,10 @@
+// The exports of cdir_rutas.h that tell of drives.
+#include "cdir_rutas.h"
+
+#include "system/unidades.hpp"
+
+using namespace lumodir;
+
+const wchar_t* cdir_disco_de_programa_UNICODE(void) {
+    return i_disco_de_programa();
+}

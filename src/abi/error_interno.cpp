@@ -1,0 +1,6 @@
+// The exports of companions/error_interno.h.
+#include "companions/error_interno.hpp"
+
+void error_interno_establece_receptor(ErrorInternoReceptor receive, void* context) {
+    lumodir::i_establece_receptor(receive, context);
+}

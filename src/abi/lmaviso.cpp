@@ -1,0 +1,6 @@
+// The exports of companions/lmaviso.h.
+#include "companions/lmaviso.hpp"
+
+void lmaviso_establece_receptor(LmavisoReceptor show, void* context) {
+    lumodir::i_establece_receptor(show, context);
+}

@@ -1,0 +1,11 @@
+// The exports of wine.h.
+#include "wine.h"
+
+#include "abi/frontera.hpp"
+#include "system/wine.hpp"
+
+using namespace lumodir;
+
+unsigned short wine_estamos_en_wine(void) {
+    return logico(i_estamos_en_wine());
+}
