@@ -50,6 +50,21 @@ bool hay() {
 
 using nucleo::de;
 
+texto_w w(std::string_view utf8) {
+    texto_w t(utf8.size(), L' ');
+    t.resize(static_cast<std::size_t>(::MultiByteToWideChar(
+        CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), t.data(), static_cast<int>(t.size()))));
+    return t;
+}
+
+std::string u8(lumodir::vista_w texto) {
+    std::string t(texto.size() * 3, ' ');
+    t.resize(static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, texto.data(),
+                                                            static_cast<int>(texto.size()), t.data(),
+                                                            static_cast<int>(t.size()), nullptr, nullptr)));
+    return t;
+}
+
 std::string texto_del_sistema(unsigned long codigo) {
     wchar_t texto[1024];
     DWORD largo =

@@ -4,13 +4,19 @@
 
 #include "cdir.h"
 #include "companions/lumostr.h"
+#include "companions/widestr.h"
 #include "estado/filas.hpp"
 #include "fichsdir.h"
 #include "lumodir.h"
 
 namespace estado {
 
-using apoyo::toma;
+// A new text of the library's, taken and freed.
+inline std::string toma(wchar_t* texto) {
+    const std::string t = u8(texto);
+    widestr_nousar_destruye_opcional(&texto, "prueba", 1);
+    return t;
+}
 
 struct ancho {
     const argumento& t;

@@ -12,8 +12,12 @@
 
 namespace estado {
 
-using apoyo::u8;
-using apoyo::w;
+// Texts in UTF-8 and UTF-16, as they are in every code page (those of `apoyo` have stand-ins).
+texto_w w(std::string_view utf8);
+std::string u8(lumodir::vista_w texto);
+inline std::string u8(const wchar_t* texto) {
+    return texto == nullptr ? "(NULL)" : u8(lumodir::vista_w(texto));
+}
 using lista = std::vector<texto_w>;
 
 inline std::string u(const texto_w& t) {
