@@ -686,7 +686,10 @@ const std::vector<fila>& todas_las_filas() {
      },
      [](reglas& r, const argumentos& a) {
          return pliega(*a[1]) != pliega(*a[2]) &&
-                !hay_algo(r.v.raiz(), [](const nodo& n) { return n.enlace.has_value(); });
+                !hay_algo(r.v.raiz(), [](const nodo& n) {
+                    // Texts that the system would read otherwise are the library's business to tie to their names.
+                    return n.enlace.has_value() || (!n.nombre.empty() && generador::es_raro(n.nombre));
+                }) && !reglas::se_recorta(*a[0]);
      }},
     {"cdir_borra_directorio", 8, un_directorio, simple<cdir_borra_directorio_UNICODE>, simple<cdir_borra_directorio>,
      [](reglas& r, const argumentos& a, const std::string&) { return si_o_no(r.quita_directorio_estricto(*a[0])); },
