@@ -63,9 +63,7 @@ llegada i_recorre_para_borrar(recorrido& arbol, subdirectorios cuales, visitante
         return !entrada.es_directorio() || i_interesa(entrada.nombre, cuales);
     };
     if (i_se_recorta(vista_w(arbol.raiz().ruta().dada()))) {
-        return lmlongpath_GetFileAttributesW(arbol.raiz().ruta()) == INVALID_FILE_ATTRIBUTES
-                   ? llegada::falta
-                   : llegada::cerrado;
+        return i_existencia(arbol.raiz().ruta()).falta() ? llegada::falta : llegada::cerrado;
     }
     const llegada raiz = arbol.entra_en_raiz(toma);
     if (!i_se_ha_entrado(raiz) || !i_recorre_ficheros(arbol, visitante)) {

@@ -386,8 +386,16 @@ TEST(borrado_arbol, un_nombre_que_Windows_recorta_no_se_recorre) {
         toma_avisos();
         toma_informes();
     }
-    // With the prefix nothing is cut.
+    // Nor is it called gone while the system does not say whether it is there.
     const directorio_temporal d;
+    d.directorio("t");
+    {
+        fallos f;
+        f.falla_siempre("GetFileAttributesW", ERROR_DISK_FULL);
+        EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(d.ruta_w("t.").c_str()), 0);
+    }
+    toma_informes();
+    // With the prefix nothing is cut.
     d.fichero("t \\f.txt");
     cdir_borra_contenido_directorio_UNICODE(w("\\\\?\\" + d.ruta("t ")).c_str());
     EXPECT_FALSE(d.existe("t \\f.txt"));

@@ -1,0 +1,332 @@
+#include "estado/pareja.hpp"
+
+#include <cstring>
+#include <thread>
+
+namespace estado {
+
+using namespace apoyo;
+
+namespace {
+
+// Operations that a directory sees as one step, and that tell the host nothing. What takes several steps by its rules
+// (creating several levels, deleting a tree, listing, and everything that opens a file that the other may want to
+// delete meanwhile) may meet the other half-way: that is told in the guide, and not judged here.
+const char* const de_un_paso[] = {"cdir_existe_fichero",
+                                  "cdir_es_directorio_u",
+                                  "cdir_borra_fichero_con_comprobacion",
+                                  "cdir_se_borra_directorio",
+                                  "cdir_renombra_fichero_si_es_posible",
+                                  "cdir_mueve_fichero",
+                                  "cdir_crea_directorios_si_es_posible",
+                                  "cdir_tiene_permiso_escritura_fichero"};
+
+const fila* la_fila(const std::string& nombre) {
+    for (const fila& f : filas()) {
+        if (nombre == f.nombre) {
+            return &f;
+        }
+    }
+    return nullptr;
+}
+
+// Few names, so that both want the same.
+std::vector<paso> unos_pasos(azar& z) {
+    static const std::vector<texto_w> nombres = {L"Q:\\a", L"Q:\\b",           L"Q:\\d",
+                                                 L"Q:\\D", L"\\\\srv\\rec\\a", L"Q:\\c"};
+    static const std::vector<texto_w> dentro = {L"Q:\\a", L"Q:\\d\\a", L"Q:\\d\\b", L"Q:\\c"};
+    std::vector<paso> pasos;
+    for (std::size_t n = 2 + z.menor_que(3); n > 0; --n) {
+        paso p = {la_fila(de_un_paso[z.menor_que(std::size(de_un_paso))])};
+        const bool es_creacion = std::strcmp(p.f->nombre, "cdir_crea_directorios_si_es_posible") == 0;
+        p.a.push_back(es_creacion || z.uno_de_cada(2) ? z.elige(nombres) : z.elige(dentro));
+        if (std::strstr(p.f->nombre, "renombra") != nullptr || std::strstr(p.f->nombre, "mueve") != nullptr) {
+            p.a.push_back(z.elige(dentro));
+        }
+        p.ocho = p.f->estrecha != nullptr && z.uno_de_cada(2);
+        pasos.push_back(p);
+    }
+    return pasos;
+}
+
+std::vector<std::string> da(const std::vector<paso>& pasos) {
+    std::vector<std::string> respuestas;
+    for (const paso& p : pasos) {
+        respuestas.push_back((p.ocho ? p.f->estrecha : p.f->ancha)(p.a));
+    }
+    return respuestas;
+}
+
+// ---- the other process
+
+constexpr std::size_t sitio = 4096;
+struct mesa {
+    volatile LONG turno;  // both go when it is 2
+    char que[sitio];
+    char respuestas[sitio];
+};
+texto_w nombre_de(DWORD pid, const char* que) {
+    return w("lumodir_pareja_" + std::to_string(pid) + "_" + que);
+}
+void apunta(char (&donde)[sitio], const std::string& texto) {
+    std::memcpy(donde, texto.c_str(), std::min(texto.size() + 1, sitio));
+    donde[sitio - 1] = 0;
+}
+void espera_al_otro(mesa& m) {
+    ::InterlockedIncrement(&m.turno);
+    while (m.turno < 2) {
+        ::SwitchToThread();
+    }
+}
+
+const papel papel_pareja("estado_pareja", [] {
+    const DWORD pid = static_cast<DWORD>(std::stoul(u8(hijo_dato())));
+    const HANDLE padre = ::OpenProcess(SYNCHRONIZE, FALSE, pid);
+    const HANDLE memoria = ::OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, nombre_de(pid, "mesa").c_str());
+    auto* m = static_cast<mesa*>(::MapViewOfFile(memoria, FILE_MAP_ALL_ACCESS, 0, 0, 0));
+    const HANDLE haz = ::OpenEventW(EVENT_ALL_ACCESS, FALSE, nombre_de(pid, "haz").c_str());
+    const HANDLE hecho = ::OpenEventW(EVENT_ALL_ACCESS, FALSE, nombre_de(pid, "hecho").c_str());
+    if (m == nullptr || padre == nullptr || !::SetCurrentDirectoryW(L"Q:\\")) {
+        return 1;
+    }
+    hijo_listo();
+    const HANDLE espera[] = {haz, padre};
+    while (::WaitForMultipleObjects(2, espera, FALSE, INFINITE) == WAIT_OBJECT_0) {
+        const std::vector<paso> pasos = de_texto(m->que);
+        espera_al_otro(*m);
+        std::string todas_ellas;
+        for (const std::string& r : da(pasos)) {
+            todas_ellas += r + "\n";
+        }
+        apunta(m->respuestas, todas_ellas);
+        ::SetEvent(hecho);
+    }
+    return 0;
+});
+
+struct companyero {
+    companyero()
+        : pid(::GetCurrentProcessId()),
+          memoria(::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(mesa),
+                                       nombre_de(pid, "mesa").c_str())),
+          m(static_cast<mesa*>(::MapViewOfFile(memoria, FILE_MAP_ALL_ACCESS, 0, 0, 0))),
+          haz(::CreateEventW(nullptr, FALSE, FALSE, nombre_de(pid, "haz").c_str())),
+          hecho(::CreateEventW(nullptr, FALSE, FALSE, nombre_de(pid, "hecho").c_str())),
+          hijo("estado_pareja", w(std::to_string(pid))) {
+        EXPECT_TRUE(hijo.espera_listo());
+    }
+    ~companyero() {
+        ::UnmapViewOfFile(m);
+        ::CloseHandle(memoria);
+        ::CloseHandle(haz);
+        ::CloseHandle(hecho);
+    }
+    DWORD pid;
+    HANDLE memoria;
+    mesa* m;
+    HANDLE haz;
+    HANDLE hecho;
+    proceso_hijo hijo;
+};
+
+// ---- is there an order?
+
+struct lado {
+    const std::vector<paso>& pasos;
+    const std::vector<std::string>& respuestas;
+    std::size_t hechos = 0;
+    unsigned abierta = 0;  // what the operation under way has opened
+};
+
+// Deleting, moving and removing take two steps: they open what bears the name now, and then that goes or moves, also
+// if the other has given it another name meanwhile.
+bool toma_dos_pasos(const std::string& nombre) {
+    return nombre == "cdir_borra_fichero_con_comprobacion" || nombre == "cdir_se_borra_directorio" ||
+           nombre == "cdir_renombra_fichero_si_es_posible" || nombre == "cdir_mueve_fichero";
+}
+std::pair<nodo*, nodo*> con_numero(nodo& padre, unsigned numero) {
+    for (auto& [clave_, hijo] : padre.hijos) {
+        if (hijo.numero == numero) {
+            return {&padre, &hijo};
+        }
+        const auto abajo = con_numero(hijo, numero);
+        if (abajo.second != nullptr) {
+            return abajo;
+        }
+    }
+    return {nullptr, nullptr};
+}
+// The second step: what is answered; nothing where the system answers in either way.
+std::optional<std::string> acaba(reglas& r, const paso& p, unsigned numero) {
+    const auto [padre, n] = con_numero(r.v.cima, numero);
+    if (n == nullptr) {
+        return {};
+    }
+    const std::string nombre = p.f->nombre;
+    if (nombre == "cdir_borra_fichero_con_comprobacion") {
+        return r.v.borra(*padre, *n) == 0 ? "1" : "0";
+    }
+    if (nombre == "cdir_se_borra_directorio") {
+        if (!n->hijos.empty()) {
+            return {};  // Wine says yes to who began when it was empty, and it stays
+        }
+        return r.v.quita_directorio(*padre, *n) == 0 ? "1" : "0";
+    }
+    const hallazgo donde = r.v.busca(*p.a[1]);
+    if (donde.codigo == 0) {
+        return donde.cosa == n ? "1" : "0";
+    }
+    if (donde.padre == nullptr || con_numero(*n, numero).second != nullptr) {
+        return "0";
+    }
+    nodo movido = *n;
+    movido.nombre = donde.ultimo;
+    nodo* const destino = donde.padre;
+    padre->hijos.erase(pliega(n->nombre));
+    destino->anade(std::move(movido));
+    return "1";
+}
+bool explica(campo& c, const reglas& r, lado a, lado b) {
+    if (a.hechos == a.pasos.size() && b.hechos == b.pasos.size()) {
+        reglas final = r;
+        return c.diferencia(final).empty();
+    }
+    for (const bool toca_a : {true, false}) {
+        lado x = a;
+        lado y = b;
+        lado& l = toca_a ? x : y;
+        const lado& otro = toca_a ? y : x;
+        if (l.hechos == l.pasos.size()) {
+            continue;
+        }
+        const paso& p = l.pasos[l.hechos];
+        const std::string& real = l.respuestas[l.hechos];
+        reglas despues = r;
+        despues.empieza_llamada();
+        en_8_bits(p.ocho);
+        if (l.abierta != 0) {
+            const nodo* const abierto = con_numero(despues.v.cima, l.abierta).second;
+            const bool se_ha_movido = abierto != nullptr && despues.v.busca(*p.a[0]).entrada != abierto;
+            const reglas sin_efecto = despues;
+            const std::optional<std::string> pensado = acaba(despues, p, l.abierta);
+            const unsigned lo_suyo = l.abierta;
+            l.abierta = 0;
+            ++l.hechos;
+            // Wine deletes by the name that was opened: what has moved away stays, and nobody is told.
+            // And it takes a name away when the last one who has it open is through; until then it is deleted again.
+            const bool lo_tiene_el_otro =
+                otro.abierta == lo_suyo && real == "1" && std::strstr(p.f->nombre, "borra") != nullptr;
+            if ((se_ha_movido || lo_tiene_el_otro) && explica(c, sin_efecto, x, y)) {
+                return true;
+            }
+            if ((!pensado || *pensado == real) && explica(c, despues, x, y)) {
+                return true;
+            }
+            continue;
+        }
+        if (p.f->aplicable != nullptr && !p.f->aplicable(despues, p.a)) {
+            return true;  // the model says nothing of this order
+        }
+        if (const hallazgo h = despues.v.busca(*p.a[0]); h.codigo == 0 && toma_dos_pasos(p.f->nombre)) {
+            static unsigned numeros = 0;
+            h.cosa->numero = h.cosa->numero == 0 ? ++numeros : h.cosa->numero;
+            const unsigned lo_suyo = h.cosa->numero;
+            // What the other has open is in use.
+            if (otro.abierta == lo_suyo && real == "0") {
+                ++l.hechos;
+                if (explica(c, despues, x, y)) {
+                    return true;
+                }
+                --l.hechos;
+            }
+            l.abierta = lo_suyo;
+            if (explica(c, despues, x, y)) {
+                return true;
+            }
+        } else if (p.f->modela(despues, p.a, real) == real || real == "(void)") {
+            ++l.hechos;
+            if (explica(c, despues, x, y)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+std::string contado(const std::vector<paso>& pasos, const std::vector<std::string>& respuestas) {
+    std::string t;
+    for (std::size_t i = 0; i < pasos.size(); ++i) {
+        std::string linea = a_texto({pasos[i]});
+        linea.pop_back();
+        t += "\n    " + linea + " -> " + (i < respuestas.size() ? respuestas[i] : "?");
+    }
+    return t;
+}
+
+}  // namespace
+
+std::string corre_pareja(campo& c, juntos como, std::uint64_t semilla) {
+    azar z(semilla);
+    reglas r;
+    c.empieza(r);
+    for (const texto_w& n : {texto_w(L"a"), texto_w(L"b"), texto_w(L"d\\a"), texto_w(L"d\\b")}) {
+        if (z.uno_de_cada(2)) {
+            continue;
+        }
+        if (n.size() > 1 && r.v.raiz().hijo(L"d") == nullptr) {
+            c.pon_directorio({L"d"});
+            r.v.raiz().anade({L"d", true});
+        }
+        const partes p = r.v.lee(n).nombres;
+        const std::size_t bytes = z.menor_que(9);
+        c.pon_fichero(p, bytes, false);
+        r.v.busca(n).padre->anade({p.back()}).bytes = bytes;
+    }
+    const std::vector<paso> de_a = unos_pasos(z);
+    const std::vector<paso> de_b = unos_pasos(z);
+    std::vector<std::string> dice_a;
+    std::vector<std::string> dice_b;
+    static mesa mesa_propia;
+    if (como == juntos::hilos) {
+        mesa_propia.turno = 0;
+        std::thread otro([&] {
+            espera_al_otro(mesa_propia);
+            dice_b = da(de_b);
+        });
+        espera_al_otro(mesa_propia);
+        dice_a = da(de_a);
+        otro.join();
+    } else {
+        static companyero otro;
+        otro.m->turno = 0;
+        apunta(otro.m->que, a_texto(de_b));
+        ::SetEvent(otro.haz);
+        espera_al_otro(*otro.m);
+        dice_a = da(de_a);
+        if (::WaitForSingleObject(otro.hecho, paciencia_hijo_ms) != WAIT_OBJECT_0) {
+            return "the other process does not answer";
+        }
+        std::string linea;
+        for (const char* p = otro.m->respuestas; *p != 0; ++p) {
+            if (*p == '\n') {
+                dice_b.push_back(linea);
+                linea.clear();
+            } else {
+                linea += *p;
+            }
+        }
+    }
+    std::string de_mas;
+    for (const std::string& s : c.toma_sucesos()) {
+        de_mas += "\n    " + s;
+    }
+    if (dice_b.size() == de_b.size() && de_mas.empty() && explica(c, r, {de_a, dice_a}, {de_b, dice_b})) {
+        return "";
+    }
+    reglas nada = r;
+    return "seed " + std::to_string(semilla) + ": no order explains\n  one:" + contado(de_a, dice_a) +
+           "\n  the other:" + contado(de_b, dice_b) + "\n  told:" + de_mas +
+           "\n  against the beginning: " + c.diferencia(nada);
+}
+
+}  // namespace estado
