@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <condition_variable>
 #include <exception>
 #include <mutex>
@@ -117,7 +118,7 @@ std::wstring lo_que_falta(double parte_hecha, unsigned segundos) {
     if (parte_hecha < lo_bastante || parte_hecha >= 1 || segundos < pronto_s) {
         return {};
     }
-    const auto faltan = static_cast<unsigned long>(segundos * (1 - parte_hecha) / parte_hecha + 0.5);
+    const auto faltan = static_cast<unsigned long>(std::lround(segundos * (1 - parte_hecha) / parte_hecha));
     return di(", about %1 s left", std::to_wstring(faltan));
 }
 
