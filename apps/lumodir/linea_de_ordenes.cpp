@@ -14,8 +14,7 @@ constexpr opcion generales[] = {
     {.nombre = "lang",
      .valor = "L",
      .ayuda = "language of messages: a name, a code or a number (help and the command's own words are in "
-              "English or "
-              "Spanish)"},
+              "English or Spanish)"},
     {.nombre = "verbose", .ayuda = "also show the library's internal errors, on standard error"},
     {.nombre = "yes", .ayuda = "do not ask before changing or deleting (-y)"},
     {.nombre = "help", .ayuda = "this text (-h, -?, /?)"},
@@ -83,9 +82,9 @@ private:
 
 [[noreturn]] void i_orden_desconocida(std::wstring_view palabra) {
     if (std::find(std::begin(de_copia), std::end(de_copia), en_minusculas(palabra)) != std::end(de_copia)) {
-        throw uso_incorrecto{di(
-            "nothing is copied here, and no tree moved to another drive: copy, xcopy and robocopy of Windows "
-            "do that")};
+        throw uso_incorrecto{
+            di("nothing is copied here, and no tree moved to another drive: copy, xcopy and robocopy of "
+               "Windows do that")};
     }
     mas_parecida cual(palabra);
     for (const grupo& g : grupos()) {

@@ -509,12 +509,8 @@ constexpr orden ordenes[] = {
      .argumentos = "[PATTERN] [DIR...]",
      .resumen = "find files and directories by name, size or date",
      .detalle = "PATTERN is a part of the name, or with * or ? the whole name, ignoring case. Options have "
-                "the names "
-                "that they "
-                "have in fd. Links to directories are not followed. The exit code is 1 when nothing is "
-                "found, or when a "
-                "directory "
-                "could not be read.",
+                "the names that they have in fd. Links to directories are not followed. The exit code is 1 "
+                "when nothing is found, or when a directory could not be read.",
      .maximo = cuantos_sean,
      .opciones = opciones_find,
      .ejemplos = ejemplos_find,
@@ -522,10 +518,8 @@ constexpr orden ordenes[] = {
     {.nombre = "du",
      .argumentos = "[PATH...]",
      .resumen = "what directories hold: bytes and files, everything below included",
-     .detalle =
-         "Directories whose names begin with a dot count; links are not followed. The exit code is 1 when a "
-         "directory could "
-         "not be read.",
+     .detalle = "Directories whose names begin with a dot count; links are not followed. The exit code is 1 "
+                "when a directory could not be read.",
      .maximo = cuantos_sean,
      .opciones = opciones_du,
      .ejemplos = ejemplos_du,

@@ -629,8 +629,7 @@ constexpr opcion opciones_touch[] = {
     {.nombre = "date",
      .valor = "D",
      .ayuda = "now (the default), 2024-05-01, \"2024-05-01 12:30[:00]\", a final Z for\nUTC, or @SECONDS "
-              "since 1970 "
-              "in UTC"},
+              "since 1970 in UTC"},
     {.nombre = "like", .valor = "FILE", .ayuda = "the date of another file"},
     {.nombre = "utc", .ayuda = "the date is in UTC"},
     {.nombre = "no-create", .ayuda = "do not create a missing file"},
@@ -688,8 +687,8 @@ constexpr orden ordenes[] = {
     {.nombre = "test",
      .argumentos = "PATH...",
      .resumen = "tell whether files or directories can be read and written, and why not",
-     .detalle = "A file is writable when this program can open it alone; a directory when a file "
-                "can be created in it, which is tried.",
+     .detalle = "A file is writable when this program can open it alone; a directory when a file can be "
+                "created in it, which is tried.",
      .minimo = 1,
      .maximo = cuantos_sean,
      .opciones = opciones_test,
@@ -723,8 +722,8 @@ constexpr orden ordenes[] = {
     {.nombre = "mkdir",
      .argumentos = "DIR...",
      .resumen = "create directories with their missing parents",
-     .detalle = "A level that cannot be created is tried again for a moment; on a terminal you "
-                "are then asked.",
+     .detalle =
+         "A level that cannot be created is tried again for a moment; on a terminal you are then asked.",
      .minimo = 1,
      .maximo = cuantos_sean,
      .opciones = opciones_mkdir,
@@ -733,8 +732,8 @@ constexpr orden ordenes[] = {
     {.nombre = "mv",
      .argumentos = "OLD... NEW",
      .resumen = "rename or move files; nothing is ever replaced",
-     .detalle = "A file held open by another program is tried again for a moment; on a terminal "
-                "you are then told who holds it and asked. Trees are not moved to other drives.",
+     .detalle = "A file held open by another program is tried again for a moment; on a terminal you are then "
+                "told who holds it and asked. Trees are not moved to other drives.",
      .minimo = 2,
      .maximo = cuantos_sean,
      .opciones = opciones_mv,
@@ -759,8 +758,8 @@ constexpr orden ordenes[] = {
     {.nombre = "rename-ext",
      .argumentos = "DIR OLD NEW",
      .resumen = "change the extension of all files that have a given one",
-     .detalle = "A file that already has a new name is deleted for it: you are shown which "
-                "before anything is done. Drive roots are refused.",
+     .detalle = "A file that already has a new name is deleted for it: you are shown which before anything "
+                "is done. Drive roots are refused.",
      .minimo = 3,
      .maximo = 3,
      .opciones = opciones_solo_en_seco,

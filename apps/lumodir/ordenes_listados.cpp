@@ -572,12 +572,9 @@ constexpr orden ordenes[] = {
     {.nombre = "ls",
      .argumentos = "[DIR | FILE | PATTERN]",
      .resumen = "the files and directories of a directory",
-     .detalle =
-         "Directories come first and end with a separator; names are sorted, ignoring case. Directories "
-         "whose "
-         "names "
-         "begin with a dot are left out without --all. The exit code is 1 when a pattern, --ext or --filter "
-         "finds nothing.",
+     .detalle = "Directories come first and end with a separator; names are sorted, ignoring case. "
+                "Directories whose names begin with a dot are left out without --all. The exit code is 1 "
+                "when a pattern, --ext or --filter finds nothing.",
      .maximo = 1,
      .opciones = opciones_ls,
      .ejemplos = ejemplos_ls,
@@ -585,10 +582,9 @@ constexpr orden ordenes[] = {
     {.nombre = "tree",
      .argumentos = "[DIR]",
      .resumen = "draw the directories of a tree with the number of their files",
-     .detalle = "Links to directories are not followed. Directories whose names begin with a dot are left "
-                "out without "
-                "--all. The "
-                "exit code is 1 when --ext finds nothing, or when a directory could not be read.",
+     .detalle =
+         "Links to directories are not followed. Directories whose names begin with a dot are left out "
+         "without --all. The exit code is 1 when --ext finds nothing, or when a directory could not be read.",
      .maximo = 1,
      .opciones = opciones_tree,
      .ejemplos = ejemplos_tree,
@@ -596,8 +592,8 @@ constexpr orden ordenes[] = {
     {.nombre = "sets",
      .argumentos = "[DIR]",
      .resumen = "the files of a directory with dates and protection",
-     .detalle = "Dates are in local time. Names are those of the active code page: a "
-                "character that it lacks shows as its default character (ls --long shows every name whole).",
+     .detalle = "Dates are in local time. Names are those of the active code page: a character that it lacks "
+                "shows as its default character (ls --long shows every name whole).",
      .maximo = 1,
      .opciones = opciones_sets,
      .ejemplos = ejemplos_sets,

@@ -319,11 +319,9 @@ constexpr orden ordenes[] = {
     {.nombre = "relative",
      .argumentos = "BASE PATH...",
      .resumen = "paths relative to a base directory",
-     .detalle = "The base has to be the exact beginning of the path, letter case included: "
-                "end BASE with \\, or C:\\dir begins C:\\directory too. Any other path comes back as it is. "
-                "The result "
-                "never goes "
-                "up with \"..\".",
+     .detalle = "The base has to be the exact beginning of the path, letter case included: end BASE with \\, "
+                "or C:\\dir begins C:\\directory too. Any other path comes back as it is. The result never "
+                "goes up with \"..\".",
      .minimo = 2,
      .maximo = cuantos_sean,
      .ejemplos = ejemplos_relative,

@@ -43,6 +43,11 @@ inline bool i_es_marca_de_enlace(DWORD atributos, DWORD marca) noexcept {
            (marca == 0 || (marca & bit_sustituto_de_nombre) != 0);
 }
 
+// Of an entry that was there to be read: only these codes say that it is gone by now, others that it was not reached.
+inline bool i_dice_que_se_ha_ido(DWORD codigo) noexcept {
+    return codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND;
+}
+
 // The number of an open file; 0 when the system does not tell.
 inline unsigned long long i_numero(HANDLE abierta) noexcept {
     unsigned long long numero = 0;

@@ -98,7 +98,7 @@ public:
             }
             const DWORD codigo_de_nivel =
                 siguiente->directorio.abre(eslabones_.back()->directorio, siguiente->entrada[0]);
-            if (codigo_de_nivel == ERROR_FILE_NOT_FOUND || codigo_de_nivel == ERROR_PATH_NOT_FOUND) {
+            if (i_dice_que_se_ha_ido(codigo_de_nivel)) {
                 return true;
             }
             if (codigo_de_nivel != ERROR_SUCCESS) {

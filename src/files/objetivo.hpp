@@ -73,7 +73,6 @@ public:
 
     desenlace borra() override {
         const DWORD codigo = directorio_.borra(entrada_);
-        // The entry was there to be read: only what says that it is gone counts as that.
         const bool es_otra_falta = i_dice_que_falta(codigo) && !i_dice_que_se_ha_ido(codigo);
         return {codigo == ERROR_SUCCESS, es_otra_falta ? DWORD{ERROR_CANT_ACCESS_FILE} : codigo};
     }
@@ -100,10 +99,6 @@ public:
     const wchar_t* texto() override { return entrada_.nombre.data(); }
 
 protected:
-    static bool i_dice_que_se_ha_ido(DWORD codigo) noexcept {
-        return codigo == ERROR_FILE_NOT_FOUND || codigo == ERROR_PATH_NOT_FOUND;
-    }
-
     directorio_abierto& directorio_;
     const entrada_leida entrada_;
 };

@@ -105,9 +105,7 @@ public:
         if (codigo_ == ERROR_SUCCESS) {
             arriba.hijos.pon_numero_abierto(i_indice(arriba.siguiente - 1), nuevo->directorio.numero());
         }
-        // Its entry was there to be read: only what says that it is gone counts as that.
-        return i_entra(std::move(nuevo), toma,
-                       codigo_ == ERROR_FILE_NOT_FOUND || codigo_ == ERROR_PATH_NOT_FOUND);
+        return i_entra(std::move(nuevo), toma, i_dice_que_se_ha_ido(codigo_));
     }
     // Why the directory that was tried last was not entered.
     DWORD codigo() const noexcept { return codigo_; }

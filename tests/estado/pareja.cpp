@@ -11,7 +11,7 @@ namespace {
 
 // Operations that a directory sees as one step, and that tell the host nothing. What takes several steps by its rules
 // (creating several levels, deleting a tree, listing, and everything that opens a file that the other may want to
-// delete meanwhile) may meet the other half-way: that is told in the guide, and not judged here.
+// delete meanwhile) may meet the other half-way, and is not judged here.
 const char* const de_un_paso[] = {"cdir_existe_fichero",
                                   "cdir_es_directorio_u",
                                   "cdir_borra_fichero_con_comprobacion",
