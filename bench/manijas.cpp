@@ -14,7 +14,7 @@ namespace {
 constexpr DWORD comparte_todo = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr ACCESS_MASK para_leer = FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
 constexpr ACCESS_MASK para_borrar = DELETE | SYNCHRONIZE;
-constexpr ULONG directorio = FILE_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT |
+constexpr ULONG solo_directorio = FILE_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT |
                              FILE_OPEN_FOR_BACKUP_INTENT | FILE_OPEN_REPARSE_POINT;
 constexpr ULONG fichero = FILE_NON_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_REPARSE_POINT;
 
@@ -71,7 +71,7 @@ std::size_t lista(HANDLE abierto) {
     contenido dentro = lee(abierto);
     std::size_t num = dentro.ficheros.size();
     for (std::wstring& d : dentro.directorios) {
-        const HANDLE hijo = abre(abierto, d, para_leer, directorio);
+        const HANDLE hijo = abre(abierto, d, para_leer, solo_directorio);
         num += lista(hijo);
         ::CloseHandle(hijo);
     }
@@ -84,10 +84,10 @@ void vacia(HANDLE abierto) {
         marca(abre(abierto, f, para_borrar, fichero));
     }
     for (std::wstring& d : dentro.directorios) {
-        const HANDLE hijo = abre(abierto, d, para_leer, directorio);
+        const HANDLE hijo = abre(abierto, d, para_leer, solo_directorio);
         vacia(hijo);
         ::CloseHandle(hijo);
-        marca(abre(abierto, d, para_borrar, directorio));
+        marca(abre(abierto, d, para_borrar, solo_directorio));
     }
 }
 

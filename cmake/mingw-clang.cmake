@@ -16,9 +16,13 @@ get_filename_component(lumodir_libgcc "${lumodir_libgcc}" DIRECTORY)
 string(CONCAT CMAKE_CXX_FLAGS_INIT
   "-stdlib++-isystem ${lumodir_cpp} -stdlib++-isystem ${lumodir_cpp}/x86_64-w64-mingw32 "
   "-stdlib++-isystem ${lumodir_cpp}/backward")
+# First the folder below that of the build, where a copy of GNU's C++ library is put that LLD understands
+# (para_lld.cmake); by its place there, which is the same wherever the build is.
 foreach(tipo EXE SHARED MODULE)
-  set(CMAKE_${tipo}_LINKER_FLAGS_INIT "-fuse-ld=lld -L${lumodir_libgcc} -Wno-unused-command-line-argument")
+  set(CMAKE_${tipo}_LINKER_FLAGS_INIT
+      "-fuse-ld=lld -Lpara_lld -L${lumodir_libgcc} -Wno-unused-command-line-argument")
 endforeach()
+set(CMAKE_PROJECT_INCLUDE ${CMAKE_CURRENT_LIST_DIR}/para_lld.cmake)
 # What libstdc++ stands on; Clang does not add it.
 set(CMAKE_CXX_STANDARD_LIBRARIES "-lpthread")
 set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)

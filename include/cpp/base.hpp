@@ -286,7 +286,9 @@ private:
 
 /**
  * A string of the library, owned. What the functions return: look at it as a view, or take a copy as a string of
- * the standard library or a path, by name (texto(), ruta()) or by merely assigning it to one.
+ * the standard library or a path, by name (texto(), ruta()) or by merely making one of it. A path that is there
+ * already is assigned by name, `p = owner.ruta()`: it takes texts too, and compilers differ on whether a bare owner
+ * leaves it a choice of two.
  */
 template <class C>
 class basic_cadena {

@@ -157,8 +157,8 @@ TEST(directorio_abierto, un_cambio_en_cualquier_momento_no_lleva_fuera) {
     for (const char* victima : {"C:\\d", "C:\\d\\s", "C:\\d\\s\\u"}) {
         for (const bool por_enlace : {true, false}) {
             for (const bool relativo : {true, false}) {
-                for (const unsigned long long manijas : {0, 1, 2}) {
-                    for (const unsigned long long punto : {0, 1}) {
+                for (const unsigned long long manijas : {0u, 1u, 2u}) {
+                    for (const unsigned long long punto : {0u, 1u}) {
                         volumenes.push_back({relativo, manijas, punto, victima, por_enlace});
                     }
                 }
@@ -231,7 +231,7 @@ TEST(directorio_abierto, un_cambio_en_cualquier_momento_no_lleva_fuera) {
 
 // One directory that counts otherwise opens no door to another that has been swapped.
 TEST(directorio_abierto, cada_directorio_se_juzga_por_si_mismo) {
-    for (const unsigned long long propio : {7, 8}) {
+    for (const unsigned long long propio : {7u, 8u}) {
         volumen_falso v;
         v.pon("C:\\d\\s", {{"g"}});
         v.pon("C:\\d\\u", {{"g"}});
@@ -270,7 +270,7 @@ TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_no_se_sabe_no_se_toc
 // On such a volume a link goes too, and a file that only its path leads to.
 TEST(directorio_abierto, donde_las_manijas_cuentan_de_otro_modo_tambien_se_borra) {
     for (const bool relativo : {true, false}) {
-        for (const unsigned long long punto : {0, 1}) {
+        for (const unsigned long long punto : {0u, 1u}) {
             volumen_falso v;
             v.pon("C:\\fuera", {{"g"}});
             v.pon("C:\\d", {{"f"}, {"h"}, {"e", enlace_dir, IO_REPARSE_TAG_MOUNT_POINT, "C:\\fuera"}});

@@ -871,7 +871,7 @@ TEST(borrado_arbol, cambiar_directorios_en_cualquier_momento_no_lleva_fuera) {
 TEST(borrado_arbol, de_lo_que_no_se_puede_mirar_se_sabe_lo_que_dice_su_entrada) {
     static decltype(lumodir::sistema.abre_entrada) antes;
     static DWORD codigo;
-    for (const DWORD uno : {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION}) {
+    for (const DWORD uno : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}}) {
         codigo = uno;
         for (const forma& f : formas) {
             const directorio_temporal d;

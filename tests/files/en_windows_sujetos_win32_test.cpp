@@ -84,7 +84,7 @@ TEST(en_windows, una_prueba_de_escritura_no_deja_sonda_a_quien_mira_los_ficheros
 
 // A paging file, a file that is being exchanged, one in a folder that may not be looked at.
 TEST(en_windows, lo_que_no_se_deja_preguntar_esta) {
-    for (const DWORD codigo : {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION}) {
+    for (const DWORD codigo : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}}) {
         SCOPED_TRACE(codigo);
         const directorio_temporal d;
         d.fichero("a\u00f1o.sys");

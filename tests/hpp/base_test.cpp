@@ -66,11 +66,7 @@ TEST_F(base, una_cadena_es_lo_que_haga_falta) {
     EXPECT_EQ(otro, L"otro");
     EXPECT_EQ(ruta, directa);
     EXPECT_EQ(ruta / nueva(L"f"), std::filesystem::path(L"dir\\f"));
-#ifdef __clang__
-    ruta = nueva(L"b").ruta();  // to Clang the bare owner might as well be assigned as a text
-#else
-    ruta = nueva(L"b");
-#endif
+    ruta = nueva(L"b").ruta();
     otro = nueva(L"b");
     EXPECT_EQ(ruta, otro);
     otro += nueva(L"c");

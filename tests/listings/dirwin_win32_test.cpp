@@ -588,7 +588,7 @@ TEST(dirwin, cumple_filtro_en_cada_pagina) {
             texto_a filtro = azar.numero(4) == 0 ? azar.texto() : nombre;
             if (!filtro.empty() && azar.numero(2) == 0) {
                 modelos::texto_c caracteres = modelos::lee(filtro);
-                caracteres[azar.numero(caracteres.size())] = "*?Z"[azar.numero(3)];
+                caracteres[azar.numero(caracteres.size())] = U"*?Z"[azar.numero(3)];
                 filtro = modelos::escribe(caracteres);
             }
             const bool esperado = modelos::cumple_filtro(modelos::lee(modelos::minusculas(nombre)),
