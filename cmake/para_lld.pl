@@ -17,7 +17,6 @@ use constant {
 };
 
 my ($de, $a) = @ARGV;
-my $devueltos = 0;
 
 sub lee {
     open(my $fichero, '<:raw', $_[0]) or die "$_[0]: $!\n";
@@ -48,7 +47,6 @@ sub con_simbolos {
         next if $nombre !~ /^\.pdata\$/ || !($marcas & UNO_DE_VARIOS) || $con_suyo{$numero};
         $nuevos .= (defined $largo ? pack('V V', 0, $largo) : $corto) . pack('V v v C C', 0, $numero, 0, ESTATICO, 1);
         $nuevos .= pack('V v v V v C x3', $bytes, $reubicaciones, 0, 0, $numero, CUALQUIERA);
-        ++$devueltos;
     }
     substr($objeto, 12, 4) = pack('V', $simbolos + length($nuevos) / POR_SIMBOLO);
     substr($objeto, $textos, 0) = $nuevos;
@@ -68,4 +66,3 @@ while (length $todo) {
     printf $salida "%s%s%-10d`\n%s%s", $nombre, $resto, length $contenido, $contenido, length($contenido) % 2 ? "\n" : '';
 }
 close($salida) or die "$a: $!\n";
-print "$devueltos tables\n";

@@ -49,6 +49,8 @@ void i_prepara(const cli::directorio_de_prueba& d) {
     i_pon_fecha(d.bajo("notas.md"), 2023, 12, 31, 23, 59, 58);
     i_pon_fecha(d.bajo("報告.txt"), 2024, 2, 29, 0, 0, 0);
     cli::pon_solo_lectura(d.bajo("notas.md"));
+    // Not hidden for its name alone, but for Wine before version 10.
+    EXPECT_TRUE(SetFileAttributesW(cli::w(d.bajo(".oculto")).c_str(), FILE_ATTRIBUTE_HIDDEN));
 }
 
 struct pase {
