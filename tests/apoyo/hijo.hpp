@@ -5,10 +5,13 @@
 //     proceso_hijo otro("sujeta_fichero", ruta);
 //     ASSERT_TRUE(otro.espera_listo());
 //
-// A part is played before main, so that a child never runs tests. A child left alone ends after a minute; the
-// destructor of its owner ends it at once.
+// A part is played at the beginning of main, so that a child never runs tests, and finds everything as a program does. A
+// child left alone ends after a minute; the destructor of its owner ends it at once.
 #pragma once
 
+#include <cstdio>
+#include <functional>
+#include <map>
 #include <string>
 
 #include "apoyo/apoyo.hpp"
@@ -27,11 +30,26 @@ inline texto_w variable(const wchar_t* nombre) {
 // A part of the test executable: the action's answer is the exit code.
 class papel {
 public:
-    template <class Accion>
-    papel(const char* nombre, Accion accion) {
-        if (variable(L"LUMODIR_PAPEL") == w(nombre)) {
-            ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(accion()));
+    papel(const char* nombre, std::function<UINT()> accion) { todos()[w(nombre)] = std::move(accion); }
+
+    // In a child: plays its part, and does not come back.
+    static void representa_si_se_pide() {
+        const texto_w pedido = variable(L"LUMODIR_PAPEL");
+        if (pedido.empty()) {
+            return;
         }
+        const auto suyo = todos().find(pedido);
+        if (suyo == todos().end()) {
+            std::fprintf(stderr, "a child has no part to play: '%s'\n", u8(pedido).c_str());
+        }
+        constexpr UINT sin_papel = 98;
+        ::TerminateProcess(::GetCurrentProcess(), suyo == todos().end() ? sin_papel : suyo->second());
+    }
+
+private:
+    static std::map<texto_w, std::function<UINT()>>& todos() {
+        static std::map<texto_w, std::function<UINT()>> unos;
+        return unos;
     }
 };
 
@@ -114,6 +132,7 @@ public:
     // is known to need, and answers its exit code.
     void suelta() const { ::SetEvent(fin_); }
     DWORD espera_fin(unsigned segundos = 0) const {
+        EXPECT_TRUE(creado_) << "the child process " << por_que_;
         DWORD codigo = STILL_ACTIVE;
         ::WaitForSingleObject(proceso_.hProcess, 1000 * segundos + paciencia_hijo_ms);
         ::GetExitCodeProcess(proceso_.hProcess, &codigo);

@@ -9,6 +9,7 @@
 #include "companions/plataforma.hpp"
 #ifdef _WIN32
 #include "apoyo/como_windows.hpp"
+#include "apoyo/hijo.hpp"
 #endif
 
 namespace apoyo {
@@ -18,6 +19,9 @@ testing::TestEventListener* crea_alrededor();
 // LUMODIR_PAGINA: the code page of 8-bit text in this run. LUMODIR_ACP: that which the machine must have, or the run
 // shows nothing of it.
 int main(int argc, char** argv) {
+#ifdef _WIN32
+    apoyo::papel::representa_si_se_pide();
+#endif
     if (const char* esperada = std::getenv("LUMODIR_ACP")) {
         std::printf("code page of the machine: %u\n", apoyo::pagina());
         if (apoyo::pagina() != static_cast<unsigned>(std::atoi(esperada))) {

@@ -33,8 +33,8 @@ namespace {
 long long de(const std::string& t) {
     return reinterpret_cast<long long>(t.c_str());
 }
-constexpr long long abre = 2, cierra = 3, mira = 6, crea_dir = 83, quita_dir = 84, quita = 87,
-                    enlaza = 88, permisos = 90, lista = 217, escribe = 1, quien = 39;
+constexpr long long abre = 2, cierra = 3, mira = 6, crea_dir = 83, quita_dir = 84, quita = 87, enlaza = 88,
+                    permisos = 90, lista = 217, escribe = 1, quien = 39;
 constexpr long long solo_directorio = 0200000, crea_nuevo = 01 | 0100 | 01000;
 }  // namespace
 
