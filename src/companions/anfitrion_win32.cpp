@@ -30,8 +30,9 @@ extern "C" {
 void lumodir_frontera(void (*funcion)(void*), void* argumento);
 extern char lumodir_frontera_salida[];
 
-// Asked twice at most: while the system looks for a handler, and never again for a frame that it unwinds to.
-EXCEPTION_DISPOSITION lumodir_frontera_manejador(EXCEPTION_RECORD* excepcion, void* marco, CONTEXT*,
+// Asked twice at most: while the system looks for a handler, and never again for a frame that it unwinds to. Used by the
+// lines in assembler alone, which an optimiser of the whole program does not read.
+[[gnu::used]] EXCEPTION_DISPOSITION lumodir_frontera_manejador(EXCEPTION_RECORD* excepcion, void* marco, CONTEXT*,
                                                  DISPATCHER_CONTEXT* reparto) {
     constexpr DWORD se_deshace = 0x2 | 0x4;  // EXCEPTION_UNWINDING, EXCEPTION_EXIT_UNWIND
     if ((excepcion->ExceptionFlags & se_deshace) == 0 &&
