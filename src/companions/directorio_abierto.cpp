@@ -140,6 +140,14 @@ vista_w i_sin_punto_final(vista_w nombre) noexcept {
     return nombre.substr(0, nombre.size() - (acaba_en(nombre, L".") ? 1 : 0));
 }
 
+// An open directory as it stands in the names of what it holds: what the system tells, and the end that it cuts from
+// the path by which the directory was opened.
+cadena_w i_nombre_de_padre(HANDLE abierto, vista_w ruta, trato_con_volumen& trato) {
+    const vista_w dado = i_sin_separadores_finales(ruta);
+    const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
+    return concatena<wchar_t>({i_nombre_verdadero(abierto, trato), final_cortado});
+}
+
 cadena_w i_une(vista_w directorio, vista_w nombre) {
     return concatena<wchar_t>({i_sin_separadores_finales(directorio), L"\\", i_sin_punto_final(nombre)});
 }
@@ -261,7 +269,7 @@ bool directorio_abierto::i_es_raiz_sin_enlace(const ruta_fijada& raiz) {
     if ((entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !padre.valida()) {
         return false;
     }
-    const cadena_w de_arriba_verdadero(i_nombre_verdadero(padre.get(), *trato_));
+    const cadena_w de_arriba_verdadero = i_nombre_de_padre(padre.get(), de_arriba, *trato_);
     const vista_w nombre = a_vista(&entrada.cFileName[0]);
     nombre_verdadero_ = i_une(de_arriba_verdadero, nombre);
     return i_es_nombre_de(i_nombre_verdadero(manija_.get(), *trato_), de_arriba_verdadero, nombre);
@@ -282,10 +290,8 @@ vista_w directorio_abierto::i_lugar_verdadero() {
         if (actual.padre_ != nullptr) {
             actual.nombre_verdadero_ = i_une(actual.padre_->nombre_verdadero_, actual.nombre_);
         } else {
-            const vista_w dado = i_sin_separadores_finales(a_vista(actual.raiz_->c_str()));
-            const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
             actual.nombre_verdadero_ =
-                concatena<wchar_t>({i_nombre_verdadero(actual.manija_.get(), *trato_), final_cortado});
+                i_nombre_de_padre(actual.manija_.get(), a_vista(actual.raiz_->c_str()), *trato_);
         }
     }
     return nombre_verdadero_;
