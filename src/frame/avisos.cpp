@@ -3,7 +3,7 @@
 
 #include "companions/lmaviso.hpp"
 #include "companions/msglocal.hpp"
-#include "lumodir.h"
+#include "lumodir_ajustes.h"
 
 namespace lumodir {
 namespace {

@@ -1,9 +1,9 @@
 // See componentes.hpp.
 #include "paths/componentes.hpp"
 
-#include "cdir.h"
+#include "cdir_rutas.h"
 #include "companions/error_interno.hpp"
-#include "lumodir.h"
+#include "lumodir_rutas.h"
 #include "paths/split_makepath.hpp"
 
 namespace lumodir {

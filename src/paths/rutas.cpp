@@ -1,10 +1,10 @@
 // See rutas.hpp.
 #include "paths/rutas.hpp"
 
-#include "cdir.h"
+#include "cdir_rutas.h"
 #include "companions/error_interno.hpp"
 #include "companions/plataforma.hpp"
-#include "lumodir.h"
+#include "lumodir_rutas.h"
 #include "paths/split_makepath.hpp"
 
 namespace lumodir {

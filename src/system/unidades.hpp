@@ -8,7 +8,7 @@
 #include "companions/arr.hpp"
 #include "companions/sistema.hpp"
 #include "info.h"
-#include "lumodir.h"
+#include "lumodir_unidades.h"
 
 namespace lumodir {
 

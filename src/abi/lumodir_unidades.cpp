@@ -1,5 +1,5 @@
-// The exports of lumodir.h that tell of drives.
-#include "lumodir.h"
+// The exports of lumodir_unidades.h.
+#include "lumodir_unidades.h"
 
 #include "companions/error_interno.hpp"
 #include "frame/puente.hpp"
