@@ -1,5 +1,5 @@
-// The exports of cdir_rutas.h that tell of drives.
-#include "cdir_rutas.h"
+// The exports of cdir_proceso.h.
+#include "cdir_proceso.h"
 
 #include "system/unidades.hpp"
 
