@@ -84,7 +84,7 @@ bool i_dice_que_falta(DWORD codigo) noexcept;
 inline constexpr unsigned acceso_existencia = 0;
 inline constexpr unsigned acceso_escritura = 2;
 inline constexpr unsigned acceso_lectura = 4;
-unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept;
+bool lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept;
 
 // Permission modes of lmlongpath_wchmod (_S_IREAD, _S_IWRITE); 0 on success, -1 on failure.
 inline constexpr int modo_lectura = 0x100;
@@ -113,6 +113,12 @@ manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_
 // Of a relative path a relative form.
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
+
+// With a prefix of the system's, long (`\\?\`) or of devices (`\\.\`), a path is taken as it is.
+bool i_lleva_prefijo(vista_w ruta) noexcept;
+
+// Letter case of any alphabet aside, as file systems compare.
+bool i_mismo_nombre(vista_w a, vista_w b) noexcept;
 
 // Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell, or takes it literally
 // (`\\?\`).

@@ -234,8 +234,6 @@ TEST(renombra_protege, null_se_informa_y_no_se_toca_nada) {
     ESPERA_INFORMES("(nombre) != NULL");
     lumodir_desprotege_fichero_si_existe(nullptr);
     ESPERA_INFORMES("(nombre) != NULL");
-    EXPECT_EQ(lumodir::i_cambia_proteccion(nullptr, lumodir::modo_lectura, 1), 0);
-    ESPERA_INFORMES("(nomfich) != NULL");
     EXPECT_EQ(f.llamadas(), 0u);
     EXPECT_EQ(dir.arbol(), antes);
 }
