@@ -32,8 +32,8 @@ cadena_w i_directorio_del_filtro(const ruta_fijada& filtro) {
 
 void i_borra_lo_que_encuentra(const wchar_t* filtro) {
     const ruta_fijada patron(filtro, ruta_fijada::uso::busqueda);
-    const cadena_w donde = i_directorio_del_filtro(patron);
-    const ruta_fijada ruta(donde.c_str());
+    const cadena_w texto = i_directorio_del_filtro(patron);
+    const ruta_fijada ruta(texto.c_str());
     trato_con_volumen trato;
     directorio_abierto directorio;
     const bool abierto = directorio.abre(ruta, trato, enlace_raiz::se_sigue) == ERROR_SUCCESS;

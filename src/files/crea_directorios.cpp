@@ -153,9 +153,9 @@ private:
         std::size_t mostrado;
         std::size_t fijado;
     };
-    static std::size_t i_escribe(cadena_w& texto, std::size_t donde, vista_w trozo) noexcept {
-        rasgos_utf16::copy(texto.datos() + donde, trozo.data(), trozo.size());
-        return donde + trozo.size();
+    static std::size_t i_escribe(cadena_w& texto, std::size_t posicion, vista_w trozo) noexcept {
+        rasgos_utf16::copy(texto.datos() + posicion, trozo.data(), trozo.size());
+        return posicion + trozo.size();
     }
 
     cadena_w mostrada_;

@@ -168,10 +168,10 @@ private:
     }
     cadena_w i_candidato(const wchar_t* directorio, vista_w nombre) const {
         // A separator would make the root of a bare drive, whose current directory holds the file.
-        const vista_w donde(directorio);
-        const vista_w recortado = recorta_derecha(donde);
+        const vista_w entero(directorio);
+        const vista_w recortado = recorta_derecha(entero);
         return es_unidad_sola(recortado) ? i_makepath<wchar_t>(recortado, {}, nombre, extension_)
-                                         : i_makepath<wchar_t>({}, donde, nombre, extension_);
+                                         : i_makepath<wchar_t>({}, entero, nombre, extension_);
     }
     bool i_es_la_del_sistema() const noexcept {
         const bool con_punto = !extension_.empty() && extension_.front() == L'.';

@@ -38,9 +38,9 @@ void i_recorre_directorio(const wchar_t* directorio, const interrupcion& corta, 
     if (!i_comprueba(directorio != nullptr, "(directorio) != NULL")) {
         return;
     }
-    const vista_w donde(directorio);
-    const vista_w barra = acaba_en(donde, L"\\") ? vista_w() : vista_w(L"\\");
-    i_recorre(concatena<wchar_t>({donde, barra, comodin_de_todo_u}).c_str(), corta, toma);
+    const vista_w base(directorio);
+    const vista_w barra = acaba_en(base, L"\\") ? vista_w() : vista_w(L"\\");
+    i_recorre(concatena<wchar_t>({base, barra, comodin_de_todo_u}).c_str(), corta, toma);
 }
 
 // ---- Names (fichsdir.cpp)

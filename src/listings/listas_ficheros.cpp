@@ -53,9 +53,16 @@ nombres_en_curso<C> i_nombres_de_lista(const C* patron, sirve_entrada* sirve,
     nombres_en_curso<C> nombres;
     enumerador<C> entradas(patron);
     while (const WIN32_FIND_DATAW* e = entradas.siguiente(sirve)) {
-        cadena<C> nombre = i_en_sabor<C>(i_nombre_de_entrada(*e));
-        if (filtro.admite(nombre.ver())) {
-            nombres.anade(std::move(nombre));
+        const vista_w ancho = i_nombre_de_entrada(*e);
+        if constexpr (std::is_same_v<C, wchar_t>) {
+            if (filtro.admite(ancho)) {
+                nombres.anade(cadena_w(ancho));
+            }
+        } else {
+            cadena_a nombre = a_ansi(ancho);
+            if (filtro.admite(nombre.ver())) {
+                nombres.anade(std::move(nombre));
+            }
         }
     }
     nombres.ordena();
