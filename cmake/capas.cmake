@@ -4,7 +4,7 @@ set(LUMODIR_CAPAS companions frame paths system listings files abi)
 
 # Folders without exports of their own, which all stand in abi: no file there can call one, because to the compiler they
 # are not available.
-set(LUMODIR_CAPAS_DE_DENTRO companions system)
+set(LUMODIR_CAPAS_DE_DENTRO companions frame paths system)
 
 function(lumodir_comprueba_capas carpeta)
   list(FIND LUMODIR_CAPAS ${carpeta} nivel)

@@ -61,12 +61,11 @@ using namespace lumodir;
 
 void cdir_delete_ficheros_UNICODE(const wchar_t* path_filtro) {
     const vista_w filtro = a_vista(path_filtro);
-    unsigned short es_unc = FALSO;
     if (!i_comprueba(filtro.data() != nullptr, "(path_filtro) != NULL")) {
         return;
     }
-    i_comprueba_con(i_path_correcto_con_comodines_UNICODE(filtro, &es_unc) == CIERTO,
-                    "path_correcto == CIERTO", filtro);
+    i_comprueba_con(i_path_correcto_con_comodines_UNICODE(filtro).correcto, "path_correcto == CIERTO",
+                    filtro);
     i_borra_lo_que_encuentra(path_filtro);
 }
 
