@@ -32,8 +32,7 @@ bool i_hay_directorio(const wchar_t* directorio) noexcept {
 }
 
 bool i_hay_nombres(const wchar_t* viejo, const wchar_t* nuevo) noexcept {
-    const bool hay_viejo = i_comprueba(viejo != nullptr, "(nombre_viejo) != NULL");
-    return i_comprueba(nuevo != nullptr, "(nombre_nuevo) != NULL") && hay_viejo;
+    return estan({{viejo, "(nombre_viejo) != NULL"}, {nuevo, "(nombre_nuevo) != NULL"}});
 }
 
 // An empty directory must never become the root. A bare drive is the current directory to the system and the root to
@@ -60,13 +59,13 @@ marcha i_marcha_de_bandera(void* bandera) noexcept {
 
 // Whether the path is one to go on with; if not, the reason is delivered.
 bool i_path_valido(const wchar_t* path, wchar_t** motivo_out) noexcept {
-    entrega<wchar_t>({}, motivo_out);
+    entrega(motivo_out, motivo());
     return cdir_es_path_valido_UNICODE(path, motivo_out) == CIERTO;
 }
 
 unsigned short i_entrega_motivo(motivo por_que, wchar_t** motivo_out) noexcept {
     const bool bien = por_que.es_nula();
-    entrega(std::move(por_que), motivo_out);
+    entrega(motivo_out, std::move(por_que));
     return logico(bien);
 }
 
@@ -96,11 +95,8 @@ unsigned short cdir_existe_directorio(const char* nombre_directorio) {
 unsigned short cdir_existe_directorio_UNICODE_con_mensaje_opc(const wchar_t* nombre_directorio,
                                                               wchar_t** mensaje) {
     const unsigned short existe = cdir_existe_directorio_UNICODE(nombre_directorio);
-    if (mensaje != nullptr) {
-        *mensaje = existe == CIERTO
-                       ? nullptr
-                       : i_mensaje(i_msg_31827_no_existe_directorio, {nombre_directorio}).suelta();
-    }
+    entrega(mensaje, existe == CIERTO ? cadena_w()
+                                      : i_mensaje(i_msg_31827_no_existe_directorio, {nombre_directorio}));
     return existe;
 }
 
@@ -128,7 +124,7 @@ unsigned short cdir_existe_directorio_filtro(const wchar_t* path_filtro, wchar_t
     enumerador<wchar_t> entradas(path_filtro);
     const WIN32_FIND_DATAW* encontrado = entradas.siguiente(i_es_directorio<WIN32_FIND_DATAW>);
     if (encontrado != nullptr) {
-        entrega(cadena_w(i_nombre_de_entrada(*encontrado)), nombre_directorio);
+        entrega(nombre_directorio, i_nombre_de_entrada(*encontrado));
     }
     return logico(encontrado != nullptr);
 }
@@ -199,7 +195,7 @@ unsigned short cdir_borra_fichero_con_comprobacion(const char* nombre) {
 
 void cdir_delete_ficheros_UNICODE(const wchar_t* path_filtro) {
     if (i_comprueba(path_filtro != nullptr, "(path_filtro) != NULL")) {
-        i_comprueba_con(i_juzga_con_comodines(vista_w(path_filtro)).correcto, "path_correcto == CIERTO",
+        i_comprueba_con(i_path_correcto_con_comodines_UNICODE(path_filtro).correcto, "path_correcto == CIERTO",
                         path_filtro);
         i_borra_lo_que_encuentra(path_filtro);
     }
@@ -336,7 +332,6 @@ unsigned short cdir_renombra_fichero_si_es_posible_UNICODE(const wchar_t* nombre
 }
 
 unsigned short cdir_mueve_fichero(const wchar_t* origen, const wchar_t* destino) {
-    const bool hay_origen = i_comprueba(origen != nullptr, "(origen) != NULL");
-    return logico(i_comprueba(destino != nullptr, "(destino) != NULL") && hay_origen &&
+    return logico(estan({{origen, "(origen) != NULL"}, {destino, "(destino) != NULL"}}) &&
                   lmlongpath_MoveFileW(origen, destino, 0));
 }

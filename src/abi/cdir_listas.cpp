@@ -1,7 +1,7 @@
 // The exports of cdir_listas.h, one template for both flavours of text.
 #include "cdir_listas.h"
 
-#include "companions/error_interno.hpp"
+#include "abi/frontera.hpp"
 #include "companions/unicode.hpp"
 #include "listings/listas_ficheros.hpp"
 #include "paths/rutas.hpp"
@@ -11,24 +11,20 @@ using namespace lumodir;
 
 namespace {
 
-template <class C>
-bool i_hay_patron(const C* patron) noexcept {
-    return i_comprueba(patron != nullptr, "(path_filtro_generico) != NULL");
-}
-
-template <class C>
-bool i_hay_directorio_y_patron(const C* directorio, const C* patron) noexcept {
-    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
-    return i_hay_patron(patron) && hay_directorio;
-}
-
 // Clears the record, whatever it held: it is the caller's, and usually has never been written.
 template <class L>
-bool i_prepara(L* lista, bool hay_argumentos) noexcept {
+void i_limpia(L* lista) noexcept {
     if (lista != nullptr) {
         *lista = {};
     }
-    return i_comprueba(lista != nullptr, "(lista) != NULL") && hay_argumentos;
+}
+
+template <class C>
+bool i_prepara(const C* directorio, const C* patron, lista_ficheros<C>* lista) noexcept {
+    i_limpia(lista);
+    return estan({{directorio, "(directorio) != NULL"},
+                  {patron, "(path_filtro_generico) != NULL"},
+                  {lista, "(lista) != NULL"}});
 }
 
 // The filter is UTF-16 in both flavours.
@@ -49,7 +45,7 @@ void i_llena_de_ficheros(lista_ficheros<C>& lista, const C* patron, const C* ext
 template <class C>
 void i_lista_ficheros(vista<C> unidad, const C* directorio, const C* nombre,
                       std::type_identity_t<vista<C>> ext, const C* extension, lista_ficheros<C>* lista) {
-    if (i_prepara(lista, i_hay_directorio_y_patron(directorio, nombre))) {
+    if (i_prepara(directorio, nombre, lista)) {
         const vista<C> listado(directorio);
         const cadena<C> patron = i_makepath<C>(unidad, listado, vista<C>(nombre), ext);
         i_llena_de_ficheros(*lista, patron.c_str(), extension);
@@ -59,14 +55,15 @@ void i_lista_ficheros(vista<C> unidad, const C* directorio, const C* nombre,
 
 template <class C>
 void i_lista_ficheros_en_path_filtro(const C* path_filtro, lista_ficheros<C>* lista) {
-    if (i_prepara(lista, i_hay_patron(path_filtro))) {
+    i_limpia(lista);
+    if (estan({{path_filtro, "(path_filtro_generico) != NULL"}, {lista, "(lista) != NULL"}})) {
         i_llena_de_ficheros<C>(*lista, path_filtro, nullptr);
     }
 }
 
 template <class C>
 void i_lista_subdirectorios(const C* directorio, const C* patron, lista_ficheros<C>* lista) {
-    if (i_prepara(lista, i_hay_directorio_y_patron(directorio, patron))) {
+    if (i_prepara(directorio, patron, lista)) {
         const vista<C> listado(directorio);
         const cadena<C> path_filtro = i_concatena_directorios<C>(listado, vista<C>(patron));
         i_nombres_de_lista(path_filtro.c_str(), i_es_directorio_sin_punto).entrega(*lista);

@@ -1,6 +1,7 @@
 // The exports of fichsdir.h.
 #include "fichsdir.h"
 
+#include "abi/frontera.hpp"
 #include "listings/fichsdir.hpp"
 #include "paths/rutas.hpp"
 
@@ -36,8 +37,7 @@ interrupcion i_interrupcion(progreso_de_anfitrion& suyo) noexcept {
 }
 
 bool i_hay_directorio_y_extension(const void* directorio, const void* extension) noexcept {
-    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
-    return i_comprueba(extension != nullptr, "(extension) != NULL") && hay_directorio;
+    return estan({{directorio, "(directorio) != NULL"}, {extension, "(extension) != NULL"}});
 }
 
 AcadOrde* i_nombres_base_si_hay(const char* directorio, const char* extension, bool en_mayusculas) {

@@ -1,4 +1,5 @@
-// What the exports of all headers share: truth values on their way out, the end of texts.
+// What the exports of all headers share: arguments on their way in, truth values and texts on their way out, the end of
+// texts.
 #pragma once
 
 #include "companions/error_interno.hpp"
@@ -10,11 +11,36 @@ constexpr unsigned short logico(bool valor) noexcept {
     return valor ? CIERTO : FALSO;
 }
 
-// A text that the caller may want; NULL stands for none.
+// Reports each argument that is missing; answers whether none is.
+struct argumento_de_anfitrion {
+    const void* puntero;
+    const char* expresion;
+};
+inline bool estan(std::initializer_list<argumento_de_anfitrion> argumentos,
+                  lugar donde = lugar::aqui()) noexcept {
+    bool todos = true;
+    for (const argumento_de_anfitrion& a : argumentos) {
+        todos = i_comprueba(a.puntero != nullptr, a.expresion, donde) && todos;
+    }
+    return todos;
+}
+
+// A text for the host.
 template <class C>
-void entrega(cadena<C> texto, C** destino) noexcept {
-    if (destino != nullptr) {
-        *destino = texto.suelta();
+C* nuevo_texto(vista<C> texto) {
+    return cadena<C>(texto).suelta();
+}
+// To an argument that may be NULL when the text is not wanted.
+template <class C>
+void entrega(C** sitio, vista<C> texto) {
+    if (sitio != nullptr) {
+        *sitio = nuevo_texto(texto);
+    }
+}
+template <class C>
+void entrega(C** sitio, cadena<C> texto) noexcept {
+    if (sitio != nullptr) {
+        *sitio = texto.suelta();
     }
 }
 

@@ -29,7 +29,7 @@ unsigned short lumodir_se_puede_escribir_UNICODE_ex(const wchar_t* fichero, wcha
     const bool hay = i_comprueba(fichero != nullptr, "(fichero) != NULL");
     motivo por_que = hay ? i_prueba_escritura(fichero) : motivo();
     const bool bien = hay && por_que.es_nula();
-    entrega(std::move(por_que), motivo_out);
+    entrega(motivo_out, std::move(por_que));
     return logico(bien);
 }
 
@@ -104,12 +104,12 @@ void lumodir_desprotege_fichero_si_existe(const char* nomfich) {
 
 wchar_t* lumodir_dame_path_corto_UNICODE(const wchar_t* path) {
     const bool hay = i_comprueba(path != nullptr, "(path) != NULL");
-    return (hay ? i_path_corto(path) : cadena_w(vista_w())).suelta();
+    return hay ? i_path_corto(path).suelta() : nuevo_texto(vista_w());
 }
 
 wchar_t* lumodir_dame_path_largo_UNICODE(const wchar_t* path) {
     const bool hay = i_comprueba(path != nullptr, "(path) != NULL");
-    return (hay ? i_path_largo(path) : cadena_w(vista_w())).suelta();
+    return hay ? i_path_largo(path).suelta() : nuevo_texto(vista_w());
 }
 
 wchar_t* lumodir_lmlongpath_prepended_path_si_necesario(const wchar_t* path) {

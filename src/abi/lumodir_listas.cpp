@@ -11,16 +11,13 @@ namespace {
 
 void i_lista(const wchar_t* base, const wchar_t* extension, registros cuales, unsigned long* num,
              ListaFicheros_u** listas) {
-    const bool hay_base = i_comprueba(base != nullptr, "(dirBase) != NULL");
-    const bool hay_num = i_comprueba(num != nullptr, "(numDir) != NULL");
-    const bool hay_listas = i_comprueba(listas != nullptr, "(ficheros) != NULL");
-    if (hay_num) {
+    if (num != nullptr) {
         *num = 0;
     }
-    if (hay_listas) {
+    if (listas != nullptr) {
         *listas = nullptr;
     }
-    if (hay_base && hay_num && hay_listas) {
+    if (estan({{base, "(dirBase) != NULL"}, {num, "(numDir) != NULL"}, {listas, "(ficheros) != NULL"}})) {
         arbol_de_listas arbol = i_lista_arbol(vista_w(base), filtro_extension(a_vista(extension)), cuales);
         *num = arbol.num();
         *listas = arbol.suelta();

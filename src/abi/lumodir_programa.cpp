@@ -35,6 +35,6 @@ unsigned short lumodir_busca_ejecutables_del_path(const wchar_t* nombre, ArrCADE
 unsigned short lumodir_busca_ejecutable_del_path(const wchar_t* nombre, wchar_t** path_exe) {
     const objeto<ArrCADENA_u> encontrados = i_busca(nombre, false);
     const bool alguno = encontrados->num() > 0;
-    entrega(alguno ? cadena_w(encontrados->ver(0)) : cadena_w(), path_exe);
+    entrega(path_exe, alguno ? cadena_w(encontrados->ver(0)) : cadena_w());
     return logico(alguno);
 }

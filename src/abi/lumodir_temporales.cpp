@@ -1,7 +1,7 @@
 // The exports of lumodir_temporales.h.
 #include "lumodir_temporales.h"
 
-#include "companions/error_interno.hpp"
+#include "abi/frontera.hpp"
 #include "files/crea_directorios.hpp"
 #include "files/temporales.hpp"
 #include "paths/rutas.hpp"
@@ -18,13 +18,13 @@ wchar_t* lumodir_creaFicheroTemporal(void) {
 
 wchar_t* lumodir_creaFicheroTemporalConExt(const wchar_t* ext) {
     const bool hay = i_comprueba(ext != nullptr, "(ext) != NULL");
-    return (hay ? i_crea_fichero_temporal_con_ext(ext) : cadena_w(vista_w())).suelta();
+    return hay ? i_crea_fichero_temporal_con_ext(ext).suelta() : nuevo_texto(vista_w());
 }
 
 wchar_t* lumodir_creaFicheroUnicoEnDirectorio(const wchar_t* directorioTemporal, const wchar_t* ext) {
-    const bool hay_directorio = i_comprueba(directorioTemporal != nullptr, "(directorioTemporal) != NULL");
-    const bool hay = i_comprueba(ext != nullptr, "(ext) != NULL") && hay_directorio;
-    return (hay ? i_crea_fichero_unico(directorioTemporal, ext) : cadena_w(vista_w())).suelta();
+    return estan({{directorioTemporal, "(directorioTemporal) != NULL"}, {ext, "(ext) != NULL"}})
+               ? i_crea_fichero_unico(directorioTemporal, ext).suelta()
+               : nuevo_texto(vista_w());
 }
 
 wchar_t* lumodir_creaFicheroTemporalEnDirectorio(const wchar_t* directorioTemporal, const wchar_t* nombre) {

@@ -240,7 +240,7 @@ void i_avisa_si_es_incorrecto(vista_w path) {
     }
     const cadena_w sin_prefijo = lmlongpath_desprepend_path(recorta_derecha(path));
     const vista_w juzgado = sin_prefijo.ver().substr(i_lleva_prefijo(sin_prefijo.ver()) ? 4 : 0);
-    if (!i_juzga(juzgado).correcto) {
+    if (!i_path_correcto_UNICODE(juzgado).correcto) {
         i_muestra_mensaje(i_msg_53955_fichero_no_correcto, recorta_derecha(path));
     }
 }

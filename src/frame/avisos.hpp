@@ -8,6 +8,7 @@
 #include "companions/buclrein.hpp"
 #include "companions/cadena.hpp"
 #include "companions/registro_mensaje.hpp"
+#include "lumodir_ajustes.h"
 
 namespace lumodir {
 
@@ -21,7 +22,7 @@ void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept
 void i_muestra_texto(const wchar_t* texto) noexcept;
 
 // The file-open callback of the host; NULL when there is none.
-using func_fichero_abierto = unsigned short (*)(const wchar_t* path);
-func_fichero_abierto i_func_comprobar_fichero_no_esta_abierto() noexcept;
+void i_establece_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero func) noexcept;
+LumodirFncComprobarFichero i_func_comprobar_fichero_no_esta_abierto() noexcept;
 
 }  // namespace lumodir

@@ -107,10 +107,11 @@ void juzga(const textos& t) {
     anota(cdir_nombre_base_valido_UNICODE(nombre.data()));
     anota(cdir_nombre_base_valido(t.nombre.c_str()));
     anota(cdir_nombre_fichero_valido(nombre.data()));
-    unsigned short es_unc = 0;
-    anota(lumodir::i_path_correcto_con_comodines(path_a, &es_unc));
-    anota(lumodir::i_path_correcto_con_comodines_UNICODE(vista_w(path), &es_unc));
-    anota(es_unc);
+    for (const lumodir::veredicto& juicio : {lumodir::i_path_correcto_con_comodines(path_a),
+                                             lumodir::i_path_correcto_con_comodines_UNICODE(vista_w(path))}) {
+        anota(juicio.correcto);
+        anota(juicio.es_unc);
+    }
 }
 
 template <class C>

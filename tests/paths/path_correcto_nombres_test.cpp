@@ -176,7 +176,7 @@ TEST(path_correcto_nombres, todo_byte_en_la_variante_de_8_bits) {
         EXPECT_EQ(lumodir::i_caracter_valido(static_cast<char>(b)), valido);
         EXPECT_EQ(cdir_nombre_base_valido(nombre.c_str()), valido);
         EXPECT_EQ(cdir_path_valido(nombre.c_str(), 0), valido || b == '\\' || b == '/');
-        EXPECT_EQ(i_path_correcto(nombre, 0, 0, nullptr), valido || b == '\\' || b == '/');
+        EXPECT_EQ(i_path_correcto(nombre).correcto, valido || b == '\\' || b == '/');
     }
 }
 
