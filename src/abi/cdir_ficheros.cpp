@@ -149,7 +149,7 @@ unsigned short cdir_se_puede_escribir_en_directorio(const wchar_t* directorio, w
     if (!i_path_valido(directorio, motivo_out)) {
         return FALSO;
     }
-    return i_entrega_motivo(i_prueba_escritura_en_directorio(directorio, directorio), motivo_out);
+    return i_entrega_motivo(i_prueba_escritura_en_directorio(directorio, directorio, true), motivo_out);
 }
 
 unsigned short cdir_se_puede_escribir_fichero_en_directorio(const wchar_t* fichero, wchar_t** motivo_out) {

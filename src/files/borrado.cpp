@@ -36,7 +36,8 @@ auto i_tras_el_primero(desenlace& ultimo, Intenta intenta) {
 
 // What follows a first attempt that failed.
 bool i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar, desenlace ultimo) {
-    if (fichero.mira().es_de_solo_lectura()) {
+    // The mark of what cannot be reached is that of something else.
+    if (ultimo.codigo != ERROR_CANT_ACCESS_FILE && fichero.mira().es_de_solo_lectura()) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
         ultimo = fichero.borra();
     }

@@ -97,13 +97,19 @@ bool i_se_crea_una_sonda(const ruta_fijada& directorio) {
     return i_prueba_escritura(sonda.c_str()).es_nula();
 }
 
+// What leads back out of a directory does not want that directory made: the system's form has it no longer.
+cadena_w i_sin_retrocesos(const ruta_fijada& directorio) {
+    const vista_w forma(directorio.c_str());
+    return forma.find(L"..") == vista_w::npos ? cadena_w(forma) : lmlongpath_forma_completa(directorio);
+}
+
 }  // namespace
 
-motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado) {
+motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
-    const ruta_fijada fijado(de_sonda.c_str());
-    // No directory at all needs no creation.
-    if (!directorio.empty() && !i_crea_directorios(fijado.c_str(), true, false)) {
+    const cadena_w forma = i_sin_retrocesos(de_sonda.c_str());
+    const ruta_fijada fijado(forma.c_str());
+    if (se_crea && !i_crea_directorios(fijado.c_str(), true, false)) {
         return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {mostrado});
     }
     if (!i_se_crea_una_sonda(fijado)) {
@@ -116,7 +122,13 @@ motivo i_prueba_escritura_junto_a(vista_w fichero) {
     const vista_w directorio = i_directorio_de_fichero(fichero);
     cadena_w mostrado(directorio);
     i_suprime_barra_final_si_hay(mostrado);
-    return i_prueba_escritura_en_directorio(directorio, mostrado.ver());
+    // What is called ".." lies in the directory above that.
+    const bool es_retroceso = fichero.substr(directorio.size()) == L"..";
+    const cadena_w de_retroceso = concatena<wchar_t>({fichero, L"\\.."});
+    // No directory at all needs no creation; that of a drive is not the process's.
+    const vista_w actual = fichero.substr(0, fichero.size() >= 2 && fichero[1] == L':' ? 2 : 0);
+    return i_prueba_escritura_en_directorio(
+        es_retroceso ? de_retroceso.ver() : directorio.empty() ? actual : directorio, mostrado.ver(), !directorio.empty());
 }
 
 bool prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {

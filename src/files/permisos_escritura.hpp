@@ -17,8 +17,8 @@ using motivo = cadena_w;
 
 motivo i_prueba_escritura(const ruta_fijada& fichero);
 // `mostrado`: as messages show it. The separator of a directory is part of the place: without it the root would be
-// another.
-motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado);
+// another. `se_crea`: it is made first where it is missing.
+motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea);
 // In the directory of a file.
 motivo i_prueba_escritura_junto_a(vista_w fichero);
 

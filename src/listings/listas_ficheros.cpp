@@ -129,7 +129,10 @@ objeto<AcadOrdeU> i_ficheros_con_extension_de(const wchar_t* path_filtro, const 
 }
 
 bool i_hay_entrada(const wchar_t* directorio, sirve_entrada* sirve) {
-    const cadena_w patron = concatena<wchar_t>({vista_w(directorio), L"\\*"});
+    // A second separator behind a lone one would make a share of the root.
+    const vista_w dado(directorio);
+    const bool es_raiz = dado.size() == 1 && es_separador(dado.front());
+    const cadena_w patron = concatena<wchar_t>({dado, es_raiz ? L"*" : L"\\*"});
     return enumerador<wchar_t>(patron.c_str()).siguiente(sirve) != nullptr;
 }
 
