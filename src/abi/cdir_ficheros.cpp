@@ -95,8 +95,8 @@ unsigned short cdir_existe_directorio(const char* nombre_directorio) {
 unsigned short cdir_existe_directorio_UNICODE_con_mensaje_opc(const wchar_t* nombre_directorio,
                                                               wchar_t** mensaje) {
     const unsigned short existe = cdir_existe_directorio_UNICODE(nombre_directorio);
-    entrega(mensaje, existe == CIERTO ? cadena_w()
-                                      : i_mensaje(i_msg_31827_no_existe_directorio, {nombre_directorio}));
+    entrega(mensaje,
+            existe == CIERTO ? cadena_w() : i_mensaje(i_msg_31827_no_existe_directorio, {nombre_directorio}));
     return existe;
 }
 
@@ -195,8 +195,8 @@ unsigned short cdir_borra_fichero_con_comprobacion(const char* nombre) {
 
 void cdir_delete_ficheros_UNICODE(const wchar_t* path_filtro) {
     if (i_comprueba(path_filtro != nullptr, "(path_filtro) != NULL")) {
-        i_comprueba_con(i_path_correcto_con_comodines_UNICODE(path_filtro).correcto, "path_correcto == CIERTO",
-                        path_filtro);
+        i_comprueba_con(i_path_correcto_con_comodines_UNICODE(path_filtro).correcto,
+                        "path_correcto == CIERTO", path_filtro);
         i_borra_lo_que_encuentra(path_filtro);
     }
 }

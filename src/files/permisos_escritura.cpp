@@ -127,8 +127,10 @@ motivo i_prueba_escritura_junto_a(vista_w fichero) {
     const cadena_w de_retroceso = concatena<wchar_t>({fichero, L"\\.."});
     // No directory at all needs no creation; that of a drive is not the process's.
     const vista_w actual = fichero.substr(0, fichero.size() >= 2 && fichero[1] == L':' ? 2 : 0);
-    return i_prueba_escritura_en_directorio(
-        es_retroceso ? de_retroceso.ver() : directorio.empty() ? actual : directorio, mostrado.ver(), !directorio.empty());
+    return i_prueba_escritura_en_directorio(es_retroceso         ? de_retroceso.ver()
+                                            : directorio.empty() ? actual
+                                                                 : directorio,
+                                            mostrado.ver(), !directorio.empty());
 }
 
 bool prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {

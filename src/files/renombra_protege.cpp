@@ -32,7 +32,8 @@ void i_desprotege_si_existe(const ruta_fijada& fichero) noexcept {
 void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWORD negativa) {
     DWORD codigo = negativa;
     i_insiste(
-        true, [&] { return negativa == ERROR_SUCCESS && lmlongpath_RenameFileW(viejo, nuevo, &codigo); }, codigo,
+        true, [&] { return negativa == ERROR_SUCCESS && lmlongpath_RenameFileW(viejo, nuevo, &codigo); },
+        codigo,
         [&] {
             const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
             return copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, viejo.dada(), nuevo.dada()});
