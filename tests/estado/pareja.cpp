@@ -33,6 +33,12 @@ const fila* la_fila(const std::string& nombre) {
     return nullptr;
 }
 
+// No links are about: asking whether one was named would open files in the other's way.
+struct sin_preguntar_por_enlaces {
+    const sustituye<BOOL(WINAPI*)()> sustituida{lumodir::sistema.sigue_enlaces,
+                                                []() WINAPI { return BOOL{FALSE}; }};
+};
+
 // Few names, so that both want the same.
 std::vector<paso> unos_pasos(azar& z) {
     static const std::vector<texto_w> nombres = {L"Q:\\a", L"Q:\\b",           L"Q:\\d",
@@ -83,6 +89,7 @@ void espera_al_otro(mesa& m) {
 }
 
 const papel papel_pareja("estado_pareja", [] {
+    const sin_preguntar_por_enlaces callado;
     const DWORD pid = static_cast<DWORD>(std::stoul(u8(hijo_dato())));
     const HANDLE padre = ::OpenProcess(SYNCHRONIZE, FALSE, pid);
     const HANDLE memoria = ::OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, nombre_de(pid, "mesa").c_str());
@@ -290,6 +297,7 @@ std::string contado(const std::vector<paso>& pasos, const std::vector<std::strin
 }  // namespace
 
 std::string corre_pareja(campo& c, juntos como, std::uint64_t semilla) {
+    const sin_preguntar_por_enlaces callado;
     azar z(semilla);
     reglas r;
     c.empieza(r);
