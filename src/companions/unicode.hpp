@@ -10,10 +10,11 @@
 
 namespace lumodir {
 
-cadena_w a_utf16(vista_a texto, lugar donde = lugar::aqui());
-cadena_w a_utf16(const char* texto, lugar donde = lugar::aqui());  // NULL gives a NULL string
-cadena_a a_ansi(vista_w texto, lugar donde = lugar::aqui());
-cadena_a a_ansi(const wchar_t* texto, lugar donde = lugar::aqui());
+cadena_w utunicode_ANSI_a_UNICODE(vista_a texto, lugar donde = lugar::aqui());
+cadena_w utunicode_ANSI_a_UNICODE(const char* texto,
+                                  lugar donde = lugar::aqui());  // NULL gives a NULL string
+cadena_a utunicode_UNICODE_a_ANSI(vista_w texto, lugar donde = lugar::aqui());
+cadena_a utunicode_UNICODE_a_ANSI(const wchar_t* texto, lugar donde = lugar::aqui());
 
 // An 8-bit argument in UTF-16 for the time of one call; short texts need no block.
 class utf16_temporal {

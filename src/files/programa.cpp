@@ -139,5 +139,5 @@ char* cdir_obtener_path_actual(void) {
     }
     const cadena_w largo = i_respuesta_entera<wchar_t>(
         [&](wchar_t* destino, DWORD sitio) { return i_nombre_largo(getcwd_ret, destino, sitio); });
-    return a_ansi(largo.es_nula() ? a_vista(getcwd_ret) : largo.ver()).suelta();
+    return utunicode_UNICODE_a_ANSI(largo.es_nula() ? a_vista(getcwd_ret) : largo.ver()).suelta();
 }

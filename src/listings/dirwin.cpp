@@ -147,7 +147,7 @@ cadena<C> i_en_sabor(vista_w texto) {
     if constexpr (std::is_same_v<C, wchar_t>) {
         return cadena_w(texto);
     } else {
-        return a_ansi(texto);
+        return utunicode_UNICODE_a_ANSI(texto);
     }
 }
 
@@ -204,7 +204,7 @@ bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entr
             if (i_pasa_filtro(nombre, vista_w(filtro))) {
                 return true;
             }
-        } else if (i_pasa_filtro(a_ansi(nombre).ver(), vista_a(filtro))) {
+        } else if (i_pasa_filtro(utunicode_UNICODE_a_ANSI(nombre).ver(), vista_a(filtro))) {
             return true;
         }
     }

@@ -166,7 +166,7 @@ bool i_prepara(L* lista) noexcept {
 
 // The 8-bit flavour hands its filter over in UTF-16.
 cadena_w i_filtro_ancho(const char* extension) {
-    return a_utf16(extension);
+    return utunicode_ANSI_a_UNICODE(extension);
 }
 vista_w i_filtro_ancho(const wchar_t* extension) noexcept {
     return a_vista(extension);
@@ -303,8 +303,7 @@ AcadOrdeU* lumodir_lista_de_fichero(const wchar_t* path_filtro, const ArrCADENA_
     }
     // Sorted once instead of at each insertion: the outcome is the same.
     vector_interno<wchar_t*>& textos = encontrados->textos.textos;
-    ordena_estable(textos.data(), textos.size(),
-                   [](const wchar_t* a, const wchar_t* b) { return vista_w(a).compare(vista_w(b)); });
+    ordena_estable(textos.data(), textos.size(), widestr_fun_compara);
     return encontrados.suelta();
 }
 
