@@ -37,6 +37,12 @@ void entrega(C** sitio, vista<C> texto) {
         *sitio = nuevo_texto(texto);
     }
 }
+template <class C>
+void entrega(C** sitio, cadena<C> texto) noexcept {
+    if (sitio != nullptr) {
+        *sitio = texto.suelta();
+    }
+}
 
 // The plain destroyers report a variable that is NULL, the optional ones accept it.
 template <class C>

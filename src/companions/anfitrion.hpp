@@ -15,6 +15,15 @@
 
 namespace lumodir {
 
+// What an operation asks on its way, when the host may be the one to answer; empty where nobody does.
+template <class R>
+struct consulta {
+    R (*pregunta)(void* a_quien) = nullptr;
+    void* a_quien = nullptr;
+
+    R contesta(R sin_nadie) const { return pregunta == nullptr ? sin_nadie : pregunta(a_quien); }
+};
+
 template <class Funcion, class... Argumentos>
 auto llama_al_anfitrion(Funcion funcion, Argumentos... argumentos) noexcept {
     using resultado = decltype(funcion(argumentos...));

@@ -55,4 +55,13 @@ bool i_con_reintentos(unsigned short reintentar, unsigned short informar, Intent
     return bien;
 }
 
+// The usual loop: after each failed attempt `haz_mensaje()` tells of it, with the code that the attempt has left.
+template <class Intento, class HazMensaje>
+bool i_insiste(bool informar, Intento intento, const unsigned long& codigo_error, HazMensaje haz_mensaje,
+               lugar donde = lugar::aqui()) {
+    return i_con_reintentos(
+        true, informar, intento,
+        [&](BuclRein* bucle) { buclrein_set_mensaje_reintentar(bucle, haz_mensaje, codigo_error); }, donde);
+}
+
 }  // namespace lumodir

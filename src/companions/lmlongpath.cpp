@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
 
@@ -16,10 +17,6 @@ constexpr std::size_t primera_longitud_larga = 248;
 constexpr vista_w prefijo_largo = L"\\\\?\\";
 constexpr vista_w prefijo_dispositivo = L"\\\\.\\";
 constexpr vista_w prefijo_unc = L"\\\\?\\UNC\\";
-
-bool i_lleva_prefijo(vista_w ruta) noexcept {
-    return empieza_por(ruta, prefijo_largo) || empieza_por(ruta, prefijo_dispositivo);
-}
 
 // An absolute path never grows when it is made full, so a short one needs no question.
 bool i_es_absoluta(vista_w ruta) noexcept {
@@ -135,12 +132,30 @@ BOOL i_con_codigo(BOOL bien, DWORD* error_out) noexcept {
     return bien;
 }
 
+// Whether the system would act on what the path names; where not, the thread's code says why.
+bool i_alcanza_lo_nombrado(const ruta_fijada& ruta) noexcept {
+    const DWORD codigo = i_codigo_si_lleva_a_otro_sitio(ruta);
+    if (codigo != ERROR_SUCCESS) {
+        ::SetLastError(codigo);
+    }
+    return codigo == ERROR_SUCCESS;
+}
+
 BOOL i_mueve(const ruta_fijada& origen, const ruta_fijada& destino, DWORD indicadores) noexcept {
     const sin_dialogos callado;
-    return sistema.MoveFileExW(origen.c_str(), destino.c_str(), indicadores);
+    return i_alcanza_lo_nombrado(origen) && sistema.MoveFileExW(origen.c_str(), destino.c_str(), indicadores);
 }
 
 }  // namespace
+
+bool i_lleva_prefijo(vista_w ruta) noexcept {
+    return empieza_por(ruta, prefijo_largo) || empieza_por(ruta, prefijo_dispositivo);
+}
+
+bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
+    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                                  TRUE) == CSTR_EQUAL;
+}
 
 ruta_fijada::ruta_fijada(const wchar_t* dada, uso para, lugar donde)
     : dada_(dada), texto_(dada == nullptr ? L"" : dada) {
@@ -222,14 +237,11 @@ existencia i_existencia(const ruta_fijada& ruta) noexcept {
             INVALID_FILE_ATTRIBUTES};
 }
 
-unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept {
+bool lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept {
     const existencia fichero = i_existencia(ruta);
-    if (!fichero.hay()) {
-        return 0;
-    }
     // As the C runtime answers: only the read-only mark of a file stands against writing.
     const bool escritura = (modo & acceso_escritura) != 0;
-    return escritura && fichero.es_de_solo_lectura() && !fichero.es_directorio() ? 0 : 1;
+    return fichero.hay() && (!escritura || !fichero.es_de_solo_lectura() || fichero.es_directorio());
 }
 
 int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
@@ -262,7 +274,7 @@ manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWO
 
 BOOL lmlongpath_DeleteFileW(const ruta_fijada& ruta, DWORD* error_out) noexcept {
     const sin_dialogos callado;
-    return i_con_codigo(sistema.DeleteFileW(ruta.c_str()), error_out);
+    return i_con_codigo(i_alcanza_lo_nombrado(ruta) && sistema.DeleteFileW(ruta.c_str()), error_out);
 }
 
 BOOL lmlongpath_CreateDirectoryW(const ruta_fijada& ruta, SECURITY_ATTRIBUTES* seguridad,
@@ -273,7 +285,7 @@ BOOL lmlongpath_CreateDirectoryW(const ruta_fijada& ruta, SECURITY_ATTRIBUTES* s
 
 BOOL lmlongpath_RemoveDirectoryW(const ruta_fijada& ruta, DWORD* error_out) noexcept {
     const sin_dialogos callado;
-    return i_con_codigo(sistema.RemoveDirectoryW(ruta.c_str()), error_out);
+    return i_con_codigo(i_alcanza_lo_nombrado(ruta) && sistema.RemoveDirectoryW(ruta.c_str()), error_out);
 }
 
 BOOL lmlongpath_RenameFileW(const ruta_fijada& antigua, const ruta_fijada& nueva, DWORD* error_out) noexcept {

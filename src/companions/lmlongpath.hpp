@@ -6,6 +6,7 @@
 // returns what the Windows function of its name returns and leaves its last error in place; where there is an
 // `error_out`, it receives the code of a failure and is left alone after a success. A path that is absolute and
 // short costs no call besides the one asked for, a relative one a single call for all that is done with it.
+// Where the system would follow a link (Wine), a deletion or a renaming fails instead, with ERROR_CANT_ACCESS_FILE.
 // Cannot promise: anything about a share that is not there.
 // Checked by tests/companions/lmlongpath_win32_test.cpp.
 #pragma once
@@ -84,7 +85,7 @@ bool i_dice_que_falta(DWORD codigo) noexcept;
 inline constexpr unsigned acceso_existencia = 0;
 inline constexpr unsigned acceso_escritura = 2;
 inline constexpr unsigned acceso_lectura = 4;
-unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept;
+bool lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept;
 
 // Permission modes of lmlongpath_wchmod (_S_IREAD, _S_IWRITE); 0 on success, -1 on failure.
 inline constexpr int modo_lectura = 0x100;
@@ -113,6 +114,12 @@ manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_
 // Of a relative path a relative form.
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
+
+// With a prefix of the system's, long (`\\?\`) or of devices (`\\.\`), a path is taken as it is.
+bool i_lleva_prefijo(vista_w ruta) noexcept;
+
+// Letter case of any alphabet aside, as file systems compare.
+bool i_mismo_nombre(vista_w a, vista_w b) noexcept;
 
 // Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell, or takes it literally
 // (`\\?\`).

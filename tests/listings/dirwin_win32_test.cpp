@@ -7,6 +7,7 @@
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/paginas.hpp"
+#include "companions/directorio_abierto.hpp"
 #include "companions/lumospy.h"
 #include "companions/plataforma.hpp"
 #include "modelos/filtro.hpp"
@@ -554,7 +555,7 @@ TEST(dirwin, las_preguntas_miran_un_solo_bit) {
     }
 }
 
-TEST(dirwin, que_es_un_enlace_a_directorio) {
+TEST(dirwin, que_es_una_marca_de_enlace) {
     struct fila {
         DWORD atributos;
         DWORD etiqueta;
@@ -568,13 +569,11 @@ TEST(dirwin, que_es_un_enlace_a_directorio) {
         {.atributos = directorio_reparse, .etiqueta = 0x9000001A, .enlace = false},  // cloud storage
         {.atributos = directorio_reparse, .etiqueta = 0x80000013, .enlace = false},  // deduplication
         {.atributos = FILE_ATTRIBUTE_DIRECTORY, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = false},
-        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = false},
+        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = true},
     };
     for (const fila& f : filas) {
-        WIN32_FIND_DATAW e = {};
-        e.dwFileAttributes = f.atributos;
-        e.dwReserved0 = f.etiqueta;
-        EXPECT_EQ(lumodir::i_es_enlace_a_directorio(e), f.enlace) << f.atributos << ' ' << f.etiqueta;
+        EXPECT_EQ(lumodir::i_es_marca_de_enlace(f.atributos, f.etiqueta), f.enlace)
+            << f.atributos << ' ' << f.etiqueta;
     }
 }
 
