@@ -2,8 +2,6 @@
 # folder above its own stops the configuration.
 set(LUMODIR_CAPAS companions frame paths system listings files abi)
 
-# The exports all stand in abi: no file of the others can call one, because to the compiler they are not available.
-
 function(lumodir_comprueba_capas carpeta)
   list(FIND LUMODIR_CAPAS ${carpeta} nivel)
   set(superiores ${LUMODIR_CAPAS})
@@ -29,6 +27,7 @@ function(lumodir_capa carpeta)
   add_library(lumodir_${carpeta} OBJECT ${fuentes})
   target_include_directories(lumodir_${carpeta} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
   target_compile_definitions(lumodir_${carpeta} PRIVATE LUMODIR_CONSTRUYE)
+  # The exports all stand in abi: no file of the others can call one, because to the compiler they are not available.
   if(NOT carpeta STREQUAL "abi" AND NOT MSVC)
     target_compile_definitions(lumodir_${carpeta} PRIVATE "LUMODIR_API=__attribute__((unavailable))")
   endif()

@@ -13,18 +13,18 @@ namespace {
 
 // Clears the record, whatever it held: it is the caller's, and usually has never been written.
 template <class L>
-void i_limpia(L* lista) noexcept {
-    if (lista != nullptr) {
-        *lista = {};
+bool i_prepara(L* lista, bool hay_argumentos) noexcept {
+    if (!i_comprueba(lista != nullptr, "(lista) != NULL")) {
+        return false;
     }
+    *lista = {};
+    return hay_argumentos;
 }
 
 template <class C>
 bool i_prepara(const C* directorio, const C* patron, lista_ficheros<C>* lista) noexcept {
-    i_limpia(lista);
-    return estan({{directorio, "(directorio) != NULL"},
-                  {patron, "(path_filtro_generico) != NULL"},
-                  {lista, "(lista) != NULL"}});
+    return i_prepara(
+        lista, estan({{directorio, "(directorio) != NULL"}, {patron, "(path_filtro_generico) != NULL"}}));
 }
 
 // The filter is UTF-16 in both flavours.
@@ -55,8 +55,7 @@ void i_lista_ficheros(vista<C> unidad, const C* directorio, const C* nombre,
 
 template <class C>
 void i_lista_ficheros_en_path_filtro(const C* path_filtro, lista_ficheros<C>* lista) {
-    i_limpia(lista);
-    if (estan({{path_filtro, "(path_filtro_generico) != NULL"}, {lista, "(lista) != NULL"}})) {
+    if (i_prepara(lista, i_comprueba(path_filtro != nullptr, "(path_filtro_generico) != NULL"))) {
         i_llena_de_ficheros<C>(*lista, path_filtro, nullptr);
     }
 }

@@ -11,13 +11,16 @@ namespace {
 
 void i_lista(const wchar_t* base, const wchar_t* extension, registros cuales, unsigned long* num,
              ListaFicheros_u** listas) {
-    if (num != nullptr) {
+    const bool hay_base = i_comprueba(base != nullptr, "(dirBase) != NULL");
+    const bool hay_num = i_comprueba(num != nullptr, "(numDir) != NULL");
+    const bool hay_listas = i_comprueba(listas != nullptr, "(ficheros) != NULL");
+    if (hay_num) {
         *num = 0;
     }
-    if (listas != nullptr) {
+    if (hay_listas) {
         *listas = nullptr;
     }
-    if (estan({{base, "(dirBase) != NULL"}, {num, "(numDir) != NULL"}, {listas, "(ficheros) != NULL"}})) {
+    if (hay_base && hay_num && hay_listas) {
         arbol_de_listas arbol = i_lista_arbol(vista_w(base), filtro_extension(a_vista(extension)), cuales);
         *num = arbol.num();
         *listas = arbol.suelta();

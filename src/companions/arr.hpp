@@ -17,6 +17,8 @@ template <class C>
 struct lista_textos {
     vector_interno<C*> textos;
 
+    lista_textos() noexcept = default;
+    lista_textos(lista_textos&&) noexcept = default;
     ~lista_textos() {
         for (C* texto : textos) {
             i_libera(texto);

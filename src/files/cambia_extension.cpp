@@ -147,8 +147,8 @@ void i_cambia_extension(const wchar_t* dado, vista_w antigua, vista_w nueva) {
     }
     const nombres_en_curso<wchar_t> ficheros = i_nombres_de_lista(
         directorio.literal(comodin_de_todo_u).c_str(), i_es_fichero, filtro_extension(antigua));
-    for (std::size_t i = 0; i < ficheros.size(); ++i) {
-        cambio(directorio, ficheros[i], antigua, nueva).hace();
+    for (std::size_t i = 0; i < ficheros.num(); ++i) {
+        cambio(directorio, ficheros.ver(i), antigua, nueva).hace();
     }
 }
 

@@ -65,7 +65,7 @@ arbol_de_listas i_lista_arbol(vista_w dada, const filtro_extension& filtro, regi
     };
     const auto anota = [&](vista_w directorio) {
         ficheros.ordena();
-        if (cuales == registros::todos || ficheros.size() > 0) {
+        if (cuales == registros::todos || ficheros.num() > 0) {
             arbol.anade(directorio, ficheros);
         }
     };

@@ -31,20 +31,20 @@ int i_compara_nombres_de_lista(vista_w a, vista_w b) noexcept {
 
 template <class C>
 void nombres_en_curso<C>::ordena() {
-    ordena_estable(textos_.data(), textos_.size(),
+    ordena_estable(this->textos.data(), this->num(),
                    [](const C* a, const C* b) { return i_compara_nombres(a, b); });
 }
 
 template <class C>
 void nombres_en_curso<C>::entrega(lista_ficheros<C>& lista) {
-    if (textos_.empty()) {
+    if (this->textos.empty()) {
         return;
     }
-    const std::size_t bytes = textos_.size() * sizeof(C*);
+    const std::size_t bytes = this->num() * sizeof(C*);
     lista.lista = static_cast<C**>(i_reserva(bytes));
-    std::memcpy(lista.lista, textos_.data(), bytes);
-    lista.num = static_cast<unsigned long>(textos_.size());
-    textos_.vacia();
+    std::memcpy(lista.lista, this->textos.data(), bytes);
+    lista.num = static_cast<unsigned long>(this->num());
+    this->textos.vacia();
 }
 
 template <class C>
@@ -101,8 +101,8 @@ void i_libera_lista(lista_ficheros<C>& lista) noexcept {
     lista.num = 0;
 }
 
-template class nombres_en_curso<char>;
-template class nombres_en_curso<wchar_t>;
+template struct nombres_en_curso<char>;
+template struct nombres_en_curso<wchar_t>;
 template nombres_en_curso<char> i_nombres_de_lista(const char*, sirve_entrada*, const filtro_extension&);
 template nombres_en_curso<wchar_t> i_nombres_de_lista(const wchar_t*, sirve_entrada*,
                                                       const filtro_extension&);

@@ -22,30 +22,10 @@ int i_compara_nombres_de_lista(vista_w a, vista_w b) noexcept;
 
 // Names on their way into a list.
 template <class C>
-class nombres_en_curso {
-public:
-    nombres_en_curso() noexcept = default;
-    nombres_en_curso(const nombres_en_curso&) = delete;
-    nombres_en_curso& operator=(const nombres_en_curso&) = delete;
-    nombres_en_curso(nombres_en_curso&&) noexcept = default;
-    ~nombres_en_curso() { vacia(); }
-
-    void anade(cadena<C> nombre) { textos_.anade(nombre.suelta()); }
+struct nombres_en_curso : lista_textos<C> {
     void ordena();
-    void vacia() noexcept {
-        for (C* texto : textos_) {
-            i_libera(texto);
-        }
-        textos_.vacia();
-    }
-    std::size_t size() const noexcept { return textos_.size(); }
-    vista<C> operator[](std::size_t i) const noexcept { return vista<C>(textos_[i]); }
-
     // The names go into the record, whose array is exactly as long as they are many.
     void entrega(lista_ficheros<C>& lista);
-
-private:
-    vector_interno<C*> textos_;
 };
 
 // The names of the entries that a pattern finds, that `sirve` takes and whose extension passes the filter, sorted.
