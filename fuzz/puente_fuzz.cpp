@@ -40,8 +40,8 @@ void compara_hacia_utf16(const texto_a& bytes) {
     const texto_w esperado = convertido(bytes);
     const justo<char> sin_fin(bytes, false);
     const justo<char> con_fin(bytes);
-    EXIGE_IGUAL(texto_w(lumodir::a_utf16(sin_fin.ver()).ver()), esperado);
-    EXIGE_IGUAL(toma(lumodir::a_utf16(con_fin.datos()).suelta()), esperado);
+    EXIGE_IGUAL(texto_w(lumodir::utunicode_ANSI_a_UNICODE(sin_fin.ver()).ver()), esperado);
+    EXIGE_IGUAL(toma(lumodir::utunicode_ANSI_a_UNICODE(con_fin.datos()).suelta()), esperado);
     // The temporary form has room of its own for short texts only.
     const lumodir::utf16_temporal temporal(sin_fin.ver());
     EXIGE_IGUAL(texto_w(temporal.ver()), esperado);
@@ -50,7 +50,7 @@ void compara_hacia_utf16(const texto_a& bytes) {
     // What the code page can say comes back as it was; double-byte ones write some characters in two ways.
     if (esperado.find(L'\xFFFD') == texto_w::npos &&
         lumodir::i_escritura() != lumodir::escritura::de_dos_bytes) {
-        EXIGE_IGUAL(texto_a(lumodir::a_ansi(vista_w(esperado)).ver()), bytes);
+        EXIGE_IGUAL(texto_a(lumodir::utunicode_UNICODE_a_ANSI(vista_w(esperado)).ver()), bytes);
     }
 }
 
@@ -58,8 +58,8 @@ void compara_hacia_8_bits(const texto_w& unidades) {
     const texto_a esperado = convertido(unidades);
     const justo<wchar_t> sin_fin(unidades, false);
     const justo<wchar_t> con_fin(unidades);
-    EXIGE_IGUAL(texto_a(lumodir::a_ansi(sin_fin.ver()).ver()), esperado);
-    EXIGE_IGUAL(toma(lumodir::a_ansi(con_fin.datos()).suelta()), esperado);
+    EXIGE_IGUAL(texto_a(lumodir::utunicode_UNICODE_a_ANSI(sin_fin.ver()).ver()), esperado);
+    EXIGE_IGUAL(toma(lumodir::utunicode_UNICODE_a_ANSI(con_fin.datos()).suelta()), esperado);
     // No look-alikes: a separator or a point comes only of its own character.
     const modelos::texto_c caracteres = modelos::en_caracteres(esperado);
     for (const char c : {'\\', '/', ':', '.', '*'}) {

@@ -29,7 +29,7 @@ bool i_prepara(const C* directorio, const C* patron, lista_ficheros<C>* lista) n
 
 // The filter is UTF-16 in both flavours.
 cadena_w i_filtro_ancho(const char* extension) {
-    return a_utf16(extension);
+    return utunicode_ANSI_a_UNICODE(extension);
 }
 vista_w i_filtro_ancho(const wchar_t* extension) noexcept {
     return a_vista(extension);

@@ -168,7 +168,7 @@ wchar_t* fichsdir_path_fichero(const Fichsdir* fichsdir) {
     if (!i_comprueba_registro(fichsdir)) {
         return cadena_w(vista_w()).suelta();
     }
-    const cadena_w nombre = a_utf16(a_vista<char>(fichsdir->nombre));
+    const cadena_w nombre = utunicode_ANSI_a_UNICODE(a_vista<char>(fichsdir->nombre));
     return i_concatena_directorios<wchar_t>(a_vista<wchar_t>(fichsdir->ruta), nombre.ver()).suelta();
 }
 

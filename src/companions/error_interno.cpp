@@ -79,7 +79,7 @@ void error_interno_msg_u(const char* expresion, vista_w detalle, lugar donde) no
 }
 
 void error_interno_msg(const char* expresion, vista_a detalle, lugar donde) noexcept {
-    const cadena_w detalle_u = detalle.data() == nullptr ? cadena_w() : a_utf16(detalle);
+    const cadena_w detalle_u = detalle.data() == nullptr ? cadena_w() : utunicode_ANSI_a_UNICODE(detalle);
     i_informa(expresion, detalle_u.c_str(), donde);
 }
 

@@ -20,7 +20,8 @@ constexpr vista_w prefijo_unc = L"\\\\?\\UNC\\";
 
 // An absolute path never grows when it is made full, so a short one needs no question.
 bool i_es_absoluta(vista_w ruta) noexcept {
-    const bool con_unidad = ruta.size() >= 3 && es_letra(ruta[0]) && ruta[1] == L':' && es_separador(ruta[2]);
+    const bool con_unidad =
+        ruta.size() >= 3 && lmstdc_isalpha(ruta[0]) && ruta[1] == L':' && es_separador(ruta[2]);
     const bool compartida = ruta.size() >= 2 && es_separador(ruta[0]) && es_separador(ruta[1]);
     return con_unidad || compartida;
 }
@@ -339,7 +340,7 @@ cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde) {
     }
     // Other names of the system (of volumes, of devices) have no ordinary form.
     const vista_w resto = empieza_por(ruta, prefijo_largo) ? ruta.substr(prefijo_largo.size()) : vista_w();
-    const bool con_unidad = resto.size() >= 2 && es_letra(resto[0]) && resto[1] == L':';
+    const bool con_unidad = resto.size() >= 2 && lmstdc_isalpha(resto[0]) && resto[1] == L':';
     return cadena_w(con_unidad ? resto : ruta, donde);
 }
 

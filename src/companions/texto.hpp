@@ -119,6 +119,11 @@ constexpr vista<C> a_vista(const C* texto) noexcept {
     return std::is_constant_evaluated() ? vista<C>(texto) : vista<C>(texto, i_longitud(texto));
 }
 
+// The order of terminated texts, unit by unit; an object, so that a sort takes it in.
+inline constexpr auto widestr_fun_compara = []<class C>(const C* a, const C* b) noexcept {
+    return vista<C>(a).compare(vista<C>(b));
+};
+
 template <class C>
 constexpr bool es_separador(C c) noexcept {
     return c == C('\\') || c == C('/');
@@ -135,7 +140,7 @@ constexpr bool es_punto(C c) noexcept {
 }
 
 template <class C>
-constexpr bool es_letra(C c) noexcept {
+constexpr bool lmstdc_isalpha(C c) noexcept {
     return (c >= C('A') && c <= C('Z')) || (c >= C('a') && c <= C('z'));
 }
 

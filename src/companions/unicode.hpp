@@ -10,17 +10,18 @@
 
 namespace lumodir {
 
-cadena_w a_utf16(vista_a texto, lugar donde = lugar::aqui());
-cadena_w a_utf16(const char* texto, lugar donde = lugar::aqui());  // NULL gives a NULL string
-cadena_a a_ansi(vista_w texto, lugar donde = lugar::aqui());
-cadena_a a_ansi(const wchar_t* texto, lugar donde = lugar::aqui());
+cadena_w utunicode_ANSI_a_UNICODE(vista_a texto, lugar donde = lugar::aqui());
+cadena_w utunicode_ANSI_a_UNICODE(const char* texto,
+                                  lugar donde = lugar::aqui());  // NULL gives a NULL string
+cadena_a utunicode_UNICODE_a_ANSI(vista_w texto, lugar donde = lugar::aqui());
+cadena_a utunicode_UNICODE_a_ANSI(const wchar_t* texto, lugar donde = lugar::aqui());
 // A copy in the flavour that is wanted.
 template <class C>
 cadena<C> i_en_sabor(vista_w texto, lugar donde = lugar::aqui()) {
     if constexpr (std::is_same_v<C, wchar_t>) {
         return cadena_w(texto, donde);
     } else {
-        return a_ansi(texto, donde);
+        return utunicode_UNICODE_a_ANSI(texto, donde);
     }
 }
 

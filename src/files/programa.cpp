@@ -67,7 +67,7 @@ cadena_a i_path_actual_ansi() noexcept {
                                : i_respuesta_entera<wchar_t>([&](wchar_t* destino, DWORD sitio) {
                                      return i_nombre_largo(actual, destino, sitio);
                                  });
-    return a_ansi(largo.es_nula() ? a_vista(actual) : largo.ver());
+    return utunicode_UNICODE_a_ANSI(largo.es_nula() ? a_vista(actual) : largo.ver());
 }
 
 objeto<ArrCADENA_u> i_busca_en_el_path(vista_w nombre, bool todos) noexcept {

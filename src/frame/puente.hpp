@@ -35,7 +35,7 @@ auto puente(A... argumentos) noexcept {
     using resultado = decltype(Ancha(paso<A>(argumentos).get()...));
     if constexpr (std::is_same_v<resultado, wchar_t*>) {
         const cadena_w ancha = cadena_w::adopta(Ancha(paso<A>(argumentos).get()...));
-        return a_ansi(ancha.c_str()).suelta();
+        return utunicode_UNICODE_a_ANSI(ancha.c_str()).suelta();
     } else {
         return Ancha(paso<A>(argumentos).get()...);
     }

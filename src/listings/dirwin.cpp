@@ -200,7 +200,7 @@ bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entr
             if (i_pasa_filtro(nombre, vista_w(filtro))) {
                 return true;
             }
-        } else if (i_pasa_filtro(a_ansi(nombre).ver(), vista_a(filtro))) {
+        } else if (i_pasa_filtro(utunicode_UNICODE_a_ANSI(nombre).ver(), vista_a(filtro))) {
             return true;
         }
     }

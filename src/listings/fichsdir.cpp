@@ -62,7 +62,7 @@ void i_recorre_con_extension(const wchar_t* directorio, const char* extension, T
         if (i_es_directorio(e)) {
             return;
         }
-        cadena_a nombre = a_ansi(i_nombre_de_entrada(e));
+        cadena_a nombre = utunicode_UNICODE_a_ANSI(i_nombre_de_entrada(e));
         const partes_nombre partes = i_partes(nombre);
         if (i_misma_extension(a_vista(extension_de_registro(partes.extension).c_str()), a_vista(extension))) {
             toma(nombre, partes);
@@ -73,8 +73,7 @@ void i_recorre_con_extension(const wchar_t* directorio, const char* extension, T
 // Sorts, and keeps one of each.
 void i_ordena_sin_repetidos(AcadOrde& conjunto) {
     vector_interno<char*>& textos = conjunto.textos.textos;
-    ordena_estable(textos.data(), textos.size(),
-                   [](const char* a, const char* b) { return vista_a(a).compare(vista_a(b)); });
+    ordena_estable(textos.data(), textos.size(), widestr_fun_compara);
     std::size_t num = 0;
     for (std::size_t i = 0; i < textos.size(); ++i) {
         if (num > 0 && vista_a(textos[num - 1]) == vista_a(textos[i])) {
@@ -99,8 +98,7 @@ objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* si
                                     const interrupcion& corta) {
     auto lista = objeto<arr_cadena<C>>::crea();
     i_recorre_directorio(directorio, corta, i_toma_nombres<C>(*lista, sirve));
-    ordena_estable(lista->textos.data(), lista->num(),
-                   [](const C* a, const C* b) { return vista<C>(a).compare(vista<C>(b)); });
+    ordena_estable(lista->textos.data(), lista->num(), widestr_fun_compara);
     return lista;
 }
 

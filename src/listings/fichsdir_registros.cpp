@@ -38,7 +38,7 @@ void i_toma_ficheros(vector_interno<void*>& registros, const wchar_t* directorio
             return;
         }
         auto nuevo = registro<Fichsdir>(static_cast<Fichsdir*>(i_reserva(sizeof(Fichsdir))));
-        nuevo->nombre = a_ansi(i_nombre_de_entrada(e)).suelta();
+        nuevo->nombre = utunicode_UNICODE_a_ANSI(i_nombre_de_entrada(e)).suelta();
         nuevo->fecha = fechas.segundos_locales_desde_1970(e.ftLastWriteTime);
         nuevo->protegido = (e.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
         nuevo->ruta = cadena_w(ruta).suelta();

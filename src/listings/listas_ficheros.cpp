@@ -59,7 +59,7 @@ nombres_en_curso<C> i_nombres_de_lista(const C* patron, sirve_entrada* sirve,
                 nombres.anade(cadena_w(ancho));
             }
         } else {
-            cadena_a nombre = a_ansi(ancho);
+            cadena_a nombre = utunicode_UNICODE_a_ANSI(ancho);
             if (filtro.admite(nombre.ver())) {
                 nombres.anade(std::move(nombre));
             }
@@ -123,8 +123,7 @@ objeto<AcadOrdeU> i_ficheros_con_extension_de(const wchar_t* path_filtro, const 
     }
     // Sorted once instead of at each insertion: the outcome is the same.
     vector_interno<wchar_t*>& textos = encontrados->textos.textos;
-    ordena_estable(textos.data(), textos.size(),
-                   [](const wchar_t* a, const wchar_t* b) { return vista_w(a).compare(vista_w(b)); });
+    ordena_estable(textos.data(), textos.size(), widestr_fun_compara);
     return encontrados;
 }
 

@@ -15,7 +15,7 @@ namespace lumodir {
 
 // A drive and nothing behind it: to the system its current directory, to who joins a name to it the root.
 constexpr bool es_unidad_sola(vista_w ruta) noexcept {
-    return ruta.size() == 2 && es_letra(ruta[0]) && ruta[1] == L':';
+    return ruta.size() == 2 && lmstdc_isalpha(ruta[0]) && ruta[1] == L':';
 }
 
 // Up to the last separator of either kind, that one included; nothing when there is none. Neither trimmed nor

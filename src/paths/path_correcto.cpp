@@ -225,7 +225,7 @@ std::optional<veredicto> i_examina(vista<C> path, bool puede_ser_vacio,
     if (path.size() > lmlongpath_get_longitud_maxima_permitida_path()) {
         return son_unidades ? std::optional(i_falla(i_msg_374376_path_demasiado_largo)) : std::nullopt;
     }
-    const bool con_unidad = path.size() > 1 && path[1] == C(':') && es_letra(path[0]);
+    const bool con_unidad = path.size() > 1 && path[1] == C(':') && lmstdc_isalpha(path[0]);
     const examen_de_componentes<C> componentes(path, con_unidad ? 2 : 0);
     if (!son_unidades && !componentes.es_ascii()) {
         return std::nullopt;

@@ -16,7 +16,7 @@ void i_muestra_fichero_incorrecto(vista_w path) {
     i_muestra_mensaje(i_msg_53955_fichero_no_correcto, path);
 }
 void i_muestra_fichero_incorrecto(vista_a path) {
-    i_muestra_mensaje(i_msg_53955_fichero_no_correcto, a_utf16(path).ver());
+    i_muestra_mensaje(i_msg_53955_fichero_no_correcto, utunicode_ANSI_a_UNICODE(path).ver());
 }
 
 // Where the text first stands in another as characters of it; `npos` when nowhere.

@@ -10,8 +10,8 @@
 #include "companions/unicode.hpp"
 
 using namespace apoyo;
-using lumodir::a_utf16;
 using lumodir::escritura;
+using lumodir::utunicode_ANSI_a_UNICODE;
 using lumodir::vista_a;
 
 namespace {
@@ -23,7 +23,7 @@ std::vector<texto_a> caracteres_de(const texto_a& t) {
 }
 
 texto_w convertido(vista_a t) {
-    return texto_w(a_utf16(t).ver());
+    return texto_w(utunicode_ANSI_a_UNICODE(t).ver());
 }
 
 // Read in characters and converted one by one, and converted whole.

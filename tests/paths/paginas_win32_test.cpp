@@ -60,11 +60,12 @@ TEST(paginas_de_la_maquina, se_lee_como_convierte_el_sistema) {
             t.push_back(azar() % 3 == 0 ? "\\|/.aZ"[azar() % 6] : static_cast<char>(0x80 + azar() % 128));
         }
         texto_w de_uno_en_uno;
-        lumodir::por_caracteres(t, [&](vista_a c) { de_uno_en_uno += lumodir::a_utf16(c).ver(); });
+        lumodir::por_caracteres(
+            t, [&](vista_a c) { de_uno_en_uno += lumodir::utunicode_ANSI_a_UNICODE(c).ver(); });
         // Of ill-formed UTF-8 the system makes one U+FFFD or several, as it likes.
         if (lumodir::i_escritura() != lumodir::escritura::utf8 ||
             de_uno_en_uno.find(0xFFFD) == texto_w::npos) {
-            ASSERT_EQ(de_uno_en_uno, texto_w(lumodir::a_utf16(vista_a(t)).ver()))
+            ASSERT_EQ(de_uno_en_uno, texto_w(lumodir::utunicode_ANSI_a_UNICODE(vista_a(t)).ver()))
                 << testing::PrintToString(t);
         }
     }
