@@ -7,7 +7,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/ordena.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 template <class Lista>
@@ -103,9 +103,9 @@ void i_qsort(arr_cadena<C>* lista, int (*compara)(const C*, const C*), lugar don
 
 }  // namespace
 
-}  // namespace lumodir
+}  // namespace interno
 
-using namespace lumodir;
+using namespace interno;
 
 ArrCADENA* arr_CreaCADENA(unsigned long initial) {
     return i_crea<char>(initial, lugar::aqui());

@@ -19,7 +19,7 @@
 #include "paths/componentes.hpp"
 #include "paths/path_correcto.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "files/programa.hpp"
 #include "system/unidades.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 wchar_t* cdir_obtener_path_actual_UNICODE(void) {
     return i_path_actual().suelta();

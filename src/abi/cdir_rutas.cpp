@@ -10,7 +10,7 @@
 #include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 // ---- Validity
 

@@ -4,7 +4,7 @@
 #include "abi/frontera.hpp"
 #include "listings/dirwin.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

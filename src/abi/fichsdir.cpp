@@ -5,7 +5,7 @@
 #include "listings/fichsdir.hpp"
 #include "paths/rutas.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "companions/error_interno.hpp"
 #include "lumodir_base.h"
 
-namespace lumodir {
+namespace interno {
 
 constexpr unsigned short logico(bool valor) noexcept {
     return valor ? CIERTO : FALSO;
@@ -52,4 +52,4 @@ void destruye_texto(C** texto, bool opcional, lugar donde = lugar::aqui()) noexc
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -3,7 +3,7 @@
 
 #include "frame/avisos.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 void lumodir_establece_modo_servicio_sin_reintentos(void) {
     buclrein_establece_modo_servicio_sin_reintentos();

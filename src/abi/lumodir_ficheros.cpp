@@ -11,7 +11,7 @@
 #include "files/renombra_protege.hpp"
 #include "frame/puente.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

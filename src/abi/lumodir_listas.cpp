@@ -5,7 +5,7 @@
 #include "frame/puente.hpp"
 #include "listings/listas_arbol.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "files/programa.hpp"
 #include "frame/puente.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

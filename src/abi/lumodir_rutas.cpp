@@ -5,7 +5,7 @@
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "files/temporales.hpp"
 #include "paths/rutas.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 wchar_t* lumodir_dameDirectorioTemporal(void) {
     return i_directorio_temporal().suelta();

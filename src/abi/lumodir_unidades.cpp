@@ -5,7 +5,7 @@
 #include "frame/puente.hpp"
 #include "system/unidades.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 ArrPunteroConTipo* lumodir_UnidadesDelSistema(void) {
     return i_unidades_del_sistema(false).suelta();

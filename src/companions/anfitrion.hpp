@@ -13,7 +13,7 @@
 
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // What an operation asks on its way, when the host may be the one to answer; empty where nobody does.
 template <class R>
@@ -46,4 +46,4 @@ auto llama_al_anfitrion(Funcion funcion, Argumentos... argumentos) noexcept {
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -3,7 +3,7 @@
 
 #include "companions/unicode.hpp"
 
-namespace lumodir {
+namespace interno {
 
 objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista) {
     auto resultado = objeto<ArrCADENA>::crea();
@@ -14,4 +14,4 @@ objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_
     return resultado;
 }
 
-}  // namespace lumodir
+}  // namespace interno

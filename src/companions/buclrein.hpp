@@ -11,7 +11,7 @@
 #include "companions/buclrein.h"
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Of all loops from then on, and whom they ask.
 void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long espera_ms) noexcept;
@@ -64,4 +64,4 @@ bool i_insiste(bool informar, Intento intento, const unsigned long& codigo_error
         [&](BuclRein* bucle) { buclrein_set_mensaje_reintentar(bucle, haz_mensaje, codigo_error); }, donde);
 }
 
-}  // namespace lumodir
+}  // namespace interno

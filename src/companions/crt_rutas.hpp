@@ -9,7 +9,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 template <class C>
 struct trozos_de_ruta {
@@ -61,4 +61,4 @@ cadena<C> crt_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directori
                          falta_punto ? LITERAL(C, ".") : vista<C>(), extension});
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -8,7 +8,7 @@
 #include "companions/plataforma.hpp"
 #include "companions/unicode.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 ErrorInternoReceptor i_receptor = nullptr;
@@ -106,4 +106,4 @@ void i_establece_receptor(ErrorInternoReceptor receptor, void* contexto) noexcep
     i_contexto = contexto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -8,7 +8,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // From this length on Windows refuses directories (MAX_PATH less room for a short name).
@@ -352,4 +352,4 @@ std::optional<unsigned long long> i_tamanyo(const ruta_fijada& ruta, DWORD* erro
     return static_cast<unsigned long long>(datos.nFileSizeHigh) << 32 | datos.nFileSizeLow;
 }
 
-}  // namespace lumodir
+}  // namespace interno

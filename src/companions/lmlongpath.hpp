@@ -18,7 +18,7 @@
 #include "companions/limites.hpp"
 #include "companions/sistema.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // A path tied to its place: the text as the caller gave it, for messages, reports and results, and its full form, for
 // the system. An operation of several calls makes one and hands it to each; a call alone makes its own. The given
@@ -132,4 +132,4 @@ cadena_w lmlongpath_forma_literal(const wchar_t* ruta, lugar donde = lugar::aqui
 // that of a volume without a letter (`\\?\Volume{...}\x`) included, as it is.
 cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde = lugar::aqui());
 
-}  // namespace lumodir
+}  // namespace interno

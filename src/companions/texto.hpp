@@ -16,7 +16,7 @@
 #include <string_view>
 #include <type_traits>
 
-namespace lumodir {
+namespace interno {
 
 static_assert(sizeof(wchar_t) == 2, "wide text is UTF-16: build with 16-bit wchar_t (-fshort-wchar)");
 
@@ -109,7 +109,7 @@ constexpr vista<C> i_elige(vista_a a, vista_w w) noexcept {
         return a;
     }
 }
-#define LITERAL(C, texto) ::lumodir::i_elige<C>(texto, L##texto)
+#define LITERAL(C, texto) ::interno::i_elige<C>(texto, L##texto)
 
 template <class C>
 constexpr vista<C> a_vista(const C* texto) noexcept {
@@ -280,4 +280,4 @@ constexpr vista<C> extrae_token(vista<C> texto, std::size_t numero,
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

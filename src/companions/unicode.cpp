@@ -4,7 +4,7 @@
 #include "companions/caracteres.hpp"
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // Every code page of Windows holds ASCII as it is: the usual text needs no question to the system.
@@ -83,4 +83,4 @@ utf16_temporal::utf16_temporal(vista_a texto, lugar donde) {
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -8,7 +8,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 cadena_w utunicode_ANSI_a_UNICODE(vista_a texto, lugar donde = lugar::aqui());
 cadena_w utunicode_ANSI_a_UNICODE(const char* texto,
@@ -46,4 +46,4 @@ private:
     std::size_t longitud_ = 0;
 };
 
-}  // namespace lumodir
+}  // namespace interno

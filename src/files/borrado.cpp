@@ -11,7 +11,7 @@
 #include "frame/catalogo.hpp"
 #include "paths/rutas.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
@@ -143,4 +143,4 @@ bool i_borra_directorio_si_existe(const ruta_fijada& ruta, bool informar) {
            (!directorio.mira().falta() && i_insiste_con_directorio(directorio, informar, primero));
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 
 #include "files/objetivo.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // A file that is already gone counts as deleted. `texto_extra` (may be NULL) replaces the usual hint in the
 // message.
@@ -31,4 +31,4 @@ bool i_borra_directorio_si_existe(const ruta_fijada& directorio, bool informar);
 // One attempt, in silence.
 desenlace i_quita_directorio(objetivo& directorio);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -7,7 +7,7 @@
 #include "files/recorrido_borrado.hpp"
 #include "files/renombra_protege.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // Strict deletion of contents.
@@ -182,4 +182,4 @@ bool i_borra_en_una_pasada(const wchar_t* directorio, ArrCADENA_u* sin_borrar) {
     return i_pasada(raiz_de_recorrido(directorio), true, true, sin_borrar).raiz_quitada;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -12,7 +12,7 @@
 #include "companions/anfitrion.hpp"
 #include "companions/arr.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // How much of a strict deletion goes on; asked between entries, since another thread, or a callback, may stop it.
 enum class marcha { entera, sin_quitar_directorios, ninguna };
@@ -29,4 +29,4 @@ bool i_borra_en_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva
 // list is given.
 bool i_borra_en_una_pasada(const wchar_t* directorio, ArrCADENA_u* sin_borrar);
 
-}  // namespace lumodir
+}  // namespace interno

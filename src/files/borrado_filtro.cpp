@@ -5,7 +5,7 @@
 #include "listings/dirwin.hpp"
 #include "listings/recorrido.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // The matching files. They are collected before the first one goes: what a search shows while its directory shrinks
@@ -48,4 +48,4 @@ void i_borra_lo_que_encuentra(const wchar_t* filtro) {
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -6,8 +6,8 @@
 // Checked by tests/files/borrado_filtro_win32_test.cpp.
 #pragma once
 
-namespace lumodir {
+namespace interno {
 
 void i_borra_lo_que_encuentra(const wchar_t* filtro);
 
-}  // namespace lumodir
+}  // namespace interno

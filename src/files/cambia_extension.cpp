@@ -9,7 +9,7 @@
 #include "listings/listas_ficheros.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 vista_w i_sin_punto(vista_w extension) noexcept {
@@ -152,4 +152,4 @@ void i_cambia_extension(const wchar_t* dado, vista_w antigua, vista_w nueva) {
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

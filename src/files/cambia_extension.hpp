@@ -11,9 +11,9 @@
 
 #include "companions/texto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The extensions with or without their point.
 void i_cambia_extension(const wchar_t* directorio, vista_w antigua, vista_w nueva);
 
-}  // namespace lumodir
+}  // namespace interno

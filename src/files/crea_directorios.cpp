@@ -10,7 +10,7 @@
 #include "paths/path_correcto.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr vista_w separadores = L"\\/";
@@ -277,4 +277,4 @@ bool i_crea_directorios(const wchar_t* path, bool es_directorio, bool informa) n
     return i_sube(camino, informa);
 }
 
-}  // namespace lumodir
+}  // namespace interno

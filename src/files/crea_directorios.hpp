@@ -8,11 +8,11 @@
 // Checked by tests/files/crea_directorios_win32_test.cpp.
 #pragma once
 
-namespace lumodir {
+namespace interno {
 
 // `es_directorio`: the path names a directory; else a file, whose directory is wanted. `informa`: the retry loops ask
 // the user and a failure is shown at the end; else it works in silence, but for the warning about an incorrect path.
 // Answers whether every level exists at the end.
 bool i_crea_directorios(const wchar_t* path, bool es_directorio, bool informa) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

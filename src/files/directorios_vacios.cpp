@@ -12,7 +12,7 @@
 #include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // A component that the system resolves, or cuts to nothing ("..", "...", " "): it names another directory than the
@@ -255,4 +255,4 @@ void i_borra_directorios_vacios(const wchar_t* path_directorio, vista_w path_bas
     i_borra_mientras_esten_vacios(path_directorio, base);
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -10,9 +10,9 @@
 
 #include "companions/texto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // A base without data stands for the drive.
 void i_borra_directorios_vacios(const wchar_t* path_directorio, vista_w path_base_no_borrar);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -5,7 +5,7 @@
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 
-namespace lumodir {
+namespace interno {
 
 bool es_fichero_de_solo_lectura(const ruta_fijada& path) noexcept {
     return i_existencia(path).es_de_solo_lectura();
@@ -25,4 +25,4 @@ bool i_espera_directorio(const ruta_fijada& directorio) {
         [&] { return i_mensaje(i_msg_53963_esperando_acceso_a_directorio, {directorio.dada()}); });
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -10,7 +10,7 @@
 
 #include "companions/lmlongpath.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // An existing file, or directory, whose read-only mark is set.
 bool es_fichero_de_solo_lectura(const ruta_fijada& path) noexcept;
@@ -21,4 +21,4 @@ bool i_se_puede_leer(const ruta_fijada& fichero) noexcept;
 // Nothing in the directory is opened, and the user is not asked.
 bool i_espera_directorio(const ruta_fijada& directorio);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -11,7 +11,7 @@
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD acceso_de_prueba = GENERIC_READ | GENERIC_WRITE;
@@ -138,4 +138,4 @@ bool prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {
     return i_se_crea_una_sonda(de_sonda.c_str());
 }
 
-}  // namespace lumodir
+}  // namespace interno

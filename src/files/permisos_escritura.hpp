@@ -10,7 +10,7 @@
 
 #include "companions/lmlongpath.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // What a test found: a NULL string means that writing works.
 using motivo = cadena_w;
@@ -25,4 +25,4 @@ motivo i_prueba_escritura_junto_a(vista_w fichero);
 // Creates a probe file of this process in the directory, and deletes it; answers whether that can be done.
 bool prueba_escritura_en_directorio(const wchar_t* directorio) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

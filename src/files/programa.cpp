@@ -10,7 +10,7 @@
 #include "files/nombre_largo.hpp"
 #include "paths/rutas.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD LMLONGPATH_LUMO_MAX_PATH = lmlongpath_get_longitud_maxima_permitida_path();
@@ -82,4 +82,4 @@ objeto<ArrCADENA_u> i_busca_en_el_path(vista_w nombre, bool todos) noexcept {
     return encontrados;
 }
 
-}  // namespace lumodir
+}  // namespace interno

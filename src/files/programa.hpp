@@ -10,7 +10,7 @@
 
 #include "companions/arr.hpp"
 
-namespace lumodir {
+namespace interno {
 
 cadena_w i_path_del_programa() noexcept;
 
@@ -25,4 +25,4 @@ cadena_a i_path_actual_ansi() noexcept;
 // The paths of PATH where the name exists, or the first of them.
 objeto<ArrCADENA_u> i_busca_en_el_path(vista_w nombre, bool todos) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

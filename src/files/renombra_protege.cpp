@@ -6,7 +6,7 @@
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 
-namespace lumodir {
+namespace interno {
 
 bool i_cambia_proteccion(objetivo& fichero, int modo, bool informa) noexcept {
     i_comprueba_con(modo == modo_lectura || modo == modo_escritura, "mode == _S_IREAD || mode == _S_IWRITE",
@@ -40,4 +40,4 @@ void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWOR
         });
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -7,7 +7,7 @@
 
 #include "files/objetivo.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Makes a file read-only (`modo_lectura`) or writable (`modo_escritura`, both of lmlongpath.hpp), retried; the user
 // is asked where `informa` says so. Any other mode is reported and handed to the system all the same.
@@ -18,4 +18,4 @@ void i_desprotege_si_existe(const ruta_fijada& fichero) noexcept;
 // Renames, retried, the user being asked. `negativa`: the code for which the system is not asked to, if any.
 void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWORD negativa = ERROR_SUCCESS);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -17,7 +17,7 @@
 #include "paths/split_makepath.hpp"
 #include "system/lumoreg.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD sitio_directorio = MAX_PATH;  // units, terminator included
@@ -237,4 +237,4 @@ cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension) {
     return fichero_unico(directorio, extension).crea();
 }
 
-}  // namespace lumodir
+}  // namespace interno

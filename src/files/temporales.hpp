@@ -10,7 +10,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // In its long form, as the paths of the files in it.
 cadena_w i_directorio_temporal();
@@ -20,4 +20,4 @@ cadena_w i_crea_fichero_temporal_con_ext(vista_w ext);
 // In a directory that is given; the path begins with that.
 cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr long long sin_fecha = -1;  // what the readers of time values answer to a failure
@@ -188,4 +188,4 @@ bool i_asigna_valor_local(const wchar_t* fichero, long long valor) noexcept {
            i_asigna_fechas(fichero, nullptr, &modificacion, true);
 }
 
-}  // namespace lumodir
+}  // namespace interno

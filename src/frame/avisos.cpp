@@ -4,7 +4,7 @@
 #include "companions/lmaviso.hpp"
 #include "companions/msglocal.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 LumodirFncComprobarFichero i_func_fichero_abierto = nullptr;
@@ -43,4 +43,4 @@ LumodirFncComprobarFichero i_func_comprobar_fichero_no_esta_abierto() noexcept {
     return i_func_fichero_abierto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -10,7 +10,7 @@
 #include "companions/registro_mensaje.hpp"
 #include "lumodir_ajustes.h"
 
-namespace lumodir {
+namespace interno {
 
 // The message in the user's language, formatted with its arguments.
 cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {},
@@ -25,4 +25,4 @@ void i_muestra_texto(const wchar_t* texto) noexcept;
 void i_establece_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero func) noexcept;
 LumodirFncComprobarFichero i_func_comprobar_fichero_no_esta_abierto() noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -18,7 +18,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace lumodir {
+namespace interno {
 
 namespace {
 
@@ -1047,4 +1047,4 @@ LUMODIR_MENSAJES(I_CONSTRUCTOR)
 constexpr entrada_catalogo catalogo[num_mensajes_catalogo] = {LUMODIR_MENSAJES(I_ENTRADA)};
 #undef I_ENTRADA
 
-}  // namespace lumodir
+}  // namespace interno

@@ -16,7 +16,7 @@
 
 #include "companions/registro_mensaje.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The messages, by ascending id: builders, their declarations and the table are made from this list. The builder of
 // 53955_fichero_no_correcto is i_msg_53955_fichero_no_correcto.
@@ -66,4 +66,4 @@ constexpr std::size_t num_mensajes_catalogo = 0 LUMODIR_MENSAJES(I_UNO);
 #undef I_UNO
 extern const entrada_catalogo catalogo[num_mensajes_catalogo];
 
-}  // namespace lumodir
+}  // namespace interno

@@ -14,7 +14,7 @@
 #include "companions/unicode.hpp"
 #include "lumodir_base.h"
 
-namespace lumodir {
+namespace interno {
 
 template <class A>
 struct paso {
@@ -47,4 +47,4 @@ void puente_sin_resultado(A... argumentos) noexcept {
     static_cast<void>(Ancha(paso<A>(argumentos).get()...));
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -10,7 +10,7 @@
 #include "frame/puente.hpp"
 #include "listings/filtro.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // A text in lower case for the time of one comparison; file names need no block.
@@ -47,7 +47,7 @@ vista<C> i_texto_acotado(const C (&bufer)[N]) noexcept {
 template <class C>
 void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAW& ultima) noexcept {
     if constexpr (std::is_same_v<C, wchar_t>) {
-        lumodir::i_informa_de_final(codigo, i_texto_acotado(ultima.cFileName));
+        interno::i_informa_de_final(codigo, i_texto_acotado(ultima.cFileName));
     } else {
         const cadena_a texto = nousar_formatea("GetLastError() = %d", {static_cast<int>(codigo)});
         error_interno_msg("last_error == ERROR_NO_MORE_FILES", texto.ver());
@@ -323,4 +323,4 @@ bool i_siguiente(registro_dirwin<C>& dirwin, entrada<C>* destino) noexcept {
 template bool i_siguiente<char>(Dirwin&, WIN32_FIND_DATAA*) noexcept;
 template bool i_siguiente<wchar_t>(Dirwin_u&, WIN32_FIND_DATAW*) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -15,7 +15,7 @@
 #include "companions/lmlongpath.hpp"
 #include "dirwin.h"
 
-namespace lumodir {
+namespace interno {
 
 // What the exported next-entry operation of a flavour fills in.
 template <class C>
@@ -127,4 +127,4 @@ duenyo_dirwin<C> i_crea_dirwin(const C* patron);
 template <class C>
 bool i_siguiente(registro_dirwin<C>& dirwin, entrada<C>* destino) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 #include "paths/nomsfich.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 
 namespace {
 
@@ -167,4 +167,4 @@ objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension
     return conjunto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -16,7 +16,7 @@
 #include "fichsdir.h"
 #include "listings/dirwin.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Whether a listing ends before the entry that comes next.
 using interrupcion = consulta<bool>;
@@ -77,4 +77,4 @@ objeto<ArrPunteroConTipo> i_ficheros(const wchar_t* directorio, const interrupci
 objeto<ApunOrde> i_ficheros_ordenados();
 objeto<ApunOrde> i_ficheros_existentes_ordenados(const wchar_t* directorio);
 
-}  // namespace lumodir
+}  // namespace interno

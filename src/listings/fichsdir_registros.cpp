@@ -3,7 +3,7 @@
 #include "companions/reloj.hpp"
 #include "listings/fichsdir.hpp"
 
-namespace lumodir {
+namespace interno {
 
 bool i_comprueba_registro(const Fichsdir* fichsdir) noexcept {
     if (!i_comprueba(fichsdir != nullptr, "(fichsdir) != NULL")) {
@@ -69,4 +69,4 @@ objeto<ApunOrde> i_ficheros_existentes_ordenados(const wchar_t* directorio) {
     return conjunto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -4,7 +4,7 @@
 #include "listings/recorrido.hpp"
 #include "paths/componentes.hpp"
 
-namespace lumodir {
+namespace interno {
 
 arbol_de_listas::~arbol_de_listas() {
     for (ListaFicheros_u& lista : listas_) {
@@ -87,4 +87,4 @@ arbol_de_listas i_lista_arbol(vista_w dada, const filtro_extension& filtro, regi
     return arbol;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 
 #include "listings/listas_ficheros.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The records of a tree, until they are handed over.
 class arbol_de_listas {
@@ -34,4 +34,4 @@ enum class registros { con_ficheros, todos };
 
 arbol_de_listas i_lista_arbol(vista_w dada, const filtro_extension& filtro, registros cuales);
 
-}  // namespace lumodir
+}  // namespace interno

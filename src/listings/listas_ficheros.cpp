@@ -6,7 +6,7 @@
 #include "companions/unicode.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 template <class C>
@@ -135,4 +135,4 @@ bool i_hay_entrada(const wchar_t* directorio, sirve_entrada* sirve) {
     return enumerador<wchar_t>(patron.c_str()).siguiente(sirve) != nullptr;
 }
 
-}  // namespace lumodir
+}  // namespace interno

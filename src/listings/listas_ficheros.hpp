@@ -12,7 +12,7 @@
 #include "listings/dirwin.hpp"
 #include "listings/filtro_extension.hpp"
 
-namespace lumodir {
+namespace interno {
 
 template <class C>
 using lista_ficheros = std::conditional_t<std::is_same_v<C, wchar_t>, ListaFicheros_u, ListaFicheros>;
@@ -46,4 +46,4 @@ objeto<AcadOrdeU> i_ficheros_con_extension_de(const wchar_t* path_filtro, const 
 // Whether a directory has an entry that `sirve` takes.
 bool i_hay_entrada(const wchar_t* directorio, sirve_entrada* sirve);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -4,7 +4,7 @@
 #include "companions/ordena.hpp"
 #include "listings/dirwin.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // A link with a separator after it is followed by some systems. Only the root of a drive or of a volume keeps its own.
@@ -111,4 +111,4 @@ DWORD recorrido::borra_raiz() {
     return raiz.borra_raiz(raiz_.ruta());
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -4,7 +4,7 @@
 #include "companions/error_interno.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // The base name and the extension that it gives are parts of the path and outlive it; the drive and the
@@ -107,4 +107,4 @@ template cadena<wchar_t> i_ruta_y_nombre_fichero_sin_extension(vista<wchar_t>);
 template cadena<char> i_nombre_fichero_con_ext(vista<char>, vista<char>);
 template cadena<wchar_t> i_nombre_fichero_con_ext(vista<wchar_t>, vista<wchar_t>);
 
-}  // namespace lumodir
+}  // namespace interno

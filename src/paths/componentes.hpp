@@ -11,7 +11,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // A drive and nothing behind it: to the system its current directory, to who joins a name to it the root.
 constexpr bool es_unidad_sola(vista_w ruta) noexcept {
@@ -53,4 +53,4 @@ cadena<C> i_nombre_fichero_con_ext(vista<C> ruta, std::type_identity_t<vista<C>>
 // In place.
 void i_suprime_barra_final_si_hay(cadena_w& directorio) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -7,7 +7,7 @@
 #include "companions/limites.hpp"
 #include "paths/path_correcto.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr std::size_t longitud_maxima_convertible = 65535;  // the converters count in 16 bits
@@ -58,4 +58,4 @@ cadena_w i_extension_con_dolar(vista_w ext) {
     return concatena<wchar_t>({ext, L"$"});
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -6,7 +6,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Exactly as many characters as there is room for: those of the name, the invalid ones as "_", then blanks.
 template <class C>
@@ -20,4 +20,4 @@ cadena_w i_nombre_base_reparado(vista_w nombre);
 // The last character of four or more becomes "$", else one is added. A missing point is reported.
 cadena_w i_extension_con_dolar(vista_w ext);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 #include "companions/plataforma.hpp"
 #include "companions/unicode.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr vista_a caracteres_prohibidos = "<>:\"|\\/*?";
@@ -118,4 +118,4 @@ cadena_a i_nombre_base_de_path(vista_a path) {
     return cad_convertir_a_minusculas(nombre);
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -14,7 +14,7 @@
 #include "frame/catalogo.hpp"
 #include "paths/notas.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // The family's own names (the last three) are reserved like those of the system.
@@ -380,4 +380,4 @@ template path_juzgado<wchar_t> i_juzga(vista<wchar_t>);
 template path_juzgado<char> i_juzga_con_comodines(vista<char>);
 template path_juzgado<wchar_t> i_juzga_con_comodines(vista<wchar_t>);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -12,7 +12,7 @@
 #include "companions/crt_rutas.hpp"
 #include "companions/registro_mensaje.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // A character that no name may hold: a control character or one of \/:*"?<>|
 bool i_caracter_valido(wchar_t c) noexcept;
@@ -65,4 +65,4 @@ inline veredicto i_path_correcto_con_comodines(vista_a path) {
     return i_juzga_con_comodines(path).juicio;
 }
 
-}  // namespace lumodir
+}  // namespace interno

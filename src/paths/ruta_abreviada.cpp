@@ -7,7 +7,7 @@
 #include "paths/path_correcto.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr vista_w puntos = L"...";
@@ -149,4 +149,4 @@ cadena_w i_nombre_fichero_abreviado(vista_w nombre) {
     return i_forma_fija(division<wchar_t>(recortado, juicio.es_unc));
 }
 
-}  // namespace lumodir
+}  // namespace interno

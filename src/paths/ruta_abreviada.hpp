@@ -10,7 +10,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Towards `maximo` units.
 cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo);
@@ -18,4 +18,4 @@ cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo);
 // The fixed form, whatever the length.
 cadena_w i_nombre_fichero_abreviado(vista_w nombre);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -5,7 +5,7 @@
 #include "companions/plataforma.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 division<wchar_t> i_division_comprobada(vista_w path) {
@@ -67,4 +67,4 @@ objeto<ArrCADENA_u> i_directorios_del_path() {
     return lista;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 #include "paths/nombres_validos.hpp"
 #include "paths/path_correcto.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 void i_muestra_fichero_incorrecto(vista_w path) {
@@ -242,4 +242,4 @@ template cadena<wchar_t> i_makepath_con_comodines(const trozos_de_ruta<wchar_t>&
 template cadena<char> i_split_make_path(vista<char>, unsigned);
 template cadena<wchar_t> i_split_make_path(vista<wchar_t>, unsigned);
 
-}  // namespace lumodir
+}  // namespace interno

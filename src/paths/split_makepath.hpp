@@ -8,7 +8,7 @@
 
 #include "companions/crt_rutas.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The four pieces as views, into the path or into this object.
 template <class C>
@@ -64,4 +64,4 @@ cadena<C> i_makepath_con_comodines(const trozos_de_ruta<C>& piezas);
 template <class C>
 cadena<C> i_split_make_path(vista<C> path, unsigned mascara);
 
-}  // namespace lumodir
+}  // namespace interno

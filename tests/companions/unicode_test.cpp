@@ -7,7 +7,7 @@
 #include "modelos/caracteres.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 
@@ -94,9 +94,9 @@ TEST(unicode, null_da_null_y_vacio_da_vacio) {
     EXPECT_FALSE(utunicode_UNICODE_a_ANSI(L"").es_nula());
     EXPECT_EQ(utf16_temporal(nullptr).c_str(), nullptr);
     EXPECT_EQ(u8(utf16_temporal("").c_str()), "");
-    EXPECT_EQ(utf16_temporal(lumodir::vista_a()).c_str(), nullptr);
-    EXPECT_EQ(utf16_temporal(lumodir::vista_a()).ver().data(), nullptr);
-    EXPECT_NE(utf16_temporal(lumodir::vista_a("")).ver().data(), nullptr);
+    EXPECT_EQ(utf16_temporal(interno::vista_a()).c_str(), nullptr);
+    EXPECT_EQ(utf16_temporal(interno::vista_a()).ver().data(), nullptr);
+    EXPECT_NE(utf16_temporal(interno::vista_a("")).ver().data(), nullptr);
 }
 
 TEST(unicode, textos_de_cualquier_largo) {
@@ -112,7 +112,7 @@ TEST(unicode, textos_de_cualquier_largo) {
             EXPECT_EQ(u8(temporal.c_str()), esperado) << largo << letra;
             EXPECT_EQ(u8(temporal.ver()), esperado) << largo << letra;
             // A part of a text: what follows it is not read.
-            const utf16_temporal parte(lumodir::vista_a(bytes).substr(0, bytes.size() - 1));
+            const utf16_temporal parte(interno::vista_a(bytes).substr(0, bytes.size() - 1));
             EXPECT_EQ(u8(parte.c_str()), esperado.substr(0, esperado.size() - 1)) << largo << letra;
             const cadena_w ancho = utunicode_ANSI_a_UNICODE(bytes.c_str());
             EXPECT_EQ(ancho.size(), largo);

@@ -9,20 +9,20 @@
 #include "paths/path_correcto.hpp"
 
 using namespace apoyo;
-using lumodir::i_path_correcto;
-using lumodir::i_path_correcto_con_comodines;
-using lumodir::i_path_correcto_con_comodines_UNICODE;
-using lumodir::i_path_correcto_UNICODE;
+using interno::i_path_correcto;
+using interno::i_path_correcto_con_comodines;
+using interno::i_path_correcto_con_comodines_UNICODE;
+using interno::i_path_correcto_UNICODE;
 using modelos::prueba_en_bufer;
 
 namespace {
 
 // What the check notes for who cuts the path.
 template <class C>
-bool corta_como_el_crt(lumodir::vista<C> path) {
-    const lumodir::trozos_de_ruta<C> esperados = lumodir::crt_splitpath(path);
-    for (const lumodir::trozos_de_ruta<C>& trozos :
-         {lumodir::i_juzga(path).trozos, lumodir::i_juzga_con_comodines(path).trozos}) {
+bool corta_como_el_crt(interno::vista<C> path) {
+    const interno::trozos_de_ruta<C> esperados = interno::crt_splitpath(path);
+    for (const interno::trozos_de_ruta<C>& trozos :
+         {interno::i_juzga(path).trozos, interno::i_juzga_con_comodines(path).trozos}) {
         if (trozos.unidad != esperados.unidad || trozos.directorio != esperados.directorio ||
             trozos.nombre != esperados.nombre || trozos.extension != esperados.extension) {
             return false;
@@ -31,8 +31,8 @@ bool corta_como_el_crt(lumodir::vista<C> path) {
     return true;
 }
 
-lumodir::vista_w ver(const texto_w& texto) {
-    return lumodir::vista_w(texto);
+interno::vista_w ver(const texto_w& texto) {
+    return interno::vista_w(texto);
 }
 
 // The reasons that were met, so that a text generator gone lame is seen.
@@ -44,12 +44,12 @@ void compara_con_el_modelo(const std::string& texto, recuento& motivos) {
     const texto_w path = w(texto);
     const texto_w copia = path;
     const modelos::juicio entero = modelos::juzga(path);
-    const lumodir::veredicto juicio = i_path_correcto_UNICODE(ver(path));
+    const interno::veredicto juicio = i_path_correcto_UNICODE(ver(path));
     EXPECT_EQ(juicio.correcto, entero.motivo == 0);
     EXPECT_EQ(juicio.es_unc, entero.es_unc);
     EXPECT_EQ(juicio.motivo == nullptr, juicio.correcto);
     if (juicio.motivo != nullptr) {
-        EXPECT_EQ(u8(lumodir::i_texto_del_fallo(juicio, ver(path)).ver()),
+        EXPECT_EQ(u8(interno::i_texto_del_fallo(juicio, ver(path)).ver()),
                   modelos::texto_en_ingles(entero.motivo, u8(ver(entero.argumento))));
     }
     EXPECT_EQ(i_path_correcto_UNICODE(ver(path), true).correcto, entero.motivo == 0 || path.empty());
@@ -67,7 +67,7 @@ void compara_con_el_modelo(const std::string& texto, recuento& motivos) {
 
     const texto_w probado = modelos::sin_comodines(path);
     const modelos::juicio con_comodines = modelos::juzga(probado);
-    const lumodir::veredicto comodines = i_path_correcto_con_comodines_UNICODE(ver(path));
+    const interno::veredicto comodines = i_path_correcto_con_comodines_UNICODE(ver(path));
     EXPECT_EQ(comodines.correcto, con_comodines.motivo == 0);
     EXPECT_EQ(comodines.es_unc, con_comodines.es_unc);
 
@@ -87,13 +87,13 @@ void compara_las_dos_variantes(const std::string& texto) {
     const texto_a path_a = cp1252(texto);
     const texto_a copia = path_a;
     const modelos::juicio entero = modelos::juzga(path);
-    const lumodir::veredicto juicio = i_path_correcto(path_a);
+    const interno::veredicto juicio = i_path_correcto(path_a);
     EXPECT_EQ(juicio.correcto, entero.motivo == 0);
     EXPECT_EQ(juicio.es_unc, entero.es_unc);
-    EXPECT_TRUE(corta_como_el_crt(lumodir::vista_a(path_a)));
+    EXPECT_TRUE(corta_como_el_crt(interno::vista_a(path_a)));
     EXPECT_EQ(cdir_path_valido(path_a.c_str(), 0), modelos::juzga(modelos::recortado(path)).motivo == 0);
     const modelos::juicio con_comodines = modelos::juzga(modelos::sin_comodines(path));
-    const lumodir::veredicto comodines = i_path_correcto_con_comodines(path_a);
+    const interno::veredicto comodines = i_path_correcto_con_comodines(path_a);
     EXPECT_EQ(comodines.correcto, con_comodines.motivo == 0);
     EXPECT_EQ(comodines.es_unc, con_comodines.es_unc);
     EXPECT_EQ(cdir_nombre_base_valido(path_a.c_str()),

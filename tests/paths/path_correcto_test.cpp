@@ -9,15 +9,15 @@
 #include "paths/modelos.hpp"
 
 using namespace apoyo;
-using lumodir::i_path_correcto;
-using lumodir::i_path_correcto_con_comodines;
-using lumodir::i_path_correcto_con_comodines_UNICODE;
-using lumodir::i_path_correcto_UNICODE;
+using interno::i_path_correcto;
+using interno::i_path_correcto_con_comodines;
+using interno::i_path_correcto_con_comodines_UNICODE;
+using interno::i_path_correcto_UNICODE;
 
 namespace {
 
-lumodir::vista_w ver(const texto_w& texto) {
-    return lumodir::vista_w(texto);
+interno::vista_w ver(const texto_w& texto) {
+    return interno::vista_w(texto);
 }
 
 // ---- every rule
@@ -166,11 +166,11 @@ std::vector<std::string> avisos_de(const fila& f) {
 void comprueba_utf16(const fila& f) {
     const texto_w path = w(f.path);
     const unsigned short esperado = f.motivo == 0 ? 1 : 0;
-    const lumodir::veredicto juicio = i_path_correcto_UNICODE(ver(path));
+    const interno::veredicto juicio = i_path_correcto_UNICODE(ver(path));
     EXPECT_EQ(juicio.correcto, f.motivo == 0);
     EXPECT_EQ(juicio.es_unc, f.es_unc);
     ESPERA_AVISOS();
-    lumodir::i_muestra_fallo(juicio, ver(path));
+    interno::i_muestra_fallo(juicio, ver(path));
     EXPECT_EQ(toma_avisos(), avisos_de(f));
     ASSERT_EQ(juicio.motivo == nullptr, f.motivo == 0);
     EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 0), esperado);
@@ -193,11 +193,11 @@ void comprueba_utf16(const fila& f) {
 void comprueba_8_bits(const fila& f) {
     const texto_a path = cp1252(f.path);
     const unsigned short esperado = f.motivo == 0 ? 1 : 0;
-    const lumodir::veredicto juicio = i_path_correcto(lumodir::vista_a(path));
+    const interno::veredicto juicio = i_path_correcto(interno::vista_a(path));
     EXPECT_EQ(juicio.correcto, f.motivo == 0);
     EXPECT_EQ(juicio.es_unc, f.es_unc);
     ESPERA_AVISOS();
-    lumodir::i_muestra_fallo(juicio, lumodir::vista_a(path));
+    interno::i_muestra_fallo(juicio, interno::vista_a(path));
     EXPECT_EQ(toma_avisos(), avisos_de(f));
     EXPECT_EQ(cdir_path_valido(path.c_str(), 0), esperado);
     ESPERA_AVISOS();
@@ -220,11 +220,11 @@ TEST(path_correcto, cada_regla_da_su_mensaje_y_su_marca_de_red) {
 TEST(path_correcto, vacio_vale_solo_donde_puede_serlo) {
     for (const bool puede : {true, false}) {
         SCOPED_TRACE(puede);
-        for (const lumodir::veredicto& juicio :
+        for (const interno::veredicto& juicio :
              {i_path_correcto_UNICODE(L"", puede), i_path_correcto("", puede)}) {
             EXPECT_EQ(juicio.correcto, puede);
             EXPECT_FALSE(juicio.es_unc);
-            lumodir::i_muestra_fallo(juicio, lumodir::vista_w(L""));
+            interno::i_muestra_fallo(juicio, interno::vista_w(L""));
             EXPECT_EQ(toma_avisos().size(), puede ? 0u : 1u);
         }
     }
@@ -340,14 +340,14 @@ TEST(path_correcto, en_modo_servicio_no_se_muestra_nada_pero_el_texto_se_entrega
 }
 
 TEST(path_correcto, un_path_null_se_denuncia_y_no_es_correcto) {
-    for (const lumodir::veredicto& juicio :
+    for (const interno::veredicto& juicio :
          {i_path_correcto_UNICODE({}, true), i_path_correcto({}, true),
           i_path_correcto_con_comodines_UNICODE({}), i_path_correcto_con_comodines({})}) {
         EXPECT_FALSE(juicio.correcto);
         EXPECT_FALSE(juicio.es_unc);
         EXPECT_EQ(juicio.motivo, nullptr);
-        lumodir::i_muestra_fallo(juicio, lumodir::vista_w());
-        lumodir::i_muestra_fallo(juicio, lumodir::vista_a());
+        interno::i_muestra_fallo(juicio, interno::vista_w());
+        interno::i_muestra_fallo(juicio, interno::vista_a());
     }
     wchar_t aguja[] = L"";
     wchar_t* mensaje = aguja;
@@ -414,7 +414,7 @@ TEST(path_correcto, solo_un_nombre_o_una_extension_enteros_son_comodin) {
     };
     for (const fila_comodin& f : filas_comodin) {
         SCOPED_TRACE("[" + f.path + "]");
-        for (const lumodir::veredicto& juicio : {i_path_correcto_con_comodines_UNICODE(ver(w(f.path))),
+        for (const interno::veredicto& juicio : {i_path_correcto_con_comodines_UNICODE(ver(w(f.path))),
                                                  i_path_correcto_con_comodines(cp1252(f.path))}) {
             EXPECT_EQ(juicio.correcto, f.valido);
             EXPECT_EQ(juicio.es_unc, f.es_unc);
