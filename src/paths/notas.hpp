@@ -11,7 +11,7 @@
 #include "companions/bloques.hpp"
 #include "companions/texto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 using bits = std::uint64_t;
 
@@ -157,4 +157,4 @@ private:
     vista<C> texto_;
 };
 
-}  // namespace lumodir
+}  // namespace interno

@@ -6,18 +6,18 @@
 
 #include "apoyo/apoyo.hpp"
 
-using lumodir::bits;
-using lumodir::i_notas_llanas;
-using lumodir::notas_de_64;
-using lumodir::notas_de_vista;
-using lumodir::vista;
+using interno::bits;
+using interno::i_notas_llanas;
+using interno::notas_de_64;
+using interno::notas_de_vista;
+using interno::vista;
 
-namespace lumodir {
+namespace interno {
 bool operator==(const notas_de_64& a, const notas_de_64& b) {
     return a.separador == b.separador && a.punto == b.punto && a.blanco == b.blanco && a.raro == b.raro &&
            a.alto == b.alto;
 }
-}  // namespace lumodir
+}  // namespace interno
 
 namespace {
 
