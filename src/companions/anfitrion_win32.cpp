@@ -32,8 +32,8 @@ extern char lumodir_frontera_salida[];
 
 // Asked twice at most: while the system looks for a handler, and never again for a frame that it unwinds to. Used by the
 // lines in assembler alone, which an optimiser of the whole program does not read.
-[[gnu::used]] EXCEPTION_DISPOSITION lumodir_frontera_manejador(EXCEPTION_RECORD* excepcion, void* marco, CONTEXT*,
-                                                 DISPATCHER_CONTEXT* reparto) {
+[[gnu::used]] EXCEPTION_DISPOSITION lumodir_frontera_manejador(EXCEPTION_RECORD* excepcion, void* marco,
+                                                               CONTEXT*, DISPATCHER_CONTEXT* reparto) {
     constexpr DWORD se_deshace = 0x2 | 0x4;  // EXCEPTION_UNWINDING, EXCEPTION_EXIT_UNWIND
     if ((excepcion->ExceptionFlags & se_deshace) == 0 &&
         interno::i_acaba_en_la_frontera(excepcion->ExceptionCode)) {
