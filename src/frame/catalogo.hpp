@@ -13,6 +13,7 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 
 #include "companions/registro_mensaje.hpp"
 
@@ -61,8 +62,8 @@ struct entrada_catalogo {
     ConstructorMensaje construye;
 };
 
-#define I_UNO(mensaje) +1
-constexpr std::size_t num_mensajes_catalogo = 0 LUMODIR_MENSAJES(I_UNO);
+#define I_UNO(mensaje) 1,
+constexpr std::size_t num_mensajes_catalogo = std::initializer_list<int>{LUMODIR_MENSAJES(I_UNO)}.size();
 #undef I_UNO
 extern const entrada_catalogo catalogo[num_mensajes_catalogo];
 
