@@ -35,8 +35,8 @@ bool i_hay_nombres(const wchar_t* viejo, const wchar_t* nuevo) noexcept {
     return estan({{viejo, "(nombre_viejo) != NULL"}, {nuevo, "(nombre_nuevo) != NULL"}});
 }
 
-// An empty directory must never become the root. A bare drive is the current directory to the system and the root to
-// who reads it: nobody guesses.
+// An empty directory must never become the root. A bare drive means its current directory to the system and its root to
+// the reader: nobody guesses.
 bool i_es_borrable(const wchar_t* directorio) noexcept {
     return i_comprueba(directorio != nullptr, "(directorio) != NULL") &&
            i_comprueba(hay_texto(a_vista(directorio)), "widestr_longitud(directorio) > 0") &&

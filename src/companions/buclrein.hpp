@@ -13,7 +13,7 @@
 
 namespace interno {
 
-// Of all loops from then on, and whom they ask.
+// They hold for every loop that begins after the call.
 void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long espera_ms) noexcept;
 void i_establece_receptor(BuclreinReceptor receptor, void* contexto) noexcept;
 

@@ -374,9 +374,9 @@ unsigned long long directorio_abierto::i_numero_en_listado(vista_w nombre) {
     return 0;
 }
 
-// For what handles count otherwise than listings: opened so that nobody can rename it, it is what its name means, and
-// its entry, read once more, must have the number that it had. A system that follows links keeps nobody on the Unix side
-// from renaming, and counts alike: there it is something else.
+// Where a handle tells another number than the listing did: the child is opened so that nobody can rename it, so it is
+// what its name means, and its entry, read once more, must have the number that it had. A system that follows links
+// cannot keep a Unix program from renaming, but its numbers always agree: there another number means another thing.
 DWORD directorio_abierto::i_abre_retenida(const entrada_leida& cual, DWORD acceso, DWORD opciones,
                                           manija_fichero* abierta) {
     abierta->cierra();
@@ -498,7 +498,7 @@ cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) {
 
 // ---- Entries ----
 
-// Whether an open file lies in this directory under this name; of a system that does not follow links, it does.
+// Whether an open file lies in this directory under this name. Where links are not followed it always does.
 bool directorio_abierto::i_esta_donde_dice(HANDLE abierta, vista_w nombre) {
     if (!sistema.sigue_enlaces()) {
         return true;

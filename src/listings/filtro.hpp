@@ -66,7 +66,7 @@ constexpr nombre_partido<C> i_parte_nombre(vista<C> nombre) noexcept {
     return {nombre.substr(0, punto), nombre.substr(punto + 1)};
 }
 
-// A character by unit.
+// The filter, read unit by unit: each unit is one character.
 template <class C>
 constexpr bool i_cumple_filtro_por_unidades(vista<C> nombre_y_extension,
                                             vista<C> filtro_nombre_y_extension) noexcept {

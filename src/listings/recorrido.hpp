@@ -18,7 +18,7 @@ namespace interno {
 // What became of a directory that was to be entered.
 enum class llegada {
     leido,
-    a_medias,  // its reading ended before it did, which has been reported
+    a_medias,  // its reading stopped before its end, which has been reported
     cerrado,  // there, but it was not entered: a link, held by another program, another object than the one named
     falta
 };

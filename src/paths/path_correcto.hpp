@@ -45,8 +45,8 @@ cadena_w i_texto_del_fallo(const veredicto& juicio, vista_w path);
 void i_muestra_fallo(const veredicto& juicio, vista_w path);
 void i_muestra_fallo(const veredicto& juicio, vista_a path);
 
-// What who cuts a path asks of it: the verdict and its pieces, which the check has noted by the way. The path is none that
-// stands for NULL.
+// For those who cut a path: the verdict, and its pieces, which the check has noted on its way. The path must not stand for
+// NULL.
 template <class C>
 struct path_juzgado {
     veredicto juicio;
