@@ -13,8 +13,7 @@ namespace {
 // directory of a share may not.
 template <class C>
 division<C> i_division_con_comodines(vista<C> ruta) {
-    const path_comprobado<C> comprobado = i_comprueba_con_comodines(ruta);
-    return division<C>(comprobado.trozos, comprobado.es_unc);
+    return division<C>(i_comprueba_con_comodines(ruta));
 }
 
 // To the composer a view without data is a piece that was not given; the splitter's pieces all are.
@@ -68,12 +67,11 @@ vista<C> i_extension_fichero(vista<C> ruta) {
 }
 
 template <class C>
-nombre_en_piezas<C> i_nombre_en_piezas(vista<C> ruta) {
+vista<C> i_nombre_y_extension(vista<C> ruta) {
     if (!i_comprueba(ruta.data() != nullptr, "(nombre) != NULL")) {
         return {};
     }
-    const division<C> piezas = i_division_con_comodines(ruta);
-    return {piezas.nombre, piezas.extension};
+    return i_division_con_comodines(ruta).nombre_y_extension();
 }
 
 template <class C>
@@ -94,8 +92,8 @@ template vista<char> i_nombre_base_fichero(vista<char>);
 template vista<wchar_t> i_nombre_base_fichero(vista<wchar_t>);
 template vista<char> i_extension_fichero(vista<char>);
 template vista<wchar_t> i_extension_fichero(vista<wchar_t>);
-template nombre_en_piezas<char> i_nombre_en_piezas(vista<char>);
-template nombre_en_piezas<wchar_t> i_nombre_en_piezas(vista<wchar_t>);
+template vista<char> i_nombre_y_extension(vista<char>);
+template vista<wchar_t> i_nombre_y_extension(vista<wchar_t>);
 template cadena<char> i_nombre_fichero_con_ext(vista<char>, vista<char>);
 template cadena<wchar_t> i_nombre_fichero_con_ext(vista<wchar_t>, vista<wchar_t>);
 
@@ -104,12 +102,6 @@ namespace {
 template <class C>
 C* i_nueva(vista<C> texto) {
     return cadena<C>(texto).suelta();
-}
-
-template <class C>
-C* i_nombre_y_ext_nuevo(const C* nombre) {
-    const nombre_en_piezas<C> piezas = i_nombre_en_piezas(a_vista(nombre));
-    return concatena<C>({piezas.nombre, piezas.extension}).suelta();
 }
 
 template <class C>
@@ -171,11 +163,11 @@ char* cdir_extension_fichero(const char* ruta_completa) {
 }
 
 wchar_t* cdir_nombre_y_ext_fichero_UNICODE(const wchar_t* nombre) {
-    return i_nombre_y_ext_nuevo(nombre);
+    return i_nueva(i_nombre_y_extension(a_vista(nombre)));
 }
 
 char* cdir_nombre_y_ext_fichero(const char* nombre) {
-    return i_nombre_y_ext_nuevo(nombre);
+    return i_nueva(i_nombre_y_extension(a_vista(nombre)));
 }
 
 wchar_t* cdir_nombre_de_fichero_suprimiendo_path_UNICODE(const wchar_t* nombre) {

@@ -40,14 +40,9 @@ vista<C> i_nombre_base_fichero(vista<C> ruta);
 template <class C>
 vista<C> i_extension_fichero(vista<C> ruta);
 
-// The two pieces of the name, each with what the splitter leaves of it; the extension keeps its point.
+// What the splitter leaves of the name, with its extension.
 template <class C>
-struct nombre_en_piezas {
-    vista<C> nombre;
-    vista<C> extension;
-};
-template <class C>
-nombre_en_piezas<C> i_nombre_en_piezas(vista<C> ruta);
+vista<C> i_nombre_y_extension(vista<C> ruta);
 
 // The path with another extension, with or without its point; a view without data means none.
 template <class C>
@@ -60,8 +55,8 @@ extern template vista<char> i_nombre_base_fichero(vista<char>);
 extern template vista<wchar_t> i_nombre_base_fichero(vista<wchar_t>);
 extern template vista<char> i_extension_fichero(vista<char>);
 extern template vista<wchar_t> i_extension_fichero(vista<wchar_t>);
-extern template nombre_en_piezas<char> i_nombre_en_piezas(vista<char>);
-extern template nombre_en_piezas<wchar_t> i_nombre_en_piezas(vista<wchar_t>);
+extern template vista<char> i_nombre_y_extension(vista<char>);
+extern template vista<wchar_t> i_nombre_y_extension(vista<wchar_t>);
 extern template cadena<char> i_nombre_fichero_con_ext(vista<char>, vista<char>);
 extern template cadena<wchar_t> i_nombre_fichero_con_ext(vista<wchar_t>, vista<wchar_t>);
 

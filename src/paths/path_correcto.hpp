@@ -31,13 +31,16 @@ unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_va
 unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
                                unsigned short* es_unc);
 
-// What who cuts a path asks of it: whether it is correct, whether it is a network path, and its pieces, which the check
-// has noted by the way. The path is none that stands for NULL.
+// What who cuts a path asks of it: whether it is correct, whether it is a network path, and where its pieces begin,
+// which the check has noted by the way. The path is none that stands for NULL.
 template <class C>
 struct path_juzgado {
+    vista<C> path;
     bool correcto = false;
     bool es_unc = false;
-    trozos_de_ruta<C> trozos;
+    cortes_de_ruta cortes;
+
+    trozos_de_ruta<C> trozos() const noexcept { return i_trozos(path, cortes); }
 };
 template <class C>
 path_juzgado<C> i_juzga(vista<C> path);

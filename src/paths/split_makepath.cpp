@@ -72,21 +72,6 @@ std::size_t i_longitud_de_recurso(vista<C> directorio) noexcept {
 
 }  // namespace
 
-template <class C>
-division<C>::division(const trozos_de_ruta<C>& trozos, bool es_unc, lugar donde)
-    : unidad(trozos.unidad),
-      directorio(trozos.directorio),
-      nombre(trozos.nombre),
-      extension(trozos.extension) {
-    if (nombre.empty() && !extension.empty()) {
-        nombre = extension;
-        extension = {};
-    }
-    if (es_unc) {
-        i_toma_unidad_unc(donde);
-    }
-}
-
 // The drive of a UNC path is "\\server\share". The wide flavour does without a share, the 8-bit one reports it
 // and keeps the separator before it.
 template <class C>
@@ -130,28 +115,38 @@ void division<C>::i_toma_unidad_unc(lugar donde) {
 template class division<char>;
 template class division<wchar_t>;
 
+namespace {
+
 template <class C>
-path_comprobado<C> i_comprueba_fichero(vista<C> path, lugar donde) {
-    if (!i_comprueba(path.data() != nullptr, "(path) != NULL", donde)) {
-        return {path, false, {}};
-    }
-    const vista<C> recortado = recorta_derecha(path);
-    const path_juzgado<C> juzgado = i_juzga(recortado);
+path_juzgado<C> i_juzga_y_muestra(vista<C> path) {
+    path_juzgado<C> juzgado = i_juzga(path);
     if (!juzgado.correcto) {
-        i_muestra_fichero_incorrecto(recortado);
+        i_muestra_fichero_incorrecto(path);
     }
-    return {recortado, juzgado.es_unc, juzgado.trozos};
+    return juzgado;
 }
 
 template <class C>
-path_comprobado<C> i_comprueba_con_comodines(vista<C> path, lugar donde) {
-    if (!i_comprueba(path.data() != nullptr, "(path) != NULL", donde)) {
-        return {path, false, {}};
-    }
-    const vista<C> recortado = recorta_derecha(path);
-    const path_juzgado<C> juzgado = i_juzga_con_comodines(recortado);
-    i_comprueba_con(juzgado.correcto, "pathCorrecto == CIERTO", recortado, donde);
-    return {recortado, juzgado.es_unc, juzgado.trozos};
+path_juzgado<C> i_juzga_e_informa(vista<C> path, lugar donde) {
+    path_juzgado<C> juzgado = i_juzga_con_comodines(path);
+    i_comprueba_con(juzgado.correcto, "pathCorrecto == CIERTO", path, donde);
+    return juzgado;
+}
+
+}  // namespace
+
+template <class C>
+path_juzgado<C> i_comprueba_fichero(vista<C> path, lugar donde) {
+    return i_comprueba(path.data() != nullptr, "(path) != NULL", donde)
+               ? i_juzga_y_muestra(recorta_derecha(path))
+               : path_juzgado<C>();
+}
+
+template <class C>
+path_juzgado<C> i_comprueba_con_comodines(vista<C> path, lugar donde) {
+    return i_comprueba(path.data() != nullptr, "(path) != NULL", donde)
+               ? i_juzga_e_informa(recorta_derecha(path), donde)
+               : path_juzgado<C>();
 }
 
 template <class C>
@@ -182,10 +177,10 @@ cadena<C> i_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
                         donde);
 }
 
-template path_comprobado<char> i_comprueba_fichero(vista<char>, lugar);
-template path_comprobado<wchar_t> i_comprueba_fichero(vista<wchar_t>, lugar);
-template path_comprobado<char> i_comprueba_con_comodines(vista<char>, lugar);
-template path_comprobado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>, lugar);
+template path_juzgado<char> i_comprueba_fichero(vista<char>, lugar);
+template path_juzgado<wchar_t> i_comprueba_fichero(vista<wchar_t>, lugar);
+template path_juzgado<char> i_comprueba_con_comodines(vista<char>, lugar);
+template path_juzgado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>, lugar);
 template cadena<char> i_makepath(vista<char>, vista<char>, vista<char>, vista<char>, lugar);
 template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, lugar);
 
@@ -193,22 +188,15 @@ namespace {
 
 // Hands out the wanted pieces as new strings.
 template <class C>
-void i_entrega(const path_comprobado<C>& comprobado, C** unidad, C** directorio, C** nombre, C** extension,
+void i_entrega(const path_juzgado<C>& comprobado, C** unidad, C** directorio, C** nombre, C** extension,
                lugar donde) {
-    const division<C> piezas(comprobado.trozos, comprobado.es_unc, donde);
+    const division<C> piezas(comprobado, donde);
     const bool junta = nombre != nullptr && extension != nullptr && piezas.extension_es_del_nombre();
-    if (unidad != nullptr) {
-        *unidad = cadena<C>(piezas.unidad, donde).suelta();
-    }
-    if (directorio != nullptr) {
-        *directorio = cadena<C>(piezas.directorio, donde).suelta();
-    }
-    if (nombre != nullptr) {
-        *nombre = concatena<C>({piezas.nombre, junta ? piezas.extension : vista<C>()}, donde).suelta();
-    }
-    if (extension != nullptr) {
-        *extension = cadena<C>(junta ? vista<C>() : piezas.extension, donde).suelta();
-    }
+    entrega_copias<C>({{unidad, piezas.unidad},
+                       {directorio, piezas.directorio},
+                       {nombre, junta ? piezas.nombre_y_extension() : piezas.nombre},
+                       {extension, junta ? vista<C>() : piezas.extension}},
+                      donde);
 }
 
 enum mascara_piezas : unsigned short {
@@ -220,16 +208,15 @@ enum mascara_piezas : unsigned short {
 
 template <class C>
 cadena<C> i_split_make_path(const C* path, unsigned short mascara, lugar donde) {
-    const path_comprobado<C> comprobado = i_comprueba_fichero(a_vista(path), donde);
-    const division<C> piezas(comprobado.trozos, comprobado.es_unc, donde);
+    const path_juzgado<C> comprobado = i_comprueba_fichero(a_vista(path), donde);
+    const division<C> piezas(comprobado, donde);
     const bool junta = piezas.extension_es_del_nombre();
-    const cadena<C> nombre = concatena<C>({piezas.nombre, junta ? piezas.extension : vista<C>()}, donde);
     // A piece that is kept counts as given even when it is empty.
     const auto pieza = [&](unsigned short bit, vista<C> texto) {
         return (mascara & bit) == 0 ? vista<C>() : texto.data() == nullptr ? LITERAL(C, "") : texto;
     };
     return i_makepath<C>(pieza(con_unidad, piezas.unidad), pieza(con_directorio, piezas.directorio),
-                         pieza(con_nombre, nombre.ver()),
+                         pieza(con_nombre, junta ? piezas.nombre_y_extension() : piezas.nombre),
                          pieza(con_extension, junta ? vista<C>() : piezas.extension), donde);
 }
 

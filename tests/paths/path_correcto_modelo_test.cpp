@@ -22,7 +22,7 @@ template <class C>
 bool corta_como_el_crt(lumodir::vista<C> path) {
     const lumodir::trozos_de_ruta<C> esperados = lumodir::crt_splitpath(path);
     for (const lumodir::trozos_de_ruta<C>& trozos :
-         {lumodir::i_juzga(path).trozos, lumodir::i_juzga_con_comodines(path).trozos}) {
+         {lumodir::i_juzga(path).trozos(), lumodir::i_juzga_con_comodines(path).trozos()}) {
         if (trozos.unidad != esperados.unidad || trozos.directorio != esperados.directorio ||
             trozos.nombre != esperados.nombre || trozos.extension != esperados.extension) {
             return false;
