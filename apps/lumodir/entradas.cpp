@@ -12,7 +12,7 @@ struct atributo {
     wchar_t letra;
     std::string_view nombre;
 };
-constexpr atributo atributos[] = {
+constexpr atributo marcas[] = {
     {FILE_ATTRIBUTE_READONLY, L'r', "read_only"},
     {FILE_ATTRIBUTE_HIDDEN, L'h', "hidden"},
     {FILE_ATTRIBUTE_SYSTEM, L's', "system"},
@@ -35,7 +35,7 @@ std::wstring nombre_de(const entrada& e) {
 
 std::wstring letras_de_atributos(const entrada& e) {
     std::wstring letras(1, e.es_enlace ? L'l' : e.es_directorio ? L'd' : L'-');
-    for (const atributo& a : atributos) {
+    for (const atributo& a : marcas) {
         letras += (e.atributos & a.bit) != 0 ? a.letra : L'-';
     }
     return letras;
@@ -47,7 +47,7 @@ std::string_view clase_de(const entrada& e) {
 
 json json_de(const entrada& e, const std::wstring& nombre, std::string_view clave) {
     json lista = json::lista();
-    for (const atributo& a : atributos) {
+    for (const atributo& a : marcas) {
         if ((e.atributos & a.bit) != 0) {
             lista.agrega(a.nombre);
         }

@@ -416,7 +416,7 @@ constexpr ejemplo ejemplos_rmtree[] = {
      .que_hace = "in a script, while a virus scanner holds some files"},
 };
 
-constexpr orden ordenes[] = {
+constexpr orden tabla_borrado[] = {
     {.nombre = "rm",
      .argumentos = "FILE...",
      .resumen = "delete files; asks first",
@@ -446,6 +446,6 @@ constexpr orden ordenes[] = {
 
 }  // namespace
 
-const std::span<const orden> ordenes_borrado = ordenes;
+const std::span<const orden> ordenes_borrado = tabla_borrado;
 
 }  // namespace mando

@@ -504,7 +504,7 @@ constexpr ejemplo ejemplos_du[] = {
     {.linea = R"(du C:\data\*)", .que_hace = "one line for each"},
 };
 
-constexpr orden ordenes[] = {
+constexpr orden tabla_busqueda[] = {
     {.nombre = "find",
      .argumentos = "[PATTERN] [DIR...]",
      .resumen = "find files and directories by name, size or date",
@@ -528,6 +528,6 @@ constexpr orden ordenes[] = {
 
 }  // namespace
 
-const std::span<const orden> ordenes_busqueda = ordenes;
+const std::span<const orden> ordenes_busqueda = tabla_busqueda;
 
 }  // namespace mando

@@ -674,7 +674,7 @@ constexpr ejemplo ejemplos_who[] = {
     {.linea = R"(who C:\data\report.txt)", .que_hace = "the programs that have it open"},
 };
 
-constexpr orden ordenes[] = {
+constexpr orden tabla_ficheros[] = {
     {.nombre = "exists",
      .argumentos = "PATH...",
      .resumen = "tell whether files or directories exist",
@@ -778,6 +778,6 @@ constexpr orden ordenes[] = {
 
 }  // namespace
 
-const std::span<const orden> ordenes_ficheros = ordenes;
+const std::span<const orden> ordenes_ficheros = tabla_ficheros;
 
 }  // namespace mando

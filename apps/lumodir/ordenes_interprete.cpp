@@ -98,7 +98,7 @@ constexpr ejemplo ejemplos_completion[] = {
      .que_hace = "load it in PowerShell, now and from its profile"},
 };
 
-constexpr orden ordenes[] = {
+constexpr orden tabla_interprete[] = {
     {.nombre = "completion",
      .argumentos = "SHELL",
      .resumen = "complete commands and options with the Tab key",
@@ -111,6 +111,6 @@ constexpr orden ordenes[] = {
 
 }  // namespace
 
-const std::span<const orden> ordenes_interprete = ordenes;
+const std::span<const orden> ordenes_interprete = tabla_interprete;
 
 }  // namespace mando

@@ -568,7 +568,7 @@ constexpr ejemplo ejemplos_sets[] = {
     {.linea = R"(sets C:\windows --by-date)", .que_hace = "what changed last"},
 };
 
-constexpr orden ordenes[] = {
+constexpr orden tabla_listados[] = {
     {.nombre = "ls",
      .argumentos = "[DIR | FILE | PATTERN]",
      .resumen = "the files and directories of a directory",
@@ -602,6 +602,6 @@ constexpr orden ordenes[] = {
 
 }  // namespace
 
-const std::span<const orden> ordenes_listados = ordenes;
+const std::span<const orden> ordenes_listados = tabla_listados;
 
 }  // namespace mando

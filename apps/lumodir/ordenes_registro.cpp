@@ -76,7 +76,7 @@ std::vector<std::wstring> i_subclaves(const clave& c, std::optional<vista> cual)
     return subclaves.vector();
 }
 
-int i_ls(peticion& p) {
+int i_ls_clave(peticion& p) {
     const clave c = i_clave(p.argumentos[0]);
     const auto cual = i_vista(p);
     i_exige(c, cual);
@@ -242,7 +242,7 @@ int i_rm_valor(peticion& p, const clave& c) {
     });
 }
 
-int i_rm(peticion& p) {
+int i_rm_clave(peticion& p) {
     const clave c = i_clave(p.argumentos[0]);
     i_exige(c, std::nullopt);
     return p.argumentos.size() == 2 ? i_rm_valor(p, c) : i_rm_clave(p, c);
@@ -257,10 +257,10 @@ constexpr opcion opciones_set[] = {
     {.nombre = "view", .valor = "V", .ayuda = "in the 32-bit or the 64-bit view (32, 64)"},
     opcion_en_seco,
 };
-constexpr opcion opciones_rm[] = {
+constexpr opcion opciones_rm_clave[] = {
     opcion_en_seco,
 };
-constexpr ejemplo ejemplos_ls[] = {
+constexpr ejemplo ejemplos_ls_clave[] = {
     {.linea = R"(reg ls "HKCU\Control Panel")", .que_hace = "subkeys and string values"},
 };
 constexpr ejemplo ejemplos_get[] = {
@@ -271,12 +271,12 @@ constexpr ejemplo ejemplos_set[] = {
     {.linea = R"(reg set HKCU\Software\Mine Size 12 --dword)", .que_hace = "a number"},
     {.linea = R"(reg set HKCU\Software\Mine\Deep)", .que_hace = "the key alone"},
 };
-constexpr ejemplo ejemplos_rm[] = {
+constexpr ejemplo ejemplos_rm_clave[] = {
     {.linea = R"(reg rm HKCU\Software\Mine Colour)", .que_hace = "one value"},
     {.linea = R"(reg rm HKCU\Software\Mine)", .que_hace = "the key with everything below it"},
 };
 
-constexpr orden ordenes[] = {
+constexpr orden tabla_registro[] = {
     {.nombre = "reg ls",
      .argumentos = "KEY",
      .resumen = "subkeys and string values of a registry key",
@@ -284,8 +284,8 @@ constexpr orden ordenes[] = {
      .minimo = 1,
      .maximo = 1,
      .opciones = opciones_leer,
-     .ejemplos = ejemplos_ls,
-     .ejecuta = i_ls},
+     .ejemplos = ejemplos_ls_clave,
+     .ejecuta = i_ls_clave},
     {.nombre = "reg get",
      .argumentos = "KEY NAME",
      .resumen = "a value as a string",
@@ -310,13 +310,13 @@ constexpr orden ordenes[] = {
      .detalle = "Root keys and the keys directly below them are refused.",
      .minimo = 1,
      .maximo = 2,
-     .opciones = opciones_rm,
-     .ejemplos = ejemplos_rm,
-     .ejecuta = i_rm},
+     .opciones = opciones_rm_clave,
+     .ejemplos = ejemplos_rm_clave,
+     .ejecuta = i_rm_clave},
 };
 
 }  // namespace
 
-const std::span<const orden> ordenes_registro = ordenes;
+const std::span<const orden> ordenes_registro = tabla_registro;
 
 }  // namespace mando

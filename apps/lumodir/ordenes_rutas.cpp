@@ -277,7 +277,7 @@ constexpr ejemplo ejemplos_repair[] = {
     {.linea = R"(repair "Sales: May/June?")", .que_hace = "Sales_ May_June_"},
 };
 
-constexpr orden ordenes[] = {
+constexpr orden tabla_rutas[] = {
     {.nombre = "check",
      .argumentos = "PATH...",
      .resumen = "tell whether paths are valid, and why not",
@@ -358,6 +358,6 @@ constexpr orden ordenes[] = {
 
 }  // namespace
 
-const std::span<const orden> ordenes_rutas = ordenes;
+const std::span<const orden> ordenes_rutas = tabla_rutas;
 
 }  // namespace mando

@@ -344,7 +344,7 @@ constexpr ejemplo ejemplos_about[] = {
     {.linea = "about --json", .que_hace = "for a bug report"},
 };
 
-constexpr orden ordenes[] = {
+constexpr orden tabla_sistema[] = {
     {.nombre = "tmp",
      .argumentos = "[--ext E] [--in DIR]",
      .resumen = "create an empty file with a new name",
@@ -407,6 +407,6 @@ constexpr orden ordenes[] = {
 
 }  // namespace
 
-const std::span<const orden> ordenes_sistema = ordenes;
+const std::span<const orden> ordenes_sistema = tabla_sistema;
 
 }  // namespace mando

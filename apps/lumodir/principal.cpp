@@ -183,12 +183,16 @@ int i_principal() {
 }  // namespace mando
 
 int main() {
-    int codigo_de_salida = mando::i_principal();
-    if (mando::interrumpido()) {
-        codigo_de_salida = mando::acabado_por_control_c;
+    try {
+        int codigo_de_salida = mando::i_principal();
+        if (mando::interrumpido()) {
+            codigo_de_salida = mando::acabado_por_control_c;
+        }
+        mando::progreso().borra();
+        mando::salida().cierra();
+        mando::errores().cierra();
+        return codigo_de_salida;
+    } catch (...) {
+        return mando::no;  // no memory left even to say so
     }
-    mando::progreso().borra();
-    mando::salida().cierra();
-    mando::errores().cierra();
-    return codigo_de_salida;
 }

@@ -140,6 +140,14 @@ vista_w i_sin_punto_final(vista_w nombre) noexcept {
     return nombre.substr(0, nombre.size() - (acaba_en(nombre, L".") ? 1 : 0));
 }
 
+// An open directory as it stands in the names of what it holds: what the system tells, and the end that it cuts from
+// the path by which the directory was opened.
+cadena_w i_nombre_de_padre(HANDLE abierto, vista_w ruta, trato_con_volumen& trato) {
+    const vista_w dado = i_sin_separadores_finales(ruta);
+    const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
+    return concatena<wchar_t>({i_nombre_verdadero(abierto, trato), final_cortado});
+}
+
 cadena_w i_une(vista_w directorio, vista_w nombre) {
     return concatena<wchar_t>({i_sin_separadores_finales(directorio), L"\\", i_sin_punto_final(nombre)});
 }
@@ -190,11 +198,55 @@ DWORD i_marca_para_borrar(HANDLE abierta, trato_con_volumen& trato) {
                : i_ultimo_error();
 }
 
+// Whether what a path opened is what bears its last name. A system that follows links opens something else: only the
+// name under which it holds what is open tells. `verdadero`: that name, as it stands in the names of what it holds (a
+// root, which no directory holds, leaves it alone). Two directories whose names differ by one point at the end are one.
+bool i_es_lo_nombrado(HANDLE abierto, const ruta_fijada& ruta, trato_con_volumen& trato,
+                      cadena_w* verdadero) {
+    const cadena_w forma = lmlongpath_forma_completa(ruta);
+    if (i_es_raiz_de_volumen(forma)) {
+        return true;
+    }
+    const cadena_w completa(i_sin_separadores_finales(forma));
+    WIN32_FIND_DATAW entrada;
+    if (!lmlongpath_FindFirstFileW(completa.c_str(), &entrada, true).valida()) {
+        return false;
+    }
+    const cadena_w de_arriba(completa.ver().substr(0, completa.ver().rfind(L'\\') + 1));
+    const manija_fichero padre =
+        lmlongpath_CreateFileW(de_arriba.c_str(), FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr,
+                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr, nullptr);
+    if ((entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !padre.valida()) {
+        return false;
+    }
+    const cadena_w de_arriba_verdadero = i_nombre_de_padre(padre.get(), de_arriba, trato);
+    const vista_w nombre = a_vista(&entrada.cFileName[0]);
+    *verdadero = i_une(de_arriba_verdadero, nombre);
+    return i_es_nombre_de(i_nombre_verdadero(abierto, trato), de_arriba_verdadero, nombre);
+}
+
 }  // namespace
 
 unsigned char* trato_con_volumen::bufer() {
     palabras_.reserva_sitio(bytes_de_lectura / sizeof(unsigned long long));
     return reinterpret_cast<unsigned char*>(palabras_.data());
+}
+
+DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta) {
+    if (!sistema.sigue_enlaces()) {
+        return ERROR_SUCCESS;
+    }
+    const sin_dialogos callado;
+    DWORD codigo = ERROR_SUCCESS;
+    const manija_fichero abierto = lmlongpath_CreateFileW(
+        ruta, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr, OPEN_EXISTING,
+        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, &codigo);
+    if (!abierto.valida()) {
+        return codigo;
+    }
+    trato_con_volumen trato;
+    cadena_w verdadero;
+    return i_es_lo_nombrado(abierto.get(), ruta, trato, &verdadero) ? ERROR_SUCCESS : ERROR_CANT_ACCESS_FILE;
 }
 
 // ---- Opening ----
@@ -233,38 +285,15 @@ DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato
         return codigo;
     }
     numero_ = i_numero(manija_.get());
-    if (!i_es_directorio_sin_enlace(manija_.get()) || (!sigue && !i_es_raiz_sin_enlace(raiz))) {
+    if (!i_es_directorio_sin_enlace(manija_.get()) || (!sigue && !i_es_raiz_sin_enlace())) {
         manija_.cierra();
         return ERROR_CANT_ACCESS_FILE;
     }
     return ERROR_SUCCESS;
 }
 
-// A system that follows links opens another directory than the one that its path names: only the name under which it
-// holds what is open tells.
-bool directorio_abierto::i_es_raiz_sin_enlace(const ruta_fijada& raiz) {
-    if (!sistema.sigue_enlaces()) {
-        return true;
-    }
-    const cadena_w completa = lmlongpath_forma_completa(raiz);
-    if (i_es_raiz_de_volumen(completa)) {
-        return true;  // no directory holds it
-    }
-    WIN32_FIND_DATAW entrada;
-    if (!lmlongpath_FindFirstFileW(raiz, &entrada, true).valida()) {
-        return false;
-    }
-    const cadena_w de_arriba(completa.ver().substr(0, completa.ver().rfind(L'\\') + 1));
-    const manija_fichero padre =
-        lmlongpath_CreateFileW(de_arriba.c_str(), FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr,
-                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr, nullptr);
-    if ((entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !padre.valida()) {
-        return false;
-    }
-    const cadena_w de_arriba_verdadero(i_nombre_verdadero(padre.get(), *trato_));
-    const vista_w nombre = a_vista(&entrada.cFileName[0]);
-    nombre_verdadero_ = i_une(de_arriba_verdadero, nombre);
-    return i_es_nombre_de(i_nombre_verdadero(manija_.get(), *trato_), de_arriba_verdadero, nombre);
+bool directorio_abierto::i_es_raiz_sin_enlace() {
+    return !sistema.sigue_enlaces() || i_es_lo_nombrado(manija_.get(), *raiz_, *trato_, &nombre_verdadero_);
 }
 
 // Where this directory really lies. The system tells it without the blanks and points at the end of its own name, but
@@ -282,10 +311,8 @@ vista_w directorio_abierto::i_lugar_verdadero() {
         if (actual.padre_ != nullptr) {
             actual.nombre_verdadero_ = i_une(actual.padre_->nombre_verdadero_, actual.nombre_);
         } else {
-            const vista_w dado = i_sin_separadores_finales(a_vista(actual.raiz_->c_str()));
-            const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
             actual.nombre_verdadero_ =
-                concatena<wchar_t>({i_nombre_verdadero(actual.manija_.get(), *trato_), final_cortado});
+                i_nombre_de_padre(actual.manija_.get(), a_vista(actual.raiz_->c_str()), *trato_);
         }
     }
     return nombre_verdadero_;

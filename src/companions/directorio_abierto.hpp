@@ -54,6 +54,11 @@ inline unsigned long long i_numero(HANDLE abierta) noexcept {
     return sistema.numero_de_fichero(abierta, &numero) ? numero : 0;
 }
 
+// Whoever deletes or renames by this path acts on what bears its name (ERROR_SUCCESS); or why not: it cannot be opened,
+// or a system that follows links (Wine) would act on what a link leads to, for all one knows (ERROR_CANT_ACCESS_FILE).
+// Where links are not followed nothing is asked.
+DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta);
+
 inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
     while (acaba_en_separador(ruta)) {
         ruta.remove_suffix(1);
@@ -129,7 +134,7 @@ private:
     vista_w i_lugar_verdadero();
     bool i_esta_donde_dice(HANDLE abierta, vista_w nombre);
     bool i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual);
-    bool i_es_raiz_sin_enlace(const ruta_fijada& raiz);
+    bool i_es_raiz_sin_enlace();
     DWORD i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso, manija_fichero* abierta) const;
     unsigned long long i_numero_en_listado(vista_w nombre);
 

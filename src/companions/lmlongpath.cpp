@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
 
@@ -134,9 +135,18 @@ BOOL i_con_codigo(BOOL bien, DWORD* error_out) noexcept {
     return bien;
 }
 
+// Whether the system would act on what the path names; where not, the thread's code says why.
+bool i_alcanza_lo_nombrado(const ruta_fijada& ruta) noexcept {
+    const DWORD codigo = i_codigo_si_lleva_a_otro_sitio(ruta);
+    if (codigo != ERROR_SUCCESS) {
+        ::SetLastError(codigo);
+    }
+    return codigo == ERROR_SUCCESS;
+}
+
 BOOL i_mueve(const ruta_fijada& origen, const ruta_fijada& destino, DWORD indicadores) noexcept {
     const sin_dialogos callado;
-    return sistema.MoveFileExW(origen.c_str(), destino.c_str(), indicadores);
+    return i_alcanza_lo_nombrado(origen) && sistema.MoveFileExW(origen.c_str(), destino.c_str(), indicadores);
 }
 
 }  // namespace
@@ -261,7 +271,7 @@ manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWO
 
 BOOL lmlongpath_DeleteFileW(const ruta_fijada& ruta, DWORD* error_out) noexcept {
     const sin_dialogos callado;
-    return i_con_codigo(sistema.DeleteFileW(ruta.c_str()), error_out);
+    return i_con_codigo(i_alcanza_lo_nombrado(ruta) && sistema.DeleteFileW(ruta.c_str()), error_out);
 }
 
 BOOL lmlongpath_CreateDirectoryW(const ruta_fijada& ruta, SECURITY_ATTRIBUTES* seguridad,
@@ -272,7 +282,7 @@ BOOL lmlongpath_CreateDirectoryW(const ruta_fijada& ruta, SECURITY_ATTRIBUTES* s
 
 BOOL lmlongpath_RemoveDirectoryW(const ruta_fijada& ruta, DWORD* error_out) noexcept {
     const sin_dialogos callado;
-    return i_con_codigo(sistema.RemoveDirectoryW(ruta.c_str()), error_out);
+    return i_con_codigo(i_alcanza_lo_nombrado(ruta) && sistema.RemoveDirectoryW(ruta.c_str()), error_out);
 }
 
 BOOL lmlongpath_RenameFileW(const ruta_fijada& antigua, const ruta_fijada& nueva, DWORD* error_out) noexcept {

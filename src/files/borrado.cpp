@@ -46,7 +46,8 @@ unsigned short i_insiste(desenlace ultimo, unsigned short informar, Intenta inte
 // What follows a first attempt that failed.
 unsigned short i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, unsigned short informar,
                                      desenlace ultimo) {
-    if (fichero.mira().es_de_solo_lectura()) {
+    // The mark of what cannot be reached is that of something else.
+    if (ultimo.codigo != ERROR_CANT_ACCESS_FILE && fichero.mira().es_de_solo_lectura()) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
         ultimo = fichero.borra();
     }

@@ -4,10 +4,11 @@
 // stays the root, and no extension leads anywhere else. A file in the way of the new name is deleted first, on
 // purpose: one whose entry bears exactly that name, letter case aside. Not the source itself by another spelling, nor
 // a file that only answers to the name (by its short name, or with a blank or point at the end cut off). Nothing is
-// deleted for a source that is not there.
+// deleted for a source that is not there, and nothing happens to links that the system would follow (Wine).
 // Cannot promise: one step for both: a renaming that fails after the deletion leaves the old file alone there.
 // Checked by tests/files/cambia_extension_win32_test.cpp.
 #include "cdir.h"
+#include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/sin_dialogos.hpp"
@@ -101,16 +102,30 @@ public:
         if (leido_ == nombre_antiguo_.ver()) {
             return;  // the same name by another spelling
         }
-        const bool es_nombre = !leido_.empty() && leido_.find_first_of(L"\\/:") == vista_w::npos;
-        if (es_nombre && i_hay_que_borrar()) {
+        const DWORD negativa = i_negativa();
+        if (negativa == ERROR_SUCCESS && i_hay_que_borrar()) {
             i_borra_fichero(destino_, nullptr, CIERTO);
         }
-        i_renombra_fichero(origen_, destino_, es_nombre);
+        i_renombra_fichero(origen_, destino_, negativa);
     }
 
 private:
     static cadena_w i_compone(vista_w nombre, vista_w extension) {
         return i_makepath<wchar_t>({}, {}, division<wchar_t>(nombre, false).nombre, extension);
+    }
+    // Why nothing is done: before anything has been deleted for it.
+    DWORD i_negativa() const {
+        if (leido_.empty() || leido_.find_first_of(L"\\/:") != vista_w::npos) {
+            return ERROR_INVALID_NAME;
+        }
+        const DWORD de_origen = i_codigo_si_lleva_a_otro_sitio(origen_);
+        if (de_origen != ERROR_SUCCESS && !i_dice_que_falta(de_origen)) {
+            return de_origen;
+        }
+        // Of the name that is to be free any other code may pass.
+        return i_codigo_si_lleva_a_otro_sitio(destino_) == ERROR_CANT_ACCESS_FILE
+                   ? DWORD{ERROR_CANT_ACCESS_FILE}
+                   : DWORD{ERROR_SUCCESS};
     }
     bool i_hay_que_borrar() const noexcept {
         return leido_.size() == nombre_nuevo_.size() && !i_mismo_nombre(leido_, nombre_antiguo_) &&

@@ -201,12 +201,22 @@ std::size_t i_niveles_existentes(escalera& camino) noexcept {
 }
 
 // Whatever the code of the failure, the level may be there: made by somebody who was quicker, or a root or a share
-// that refuses the creation of what it has.
+// that refuses the creation of what it has. And a system may say that it made what no directory will be (the name of
+// a device).
 bool i_crea_o_existe(const ruta_fijada& ruta, bool es_el_ultimo, DWORD* codigo) noexcept {
-    if (lmlongpath_CreateDirectoryW(ruta, nullptr, codigo)) {
+    const bool creado = lmlongpath_CreateDirectoryW(ruta, nullptr, codigo) != FALSE;
+    if (creado && !es_el_ultimo) {
         return true;
     }
-    return i_vale(i_existencia(ruta), es_el_ultimo) || (!es_el_ultimo && *codigo == ERROR_ALREADY_EXISTS);
+    const existencia que_hay = i_existencia(ruta);
+    if (i_vale(que_hay, es_el_ultimo)) {
+        return true;
+    }
+    if (!creado) {
+        return !es_el_ultimo && *codigo == ERROR_ALREADY_EXISTS;
+    }
+    *codigo = que_hay.hay() ? DWORD{ERROR_DIRECTORY} : que_hay.codigo;
+    return que_hay.cual == existencia::estado::no_se_sabe;
 }
 
 // `se_sabe_que_falta`: the first attempt need not ask.

@@ -88,6 +88,7 @@ void i_olvida_nombre_largo() noexcept {
 }
 
 DWORD i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept {
+    const sin_dialogos callado;  // both look at the drive
     return i_elegida.load()(corto, largo, sitio);
 }
 
@@ -95,7 +96,6 @@ DWORD WINAPI i_nombre_largo_del_escritorio(const wchar_t* corto, wchar_t* largo,
     if (corto == nullptr) {
         return i_falla(ERROR_INVALID_PARAMETER);
     }
-    const sin_dialogos callado;
     if (lmlongpath_GetFileAttributesW(corto) == INVALID_FILE_ATTRIBUTES) {
         return 0;
     }

@@ -108,12 +108,18 @@ bool i_se_crea_una_sonda(const ruta_fijada& directorio) {
     return i_prueba_escritura(sonda.c_str()).es_nula();
 }
 
+// What leads back out of a directory does not want that directory made: the system's form has it no longer.
+cadena_w i_sin_retrocesos(const ruta_fijada& directorio) {
+    const vista_w forma(directorio.c_str());
+    return forma.find(L"..") == vista_w::npos ? cadena_w(forma) : lmlongpath_forma_completa(directorio);
+}
+
 // `mostrado`: as messages show it. Its separator is part of the place: without it the root would be another.
-motivo i_prueba_en_directorio(vista_w directorio, vista_w mostrado) {
+motivo i_prueba_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
-    const ruta_fijada fijado(de_sonda.c_str());
-    // No directory at all needs no creation.
-    if (!directorio.empty() && i_crea_directorios(fijado.c_str(), CIERTO, FALSO) != CIERTO) {
+    const cadena_w forma = i_sin_retrocesos(de_sonda.c_str());
+    const ruta_fijada fijado(forma.c_str());
+    if (se_crea && i_crea_directorios(fijado.c_str(), CIERTO, FALSO) != CIERTO) {
         return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {mostrado});
     }
     if (!i_se_crea_una_sonda(fijado)) {
@@ -163,17 +169,24 @@ unsigned short cdir_se_puede_escribir_en_directorio(const wchar_t* directorio, w
     if (!i_path_valido(directorio, motivo_out)) {
         return FALSO;
     }
-    return i_entrega(i_prueba_en_directorio(a_vista(directorio), a_vista(directorio)), motivo_out);
+    return i_entrega(i_prueba_en_directorio(a_vista(directorio), a_vista(directorio), true), motivo_out);
 }
 
 unsigned short cdir_se_puede_escribir_fichero_en_directorio(const wchar_t* fichero, wchar_t** motivo_out) {
     if (!i_path_valido(fichero, motivo_out)) {
         return FALSO;
     }
-    const vista_w directorio = i_directorio_de_fichero(a_vista(fichero));
+    const vista_w path = a_vista(fichero);
+    const vista_w directorio = i_directorio_de_fichero(path);
     cadena_w mostrado(directorio);
     i_suprime_barra_final_si_hay(mostrado);
-    return i_entrega(i_prueba_en_directorio(directorio, mostrado.ver()), motivo_out);
+    // What is called ".." lies in the directory above that.
+    const bool es_retroceso = path.substr(directorio.size()) == L"..";
+    const cadena_w de_retroceso = concatena<wchar_t>({path, L"\\.."});
+    // No directory at all needs no creation; that of a drive is not the process's.
+    const vista_w actual = path.substr(0, path.size() >= 2 && path[1] == L':' ? 2 : 0);
+    const vista_w donde = es_retroceso ? de_retroceso.ver() : directorio.empty() ? actual : directorio;
+    return i_entrega(i_prueba_en_directorio(donde, mostrado.ver(), !directorio.empty()), motivo_out);
 }
 
 unsigned short lumodir_tiene_permiso_escritura_fichero_UNICODE(const wchar_t* fichero) {

@@ -43,11 +43,10 @@ desenlace raiz_de_arbol::borra() {
         codigo = arbol_.borra_raiz();
         return {codigo == ERROR_SUCCESS, codigo};
     }
-    // A link goes itself; where the system would follow it, it stays.
-    if (como_ == llegada::falta || sistema.sigue_enlaces() ||
-        i_se_recorta(vista_w(arbol_.raiz().ruta().dada()))) {
+    if (como_ == llegada::falta || i_se_recorta(vista_w(arbol_.raiz().ruta().dada()))) {
         return {false, arbol_.codigo()};
     }
+    // A link goes itself.
     const bool hecho = lmlongpath_RemoveDirectoryW(arbol_.raiz().ruta(), &codigo) != FALSE;
     return {hecho, codigo};
 }

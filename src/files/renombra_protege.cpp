@@ -42,9 +42,11 @@ unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo, unsigne
     return i_cambia_proteccion(fichero, modo, informa);
 }
 
-void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, bool es_nombre) {
-    DWORD codigo = ERROR_INVALID_NAME;
-    const auto intento = [&] { return es_nombre && lmlongpath_RenameFileW(viejo, nuevo, &codigo); };
+void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWORD negativa) {
+    DWORD codigo = negativa;
+    const auto intento = [&] {
+        return negativa == ERROR_SUCCESS && lmlongpath_RenameFileW(viejo, nuevo, &codigo);
+    };
     const auto al_fallar = [&](BuclRein* bucle) {
         buclrein_set_mensaje_reintentar(
             bucle,

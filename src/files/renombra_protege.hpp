@@ -15,8 +15,7 @@ namespace lumodir {
 unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short informa) noexcept;
 unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo, unsigned short informa) noexcept;
 
-// Renames, retried, the user being asked. `es_nombre` false: the new name is one that no file can bear, and the system
-// is not given it.
-void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, bool es_nombre = true);
+// Renames, retried, the user being asked. `negativa`: the code for which the system is not asked to, if any.
+void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWORD negativa = ERROR_SUCCESS);
 
 }  // namespace lumodir

@@ -225,7 +225,10 @@ unsigned short i_hay_entrada(const wchar_t* path, Sirve sirve) {
     if (!i_comprueba(path != nullptr, "(path) != NULL")) {
         return FALSO;
     }
-    const cadena_w patron = concatena<wchar_t>({vista_w(path), L"\\*"});
+    // A second separator behind a lone one would make a share of the root.
+    const vista_w directorio(path);
+    const bool es_raiz = directorio.size() == 1 && es_separador(directorio.front());
+    const cadena_w patron = concatena<wchar_t>({directorio, es_raiz ? L"*" : L"\\*"});
     enumerador<wchar_t> entradas(patron.c_str());
     while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
         if (sirve(*e)) {

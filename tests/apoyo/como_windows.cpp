@@ -563,8 +563,13 @@ BOOL WINAPI quita_directorio(const wchar_t* ruta) {
     if (ruta != nullptr && hay_marcados() && actual->marcados.count(clave_de_ruta(ruta)) != 0) {
         return niega(ERROR_ACCESS_DENIED);
     }
-    if (ruta != nullptr && actual->escenario.enlaces_por_si_mismos && es_enlace_a_directorio(ruta)) {
-        return quita_enlace(ruta) ? TRUE : niega(ERROR_ACCESS_DENIED);
+    texto_w limpia = ruta == nullptr ? texto_w() : ruta;
+    while (!limpia.empty() && (limpia.back() == L'\\' || limpia.back() == L'/')) {
+        limpia.pop_back();
+    }
+    if (actual->escenario.enlaces_por_si_mismos && !limpia.empty() &&
+        es_enlace_a_directorio(limpia.c_str())) {
+        return quita_enlace(limpia) ? TRUE : niega(ERROR_ACCESS_DENIED);
     }
     return debajo.RemoveDirectoryW(ruta);
 }

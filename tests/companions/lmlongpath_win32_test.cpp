@@ -408,6 +408,7 @@ TEST(lmlongpath, los_indicadores_de_renombrar_mover_y_buscar) {
             indicadores = i;
             return INVALID_HANDLE_VALUE;
         });
+    const sustituye<BOOL(WINAPI*)()> sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
     EXPECT_TRUE(lmlongpath_RenameFileW(L"C:\\a", L"C:\\b", nullptr));
     EXPECT_EQ(indicadores, DWORD{MOVEFILE_COPY_ALLOWED});  // to another volume too, never over another file
     EXPECT_TRUE(lmlongpath_MoveFileW(L"C:\\a", L"C:\\b", 0));

@@ -64,18 +64,11 @@ bool nada_de_directorios(reglas& r, const argumentos& a) {
     const hallazgo h = r.v.busca(*a[0]);
     return h.codigo != 0 || (!h.cosa->es_directorio && !h.entrada->enlace);
 }
-// A tree that can be walked from its root as the text names it: no link that is named outright, not the drive itself,
-// and, since Wine tells the names of directories without the points and blanks at their ends, not right below such a one.
+// A tree that can be walked from its root as the text names it: no link that is named outright, not the drive itself.
 bool arbol_con_raiz(reglas& r, const argumentos& a) {
     const hallazgo h = r.v.busca(*a[0]);
-    const lugar l = r.v.lee(*a[0]);
-    const bool bajo_raro = l.nombres.size() > 1 && generador::es_raro(l.nombres[l.nombres.size() - 2]);
-    return h.codigo != 0 || (h.padre != nullptr && !h.entrada->enlace && !bajo_raro &&
-                             (h.cosa->es_directorio || !h.cosa->sujeto));
-}
-// Resolving ".." in what is created is of its own kind: see the row of the creation.
-bool sin_retrocesos(reglas&, const argumentos& a) {
-    return a[0]->find(L"nada") == texto_w::npos;
+    return h.codigo != 0 ||
+           (h.padre != nullptr && !h.entrada->enlace && (h.cosa->es_directorio || !h.cosa->sujeto));
 }
 bool ningun_enlace(reglas& r, const argumentos& a) {
     const hallazgo h = r.v.busca(*a[0]);
@@ -593,7 +586,7 @@ const std::vector<fila>& todas_las_filas() {
          const std::string si = si_o_no(r.se_puede_escribir_en(*a[0], true, motivo));
          return si + " " + motivo;
      },
-     sin_retrocesos},
+     nullptr},
     {"cdir_se_puede_escribir_fichero_en_directorio", 8,
      [](generador& g) -> argumentos { return {g.fichero(que_pasan_la_prueba | con_rodeos)}; },
      con_texto<cdir_se_puede_escribir_fichero_en_directorio>, nullptr,
@@ -602,7 +595,7 @@ const std::vector<fila>& todas_las_filas() {
          const std::string si = si_o_no(r.se_puede_escribir_en(*a[0], false, motivo));
          return si + " " + motivo;
      },
-     sin_retrocesos},
+     nullptr},
     {"cdir_tiene_permiso_escritura_fichero", 5, un_fichero, simple<lumodir_tiene_permiso_escritura_fichero_UNICODE>,
      simple<cdir_tiene_permiso_escritura_fichero>,
      [](reglas& r, const argumentos& a, const std::string&) {

@@ -1,6 +1,7 @@
 #include "estado/pareja.hpp"
 
 #include <cstring>
+#include <string_view>
 #include <thread>
 
 namespace estado {
@@ -8,6 +9,8 @@ namespace estado {
 using namespace apoyo;
 
 namespace {
+
+constexpr const char* creacion = "cdir_crea_directorios_si_es_posible";
 
 // Operations that a directory sees as one step, and that tell the host nothing. What takes several steps by its rules
 // (creating several levels, deleting a tree, listing, and everything that opens a file that the other may want to
@@ -18,7 +21,7 @@ const char* const de_un_paso[] = {"cdir_existe_fichero",
                                   "cdir_se_borra_directorio",
                                   "cdir_renombra_fichero_si_es_posible",
                                   "cdir_mueve_fichero",
-                                  "cdir_crea_directorios_si_es_posible",
+                                  creacion,
                                   "cdir_tiene_permiso_escritura_fichero"};
 
 const fila* la_fila(const std::string& nombre) {
@@ -30,6 +33,12 @@ const fila* la_fila(const std::string& nombre) {
     return nullptr;
 }
 
+// No links are about: asking whether one was named would open files in the other's way.
+struct sin_preguntar_por_enlaces {
+    const sustituye<BOOL(WINAPI*)()> sustituida{lumodir::sistema.sigue_enlaces,
+                                                []() WINAPI { return BOOL{FALSE}; }};
+};
+
 // Few names, so that both want the same.
 std::vector<paso> unos_pasos(azar& z) {
     static const std::vector<texto_w> nombres = {L"Q:\\a", L"Q:\\b",           L"Q:\\d",
@@ -38,7 +47,7 @@ std::vector<paso> unos_pasos(azar& z) {
     std::vector<paso> pasos;
     for (std::size_t n = 2 + z.menor_que(3); n > 0; --n) {
         paso p = {la_fila(de_un_paso[z.menor_que(std::size(de_un_paso))])};
-        const bool es_creacion = std::strcmp(p.f->nombre, "cdir_crea_directorios_si_es_posible") == 0;
+        const bool es_creacion = p.f->nombre == std::string_view(creacion);
         p.a.push_back(es_creacion || z.uno_de_cada(2) ? z.elige(nombres) : z.elige(dentro));
         if (std::strstr(p.f->nombre, "renombra") != nullptr || std::strstr(p.f->nombre, "mueve") != nullptr) {
             p.a.push_back(z.elige(dentro));
@@ -80,6 +89,7 @@ void espera_al_otro(mesa& m) {
 }
 
 const papel papel_pareja("estado_pareja", [] {
+    const sin_preguntar_por_enlaces callado;
     const DWORD pid = static_cast<DWORD>(std::stoul(u8(hijo_dato())));
     const HANDLE padre = ::OpenProcess(SYNCHRONIZE, FALSE, pid);
     const HANDLE memoria = ::OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, nombre_de(pid, "mesa").c_str());
@@ -139,7 +149,8 @@ struct lado {
 };
 
 // Deleting, moving and removing take two steps: they open what bears the name now, and then that goes or moves, also
-// if the other has given it another name meanwhile.
+// if the other has given it another name meanwhile. So does creating a directory: the system makes it and holds it for
+// a moment, in which nobody can move or remove it.
 bool toma_dos_pasos(const std::string& nombre) {
     return nombre == "cdir_borra_fichero_con_comprobacion" || nombre == "cdir_se_borra_directorio" ||
            nombre == "cdir_renombra_fichero_si_es_posible" || nombre == "cdir_mueve_fichero";
@@ -158,11 +169,18 @@ std::pair<nodo*, nodo*> con_numero(nodo& padre, unsigned numero) {
 }
 // The second step: what is answered; nothing where the system answers in either way.
 std::optional<std::string> acaba(reglas& r, const paso& p, unsigned numero) {
+    if (p.f->nombre == std::string_view(creacion)) {
+        return "1";
+    }
     const auto [padre, n] = con_numero(r.v.cima, numero);
     if (n == nullptr) {
         return {};
     }
     const std::string nombre = p.f->nombre;
+    if (n->se_ira_al_cerrar && nombre != "cdir_borra_fichero_con_comprobacion") {
+        padre->hijos.erase(pliega(n->nombre));
+        return "0";
+    }
     if (nombre == "cdir_borra_fichero_con_comprobacion") {
         return r.v.borra(*padre, *n) == 0 ? "1" : "0";
     }
@@ -185,6 +203,12 @@ std::optional<std::string> acaba(reglas& r, const paso& p, unsigned numero) {
     padre->hijos.erase(pliega(n->nombre));
     destino->anade(std::move(movido));
     return "1";
+}
+// The number by which a thing is found again, whatever its name is by then.
+unsigned numera(nodo& cosa) {
+    static unsigned numeros = 0;
+    cosa.numero = cosa.numero == 0 ? ++numeros : cosa.numero;
+    return cosa.numero;
 }
 bool explica(campo& c, const reglas& r, lado a, lado b) {
     if (a.hechos == a.pasos.size() && b.hechos == b.pasos.size()) {
@@ -216,8 +240,15 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
             // And it takes a name away when the last one who has it open is through; until then it is deleted again.
             const bool lo_tiene_el_otro =
                 otro.abierta == lo_suyo && real == "1" && std::strstr(p.f->nombre, "borra") != nullptr;
-            if ((se_ha_movido || lo_tiene_el_otro) && explica(c, sin_efecto, x, y)) {
+            if (se_ha_movido && explica(c, sin_efecto, x, y)) {
                 return true;
+            }
+            if (lo_tiene_el_otro && abierto != nullptr) {
+                reglas a_medias = sin_efecto;
+                con_numero(a_medias.v.cima, lo_suyo).second->se_ira_al_cerrar = true;
+                if (explica(c, sin_efecto, x, y) || explica(c, a_medias, x, y)) {
+                    return true;
+                }
             }
             if ((!pensado || *pensado == real) && explica(c, despues, x, y)) {
                 return true;
@@ -228,9 +259,7 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
             return true;  // the model says nothing of this order
         }
         if (const hallazgo h = despues.v.busca(*p.a[0]); h.codigo == 0 && toma_dos_pasos(p.f->nombre)) {
-            static unsigned numeros = 0;
-            h.cosa->numero = h.cosa->numero == 0 ? ++numeros : h.cosa->numero;
-            const unsigned lo_suyo = h.cosa->numero;
+            const unsigned lo_suyo = numera(*h.cosa);
             // What the other has open is in use.
             if (otro.abierta == lo_suyo && real == "0") {
                 ++l.hechos;
@@ -244,7 +273,9 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
                 return true;
             }
         } else if (p.f->modela(despues, p.a, real) == real || real == "(void)") {
-            ++l.hechos;
+            const bool es_nuevo = h.codigo != 0 && p.f->nombre == std::string_view(creacion) && real == "1";
+            l.abierta = es_nuevo ? numera(*despues.v.busca(*p.a[0]).cosa) : 0;
+            l.hechos += es_nuevo ? 0 : 1;
             if (explica(c, despues, x, y)) {
                 return true;
             }
@@ -266,6 +297,7 @@ std::string contado(const std::vector<paso>& pasos, const std::vector<std::strin
 }  // namespace
 
 std::string corre_pareja(campo& c, juntos como, std::uint64_t semilla) {
+    const sin_preguntar_por_enlaces callado;
     azar z(semilla);
     reglas r;
     c.empieza(r);

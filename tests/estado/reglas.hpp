@@ -135,7 +135,14 @@ struct reglas {
             return false;
         }
         const texto_w directorio = da_el_directorio ? path : sin_barra(modelos::directorio_de(path));
-        if (!directorio.empty() && !es_directorio(directorio) && !crea_directorios(directorio, true, false)) {
+        texto_w por_crear = directorio;
+        if (directorio.find(L"..") != texto_w::npos) {  // nothing is made only to be left again
+            por_crear = L"Q:";
+            for (const texto_w& n : v.lee(directorio).nombres) {
+                por_crear += L"\\" + n;
+            }
+        }
+        if (!directorio.empty() && !es_directorio(directorio) && !crea_directorios(por_crear, true, false)) {
             motivo = "Cannot create the directory '" + u(directorio) + "'";
             return false;
         }
@@ -471,11 +478,9 @@ struct reglas {
         }
         if (existe(t) && (se_recorta(t) || !es_directorio(t))) {
             constexpr unsigned long no_se_entra = 1920;
-            cuenta_lo_dicho =
-                cuenta_lo_dicho && es_directorio(t);  // of a file the system's own code, if it tells one
             return bucle(
                 true, [&] { return "Unable to delete the directory '" + u(t) + "'"; },
-                [&] { return no_se_entra; });
+                [&] { return se_recorta(t) ? no_se_entra : no_es_directorio; });
         }
         return quita_directorio_estricto(t);
     }

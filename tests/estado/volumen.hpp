@@ -55,8 +55,9 @@ struct nodo {
     bool es_directorio = false;
     bool solo_lectura = false;
     bool oculto = false;
-    unsigned numero = 0;     // tells it from others, for who needs it
-    bool es_actual = false;  // the current directory of the process
+    unsigned numero = 0;            // tells it from others, for who needs it
+    bool se_ira_al_cerrar = false;  // deleted by one of two while the other has it open
+    bool es_actual = false;         // the current directory of the process
     std::size_t bytes = 0;
     std::optional<long long> fecha = {};  // last write, UTC seconds; none: somewhen during the run
     std::optional<sujecion> sujeto = {};

@@ -149,6 +149,7 @@ private:
         lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
         EXPECT_EQ(tablas.abiertas(), 0u) << que << ": handles left open";
         EXPECT_EQ(tablas.fuera(), std::vector<std::string>()) << que << ": outside its directory";
+        EXPECT_EQ(tablas.con_dialogos(), std::set<std::string>()) << que << ": dialogs were allowed";
         EXPECT_EQ(lumospy_bloques_vivos(), vivos) << que << ": blocks left";
         g_escenario->comprueba(cambiado, que);
         apoyo::toma_informes();

@@ -20,6 +20,7 @@ public:
         : carpeta_(std::move(carpeta)), clave_(std::move(clave)) {
         i_yo() = this;
         lumodir::i_olvida_nombre_largo();
+        ::SetThreadErrorMode(0, &modo_de_antes_);
         apoyo::con_cada_llamada([]<auto Entrada>() {
             lumodir::sistema.*Entrada = desvio<Entrada, typename apoyo::llamada_de<Entrada>::tipo>::llama;
         });
@@ -30,6 +31,7 @@ public:
     ~todas_las_llamadas() {
         i_yo() = nullptr;
         lumodir::i_olvida_nombre_largo();
+        ::SetThreadErrorMode(modo_de_antes_, nullptr);
     }
     todas_las_llamadas(const todas_las_llamadas&) = delete;
     todas_las_llamadas& operator=(const todas_las_llamadas&) = delete;
@@ -53,6 +55,8 @@ public:
     bool ha_cambiado_algo() const { return cambiado_; }
     std::size_t abiertas() const { return abiertas_.size(); }
     const std::vector<std::string>& fuera() const { return fuera_; }
+    // Calls that came upon a drive while the system's dialogs were allowed to the thread.
+    const std::set<std::string>& con_dialogos() const { return con_dialogos_; }
     // What an operation that was broken off could not close.
     void cierra_lo_abierto() {
         for (const auto& [manija, cierra] : std::set<std::pair<void*, void (*)(void*)>>(abiertas_)) {
@@ -215,6 +219,29 @@ private:
         }
     }
 
+    // A drive without a medium would bring a dialog out of these.
+    template <auto Entrada>
+    static constexpr bool i_toca_unidad() {
+        using t = lumodir::tabla_sistema;
+        constexpr bool sin_unidad =
+            i_es<&t::CloseHandle, Entrada>() || i_es<&t::FindClose, Entrada>() ||
+            i_es<&t::FileTimeToLocalFileTime, Entrada>() || i_es<&t::LocalFileTimeToFileTime, Entrada>() ||
+            i_es<&t::FileTimeToSystemTime, Entrada>() || i_es<&t::SystemTimeToFileTime, Entrada>() ||
+            i_es<&t::SystemTimeToTzSpecificLocalTime, Entrada>() || i_es<&t::GetFullPathNameW, Entrada>() ||
+            i_es<&t::GetTempPathW, Entrada>() || i_es<&t::GetWindowsDirectoryW, Entrada>() ||
+            i_es<&t::GetModuleFileNameW, Entrada>() || i_es<&t::GetLogicalDrives, Entrada>() ||
+            i_es<&t::QueryDosDeviceW, Entrada>() || i_es<&t::_getdrive, Entrada>();
+        constexpr apoyo::clase_de_llamada clase = apoyo::llamada_de<Entrada>::clase;
+        return !sin_unidad &&
+               (clase == apoyo::clase_de_llamada::ficheros || clase == apoyo::clase_de_llamada::discos ||
+                clase == apoyo::clase_de_llamada::escritorio);
+    }
+    static void i_mira_el_modo(const char* quien) {
+        if (!i_yo()->sin_modo_ && (::GetThreadErrorMode() & SEM_FAILCRITICALERRORS) == 0) {
+            i_yo()->con_dialogos_.insert(quien);
+        }
+    }
+
     template <auto Entrada, class F>
     struct desvio;
     template <auto Entrada, class R, class... A>
@@ -222,6 +249,13 @@ private:
         static R llama(A... a) {
             todas_las_llamadas& yo = *i_yo();
             const bool toca = yo.i_toca_fallar();
+            if constexpr (i_es<&lumodir::tabla_sistema::GetThreadErrorMode, Entrada>() ||
+                          i_es<&lumodir::tabla_sistema::SetThreadErrorMode, Entrada>()) {
+                yo.sin_modo_ = yo.sin_modo_ || toca;
+            }
+            if constexpr (i_toca_unidad<Entrada>()) {
+                i_mira_el_modo(apoyo::llamada_de<Entrada>::nombre);
+            }
             if constexpr (apoyo::llamada_de<Entrada>::clase == apoyo::clase_de_llamada::escritorio) {
                 ++yo.al_escritorio_;
             }
@@ -277,6 +311,7 @@ private:
 
     static DWORD WINAPI i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) {
         i_yo()->quiso_nombre_largo_ = true;
+        i_mira_el_modo("GetLongPathNameW of KERNEL32");
         if (i_yo()->i_toca_fallar()) {
             ::SetLastError(ERROR_ACCESS_DENIED);
             return 0;
@@ -297,6 +332,9 @@ private:
     std::set<void*> claves_suyas_;  // open for changes
     bool abre_clave_suya_ = false;  // the call under way
     std::vector<std::string> fuera_;
+    DWORD modo_de_antes_ = 0;
+    bool sin_modo_ = false;  // a call about the mode itself was made to fail
+    std::set<std::string> con_dialogos_;
 };
 
 }  // namespace exports

@@ -250,6 +250,32 @@ TEST(borrado_arbol, un_fichero_en_lugar_de_directorio_se_queda) {
     }
 }
 
+TEST(borrado_arbol, de_un_fichero_en_lugar_de_directorio_se_dice_el_codigo_del_sistema) {
+    buclrein_establece_politica(0, 0);
+    const directorio_temporal d;
+    const std::string ruta = d.fichero("\u00f1.txt", "intacto");
+    ::SetLastError(0);
+    ASSERT_FALSE(::RemoveDirectoryW(w(ruta).c_str()));
+    const DWORD codigo = ::GetLastError();
+    for (const forma& f : formas) {
+        f.borra(ruta);
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        toma_informes();
+        if (!preguntas.empty()) {
+            EXPECT_EQ(preguntas[0].codigo, codigo) << f.nombre;
+            EXPECT_EQ(preguntas[0].mensaje.substr(0, preguntas[0].mensaje.find('\n')),
+                      "Unable to delete the directory '" + ruta + "'")
+                << f.nombre;
+        }
+        EXPECT_LE(preguntas.size(), 1u) << f.nombre;
+        EXPECT_EQ(d.contenido("\u00f1.txt"), "intacto") << f.nombre;
+        toma_esperas();
+    }
+    unsigned short sigue = 1;
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(w(ruta).c_str(), &sigue), 0);
+    EXPECT_EQ(toma_preguntas().size(), 1u) << "the strict ones ask";
+}
+
 TEST(borrado_arbol, un_fichero_que_se_va_entretanto_se_informa_con_su_sitio) {
     const directorio_temporal d;
     // Somebody else is quicker with the file.

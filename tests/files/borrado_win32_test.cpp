@@ -1,8 +1,10 @@
 // Deleting one file, removing one directory: real ones, held open by another process, and under faults.
 #include "files/borrado.hpp"
 
+#include "apoyo/como_windows.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/lado_unix.hpp"
 #include "apoyo/otro_proceso.hpp"
 #include "cdir.h"
 #include "companions/buclrein.h"
@@ -137,6 +139,7 @@ public:
 
 TEST(borrado, un_fichero_corriente_cuesta_una_llamada_al_sistema) {
     const directorio_temporal d;
+    const como_windows windows({});  // where links are followed, it is asked first whether this is one
     for (const forma& f : formas) {
         const std::string ruta = d.fichero("\u00f1 fichero.txt");
         fallos libro;
@@ -357,6 +360,7 @@ TEST(borrado, sin_donde_guardar_el_error_el_fichero_se_borra_igual) {
 
 TEST(borrado, un_directorio_vacio_cuesta_una_llamada_al_sistema) {
     const directorio_temporal d;
+    const como_windows windows({});
     for (const forma_directorio& f : formas_directorio) {
         const std::string ruta = d.directorio("\u00f1 dir");
         fallos libro;
@@ -411,6 +415,115 @@ TEST(borrado, un_directorio_que_se_vacia_a_tiempo_se_borra) {
     }
 }
 
+TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
+    const lado_unix u;
+    if (!u.hay() || !lumodir::sistema.sigue_enlaces()) {
+        GTEST_SKIP() << "links are not followed here";
+    }
+    buclrein_establece_politica(2, 10);
+    u.corre(
+        "mkdir fuera s 'p ' q..; echo 1 >fuera/v; echo 2 >fuera/p; chmod 444 fuera/p; ln -s fuera/v l; ln -s "
+        "fuera/p lp;"
+        "ln -s l doble; ln -s ../fuera/v s/v; ln -s s por; ln -s '../fuera/v' 'p /v'; ln -s ../fuera/v q../v;"
+        "ln -s 'l' 'l.'; echo 3 >igual; ln -s ../igual s/igual; ln -s fuera/v '\xc3\xb1'");
+    const lista antes = u.censo_exacto(".");
+    const std::string literal = "\\\\?\\" + u.d.ruta() + "\\";
+    for (const std::string& ruta :
+         {u.d.ruta("l"), u.d.ruta("lp"), u.d.ruta("doble"), u.d.ruta("s\\v"), u.d.ruta("por\\v"),
+          u.d.ruta("s/v"), u.d.ruta("s\\..\\l"), u.d.ruta("s\\igual"), literal + "l", literal + "l.",
+          literal + "p \\v", literal + "q..\\v", u.d.ruta("\u00f1"), u.d.ruta("L")}) {
+        for (const forma& f : formas) {
+            SCOPED_TRACE(ruta + " " + f.nombre);
+            fallos libro;
+            espera_respuesta(f, f.borra(ruta), 0);
+            EXPECT_EQ(libro.cuenta("DeleteFileW") + libro.cuenta("SetFileAttributesW"), 0u);
+            EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            EXPECT_EQ(toma_esperas().size(), f.insiste ? 2u : 0u);
+            const std::vector<pregunta> preguntas = toma_preguntas();
+            ASSERT_EQ(preguntas.size(), f.pregunta ? 1u : 0u);
+            if (f.pregunta) {
+                EXPECT_EQ(preguntas[0].mensaje,
+                          mensaje_fichero(ruta) + "\n" + texto_de_codigo(ERROR_CANT_ACCESS_FILE));
+            }
+        }
+        if (HasFailure()) {
+            break;
+        }
+    }
+    EXPECT_EQ(u.censo_exacto("."), antes);
+    // Not a link: whatever its directory is called, and by whatever way it is reached.
+    for (const std::string& ruta :
+         {u.d.ruta("s\\f"), u.d.ruta("por\\f"), u.d.ruta("S\\F"), literal + "p \\f", literal + "q..\\f ",
+          literal + "q..\\f", literal + " ", literal + "l..", u.d.ruta("s/f"), u.d.ruta("s\\.\\f")}) {
+        for (const forma& f : formas) {
+            SCOPED_TRACE(ruta + " " + f.nombre);
+            u.corre(": >s/f; : >'p /f'; : >'q../f '; : >q../f; : >' '; : >l..");
+            const std::size_t eran = u.censo(".").size();
+            espera_respuesta(f, f.borra(ruta), 1);
+            EXPECT_EQ(u.censo(".").size(), eran - 1);
+        }
+        if (HasFailure()) {
+            break;
+        }
+    }
+    u.corre("rm -f s/f 'p /f' q../f 'q../f ' ' ' l..");
+    EXPECT_EQ(u.censo_exacto("."), antes);
+    // Whatever call fails.
+    for (const forma& f : formas) {
+        con_cada_fallo([] {}, [&] { f.borra(u.d.ruta("s\\v")); },
+                       [&](const ronda& r) {
+                           EXPECT_EQ(u.d.contenido("s\\v"), "1\n") << f.nombre << " " << r;
+                           toma_informes();
+                           toma_avisos();
+                           toma_preguntas();
+                           toma_esperas();
+                       });
+    }
+    EXPECT_EQ(u.censo_exacto("."), antes);
+}
+
+TEST(borrado, un_enlace_a_un_directorio_se_va_el_mismo_o_se_queda) {
+    const lado_unix u;
+    if (!u.hay()) {
+        GTEST_SKIP() << "no Unix side here to make links with";
+    }
+    const bool se_va = !lumodir::sistema.sigue_enlaces();
+    buclrein_establece_politica(0, 0);
+    const char* const enlaces =
+        "[ -L l ] || ln -s vacio l; [ -L ll ] || ln -s lleno ll; [ -L s/l ] || ln -s ../vacio s/l";
+    u.corre(std::string("mkdir vacio lleno s 'p '; : >lleno/f;") + enlaces);
+    const lista antes = u.censo_exacto(".");
+    for (const char* relativa : {"l", "ll", "s\\l", "l\\", "s/l"}) {
+        for (const forma_directorio& f : formas_directorio) {
+            SCOPED_TRACE(std::string(relativa) + " " + f.nombre);
+            const std::string ruta = u.d.ruta(relativa);
+            fallos libro;
+            EXPECT_EQ(f.borra(ruta), f.contesta ? (se_va ? 1 : 0) : no_contesta);
+            EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            const std::vector<pregunta> preguntas = toma_preguntas();
+            ASSERT_EQ(preguntas.size(), f.pregunta && !se_va ? 1u : 0u);
+            if (!preguntas.empty()) {
+                EXPECT_EQ(preguntas[0].mensaje, "Unable to delete the directory '" + ruta + "'\n" +
+                                                    texto_de_codigo(ERROR_CANT_ACCESS_FILE));
+            }
+            u.corre(enlaces);
+            EXPECT_EQ(u.censo("."),
+                      (lista{"d lleno", "d p ", "d s", "d vacio", "f lleno/f", "l l", "l ll", "l s/l"}));
+        }
+    }
+    EXPECT_EQ(u.censo("lleno"), lista{"f f"});
+    // No links: they go, whatever their names end in.
+    for (const char* nombre : {"vacio", "p ", "p.", "P", "con"}) {
+        for (const forma_directorio& f : formas_directorio) {
+            SCOPED_TRACE(std::string(nombre) + " " + f.nombre);
+            u.corre("rmdir 'p ' 2>/dev/null; [ -d s/x ] || mkdir s/x; mkdir -p \"s/x/" + std::string(nombre) +
+                    "\"");
+            EXPECT_EQ(f.borra("\\\\?\\" + u.d.ruta("s\\x\\") + nombre), f.contesta ? 1 : no_contesta);
+            EXPECT_EQ(u.censo("s/x"), lista{});
+        }
+    }
+}
+
 TEST(borrado, un_fallo_sin_codigo_es_un_fallo) {
     const directorio_temporal d;
     buclrein_establece_politica(1, 10);
@@ -448,7 +561,8 @@ TEST(borrado, con_cualquier_llamada_fallando_la_respuesta_dice_la_verdad) {
                 [&](const ronda& r) {
                     // The system itself says that the file is gone: then it counts as deleted.
                     const bool dado_por_borrado =
-                        f.insiste && !r.limpia && (r.fallada == "DeleteFileW" || r.para_siempre) &&
+                        f.insiste && !r.limpia &&
+                        (r.fallada == "DeleteFileW" || r.fallada == "CreateFileW" || r.para_siempre) &&
                         (r.codigo == ERROR_FILE_NOT_FOUND || r.codigo == ERROR_PATH_NOT_FOUND);
                     if (f.contesta && !dado_por_borrado) {
                         EXPECT_EQ(respuesta == 1, !d.existe("f.txt")) << f.nombre << " " << r;

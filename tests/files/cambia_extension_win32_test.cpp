@@ -1,6 +1,7 @@
 // Giving the files of a directory another extension.
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/lado_unix.hpp"
 #include "cdir.h"
 #include "companions/buclrein.h"
 
@@ -287,6 +288,88 @@ TEST(cambia_extension, los_nombres_de_dispositivos_son_nombres) {
     cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak");
     EXPECT_EQ(d.arbol(), (lista{"aux.bak", "con.bak", "nul.bak"}));
     EXPECT_EQ(d.contenido("nul.bak"), "nul.tmp");
+}
+
+TEST(cambia_extension, un_enlace_que_el_sistema_seguiria_se_queda_con_todo) {
+    const lado_unix u;
+    if (!u.hay() || !lumodir::sistema.sigue_enlaces()) {
+        GTEST_SKIP() << "links are not followed here";
+    }
+    buclrein_establece_politica(1, 0);
+    struct fila {
+        const char* que;
+        std::string guion;
+        lista preguntas;   // about whom
+        lista se_va = {};  // of the tree, as it was
+        lista viene = {};
+    };
+    const fila filas[] = {
+        {"source", "ln -s ../fuera/v d/l.tmp", {"l"}},
+        {"source in place of which a file would be deleted",
+         "ln -s ../fuera/v d/l.tmp; echo 5 >d/l.bak",
+         {"l"}},
+        {"source, to a file beside it", "echo 5 >d/otro; ln -s otro d/l.tmp", {"l"}},
+        {"source, read-only outside", "ln -s ../fuera/p d/l.tmp", {"l"}},
+        {"target", "echo 5 >d/l.tmp; ln -s ../fuera/v d/l.bak", {"l"}},
+        {"target, read-only outside", "echo 5 >d/l.tmp; ln -s ../fuera/p d/l.bak", {"l"}},
+        {"target, to the source", "echo 5 >d/l.tmp; ln -s l.tmp d/l.bak", {"l"}},
+        {"target, a directory", "echo 5 >d/l.tmp; ln -s ../fuera d/l.bak", {"l"}},
+        {"one among others",
+         "ln -s ../fuera/v d/l.tmp; echo 5 >d/a.tmp; echo 6 >'d/\xc3\xb1.tmp'; echo 7 >d/a.bak",
+         {"l"},
+         {"f a.bak", "f a.tmp", "f \xc3\xb1.tmp"},
+         {"f a.bak", "f \xc3\xb1.bak"}},
+        {"a link on the way", "mkdir e; echo 5 >e/a.tmp; rmdir d; ln -s e d", {}},
+    };
+    for (const fila& caso : filas) {
+        for (const char* final : {"", "\\"}) {
+            SCOPED_TRACE(std::string(caso.que) + " " + final);
+            u.corre(
+                "chmod -R u+rwx .; rm -rf *; mkdir fuera d; echo 1 >fuera/v; echo 2 >fuera/p; chmod 444 "
+                "fuera/p");
+            u.corre(caso.guion);
+            const lista fuera = u.censo_exacto("fuera");
+            lista queda = u.censo("d");
+            for (const std::string& linea : caso.se_va) {
+                EXPECT_EQ(std::erase(queda, linea), 1u) << linea;
+            }
+            queda.insert(queda.end(), caso.viene.begin(), caso.viene.end());
+            std::sort(queda.begin(), queda.end());
+            {
+                fallos libro;
+                cdir_cambia_extension_ficheros_u(u.d.ruta_w(std::string("d") + final).c_str(), L"tmp",
+                                                 L"bak");
+                EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            }
+            const std::vector<pregunta> preguntas = toma_preguntas();
+            ASSERT_EQ(preguntas.size(), caso.preguntas.size());
+            for (std::size_t i = 0; i < preguntas.size(); ++i) {
+                EXPECT_NE(preguntas[i].mensaje.find("d\\" + caso.preguntas[i] + ".tmp"), std::string::npos);
+                EXPECT_EQ(preguntas[i].codigo, DWORD{ERROR_CANT_ACCESS_FILE});
+            }
+            toma_esperas();
+            EXPECT_EQ(u.censo_exacto("fuera"), fuera);
+            if (std::string_view(caso.que) == "a link on the way") {
+                EXPECT_EQ(u.censo("e"), lista{"f a.bak"}) << "the directory that was named is behind it";
+            } else {
+                EXPECT_EQ(u.censo("d"), queda);
+            }
+        }
+    }
+    // Whatever call fails.
+    u.corre("rm -rf d; mkdir d; ln -s ../fuera/v d/l.tmp; ln -s ../fuera/v d/m.bak; echo 5 >d/m.tmp");
+    const lista antes = u.censo_exacto(".");
+    con_cada_fallo([] {}, [&] { cdir_cambia_extension_ficheros_u(u.d.ruta_w("d").c_str(), L"tmp", L"bak"); },
+                   [&](const ronda& r) {
+                       EXPECT_EQ(u.d.contenido("fuera\\v"), "1\n") << r;
+                       EXPECT_EQ(u.d.contenido("d\\l.tmp"), "1\n") << r;
+                       EXPECT_EQ(u.d.contenido("d\\m.bak"), "1\n") << r;
+                       toma_informes();
+                       toma_avisos();
+                       toma_preguntas();
+                       toma_esperas();
+                   });
+    EXPECT_EQ(u.censo_exacto("."), antes);
 }
 
 TEST(cambia_extension, los_argumentos_nulos_se_informan) {

@@ -157,22 +157,35 @@ TEST_F(nombre_largo, el_escritorio_dice_tambien_lo_que_la_pagina_de_codigos_no_t
     EXPECT_EQ(largo_de(corto_de(ruta)), ruta);
 }
 
-// It looks at the drive, as any call on a path does.
-TEST_F(nombre_largo, el_escritorio_no_saca_ningun_dialogo) {
+// Both look at the drive, as any call on a path does.
+TEST_F(nombre_largo, ninguno_de_los_dos_saca_un_dialogo) {
     const directorio_temporal dir;
     const std::string ruta = dir.fichero("a long name.text");
     static DWORD modo;
-    modo = 0;
     const sustituye<decltype(sistema.SHGetPathFromIDListW)> mira(
         sistema.SHGetPathFromIDListW, +[](PCIDLIST_ABSOLUTE lista, LPWSTR texto) -> BOOL {
             modo = ::GetThreadErrorMode();
             return ::SHGetPathFromIDListW(lista, texto);
         });
+    const funcion_nombre_largo de_kernel32 = [](const wchar_t* corto, wchar_t* largo, DWORD sitio) WINAPI {
+        modo = ::GetThreadErrorMode();
+        return ::GetLongPathNameW(corto, largo, sitio);
+    };
+    static funcion_nombre_largo propia;
+    const sustituye<decltype(sistema.busca_nombre_largo)> buscar(sistema.busca_nombre_largo,
+                                                                 [] { return propia; });
     const DWORD antes = ::GetThreadErrorMode();
-    wchar_t largo[MAX_PATH];
-    EXPECT_NE(i_nombre_largo_del_escritorio(w(ruta).c_str(), largo, MAX_PATH), 0u);
-    EXPECT_NE(modo & SEM_FAILCRITICALERRORS, 0u);
-    EXPECT_EQ(::GetThreadErrorMode(), antes);
+    for (const funcion_nombre_largo cual : {funcion_nombre_largo(nullptr), de_kernel32}) {
+        propia = cual;
+        i_olvida_nombre_largo();
+        // The first question chooses, the second one only asks.
+        for (int vez = 0; vez < 2; ++vez) {
+            modo = 0;
+            EXPECT_EQ(largo_de(ruta), ruta);
+            EXPECT_NE(modo & SEM_FAILCRITICALERRORS, 0u) << (cual == nullptr ? "shell" : "KERNEL32");
+            EXPECT_EQ(::GetThreadErrorMode(), antes);
+        }
+    }
 }
 
 TEST_F(nombre_largo, lo_que_el_escritorio_no_encuentra_falla) {

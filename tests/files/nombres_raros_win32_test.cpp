@@ -518,6 +518,71 @@ TEST(nombres_raros, doscientos_niveles) {
     }
 }
 
+// Reached by the prefix, what lies below such a directory is a tree like others; a sibling without the end, and what
+// links lead to, stay.
+TEST(nombres_raros, debajo_de_un_directorio_que_acaba_en_blanco_o_punto) {
+    buclrein_establece_politica(0, 0);
+    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const bool enlaces_se_van = !lumodir::sistema.sigue_enlaces();
+    const char* const guion =
+        "mkdir -p t/s t/'v. ' fuera; echo 1 >fuera/f; : >t/f; : >'t/f '; : >t/s/g.; : >t/'v. '/h; ln -s "
+        "fuera l\n";
+    for (const char* donde : {"p ", "p.", "p..", " ", "p .", "a. \\p.."}) {
+        std::string unix_donde = donde;
+        std::replace(unix_donde.begin(), unix_donde.end(), '\\', '/');
+        const lado_unix u;
+        SIN_LADO_UNIX_NO(u);
+        // The sibling is what the system would make of the name elsewhere.
+        u.corre("mkdir -p p/t/s a/b/t a/p/t; : >p/t/f; : >p/t/s/g; : >a/b/t/f; : >a/p/t/f; mkdir -p '" +
+                unix_donde + "'");
+        const lista antes = u.censo(".");
+        const std::string raiz = "\\\\?\\" + u.d.ruta(donde) + "\\";
+        for (const forma_de_borrar& f : formas_de_borrar) {
+            SCOPED_TRACE(std::string(f.nombre) + " below '" + donde + "'");
+            ASSERT_EQ(u.corre("cd '" + unix_donde + "'\n" + guion), "");
+            {
+                fallos libro;
+                const unsigned short contestado = f.borra(raiz + "t");
+                EXPECT_EQ(contestado, f.contesta == respuesta::ninguna ? no_contesta : 1);
+                EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            }
+            EXPECT_EQ(u.censo("'" + unix_donde + "/t'"),
+                      f.recursiva ? lista{} : (lista{"d s", "d v. ", "f s/g.", "f v. /h"}));
+            EXPECT_EQ(u.d.existe(donde + std::string("\\t")), !f.quita_raiz);
+            // A root that is a link.
+            {
+                fallos libro;
+                const unsigned short contestado = f.borra(raiz + "l");
+                const bool se_va = enlaces_se_van && f.quita_raiz;
+                EXPECT_EQ(contestado, f.contesta == respuesta::ninguna ? no_contesta : (se_va ? 1 : 0));
+                EXPECT_EQ(libro.manijas_abiertas(), 0u);
+                EXPECT_EQ(u.corre("cd '" + unix_donde + "'; cat fuera/f; [ -L l ] && echo l"),
+                          se_va ? "1\n" : "1\nl\n");
+            }
+            toma_informes();
+            toma_preguntas();
+            toma_avisos();
+            toma_esperas();
+            u.corre("cd '" + unix_donde + "'; rm -rf t l fuera");
+            EXPECT_EQ(u.censo("."), antes);
+        }
+        // Listed, and climbed.
+        u.corre("cd '" + unix_donde + "'\n" + guion);
+        for (const bool todos : {false, true}) {
+            const listado leido = lista_el_arbol(raiz + "t", todos);
+            EXPECT_EQ(leido.ficheros, (lista{"f", "f ", "s\\g.", "v. \\h"})) << donde;
+            EXPECT_EQ(leido.registros, 3u) << donde;
+        }
+        u.corre("cd '" + unix_donde + "'; rm -rf t/*; mkdir -p t/m/n");
+        lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(w(raiz + "t\\m\\n").c_str(),
+                                                                  w(raiz.substr(0, raiz.size() - 1)).c_str());
+        EXPECT_FALSE(u.d.existe(donde + std::string("\\t"))) << donde;
+        EXPECT_TRUE(u.d.existe(donde + std::string("\\l"))) << donde;
+        u.corre("cd '" + unix_donde + "'; rm -rf t l fuera");
+        EXPECT_EQ(u.censo("."), antes);
+    }
+}
+
 // Wine resolves the whole path again at each opening, so that its work grows with the third power of the depth.
 TEST(nombres_raros, mil_niveles) {
     if (!a_fondo()) {

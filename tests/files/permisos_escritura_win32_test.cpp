@@ -2,6 +2,7 @@
 #include "files/permisos_escritura.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/como_windows.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/otro_proceso.hpp"
@@ -202,6 +203,7 @@ TEST(permisos_escritura, un_fichero_que_estaba_no_se_borra_falle_lo_que_falle) {
 
 TEST(permisos_escritura, donde_se_niega_el_derecho_a_borrar_se_crea_sin_el) {
     const directorio_temporal dir;
+    const como_windows windows({});  // where links are followed, it is asked first whether this is one
     for (const DWORD codigo : {5u, 50u, 87u}) {
         fallos f;
         f.falla_siempre("CreateFileW", codigo, 1);
@@ -240,6 +242,7 @@ TEST(permisos_escritura, por_su_nombre_solo_se_borra_lo_que_se_creo) {
 
 TEST(permisos_escritura, la_prueba_mira_crea_y_borra_en_el_mismo_sitio) {
     const directorio_temporal dir;
+    const como_windows windows({});  // where links are followed, it is asked first whether this is one
     dir.directorio("uno");
     dir.fichero("otro\\f.txt", "intacto");
     static texto_w otro;
@@ -312,6 +315,86 @@ TEST(permisos_escritura, un_fichero_de_la_raiz_se_prueba_en_la_raiz) {
             EXPECT_EQ(libro.cuenta("CreateDirectoryW"), 0u);
         }
         EXPECT_EQ(dir.arbol(), lista{});
+    }
+}
+
+TEST(permisos_escritura, un_fichero_de_otra_unidad_se_prueba_en_el_directorio_de_esa_unidad) {
+    const directorio_temporal dir;
+    const std::string unidad = dir.ruta().substr(0, 2);
+    const std::string otra = unidad == "Z:" || unidad == "z:" ? "C:" : "Z:";
+    if (::GetFileAttributesW(w(otra + "\\").c_str()) == INVALID_FILE_ATTRIBUTES) {
+        GTEST_SKIP() << "one drive only";
+    }
+    // Each drive has a current directory of its own, which the C runtime keeps in such a variable.
+    const texto_w variable = w("=" + unidad);
+    wchar_t antes[MAX_PATH] = {};
+    const bool habia = ::GetEnvironmentVariableW(variable.c_str(), antes, MAX_PATH) != 0;
+    ASSERT_TRUE(::SetEnvironmentVariableW(variable.c_str(), dir.ruta_w().c_str()));
+    const en_directorio ahi(w(otra + "\\"));
+    for (const std::string& ruta : {unidad + "x.txt", unidad + "..\\x.txt"}) {
+        const bool es_de_arriba = ruta.size() > 7;
+        const std::string donde = es_de_arriba ? dir.ruta().substr(0, dir.ruta().rfind('\\')) : dir.ruta();
+        fallos libro;  // nobody wants a probe in the root of the other one
+        libro.falla_siempre("CreateFileW", ERROR_WRITE_PROTECT);
+        wchar_t* motivo = nullptr;
+        EXPECT_EQ(cdir_se_puede_escribir_fichero_en_directorio(w(ruta).c_str(), &motivo), 0);
+        EXPECT_EQ(toma(motivo), no_se_escribe(es_de_arriba ? unidad + ".." : ""));
+        EXPECT_EQ(libro.rutas("CreateFileW"), lista{donde + "\\" + nombre_de_sonda()}) << ruta;
+        EXPECT_EQ(libro.cuenta("CreateDirectoryW"), 0u);
+        libro.no_falla();
+        EXPECT_EQ(cdir_se_puede_escribir_fichero_en_directorio(w(unidad + "x.txt").c_str(), nullptr), 1);
+        EXPECT_EQ(libro.rutas("CreateFileW").back(), dir.ruta(nombre_de_sonda()));
+        EXPECT_EQ(libro.manijas_abiertas(), 0u);
+    }
+    EXPECT_EQ(dir.arbol(), lista{});
+    ::SetEnvironmentVariableW(variable.c_str(), habia ? antes : nullptr);
+    // A drive that is not there has no directory, and none is made for it.
+    char ninguna = 'Q';
+    while ((::GetLogicalDrives() >> (ninguna - 'A') & 1) != 0) {
+        ++ninguna;
+    }
+    EXPECT_EQ(escribir_fichero_en(std::string(1, ninguna) + ":x.txt"), (respuesta{0, no_se_escribe("")}));
+    EXPECT_TRUE(toma_esperas().empty());
+}
+
+TEST(permisos_escritura, no_nace_un_directorio_del_que_solo_se_sale) {
+    const directorio_temporal dir;
+    dir.directorio("a");
+    struct fila {
+        std::string directorio;
+        lista arbol;
+    };
+    const fila filas[] = {
+        {"a\\nada\\..\\", {"a\\"}},
+        {"a\\nada\\..", {"a\\"}},
+        {"a\\nada\\..\\b", {"a\\", "a\\b\\"}},
+        {"a/nada/../b", {"a\\", "a\\b\\"}},
+        {"a/nada/..", {"a\\"}},
+        {"nada\\otra\\..\\..\\a\\\u00f1", {"a\\", "a\\\u00f1\\"}},
+        {"a..b\\..\\a", {"a\\"}},
+        {"a..b", {"a..b\\", "a\\"}},
+    };
+    const en_directorio ahi(dir.ruta_w());
+    for (const fila& f : filas) {
+        for (const std::string& delante : {dir.ruta() + "\\", std::string(), dir.ruta().substr(0, 2)}) {
+            SCOPED_TRACE(delante + f.directorio);
+            fallos libro;
+            EXPECT_EQ(escribir_en(delante + f.directorio), si);
+            EXPECT_EQ(escribir_fichero_en(delante + f.directorio + (f.directorio.back() == '\\' ? "" : "\\") +
+                                          "x.txt"),
+                      si);
+            EXPECT_EQ(dir.arbol(), f.arbol);
+            EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            dir.limpia();
+            dir.directorio("a");
+        }
+    }
+    // The directory of what is called so is one further up.
+    for (const std::string& ruta : {dir.ruta("a\\nada\\.."), std::string("a/nada/..")}) {
+        fallos libro;
+        EXPECT_EQ(escribir_fichero_en(ruta), si) << ruta;
+        EXPECT_EQ(libro.rutas("CreateFileW"), lista(2, dir.ruta(nombre_de_sonda()))) << ruta;
+        EXPECT_EQ(dir.arbol(), lista{"a\\"}) << ruta;
     }
 }
 

@@ -3,10 +3,13 @@
 #include "files/renombra_protege.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/como_windows.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/lado_unix.hpp"
 #include "apoyo/otro_proceso.hpp"
 #include "cdir.h"
+#include "companions/buclrein.h"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
 #include "lumodir.h"
@@ -192,6 +195,7 @@ TEST(renombra_protege, si_no_lo_sueltan_se_pregunta_y_se_abandona) {
 
 TEST(renombra_protege, en_modo_servicio_un_intento_y_silencio) {
     const directorio_temporal dir;
+    const como_windows windows({});  // where links are followed, it is asked first whether this is one
     lumodir_establece_modo_servicio_sin_reintentos();
     fallos f;
     cambios[0].hace(dir.ruta("no.txt"), dir.ruta("g.txt"));
@@ -249,9 +253,43 @@ TEST(renombra_protege, mover_es_una_llamada_sin_indicadores) {
             ::SetLastError(ERROR_ACCESS_DENIED);
             return FALSE;
         });
+    const sustituye<BOOL(WINAPI*)()> sin_enlaces(lumodir::sistema.sigue_enlaces,
+                                                 []() WINAPI { return BOOL{FALSE}; });
     EXPECT_EQ(cdir_mueve_fichero(L"a", L"b"), 0);
     EXPECT_EQ(indicadores, std::vector<DWORD>{0});
     EXPECT_TRUE(toma_esperas().empty());
+}
+
+TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_se_queda_donde_esta) {
+    const lado_unix u;
+    if (!u.hay() || !lumodir::sistema.sigue_enlaces()) {
+        GTEST_SKIP() << "links are not followed here";
+    }
+    buclrein_establece_politica(0, 0);
+    u.corre(
+        "mkdir fuera s; echo 1 >fuera/v; ln -s fuera/v l; ln -s fuera ld; ln -s ../fuera/v s/v; ln -s s por");
+    const lista antes = u.censo_exacto(".");
+    for (const char* vieja : {"l", "ld", "ld\\", "s\\v", "por\\v", "s/v"}) {
+        for (const cambio& c : cambios) {
+            SCOPED_TRACE(std::string(c.nombre) + " " + vieja);
+            fallos libro;
+            EXPECT_EQ(c.hace(u.d.ruta(vieja), u.d.ruta("nueva")), c.contesta ? 0 : 2);
+            EXPECT_EQ(libro.cuenta("MoveFileExW"), 0u);
+            EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            const std::vector<pregunta> preguntas = toma_preguntas();
+            ASSERT_EQ(preguntas.size(), c.reintenta ? 1u : 0u);
+            if (c.reintenta) {
+                EXPECT_EQ(preguntas[0].codigo, DWORD{ERROR_CANT_ACCESS_FILE});
+            }
+            EXPECT_EQ(u.censo_exacto("."), antes);
+        }
+    }
+    // A link on the way is the caller's business.
+    for (const cambio& c : cambios) {
+        u.corre("echo 2 >s/f");
+        EXPECT_EQ(c.hace(u.d.ruta("por\\f"), u.d.ruta("por\\g")), c.contesta ? 1 : 2);
+        EXPECT_EQ(u.corre("cat s/g; rm s/g"), "2\n");
+    }
 }
 
 // ---- Protection ----
@@ -405,6 +443,7 @@ TEST(renombra_protege, bajo_fallos_la_proteccion_se_reintenta) {
 
 TEST(renombra_protege, mientras_se_pregunta_nadie_lleva_el_cambio_a_otro_directorio) {
     const directorio_temporal dir;
+    const como_windows windows({});  // where links are followed, it is asked first whether this is one
     const std::string unidad = dir.ruta().substr(0, 2);
     for (const std::string& principio : {std::string(), unidad, dir.ruta("uno").substr(2) + "\\"}) {
         for (const bool ocho : {false, true}) {

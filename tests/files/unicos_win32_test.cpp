@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 
+#include "apoyo/como_windows.hpp"
 #include "temporales_de_prueba.hpp"
 
 using namespace apoyo;
@@ -320,6 +321,7 @@ TEST(unicos, mientras_otro_mira_el_fichero_se_insiste_con_el_mismo_nombre) {
 
 TEST(unicos, en_un_directorio_relativo_todo_pasa_donde_estaba_al_empezar) {
     const directorio_temporal dir;
+    const como_windows windows({});  // where links are followed, it is asked first whether this is one
     dir.directorio("otro\\ñ");
     static texto_w otro;
     otro = dir.ruta_w("otro");

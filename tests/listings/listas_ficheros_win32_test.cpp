@@ -649,6 +649,18 @@ TEST(listas_ficheros, si_hay_ficheros_y_si_hay_subdirectorios) {
     falsa.patrones["C:\\d\\\\*"] = {{"uno"}, {"dos"}, {"tres"}};
     EXPECT_EQ(lumodir_existenFicheros_UNICODE(L"C:\\d\\"), 1) << "the pattern is the directory and \\*";
     EXPECT_EQ(falsa.pasos, 0) << "the first entry decides";
+    // One separator is the root; two would be the beginning of a share.
+    const std::string raiz = completa("\\");
+    falsa.patrones[raiz + "*"] = {{"\u00f1", dir}, {"f"}};
+    for (auto* prueba : {lumodir_existenFicheros_UNICODE, lumodir_existenSubdirectorios_UNICODE}) {
+        EXPECT_EQ(prueba(L"\\"), 1);
+    }
+    for (auto* prueba : {lumodir_existenFicheros, lumodir_existenSubdirectorios}) {
+        EXPECT_EQ(prueba("\\"), 1);
+    }
+    for (const std::string& patron : falsa.abiertos) {
+        EXPECT_NE(patron.substr(0, 3), "\\\\*");
+    }
 }
 
 TEST(listas_ficheros, si_hay_entradas_en_directorios_reales) {
