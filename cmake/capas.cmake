@@ -2,10 +2,6 @@
 # folder above its own stops the configuration.
 set(LUMODIR_CAPAS companions frame paths system listings files abi)
 
-# Folders without exports of their own, which all stand in abi: no file there can call one, because to the compiler they
-# are not available.
-set(LUMODIR_CAPAS_DE_DENTRO companions system)
-
 function(lumodir_comprueba_capas carpeta)
   list(FIND LUMODIR_CAPAS ${carpeta} nivel)
   set(superiores ${LUMODIR_CAPAS})
@@ -31,7 +27,8 @@ function(lumodir_capa carpeta)
   add_library(lumodir_${carpeta} OBJECT ${fuentes})
   target_include_directories(lumodir_${carpeta} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
   target_compile_definitions(lumodir_${carpeta} PRIVATE LUMODIR_CONSTRUYE)
-  if(carpeta IN_LIST LUMODIR_CAPAS_DE_DENTRO AND NOT MSVC)
+  # The exports all stand in abi: no file of the others can call one, because to the compiler they are not available.
+  if(NOT carpeta STREQUAL "abi" AND NOT MSVC)
     target_compile_definitions(lumodir_${carpeta} PRIVATE "LUMODIR_API=__attribute__((unavailable))")
   endif()
   target_link_libraries(lumodir_${carpeta} PRIVATE lumodir_opciones)

@@ -40,7 +40,7 @@ std::string i_escapado(std::size_t unidad) {
 }
 
 template <class C>
-std::string i_como_se_ve(lumodir::vista<C> texto) {
+std::string i_como_se_ve(interno::vista<C> texto) {
     constexpr std::size_t bastante = 300;
     std::string visto = "[";
     for (const C c : texto.substr(0, bastante)) {
@@ -62,7 +62,7 @@ void i_recibe_informe(const char* expresion, const char* etiqueta, unsigned long
                       const wchar_t* detalle, void*) {
     EXIGE(etiqueta != nullptr && *etiqueta != '\0' && linea > 0);
     // The detail must be readable to its end. The longest is a path composed of four arguments.
-    EXIGE(detalle == nullptr || lumodir::a_vista(detalle).size() < 5 * longitud_maxima);
+    EXIGE(detalle == nullptr || interno::a_vista(detalle).size() < 5 * longitud_maxima);
     g_informes.emplace_back(expresion);
 }
 
@@ -171,10 +171,10 @@ std::vector<std::string> avisos() {
     return i_vacia(g_avisos);
 }
 
-std::string como_se_ve(lumodir::vista_w texto) {
+std::string como_se_ve(interno::vista_w texto) {
     return i_como_se_ve(texto);
 }
-std::string como_se_ve(lumodir::vista_a texto) {
+std::string como_se_ve(interno::vista_a texto) {
     return i_como_se_ve(texto);
 }
 std::string como_se_ve(const std::vector<std::string>& textos) {
@@ -198,20 +198,20 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
     }
     error_interno_establece_receptor(arnes::i_recibe_informe, nullptr);
     lmaviso_establece_receptor(arnes::i_recibe_aviso, nullptr);
-    msglocal_establece_idioma(lumodir::ranura_ingles);
+    msglocal_establece_idioma(interno::ranura_ingles);
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t tamanyo) {
     const unsigned long long vivos = lumospy_bloques_vivos();
-    const unsigned long long internos = lumodir::i_bloques_internos_vivos();
+    const unsigned long long internos = interno::i_bloques_internos_vivos();
     arnes::entrada e(datos, tamanyo);
     {
         const apoyo::en_pagina p(e.pagina());
         arnes::prueba(e);
     }
     EXIGE_IGUAL(lumospy_bloques_vivos(), vivos);
-    EXIGE_IGUAL(lumodir::i_bloques_internos_vivos(), internos);
+    EXIGE_IGUAL(interno::i_bloques_internos_vivos(), internos);
     EXIGE_IGUAL(arnes::informes(), std::vector<std::string>());
     EXIGE_IGUAL(arnes::avisos(), std::vector<std::string>());
     return 0;

@@ -65,14 +65,14 @@ public:
     template <class T>
     explicit justo(const T& texto, bool con_terminador = true)
         : unidades_(new C[texto.size() + (con_terminador ? 1 : 0)]), longitud_(texto.size()) {
-        lumodir::rasgos<C>::copy(unidades_.get(), texto.data(), texto.size());
+        interno::rasgos<C>::copy(unidades_.get(), texto.data(), texto.size());
         if (con_terminador) {
             unidades_[longitud_] = C(0);
         }
     }
     C* datos() const { return unidades_.get(); }
     operator const C*() const { return unidades_.get(); }
-    lumodir::vista<C> ver() const { return {unidades_.get(), longitud_}; }
+    interno::vista<C> ver() const { return {unidades_.get(), longitud_}; }
 
 private:
     std::unique_ptr<C[]> unidades_;
@@ -107,15 +107,15 @@ texto_a toma(char* texto);
 std::vector<std::string> informes();
 std::vector<std::string> avisos();
 
-std::string como_se_ve(lumodir::vista_w texto);
-std::string como_se_ve(lumodir::vista_a texto);
+std::string como_se_ve(interno::vista_w texto);
+std::string como_se_ve(interno::vista_a texto);
 std::string como_se_ve(const std::vector<std::string>& textos);
 std::string como_se_ve(const std::vector<texto_w>& textos);
 inline std::string como_se_ve(const texto_w& texto) {
-    return como_se_ve(lumodir::vista_w(texto));
+    return como_se_ve(interno::vista_w(texto));
 }
 inline std::string como_se_ve(const texto_a& texto) {
-    return como_se_ve(lumodir::vista_a(texto));
+    return como_se_ve(interno::vista_a(texto));
 }
 template <std::integral N>
 std::string como_se_ve(N numero) {

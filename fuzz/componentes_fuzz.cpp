@@ -81,17 +81,17 @@ void compara(const modelos::texto<C>& ruta, const std::optional<modelos::texto<C
 void compara_variables(const texto_w& ruta, const std::optional<texto_w>& ext) {
     const modelos::corte<texto_w> c = modelos::corta_con_comodines(ruta);
     const quiza_justo<wchar_t> otra(ext);
-    wchar_t* variable = lumodir::cadena_w(lumodir::vista_w(ruta)).suelta();
+    wchar_t* variable = interno::cadena_w(interno::vista_w(ruta)).suelta();
     cdir_cambia_extension_nombre_fichero_u(&variable, otra);
     EXIGE_IGUAL(toma(variable), modelos::con_extension(c.p, ext.value_or(texto_w())));
     EXIGE_IGUAL(informes(), c.informes);
 
-    variable = lumodir::cadena_w(lumodir::vista_w(ruta)).suelta();
+    variable = interno::cadena_w(interno::vista_w(ruta)).suelta();
     lumodir_suprime_barra_final_si_hay(&variable);
     const bool hay_barra = !ruta.empty() && ruta.back() == L'\\';
     EXIGE_IGUAL(toma(variable), ruta.substr(0, ruta.size() - (hay_barra ? 1 : 0)));
-    lumodir::cadena_w duenyo{lumodir::vista_w(ruta)};
-    lumodir::i_suprime_barra_final_si_hay(duenyo);
+    interno::cadena_w duenyo{interno::vista_w(ruta)};
+    interno::i_suprime_barra_final_si_hay(duenyo);
     EXIGE_IGUAL(duenyo.size(), ruta.size() - (hay_barra ? 1u : 0u));
 }
 

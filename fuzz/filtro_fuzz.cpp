@@ -7,9 +7,9 @@
 #include "modelos/filtro.hpp"
 
 using namespace arnes;
-using lumodir::filtro_extension;
-using lumodir::vista_a;
-using lumodir::vista_w;
+using interno::filtro_extension;
+using interno::vista_a;
+using interno::vista_w;
 
 namespace {
 
@@ -18,20 +18,20 @@ void compara_filtro(const T& nombre, const T& filtro) {
     const justo<C> nombre_justo(nombre, false);
     const justo<C> filtro_justo(filtro, false);
     const bool ancha = sizeof(C) > 1;
-    EXIGE_IGUAL(lumodir::i_cumple_filtro<C>(nombre_justo.ver(), filtro_justo.ver()) ? 1 : 0,
+    EXIGE_IGUAL(interno::i_cumple_filtro<C>(nombre_justo.ver(), filtro_justo.ver()) ? 1 : 0,
                 modelos::cumple_filtro(modelos::lee(nombre), modelos::lee(filtro), ancha) ? 1 : 0);
     // A name that passes the filter of its own letters: nothing in it is a wildcard.
     const bool llano = nombre.find(C('*')) == T::npos && nombre.find(C('?')) == T::npos;
     if (llano) {
-        EXIGE(lumodir::i_cumple_filtro<C>(nombre_justo.ver(), nombre_justo.ver()));
+        EXIGE(interno::i_cumple_filtro<C>(nombre_justo.ver(), nombre_justo.ver()));
     }
     // What passes passes still when a character of the filter becomes "?".
     if (!filtro.empty() && filtro[0] != C('*') && filtro[0] != C('.') &&
-        lumodir::i_cumple_filtro<C>(nombre_justo.ver(), filtro_justo.ver())) {
+        interno::i_cumple_filtro<C>(nombre_justo.ver(), filtro_justo.ver())) {
         auto caracteres = modelos::lee(filtro);
         caracteres[0] = '?';
         const T mas_ancho = modelos::escribe(caracteres);
-        EXIGE(lumodir::i_cumple_filtro<C>(nombre_justo.ver(), lumodir::vista<C>(mas_ancho)));
+        EXIGE(interno::i_cumple_filtro<C>(nombre_justo.ver(), interno::vista<C>(mas_ancho)));
     }
 }
 
@@ -55,12 +55,12 @@ void compara_extension_de_8_bits(const texto_a& nombre, const texto_w& extension
 }
 
 void compara_lista(const texto_w& nombre, const std::vector<texto_w>& extensiones) {
-    lumodir::objeto<ArrCADENA_u> lista = lumodir::objeto<ArrCADENA_u>::crea();
+    interno::objeto<ArrCADENA_u> lista = interno::objeto<ArrCADENA_u>::crea();
     for (const texto_w& extension : extensiones) {
-        lista->anade(lumodir::cadena_w(vista_w(extension)));
+        lista->anade(interno::cadena_w(vista_w(extension)));
     }
     const justo<wchar_t> justa(nombre, false);
-    EXIGE_IGUAL(lumodir::i_tiene_extension_de_la_lista(justa.ver(), *lista) ? 1 : 0,
+    EXIGE_IGUAL(interno::i_tiene_extension_de_la_lista(justa.ver(), *lista) ? 1 : 0,
                 modelos::esta_en_la_lista(nombre, extensiones) ? 1 : 0);
 }
 

@@ -13,9 +13,9 @@ template <class C, class T>
 void compara(const T& texto) {
     const justo<C> sin_fin(texto, false);
     std::vector<T> dados;
-    lumodir::i_para_cada_trozo(sin_fin.ver(), [&](lumodir::vista<C> trozo) { dados.emplace_back(trozo); });
+    interno::i_para_cada_trozo(sin_fin.ver(), [&](interno::vista<C> trozo) { dados.emplace_back(trozo); });
     EXIGE_IGUAL(dados, modelos::trozos_de_multicadena(texto));
-    const T entero(lumodir::i_hasta_terminador(sin_fin.ver()));
+    const T entero(interno::i_hasta_terminador(sin_fin.ver()));
     EXIGE_IGUAL(entero, texto.substr(0, texto.find(C(0))));
     // The pieces put together as the registry wants them give the same pieces again.
     T bien_hecho;
@@ -25,8 +25,8 @@ void compara(const T& texto) {
     }
     bien_hecho += C(0);
     std::vector<T> otra_vez;
-    lumodir::i_para_cada_trozo(lumodir::vista<C>(bien_hecho),
-                               [&](lumodir::vista<C> trozo) { otra_vez.emplace_back(trozo); });
+    interno::i_para_cada_trozo(interno::vista<C>(bien_hecho),
+                               [&](interno::vista<C> trozo) { otra_vez.emplace_back(trozo); });
     EXIGE_IGUAL(otra_vez, dados);
 }
 

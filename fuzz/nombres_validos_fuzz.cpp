@@ -25,7 +25,7 @@ void compara_conversion(Convierte convierte, const T& nombre, unsigned short lon
 texto_w repara(const texto_w& nombre) {
     const texto_w reparado = toma(cdir_dame_nombre_base_valido_UNICODE(justo<wchar_t>(nombre)));
     const justo<wchar_t> sin_fin(nombre, false);
-    EXIGE(lumodir::i_nombre_base_reparado(sin_fin.ver()).ver() == lumodir::vista_w(reparado));
+    EXIGE(interno::i_nombre_base_reparado(sin_fin.ver()).ver() == interno::vista_w(reparado));
     return reparado;
 }
 

@@ -10,23 +10,21 @@ using modelos::juzga;
 
 namespace {
 
-constexpr unsigned short sin_tocar = 7;  // what an output holds before the call
-
 void compara_mensaje(unsigned short correcto, wchar_t* mensaje, const juicio& j) {
     EXIGE_IGUAL(correcto, j.motivo == 0 ? 1 : 0);
     if (j.motivo == 0) {
         EXIGE(mensaje == nullptr);
         return;
     }
-    EXIGE_IGUAL(apoyo::u8(lumodir::vista_w(toma(mensaje))),
-                modelos::texto_en_ingles(j.motivo, apoyo::u8(lumodir::vista_w(j.argumento))));
+    EXIGE_IGUAL(apoyo::u8(interno::vista_w(toma(mensaje))),
+                modelos::texto_en_ingles(j.motivo, apoyo::u8(interno::vista_w(j.argumento))));
 }
 
 // What is shown to the user of a failure: everything but a bad component.
 void compara_mostrado(const juicio& j) {
     std::vector<std::string> esperados;
     if (j.motivo != 0 && j.motivo != 53949) {
-        esperados = {modelos::texto_en_ingles(j.motivo, apoyo::u8(lumodir::vista_w(j.argumento)))};
+        esperados = {modelos::texto_en_ingles(j.motivo, apoyo::u8(interno::vista_w(j.argumento)))};
     }
     EXIGE_IGUAL(avisos(), esperados);
 }
@@ -35,13 +33,15 @@ void compara_ancha(const texto_w& path) {
     const justo<wchar_t> sin_fin(path, false);
     const justo<wchar_t> texto(path);
     const juicio entero = juzga(path);
-    unsigned short es_unc = sin_tocar;
-    wchar_t* mensaje = nullptr;
-    const unsigned short correcto = lumodir::i_path_correcto_UNICODE(sin_fin.ver(), 0, 0, &es_unc, &mensaje);
-    compara_mensaje(correcto, mensaje, entero);
-    EXIGE_IGUAL(es_unc, entero.es_unc ? 1 : 0);
-    EXIGE_IGUAL(lumodir::i_path_correcto_UNICODE(sin_fin.ver(), 1, 1, nullptr, nullptr),
-                juzga(path, true).motivo == 0 ? 1 : 0);
+    const interno::veredicto juicio_entero = interno::i_path_correcto_UNICODE(sin_fin.ver());
+    wchar_t* mensaje = juicio_entero.motivo == nullptr
+                           ? nullptr
+                           : interno::i_texto_del_fallo(juicio_entero, sin_fin.ver()).suelta();
+    compara_mensaje(juicio_entero.correcto ? 1 : 0, mensaje, entero);
+    EXIGE(juicio_entero.es_unc == entero.es_unc);
+    const interno::veredicto o_vacio = interno::i_path_correcto_UNICODE(sin_fin.ver(), true);
+    EXIGE(o_vacio.correcto == (juzga(path, true).motivo == 0));
+    interno::i_muestra_fallo(o_vacio, sin_fin.ver());
     compara_mostrado(juzga(path, true));
 
     const juicio recortado = juzga(modelos::recortado(path));
@@ -52,10 +52,10 @@ void compara_ancha(const texto_w& path) {
     compara_mensaje(valido, mensaje, recortado);
 
     const juicio con_comodines = juzga(modelos::sin_comodines(path));
-    EXIGE_IGUAL(lumodir::i_path_correcto_con_comodines_UNICODE(sin_fin.ver(), &es_unc),
-                con_comodines.motivo == 0 ? 1 : 0);
-    EXIGE_IGUAL(es_unc, con_comodines.es_unc ? 1 : 0);
-    EXIGE(texto.ver() == lumodir::vista_w(path));  // none of them writes to its argument
+    const interno::veredicto comodines = interno::i_path_correcto_con_comodines_UNICODE(sin_fin.ver());
+    EXIGE(comodines.correcto == (con_comodines.motivo == 0));
+    EXIGE(comodines.es_unc == con_comodines.es_unc);
+    EXIGE(texto.ver() == interno::vista_w(path));  // none of them writes to its argument
 }
 
 // The two that trim what they are given.
@@ -77,18 +77,19 @@ void compara_de_8_bits(const texto_a& path) {
     const justo<char> sin_fin(path, false);
     const justo<char> texto(path);
     const juicio entero = juzga(ancho);
-    unsigned short es_unc = sin_tocar;
-    EXIGE_IGUAL(lumodir::i_path_correcto(sin_fin.ver(), 0, 1, &es_unc), entero.motivo == 0 ? 1 : 0);
-    EXIGE_IGUAL(es_unc, entero.es_unc ? 1 : 0);
+    const interno::veredicto juicio_entero = interno::i_path_correcto(sin_fin.ver());
+    EXIGE(juicio_entero.correcto == (entero.motivo == 0));
+    EXIGE(juicio_entero.es_unc == entero.es_unc);
+    interno::i_muestra_fallo(juicio_entero, sin_fin.ver());
     compara_mostrado(entero);
     EXIGE_IGUAL(cdir_path_valido(texto, 0), juzga(modelos::recortado(ancho)).motivo == 0 ? 1 : 0);
     const juicio con_comodines = juzga(modelos::sin_comodines(ancho));
-    EXIGE_IGUAL(lumodir::i_path_correcto_con_comodines(sin_fin.ver(), &es_unc),
-                con_comodines.motivo == 0 ? 1 : 0);
-    EXIGE_IGUAL(es_unc, con_comodines.es_unc ? 1 : 0);
+    const interno::veredicto comodines = interno::i_path_correcto_con_comodines(sin_fin.ver());
+    EXIGE(comodines.correcto == (con_comodines.motivo == 0));
+    EXIGE(comodines.es_unc == con_comodines.es_unc);
     EXIGE_IGUAL(cdir_nombre_base_valido(texto),
                 ancho == L"." || ancho == L".." || modelos::nombre_valido(ancho) ? 1 : 0);
-    EXIGE(texto.ver() == lumodir::vista_a(path));
+    EXIGE(texto.ver() == interno::vista_a(path));
 }
 
 }  // namespace

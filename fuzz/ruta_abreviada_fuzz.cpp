@@ -29,7 +29,7 @@ void arnes::prueba(entrada& e) {
     if (j.motivo != 0) {
         esperados.insert(esperados.begin(), "pathCorrecto == CIERTO");
         if (j.motivo != 53949) {
-            mostrados = {modelos::texto_en_ingles(j.motivo, apoyo::u8(lumodir::vista_w(j.argumento)))};
+            mostrados = {modelos::texto_en_ingles(j.motivo, apoyo::u8(interno::vista_w(j.argumento)))};
         }
     }
     EXIGE_IGUAL(toma(cdir_nombre_fichero_abreviado_UNICODE(texto)), modelos::forma_fija(c.p));

@@ -76,7 +76,7 @@ void compara_corte(const modelos::texto<C>& path, unsigned deseadas) {
     const juicio j = juzga(ancho);
     std::vector<std::string> esperados;
     if (j.motivo != 0) {
-        esperados = {modelos::texto_en_ingles(53955, apoyo::u8(lumodir::vista_w(ancho)))};
+        esperados = {modelos::texto_en_ingles(53955, apoyo::u8(interno::vista_w(ancho)))};
     }
     const corte<T> c = modelos::corta_modelo(limpio, j.es_unc);
     EXIGE_IGUAL(corta<C>(entradas<C>::con_comprobacion, path, deseadas),

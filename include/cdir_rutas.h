@@ -1,9 +1,8 @@
 /**
  * @file cdir_rutas.h
- * Paths as text: validity, splitting and composing, valid names, name components, joining and abbreviation;
- * and the two paths that come from the process, its current directory and its program's drive.
+ * Paths as text: validity, splitting and composing, valid names, name components, joining and abbreviation.
  *
- * But for those two nothing here asks the file system, and no "." or ".." is ever resolved. Pieces of a path:
+ * Nothing here asks the file system, and no "." or ".." is ever resolved. Pieces of a path:
  * - drive: `C:`, or `\\server\share` of a network path; empty in a relative path;
  * - directory: with its leading and final separators;
  * - base name: the last component without its extension;
@@ -13,6 +12,7 @@
 #ifndef LUMODIR_CDIR_RUTAS_H
 #define LUMODIR_CDIR_RUTAS_H
 
+#include "cdir_proceso.h"
 #include "lumodir_base.h"
 
 LUMODIR_EXTERN_C_INICIO
@@ -446,32 +446,6 @@ LUMODIR_API wchar_t *cdir_ruta_abreviada_con_logitud_maxima_u(const wchar_t *rut
  * @return New string (widestr_nousar_destruye()).
  */
 LUMODIR_API wchar_t *cdir_nombre_fichero_abreviado_UNICODE(const wchar_t *nombre);
-
-/* ---- Paths of the process ---- */
-
-/**
- * Gives the current directory in its long form. One that does not fit 260 characters is reported as
- * "(getcwd_ret) != NULL".
- *
- * @return New string (widestr_nousar_destruye()).
- */
-LUMODIR_API wchar_t *cdir_obtener_path_actual_UNICODE(void);
-
-/**
- * As cdir_obtener_path_actual_UNICODE() in 8-bit: read in wide text and converted.
- *
- * @return New string (lumostr_destruye()).
- */
-LUMODIR_API char *cdir_obtener_path_actual(void);
-
-/**
- * Gives the drive of the running program (`C:`, or the share it runs from), or the current drive when the
- * system does not tell the program's path. It is found out at the first call, without a lock: threads must
- * not race on it. A drive too long for the library's buffer is reported as "tam < _MAX_DIR".
- *
- * @return Borrowed string: the library's own, valid and unchanged until the end of the process.
- */
-LUMODIR_API const wchar_t *cdir_disco_de_programa_UNICODE(void);
 
 LUMODIR_EXTERN_C_FIN
 

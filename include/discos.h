@@ -2,7 +2,7 @@
  * @file discos.h
  * Questions about one drive, named by its letter or by its index.
  *
- * The drive table of the machine is in info.h and the labels for display are in lumodir.h.
+ * The drive table of the machine is in info.h and the labels for display are in lumodir_unidades.h.
  *
  * A drive without medium (an empty card reader, an optical drive) brings up no dialog of the system: the
  * question fails, and the error mode of the thread is afterwards what it was.

@@ -1,6 +1,6 @@
 /**
  * @file ficheros.hpp
- * Files and directories on disk (cdir_ficheros.h and the same of lumodir.h): existence, access, creation,
+ * Files and directories on disk (cdir_ficheros.h, lumodir_ficheros.h and the like): existence, access, creation,
  * deletion, renaming, protection, temporary files, search in PATH. The names are those of the C functions, as
  * told in rutas.hpp. A `bool` says whether it was done; functions without an answer have none in C either.
  */

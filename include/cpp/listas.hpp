@@ -1,6 +1,6 @@
 /**
  * @file listas.hpp
- * What is in a directory (cdir_listas.h, fichsdir.h, dirwin.h and the listings of lumodir.h): lists of names,
+ * What is in a directory (cdir_listas.h, fichsdir.h, dirwin.h, lumodir_listas.h): lists of names,
  * trees, file sets, and the enumerator. The names are those of the C functions, as told in rutas.hpp.
  *
  * A directory that is missing or cannot be read is an empty list here, as in C, and the listings of trees leave out

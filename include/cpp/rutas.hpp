@@ -1,6 +1,6 @@
 /**
  * @file rutas.hpp
- * Paths as text (cdir_rutas.h and the text functions of lumodir.h). Each function bears the name of the C
+ * Paths as text (cdir_rutas.h, lumodir_rutas.h). Each function bears the name of the C
  * function that it calls, its prefix as a namespace, without the ending of the flavour: what is said there of
  * messages, reports and odd inputs holds here.
  */

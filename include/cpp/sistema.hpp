@@ -1,6 +1,6 @@
 /**
  * @file sistema.hpp
- * Registry, drives, processes, Wine (lumoreg.h, info.h, discos.h, the drives of lumodir.h, taskproc.h, wine.h).
+ * Registry, drives, processes, Wine (lumoreg.h, info.h, discos.h, lumodir_unidades.h, taskproc.h, wine.h).
  * The names are those of the C functions, as told in rutas.hpp.
  */
 #ifndef LUMODIR_CPP_SISTEMA_HPP

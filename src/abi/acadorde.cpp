@@ -7,7 +7,7 @@
 
 #include "companions/error_interno.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 template <class A>
@@ -37,9 +37,9 @@ A* i_crea(unsigned short admite_repetidos, lugar donde) {
 }
 
 }  // namespace
-}  // namespace lumodir
+}  // namespace interno
 
-using namespace lumodir;
+using namespace interno;
 
 AcadOrde* acadorde_crea(unsigned short admite_repetidos) {
     return i_crea<AcadOrde>(admite_repetidos, lugar::aqui());

@@ -4,7 +4,7 @@
 
 #include "companions/error_interno.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

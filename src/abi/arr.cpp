@@ -7,7 +7,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/ordena.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 template <class Lista>
@@ -94,8 +94,7 @@ void i_qsort(arr_cadena<C>* lista, int (*compara)(const C*, const C*), lugar don
     }
     C** textos = lista->textos.data();
     if (compara == nullptr) {
-        ordena_estable(textos, lista->num(),
-                       [](const C* a, const C* b) { return vista<C>(a).compare(vista<C>(b)); });
+        ordena_estable(textos, lista->num(), widestr_fun_compara);
     } else {
         ordena_estable(textos, lista->num(),
                        [compara](const C* a, const C* b) { return llama_al_anfitrion(compara, a, b); });
@@ -104,9 +103,9 @@ void i_qsort(arr_cadena<C>* lista, int (*compara)(const C*, const C*), lugar don
 
 }  // namespace
 
-}  // namespace lumodir
+}  // namespace interno
 
-using namespace lumodir;
+using namespace interno;
 
 ArrCADENA* arr_CreaCADENA(unsigned long initial) {
     return i_crea<char>(initial, lugar::aqui());

@@ -2,9 +2,9 @@
 #include "companions/buclrein.hpp"
 
 void buclrein_establece_politica(unsigned long silent_retries, unsigned long wait_ms) {
-    lumodir::i_establece_politica(silent_retries, wait_ms);
+    interno::i_establece_politica(silent_retries, wait_ms);
 }
 
 void buclrein_establece_receptor(BuclreinReceptor ask, void* context) {
-    lumodir::i_establece_receptor(ask, context);
+    interno::i_establece_receptor(ask, context);
 }

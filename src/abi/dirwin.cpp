@@ -4,15 +4,14 @@
 #include "abi/frontera.hpp"
 #include "listings/dirwin.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 
 template <class C>
 unsigned short i_findnextfile(registro_dirwin<C>* dirwin, const char* expresion,
                               entrada<C>* find_data) noexcept {
-    const bool hay_enumerador = i_comprueba(dirwin != nullptr, expresion);
-    return logico(i_comprueba(find_data != nullptr, "(find_data) != NULL") && hay_enumerador &&
+    return logico(estan({{dirwin, expresion}, {find_data, "(find_data) != NULL"}}) &&
                   i_siguiente<C>(*dirwin, find_data));
 }
 
@@ -53,9 +52,8 @@ unsigned short dirwin_es_solo_lectura_UNICODE(const WIN32_FIND_DATAW* findData) 
 }
 
 unsigned short dirwin_cumple_filtro(const char* nombre_y_extension, const char* filtro_nombre_y_extension) {
-    const bool hay_nombre = i_comprueba(nombre_y_extension != nullptr, "(nombre_y_extension) != NULL");
-    return logico(i_comprueba(filtro_nombre_y_extension != nullptr, "(filtro_nombre_y_extension) != NULL") &&
-                  hay_nombre &&
+    return logico(estan({{nombre_y_extension, "(nombre_y_extension) != NULL"},
+                         {filtro_nombre_y_extension, "(filtro_nombre_y_extension) != NULL"}}) &&
                   i_pasa_filtro(a_vista(nombre_y_extension), a_vista(filtro_nombre_y_extension)));
 }
 

@@ -6,7 +6,7 @@
 #include "system/discos.hpp"
 #include "system/unidades.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -2,5 +2,5 @@
 #include "companions/error_interno.hpp"
 
 void error_interno_establece_receptor(ErrorInternoReceptor receive, void* context) {
-    lumodir::i_establece_receptor(receive, context);
+    interno::i_establece_receptor(receive, context);
 }

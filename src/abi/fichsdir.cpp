@@ -1,27 +1,43 @@
 // The exports of fichsdir.h.
 #include "fichsdir.h"
 
+#include "abi/frontera.hpp"
 #include "listings/fichsdir.hpp"
 #include "paths/rutas.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 
-progreso_listado i_progreso(void* progreso, unsigned short* interrumpido,
-                            FichsdirFncUsuarioCierraProgreso cierra) {
-    i_comprueba(progreso != nullptr, "(progreso) != NULL");
-    i_comprueba(interrumpido != nullptr, "(interrumpido) != NULL");
-    if (!i_comprueba(cierra != nullptr, "(fncptr_prgs_usuario_cierra_progreso) != NULL")) {
-        i_comprueba(progreso == nullptr, "progreso == NULL");
-        i_comprueba(interrumpido == nullptr, "interrumpido == NULL");
+// How the host may interrupt a listing.
+struct progreso_de_anfitrion {
+    void* progreso;
+    unsigned short* interrumpido;
+    FichsdirFncUsuarioCierraProgreso cierra;
+};
+
+bool i_lo_cierra(void* suyo) {
+    const auto& p = *static_cast<const progreso_de_anfitrion*>(suyo);
+    const bool cerrado = llama_al_anfitrion(p.cierra, p.progreso) == CIERTO;
+    if (cerrado && p.interrumpido != nullptr) {
+        *p.interrumpido = CIERTO;
     }
-    return {progreso, interrumpido, cierra};
+    return cerrado;
+}
+
+interrupcion i_interrupcion(progreso_de_anfitrion& suyo) noexcept {
+    i_comprueba(suyo.progreso != nullptr, "(progreso) != NULL");
+    i_comprueba(suyo.interrumpido != nullptr, "(interrumpido) != NULL");
+    if (i_comprueba(suyo.cierra != nullptr, "(fncptr_prgs_usuario_cierra_progreso) != NULL")) {
+        return {i_lo_cierra, &suyo};
+    }
+    i_comprueba(suyo.progreso == nullptr, "progreso == NULL");
+    i_comprueba(suyo.interrumpido == nullptr, "interrumpido == NULL");
+    return {};
 }
 
 bool i_hay_directorio_y_extension(const void* directorio, const void* extension) noexcept {
-    const bool hay_directorio = i_comprueba(directorio != nullptr, "(directorio) != NULL");
-    return i_comprueba(extension != nullptr, "(extension) != NULL") && hay_directorio;
+    return estan({{directorio, "(directorio) != NULL"}, {extension, "(extension) != NULL"}});
 }
 
 AcadOrde* i_nombres_base_si_hay(const char* directorio, const char* extension, bool en_mayusculas) {
@@ -46,9 +62,8 @@ ArrCADENA* fichsdir_directorios(const char* directorio) {
 ArrCADENA* fichsdir_directorios_prog(const char* directorio, void* progreso, unsigned short* interrumpido,
                                      FichsdirFncUsuarioCierraProgreso fncptr_prgs_usuario_cierra_progreso) {
     const utf16_temporal ancho(directorio);
-    return i_directorios<char>(ancho.c_str(), i_es_directorio_sin_punto,
-                               i_progreso(progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso))
-        .suelta();
+    progreso_de_anfitrion suyo{progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso};
+    return i_directorios<char>(ancho.c_str(), i_es_directorio_sin_punto, i_interrupcion(suyo)).suelta();
 }
 
 ArrCADENA* fichsdir_directorios_sin_extension(const char* directorio) {
@@ -81,9 +96,8 @@ ArrCADENA* fichsdir_nombres_ficheros_prog(
     const char* directorio, void* progreso, unsigned short* interrumpido,
     FichsdirFncUsuarioCierraProgreso fncptr_prgs_usuario_cierra_progreso) {
     const utf16_temporal ancho(directorio);
-    return i_nombres_ficheros<char>(ancho.c_str(),
-                                    i_progreso(progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso))
-        .suelta();
+    progreso_de_anfitrion suyo{progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso};
+    return i_nombres_ficheros<char>(ancho.c_str(), i_interrupcion(suyo)).suelta();
 }
 
 ArrCADENA_u* fichsdir_nombres_ficheros_cumplen_filtro_u(const wchar_t* path_filtro) {
@@ -132,8 +146,8 @@ ArrPunteroConTipo* fichsdir_ficheros_prog(
     const char* directorio, void* progreso, unsigned short* interrumpido,
     FichsdirFncUsuarioCierraProgreso fncptr_prgs_usuario_cierra_progreso) {
     const utf16_temporal ancho(directorio);
-    return i_ficheros(ancho.c_str(), i_progreso(progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso))
-        .suelta();
+    progreso_de_anfitrion suyo{progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso};
+    return i_ficheros(ancho.c_str(), i_interrupcion(suyo)).suelta();
 }
 
 ApunOrde* fichsdir_ficheros_ordenados(void) {
@@ -154,7 +168,7 @@ wchar_t* fichsdir_path_fichero(const Fichsdir* fichsdir) {
     if (!i_comprueba_registro(fichsdir)) {
         return cadena_w(vista_w()).suelta();
     }
-    const cadena_w nombre = a_utf16(a_vista<char>(fichsdir->nombre));
+    const cadena_w nombre = utunicode_ANSI_a_UNICODE(a_vista<char>(fichsdir->nombre));
     return i_concatena_directorios<wchar_t>(a_vista<wchar_t>(fichsdir->ruta), nombre.ver()).suelta();
 }
 

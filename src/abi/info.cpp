@@ -5,7 +5,7 @@
 #include "system/info.hpp"
 #include "system/unidades.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

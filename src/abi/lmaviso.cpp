@@ -2,5 +2,5 @@
 #include "companions/lmaviso.hpp"
 
 void lmaviso_establece_receptor(LmavisoReceptor show, void* context) {
-    lumodir::i_establece_receptor(show, context);
+    interno::i_establece_receptor(show, context);
 }

@@ -4,7 +4,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 wchar_t* lmlongpath_prepended_path_si_necesario(const wchar_t* path) {
     const bool hay = i_comprueba(path != nullptr, "(path) != NULL");

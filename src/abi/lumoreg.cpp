@@ -6,7 +6,7 @@
 #include "frame/puente.hpp"
 #include "system/lumoreg.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "companions/error_interno.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 void* lumospy_nousar_malloc(size_t size) {
     return i_reserva(size);

@@ -4,7 +4,7 @@
 
 #include "abi/frontera.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 void lumostr_destruye(char** text) {
     destruye_texto(text, false);

@@ -4,7 +4,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/msglocal.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 void msglocal_establece_idioma(unsigned long slot) {
     if (i_comprueba(slot < num_ranuras_idioma, "slot < 41")) {

@@ -4,7 +4,7 @@
 #include "abi/frontera.hpp"
 #include "paths/nomsfich.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 
@@ -21,8 +21,7 @@ vista_a i_extension(const Nomsfich* nomsfich) noexcept {
 }
 
 bool i_hay_dos(const Nomsfich* nomsfich1, const Nomsfich* nomsfich2) noexcept {
-    const bool hay_primero = i_comprueba(nomsfich1 != nullptr, "(nomsfich1) != NULL");
-    return i_comprueba(nomsfich2 != nullptr, "(nomsfich2) != NULL") && hay_primero;
+    return estan({{nomsfich1, "(nomsfich1) != NULL"}, {nomsfich2, "(nomsfich2) != NULL"}});
 }
 
 }  // namespace
@@ -63,7 +62,7 @@ const char* nomsfich_extension_fichero(const Nomsfich* nomsfich) {
 
 char* nomsfich_nombre_fichero(const Nomsfich* nomsfich) {
     if (!i_comprueba(nomsfich != nullptr, "(nomsfich) != NULL")) {
-        return cadena_a(vista_a()).suelta();
+        return nuevo_texto(vista_a());
     }
     const vista_a extension = i_extension(nomsfich);
     const vista_a punto = extension.empty() ? vista_a() : vista_a(".");
@@ -94,5 +93,5 @@ unsigned short nomsfich_mismo_nombre_base(const char* nombre_base1, const char* 
 
 char* nomsfich_nombre_base_path_completo(const char* path_completo) {
     const bool hay = i_comprueba(path_completo != nullptr, "(path_completo) != NULL");
-    return (hay ? i_nombre_base_de_path(a_vista(path_completo)) : cadena_a(vista_a())).suelta();
+    return hay ? i_nombre_base_de_path(a_vista(path_completo)).suelta() : nuevo_texto(vista_a());
 }

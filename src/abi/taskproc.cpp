@@ -5,7 +5,7 @@
 #include "companions/error_interno.hpp"
 #include "system/taskproc.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 unsigned short taskproc_busca_proceso_abierto(const wchar_t* modulo, ArrPunteroConTipo** procesos) {
     if (procesos != nullptr) {

@@ -5,7 +5,7 @@
 #include "files/timefich.hpp"
 #include "frame/puente.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "abi/frontera.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 wchar_t* widestr_nousar_copia(const wchar_t* text, const char* tag, unsigned long line) {
     const lugar donde = lugar::del_anfitrion(tag, line);

@@ -4,7 +4,7 @@
 #include "abi/frontera.hpp"
 #include "system/wine.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 unsigned short wine_estamos_en_wine(void) {
     return logico(i_estamos_en_wine());

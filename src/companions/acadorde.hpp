@@ -5,7 +5,7 @@
 #include "companions/acadorde.h"
 #include "companions/arr.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Position of the first element that comes after `clave`: `compara(elemento)` is negative or 0 before it.
 template <class T, class Compara>
@@ -51,7 +51,7 @@ struct conjunto_ordenado {
     }
 };
 
-}  // namespace lumodir
+}  // namespace interno
 
-struct AcadOrde : lumodir::conjunto_ordenado<char> {};
-struct AcadOrdeU : lumodir::conjunto_ordenado<wchar_t> {};
+struct AcadOrde : interno::conjunto_ordenado<char> {};
+struct AcadOrdeU : interno::conjunto_ordenado<wchar_t> {};

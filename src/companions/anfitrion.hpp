@@ -13,7 +13,16 @@
 
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
+
+// What an operation asks on its way, when the host may be the one to answer; empty where nobody does.
+template <class R>
+struct consulta {
+    R (*pregunta)(void* a_quien) = nullptr;
+    void* a_quien = nullptr;
+
+    R contesta(R sin_nadie) const { return pregunta == nullptr ? sin_nadie : pregunta(a_quien); }
+};
 
 template <class Funcion, class... Argumentos>
 auto llama_al_anfitrion(Funcion funcion, Argumentos... argumentos) noexcept {
@@ -37,4 +46,4 @@ auto llama_al_anfitrion(Funcion funcion, Argumentos... argumentos) noexcept {
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

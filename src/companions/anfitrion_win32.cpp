@@ -11,7 +11,7 @@
 
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
 
 bool i_acaba_en_la_frontera(unsigned long codigo) noexcept {
     constexpr unsigned long de_programa = 1ul << 29;  // the bit of codes that the system leaves to programs
@@ -21,7 +21,7 @@ bool i_acaba_en_la_frontera(unsigned long codigo) noexcept {
     return ((codigo & de_programa) != 0 && (codigo & 0x00FFFFFF) != de_gcc) || codigo == de_delphi;
 }
 
-}  // namespace lumodir
+}  // namespace interno
 
 #if defined(__x86_64__) && defined(__MINGW32__)
 
@@ -35,7 +35,7 @@ EXCEPTION_DISPOSITION lumodir_frontera_manejador(EXCEPTION_RECORD* excepcion, vo
                                                  DISPATCHER_CONTEXT* reparto) {
     constexpr DWORD se_deshace = 0x2 | 0x4;  // EXCEPTION_UNWINDING, EXCEPTION_EXIT_UNWIND
     if ((excepcion->ExceptionFlags & se_deshace) == 0 &&
-        lumodir::i_acaba_en_la_frontera(excepcion->ExceptionCode)) {
+        interno::i_acaba_en_la_frontera(excepcion->ExceptionCode)) {
         ::RtlUnwindEx(marco, lumodir_frontera_salida, excepcion, nullptr, reparto->ContextRecord,
                       reparto->HistoryTable);
     }
@@ -64,22 +64,22 @@ __asm__(
     "\t.seh_handler\tlumodir_frontera_manejador, @except\n"
     "\t.seh_endproc\n");
 
-namespace lumodir::plataforma {
+namespace interno::plataforma {
 
 void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
     lumodir_frontera(funcion, argumento);
 }
 
-}  // namespace lumodir::plataforma
+}  // namespace interno::plataforma
 
 #else
 
-namespace lumodir::plataforma {
+namespace interno::plataforma {
 
 void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
     funcion(argumento);
 }
 
-}  // namespace lumodir::plataforma
+}  // namespace interno::plataforma
 
 #endif

@@ -3,8 +3,8 @@
 
 #include "companions/sistema.hpp"
 
-namespace lumodir {
+namespace interno {
 
 bool i_acaba_en_la_frontera(unsigned long codigo) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

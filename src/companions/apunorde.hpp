@@ -6,14 +6,14 @@
 #include "companions/apunorde.h"
 
 struct ApunOrde {
-    lumodir::vector_interno<void*> registros;
+    interno::vector_interno<void*> registros;
     int (*compara)(const void*, const void*) = nullptr;
     void (*destruye)(void** registro) = nullptr;
 
     ~ApunOrde() {
         if (destruye != nullptr) {
             for (void*& registro : registros) {
-                lumodir::llama_al_anfitrion(destruye, &registro);
+                interno::llama_al_anfitrion(destruye, &registro);
             }
         }
     }

@@ -3,15 +3,15 @@
 
 #include "companions/unicode.hpp"
 
-namespace lumodir {
+namespace interno {
 
 objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista) {
     auto resultado = objeto<ArrCADENA>::crea();
     resultado->textos.reserva_sitio(lista->num());
     for (std::size_t i = 0; i < lista->num(); ++i) {
-        resultado->anade(a_ansi(lista->ver(i)));
+        resultado->anade(utunicode_UNICODE_a_ANSI(lista->ver(i)));
     }
     return resultado;
 }
 
-}  // namespace lumodir
+}  // namespace interno

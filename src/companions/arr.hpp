@@ -11,12 +11,14 @@
 #include "companions/arr.h"
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 template <class C>
 struct lista_textos {
     vector_interno<C*> textos;
 
+    lista_textos() noexcept = default;
+    lista_textos(lista_textos&&) noexcept = default;
     ~lista_textos() {
         for (C* texto : textos) {
             i_libera(texto);
@@ -41,15 +43,15 @@ struct lista_textos {
     }
 };
 
-}  // namespace lumodir
+}  // namespace interno
 
-struct ArrCADENA : lumodir::lista_textos<char> {};
-struct ArrCADENA_u : lumodir::lista_textos<wchar_t> {};
+struct ArrCADENA : interno::lista_textos<char> {};
+struct ArrCADENA_u : interno::lista_textos<wchar_t> {};
 struct ArrPunteroConTipo {
-    lumodir::vector_interno<void*> punteros;
+    interno::vector_interno<void*> punteros;
 };
 
-namespace lumodir {
+namespace interno {
 
 // The list type of a flavour.
 template <class C>
@@ -78,4 +80,4 @@ public:
 // A whole wide list in 8-bit text; the wide list is destroyed.
 objeto<ArrCADENA> utunicode_cadenas_UNICODE_a_ANSI_destruyendo(objeto<ArrCADENA_u> lista);
 
-}  // namespace lumodir
+}  // namespace interno

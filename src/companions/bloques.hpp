@@ -22,7 +22,7 @@
 #endif
 #endif
 
-namespace lumodir {
+namespace interno {
 
 // One for each of 64 units, the first in the lowest bit.
 using bits = std::uint64_t;
@@ -76,4 +76,4 @@ private:
 
 #endif
 
-}  // namespace lumodir
+}  // namespace interno

@@ -8,7 +8,7 @@
 #include "companions/lmaviso.hpp"
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
 
 struct BuclRein {
     bool reintenta;
@@ -118,4 +118,4 @@ void i_establece_receptor(BuclreinReceptor receptor, void* contexto) noexcept {
     i_contexto = contexto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

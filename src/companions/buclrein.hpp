@@ -11,7 +11,7 @@
 #include "companions/buclrein.h"
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Of all loops from then on, and whom they ask.
 void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long espera_ms) noexcept;
@@ -55,4 +55,13 @@ bool i_con_reintentos(unsigned short reintentar, unsigned short informar, Intent
     return bien;
 }
 
-}  // namespace lumodir
+// The usual loop: after each failed attempt `haz_mensaje()` tells of it, with the code that the attempt has left.
+template <class Intento, class HazMensaje>
+bool i_insiste(bool informar, Intento intento, const unsigned long& codigo_error, HazMensaje haz_mensaje,
+               lugar donde = lugar::aqui()) {
+    return i_con_reintentos(
+        true, informar, intento,
+        [&](BuclRein* bucle) { buclrein_set_mensaje_reintentar(bucle, haz_mensaje, codigo_error); }, donde);
+}
+
+}  // namespace interno

@@ -13,7 +13,7 @@
 #include "companions/lumospy.hpp"
 #include "companions/texto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 template <class C>
 class cadena {
@@ -189,4 +189,4 @@ inline cadena_a nousar_formatea(vista_a formato, std::initializer_list<argumento
     return i_formatea<char>(formato, argumentos.begin(), argumentos.size(), donde);
 }
 
-}  // namespace lumodir
+}  // namespace interno

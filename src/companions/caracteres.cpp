@@ -6,7 +6,7 @@
 
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr unsigned ninguna = ~0u;  // no code page
@@ -155,4 +155,4 @@ bool i_puede_tener_caracteres_largos(vista_a texto) noexcept {
            });
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -10,7 +10,7 @@
 
 #include "companions/texto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // How the code page of 8-bit text writes its characters.
 enum class escritura : unsigned char {
@@ -36,4 +36,4 @@ void por_caracteres(vista_a texto, F f) {
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 template <class C>
 struct trozos_de_ruta {
@@ -65,15 +65,13 @@ constexpr trozos_de_ruta<C> crt_splitpath(vista<C> ruta) noexcept {
 // lack them; empty pieces add nothing.
 template <class C>
 cadena<C> crt_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
-                       std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension,
-                       lugar donde = lugar::aqui()) {
+                       std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension) {
     const bool falta_barra = !directorio.empty() && !acaba_en_separador(directorio);
     const bool falta_punto = !extension.empty() && extension.front() != C('.');
     return concatena<C>({unidad.substr(0, unidad.empty() ? 0 : unidades_del_primero(unidad)),
                          unidad.empty() ? vista<C>() : LITERAL(C, ":"), directorio,
                          falta_barra ? LITERAL(C, "\\") : vista<C>(), nombre,
-                         falta_punto ? LITERAL(C, ".") : vista<C>(), extension},
-                        donde);
+                         falta_punto ? LITERAL(C, ".") : vista<C>(), extension});
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 
 #include "companions/sin_dialogos.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD comparte_todo = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
@@ -758,4 +758,4 @@ void lector_de_directorio::i_toma_de_busqueda(entrada_leida* entrada) noexcept {
     i_recuerda_ultimo(entrada->nombre);
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -19,7 +19,7 @@
 
 #include "companions/lmlongpath.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // What a directory tells of an entry. The name is terminated where the entry has been kept, not where it was read.
 struct entrada_leida {
@@ -184,4 +184,4 @@ private:
     std::size_t largo_del_ultimo_ = 0;
 };
 
-}  // namespace lumodir
+}  // namespace interno

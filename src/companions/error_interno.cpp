@@ -8,7 +8,7 @@
 #include "companions/plataforma.hpp"
 #include "companions/unicode.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 ErrorInternoReceptor i_receptor = nullptr;
@@ -79,7 +79,7 @@ void error_interno_msg_u(const char* expresion, vista_w detalle, lugar donde) no
 }
 
 void error_interno_msg(const char* expresion, vista_a detalle, lugar donde) noexcept {
-    const cadena_w detalle_u = detalle.data() == nullptr ? cadena_w() : a_utf16(detalle);
+    const cadena_w detalle_u = detalle.data() == nullptr ? cadena_w() : utunicode_ANSI_a_UNICODE(detalle);
     i_informa(expresion, detalle_u.c_str(), donde);
 }
 
@@ -106,4 +106,4 @@ void i_establece_receptor(ErrorInternoReceptor receptor, void* contexto) noexcep
     i_contexto = contexto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

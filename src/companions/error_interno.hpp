@@ -8,7 +8,7 @@
 #include "companions/cadena.hpp"
 #include "companions/error_interno.h"
 
-namespace lumodir {
+namespace interno {
 
 void i_establece_receptor(ErrorInternoReceptor receptor, void* contexto) noexcept;
 
@@ -55,4 +55,4 @@ void i_destruye_en(T** variable, const char* hay_variable, const char* hay_objet
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

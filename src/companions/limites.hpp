@@ -2,7 +2,7 @@
 // that library because the text code asks for them and knows nothing of Windows.
 #pragma once
 
-namespace lumodir {
+namespace interno {
 
 // A path of exactly the limit is accepted.
 constexpr unsigned short lmlongpath_get_longitud_maxima_permitida_path() noexcept {
@@ -13,4 +13,4 @@ constexpr unsigned short lmlongpath_get_longitud_maxima_permitida_componente_inc
     return 255;
 }
 
-}  // namespace lumodir
+}  // namespace interno

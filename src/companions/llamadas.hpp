@@ -98,7 +98,7 @@ struct _ITEMIDLIST;  // NOLINT(bugprone-reserved-identifier): the system's name
 using borrado_por_manija = LONG NTAPI(HANDLE);
 extern "C" __declspec(dllimport) borrado_por_manija NtDeleteKey;
 
-namespace lumodir {
+namespace interno {
 
 using funcion_nombre_largo = DWORD(WINAPI*)(const wchar_t* corto, wchar_t* largo, DWORD sitio);
 
@@ -148,4 +148,4 @@ LUMODIR_LLAMADAS_QUE_NO_FALLAN(LUMODIR_TIPO)
 #undef LUMODIR_TIPO
 
 }  // namespace propias
-}  // namespace lumodir
+}  // namespace interno

@@ -4,7 +4,7 @@
 #include "companions/anfitrion.hpp"
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 LmavisoReceptor i_receptor = nullptr;
@@ -26,4 +26,4 @@ void i_establece_receptor(LmavisoReceptor receptor, void* contexto) noexcept {
     i_contexto = contexto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -6,10 +6,10 @@
 #include "companions/cadena.hpp"
 #include "companions/lmaviso.h"
 
-namespace lumodir {
+namespace interno {
 
 void i_establece_receptor(LmavisoReceptor receptor, void* contexto) noexcept;
 
 void lmaviso_aviso_interno_como_error_u(const wchar_t* texto) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

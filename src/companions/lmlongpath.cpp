@@ -8,7 +8,7 @@
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // From this length on Windows refuses directories (MAX_PATH less room for a short name).
@@ -18,13 +18,10 @@ constexpr vista_w prefijo_largo = L"\\\\?\\";
 constexpr vista_w prefijo_dispositivo = L"\\\\.\\";
 constexpr vista_w prefijo_unc = L"\\\\?\\UNC\\";
 
-bool i_lleva_prefijo(vista_w ruta) noexcept {
-    return empieza_por(ruta, prefijo_largo) || empieza_por(ruta, prefijo_dispositivo);
-}
-
 // An absolute path never grows when it is made full, so a short one needs no question.
 bool i_es_absoluta(vista_w ruta) noexcept {
-    const bool con_unidad = ruta.size() >= 3 && es_letra(ruta[0]) && ruta[1] == L':' && es_separador(ruta[2]);
+    const bool con_unidad =
+        ruta.size() >= 3 && lmstdc_isalpha(ruta[0]) && ruta[1] == L':' && es_separador(ruta[2]);
     const bool compartida = ruta.size() >= 2 && es_separador(ruta[0]) && es_separador(ruta[1]);
     return con_unidad || compartida;
 }
@@ -151,6 +148,15 @@ BOOL i_mueve(const ruta_fijada& origen, const ruta_fijada& destino, DWORD indica
 
 }  // namespace
 
+bool i_lleva_prefijo(vista_w ruta) noexcept {
+    return empieza_por(ruta, prefijo_largo) || empieza_por(ruta, prefijo_dispositivo);
+}
+
+bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
+    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                                  TRUE) == CSTR_EQUAL;
+}
+
 ruta_fijada::ruta_fijada(const wchar_t* dada, uso para, lugar donde)
     : dada_(dada), texto_(dada == nullptr ? L"" : dada) {
     const vista_w original = a_vista(dada);
@@ -231,14 +237,11 @@ existencia i_existencia(const ruta_fijada& ruta) noexcept {
             INVALID_FILE_ATTRIBUTES};
 }
 
-unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept {
+bool lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept {
     const existencia fichero = i_existencia(ruta);
-    if (!fichero.hay()) {
-        return 0;
-    }
     // As the C runtime answers: only the read-only mark of a file stands against writing.
     const bool escritura = (modo & acceso_escritura) != 0;
-    return escritura && fichero.es_de_solo_lectura() && !fichero.es_directorio() ? 0 : 1;
+    return fichero.hay() && (!escritura || !fichero.es_de_solo_lectura() || fichero.es_directorio());
 }
 
 int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
@@ -337,7 +340,7 @@ cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde) {
     }
     // Other names of the system (of volumes, of devices) have no ordinary form.
     const vista_w resto = empieza_por(ruta, prefijo_largo) ? ruta.substr(prefijo_largo.size()) : vista_w();
-    const bool con_unidad = resto.size() >= 2 && es_letra(resto[0]) && resto[1] == L':';
+    const bool con_unidad = resto.size() >= 2 && lmstdc_isalpha(resto[0]) && resto[1] == L':';
     return cadena_w(con_unidad ? resto : ruta, donde);
 }
 
@@ -349,4 +352,4 @@ std::optional<unsigned long long> i_tamanyo(const ruta_fijada& ruta, DWORD* erro
     return static_cast<unsigned long long>(datos.nFileSizeHigh) << 32 | datos.nFileSizeLow;
 }
 
-}  // namespace lumodir
+}  // namespace interno

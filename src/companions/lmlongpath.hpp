@@ -18,7 +18,7 @@
 #include "companions/limites.hpp"
 #include "companions/sistema.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // A path tied to its place: the text as the caller gave it, for messages, reports and results, and its full form, for
 // the system. An operation of several calls makes one and hands it to each; a call alone makes its own. The given
@@ -85,7 +85,7 @@ bool i_dice_que_falta(DWORD codigo) noexcept;
 inline constexpr unsigned acceso_existencia = 0;
 inline constexpr unsigned acceso_escritura = 2;
 inline constexpr unsigned acceso_lectura = 4;
-unsigned short lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept;
+bool lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept;
 
 // Permission modes of lmlongpath_wchmod (_S_IREAD, _S_IWRITE); 0 on success, -1 on failure.
 inline constexpr int modo_lectura = 0x100;
@@ -115,6 +115,12 @@ manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
 
+// With a prefix of the system's, long (`\\?\`) or of devices (`\\.\`), a path is taken as it is.
+bool i_lleva_prefijo(vista_w ruta) noexcept;
+
+// Letter case of any alphabet aside, as file systems compare.
+bool i_mismo_nombre(vista_w a, vista_w b) noexcept;
+
 // Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell, or takes it literally
 // (`\\?\`).
 cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta, lugar donde = lugar::aqui());
@@ -126,4 +132,4 @@ cadena_w lmlongpath_forma_literal(const wchar_t* ruta, lugar donde = lugar::aqui
 // that of a volume without a letter (`\\?\Volume{...}\x`) included, as it is.
 cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde = lugar::aqui());
 
-}  // namespace lumodir
+}  // namespace interno

@@ -10,7 +10,7 @@
 
 #include <string_view>
 
-namespace lumodir {
+namespace interno {
 
 struct familia {
     std::string_view nombre;  // that a file's name begins with, whole or up to a `_`
@@ -59,4 +59,4 @@ struct lugar {
     }
 };
 
-}  // namespace lumodir
+}  // namespace interno

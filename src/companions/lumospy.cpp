@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace lumodir {
+namespace interno {
 
 tabla_memoria memoria = {std::malloc, std::realloc, std::free};
 
@@ -63,4 +63,4 @@ unsigned long long i_bloques_internos_vivos() noexcept {
     return i_internos.load(std::memory_order_relaxed);
 }
 
-}  // namespace lumodir
+}  // namespace interno

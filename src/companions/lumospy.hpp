@@ -16,7 +16,7 @@
 
 #include "companions/lugar.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The allocator underneath, replaced in tests by one that fails or that guards its blocks.
 struct tabla_memoria {
@@ -162,4 +162,4 @@ private:
     std::size_t sitio_ = 0;
 };
 
-}  // namespace lumodir
+}  // namespace interno

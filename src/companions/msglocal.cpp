@@ -5,7 +5,7 @@
 
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr unsigned long ranura_sin_elegir = ~0ul;
@@ -106,4 +106,4 @@ unsigned long i_idioma() noexcept {
     return ranura;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -6,7 +6,7 @@
 
 #include "companions/registro_mensaje.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The slot that texts are shown in; the user's language until one was set.
 void i_establece_idioma(unsigned long ranura) noexcept;
@@ -30,4 +30,4 @@ struct idiomas_de_ranura {
 };
 idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -11,7 +11,7 @@
 
 #include "companions/lumospy.hpp"
 
-namespace lumodir {
+namespace interno {
 
 inline constexpr std::size_t tramo_insercion = 12;  // runs this short are cheaper to insert than to merge
 
@@ -71,4 +71,4 @@ void ordena_estable(T* datos, std::size_t num, Compara compara, lugar donde = lu
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

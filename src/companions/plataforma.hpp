@@ -8,7 +8,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir::plataforma {
+namespace interno::plataforma {
 
 // Converts 8-bit text of the active code page to UTF-16: writes at most `sitio` units and returns how many the
 // whole text needs. Invalid bytes become U+FFFD.
@@ -58,4 +58,4 @@ void llama_tras_frontera(void (*funcion)(void*), void* argumento);
 extern void (*&duerme_ms)(unsigned long milisegundos);
 extern void (*&termina_proceso)();
 
-}  // namespace lumodir::plataforma
+}  // namespace interno::plataforma

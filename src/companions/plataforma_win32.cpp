@@ -8,7 +8,7 @@
 #include "companions/respuesta_entera.hpp"
 #include "companions/sistema.hpp"
 
-namespace lumodir::plataforma {
+namespace interno::plataforma {
 namespace {
 
 // The conversion calls count in int. Nothing the library handles is longer; what is, is cut.
@@ -275,4 +275,4 @@ cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
     return !texto.es_nula() ? std::move(texto) : copiaforu_nousar_formatea(L"%lu", {codigo});
 }
 
-}  // namespace lumodir::plataforma
+}  // namespace interno::plataforma

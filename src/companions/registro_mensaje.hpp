@@ -13,7 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace lumodir {
+namespace interno {
 
 constexpr std::uint32_t num_ranuras_idioma = 41;
 
@@ -70,4 +70,4 @@ static_assert(offsetof(RegistroMensaje, texto) == 16 && offsetof(RegistroMensaje
 
 using ConstructorMensaje = void (*)(RegistroMensaje*);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -1,7 +1,7 @@
 // See reloj.hpp.
 #include "companions/reloj.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr long long intervalos_por_ms = 10'000;
@@ -74,4 +74,4 @@ bool i_filetime_de_segundos(long long segundos, FILETIME& fecha) noexcept {
     return true;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -7,7 +7,7 @@
 
 #include "companions/sistema.hpp"
 
-namespace lumodir {
+namespace interno {
 
 inline constexpr long long intervalos_por_segundo = 10'000'000;              // a FILETIME counts 100 ns
 inline constexpr long long intervalos_hasta_1970 = 116'444'736'000'000'000;  // from 1601-01-01
@@ -60,4 +60,4 @@ private:
     cuarto cuartos_[num_cuartos];
 };
 
-}  // namespace lumodir
+}  // namespace interno

@@ -7,7 +7,7 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // `pregunta(buffer, room)` answers the length when it fits, else the size needed with the terminator, 0 on failure. The
 // whole answer; NULL on failure.
@@ -31,4 +31,4 @@ cadena<C> i_respuesta_entera(Pregunta pregunta, lugar donde = lugar::aqui()) noe
     return {};
 }
 
-}  // namespace lumodir
+}  // namespace interno

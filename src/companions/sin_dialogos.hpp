@@ -14,7 +14,7 @@
 
 #include "companions/sistema.hpp"
 
-namespace lumodir {
+namespace interno {
 
 class sin_dialogos {
 public:
@@ -38,4 +38,4 @@ private:
     DWORD antes_;
 };
 
-}  // namespace lumodir
+}  // namespace interno

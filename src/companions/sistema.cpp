@@ -6,7 +6,7 @@
 #include <cstring>
 #include <cwchar>
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // The object's name in NtQueryObject.
@@ -142,4 +142,4 @@ const tabla_sistema de_windows = {LUMODIR_LLAMADAS_QUE_FALLAN(LUMODIR_LLAMADA_QU
 
 tabla_sistema sistema = propias::de_windows;
 
-}  // namespace lumodir
+}  // namespace interno

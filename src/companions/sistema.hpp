@@ -15,7 +15,7 @@
 #endif
 #include "companions/llamadas.hpp"
 
-namespace lumodir {
+namespace interno {
 
 struct tabla_sistema {
 #define LUMODIR_ENTRADA(Nombre) propias::tipo_de_##Nombre Nombre;
@@ -87,4 +87,4 @@ struct rasgos_busqueda {
 using manija_fichero = manija<rasgos_fichero>;
 using manija_busqueda = manija<rasgos_busqueda>;
 
-}  // namespace lumodir
+}  // namespace interno

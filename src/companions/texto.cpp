@@ -5,7 +5,7 @@
 #include "companions/bloques.hpp"
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // Near the end of a page, and where there is no SSE2, unit by unit.
@@ -122,4 +122,4 @@ cadena<C> i_formatea(vista<C> formato, const argumento<C>* argumentos, std::size
 template cadena<char> i_formatea(vista<char>, const argumento<char>*, std::size_t, lugar);
 template cadena<wchar_t> i_formatea(vista<wchar_t>, const argumento<wchar_t>*, std::size_t, lugar);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -16,7 +16,7 @@
 #include <string_view>
 #include <type_traits>
 
-namespace lumodir {
+namespace interno {
 
 static_assert(sizeof(wchar_t) == 2, "wide text is UTF-16: build with 16-bit wchar_t (-fshort-wchar)");
 
@@ -109,7 +109,7 @@ constexpr vista<C> i_elige(vista_a a, vista_w w) noexcept {
         return a;
     }
 }
-#define LITERAL(C, texto) ::lumodir::i_elige<C>(texto, L##texto)
+#define LITERAL(C, texto) ::interno::i_elige<C>(texto, L##texto)
 
 template <class C>
 constexpr vista<C> a_vista(const C* texto) noexcept {
@@ -118,6 +118,11 @@ constexpr vista<C> a_vista(const C* texto) noexcept {
     }
     return std::is_constant_evaluated() ? vista<C>(texto) : vista<C>(texto, i_longitud(texto));
 }
+
+// The order of terminated texts, unit by unit; an object, so that a sort takes it in.
+inline constexpr auto widestr_fun_compara = []<class C>(const C* a, const C* b) noexcept {
+    return vista<C>(a).compare(vista<C>(b));
+};
 
 template <class C>
 constexpr bool es_separador(C c) noexcept {
@@ -135,7 +140,7 @@ constexpr bool es_punto(C c) noexcept {
 }
 
 template <class C>
-constexpr bool es_letra(C c) noexcept {
+constexpr bool lmstdc_isalpha(C c) noexcept {
     // The two cases of a letter differ in one bit.
     return static_cast<unsigned>((c | 0x20) - 'a') <= static_cast<unsigned>('z' - 'a');
 }
@@ -276,4 +281,4 @@ constexpr vista<C> extrae_token(vista<C> texto, std::size_t numero,
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -4,7 +4,7 @@
 #include "companions/caracteres.hpp"
 #include "companions/plataforma.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // Every code page of Windows holds ASCII as it is: the usual text needs no question to the system.
@@ -27,7 +27,7 @@ void i_copia_ascii(vista<C> texto, D* destino) noexcept {
 
 }  // namespace
 
-cadena_w a_utf16(vista_a texto, lugar donde) {
+cadena_w utunicode_ANSI_a_UNICODE(vista_a texto, lugar donde) {
     if (i_es_ascii(texto)) {
         cadena_w resultado = cadena_w::con_sitio(texto.size(), donde);
         i_copia_ascii(texto, resultado.datos());
@@ -44,11 +44,11 @@ cadena_w a_utf16(vista_a texto, lugar donde) {
     return resultado;
 }
 
-cadena_w a_utf16(const char* texto, lugar donde) {
-    return texto == nullptr ? cadena_w() : a_utf16(vista_a(texto), donde);
+cadena_w utunicode_ANSI_a_UNICODE(const char* texto, lugar donde) {
+    return texto == nullptr ? cadena_w() : utunicode_ANSI_a_UNICODE(vista_a(texto), donde);
 }
 
-cadena_a a_ansi(vista_w texto, lugar donde) {
+cadena_a utunicode_UNICODE_a_ANSI(vista_w texto, lugar donde) {
     if (i_es_ascii(texto)) {
         cadena_a resultado = cadena_a::con_sitio(texto.size(), donde);
         i_copia_ascii(texto, resultado.datos());
@@ -60,8 +60,8 @@ cadena_a a_ansi(vista_w texto, lugar donde) {
     return resultado;
 }
 
-cadena_a a_ansi(const wchar_t* texto, lugar donde) {
-    return texto == nullptr ? cadena_a() : a_ansi(vista_w(texto), donde);
+cadena_a utunicode_UNICODE_a_ANSI(const wchar_t* texto, lugar donde) {
+    return texto == nullptr ? cadena_a() : utunicode_UNICODE_a_ANSI(vista_w(texto), donde);
 }
 
 utf16_temporal::utf16_temporal(vista_a texto, lugar donde) {
@@ -78,9 +78,9 @@ utf16_temporal::utf16_temporal(vista_a texto, lugar donde) {
         corto_[longitud_] = L'\0';
         texto_ = corto_;
     } else {
-        largo_ = a_utf16(texto, donde);
+        largo_ = utunicode_ANSI_a_UNICODE(texto, donde);
         texto_ = largo_.c_str();
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

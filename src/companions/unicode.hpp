@@ -8,12 +8,22 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
-cadena_w a_utf16(vista_a texto, lugar donde = lugar::aqui());
-cadena_w a_utf16(const char* texto, lugar donde = lugar::aqui());  // NULL gives a NULL string
-cadena_a a_ansi(vista_w texto, lugar donde = lugar::aqui());
-cadena_a a_ansi(const wchar_t* texto, lugar donde = lugar::aqui());
+cadena_w utunicode_ANSI_a_UNICODE(vista_a texto, lugar donde = lugar::aqui());
+cadena_w utunicode_ANSI_a_UNICODE(const char* texto,
+                                  lugar donde = lugar::aqui());  // NULL gives a NULL string
+cadena_a utunicode_UNICODE_a_ANSI(vista_w texto, lugar donde = lugar::aqui());
+cadena_a utunicode_UNICODE_a_ANSI(const wchar_t* texto, lugar donde = lugar::aqui());
+// A copy in the flavour that is wanted.
+template <class C>
+cadena<C> i_en_sabor(vista_w texto, lugar donde = lugar::aqui()) {
+    if constexpr (std::is_same_v<C, wchar_t>) {
+        return cadena_w(texto, donde);
+    } else {
+        return utunicode_UNICODE_a_ANSI(texto, donde);
+    }
+}
 
 // An 8-bit argument in UTF-16 for the time of one call; short texts need no block.
 class utf16_temporal {
@@ -36,4 +46,4 @@ private:
     std::size_t longitud_ = 0;
 };
 
-}  // namespace lumodir
+}  // namespace interno

@@ -1,7 +1,6 @@
 // See borrado.hpp.
 #include "files/borrado.hpp"
 
-#include "cdir.h"
 #include "companions/anfitrion.hpp"
 #include "companions/buclrein.hpp"
 #include "companions/error_interno.hpp"
@@ -10,11 +9,9 @@
 #include "files/renombra_protege.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
-#include "frame/puente.hpp"
-#include "lumodir.h"
 #include "paths/rutas.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
@@ -25,38 +22,35 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
         {i_mensaje(i_msg_53951_no_se_puede_borrar_fichero, {fichero}), L"\n", a_vista(motivo)});
 }
 
-// The loop around a deletion whose first attempt has ended in `ultimo` already; `intenta()` makes another,
-// `bien(ultimo)` says which ends count as success, `al_fallar(bucle, codigo)` hands over the message.
-template <class Intenta, class Bien, class AlFallar>
-unsigned short i_insiste(desenlace ultimo, unsigned short informar, Intenta intenta, Bien bien,
-                         AlFallar al_fallar) {
-    bool es_el_primero = true;
-    return i_con_reintentos(
-        CIERTO, informar,
-        [&] {
-            if (!es_el_primero) {
-                ultimo = intenta();
-            }
-            es_el_primero = false;
-            return bien(ultimo);
-        },
-        [&](BuclRein* bucle) { al_fallar(bucle, ultimo.codigo); });
+// The attempts of a loop, the first of which has ended in `ultimo` already.
+template <class Intenta>
+auto i_tras_el_primero(desenlace& ultimo, Intenta intenta) {
+    return [&ultimo, intenta, es_el_primero = true]() mutable -> const desenlace& {
+        if (!es_el_primero) {
+            ultimo = intenta();
+        }
+        es_el_primero = false;
+        return ultimo;
+    };
 }
 
 // What follows a first attempt that failed.
-unsigned short i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, unsigned short informar,
-                                     desenlace ultimo) {
+bool i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar, desenlace ultimo) {
     // The mark of what cannot be reached is that of something else.
     if (ultimo.codigo != ERROR_CANT_ACCESS_FILE && fichero.mira().es_de_solo_lectura()) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
         ultimo = fichero.borra();
     }
-    return i_insiste(
-        ultimo, informar, [&] { return fichero.borra(); },
-        [](desenlace d) { return d.hecho || d.ya_no_esta(); },
-        [&](BuclRein* bucle, DWORD c) {
+    auto intenta = i_tras_el_primero(ultimo, [&] { return fichero.borra(); });
+    return i_con_reintentos(
+        true, informar,
+        [&] {
+            const desenlace& d = intenta();
+            return d.hecho || d.ya_no_esta();
+        },
+        [&](BuclRein* bucle) {
             buclrein_set_mensaje_reintentar(
-                bucle, [&] { return i_mensaje_fichero(fichero.texto(), texto_extra); }, c);
+                bucle, [&] { return i_mensaje_fichero(fichero.texto(), texto_extra); }, ultimo.codigo);
             const auto avisa_al_anfitrion = i_func_comprobar_fichero_no_esta_abierto();
             if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1 &&
                 avisa_al_anfitrion != nullptr) {
@@ -65,45 +59,11 @@ unsigned short i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_ext
         });
 }
 
-unsigned short i_insiste_con_directorio(objetivo& directorio, unsigned short informar, desenlace ultimo) {
+bool i_insiste_con_directorio(objetivo& directorio, bool informar, desenlace ultimo) {
+    auto intenta = i_tras_el_primero(ultimo, [&] { return i_quita_directorio(directorio); });
     return i_insiste(
-        ultimo, informar, [&] { return i_quita_directorio(directorio); }, [](desenlace d) { return d.hecho; },
-        [&](BuclRein* bucle, DWORD c) {
-            buclrein_set_mensaje_reintentar(
-                bucle,
-                [&] { return i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}); },
-                c);
-        });
-}
-
-// Removes a directory that may be missing: then the answer is 0 and nothing is said.
-unsigned short i_borra_directorio_si_existe(const wchar_t* nombre, unsigned short informar) {
-    if (!i_comprueba(nombre != nullptr, "(nombre_directorio) != NULL")) {
-        return FALSO;
-    }
-    const ruta_fijada ruta(nombre);
-    directorio_por_ruta directorio(ruta);
-    const desenlace primero = i_quita_directorio(directorio);
-    if (primero.hecho) {
-        return CIERTO;
-    }
-    return directorio.mira().falta() ? FALSO : i_insiste_con_directorio(directorio, informar, primero);
-}
-
-void i_borra_avisando_en(const wchar_t* fichero, const wchar_t* texto_extra, unsigned short* hay_error) {
-    const unsigned short borrado = i_borra_fichero(fichero, texto_extra, FALSO);
-    if (i_comprueba(hay_error != nullptr, "(hay_error) != NULL")) {
-        *hay_error = borrado == CIERTO ? FALSO : CIERTO;
-    }
-}
-
-unsigned short i_borra_fichero_existente(const wchar_t* nombre, const wchar_t* texto_extra) {
-    if (!i_comprueba(nombre != nullptr, "(nombre) != NULL")) {
-        return FALSO;
-    }
-    const ruta_fijada ruta(nombre);
-    fichero_por_ruta fichero(ruta);
-    return lumodir::i_borra_fichero_existente(fichero, texto_extra);
+        informar, [&] { return intenta().hecho; }, ultimo.codigo,
+        [&] { return i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}); });
 }
 
 }  // namespace
@@ -122,28 +82,19 @@ desenlace i_quita_directorio(objetivo& directorio) {
     return segundo;
 }
 
-unsigned short i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, unsigned short informar) {
+bool i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar) {
     const desenlace primero = fichero.borra();
-    return primero.hecho || primero.ya_no_esta()
-               ? CIERTO
-               : i_insiste_con_fichero(fichero, texto_extra, informar, primero);
+    return primero.hecho || primero.ya_no_esta() ||
+           i_insiste_con_fichero(fichero, texto_extra, informar, primero);
 }
 
-unsigned short i_borra_fichero(const ruta_fijada& ruta, const wchar_t* texto_extra, unsigned short informar) {
-    if (!i_comprueba(ruta.dada() != nullptr, "(nombre) != NULL")) {
-        return FALSO;
-    }
-    fichero_por_ruta fichero(ruta);
-    return i_borra_fichero(fichero, texto_extra, informar);
-}
-
-unsigned short i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz) {
+bool i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz) {
     const desenlace primero = fichero.borra();
     if (primero.hecho) {
-        return CIERTO;
+        return true;
     }
     if (!fichero.mira().falta()) {
-        return i_insiste_con_fichero(fichero, texto_extra, CIERTO, primero);
+        return i_insiste_con_fichero(fichero, texto_extra, true, primero);
     }
     const wchar_t* nombre = fichero.texto();
     i_muestra_mensaje(i_msg_53950_no_se_puede_borrar_fichero_que_no_existe, a_vista(nombre));
@@ -154,85 +105,42 @@ unsigned short i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto
         error_interno_msg_u("CR_existe",
                             copiaforu_nousar_formatea(L"%s\n%s\\%s", {nombre, raiz, bajo_raiz}).c_str());
     }
-    return FALSO;
+    return false;
 }
 
-unsigned short i_borra_directorio_existente(objetivo& directorio) {
+bool i_borra_directorio_existente(objetivo& directorio) {
     const desenlace primero = i_quita_directorio(directorio);
     if (primero.hecho) {
-        return CIERTO;
+        return true;
     }
     if (!directorio.mira().falta()) {
-        return i_insiste_con_directorio(directorio, CIERTO, primero);
+        return i_insiste_con_directorio(directorio, true, primero);
     }
     i_muestra_mensaje(i_msg_53953_no_se_puede_borrar_directorio_que_no_existe, a_vista(directorio.texto()));
     error_interno_msg_u("CR_existe", directorio.texto());
-    return FALSO;
+    return false;
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short cdir_borra_fichero_UNICODE(const wchar_t* nombre) {
-    return i_borra_fichero_existente(nombre, nullptr);
-}
-void cdir_borra_fichero(const char* nombre) {
-    puente_sin_resultado<cdir_borra_fichero_UNICODE>(nombre);
+bool i_borra_fichero(const ruta_fijada& ruta, const wchar_t* texto_extra, bool informar) {
+    fichero_por_ruta fichero(ruta);
+    return i_borra_fichero(fichero, texto_extra, informar);
 }
 
-unsigned short cdir_borra_fichero_con_mensaje_extra_UNICODE(const wchar_t* nombre,
-                                                            const wchar_t* texto_extra) {
-    return i_borra_fichero_existente(nombre, texto_extra);
-}
-void cdir_borra_fichero_con_mensaje_extra(const char* nombre, const char* texto_extra) {
-    puente_sin_resultado<cdir_borra_fichero_con_mensaje_extra_UNICODE>(nombre, texto_extra);
+bool i_borra_fichero_existente(const ruta_fijada& ruta, const wchar_t* texto_extra) {
+    fichero_por_ruta fichero(ruta);
+    return i_borra_fichero_existente(fichero, texto_extra);
 }
 
-unsigned short cdir_borra_fichero_si_existe_UNICODE(const wchar_t* nombre) {
-    return i_borra_fichero(nombre, nullptr, CIERTO);
-}
-void cdir_borra_fichero_si_existe(const char* nombre) {
-    puente_sin_resultado<cdir_borra_fichero_si_existe_UNICODE>(nombre);
+bool i_borra_directorio_existente(const ruta_fijada& ruta) {
+    directorio_por_ruta directorio(ruta);
+    return i_borra_directorio_existente(directorio);
 }
 
-void lumodir_borra_fichero_si_existe_UNICODE(const wchar_t* nombre, unsigned short* hay_error) {
-    i_borra_avisando_en(nombre, nullptr, hay_error);
-}
-void lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(const wchar_t* nombre,
-                                                               const wchar_t* texto_extra,
-                                                               unsigned short* hay_error) {
-    i_borra_avisando_en(nombre, texto_extra, hay_error);
+bool i_borra_directorio_si_existe(const ruta_fijada& ruta, bool informar) {
+    directorio_por_ruta directorio(ruta);
+    const desenlace primero = i_quita_directorio(directorio);
+    return primero.hecho ||
+           (!directorio.mira().falta() && i_insiste_con_directorio(directorio, informar, primero));
 }
 
-unsigned short cdir_borra_fichero_con_comprobacion_UNICODE(const wchar_t* nombre) {
-    return i_comprueba(nombre != nullptr, "(nombre) != NULL") && lmlongpath_DeleteFileW(nombre, nullptr)
-               ? CIERTO
-               : FALSO;
-}
-unsigned short cdir_borra_fichero_con_comprobacion(const char* nombre) {
-    return puente<cdir_borra_fichero_con_comprobacion_UNICODE>(nombre);
-}
-
-unsigned short cdir_borra_directorio_UNICODE(const wchar_t* directorio) {
-    if (!i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL")) {
-        return FALSO;
-    }
-    const ruta_fijada ruta(directorio);
-    directorio_por_ruta existente(ruta);
-    return i_borra_directorio_existente(existente);
-}
-void cdir_borra_directorio(const char* directorio) {
-    puente_sin_resultado<cdir_borra_directorio_UNICODE>(directorio);
-}
-
-unsigned short cdir_borra_directorio_si_existe_UNICODE(const wchar_t* directorio) {
-    return i_borra_directorio_si_existe(directorio, CIERTO);
-}
-void cdir_borra_directorio_si_existe(const char* directorio) {
-    puente_sin_resultado<cdir_borra_directorio_si_existe_UNICODE>(directorio);
-}
-
-unsigned short cdir_se_borra_directorio(const wchar_t* directorio) {
-    return i_borra_directorio_si_existe(directorio, FALSO);
-}
+}  // namespace interno

@@ -7,28 +7,28 @@
 // Checked by tests/files/borrado_win32_test.cpp.
 #pragma once
 
-#include "companions/lmlongpath.hpp"
-#include "companions/texto.hpp"
 #include "files/objetivo.hpp"
-#include "lumodir_base.h"
 
-namespace lumodir {
+namespace interno {
 
 // A file that is already gone counts as deleted. `texto_extra` (may be NULL) replaces the usual hint in the
 // message.
-unsigned short i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, unsigned short informar);
-unsigned short i_borra_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra,
-                               unsigned short informar);
+bool i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar);
+bool i_borra_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra, bool informar);
 
 // Reports a missing file (message, "CR_existe") with its path; in the deletion of a tree also, on a line of its own,
 // where it stands below the root that the user knows: "root\\rest". `raiz`, what its path begins with, has no data
 // where there is no tree.
-unsigned short i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz = {});
+bool i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz = {});
+bool i_borra_fichero_existente(const ruta_fijada& fichero, const wchar_t* texto_extra);
 
 // Reports a missing directory (message, "CR_existe").
-unsigned short i_borra_directorio_existente(objetivo& directorio);
+bool i_borra_directorio_existente(objetivo& directorio);
+bool i_borra_directorio_existente(const ruta_fijada& directorio);
+// Says nothing of a missing one, and answers that it removed none.
+bool i_borra_directorio_si_existe(const ruta_fijada& directorio, bool informar);
 
 // One attempt, in silence.
 desenlace i_quita_directorio(objetivo& directorio);
 
-}  // namespace lumodir
+}  // namespace interno

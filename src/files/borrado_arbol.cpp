@@ -1,42 +1,19 @@
-// Deleting the contents of a directory and whole trees, in the two ways of the library: strictly, entry by entry
-// with messages, stopping on request; and in silent passes with pauses in between.
-//
-// Promises: nothing outside the tree is touched, whoever puts links in the place of directories meanwhile; links are
-// removed themselves, or left where the system would remove what they point to; a NULL, empty or blank directory and
-// a bare drive delete nothing. "All deleted" is answered only by a walk that saw all. Strict deletion leaves
-// directories whose name begins with "." alone, and with them their parents; the passes take them too. Both are
-// meant so.
-// Cannot promise: that a tree other programs write into is gone at the end; the answer and the messages tell.
-// Checked by tests/files/borrado_arbol_win32_test.cpp and tools/attack.
-#include "cdir.h"
-#include "companions/error_interno.hpp"
+// See borrado_arbol.hpp.
+#include "files/borrado_arbol.hpp"
+
 #include "companions/plataforma.hpp"
 #include "companions/sistema.hpp"
 #include "files/borrado.hpp"
 #include "files/recorrido_borrado.hpp"
 #include "files/renombra_protege.hpp"
-#include "frame/puente.hpp"
-#include "lumodir.h"
-#include "paths/componentes.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
-// An empty directory must never become the root. A bare drive is the current directory to the system and the root to
-// who reads it: nobody guesses.
-bool i_es_directorio_borrable(const wchar_t* directorio) noexcept {
-    return i_comprueba(directorio != nullptr, "(directorio) != NULL") &&
-           i_comprueba(hay_texto(a_vista(directorio)), "widestr_longitud(directorio) > 0") &&
-           i_comprueba_con(!es_unidad_sola(recorta_derecha(a_vista(directorio))),
-                           "unidad_sin_directorio == FALSO", a_vista(directorio));
-}
-
-// Strict deletion of contents. The flag, where there is one, is read between entries: another thread, or a
-// callback, stores 0 in it to stop.
+// Strict deletion of contents.
 class borrado_estricto final : public visitante_borrado {
 public:
-    borrado_estricto(vista_w raiz, const volatile unsigned short* continuar) noexcept
-        : raiz_(raiz), continuar_(continuar) {}
+    borrado_estricto(vista_w raiz, const freno& para) noexcept : raiz_(raiz), freno_(para) {}
 
     bool fichero(entrada_de_arbol& fichero) override {
         if (!sigue()) {
@@ -45,35 +22,17 @@ public:
         i_borra_fichero_existente(fichero, nullptr, raiz_);
         return true;
     }
-    bool sigue() override { return continuar_ == nullptr || *continuar_ != 0; }
+    bool sigue() override { return freno_.contesta(marcha::entera) != marcha::ninguna; }
+    bool quita_directorios() const { return freno_.contesta(marcha::entera) == marcha::entera; }
     void subdirectorio(entrada_de_arbol& directorio, llegada) override {
-        if (continuar_ == nullptr || *continuar_ == CIERTO) {
+        if (quita_directorios()) {
             i_borra_directorio_existente(directorio);
         }
     }
 
 private:
     vista_w raiz_;
-    const volatile unsigned short* continuar_;
-};
-
-// The walk stays until the root itself has been removed, which must be the one that was walked.
-class arbol_estricto {
-public:
-    arbol_estricto(const wchar_t* raiz, const volatile unsigned short* continuar)
-        : raiz_(raiz), arbol_(raiz_, i_orden_de_borrado()) {
-        borrado_estricto visitante(vista_w(raiz), continuar);
-        como_ = i_recorre_para_borrar(arbol_, subdirectorios::sin_punto_inicial, visitante);
-    }
-    unsigned short quita_raiz() {
-        raiz_de_arbol raiz(arbol_, como_);
-        return i_borra_directorio_existente(raiz);
-    }
-
-private:
-    raiz_de_recorrido raiz_;
-    recorrido arbol_;
-    llegada como_;
+    const freno& freno_;
 };
 
 // What a pass left.
@@ -160,7 +119,7 @@ private:
             return false;  // gone meanwhile, or not to be touched
         }
         if (que_hay.es_de_solo_lectura()) {
-            i_cambia_proteccion(fichero, modo_escritura, CIERTO);
+            i_cambia_proteccion(fichero, modo_escritura, true);
         }
         return fichero.borra().hecho;
     }
@@ -192,9 +151,19 @@ constexpr unsigned max_pasadas = 20;
 constexpr unsigned long pausas_ms[] = {50, 75, 100, 150, 200, 300, 400, 500};
 constexpr unsigned num_pausas = sizeof pausas_ms / sizeof pausas_ms[0];
 
-// Passes until nothing is left, with a pause of random length after each that left something, the last included:
-// two processes that clean the same tree shall not retry in step.
-bool i_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva) {
+}  // namespace
+
+bool i_borra_arbol(const wchar_t* directorio, bool lo_quita, const freno& para) {
+    const raiz_de_recorrido raiz(directorio);
+    recorrido arbol(raiz, i_orden_de_borrado());
+    borrado_estricto visitante(vista_w(directorio), para);
+    const llegada como = i_recorre_para_borrar(arbol, subdirectorios::sin_punto_inicial, visitante);
+    // The walk stays until the root itself has been removed, which must be the one that was walked.
+    raiz_de_arbol recorrida(arbol, como);
+    return lo_quita && visitante.quita_directorios() && i_borra_directorio_existente(recorrida);
+}
+
+bool i_borra_en_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva) {
     auto sin_borrar = objeto<ArrCADENA_u>::crea();
     const raiz_de_recorrido raiz(directorio);  // for all passes: the pauses are long
     resultado_de_pasada resultado;
@@ -209,69 +178,8 @@ bool i_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva) {
     return sin_borrar->num() == 0 && resultado.visto_todo;
 }
 
-void i_pasadas_que_deben_bastar(const wchar_t* directorio, bool lo_quita, bool recursiva) {
-    if (i_es_directorio_borrable(directorio)) {
-        i_comprueba(i_pasadas(directorio, lo_quita, recursiva),
-                    "se_han_borrado_todos_los_ficheros_loc == CIERTO");
-    }
+bool i_borra_en_una_pasada(const wchar_t* directorio, ArrCADENA_u* sin_borrar) {
+    return i_pasada(raiz_de_recorrido(directorio), true, true, sin_borrar).raiz_quitada;
 }
 
-}  // namespace
-}  // namespace lumodir
-
-using namespace lumodir;
-
-void cdir_borra_contenido_directorio_UNICODE(const wchar_t* directorio) {
-    if (i_es_directorio_borrable(directorio)) {
-        arbol_estricto(directorio, nullptr);
-    }
-}
-
-void cdir_borra_contenido_directorio(const char* directorio) {
-    puente<cdir_borra_contenido_directorio_UNICODE>(directorio);
-}
-
-unsigned short cdir_borra_directorio_y_subdirectorios_UNICODE(const wchar_t* directorio) {
-    if (!i_es_directorio_borrable(directorio)) {
-        return FALSO;
-    }
-    return arbol_estricto(directorio, nullptr).quita_raiz();
-}
-
-void cdir_borra_directorio_y_subdirectorios(const char* directorio) {
-    puente_sin_resultado<cdir_borra_directorio_y_subdirectorios_UNICODE>(directorio);
-}
-
-unsigned short cdir_borra_directorio_y_subdirectorios_parando(const wchar_t* directorio,
-                                                              unsigned short* continuar) {
-    // The expression has always been spelled so.
-    if (!i_comprueba(continuar != nullptr, "cotinuar != NULL") || !i_es_directorio_borrable(directorio)) {
-        return FALSO;
-    }
-    const volatile unsigned short* bandera = continuar;
-    arbol_estricto arbol(directorio, bandera);
-    const unsigned short valor = *bandera;
-    return valor == CIERTO ? arbol.quita_raiz() : valor;
-}
-
-// The three sets of arguments are as callers have come to rely on them: the content deletion that may fail removes
-// the directory too, the one that must not fail leaves subdirectories alone.
-void cdir_borra_contenido_directorio_reintentando_u(const wchar_t* directorio) {
-    i_pasadas_que_deben_bastar(directorio, false, false);
-}
-
-unsigned short cdir_borra_contenido_directorio_si_es_posible_reintentando_u(const wchar_t* directorio) {
-    return i_es_directorio_borrable(directorio) && i_pasadas(directorio, true, true) ? CIERTO : FALSO;
-}
-
-void cdir_borra_directorio_y_subdirectorios_reintentando_u(const wchar_t* directorio) {
-    i_pasadas_que_deben_bastar(directorio, true, true);
-}
-
-unsigned short cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(const wchar_t* directorio,
-                                                                          ArrCADENA_u* sin_borrar) {
-    return i_es_directorio_borrable(directorio) &&
-                   i_pasada(raiz_de_recorrido(directorio), true, true, sin_borrar).raiz_quitada
-               ? CIERTO
-               : FALSO;
-}
+}  // namespace interno

@@ -1,19 +1,11 @@
-// Deleting what a search pattern finds.
-//
-// Promises: only files that the system's own search finds are touched, one attempt each, in the directory that the
-// pattern names and by the very names that the search gave, whatever they end in; directories and read-only files
-// stay. The enumerator's own filter is looser than the system's and never deletes anything.
-// Checked by tests/files/borrado_filtro_win32_test.cpp.
-#include "cdir.h"
-#include "companions/directorio_abierto.hpp"
-#include "companions/error_interno.hpp"
+// See borrado_filtro.hpp.
+#include "files/borrado_filtro.hpp"
+
 #include "companions/lmlongpath.hpp"
-#include "frame/puente.hpp"
 #include "listings/dirwin.hpp"
 #include "listings/recorrido.hpp"
-#include "paths/path_correcto.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // The matching files. They are collected before the first one goes: what a search shows while its directory shrinks
@@ -21,8 +13,8 @@ namespace {
 entradas_guardadas i_ficheros_del_filtro(const wchar_t* filtro) {
     entradas_guardadas ficheros;
     enumerador<wchar_t> entradas(filtro);
-    while (const WIN32_FIND_DATAW* entrada = entradas.siguiente()) {
-        if (!entradas.con_filtro_propio() && !i_es_directorio(*entrada)) {
+    while (const WIN32_FIND_DATAW* entrada = entradas.siguiente(i_es_fichero)) {
+        if (!entradas.con_filtro_propio()) {
             ficheros.guarda({i_nombre_de_entrada(*entrada), entrada->dwFileAttributes, entrada->dwReserved0,
                              0, entrada->ftLastWriteTime});
         }
@@ -36,10 +28,12 @@ cadena_w i_directorio_del_filtro(const ruta_fijada& filtro) {
     return cadena_w(ruta.substr(0, ruta.find_last_of(L"\\/") + 1));
 }
 
+}  // namespace
+
 void i_borra_lo_que_encuentra(const wchar_t* filtro) {
     const ruta_fijada patron(filtro, ruta_fijada::uso::busqueda);
-    const cadena_w donde = i_directorio_del_filtro(patron);
-    const ruta_fijada ruta(donde.c_str());
+    const cadena_w texto = i_directorio_del_filtro(patron);
+    const ruta_fijada ruta(texto.c_str());
     trato_con_volumen trato;
     directorio_abierto directorio;
     const bool abierto = directorio.abre(ruta, trato, enlace_raiz::se_sigue) == ERROR_SUCCESS;
@@ -54,22 +48,4 @@ void i_borra_lo_que_encuentra(const wchar_t* filtro) {
     }
 }
 
-}  // namespace
-}  // namespace lumodir
-
-using namespace lumodir;
-
-void cdir_delete_ficheros_UNICODE(const wchar_t* path_filtro) {
-    const vista_w filtro = a_vista(path_filtro);
-    unsigned short es_unc = FALSO;
-    if (!i_comprueba(filtro.data() != nullptr, "(path_filtro) != NULL")) {
-        return;
-    }
-    i_comprueba_con(i_path_correcto_con_comodines_UNICODE(filtro, &es_unc) == CIERTO,
-                    "path_correcto == CIERTO", filtro);
-    i_borra_lo_que_encuentra(path_filtro);
-}
-
-void cdir_delete_ficheros(const char* path_filtro) {
-    puente<cdir_delete_ficheros_UNICODE>(path_filtro);
-}
+}  // namespace interno

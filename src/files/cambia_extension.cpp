@@ -1,15 +1,7 @@
-// Giving the files of a directory another extension.
-//
-// Promises: only files of the directory that was given change, whatever the current directory is by then: the root
-// stays the root, and no extension leads anywhere else. A file in the way of the new name is deleted first, on
-// purpose: one whose entry bears exactly that name, letter case aside. Not the source itself by another spelling, nor
-// a file that only answers to the name (by its short name, or with a blank or point at the end cut off). Nothing is
-// deleted for a source that is not there, and nothing happens to links that the system would follow (Wine).
-// Cannot promise: one step for both: a renaming that fails after the deletion leaves the old file alone there.
-// Checked by tests/files/cambia_extension_win32_test.cpp.
-#include "cdir.h"
+// See cambia_extension.hpp.
+#include "files/cambia_extension.hpp"
+
 #include "companions/directorio_abierto.hpp"
-#include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "files/borrado.hpp"
@@ -17,7 +9,7 @@
 #include "listings/listas_ficheros.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 vista_w i_sin_punto(vista_w extension) noexcept {
@@ -30,12 +22,6 @@ vista_w i_como_lo_lee_el_sistema(vista_w nombre) noexcept {
         nombre.remove_suffix(1);
     }
     return nombre;
-}
-
-// Letter case of any alphabet aside, as file systems compare.
-bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
-    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
-                                  TRUE) == CSTR_EQUAL;
 }
 
 // Whether two names are those of one file, where the system tells.
@@ -104,7 +90,7 @@ public:
         }
         const DWORD negativa = i_negativa();
         if (negativa == ERROR_SUCCESS && i_hay_que_borrar()) {
-            i_borra_fichero(destino_, nullptr, CIERTO);
+            i_borra_fichero(destino_, nullptr, true);
         }
         i_renombra_fichero(origen_, destino_, negativa);
     }
@@ -151,26 +137,19 @@ private:
 };
 
 }  // namespace
-}  // namespace lumodir
 
-using namespace lumodir;
-
-void cdir_cambia_extension_ficheros_u(const wchar_t* dirBase, const wchar_t* oldExt, const wchar_t* newExt) {
-    if (!i_comprueba(dirBase != nullptr && oldExt != nullptr && newExt != nullptr,
-                     "dirBase!=NULL && oldExt!=NULL && newExt !=NULL") ||
-        !i_comprueba(hay_texto(vista_w(dirBase)), "widestr_longitud(directorio) > 0")) {
-        return;
-    }
-    const vista_w antigua = i_sin_punto(vista_w(oldExt));
-    const vista_w nueva = i_sin_punto(vista_w(newExt));
-    const directorio_literal directorio(dirBase);
+void i_cambia_extension(const wchar_t* dado, vista_w antigua, vista_w nueva) {
+    antigua = i_sin_punto(antigua);
+    nueva = i_sin_punto(nueva);
+    const directorio_literal directorio(dado);
     if (antigua == nueva || !directorio.se_sabe()) {
         return;
     }
-    nombres_en_curso<wchar_t> ficheros;
-    i_lista_directorio<wchar_t>(directorio.literal(comodin_de_todo_u).c_str(), filtro_extension(antigua),
-                                &ficheros, nullptr);
-    for (std::size_t i = 0; i < ficheros.size(); ++i) {
-        cambio(directorio, ficheros[i], antigua, nueva).hace();
+    const nombres_en_curso<wchar_t> ficheros = i_nombres_de_lista(
+        directorio.literal(comodin_de_todo_u).c_str(), i_es_fichero, filtro_extension(antigua));
+    for (std::size_t i = 0; i < ficheros.num(); ++i) {
+        cambio(directorio, ficheros.ver(i), antigua, nueva).hace();
     }
 }
+
+}  // namespace interno

@@ -3,18 +3,14 @@
 
 #include <algorithm>
 
-#include "cdir.h"
 #include "companions/buclrein.hpp"
-#include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
-#include "frame/puente.hpp"
-#include "lumodir.h"
 #include "paths/path_correcto.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr vista_w separadores = L"\\/";
@@ -31,10 +27,6 @@ void i_por_cada_componente(vista_w ruta, Hace hace) {
         i = fin == vista_w::npos ? ruta.size() : fin;
         hace(ruta.substr(principio, i - principio));
     }
-}
-
-bool i_lleva_prefijo(vista_w path) noexcept {
-    return empieza_por(path, L"\\\\?\\") || empieza_por(path, L"\\\\.\\");
 }
 
 // How much of a path is its root: drive, share (with whatever separators), or either behind a prefix of the system's.
@@ -161,9 +153,9 @@ private:
         std::size_t mostrado;
         std::size_t fijado;
     };
-    static std::size_t i_escribe(cadena_w& texto, std::size_t donde, vista_w trozo) noexcept {
-        rasgos_utf16::copy(texto.datos() + donde, trozo.data(), trozo.size());
-        return donde + trozo.size();
+    static std::size_t i_escribe(cadena_w& texto, std::size_t posicion, vista_w trozo) noexcept {
+        rasgos_utf16::copy(texto.datos() + posicion, trozo.data(), trozo.size());
+        return posicion + trozo.size();
     }
 
     cadena_w mostrada_;
@@ -220,37 +212,34 @@ bool i_crea_o_existe(const ruta_fijada& ruta, bool es_el_ultimo, DWORD* codigo) 
 }
 
 // `se_sabe_que_falta`: the first attempt need not ask.
-unsigned short i_crea_nivel(const nivel& escalon, bool se_sabe_que_falta, unsigned short informa) {
+bool i_crea_nivel(const nivel& escalon, bool se_sabe_que_falta, bool informa) {
     const ruta_fijada ruta(escalon.fijado);
     DWORD codigo = 0;
-    const auto intento = [&] {
-        const bool pregunta = !se_sabe_que_falta;
-        se_sabe_que_falta = false;
-        return (pregunta && i_vale(i_existencia(ruta), escalon.es_el_ultimo)) ||
-               i_crea_o_existe(ruta, escalon.es_el_ultimo, &codigo);
-    };
-    const auto al_fallar = [&](BuclRein* bucle) {
-        buclrein_set_mensaje_reintentar(
-            bucle, [&] { return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}); },
-            codigo);
-    };
-    return i_con_reintentos(CIERTO, informa, intento, al_fallar);
+    return i_insiste(
+        informa,
+        [&] {
+            const bool pregunta = !se_sabe_que_falta;
+            se_sabe_que_falta = false;
+            return (pregunta && i_vale(i_existencia(ruta), escalon.es_el_ultimo)) ||
+                   i_crea_o_existe(ruta, escalon.es_el_ultimo, &codigo);
+        },
+        codigo, [&] { return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}); });
 }
 
-unsigned short i_sube(escalera& camino, unsigned short informa) {
+bool i_sube(escalera& camino, bool informa) {
     if (camino.niveles() == 0) {
-        return CIERTO;
+        return true;
     }
     for (std::size_t i = camino.anidada() ? i_niveles_existentes(camino) : 0; i < camino.niveles(); ++i) {
         const nivel escalon = camino.hasta(i);
-        if (i_crea_nivel(escalon, camino.anidada(), informa) != CIERTO) {
-            if (informa == CIERTO) {
+        if (!i_crea_nivel(escalon, camino.anidada(), informa)) {
+            if (informa) {
                 i_muestra_mensaje(i_msg_53952_nombre_directorio_incorrecto, a_vista(escalon.mostrado));
             }
-            return FALSO;
+            return false;
         }
     }
-    return CIERTO;
+    return true;
 }
 
 // An incorrect path is shown and tried all the same. A prefix of the system's is not what is judged.
@@ -261,18 +250,14 @@ void i_avisa_si_es_incorrecto(vista_w path) {
     }
     const cadena_w sin_prefijo = lmlongpath_desprepend_path(recorta_derecha(path));
     const vista_w juzgado = sin_prefijo.ver().substr(i_lleva_prefijo(sin_prefijo.ver()) ? 4 : 0);
-    if (i_path_correcto_UNICODE(juzgado, FALSO, FALSO, nullptr, nullptr) != CIERTO) {
+    if (!i_path_correcto_UNICODE(juzgado).correcto) {
         i_muestra_mensaje(i_msg_53955_fichero_no_correcto, recorta_derecha(path));
     }
 }
 
 }  // namespace
 
-unsigned short i_crea_directorios(const wchar_t* path, unsigned short es_directorio,
-                                  unsigned short informa) noexcept {
-    if (!i_comprueba(path != nullptr, "(path) != NULL")) {
-        return FALSO;
-    }
+bool i_crea_directorios(const wchar_t* path, bool es_directorio, bool informa) noexcept {
     const vista_w completo(path);
     i_avisa_si_es_incorrecto(completo);
     const vista_w raiz = completo.substr(0, i_largo_de_raiz(completo));
@@ -281,53 +266,15 @@ unsigned short i_crea_directorios(const wchar_t* path, unsigned short es_directo
     if (resto.ver().find(L"\\..\\") != vista_w::npos) {
         resto = i_sin_retrocesos(resto.ver());
     }
-    if (es_directorio == CIERTO && !acaba_en_separador(resto.ver())) {
+    if (es_directorio && !acaba_en_separador(resto.ver())) {
         resto = concatena<wchar_t>({resto.ver(), L"\\"});
     }
     const vista_w directorio = crt_splitpath(resto.ver()).directorio;
     if (raiz.empty() && (tras_raiz.empty() || directorio.empty())) {
-        return CIERTO;  // the current directory, which needs no creation
+        return true;  // the current directory, which needs no creation
     }
     escalera camino(raiz, i_raiz_fijada(raiz, tras_raiz).ver(), directorio);
     return i_sube(camino, informa);
 }
 
-}  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short cdir_crea_directorios_UNICODE(const wchar_t* path, unsigned short es_directorio) {
-    return i_crea_directorios(path, es_directorio, CIERTO);
-}
-
-void cdir_crea_directorios(const char* path, unsigned short es_directorio) {
-    puente_sin_resultado<cdir_crea_directorios_UNICODE>(path, es_directorio);
-}
-
-unsigned short cdir_crea_directorios_del_path_UNICODE(const wchar_t* path) {
-    return i_crea_directorios(path, CIERTO, CIERTO);
-}
-
-void cdir_crea_directorios_del_path(const char* path) {
-    puente_sin_resultado<cdir_crea_directorios_del_path_UNICODE>(path);
-}
-
-unsigned short cdir_crea_directorios_fichero_UNICODE(const wchar_t* path) {
-    return i_crea_directorios(path, FALSO, CIERTO);
-}
-
-void cdir_crea_directorios_fichero(const char* path) {
-    puente_sin_resultado<cdir_crea_directorios_fichero_UNICODE>(path);
-}
-
-unsigned short cdir_crea_directorios_si_es_posible_UNICODE(const wchar_t* path) {
-    return i_crea_directorios(path, CIERTO, FALSO);
-}
-
-unsigned short cdir_crea_directorios_fichero_si_es_posible_UNICODE(const wchar_t* path) {
-    return i_crea_directorios(path, FALSO, FALSO);
-}
-
-unsigned short cdir_crea_directorios_fichero_si_es_posible(const char* path) {
-    return puente<cdir_crea_directorios_fichero_si_es_posible_UNICODE>(path);
-}
+}  // namespace interno

@@ -1,26 +1,18 @@
-// Removing a directory and its ancestors while they are empty.
-//
-// Promises: the base is opened first and everything below it through it, so the base, and what lies above it, cannot
-// be removed, however base and directory are spelled; links are left alone, and what lies behind them; nothing is
-// removed after a report. One silent attempt a directory; the first that is not empty, or does not go, ends the climb.
-// A directory that holds only directories with a point in front counts as empty here, and the system then refuses its
-// removal.
-// Checked by tests/files/directorios_vacios_win32_test.cpp.
+// See directorios_vacios.hpp.
+#include "files/directorios_vacios.hpp"
+
 #include <algorithm>
 
-#include "cdir.h"
 #include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "files/borrado.hpp"
-#include "frame/puente.hpp"
 #include "listings/recorrido.hpp"
-#include "lumodir.h"
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // A component that the system resolves, or cuts to nothing ("..", "...", " "): it names another directory than the
@@ -50,11 +42,6 @@ std::size_t i_niveles_bajo_la_base(vista_w directorio, std::size_t largo_base) n
         }
         directorio = resto.substr(0, resto.size() - componente.size());
     }
-}
-
-bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
-    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
-                                  TRUE) == CSTR_EQUAL;
 }
 
 // A directory that is open, and the entry by which the one above it holds it.
@@ -249,23 +236,14 @@ void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada)
 }
 
 }  // namespace
-}  // namespace lumodir
 
-using namespace lumodir;
-
-void lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(const wchar_t* path_directorio,
-                                                               const wchar_t* path_base_no_borrar) {
-    if (!i_comprueba(path_directorio != nullptr, "(directorio) != NULL") ||
-        !i_comprueba(hay_texto(a_vista(path_directorio)), "widestr_longitud(directorio) > 0")) {
-        return;
-    }
-    const cadena_w unidad =
-        path_base_no_borrar == nullptr ? i_unidad_como_base(a_vista(path_directorio)) : cadena_w();
+void i_borra_directorios_vacios(const wchar_t* path_directorio, vista_w path_base_no_borrar) {
+    const bool hay_base = path_base_no_borrar.data() != nullptr;
+    const cadena_w unidad = hay_base ? cadena_w() : i_unidad_como_base(a_vista(path_directorio));
     const vista_w directorio = i_sin_separadores_finales(a_vista(path_directorio));
-    const vista_w base = i_sin_separadores_finales(
-        path_base_no_borrar == nullptr ? unidad.ver() : a_vista(path_base_no_borrar));
+    const vista_w base = i_sin_separadores_finales(hay_base ? path_base_no_borrar : unidad.ver());
     const bool es_principio =
-        path_base_no_borrar == nullptr ||
+        !hay_base ||
         i_comprueba(hay_texto(base) && empieza_por_sin_caja(directorio, base),
                     "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO");
     if (iguales_sin_caja(directorio, base) ||
@@ -277,7 +255,4 @@ void lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(const wchar_t* pa
     i_borra_mientras_esten_vacios(path_directorio, base);
 }
 
-void lumodir_borra_directorios_de_path_si_estan_vacios(const char* path_directorio,
-                                                       const char* path_base_no_borrar) {
-    puente<lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE>(path_directorio, path_base_no_borrar);
-}
+}  // namespace interno

@@ -1,19 +1,24 @@
-// Does a name exist, is it a directory, is it read-only, can it be read, how large is it: the questions that every
-// other file operation asks first.
+// Is a file read-only, can it be read, does a directory come back: the questions that every other file operation asks
+// first, beside that for existence (`i_existencia`).
 //
-// Promises: nothing on disk changes; nothing is retried; an answer is one call to the system, two for reading, and one
-// more for a name that is there but cannot be asked itself: it exists all the same.
+// Promises: nothing on disk changes; an answer is one call to the system, two for reading, and one more for a name
+// that is there but cannot be asked itself: it exists all the same. Only the wait for a directory asks again.
 // Cannot promise: that the answer still holds when the caller acts on it; nor to tell a missing name from one that
-// cannot be reached (an empty drive, a share that is away): both answer 0.
-// Checked by tests/files/existencia_win32_test.cpp.
+// cannot be reached (an empty drive, a share that is away): both answer no.
+// Checked by tests/files/existencia_win32_test.cpp and espera_directorio_win32_test.cpp.
 #pragma once
 
 #include "companions/lmlongpath.hpp"
-#include "lumodir_base.h"
 
-namespace lumodir {
+namespace interno {
 
-// 1 for an existing file whose read-only mark is set (a directory may bear the mark too).
-unsigned short es_fichero_de_solo_lectura(const ruta_fijada& path) noexcept;
+// An existing file, or directory, whose read-only mark is set.
+bool es_fichero_de_solo_lectura(const ruta_fijada& path) noexcept;
 
-}  // namespace lumodir
+bool i_se_puede_leer(const ruta_fijada& fichero) noexcept;
+
+// Waits for a directory on a network or removable drive to come back, as long as the retry policy of the program says.
+// Nothing in the directory is opened, and the user is not asked.
+bool i_espera_directorio(const ruta_fijada& directorio);
+
+}  // namespace interno

@@ -8,7 +8,7 @@
 #include "companions/lmlongpath.hpp"
 #include "companions/sin_dialogos.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD sitio_clasico = MAX_PATH;  // characters, terminator included
@@ -116,4 +116,4 @@ DWORD WINAPI i_nombre_largo_del_escritorio(const wchar_t* corto, wchar_t* largo,
     return static_cast<DWORD>(encontrada.size());
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -10,7 +10,7 @@
 
 #include "companions/sistema.hpp"
 
-namespace lumodir {
+namespace interno {
 
 DWORD i_nombre_largo(const wchar_t* corto, wchar_t* largo, DWORD sitio) noexcept;
 
@@ -20,4 +20,4 @@ DWORD WINAPI i_nombre_largo_del_escritorio(const wchar_t* corto, wchar_t* largo,
 // Tests only: the next question chooses anew.
 void i_olvida_nombre_largo() noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -5,7 +5,7 @@
 #include "companions/directorio_abierto.hpp"
 #include "companions/lmlongpath.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // How one attempt ended. A failure stays one even when the system has no code for it.
 struct desenlace {
@@ -103,4 +103,4 @@ protected:
     const entrada_leida entrada_;
 };
 
-}  // namespace lumodir
+}  // namespace interno

@@ -1,33 +1,18 @@
 // See permisos_escritura.hpp.
 #include "files/permisos_escritura.hpp"
 
-#include "cdir.h"
 #include "companions/directorio_abierto.hpp"
-#include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "files/crea_directorios.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
-#include "frame/puente.hpp"
-#include "lumodir.h"
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
-
-// What a test found: no reason means that writing works.
-using motivo = cadena_w;
-
-unsigned short i_entrega(motivo por_que, wchar_t** motivo_out) noexcept {
-    const unsigned short bien = por_que.es_nula() ? CIERTO : FALSO;
-    if (motivo_out != nullptr) {
-        *motivo_out = por_que.suelta();
-    }
-    return bien;
-}
 
 constexpr DWORD acceso_de_prueba = GENERIC_READ | GENERIC_WRITE;
 
@@ -80,6 +65,8 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
     return {};
 }
 
+}  // namespace
+
 motivo i_prueba_escritura(const ruta_fijada& fichero) {
     const existencia que_hay = i_existencia(fichero);
     if (que_hay.es_de_solo_lectura()) {
@@ -94,6 +81,8 @@ motivo i_prueba_escritura(const ruta_fijada& fichero) {
                ? motivo()
                : plataforma::strgetlasterror_texto_cod_error(codigo);
 }
+
+namespace {
 
 // No directory is the current one, as a bare drive is that of the drive: neither is the root, which joining a name to
 // them would make of them.
@@ -114,12 +103,13 @@ cadena_w i_sin_retrocesos(const ruta_fijada& directorio) {
     return forma.find(L"..") == vista_w::npos ? cadena_w(forma) : lmlongpath_forma_completa(directorio);
 }
 
-// `mostrado`: as messages show it. Its separator is part of the place: without it the root would be another.
-motivo i_prueba_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
+}  // namespace
+
+motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
     const cadena_w forma = i_sin_retrocesos(de_sonda.c_str());
     const ruta_fijada fijado(forma.c_str());
-    if (se_crea && i_crea_directorios(fijado.c_str(), CIERTO, FALSO) != CIERTO) {
+    if (se_crea && !i_crea_directorios(fijado.c_str(), true, false)) {
         return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {mostrado});
     }
     if (!i_se_crea_una_sonda(fijado)) {
@@ -128,74 +118,24 @@ motivo i_prueba_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea
     return {};
 }
 
-// Whether the path is one to go on with; if not, the reason is delivered.
-bool i_path_valido(const wchar_t* path, wchar_t** motivo_out) noexcept {
-    if (motivo_out != nullptr) {
-        *motivo_out = nullptr;
-    }
-    return cdir_es_path_valido_UNICODE(path, motivo_out) == CIERTO;
-}
-
-}  // namespace
-
-unsigned short prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {
-    const cadena_w de_sonda = i_directorio_de_sonda(a_vista(directorio));
-    return i_se_crea_una_sonda(de_sonda.c_str()) ? CIERTO : FALSO;
-}
-
-}  // namespace lumodir
-
-using namespace lumodir;
-
-unsigned short lumodir_se_puede_escribir_UNICODE_ex(const wchar_t* fichero, wchar_t** motivo_out) {
-    if (!i_comprueba(fichero != nullptr, "(fichero) != NULL")) {
-        if (motivo_out != nullptr) {
-            *motivo_out = nullptr;
-        }
-        return FALSO;
-    }
-    return i_entrega(i_prueba_escritura(fichero), motivo_out);
-}
-
-unsigned short cdir_se_puede_escribir_UNICODE(const wchar_t* fichero) {
-    return lumodir_se_puede_escribir_UNICODE_ex(fichero, nullptr);
-}
-
-unsigned short cdir_se_puede_escribir(const char* fichero) {
-    return puente<cdir_se_puede_escribir_UNICODE>(fichero);
-}
-
-unsigned short cdir_se_puede_escribir_en_directorio(const wchar_t* directorio, wchar_t** motivo_out) {
-    if (!i_path_valido(directorio, motivo_out)) {
-        return FALSO;
-    }
-    return i_entrega(i_prueba_en_directorio(a_vista(directorio), a_vista(directorio), true), motivo_out);
-}
-
-unsigned short cdir_se_puede_escribir_fichero_en_directorio(const wchar_t* fichero, wchar_t** motivo_out) {
-    if (!i_path_valido(fichero, motivo_out)) {
-        return FALSO;
-    }
-    const vista_w path = a_vista(fichero);
-    const vista_w directorio = i_directorio_de_fichero(path);
+motivo i_prueba_escritura_junto_a(vista_w fichero) {
+    const vista_w directorio = i_directorio_de_fichero(fichero);
     cadena_w mostrado(directorio);
     i_suprime_barra_final_si_hay(mostrado);
     // What is called ".." lies in the directory above that.
-    const bool es_retroceso = path.substr(directorio.size()) == L"..";
-    const cadena_w de_retroceso = concatena<wchar_t>({path, L"\\.."});
+    const bool es_retroceso = fichero.substr(directorio.size()) == L"..";
+    const cadena_w de_retroceso = concatena<wchar_t>({fichero, L"\\.."});
     // No directory at all needs no creation; that of a drive is not the process's.
-    const vista_w actual = path.substr(0, path.size() >= 2 && path[1] == L':' ? 2 : 0);
-    const vista_w donde = es_retroceso ? de_retroceso.ver() : directorio.empty() ? actual : directorio;
-    return i_entrega(i_prueba_en_directorio(donde, mostrado.ver(), !directorio.empty()), motivo_out);
+    const vista_w actual = fichero.substr(0, fichero.size() >= 2 && fichero[1] == L':' ? 2 : 0);
+    return i_prueba_escritura_en_directorio(es_retroceso         ? de_retroceso.ver()
+                                            : directorio.empty() ? actual
+                                                                 : directorio,
+                                            mostrado.ver(), !directorio.empty());
 }
 
-unsigned short lumodir_tiene_permiso_escritura_fichero_UNICODE(const wchar_t* fichero) {
-    if (!i_comprueba(fichero != nullptr, "(fichero) != NULL")) {
-        return FALSO;
-    }
-    return lmlongpath_waccess(fichero, acceso_escritura);
+bool prueba_escritura_en_directorio(const wchar_t* directorio) noexcept {
+    const cadena_w de_sonda = i_directorio_de_sonda(a_vista(directorio));
+    return i_se_crea_una_sonda(de_sonda.c_str());
 }
 
-unsigned short cdir_tiene_permiso_escritura_fichero(const char* fichero) {
-    return puente<lumodir_tiene_permiso_escritura_fichero_UNICODE>(fichero);
-}
+}  // namespace interno

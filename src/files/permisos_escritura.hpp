@@ -8,11 +8,21 @@
 // Checked by tests/files/permisos_escritura_win32_test.cpp.
 #pragma once
 
-#include "lumodir_base.h"
+#include "companions/lmlongpath.hpp"
 
-namespace lumodir {
+namespace interno {
 
-// Creates a probe file of this process in the directory, and deletes it. 1 when that can be done.
-unsigned short prueba_escritura_en_directorio(const wchar_t* directorio) noexcept;
+// What a test found: a NULL string means that writing works.
+using motivo = cadena_w;
 
-}  // namespace lumodir
+motivo i_prueba_escritura(const ruta_fijada& fichero);
+// `mostrado`: as messages show it. The separator of a directory is part of the place: without it the root would be
+// another. `se_crea`: it is made first where it is missing.
+motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea);
+// In the directory of a file.
+motivo i_prueba_escritura_junto_a(vista_w fichero);
+
+// Creates a probe file of this process in the directory, and deletes it; answers whether that can be done.
+bool prueba_escritura_en_directorio(const wchar_t* directorio) noexcept;
+
+}  // namespace interno

@@ -8,11 +8,21 @@
 // Checked by tests/files/programa_win32_test.cpp.
 #pragma once
 
-#include "companions/cadena.hpp"
+#include "companions/arr.hpp"
 
-namespace lumodir {
+namespace interno {
 
+cadena_w i_path_del_programa() noexcept;
+
+cadena_w i_path_corto(const wchar_t* path) noexcept;
 // The long form without extended-length prefix.
 cadena_w i_path_largo(const wchar_t* path) noexcept;
 
-}  // namespace lumodir
+// The current directory; one that the C runtime does not tell is reported, and the answer empty.
+cadena_w i_path_actual() noexcept;
+cadena_a i_path_actual_ansi() noexcept;
+
+// The paths of PATH where the name exists, or the first of them.
+objeto<ArrCADENA_u> i_busca_en_el_path(vista_w nombre, bool todos) noexcept;
+
+}  // namespace interno

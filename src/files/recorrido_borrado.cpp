@@ -1,7 +1,7 @@
 // See recorrido_borrado.hpp.
 #include "files/recorrido_borrado.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 bool i_interesa(vista_w nombre, subdirectorios cuales) noexcept {
@@ -94,4 +94,4 @@ recorrido::orden i_orden_de_borrado() noexcept {
     return {[](vista_w a, vista_w b) noexcept { return a.compare(b); }, false};
 }
 
-}  // namespace lumodir
+}  // namespace interno

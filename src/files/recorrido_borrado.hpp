@@ -9,7 +9,7 @@
 #include "files/objetivo.hpp"
 #include "listings/recorrido.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Which subdirectories a walk sees.
 enum class subdirectorios {
@@ -70,4 +70,4 @@ llegada i_recorre_para_borrar(recorrido& arbol, subdirectorios cuales, visitante
 // The order in which subdirectories are deleted: by name, code unit by code unit.
 recorrido::orden i_orden_de_borrado() noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -6,16 +6,16 @@
 #pragma once
 
 #include "files/objetivo.hpp"
-#include "lumodir_base.h"
 
-namespace lumodir {
+namespace interno {
 
 // Makes a file read-only (`modo_lectura`) or writable (`modo_escritura`, both of lmlongpath.hpp), retried; the user
-// is asked when `informa` is 1. Any other mode is reported and handed to the system all the same. 1 when done.
-unsigned short i_cambia_proteccion(objetivo& fichero, int modo, unsigned short informa) noexcept;
-unsigned short i_cambia_proteccion(const ruta_fijada& nomfich, int modo, unsigned short informa) noexcept;
+// is asked where `informa` says so. Any other mode is reported and handed to the system all the same.
+bool i_cambia_proteccion(objetivo& fichero, int modo, bool informa) noexcept;
+bool i_cambia_proteccion(const ruta_fijada& fichero, int modo, bool informa) noexcept;
+void i_desprotege_si_existe(const ruta_fijada& fichero) noexcept;
 
 // Renames, retried, the user being asked. `negativa`: the code for which the system is not asked to, if any.
 void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWORD negativa = ERROR_SUCCESS);
 
-}  // namespace lumodir
+}  // namespace interno

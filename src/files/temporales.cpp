@@ -1,14 +1,8 @@
-// Temporary and unique files: empty files that the system names and reserves on disk, in the temporary directory or
-// in a given one.
-//
-// Promises: a file that is handed out exists, is empty and was never handed out to anybody else, however many
-// processes ask at once (the system creates it, and a renaming never replaces); what could not be used is deleted. A
-// directory is tied to its place once; one that leaves no room for a name counts as missing.
-// Cannot promise: that the fallback for a missing temporary directory exists: it is neither checked nor created.
-// Checked by tests/files/temporales_win32_test.cpp and unicos_win32_test.cpp.
+// See temporales.hpp.
+#include "files/temporales.hpp"
+
 #include <algorithm>
 
-#include "cdir.h"
 #include "companions/error_interno.hpp"
 #include "companions/lmaviso.hpp"
 #include "companions/lmlongpath.hpp"
@@ -18,13 +12,12 @@
 #include "files/programa.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
-#include "lumodir.h"
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
 #include "system/lumoreg.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD sitio_directorio = MAX_PATH;  // units, terminator included
@@ -85,13 +78,13 @@ cadena_w i_directorio_de_respaldo() {
     return ret < sitio_directorio ? cadena_w(vista_w(bufer, ret)) : cadena_w(vista_w());
 }
 
-cadena_w i_directorio_temporal() {
+cadena_w i_directorio_temporal_dado() {
     wchar_t bufer[sitio_directorio] = {};
     const DWORD longitud = sistema.GetTempPathW(sitio_directorio, bufer);
     i_comprueba(longitud < sitio_directorio, "longitud < _MAX_PATH");
     // One that the system cannot tell, or that leaves no room for a name, counts as missing.
     const bool cabe = longitud > 0 && longitud < sitio_directorio && i_deja_sitio(vista_w(bufer, longitud));
-    if (cabe && cdir_existe_directorio_UNICODE(bufer) == CIERTO) {
+    if (cabe && i_existencia(bufer).hay()) {
         return cadena_w(vista_w(bufer, longitud));
     }
     const cadena_w respaldo = i_directorio_de_respaldo();
@@ -130,26 +123,6 @@ cadena_w i_tres_frases(const cadena_w& directorio, DWORD codigo, const cadena_w&
     return copiaforu_nousar_formatea(L"%s\n%s\n%s", {hecho, causa, remedio});
 }
 
-cadena_w i_crea_fichero_temporal() {
-    const cadena_w directorio = i_directorio_temporal();
-    const ruta_fijada fijado(directorio.c_str());
-    DWORD codigo = ERROR_SUCCESS;
-    cadena_w nombre = i_insiste_con_prefijo(fijado, prefijo_primero, &codigo);
-    if (nombre.es_nula()) {
-        // In service mode too: nothing that needs a temporary file works until somebody mends this.
-        const cadena_w aviso = i_tres_frases(
-            directorio, codigo, i_mensaje(i_msg_402847_borrar_ficheros_o_modificar_temp, {directorio}));
-        lmaviso_aviso_interno_como_error_u(aviso.c_str());
-        nombre = i_insiste_con_prefijo(fijado, prefijo_segundo, &codigo);
-    }
-    if (nombre.es_nula()) {
-        error_interno_liberando_mensaje_u(
-            i_tres_frases(directorio, codigo, i_mensaje(i_msg_385692_modificar_variable_temp)));
-        return cadena_w(vista_w());
-    }
-    return i_path_largo(nombre.c_str());
-}
-
 // A file of the system's with another extension. Whoever else looks for a name at the same time gets another: the
 // system never creates the same file twice, and a renaming never replaces, which makes it the test of existence too.
 class fichero_unico {
@@ -161,7 +134,7 @@ public:
     // What could not be used goes at the end: while it stands, the system cannot offer it again.
     ~fichero_unico() {
         for (std::size_t i = 0; i < descartados_->num(); ++i) {
-            i_borra_fichero(descartados_->texto(i), nullptr, CIERTO);
+            i_borra_fichero(descartados_->texto(i), nullptr, true);
         }
     }
 
@@ -195,10 +168,10 @@ private:
     }
     cadena_w i_candidato(const wchar_t* directorio, vista_w nombre) const {
         // A separator would make the root of a bare drive, whose current directory holds the file.
-        const vista_w donde(directorio);
-        const vista_w recortado = recorta_derecha(donde);
+        const vista_w entero(directorio);
+        const vista_w recortado = recorta_derecha(entero);
         return es_unidad_sola(recortado) ? i_makepath<wchar_t>(recortado, {}, nombre, extension_)
-                                         : i_makepath<wchar_t>({}, donde, nombre, extension_);
+                                         : i_makepath<wchar_t>({}, entero, nombre, extension_);
     }
     bool i_es_la_del_sistema() const noexcept {
         const bool con_punto = !extension_.empty() && extension_.front() == L'.';
@@ -226,49 +199,42 @@ private:
     objeto<ArrCADENA_u> descartados_ = objeto<ArrCADENA_u>::crea();
 };
 
+}  // namespace
+
+cadena_w i_directorio_temporal() {
+    return i_path_largo(i_directorio_temporal_dado().c_str());
+}
+
+cadena_w i_crea_fichero_temporal() {
+    const cadena_w directorio = i_directorio_temporal_dado();
+    const ruta_fijada fijado(directorio.c_str());
+    DWORD codigo = ERROR_SUCCESS;
+    cadena_w nombre = i_insiste_con_prefijo(fijado, prefijo_primero, &codigo);
+    if (nombre.es_nula()) {
+        // In service mode too: nothing that needs a temporary file works until somebody mends this.
+        const cadena_w aviso = i_tres_frases(
+            directorio, codigo, i_mensaje(i_msg_402847_borrar_ficheros_o_modificar_temp, {directorio}));
+        lmaviso_aviso_interno_como_error_u(aviso.c_str());
+        nombre = i_insiste_con_prefijo(fijado, prefijo_segundo, &codigo);
+    }
+    if (nombre.es_nula()) {
+        error_interno_liberando_mensaje_u(
+            i_tres_frases(directorio, codigo, i_mensaje(i_msg_385692_modificar_variable_temp)));
+        return cadena_w(vista_w());
+    }
+    return i_path_largo(nombre.c_str());
+}
+
+cadena_w i_crea_fichero_temporal_con_ext(vista_w ext) {
+    if (iguales_sin_caja(ext, extension_del_sistema)) {
+        return i_crea_fichero_temporal();
+    }
+    const cadena_w directorio = i_directorio_temporal_dado();
+    return i_path_largo(i_crea_fichero_unico(directorio.c_str(), ext).c_str());
+}
+
 cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension) {
     return fichero_unico(directorio, extension).crea();
 }
 
-}  // namespace
-}  // namespace lumodir
-
-using namespace lumodir;
-
-wchar_t* lumodir_dameDirectorioTemporal(void) {
-    const cadena_w directorio = i_directorio_temporal();
-    return i_path_largo(directorio.c_str()).suelta();
-}
-
-wchar_t* lumodir_creaFicheroTemporal(void) {
-    return i_crea_fichero_temporal().suelta();
-}
-
-wchar_t* lumodir_creaFicheroTemporalConExt(const wchar_t* ext) {
-    if (!i_comprueba(ext != nullptr, "(ext) != NULL")) {
-        return cadena_w(vista_w()).suelta();
-    }
-    if (iguales_sin_caja(vista_w(ext), extension_del_sistema)) {
-        return lumodir_creaFicheroTemporal();
-    }
-    const cadena_w directorio = i_directorio_temporal();
-    const cadena_w fichero = i_crea_fichero_unico(directorio.c_str(), ext);
-    return i_path_largo(fichero.c_str()).suelta();
-}
-
-wchar_t* lumodir_creaFicheroUnicoEnDirectorio(const wchar_t* directorioTemporal, const wchar_t* ext) {
-    const bool hay_directorio = i_comprueba(directorioTemporal != nullptr, "(directorioTemporal) != NULL");
-    if (!i_comprueba(ext != nullptr, "(ext) != NULL") || !hay_directorio) {
-        return cadena_w(vista_w()).suelta();
-    }
-    return i_crea_fichero_unico(directorioTemporal, ext).suelta();
-}
-
-wchar_t* lumodir_creaFicheroTemporalEnDirectorio(const wchar_t* directorioTemporal, const wchar_t* nombre) {
-    const vista_w directorio = a_vista(directorioTemporal);
-    if (directorio.empty() || a_vista(nombre).empty()) {
-        return nullptr;
-    }
-    cdir_crea_directorios_del_path_UNICODE(directorioTemporal);
-    return i_concatena_directorios<wchar_t>(directorio, a_vista(nombre)).suelta();
-}
+}  // namespace interno

@@ -9,7 +9,7 @@
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr long long sin_fecha = -1;  // what the readers of time values answer to a failure
@@ -72,16 +72,9 @@ bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, con
 bool i_asigna_fechas(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
                      bool informar) noexcept {
     DWORD codigo = ERROR_SUCCESS;
-    return i_con_reintentos(
-        true, informar, [&] { return i_intenta_asignar(fichero, creacion, modificacion, &codigo); },
-        [&](BuclRein* bucle) {
-            buclrein_set_mensaje_reintentar(
-                bucle,
-                [&] {
-                    return i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()});
-                },
-                codigo);
-        });
+    return i_insiste(
+        informar, [&] { return i_intenta_asignar(fichero, creacion, modificacion, &codigo); }, codigo,
+        [&] { return i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()}); });
 }
 
 // 0 means to the system "leave the date as it is", and so do -1 and -2 ("from now on" and "again from now on"); other
@@ -195,4 +188,4 @@ bool i_asigna_valor_local(const wchar_t* fichero, long long valor) noexcept {
            i_asigna_fechas(fichero, nullptr, &modificacion, true);
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -10,7 +10,7 @@
 #include "companions/lmlongpath.hpp"
 #include "companions/reloj.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The three dates of a file, in UTC. The code, where it is wanted, receives 0 or the system's error. After a failure the
 // dates are untouched.
@@ -30,4 +30,4 @@ bool i_lee_fechas_locales(const wchar_t* fichero, FILETIME* creacion, FILETIME* 
 bool i_asigna_fechas_locales(const wchar_t* fichero, const FILETIME* creacion,
                              const FILETIME* modificacion) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -3,12 +3,11 @@
 
 #include "companions/lmaviso.hpp"
 #include "companions/msglocal.hpp"
-#include "lumodir.h"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
-func_fichero_abierto i_func_fichero_abierto = nullptr;
+LumodirFncComprobarFichero i_func_fichero_abierto = nullptr;
 
 }  // namespace
 
@@ -36,16 +35,12 @@ void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept
     }
 }
 
-func_fichero_abierto i_func_comprobar_fichero_no_esta_abierto() noexcept {
+void i_establece_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero func) noexcept {
+    i_func_fichero_abierto = func;
+}
+
+LumodirFncComprobarFichero i_func_comprobar_fichero_no_esta_abierto() noexcept {
     return i_func_fichero_abierto;
 }
 
-}  // namespace lumodir
-
-void lumodir_establece_modo_servicio_sin_reintentos(void) {
-    lumodir::buclrein_establece_modo_servicio_sin_reintentos();
-}
-
-void lumodir_set_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero funcion) {
-    lumodir::i_func_fichero_abierto = funcion;
-}
+}  // namespace interno

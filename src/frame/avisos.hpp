@@ -8,8 +8,9 @@
 #include "companions/buclrein.hpp"
 #include "companions/cadena.hpp"
 #include "companions/registro_mensaje.hpp"
+#include "lumodir_ajustes.h"
 
-namespace lumodir {
+namespace interno {
 
 // The message in the user's language, formatted with its arguments.
 cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {},
@@ -21,7 +22,7 @@ void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept
 void i_muestra_texto(const wchar_t* texto) noexcept;
 
 // The file-open callback of the host; NULL when there is none.
-using func_fichero_abierto = unsigned short (*)(const wchar_t* path);
-func_fichero_abierto i_func_comprobar_fichero_no_esta_abierto() noexcept;
+void i_establece_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero func) noexcept;
+LumodirFncComprobarFichero i_func_comprobar_fichero_no_esta_abierto() noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -7,8 +7,8 @@
 // Cannot promise: the order of the arguments inside a sentence. Formatting knows no positions, so a
 // translation has to be worded in such a way that its placeholders follow the Spanish order.
 //
-// A new message is one block and its builder, a declaration in the header and a row in the table at the
-// end. A new language is a slot in the companions' header, its bit below, and a line per block.
+// A new message is one block and a line in the list of the header. A new language is a slot in the companions' header,
+// its bit below, and a line per block.
 //
 // Checked by tests/frame/catalogo_test.cpp.
 
@@ -18,7 +18,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace lumodir {
+namespace interno {
 
 namespace {
 
@@ -369,9 +369,6 @@ constexpr datos_mensaje m_31827_no_existe_directorio{
         {japones,     L"ディレクトリ '%s' は存在しません。"},
     },
 };
-void i_msg_31827_no_existe_directorio(RegistroMensaje* registro) {
-    i_construye<m_31827_no_existe_directorio>(registro);
-}
 
 constexpr datos_mensaje m_53948_no_se_puede_crear_directorio{
     .id = 53948, .fichero_mensajes = lumodir_msg, .linea = 4,
@@ -392,9 +389,6 @@ constexpr datos_mensaje m_53948_no_se_puede_crear_directorio{
         {japones,     L"ディレクトリ '%s' を作成できません"},
     },
 };
-void i_msg_53948_no_se_puede_crear_directorio(RegistroMensaje* registro) {
-    i_construye<m_53948_no_se_puede_crear_directorio>(registro);
-}
 
 constexpr datos_mensaje m_53949_caracteres_no_validos_en_nombre{
     .id = 53949, .fichero_mensajes = lumodir_msg, .linea = 50,
@@ -415,9 +409,6 @@ constexpr datos_mensaje m_53949_caracteres_no_validos_en_nombre{
         {japones,     L"名前 '%s' に無効な文字が含まれています"},
     },
 };
-void i_msg_53949_caracteres_no_validos_en_nombre(RegistroMensaje* registro) {
-    i_construye<m_53949_caracteres_no_validos_en_nombre>(registro);
-}
 
 constexpr datos_mensaje m_53950_no_se_puede_borrar_fichero_que_no_existe{
     .id = 53950, .fichero_mensajes = lumodir_msg, .linea = 180,
@@ -439,9 +430,6 @@ constexpr datos_mensaje m_53950_no_se_puede_borrar_fichero_que_no_existe{
         {japones,     L"ファイル '%s' を削除できません (ファイルが存在しません)"},
     },
 };
-void i_msg_53950_no_se_puede_borrar_fichero_que_no_existe(RegistroMensaje* registro) {
-    i_construye<m_53950_no_se_puede_borrar_fichero_que_no_existe>(registro);
-}
 
 // Shares its id with the next message on purpose.
 constexpr datos_mensaje m_53951_no_se_puede_borrar_fichero{
@@ -464,9 +452,6 @@ constexpr datos_mensaje m_53951_no_se_puede_borrar_fichero{
         {japones,     L"ファイル '%s' を削除できません"},
     },
 };
-void i_msg_53951_no_se_puede_borrar_fichero(RegistroMensaje* registro) {
-    i_construye<m_53951_no_se_puede_borrar_fichero>(registro);
-}
 
 constexpr datos_mensaje m_53951_no_se_puede_renombrar{
     .id = 53951, .fichero_mensajes = lumodir_msg, .linea = 345,
@@ -488,9 +473,6 @@ constexpr datos_mensaje m_53951_no_se_puede_renombrar{
         {japones,     L"ファイルの名前を変更できません"},
     },
 };
-void i_msg_53951_no_se_puede_renombrar(RegistroMensaje* registro) {
-    i_construye<m_53951_no_se_puede_renombrar>(registro);
-}
 
 constexpr datos_mensaje m_53952_nombre_directorio_incorrecto{
     .id = 53952, .fichero_mensajes = lumodir_msg, .linea = 375,
@@ -511,9 +493,6 @@ constexpr datos_mensaje m_53952_nombre_directorio_incorrecto{
         {japones,     L"ディレクトリ名 '%s' が正しくありません"},
     },
 };
-void i_msg_53952_nombre_directorio_incorrecto(RegistroMensaje* registro) {
-    i_construye<m_53952_nombre_directorio_incorrecto>(registro);
-}
 
 constexpr datos_mensaje m_53953_no_se_puede_borrar_directorio_que_no_existe{
     .id = 53953, .fichero_mensajes = lumodir_msg, .linea = 421,
@@ -534,9 +513,6 @@ constexpr datos_mensaje m_53953_no_se_puede_borrar_directorio_que_no_existe{
         {japones,     L"ディレクトリ '%s' を削除できません (ディレクトリが存在しません)"},
     },
 };
-void i_msg_53953_no_se_puede_borrar_directorio_que_no_existe(RegistroMensaje* registro) {
-    i_construye<m_53953_no_se_puede_borrar_directorio_que_no_existe>(registro);
-}
 
 constexpr datos_mensaje m_53954_no_se_puede_borrar_directorio{
     .id = 53954, .fichero_mensajes = lumodir_msg, .linea = 469,
@@ -557,9 +533,6 @@ constexpr datos_mensaje m_53954_no_se_puede_borrar_directorio{
         {japones,     L"ディレクトリ '%s' を削除できません"},
     },
 };
-void i_msg_53954_no_se_puede_borrar_directorio(RegistroMensaje* registro) {
-    i_construye<m_53954_no_se_puede_borrar_directorio>(registro);
-}
 
 constexpr datos_mensaje m_53955_fichero_no_correcto{
     .id = 53955, .fichero_mensajes = lumodir_msg, .linea = 517,
@@ -581,9 +554,6 @@ constexpr datos_mensaje m_53955_fichero_no_correcto{
         {japones,     L"ファイル名 '%s' が正しくありません"},
     },
 };
-void i_msg_53955_fichero_no_correcto(RegistroMensaje* registro) {
-    i_construye<m_53955_fichero_no_correcto>(registro);
-}
 
 constexpr datos_mensaje m_53957_punto_al_principio_o_final{
     .id = 53957, .fichero_mensajes = lumodir_msg, .linea = 563,
@@ -604,9 +574,6 @@ constexpr datos_mensaje m_53957_punto_al_principio_o_final{
         {japones,     L"パスの先頭または末尾にピリオドが見つかりました: '%s'"},
     },
 };
-void i_msg_53957_punto_al_principio_o_final(RegistroMensaje* registro) {
-    i_construye<m_53957_punto_al_principio_o_final>(registro);
-}
 
 constexpr datos_mensaje m_53958_unidad_debe_ser_letra{
     .id = 53958, .fichero_mensajes = lumodir_msg, .linea = 612,
@@ -627,9 +594,6 @@ constexpr datos_mensaje m_53958_unidad_debe_ser_letra{
         {japones,     L"ディスク ドライブの名前は英字でなければなりません。"},
     },
 };
-void i_msg_53958_unidad_debe_ser_letra(RegistroMensaje* registro) {
-    i_construye<m_53958_unidad_debe_ser_letra>(registro);
-}
 
 constexpr datos_mensaje m_53959_unidad_de_red_incompleta{
     .id = 53959, .fichero_mensajes = lumodir_msg, .linea = 659,
@@ -650,9 +614,6 @@ constexpr datos_mensaje m_53959_unidad_de_red_incompleta{
         {japones,     L"ネットワーク ドライブの名前が不完全です。"},
     },
 };
-void i_msg_53959_unidad_de_red_incompleta(RegistroMensaje* registro) {
-    i_construye<m_53959_unidad_de_red_incompleta>(registro);
-}
 
 constexpr datos_mensaje m_53960_sin_nombre_de_directorio{
     .id = 53960, .fichero_mensajes = lumodir_msg, .linea = 706,
@@ -673,9 +634,6 @@ constexpr datos_mensaje m_53960_sin_nombre_de_directorio{
         {japones,     L"ディレクトリ名が指定されていません"},
     },
 };
-void i_msg_53960_sin_nombre_de_directorio(RegistroMensaje* registro) {
-    i_construye<m_53960_sin_nombre_de_directorio>(registro);
-}
 
 // "Locking" is setting the read-only protection, hence write protection in the other languages.
 constexpr datos_mensaje m_53961_no_se_puede_proteger_fichero{
@@ -698,9 +656,6 @@ constexpr datos_mensaje m_53961_no_se_puede_proteger_fichero{
         {japones,     L"ファイル '%s' を書き込み禁止にできません"},
     },
 };
-void i_msg_53961_no_se_puede_proteger_fichero(RegistroMensaje* registro) {
-    i_construye<m_53961_no_se_puede_proteger_fichero>(registro);
-}
 
 constexpr datos_mensaje m_53962_no_se_puede_desproteger_fichero{
     .id = 53962, .fichero_mensajes = lumodir_msg, .linea = 821,
@@ -722,9 +677,6 @@ constexpr datos_mensaje m_53962_no_se_puede_desproteger_fichero{
         {japones,     L"ファイル '%s' の書き込み禁止を解除できません"},
     },
 };
-void i_msg_53962_no_se_puede_desproteger_fichero(RegistroMensaje* registro) {
-    i_construye<m_53962_no_se_puede_desproteger_fichero>(registro);
-}
 
 constexpr datos_mensaje m_53963_esperando_acceso_a_directorio{
     .id = 53963, .fichero_mensajes = lumodir_msg, .linea = 859,
@@ -745,9 +697,6 @@ constexpr datos_mensaje m_53963_esperando_acceso_a_directorio{
         {japones,     L"ディレクトリ '%s' へのアクセスを待機しています"},
     },
 };
-void i_msg_53963_esperando_acceso_a_directorio(RegistroMensaje* registro) {
-    i_construye<m_53963_esperando_acceso_a_directorio>(registro);
-}
 
 // Shares its id with the next message on purpose: there the name stands without quotes.
 constexpr datos_mensaje m_74876_no_existe_fichero{
@@ -770,9 +719,6 @@ constexpr datos_mensaje m_74876_no_existe_fichero{
         {japones,     L"ファイル '%s' は存在しません"},
     },
 };
-void i_msg_74876_no_existe_fichero(RegistroMensaje* registro) {
-    i_construye<m_74876_no_existe_fichero>(registro);
-}
 
 constexpr datos_mensaje m_74876_no_existe_fichero_sin_comillas{
     .id = 74876, .fichero_mensajes = ficheros_msg, .linea = 4,
@@ -794,9 +740,6 @@ constexpr datos_mensaje m_74876_no_existe_fichero_sin_comillas{
         {japones,     L"ファイル %s は存在しません"},
     },
 };
-void i_msg_74876_no_existe_fichero_sin_comillas(RegistroMensaje* registro) {
-    i_construye<m_74876_no_existe_fichero_sin_comillas>(registro);
-}
 
 constexpr datos_mensaje m_158391_no_se_puede_abrir_para_cambiar_fecha{
     .id = 158391, .fichero_mensajes = timefich_msg, .linea = 4,
@@ -818,9 +761,6 @@ constexpr datos_mensaje m_158391_no_se_puede_abrir_para_cambiar_fecha{
         {japones,     L"ファイル '%s' を開いて日付を変更することができません。"},
     },
 };
-void i_msg_158391_no_se_puede_abrir_para_cambiar_fecha(RegistroMensaje* registro) {
-    i_construye<m_158391_no_se_puede_abrir_para_cambiar_fecha>(registro);
-}
 
 constexpr datos_mensaje m_374376_path_demasiado_largo{
     .id = 374376, .fichero_mensajes = lumodir_msg, .linea = 752,
@@ -841,9 +781,6 @@ constexpr datos_mensaje m_374376_path_demasiado_largo{
         {japones,     L"パス '%s' の長さが、許可されている最大長 (%ld) を超えています。"},
     },
 };
-void i_msg_374376_path_demasiado_largo(RegistroMensaje* registro) {
-    i_construye<m_374376_path_demasiado_largo>(registro);
-}
 
 constexpr datos_mensaje m_385690_no_se_puede_crear_temporal{
     .id = 385690, .fichero_mensajes = lumodir_msg, .linea = 897,
@@ -879,9 +816,6 @@ constexpr datos_mensaje m_385690_no_se_puede_crear_temporal{
                       L"よって許可されていません。"},
     },
 };
-void i_msg_385690_no_se_puede_crear_temporal(RegistroMensaje* registro) {
-    i_construye<m_385690_no_se_puede_crear_temporal>(registro);
-}
 
 constexpr datos_mensaje m_385691_codigo_de_error_de_windows{
     .id = 385691, .fichero_mensajes = lumodir_msg, .linea = 934,
@@ -902,9 +836,6 @@ constexpr datos_mensaje m_385691_codigo_de_error_de_windows{
         {japones,     L"Windows から返されたエラー コードは '%s' です。"},
     },
 };
-void i_msg_385691_codigo_de_error_de_windows(RegistroMensaje* registro) {
-    i_construye<m_385691_codigo_de_error_de_windows>(registro);
-}
 
 constexpr datos_mensaje m_385692_modificar_variable_temp{
     .id = 385692, .fichero_mensajes = lumodir_msg, .linea = 962,
@@ -951,9 +882,6 @@ constexpr datos_mensaje m_385692_modificar_variable_temp{
                       L"プログラムの一時ファイルを作成するディレクトリを設定してください。"},
     },
 };
-void i_msg_385692_modificar_variable_temp(RegistroMensaje* registro) {
-    i_construye<m_385692_modificar_variable_temp>(registro);
-}
 
 constexpr datos_mensaje m_401224_fichero_en_uso_o_sin_permiso{
     .id = 401224, .fichero_mensajes = lumodir_msg, .linea = 277,
@@ -989,9 +917,6 @@ constexpr datos_mensaje m_401224_fichero_en_uso_o_sin_permiso{
                       L"このディレクトリへの書き込みアクセス許可がない可能性があります。"},
     },
 };
-void i_msg_401224_fichero_en_uso_o_sin_permiso(RegistroMensaje* registro) {
-    i_construye<m_401224_fichero_en_uso_o_sin_permiso>(registro);
-}
 
 // The Spanish text says "archivos" itself, so the regional variants share it.
 constexpr datos_mensaje m_402847_borrar_ficheros_o_modificar_temp{
@@ -1041,9 +966,6 @@ constexpr datos_mensaje m_402847_borrar_ficheros_o_modificar_temp{
                       L"プログラムの一時ファイルを作成するディレクトリを設定してください。"},
     },
 };
-void i_msg_402847_borrar_ficheros_o_modificar_temp(RegistroMensaje* registro) {
-    i_construye<m_402847_borrar_ficheros_o_modificar_temp>(registro);
-}
 
 constexpr datos_mensaje m_404522_sin_permiso_en_directorio{
     .id = 404522, .fichero_mensajes = lumodir_msg, .linea = 1075,
@@ -1089,9 +1011,6 @@ constexpr datos_mensaje m_404522_sin_permiso_en_directorio{
                       L"書き込みアクセス許可があることを確認してください。"},
     },
 };
-void i_msg_404522_sin_permiso_en_directorio(RegistroMensaje* registro) {
-    i_construye<m_404522_sin_permiso_en_directorio>(registro);
-}
 
 constexpr datos_mensaje m_404523_fichero_sin_permiso_de_escritura{
     .id = 404523, .fichero_mensajes = lumodir_msg, .linea = 1131,
@@ -1113,48 +1032,19 @@ constexpr datos_mensaje m_404523_fichero_sin_permiso_de_escritura{
         {japones,     L"ファイルへの書き込みアクセス許可がありません。"},
     },
 };
-void i_msg_404523_fichero_sin_permiso_de_escritura(RegistroMensaje* registro) {
-    i_construye<m_404523_fichero_sin_permiso_de_escritura>(registro);
-}
 
 // clang-format on
 
 // The name of a row is the name of its builder and its id the one in the texts: neither is typed twice.
-#define I_ENTRADA(mensaje) \
-    { "i_msg_" #mensaje, m_##mensaje.id, i_msg_##mensaje }
+#define I_CONSTRUCTOR(mensaje)                        \
+    void i_msg_##mensaje(RegistroMensaje* registro) { \
+        i_construye<m_##mensaje>(registro);           \
+    }
+LUMODIR_MENSAJES(I_CONSTRUCTOR)
+#undef I_CONSTRUCTOR
 
-constexpr entrada_catalogo catalogo[num_mensajes_catalogo] = {
-    I_ENTRADA(31827_no_existe_directorio),
-    I_ENTRADA(53948_no_se_puede_crear_directorio),
-    I_ENTRADA(53949_caracteres_no_validos_en_nombre),
-    I_ENTRADA(53950_no_se_puede_borrar_fichero_que_no_existe),
-    I_ENTRADA(53951_no_se_puede_borrar_fichero),
-    I_ENTRADA(53951_no_se_puede_renombrar),
-    I_ENTRADA(53952_nombre_directorio_incorrecto),
-    I_ENTRADA(53953_no_se_puede_borrar_directorio_que_no_existe),
-    I_ENTRADA(53954_no_se_puede_borrar_directorio),
-    I_ENTRADA(53955_fichero_no_correcto),
-    I_ENTRADA(53957_punto_al_principio_o_final),
-    I_ENTRADA(53958_unidad_debe_ser_letra),
-    I_ENTRADA(53959_unidad_de_red_incompleta),
-    I_ENTRADA(53960_sin_nombre_de_directorio),
-    I_ENTRADA(53961_no_se_puede_proteger_fichero),
-    I_ENTRADA(53962_no_se_puede_desproteger_fichero),
-    I_ENTRADA(53963_esperando_acceso_a_directorio),
-    I_ENTRADA(74876_no_existe_fichero),
-    I_ENTRADA(74876_no_existe_fichero_sin_comillas),
-    I_ENTRADA(158391_no_se_puede_abrir_para_cambiar_fecha),
-    I_ENTRADA(374376_path_demasiado_largo),
-    I_ENTRADA(385690_no_se_puede_crear_temporal),
-    I_ENTRADA(385691_codigo_de_error_de_windows),
-    I_ENTRADA(385692_modificar_variable_temp),
-    I_ENTRADA(401224_fichero_en_uso_o_sin_permiso),
-    I_ENTRADA(402847_borrar_ficheros_o_modificar_temp),
-    I_ENTRADA(404522_sin_permiso_en_directorio),
-    I_ENTRADA(404523_fichero_sin_permiso_de_escritura),
-};
-static_assert(catalogo[num_mensajes_catalogo - 1].id != 0, "a message is not in the table");
-
+#define I_ENTRADA(mensaje) {"i_msg_" #mensaje, m_##mensaje.id, i_msg_##mensaje},
+constexpr entrada_catalogo catalogo[num_mensajes_catalogo] = {LUMODIR_MENSAJES(I_ENTRADA)};
 #undef I_ENTRADA
 
-}  // namespace lumodir
+}  // namespace interno

@@ -13,57 +13,58 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 
 #include "companions/registro_mensaje.hpp"
 
-namespace lumodir {
+namespace interno {
 
-// Path names
-void i_msg_53949_caracteres_no_validos_en_nombre(RegistroMensaje* registro);
-void i_msg_53955_fichero_no_correcto(RegistroMensaje* registro);
-void i_msg_53957_punto_al_principio_o_final(RegistroMensaje* registro);
-void i_msg_53958_unidad_debe_ser_letra(RegistroMensaje* registro);
-void i_msg_53959_unidad_de_red_incompleta(RegistroMensaje* registro);
-void i_msg_53960_sin_nombre_de_directorio(RegistroMensaje* registro);
-void i_msg_374376_path_demasiado_largo(RegistroMensaje* registro);
+// The messages, by ascending id: builders, their declarations and the table are made from this list. The builder of
+// 53955_fichero_no_correcto is i_msg_53955_fichero_no_correcto.
+#define LUMODIR_MENSAJES(X)                                         \
+    X(31827_no_existe_directorio)                                   \
+    X(53948_no_se_puede_crear_directorio)                           \
+    X(53949_caracteres_no_validos_en_nombre)                        \
+    X(53950_no_se_puede_borrar_fichero_que_no_existe)               \
+    X(53951_no_se_puede_borrar_fichero)                             \
+    X(53951_no_se_puede_renombrar)                                  \
+    X(53952_nombre_directorio_incorrecto)                           \
+    X(53953_no_se_puede_borrar_directorio_que_no_existe)            \
+    X(53954_no_se_puede_borrar_directorio)                          \
+    X(53955_fichero_no_correcto)                                    \
+    X(53957_punto_al_principio_o_final)                             \
+    X(53958_unidad_debe_ser_letra)                                  \
+    X(53959_unidad_de_red_incompleta)                               \
+    X(53960_sin_nombre_de_directorio)                               \
+    X(53961_no_se_puede_proteger_fichero)                           \
+    X(53962_no_se_puede_desproteger_fichero)                        \
+    X(53963_esperando_acceso_a_directorio)                          \
+    X(74876_no_existe_fichero)                                      \
+    X(74876_no_existe_fichero_sin_comillas) /* for error reports */ \
+    X(158391_no_se_puede_abrir_para_cambiar_fecha)                  \
+    X(374376_path_demasiado_largo)                                  \
+    X(385690_no_se_puede_crear_temporal)                            \
+    X(385691_codigo_de_error_de_windows)                            \
+    X(385692_modificar_variable_temp)                               \
+    X(401224_fichero_en_uso_o_sin_permiso)                          \
+    X(402847_borrar_ficheros_o_modificar_temp)                      \
+    X(404522_sin_permiso_en_directorio)                             \
+    X(404523_fichero_sin_permiso_de_escritura)
 
-// Existence and access
-void i_msg_31827_no_existe_directorio(RegistroMensaje* registro);
-void i_msg_53963_esperando_acceso_a_directorio(RegistroMensaje* registro);
-void i_msg_74876_no_existe_fichero(RegistroMensaje* registro);
-void i_msg_74876_no_existe_fichero_sin_comillas(RegistroMensaje* registro);  // for error reports
-void i_msg_404522_sin_permiso_en_directorio(RegistroMensaje* registro);
-void i_msg_404523_fichero_sin_permiso_de_escritura(RegistroMensaje* registro);
+#define I_DECLARADO(mensaje) void i_msg_##mensaje(RegistroMensaje* registro);
+LUMODIR_MENSAJES(I_DECLARADO)
+#undef I_DECLARADO
 
-// Deletion
-void i_msg_53950_no_se_puede_borrar_fichero_que_no_existe(RegistroMensaje* registro);
-void i_msg_53951_no_se_puede_borrar_fichero(RegistroMensaje* registro);
-void i_msg_53953_no_se_puede_borrar_directorio_que_no_existe(RegistroMensaje* registro);
-void i_msg_53954_no_se_puede_borrar_directorio(RegistroMensaje* registro);
-void i_msg_401224_fichero_en_uso_o_sin_permiso(RegistroMensaje* registro);
-
-// Creation, renaming, read-only protection, dates
-void i_msg_53948_no_se_puede_crear_directorio(RegistroMensaje* registro);
-void i_msg_53951_no_se_puede_renombrar(RegistroMensaje* registro);
-void i_msg_53952_nombre_directorio_incorrecto(RegistroMensaje* registro);
-void i_msg_53961_no_se_puede_proteger_fichero(RegistroMensaje* registro);
-void i_msg_53962_no_se_puede_desproteger_fichero(RegistroMensaje* registro);
-void i_msg_158391_no_se_puede_abrir_para_cambiar_fecha(RegistroMensaje* registro);
-
-// Temporary files
-void i_msg_385690_no_se_puede_crear_temporal(RegistroMensaje* registro);
-void i_msg_385691_codigo_de_error_de_windows(RegistroMensaje* registro);
-void i_msg_385692_modificar_variable_temp(RegistroMensaje* registro);
-void i_msg_402847_borrar_ficheros_o_modificar_temp(RegistroMensaje* registro);
-
-// All messages, by ascending id, for tests and tools that go over the whole catalogue.
+// All of them, in that order, for tests and tools that go over the whole catalogue.
 struct entrada_catalogo {
     const char* nombre;  // name of the builder
     unsigned long id;
     ConstructorMensaje construye;
 };
 
-constexpr std::size_t num_mensajes_catalogo = 28;
+#define I_UNO(mensaje) 1,
+constexpr std::size_t num_mensajes_catalogo = std::initializer_list<int>{LUMODIR_MENSAJES(I_UNO)}.size();
+#undef I_UNO
 extern const entrada_catalogo catalogo[num_mensajes_catalogo];
 
-}  // namespace lumodir
+}  // namespace interno

@@ -14,7 +14,7 @@
 #include "companions/unicode.hpp"
 #include "lumodir_base.h"
 
-namespace lumodir {
+namespace interno {
 
 template <class A>
 struct paso {
@@ -35,7 +35,7 @@ auto puente(A... argumentos) noexcept {
     using resultado = decltype(Ancha(paso<A>(argumentos).get()...));
     if constexpr (std::is_same_v<resultado, wchar_t*>) {
         const cadena_w ancha = cadena_w::adopta(Ancha(paso<A>(argumentos).get()...));
-        return a_ansi(ancha.c_str()).suelta();
+        return utunicode_UNICODE_a_ANSI(ancha.c_str()).suelta();
     } else {
         return Ancha(paso<A>(argumentos).get()...);
     }
@@ -47,4 +47,4 @@ void puente_sin_resultado(A... argumentos) noexcept {
     static_cast<void>(Ancha(paso<A>(argumentos).get()...));
 }
 
-}  // namespace lumodir
+}  // namespace interno

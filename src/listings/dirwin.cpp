@@ -7,10 +7,10 @@
 #include "companions/error_interno.hpp"
 #include "companions/plataforma.hpp"
 #include "companions/sin_dialogos.hpp"
-#include "companions/unicode.hpp"
+#include "frame/puente.hpp"
 #include "listings/filtro.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // A text in lower case for the time of one comparison; file names need no block.
@@ -47,7 +47,7 @@ vista<C> i_texto_acotado(const C (&bufer)[N]) noexcept {
 template <class C>
 void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAW& ultima) noexcept {
     if constexpr (std::is_same_v<C, wchar_t>) {
-        lumodir::i_informa_de_final(codigo, i_texto_acotado(ultima.cFileName));
+        interno::i_informa_de_final(codigo, i_texto_acotado(ultima.cFileName));
     } else {
         const cadena_a texto = nousar_formatea("GetLastError() = %d", {static_cast<int>(codigo)});
         error_interno_msg("last_error == ERROR_NO_MORE_FILES", texto.ver());
@@ -68,18 +68,6 @@ bool i_da_un_paso(HANDLE manija, WIN32_FIND_DATAW* destino) noexcept {
     }
     return false;
 }
-
-// A pattern in UTF-16 for the time of its search.
-class patron_ancho {
-public:
-    explicit patron_ancho(const wchar_t* patron) noexcept : texto_(patron) {}
-    const wchar_t* c_str() const noexcept { return texto_; }
-
-private:
-    const wchar_t* texto_;
-};
-template <class C>
-using patron_en_utf16 = std::conditional_t<std::is_same_v<C, wchar_t>, patron_ancho, utf16_temporal>;
 
 // Where the last component of a pattern begins; 0 when there is no separator before it.
 std::size_t i_principio_de_ultimo_componente(vista_w patron) noexcept {
@@ -142,16 +130,24 @@ bool i_falta_el_directorio(DWORD codigo) noexcept {
     }
 }
 
-template <class C>
-cadena<C> i_en_sabor(vista_w texto) {
-    if constexpr (std::is_same_v<C, wchar_t>) {
-        return cadena_w(texto);
-    } else {
-        return a_ansi(texto);
-    }
+}  // namespace
+
+bool i_es_fichero(const WIN32_FIND_DATAW& e) noexcept {
+    return !i_es_directorio(e);
 }
 
-}  // namespace
+bool i_es_directorio_sin_punto(const WIN32_FIND_DATAW& e) noexcept {
+    return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
+}
+
+bool i_es_directorio_a_la_vista(const WIN32_FIND_DATAW& e) noexcept {
+    return i_es_directorio_sin_punto(e) && (e.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) == 0;
+}
+
+bool i_es_directorio_con_punto(const WIN32_FIND_DATAW& e) noexcept {
+    const vista_w nombre = i_nombre_de_entrada(e);
+    return i_es_directorio(e) && nombre != L"." && nombre != L"..";
+}
 
 void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept {
     error_interno_liberando_mensaje_u(
@@ -160,10 +156,10 @@ void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept {
 
 template <class C>
 busqueda<C>::busqueda(const C* patron, WIN32_FIND_DATAW* primera, detalle cuanto) {
-    const patron_en_utf16<C> ancho(patron);
-    const vista_w completo = a_vista(ancho.c_str());
+    const paso<const C*> ancho(patron);
+    const vista_w completo = a_vista(ancho.get());
     const std::size_t ultimo = i_principio_de_ultimo_componente(completo);
-    const patron_fijado fijado(ancho.c_str(), ultimo);
+    const patron_fijado fijado(ancho.get(), ultimo);
     DWORD codigo = ERROR_SUCCESS;
     if (patron != nullptr) {
         manija = fijado.busca(primera, cuanto);
@@ -204,7 +200,7 @@ bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entr
             if (i_pasa_filtro(nombre, vista_w(filtro))) {
                 return true;
             }
-        } else if (i_pasa_filtro(a_ansi(nombre).ver(), vista_a(filtro))) {
+        } else if (i_pasa_filtro(utunicode_UNICODE_a_ANSI(nombre).ver(), vista_a(filtro))) {
             return true;
         }
     }
@@ -300,7 +296,7 @@ duenyo_dirwin<C> i_crea_dirwin(const C* patron) {
     entrada<C> convertida;
     i_convierte(primera, &convertida);
     std::memcpy(nuevo.get(), &convertida, sizeof(convertida));
-    nuevo->con_filtro_propio = abierta.filtro.es_nula() ? FALSO : CIERTO;
+    nuevo->con_filtro_propio = !abierta.filtro.es_nula();
     nuevo->filtro_propio = abierta.filtro.suelta();
     nuevo->busqueda = abierta.manija.suelta();
     return nuevo;
@@ -318,7 +314,7 @@ bool i_siguiente(registro_dirwin<C>& dirwin, entrada<C>* destino) noexcept {
     if (num_entradas == 0) {
         std::memcpy(destino, &dirwin, sizeof(*destino));  // the first entry opens the record
     }
-    const C* filtro = dirwin.con_filtro_propio == CIERTO ? dirwin.filtro_propio : nullptr;
+    const C* filtro = dirwin.con_filtro_propio == 1 ? dirwin.filtro_propio : nullptr;
     const bool hay = i_siguiente_de_registro(&dirwin, dirwin.busqueda, filtro, &num_entradas, destino);
     dirwin.num_entradas = num_entradas;
     return hay;
@@ -327,4 +323,4 @@ bool i_siguiente(registro_dirwin<C>& dirwin, entrada<C>* destino) noexcept {
 template bool i_siguiente<char>(Dirwin&, WIN32_FIND_DATAA*) noexcept;
 template bool i_siguiente<wchar_t>(Dirwin_u&, WIN32_FIND_DATAW*) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

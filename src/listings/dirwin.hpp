@@ -12,11 +12,10 @@
 // Checked by tests/listings/dirwin_win32_test.cpp.
 #pragma once
 
-#include "companions/directorio_abierto.hpp"
 #include "companions/lmlongpath.hpp"
 #include "dirwin.h"
 
-namespace lumodir {
+namespace interno {
 
 // What the exported next-entry operation of a flavour fills in.
 template <class C>
@@ -36,10 +35,12 @@ auto i_nombre_de_entrada(const E& entrada) noexcept {
     return a_vista(&entrada.cFileName[0]);
 }
 
-template <class E>
-bool i_es_enlace_a_directorio(const E& entrada) noexcept {
-    return i_es_directorio(entrada) && i_es_marca_de_enlace(entrada.dwFileAttributes, entrada.dwReserved0);
-}
+// Which entries somebody takes.
+using sirve_entrada = bool(const WIN32_FIND_DATAW& e) noexcept;
+sirve_entrada i_es_fichero;
+sirve_entrada i_es_directorio_sin_punto;  // none whose name begins with a point
+sirve_entrada i_es_directorio_a_la_vista;
+sirve_entrada i_es_directorio_con_punto;  // but "." and ".."
 
 // Searched for, it finds all that a directory holds. "*.*" says the same, but costs a tenth more: the system then
 // looks at each name.
@@ -85,6 +86,14 @@ public:
                    ? &entrada_
                    : nullptr;
     }
+    // The next one that `sirve` takes.
+    const WIN32_FIND_DATAW* siguiente(sirve_entrada* sirve) noexcept {
+        const WIN32_FIND_DATAW* e = siguiente();
+        while (e != nullptr && !sirve(*e)) {
+            e = siguiente();
+        }
+        return e;
+    }
     bool con_filtro_propio() const noexcept { return !busqueda_.filtro.es_nula(); }
 
 private:
@@ -103,7 +112,7 @@ struct destruye_dirwin {
     template <class R>
     void operator()(R* dirwin) const noexcept {
         const manija_busqueda cierra(dirwin->busqueda);
-        if (dirwin->con_filtro_propio == CIERTO) {
+        if (dirwin->con_filtro_propio == 1) {
             i_libera(dirwin->filtro_propio);
         }
         i_libera(dirwin);
@@ -118,11 +127,4 @@ duenyo_dirwin<C> i_crea_dirwin(const C* patron);
 template <class C>
 bool i_siguiente(registro_dirwin<C>& dirwin, entrada<C>* destino) noexcept;
 
-extern template struct busqueda<char>;
-extern template struct busqueda<wchar_t>;
-extern template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long*,
-                                               WIN32_FIND_DATAW*) noexcept;
-extern template bool i_siguiente_entrada<wchar_t>(HANDLE, const wchar_t*, unsigned long*,
-                                                  WIN32_FIND_DATAW*) noexcept;
-
-}  // namespace lumodir
+}  // namespace interno

@@ -9,36 +9,9 @@
 #include "paths/nomsfich.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
-
-bool i_es_fichero(const WIN32_FIND_DATAW& e) noexcept {
-    return !i_es_directorio(e);
-}
-
-bool i_es_directorio_sin_punto(const WIN32_FIND_DATAW& e) noexcept {
-    return i_es_directorio(e) && !empieza_por(i_nombre_de_entrada(e), L".");
-}
-
-bool i_es_directorio_a_la_vista(const WIN32_FIND_DATAW& e) noexcept {
-    return i_es_directorio_sin_punto(e) && (e.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) == 0;
-}
-
-bool i_es_directorio_con_punto(const WIN32_FIND_DATAW& e) noexcept {
-    const vista_w nombre = i_nombre_de_entrada(e);
-    return i_es_directorio(e) && nombre != L"." && nombre != L"..";
-}
+namespace interno {
 
 namespace {
-
-// The name in the flavour of the list that it goes into.
-template <class C>
-cadena<C> i_en_sabor(vista_w nombre) {
-    if constexpr (std::is_same_v<C, wchar_t>) {
-        return cadena_w(nombre);
-    } else {
-        return a_ansi(nombre);
-    }
-}
 
 // Takes the names of the entries that `sirve` chooses.
 template <class C, class Sirve>
@@ -89,7 +62,7 @@ void i_recorre_con_extension(const wchar_t* directorio, const char* extension, T
         if (i_es_directorio(e)) {
             return;
         }
-        cadena_a nombre = a_ansi(i_nombre_de_entrada(e));
+        cadena_a nombre = utunicode_UNICODE_a_ANSI(i_nombre_de_entrada(e));
         const partes_nombre partes = i_partes(nombre);
         if (i_misma_extension(a_vista(extension_de_registro(partes.extension).c_str()), a_vista(extension))) {
             toma(nombre, partes);
@@ -100,8 +73,7 @@ void i_recorre_con_extension(const wchar_t* directorio, const char* extension, T
 // Sorts, and keeps one of each.
 void i_ordena_sin_repetidos(AcadOrde& conjunto) {
     vector_interno<char*>& textos = conjunto.textos.textos;
-    ordena_estable(textos.data(), textos.size(),
-                   [](const char* a, const char* b) { return vista_a(a).compare(vista_a(b)); });
+    ordena_estable(textos.data(), textos.size(), widestr_fun_compara);
     std::size_t num = 0;
     for (std::size_t i = 0; i < textos.size(); ++i) {
         if (num > 0 && vista_a(textos[num - 1]) == vista_a(textos[i])) {
@@ -123,16 +95,15 @@ vista_w i_extension_ancha(vista_w nombre) {
 
 template <class C>
 objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
-                                    const progreso_listado& progreso) {
+                                    const interrupcion& corta) {
     auto lista = objeto<arr_cadena<C>>::crea();
-    i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, sirve));
-    ordena_estable(lista->textos.data(), lista->num(),
-                   [](const C* a, const C* b) { return vista<C>(a).compare(vista<C>(b)); });
+    i_recorre_directorio(directorio, corta, i_toma_nombres<C>(*lista, sirve));
+    ordena_estable(lista->textos.data(), lista->num(), widestr_fun_compara);
     return lista;
 }
 
-template objeto<ArrCADENA> i_directorios<char>(const wchar_t*, sirve_entrada*, const progreso_listado&);
-template objeto<ArrCADENA_u> i_directorios<wchar_t>(const wchar_t*, sirve_entrada*, const progreso_listado&);
+template objeto<ArrCADENA> i_directorios<char>(const wchar_t*, sirve_entrada*, const interrupcion&);
+template objeto<ArrCADENA_u> i_directorios<wchar_t>(const wchar_t*, sirve_entrada*, const interrupcion&);
 
 objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio) {
     auto lista = i_directorios<char>(directorio, i_es_directorio_sin_punto, {});
@@ -146,14 +117,14 @@ objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio) {
 }
 
 template <class C>
-objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const progreso_listado& progreso) {
+objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const interrupcion& corta) {
     auto lista = objeto<arr_cadena<C>>::crea();
-    i_recorre_directorio(directorio, progreso, i_toma_nombres<C>(*lista, i_es_fichero));
+    i_recorre_directorio(directorio, corta, i_toma_nombres<C>(*lista, i_es_fichero));
     return lista;
 }
 
-template objeto<ArrCADENA> i_nombres_ficheros<char>(const wchar_t*, const progreso_listado&);
-template objeto<ArrCADENA_u> i_nombres_ficheros<wchar_t>(const wchar_t*, const progreso_listado&);
+template objeto<ArrCADENA> i_nombres_ficheros<char>(const wchar_t*, const interrupcion&);
+template objeto<ArrCADENA_u> i_nombres_ficheros<wchar_t>(const wchar_t*, const interrupcion&);
 
 template <class C>
 objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve) {
@@ -196,4 +167,4 @@ objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension
     return conjunto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -16,31 +16,17 @@
 #include "fichsdir.h"
 #include "listings/dirwin.hpp"
 
-namespace lumodir {
+namespace interno {
 
-// How a listing can be interrupted; without a callback it cannot.
-struct progreso_listado {
-    void* progreso = nullptr;
-    unsigned short* interrumpido = nullptr;
-    FichsdirFncUsuarioCierraProgreso cierra = nullptr;
-};
+// Whether a listing ends before the entry that comes next.
+using interrupcion = consulta<bool>;
 
-inline bool i_interrumpe(const progreso_listado& progreso) {
-    if (progreso.cierra == nullptr || llama_al_anfitrion(progreso.cierra, progreso.progreso) != CIERTO) {
-        return false;
-    }
-    if (progreso.interrumpido != nullptr) {
-        *progreso.interrumpido = CIERTO;
-    }
-    return true;
-}
-
-// The loop of every listing: asks the callback before each entry is looked at.
+// The loop of every listing: asks before each entry is looked at.
 template <class Toma>
-void i_recorre(const wchar_t* patron, const progreso_listado& progreso, Toma toma) {
+void i_recorre(const wchar_t* patron, const interrupcion& corta, Toma toma) {
     enumerador<wchar_t> entradas(patron);
     while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
-        if (i_interrumpe(progreso)) {
+        if (corta.contesta(false)) {
             return;
         }
         toma(*e);
@@ -48,31 +34,24 @@ void i_recorre(const wchar_t* patron, const progreso_listado& progreso, Toma tom
 }
 
 template <class Toma>
-void i_recorre_directorio(const wchar_t* directorio, const progreso_listado& progreso, Toma toma) {
+void i_recorre_directorio(const wchar_t* directorio, const interrupcion& corta, Toma toma) {
     if (!i_comprueba(directorio != nullptr, "(directorio) != NULL")) {
         return;
     }
-    const vista_w donde(directorio);
-    const vista_w barra = acaba_en(donde, L"\\") ? vista_w() : vista_w(L"\\");
-    i_recorre(concatena<wchar_t>({donde, barra, comodin_de_todo_u}).c_str(), progreso, toma);
+    const vista_w base(directorio);
+    const vista_w barra = acaba_en(base, L"\\") ? vista_w() : vista_w(L"\\");
+    i_recorre(concatena<wchar_t>({base, barra, comodin_de_todo_u}).c_str(), corta, toma);
 }
-
-// Which entries a list takes.
-using sirve_entrada = bool(const WIN32_FIND_DATAW& e) noexcept;
-sirve_entrada i_es_fichero;
-sirve_entrada i_es_directorio_sin_punto;  // none whose name begins with a point
-sirve_entrada i_es_directorio_a_la_vista;
-sirve_entrada i_es_directorio_con_punto;  // but "." and ".."
 
 // ---- Names (fichsdir.cpp)
 
 // Sorted.
 template <class C>
 objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
-                                    const progreso_listado& progreso);
+                                    const interrupcion& corta);
 objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio);
 template <class C>
-objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const progreso_listado& progreso);
+objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const interrupcion& corta);
 // A NULL pattern is reported by the enumerator.
 template <class C>
 objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve);
@@ -93,9 +72,9 @@ struct destruye_fichsdir {
 // Reports what is broken; answers whether there is a record at all.
 bool i_comprueba_registro(const Fichsdir* fichsdir) noexcept;
 
-objeto<ArrPunteroConTipo> i_ficheros(const wchar_t* directorio, const progreso_listado& progreso);
+objeto<ArrPunteroConTipo> i_ficheros(const wchar_t* directorio, const interrupcion& corta);
 // By name; the records belong to it.
 objeto<ApunOrde> i_ficheros_ordenados();
 objeto<ApunOrde> i_ficheros_existentes_ordenados(const wchar_t* directorio);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -3,7 +3,7 @@
 #include "companions/reloj.hpp"
 #include "listings/fichsdir.hpp"
 
-namespace lumodir {
+namespace interno {
 
 bool i_comprueba_registro(const Fichsdir* fichsdir) noexcept {
     if (!i_comprueba(fichsdir != nullptr, "(fichsdir) != NULL")) {
@@ -30,18 +30,17 @@ void i_destruye_registro(void** registro) {
     *registro = nullptr;
 }
 
-void i_toma_ficheros(vector_interno<void*>& registros, const wchar_t* directorio,
-                     const progreso_listado& progreso) {
+void i_toma_ficheros(vector_interno<void*>& registros, const wchar_t* directorio, const interrupcion& corta) {
     const vista_w ruta = a_vista(directorio);
     conversor_de_fechas fechas;
-    i_recorre_directorio(directorio, progreso, [&](const WIN32_FIND_DATAW& e) {
+    i_recorre_directorio(directorio, corta, [&](const WIN32_FIND_DATAW& e) {
         if (i_es_directorio(e)) {
             return;
         }
         auto nuevo = registro<Fichsdir>(static_cast<Fichsdir*>(i_reserva(sizeof(Fichsdir))));
-        nuevo->nombre = a_ansi(i_nombre_de_entrada(e)).suelta();
+        nuevo->nombre = utunicode_UNICODE_a_ANSI(i_nombre_de_entrada(e)).suelta();
         nuevo->fecha = fechas.segundos_locales_desde_1970(e.ftLastWriteTime);
-        nuevo->protegido = (e.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0 ? CIERTO : FALSO;
+        nuevo->protegido = (e.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
         nuevo->ruta = cadena_w(ruta).suelta();
         registros.anade(nuevo.suelta());
     });
@@ -49,9 +48,9 @@ void i_toma_ficheros(vector_interno<void*>& registros, const wchar_t* directorio
 
 }  // namespace
 
-objeto<ArrPunteroConTipo> i_ficheros(const wchar_t* directorio, const progreso_listado& progreso) {
+objeto<ArrPunteroConTipo> i_ficheros(const wchar_t* directorio, const interrupcion& corta) {
     auto lista = objeto<ArrPunteroConTipo>::crea();
-    i_toma_ficheros(lista->punteros, directorio, progreso);
+    i_toma_ficheros(lista->punteros, directorio, corta);
     return lista;
 }
 
@@ -70,4 +69,4 @@ objeto<ApunOrde> i_ficheros_existentes_ordenados(const wchar_t* directorio) {
     return conjunto;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -11,7 +11,7 @@
 #include "companions/caracteres.hpp"
 #include "companions/lumospy.hpp"
 
-namespace lumodir {
+namespace interno {
 
 template <class C>
 constexpr bool i_casa(C texto, C patron) noexcept {
@@ -119,4 +119,4 @@ bool i_cumple_filtro(vista<C> nombre_y_extension, std::type_identity_t<vista<C>>
     return i_cumple_filtro_por_unidades(nombre_y_extension, filtro_nombre_y_extension);
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -5,7 +5,7 @@
 #include "companions/unicode.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 
 bool filtro_extension::i_admite_extension(vista_w nombre) const {
     const vista_w con_punto = division<wchar_t>(recorta_derecha(nombre), false).extension;
@@ -46,4 +46,4 @@ bool i_tiene_extension_de_la_lista(vista_w nombre, const ArrCADENA_u& extensione
     return false;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -7,7 +7,7 @@
 
 #include "companions/arr.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The extension that a file must have: NULL, or beginning with `*`, accepts all; `?` stands for one character.
 class filtro_extension {
@@ -30,4 +30,4 @@ private:
 // Names without a point have no extension, and are in no list of extensions.
 bool i_tiene_extension_de_la_lista(vista_w nombre, const ArrCADENA_u& extensiones) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -1,54 +1,36 @@
-// Listings of a whole tree: one list record a directory.
-//
-// Promises: no recursion, so depth costs memory only; the base first, then depth first, and among siblings the one
-// that sorts last comes first; a link to a directory is not gone into and has no record, nor has a directory that
-// was put in another's place meanwhile.
-// Cannot promise: a picture of one moment, when somebody changes the tree meanwhile.
-// Checked by tests/listings/listas_arbol_win32_test.cpp.
-#include "companions/arr.hpp"
-#include "companions/error_interno.hpp"
-#include "listings/listas_ficheros.hpp"
+// See listas_arbol.hpp.
+#include "listings/listas_arbol.hpp"
+
 #include "listings/recorrido.hpp"
-#include "lumodir.h"
 #include "paths/componentes.hpp"
 
-namespace lumodir {
+namespace interno {
+
+arbol_de_listas::~arbol_de_listas() {
+    for (ListaFicheros_u& lista : listas_) {
+        i_libera_lista<wchar_t>(lista);  // GCOVR_EXCL_LINE: no walk is given up half-way
+    }
+}
+
+void arbol_de_listas::anade(vista_w directorio, nombres_en_curso<wchar_t>& ficheros) {
+    ListaFicheros_u lista = {};
+    ficheros.entrega(lista);
+    lista.path = i_path_de_lista<wchar_t>({}, directorio).suelta();
+    listas_.anade(lista);
+}
+
+ListaFicheros_u* arbol_de_listas::suelta() {
+    if (listas_.empty()) {
+        return nullptr;
+    }
+    const std::size_t bytes = listas_.size() * sizeof(ListaFicheros_u);
+    auto* const sueltas = static_cast<ListaFicheros_u*>(i_reserva(bytes));
+    std::memcpy(sueltas, listas_.data(), bytes);
+    listas_.vacia();
+    return sueltas;
+}
+
 namespace {
-
-enum class registros { con_ficheros, todos };
-
-// The records of a tree, until they are handed over.
-class arbol_en_curso {
-public:
-    arbol_en_curso() noexcept = default;
-    arbol_en_curso(const arbol_en_curso&) = delete;
-    arbol_en_curso& operator=(const arbol_en_curso&) = delete;
-    ~arbol_en_curso() {
-        for (ListaFicheros_u& lista : listas_) {
-            i_libera_lista<wchar_t>(&lista);  // GCOVR_EXCL_LINE: no walk is given up half-way
-        }
-    }
-
-    void anade(vista_w directorio, nombres_en_curso<wchar_t>& ficheros) {
-        ListaFicheros_u lista = {};
-        ficheros.entrega(&lista);
-        lista.path = i_path_de_lista<wchar_t>({}, directorio).suelta();
-        listas_.anade(lista);
-    }
-    void entrega(unsigned long* num, ListaFicheros_u** listas) {
-        if (listas_.empty()) {
-            return;
-        }
-        const std::size_t bytes = listas_.size() * sizeof(ListaFicheros_u);
-        *listas = static_cast<ListaFicheros_u*>(i_reserva(bytes));
-        std::memcpy(*listas, listas_.data(), bytes);
-        *num = static_cast<unsigned long>(listas_.size());
-        listas_.vacia();
-    }
-
-private:
-    vector_interno<ListaFicheros_u> listas_;
-};
 
 // The base without one final separator, as its record shows it; one that is only a separator is the root.
 vista_w i_base_mostrada(vista_w dada) noexcept {
@@ -62,7 +44,10 @@ cadena_w i_base_de_recorrido(vista_w dada) {
     return concatena<wchar_t>({mostrada, lo_lleva || es_unidad_sola(dada) ? vista_w(L"\\") : vista_w()});
 }
 
-void i_lista_arbol(vista_w dada, const filtro_extension& filtro, registros cuales, arbol_en_curso& arbol) {
+}  // namespace
+
+arbol_de_listas i_lista_arbol(vista_w dada, const filtro_extension& filtro, registros cuales) {
+    arbol_de_listas arbol;
     const cadena_w texto = i_base_de_recorrido(dada);
     const vista_w base = i_base_mostrada(dada);
     const raiz_de_recorrido raiz(texto.c_str());
@@ -74,13 +59,13 @@ void i_lista_arbol(vista_w dada, const filtro_extension& filtro, registros cuale
                    !i_es_marca_de_enlace(entrada.atributos, entrada.marca);
         }
         if (filtro.admite(entrada.nombre)) {
-            ficheros.anade(entrada.nombre);
+            ficheros.anade(cadena_w(entrada.nombre));
         }
         return false;
     };
     const auto anota = [&](vista_w directorio) {
         ficheros.ordena();
-        if (cuales == registros::todos || ficheros.size() > 0) {
+        if (cuales == registros::todos || ficheros.num() > 0) {
             arbol.anade(directorio, ficheros);
         }
     };
@@ -99,61 +84,7 @@ void i_lista_arbol(vista_w dada, const filtro_extension& filtro, registros cuale
                 directorios.ultimo_hijo().nombre));  // it may not be read, or is gone already
         }
     }
+    return arbol;
 }
 
-void i_lista_arbol(const wchar_t* base, const wchar_t* extension, registros cuales, unsigned long* num,
-                   ListaFicheros_u** listas) {
-    const bool hay_base = i_comprueba(base != nullptr, "(dirBase) != NULL");
-    const bool hay_num = i_comprueba(num != nullptr, "(numDir) != NULL");
-    const bool hay_listas = i_comprueba(listas != nullptr, "(ficheros) != NULL");
-    if (hay_num) {
-        *num = 0;
-    }
-    if (hay_listas) {
-        *listas = nullptr;
-    }
-    if (!hay_base || !hay_num || !hay_listas) {
-        return;
-    }
-    arbol_en_curso arbol;
-    i_lista_arbol(vista_w(base), filtro_extension(a_vista(extension)), cuales, arbol);
-    arbol.entrega(num, listas);
-}
-
-}  // namespace
-}  // namespace lumodir
-
-using namespace lumodir;
-
-void lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(const wchar_t* dirBase,
-                                                                      const wchar_t* extension,
-                                                                      unsigned long* numDir,
-                                                                      ListaFicheros_u** ficheros) {
-    i_lista_arbol(dirBase, extension, registros::con_ficheros, numDir, ficheros);
-}
-
-void lumodir_lista_de_ficheros_y_directorios_recursivamente_UNICODE(const wchar_t* dirBase,
-                                                                    const wchar_t* extension,
-                                                                    unsigned long* numDir,
-                                                                    ListaFicheros_u** ficheros) {
-    i_lista_arbol(dirBase, extension, registros::todos, numDir, ficheros);
-}
-
-void lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(unsigned long numDir,
-                                                                             ListaFicheros_u** ficheros) {
-    if (!i_comprueba(ficheros != nullptr, "(ficheros) != NULL")) {
-        return;
-    }
-    if (numDir == 0) {
-        i_comprueba(*ficheros == nullptr, "*ficheros == NULL");
-        return;
-    }
-    if (!i_comprueba(*ficheros != nullptr, "(*ficheros) != NULL")) {
-        return;
-    }
-    for (unsigned long i = 0; i < numDir; ++i) {
-        i_libera_lista<wchar_t>(&(*ficheros)[i]);
-    }
-    i_libera(*ficheros);
-    *ficheros = nullptr;
-}
+}  // namespace interno

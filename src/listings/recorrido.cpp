@@ -4,14 +4,13 @@
 #include "companions/ordena.hpp"
 #include "listings/dirwin.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // A link with a separator after it is followed by some systems. Only the root of a drive or of a volume keeps its own.
 vista_w i_nombre_de_raiz(vista_w ruta) noexcept {
     const vista_w resto = i_sin_separadores_finales(ruta);
-    const bool con_prefijo = empieza_por(resto, L"\\\\?\\") || empieza_por(resto, L"\\\\.\\");
-    const bool es_volumen = con_prefijo && resto.find_last_of(L"\\/") == 3;
+    const bool es_volumen = i_lleva_prefijo(resto) && resto.find_last_of(L"\\/") == 3;
     return resto.empty() || resto.back() == L':' || es_volumen ? ruta : resto;
 }
 
@@ -112,4 +111,4 @@ DWORD recorrido::borra_raiz() {
     return raiz.borra_raiz(raiz_.ruta());
 }
 
-}  // namespace lumodir
+}  // namespace interno

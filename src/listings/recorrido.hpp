@@ -13,7 +13,7 @@
 #include "companions/arr.hpp"
 #include "companions/directorio_abierto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // What became of a directory that was to be entered.
 enum class llegada {
@@ -171,4 +171,4 @@ private:
     DWORD codigo_ = ERROR_CANT_ACCESS_FILE;  // nothing has been tried yet
 };
 
-}  // namespace lumodir
+}  // namespace interno

@@ -1,5 +1,5 @@
 // One piece out of a path: directory, base name, extension, name with extension; and the path with another
-// extension. The exported functions are these plus a copy.
+// extension.
 //
 // Promises: a view is a part of the path given; an incorrect path is reported and still gives its pieces; a
 // view without data (NULL) is reported and gives nothing.
@@ -11,11 +11,11 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // A drive and nothing behind it: to the system its current directory, to who joins a name to it the root.
 constexpr bool es_unidad_sola(vista_w ruta) noexcept {
-    return ruta.size() == 2 && es_letra(ruta[0]) && ruta[1] == L':';
+    return ruta.size() == 2 && lmstdc_isalpha(ruta[0]) && ruta[1] == L':';
 }
 
 // Up to the last separator of either kind, that one included; nothing when there is none. Neither trimmed nor
@@ -40,9 +40,11 @@ vista<C> i_nombre_base_fichero(vista<C> ruta);
 template <class C>
 vista<C> i_extension_fichero(vista<C> ruta);
 
-// What the splitter leaves of the name, with its extension.
 template <class C>
-vista<C> i_nombre_y_extension(vista<C> ruta);
+cadena<C> i_nombre_y_ext_fichero(vista<C> ruta);
+
+template <class C>
+cadena<C> i_ruta_y_nombre_fichero_sin_extension(vista<C> ruta);
 
 // The path with another extension, with or without its point; a view without data means none.
 template <class C>
@@ -51,13 +53,4 @@ cadena<C> i_nombre_fichero_con_ext(vista<C> ruta, std::type_identity_t<vista<C>>
 // In place.
 void i_suprime_barra_final_si_hay(cadena_w& directorio) noexcept;
 
-extern template vista<char> i_nombre_base_fichero(vista<char>);
-extern template vista<wchar_t> i_nombre_base_fichero(vista<wchar_t>);
-extern template vista<char> i_extension_fichero(vista<char>);
-extern template vista<wchar_t> i_extension_fichero(vista<wchar_t>);
-extern template vista<char> i_nombre_y_extension(vista<char>);
-extern template vista<wchar_t> i_nombre_y_extension(vista<wchar_t>);
-extern template cadena<char> i_nombre_fichero_con_ext(vista<char>, vista<char>);
-extern template cadena<wchar_t> i_nombre_fichero_con_ext(vista<wchar_t>, vista<wchar_t>);
-
-}  // namespace lumodir
+}  // namespace interno

@@ -9,7 +9,7 @@
 #include "companions/plataforma.hpp"
 #include "companions/unicode.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr vista_a caracteres_prohibidos = "<>:\"|\\/*?";
@@ -23,7 +23,7 @@ constexpr bool i_de_control(vista_a caracter) noexcept {
     return caracter.size() == 1 && static_cast<unsigned char>(caracter[0]) < ' ';
 }
 
-cadena_a i_en_minusculas(vista_a texto) {
+cadena_a cad_convertir_a_minusculas(vista_a texto) {
     cadena_a minusculas(texto);
     plataforma::minusculas_ansi(minusculas.datos(), minusculas.size());
     return minusculas;
@@ -48,7 +48,7 @@ bool i_comprueba_caracteres(vista_a cadena) {
         return true;
     }
     // Each of them is a report with the whole text, however long: one conversion serves all.
-    const cadena_w detalle = a_utf16(cadena);
+    const cadena_w detalle = utunicode_ANSI_a_UNICODE(cadena);
     por_caracteres(cadena, [&](vista_a caracter) {
         if (i_prohibido(caracter) || i_de_control(caracter)) {
             error_interno_msg_u(R"(c >= ' ' && c != '<' && c != '>' && c != ':' && c != '\"' && c != '|' )"
@@ -65,7 +65,7 @@ bool i_comprueba_nombre_base(vista_a nombre_base) {
 }
 
 cadena_a i_parte(vista_a texto) {
-    return texto.data() == nullptr ? cadena_a() : i_en_minusculas(recorta_derecha(texto));
+    return texto.data() == nullptr ? cadena_a() : cad_convertir_a_minusculas(recorta_derecha(texto));
 }
 
 registro_nomsfich i_registro(cadena_a nombre_base, cadena_a extension) {
@@ -96,10 +96,10 @@ registro_nomsfich i_crea_nomsfich(vista_a nombre) {
     }
     const std::size_t tras_punto = tras_el_ultimo(nombre, es_punto<char>);
     if (tras_punto == 0) {
-        return i_registro(i_en_minusculas(nombre), i_no_nula({}));
+        return i_registro(cad_convertir_a_minusculas(nombre), i_no_nula({}));
     }
-    return i_registro(i_en_minusculas(nombre.substr(0, tras_punto - 1)),
-                      i_en_minusculas(recorta_derecha(nombre.substr(tras_punto))));
+    return i_registro(cad_convertir_a_minusculas(nombre.substr(0, tras_punto - 1)),
+                      cad_convertir_a_minusculas(recorta_derecha(nombre.substr(tras_punto))));
 }
 
 bool i_misma_extension(vista_a extension1, vista_a extension2) {
@@ -115,7 +115,7 @@ bool i_mismo_nombre_base(vista_a nombre_base1, vista_a nombre_base2) {
 cadena_a i_nombre_base_de_path(vista_a path) {
     const vista_a nombre = crt_splitpath(path).nombre;
     i_comprueba_caracteres(nombre);
-    return i_en_minusculas(nombre);
+    return cad_convertir_a_minusculas(nombre);
 }
 
-}  // namespace lumodir
+}  // namespace interno

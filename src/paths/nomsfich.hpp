@@ -10,7 +10,7 @@
 #include "companions/cadena.hpp"
 #include "nomsfich.h"
 
-namespace lumodir {
+namespace interno {
 
 struct destruye_registro_nomsfich {
     void operator()(Nomsfich* registro) const noexcept;
@@ -44,4 +44,4 @@ bool i_mismo_nombre_base(vista_a nombre_base1, vista_a nombre_base2);
 
 cadena_a i_nombre_base_de_path(vista_a path);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -13,7 +13,7 @@
 #include "companions/bloques.hpp"
 #include "companions/texto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // Up to 64 units, the first in the lowest bit.
 struct notas_de_64 {
@@ -96,4 +96,4 @@ notas_de_64 i_notas(vista<C> texto) noexcept {
 #endif
 }
 
-}  // namespace lumodir
+}  // namespace interno

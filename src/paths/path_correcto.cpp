@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <bit>
+#include <optional>
 
-#include "cdir.h"
 #include "companions/caracteres.hpp"
 #include "companions/crt_rutas.hpp"
 #include "companions/error_interno.hpp"
@@ -14,7 +14,7 @@
 #include "frame/catalogo.hpp"
 #include "paths/notas.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // The family's own names (the last three) are reserved like those of the system.
@@ -76,10 +76,6 @@ bool i_componente_correcto(vista<C> nombre) noexcept {
            !i_es_reservado(nombre.substr(0, nombre.find(C('.'))));
 }
 
-bool i_es_punto_o_dos_puntos(vista_w nombre) noexcept {
-    return nombre == L"." || nombre == L"..";
-}
-
 // A final point is taken only where the path begins or ends with a relative part; that only the last character
 // is looked at, and never the first, is meant so.
 template <class C>
@@ -98,12 +94,6 @@ bool i_punto_final_admitido(vista<C> path) noexcept {
     }
     return path.size() > detras && es_separador(path[path.size() - detras - 1]);
 }
-
-struct veredicto {
-    ConstructorMensaje motivo = nullptr;  // NULL: the path is correct
-    bool es_unc = false;
-    bool se_convierte = false;  // the rest says nothing: 8-bit text that is to be judged in UTF-16
-};
 
 // Where a stem begins that is as long as some reserved name, among those of which the whole window stands in the block
 // or the text ends there. `siguen` are the units that end no stem.
@@ -218,47 +208,48 @@ cortes_de_ruta i_cortes_anotados(vista<C> path, std::size_t tras_unidad, const h
             puntos != 0 ? h.desde + static_cast<std::size_t>(std::bit_width(puntos)) - 1 : path.size()};
 }
 
-// `cortes`, when wanted, receives where a path is cut that is correct.
+veredicto i_falla(ConstructorMensaje motivo, bool es_unc = false) noexcept {
+    return {false, es_unc, motivo};
+}
+
+// Nothing for 8-bit text that is to be judged in UTF-16. `cortes`, when wanted, receives where a path is cut that is
+// correct.
 template <class C>
-veredicto i_examina(vista<C> path, bool puede_ser_vacio, cortes_de_ruta* cortes = nullptr) noexcept {
-    veredicto juicio;
+std::optional<veredicto> i_examina(vista<C> path, bool puede_ser_vacio,
+                                   cortes_de_ruta* cortes = nullptr) noexcept {
     if (path.empty()) {
-        juicio.motivo = puede_ser_vacio ? nullptr : i_msg_53960_sin_nombre_de_directorio;
-        return juicio;
+        return puede_ser_vacio ? veredicto{.correcto = true} : i_falla(i_msg_53960_sin_nombre_de_directorio);
     }
     // Where a character may take several bytes, lengths are counted in UTF-16.
     const bool son_unidades = sizeof(C) > 1 || i_escritura() == escritura::de_un_byte;
     if (path.size() > lmlongpath_get_longitud_maxima_permitida_path()) {
-        juicio.se_convierte = !son_unidades;
-        juicio.motivo = i_msg_374376_path_demasiado_largo;
-        return juicio;
+        return son_unidades ? std::optional(i_falla(i_msg_374376_path_demasiado_largo)) : std::nullopt;
     }
-    const bool con_unidad = path.size() > 1 && path[1] == C(':') && es_letra(path[0]);
+    const bool con_unidad = path.size() > 1 && path[1] == C(':') && lmstdc_isalpha(path[0]);
     const std::size_t tras_unidad = con_unidad ? 2 : 0;
     const hallazgo h = i_recorre(path, tras_unidad);
     if (!son_unidades && h.alto != 0) {
-        juicio.se_convierte = true;
-        return juicio;
+        return std::nullopt;
     }
     if (h.raro != 0 && !con_unidad && path.find(C(':')) != vista<C>::npos) {
-        juicio.motivo = i_msg_53958_unidad_debe_ser_letra;
-        return juicio;
+        return i_falla(i_msg_53958_unidad_debe_ser_letra);
     }
     if (path.back() == C('.') && !i_punto_final_admitido(path)) {
-        juicio.motivo = i_msg_53957_punto_al_principio_o_final;
-        return juicio;
+        return i_falla(i_msg_53957_punto_al_principio_o_final);
     }
     const vista<C> resto = path.substr(tras_unidad);
-    juicio.es_unc = resto.size() > 2 && es_barra(resto[0]) && es_barra(resto[1]);
+    const bool es_unc = resto.size() > 2 && es_barra(resto[0]) && es_barra(resto[1]);
     const bool hay_largos = resto.size() > limite_componente && i_hay_largos(resto);
     if (h.raro != 0 || !h.correctos || hay_largos) {
-        juicio.motivo = i_msg_53949_caracteres_no_validos_en_nombre;
-    } else if (juicio.es_unc && !i_nombra_recurso(path, tras_unidad, h)) {
-        juicio.motivo = i_msg_53959_unidad_de_red_incompleta;
-    } else if (cortes != nullptr) {
+        return i_falla(i_msg_53949_caracteres_no_validos_en_nombre, es_unc);
+    }
+    if (es_unc && !i_nombra_recurso(path, tras_unidad, h)) {
+        return i_falla(i_msg_53959_unidad_de_red_incompleta, es_unc);
+    }
+    if (cortes != nullptr) {
         *cortes = i_cortes_anotados(path, tras_unidad, h);
     }
-    return juicio;
+    return veredicto{.correcto = true, .es_unc = es_unc};
 }
 
 // The component that a path is refused for, without its trailing blanks.
@@ -278,29 +269,6 @@ vista_w i_primer_componente_incorrecto(vista_w path) noexcept {
     }
 }
 
-cadena_w i_texto(ConstructorMensaje motivo, vista_w path) {
-    const bool es_de_componente = motivo == i_msg_53949_caracteres_no_validos_en_nombre;
-    return i_mensaje(motivo, {es_de_componente ? i_primer_componente_incorrecto(path) : path,
-                              lmlongpath_get_longitud_maxima_permitida_path()});
-}
-
-// What a failure tells: 53949 is never shown, only handed back. Over-long names are among those.
-void i_comunica(ConstructorMensaje motivo, vista_w path, unsigned short mostrar_mensaje, wchar_t** mensaje) {
-    if (mostrar_mensaje == CIERTO && motivo != i_msg_53949_caracteres_no_validos_en_nombre &&
-        !i_modo_servicio()) {
-        i_muestra_texto(i_texto(motivo, path).c_str());
-    }
-    if (mensaje != nullptr) {
-        *mensaje = i_texto(motivo, path).suelta();
-    }
-}
-
-void i_guarda(unsigned short* sitio, bool valor) noexcept {
-    if (sitio != nullptr) {
-        *sitio = valor ? CIERTO : FALSO;
-    }
-}
-
 }  // namespace
 
 bool i_caracter_valido(wchar_t c) noexcept {
@@ -312,101 +280,77 @@ bool i_caracter_valido(char c) noexcept {
     return i_caracter_valido(static_cast<wchar_t>(static_cast<unsigned char>(c)));
 }
 
+bool i_caracteres_validos_UNICODE(vista_w texto) noexcept {
+    return std::all_of(texto.begin(), texto.end(), [](wchar_t c) { return i_caracter_valido(c); });
+}
+
 bool i_nombre_base_correcto_UNICODE(vista_w nombre) noexcept {
     nombre = recorta_derecha(nombre);
-    for (const wchar_t c : nombre) {
-        if (!i_caracter_valido(c)) {
-            return false;
-        }
-    }
-    return i_componente_correcto(nombre);
+    return i_caracteres_validos_UNICODE(nombre) && i_componente_correcto(nombre);
 }
 
 bool i_nombre_base_valido_UNICODE(vista_w nombre) noexcept {
-    return i_es_punto_o_dos_puntos(nombre) || i_nombre_base_correcto_UNICODE(nombre);
+    return i_es_punto_o_dos(nombre) || i_nombre_base_correcto_UNICODE(nombre);
 }
 
-namespace {
-
-unsigned short i_responde(const veredicto& juicio, vista_w path, unsigned short mostrar_mensaje,
-                          unsigned short* es_unc, wchar_t** mensaje) {
-    i_guarda(es_unc, juicio.es_unc);
-    if (juicio.motivo == nullptr) {
-        return CIERTO;
-    }
-    i_comunica(juicio.motivo, path, mostrar_mensaje, mensaje);
-    return FALSO;
+veredicto i_path_correcto_UNICODE(vista_w path, bool puede_ser_vacio) {
+    return i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")
+               ? *i_examina(path, puede_ser_vacio)
+               : veredicto();
 }
 
-unsigned short i_responde(const veredicto& juicio, vista_a path, unsigned short puede_ser_vacio,
-                          unsigned short mostrar_mensaje, unsigned short* es_unc) {
-    // Nothing to convert where the verdict stands and nothing is to be told.
-    if (!juicio.se_convierte && (juicio.motivo == nullptr || mostrar_mensaje != CIERTO)) {
-        return i_responde(juicio, vista_w(), FALSO, es_unc, nullptr);
-    }
-    return i_path_correcto_UNICODE(utf16_temporal(path).ver(), puede_ser_vacio, mostrar_mensaje, es_unc,
-                                   nullptr);
-}
-
-}  // namespace
-
-unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_vacio,
-                                       unsigned short mostrar_mensaje, unsigned short* es_unc,
-                                       wchar_t** mensaje) {
-    if (!i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")) {
-        i_guarda(es_unc, false);
-        return FALSO;
-    }
-    return i_responde(i_examina(path, puede_ser_vacio == CIERTO), path, mostrar_mensaje, es_unc, mensaje);
-}
-
-unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
-                               unsigned short* es_unc) {
+veredicto i_path_correcto(vista_a path, bool puede_ser_vacio) {
     if (path.data() == nullptr) {
-        return i_path_correcto_UNICODE(vista_w(), puede_ser_vacio, mostrar_mensaje, es_unc, nullptr);
+        return i_path_correcto_UNICODE({});
     }
-    return i_responde(i_examina(path, puede_ser_vacio == CIERTO), path, puede_ser_vacio, mostrar_mensaje,
-                      es_unc);
+    const std::optional<veredicto> juicio = i_examina(path, puede_ser_vacio);
+    return juicio ? *juicio : i_path_correcto_UNICODE(utf16_temporal(path).ver(), puede_ser_vacio);
+}
+
+cadena_w i_texto_del_fallo(const veredicto& juicio, vista_w path) {
+    const bool es_de_componente = juicio.motivo == i_msg_53949_caracteres_no_validos_en_nombre;
+    return i_mensaje(juicio.motivo, {es_de_componente ? i_primer_componente_incorrecto(path) : path,
+                                     lmlongpath_get_longitud_maxima_permitida_path()});
 }
 
 namespace {
 
-unsigned short i_correcto(vista_w path, unsigned short* es_unc) {
-    return i_path_correcto_UNICODE(path, FALSO, FALSO, es_unc, nullptr);
-}
-unsigned short i_correcto(vista_a path, unsigned short* es_unc) {
-    return i_path_correcto(path, FALSO, FALSO, es_unc);
-}
-
-// All that is asked of a path that is correct as it stands.
-template <class C>
-veredicto i_juzga_como_esta(vista<C> path, path_juzgado<C>& juzgado) noexcept {
-    const veredicto juicio = i_examina(path, false, &juzgado.cortes);
-    juzgado.path = path;
-    juzgado.correcto = !juicio.se_convierte && juicio.motivo == nullptr;
-    juzgado.es_unc = juicio.es_unc;
-    return juicio;
+// 53949 is never shown, only handed back. Over-long names are among those.
+bool i_se_muestra(const veredicto& juicio) noexcept {
+    return juicio.motivo != nullptr && juicio.motivo != i_msg_53949_caracteres_no_validos_en_nombre &&
+           !i_modo_servicio();
 }
 
-template <class C>
-void i_juzga_sin_cortar(vista<C> path, path_juzgado<C>& juzgado) {
-    unsigned short es_unc = FALSO;
-    juzgado.correcto = i_correcto(path, &es_unc) == CIERTO;
-    juzgado.es_unc = es_unc == CIERTO;
+veredicto i_correcto(vista_w path) {
+    return i_path_correcto_UNICODE(path);
+}
+veredicto i_correcto(vista_a path) {
+    return i_path_correcto(path);
 }
 
 }  // namespace
+
+void i_muestra_fallo(const veredicto& juicio, vista_w path) {
+    if (i_se_muestra(juicio)) {
+        i_muestra_texto(i_texto_del_fallo(juicio, path).c_str());
+    }
+}
+
+void i_muestra_fallo(const veredicto& juicio, vista_a path) {
+    if (i_se_muestra(juicio)) {
+        i_muestra_fallo(juicio, utf16_temporal(path).ver());
+    }
+}
 
 template <class C>
 path_juzgado<C> i_juzga(vista<C> path) {
     path_juzgado<C> juzgado;
-    const veredicto juicio = i_juzga_como_esta(path, juzgado);
-    if (!juzgado.correcto) {
+    juzgado.path = path;
+    const std::optional<veredicto> juicio = i_examina(path, false, &juzgado.cortes);
+    if (!juicio || !juicio->correcto) {
         juzgado.cortes = i_cortes(path);
     }
-    if (juicio.se_convierte) {
-        i_juzga_sin_cortar(path, juzgado);
-    }
+    juzgado.juicio = juicio ? *juicio : i_correcto(path);
     return juzgado;
 }
 
@@ -414,8 +358,10 @@ path_juzgado<C> i_juzga(vista<C> path) {
 template <class C>
 path_juzgado<C> i_juzga_con_comodines(vista<C> path) {
     path_juzgado<C> juzgado;
-    i_juzga_como_esta(path, juzgado);
-    if (juzgado.correcto) {
+    juzgado.path = path;
+    if (const std::optional<veredicto> juicio = i_examina(path, false, &juzgado.cortes);
+        juicio && juicio->correcto) {
+        juzgado.juicio = *juicio;
         return juzgado;
     }
     juzgado.cortes = i_cortes(path);
@@ -426,10 +372,10 @@ path_juzgado<C> i_juzga_con_comodines(vista<C> path) {
     } else if (nombre_comodin) {
         const cadena<C> probado =
             concatena<C>({trozos.unidad, trozos.directorio, LITERAL(C, "comprobar"), trozos.extension});
-        i_juzga_sin_cortar(probado.ver(), juzgado);
+        juzgado.juicio = i_correcto(probado.ver());
         return juzgado;
     }
-    i_juzga_sin_cortar(path, juzgado);
+    juzgado.juicio = i_correcto(path);
     return juzgado;
 }
 
@@ -438,67 +384,4 @@ template path_juzgado<wchar_t> i_juzga(vista<wchar_t>);
 template path_juzgado<char> i_juzga_con_comodines(vista<char>);
 template path_juzgado<wchar_t> i_juzga_con_comodines(vista<wchar_t>);
 
-unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned short* es_unc) {
-    const path_juzgado<wchar_t> juzgado = i_juzga_con_comodines(path);
-    i_guarda(es_unc, juzgado.es_unc);
-    return juzgado.correcto ? CIERTO : FALSO;
-}
-
-unsigned short i_path_correcto_con_comodines(vista_a path, unsigned short* es_unc) {
-    const path_juzgado<char> juzgado = i_juzga_con_comodines(path);
-    i_guarda(es_unc, juzgado.es_unc);
-    return juzgado.correcto ? CIERTO : FALSO;
-}
-
-}  // namespace lumodir
-
-using namespace lumodir;
-
-namespace {
-
-// The name rule trims the text that it is given, the caller's own. A name with nothing to trim may be a constant
-// and is not written to.
-bool i_recorta_y_comprueba(wchar_t* nombre) noexcept {
-    const vista_w entero = a_vista(nombre);
-    const vista_w recortado = recorta_derecha(entero);
-    if (recortado.size() < entero.size()) {
-        nombre[recortado.size()] = L'\0';
-    }
-    return i_nombre_base_correcto_UNICODE(recortado);
-}
-
-}  // namespace
-
-unsigned short cdir_path_valido_UNICODE(const wchar_t* path, unsigned short mostrar_mensaje) {
-    return i_path_correcto_UNICODE(recorta_derecha(a_vista(path)), FALSO, mostrar_mensaje, nullptr, nullptr);
-}
-
-unsigned short cdir_path_valido(const char* path, unsigned short mostrar_mensaje) {
-    return i_path_correcto(recorta_derecha(a_vista(path)), FALSO, mostrar_mensaje, nullptr);
-}
-
-unsigned short cdir_es_path_valido_UNICODE(const wchar_t* path, wchar_t** mensaje) {
-    return i_path_correcto_UNICODE(recorta_derecha(a_vista(path)), FALSO, FALSO, nullptr, mensaje);
-}
-
-unsigned short cdir_nombre_base_valido_UNICODE(wchar_t* nombre) {
-    if (!i_comprueba(nombre != nullptr, "nombre != NULL")) {
-        return FALSO;
-    }
-    return i_es_punto_o_dos_puntos(a_vista(nombre)) || i_recorta_y_comprueba(nombre) ? CIERTO : FALSO;
-}
-
-unsigned short cdir_nombre_base_valido(const char* nombre) {
-    const utf16_temporal nombre_u(nombre);
-    return i_comprueba(nombre != nullptr, "nombre != NULL") &&
-                   i_nombre_base_valido_UNICODE(a_vista(nombre_u.c_str()))
-               ? CIERTO
-               : FALSO;
-}
-
-unsigned short cdir_nombre_fichero_valido(wchar_t* nombre) {
-    if (!i_comprueba(nombre != nullptr, "nombre != NULL")) {
-        return FALSO;
-    }
-    return !acaba_en(a_vista(nombre), L".") && i_recorta_y_comprueba(nombre) ? CIERTO : FALSO;
-}
+}  // namespace interno

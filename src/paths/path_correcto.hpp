@@ -10,34 +10,47 @@
 #pragma once
 
 #include "companions/crt_rutas.hpp"
-#include "lumodir_base.h"
+#include "companions/registro_mensaje.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // A character that no name may hold: a control character or one of \/:*"?<>|
 bool i_caracter_valido(wchar_t c) noexcept;
 bool i_caracter_valido(char c) noexcept;
+bool i_caracteres_validos_UNICODE(vista_w texto) noexcept;
+
+// "." and "..", which are no names of anything else.
+constexpr bool i_es_punto_o_dos(vista_w nombre) noexcept {
+    return nombre == L"." || nombre == L"..";
+}
 
 // The rule for one component. It judges the name without its trailing blanks; who owns the text trims it.
 bool i_nombre_base_correcto_UNICODE(vista_w nombre) noexcept;
 // The same rule, "." and ".." admitted.
 bool i_nombre_base_valido_UNICODE(vista_w nombre) noexcept;
 
-// A view without data stands for NULL: it is reported, and the path is not correct.
-// `mostrar_mensaje` 1 shows the message of a failure; `mensaje`, when wanted, receives it as a new text.
-unsigned short i_path_correcto_UNICODE(vista_w path, unsigned short puede_ser_vacio,
-                                       unsigned short mostrar_mensaje, unsigned short* es_unc,
-                                       wchar_t** mensaje);
-unsigned short i_path_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short mostrar_mensaje,
-                               unsigned short* es_unc);
+struct veredicto {
+    bool correcto = false;
+    bool es_unc = false;
+    ConstructorMensaje motivo = nullptr;  // the message of the rule that a path breaks
+};
 
-// What who cuts a path asks of it: whether it is correct, whether it is a network path, and where its pieces begin,
-// which the check has noted by the way. The path is none that stands for NULL.
+// A view without data stands for NULL: it is reported, and the path is not correct, without a message.
+veredicto i_path_correcto_UNICODE(vista_w path, bool puede_ser_vacio = false);
+veredicto i_path_correcto(vista_a path, bool puede_ser_vacio = false);
+
+// The message of a path that breaks a rule.
+cadena_w i_texto_del_fallo(const veredicto& juicio, vista_w path);
+// Shows it, where there is one that may be shown.
+void i_muestra_fallo(const veredicto& juicio, vista_w path);
+void i_muestra_fallo(const veredicto& juicio, vista_a path);
+
+// What who cuts a path asks of it: the verdict and where its pieces begin, which the check has noted by the way. The path is
+// none that stands for NULL.
 template <class C>
 struct path_juzgado {
     vista<C> path;
-    bool correcto = false;
-    bool es_unc = false;
+    veredicto juicio;
     cortes_de_ruta cortes;
 
     trozos_de_ruta<C> trozos() const noexcept { return i_trozos(path, cortes); }
@@ -48,12 +61,11 @@ path_juzgado<C> i_juzga(vista<C> path);
 // The same check for a search pattern whose whole base name is "*" or whose whole extension is ".*".
 template <class C>
 path_juzgado<C> i_juzga_con_comodines(vista<C> path);
-unsigned short i_path_correcto_con_comodines_UNICODE(vista_w path, unsigned short* es_unc);
-unsigned short i_path_correcto_con_comodines(vista_a path, unsigned short* es_unc);
+inline veredicto i_path_correcto_con_comodines_UNICODE(vista_w path) {
+    return i_juzga_con_comodines(path).juicio;
+}
+inline veredicto i_path_correcto_con_comodines(vista_a path) {
+    return i_juzga_con_comodines(path).juicio;
+}
 
-extern template path_juzgado<char> i_juzga(vista<char>);
-extern template path_juzgado<wchar_t> i_juzga(vista<wchar_t>);
-extern template path_juzgado<char> i_juzga_con_comodines(vista<char>);
-extern template path_juzgado<wchar_t> i_juzga_con_comodines(vista<wchar_t>);
-
-}  // namespace lumodir
+}  // namespace interno

@@ -1,19 +1,13 @@
-// Paths shortened for display: "..." in place of directories. Drive, base name and extension stay whole and
-// no component is ever cut.
-//
-// Promises: linear in the length of the path; a path within the maximum comes back as it is.
-// Cannot promise: the maximum (a long name alone may exceed it), nor a result shorter than the path: the
-// fixed form of a short path is longer than the path itself. Callers accept both.
-// Checked by tests/paths/ruta_abreviada_test.cpp, also against a naive model over directories of every small
-// shape with every maximum.
+// See ruta_abreviada.hpp.
+#include "paths/ruta_abreviada.hpp"
+
 #include <utility>
 
-#include "cdir.h"
 #include "companions/error_interno.hpp"
 #include "paths/path_correcto.hpp"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr vista_w puntos = L"...";
@@ -123,6 +117,8 @@ cadena_w i_directorio_abreviado(vista_w directorio, std::size_t ahorro) {
     return abreviado;
 }
 
+}  // namespace
+
 cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo) {
     if (ruta.size() <= maximo) {
         return cadena_w(ruta);
@@ -145,25 +141,12 @@ cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo) {
     return concatena<wchar_t>({piezas.unidad, directorio, piezas.nombre, piezas.extension});
 }
 
-}  // namespace
-}  // namespace lumodir
-
-using namespace lumodir;
-
-wchar_t* cdir_ruta_abreviada_con_logitud_maxima_u(const wchar_t* ruta, unsigned short maximo) {
-    if (!i_comprueba(ruta != nullptr, "(ruta) != NULL")) {
-        return cadena_w(vista_w()).suelta();
-    }
-    return i_ruta_abreviada(a_vista(ruta), maximo).suelta();
+cadena_w i_nombre_fichero_abreviado(vista_w nombre) {
+    const vista_w recortado = recorta_derecha(nombre);
+    const veredicto juicio = i_path_correcto_UNICODE(recortado);
+    i_muestra_fallo(juicio, recortado);
+    i_comprueba_con(juicio.correcto, "pathCorrecto == CIERTO", recortado);
+    return i_forma_fija(division<wchar_t>(recortado, juicio.es_unc));
 }
 
-wchar_t* cdir_nombre_fichero_abreviado_UNICODE(const wchar_t* nombre) {
-    if (!i_comprueba(nombre != nullptr, "(nombre) != NULL")) {
-        return cadena_w(vista_w()).suelta();
-    }
-    const vista_w recortado = recorta_derecha(a_vista(nombre));
-    unsigned short es_unc = FALSO;
-    i_comprueba_con(i_path_correcto_UNICODE(recortado, FALSO, CIERTO, &es_unc, nullptr) == CIERTO,
-                    "pathCorrecto == CIERTO", recortado);
-    return i_forma_fija(division<wchar_t>(recortado, es_unc == CIERTO)).suelta();
-}
+}  // namespace interno

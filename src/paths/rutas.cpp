@@ -1,13 +1,11 @@
 // See rutas.hpp.
 #include "paths/rutas.hpp"
 
-#include "cdir.h"
 #include "companions/error_interno.hpp"
 #include "companions/plataforma.hpp"
-#include "lumodir.h"
 #include "paths/split_makepath.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 division<wchar_t> i_division_comprobada(vista_w path) {
@@ -69,78 +67,4 @@ objeto<ArrCADENA_u> i_directorios_del_path() {
     return lista;
 }
 
-namespace {
-
-// Each one that is missing is reported.
-template <class... V>
-bool i_hay_directorios(V... directorios) {
-    return (0 + ... + (i_comprueba(directorios != nullptr, "(directorio) != NULL") ? 0 : 1)) == 0;
-}
-
-template <class C>
-C* i_vacia() {
-    return cadena<C>(vista<C>()).suelta();
-}
-
-template <class C>
-C* i_concatenados(const C* directorio1, const C* directorio2) {
-    return i_hay_directorios(directorio1, directorio2)
-               ? i_concatena_directorios(a_vista(directorio1), a_vista(directorio2)).suelta()
-               : i_vacia<C>();
-}
-
-template <class C>
-C* i_path_construido(const C* directorio1, const C* directorio2, const C* nombre) {
-    const bool hay_directorios = i_hay_directorios(directorio1, directorio2);
-    return i_comprueba(nombre != nullptr, "(nombre) != NULL") && hay_directorios
-               ? i_construye_path(a_vista(directorio1), a_vista(directorio2), a_vista(nombre)).suelta()
-               : i_vacia<C>();
-}
-
-bool i_hay_base_y_ruta(const wchar_t* base, const wchar_t* ruta) {
-    const bool hay_base = i_comprueba(base != nullptr, "(base) != NULL");
-    return i_comprueba(ruta != nullptr, "(ruta) != NULL") && hay_base;
-}
-
-}  // namespace
-}  // namespace lumodir
-
-using namespace lumodir;
-
-wchar_t* cdir_concatena_directorios_UNICODE(const wchar_t* directorio1, const wchar_t* directorio2) {
-    return i_concatenados(directorio1, directorio2);
-}
-
-char* cdir_concatena_directorios(const char* directorio1, const char* directorio2) {
-    return i_concatenados(directorio1, directorio2);
-}
-
-wchar_t* cdir_construye_path_UNICODE(const wchar_t* directorio1, const wchar_t* directorio2,
-                                     const wchar_t* nombre) {
-    return i_path_construido(directorio1, directorio2, nombre);
-}
-
-char* cdir_construye_path(const char* directorio1, const char* directorio2, const char* nombre) {
-    return i_path_construido(directorio1, directorio2, nombre);
-}
-
-unsigned short lumodir_ruta_es_absoluta(const wchar_t* ruta) {
-    if (!i_comprueba(ruta != nullptr, "(ruta) != NULL")) {
-        return FALSO;
-    }
-    return i_ruta_es_absoluta(a_vista(ruta)) ? CIERTO : FALSO;
-}
-
-wchar_t* lumodir_ruta_absoluta_a_relativa(const wchar_t* base, const wchar_t* ruta) {
-    return i_hay_base_y_ruta(base, ruta) ? cadena_w(i_ruta_relativa(a_vista(base), a_vista(ruta))).suelta()
-                                         : i_vacia<wchar_t>();
-}
-
-wchar_t* lumodir_ruta_relativa_a_absoluta(const wchar_t* base, const wchar_t* ruta) {
-    return i_hay_base_y_ruta(base, ruta) ? i_ruta_absoluta(a_vista(base), a_vista(ruta)).suelta()
-                                         : i_vacia<wchar_t>();
-}
-
-ArrCADENA_u* lumodir_directorios_del_path(void) {
-    return i_directorios_del_path().suelta();
-}
+}  // namespace interno

@@ -9,7 +9,7 @@
 #include "companions/arr.hpp"
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 template <class C>
 constexpr vista<C> i_sin_separador_inicial(vista<C> texto) noexcept {
@@ -53,4 +53,4 @@ cadena_w i_ruta_absoluta(vista_w base, vista_w ruta);
 
 objeto<ArrCADENA_u> i_directorios_del_path();
 
-}  // namespace lumodir
+}  // namespace interno

@@ -1,7 +1,7 @@
 // See split_makepath.hpp.
 #include "paths/split_makepath.hpp"
 
-#include "cdir.h"
+#include "cdir_rutas.h"
 #include "companions/error_interno.hpp"
 #include "companions/unicode.hpp"
 #include "frame/avisos.hpp"
@@ -9,39 +9,25 @@
 #include "paths/nombres_validos.hpp"
 #include "paths/path_correcto.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
-
-// One name for the check of either flavour.
-unsigned short i_correcto(vista_w path, unsigned short puede_ser_vacio, unsigned short* es_unc) {
-    return i_path_correcto_UNICODE(path, puede_ser_vacio, FALSO, es_unc, nullptr);
-}
-unsigned short i_correcto(vista_a path, unsigned short puede_ser_vacio, unsigned short* es_unc) {
-    return i_path_correcto(path, puede_ser_vacio, FALSO, es_unc);
-}
-unsigned short i_correcto_con_comodines(vista_w path, unsigned short* es_unc) {
-    return i_path_correcto_con_comodines_UNICODE(path, es_unc);
-}
-unsigned short i_correcto_con_comodines(vista_a path, unsigned short* es_unc) {
-    return i_path_correcto_con_comodines(path, es_unc);
-}
 
 void i_muestra_fichero_incorrecto(vista_w path) {
     i_muestra_mensaje(i_msg_53955_fichero_no_correcto, path);
 }
 void i_muestra_fichero_incorrecto(vista_a path) {
-    i_muestra_mensaje(i_msg_53955_fichero_no_correcto, a_utf16(path).ver());
+    i_muestra_mensaje(i_msg_53955_fichero_no_correcto, utunicode_ANSI_a_UNICODE(path).ver());
 }
 
 // Where the text first stands in another as characters of it; `npos` when nowhere.
 template <class C>
 std::size_t i_busca(vista<C> texto, vista<C> buscado) noexcept {
-    std::size_t donde = texto.find(buscado);
-    while (donde != vista<C>::npos &&
-           !(empieza_caracter(texto, donde) && empieza_caracter(texto, donde + buscado.size()))) {
-        donde = texto.find(buscado, donde + 1);
+    std::size_t i = texto.find(buscado);
+    while (i != vista<C>::npos &&
+           !(empieza_caracter(texto, i) && empieza_caracter(texto, i + buscado.size()))) {
+        i = texto.find(buscado, i + 1);
     }
-    return donde;
+    return i;
 }
 
 template <class C>
@@ -75,7 +61,7 @@ std::size_t i_longitud_de_recurso(vista<C> directorio) noexcept {
 // The drive of a UNC path is "\\server\share". The wide flavour does without a share, the 8-bit one reports it
 // and keeps the separator before it.
 template <class C>
-void division<C>::i_toma_unidad_unc(lugar donde) {
+void division<C>::i_toma_unidad_unc() {
     constexpr bool ancha = std::is_same_v<C, wchar_t>;
     if (const std::size_t longitud = i_longitud_de_recurso(directorio); longitud > 0) {
         unidad = directorio.substr(0, longitud);
@@ -88,26 +74,26 @@ void division<C>::i_toma_unidad_unc(lugar donde) {
     cadena<C> solo_maquina;
     if (unidad.empty() && directorio == LITERAL(C, "\\\\")) {
         // The path is its server and nothing more. `\\\name` and `C:\\name` are no servers: their name stays.
-        solo_maquina = concatena<C>({nombre, extension}, donde);
+        solo_maquina = concatena<C>({nombre, extension});
         maquina = solo_maquina.ver();
         nombre = extension = directorio = {};
     }
     if constexpr (ancha) {
-        i_comprueba_con(!maquina.empty(), "maquina!=NULL", directorio_entero, donde);
+        i_comprueba_con(!maquina.empty(), "maquina!=NULL", directorio_entero);
     } else {
-        i_comprueba(!maquina.empty(), "(maquina) != NULL", donde);
-        i_comprueba(!recurso.empty(), "(recurso) != NULL", donde);
+        i_comprueba(!maquina.empty(), "(maquina) != NULL");
+        i_comprueba(!recurso.empty(), "(recurso) != NULL");
     }
     const bool con_barra = !ancha || !recurso.empty();
-    unidad_propia_ = concatena<C>(
-        {LITERAL(C, "\\\\"), maquina, con_barra ? LITERAL(C, "\\") : vista<C>(), recurso}, donde);
+    unidad_propia_ =
+        concatena<C>({LITERAL(C, "\\\\"), maquina, con_barra ? LITERAL(C, "\\") : vista<C>(), recurso});
     unidad = unidad_propia_.ver();
-    const std::size_t donde_esta = i_busca(directorio, unidad);
-    if (donde_esta == 0) {
+    const std::size_t posicion = i_busca(directorio, unidad);
+    if (posicion == 0) {
         directorio.remove_prefix(unidad.size());
-    } else if (donde_esta != vista<C>::npos) {
-        directorio_propio_ = concatena<C>(
-            {directorio.substr(0, donde_esta), directorio.substr(donde_esta + unidad.size())}, donde);
+    } else if (posicion != vista<C>::npos) {
+        directorio_propio_ =
+            concatena<C>({directorio.substr(0, posicion), directorio.substr(posicion + unidad.size())});
         directorio = directorio_propio_.ver();
     }
 }
@@ -120,45 +106,42 @@ namespace {
 template <class C>
 path_juzgado<C> i_juzga_y_muestra(vista<C> path) {
     path_juzgado<C> juzgado = i_juzga(path);
-    if (!juzgado.correcto) {
+    if (!juzgado.juicio.correcto) {
         i_muestra_fichero_incorrecto(path);
     }
     return juzgado;
 }
 
 template <class C>
-path_juzgado<C> i_juzga_e_informa(vista<C> path, lugar donde) {
+path_juzgado<C> i_juzga_e_informa(vista<C> path) {
     path_juzgado<C> juzgado = i_juzga_con_comodines(path);
-    i_comprueba_con(juzgado.correcto, "pathCorrecto == CIERTO", path, donde);
+    i_comprueba_con(juzgado.juicio.correcto, "pathCorrecto == CIERTO", path);
     return juzgado;
 }
 
 }  // namespace
 
 template <class C>
-path_juzgado<C> i_comprueba_fichero(vista<C> path, lugar donde) {
-    return i_comprueba(path.data() != nullptr, "(path) != NULL", donde)
-               ? i_juzga_y_muestra(recorta_derecha(path))
-               : path_juzgado<C>();
+path_juzgado<C> i_comprueba_fichero(vista<C> path) {
+    return i_comprueba(path.data() != nullptr, "(path) != NULL") ? i_juzga_y_muestra(recorta_derecha(path))
+                                                                 : path_juzgado<C>();
 }
 
 template <class C>
-path_juzgado<C> i_comprueba_con_comodines(vista<C> path, lugar donde) {
-    return i_comprueba(path.data() != nullptr, "(path) != NULL", donde)
-               ? i_juzga_e_informa(recorta_derecha(path), donde)
-               : path_juzgado<C>();
+path_juzgado<C> i_comprueba_con_comodines(vista<C> path) {
+    return i_comprueba(path.data() != nullptr, "(path) != NULL") ? i_juzga_e_informa(recorta_derecha(path))
+                                                                 : path_juzgado<C>();
 }
 
 template <class C>
 cadena<C> i_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
-                     std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension,
-                     lugar donde) {
+                     std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension) {
     i_comprueba(unidad.data() != nullptr || directorio.data() != nullptr || nombre.data() != nullptr ||
                     extension.data() != nullptr,
-                "drive_path != NULL || dir_path != NULL || fname_path != NULL || ext_path != NULL", donde);
-    i_comprueba(extension.data() == nullptr || nombre.data() != nullptr, "fname_path != NULL", donde);
+                "drive_path != NULL || dir_path != NULL || fname_path != NULL || ext_path != NULL");
+    i_comprueba(extension.data() == nullptr || nombre.data() != nullptr, "fname_path != NULL");
     if (unidad.size() < 3 || !empieza_por(unidad, LITERAL(C, "\\\\"))) {
-        return crt_makepath(unidad, directorio, nombre, extension, donde);
+        return crt_makepath(unidad, directorio, nombre, extension);
     }
     // A share stands in front of the directory with exactly one separator between them, and of the name.
     if (!directorio.empty() && es_separador(directorio.front())) {
@@ -173,131 +156,82 @@ cadena<C> i_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
     const bool falta_punto = !extension.empty() && extension.front() != C('.');
     return concatena<C>({unidad, barra_tras_unidad ? barra : vista<C>(), directorio,
                          barra_tras_directorio ? barra : vista<C>(), nombre,
-                         falta_punto ? LITERAL(C, ".") : vista<C>(), extension},
-                        donde);
+                         falta_punto ? LITERAL(C, ".") : vista<C>(), extension});
 }
-
-template path_juzgado<char> i_comprueba_fichero(vista<char>, lugar);
-template path_juzgado<wchar_t> i_comprueba_fichero(vista<wchar_t>, lugar);
-template path_juzgado<char> i_comprueba_con_comodines(vista<char>, lugar);
-template path_juzgado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>, lugar);
-template cadena<char> i_makepath(vista<char>, vista<char>, vista<char>, vista<char>, lugar);
-template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, lugar);
 
 namespace {
 
-// Hands out the wanted pieces as new strings.
 template <class C>
-void i_entrega(const path_juzgado<C>& comprobado, C** unidad, C** directorio, C** nombre, C** extension,
-               lugar donde) {
-    const division<C> piezas(comprobado, donde);
-    const bool junta = nombre != nullptr && extension != nullptr && piezas.extension_es_del_nombre();
-    entrega_copias<C>({{unidad, piezas.unidad},
-                       {directorio, piezas.directorio},
-                       {nombre, junta ? piezas.nombre_y_extension() : piezas.nombre},
-                       {extension, junta ? vista<C>() : piezas.extension}},
-                      donde);
-}
-
-enum mascara_piezas : unsigned short {
-    con_unidad = 1,
-    con_directorio = 2,
-    con_nombre = 4,
-    con_extension = 8
-};
-
-template <class C>
-cadena<C> i_split_make_path(const C* path, unsigned short mascara, lugar donde) {
-    const path_juzgado<C> comprobado = i_comprueba_fichero(a_vista(path), donde);
-    const division<C> piezas(comprobado, donde);
-    const bool junta = piezas.extension_es_del_nombre();
-    // A piece that is kept counts as given even when it is empty.
-    const auto pieza = [&](unsigned short bit, vista<C> texto) {
-        return (mascara & bit) == 0 ? vista<C>() : texto.data() == nullptr ? LITERAL(C, "") : texto;
-    };
-    return i_makepath<C>(pieza(con_unidad, piezas.unidad), pieza(con_directorio, piezas.directorio),
-                         pieza(con_nombre, junta ? piezas.nombre_y_extension() : piezas.nombre),
-                         pieza(con_extension, junta ? vista<C>() : piezas.extension), donde);
+cadena<C> i_compuesto(const trozos_de_ruta<C>& piezas) {
+    return i_makepath(piezas.unidad, piezas.directorio, piezas.nombre, piezas.extension);
 }
 
 template <class C>
-unsigned short i_puede_ser_vacio(const C* unidad, const C* directorio, const C* nombre,
-                                 const C* extension) noexcept {
-    const bool lugar_dado = unidad != nullptr || directorio != nullptr;
-    return lugar_dado && nombre == nullptr && extension == nullptr ? CIERTO : FALSO;
-}
-
-template <class C>
-C* i_makepath_con_comodines(const C* unidad, const C* directorio, const C* nombre, const C* extension,
-                            const char* expresion, lugar donde) {
-    cadena<C> path =
-        i_makepath(a_vista(unidad), a_vista(directorio), a_vista(nombre), a_vista(extension), donde);
-    i_comprueba_con(i_correcto_con_comodines(path.ver(), nullptr) == CIERTO, expresion, path.ver(), donde);
-    return path.suelta();
+bool i_puede_ser_vacio(const trozos_de_ruta<C>& piezas) noexcept {
+    const bool lugar_dado = piezas.unidad.data() != nullptr || piezas.directorio.data() != nullptr;
+    return lugar_dado && piezas.nombre.data() == nullptr && piezas.extension.data() == nullptr;
 }
 
 }  // namespace
-}  // namespace lumodir
 
-using namespace lumodir;
-
-void cdir_splitpath_con_comprobacion_UNICODE(const wchar_t* path, wchar_t** drive, wchar_t** dir,
-                                             wchar_t** fname, wchar_t** ext) {
-    i_entrega(i_comprueba_fichero(a_vista(path)), drive, dir, fname, ext, lugar::aqui());
+template <class C>
+cadena<C> i_split_make_path(vista<C> path, unsigned mascara) {
+    const path_juzgado<C> comprobado = i_comprueba_fichero(path);
+    const division<C> piezas(comprobado);
+    const bool junta = piezas.extension_es_del_nombre();
+    // A piece that is kept counts as given even when it is empty.
+    const auto pieza = [&](unsigned bit, vista<C> texto) {
+        return (mascara & bit) == 0 ? vista<C>() : texto.data() == nullptr ? LITERAL(C, "") : texto;
+    };
+    return i_makepath<C>(pieza(CDIR_PIEZA_UNIDAD, piezas.unidad),
+                         pieza(CDIR_PIEZA_DIRECTORIO, piezas.directorio),
+                         pieza(CDIR_PIEZA_NOMBRE_BASE, junta ? piezas.nombre_y_extension() : piezas.nombre),
+                         pieza(CDIR_PIEZA_EXTENSION, junta ? vista<C>() : piezas.extension));
 }
 
-void cdir_splitpath_con_comprobacion(const char* path, char** drive, char** dir, char** fname, char** ext) {
-    i_entrega(i_comprueba_fichero(a_vista(path)), drive, dir, fname, ext, lugar::aqui());
-}
-
-void cdir_splitpath_con_comodines_UNICODE(const wchar_t* path, wchar_t** drive, wchar_t** dir,
-                                          wchar_t** fname, wchar_t** ext) {
-    i_entrega(i_comprueba_con_comodines(a_vista(path)), drive, dir, fname, ext, lugar::aqui());
-}
-
-void cdir_splitpath_con_comodines(const char* path, char** drive, char** dir, char** fname, char** ext) {
-    i_entrega(i_comprueba_con_comodines(a_vista(path)), drive, dir, fname, ext, lugar::aqui());
-}
-
-wchar_t* cdir_split_make_path_UNICODE(const wchar_t* path, unsigned short mascara) {
-    return i_split_make_path(path, mascara, lugar::aqui()).suelta();
-}
-
-char* cdir_split_make_path(const char* path, unsigned short mascara) {
-    return i_split_make_path(path, mascara, lugar::aqui()).suelta();
-}
-
-wchar_t* cdir_makepath_UNICODE(const wchar_t* drive, const wchar_t* dir, const wchar_t* fname,
-                               const wchar_t* ext) {
-    const unsigned short puede_ser_vacio = i_puede_ser_vacio(drive, dir, fname, ext);
-    cadena_w path = i_makepath(a_vista(drive), a_vista(dir), a_vista(fname), a_vista(ext));
-    if (i_correcto(path.ver(), puede_ser_vacio, nullptr) == CIERTO) {
-        return path.suelta();
+cadena_w i_makepath_correcto_UNICODE(trozos_de_ruta<wchar_t> piezas) {
+    const bool puede_ser_vacio = i_puede_ser_vacio(piezas);
+    cadena_w path = i_compuesto(piezas);
+    if (i_path_correcto_UNICODE(path.ver(), puede_ser_vacio).correcto) {
+        return path;
     }
     // A second attempt with the base name repaired; it is returned whatever its check says.
-    const cadena_w valido = fname == nullptr ? cadena_w() : i_nombre_base_reparado(a_vista(fname));
-    path = i_makepath(a_vista(drive), a_vista(dir), valido.ver(), a_vista(ext));
-    i_comprueba_con(i_correcto(path.ver(), puede_ser_vacio, nullptr) == CIERTO,
+    const cadena_w valido =
+        piezas.nombre.data() == nullptr ? cadena_w() : i_nombre_base_reparado(piezas.nombre);
+    piezas.nombre = valido.ver();
+    path = i_compuesto(piezas);
+    i_comprueba_con(i_path_correcto_UNICODE(path.ver(), puede_ser_vacio).correcto,
                     "i_path_correcto_UNICODE( pathCompleto, puede_ser_vacio, FALSO, NULL, NULL) == CIERTO",
                     path.ver());
-    return path.suelta();
+    return path;
 }
 
-char* cdir_makepath(const char* drive, const char* dir, const char* fname, const char* ext) {
-    cadena_a path = i_makepath(a_vista(drive), a_vista(dir), a_vista(fname), a_vista(ext));
-    i_comprueba_con(i_correcto(path.ver(), i_puede_ser_vacio(drive, dir, fname, ext), nullptr) == CIERTO,
+cadena_a i_makepath_correcto(const trozos_de_ruta<char>& piezas) {
+    cadena_a path = i_compuesto(piezas);
+    i_comprueba_con(i_path_correcto(path.ver(), i_puede_ser_vacio(piezas)).correcto,
                     "i_path_correcto( pathCompleto, puede_ser_vacio, FALSO, NULL) == CIERTO", path.ver());
-    return path.suelta();
+    return path;
 }
 
-wchar_t* cdir_makepath_con_comodines_UNICODE(const wchar_t* drive, const wchar_t* dir, const wchar_t* fname,
-                                             const wchar_t* ext) {
-    return i_makepath_con_comodines(drive, dir, fname, ext,
-                                    "i_path_correcto_con_comodines_UNICODE(pathCompleto, NULL) == CIERTO",
-                                    lugar::aqui());
+template <class C>
+cadena<C> i_makepath_con_comodines(const trozos_de_ruta<C>& piezas) {
+    cadena<C> path = i_compuesto(piezas);
+    i_comprueba_con(i_juzga_con_comodines(path.ver()).juicio.correcto,
+                    sizeof(C) == 1 ? "i_path_correcto_con_comodines(pathCompleto, NULL) == CIERTO"
+                                   : "i_path_correcto_con_comodines_UNICODE(pathCompleto, NULL) == CIERTO",
+                    path.ver());
+    return path;
 }
 
-char* cdir_makepath_con_comodines(const char* drive, const char* dir, const char* fname, const char* ext) {
-    return i_makepath_con_comodines(
-        drive, dir, fname, ext, "i_path_correcto_con_comodines(pathCompleto, NULL) == CIERTO", lugar::aqui());
-}
+template path_juzgado<char> i_comprueba_fichero(vista<char>);
+template path_juzgado<wchar_t> i_comprueba_fichero(vista<wchar_t>);
+template path_juzgado<char> i_comprueba_con_comodines(vista<char>);
+template path_juzgado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>);
+template cadena<char> i_makepath(vista<char>, vista<char>, vista<char>, vista<char>);
+template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>);
+template cadena<char> i_makepath_con_comodines(const trozos_de_ruta<char>&);
+template cadena<wchar_t> i_makepath_con_comodines(const trozos_de_ruta<wchar_t>&);
+template cadena<char> i_split_make_path(vista<char>, unsigned);
+template cadena<wchar_t> i_split_make_path(vista<wchar_t>, unsigned);
+
+}  // namespace interno

@@ -8,14 +8,14 @@
 
 #include "paths/path_correcto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // The four pieces as views, into the path or into this object.
 template <class C>
 class division {
 public:
     // An extension without a name is the name.
-    division(vista<C> path, const cortes_de_ruta& cortes, bool es_unc, lugar donde = lugar::aqui())
+    division(vista<C> path, const cortes_de_ruta& cortes, bool es_unc)
         : unidad(path.substr(0, cortes.directorio)),
           directorio(path.substr(cortes.directorio, cortes.nombre - cortes.directorio)),
           nombre(path.substr(cortes.nombre, cortes.extension > cortes.nombre
@@ -23,13 +23,12 @@ public:
                                                 : path.size() - cortes.nombre)),
           extension(cortes.extension > cortes.nombre ? path.substr(cortes.extension) : vista<C>()) {
         if (es_unc) {
-            i_toma_unidad_unc(donde);
+            i_toma_unidad_unc();
         }
     }
-    division(vista<C> path, bool es_unc, lugar donde = lugar::aqui())
-        : division(path, i_cortes(path), es_unc, donde) {}
-    explicit division(const path_juzgado<C>& juzgado, lugar donde = lugar::aqui())
-        : division(juzgado.path, juzgado.cortes, juzgado.es_unc, donde) {}
+    division(vista<C> path, bool es_unc) : division(path, i_cortes(path), es_unc) {}
+    explicit division(const path_juzgado<C>& juzgado)
+        : division(juzgado.path, juzgado.cortes, juzgado.juicio.es_unc) {}
     division(const division&) = delete;
     division& operator=(const division&) = delete;
 
@@ -46,35 +45,34 @@ public:
     bool extension_es_del_nombre() const noexcept { return extension.find(C(' ')) != vista<C>::npos; }
 
 private:
-    void i_toma_unidad_unc(lugar donde);
+    void i_toma_unidad_unc();
 
     cadena<C> unidad_propia_;
     cadena<C> directorio_propio_;
 };
 
-extern template class division<char>;
-extern template class division<wchar_t>;
-
 // The check that goes before a cut: trailing blanks removed, message 53955 shown for an incorrect path.
 template <class C>
-path_juzgado<C> i_comprueba_fichero(vista<C> path, lugar donde = lugar::aqui());
+path_juzgado<C> i_comprueba_fichero(vista<C> path);
 
 // Trailing blanks removed and the wildcard variant of the check; an incorrect path is an internal error.
 template <class C>
-path_juzgado<C> i_comprueba_con_comodines(vista<C> path, lugar donde = lugar::aqui());
+path_juzgado<C> i_comprueba_con_comodines(vista<C> path);
 
 // Composes without checking. A view without data is a piece that was not given (NULL).
 template <class C>
 cadena<C> i_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
-                     std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension,
-                     lugar donde = lugar::aqui());
+                     std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension);
 
-extern template path_juzgado<char> i_comprueba_fichero(vista<char>, lugar);
-extern template path_juzgado<wchar_t> i_comprueba_fichero(vista<wchar_t>, lugar);
-extern template path_juzgado<char> i_comprueba_con_comodines(vista<char>, lugar);
-extern template path_juzgado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>, lugar);
-extern template cadena<char> i_makepath(vista<char>, vista<char>, vista<char>, vista<char>, lugar);
-extern template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>,
-                                           lugar);
+// Composes and checks: an incorrect path is an internal error, in the wide flavour only when repairing the base name does
+// not help.
+cadena_w i_makepath_correcto_UNICODE(trozos_de_ruta<wchar_t> piezas);
+cadena_a i_makepath_correcto(const trozos_de_ruta<char>& piezas);
+template <class C>
+cadena<C> i_makepath_con_comodines(const trozos_de_ruta<C>& piezas);
 
-}  // namespace lumodir
+// The path made of some of its own pieces (CDIR_PIEZA_... of cdir_rutas.h).
+template <class C>
+cadena<C> i_split_make_path(vista<C> path, unsigned mascara);
+
+}  // namespace interno

@@ -5,7 +5,7 @@
 #include "companions/sin_dialogos.hpp"
 #include "system/unidades.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD tamanyo_nombre_volumen = 1024;      // units, terminator included
@@ -44,4 +44,4 @@ cadena_w i_nombre_de_volumen(unsigned short disco) {
     return cadena_w(a_vista<wchar_t>(nombre));
 }
 
-}  // namespace lumodir
+}  // namespace interno

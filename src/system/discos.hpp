@@ -8,11 +8,11 @@
 
 #include "companions/cadena.hpp"
 
-namespace lumodir {
+namespace interno {
 
 bool i_es_unidad_local(wchar_t letra) noexcept;
 bool i_es_unidad_subst(wchar_t letra) noexcept;
 // Empty, and reported, when the system does not tell it.
 cadena_w i_nombre_de_volumen(unsigned short disco);
 
-}  // namespace lumodir
+}  // namespace interno

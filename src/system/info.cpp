@@ -5,7 +5,7 @@
 #include "companions/sin_dialogos.hpp"
 #include "system/unidades.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD tamanyo_nombre_red = 64;  // units, terminator included
@@ -112,4 +112,4 @@ cadena_w i_directorio_actual_de(int unidad) {
     return hay ? cadena_w(a_vista<wchar_t>(actual)) : cadena_w();
 }
 
-}  // namespace lumodir
+}  // namespace interno

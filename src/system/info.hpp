@@ -9,7 +9,7 @@
 #include "companions/cadena.hpp"
 #include "info.h"
 
-namespace lumodir {
+namespace interno {
 
 void i_llena_tabla(InfoTabla& tabla);
 // Frees the entries; what does not look like a filled table is reported.
@@ -20,4 +20,4 @@ unsigned short i_busca_disco(const InfoTabla& tabla, unsigned short disco) noexc
 // Of a drive, 1 = A, or of the current one, 0; NULL when it has none.
 cadena_w i_directorio_actual_de(int unidad);
 
-}  // namespace lumodir
+}  // namespace interno

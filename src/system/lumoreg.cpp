@@ -1,7 +1,7 @@
 // Opening and closing keys, and the test of their existence. See lumoreg.hpp.
 #include "system/lumoreg.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 struct intento {
@@ -105,4 +105,4 @@ bool i_existe_clave(const apertura& como, const wchar_t* clave) noexcept {
 template class clave_abierta<char>;
 template class clave_abierta<wchar_t>;
 
-}  // namespace lumodir
+}  // namespace interno

@@ -13,7 +13,7 @@
 #include "companions/sistema.hpp"
 #include "lumoreg.h"
 
-namespace lumodir {
+namespace interno {
 
 // Root, and which views an opening tries: one, or each in its turn until the key opens.
 struct apertura {
@@ -158,4 +158,4 @@ struct valores_de_clave {
 };
 valores_de_clave i_lista_valores(const clave_abierta<wchar_t>& clave) noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

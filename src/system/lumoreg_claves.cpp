@@ -12,7 +12,7 @@
 #include "system/lumoreg.hpp"
 #include "system/multicadena.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr std::size_t mayor_nombre_de_clave = 255;  // units; the registry's own limit
@@ -210,4 +210,4 @@ bool i_se_puede_escribir() noexcept {
     return true;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -2,7 +2,7 @@
 #include "system/lumoreg.hpp"
 #include "system/multicadena.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 // Room for the bytes of one value; short ones need no block.
@@ -114,4 +114,4 @@ valores_de_clave i_lista_valores(const clave_abierta<wchar_t>& clave) noexcept {
     return valores;
 }
 
-}  // namespace lumodir
+}  // namespace interno

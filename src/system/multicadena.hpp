@@ -7,7 +7,7 @@
 
 #include "companions/texto.hpp"
 
-namespace lumodir {
+namespace interno {
 
 // What precedes the first terminator; everything when there is none.
 template <class C>
@@ -29,4 +29,4 @@ constexpr void i_para_cada_trozo(vista<C> texto, Recibe recibe) {
     }
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -3,7 +3,7 @@
 
 #include "companions/error_interno.hpp"
 
-namespace lumodir {
+namespace interno {
 
 namespace {
 
@@ -197,4 +197,4 @@ bool i_mata_procesos(vista_w modulo) {
     return true;
 }
 
-}  // namespace lumodir
+}  // namespace interno

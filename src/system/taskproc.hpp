@@ -10,7 +10,7 @@
 #include "companions/sistema.hpp"
 #include "taskproc.h"
 
-namespace lumodir {
+namespace interno {
 
 struct destruye_taskproc {
     void operator()(Taskproc* taskproc) const noexcept {
@@ -34,4 +34,4 @@ bool i_mata_proceso(const Taskproc& taskproc) noexcept;
 // False when there is none.
 bool i_mata_procesos(vista_w modulo);
 
-}  // namespace lumodir
+}  // namespace interno

@@ -7,7 +7,7 @@
 #include "system/discos.hpp"
 #include "system/info.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 constexpr DWORD tamanyo_path_programa = 260;  // units: the drive stands at the beginning, the rest may be cut
@@ -87,4 +87,4 @@ const wchar_t* i_disco_de_programa() {
     return i_disco_programa;
 }
 
-}  // namespace lumodir
+}  // namespace interno

@@ -8,9 +8,9 @@
 #include "companions/arr.hpp"
 #include "companions/sistema.hpp"
 #include "info.h"
-#include "lumodir.h"
+#include "lumodir_unidades.h"
 
-namespace lumodir {
+namespace interno {
 
 inline constexpr unsigned short i_NUM_MAX_UNIDADES = 26;
 
@@ -43,4 +43,4 @@ const wchar_t* i_disco_de_programa();
 // Tests only: the next question finds the program's drive out again.
 void i_olvida_disco_de_programa() noexcept;
 
-}  // namespace lumodir
+}  // namespace interno

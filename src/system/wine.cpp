@@ -5,7 +5,7 @@
 
 #include "system/lumoreg.hpp"
 
-namespace lumodir {
+namespace interno {
 namespace {
 
 enum class respuesta : unsigned char { sin_preguntar, no, si };
@@ -28,4 +28,4 @@ void i_olvida_si_estamos_en_wine() noexcept {
     i_respuesta = respuesta::sin_preguntar;
 }
 
-}  // namespace lumodir
+}  // namespace interno

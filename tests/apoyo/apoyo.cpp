@@ -59,20 +59,20 @@ class alrededor_de_cada_prueba : public testing::EmptyTestEventListener {
         toma_avisos();
         toma_preguntas();
         toma_esperas();
-        lumodir::i_restablece_modo_servicio();
-        lumodir::plataforma::duerme_ms = duerme;
+        interno::i_restablece_modo_servicio();
+        interno::plataforma::duerme_ms = duerme;
         error_interno_establece_receptor(recibe_informe, nullptr);
         lmaviso_establece_receptor(recibe_aviso, nullptr);
         buclrein_establece_receptor(recibe_pregunta, nullptr);
         buclrein_establece_politica(5, 100);
-        msglocal_establece_idioma(lumodir::ranura_ingles);
+        msglocal_establece_idioma(interno::ranura_ingles);
         vivos_ = lumospy_bloques_vivos();
-        internos_ = lumodir::i_bloques_internos_vivos();
+        internos_ = interno::i_bloques_internos_vivos();
         faltas_ = faltas_de_memoria();
     }
     void OnTestEnd(const testing::TestInfo& prueba) override {
         EXPECT_EQ(lumospy_bloques_vivos(), vivos_) << prueba.name() << " leaks blocks";
-        EXPECT_EQ(lumodir::i_bloques_internos_vivos(), internos_) << prueba.name() << " leaks inner blocks";
+        EXPECT_EQ(interno::i_bloques_internos_vivos(), internos_) << prueba.name() << " leaks inner blocks";
         EXPECT_EQ(faltas_de_memoria(), faltas_) << prueba.name() << " touches memory that is not its own";
         for (const informe& i : toma_informes()) {
             ADD_FAILURE() << "report not expected: " << i.expresion << " [" << i.detalle << "]";

@@ -26,7 +26,7 @@ public:
     std::function<void(const std::string& ruta, bool es_directorio)> al_borrar;
 
 private:
-    using llamada = decltype(lumodir::sistema.SetFileInformationByHandle);
+    using llamada = decltype(interno::sistema.SetFileInformationByHandle);
 
     static borrados_vistos*& i_yo() {
         static borrados_vistos* p = nullptr;
@@ -35,7 +35,7 @@ private:
     static std::string i_ruta(HANDLE h) {
         wchar_t nombre[0x4000] = {};
         const DWORD largo = ::GetFinalPathNameByHandleW(h, nombre, 0x3FFF, 0);
-        const std::string ruta = u8(lumodir::vista_w(nombre, largo));
+        const std::string ruta = u8(interno::vista_w(nombre, largo));
         return ruta.starts_with("\\\\?\\") ? ruta.substr(4) : ruta;
     }
     static BOOL WINAPI i_pon(HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, LPVOID datos, DWORD bytes) {
@@ -69,9 +69,9 @@ private:
         return TRUE;
     }
 
-    llamada antes_ = lumodir::sistema.SetFileInformationByHandle;
+    llamada antes_ = interno::sistema.SetFileInformationByHandle;
     HANDLE rechazada_ = nullptr;
-    sustituye<llamada> desvio_{lumodir::sistema.SetFileInformationByHandle, i_pon};
+    sustituye<llamada> desvio_{interno::sistema.SetFileInformationByHandle, i_pon};
 };
 
 }  // namespace apoyo

@@ -98,9 +98,9 @@ private:
         return TRUE;
     }
 
-    sustituye<decltype(lumodir::sistema.FindFirstFileExW)> f1_{lumodir::sistema.FindFirstFileExW, abre_w};
-    sustituye<decltype(lumodir::sistema.FindNextFileW)> f2_{lumodir::sistema.FindNextFileW, sigue_w};
-    sustituye<decltype(lumodir::sistema.FindClose)> f3_{lumodir::sistema.FindClose, cierra};
+    sustituye<decltype(interno::sistema.FindFirstFileExW)> f1_{interno::sistema.FindFirstFileExW, abre_w};
+    sustituye<decltype(interno::sistema.FindNextFileW)> f2_{interno::sistema.FindNextFileW, sigue_w};
+    sustituye<decltype(interno::sistema.FindClose)> f3_{interno::sistema.FindClose, cierra};
 };
 
 }  // namespace apoyo

@@ -52,7 +52,7 @@ struct como_windows::estado {
 
 namespace {
 
-using lumodir::tabla_sistema;
+using interno::tabla_sistema;
 
 como_windows::estado* actual = nullptr;
 tabla_sistema debajo;
@@ -86,14 +86,14 @@ texto_w clave(texto_w ruta) {
     return ruta;
 }
 texto_w clave_de_ruta(const wchar_t* ruta) {
-    const lumodir::conserva_ultimo_error conserva;
+    const interno::conserva_ultimo_error conserva;
     std::vector<wchar_t> completa(0x8000);
     const DWORD largo = ::GetFullPathNameW(ruta, 0x8000, completa.data(), nullptr);
     return clave(largo == 0 || largo >= 0x8000 ? texto_w(ruta) : texto_w(completa.data(), largo));
 }
 // Of any length, which the call that is meant for it does not tell under Wine.
 texto_w ruta_de_manija(HANDLE h) {
-    const lumodir::conserva_ultimo_error conserva;
+    const interno::conserva_ultimo_error conserva;
     constexpr DWORD bytes = 0x10000;
     std::vector<unsigned long long> bufer(bytes / sizeof(unsigned long long));
     const wchar_t* nombre = nullptr;
@@ -124,7 +124,7 @@ bool esta_pendiente(const texto_w& suya) {
     if (actual->pendientes.count(suya) == 0) {
         return false;
     }
-    const lumodir::conserva_ultimo_error conserva;
+    const interno::conserva_ultimo_error conserva;
     if (::GetFileAttributesW((texto_w(L"\\\\?\\") + suya).c_str()) != INVALID_FILE_ATTRIBUTES) {
         return true;
     }
@@ -158,7 +158,7 @@ void recuerda(const wchar_t* ruta, bool ha_fallado) {
 }
 void ya_no_falta(const wchar_t* ruta) {
     if (actual->escenario.recuerda_lo_que_falta && ruta != nullptr) {
-        const lumodir::conserva_ultimo_error conserva;
+        const interno::conserva_ultimo_error conserva;
         actual->faltaban.erase(clave_de_ruta(ruta));
     }
 }
@@ -177,7 +177,7 @@ bool no_se_deja_preguntar(const wchar_t* ruta) {
 
 // Somebody opens a new file, and does not share its deletion.
 void mira_fichero_nuevo(const texto_w& ruta) {
-    const lumodir::conserva_ultimo_error conserva;
+    const interno::conserva_ultimo_error conserva;
     const HANDLE h = ::CreateFileW(ruta.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                    OPEN_EXISTING, 0, nullptr);
     if (h != INVALID_HANDLE_VALUE) {
@@ -211,7 +211,7 @@ texto_w sin_recortables(const texto_w& ruta) {
 }
 
 bool es_enlace_a_directorio(const wchar_t* ruta) {
-    const lumodir::conserva_ultimo_error conserva;
+    const interno::conserva_ultimo_error conserva;
     const DWORD atributos = ::GetFileAttributesW(ruta);
     return atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
@@ -346,7 +346,7 @@ HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acces
         return h;
     }
     // Only a link leads elsewhere than its name says.
-    const lumodir::conserva_ultimo_error conserva;
+    const interno::conserva_ultimo_error conserva;
     const texto_w suya = ruta_de_entrada(nombre, directorio);
     const texto_w verdadera = ruta_de_manija(h);
     if (!verdadera.empty() && sin_recortables(clave(verdadera)) != sin_recortables(clave(suya)) &&
@@ -369,7 +369,7 @@ BOOL WINAPI cierra(HANDLE h) {
         actual->a_cerrar.erase(i);
     }
     const BOOL bien = debajo.CloseHandle(h);
-    const lumodir::conserva_ultimo_error conserva;
+    const interno::conserva_ultimo_error conserva;
     if (const auto i = actual->recientes.find(h); i != actual->recientes.end()) {
         mira_fichero_nuevo(i->second);
         actual->recientes.erase(i);
@@ -731,8 +731,8 @@ struct a_solas<Funcion> {
 };
 
 void desvia() {
-    debajo = lumodir::sistema;
-    tabla_sistema& t = lumodir::sistema;
+    debajo = interno::sistema;
+    tabla_sistema& t = interno::sistema;
     t.GetFileAttributesW = a_solas<atributos>::llama;
     t.GetFileAttributesExW = a_solas<atributos_ex>::llama;
     t.SetFileAttributesW = a_solas<pon_atributos>::llama;
@@ -777,7 +777,7 @@ como_windows::~como_windows() {
     estado_->reglas.reset();
     pasa_ms(estado_->escenario.escaner_ms);
     if (estado_->antes == nullptr) {
-        lumodir::sistema = debajo;
+        interno::sistema = debajo;
     }
     actual = estado_->antes;
 }

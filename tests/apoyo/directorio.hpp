@@ -44,7 +44,7 @@ public:
         const DWORD largo = ::GetTempPathW(MAX_PATH + 1, corto);
         // One spelling of the name, so that results can be compared as text.
         const DWORD hecho = ::GetLongPathNameW(corto, temporal, MAX_PATH + 1);
-        base_ = u8(lumodir::vista_w(hecho != 0 ? temporal : corto, hecho != 0 ? hecho : largo));
+        base_ = u8(interno::vista_w(hecho != 0 ? temporal : corto, hecho != 0 ? hecho : largo));
         while (!base_.empty() && base_.back() == '\\') {
             base_.pop_back();
         }

@@ -37,7 +37,7 @@ public:
         con_cada_llamada([]<auto Entrada>() {
             using llamada_suya = llamada_de<Entrada>;
             if constexpr (llamada_suya::clase == clase_de_llamada::ficheros) {
-                lumodir::sistema.*Entrada = desvio<Entrada, typename llamada_suya::tipo>::llama;
+                interno::sistema.*Entrada = desvio<Entrada, typename llamada_suya::tipo>::llama;
             }
         });
     }
@@ -217,7 +217,7 @@ inline void con_cada_fallo(const std::function<void()>& prepara, const std::func
                 const DWORD codigo = codigos[n % codigos.size()];
                 prepara();
                 const unsigned long long vivos = lumospy_bloques_vivos();
-                const unsigned long long internos = lumodir::i_bloques_internos_vivos();
+                const unsigned long long internos = interno::i_bloques_internos_vivos();
                 ronda r = {n, codigo, para_siempre, false, {}, 0};
                 {
                     fallos f;
@@ -230,7 +230,7 @@ inline void con_cada_fallo(const std::function<void()>& prepara, const std::func
                 }
                 comprueba(r);
                 EXPECT_EQ(lumospy_bloques_vivos(), vivos) << r;
-                EXPECT_EQ(lumodir::i_bloques_internos_vivos(), internos) << r;
+                EXPECT_EQ(interno::i_bloques_internos_vivos(), internos) << r;
                 if (testing::Test::HasFailure()) {
                     return;
                 }

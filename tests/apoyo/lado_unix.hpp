@@ -33,8 +33,9 @@ public:
     std::string corre(const std::string& guion) const {
         taller_.borra("hecho");
         taller_.borra("salida");
+        // The shell reads its script as it goes: it must not find the next one behind its end.
         taller_.fichero("guion", "cd '" + base_ + "' || exit\n{\n" + guion + "\n} >'" + taller_unix_ +
-                                     "/salida' 2>&1\n: >'" + taller_unix_ + "/hecho'\n");
+                                     "/salida' 2>&1\n: >'" + taller_unix_ + "/hecho'; exit\n");
         texto_w linea = w("/bin/sh \"" + taller_unix_ + "/guion\"");
         STARTUPINFOW arranque = {};
         arranque.cb = sizeof arranque;

@@ -20,11 +20,11 @@ constexpr bool cierra_una_manija(std::string_view nombre) {
 
 #define I_LLAMADA(Clase, Nombre, Fallo)                                    \
     template <>                                                            \
-    struct llamada_de<&lumodir::tabla_sistema::Nombre> {                   \
+    struct llamada_de<&interno::tabla_sistema::Nombre> {                   \
         static constexpr const char* nombre = #Nombre;                     \
         static constexpr clase_de_llamada clase = clase_de_llamada::Clase; \
         static constexpr bool cierra = cierra_una_manija(#Nombre);         \
-        using tipo = decltype(lumodir::tabla_sistema::Nombre);             \
+        using tipo = decltype(interno::tabla_sistema::Nombre);             \
         template <class R>                                                 \
         static R fallo() {                                                 \
             return Fallo;                                                  \
@@ -36,7 +36,7 @@ LUMODIR_LLAMADAS_QUE_FALLAN(I_LLAMADA)
 // Calls `haz` once for each of them, with its place as the template argument.
 template <class Haz>
 void con_cada_llamada(Haz haz) {
-#define I_LLAMADA(Clase, Nombre, Fallo) haz.template operator()<&lumodir::tabla_sistema::Nombre>();
+#define I_LLAMADA(Clase, Nombre, Fallo) haz.template operator()<&interno::tabla_sistema::Nombre>();
     LUMODIR_LLAMADAS_QUE_FALLAN(I_LLAMADA)
 #undef I_LLAMADA
 }
@@ -45,11 +45,11 @@ void con_cada_llamada(Haz haz) {
 class sistema_guardado {
 public:
     sistema_guardado() = default;
-    ~sistema_guardado() { lumodir::sistema = real; }
+    ~sistema_guardado() { interno::sistema = real; }
     sistema_guardado(const sistema_guardado&) = delete;
     sistema_guardado& operator=(const sistema_guardado&) = delete;
 
-    const lumodir::tabla_sistema real = lumodir::sistema;
+    const interno::tabla_sistema real = interno::sistema;
 };
 
 }  // namespace apoyo

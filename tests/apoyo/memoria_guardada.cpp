@@ -157,7 +157,7 @@ void guarda_la_memoria_si_se_pide() {
     ::GetEnvironmentVariableA("LUMODIR_MEMORIA", valor, sizeof valor);
     if (std::strcmp(valor, "guardada") == 0) {
         ::AddVectoredExceptionHandler(1, dice_cual);
-        lumodir::memoria = {reserva, cambia, libera};
+        interno::memoria = {reserva, cambia, libera};
         g_guardada = true;
         std::printf("memory is guarded\n");
     }

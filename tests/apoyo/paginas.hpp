@@ -12,10 +12,10 @@ inline constexpr unsigned paginas_dobles[] = {932, 936, 949, 950};
 // 8-bit text is in this code page for the life of the object.
 class en_pagina {
 public:
-    explicit en_pagina(unsigned pagina) : antes_(lumodir::plataforma::pagina_de_codigos) {
-        lumodir::plataforma::pagina_de_codigos = pagina;
+    explicit en_pagina(unsigned pagina) : antes_(interno::plataforma::pagina_de_codigos) {
+        interno::plataforma::pagina_de_codigos = pagina;
     }
-    ~en_pagina() { lumodir::plataforma::pagina_de_codigos = antes_; }
+    ~en_pagina() { interno::plataforma::pagina_de_codigos = antes_; }
     en_pagina(const en_pagina&) = delete;
     en_pagina& operator=(const en_pagina&) = delete;
 

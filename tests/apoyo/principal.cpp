@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
         }
     }
     if (const char* pagina = std::getenv("LUMODIR_PAGINA")) {
-        lumodir::plataforma::pagina_de_codigos = static_cast<unsigned>(std::atoi(pagina));
+        interno::plataforma::pagina_de_codigos = static_cast<unsigned>(std::atoi(pagina));
     }
     apoyo::guarda_la_memoria_si_se_pide();
     testing::InitGoogleTest(&argc, argv);

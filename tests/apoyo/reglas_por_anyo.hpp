@@ -61,8 +61,8 @@ private:
         return intervalos >= 0 && ::FileTimeToSystemTime(&f, local);
     }
 
-    sustituye<decltype(lumodir::sistema.SystemTimeToTzSpecificLocalTime)> conversion_{
-        lumodir::sistema.SystemTimeToTzSpecificLocalTime, i_convierte};
+    sustituye<decltype(interno::sistema.SystemTimeToTzSpecificLocalTime)> conversion_{
+        interno::sistema.SystemTimeToTzSpecificLocalTime, i_convierte};
 };
 
 inline const std::vector<reglas_por_anyo::zona> reglas_por_anyo::zonas = [] {

@@ -32,11 +32,11 @@ char i_byte_1252(wchar_t c) {
 
 texto_a i_en_la_pagina(wchar_t c) {
     char bytes[4];
-    return texto_a(bytes, lumodir::plataforma::utf16_a_ansi(lumodir::vista_w(&c, 1), bytes, sizeof bytes));
+    return texto_a(bytes, interno::plataforma::utf16_a_ansi(interno::vista_w(&c, 1), bytes, sizeof bytes));
 }
 texto_w i_de_la_pagina(std::string_view bytes) {
     texto_w unidades(bytes.size(), L' ');
-    unidades.resize(lumodir::plataforma::ansi_a_utf16(bytes, unidades.data(), unidades.size()));
+    unidades.resize(interno::plataforma::ansi_a_utf16(bytes, unidades.data(), unidades.size()));
     return unidades;
 }
 bool i_lo_tiene_la_pagina(wchar_t c) {
@@ -96,7 +96,7 @@ suplentes& los_suplentes() {
 }  // namespace
 
 unsigned pagina() {
-    const unsigned elegida = lumodir::plataforma::pagina_de_codigos;
+    const unsigned elegida = interno::plataforma::pagina_de_codigos;
 #ifdef _WIN32
     static const unsigned de_la_maquina = ::GetACP();
 #else
@@ -136,7 +136,7 @@ texto_w w(std::string_view utf8) {
     return resultado;
 }
 
-std::string u8(lumodir::vista_w texto) {
+std::string u8(interno::vista_w texto) {
     const suplentes* const suplen = pagina() == 1252 ? nullptr : &los_suplentes();
     std::string resultado;
     resultado.reserve(texto.size());
@@ -167,7 +167,7 @@ std::string u8(lumodir::vista_w texto) {
 }
 
 std::string u8(const wchar_t* texto) {
-    return texto == nullptr ? "(NULL)" : u8(lumodir::vista_w(texto));
+    return texto == nullptr ? "(NULL)" : u8(interno::vista_w(texto));
 }
 
 texto_a cp1252(std::string_view utf8) {
@@ -196,7 +196,7 @@ texto_w de_8_bits(std::string_view texto) {
 }
 
 std::string de_cp1252(std::string_view texto) {
-    return u8(lumodir::vista_w(de_8_bits(texto)));
+    return u8(interno::vista_w(de_8_bits(texto)));
 }
 
 std::string toma(wchar_t* texto) {

@@ -8,7 +8,7 @@
 
 namespace apoyo {
 
-using texto_w = std::basic_string<wchar_t, lumodir::rasgos_utf16>;
+using texto_w = std::basic_string<wchar_t, interno::rasgos_utf16>;
 using texto_a = std::string;  // in the code page of the run
 
 // The code page that 8-bit text is in now: the one chosen (LUMODIR_PAGINA, en_pagina), else that of the machine.
@@ -19,7 +19,7 @@ unsigned pagina();
 // take back. (Rows that are about 1252 choose it, with `en_pagina`.)
 texto_w w(std::string_view utf8);
 texto_w en_utf16(std::string_view utf8);  // the characters themselves, in every code page
-std::string u8(lumodir::vista_w texto);
+std::string u8(interno::vista_w texto);
 std::string u8(const wchar_t* texto);  // NULL gives "(NULL)"
 texto_a cp1252(std::string_view utf8);
 std::string de_cp1252(std::string_view texto);

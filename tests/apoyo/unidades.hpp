@@ -25,9 +25,9 @@ struct unidad_fingida {
 class maquina_fingida {
 public:
     explicit maquina_fingida(std::map<char, unidad_fingida> discos, int actual = 3)
-        : antes_(lumodir::sistema), discos_(std::move(discos)), actual_(actual) {
+        : antes_(interno::sistema), discos_(std::move(discos)), actual_(actual) {
         i_yo() = this;
-        lumodir::tabla_sistema& t = lumodir::sistema;
+        interno::tabla_sistema& t = interno::sistema;
         t.GetLogicalDrives = i_presentes;
         t.GetDriveTypeW = i_tipo;
         t.GetVolumeInformationW = i_volumen;
@@ -38,7 +38,7 @@ public:
         ::SetThreadErrorMode(modo_del_anfitrion, &modo_de_antes_);
     }
     ~maquina_fingida() {
-        lumodir::sistema = antes_;
+        interno::sistema = antes_;
         EXPECT_EQ(::GetThreadErrorMode(), modo_del_anfitrion) << "the mode of the thread was not put back";
         ::SetThreadErrorMode(modo_de_antes_, nullptr);
     }
@@ -131,7 +131,7 @@ private:
 
     static constexpr DWORD modo_del_anfitrion =
         SEM_NOGPFAULTERRORBOX;  // dialogs, as a program starts with them
-    lumodir::tabla_sistema antes_;
+    interno::tabla_sistema antes_;
     DWORD modo_de_antes_ = 0;
     std::map<char, unidad_fingida> discos_;
     int actual_;

@@ -564,8 +564,8 @@ private:
 
     // Set in the whole table at once, and put back at the end.
     struct desvio {
-        desvio() : antes(lumodir::sistema) {
-            lumodir::tabla_sistema& t = lumodir::sistema;
+        desvio() : antes(interno::sistema) {
+            interno::tabla_sistema& t = interno::sistema;
             t.CreateFileW = i_crea;
             t.abre_entrada = i_abre_entrada;
             t.CloseHandle = i_cierra;
@@ -581,10 +581,10 @@ private:
             t.FindNextFileW = i_busca_siguiente;
             t.FindClose = i_cierra_busqueda;
         }
-        ~desvio() { lumodir::sistema = antes; }
+        ~desvio() { interno::sistema = antes; }
         desvio(const desvio&) = delete;
         desvio& operator=(const desvio&) = delete;
-        lumodir::tabla_sistema antes;
+        interno::tabla_sistema antes;
     };
 
     nodo raiz_ = i_nuevo({"", FILE_ATTRIBUTE_DIRECTORY}, nullptr);

@@ -65,12 +65,12 @@ void lanza_destruccion(void** registro) {
 
 TEST(anfitrion, que_excepciones_acaban_aqui) {
     for (const DWORD codigo : codigos) {
-        EXPECT_TRUE(lumodir::i_acaba_en_la_frontera(codigo)) << std::hex << codigo;
+        EXPECT_TRUE(interno::i_acaba_en_la_frontera(codigo)) << std::hex << codigo;
     }
     // GCC's three kinds, faults, a breakpoint, a name given to a thread, a line for the debugger.
     for (const DWORD codigo : {0x20474343ul, 0x21474343ul, 0x22474343ul, 0xC0000005ul, 0xC0000094ul,
                                0xC00000FDul, 0x80000003ul, 0x406D1388ul, 0x40010006ul}) {
-        EXPECT_FALSE(lumodir::i_acaba_en_la_frontera(codigo)) << std::hex << codigo;
+        EXPECT_FALSE(interno::i_acaba_en_la_frontera(codigo)) << std::hex << codigo;
     }
 }
 
@@ -79,7 +79,7 @@ TEST(anfitrion, la_llamada_vuelve_como_si_nada) {
     for (const DWORD codigo : codigos) {
         codigo_de_ahora = codigo;
         for (int i = 0; i < 100; ++i) {
-            const int respuesta = lumodir::llama_al_anfitrion(
+            const int respuesta = interno::llama_al_anfitrion(
                 [](int* suma) {
                     ++*suma;
                     lanza();
@@ -90,12 +90,12 @@ TEST(anfitrion, la_llamada_vuelve_como_si_nada) {
         }
     }
     EXPECT_EQ(sumados, 400);
-    EXPECT_EQ(lumodir::llama_al_anfitrion([](int x) { return x + 1; }, 41), 42);
+    EXPECT_EQ(interno::llama_al_anfitrion([](int x) { return x + 1; }, 41), 42);
 }
 
 TEST(anfitrion, excepciones_de_gcc) {
     int deshechos = 0;
-    const int respuesta = lumodir::llama_al_anfitrion(
+    const int respuesta = interno::llama_al_anfitrion(
         [](int* cuenta) -> int {
             const deshecho d{cuenta};
             throw std::runtime_error("from a host");
@@ -103,7 +103,7 @@ TEST(anfitrion, excepciones_de_gcc) {
         &deshechos);
     EXPECT_EQ(respuesta, 0);
     EXPECT_EQ(deshechos, 1);
-    lumodir::llama_al_anfitrion([](int x) { throw x; }, 5);
+    interno::llama_al_anfitrion([](int x) { throw x; }, 5);
 }
 
 TEST(anfitrion, ninguna_funcion_del_anfitrion_se_lleva_un_bloque) {
@@ -115,18 +115,18 @@ TEST(anfitrion, ninguna_funcion_del_anfitrion_se_lleva_un_bloque) {
         EXPECT_EQ(cdir_path_valido_UNICODE(L"name.", 1), 0);
         EXPECT_EQ(cdir_path_valido("name.", 1), 0);
         error_interno_establece_receptor(lanza_informe, nullptr);
-        lumodir::cadena_a::adopta(cdir_nombre_base_fichero("a|b.txt"));
-        lumodir::cadena_w::adopta(cdir_concatena_directorios_UNICODE(nullptr, L"b"));
+        interno::cadena_a::adopta(cdir_nombre_base_fichero("a|b.txt"));
+        interno::cadena_w::adopta(cdir_concatena_directorios_UNICODE(nullptr, L"b"));
         EXPECT_EQ(llamadas, 4);
         EXPECT_EQ(lumospy_bloques_vivos(), vivos);
 
         buclrein_establece_receptor(lanza_pregunta, nullptr);
         buclrein_establece_politica(0, 0);
-        lumodir::BuclRein* bucle = lumodir::buclrein_crea(1, 1);
-        lumodir::buclrein_set_mensaje_reintentar(
-            bucle, [] { return lumodir::cadena_w(L"x"); }, 5);
-        EXPECT_EQ(lumodir::buclrein_reintentar(bucle, 0), 0);
-        lumodir::buclrein_destruye(&bucle);
+        interno::BuclRein* bucle = interno::buclrein_crea(1, 1);
+        interno::buclrein_set_mensaje_reintentar(
+            bucle, [] { return interno::cadena_w(L"x"); }, 5);
+        EXPECT_EQ(interno::buclrein_reintentar(bucle, 0), 0);
+        interno::buclrein_destruye(&bucle);
         EXPECT_EQ(lumospy_bloques_vivos(), vivos);
 
         ArrCADENA* lista = arr_CreaCADENA(0);

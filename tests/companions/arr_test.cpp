@@ -13,7 +13,7 @@
 #include "companions/widestr.h"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

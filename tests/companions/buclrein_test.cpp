@@ -12,7 +12,7 @@
 #include "companions/plataforma.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

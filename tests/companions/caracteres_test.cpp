@@ -10,20 +10,20 @@
 #include "companions/unicode.hpp"
 
 using namespace apoyo;
-using lumodir::a_utf16;
-using lumodir::escritura;
-using lumodir::vista_a;
+using interno::escritura;
+using interno::utunicode_ANSI_a_UNICODE;
+using interno::vista_a;
 
 namespace {
 
 std::vector<texto_a> caracteres_de(const texto_a& t) {
     std::vector<texto_a> todos;
-    lumodir::por_caracteres(t, [&](vista_a c) { todos.emplace_back(c); });
+    interno::por_caracteres(t, [&](vista_a c) { todos.emplace_back(c); });
     return todos;
 }
 
 texto_w convertido(vista_a t) {
-    return texto_w(a_utf16(t).ver());
+    return texto_w(utunicode_ANSI_a_UNICODE(t).ver());
 }
 
 // Read in characters and converted one by one, and converted whole.
@@ -39,13 +39,13 @@ void compara(const texto_a& t) {
     empieza[t.size()] = true;
     ASSERT_EQ(otra_vez, t);
     // Of ill-formed UTF-8 the system makes one U+FFFD or several, as it likes; none of its bytes is ASCII.
-    if (lumodir::i_escritura() != escritura::utf8 || de_uno_en_uno.find(0xFFFD) == texto_w::npos) {
+    if (interno::i_escritura() != escritura::utf8 || de_uno_en_uno.find(0xFFFD) == texto_w::npos) {
         ASSERT_EQ(de_uno_en_uno, convertido(t)) << testing::PrintToString(t);
     }
     for (std::size_t i = 0; i <= t.size(); ++i) {
         // Asked only where an ASCII character seems to stand, or the text ends.
         if (i == t.size() || static_cast<unsigned char>(t[i]) < 0x80) {
-            ASSERT_EQ(lumodir::empieza_caracter(vista_a(t), i), empieza[i])
+            ASSERT_EQ(interno::empieza_caracter(vista_a(t), i), empieza[i])
                 << testing::PrintToString(t) << " at " << i;
         }
     }
@@ -63,7 +63,7 @@ TEST(caracteres, cada_pagina_dice_como_escribe) {
                           fila{949, escritura::de_dos_bytes}, fila{65001, escritura::utf8},
                           fila{950, escritura::de_dos_bytes}}) {
         const en_pagina p(f.pagina);
-        EXPECT_EQ(static_cast<int>(lumodir::i_escritura()), static_cast<int>(f.como)) << f.pagina;
+        EXPECT_EQ(static_cast<int>(interno::i_escritura()), static_cast<int>(f.como)) << f.pagina;
     }
 }
 
@@ -131,8 +131,8 @@ TEST(caracteres, un_texto_largo_de_bytes_iniciales) {
     const en_pagina p(932);
     texto_a t(200000, '\x83');
     t += "\\";
-    EXPECT_TRUE(lumodir::empieza_caracter(vista_a(t), t.size() - 1));
+    EXPECT_TRUE(interno::empieza_caracter(vista_a(t), t.size() - 1));
     t.insert(0, 1, '\x83');
-    EXPECT_FALSE(lumodir::empieza_caracter(vista_a(t), t.size() - 1));
-    EXPECT_EQ(lumodir::tras_el_ultimo(vista_a(t), lumodir::es_separador<char>), 0u);
+    EXPECT_FALSE(interno::empieza_caracter(vista_a(t), t.size() - 1));
+    EXPECT_EQ(interno::tras_el_ultimo(vista_a(t), interno::es_separador<char>), 0u);
 }

@@ -5,12 +5,12 @@
 #include "paths/modelos.hpp"
 
 using namespace apoyo;
-using lumodir::crt_makepath;
-using lumodir::crt_splitpath;
-using lumodir::trozos_de_ruta;
-using lumodir::vista;
-using lumodir::vista_a;
-using lumodir::vista_w;
+using interno::crt_makepath;
+using interno::crt_splitpath;
+using interno::trozos_de_ruta;
+using interno::vista;
+using interno::vista_a;
+using interno::vista_w;
 
 namespace {
 

@@ -5,12 +5,12 @@
 #include "apoyo/volumen_falso.hpp"
 
 using namespace apoyo;
-using lumodir::directorio_abierto;
-using lumodir::entrada_leida;
-using lumodir::lector_de_directorio;
-using lumodir::ruta_fijada;
-using lumodir::trato_con_volumen;
-using lectura = lumodir::trato_con_volumen::lectura;
+using interno::directorio_abierto;
+using interno::entrada_leida;
+using interno::lector_de_directorio;
+using interno::ruta_fijada;
+using interno::trato_con_volumen;
+using lectura = interno::trato_con_volumen::lectura;
 
 namespace {
 
@@ -257,7 +257,7 @@ TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_no_se_sabe_no_se_toc
     v.desfase_de_manijas = 2;
     v.desfase_de_punto = 1;
     raiz_abierta raiz(L"C:\\d");
-    const sustituye<decltype(lumodir::sistema.sigue_enlaces)> los_sigue(lumodir::sistema.sigue_enlaces,
+    const sustituye<decltype(interno::sistema.sigue_enlaces)> los_sigue(interno::sistema.sigue_enlaces,
                                                                         []() -> BOOL { return TRUE; });
     const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
     directorio_abierto s;
@@ -670,7 +670,7 @@ TEST(directorio_abierto, lo_que_es_un_enlace_no_se_abre_y_se_borra_el_mismo) {
         const ruta_fijada seguida(L"C:\\d\\e");
         trato_con_volumen trato;
         directorio_abierto detras;
-        EXPECT_EQ(detras.abre(seguida, trato, lumodir::enlace_raiz::se_sigue), 0u);
+        EXPECT_EQ(detras.abre(seguida, trato, interno::enlace_raiz::se_sigue), 0u);
         EXPECT_EQ(lee(detras), lista{"g"});
     }
     raiz_abierta raiz(L"C:\\d");
@@ -708,8 +708,8 @@ TEST(directorio_abierto, lo_que_no_dice_que_es_no_se_abre) {
     v.pon("C:\\d\\s", {});
     fallos libro;
     libro.falla_siempre("GetFileInformationByHandle", ERROR_INVALID_FUNCTION);
-    const sustituye<decltype(lumodir::sistema.GetFileInformationByHandleEx)> callado(
-        lumodir::sistema.GetFileInformationByHandleEx,
+    const sustituye<decltype(interno::sistema.GetFileInformationByHandleEx)> callado(
+        interno::sistema.GetFileInformationByHandleEx,
         [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) -> BOOL { return FALSE; });
     raiz_abierta raiz(L"C:\\d");
     EXPECT_EQ(raiz.codigo, DWORD{ERROR_CANT_ACCESS_FILE});
@@ -748,11 +748,11 @@ TEST(directorio_abierto, los_nombres_cuentan_como_estan) {
     v.pon("C:\\d", {{std::string(255, 'x')}});
     raiz_abierta raiz(L"C:\\d");
     EXPECT_EQ(lee(raiz.directorio), lista{std::string(255, 'x')});
-    EXPECT_EQ(raiz.directorio.borra({lumodir::vista_w(largo), FILE_ATTRIBUTE_NORMAL, 0, 0, {}}), 0u);
+    EXPECT_EQ(raiz.directorio.borra({interno::vista_w(largo), FILE_ATTRIBUTE_NORMAL, 0, 0, {}}), 0u);
 }
 
 TEST(directorio_abierto, un_nombre_que_no_es_uno_no_se_toca_nunca) {
-    using lumodir::vista_w;
+    using interno::vista_w;
     volumen_falso v;
     v.pon("C:\\d\\s", {{"g"}});
     v.pon("C:\\fuera", {{"g"}});

@@ -5,7 +5,7 @@
 #include "companions/sistema.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

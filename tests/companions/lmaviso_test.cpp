@@ -7,7 +7,7 @@
 #include "companions/lmaviso.h"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 TEST(lmaviso, el_texto_y_el_contexto_llegan_al_receptor) {
     static std::vector<std::pair<std::string, void*>> recibidos;

@@ -7,7 +7,7 @@
 #include "companions/lmlongpath.h"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

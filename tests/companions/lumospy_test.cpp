@@ -14,7 +14,7 @@
 #include "companions/widestr.h"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 TEST(lumospy, el_censo_cuenta_cada_bloque_una_vez) {
     const unsigned long long antes = lumospy_bloques_vivos();

@@ -7,7 +7,7 @@
 #include "apoyo/apoyo.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

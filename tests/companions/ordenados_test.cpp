@@ -9,7 +9,7 @@
 #include "companions/sabores.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "companions/sistema.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 // Taken before the fixture puts its recorder in that place.
 static void (*const duerme_de_veras)(unsigned long) = propias::duerme_ms;

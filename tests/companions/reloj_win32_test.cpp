@@ -9,7 +9,7 @@
 #include "apoyo/reglas_por_anyo.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

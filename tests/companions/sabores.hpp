@@ -30,10 +30,10 @@ auto txt(std::string_view utf8) {
         return cp1252(utf8);
     }
 }
-inline std::string lee(lumodir::vista_w texto) {
+inline std::string lee(interno::vista_w texto) {
     return u8(texto);
 }
-inline std::string lee(lumodir::vista_a texto) {
+inline std::string lee(interno::vista_a texto) {
     return de_cp1252(texto);
 }
 inline std::string lee(const wchar_t* texto) {
@@ -49,7 +49,7 @@ void para_cada_texto(std::string_view alfabeto_utf8, std::size_t maximo, Cuerpo 
     const auto alfabeto = txt<C>(alfabeto_utf8);
     decltype(txt<C>("")) texto;
     const auto sigue = [&](auto&& yo) -> void {
-        cuerpo(lumodir::vista<C>(texto));
+        cuerpo(interno::vista<C>(texto));
         if (texto.size() == maximo) {
             return;
         }

@@ -6,7 +6,7 @@
 #include "companions/sabores.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 
@@ -94,10 +94,10 @@ TEST(texto, letras_y_separadores_son_los_de_ascii_y_ninguno_mas) {
     for (unsigned c = 0; c <= 0xFFFF; ++c) {
         const bool letra = c < 0x80 && c != 0 && letras.find(static_cast<char>(c)) != std::string::npos;
         const bool separador = c == 0x5C || c == 0x2F;
-        EXPECT_EQ(es_letra(static_cast<wchar_t>(c)), letra) << c;
+        EXPECT_EQ(lmstdc_isalpha(static_cast<wchar_t>(c)), letra) << c;
         EXPECT_EQ(es_separador(static_cast<wchar_t>(c)), separador) << c;
         if (c <= 0xFF) {
-            EXPECT_EQ(es_letra(static_cast<char>(c)), letra) << c;
+            EXPECT_EQ(lmstdc_isalpha(static_cast<char>(c)), letra) << c;
             EXPECT_EQ(es_separador(static_cast<char>(c)), separador) << c;
         }
     }

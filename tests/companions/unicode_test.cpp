@@ -7,7 +7,7 @@
 #include "modelos/caracteres.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 
@@ -47,8 +47,8 @@ TEST(unicode, a_8_bits_sin_parecidos) {
     for (const fila& f : filas) {
         const en_pagina p(f.pagina);
         const texto_w ancho = en_utf16(f.texto);
-        EXPECT_EQ(std::string(a_ansi(vista_w(ancho)).c_str()), f.en_8_bits) << f.texto;
-        EXPECT_EQ(std::string(a_ansi(ancho.c_str()).c_str()), f.en_8_bits) << f.texto;
+        EXPECT_EQ(std::string(utunicode_UNICODE_a_ANSI(vista_w(ancho)).c_str()), f.en_8_bits) << f.texto;
+        EXPECT_EQ(std::string(utunicode_UNICODE_a_ANSI(ancho.c_str()).c_str()), f.en_8_bits) << f.texto;
     }
 }
 
@@ -60,10 +60,10 @@ TEST(unicode, ninguna_unidad_se_vuelve_otra) {
         for (unsigned c = 1; c < 0x10000; ++c) {
             const texto_w unidad(1, static_cast<wchar_t>(c));
             const bool media_pareja = c >= 0xD800 && c < 0xE000;
-            const cadena_a bytes = a_ansi(vista_w(unidad));
+            const cadena_a bytes = utunicode_UNICODE_a_ANSI(vista_w(unidad));
             if (bytes.ver() != (pagina == 65001 ? "\xEF\xBF\xBD" : "?")) {
                 ++la_tiene;
-                const texto_w otra_vez(a_utf16(bytes.ver()).ver());
+                const texto_w otra_vez(utunicode_ANSI_a_UNICODE(bytes.ver()).ver());
                 // Private characters stand for bytes that are none.
                 ASSERT_TRUE(otra_vez == unidad ||
                             (c >= 0xE000 && c < 0xF900 && otra_vez == texto_w(1, 0xFFFD)))
@@ -80,23 +80,23 @@ TEST(unicode, cada_byte_va_y_vuelve) {
     const en_pagina p(1252);
     for (unsigned b = 1; b < 256; ++b) {
         const char bytes[] = {'x', static_cast<char>(b), 'y', '\0'};
-        const cadena_w ancho = a_utf16(bytes);
+        const cadena_w ancho = utunicode_ANSI_a_UNICODE(bytes);
         ASSERT_EQ(ancho.size(), 3u) << b;
         EXPECT_EQ(u8(ancho.c_str()), de_cp1252(bytes)) << b;
-        EXPECT_EQ(std::string(a_ansi(ancho.c_str()).c_str()), bytes) << b;
+        EXPECT_EQ(std::string(utunicode_UNICODE_a_ANSI(ancho.c_str()).c_str()), bytes) << b;
     }
 }
 
 TEST(unicode, null_da_null_y_vacio_da_vacio) {
-    EXPECT_TRUE(a_utf16(static_cast<const char*>(nullptr)).es_nula());
-    EXPECT_TRUE(a_ansi(static_cast<const wchar_t*>(nullptr)).es_nula());
-    EXPECT_FALSE(a_utf16("").es_nula());
-    EXPECT_FALSE(a_ansi(L"").es_nula());
+    EXPECT_TRUE(utunicode_ANSI_a_UNICODE(static_cast<const char*>(nullptr)).es_nula());
+    EXPECT_TRUE(utunicode_UNICODE_a_ANSI(static_cast<const wchar_t*>(nullptr)).es_nula());
+    EXPECT_FALSE(utunicode_ANSI_a_UNICODE("").es_nula());
+    EXPECT_FALSE(utunicode_UNICODE_a_ANSI(L"").es_nula());
     EXPECT_EQ(utf16_temporal(nullptr).c_str(), nullptr);
     EXPECT_EQ(u8(utf16_temporal("").c_str()), "");
-    EXPECT_EQ(utf16_temporal(lumodir::vista_a()).c_str(), nullptr);
-    EXPECT_EQ(utf16_temporal(lumodir::vista_a()).ver().data(), nullptr);
-    EXPECT_NE(utf16_temporal(lumodir::vista_a("")).ver().data(), nullptr);
+    EXPECT_EQ(utf16_temporal(interno::vista_a()).c_str(), nullptr);
+    EXPECT_EQ(utf16_temporal(interno::vista_a()).ver().data(), nullptr);
+    EXPECT_NE(utf16_temporal(interno::vista_a("")).ver().data(), nullptr);
 }
 
 TEST(unicode, textos_de_cualquier_largo) {
@@ -112,11 +112,11 @@ TEST(unicode, textos_de_cualquier_largo) {
             EXPECT_EQ(u8(temporal.c_str()), esperado) << largo << letra;
             EXPECT_EQ(u8(temporal.ver()), esperado) << largo << letra;
             // A part of a text: what follows it is not read.
-            const utf16_temporal parte(lumodir::vista_a(bytes).substr(0, bytes.size() - 1));
+            const utf16_temporal parte(interno::vista_a(bytes).substr(0, bytes.size() - 1));
             EXPECT_EQ(u8(parte.c_str()), esperado.substr(0, esperado.size() - 1)) << largo << letra;
-            const cadena_w ancho = a_utf16(bytes.c_str());
+            const cadena_w ancho = utunicode_ANSI_a_UNICODE(bytes.c_str());
             EXPECT_EQ(ancho.size(), largo);
-            EXPECT_EQ(std::string(a_ansi(ancho.c_str()).c_str()), bytes) << largo << letra;
+            EXPECT_EQ(std::string(utunicode_UNICODE_a_ANSI(ancho.c_str()).c_str()), bytes) << largo << letra;
         }
     }
 }

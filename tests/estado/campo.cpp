@@ -57,7 +57,7 @@ texto_w w(std::string_view utf8) {
     return t;
 }
 
-std::string u8(lumodir::vista_w texto) {
+std::string u8(interno::vista_w texto) {
     std::string t(texto.size() * 3, ' ');
     t.resize(static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, texto.data(),
                                                             static_cast<int>(texto.size()), t.data(),
@@ -73,13 +73,13 @@ std::string texto_del_sistema(unsigned long codigo) {
     while (largo > 0 && texto[largo - 1] <= L' ') {
         --largo;
     }
-    return u8(lumodir::vista_w(texto, largo));
+    return u8(interno::vista_w(texto, largo));
 }
 
 namespace {
 
 unsigned la_pagina() {
-    const unsigned p = lumodir::plataforma::pagina_de_codigos;
+    const unsigned p = interno::plataforma::pagina_de_codigos;
     return p == 0 ? CP_ACP : p;
 }
 
@@ -282,7 +282,7 @@ campo::campo() {
         [](const wchar_t* texto, void*) { g_campo->sucesos.push_back("warning: " + u8(texto)); }, nullptr);
     buclrein_establece_receptor(contesta_al_bucle, nullptr);
     buclrein_establece_politica(0, 0);
-    lumodir::plataforma::duerme_ms = [](unsigned long ms) {
+    interno::plataforma::duerme_ms = [](unsigned long ms) {
         if (ms > 0) {
             g_campo->sucesos.push_back("pause");
         }
@@ -296,7 +296,7 @@ campo::~campo() {
         ::SetEnvironmentVariableW(L"=Q:", nullptr);
         g_campo = nullptr;
         lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
-        lumodir::plataforma::pagina_de_codigos = 0;
+        interno::plataforma::pagina_de_codigos = 0;
         nucleo::llama(nucleo::quita, de(unidades_ + "/q:"), 0);
         nucleo::llama(nucleo::quita, de(unidades_ + "/unc/srv/rec"), 0);
         nucleo::llama(nucleo::quita_dir, de(unidades_ + "/unc/srv"), 0);
@@ -377,7 +377,7 @@ void campo::empieza(reglas& r) {
     suelta();
     r = reglas();
     ::SetCurrentDirectoryW(L"Q:\\");
-    lumodir::plataforma::pagina_de_codigos = 0;
+    interno::plataforma::pagina_de_codigos = 0;
     lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);
     si = 0;
     al_preguntar = entretanto::nada;

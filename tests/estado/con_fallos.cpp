@@ -63,7 +63,7 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
         pasos.push_back(p);
         const estado_del_disco antes = disco(c.entradas());
         const unsigned long long vivos = lumospy_bloques_vivos();
-        const unsigned long long internos = lumodir::i_bloques_internos_vivos();
+        const unsigned long long internos = interno::i_bloques_internos_vivos();
         static const std::vector<DWORD> codigos = {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
                                                    ERROR_DISK_FULL, ERROR_NETNAME_DELETED};
         const auto llamada = static_cast<unsigned>(1 + z.menor_que(14));
@@ -86,7 +86,7 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
             }
         }
         c.toma_sucesos();
-        if (lumospy_bloques_vivos() != vivos || lumodir::i_bloques_internos_vivos() != internos) {
+        if (lumospy_bloques_vivos() != vivos || interno::i_bloques_internos_vivos() != internos) {
             fallo += "\n  blocks are left";
         }
         // What the call would have done to a disk that always answers.

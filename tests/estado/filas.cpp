@@ -517,7 +517,7 @@ const std::vector<fila>& todas_las_filas() {
          return {numero(g.z.elige(paginas))};
      },
      [](const argumentos& a) -> std::string {
-         lumodir::plataforma::pagina_de_codigos = static_cast<unsigned>(entero(a[0]));
+         interno::plataforma::pagina_de_codigos = static_cast<unsigned>(entero(a[0]));
          return "";
      },
      nullptr,

@@ -363,7 +363,7 @@ void mira(HKEY padre, const texto_w& nombre, const std::string& donde, std::vect
     for (DWORD i = 0, largo = 300; ::RegEnumValueW(c, i, n, &largo, nullptr, &tipo, datos, &bytes) == 0;
          ++i, largo = 300, bytes = sizeof datos) {
         lineas.push_back(donde + " " + u8(n) + " type " + std::to_string(tipo) + " " +
-                         u8(lumodir::vista_w(reinterpret_cast<const wchar_t*>(datos), bytes / 2)) + " " +
+                         u8(interno::vista_w(reinterpret_cast<const wchar_t*>(datos), bytes / 2)) + " " +
                          std::to_string(bytes));
     }
     ::RegCloseKey(c);

@@ -35,7 +35,7 @@ const fila* la_fila(const std::string& nombre) {
 
 // No links are about: asking whether one was named would open files in the other's way.
 struct sin_preguntar_por_enlaces {
-    const sustituye<BOOL(WINAPI*)()> sustituida{lumodir::sistema.sigue_enlaces,
+    const sustituye<BOOL(WINAPI*)()> sustituida{interno::sistema.sigue_enlaces,
                                                 []() WINAPI { return BOOL{FALSE}; }};
 };
 

@@ -14,14 +14,14 @@ namespace estado {
 
 // Texts in UTF-8 and UTF-16, as they are in every code page (those of `apoyo` have stand-ins).
 texto_w w(std::string_view utf8);
-std::string u8(lumodir::vista_w texto);
+std::string u8(interno::vista_w texto);
 inline std::string u8(const wchar_t* texto) {
-    return texto == nullptr ? "(NULL)" : u8(lumodir::vista_w(texto));
+    return texto == nullptr ? "(NULL)" : u8(interno::vista_w(texto));
 }
 using lista = std::vector<texto_w>;
 
 inline std::string u(const texto_w& t) {
-    return u8(lumodir::vista_w(t));
+    return u8(interno::vista_w(t));
 }
 
 // The text that the system has for a code, as messages show it.

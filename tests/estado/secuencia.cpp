@@ -64,7 +64,7 @@ struct marcha {
     std::string da(const paso& p) {
         pasos.push_back(p);
         const unsigned long long vivos = lumospy_bloques_vivos();
-        const unsigned long long internos = lumodir::i_bloques_internos_vivos();
+        const unsigned long long internos = interno::i_bloques_internos_vivos();
         c.preguntas = 0;
         c.sucesos.clear();
         const std::string real = (p.ocho ? p.f->estrecha : p.f->ancha)(p.a);
@@ -86,7 +86,7 @@ struct marcha {
         if (!d.empty()) {
             fallo += "\n  " + d;
         }
-        if (lumospy_bloques_vivos() != vivos || lumodir::i_bloques_internos_vivos() != internos) {
+        if (lumospy_bloques_vivos() != vivos || interno::i_bloques_internos_vivos() != internos) {
             fallo += "\n  blocks are left";
         }
         return fallo;

@@ -181,7 +181,7 @@ bool falta_memoria() {
 }
 
 // The allocator underneath, which may be the guarding one.
-lumodir::tabla_memoria g_memoria;
+interno::tabla_memoria g_memoria;
 
 void* reserva(std::size_t bytes) {
     void* bloque = falta_memoria() ? nullptr : g_memoria.reserva(bytes);
@@ -255,14 +255,14 @@ private:
         pon_en_curso(que);
         g_escenario->prepara();
         const unsigned long long vivos = lumospy_bloques_vivos();
-        const unsigned long long internos = lumodir::i_bloques_internos_vivos();
+        const unsigned long long internos = interno::i_bloques_internos_vivos();
         todas_las_llamadas tablas(g_escenario->carpeta(), clave_de_prueba);
-        const apoyo::sustituye<void (*)()> puerta(lumodir::plataforma::termina_proceso, sale);
-        g_memoria = lumodir::memoria;
+        const apoyo::sustituye<void (*)()> puerta(interno::plataforma::termina_proceso, sale);
+        g_memoria = interno::memoria;
         g_bloques.clear();
         bool entera;
         {
-            const apoyo::sustituye<lumodir::tabla_memoria> cuenta(lumodir::memoria,
+            const apoyo::sustituye<interno::tabla_memoria> cuenta(interno::memoria,
                                                                   {reserva, cambia, libera});
             const std::unique_ptr<preparada> una = e_.prepara();
             if (!e_.como.es("realloc")) {  // what that one was given stays given when it fails
@@ -293,13 +293,13 @@ private:
     // What the ended process would have taken with it: each block was counted, in one census or the other.
     void libera_lo_dejado(unsigned long long vivos, unsigned long long internos, const std::string& que) {
         unsigned long long publicos = lumospy_bloques_vivos() - vivos;
-        EXPECT_EQ(publicos + lumodir::i_bloques_internos_vivos() - internos, g_bloques.size()) << que;
+        EXPECT_EQ(publicos + interno::i_bloques_internos_vivos() - internos, g_bloques.size()) << que;
         for (void* bloque : std::set<void*>(g_bloques)) {
             if (publicos > 0) {
                 --publicos;
-                lumodir::i_libera(bloque);
+                interno::i_libera(bloque);
             } else {
-                lumodir::i_libera_interno(bloque);
+                interno::i_libera_interno(bloque);
             }
         }
         g_bloques.clear();
@@ -313,7 +313,7 @@ TEST(agotada, un_producto_que_desborda_sale_por_la_misma_puerta) {
     if (!se_puede_salir) {
         GTEST_SKIP() << "this compiler cannot leave a call half-way";
     }
-    const apoyo::sustituye<void (*)()> puerta(lumodir::plataforma::termina_proceso, sale);
+    const apoyo::sustituye<void (*)()> puerta(interno::plataforma::termina_proceso, sale);
     g_puertas = 0;
     EXPECT_FALSE(corre([] { lumospy_nousar_calloc(SIZE_MAX / 2 + 1, 2); }));
     EXPECT_EQ(g_puertas, 1u);

@@ -60,9 +60,9 @@ void llama(void (*cual)(), const llamada& como) {
 }
 
 bool etiqueta_conocida(const std::string& etiqueta) {
-    return etiqueta == lumodir::etiqueta_de_las_demas ||
-           std::any_of(std::begin(lumodir::familias), std::end(lumodir::familias),
-                       [&](const lumodir::familia& f) { return etiqueta == f.etiqueta; });
+    return etiqueta == interno::etiqueta_de_las_demas ||
+           std::any_of(std::begin(interno::familias), std::end(interno::familias),
+                       [&](const interno::familia& f) { return etiqueta == f.etiqueta; });
 }
 
 // The first report that does not say what and where. The others are not kept, and the details of some alone are read

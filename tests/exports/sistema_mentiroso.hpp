@@ -24,13 +24,13 @@ class sistema_mentiroso {
 public:
     sistema_mentiroso(fuente& f, unsigned mentiras) : f_(f), mentiras_(mentiras) {
         i_yo() = this;
-        lumodir::i_olvida_nombre_largo();
-        apoyo::con_cada_llamada([]<auto Entrada>() { i_desvia(&(lumodir::sistema.*Entrada)); });
+        interno::i_olvida_nombre_largo();
+        apoyo::con_cada_llamada([]<auto Entrada>() { i_desvia(&(interno::sistema.*Entrada)); });
         i_desvia_lo_particular();
     }
     ~sistema_mentiroso() {
         i_yo() = nullptr;
-        lumodir::i_olvida_nombre_largo();
+        interno::i_olvida_nombre_largo();
     }
     sistema_mentiroso(const sistema_mentiroso&) = delete;
     sistema_mentiroso& operator=(const sistema_mentiroso&) = delete;
@@ -305,7 +305,7 @@ private:
     static wchar_t* i_directorio_de(int, wchar_t* destino, int sitio) { return i_directorio(destino, sitio); }
 
     void i_desvia_lo_particular() {
-        lumodir::tabla_sistema& t = lumodir::sistema;
+        interno::tabla_sistema& t = interno::sistema;
         t.GetFileAttributesExW = i_atributos;
         t.CloseHandle = i_cierra<BOOL, HANDLE>;
         t.GetFileInformationByHandleEx = i_informacion;
@@ -336,7 +336,7 @@ private:
         t.FormatMessageW = i_mensaje;
         t._wgetcwd = i_directorio<wchar_t>;
         i_desvia(&t.sigue_enlaces);
-        t.busca_nombre_largo = []() -> lumodir::funcion_nombre_largo { return i_otra_forma; };
+        t.busca_nombre_largo = []() -> interno::funcion_nombre_largo { return i_otra_forma; };
         // Never asked while the answer above is there; were it asked, it has nothing.
         t.SHGetMalloc = [](IMalloc**) -> HRESULT { return E_FAIL; };
         t.SHGetDesktopFolder = [](IShellFolder**) -> HRESULT { return E_FAIL; };

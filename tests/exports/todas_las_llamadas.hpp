@@ -19,18 +19,18 @@ public:
     todas_las_llamadas(apoyo::texto_w carpeta, apoyo::texto_w clave)
         : carpeta_(std::move(carpeta)), clave_(std::move(clave)) {
         i_yo() = this;
-        lumodir::i_olvida_nombre_largo();
+        interno::i_olvida_nombre_largo();
         ::SetThreadErrorMode(0, &modo_de_antes_);
         apoyo::con_cada_llamada([]<auto Entrada>() {
-            lumodir::sistema.*Entrada = desvio<Entrada, typename apoyo::llamada_de<Entrada>::tipo>::llama;
+            interno::sistema.*Entrada = desvio<Entrada, typename apoyo::llamada_de<Entrada>::tipo>::llama;
         });
-        lumodir::sistema.busca_nombre_largo = []() -> lumodir::funcion_nombre_largo {
+        interno::sistema.busca_nombre_largo = []() -> interno::funcion_nombre_largo {
             return i_nombre_largo;
         };
     }
     ~todas_las_llamadas() {
         i_yo() = nullptr;
-        lumodir::i_olvida_nombre_largo();
+        interno::i_olvida_nombre_largo();
         ::SetThreadErrorMode(modo_de_antes_, nullptr);
     }
     todas_las_llamadas(const todas_las_llamadas&) = delete;
@@ -46,7 +46,7 @@ public:
     }
     // As on a system that has no long names of its own: the shell is asked for them.
     void sin_nombres_largos() {
-        lumodir::sistema.busca_nombre_largo = []() -> lumodir::funcion_nombre_largo { return nullptr; };
+        interno::sistema.busca_nombre_largo = []() -> interno::funcion_nombre_largo { return nullptr; };
     }
     // Whether an operation wanted the long form of a name.
     bool quiso_nombre_largo() const { return quiso_nombre_largo_; }
@@ -128,23 +128,23 @@ private:
     }
     template <auto Entrada>
     static constexpr bool i_cambia() {
-        using t = lumodir::tabla_sistema;
+        using t = interno::tabla_sistema;
         return i_es<&t::DeleteFileW, Entrada>() || i_es<&t::RemoveDirectoryW, Entrada>() ||
                i_es<&t::CreateDirectoryW, Entrada>() || i_es<&t::SetFileAttributesW, Entrada>() ||
                i_es<&t::MoveFileExW, Entrada>() || i_es<&t::CreateFileW, Entrada>() ||
                i_es<&t::GetTempFileNameW, Entrada>() || i_es<&t::abre_entrada, Entrada>() ||
-               i_abre_clave<Entrada>() || i_es<&lumodir::tabla_sistema::TerminateProcess, Entrada>();
+               i_abre_clave<Entrada>() || i_es<&interno::tabla_sistema::TerminateProcess, Entrada>();
     }
     // What changes keys and values does so by a handle that one of these gave.
     template <auto Entrada>
     static constexpr bool i_abre_clave() {
-        using t = lumodir::tabla_sistema;
+        using t = interno::tabla_sistema;
         return i_es<&t::RegOpenKeyExA, Entrada>() || i_es<&t::RegOpenKeyExW, Entrada>() ||
                i_es<&t::RegCreateKeyExW, Entrada>();
     }
     template <auto Entrada>
     static void (*i_quien_cierra())(void*) {
-        using t = lumodir::tabla_sistema;
+        using t = interno::tabla_sistema;
         if constexpr (i_es<&t::FindFirstFileExW, Entrada>()) {
             return [](void* h) { ::FindClose(h); };
         } else {
@@ -170,11 +170,11 @@ private:
     // Only what changes something asks; reading is free.
     template <auto Entrada, class... A>
     static bool i_permite(A... a) {
-        if constexpr (i_es<&lumodir::tabla_sistema::TerminateProcess, Entrada>()) {
+        if constexpr (i_es<&interno::tabla_sistema::TerminateProcess, Entrada>()) {
             return false;
         } else if constexpr (i_abre_clave<Entrada>()) {
             return i_permite_clave<Entrada>(a...);
-        } else if constexpr (i_es<&lumodir::tabla_sistema::abre_entrada, Entrada>()) {
+        } else if constexpr (i_es<&interno::tabla_sistema::abre_entrada, Entrada>()) {
             return i_permite_entrada(a...);
         } else {
             return i_permite_ruta<Entrada>(a...);
@@ -187,7 +187,7 @@ private:
         if (i_yo()->claves_suyas_.count(std::get<0>(argumentos)) != 0) {
             return i_yo()->abre_clave_suya_ = true;
         }
-        if constexpr (!i_es<&lumodir::tabla_sistema::RegCreateKeyExW, Entrada>()) {
+        if constexpr (!i_es<&interno::tabla_sistema::RegCreateKeyExW, Entrada>()) {
             constexpr REGSAM para_leer = KEY_READ | KEY_WOW64_64KEY | KEY_WOW64_32KEY;
             if ((std::get<3>(argumentos) & ~para_leer) == 0) {
                 return true;
@@ -197,7 +197,7 @@ private:
     }
     template <auto Entrada, class... A>
     static bool i_permite_ruta(A... a) {
-        using t = lumodir::tabla_sistema;
+        using t = interno::tabla_sistema;
         const auto primera = std::get<0>(std::make_tuple(a...));
         if constexpr (i_es<&t::CreateFileW, Entrada>()) {
             const auto argumentos = std::make_tuple(a...);
@@ -222,7 +222,7 @@ private:
     // A drive without a medium would bring a dialog out of these.
     template <auto Entrada>
     static constexpr bool i_toca_unidad() {
-        using t = lumodir::tabla_sistema;
+        using t = interno::tabla_sistema;
         constexpr bool sin_unidad =
             i_es<&t::CloseHandle, Entrada>() || i_es<&t::FindClose, Entrada>() ||
             i_es<&t::FileTimeToLocalFileTime, Entrada>() || i_es<&t::LocalFileTimeToFileTime, Entrada>() ||
@@ -249,8 +249,8 @@ private:
         static R llama(A... a) {
             todas_las_llamadas& yo = *i_yo();
             const bool toca = yo.i_toca_fallar();
-            if constexpr (i_es<&lumodir::tabla_sistema::GetThreadErrorMode, Entrada>() ||
-                          i_es<&lumodir::tabla_sistema::SetThreadErrorMode, Entrada>()) {
+            if constexpr (i_es<&interno::tabla_sistema::GetThreadErrorMode, Entrada>() ||
+                          i_es<&interno::tabla_sistema::SetThreadErrorMode, Entrada>()) {
                 yo.sin_modo_ = yo.sin_modo_ || toca;
             }
             if constexpr (i_toca_unidad<Entrada>()) {

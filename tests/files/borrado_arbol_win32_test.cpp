@@ -280,14 +280,14 @@ TEST(borrado_arbol, un_fichero_que_se_va_entretanto_se_informa_con_su_sitio) {
     const directorio_temporal d;
     // Somebody else is quicker with the file.
     static const directorio_temporal* sitio;
-    static decltype(lumodir::sistema.abre_entrada) antes;
+    static decltype(interno::sistema.abre_entrada) antes;
     sitio = &d;
-    antes = lumodir::sistema.abre_entrada;
+    antes = interno::sistema.abre_entrada;
     const sustituye<decltype(antes)> mas_rapido(
-        lumodir::sistema.abre_entrada,
+        interno::sistema.abre_entrada,
         [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir, DWORD opciones,
            DWORD atributos) -> HANDLE {
-            if ((acceso & DELETE) != 0 && lumodir::vista_w(nombre) == L"a.txt") {
+            if ((acceso & DELETE) != 0 && interno::vista_w(nombre) == L"a.txt") {
                 sitio->borra("t\\sub\\a.txt");
             }
             return antes(nombre, directorio, acceso, compartir, opciones, atributos);
@@ -357,7 +357,7 @@ TEST(borrado_arbol, sin_bandera_no_se_borra_nada) {
 
 TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
     // Windows opens a link itself and takes it away; Wine would come to what it points to, and there it stays.
-    const bool se_van = !lumodir::sistema.sigue_enlaces();
+    const bool se_van = !interno::sistema.sigue_enlaces();
     for (const forma& f : formas) {
         const directorio_temporal d;
         d.fichero("valioso\\no tocar.txt");
@@ -463,13 +463,13 @@ TEST(borrado_arbol, sin_respuesta_sobre_la_marca_deciden_los_atributos) {
         EXPECT_EQ(libro.manijas_abiertas(), 0u);
 
         d.fichero("t\\sub\\f.txt");
-        static decltype(lumodir::sistema.GetFileInformationByHandle) antes;
-        antes = lumodir::sistema.GetFileInformationByHandle;
+        static decltype(interno::sistema.GetFileInformationByHandle) antes;
+        antes = interno::sistema.GetFileInformationByHandle;
         for (const DWORD atributos :
              {DWORD{FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY}, DWORD{FILE_ATTRIBUTE_NORMAL}}) {
             bits = atributos;
-            const sustituye<decltype(lumodir::sistema.GetFileInformationByHandle)> otro(
-                lumodir::sistema.GetFileInformationByHandle,
+            const sustituye<decltype(interno::sistema.GetFileInformationByHandle)> otro(
+                interno::sistema.GetFileInformationByHandle,
                 [](HANDLE h, LPBY_HANDLE_FILE_INFORMATION datos) -> BOOL {
                     const BOOL bien = antes(h, datos);
                     datos->dwFileAttributes = bits;
@@ -534,8 +534,8 @@ TEST(borrado_arbol, lo_que_no_se_puede_abrir_para_mirarlo_no_se_recorre) {
         for (const forma& f : formas) {
             fallos libro;
             libro.falla_siempre(llamada, ERROR_ACCESS_DENIED);
-            const sustituye<decltype(lumodir::sistema.GetFileInformationByHandleEx)> sin_marca(
-                lumodir::sistema.GetFileInformationByHandleEx,
+            const sustituye<decltype(interno::sistema.GetFileInformationByHandleEx)> sin_marca(
+                interno::sistema.GetFileInformationByHandleEx,
                 [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) -> BOOL { return FALSE; });
             EXPECT_NE(f.borra(d.ruta("t")), 1) << f.nombre;
             EXPECT_TRUE(d.existe("t\\f.txt")) << f.nombre;
@@ -552,15 +552,15 @@ TEST(borrado_arbol, lo_que_no_se_puede_abrir_para_mirarlo_no_se_recorre) {
 TEST(borrado_arbol, cada_directorio_se_lee_una_vez_y_cada_fichero_cuesta_una_llamada) {
     const directorio_temporal d;
     static unsigned lecturas;
-    static decltype(lumodir::sistema.GetFileInformationByHandleEx) antes;
+    static decltype(interno::sistema.GetFileInformationByHandleEx) antes;
     for (const bool estricto : {true, false}) {
         for (int i = 0; i < 20; ++i) {
             d.fichero("t\\" + std::to_string(i % 4) + "\\f" + std::to_string(i));
         }
         lecturas = 0;
-        antes = lumodir::sistema.GetFileInformationByHandleEx;
+        antes = interno::sistema.GetFileInformationByHandleEx;
         const sustituye<decltype(antes)> cuenta_lecturas(
-            lumodir::sistema.GetFileInformationByHandleEx,
+            interno::sistema.GetFileInformationByHandleEx,
             [](HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, LPVOID datos, DWORD bytes) -> BOOL {
                 lecturas += clase == FileIdBothDirectoryRestartInfo ? 1 : 0;
                 return antes(h, clase, datos, bytes);
@@ -624,7 +624,7 @@ TEST(borrado_arbol, las_pasadas_esperan_entre_20_y_500_ms_20_veces) {
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
     static unsigned siguiente;
     siguiente = 0;
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar,
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar,
                                          []() noexcept -> unsigned { return siguiente++; });
     cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
     ESPERA_INFORMES("se_han_borrado_todos_los_ficheros_loc == CIERTO");
@@ -650,7 +650,7 @@ TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
     const directorio_temporal d;
     const std::string ruta = d.fichero("t\\sub\\abierto.txt");
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     unsigned pausas = 0;
     al_dormir([&](unsigned long) {
         if (++pausas == 4) {
@@ -665,7 +665,7 @@ TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
 TEST(borrado_arbol, el_azar_de_las_pausas_llega_a_las_ocho) {
     unsigned vistas = 0;
     for (int i = 0; i < 2'000 && vistas != 0xFF; ++i) {
-        vistas |= 1u << lumodir::sistema.numero_al_azar() % 8;
+        vistas |= 1u << interno::sistema.numero_al_azar() % 8;
     }
     EXPECT_EQ(vistas, 0xFFu);
 }
@@ -895,7 +895,7 @@ TEST(borrado_arbol, cambiar_directorios_en_cualquier_momento_no_lleva_fuera) {
 
 // A read-only file whose attributes may not be read: its entry has told them.
 TEST(borrado_arbol, de_lo_que_no_se_puede_mirar_se_sabe_lo_que_dice_su_entrada) {
-    static decltype(lumodir::sistema.abre_entrada) antes;
+    static decltype(interno::sistema.abre_entrada) antes;
     static DWORD codigo;
     for (const DWORD uno : {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION}) {
         codigo = uno;
@@ -903,9 +903,9 @@ TEST(borrado_arbol, de_lo_que_no_se_puede_mirar_se_sabe_lo_que_dice_su_entrada) 
             const directorio_temporal d;
             d.fichero("t\\a", "x", FILE_ATTRIBUTE_READONLY);
             d.fichero("t\\b");
-            antes = lumodir::sistema.abre_entrada;
+            antes = interno::sistema.abre_entrada;
             const sustituye<decltype(antes)> nadie_mira(
-                lumodir::sistema.abre_entrada,
+                interno::sistema.abre_entrada,
                 [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir, DWORD opciones,
                    DWORD atributos) -> HANDLE {
                     constexpr DWORD de_fichero = 0x40;  // FILE_NON_DIRECTORY_FILE
@@ -980,7 +980,7 @@ TEST(borrado_arbol, un_directorio_de_solo_lectura_se_quita_y_si_se_queda_sigue_s
 TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_pierde_memoria) {
     const directorio_temporal d;
     buclrein_establece_politica(1, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     for (const forma& f : formas) {
         if (f.es_gemela()) {
             continue;
@@ -1011,7 +1011,7 @@ TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_p
 // The ways round a file system that refuses much, with each of their calls failing too.
 TEST(borrado_arbol, tampoco_por_los_rodeos_queda_nada_cuando_falla_una_llamada) {
     buclrein_establece_politica(1, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     for (const unsigned rodeo : {1u, 2u, 3u, 7u}) {
         for (const forma& f : formas) {
             if (f.es_gemela() || !f.recursiva) {

@@ -20,7 +20,7 @@ using lista = std::vector<std::string>;
 constexpr unsigned short no_contesta = 7;
 
 std::string texto_de_codigo(DWORD codigo) {
-    return u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 const std::string sugerencia =
@@ -417,7 +417,7 @@ TEST(borrado, un_directorio_que_se_vacia_a_tiempo_se_borra) {
 
 TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
     const lado_unix u;
-    if (!u.hay() || !lumodir::sistema.sigue_enlaces()) {
+    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
         GTEST_SKIP() << "links are not followed here";
     }
     buclrein_establece_politica(2, 10);
@@ -487,7 +487,7 @@ TEST(borrado, un_enlace_a_un_directorio_se_va_el_mismo_o_se_queda) {
     if (!u.hay()) {
         GTEST_SKIP() << "no Unix side here to make links with";
     }
-    const bool se_va = !lumodir::sistema.sigue_enlaces();
+    const bool se_va = !interno::sistema.sigue_enlaces();
     buclrein_establece_politica(0, 0);
     const char* const enlaces =
         "[ -L l ] || ln -s vacio l; [ -L ll ] || ln -s lleno ll; [ -L s/l ] || ln -s ../vacio s/l";

@@ -292,7 +292,7 @@ TEST(cambia_extension, los_nombres_de_dispositivos_son_nombres) {
 
 TEST(cambia_extension, un_enlace_que_el_sistema_seguiria_se_queda_con_todo) {
     const lado_unix u;
-    if (!u.hay() || !lumodir::sistema.sigue_enlaces()) {
+    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
         GTEST_SKIP() << "links are not followed here";
     }
     buclrein_establece_politica(1, 0);

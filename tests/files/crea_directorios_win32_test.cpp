@@ -20,7 +20,7 @@ namespace {
 using lista = std::vector<std::string>;
 
 std::string texto_de_codigo(DWORD codigo) {
-    return u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 struct fila {
@@ -277,8 +277,8 @@ TEST(crea_directorios, una_raiz_que_no_esta_no_se_da_por_creada) {
 TEST(crea_directorios, un_recurso_sin_barra_final_es_un_nivel) {
     // It must exist or be created.
     disco_falso disco;
-    const sustituye atributos(lumodir::sistema.GetFileAttributesW, &disco_falso::atributos);
-    const sustituye crea(lumodir::sistema.CreateDirectoryW, &disco_falso::crea_directorio);
+    const sustituye atributos(interno::sistema.GetFileAttributesW, &disco_falso::atributos);
+    const sustituye crea(interno::sistema.CreateDirectoryW, &disco_falso::crea_directorio);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"\\\\s\\r", 1), 1);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"\\\\s\\r\\a\\b", 1), 1);
     EXPECT_EQ(disco.creados, (lista{"\\\\s\\r\\a", "\\\\s\\r\\a\\b"}));
@@ -402,13 +402,13 @@ TEST(crea_directorios, hace_lo_mismo_que_el_modelo_ingenuo) {
                     disco.hay = antes;
                     unsigned short resultado;
                     {
-                        const sustituye atributos(lumodir::sistema.GetFileAttributesW,
+                        const sustituye atributos(interno::sistema.GetFileAttributesW,
                                                   &disco_falso::atributos);
-                        const sustituye crea(lumodir::sistema.CreateDirectoryW,
+                        const sustituye crea(interno::sistema.CreateDirectoryW,
                                              &disco_falso::crea_directorio);
-                        const sustituye completa(lumodir::sistema.GetFullPathNameW,
+                        const sustituye completa(interno::sistema.GetFullPathNameW,
                                                  &disco_falso::forma_completa);
-                        resultado = lumodir::i_crea_directorios(w(ruta).c_str(), es_directorio ? 1 : 0, 0);
+                        resultado = interno::i_crea_directorios(w(ruta).c_str(), es_directorio ? 1 : 0, 0);
                     }
                     toma_avisos();  // an incorrect path is tried all the same
                     ASSERT_EQ(resultado, bien ? 1 : 0) << ruta;
@@ -612,8 +612,8 @@ TEST(crea_directorios, el_nombre_de_un_dispositivo_no_es_un_directorio) {
 
 TEST(crea_directorios, lo_que_el_sistema_dice_haber_creado_se_mira) {
     buclrein_establece_politica(0, 0);
-    const sustituye<decltype(lumodir::sistema.CreateDirectoryW)> miente(
-        lumodir::sistema.CreateDirectoryW, [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI { return BOOL{TRUE}; });
+    const sustituye<decltype(interno::sistema.CreateDirectoryW)> miente(
+        interno::sistema.CreateDirectoryW, [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI { return BOOL{TRUE}; });
     static DWORD atributos_dichos;
     static DWORD codigo_dicho;
     const struct {
@@ -631,8 +631,8 @@ TEST(crea_directorios, lo_que_el_sistema_dice_haber_creado_se_mira) {
         static unsigned preguntado;
         atributos_dichos = caso.atributos;
         codigo_dicho = caso.codigo;
-        const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> atributos(
-            lumodir::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
+        const sustituye<decltype(interno::sistema.GetFileAttributesW)> atributos(
+            interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
                 const bool antes = preguntado++ == 0;  // before the creation nothing is there
                 ::SetLastError(antes ? DWORD{ERROR_FILE_NOT_FOUND} : codigo_dicho);
                 return antes ? DWORD{INVALID_FILE_ATTRIBUTES} : atributos_dichos;
@@ -664,8 +664,8 @@ TEST(crea_directorios, lo_que_esta_y_no_se_deja_crear_esta) {
         f.falla_siempre("GetFileAttributesW", ERROR_NOT_READY, 1);
         static DWORD codigo_de_crear;
         codigo_de_crear = codigo;
-        const sustituye<decltype(lumodir::sistema.CreateDirectoryW)> crea(
-            lumodir::sistema.CreateDirectoryW, [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI {
+        const sustituye<decltype(interno::sistema.CreateDirectoryW)> crea(
+            interno::sistema.CreateDirectoryW, [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI {
                 ::SetLastError(codigo_de_crear);
                 return BOOL{FALSE};
             });
@@ -675,8 +675,8 @@ TEST(crea_directorios, lo_que_esta_y_no_se_deja_crear_esta) {
 }
 
 TEST(crea_directorios, un_recurso_se_escribe_con_cualquier_separador) {
-    const sustituye atributos(lumodir::sistema.GetFileAttributesW, &disco_falso::atributos);
-    const sustituye crea(lumodir::sistema.CreateDirectoryW, &disco_falso::crea_directorio);
+    const sustituye atributos(interno::sistema.GetFileAttributesW, &disco_falso::atributos);
+    const sustituye crea(interno::sistema.CreateDirectoryW, &disco_falso::crea_directorio);
     for (const std::string& raiz :
          {std::string("//s/r"), std::string("\\\\s/r"), std::string("\\\\s\\\\r"), std::string("//s//r"),
           std::string("\\/s\\r"), std::string("\\\\\\s\\r"), std::string("\\\\s\\r\\\\")}) {
@@ -762,7 +762,7 @@ TEST(crea_directorios, bajo_fallos_la_respuesta_dice_lo_que_hay) {
             [&](const ronda& r) {
                 // Made, and then said to be missing for ever: that is believed.
                 const bool lo_niega = r.para_siempre && r.fallada == "GetFileAttributesW" &&
-                                      lumodir::i_dice_que_falta(r.codigo);
+                                      interno::i_dice_que_falta(r.codigo);
                 EXPECT_EQ(resultado, dir.es_directorio(principio + "\\b\\c\\d") && !lo_niega ? 1 : 0) << r;
                 if (!r.para_siempre) {
                     EXPECT_EQ(resultado, 1) << r;  // one fault is retried away

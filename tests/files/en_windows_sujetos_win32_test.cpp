@@ -15,7 +15,7 @@ void el_tiempo_pasa(como_windows& windows) {
     al_dormir([&](unsigned long ms) { windows.pasa_ms(ms); });
 }
 
-decltype(lumodir::sistema.CreateDirectoryW) de_la_imitacion;
+decltype(interno::sistema.CreateDirectoryW) de_la_imitacion;
 
 }  // namespace
 
@@ -54,8 +54,8 @@ TEST(en_windows, un_nombre_ocupado_no_se_espera) {
     const como_windows windows({});
     static int cuantos;
     cuantos = 0;
-    const sustituye<decltype(lumodir::sistema.MoveFileExW)> mueve(
-        lumodir::sistema.MoveFileExW, [](const wchar_t* origen, const wchar_t* destino, DWORD) WINAPI {
+    const sustituye<decltype(interno::sistema.MoveFileExW)> mueve(
+        interno::sistema.MoveFileExW, [](const wchar_t* origen, const wchar_t* destino, DWORD) WINAPI {
             if (cuantos++ < 3) {
                 ::CopyFileW(origen, destino, TRUE);  // somebody was quicker
             }
@@ -142,9 +142,9 @@ TEST(en_windows, que_codigos_dicen_de_un_fichero_que_falta) {
         const std::string ruta = d.fichero("a\u00f1o.txt");
         como_windows windows({});
         windows.no_se_deja_preguntar(ruta, fila.codigo);
-        const sustituye<decltype(lumodir::sistema.DeleteFileW)> borra(
-            lumodir::sistema.DeleteFileW, [](const wchar_t* cual) WINAPI {
-                lumodir::sistema.GetFileAttributesW(cual);  // answers the same
+        const sustituye<decltype(interno::sistema.DeleteFileW)> borra(
+            interno::sistema.DeleteFileW, [](const wchar_t* cual) WINAPI {
+                interno::sistema.GetFileAttributesW(cual);  // answers the same
                 return BOOL{FALSE};
             });
         EXPECT_EQ(cdir_existe_fichero_UNICODE(w(ruta).c_str()), 0);
@@ -169,8 +169,8 @@ TEST(en_windows, un_directorio_que_esta_vale_aunque_crearlo_conteste_otra_cosa) 
             ::CreateDirectoryW(ruta, nullptr);
             return de_la_imitacion(ruta, seguridad);
         };
-        de_la_imitacion = lumodir::sistema.CreateDirectoryW;
-        const sustituye<decltype(lumodir::sistema.CreateDirectoryW)> crea(lumodir::sistema.CreateDirectoryW,
+        de_la_imitacion = interno::sistema.CreateDirectoryW;
+        const sustituye<decltype(interno::sistema.CreateDirectoryW)> crea(interno::sistema.CreateDirectoryW,
                                                                           crea_antes);
         EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(d.ruta_w("a \u00f1\\b\\c").c_str()), 1);
         EXPECT_TRUE(d.es_directorio("a \u00f1\\b\\c"));

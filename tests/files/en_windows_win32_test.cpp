@@ -54,7 +54,7 @@ TEST(en_windows, un_directorio_de_solo_lectura_se_borra_de_todas_las_formas) {
         siembra(d);
         windows.marca(d.ruta("t\\icono \u00f1"));
         windows.marca(d.ruta("t\\icono \u00f1\\hondo"));
-        ASSERT_FALSE(lumodir::sistema.RemoveDirectoryW(d.ruta_w("t\\icono \u00f1\\hondo").c_str()));
+        ASSERT_FALSE(interno::sistema.RemoveDirectoryW(d.ruta_w("t\\icono \u00f1\\hondo").c_str()));
         ASSERT_EQ(::GetLastError(), DWORD{ERROR_ACCESS_DENIED}) << "as long as it bears the mark";
         windows.marca(d.ruta("t"));
         const unsigned short respuesta = f.borra(d.ruta("t"));
@@ -278,7 +278,7 @@ TEST(en_windows, ninguna_llamada_deja_salir_un_dialogo) {
         toma_preguntas();
     }
     EXPECT_FALSE(d.existe("otros"));
-    lumodir::sistema.GetFileAttributesW(d.ruta_w().c_str());
+    interno::sistema.GetFileAttributesW(d.ruta_w().c_str());
     EXPECT_EQ(windows.dialogos(), 1u) << "one that does not take care is counted";
     ::SetThreadErrorMode(modo_de_antes, nullptr);
 }

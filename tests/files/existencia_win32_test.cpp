@@ -80,7 +80,7 @@ TEST(existencia, cada_pregunta_en_ambos_sabores) {
         EXPECT_EQ(cdir_existe_directorio_UNICODE(ancha.c_str()), logico(f.existe));
         EXPECT_EQ(cdir_existe_directorio(ocho.c_str()), logico(f.existe));
         EXPECT_EQ(cdir_es_directorio_u(ancha.c_str()), logico(f.es_directorio));
-        EXPECT_EQ(lumodir::es_fichero_de_solo_lectura(ancha.c_str()), logico(f.solo_lectura));
+        EXPECT_EQ(interno::es_fichero_de_solo_lectura(ancha.c_str()), logico(f.solo_lectura));
         EXPECT_EQ(cdir_se_puede_leer_UNICODE(ancha.c_str()), logico(f.se_lee));
         EXPECT_EQ(cdir_se_puede_leer(ocho.c_str()), logico(f.se_lee));
         if (!f.es_directorio) {  // the size of a directory is the file system's own business
@@ -324,7 +324,7 @@ TEST(existencia, leer_abre_como_se_dice_y_cierra) {
     const disco d;
     static DWORD acceso, compartir, disposicion, indicadores;
     const sustituye<decltype(&::CreateFileW)> espia(
-        lumodir::sistema.CreateFileW, [](const wchar_t* ruta, DWORD a, DWORD c, SECURITY_ATTRIBUTES* s,
+        interno::sistema.CreateFileW, [](const wchar_t* ruta, DWORD a, DWORD c, SECURITY_ATTRIBUTES* s,
                                          DWORD d2, DWORD i, HANDLE p) WINAPI {
             acceso = a, compartir = c, disposicion = d2, indicadores = i;
             return ::CreateFileW(ruta, a, c, s, d2, i, p);
@@ -364,7 +364,7 @@ TEST(existencia, bajo_fallos_se_contesta_que_no_y_nada_queda_abierto) {
     con_cada_fallo(
         sin_preparar, [&] { respuesta = cdir_se_puede_leer_UNICODE(ruta.c_str()); }, comprueba);
     con_cada_fallo(
-        sin_preparar, [&] { respuesta = lumodir::es_fichero_de_solo_lectura(ruta.c_str()); }, comprueba);
+        sin_preparar, [&] { respuesta = interno::es_fichero_de_solo_lectura(ruta.c_str()); }, comprueba);
     con_cada_fallo(
         sin_preparar, [&] { respuesta = cdir_es_directorio_u(d.dir.ruta_w("sub").c_str()); }, comprueba);
     unsigned long codigo = 0;
@@ -378,9 +378,9 @@ TEST(existencia, bajo_fallos_se_contesta_que_no_y_nada_queda_abierto) {
 
 namespace {
 
-const char* nombre_de(lumodir::existencia::estado estado) {
-    return estado == lumodir::existencia::estado::hay     ? "there"
-           : estado == lumodir::existencia::estado::falta ? "missing"
+const char* nombre_de(interno::existencia::estado estado) {
+    return estado == interno::existencia::estado::hay     ? "there"
+           : estado == interno::existencia::estado::falta ? "missing"
                                                           : "not known";
 }
 
@@ -409,8 +409,8 @@ TEST(existencia, que_codigos_dicen_que_falta) {
         static DWORD de_la_busqueda;
         codigo = c.codigo;
         de_la_busqueda = c.de_la_busqueda;
-        const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> atributos(
-            lumodir::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
+        const sustituye<decltype(interno::sistema.GetFileAttributesW)> atributos(
+            interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
                 ::SetLastError(codigo);
                 return DWORD{INVALID_FILE_ATTRIBUTES};
             });
@@ -418,7 +418,7 @@ TEST(existencia, que_codigos_dicen_que_falta) {
         if (de_la_busqueda != 0) {
             f.falla_siempre("FindFirstFileExW", de_la_busqueda);
         }
-        const lumodir::existencia que_hay = lumodir::i_existencia(dir.ruta_w("\u00f1.txt").c_str());
+        const interno::existencia que_hay = interno::i_existencia(dir.ruta_w("\u00f1.txt").c_str());
         EXPECT_STREQ(nombre_de(que_hay.cual), c.espera);
         EXPECT_EQ(que_hay.codigo, c.codigo_final);
         EXPECT_EQ(que_hay.es_de_solo_lectura(), que_hay.hay());
@@ -429,7 +429,7 @@ TEST(existencia, que_codigos_dicen_que_falta) {
         EXPECT_EQ(cdir_existe_fichero_UNICODE(dir.ruta_w("\u00f1.txt").c_str()), hay);
         EXPECT_EQ(cdir_existe_fichero(dir.ruta_a("\u00f1.txt").c_str()), hay);
         EXPECT_EQ(cdir_existe_directorio(dir.ruta_a("\u00f1.txt").c_str()), hay);
-        EXPECT_EQ(lumodir::es_fichero_de_solo_lectura(dir.ruta_w("\u00f1.txt").c_str()), hay);
+        EXPECT_EQ(interno::es_fichero_de_solo_lectura(dir.ruta_w("\u00f1.txt").c_str()), hay);
         EXPECT_EQ(cdir_es_directorio_u(dir.ruta_w("\u00f1.txt").c_str()), 0);
     }
 }
@@ -440,14 +440,14 @@ TEST(existencia, lo_que_no_tiene_entrada_no_se_busca) {
     f.falla_siempre("GetFileAttributesW", ERROR_ACCESS_DENIED);
     for (const char* ruta : {"C:\\", "C:", "\\\\s\\r", "\\\\s\\r\\", "//s/r", "\\\\?\\C:\\",
                              "\\\\?\\UNC\\s\\r\\", "\\\\.\\C:", "C:\\d\\*", "C:\\d\\a?", ""}) {
-        const lumodir::existencia que_hay = lumodir::i_existencia(w(ruta).c_str());
+        const interno::existencia que_hay = interno::i_existencia(w(ruta).c_str());
         EXPECT_STREQ(nombre_de(que_hay.cual), "not known") << ruta;
         EXPECT_EQ(que_hay.codigo, DWORD{ERROR_ACCESS_DENIED}) << ruta;
     }
     EXPECT_EQ(f.cuenta("FindFirstFileExW"), 0u);
     // A final separator is no part of the name.
     const directorio_temporal dir;
-    EXPECT_TRUE(lumodir::i_existencia((dir.ruta_w() + L"\\/").c_str()).es_directorio());
+    EXPECT_TRUE(interno::i_existencia((dir.ruta_w() + L"\\/").c_str()).es_directorio());
     EXPECT_EQ(f.rutas("FindFirstFileExW"), std::vector<std::string>{dir.ruta()});
 }
 
@@ -457,8 +457,8 @@ TEST(existencia, la_prueba_de_lectura_mira_y_abre_el_mismo_fichero) {
     dir.directorio("otro\\f.txt");
     static texto_w otro;
     otro = dir.ruta_w("otro");
-    const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> cambia(
-        lumodir::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
+    const sustituye<decltype(interno::sistema.GetFileAttributesW)> cambia(
+        interno::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
             const DWORD atributos = ::GetFileAttributesW(ruta);
             ::SetCurrentDirectoryW(otro.c_str());
             return atributos;

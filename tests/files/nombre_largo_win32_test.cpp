@@ -9,7 +9,7 @@
 #include "files/programa.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

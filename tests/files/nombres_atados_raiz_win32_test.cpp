@@ -101,12 +101,12 @@ TEST(nombres_atados, un_directorio_de_la_unidad_no_es_una_unidad) {
 // Windows takes such a root itself away, where a root goes; Wine would come to what it points to: there it stays too.
 TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     const lado_unix u;
     if (!u.hay()) {
         GTEST_SKIP() << "no Unix side here to make links with";
     }
-    const bool se_va = !lumodir::sistema.sigue_enlaces();
+    const bool se_va = !interno::sistema.sigue_enlaces();
     const char* const enlaces =
         "[ -L l ] || ln -s lleno l; [ -L lv ] || ln -s vacio lv; [ -L lp ] || ln -s puntos lp;"
         "[ -L yo ] || ln -s . yo; [ -L doble ] || ln -s l doble";
@@ -144,7 +144,7 @@ TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
 
 TEST(nombres_atados, una_raiz_que_otro_tiene_sin_compartir_se_dice) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     const directorio_temporal d;
     siembra(d);
     const lista antes = d.arbol();
@@ -172,7 +172,7 @@ TEST(nombres_atados, una_raiz_que_otro_tiene_sin_compartir_se_dice) {
 
 TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     // Whoever shares all but deletion lets the files go; the directory stays.
     for (const DWORD compartir : {DWORD{0}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
         const bool se_entra = compartir != 0;
@@ -221,7 +221,7 @@ TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
 // The name that is looked at is the one that is walked, or none is.
 TEST(nombres_atados, una_raiz_que_acaba_en_blanco_o_punto) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     for (const char* raiz : {"t ", "t..", "t. ", "t  \\"}) {
         for (const forma_de_borrar& f : formas_de_borrar) {
             const std::string de = std::string(f.nombre) + " of '" + raiz + "'";
@@ -249,7 +249,7 @@ TEST(nombres_atados, una_raiz_que_acaba_en_blanco_o_punto) {
 // Whatever call fails: "every file went" is said only when it did.
 TEST(nombres_atados, lo_que_se_contesta_es_verdad_falle_lo_que_falle) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     const directorio_temporal d;
     constexpr unsigned max_llamadas = 500;
     for (const forma_de_borrar& f : formas_de_borrar) {
@@ -417,28 +417,28 @@ TEST(nombres_atados, la_subida_no_quita_enlaces_ni_su_destino) {
 // keeps its attributes.
 TEST(nombres_atados, una_marca_no_cambia_detras_de_un_enlace_que_ya_no_esta) {
     const lado_unix u;
-    if (!u.hay() || !lumodir::sistema.sigue_enlaces()) {
+    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
         GTEST_SKIP() << "links are not followed here";
     }
     u.corre(
         "mkdir fuera t t/d otro; echo x >fuera/f; chmod 444 fuera/f; echo y >t/d/f\n"
         "ln -s \"$PWD/fuera/f\" otro/f; mv t/d aparte; mv otro t/d");
     const texto_w dada = u.d.ruta_w("t");
-    const lumodir::ruta_fijada ruta(dada.c_str());
-    lumodir::trato_con_volumen trato;
-    lumodir::directorio_abierto raiz;
+    const interno::ruta_fijada ruta(dada.c_str());
+    interno::trato_con_volumen trato;
+    interno::directorio_abierto raiz;
     ASSERT_EQ(raiz.abre(ruta, trato), DWORD{ERROR_SUCCESS});
-    const auto lee = [](lumodir::directorio_abierto& directorio, const wchar_t* nombre) {
-        lumodir::lector_de_directorio lector(directorio);
-        lumodir::entrada_leida e = {};
+    const auto lee = [](interno::directorio_abierto& directorio, const wchar_t* nombre) {
+        interno::lector_de_directorio lector(directorio);
+        interno::entrada_leida e = {};
         while (lector.siguiente(&e) && e.nombre != nombre) {
         }
         e.nombre = nombre;
         return e;
     };
-    lumodir::directorio_abierto hijo;
+    interno::directorio_abierto hijo;
     ASSERT_EQ(hijo.abre(raiz, lee(raiz, L"d")), DWORD{ERROR_SUCCESS});
-    const lumodir::entrada_leida f = lee(hijo, L"f");
+    const interno::entrada_leida f = lee(hijo, L"f");
     u.corre("mv t/d otro; mv aparte t/d");
     EXPECT_EQ(hijo.pon_atributos(f, FILE_ATTRIBUTE_NORMAL), DWORD{ERROR_CANT_ACCESS_FILE});
     EXPECT_EQ(u.corre("stat -c %a fuera/f"), "444\n");

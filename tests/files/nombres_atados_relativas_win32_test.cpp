@@ -481,7 +481,7 @@ TEST(nombres_atados, el_anfitrion_cambia_de_directorio_mientras_se_reintenta) {
     const directorio_temporal a;
     const directorio_temporal b;
     const directorio_actual_restaurado restaura;
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     siembra(b);
     const lista otro = estado(b);
     std::size_t turno = 0;

@@ -34,7 +34,7 @@ struct fila {
 
 // Whether a case can be; says so where not.
 bool puede_ser(const fila& caso) {
-    const bool puede = caso.no_en_windows == nullptr || lumodir::sistema.sigue_enlaces();
+    const bool puede = caso.no_en_windows == nullptr || interno::sistema.sigue_enlaces();
     if (!puede) {
         std::cout << "passed over, " << caso.nombre << ": " << caso.no_en_windows << "\n";
     }
@@ -160,7 +160,7 @@ bool esta_en(const lista& nombres, const std::string& nombre) {
 
 // What a form leaves of a tree (lines of the census).
 lista lo_que_queda(const forma_de_borrar& f, const fila& caso, const lista& antes) {
-    const bool enlaces_se_van = !lumodir::sistema.sigue_enlaces();
+    const bool enlaces_se_van = !interno::sistema.sigue_enlaces();
     lista quedan;
     for (const std::string& linea : antes) {
         const std::string ruta = linea.substr(2);
@@ -250,8 +250,8 @@ listado lista_el_arbol(const std::string& raiz, bool todos) {
 
 TEST(nombres_raros, los_arboles_se_borran_enteros_y_nada_de_fuera) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
-    const bool enlaces_se_van = !lumodir::sistema.sigue_enlaces();
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const bool enlaces_se_van = !interno::sistema.sigue_enlaces();
     for (const fila& caso : filas) {
         if (!puede_ser(caso)) {
             continue;
@@ -328,7 +328,7 @@ TEST(nombres_raros, una_pasada_nombra_lo_que_queda) {
         const lado_unix u;
         SIN_LADO_UNIX_NO(u);
         u.corre(fuera + std::string("mkdir t; cd t\n") + caso.guion);
-        const bool enlaces_se_van = !lumodir::sistema.sigue_enlaces();
+        const bool enlaces_se_van = !interno::sistema.sigue_enlaces();
         lista esperada;
         for (const std::string& ruta : enlaces_se_van ? lista{} : caso.sin_borrar) {
             esperada.push_back(u.d.ruta("t\\" + ruta));
@@ -522,8 +522,8 @@ TEST(nombres_raros, doscientos_niveles) {
 // links lead to, stay.
 TEST(nombres_raros, debajo_de_un_directorio_que_acaba_en_blanco_o_punto) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
-    const bool enlaces_se_van = !lumodir::sistema.sigue_enlaces();
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const bool enlaces_se_van = !interno::sistema.sigue_enlaces();
     const char* const guion =
         "mkdir -p t/s t/'v. ' fuera; echo 1 >fuera/f; : >t/f; : >'t/f '; : >t/s/g.; : >t/'v. '/h; ln -s "
         "fuera l\n";
@@ -601,7 +601,7 @@ TEST(nombres_raros, mil_niveles) {
 // listed, all of which has gone.
 TEST(nombres_raros, mas_hondo_de_lo_que_alcanza_el_sistema) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(lumodir::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
     const lado_unix u;
     SIN_LADO_UNIX_NO(u);
     // PATH_MAX, less one level and what another way to the tree may make of it.
@@ -617,7 +617,7 @@ TEST(nombres_raros, mas_hondo_de_lo_que_alcanza_el_sistema) {
         const unsigned short contestado = f.borra(u.d.ruta("t"));
         EXPECT_EQ(libro.manijas_abiertas(), 0u) << f.nombre;
         const std::size_t quedan = u.censo("t").size();
-        const bool se_cree_lo_listado = !lumodir::sistema.sigue_enlaces();
+        const bool se_cree_lo_listado = !interno::sistema.sigue_enlaces();
         if (se_cree_lo_listado && quedan != 0) {
             const std::string cerca =
                 u.corre("find \"$PWD/t\" -type f | awk '{ print length }' | sort -n | head -n 1");
@@ -698,7 +698,7 @@ TEST(nombres_raros, por_filtro_se_borra_la_entrada_que_se_encontro) {
                 EXPECT_EQ(libro.manijas_abiertas(), 0u);
             }
             lista queda = caso.queda;
-            if (lumodir::sistema.sigue_enlaces()) {
+            if (interno::sistema.sigue_enlaces()) {
                 queda.insert(queda.end(), caso.enlaces.begin(), caso.enlaces.end());
             }
             EXPECT_EQ(u.censo("t"), queda);

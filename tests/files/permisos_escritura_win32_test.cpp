@@ -19,7 +19,7 @@ using lista = std::vector<std::string>;
 constexpr const char* sin_permiso = "The file does not have write permission.";
 
 std::string texto_de_codigo(DWORD codigo) {
-    return u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 std::string no_se_crea(const std::string& directorio) {
     return "Cannot create the directory '" + directorio + "'";
@@ -125,7 +125,7 @@ TEST(permisos_escritura, se_abre_a_solas_y_se_cierra) {
     dir.fichero("f.txt");
     static DWORD acceso, compartir, disposicion, indicadores;
     const sustituye<decltype(&::CreateFileW)> espia(
-        lumodir::sistema.CreateFileW,
+        interno::sistema.CreateFileW,
         [](const wchar_t* ruta, DWORD a, DWORD c, SECURITY_ATTRIBUTES* s, DWORD d, DWORD i, HANDLE p) WINAPI {
             acceso = a, compartir = c, disposicion = d, indicadores = i;
             return ::CreateFileW(ruta, a, c, s, d, i, p);
@@ -187,8 +187,8 @@ TEST(permisos_escritura, un_fichero_que_estaba_no_se_borra_falle_lo_que_falle) {
         for (const bool ocho : {false, true}) {
             fallos f;
             f.falla_siempre("CreateFileW", codigo);
-            const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> atributos(
-                lumodir::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
+            const sustituye<decltype(interno::sistema.GetFileAttributesW)> atributos(
+                interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
                     ::SetLastError(ERROR_FILE_NOT_FOUND);
                     return DWORD{INVALID_FILE_ATTRIBUTES};
                 });
@@ -228,8 +228,8 @@ TEST(permisos_escritura, por_su_nombre_solo_se_borra_lo_que_se_creo) {
         fallos f;
         f.falla_siempre("SetFileInformationByHandle", ERROR_ACCESS_DENIED);
         cuantas = se_sabe ? 1 : 0;
-        const sustituye<decltype(lumodir::sistema.numero_de_fichero)> numeros(
-            lumodir::sistema.numero_de_fichero, [](HANDLE, unsigned long long* numero) WINAPI {
+        const sustituye<decltype(interno::sistema.numero_de_fichero)> numeros(
+            interno::sistema.numero_de_fichero, [](HANDLE, unsigned long long* numero) WINAPI {
                 *numero = cuantas == 0 ? 0 : cuantas++;
                 return TRUE;
             });
@@ -247,8 +247,8 @@ TEST(permisos_escritura, la_prueba_mira_crea_y_borra_en_el_mismo_sitio) {
     dir.fichero("otro\\f.txt", "intacto");
     static texto_w otro;
     otro = dir.ruta_w("otro");
-    const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> cambia(
-        lumodir::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
+    const sustituye<decltype(interno::sistema.GetFileAttributesW)> cambia(
+        interno::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
             const DWORD atributos = ::GetFileAttributesW(ruta);
             const DWORD codigo = ::GetLastError();
             ::SetCurrentDirectoryW(otro.c_str());
@@ -440,7 +440,7 @@ TEST(permisos_escritura, la_sonda_lleva_el_numero_del_proceso) {
     EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
     EXPECT_EQ(cdir_se_puede_escribir_fichero_en_directorio(dir.ruta_w("a\\x.txt").c_str(), nullptr), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), (lista{sonda, sonda}));
-    EXPECT_EQ(lumodir::prueba_escritura_en_directorio(dir.ruta_w("a").c_str()), 1);
+    EXPECT_EQ(interno::prueba_escritura_en_directorio(dir.ruta_w("a").c_str()), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), (lista{sonda, sonda, sonda}));
     EXPECT_EQ(f.cuenta("SetFileInformationByHandle"), 3u);
     EXPECT_EQ(dir.arbol(), lista{"a\\"});
@@ -527,8 +527,8 @@ TEST(permisos_escritura, sin_directorio_la_sonda_va_al_actual_y_nunca_a_la_raiz)
     EXPECT_EQ(escribir_fichero_en("x.txt"), si);
     EXPECT_EQ(escribir_en(unidad), si);
     EXPECT_EQ(f.rutas("CreateFileW"), lista(4, dir.ruta(nombre_de_sonda())));
-    EXPECT_EQ(lumodir::prueba_escritura_en_directorio(L""), 1);
-    EXPECT_EQ(lumodir::prueba_escritura_en_directorio(w(unidad).c_str()), 1);
+    EXPECT_EQ(interno::prueba_escritura_en_directorio(L""), 1);
+    EXPECT_EQ(interno::prueba_escritura_en_directorio(w(unidad).c_str()), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), lista(6, dir.ruta(nombre_de_sonda())));
     EXPECT_EQ(dir.arbol(), lista{});
 }

@@ -14,7 +14,7 @@
 #include "lumodir.h"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

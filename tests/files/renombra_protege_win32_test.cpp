@@ -21,7 +21,7 @@ namespace {
 using lista = std::vector<std::string>;
 
 std::string texto_de_codigo(DWORD codigo) {
-    return u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 // The renamings and the move, as one: the answer is 1, 0, or 2 where there is none.
@@ -238,8 +238,6 @@ TEST(renombra_protege, null_se_informa_y_no_se_toca_nada) {
     ESPERA_INFORMES("(nombre) != NULL");
     lumodir_desprotege_fichero_si_existe(nullptr);
     ESPERA_INFORMES("(nombre) != NULL");
-    EXPECT_EQ(lumodir::i_cambia_proteccion(nullptr, lumodir::modo_lectura, 1), 0);
-    ESPERA_INFORMES("(nomfich) != NULL");
     EXPECT_EQ(f.llamadas(), 0u);
     EXPECT_EQ(dir.arbol(), antes);
 }
@@ -248,12 +246,12 @@ TEST(renombra_protege, mover_es_una_llamada_sin_indicadores) {
     static std::vector<DWORD> indicadores;
     indicadores.clear();
     const sustituye<decltype(&::MoveFileExW)> espia(
-        lumodir::sistema.MoveFileExW, [](const wchar_t*, const wchar_t*, DWORD i) WINAPI -> BOOL {
+        interno::sistema.MoveFileExW, [](const wchar_t*, const wchar_t*, DWORD i) WINAPI -> BOOL {
             indicadores.push_back(i);
             ::SetLastError(ERROR_ACCESS_DENIED);
             return FALSE;
         });
-    const sustituye<BOOL(WINAPI*)()> sin_enlaces(lumodir::sistema.sigue_enlaces,
+    const sustituye<BOOL(WINAPI*)()> sin_enlaces(interno::sistema.sigue_enlaces,
                                                  []() WINAPI { return BOOL{FALSE}; });
     EXPECT_EQ(cdir_mueve_fichero(L"a", L"b"), 0);
     EXPECT_EQ(indicadores, std::vector<DWORD>{0});
@@ -262,7 +260,7 @@ TEST(renombra_protege, mover_es_una_llamada_sin_indicadores) {
 
 TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_se_queda_donde_esta) {
     const lado_unix u;
-    if (!u.hay() || !lumodir::sistema.sigue_enlaces()) {
+    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
         GTEST_SKIP() << "links are not followed here";
     }
     buclrein_establece_politica(0, 0);
@@ -356,7 +354,7 @@ TEST(renombra_protege, proteger_lo_que_falta_se_reintenta_y_se_pregunta) {
     lumodir_desprotege_fichero_si_existe(cp1252(falta).c_str());
     EXPECT_TRUE(toma_esperas().empty());
     // Without report: the retries, and silence.
-    EXPECT_EQ(lumodir::i_cambia_proteccion(w(falta).c_str(), lumodir::modo_escritura, 0), 0);
+    EXPECT_EQ(interno::i_cambia_proteccion(w(falta).c_str(), interno::modo_escritura, 0), 0);
     EXPECT_EQ(toma_esperas().size(), 5u);
 }
 
@@ -364,16 +362,16 @@ TEST(renombra_protege, otro_modo_se_informa_y_se_sigue) {
     const directorio_temporal dir;
     dir.fichero("f.txt", "x", FILE_ATTRIBUTE_READONLY);
     const texto_w ruta = dir.ruta_w("f.txt");
-    EXPECT_EQ(lumodir::i_cambia_proteccion(ruta.c_str(), lumodir::modo_lectura | lumodir::modo_escritura, 1),
+    EXPECT_EQ(interno::i_cambia_proteccion(ruta.c_str(), interno::modo_lectura | interno::modo_escritura, 1),
               1);
     const std::vector<informe> informes = toma_informes();
     ASSERT_EQ(informes.size(), 1u);
     EXPECT_EQ(informes[0].expresion, "mode == _S_IREAD || mode == _S_IWRITE");
     EXPECT_EQ(informes[0].detalle, dir.ruta("f.txt"));
     EXPECT_FALSE(dir.es_de_solo_lectura("f.txt"));  // a mode with writing in it allows writing
-    EXPECT_EQ(lumodir::i_cambia_proteccion(ruta.c_str(), lumodir::modo_lectura, 1), 1);
+    EXPECT_EQ(interno::i_cambia_proteccion(ruta.c_str(), interno::modo_lectura, 1), 1);
     EXPECT_TRUE(dir.es_de_solo_lectura("f.txt"));
-    EXPECT_EQ(lumodir::i_cambia_proteccion(ruta.c_str(), lumodir::modo_escritura, 1), 1);
+    EXPECT_EQ(interno::i_cambia_proteccion(ruta.c_str(), interno::modo_escritura, 1), 1);
     EXPECT_FALSE(dir.es_de_solo_lectura("f.txt"));
 }
 
@@ -427,8 +425,8 @@ TEST(renombra_protege, bajo_fallos_la_proteccion_se_reintenta) {
                 dir.fichero("f.txt", "x", FILE_ATTRIBUTE_HIDDEN | (protege ? 0 : FILE_ATTRIBUTE_READONLY));
             },
             [&] {
-                respuesta = lumodir::i_cambia_proteccion(
-                    dir.ruta_w("f.txt").c_str(), protege ? lumodir::modo_lectura : lumodir::modo_escritura,
+                respuesta = interno::i_cambia_proteccion(
+                    dir.ruta_w("f.txt").c_str(), protege ? interno::modo_lectura : interno::modo_escritura,
                     1);
             },
             [&](const ronda& r) {
@@ -487,8 +485,8 @@ TEST(renombra_protege, se_desprotege_el_fichero_que_se_vio) {
     dir.fichero("otro\\a.txt", "otro", FILE_ATTRIBUTE_READONLY);
     static texto_w otro;
     otro = dir.ruta_w("otro");
-    const sustituye<decltype(lumodir::sistema.GetFileAttributesW)> cambia(
-        lumodir::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
+    const sustituye<decltype(interno::sistema.GetFileAttributesW)> cambia(
+        interno::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
             const DWORD atributos = ::GetFileAttributesW(ruta);
             ::SetCurrentDirectoryW(otro.c_str());
             return atributos;

@@ -83,10 +83,10 @@ private:
         return ERROR_SUCCESS;
     }
 
-    sustituye<decltype(lumodir::sistema.RegOpenKeyExW)> abre_{lumodir::sistema.RegOpenKeyExW, i_abre};
-    sustituye<decltype(lumodir::sistema.RegQueryInfoKeyW)> cuenta_{lumodir::sistema.RegQueryInfoKeyW,
+    sustituye<decltype(interno::sistema.RegOpenKeyExW)> abre_{interno::sistema.RegOpenKeyExW, i_abre};
+    sustituye<decltype(interno::sistema.RegQueryInfoKeyW)> cuenta_{interno::sistema.RegQueryInfoKeyW,
                                                                    i_cuenta};
-    sustituye<decltype(lumodir::sistema.RegQueryValueExW)> lee_{lumodir::sistema.RegQueryValueExW, i_lee};
+    sustituye<decltype(interno::sistema.RegQueryValueExW)> lee_{interno::sistema.RegQueryValueExW, i_lee};
 };
 
 inline std::string directorio_temporal_de_la_biblioteca() {
@@ -136,7 +136,7 @@ inline std::string detalle(const std::string& directorio, const std::string& err
 
 // What was asked of the system's naming: "directory|prefix".
 inline textos g_peticiones;
-inline lumodir::tabla_sistema g_real;
+inline interno::tabla_sistema g_real;
 inline DWORD g_codigo = 0;
 inline unsigned g_falla_las_primeras = 0;
 inline UINT WINAPI nombra_fallando(const wchar_t* directorio, const wchar_t* prefijo, UINT unico_pedido,
@@ -154,7 +154,7 @@ inline UINT WINAPI nombra_fallando(const wchar_t* directorio, const wchar_t* pre
 class nombres_que_fallan {
 public:
     explicit nombres_que_fallan(unsigned cuantas, DWORD codigo) {
-        g_real = lumodir::sistema;
+        g_real = interno::sistema;
         g_real.GetTempFileNameW = antes_;
         g_peticiones.clear();
         g_falla_las_primeras = cuantas;
@@ -162,8 +162,8 @@ public:
     }
 
 private:
-    decltype(lumodir::sistema.GetTempFileNameW) antes_ = lumodir::sistema.GetTempFileNameW;
-    sustituye<decltype(lumodir::sistema.GetTempFileNameW)> nombra_{lumodir::sistema.GetTempFileNameW,
+    decltype(interno::sistema.GetTempFileNameW) antes_ = interno::sistema.GetTempFileNameW;
+    sustituye<decltype(interno::sistema.GetTempFileNameW)> nombra_{interno::sistema.GetTempFileNameW,
                                                                    nombra_fallando};
 };
 

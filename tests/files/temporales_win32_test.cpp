@@ -5,7 +5,7 @@
 #include "temporales_de_prueba.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 // ---- the temporary directory
 

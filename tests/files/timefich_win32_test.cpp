@@ -12,10 +12,10 @@
 #include "lumodir.h"
 
 using namespace apoyo;
-using lumodir::i_filetime;
-using lumodir::i_intervalos;
-using lumodir::i_lee_fechas;
-using lumodir::sistema;
+using interno::i_filetime;
+using interno::i_intervalos;
+using interno::i_lee_fechas;
+using interno::sistema;
 
 namespace {
 
@@ -155,7 +155,7 @@ std::string mensaje_158391(const std::string& ruta) {
 }
 std::string pregunta_158391(const std::string& ruta, DWORD codigo) {
     return mensaje_158391(ruta) + "\n" +
-           u8(lumodir::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+           u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 const papel sujeta_fichero("sujeta_fichero", [] {

@@ -8,7 +8,7 @@
 #include "temporales_de_prueba.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 // ---- unique files with an extension
 

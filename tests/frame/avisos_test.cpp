@@ -9,7 +9,7 @@
 #include "lumodir.h"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 TEST(avisos, un_mensaje_sin_argumento_se_muestra_como_es) {
     i_muestra_mensaje(i_msg_53958_unidad_debe_ser_letra);

@@ -23,7 +23,7 @@
 
 namespace {
 
-using namespace lumodir;
+using namespace interno;
 
 std::u16string a_u16(const wchar_t* texto) {
     std::u16string copia;

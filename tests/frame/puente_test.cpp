@@ -5,7 +5,7 @@
 #include "companions/lumospy.h"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

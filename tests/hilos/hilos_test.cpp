@@ -33,8 +33,8 @@ using apoyo::texto_a;
 using apoyo::texto_w;
 using apoyo::toma;
 using apoyo::u8;
-using lumodir::vista_a;
-using lumodir::vista_w;
+using interno::vista_a;
+using interno::vista_w;
 
 namespace {
 
@@ -107,10 +107,11 @@ void juzga(const textos& t) {
     anota(cdir_nombre_base_valido_UNICODE(nombre.data()));
     anota(cdir_nombre_base_valido(t.nombre.c_str()));
     anota(cdir_nombre_fichero_valido(nombre.data()));
-    unsigned short es_unc = 0;
-    anota(lumodir::i_path_correcto_con_comodines(path_a, &es_unc));
-    anota(lumodir::i_path_correcto_con_comodines_UNICODE(vista_w(path), &es_unc));
-    anota(es_unc);
+    for (const interno::veredicto& juicio : {interno::i_path_correcto_con_comodines(path_a),
+                                             interno::i_path_correcto_con_comodines_UNICODE(vista_w(path))}) {
+        anota(juicio.correcto);
+        anota(juicio.es_unc);
+    }
 }
 
 template <class C>
@@ -247,18 +248,18 @@ void llena_listas(const textos& t) {
 
 void filtra(const textos& t) {
     const texto_w nombre = apoyo::w(t.nombre);
-    anota(lumodir::i_cumple_filtro<wchar_t>(vista_w(nombre), L"*.t?t") ? 1 : 0);
-    anota(lumodir::i_cumple_filtro<char>(t.nombre, " n*") ? 1 : 0);
-    anota(lumodir::filtro_extension(L"t?t").admite(vista_w(nombre)) ? 1 : 0);
-    lumodir::i_para_cada_trozo(vista_w(nombre), [](vista_w trozo) { anota(u8(trozo)); });
+    anota(interno::i_cumple_filtro<wchar_t>(vista_w(nombre), L"*.t?t") ? 1 : 0);
+    anota(interno::i_cumple_filtro<char>(t.nombre, " n*") ? 1 : 0);
+    anota(interno::filtro_extension(L"t?t").admite(vista_w(nombre)) ? 1 : 0);
+    interno::i_para_cada_trozo(vista_w(nombre), [](vista_w trozo) { anota(u8(trozo)); });
 }
 
 void muestra_mensajes(const textos& t) {
     anota(msglocal_dame_idioma());
-    for (const lumodir::entrada_catalogo& mensaje : lumodir::catalogo) {
-        anota(u8(lumodir::i_mensaje(mensaje.construye, {vista_w(apoyo::w(t.letra)), 7}).ver()));
+    for (const interno::entrada_catalogo& mensaje : interno::catalogo) {
+        anota(u8(interno::i_mensaje(mensaje.construye, {vista_w(apoyo::w(t.letra)), 7}).ver()));
     }
-    lumodir::i_muestra_mensaje(lumodir::i_msg_53955_fichero_no_correcto, vista_w(apoyo::w(t.path)));
+    interno::i_muestra_mensaje(interno::i_msg_53955_fichero_no_correcto, vista_w(apoyo::w(t.path)));
 }
 
 // Everything once; what came of it.
@@ -289,7 +290,7 @@ TEST(hilos, cada_uno_obtiene_lo_que_obtiene_solo) {
     error_interno_establece_receptor(recibe_informe, nullptr);
     lmaviso_establece_receptor(recibe_aviso, nullptr);
     const unsigned long long vivos = lumospy_bloques_vivos();
-    const unsigned long long internos = lumodir::i_bloques_internos_vivos();
+    const unsigned long long internos = interno::i_bloques_internos_vivos();
     std::vector<std::string> solos;
     for (unsigned i = 0; i < hilos; ++i) {
         solos.push_back(ronda(i));
@@ -306,7 +307,7 @@ TEST(hilos, cada_uno_obtiene_lo_que_obtiene_solo) {
         EXPECT_EQ(distintas[i], 0u) << "thread " << i;
     }
     EXPECT_EQ(lumospy_bloques_vivos(), vivos);
-    EXPECT_EQ(lumodir::i_bloques_internos_vivos(), internos);
+    EXPECT_EQ(interno::i_bloques_internos_vivos(), internos);
 }
 
 // Blocks that one thread makes and another one frees: the census forgets none.

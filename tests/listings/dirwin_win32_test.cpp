@@ -7,6 +7,7 @@
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/paginas.hpp"
+#include "companions/directorio_abierto.hpp"
 #include "companions/lumospy.h"
 #include "companions/plataforma.hpp"
 #include "modelos/filtro.hpp"
@@ -52,7 +53,7 @@ nombres ordenados(nombres n) {
 
 // All entries of a pattern, in their order, through the exported functions of a flavour.
 template <class C>
-nombres recorre(const std::basic_string<C, lumodir::rasgos<C>>& patron) {
+nombres recorre(const std::basic_string<C, interno::rasgos<C>>& patron) {
     const auto vivos = lumospy_bloques_vivos();
     auto* d = crea(patron);
     EXPECT_NE(d, nullptr);
@@ -60,7 +61,7 @@ nombres recorre(const std::basic_string<C, lumodir::rasgos<C>>& patron) {
     EXPECT_EQ(lumospy_bloques_vivos() - vivos, d->con_filtro_propio == 1 ? 2u : 1u)
         << "record and own filter";
     nombres todos;
-    lumodir::entrada<C> e = {};
+    interno::entrada<C> e = {};
     while (siguiente(d, &e) == 1) {
         todos.push_back(nombre_de(e));
     }
@@ -72,9 +73,9 @@ nombres recorre(const std::basic_string<C, lumodir::rasgos<C>>& patron) {
 
 // The same through the walker that the library itself uses.
 template <class C>
-nombres recorre_por_dentro(const std::basic_string<C, lumodir::rasgos<C>>& patron, lumodir::detalle cuanto) {
+nombres recorre_por_dentro(const std::basic_string<C, interno::rasgos<C>>& patron, interno::detalle cuanto) {
     nombres todos;
-    lumodir::enumerador<C> entradas(patron.c_str(), cuanto);
+    interno::enumerador<C> entradas(patron.c_str(), cuanto);
     while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
         todos.push_back(nombre_de(*e));
     }
@@ -85,10 +86,10 @@ nombres recorre_por_dentro(const std::basic_string<C, lumodir::rasgos<C>>& patro
 // Names that a pattern gives in both flavours, and inside the library.
 nombres entradas(const texto_w& patron) {
     const nombres anchas = recorre<wchar_t>(patron);
-    EXPECT_EQ(recorre<char>(cp1252(u8(lumodir::vista_w(patron)))), anchas) << "the flavours differ";
-    EXPECT_EQ(recorre_por_dentro<wchar_t>(patron, lumodir::detalle::todo), anchas);
-    EXPECT_EQ(recorre_por_dentro<wchar_t>(patron, lumodir::detalle::sin_nombre_corto), anchas);
-    EXPECT_EQ(recorre_por_dentro<char>(cp1252(u8(lumodir::vista_w(patron))), lumodir::detalle::todo), anchas);
+    EXPECT_EQ(recorre<char>(cp1252(u8(interno::vista_w(patron)))), anchas) << "the flavours differ";
+    EXPECT_EQ(recorre_por_dentro<wchar_t>(patron, interno::detalle::todo), anchas);
+    EXPECT_EQ(recorre_por_dentro<wchar_t>(patron, interno::detalle::sin_nombre_corto), anchas);
+    EXPECT_EQ(recorre_por_dentro<char>(cp1252(u8(interno::vista_w(patron))), interno::detalle::todo), anchas);
     return ordenados(anchas);
 }
 
@@ -157,9 +158,9 @@ TEST(dirwin, sin_resultados_recorre_el_directorio_con_su_filtro) {
     EXPECT_STREQ(corta->filtro_propio, "*.PNG");
     dirwin_destruye(&corta);
 
-    lumodir::enumerador<wchar_t> con(d.ruta_w("*.png").c_str());
+    interno::enumerador<wchar_t> con(d.ruta_w("*.png").c_str());
     EXPECT_TRUE(con.con_filtro_propio());
-    lumodir::enumerador<wchar_t> sin(d.ruta_w("*.dat").c_str());
+    interno::enumerador<wchar_t> sin(d.ruta_w("*.dat").c_str());
     EXPECT_FALSE(sin.con_filtro_propio());
 }
 
@@ -228,7 +229,7 @@ TEST(dirwin, las_dos_busquedas_miran_en_el_mismo_directorio) {
     g_otro_directorio = d.ruta_w("otro");
     const std::string unidad = d.ruta().substr(0, 2);
     const std::string sin_unidad = d.ruta("uno").substr(2);
-    const sustituye<decltype(lumodir::sistema.FindFirstFileExW)> cambia(lumodir::sistema.FindFirstFileExW,
+    const sustituye<decltype(interno::sistema.FindFirstFileExW)> cambia(interno::sistema.FindFirstFileExW,
                                                                         busca_y_cambia_de_directorio);
     for (const std::string& patron :
          {std::string(".\\leeme"), std::string("sub/leeme"), std::string("sub\\..\\leeme"),
@@ -281,7 +282,7 @@ TEST(dirwin, un_nombre_de_ocho_bits_nunca_es_el_de_otro_fichero) {
 }
 
 TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sale) {
-    const sustituye<unsigned> utf8(lumodir::plataforma::pagina_de_codigos, CP_UTF8);
+    const sustituye<unsigned> utf8(interno::plataforma::pagina_de_codigos, CP_UTF8);
     static const std::string largo = [] {
         std::string texto;
         for (int i = 0; i < 200; ++i) {
@@ -290,8 +291,8 @@ TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sa
         return texto;
     }();
     static bool con_corto;
-    const sustituye<decltype(lumodir::sistema.FindFirstFileExW)> abre(
-        lumodir::sistema.FindFirstFileExW,
+    const sustituye<decltype(interno::sistema.FindFirstFileExW)> abre(
+        interno::sistema.FindFirstFileExW,
         [](LPCWSTR, FINDEX_INFO_LEVELS, LPVOID datos, FINDEX_SEARCH_OPS, LPVOID, DWORD) WINAPI {
             auto* e = static_cast<WIN32_FIND_DATAW*>(datos);
             *e = {};
@@ -300,14 +301,14 @@ TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sa
             return reinterpret_cast<HANDLE>(1);
         });
     static int pasos;
-    const sustituye<decltype(lumodir::sistema.FindNextFileW)> sigue(
-        lumodir::sistema.FindNextFileW, [](HANDLE, LPWIN32_FIND_DATAW e) WINAPI {
+    const sustituye<decltype(interno::sistema.FindNextFileW)> sigue(
+        interno::sistema.FindNextFileW, [](HANDLE, LPWIN32_FIND_DATAW e) WINAPI {
             *e = {};
             lstrcpyW(e->cFileName, ++pasos == 1 ? L"b" : w(largo).c_str());
             ::SetLastError(ERROR_NO_MORE_FILES);
             return BOOL{pasos <= 2};
         });
-    const sustituye<decltype(lumodir::sistema.FindClose)> cierra(lumodir::sistema.FindClose,
+    const sustituye<decltype(interno::sistema.FindClose)> cierra(interno::sistema.FindClose,
                                                                  [](HANDLE) WINAPI { return BOOL{TRUE}; });
     for (const bool hay : {true, false}) {
         con_corto = hay;
@@ -522,7 +523,7 @@ TEST(dirwin, un_fallo_durante_el_filtro_propio_se_informa_una_vez) {
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{"uno"}, {"dos"}};
     falsa.codigo_al_final = 59;
-    EXPECT_EQ(recorre_por_dentro<wchar_t>(L"C:\\d\\*.png", lumodir::detalle::todo), nombres{});
+    EXPECT_EQ(recorre_por_dentro<wchar_t>(L"C:\\d\\*.png", interno::detalle::todo), nombres{});
     std::vector<informe> informes = toma_informes();
     ASSERT_EQ(informes.size(), 2u) << "the end, and the end asked for again";
     EXPECT_EQ(informes[0].detalle, "GetLastError() = 59 [dos]");
@@ -554,7 +555,7 @@ TEST(dirwin, las_preguntas_miran_un_solo_bit) {
     }
 }
 
-TEST(dirwin, que_es_un_enlace_a_directorio) {
+TEST(dirwin, que_es_una_marca_de_enlace) {
     struct fila {
         DWORD atributos;
         DWORD etiqueta;
@@ -568,13 +569,11 @@ TEST(dirwin, que_es_un_enlace_a_directorio) {
         {.atributos = directorio_reparse, .etiqueta = 0x9000001A, .enlace = false},  // cloud storage
         {.atributos = directorio_reparse, .etiqueta = 0x80000013, .enlace = false},  // deduplication
         {.atributos = FILE_ATTRIBUTE_DIRECTORY, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = false},
-        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = false},
+        {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = true},
     };
     for (const fila& f : filas) {
-        WIN32_FIND_DATAW e = {};
-        e.dwFileAttributes = f.atributos;
-        e.dwReserved0 = f.etiqueta;
-        EXPECT_EQ(lumodir::i_es_enlace_a_directorio(e), f.enlace) << f.atributos << ' ' << f.etiqueta;
+        EXPECT_EQ(interno::i_es_marca_de_enlace(f.atributos, f.etiqueta), f.enlace)
+            << f.atributos << ' ' << f.etiqueta;
     }
 }
 
@@ -641,14 +640,14 @@ TEST(dirwin, rutas_mas_largas_que_el_limite_clasico) {
     EXPECT_EQ(ordenados(recorre<wchar_t>(patron)), (nombres{".", "..", "hondo.txt"}));
     EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w(relativa + "\\*.txt"))), nombres{"hondo.txt"});
     EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w(relativa + "\\*.png"))), nombres{});
-    EXPECT_EQ(ordenados(recorre<char>(cp1252(u8(lumodir::vista_w(patron))))),
+    EXPECT_EQ(ordenados(recorre<char>(cp1252(u8(interno::vista_w(patron))))),
               (nombres{".", "..", "hondo.txt"}));
 }
 
 TEST(dirwin, los_listados_internos_no_piden_nombres_cortos) {
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{"uno"}};
-    recorre_por_dentro<wchar_t>(L"C:\\d\\*", lumodir::detalle::sin_nombre_corto);
+    recorre_por_dentro<wchar_t>(L"C:\\d\\*", interno::detalle::sin_nombre_corto);
     EXPECT_EQ(falsa.ultimo_nivel, FindExInfoBasic);
     recorre<wchar_t>(L"C:\\d\\*");
     EXPECT_EQ(falsa.ultimo_nivel, FindExInfoStandard) << "exported entries have their short names";

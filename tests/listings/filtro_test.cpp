@@ -39,8 +39,8 @@ TEST(filtro, coincide_con_el_modelo_en_todos_los_nombres_cortos) {
     for (const std::string& filtro : filtros) {
         const texto_w filtro_w = w(filtro);
         for (std::size_t i = 0; i < nombres.size(); ++i) {
-            const bool corta = lumodir::i_cumple_filtro<char>(nombres[i], filtro);
-            const bool ancha = lumodir::i_cumple_filtro<wchar_t>(nombres_w[i], filtro_w);
+            const bool corta = interno::i_cumple_filtro<char>(nombres[i], filtro);
+            const bool ancha = interno::i_cumple_filtro<wchar_t>(nombres_w[i], filtro_w);
             aceptados[0] += corta;
             aceptados[1] += ancha;
             ASSERT_EQ(corta, modelos::cumple_filtro(nombres[i], filtro, false))
@@ -57,10 +57,10 @@ TEST(filtro, coincide_con_el_modelo_en_todos_los_textos_cortos) {
         const texto_w filtro_w = w(filtro);
         for (const std::string& nombre : todas("a.\\/:? *", modelos::longitud_de_nombres)) {
             const texto_w nombre_w = w(nombre);
-            ASSERT_EQ(lumodir::i_cumple_filtro<char>(nombre, filtro),
+            ASSERT_EQ(interno::i_cumple_filtro<char>(nombre, filtro),
                       modelos::cumple_filtro(nombre, filtro, false))
                 << nombre << " by " << filtro << ", 8-bit";
-            ASSERT_EQ(lumodir::i_cumple_filtro<wchar_t>(nombre_w, filtro_w),
+            ASSERT_EQ(interno::i_cumple_filtro<wchar_t>(nombre_w, filtro_w),
                       modelos::cumple_filtro(nombre_w, filtro_w, true))
                 << nombre << " by " << filtro << ", wide";
         }
@@ -113,21 +113,21 @@ TEST(filtro, reglas_sueltas_y_asimetria_de_los_dos_sabores) {
         {.nombre = "Abc", .filtro = "abc", .corta = false, .ancha = false},  // folding is not done here
     };
     for (const fila& f : filas) {
-        EXPECT_EQ(lumodir::i_cumple_filtro<char>(f.nombre, f.filtro), f.corta)
+        EXPECT_EQ(interno::i_cumple_filtro<char>(f.nombre, f.filtro), f.corta)
             << f.nombre << " by " << f.filtro;
         const texto_w nombre = w(f.nombre);
         const texto_w filtro = w(f.filtro);
-        EXPECT_EQ(lumodir::i_cumple_filtro<wchar_t>(nombre, filtro), f.ancha)
+        EXPECT_EQ(interno::i_cumple_filtro<wchar_t>(nombre, filtro), f.ancha)
             << f.nombre << " by " << f.filtro;
     }
 }
 
 TEST(filtro, un_interrogante_es_una_unidad_utf16) {
-    EXPECT_TRUE(lumodir::i_cumple_filtro<wchar_t>(L"\xD83D\xDE00", L"??"));
-    EXPECT_FALSE(lumodir::i_cumple_filtro<wchar_t>(L"\xD83D\xDE00", L"?"));
-    EXPECT_TRUE(lumodir::i_cumple_filtro<wchar_t>(L"\xD83D", L"?"));
-    EXPECT_TRUE(lumodir::i_cumple_filtro<wchar_t>(L"\x65E5\x672C.txt", L"\x65E5*.t?t"));
-    EXPECT_FALSE(lumodir::i_cumple_filtro<wchar_t>(L"\x672C.txt", L"\x65E5*.t?t"));
+    EXPECT_TRUE(interno::i_cumple_filtro<wchar_t>(L"\xD83D\xDE00", L"??"));
+    EXPECT_FALSE(interno::i_cumple_filtro<wchar_t>(L"\xD83D\xDE00", L"?"));
+    EXPECT_TRUE(interno::i_cumple_filtro<wchar_t>(L"\xD83D", L"?"));
+    EXPECT_TRUE(interno::i_cumple_filtro<wchar_t>(L"\x65E5\x672C.txt", L"\x65E5*.t?t"));
+    EXPECT_FALSE(interno::i_cumple_filtro<wchar_t>(L"\x672C.txt", L"\x65E5*.t?t"));
 }
 
 TEST(filtro, la_extension_pedida_como_el_modelo_en_todos_los_nombres_cortos) {
@@ -137,16 +137,16 @@ TEST(filtro, la_extension_pedida_como_el_modelo_en_todos_los_nombres_cortos) {
     std::size_t informados = 0;
     for (const std::string& extension : extensiones) {
         const texto_w extension_w = w(extension);
-        const lumodir::filtro_extension filtro{lumodir::vista_w(extension_w)};
+        const interno::filtro_extension filtro{interno::vista_w(extension_w)};
         for (const std::string& nombre : nombres) {
             const texto_w nombre_w = w(nombre);
             const modelos::admision esperada = modelos::admite_extension(nombre_w, extension_w);
             const std::vector<std::string> informes(esperada.informa ? 1 : 0,
                                                     "widestr_longitud(extFich) > 1");
-            ASSERT_EQ(filtro.admite(lumodir::vista_w(nombre_w)), esperada.admite)
+            ASSERT_EQ(filtro.admite(interno::vista_w(nombre_w)), esperada.admite)
                 << nombre << " by " << extension;
             ASSERT_EQ(toma_expresiones(), informes) << nombre << " by " << extension;
-            ASSERT_EQ(filtro.admite(lumodir::vista_a(nombre)), esperada.admite)
+            ASSERT_EQ(filtro.admite(interno::vista_a(nombre)), esperada.admite)
                 << nombre << " by " << extension;
             ASSERT_EQ(toma_expresiones(), informes) << nombre << " by " << extension;
             admitidos += esperada.admite;
@@ -160,12 +160,12 @@ TEST(filtro, la_extension_pedida_como_el_modelo_en_todos_los_nombres_cortos) {
 TEST(filtro, una_lista_de_extensiones_como_el_modelo) {
     const std::vector<std::string> extensiones = todas("aB", 2);
     for (const std::string& una : extensiones) {
-        auto lista = lumodir::objeto<ArrCADENA_u>::crea();
-        lista->anade(lumodir::cadena_w(lumodir::vista_w(w(una))));
-        lista->anade(lumodir::cadena_w(L"bb"));
+        auto lista = interno::objeto<ArrCADENA_u>::crea();
+        lista->anade(interno::cadena_w(interno::vista_w(w(una))));
+        lista->anade(interno::cadena_w(L"bb"));
         for (const std::string& nombre : todas("Ab.", 5)) {
             const texto_w nombre_w = w(nombre);
-            ASSERT_EQ(lumodir::i_tiene_extension_de_la_lista(lumodir::vista_w(nombre_w), *lista),
+            ASSERT_EQ(interno::i_tiene_extension_de_la_lista(interno::vista_w(nombre_w), *lista),
                       modelos::esta_en_la_lista(nombre_w, {w(una), L"bb"}))
                 << nombre << ", " << una;
         }
@@ -183,16 +183,16 @@ TEST(filtro_modelo, caracteres_de_cada_pagina) {
                 const std::string nombre = "\x83" + textos[i];
                 const bool esperado = modelos::cumple_filtro(modelos::en_caracteres(nombre),
                                                              modelos::en_caracteres(textos[k]), false);
-                ASSERT_EQ(lumodir::i_cumple_filtro<char>(nombre, textos[k]), esperado)
+                ASSERT_EQ(interno::i_cumple_filtro<char>(nombre, textos[k]), esperado)
                     << pagina << testing::PrintToString(nombre) << testing::PrintToString(textos[k]);
             }
         }
     }
     const apoyo::en_pagina p(932);
-    EXPECT_TRUE(lumodir::i_cumple_filtro<char>("\x95\\.txt", "?.txt"));
-    EXPECT_FALSE(lumodir::i_cumple_filtro<char>("\x95\\.txt", "??.txt"));
-    EXPECT_FALSE(lumodir::i_cumple_filtro<char>("\x95\\.txt", "*\\.txt"));
+    EXPECT_TRUE(interno::i_cumple_filtro<char>("\x95\\.txt", "?.txt"));
+    EXPECT_FALSE(interno::i_cumple_filtro<char>("\x95\\.txt", "??.txt"));
+    EXPECT_FALSE(interno::i_cumple_filtro<char>("\x95\\.txt", "*\\.txt"));
     const std::string largo(400, '\x95');  // longer than what stands on the stack
-    EXPECT_TRUE(lumodir::i_cumple_filtro<char>(largo, largo));
-    EXPECT_TRUE(lumodir::i_cumple_filtro<char>(largo, "*"));
+    EXPECT_TRUE(interno::i_cumple_filtro<char>(largo, largo));
+    EXPECT_TRUE(interno::i_cumple_filtro<char>(largo, "*"));
 }

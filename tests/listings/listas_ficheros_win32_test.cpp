@@ -520,7 +520,7 @@ TEST(listas_ficheros, una_lista_de_ocho_bits_no_confunde_ficheros_ni_corta_nombr
     }
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{largo}, {largo + "d", FILE_ATTRIBUTE_DIRECTORY}};
-    const sustituye<unsigned> utf8(lumodir::plataforma::pagina_de_codigos, CP_UTF8);
+    const sustituye<unsigned> utf8(interno::plataforma::pagina_de_codigos, CP_UTF8);
     cdir_lista_de_ficheros("C:\\d", "*", &lista);
     ASSERT_EQ(lista.num, 1u);
     EXPECT_EQ(std::string(lista.lista[0]), largo);

@@ -8,11 +8,11 @@
 #include "cdir.h"
 
 using namespace apoyo;
-using lumodir::entrada_leida;
-using lumodir::llegada;
-using lumodir::raiz_de_recorrido;
-using lumodir::recorrido;
-using lumodir::vista_w;
+using interno::entrada_leida;
+using interno::llegada;
+using interno::raiz_de_recorrido;
+using interno::recorrido;
+using interno::vista_w;
 
 namespace {
 

@@ -19,8 +19,8 @@ using texto_c = std::u32string;
 // How the code page writes its characters, asked once for a text.
 struct pagina_leida {
     bool iniciales[256] = {};
-    bool es_utf8 = lumodir::plataforma::es_utf8();
-    bool es_de_un_byte = !es_utf8 && !lumodir::plataforma::bytes_iniciales(iniciales);
+    bool es_utf8 = interno::plataforma::es_utf8();
+    bool es_de_un_byte = !es_utf8 && !interno::plataforma::bytes_iniciales(iniciales);
 };
 
 // How many bytes the character at `i` takes.
@@ -35,7 +35,7 @@ inline std::size_t bytes_de_caracter(const pagina_leida& pagina, const texto_a& 
             if (t.size() - i < bytes || static_cast<unsigned char>(t[i]) < 0xC0) {
                 continue;
             }
-            const std::size_t n = lumodir::plataforma::ansi_a_utf16(t.substr(i, bytes), unidades, 8);
+            const std::size_t n = interno::plataforma::ansi_a_utf16(t.substr(i, bytes), unidades, 8);
             const bool es_uno = n == 1 || (n == 2 && (unidades[0] & 0xFC00) == 0xD800);
             const bool tiene_sentido = unidades[0] != 0xFFFD || t.compare(i, bytes, "\xEF\xBF\xBD") == 0;
             if (es_uno && tiene_sentido) {
@@ -45,7 +45,7 @@ inline std::size_t bytes_de_caracter(const pagina_leida& pagina, const texto_a& 
         return 1;
     }
     const bool dos = pagina.iniciales[static_cast<unsigned char>(t[i])] && i + 1 < t.size() &&
-                     lumodir::plataforma::es_caracter_doble(t[i], t[i + 1]);
+                     interno::plataforma::es_caracter_doble(t[i], t[i + 1]);
     return dos ? 2 : 1;
 }
 

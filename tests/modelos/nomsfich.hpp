@@ -26,7 +26,7 @@ inline std::string minusculas(std::string texto) {
         std::string todas;
         for (const char32_t c : en_caracteres(texto)) {
             std::string una = en_bytes({c});
-            lumodir::plataforma::minusculas_ansi(una.data(), una.size());
+            interno::plataforma::minusculas_ansi(una.data(), una.size());
             todas += una;
         }
         return todas;

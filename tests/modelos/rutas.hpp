@@ -53,7 +53,7 @@ bool blanco(const T& texto) {
 }
 
 inline std::string aviso_de_incorrecto(const texto_w& path) {
-    return texto_en_ingles(53955, apoyo::u8(lumodir::vista_w(path)));
+    return texto_en_ingles(53955, apoyo::u8(interno::vista_w(path)));
 }
 
 // The cut that is checked first, with its warning.

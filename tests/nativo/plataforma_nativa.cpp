@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <vector>
 
-namespace lumodir::plataforma {
+namespace interno::plataforma {
 namespace {
 
 constexpr unsigned short alto_1252[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -416,4 +416,4 @@ cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
     return copiaforu_nousar_formatea(L"error %lu", {codigo});
 }
 
-}  // namespace lumodir::plataforma
+}  // namespace interno::plataforma

@@ -11,8 +11,8 @@
 #include "paths/modelos.hpp"
 
 using namespace apoyo;
-using lumodir::cadena_w;
-using lumodir::vista_w;
+using interno::cadena_w;
+using interno::vista_w;
 
 namespace {
 
@@ -454,7 +454,7 @@ struct caso_directorio_y_nombre {
 
 template <class C, class Funcion>
 void comprueba_directorio_y_nombre(const caso_directorio_y_nombre& c, Funcion f,
-                                   const std::basic_string<C, lumodir::rasgos<C>>& ruta) {
+                                   const std::basic_string<C, interno::rasgos<C>>& ruta) {
     SCOPED_TRACE(std::string(c.ruta) + " " + std::to_string(c.con_extension));
     C* dir = nullptr;
     C* nombre = nullptr;
@@ -525,7 +525,7 @@ TEST(componentes, suprime_una_barra_final) {
         EXPECT_EQ(variable, antes) << "in place";
         EXPECT_EQ(toma(variable), c.resultado) << c.texto;
         cadena_w propia(w(c.texto));
-        lumodir::i_suprime_barra_final_si_hay(propia);
+        interno::i_suprime_barra_final_si_hay(propia);
         EXPECT_EQ(u8(propia.ver()), c.resultado) << c.texto;
         EXPECT_EQ(u8(propia.c_str()), c.resultado) << c.texto;
     }
@@ -566,7 +566,7 @@ TEST(componentes, cada_byte_pasa_por_la_forma_de_8_bits) {
         const texto_a nombre = {'a', c, 'b'};
         const texto_a ruta = "C:\\" + nombre + ".t" + c;
         const bool separador = c == '\\' || c == '/';
-        lumodir::cadena_a base = lumodir::cadena_a::adopta(cdir_nombre_y_ext_fichero(ruta.c_str()));
+        interno::cadena_a base = interno::cadena_a::adopta(cdir_nombre_y_ext_fichero(ruta.c_str()));
         const texto_a entero = nombre + ".t" + c;
         EXPECT_EQ(texto_a(base.ver()), separador ? "" : c == ' ' ? "a b.t" : entero) << b;
         toma_informes();
@@ -594,7 +594,7 @@ void compara_con_modelo(const std::string& ruta) {
         if constexpr (ancha) {
             dado = cadena_w::adopta(f.ancha(texto.c_str())).ver();
         } else {
-            dado = lumodir::cadena_a::adopta(f.estrecha(texto.c_str())).ver();
+            dado = interno::cadena_a::adopta(f.estrecha(texto.c_str())).ver();
         }
         const std::vector<std::string> comunicado = toma_expresiones();
         if (dado != resultado || comunicado != informes) {

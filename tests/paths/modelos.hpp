@@ -142,7 +142,7 @@ public:
         if (numero(16) == 0) {
             rellena(texto, 10236 + numero(9));
         }
-        return apoyo::u8(lumodir::vista_w(apoyo::w(texto)));  // two lone surrogates may have become a pair
+        return apoyo::u8(interno::vista_w(apoyo::w(texto)));  // two lone surrogates may have become a pair
     }
 
 private:

@@ -159,21 +159,21 @@ TEST(nombres_validos, repara_caracteres_extremos_y_longitud) {
     for (const fila& f : filas) {
         SCOPED_TRACE("[" + f.nombre + "]");
         EXPECT_EQ(repara(f.nombre), f.reparado);
-        EXPECT_EQ(u8(lumodir::vista_w(reparado(w(f.nombre)))), f.reparado) << "the model itself";
+        EXPECT_EQ(u8(interno::vista_w(reparado(w(f.nombre)))), f.reparado) << "the model itself";
     }
 }
 
 TEST(nombres_validos, reparar_null_se_denuncia_y_da_vacio) {
     EXPECT_EQ(toma(cdir_dame_nombre_base_valido_UNICODE(nullptr)), "");
     ESPERA_INFORMES("(nombre) != NULL");
-    EXPECT_EQ(toma(lumodir::i_nombre_base_reparado({}).suelta()), "");
+    EXPECT_EQ(toma(interno::i_nombre_base_reparado({}).suelta()), "");
 }
 
 void compara_reparacion(const std::string& texto) {
     SCOPED_TRACE("[" + texto + "]");
     const unsigned long long vivos = lumospy_bloques_vivos();
     const std::string resultado = repara(texto);
-    EXPECT_EQ(resultado, u8(lumodir::vista_w(reparado(w(texto)))));
+    EXPECT_EQ(resultado, u8(interno::vista_w(reparado(w(texto)))));
     const texto_w unidades = w(resultado);
     // What comes out is a valid name, unless it is empty or reserved; and repairing it changes nothing, unless the
     // cut left a point or a blank at its end.
@@ -281,7 +281,7 @@ dolar con_dolar(const std::string& extension) {
     if (recortada.size() >= 4) {
         resultado.pop_back();
     }
-    return {u8(lumodir::vista_w(resultado + L"$")), recortada[0] != L'.'};
+    return {u8(interno::vista_w(resultado + L"$")), recortada[0] != L'.'};
 }
 
 void compara_dolar(const std::string& extension) {

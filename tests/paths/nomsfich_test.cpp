@@ -373,12 +373,12 @@ TEST(nomsfich, nombres_iguales_en_otra_caja_lo_son) {
 }
 
 TEST(nomsfich, el_duenyo_interno_destruye_o_suelta) {
-    lumodir::registro_nomsfich propio = lumodir::i_crea_nomsfich("Uno.DOS");
+    interno::registro_nomsfich propio = interno::i_crea_nomsfich("Uno.DOS");
     EXPECT_EQ(propio.nombre_base(), "uno");
     EXPECT_EQ(propio.extension(), "dos");
-    lumodir::registro_nomsfich movido(std::move(propio));
+    interno::registro_nomsfich movido(std::move(propio));
     EXPECT_EQ(propio.get(), nullptr);
     EXPECT_EQ(toma_partes(movido.suelta()), (partes{"uno", "dos"}));
-    const lumodir::registro_nomsfich destruido = lumodir::i_crea_nomsfich("x");
+    const interno::registro_nomsfich destruido = interno::i_crea_nomsfich("x");
     EXPECT_NE(destruido.get(), nullptr);
 }

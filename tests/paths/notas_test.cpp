@@ -6,17 +6,17 @@
 
 #include "apoyo/apoyo.hpp"
 
-using lumodir::i_notas;
-using lumodir::i_notas_llanas;
-using lumodir::notas_de_64;
-using lumodir::vista;
+using interno::i_notas;
+using interno::i_notas_llanas;
+using interno::notas_de_64;
+using interno::vista;
 
-namespace lumodir {
+namespace interno {
 bool operator==(const notas_de_64& a, const notas_de_64& b) {
     return a.separador == b.separador && a.punto == b.punto && a.blanco == b.blanco && a.raro == b.raro &&
            a.alto == b.alto;
 }
-}  // namespace lumodir
+}  // namespace interno
 
 namespace {
 

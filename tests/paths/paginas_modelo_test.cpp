@@ -22,7 +22,7 @@ using modelos::texto_c;
 namespace {
 
 texto_a toma_bytes(char* texto) {
-    return texto_a(lumodir::cadena_a::adopta(texto).ver());
+    return texto_a(interno::cadena_a::adopta(texto).ver());
 }
 
 struct dado {
@@ -94,7 +94,7 @@ void compara_con_ancha(const texto_a& path) {
     const texto_w ancho = a_w(path);
     const auto es = [&](char* corto, wchar_t* largo) {
         const texto_a de_8_bits = toma_bytes(corto);
-        const lumodir::cadena_w de_utf16 = lumodir::cadena_w::adopta(largo);
+        const interno::cadena_w de_utf16 = interno::cadena_w::adopta(largo);
         EXPECT_EQ(a_w(de_8_bits), texto_w(de_utf16.ver()));
     };
     es(cdir_nombre_base_fichero(path.c_str()), cdir_nombre_base_fichero_UNICODE(ancho.c_str()));

@@ -11,8 +11,8 @@
 #include "nomsfich.h"
 
 using namespace apoyo;
-using lumodir::cadena_a;
-using lumodir::vista_a;
+using interno::cadena_a;
+using interno::vista_a;
 
 namespace {
 
@@ -45,9 +45,9 @@ TEST(paginas_de_la_maquina, se_escribe_como_dice_el_sistema) {
     const en_pagina p(0);
     CPINFO info;
     ASSERT_TRUE(::GetCPInfo(CP_ACP, &info));
-    const auto como = lumodir::i_escritura();
-    EXPECT_EQ(como == lumodir::escritura::utf8, ::GetACP() == CP_UTF8);
-    EXPECT_EQ(como == lumodir::escritura::de_un_byte, info.MaxCharSize == 1);
+    const auto como = interno::i_escritura();
+    EXPECT_EQ(como == interno::escritura::utf8, ::GetACP() == CP_UTF8);
+    EXPECT_EQ(como == interno::escritura::de_un_byte, info.MaxCharSize == 1);
 }
 
 // Read in characters and converted whole by the system.
@@ -60,11 +60,12 @@ TEST(paginas_de_la_maquina, se_lee_como_convierte_el_sistema) {
             t.push_back(azar() % 3 == 0 ? "\\|/.aZ"[azar() % 6] : static_cast<char>(0x80 + azar() % 128));
         }
         texto_w de_uno_en_uno;
-        lumodir::por_caracteres(t, [&](vista_a c) { de_uno_en_uno += lumodir::a_utf16(c).ver(); });
+        interno::por_caracteres(
+            t, [&](vista_a c) { de_uno_en_uno += interno::utunicode_ANSI_a_UNICODE(c).ver(); });
         // Of ill-formed UTF-8 the system makes one U+FFFD or several, as it likes.
-        if (lumodir::i_escritura() != lumodir::escritura::utf8 ||
+        if (interno::i_escritura() != interno::escritura::utf8 ||
             de_uno_en_uno.find(0xFFFD) == texto_w::npos) {
-            ASSERT_EQ(de_uno_en_uno, texto_w(lumodir::a_utf16(vista_a(t)).ver()))
+            ASSERT_EQ(de_uno_en_uno, texto_w(interno::utunicode_ANSI_a_UNICODE(vista_a(t)).ver()))
                 << testing::PrintToString(t);
         }
     }
@@ -91,6 +92,6 @@ TEST(paginas_de_la_maquina, rutas_y_nombres) {
     EXPECT_EQ(texto_a(nomsfich_nombre_base_fichero(registro)), x);
     EXPECT_EQ(texto_a(nomsfich_extension_fichero(registro)), y);
     nomsfich_destruye(&registro);
-    EXPECT_TRUE(lumodir::i_cumple_filtro<char>(x + y + ".txt", "?" + y + ".*"));
-    EXPECT_FALSE(lumodir::i_cumple_filtro<char>(x + y + ".txt", "??" + y + ".*"));
+    EXPECT_TRUE(interno::i_cumple_filtro<char>(x + y + ".txt", "?" + y + ".*"));
+    EXPECT_FALSE(interno::i_cumple_filtro<char>(x + y + ".txt", "??" + y + ".*"));
 }

@@ -9,20 +9,20 @@
 #include "paths/path_correcto.hpp"
 
 using namespace apoyo;
-using lumodir::i_path_correcto;
-using lumodir::i_path_correcto_con_comodines;
-using lumodir::i_path_correcto_con_comodines_UNICODE;
-using lumodir::i_path_correcto_UNICODE;
+using interno::i_path_correcto;
+using interno::i_path_correcto_con_comodines;
+using interno::i_path_correcto_con_comodines_UNICODE;
+using interno::i_path_correcto_UNICODE;
 using modelos::prueba_en_bufer;
 
 namespace {
 
 // What the check notes for who cuts the path.
 template <class C>
-bool corta_como_el_crt(lumodir::vista<C> path) {
-    const lumodir::trozos_de_ruta<C> esperados = lumodir::crt_splitpath(path);
-    for (const lumodir::trozos_de_ruta<C>& trozos :
-         {lumodir::i_juzga(path).trozos(), lumodir::i_juzga_con_comodines(path).trozos()}) {
+bool corta_como_el_crt(interno::vista<C> path) {
+    const interno::trozos_de_ruta<C> esperados = interno::crt_splitpath(path);
+    for (const interno::trozos_de_ruta<C>& trozos :
+         {interno::i_juzga(path).trozos(), interno::i_juzga_con_comodines(path).trozos()}) {
         if (trozos.unidad != esperados.unidad || trozos.directorio != esperados.directorio ||
             trozos.nombre != esperados.nombre || trozos.extension != esperados.extension) {
             return false;
@@ -31,10 +31,8 @@ bool corta_como_el_crt(lumodir::vista<C> path) {
     return true;
 }
 
-constexpr unsigned short sin_tocar = 7;  // what an output holds before the call
-
-lumodir::vista_w ver(const texto_w& texto) {
-    return lumodir::vista_w(texto);
+interno::vista_w ver(const texto_w& texto) {
+    return interno::vista_w(texto);
 }
 
 // The reasons that were met, so that a text generator gone lame is seen.
@@ -46,19 +44,20 @@ void compara_con_el_modelo(const std::string& texto, recuento& motivos) {
     const texto_w path = w(texto);
     const texto_w copia = path;
     const modelos::juicio entero = modelos::juzga(path);
-    unsigned short es_unc = sin_tocar;
-    wchar_t* mensaje = nullptr;
-    EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 0, 0, &es_unc, &mensaje), entero.motivo == 0);
-    EXPECT_EQ(es_unc, entero.es_unc ? 1 : 0);
-    EXPECT_EQ(toma(mensaje), entero.motivo == 0
-                                 ? "(NULL)"
-                                 : modelos::texto_en_ingles(entero.motivo, u8(ver(entero.argumento))));
-    EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 1, 0, nullptr, nullptr), entero.motivo == 0 || path.empty());
+    const interno::veredicto juicio = i_path_correcto_UNICODE(ver(path));
+    EXPECT_EQ(juicio.correcto, entero.motivo == 0);
+    EXPECT_EQ(juicio.es_unc, entero.es_unc);
+    EXPECT_EQ(juicio.motivo == nullptr, juicio.correcto);
+    if (juicio.motivo != nullptr) {
+        EXPECT_EQ(u8(interno::i_texto_del_fallo(juicio, ver(path)).ver()),
+                  modelos::texto_en_ingles(entero.motivo, u8(ver(entero.argumento))));
+    }
+    EXPECT_EQ(i_path_correcto_UNICODE(ver(path), true).correcto, entero.motivo == 0 || path.empty());
 
     EXPECT_TRUE(corta_como_el_crt(ver(path)));
 
     const modelos::juicio recortado = modelos::juzga(modelos::recortado(path));
-    mensaje = nullptr;
+    wchar_t* mensaje = nullptr;
     EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 0), recortado.motivo == 0);
     EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), &mensaje), recortado.motivo == 0);
     EXPECT_EQ(toma(mensaje), recortado.motivo == 0
@@ -68,8 +67,9 @@ void compara_con_el_modelo(const std::string& texto, recuento& motivos) {
 
     const texto_w probado = modelos::sin_comodines(path);
     const modelos::juicio con_comodines = modelos::juzga(probado);
-    EXPECT_EQ(i_path_correcto_con_comodines_UNICODE(ver(path), &es_unc), con_comodines.motivo == 0);
-    EXPECT_EQ(es_unc, con_comodines.es_unc ? 1 : 0);
+    const interno::veredicto comodines = i_path_correcto_con_comodines_UNICODE(ver(path));
+    EXPECT_EQ(comodines.correcto, con_comodines.motivo == 0);
+    EXPECT_EQ(comodines.es_unc, con_comodines.es_unc);
 
     const bool nombre = path == L"." || path == L".." || modelos::nombre_valido(path);
     EXPECT_EQ(prueba_en_bufer(cdir_nombre_base_valido_UNICODE, path).valido, nombre);
@@ -87,14 +87,15 @@ void compara_las_dos_variantes(const std::string& texto) {
     const texto_a path_a = cp1252(texto);
     const texto_a copia = path_a;
     const modelos::juicio entero = modelos::juzga(path);
-    unsigned short es_unc = sin_tocar;
-    EXPECT_EQ(i_path_correcto(path_a, 0, 0, &es_unc), entero.motivo == 0);
-    EXPECT_EQ(es_unc, entero.es_unc ? 1 : 0);
-    EXPECT_TRUE(corta_como_el_crt(lumodir::vista_a(path_a)));
+    const interno::veredicto juicio = i_path_correcto(path_a);
+    EXPECT_EQ(juicio.correcto, entero.motivo == 0);
+    EXPECT_EQ(juicio.es_unc, entero.es_unc);
+    EXPECT_TRUE(corta_como_el_crt(interno::vista_a(path_a)));
     EXPECT_EQ(cdir_path_valido(path_a.c_str(), 0), modelos::juzga(modelos::recortado(path)).motivo == 0);
     const modelos::juicio con_comodines = modelos::juzga(modelos::sin_comodines(path));
-    EXPECT_EQ(i_path_correcto_con_comodines(path_a, &es_unc), con_comodines.motivo == 0);
-    EXPECT_EQ(es_unc, con_comodines.es_unc ? 1 : 0);
+    const interno::veredicto comodines = i_path_correcto_con_comodines(path_a);
+    EXPECT_EQ(comodines.correcto, con_comodines.motivo == 0);
+    EXPECT_EQ(comodines.es_unc, con_comodines.es_unc);
     EXPECT_EQ(cdir_nombre_base_valido(path_a.c_str()),
               path == L"." || path == L".." || modelos::nombre_valido(path));
     EXPECT_EQ(path_a, copia);

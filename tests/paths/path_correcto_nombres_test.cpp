@@ -6,14 +6,14 @@
 #include "paths/path_correcto.hpp"
 
 using namespace apoyo;
-using lumodir::i_path_correcto;
+using interno::i_path_correcto;
 using modelos::en_bufer;
 using modelos::prueba_en_bufer;
 
 namespace {
 
-lumodir::vista_w ver(const texto_w& texto) {
-    return lumodir::vista_w(texto);
+interno::vista_w ver(const texto_w& texto) {
+    return interno::vista_w(texto);
 }
 
 struct fila_nombre {
@@ -36,7 +36,7 @@ void comprueba_nombre(const fila_nombre& f) {
     const texto_a nombre_a = cp1252(nombre);
     EXPECT_EQ(cdir_nombre_base_valido(nombre_a.c_str()), f.base);
     EXPECT_EQ(nombre_a, cp1252(nombre)) << "the 8-bit flavour works on a copy";
-    EXPECT_EQ(lumodir::i_nombre_base_valido_UNICODE(ver(w(nombre))), f.base);
+    EXPECT_EQ(interno::i_nombre_base_valido_UNICODE(ver(w(nombre))), f.base);
     ESPERA_AVISOS();
 }
 
@@ -159,8 +159,8 @@ TEST(path_correcto_nombres, la_regla_de_caracteres_sobre_toda_unidad) {
         const bool valido = modelos::caracter_valido(c);
         const texto_w nombre = {L'a', static_cast<wchar_t>(c), L'b'};
         const texto_w copia = nombre;
-        ASSERT_EQ(lumodir::i_caracter_valido(static_cast<wchar_t>(c)), valido) << c;
-        ASSERT_EQ(lumodir::i_nombre_base_correcto_UNICODE(ver(nombre)), valido) << c;
+        ASSERT_EQ(interno::i_caracter_valido(static_cast<wchar_t>(c)), valido) << c;
+        ASSERT_EQ(interno::i_nombre_base_correcto_UNICODE(ver(nombre)), valido) << c;
         ASSERT_EQ(prueba_en_bufer(cdir_nombre_fichero_valido, nombre).valido, valido) << c;
         const modelos::juicio modelo = modelos::juzga(nombre);
         ASSERT_EQ(cdir_path_valido_UNICODE(nombre.c_str(), 0), modelo.motivo == 0) << c;
@@ -173,10 +173,10 @@ TEST(path_correcto_nombres, todo_byte_en_la_variante_de_8_bits) {
         SCOPED_TRACE(b);
         const bool valido = modelos::caracter_valido(static_cast<unsigned>(b));
         const std::string nombre = {'a', 'a', static_cast<char>(b), 'b'};
-        EXPECT_EQ(lumodir::i_caracter_valido(static_cast<char>(b)), valido);
+        EXPECT_EQ(interno::i_caracter_valido(static_cast<char>(b)), valido);
         EXPECT_EQ(cdir_nombre_base_valido(nombre.c_str()), valido);
         EXPECT_EQ(cdir_path_valido(nombre.c_str(), 0), valido || b == '\\' || b == '/');
-        EXPECT_EQ(i_path_correcto(nombre, 0, 0, nullptr), valido || b == '\\' || b == '/');
+        EXPECT_EQ(i_path_correcto(nombre).correcto, valido || b == '\\' || b == '/');
     }
 }
 

@@ -9,17 +9,15 @@
 #include "paths/modelos.hpp"
 
 using namespace apoyo;
-using lumodir::i_path_correcto;
-using lumodir::i_path_correcto_con_comodines;
-using lumodir::i_path_correcto_con_comodines_UNICODE;
-using lumodir::i_path_correcto_UNICODE;
+using interno::i_path_correcto;
+using interno::i_path_correcto_con_comodines;
+using interno::i_path_correcto_con_comodines_UNICODE;
+using interno::i_path_correcto_UNICODE;
 
 namespace {
 
-constexpr unsigned short sin_tocar = 7;  // what an output holds before the call
-
-lumodir::vista_w ver(const texto_w& texto) {
-    return lumodir::vista_w(texto);
+interno::vista_w ver(const texto_w& texto) {
+    return interno::vista_w(texto);
 }
 
 // ---- every rule
@@ -168,26 +166,26 @@ std::vector<std::string> avisos_de(const fila& f) {
 void comprueba_utf16(const fila& f) {
     const texto_w path = w(f.path);
     const unsigned short esperado = f.motivo == 0 ? 1 : 0;
-    unsigned short es_unc = sin_tocar;
+    const interno::veredicto juicio = i_path_correcto_UNICODE(ver(path));
+    EXPECT_EQ(juicio.correcto, f.motivo == 0);
+    EXPECT_EQ(juicio.es_unc, f.es_unc);
+    ESPERA_AVISOS();
+    interno::i_muestra_fallo(juicio, ver(path));
+    EXPECT_EQ(toma_avisos(), avisos_de(f));
+    ASSERT_EQ(juicio.motivo == nullptr, f.motivo == 0);
+    EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 0), esperado);
+    ESPERA_AVISOS();
+    EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 1), esperado);
+    EXPECT_EQ(toma_avisos(), avisos_de(f));
     wchar_t aguja[] = L"";
     wchar_t* mensaje = aguja;
-    EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 0, 1, &es_unc, &mensaje), esperado);
-    EXPECT_EQ(es_unc, f.es_unc ? 1 : 0);
-    EXPECT_EQ(toma_avisos(), avisos_de(f));
+    EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), &mensaje), esperado);
     if (f.motivo == 0) {
         EXPECT_EQ(mensaje, aguja) << "written on success";
     } else {
         ASSERT_NE(mensaje, aguja) << "not written";
         EXPECT_EQ(toma(mensaje), modelos::texto_en_ingles(f.motivo, f.argumento));
     }
-    EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 0, 0, nullptr, nullptr), esperado);
-    EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 0), esperado);
-    ESPERA_AVISOS();
-    EXPECT_EQ(cdir_path_valido_UNICODE(path.c_str(), 1), esperado);
-    EXPECT_EQ(toma_avisos(), avisos_de(f));
-    mensaje = nullptr;
-    EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), &mensaje), esperado);
-    EXPECT_EQ(toma(mensaje), f.motivo == 0 ? "(NULL)" : modelos::texto_en_ingles(f.motivo, f.argumento));
     EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), nullptr), esperado);
     ESPERA_AVISOS();
 }
@@ -195,11 +193,12 @@ void comprueba_utf16(const fila& f) {
 void comprueba_8_bits(const fila& f) {
     const texto_a path = cp1252(f.path);
     const unsigned short esperado = f.motivo == 0 ? 1 : 0;
-    unsigned short es_unc = sin_tocar;
-    EXPECT_EQ(i_path_correcto(lumodir::vista_a(path), 0, 1, &es_unc), esperado);
-    EXPECT_EQ(es_unc, f.es_unc ? 1 : 0);
+    const interno::veredicto juicio = i_path_correcto(interno::vista_a(path));
+    EXPECT_EQ(juicio.correcto, f.motivo == 0);
+    EXPECT_EQ(juicio.es_unc, f.es_unc);
+    ESPERA_AVISOS();
+    interno::i_muestra_fallo(juicio, interno::vista_a(path));
     EXPECT_EQ(toma_avisos(), avisos_de(f));
-    EXPECT_EQ(i_path_correcto(lumodir::vista_a(path), 0, 0, nullptr), esperado);
     EXPECT_EQ(cdir_path_valido(path.c_str(), 0), esperado);
     ESPERA_AVISOS();
     EXPECT_EQ(cdir_path_valido(path.c_str(), 1), esperado);
@@ -219,19 +218,19 @@ TEST(path_correcto, cada_regla_da_su_mensaje_y_su_marca_de_red) {
 }
 
 TEST(path_correcto, vacio_vale_solo_donde_puede_serlo) {
-    for (const unsigned short puede : std::initializer_list<unsigned short>{1, 0, 2}) {
+    for (const bool puede : {true, false}) {
         SCOPED_TRACE(puede);
-        unsigned short es_unc = sin_tocar;
-        EXPECT_EQ(i_path_correcto_UNICODE(L"", puede, 1, &es_unc, nullptr), puede == 1 ? 1 : 0);
-        EXPECT_EQ(es_unc, 0);
-        es_unc = sin_tocar;
-        EXPECT_EQ(i_path_correcto("", puede, 0, &es_unc), puede == 1 ? 1 : 0);
-        EXPECT_EQ(es_unc, 0);
-        EXPECT_EQ(toma_avisos().size(), puede == 1 ? 0u : 1u);
+        for (const interno::veredicto& juicio :
+             {i_path_correcto_UNICODE(L"", puede), i_path_correcto("", puede)}) {
+            EXPECT_EQ(juicio.correcto, puede);
+            EXPECT_FALSE(juicio.es_unc);
+            interno::i_muestra_fallo(juicio, interno::vista_w(L""));
+            EXPECT_EQ(toma_avisos().size(), puede ? 0u : 1u);
+        }
     }
     // Room for an empty path lets no other rule off.
-    EXPECT_EQ(i_path_correcto_UNICODE(L"a.", 1, 0, nullptr, nullptr), 0);
-    EXPECT_EQ(i_path_correcto_UNICODE(L" ", 1, 0, nullptr, nullptr), 0);
+    EXPECT_FALSE(i_path_correcto_UNICODE(L"a.", true).correcto);
+    EXPECT_FALSE(i_path_correcto_UNICODE(L" ", true).correcto);
 }
 
 TEST(path_correcto, los_blancos_finales_no_cuentan_en_las_entradas_publicas) {
@@ -256,8 +255,8 @@ TEST(path_correcto, los_blancos_finales_no_cuentan_en_las_entradas_publicas) {
     for (const fila_blancos& f : filas_blancos) {
         SCOPED_TRACE(testing::Message() << "[" << f.path << "]");
         const texto_w path = w(f.path);
-        EXPECT_EQ(i_path_correcto_UNICODE(ver(path), 0, 0, nullptr, nullptr), f.motivo_entero == 0);
-        EXPECT_EQ(i_path_correcto(cp1252(f.path), 0, 0, nullptr), f.motivo_entero == 0);
+        EXPECT_EQ(i_path_correcto_UNICODE(ver(path)).correcto, f.motivo_entero == 0);
+        EXPECT_EQ(i_path_correcto(cp1252(f.path)).correcto, f.motivo_entero == 0);
         const fila recortada = {.path = f.path, .motivo = f.motivo_recortado, .argumento = f.argumento};
         wchar_t* mensaje = nullptr;
         EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), &mensaje), f.motivo_recortado == 0);
@@ -334,28 +333,24 @@ TEST(path_correcto, en_modo_servicio_no_se_muestra_nada_pero_el_texto_se_entrega
         EXPECT_EQ(cdir_path_valido(cp1252(f.path).c_str(), 1), f.motivo == 0);
         ESPERA_AVISOS();
         wchar_t* mensaje = nullptr;
-        EXPECT_EQ(i_path_correcto_UNICODE(ver(w(f.path)), 0, 1, nullptr, &mensaje), f.motivo == 0);
+        EXPECT_EQ(cdir_es_path_valido_UNICODE(w(f.path).c_str(), &mensaje), f.motivo == 0);
         ESPERA_AVISOS();
         EXPECT_EQ(toma(mensaje), f.motivo == 0 ? "(NULL)" : modelos::texto_en_ingles(f.motivo, f.argumento));
     }
 }
 
 TEST(path_correcto, un_path_null_se_denuncia_y_no_es_correcto) {
-    unsigned short es_unc = sin_tocar;
+    for (const interno::veredicto& juicio :
+         {i_path_correcto_UNICODE({}, true), i_path_correcto({}, true),
+          i_path_correcto_con_comodines_UNICODE({}), i_path_correcto_con_comodines({})}) {
+        EXPECT_FALSE(juicio.correcto);
+        EXPECT_FALSE(juicio.es_unc);
+        EXPECT_EQ(juicio.motivo, nullptr);
+        interno::i_muestra_fallo(juicio, interno::vista_w());
+        interno::i_muestra_fallo(juicio, interno::vista_a());
+    }
     wchar_t aguja[] = L"";
     wchar_t* mensaje = aguja;
-    EXPECT_EQ(i_path_correcto_UNICODE({}, 1, 1, &es_unc, &mensaje), 0);
-    EXPECT_EQ(es_unc, 0);
-    EXPECT_EQ(mensaje, aguja);
-    es_unc = sin_tocar;
-    EXPECT_EQ(i_path_correcto({}, 1, 1, &es_unc), 0);
-    EXPECT_EQ(es_unc, 0);
-    es_unc = sin_tocar;
-    EXPECT_EQ(i_path_correcto_con_comodines_UNICODE({}, &es_unc), 0);
-    EXPECT_EQ(es_unc, 0);
-    es_unc = sin_tocar;
-    EXPECT_EQ(i_path_correcto_con_comodines({}, &es_unc), 0);
-    EXPECT_EQ(es_unc, 0);
     EXPECT_EQ(cdir_path_valido_UNICODE(nullptr, 1), 0);
     EXPECT_EQ(cdir_path_valido(nullptr, 1), 0);
     EXPECT_EQ(cdir_es_path_valido_UNICODE(nullptr, &mensaje), 0);
@@ -419,14 +414,11 @@ TEST(path_correcto, solo_un_nombre_o_una_extension_enteros_son_comodin) {
     };
     for (const fila_comodin& f : filas_comodin) {
         SCOPED_TRACE("[" + f.path + "]");
-        unsigned short es_unc = sin_tocar;
-        EXPECT_EQ(i_path_correcto_con_comodines_UNICODE(ver(w(f.path)), &es_unc), f.valido);
-        EXPECT_EQ(es_unc, f.es_unc ? 1 : 0);
-        EXPECT_EQ(i_path_correcto_con_comodines_UNICODE(ver(w(f.path)), nullptr), f.valido);
-        es_unc = sin_tocar;
-        EXPECT_EQ(i_path_correcto_con_comodines(cp1252(f.path), &es_unc), f.valido);
-        EXPECT_EQ(es_unc, f.es_unc ? 1 : 0);
-        EXPECT_EQ(i_path_correcto_con_comodines(cp1252(f.path), nullptr), f.valido);
+        for (const interno::veredicto& juicio : {i_path_correcto_con_comodines_UNICODE(ver(w(f.path))),
+                                                 i_path_correcto_con_comodines(cp1252(f.path))}) {
+            EXPECT_EQ(juicio.correcto, f.valido);
+            EXPECT_EQ(juicio.es_unc, f.es_unc);
+        }
     }
     ESPERA_AVISOS();
 }

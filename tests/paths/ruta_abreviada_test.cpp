@@ -7,7 +7,7 @@
 #include "paths/modelos.hpp"
 
 using namespace apoyo;
-using lumodir::vista_w;
+using interno::vista_w;
 
 namespace {
 
@@ -150,7 +150,7 @@ TEST(ruta_abreviada, textos_largos_y_sustitutos_sueltos) {
     EXPECT_EQ(toma_avisos().size(), 1u);
     const wchar_t sueltos[] = {0xDC00, L'\\', 0xD800, 0xD800, 0xD800, 0xD800, L'\\', L'b', L'\\', 0xDBFF, 0};
     const wchar_t esperado[] = {L'\\', L'.', L'.', L'.', L'\\', 0xDBFF, 0};
-    EXPECT_EQ(lumodir::cadena_w::adopta(cdir_ruta_abreviada_con_logitud_maxima_u(sueltos, 5)).ver(),
+    EXPECT_EQ(interno::cadena_w::adopta(cdir_ruta_abreviada_con_logitud_maxima_u(sueltos, 5)).ver(),
               vista_w(esperado));
 }
 

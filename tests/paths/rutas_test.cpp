@@ -14,9 +14,9 @@
 #include "paths/split_makepath.hpp"
 
 using namespace apoyo;
-using lumodir::cadena_a;
-using lumodir::cadena_w;
-using lumodir::vista_w;
+using interno::cadena_a;
+using interno::cadena_w;
+using interno::vista_w;
 
 namespace {
 
@@ -157,19 +157,19 @@ unsigned g_reservas = 0;
 }
 
 TEST(rutas, unir_cuesta_un_solo_bloque) {
-    static const auto de_antes = lumodir::memoria.reserva;
-    const sustituye<void* (*)(std::size_t)> contada(lumodir::memoria.reserva, [](std::size_t bytes) {
+    static const auto de_antes = interno::memoria.reserva;
+    const sustituye<void* (*)(std::size_t)> contada(interno::memoria.reserva, [](std::size_t bytes) {
         ++g_reservas;
         return de_antes(bytes);
     });
-    const cadena_w dos = lumodir::i_concatena_directorios<wchar_t>(L"C:\\a", L"b");
+    const cadena_w dos = interno::i_concatena_directorios<wchar_t>(L"C:\\a", L"b");
     EXPECT_EQ(g_reservas, 1u);
-    const cadena_a tres = lumodir::i_construye_path<char>("C:\\a", "b", "c");
+    const cadena_a tres = interno::i_construye_path<char>("C:\\a", "b", "c");
     EXPECT_EQ(g_reservas, 2u);
     EXPECT_EQ(u8(dos.ver()), "C:\\a\\b");
     EXPECT_EQ(texto_a(tres.ver()), "C:\\a\\b\\c");
     // A view without data counts as empty inside the library.
-    EXPECT_EQ(u8(lumodir::i_concatena_directorios<wchar_t>(vista_w(), vista_w()).ver()), "\\");
+    EXPECT_EQ(u8(interno::i_concatena_directorios<wchar_t>(vista_w(), vista_w()).ver()), "\\");
 }
 
 TEST(rutas, une_textos_de_cualquier_longitud_y_cada_byte) {

@@ -24,7 +24,7 @@ using modelos::texto;
 namespace {
 
 std::string a_u8(const texto_w& t) {
-    return u8(lumodir::vista_w(t));
+    return u8(interno::vista_w(t));
 }
 std::string a_u8(const modelos::texto_c& t) {
     return de_cp1252(modelos::en_bytes(t));

@@ -297,7 +297,7 @@ TEST(split_makepath, todo_byte_en_la_variante_de_8_bits) {
         }
         // What begins a pair is tried as a pair; half of one joins with what follows (modelos/caracteres.hpp).
         bool iniciales[256] = {};
-        lumodir::plataforma::bytes_iniciales(iniciales);
+        interno::plataforma::bytes_iniciales(iniciales);
         const std::string x = texto_a(1, static_cast<char>(b)) + (iniciales[b] ? "\xA1" : "");
         const std::string path = "C:\\d" + x + "\\f" + x + ".t" + x;
         char* piezas[4];
@@ -406,8 +406,8 @@ unsigned g_reservas = 0;
 
 // A share's drive is a view into the path, too.
 TEST(split_makepath, cortar_cuesta_un_bloque_por_pieza) {
-    static const auto de_antes = lumodir::memoria.reserva;
-    const sustituye<void* (*)(std::size_t)> contada(lumodir::memoria.reserva, [](std::size_t bytes) {
+    static const auto de_antes = interno::memoria.reserva;
+    const sustituye<void* (*)(std::size_t)> contada(interno::memoria.reserva, [](std::size_t bytes) {
         ++g_reservas;
         return de_antes(bytes);
     });

@@ -43,7 +43,7 @@ TEST(discos, la_letra_de_una_unidad_local_va_en_cualquier_caja) {
     const auto tipo = [](const wchar_t* raiz) -> UINT {
         return raiz[0] == L'n' || raiz[0] == L'N' ? DRIVE_REMOTE : DRIVE_FIXED;
     };
-    const sustituye<decltype(lumodir::sistema.GetDriveTypeW)> entrada(lumodir::sistema.GetDriveTypeW, tipo);
+    const sustituye<decltype(interno::sistema.GetDriveTypeW)> entrada(interno::sistema.GetDriveTypeW, tipo);
     EXPECT_EQ(discos_es_unidad_local(L'n'), 0);
     EXPECT_EQ(discos_es_unidad_local(L'N'), 0);
     EXPECT_EQ(discos_es_unidad_local(L'a'), 1);

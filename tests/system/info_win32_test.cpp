@@ -47,7 +47,7 @@ std::string tabla_de_la_maquina() {
 }
 
 wchar_t* texto_propio(const char* texto) {
-    return lumodir::cadena_w(lumodir::vista_w(w(texto))).suelta();
+    return interno::cadena_w(interno::vista_w(w(texto))).suelta();
 }
 
 }  // namespace
@@ -122,9 +122,9 @@ TEST(info, las_26_unidades_caben_y_se_preguntan_una_vez) {
 TEST(info, los_bits_de_mas_no_cuentan) {
     const auto todos = []() -> DWORD { return 0xFC000001u; };
     const auto fija = [](const wchar_t*) -> UINT { return DRIVE_FIXED; };
-    const sustituye<decltype(lumodir::sistema.GetLogicalDrives)> presentes(lumodir::sistema.GetLogicalDrives,
+    const sustituye<decltype(interno::sistema.GetLogicalDrives)> presentes(interno::sistema.GetLogicalDrives,
                                                                            todos);
-    const sustituye<decltype(lumodir::sistema.GetDriveTypeW)> tipo(lumodir::sistema.GetDriveTypeW, fija);
+    const sustituye<decltype(interno::sistema.GetDriveTypeW)> tipo(interno::sistema.GetDriveTypeW, fija);
     EXPECT_EQ(tabla_de_la_maquina(), "A5");
 }
 

@@ -5,7 +5,7 @@
 #include "registro_de_pruebas.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "registro_de_pruebas.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

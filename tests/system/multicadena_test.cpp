@@ -5,7 +5,7 @@
 #include "modelos/multicadena.hpp"
 
 using namespace apoyo;
-using namespace lumodir;
+using namespace interno;
 
 namespace {
 

@@ -130,7 +130,7 @@ protected:
 
 // Every entry of the table counts its call, may be told to fail, and goes on to the real one.
 struct vigilancia {
-    lumodir::tabla_sistema real;
+    interno::tabla_sistema real;
     unsigned long llamadas = 0;
     unsigned long falla_desde = 0;  // number of the first call that fails, from 1; 0 for none
     bool para_siempre = false;
@@ -148,7 +148,7 @@ inline vigilancia vigilado;
 
 template <auto Entrada>
 struct vigila;
-template <class... A, LSTATUS (WINAPI* lumodir::tabla_sistema::*Entrada)(A...)>
+template <class... A, LSTATUS (WINAPI* interno::tabla_sistema::*Entrada)(A...)>
 struct vigila<Entrada> {
     static LSTATUS WINAPI llama(A... argumentos) {
         constexpr bool cierra = std::is_same_v<LSTATUS(A...), LSTATUS(HKEY)>;
@@ -175,11 +175,11 @@ struct vigila<Entrada> {
 
 class registro_vigilado {
 public:
-    using tabla = lumodir::tabla_sistema;
+    using tabla = interno::tabla_sistema;
     explicit registro_vigilado(unsigned long falla_desde = 0, bool para_siempre = false)
-        : antes_(lumodir::sistema) {
+        : antes_(interno::sistema) {
         vigilado = {antes_, 0, falla_desde, para_siempre, 0};
-        tabla& t = lumodir::sistema;
+        tabla& t = interno::sistema;
         t.RegOpenKeyExA = vigila<&tabla::RegOpenKeyExA>::abre;
         t.RegOpenKeyExW = vigila<&tabla::RegOpenKeyExW>::abre;
         t.RegCreateKeyExW = vigila<&tabla::RegCreateKeyExW>::abre;
@@ -196,7 +196,7 @@ public:
         t.NtDeleteKey = vigila<&tabla::NtDeleteKey>::llama;
     }
     ~registro_vigilado() {
-        lumodir::sistema = antes_;
+        interno::sistema = antes_;
         EXPECT_EQ(vigilado.abiertas, 0) << "keys left open";
     }
     registro_vigilado(const registro_vigilado&) = delete;

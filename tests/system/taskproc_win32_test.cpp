@@ -11,8 +11,8 @@
 #include "system/taskproc.hpp"
 
 using namespace apoyo;
-using lumodir::i_crea_taskproc;
-using lumodir::sistema;
+using interno::i_crea_taskproc;
+using interno::sistema;
 
 static_assert(sizeof(Taskproc) == 20 && offsetof(Taskproc, pid) == 8 && offsetof(Taskproc, ruta) == 12,
               "programs rely on the packed layout");
@@ -190,7 +190,7 @@ private:
         return TRUE;
     }
 
-    lumodir::tabla_sistema antes_;
+    interno::tabla_sistema antes_;
     std::vector<proceso_fingido> procesos_;
     std::set<manija_fingida*> abiertas_;
 };

@@ -12,9 +12,9 @@
 #include "system/unidades.hpp"
 
 using namespace apoyo;
-using lumodir::i_etiqueta_de_unidad;
-using lumodir::i_olvida_disco_de_programa;
-using lumodir::sistema;
+using interno::i_etiqueta_de_unidad;
+using interno::i_olvida_disco_de_programa;
+using interno::sistema;
 
 static_assert(sizeof(UnidadSistema) == 12 && offsetof(UnidadSistema, tipo) == 8,
               "programs rely on the packed layout");
@@ -127,8 +127,8 @@ TEST(unidades, NULL_se_informa) {
 }
 
 TEST(unidades, un_registro_se_destruye_con_su_etiqueta) {
-    auto unidad = lumodir::registro<UnidadSistema>::a_cero();
-    unidad->nombre = lumodir::cadena_w(L"C:").suelta();
+    auto unidad = interno::registro<UnidadSistema>::a_cero();
+    unidad->nombre = interno::cadena_w(L"C:").suelta();
     UnidadSistema* registro = unidad.suelta();
     lumodir_destruyeEstructuraUnidadSistema(&registro);
     EXPECT_EQ(registro, nullptr);

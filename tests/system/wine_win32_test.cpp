@@ -10,8 +10,8 @@ namespace {
 
 class wine : public testing::Test {
 protected:
-    void SetUp() override { lumodir::i_olvida_si_estamos_en_wine(); }
-    void TearDown() override { lumodir::i_olvida_si_estamos_en_wine(); }
+    void SetUp() override { interno::i_olvida_si_estamos_en_wine(); }
+    void TearDown() override { interno::i_olvida_si_estamos_en_wine(); }
 };
 
 std::vector<std::string> g_abiertas;
@@ -40,7 +40,7 @@ TEST_F(wine, responde_lo_que_dice_la_clave_de_wine) {
 }
 
 TEST_F(wine, pregunta_al_registro_una_sola_vez) {
-    sustituye abrir(lumodir::sistema.RegOpenKeyExW, abre_con_exito);
+    sustituye abrir(interno::sistema.RegOpenKeyExW, abre_con_exito);
     g_abiertas.clear();
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(wine_estamos_en_wine(), 1);
@@ -50,12 +50,12 @@ TEST_F(wine, pregunta_al_registro_una_sola_vez) {
 
 TEST_F(wine, sin_la_clave_la_respuesta_es_no_y_tambien_se_guarda) {
     {
-        sustituye abrir(lumodir::sistema.RegOpenKeyExW, no_abre);
+        sustituye abrir(interno::sistema.RegOpenKeyExW, no_abre);
         g_abiertas.clear();
         EXPECT_EQ(wine_estamos_en_wine(), 0);
         EXPECT_EQ(g_abiertas.size(), 3u);  // the plain access, then both views
     }
-    sustituye abrir(lumodir::sistema.RegOpenKeyExW, abre_con_exito);
+    sustituye abrir(interno::sistema.RegOpenKeyExW, abre_con_exito);
     g_abiertas.clear();
     EXPECT_EQ(wine_estamos_en_wine(), 0);
     EXPECT_EQ(g_abiertas.size(), 0u);

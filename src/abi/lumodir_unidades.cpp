@@ -1,11 +1,11 @@
-// The exports of lumodir.h that tell of drives.
-#include "lumodir.h"
+// The exports of lumodir_unidades.h.
+#include "lumodir_unidades.h"
 
-#include "companions/error_interno.hpp"
+#include "abi/frontera.hpp"
 #include "frame/puente.hpp"
 #include "system/unidades.hpp"
 
-using namespace lumodir;
+using namespace interno;
 
 ArrPunteroConTipo* lumodir_UnidadesDelSistema(void) {
     return i_unidades_del_sistema(false).suelta();
@@ -17,7 +17,7 @@ ArrPunteroConTipo* lumodir_UnidadesDelSistemaConNombre(void) {
 
 wchar_t* lumodir_nombreCompleto_UnidadSistema_UNICODE(const UnidadSistema* unidad) {
     const wchar_t* nombre = i_comprueba(unidad != nullptr, "(unidad) != NULL") ? unidad->nombre : nullptr;
-    return cadena_w(a_vista(nombre)).suelta();
+    return nuevo_texto(a_vista(nombre));
 }
 
 char* lumodir_nombreCompleto_UnidadSistema(const UnidadSistema* unidad) {

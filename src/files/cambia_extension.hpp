@@ -1,0 +1,19 @@
+// Giving the files of a directory another extension.
+//
+// Promises: only files of the directory that was given change, whatever the current directory is by then: the root
+// stays the root, and no extension leads anywhere else. A file in the way of the new name is deleted first, on
+// purpose: one whose entry bears exactly that name, letter case aside. Not the source itself by another spelling, nor
+// a file that only answers to the name (by its short name, or with a blank or point at the end cut off). Nothing is
+// deleted for a source that is not there, and nothing happens to links that the system would follow (Wine).
+// Cannot promise: one step for both: a renaming that fails after the deletion leaves the old file alone there.
+// Checked by tests/files/cambia_extension_win32_test.cpp.
+#pragma once
+
+#include "companions/texto.hpp"
+
+namespace interno {
+
+// The extensions with or without their point.
+void i_cambia_extension(const wchar_t* directorio, vista_w antigua, vista_w nueva);
+
+}  // namespace interno

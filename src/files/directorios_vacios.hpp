@@ -1,0 +1,18 @@
+// Removing a directory and its ancestors while they are empty.
+//
+// Promises: the base is opened first and everything below it through it, so the base, and what lies above it, cannot
+// be removed, however base and directory are spelled; links are left alone, and what lies behind them; nothing is
+// removed after a report. One silent attempt a directory; the first that is not empty, or does not go, ends the climb.
+// A directory that holds only directories with a point in front counts as empty here, and the system then refuses its
+// removal.
+// Checked by tests/files/directorios_vacios_win32_test.cpp.
+#pragma once
+
+#include "companions/texto.hpp"
+
+namespace interno {
+
+// A base without data stands for the drive.
+void i_borra_directorios_vacios(const wchar_t* path_directorio, vista_w path_base_no_borrar);
+
+}  // namespace interno
