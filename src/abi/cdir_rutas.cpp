@@ -76,16 +76,14 @@ unsigned short cdir_nombre_fichero_valido(wchar_t* nombre) {
 namespace {
 
 template <class C>
-void i_splitpath(const path_comprobado<C>& comprobado, C** unidad, C** directorio, C** nombre_base,
+void i_splitpath(const path_juzgado<C>& comprobado, C** unidad, C** directorio, C** nombre_base,
                  C** extension) {
-    const division<C> piezas(comprobado.trozos, comprobado.es_unc);
+    const division<C> piezas(comprobado);
     const bool junta = nombre_base != nullptr && extension != nullptr && piezas.extension_es_del_nombre();
-    entrega(unidad, piezas.unidad);
-    entrega(directorio, piezas.directorio);
-    if (nombre_base != nullptr) {
-        *nombre_base = concatena<C>({piezas.nombre, junta ? piezas.extension : vista<C>()}).suelta();
-    }
-    entrega(extension, junta ? vista<C>() : piezas.extension);
+    entrega_copias<C>({{unidad, piezas.unidad},
+                       {directorio, piezas.directorio},
+                       {nombre_base, junta ? piezas.nombre_y_extension() : piezas.nombre},
+                       {extension, junta ? vista<C>() : piezas.extension}});
 }
 
 }  // namespace

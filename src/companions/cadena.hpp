@@ -109,6 +109,28 @@ cadena<C> concatena(std::initializer_list<std::type_identity_t<vista<C>>> trozos
     return nueva;
 }
 
+// A text that the caller gets a new string of, where it has asked for one.
+template <class C>
+struct copia_pedida {
+    C** sitio;
+    vista<C> texto;
+};
+template <class C>
+void entrega_copias(std::initializer_list<copia_pedida<C>> pedidas, lugar donde = lugar::aqui()) {
+    unsigned num = 0;
+    for (const copia_pedida<C>& pedida : pedidas) {
+        if (pedida.sitio != nullptr) {
+            const std::size_t longitud = pedida.texto.size();
+            C* const copia = static_cast<C*>(i_reserva_sin_contar((longitud + 1) * sizeof(C), donde));
+            copia_unidades(copia, pedida.texto.data(), longitud);
+            copia[longitud] = C(0);
+            *pedida.sitio = copia;
+            ++num;
+        }
+    }
+    i_cuenta_bloques(num);
+}
+
 // An argument of a format: text for %s, a number for %d, %u, %ld and %lu.
 template <class C>
 class argumento {

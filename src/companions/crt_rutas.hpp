@@ -19,6 +19,19 @@ struct trozos_de_ruta {
     vista<C> extension;   // with its point
 };
 
+// Where the pieces of a path begin that come after its drive.
+struct cortes_de_ruta {
+    std::size_t directorio = 0;
+    std::size_t nombre = 0;
+    std::size_t extension = 0;
+};
+template <class C>
+constexpr trozos_de_ruta<C> i_trozos(vista<C> ruta, const cortes_de_ruta& cortes) noexcept {
+    return {ruta.substr(0, cortes.directorio),
+            ruta.substr(cortes.directorio, cortes.nombre - cortes.directorio),
+            ruta.substr(cortes.nombre, cortes.extension - cortes.nombre), ruta.substr(cortes.extension)};
+}
+
 // The drive is the first character and a colon.
 template <class C>
 constexpr std::size_t i_longitud_de_unidad(vista<C> ruta) noexcept {
@@ -27,25 +40,25 @@ constexpr std::size_t i_longitud_de_unidad(vista<C> ruta) noexcept {
 }
 
 template <class C>
-constexpr trozos_de_ruta<C> crt_splitpath(vista<C> ruta) noexcept {
-    trozos_de_ruta<C> trozos;
-    trozos.unidad = ruta.substr(0, i_longitud_de_unidad(ruta));
-    const vista<C> resto = ruta.substr(trozos.unidad.size());
-    std::size_t fichero = resto.size();
+constexpr cortes_de_ruta i_cortes(vista<C> ruta) noexcept {
+    const std::size_t unidad = i_longitud_de_unidad(ruta);
+    const vista<C> resto = ruta.substr(unidad);
+    std::size_t nombre = resto.size();
     std::size_t punto = resto.size();
-    for (; fichero > 0; --fichero) {
-        const C c = resto[fichero - 1];
-        if (es_separador(c) && empieza_caracter(resto, fichero - 1)) {
+    for (; nombre > 0; --nombre) {
+        const C c = resto[nombre - 1];
+        if (es_separador(c) && empieza_caracter(resto, nombre - 1)) {
             break;
         }
-        if (es_punto(c) && punto == resto.size() && empieza_caracter(resto, fichero - 1)) {
-            punto = fichero - 1;
+        if (es_punto(c) && punto == resto.size() && empieza_caracter(resto, nombre - 1)) {
+            punto = nombre - 1;
         }
     }
-    trozos.directorio = resto.substr(0, fichero);
-    trozos.nombre = resto.substr(fichero, punto - fichero);
-    trozos.extension = resto.substr(punto);
-    return trozos;
+    return {unidad, unidad + nombre, unidad + punto};
+}
+template <class C>
+constexpr trozos_de_ruta<C> crt_splitpath(vista<C> ruta) noexcept {
+    return i_trozos(ruta, i_cortes(ruta));
 }
 
 // Only the first character of the drive counts; a directory gets a final "\" and an extension its point where they

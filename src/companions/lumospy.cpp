@@ -10,18 +10,11 @@ namespace interno {
 
 tabla_memoria memoria = {std::malloc, std::realloc, std::free};
 
+std::atomic<unsigned long long> i_vivos{0};
+
 namespace {
 
-std::atomic<unsigned long long> i_vivos{0};
 std::atomic<unsigned long long> i_internos{0};
-
-void* i_bloque(std::size_t bytes, lugar donde) noexcept {
-    void* bloque = memoria.reserva(bytes == 0 ? 1 : bytes);
-    if (bloque == nullptr) {
-        i_memoria_agotada(donde);
-    }
-    return bloque;
-}
 
 void* i_bloque_cambiado(void* bloque, std::size_t bytes, lugar donde) noexcept {
     void* nuevo = memoria.cambia(bloque, bytes == 0 ? 1 : bytes);
@@ -32,12 +25,6 @@ void* i_bloque_cambiado(void* bloque, std::size_t bytes, lugar donde) noexcept {
 }
 
 }  // namespace
-
-void* i_reserva(std::size_t bytes, lugar donde) {
-    void* bloque = i_bloque(bytes, donde);
-    i_vivos.fetch_add(1, std::memory_order_relaxed);
-    return bloque;
-}
 
 void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde) {
     if (bytes != 0 && cuantos > SIZE_MAX / bytes) {
@@ -51,15 +38,8 @@ void* i_cambia(void* bloque, std::size_t bytes, lugar donde) {
     return bloque == nullptr ? i_reserva(bytes, donde) : i_bloque_cambiado(bloque, bytes, donde);
 }
 
-void i_libera(void* bloque) noexcept {
-    if (bloque != nullptr) {
-        memoria.libera(bloque);
-        i_vivos.fetch_sub(1, std::memory_order_relaxed);
-    }
-}
-
 void* i_reserva_interno(std::size_t bytes, lugar donde) {
-    void* bloque = i_bloque(bytes, donde);
+    void* bloque = i_reserva_sin_contar(bytes, donde);
     i_internos.fetch_add(1, std::memory_order_relaxed);
     return bloque;
 }

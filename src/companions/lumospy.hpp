@@ -7,6 +7,7 @@
 // Checked by tests/companions/lumospy_test.cpp.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -29,11 +30,33 @@ extern tabla_memoria memoria;
 // and not the other way round.
 [[noreturn]] void i_memoria_agotada(lugar donde) noexcept;
 
-// Blocks that callers own (strings, lists, records): counted in the public census.
-void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui());
+extern std::atomic<unsigned long long> i_vivos;
+
+// Blocks that callers own (strings, lists, records): counted in the public census. Who takes several takes each by itself
+// and counts all at once.
+inline void* i_reserva_sin_contar(std::size_t bytes, lugar donde = lugar::aqui()) {
+    void* bloque = memoria.reserva(bytes == 0 ? 1 : bytes);
+    if (bloque == nullptr) {
+        i_memoria_agotada(donde);
+    }
+    return bloque;
+}
+inline void i_cuenta_bloques(unsigned cuantos) noexcept {
+    i_vivos.fetch_add(cuantos, std::memory_order_relaxed);
+}
+inline void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui()) {
+    void* bloque = i_reserva_sin_contar(bytes, donde);
+    i_cuenta_bloques(1);
+    return bloque;
+}
 void* i_reserva_a_cero(std::size_t cuantos, std::size_t bytes, lugar donde = lugar::aqui());
 void* i_cambia(void* bloque, std::size_t bytes, lugar donde = lugar::aqui());
-void i_libera(void* bloque) noexcept;
+inline void i_libera(void* bloque) noexcept {
+    if (bloque != nullptr) {
+        memoria.libera(bloque);
+        i_vivos.fetch_sub(1, std::memory_order_relaxed);
+    }
+}
 unsigned long long i_bloques_vivos() noexcept;
 
 // Inner arrays: never handed out, outside the public census.

@@ -8,54 +8,28 @@
 namespace interno {
 namespace {
 
-template <class C>
-std::size_t i_longitud_llana(const C* texto) noexcept {
-    const C* p = texto;
-    while (*p != C(0)) {
-        ++p;
-    }
-    return static_cast<std::size_t>(p - texto);
-}
-
-#if defined(LUMODIR_SSE2) && !defined(LUMODIR_UNIDAD_A_UNIDAD)
-
-// A bit for each byte of sixteen that belongs to a terminator.
-template <class C>
-unsigned i_terminadores(const __m128i* bloque) noexcept {
-    const __m128i cero = _mm_setzero_si128();
-    const __m128i bytes = _mm_load_si128(bloque);
-    return static_cast<unsigned>(
-        _mm_movemask_epi8(sizeof(C) == 1 ? _mm_cmpeq_epi8(bytes, cero) : _mm_cmpeq_epi16(bytes, cero)));
-}
-
-// Sixteen bytes at a time, from a multiple of sixteen on: such a block lies in one page, and that of the terminator is
-// the last one read.
-template <class C>
-std::size_t i_longitud_a_bloques(const C* texto) noexcept {
-    const auto direccion = reinterpret_cast<std::uintptr_t>(texto);
-    if (direccion % sizeof(C) != 0) {
-        return i_longitud_llana(texto);
-    }
-    const auto* bloque = reinterpret_cast<const __m128i*>(direccion & ~std::uintptr_t{15});
-    const unsigned delante = static_cast<unsigned>(direccion & 15);
-    unsigned donde = i_terminadores<C>(bloque) >> delante << delante;
-    while (donde == 0) {
-        donde = i_terminadores<C>(++bloque);
-    }
-    const auto fin =
-        reinterpret_cast<std::uintptr_t>(bloque) + static_cast<unsigned>(std::countr_zero(donde));
-    return (fin - direccion) / sizeof(C);
-}
-
-#endif
-
+// Near the end of a page, and where there is no SSE2, unit by unit.
 template <class C>
 std::size_t i_longitud_de(const C* texto) noexcept {
-#if defined(LUMODIR_SSE2) && !defined(LUMODIR_UNIDAD_A_UNIDAD)
-    return i_longitud_a_bloques(texto);
-#else
-    return i_longitud_llana(texto);
+    const C* p = texto;
+    for (;;) {
+#ifdef LUMODIR_SSE2
+        if (es_de_una_pagina(p)) {
+            const bits fines =
+                bloque(p).donde([](__m128i c) { return _mm_cmpeq_epi8(c, _mm_setzero_si128()); });
+            if (fines != 0) {
+                return static_cast<std::size_t>(p - texto) + static_cast<unsigned>(std::countr_zero(fines));
+            }
+            p += unidades_de_bloque;
+            continue;
+        }
 #endif
+        for (std::size_t i = 0; i < unidades_de_bloque; ++i, ++p) {
+            if (*p == C(0)) {
+                return static_cast<std::size_t>(p - texto);
+            }
+        }
+    }
 }
 
 // The first so many bytes and the last so many, which together are all of them.
@@ -106,8 +80,10 @@ void i_recorre_formato(vista<C> formato, const argumento<C>* argumentos, std::si
 void i_copia_bytes(void* destino, const void* origen, std::size_t bytes) noexcept {
     char* const d = static_cast<char*>(destino);
     const char* const o = static_cast<const char*>(origen);
-    if (bytes > 64) {
+    if (bytes > 128) {
         std::memcpy(d, o, bytes);
+    } else if (bytes >= 64) {
+        i_copia_los_extremos<64>(d, o, bytes);
     } else if (bytes >= 32) {
         i_copia_los_extremos<32>(d, o, bytes);
     } else if (bytes >= 16) {

@@ -141,7 +141,8 @@ constexpr bool es_punto(C c) noexcept {
 
 template <class C>
 constexpr bool lmstdc_isalpha(C c) noexcept {
-    return (c >= C('A') && c <= C('Z')) || (c >= C('a') && c <= C('z'));
+    // The two cases of a letter differ in one bit.
+    return static_cast<unsigned>((c | 0x20) - 'a') <= static_cast<unsigned>('z' - 'a');
 }
 
 // The slow questions of the two functions below, for a byte above ASCII; see caracteres.hpp.

@@ -151,8 +151,8 @@ private:
 
 // Without a base the climb ends at the drive.
 cadena_w i_unidad_como_base(vista_w directorio) {
-    const path_comprobado<wchar_t> comprobado = i_comprueba_fichero(directorio);
-    const division<wchar_t> piezas(comprobado.path, comprobado.es_unc);
+    const path_juzgado<wchar_t> comprobado = i_comprueba_fichero(directorio);
+    const division<wchar_t> piezas(comprobado);
     return i_makepath(piezas.unidad.data() == nullptr ? vista_w(L"") : piezas.unidad, {}, {}, {});
 }
 

@@ -11,8 +11,7 @@ namespace {
 // directory of a share may not.
 template <class C>
 division<C> i_division_con_comodines(vista<C> ruta) {
-    const path_comprobado<C> comprobado = i_comprueba_con_comodines(ruta);
-    return division<C>(comprobado.trozos, comprobado.es_unc);
+    return division<C>(i_comprueba_con_comodines(ruta));
 }
 
 // To the composer a view without data is a piece that was not given; the splitter's pieces all are.
@@ -70,8 +69,7 @@ cadena<C> i_nombre_y_ext_fichero(vista<C> ruta) {
     if (!i_comprueba(ruta.data() != nullptr, "(nombre) != NULL")) {
         return cadena<C>(vista<C>());
     }
-    const division<C> piezas = i_division_con_comodines(ruta);
-    return concatena<C>({piezas.nombre, piezas.extension});
+    return cadena<C>(i_division_con_comodines(ruta).nombre_y_extension());
 }
 
 template <class C>

@@ -22,57 +22,48 @@ constexpr vista_a nombres_reservados[] = {"CON",      "NUL",      "LPT1",     "L
                                           "PRN",      "COM1",     "COM2",     "COM3",     "COM4",
                                           "AUX",      "CLOCK$",   "IFS$HLP$", "SETVERXX", "$MMXXXX0",
                                           "&MMXXXX0", "XMSXXXX0", "LUMOGR",   "KORAX",    "LUMODEV"};
+constexpr unsigned longitud_minima_reservada = 3;
 constexpr unsigned longitud_maxima_reservada = 8;
 
-// Bit n of a unit: a reserved name of n units has it in first place, or in second. Few names get past both questions.
+// Bit n of a unit: a reserved name of n units has it in second place, or in the last. Hardly any other name gets past both
+// questions.
 struct tabla_reservados {
-    unsigned short primeras[256] = {};
     unsigned short segundas[256] = {};
+    unsigned short ultimas[256] = {};
 
     constexpr tabla_reservados() {
         for (const vista_a nombre : nombres_reservados) {
             const auto bit = static_cast<unsigned short>(1u << nombre.size());
-            for (const char c : {nombre[0], minuscula_ascii(nombre[0])}) {
-                primeras[static_cast<unsigned char>(c)] |= bit;
-            }
             for (const char c : {nombre[1], minuscula_ascii(nombre[1])}) {
                 segundas[static_cast<unsigned char>(c)] |= bit;
+            }
+            for (const char c : {nombre.back(), minuscula_ascii(nombre.back())}) {
+                ultimas[static_cast<unsigned char>(c)] |= bit;
             }
         }
     }
 };
 constexpr tabla_reservados reservados;
 
-// The lengths of the reserved names that may begin so; the upper half of a unit is left to who compares the whole.
+// Asked of what is as long as some reserved name. The upper half of a unit is left to who compares the whole.
 template <class C>
-constexpr unsigned i_longitudes_reservadas(C primera, C segunda) noexcept {
-    return static_cast<unsigned>(reservados.primeras[static_cast<unsigned char>(primera)] &
-                                 reservados.segundas[static_cast<unsigned char>(segunda)]);
+constexpr bool i_parece_reservado(vista<C> tronco) noexcept {
+    const unsigned longitudes =
+        static_cast<unsigned>(reservados.segundas[static_cast<unsigned char>(tronco[1])] &
+                              reservados.ultimas[static_cast<unsigned char>(tronco.back())]);
+    return (longitudes >> tronco.size() & 1) != 0;
 }
 
 // `tronco` is a component up to its first point: "CON" and "CON.anything" are the device, "CONFIG" is not.
 template <class C>
 bool i_es_reservado(vista<C> tronco) noexcept {
-    if (tronco.size() < 2 || tronco.size() > longitud_maxima_reservada ||
-        (i_longitudes_reservadas(tronco[0], tronco[1]) >> tronco.size() & 1) == 0) {
-        return false;
-    }
-    for (const vista_a reservado : nombres_reservados) {
-        std::size_t i = 0;
-        while (i < tronco.size() && reservado.size() == tronco.size() &&
-               minuscula_ascii(tronco[i]) == static_cast<C>(minuscula_ascii(reservado[i]))) {
-            ++i;
-        }
-        if (i == tronco.size()) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// Those of the first so many of 64 units.
-constexpr bits los_primeros(std::size_t num) noexcept {
-    return num < 64 ? (bits{1} << num) - 1 : ~bits{0};
+    return tronco.size() >= longitud_minima_reservada && tronco.size() <= longitud_maxima_reservada &&
+           std::any_of(
+               std::begin(nombres_reservados), std::end(nombres_reservados), [tronco](vista_a reservado) {
+                   return std::equal(
+                       tronco.begin(), tronco.end(), reservado.begin(), reservado.end(),
+                       [](C a, char b) { return minuscula_ascii(a) == static_cast<C>(minuscula_ascii(b)); });
+               });
 }
 
 constexpr std::size_t limite_componente =
@@ -104,119 +95,128 @@ bool i_punto_final_admitido(vista<C> path) noexcept {
     return path.size() > detras && es_separador(path[path.size() - detras - 1]);
 }
 
-// The rules on the components of a path, in one walk over its notes.
+// Where a stem begins that is as long as some reserved name, among those of which the whole window stands in the block
+// or the text ends there. `siguen` are the units that end no stem.
+constexpr bits i_como_reservados(bits principios, bits siguen) noexcept {
+    static_assert(longitud_minima_reservada == 3 && longitud_maxima_reservada == 8);
+    const bits siguen_dos = siguen & siguen >> 1;
+    const bits siguen_tres = siguen_dos & siguen >> 2;
+    const bits siguen_seis = siguen_dos & siguen_dos >> 2 & siguen_dos >> 4;
+    return principios & siguen_tres & ~(siguen_seis >> 3);
+}
+
+// Blanks at the end of a component do not belong to it: what is left is judged by itself.
 template <class C>
-class examen_de_componentes {
-public:
-    // The components begin behind the drive.
-    examen_de_componentes(vista<C> path, std::size_t tras_unidad) noexcept
-        : path_(path), tras_unidad_(tras_unidad), num_(tras_unidad > 0 ? 1 : 0), fichero_(tras_unidad) {
-        const notas_de_vista<C> notas(path);
-        notas_de_64 esta = notas(0);
-        // The drive is none of the components; its colon is where one may be.
-        const bits antes = (bits{1} << tras_unidad) - 1;
-        esta.separador |= antes;
-        esta.raro &= ~antes;
-        bits tras_separador = 1;
-        for (std::size_t desde = 0; desde < path.size(); desde += 64) {
-            const notas_de_64 otra = notas(desde + 64);
-            alguno_raro_ |= esta.raro;
-            alguno_alto_ |= esta.alto;
-            i_examina(desde, esta, otra, ~esta.separador & (esta.separador << 1 | tras_separador));
-            tras_separador = esta.separador >> 63;
-            esta = otra;
-        }
-        if (path.size() - tras_unidad > limite_componente) {
-            i_busca_largos();
-        }
+bool i_recortado_correcto(vista<C> hasta_los_blancos) noexcept {
+    std::size_t principio = hasta_los_blancos.size();
+    while (principio > 0 && !es_separador(hasta_los_blancos[principio - 1])) {
+        --principio;
     }
+    return i_componente_correcto(recorta_derecha(hasta_los_blancos.substr(principio)));
+}
 
-    bool es_ascii() const noexcept { return alguno_alto_ == 0; }
-    bool hay_raros() const noexcept { return alguno_raro_ != 0; }
-    // What no rule refuses, with no such character in any.
-    bool correctos() const noexcept { return correctos_ && !hay_raros(); }
-    // The drive counts as one.
-    std::size_t num() const noexcept { return num_; }
-
-    // The pieces of a path that is correct.
-    trozos_de_ruta<C> trozos() const noexcept {
-        const std::size_t punto = tras_fin_ > fichero_ ? tras_fin_ - 1 : path_.size();
-        return {path_.substr(0, tras_unidad_), path_.substr(tras_unidad_, fichero_ - tras_unidad_),
-                path_.substr(fichero_, punto - fichero_), path_.substr(punto)};
-    }
-
-private:
-    void i_examina(std::size_t desde, const notas_de_64& esta, const notas_de_64& otra,
-                   bits principios) noexcept {
-        const bits fines = esta.separador | esta.punto;
-        const bits dentro = los_primeros(path_.size() - desde);
-        const bits separadores = esta.separador & dentro;
-        fichero_ =
-            separadores != 0 ? desde + static_cast<std::size_t>(std::bit_width(separadores)) : fichero_;
-        const bits acaban = fines & dentro;
-        tras_fin_ = acaban != 0 ? desde + static_cast<std::size_t>(std::bit_width(acaban)) : tras_fin_;
-        const bits otros_fines = otra.separador | otra.punto;
-        for (; principios != 0; principios &= principios - 1) {
-            ++num_;
-            const auto i = static_cast<unsigned>(std::countr_zero(principios));
-            // How far it is to the first point or to the end, if that is near.
-            const bits ventana = fines >> i | otros_fines << 1 << (63 - i);
-            const auto longitud =
-                static_cast<unsigned>(std::countr_zero(ventana | bits{2} << longitud_maxima_reservada));
-            const std::size_t donde = desde + i;
-            const C* const tronco = path_.data() + donde;
-            const bool es_el_ultimo = donde + 1 == path_.size();
-            if ((i_longitudes_reservadas(tronco[0], tronco[es_el_ultimo ? 0 : 1]) >> longitud & 1) != 0) {
-                correctos_ = correctos_ && !i_es_reservado(vista<C>(tronco, longitud));
+// Only a path that is longer than a component may be has one that is too long.
+template <class C>
+bool i_hay_largos(vista<C> componentes) noexcept {
+    std::size_t principio = 0;
+    for (std::size_t i = 0; i <= componentes.size(); ++i) {
+        if (i == componentes.size() || es_separador(componentes[i])) {
+            if (i - principio > limite_componente &&
+                !i_componente_correcto(recorta_derecha(componentes.substr(principio, i - principio)))) {
+                return true;
             }
+            principio = i + 1;
+        }
+    }
+    return false;
+}
+
+// The last units of a block that are looked at again in the next one, so that a reserved name is whole in one of them.
+constexpr std::size_t solape = longitud_maxima_reservada;
+constexpr std::size_t paso = unidades_de_bloque - solape;
+
+// What one walk over the notes of a path finds of its components.
+struct hallazgo {
+    bool correctos = true;  // no rule refuses any, but for characters that no name may hold
+    bits raro = 0;          // any of those
+    bits alto = 0;          // any that is not ASCII
+    bool varios = false;    // the first block has more than one
+    std::size_t desde = 0;  // where the last block begins
+    bits separador = 0;     // of that block
+    bits punto = 0;
+};
+
+// The components begin behind the drive.
+template <class C>
+hallazgo i_recorre(vista<C> path, std::size_t tras_unidad) noexcept {
+    hallazgo h;
+    // The drive is none of the components; its colon is where one may be.
+    bits fuera = los_primeros(tras_unidad);
+    bits tras_separador = 1;
+    for (;;) {
+        const std::size_t quedan = path.size() - h.desde;
+        const notas_de_64 n = i_notas(path.substr(h.desde));
+        h.raro |= n.raro & ~fuera;
+        h.alto |= n.alto;
+        h.separador = n.separador | fuera;
+        h.punto = n.punto;
+        // What lies behind the text ends a component as a separator does.
+        const bits separadores = h.separador | ~los_primeros(quedan);
+        const bits juzgadas = quedan > unidades_de_bloque ? los_primeros(paso) : ~bits{0};
+        const bits principios = ~separadores & (separadores << 1 | tras_separador) & juzgadas;
+        const bits siguen = ~(separadores | n.punto);
+        for (bits r = i_como_reservados(principios, siguen); r != 0; r &= r - 1) {
+            const auto i = static_cast<unsigned>(std::countr_zero(r));
+            const vista<C> tronco(path.data() + h.desde + i,
+                                  static_cast<unsigned>(std::countr_zero(~(siguen >> i))));
+            h.correctos = h.correctos && !(i_parece_reservado(tronco) && i_es_reservado(tronco));
         }
         // Blanks at the end of a component do not belong to it: what is left is judged by itself.
-        bits recortados = esta.blanco & (esta.separador >> 1 | otra.separador << 63);
-        for (; recortados != 0; recortados &= recortados - 1) {
-            i_examina_recortado(desde + static_cast<unsigned>(std::countr_zero(recortados)));
+        for (bits r = n.blanco & ~(~separadores >> 1) & juzgadas; r != 0; r &= r - 1) {
+            const std::size_t tras_blancos = h.desde + static_cast<unsigned>(std::countr_zero(r)) + 1;
+            h.correctos =
+                h.correctos && i_recortado_correcto(path.substr(0, tras_blancos).substr(tras_unidad));
         }
-    }
-    void i_examina_recortado(std::size_t ultimo_blanco) noexcept {
-        const vista<C> hasta = path_.substr(tras_unidad_, ultimo_blanco + 1 - tras_unidad_);
-        std::size_t principio = hasta.size();
-        while (principio > 0 && !es_separador(hasta[principio - 1])) {
-            --principio;
+        if (h.desde == 0) {
+            h.varios = (principios & (principios - 1)) != 0;
         }
-        correctos_ = correctos_ && i_componente_correcto(recorta_derecha(hasta.substr(principio)));
-    }
-    // Only a path that is longer than a component may be has one that is too long.
-    void i_busca_largos() noexcept {
-        std::size_t principio = tras_unidad_;
-        for (std::size_t i = tras_unidad_; i <= path_.size(); ++i) {
-            if (i == path_.size() || es_separador(path_[i])) {
-                if (i - principio > limite_componente) {
-                    const vista<C> componente = path_.substr(principio, i - principio);
-                    correctos_ = correctos_ && i_componente_correcto(recorta_derecha(componente));
-                }
-                principio = i + 1;
-            }
+        if (quedan <= unidades_de_bloque) {
+            return h;
         }
+        tras_separador = separadores >> (paso - 1) & 1;
+        fuera = 0;
+        h.desde += paso;
     }
+}
 
-    vista<C> path_;
-    std::size_t tras_unidad_;
-    std::size_t num_;
-    std::size_t fichero_;       // where the file name begins
-    std::size_t tras_fin_ = 0;  // behind the last separator or point
-    bool correctos_ = true;
-    bits alguno_raro_ = 0;
-    bits alguno_alto_ = 0;
-};
+// A network path names a server and a share; a drive before it counts as one of them.
+template <class C>
+bool i_nombra_recurso(vista<C> path, std::size_t tras_unidad, const hallazgo& h) noexcept {
+    const vista<C> resto = path.substr(tras_unidad);
+    return h.varios || !extrae_token(resto, tras_unidad > 0 ? 1 : 2, LITERAL(C, "\\/")).empty();
+}
+
+// Where a path is cut that is correct.
+template <class C>
+cortes_de_ruta i_cortes_anotados(vista<C> path, std::size_t tras_unidad, const hallazgo& h) noexcept {
+    if (h.separador == 0) {
+        return i_cortes(path);
+    }
+    const std::size_t nombre = h.desde + static_cast<std::size_t>(std::bit_width(h.separador));
+    const bits puntos = h.punto & ~(bits{2} * std::bit_floor(h.separador) - 1);
+    return {tras_unidad, nombre,
+            puntos != 0 ? h.desde + static_cast<std::size_t>(std::bit_width(puntos)) - 1 : path.size()};
+}
 
 veredicto i_falla(ConstructorMensaje motivo, bool es_unc = false) noexcept {
     return {false, es_unc, motivo};
 }
 
-// Nothing for 8-bit text that is to be judged in UTF-16. `trozos`, when wanted, receives the pieces of a path that is
+// Nothing for 8-bit text that is to be judged in UTF-16. `cortes`, when wanted, receives where a path is cut that is
 // correct.
 template <class C>
 std::optional<veredicto> i_examina(vista<C> path, bool puede_ser_vacio,
-                                   trozos_de_ruta<C>* trozos = nullptr) noexcept {
+                                   cortes_de_ruta* cortes = nullptr) noexcept {
     if (path.empty()) {
         return puede_ser_vacio ? veredicto{.correcto = true} : i_falla(i_msg_53960_sin_nombre_de_directorio);
     }
@@ -226,26 +226,28 @@ std::optional<veredicto> i_examina(vista<C> path, bool puede_ser_vacio,
         return son_unidades ? std::optional(i_falla(i_msg_374376_path_demasiado_largo)) : std::nullopt;
     }
     const bool con_unidad = path.size() > 1 && path[1] == C(':') && lmstdc_isalpha(path[0]);
-    const examen_de_componentes<C> componentes(path, con_unidad ? 2 : 0);
-    if (!son_unidades && !componentes.es_ascii()) {
+    const std::size_t tras_unidad = con_unidad ? 2 : 0;
+    const hallazgo h = i_recorre(path, tras_unidad);
+    if (!son_unidades && h.alto != 0) {
         return std::nullopt;
     }
-    if (!con_unidad && componentes.hay_raros() && path.find(C(':')) != vista<C>::npos) {
+    if (h.raro != 0 && !con_unidad && path.find(C(':')) != vista<C>::npos) {
         return i_falla(i_msg_53958_unidad_debe_ser_letra);
     }
     if (path.back() == C('.') && !i_punto_final_admitido(path)) {
         return i_falla(i_msg_53957_punto_al_principio_o_final);
     }
-    const vista<C> resto = path.substr(con_unidad ? 2 : 0);
-    const bool es_unc = resto.size() > 2 && empieza_por(resto, LITERAL(C, "\\\\"));
-    if (!componentes.correctos()) {
+    const vista<C> resto = path.substr(tras_unidad);
+    const bool es_unc = resto.size() > 2 && es_barra(resto[0]) && es_barra(resto[1]);
+    const bool hay_largos = resto.size() > limite_componente && i_hay_largos(resto);
+    if (h.raro != 0 || !h.correctos || hay_largos) {
         return i_falla(i_msg_53949_caracteres_no_validos_en_nombre, es_unc);
     }
-    if (es_unc && componentes.num() < 2) {
+    if (es_unc && !i_nombra_recurso(path, tras_unidad, h)) {
         return i_falla(i_msg_53959_unidad_de_red_incompleta, es_unc);
     }
-    if (trozos != nullptr) {
-        *trozos = componentes.trozos();
+    if (cortes != nullptr) {
+        *cortes = i_cortes_anotados(path, tras_unidad, h);
     }
     return veredicto{.correcto = true, .es_unc = es_unc};
 }
@@ -343,9 +345,10 @@ void i_muestra_fallo(const veredicto& juicio, vista_a path) {
 template <class C>
 path_juzgado<C> i_juzga(vista<C> path) {
     path_juzgado<C> juzgado;
-    const std::optional<veredicto> juicio = i_examina(path, false, &juzgado.trozos);
+    juzgado.path = path;
+    const std::optional<veredicto> juicio = i_examina(path, false, &juzgado.cortes);
     if (!juicio || !juicio->correcto) {
-        juzgado.trozos = crt_splitpath(path);
+        juzgado.cortes = i_cortes(path);
     }
     juzgado.juicio = juicio ? *juicio : i_correcto(path);
     return juzgado;
@@ -355,13 +358,14 @@ path_juzgado<C> i_juzga(vista<C> path) {
 template <class C>
 path_juzgado<C> i_juzga_con_comodines(vista<C> path) {
     path_juzgado<C> juzgado;
-    if (const std::optional<veredicto> juicio = i_examina(path, false, &juzgado.trozos);
+    juzgado.path = path;
+    if (const std::optional<veredicto> juicio = i_examina(path, false, &juzgado.cortes);
         juicio && juicio->correcto) {
         juzgado.juicio = *juicio;
         return juzgado;
     }
-    const trozos_de_ruta<C> trozos = crt_splitpath(path);
-    juzgado.trozos = trozos;
+    juzgado.cortes = i_cortes(path);
+    const trozos_de_ruta<C> trozos = juzgado.trozos();
     const bool nombre_comodin = trozos.nombre == LITERAL(C, "*");
     if (trozos.extension == LITERAL(C, ".*")) {
         path.remove_suffix(trozos.extension.size() + (nombre_comodin ? trozos.nombre.size() : 0));

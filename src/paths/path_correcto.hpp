@@ -45,12 +45,15 @@ cadena_w i_texto_del_fallo(const veredicto& juicio, vista_w path);
 void i_muestra_fallo(const veredicto& juicio, vista_w path);
 void i_muestra_fallo(const veredicto& juicio, vista_a path);
 
-// For those who cut a path: the verdict, and its pieces, which the check has noted on its way. The path must not stand for
-// NULL.
+// For those who cut a path: the verdict, and where its pieces begin, which the check has noted on its way. The path must
+// not stand for NULL.
 template <class C>
 struct path_juzgado {
+    vista<C> path;
     veredicto juicio;
-    trozos_de_ruta<C> trozos;
+    cortes_de_ruta cortes;
+
+    trozos_de_ruta<C> trozos() const noexcept { return i_trozos(path, cortes); }
 };
 template <class C>
 path_juzgado<C> i_juzga(vista<C> path);

@@ -123,8 +123,8 @@ cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo) {
     if (ruta.size() <= maximo) {
         return cadena_w(ruta);
     }
-    const path_comprobado<wchar_t> comprobado = i_comprueba_fichero(ruta);
-    const division<wchar_t> piezas(comprobado.trozos, comprobado.es_unc);
+    const path_juzgado<wchar_t> comprobado = i_comprueba_fichero(ruta);
+    const division<wchar_t> piezas(comprobado);
     const std::size_t corta =
         piezas.unidad.size() + piezas.nombre.size() + directorio_fijo.size() + piezas.extension.size();
     if (corta >= maximo) {

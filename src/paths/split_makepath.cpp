@@ -58,21 +58,6 @@ std::size_t i_longitud_de_recurso(vista<C> directorio) noexcept {
 
 }  // namespace
 
-template <class C>
-division<C>::division(const trozos_de_ruta<C>& trozos, bool es_unc)
-    : unidad(trozos.unidad),
-      directorio(trozos.directorio),
-      nombre(trozos.nombre),
-      extension(trozos.extension) {
-    if (nombre.empty() && !extension.empty()) {
-        nombre = extension;
-        extension = {};
-    }
-    if (es_unc) {
-        i_toma_unidad_unc();
-    }
-}
-
 // The drive of a UNC path is "\\server\share". The wide flavour does without a share, the 8-bit one reports it
 // and keeps the separator before it.
 template <class C>
@@ -116,28 +101,36 @@ void division<C>::i_toma_unidad_unc() {
 template class division<char>;
 template class division<wchar_t>;
 
+namespace {
+
 template <class C>
-path_comprobado<C> i_comprueba_fichero(vista<C> path) {
-    if (!i_comprueba(path.data() != nullptr, "(path) != NULL")) {
-        return {path, false, {}};
-    }
-    const vista<C> recortado = recorta_derecha(path);
-    const path_juzgado<C> juzgado = i_juzga(recortado);
+path_juzgado<C> i_juzga_y_muestra(vista<C> path) {
+    path_juzgado<C> juzgado = i_juzga(path);
     if (!juzgado.juicio.correcto) {
-        i_muestra_fichero_incorrecto(recortado);
+        i_muestra_fichero_incorrecto(path);
     }
-    return {recortado, juzgado.juicio.es_unc, juzgado.trozos};
+    return juzgado;
 }
 
 template <class C>
-path_comprobado<C> i_comprueba_con_comodines(vista<C> path) {
-    if (!i_comprueba(path.data() != nullptr, "(path) != NULL")) {
-        return {path, false, {}};
-    }
-    const vista<C> recortado = recorta_derecha(path);
-    const path_juzgado<C> juzgado = i_juzga_con_comodines(recortado);
-    i_comprueba_con(juzgado.juicio.correcto, "pathCorrecto == CIERTO", recortado);
-    return {recortado, juzgado.juicio.es_unc, juzgado.trozos};
+path_juzgado<C> i_juzga_e_informa(vista<C> path) {
+    path_juzgado<C> juzgado = i_juzga_con_comodines(path);
+    i_comprueba_con(juzgado.juicio.correcto, "pathCorrecto == CIERTO", path);
+    return juzgado;
+}
+
+}  // namespace
+
+template <class C>
+path_juzgado<C> i_comprueba_fichero(vista<C> path) {
+    return i_comprueba(path.data() != nullptr, "(path) != NULL") ? i_juzga_y_muestra(recorta_derecha(path))
+                                                                 : path_juzgado<C>();
+}
+
+template <class C>
+path_juzgado<C> i_comprueba_con_comodines(vista<C> path) {
+    return i_comprueba(path.data() != nullptr, "(path) != NULL") ? i_juzga_e_informa(recorta_derecha(path))
+                                                                 : path_juzgado<C>();
 }
 
 template <class C>
@@ -183,17 +176,16 @@ bool i_puede_ser_vacio(const trozos_de_ruta<C>& piezas) noexcept {
 
 template <class C>
 cadena<C> i_split_make_path(vista<C> path, unsigned mascara) {
-    const path_comprobado<C> comprobado = i_comprueba_fichero(path);
-    const division<C> piezas(comprobado.trozos, comprobado.es_unc);
+    const path_juzgado<C> comprobado = i_comprueba_fichero(path);
+    const division<C> piezas(comprobado);
     const bool junta = piezas.extension_es_del_nombre();
-    const cadena<C> nombre = concatena<C>({piezas.nombre, junta ? piezas.extension : vista<C>()});
     // A piece that is kept counts as given even when it is empty.
     const auto pieza = [&](unsigned bit, vista<C> texto) {
         return (mascara & bit) == 0 ? vista<C>() : texto.data() == nullptr ? LITERAL(C, "") : texto;
     };
     return i_makepath<C>(pieza(CDIR_PIEZA_UNIDAD, piezas.unidad),
                          pieza(CDIR_PIEZA_DIRECTORIO, piezas.directorio),
-                         pieza(CDIR_PIEZA_NOMBRE_BASE, nombre.ver()),
+                         pieza(CDIR_PIEZA_NOMBRE_BASE, junta ? piezas.nombre_y_extension() : piezas.nombre),
                          pieza(CDIR_PIEZA_EXTENSION, junta ? vista<C>() : piezas.extension));
 }
 
@@ -231,10 +223,10 @@ cadena<C> i_makepath_con_comodines(const trozos_de_ruta<C>& piezas) {
     return path;
 }
 
-template path_comprobado<char> i_comprueba_fichero(vista<char>);
-template path_comprobado<wchar_t> i_comprueba_fichero(vista<wchar_t>);
-template path_comprobado<char> i_comprueba_con_comodines(vista<char>);
-template path_comprobado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>);
+template path_juzgado<char> i_comprueba_fichero(vista<char>);
+template path_juzgado<wchar_t> i_comprueba_fichero(vista<wchar_t>);
+template path_juzgado<char> i_comprueba_con_comodines(vista<char>);
+template path_juzgado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>);
 template cadena<char> i_makepath(vista<char>, vista<char>, vista<char>, vista<char>);
 template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>);
 template cadena<char> i_makepath_con_comodines(const trozos_de_ruta<char>&);

@@ -6,7 +6,7 @@
 // Checked by tests/paths/split_makepath_test.cpp and, in every code page, paginas_modelo_test.cpp.
 #pragma once
 
-#include "companions/crt_rutas.hpp"
+#include "paths/path_correcto.hpp"
 
 namespace interno {
 
@@ -14,8 +14,21 @@ namespace interno {
 template <class C>
 class division {
 public:
-    division(const trozos_de_ruta<C>& trozos, bool es_unc);
-    division(vista<C> path, bool es_unc) : division(crt_splitpath(path), es_unc) {}
+    // An extension without a name is the name.
+    division(vista<C> path, const cortes_de_ruta& cortes, bool es_unc)
+        : unidad(path.substr(0, cortes.directorio)),
+          directorio(path.substr(cortes.directorio, cortes.nombre - cortes.directorio)),
+          nombre(path.substr(cortes.nombre, cortes.extension > cortes.nombre
+                                                ? cortes.extension - cortes.nombre
+                                                : path.size() - cortes.nombre)),
+          extension(cortes.extension > cortes.nombre ? path.substr(cortes.extension) : vista<C>()) {
+        if (es_unc) {
+            i_toma_unidad_unc();
+        }
+    }
+    division(vista<C> path, bool es_unc) : division(path, i_cortes(path), es_unc) {}
+    explicit division(const path_juzgado<C>& juzgado)
+        : division(juzgado.path, juzgado.cortes, juzgado.juicio.es_unc) {}
     division(const division&) = delete;
     division& operator=(const division&) = delete;
 
@@ -24,6 +37,10 @@ public:
     vista<C> nombre;
     vista<C> extension;
 
+    // Name and extension stand together in the path.
+    vista<C> nombre_y_extension() const noexcept {
+        return vista<C>(nombre.data(), nombre.size() + extension.size());
+    }
     // Both were asked for: an extension that holds a blank belongs to the base name.
     bool extension_es_del_nombre() const noexcept { return extension.find(C(' ')) != vista<C>::npos; }
 
@@ -36,17 +53,11 @@ private:
 
 // The check that goes before a cut: trailing blanks removed, message 53955 shown for an incorrect path.
 template <class C>
-struct path_comprobado {
-    vista<C> path;
-    bool es_unc;
-    trozos_de_ruta<C> trozos;
-};
-template <class C>
-path_comprobado<C> i_comprueba_fichero(vista<C> path);
+path_juzgado<C> i_comprueba_fichero(vista<C> path);
 
 // Trailing blanks removed and the wildcard variant of the check; an incorrect path is an internal error.
 template <class C>
-path_comprobado<C> i_comprueba_con_comodines(vista<C> path);
+path_juzgado<C> i_comprueba_con_comodines(vista<C> path);
 
 // Composes without checking. A view without data is a piece that was not given (NULL).
 template <class C>

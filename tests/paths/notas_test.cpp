@@ -6,10 +6,9 @@
 
 #include "apoyo/apoyo.hpp"
 
-using interno::bits;
+using interno::i_notas;
 using interno::i_notas_llanas;
 using interno::notas_de_64;
-using interno::notas_de_vista;
 using interno::vista;
 
 namespace interno {
@@ -38,20 +37,30 @@ private:
     std::size_t num_;
 };
 
+// A block at each place of a text, as who walks over it takes them.
 template <class C>
 void compara(const std::vector<unsigned>& unidades) {
     const justo<C> texto(unidades);
-    for (std::size_t desde = 0; desde < unidades.size() + 65; desde += 64) {
-        notas_de_64 esperadas{};
-        if (desde < unidades.size()) {
-            esperadas = i_notas_llanas(texto.ver().substr(desde, 64));
-        }
-        const std::size_t quedan = desde < unidades.size() ? unidades.size() - desde : 0;
-        if (quedan < 64) {
-            esperadas.separador |= ~bits{0} << quedan;
-        }
-        ASSERT_TRUE(notas_de_vista<C>(texto.ver())(desde) == esperadas)
+    for (std::size_t desde = 0; desde <= unidades.size(); desde += 7) {
+        const vista<C> resto = texto.ver().substr(desde);
+        ASSERT_TRUE(i_notas(resto) == i_notas_llanas(resto.substr(0, 64)))
             << testing::PrintToString(unidades) << desde;
+    }
+}
+
+// What stands behind a text says nothing, wherever in a page of memory the text ends.
+template <class C>
+void compara_en_una_pagina(const std::vector<unsigned>& unidades) {
+    const std::vector<C> texto(unidades.begin(), unidades.end());
+    std::vector<C> memoria(2 * 4096 / sizeof(C));
+    for (const unsigned detras : {unsigned{'\\'}, unsigned{'|'}, unsigned{' '}, 0xC4u}) {
+        for (std::size_t fin = memoria.size() / 2; fin + 200 < memoria.size(); fin += 13) {
+            std::fill(memoria.begin(), memoria.end(), static_cast<C>(detras));
+            std::copy(texto.begin(), texto.end(), memoria.data() + fin - texto.size());
+            const vista<C> ver(memoria.data() + fin - texto.size(), texto.size());
+            ASSERT_TRUE(i_notas(ver) == i_notas_llanas(ver.substr(0, 64)))
+                << testing::PrintToString(unidades) << fin;
+        }
     }
 }
 
@@ -92,6 +101,16 @@ TEST(notas, cada_unidad_en_cada_sitio_de_un_bloque) {
                 }
             }
         }
+    }
+}
+
+TEST(notas, en_cada_sitio_de_una_pagina) {
+    for (const std::size_t longitud : {1u, 40u, 63u, 64u, 65u}) {
+        std::vector<unsigned> unidades(longitud, 'a');
+        unidades[longitud / 2] = '/';
+        unidades[longitud - 1] = '.';
+        compara_en_una_pagina<wchar_t>(unidades);
+        compara_en_una_pagina<char>(unidades);
     }
 }
 

@@ -22,7 +22,7 @@ template <class C>
 bool corta_como_el_crt(interno::vista<C> path) {
     const interno::trozos_de_ruta<C> esperados = interno::crt_splitpath(path);
     for (const interno::trozos_de_ruta<C>& trozos :
-         {interno::i_juzga(path).trozos, interno::i_juzga_con_comodines(path).trozos}) {
+         {interno::i_juzga(path).trozos(), interno::i_juzga_con_comodines(path).trozos()}) {
         if (trozos.unidad != esperados.unidad || trozos.directorio != esperados.directorio ||
             trozos.nombre != esperados.nombre || trozos.extension != esperados.extension) {
             return false;
