@@ -121,7 +121,7 @@ void entrega_copias(std::initializer_list<copia_pedida<C>> pedidas, lugar donde 
     for (const copia_pedida<C>& pedida : pedidas) {
         if (pedida.sitio != nullptr) {
             const std::size_t longitud = pedida.texto.size();
-            C* const copia = static_cast<C*>(i_reserva_sin_contar((longitud + 1) * sizeof(C), donde));
+            C* const copia = static_cast<C*>(i_reserva_sin_contar((longitud + 1) * sizeof(C), num, donde));
             copia_unidades(copia, pedida.texto.data(), longitud);
             copia[longitud] = C(0);
             *pedida.sitio = copia;

@@ -39,7 +39,7 @@ void* i_cambia(void* bloque, std::size_t bytes, lugar donde) {
 }
 
 void* i_reserva_interno(std::size_t bytes, lugar donde) {
-    void* bloque = i_reserva_sin_contar(bytes, donde);
+    void* bloque = i_reserva_sin_contar(bytes, 0, donde);
     i_internos.fetch_add(1, std::memory_order_relaxed);
     return bloque;
 }

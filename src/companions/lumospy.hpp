@@ -32,20 +32,21 @@ extern tabla_memoria memoria;
 
 extern std::atomic<unsigned long long> i_vivos;
 
-// Blocks that callers own (strings, lists, records): counted in the public census. Who takes several takes each by itself
-// and counts all at once.
-inline void* i_reserva_sin_contar(std::size_t bytes, lugar donde = lugar::aqui()) {
+// Blocks that callers own (strings, lists, records): counted in the public census. Whoever takes several takes each by
+// itself and counts all of them at once: those that are still to be counted are, before exhausted memory is reported.
+inline void i_cuenta_bloques(unsigned cuantos) noexcept {
+    i_vivos.fetch_add(cuantos, std::memory_order_relaxed);
+}
+inline void* i_reserva_sin_contar(std::size_t bytes, unsigned por_contar, lugar donde) {
     void* bloque = memoria.reserva(bytes == 0 ? 1 : bytes);
     if (bloque == nullptr) {
+        i_cuenta_bloques(por_contar);
         i_memoria_agotada(donde);
     }
     return bloque;
 }
-inline void i_cuenta_bloques(unsigned cuantos) noexcept {
-    i_vivos.fetch_add(cuantos, std::memory_order_relaxed);
-}
 inline void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui()) {
-    void* bloque = i_reserva_sin_contar(bytes, donde);
+    void* bloque = i_reserva_sin_contar(bytes, 0, donde);
     i_cuenta_bloques(1);
     return bloque;
 }
