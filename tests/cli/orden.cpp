@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <iostream>
 
 #include <algorithm>
 #include <sstream>
@@ -150,10 +151,17 @@ proceso::proceso(const std::string& programa, const std::vector<std::string>& ar
     }
     PROCESS_INFORMATION hijo{};
     const std::wstring directorio = w(donde.directorio);
-    const BOOL creado =
-        CreateProcessW(nullptr, linea.data(), nullptr, nullptr, donde.con_pantalla ? FALSE : TRUE,
-                       donde.con_consola || donde.con_pantalla ? CREATE_NO_WINDOW : DETACHED_PROCESS, nullptr,
-                       directorio.empty() ? nullptr : directorio.c_str(), &como, &hijo);
+    const auto crea = [&] {
+        return CreateProcessW(nullptr, linea.data(), nullptr, nullptr, donde.con_pantalla ? FALSE : TRUE,
+                              donde.con_consola || donde.con_pantalla ? CREATE_NO_WINDOW : DETACHED_PROCESS,
+                              nullptr, directorio.empty() ? nullptr : directorio.c_str(), &como, &hijo);
+    };
+    BOOL creado = crea();
+    if (!creado && GetLastError() == ERROR_INTERNAL_ERROR) {
+        // Under Wine, once in some thousands, a process dies before its program begins.
+        std::cout << u8(linea) << ": not begun, error " << ERROR_INTERNAL_ERROR << "; tried once more\n";
+        creado = crea();
+    }
     EXPECT_TRUE(creado) << u8(linea) << ": error " << GetLastError();
     for (const auto& [nombre, valor] : donde.variables) {
         SetEnvironmentVariableW(w(nombre).c_str(), nullptr);
