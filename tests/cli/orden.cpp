@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
-#include <iostream>
 
 #include <algorithm>
+#include <iostream>
 #include <sstream>
 #include <thread>
 

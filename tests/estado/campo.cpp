@@ -7,6 +7,7 @@
 #include "companions/error_interno.h"
 #include "companions/lmaviso.h"
 #include "companions/plataforma.hpp"
+#include "estado/companyero.hpp"
 #include "lumodir.h"
 
 namespace estado {
@@ -123,77 +124,41 @@ struct pizarra {
     DWORD compartir;
     LONG hecho;
 };
-texto_w nombre_de(DWORD pid, const char* que) {
-    return w("lumodir_estado_" + std::to_string(pid) + "_" + que);
-}
+constexpr const char* el_que_sujeta = "estado_sujeta";
 
 // Opens what stands on the slate, or closes everything when nothing does, whenever it is told to.
-const papel papel_sujeta("estado_sujeta", [] {
-    const DWORD pid = static_cast<DWORD>(std::stoul(u8(hijo_dato())));
-    const HANDLE padre = ::OpenProcess(SYNCHRONIZE, FALSE, pid);
-    const HANDLE memoria = ::OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, nombre_de(pid, "pizarra").c_str());
-    auto* p = static_cast<pizarra*>(::MapViewOfFile(memoria, FILE_MAP_ALL_ACCESS, 0, 0, 0));
-    const HANDLE haz = ::OpenEventW(EVENT_ALL_ACCESS, FALSE, nombre_de(pid, "haz").c_str());
-    const HANDLE hecho = ::OpenEventW(EVENT_ALL_ACCESS, FALSE, nombre_de(pid, "hecho").c_str());
-    if (p == nullptr || padre == nullptr) {
-        return 1;
-    }
-    std::vector<HANDLE> abiertas;
-    hijo_listo();
-    const HANDLE espera[] = {haz, padre};
-    while (::WaitForMultipleObjects(2, espera, FALSE, INFINITE) == WAIT_OBJECT_0) {
-        if (p->ruta[0] == 0) {
+const papel papel_sujeta(el_que_sujeta, [] {
+    return acompanya<pizarra>(el_que_sujeta, [abiertas = std::vector<HANDLE>()](pizarra& p) mutable {
+        if (p.ruta[0] == 0) {
             for (const HANDLE h : abiertas) {
                 ::CloseHandle(h);
             }
             abiertas.clear();
-            p->hecho = 1;
+            p.hecho = 1;
         } else {
-            const HANDLE h = ::CreateFileW(p->ruta, p->acceso, p->compartir, nullptr, OPEN_EXISTING,
+            const HANDLE h = ::CreateFileW(p.ruta, p.acceso, p.compartir, nullptr, OPEN_EXISTING,
                                            FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-            p->hecho = h != INVALID_HANDLE_VALUE;
-            if (p->hecho != 0) {
+            p.hecho = h != INVALID_HANDLE_VALUE;
+            if (p.hecho != 0) {
                 abiertas.push_back(h);
             }
         }
-        ::SetEvent(hecho);
-    }
-    return 0;
+    });
 });
 
 }  // namespace
 
 struct campo::otro {
-    otro()
-        : pid(::GetCurrentProcessId()),
-          memoria(::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(pizarra),
-                                       nombre_de(pid, "pizarra").c_str())),
-          p(static_cast<pizarra*>(::MapViewOfFile(memoria, FILE_MAP_ALL_ACCESS, 0, 0, 0))),
-          haz(::CreateEventW(nullptr, FALSE, FALSE, nombre_de(pid, "haz").c_str())),
-          hecho(::CreateEventW(nullptr, FALSE, FALSE, nombre_de(pid, "hecho").c_str())),
-          hijo("estado_sujeta", w(std::to_string(pid))) {
-        EXPECT_TRUE(hijo.espera_listo());
-    }
-    ~otro() {
-        ::UnmapViewOfFile(p);
-        ::CloseHandle(memoria);
-        ::CloseHandle(haz);
-        ::CloseHandle(hecho);
-    }
     bool manda(const texto_w& ruta, DWORD acceso, DWORD compartir) {
-        std::memcpy(p->ruta, ruta.c_str(), (ruta.size() + 1) * sizeof(wchar_t));
-        p->acceso = acceso;
-        p->compartir = compartir;
-        ::SetEvent(haz);
-        ::WaitForSingleObject(hecho, paciencia_hijo_ms);
-        return p->hecho != 0;
+        pizarra& p = proceso.mesa();
+        std::memcpy(p.ruta, ruta.c_str(), (ruta.size() + 1) * sizeof(wchar_t));
+        p.acceso = acceso;
+        p.compartir = compartir;
+        proceso.empieza();
+        proceso.acaba();
+        return p.hecho != 0;
     }
-    DWORD pid;
-    HANDLE memoria;
-    pizarra* p;
-    HANDLE haz;
-    HANDLE hecho;
-    proceso_hijo hijo;
+    companyero<pizarra> proceso = companyero<pizarra>(el_que_sujeta);
     bool algo_abierto = false;
 };
 

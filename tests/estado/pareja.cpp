@@ -4,6 +4,8 @@
 #include <string_view>
 #include <thread>
 
+#include "estado/companyero.hpp"
+
 namespace estado {
 
 using namespace apoyo;
@@ -74,9 +76,7 @@ struct mesa {
     char que[sitio];
     char respuestas[sitio];
 };
-texto_w nombre_de(DWORD pid, const char* que) {
-    return w("lumodir_pareja_" + std::to_string(pid) + "_" + que);
-}
+constexpr const char* el_que_hace_lo_mismo = "estado_pareja";
 void apunta(char (&donde)[sitio], const std::string& texto) {
     std::memcpy(donde, texto.c_str(), std::min(texto.size() + 1, sitio));
     donde[sitio - 1] = 0;
@@ -88,56 +88,21 @@ void espera_al_otro(mesa& m) {
     }
 }
 
-const papel papel_pareja("estado_pareja", [] {
+const papel papel_pareja(el_que_hace_lo_mismo, [] {
     const sin_preguntar_por_enlaces callado;
-    const DWORD pid = static_cast<DWORD>(std::stoul(u8(hijo_dato())));
-    const HANDLE padre = ::OpenProcess(SYNCHRONIZE, FALSE, pid);
-    const HANDLE memoria = ::OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, nombre_de(pid, "mesa").c_str());
-    auto* m = static_cast<mesa*>(::MapViewOfFile(memoria, FILE_MAP_ALL_ACCESS, 0, 0, 0));
-    const HANDLE haz = ::OpenEventW(EVENT_ALL_ACCESS, FALSE, nombre_de(pid, "haz").c_str());
-    const HANDLE hecho = ::OpenEventW(EVENT_ALL_ACCESS, FALSE, nombre_de(pid, "hecho").c_str());
-    if (m == nullptr || padre == nullptr || !::SetCurrentDirectoryW(L"Q:\\")) {
+    if (!::SetCurrentDirectoryW(L"Q:\\")) {
         return 1;
     }
-    hijo_listo();
-    const HANDLE espera[] = {haz, padre};
-    while (::WaitForMultipleObjects(2, espera, FALSE, INFINITE) == WAIT_OBJECT_0) {
-        const std::vector<paso> pasos = de_texto(m->que);
-        espera_al_otro(*m);
+    return acompanya<mesa>(el_que_hace_lo_mismo, [](mesa& m) {
+        const std::vector<paso> pasos = de_texto(m.que);
+        espera_al_otro(m);
         std::string todas_ellas;
         for (const std::string& r : da(pasos)) {
             todas_ellas += r + "\n";
         }
-        apunta(m->respuestas, todas_ellas);
-        ::SetEvent(hecho);
-    }
-    return 0;
+        apunta(m.respuestas, todas_ellas);
+    });
 });
-
-struct companyero {
-    companyero()
-        : pid(::GetCurrentProcessId()),
-          memoria(::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(mesa),
-                                       nombre_de(pid, "mesa").c_str())),
-          m(static_cast<mesa*>(::MapViewOfFile(memoria, FILE_MAP_ALL_ACCESS, 0, 0, 0))),
-          haz(::CreateEventW(nullptr, FALSE, FALSE, nombre_de(pid, "haz").c_str())),
-          hecho(::CreateEventW(nullptr, FALSE, FALSE, nombre_de(pid, "hecho").c_str())),
-          hijo("estado_pareja", w(std::to_string(pid))) {
-        EXPECT_TRUE(hijo.espera_listo());
-    }
-    ~companyero() {
-        ::UnmapViewOfFile(m);
-        ::CloseHandle(memoria);
-        ::CloseHandle(haz);
-        ::CloseHandle(hecho);
-    }
-    DWORD pid;
-    HANDLE memoria;
-    mesa* m;
-    HANDLE haz;
-    HANDLE hecho;
-    proceso_hijo hijo;
-};
 
 // ---- is there an order?
 
@@ -329,17 +294,18 @@ std::string corre_pareja(campo& c, juntos como, std::uint64_t semilla) {
         dice_a = da(de_a);
         otro.join();
     } else {
-        static companyero otro;
-        otro.m->turno = 0;
-        apunta(otro.m->que, a_texto(de_b));
-        ::SetEvent(otro.haz);
-        espera_al_otro(*otro.m);
+        static companyero<mesa> otro(el_que_hace_lo_mismo);
+        mesa& m = otro.mesa();
+        m.turno = 0;
+        apunta(m.que, a_texto(de_b));
+        otro.empieza();
+        espera_al_otro(m);
         dice_a = da(de_a);
-        if (::WaitForSingleObject(otro.hecho, paciencia_hijo_ms) != WAIT_OBJECT_0) {
+        if (!otro.acaba()) {
             return "the other process does not answer";
         }
         std::string linea;
-        for (const char* p = otro.m->respuestas; *p != 0; ++p) {
+        for (const char* p = m.respuestas; *p != 0; ++p) {
             if (*p == '\n') {
                 dice_b.push_back(linea);
                 linea.clear();
