@@ -30,7 +30,7 @@ if(MSVC)
   endif()
 else()
   target_compile_options(lumodir_opciones INTERFACE
-    -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:-Werror>)
+    -Wall -Wextra -Wconversion $<$<NOT:$<BOOL:$<TARGET_PROPERTY:LUMODIR_JUNTO>>>:-Wshadow> $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:-Werror>)
   if(LUMODIR_COBERTURA)
     # Whole counters whatever the threads; no branch that only the optimiser has made. The tests are counted too,
     # for the copy of an inline function that the linker keeps may be theirs. Counters are written to the full paths

@@ -99,6 +99,12 @@ std::vector<informe> toma_informes() {
     return vacia(g_informes);
 }
 
+informe toma_el_informe() {
+    const std::vector<informe> informes = toma_informes();
+    EXPECT_EQ(informes.size(), 1u);
+    return informes.empty() ? informe{} : informes.front();
+}
+
 std::vector<std::string> toma_expresiones() {
     std::vector<std::string> expresiones;
     for (const informe& i : toma_informes()) {

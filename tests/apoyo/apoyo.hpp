@@ -29,6 +29,7 @@ struct pregunta {
 
 // What was recorded since the last call; taking empties it.
 std::vector<informe> toma_informes();
+informe toma_el_informe();                    // exactly one is expected
 std::vector<std::string> toma_expresiones();  // of the reports
 std::vector<std::string> toma_avisos();       // warnings shown
 std::vector<pregunta> toma_preguntas();
@@ -42,6 +43,14 @@ void al_dormir(std::function<void(unsigned long)> accion);
 // Expects exactly these reports (expressions), and forgets them.
 #define ESPERA_INFORMES(...) EXPECT_EQ(::apoyo::toma_expresiones(), (std::vector<std::string>{__VA_ARGS__}))
 #define ESPERA_AVISOS(...) EXPECT_EQ(::apoyo::toma_avisos(), (std::vector<std::string>{__VA_ARGS__}))
+
+// Chance that always falls on the same side, for sistema.numero_al_azar.
+inline unsigned siempre_cero() noexcept {
+    return 0;
+}
+
+// What stands for the answer of an export that gives none.
+constexpr unsigned short no_contesta = 7;
 
 // A value replaced for the life of this object: entries of the tables of system calls.
 template <class T>

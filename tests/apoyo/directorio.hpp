@@ -9,9 +9,13 @@
 #include <algorithm>
 
 #include "apoyo/apoyo.hpp"
+#include "companions/plataforma.hpp"
 #include "companions/sistema.hpp"
 
 namespace apoyo {
+
+// What marks an entry of a false listing as a directory.
+constexpr DWORD atributo_dir = FILE_ATTRIBUTE_DIRECTORY;
 
 // The full form of a path, as the system tells it now; the path itself when it tells none.
 inline std::string completa(const std::string& ruta) {
@@ -21,19 +25,30 @@ inline std::string completa(const std::string& ruta) {
                                                                                                 : u8(forma);
 }
 
-// The current directory, back in its place at the end.
+// What the library says of a code of the system's.
+inline std::string texto_de_codigo(DWORD codigo) {
+    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+}
+
+// Wherever a test goes, the current directory is back in its place at the end.
+class directorio_actual_restaurado {
+public:
+    directorio_actual_restaurado() { ::GetCurrentDirectoryW(1024, antes_); }
+    ~directorio_actual_restaurado() { EXPECT_TRUE(::SetCurrentDirectoryW(antes_)); }
+    directorio_actual_restaurado(const directorio_actual_restaurado&) = delete;
+    directorio_actual_restaurado& operator=(const directorio_actual_restaurado&) = delete;
+
+private:
+    wchar_t antes_[1024] = {};
+};
 class en_directorio {
 public:
     explicit en_directorio(const texto_w& nuevo) {
-        ::GetCurrentDirectoryW(MAX_PATH, antes_);
         EXPECT_TRUE(::SetCurrentDirectoryW(nuevo.c_str())) << u8(nuevo);
     }
-    ~en_directorio() { ::SetCurrentDirectoryW(antes_); }
-    en_directorio(const en_directorio&) = delete;
-    en_directorio& operator=(const en_directorio&) = delete;
 
 private:
-    wchar_t antes_[MAX_PATH] = {};
+    directorio_actual_restaurado antes_;
 };
 
 class directorio_temporal {

@@ -10,7 +10,9 @@ namespace apoyo {
 
 enum class respuesta { ninguna, se_fue_el_directorio, se_fueron_los_ficheros };
 
-constexpr unsigned short no_contesta = 7;
+// What the climb reports of a base that is not the beginning of the path.
+inline const std::string no_es_principio =
+    "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO";
 
 struct forma_de_borrar {
     const char* nombre;

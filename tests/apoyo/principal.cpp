@@ -10,6 +10,7 @@
 #ifdef _WIN32
 #include "apoyo/como_windows.hpp"
 #include "apoyo/hijo.hpp"
+#include "apoyo/temporal.hpp"
 #endif
 
 namespace apoyo {
@@ -20,6 +21,7 @@ testing::TestEventListener* crea_alrededor();
 // shows nothing of it.
 int main(int argc, char** argv) {
 #ifdef _WIN32
+    apoyo::va_al_temporal_pedido();
     apoyo::papel::representa_si_se_pide();
 #endif
     if (const char* esperada = std::getenv("LUMODIR_ACP")) {

@@ -211,4 +211,8 @@ std::string toma(char* texto) {
     return resultado;
 }
 
+texto_a toma_bytes(char* texto) {
+    return texto_a(interno::cadena_a::adopta(texto).ver());
+}
+
 }  // namespace apoyo

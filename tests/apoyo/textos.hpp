@@ -30,5 +30,6 @@ texto_w de_8_bits(std::string_view texto);
 // NULL gives "(NULL)".
 std::string toma(wchar_t* texto);
 std::string toma(char* texto);
+texto_a toma_bytes(char* texto);  // as they are; NULL gives ""
 
 }  // namespace apoyo

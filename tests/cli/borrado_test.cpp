@@ -140,7 +140,7 @@ TEST(rmtree, raices_y_rutas_vacias_se_rechazan) {
 
 namespace {
 
-void i_puebla(const cli::directorio_de_prueba& d) {
+void i_puebla_arbol(const cli::directorio_de_prueba& d) {
     for (const char* nombre : {"t\\a.txt", "t\\sub\\b.txt", "t\\sub\\日\\c.txt", "t\\sub\\日\\d.txt"}) {
         d.crea_fichero(nombre);
     }
@@ -152,7 +152,7 @@ void i_puebla(const cli::directorio_de_prueba& d) {
 TEST(rmtree, cuenta_pregunta_y_borra) {
     const std::string pregunta = "Delete '$D\\t' with 4 files in 3 directories? [y/N] \n";
     const cli::directorio_de_prueba d;
-    i_puebla(d);
+    i_puebla_arbol(d);
     const fila no_borran[] = {
         {{"rmtree", "$D\\t"}, 1, {}, pregunta + "lumodir: not confirmed, nothing is done\n", "n\n"},
         {{"rmtree", "$D\\no"}, 1, {}, "lumodir: '$D\\no' does not exist\n", {}},
@@ -177,13 +177,13 @@ TEST(rmtree, cuenta_pregunta_y_borra) {
     EXPECT_FALSE(cli::existe(d.bajo("t")));
     EXPECT_TRUE(cli::existe(d.ruta()));
     for (const char* manera : {"--if-possible", "--retry"}) {
-        i_puebla(d);
+        i_puebla_arbol(d);
         cli::comprueba(
             {{"rmtree", "$D\\t\\", "-y", manera}, 0, "deleted $D\\t\\: 4 files in 3 directories\n", {}, {}},
             d);
         EXPECT_FALSE(cli::existe(d.bajo("t"))) << manera;
     }
-    i_puebla(d);
+    i_puebla_arbol(d);
     cli::comprueba(
         {{"rmtree", "$D\\t", "-y", "--json"},
          0,
@@ -246,7 +246,7 @@ TEST(rmtree, lo_que_queda_se_cuenta_de_verdad) {
 
 TEST(rmtree, con_un_fichero_que_otro_tiene) {
     const cli::directorio_de_prueba d;
-    i_puebla(d);
+    i_puebla_arbol(d);
     const std::string tomado = d.bajo("t\\sub\\b.txt");
     const cli::otro_programa otro(tomado);
     const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes", "--if-possible"});

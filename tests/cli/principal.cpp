@@ -3,6 +3,8 @@
 
 #include <cstring>
 
+#include "apoyo/temporal.hpp"
+
 // Besides the tests, two roles for the children that some of them need:
 //     test_cli --hold FILE MS    keeps a file or a directory open, sharing nothing
 //     test_cli --sleep MS        waits
@@ -21,6 +23,7 @@ int main(int argc, char** argv) {
         Sleep(static_cast<DWORD>(std::strtoul(argv[2], nullptr, 10)));
         return 0;
     }
+    apoyo::va_al_temporal_pedido();
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -33,7 +33,7 @@ entrada_leida entrada(volumen_falso& v, const std::string& ruta, const wchar_t* 
 }
 
 // The names that a directory holds, without "." and "..".
-lista lee(directorio_abierto& directorio, DWORD* codigo = nullptr) {
+lista lee_entera(directorio_abierto& directorio, DWORD* codigo = nullptr) {
     lista nombres;
     lector_de_directorio lector(directorio);
     entrada_leida e;
@@ -63,11 +63,11 @@ TEST(directorio_abierto, lo_corriente_va_por_nombres_relativos) {
     v.pon("C:\\d\\s", {{"g"}});
     raiz_abierta raiz(L"C:\\d");
     ASSERT_EQ(raiz.codigo, 0u);
-    EXPECT_EQ(lee(raiz.directorio), (lista{"f", "s"}));
+    EXPECT_EQ(lee_entera(raiz.directorio), (lista{"f", "s"}));
     directorio_abierto hijo;
     ASSERT_EQ(hijo.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), 0u);
     DWORD codigo = 0;
-    EXPECT_EQ(lee(hijo, &codigo), lista{"g"});
+    EXPECT_EQ(lee_entera(hijo, &codigo), lista{"g"});
     EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
     EXPECT_EQ(hijo.borra(entrada(v, "C:\\d\\s\\g", L"g")), 0u);
     hijo.cierra();
@@ -100,7 +100,7 @@ TEST(directorio_abierto, sin_aperturas_relativas_se_retiene_todo_lo_de_arriba) {
         directorio_abierto u;
         ASSERT_EQ(u.abre(s, entrada(v, "C:\\d\\s\\u", L"u")), 0u) << codigo;
         EXPECT_FALSE(v.cambia("C:\\d\\s", {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"})) << "held";
-        EXPECT_EQ(lee(u), lista{"g"});
+        EXPECT_EQ(lee_entera(u), lista{"g"});
         EXPECT_EQ(u.borra(entrada(v, "C:\\d\\s\\u\\g", L"g")), 0u);
         EXPECT_EQ(v.aperturas.back().nombre, "\\??\\C:\\d\\s\\u\\g");
         u.cierra();
@@ -360,7 +360,7 @@ TEST(directorio_abierto, registros_alineados_a_cuatro_se_leen_enteros) {
         v.pon("C:\\d", {{"a"}, {"bc"}, {"def"}, {"g"}, {"hi"}});
         raiz_abierta raiz(L"C:\\d");
         DWORD codigo = 0;
-        EXPECT_EQ(lee(raiz.directorio, &codigo), (lista{"a", "bc", "def", "g", "hi"}));
+        EXPECT_EQ(lee_entera(raiz.directorio, &codigo), (lista{"a", "bc", "def", "g", "hi"}));
         EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
     }
 }
@@ -388,7 +388,7 @@ TEST(directorio_abierto, el_ultimo_registro_puede_acabar_donde_acaba_el_sitio) {
         };
         raiz_abierta raiz(L"C:\\d");
         DWORD codigo = 0;
-        EXPECT_EQ(lee(raiz.directorio, &codigo), (lista{"a", ultimo}));
+        EXPECT_EQ(lee_entera(raiz.directorio, &codigo), (lista{"a", ultimo}));
         EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
     }
 }
@@ -464,7 +464,7 @@ TEST(directorio_abierto, cada_manera_de_leer_rechazada_lleva_a_la_siguiente) {
             v.clases.clear();
             directorio_abierto s;
             ASSERT_EQ(s.abre(raiz.directorio, {L"s", dir, 0, 0, {}}), 0u);
-            EXPECT_EQ(lee(s), lista{"g"});
+            EXPECT_EQ(lee_entera(s), lista{"g"});
             EXPECT_EQ(v.clases.size(), tampoco_completa ? 0u : 2u);
         }
     }
@@ -476,11 +476,11 @@ TEST(directorio_abierto, ninguna_manera_de_leer) {
     v["C:\\d"].codigo_al_listar = ERROR_ACCESS_DENIED;
     raiz_abierta raiz(L"C:\\d");
     DWORD codigo = 0;
-    EXPECT_EQ(lee(raiz.directorio, &codigo), lista{});
+    EXPECT_EQ(lee_entera(raiz.directorio, &codigo), lista{});
     EXPECT_EQ(codigo, DWORD{ERROR_ACCESS_DENIED});
     EXPECT_EQ(raiz.trato.como_se_lee, lectura::con_numeros) << "nothing was learned";
     v["C:\\d"].codigo_al_listar = 0;
-    EXPECT_EQ(lee(raiz.directorio), lista{"f"});
+    EXPECT_EQ(lee_entera(raiz.directorio), lista{"f"});
 }
 
 TEST(directorio_abierto, una_raiz_vacia_sin_punto_ni_dos_puntos) {
@@ -491,7 +491,7 @@ TEST(directorio_abierto, una_raiz_vacia_sin_punto_ni_dos_puntos) {
         v.rechaza_con_numeros = v.rechaza_sin_numeros = por_busqueda ? ERROR_NOT_SUPPORTED : 0;
         raiz_abierta raiz(L"C:\\");
         DWORD codigo = 0;
-        EXPECT_EQ(lee(raiz.directorio, &codigo), lista{});
+        EXPECT_EQ(lee_entera(raiz.directorio, &codigo), lista{});
         EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
     }
 }
@@ -568,7 +568,7 @@ TEST(directorio_abierto, los_numeros_deciden_si_es_el_que_se_leyo) {
             << caso.leido << " " << caso.abierto << " " << caso.propio;
         EXPECT_EQ(v.abiertas(), caso.se_entra ? 2u : 1u);
         if (caso.se_entra) {
-            EXPECT_EQ(lee(hijo), lista{"g"}) << "from its beginning, whatever was looked at before";
+            EXPECT_EQ(lee_entera(hijo), lista{"g"}) << "from its beginning, whatever was looked at before";
         }
     }
     // A system that has no numbers at all is walked by names.
@@ -640,7 +640,7 @@ TEST(directorio_abierto, registros_que_no_caben_donde_dicen) {
         };
         raiz_abierta raiz(L"C:\\d");
         DWORD codigo = 0;
-        EXPECT_EQ(lee(raiz.directorio, &codigo), caso.nombres) << caso.que;
+        EXPECT_EQ(lee_entera(raiz.directorio, &codigo), caso.nombres) << caso.que;
         EXPECT_EQ(codigo, caso.codigo) << caso.que;
     }
     // Records that overlap come to an end.
@@ -654,7 +654,7 @@ TEST(directorio_abierto, registros_que_no_caben_donde_dicen) {
     };
     raiz_abierta raiz(L"C:\\d");
     DWORD codigo = 0;
-    lee(raiz.directorio, &codigo);
+    lee_entera(raiz.directorio, &codigo);
     EXPECT_EQ(codigo, DWORD{ERROR_INVALID_DATA});
 }
 
@@ -671,7 +671,7 @@ TEST(directorio_abierto, lo_que_es_un_enlace_no_se_abre_y_se_borra_el_mismo) {
         trato_con_volumen trato;
         directorio_abierto detras;
         EXPECT_EQ(detras.abre(seguida, trato, interno::enlace_raiz::se_sigue), 0u);
-        EXPECT_EQ(lee(detras), lista{"g"});
+        EXPECT_EQ(lee_entera(detras), lista{"g"});
     }
     raiz_abierta raiz(L"C:\\d");
     directorio_abierto hijo;
@@ -747,7 +747,7 @@ TEST(directorio_abierto, los_nombres_cuentan_como_estan) {
     volumen_falso v;
     v.pon("C:\\d", {{std::string(255, 'x')}});
     raiz_abierta raiz(L"C:\\d");
-    EXPECT_EQ(lee(raiz.directorio), lista{std::string(255, 'x')});
+    EXPECT_EQ(lee_entera(raiz.directorio), lista{std::string(255, 'x')});
     EXPECT_EQ(raiz.directorio.borra({interno::vista_w(largo), FILE_ATTRIBUTE_NORMAL, 0, 0, {}}), 0u);
 }
 

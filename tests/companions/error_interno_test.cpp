@@ -15,12 +15,6 @@ using namespace interno;
 
 namespace {
 
-informe unico() {
-    const std::vector<informe> informes = toma_informes();
-    EXPECT_EQ(informes.size(), 1u);
-    return informes.empty() ? informe{} : informes.front();
-}
-
 // The default receiver while it lives; the recorder is put back by the next test's set-up.
 std::string por_defecto(void (*accion)()) {
     error_interno_establece_receptor(nullptr, nullptr);
@@ -34,28 +28,28 @@ std::string por_defecto(void (*accion)()) {
 TEST(error_interno, cada_forma_de_informar_llega_entera) {
     const lugar donde = lugar::aqui("src/listings/dirwin.cpp", 12);
     error_interno("a != b", donde);
-    EXPECT_EQ(unico(), (informe{"a != b", "dirwin (LUMODIR.DLL)", 12, "(NULL)"}));
+    EXPECT_EQ(toma_el_informe(), (informe{"a != b", "dirwin (LUMODIR.DLL)", 12, "(NULL)"}));
     error_interno_msg_u("a", L"ñ", donde);
-    EXPECT_EQ(unico(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "ñ"}));
+    EXPECT_EQ(toma_el_informe(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "ñ"}));
     error_interno_msg_u("a", vista_w(L"abcdef", 3), donde);  // a piece of a text, terminated for the host
-    EXPECT_EQ(unico(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "abc"}));
+    EXPECT_EQ(toma_el_informe(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "abc"}));
     error_interno_msg("a", vista_a(cp1252("ñ€")), donde);  // 8-bit details arrive converted
-    EXPECT_EQ(unico(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "ñ€"}));
+    EXPECT_EQ(toma_el_informe(), (informe{"a", "dirwin (LUMODIR.DLL)", 12, "ñ€"}));
     error_interno_liberando_mensaje_u(cadena_w(vista_w(L"mensaje")), donde);
-    EXPECT_EQ(unico().detalle, "mensaje");
+    EXPECT_EQ(toma_el_informe().detalle, "mensaje");
     error_interno_default_error(donde);
-    EXPECT_EQ(unico().linea, 12u);
+    EXPECT_EQ(toma_el_informe().linea, 12u);
 }
 
 TEST(error_interno, un_detalle_null_es_ningun_detalle) {
     error_interno_msg_u("a", static_cast<const wchar_t*>(nullptr));
-    EXPECT_EQ(unico().detalle, "(NULL)");
+    EXPECT_EQ(toma_el_informe().detalle, "(NULL)");
     error_interno_msg_u("a", vista_w());
-    EXPECT_EQ(unico().detalle, "(NULL)");
+    EXPECT_EQ(toma_el_informe().detalle, "(NULL)");
     error_interno_msg("a", vista_a());
-    EXPECT_EQ(unico().detalle, "(NULL)");
+    EXPECT_EQ(toma_el_informe().detalle, "(NULL)");
     error_interno_msg_u("a", vista_w(L""));
-    EXPECT_EQ(unico().detalle, "");
+    EXPECT_EQ(toma_el_informe().detalle, "");
 }
 
 TEST(error_interno, comprobar_dice_si_se_cumple_e_informa_si_no) {
@@ -64,16 +58,16 @@ TEST(error_interno, comprobar_dice_si_se_cumple_e_informa_si_no) {
     EXPECT_FALSE(i_comprueba(false, "no"));
     ESPERA_INFORMES("no");
     EXPECT_FALSE(i_comprueba_con(false, "no", vista_w(L"ñ")));
-    EXPECT_EQ(unico().detalle, "ñ");
+    EXPECT_EQ(toma_el_informe().detalle, "ñ");
     EXPECT_FALSE(i_comprueba_con(false, "no", vista_a(cp1252("ñ"))));
-    EXPECT_EQ(unico().detalle, "ñ");
+    EXPECT_EQ(toma_el_informe().detalle, "ñ");
     EXPECT_FALSE(i_comprueba_con(false, "no", static_cast<const wchar_t*>(nullptr)));
-    EXPECT_EQ(unico().detalle, "(NULL)");
+    EXPECT_EQ(toma_el_informe().detalle, "(NULL)");
     EXPECT_FALSE(i_comprueba_con(false, "no", static_cast<const char*>(nullptr)));
-    EXPECT_EQ(unico().detalle, "(NULL)");
+    EXPECT_EQ(toma_el_informe().detalle, "(NULL)");
     const lugar aqui = lugar::aqui();
     i_comprueba(false, "no");  // the line of the assertion, not of the service
-    EXPECT_EQ(unico().linea, aqui.linea + 1);
+    EXPECT_EQ(toma_el_informe().linea, aqui.linea + 1);
 }
 
 TEST(error_interno, el_contexto_llega_como_se_dio) {

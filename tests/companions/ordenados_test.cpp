@@ -146,7 +146,7 @@ TEST(ordenados, null_e_indices_de_textos_se_informan) {
 
 namespace {
 
-struct ficha {
+struct registro_con_clave {
     int clave;
     int orden;
 };
@@ -155,20 +155,20 @@ int g_vivas = 0;
 
 void* nueva(int clave, int orden_de_llegada) {
     ++g_vivas;
-    return new ficha{clave, orden_de_llegada};
+    return new registro_con_clave{clave, orden_de_llegada};
 }
 void destruye_ficha(void** registro) {
-    delete static_cast<ficha*>(*registro);
+    delete static_cast<registro_con_clave*>(*registro);
     *registro = nullptr;
     --g_vivas;
 }
 int compara_fichas(const void* a, const void* b) {
-    const int x = static_cast<const ficha*>(a)->clave;
-    const int y = static_cast<const ficha*>(b)->clave;
+    const int x = static_cast<const registro_con_clave*>(a)->clave;
+    const int y = static_cast<const registro_con_clave*>(b)->clave;
     return x < y ? -1 : x > y;
 }
 int compara_con_clave(const void* registro, const void* clave) {
-    const int x = static_cast<const ficha*>(registro)->clave;
+    const int x = static_cast<const registro_con_clave*>(registro)->clave;
     const int y = *static_cast<const int*>(clave);
     return x < y ? -1 : x > y;
 }
@@ -176,7 +176,7 @@ int compara_con_clave(const void* registro, const void* clave) {
 std::vector<std::pair<int, int>> fichas_de(const ApunOrde* conjunto) {
     std::vector<std::pair<int, int>> fichas;
     for (unsigned long i = 0; i < apunorde_nousar_num_elems(conjunto); ++i) {
-        const auto* f = static_cast<const ficha*>(apunorde_nousar_get(conjunto, i));
+        const auto* f = static_cast<const registro_con_clave*>(apunorde_nousar_get(conjunto, i));
         fichas.emplace_back(f->clave, f->orden);
     }
     return fichas;
@@ -199,8 +199,8 @@ TEST(ordenados, los_registros_iguales_guardan_su_orden_de_llegada) {
         std::sort(esperadas.begin(), esperadas.end());  // by key, then by arrival
         ASSERT_EQ(fichas_de(conjunto), esperadas);
         for (int clave = -1; clave < 10; ++clave) {
-            const auto* hallada =
-                static_cast<const ficha*>(apunorde_nousar_busca(conjunto, &clave, compara_con_clave));
+            const auto* hallada = static_cast<const registro_con_clave*>(
+                apunorde_nousar_busca(conjunto, &clave, compara_con_clave));
             const bool esta = std::any_of(esperadas.begin(), esperadas.end(),
                                           [&](const auto& par) { return par.first == clave; });
             ASSERT_EQ(hallada != nullptr, esta) << clave;
@@ -296,11 +296,11 @@ TEST(ordenados, una_comparacion_que_lanza_o_se_contradice_no_pierde_registros) {
 namespace {
 
 ApunOrde* g_conjunto;
-int g_registros_destruidos;
+int g_destruidos_del_conjunto;
 
 void destruye_y_vuelve_al_conjunto(void** registro) {
     *registro = nullptr;
-    if (++g_registros_destruidos < 10) {  // without end otherwise
+    if (++g_destruidos_del_conjunto < 10) {  // without end otherwise
         apunorde_nousar_destruye(&g_conjunto);
     }
 }
@@ -308,15 +308,15 @@ void destruye_y_vuelve_al_conjunto(void** registro) {
 }  // namespace
 
 TEST(ordenados, una_destruccion_que_vuelve_al_conjunto_lo_halla_ya_tomado) {
-    g_registros_destruidos = 0;
+    g_destruidos_del_conjunto = 0;
     g_conjunto = apunorde_nousar_crea(compara_fichas, destruye_y_vuelve_al_conjunto);
-    ficha fichas[3] = {{2, 0}, {1, 1}, {3, 2}};
-    for (ficha& f : fichas) {
+    registro_con_clave fichas[3] = {{2, 0}, {1, 1}, {3, 2}};
+    for (registro_con_clave& f : fichas) {
         void* registro = &f;
         apunorde_nousar_inserta_original(g_conjunto, &registro);
     }
     apunorde_nousar_destruye(&g_conjunto);
-    EXPECT_EQ(g_registros_destruidos, 3);
+    EXPECT_EQ(g_destruidos_del_conjunto, 3);
     EXPECT_EQ(g_conjunto, nullptr);
     ESPERA_INFORMES("(*apunorde) != NULL", "(*apunorde) != NULL", "(*apunorde) != NULL");
 }

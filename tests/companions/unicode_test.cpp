@@ -11,13 +11,13 @@ using namespace interno;
 
 namespace {
 
-struct fila {
+struct texto_y_bytes {
     unsigned pagina = 1252;
     const char* texto;      // UTF-8
     const char* en_8_bits;  // what the code page makes of it
 };
 
-const fila filas[] = {
+const texto_y_bytes textos_y_bytes[] = {
     {.texto = "", .en_8_bits = ""},
     {.texto = "C:\\dir\\file.txt", .en_8_bits = "C:\\dir\\file.txt"},
     {.texto = "ñandú",
@@ -44,7 +44,7 @@ const fila filas[] = {
 }  // namespace
 
 TEST(unicode, a_8_bits_sin_parecidos) {
-    for (const fila& f : filas) {
+    for (const texto_y_bytes& f : textos_y_bytes) {
         const en_pagina p(f.pagina);
         const texto_w ancho = en_utf16(f.texto);
         EXPECT_EQ(std::string(utunicode_UNICODE_a_ANSI(vista_w(ancho)).c_str()), f.en_8_bits) << f.texto;

@@ -180,7 +180,7 @@ bool vale_todo(const texto_w&, const nodo&) {
 texto_w patron_de_conjunto(const texto_w& d) {
     return d + (acaba(d, L"\\") ? L"*.*" : L"\\*.*");
 }
-lista en_8_bits(lista l) {
+lista pasada_por_8_bits(lista l) {
     for (texto_w& t : l) {
         t = ida_y_vuelta(t);
     }
@@ -1058,7 +1058,7 @@ const std::vector<fila>& todas_las_filas() {
      simple<fichsdir_nombres_ficheros>,
      [](reglas& r, const argumentos& a, const std::string&) {
          const lista l = nombres_que(r, patron_de_conjunto(*a[0]), cuales::ficheros, vale_todo);
-         return lista_de(g_en_8_bits ? en_8_bits(l) : l);
+         return lista_de(g_en_8_bits ? pasada_por_8_bits(l) : l);
      },
      nullptr},
     {"fichsdir_nombres_ficheros_cumplen_filtro_u", 4, un_patron, simple<fichsdir_nombres_ficheros_cumplen_filtro_u>,

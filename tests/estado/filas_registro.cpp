@@ -125,15 +125,15 @@ void vacia(reglas& r, clave& c, const texto_w& camino) {
     }
 }
 
-constexpr wchar_t intacto[] = L"(untouched)";
+constexpr wchar_t sin_tocar[] = L"(untouched)";
 char intacto_8[] = "(untouched)";
 
 template <auto F, class... C>
 std::string lee(const argumentos& a) {
-    wchar_t* texto = const_cast<wchar_t*>(intacto);
+    wchar_t* texto = const_cast<wchar_t*>(sin_tocar);
     return [&]<std::size_t... I>(std::index_sequence<I...>) {
         const unsigned short r = F(convierte<C>(a[I])..., &texto);
-        return std::to_string(r) + " " + (texto == intacto ? "(untouched)" : toma(texto));
+        return std::to_string(r) + " " + (texto == sin_tocar ? "(untouched)" : toma(texto));
     }
     (std::index_sequence_for<C...>());
 }
@@ -150,7 +150,7 @@ std::string subclaves(const argumentos& a) {
 using ul = unsigned long;
 
 // Made when it is first asked for: a child process plays its part before other objects are.
-const std::vector<fila>& todas_las_filas() {
+const std::vector<fila>& todas_las_del_registro() {
     static const std::vector<fila> todas = {
         {"pon_valor", 8,
          [](generador& g) -> argumentos {
@@ -382,7 +382,7 @@ void apunta(const clave& c, const std::string& donde, std::vector<std::string>& 
 }  // namespace
 
 const std::vector<fila>& filas_del_registro() {
-    return todas_las_filas();
+    return todas_las_del_registro();
 }
 
 void empieza_el_registro(reglas& r) {

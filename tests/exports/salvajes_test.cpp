@@ -138,7 +138,7 @@ void registra(const char* nombre, R (*funcion)(A...)) {
                           [=]() -> testing::Test* { return new llamada_salvaje(nombre, esta); });
 }
 
-[[maybe_unused]] const bool registradas = [] {
+[[maybe_unused]] const bool salvajes_registrados = [] {
     testing::AddGlobalTestEnvironment(new cuenta_las_llamadas);
 #define EXPORTACION(nombre) registra(#nombre, nombre);
 #include "cabeceras/exportaciones.inc"

@@ -18,10 +18,8 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-constexpr unsigned short no_contesta = 7;
-
 // A way of deleting a tree or its contents.
-struct forma {
+struct forma_arbol {
     const char* nombre;
     bool quita_raiz;
     bool recursiva;
@@ -38,7 +36,7 @@ struct forma {
 
 constexpr char no_bastaron[] = "se_han_borrado_todos_los_ficheros_loc == CIERTO";
 
-const forma formas[] = {
+const forma_arbol formas_arbol[] = {
     {"cdir_borra_contenido_directorio_UNICODE", false, true, false, false,
      [](const std::string& r) {
          cdir_borra_contenido_directorio_UNICODE(w(r).c_str());
@@ -83,17 +81,13 @@ const forma formas[] = {
      }},
 };
 
-void siembra(const directorio_temporal& d) {
+void siembra_arbol(const directorio_temporal& d) {
     d.fichero("t\\a.txt");
     d.fichero("t\\b.txt", "x", FILE_ATTRIBUTE_READONLY);
     d.fichero("t\\sub\\\u00f1.txt");
     d.fichero("t\\sub\\hondo\\oculto.txt", "x", FILE_ATTRIBUTE_HIDDEN);
     d.directorio("t\\vacio");
     d.fichero("fuera.txt");
-}
-
-unsigned i_cero() noexcept {
-    return 0;
 }
 
 // A Unix link to a directory, as Wine shows one. Made by the Unix side, which Wine can start; answers whether the
@@ -145,9 +139,9 @@ void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
 }  // namespace
 
 TEST(borrado_arbol, borra_lo_que_hay_y_nada_de_fuera) {
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         const directorio_temporal d;
-        siembra(d);
+        siembra_arbol(d);
         const unsigned short respuesta = f.borra(d.ruta("t"));
         EXPECT_EQ(respuesta, f.contesta ? 1 : no_contesta) << f.nombre;
         lista queda{"fuera.txt"};
@@ -165,7 +159,7 @@ TEST(borrado_arbol, borra_lo_que_hay_y_nada_de_fuera) {
 
 TEST(borrado_arbol, los_directorios_que_empiezan_por_punto_detienen_el_borrado_estricto) {
     buclrein_establece_politica(0, 0);
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         const directorio_temporal d;
         d.fichero("t\\sub\\.svn\\entries");
         d.fichero("t\\sub\\f.txt");
@@ -201,7 +195,7 @@ TEST(borrado_arbol, un_directorio_nulo_vacio_o_en_blanco_no_borra_nada) {
     ::GetCurrentDirectoryW(MAX_PATH, antes);
     ::SetCurrentDirectoryW(d.ruta_w().c_str());
     fallos libro;
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         for (const char* blanco : {"", " ", "   "}) {
             EXPECT_EQ(f.borra(blanco), f.contesta ? 0 : no_contesta) << f.nombre;
             EXPECT_EQ(toma_expresiones(), lista{"widestr_longitud(directorio) > 0"}) << f.nombre;
@@ -238,7 +232,7 @@ TEST(borrado_arbol, un_directorio_que_falta) {
 
 TEST(borrado_arbol, un_fichero_en_lugar_de_directorio_se_queda) {
     buclrein_establece_politica(0, 0);
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         const directorio_temporal d;
         d.fichero("f.txt");
         const unsigned short respuesta = f.borra(d.ruta("f.txt"));
@@ -257,7 +251,7 @@ TEST(borrado_arbol, de_un_fichero_en_lugar_de_directorio_se_dice_el_codigo_del_s
     ::SetLastError(0);
     ASSERT_FALSE(::RemoveDirectoryW(w(ruta).c_str()));
     const DWORD codigo = ::GetLastError();
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         f.borra(ruta);
         const std::vector<pregunta> preguntas = toma_preguntas();
         toma_informes();
@@ -308,7 +302,7 @@ TEST(borrado_arbol, un_fichero_que_se_va_entretanto_se_informa_con_su_sitio) {
 
 TEST(borrado_arbol, la_bandera_detiene_entre_entradas) {
     const directorio_temporal d;
-    siembra(d);
+    siembra_arbol(d);
     unsigned short sigue = 0;
     EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(d.ruta_w("t").c_str(), &sigue), 0);
     EXPECT_TRUE(d.existe("t\\a.txt")) << "stopped before the first entry";
@@ -341,7 +335,7 @@ TEST(borrado_arbol, la_bandera_detiene_entre_entradas) {
 
 TEST(borrado_arbol, otra_bandera_que_uno_deja_los_directorios) {
     const directorio_temporal d;
-    siembra(d);
+    siembra_arbol(d);
     unsigned short sigue = 2;
     EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(d.ruta_w("t").c_str(), &sigue), 2);
     EXPECT_EQ(d.arbol(), (lista{"fuera.txt", "t\\", "t\\sub\\", "t\\sub\\hondo\\", "t\\vacio\\"}));
@@ -349,7 +343,7 @@ TEST(borrado_arbol, otra_bandera_que_uno_deja_los_directorios) {
 
 TEST(borrado_arbol, sin_bandera_no_se_borra_nada) {
     const directorio_temporal d;
-    siembra(d);
+    siembra_arbol(d);
     EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(d.ruta_w("t").c_str(), nullptr), 0);
     ESPERA_INFORMES("cotinuar != NULL");
     EXPECT_TRUE(d.existe("t\\a.txt"));
@@ -358,7 +352,7 @@ TEST(borrado_arbol, sin_bandera_no_se_borra_nada) {
 TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
     // Windows opens a link itself and takes it away; Wine would come to what it points to, and there it stays.
     const bool se_van = !interno::sistema.sigue_enlaces();
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         const directorio_temporal d;
         d.fichero("valioso\\no tocar.txt");
         d.fichero("t\\f.txt");
@@ -401,7 +395,7 @@ TEST(borrado_arbol, un_nombre_que_Windows_recorta_no_se_recorre) {
         d.fichero(recortable + "\\f.txt");
         const lista antes = d.arbol();
         buclrein_establece_politica(0, 0);
-        for (const forma& f : formas) {
+        for (const forma_arbol& f : formas_arbol) {
             fallos libro;
             EXPECT_NE(f.borra(d.ruta(raiz)), 1) << f.nombre << " '" << raiz << "'";
             EXPECT_EQ(libro.cuenta("abre_entrada"), 0u) << f.nombre << " '" << raiz << "'";
@@ -432,7 +426,7 @@ TEST(borrado_arbol, la_raiz_de_un_volumen_conserva_su_separador) {
     buclrein_establece_politica(0, 0);
     for (const char* prefijo : {"\\\\?\\", "\\\\.\\"}) {
         const std::string volumen = std::string(prefijo) + "Volume{00000000-0000-0000-0000-00000000dead}";
-        for (const forma& f : formas) {
+        for (const forma_arbol& f : formas_arbol) {
             fallos libro;
             f.borra(volumen + "\\");
             EXPECT_GT(libro.llamadas(), 0u) << f.nombre;
@@ -450,12 +444,12 @@ TEST(borrado_arbol, la_raiz_de_un_volumen_conserva_su_separador) {
 TEST(borrado_arbol, sin_respuesta_sobre_la_marca_deciden_los_atributos) {
     static DWORD bits;
     buclrein_establece_politica(0, 0);
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         if (!f.recursiva) {
             continue;
         }
         const directorio_temporal d;
-        siembra(d);
+        siembra_arbol(d);
         fallos libro;
         libro.falla_siempre("GetFileInformationByHandleEx", ERROR_INVALID_PARAMETER);
         f.borra(d.ruta("t"));
@@ -501,7 +495,7 @@ TEST(borrado_arbol, basta_que_la_entrada_o_el_directorio_abierto_diga_que_es_un_
     buclrein_establece_politica(0, 0);
     for (const fila& caso : filas) {
         for (const bool por_entrada : {true, false}) {
-            for (const forma& f : formas) {
+            for (const forma_arbol& f : formas_arbol) {
                 if (!f.recursiva) {
                     continue;
                 }
@@ -531,7 +525,7 @@ TEST(borrado_arbol, lo_que_no_se_puede_abrir_para_mirarlo_no_se_recorre) {
     d.fichero("t\\f.txt");
     buclrein_establece_politica(0, 0);
     for (const char* llamada : {"CreateFileW", "GetFileInformationByHandle"}) {
-        for (const forma& f : formas) {
+        for (const forma_arbol& f : formas_arbol) {
             fallos libro;
             libro.falla_siempre(llamada, ERROR_ACCESS_DENIED);
             const sustituye<decltype(interno::sistema.GetFileInformationByHandleEx)> sin_marca(
@@ -650,7 +644,7 @@ TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
     const directorio_temporal d;
     const std::string ruta = d.fichero("t\\sub\\abierto.txt");
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     unsigned pausas = 0;
     al_dormir([&](unsigned long) {
         if (++pausas == 4) {
@@ -683,7 +677,7 @@ TEST(borrado_arbol, si_es_posible_contesta_por_los_ficheros_aunque_el_directorio
     };
     for (const fila& caso : filas) {
         const directorio_temporal d;
-        siembra(d);
+        siembra_arbol(d);
         borrados_vistos vistos;
         vistos.falla = [&](const std::string&, bool es_directorio) {
             return es_directorio ? caso.codigo : 0;
@@ -700,7 +694,7 @@ TEST(borrado_arbol, si_es_posible_contesta_por_los_ficheros_aunque_el_directorio
 
 TEST(borrado_arbol, un_directorio_que_se_vacia_tarde_se_quita_en_otra_pasada) {
     const directorio_temporal d;
-    siembra(d);
+    siembra_arbol(d);
     int veces = 3;
     borrados_vistos vistos;
     vistos.falla = [&](const std::string& ruta, bool) {
@@ -736,12 +730,12 @@ TEST(borrado_arbol, lo_que_se_queda_en_un_sitio_no_quita_la_pasada_de_otro) {
 // Another program has the directory open and shares it with nobody: what is in it is there, and unseen.
 TEST(borrado_arbol, un_directorio_retenido_por_otro_no_cuenta_como_borrado) {
     for (const char* cual : {"t", "t\\sub"}) {
-        for (const forma& f : formas) {
+        for (const forma_arbol& f : formas_arbol) {
             if (!f.debe_bastar && std::string(f.nombre).find("si_es_posible") == std::string::npos) {
                 continue;
             }
             const directorio_temporal d;
-            siembra(d);
+            siembra_arbol(d);
             otro_proceso otro(d.ruta(cual), GENERIC_READ, 0);
             const unsigned short respuesta = f.borra(d.ruta("t"));
             const bool lo_ve_todo = !f.recursiva && std::string(cual) != "t";
@@ -757,7 +751,7 @@ TEST(borrado_arbol, un_directorio_retenido_por_otro_no_cuenta_como_borrado) {
 
 TEST(borrado_arbol, si_se_puede_nombra_los_ficheros_que_quedan) {
     const directorio_temporal d;
-    siembra(d);
+    siembra_arbol(d);
     const std::string ruta = d.ruta("t\\sub\\\u00f1.txt");
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
     ArrCADENA_u* quedan = arr_CreaCADENA_u(0);
@@ -802,7 +796,7 @@ TEST(borrado_arbol, dos_procesos_a_la_vez_acaban_bien_los_dos) {
 // Each refusal of a file system alone, and all of them at once: the tree goes all the same.
 TEST(borrado_arbol, cualquier_sistema_de_ficheros_vale) {
     for (unsigned cuales = 0; cuales < 128; ++cuales) {
-        for (const forma& f : formas) {
+        for (const forma_arbol& f : formas_arbol) {
             volumen_falso v;
             v.pon("C:\\d\\t", {{"a", FILE_ATTRIBUTE_READONLY}, {"f "}, {"con"}});
             v.pon("C:\\d\\t\\s.", {{"g"}});
@@ -850,7 +844,7 @@ TEST(borrado_arbol, cambiar_directorios_en_cualquier_momento_no_lleva_fuera) {
             }
         }
     }
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         for (const volumen& caso : volumenes) {
             bool ha_tocado = true;
             for (unsigned n = 1; ha_tocado; ++n) {
@@ -899,7 +893,7 @@ TEST(borrado_arbol, de_lo_que_no_se_puede_mirar_se_sabe_lo_que_dice_su_entrada) 
     static DWORD codigo;
     for (const DWORD uno : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}}) {
         codigo = uno;
-        for (const forma& f : formas) {
+        for (const forma_arbol& f : formas_arbol) {
             const directorio_temporal d;
             d.fichero("t\\a", "x", FILE_ATTRIBUTE_READONLY);
             d.fichero("t\\b");
@@ -926,7 +920,7 @@ TEST(borrado_arbol, una_entrada_con_separador_en_su_nombre_no_se_toca_y_cuenta) 
     buclrein_establece_politica(0, 0);
     for (const char* nombre : {"..\\fuera", "../fuera", "s\\..", "\\"}) {
         for (const bool es_directorio : {true, false}) {
-            for (const forma& f : formas) {
+            for (const forma_arbol& f : formas_arbol) {
                 if (!f.recursiva && es_directorio) {
                     continue;
                 }
@@ -953,7 +947,7 @@ TEST(borrado_arbol, una_entrada_con_separador_en_su_nombre_no_se_toca_y_cuenta) 
 TEST(borrado_arbol, un_directorio_de_solo_lectura_se_quita_y_si_se_queda_sigue_siendolo) {
     constexpr DWORD marcado = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM;
     buclrein_establece_politica(0, 0);
-    for (const forma& f : formas) {
+    for (const forma_arbol& f : formas_arbol) {
         for (const bool se_queda : {false, true}) {
             volumen_falso v;
             v.pon("C:\\d\\t\\s", {{"g"}});
@@ -980,8 +974,8 @@ TEST(borrado_arbol, un_directorio_de_solo_lectura_se_quita_y_si_se_queda_sigue_s
 TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_pierde_memoria) {
     const directorio_temporal d;
     buclrein_establece_politica(1, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
-    for (const forma& f : formas) {
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    for (const forma_arbol& f : formas_arbol) {
         if (f.es_gemela()) {
             continue;
         }
@@ -1011,9 +1005,9 @@ TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_p
 // The ways round a file system that refuses much, with each of their calls failing too.
 TEST(borrado_arbol, tampoco_por_los_rodeos_queda_nada_cuando_falla_una_llamada) {
     buclrein_establece_politica(1, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     for (const unsigned rodeo : {1u, 2u, 3u, 7u}) {
-        for (const forma& f : formas) {
+        for (const forma_arbol& f : formas_arbol) {
             if (f.es_gemela() || !f.recursiva) {
                 continue;
             }

@@ -17,12 +17,6 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-constexpr unsigned short no_contesta = 7;
-
-std::string texto_de_codigo(DWORD codigo) {
-    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
-}
-
 const std::string sugerencia =
     "It may be that it is being used by another application or you do not have sufficient privileges to "
     "write to "
@@ -33,7 +27,7 @@ std::string mensaje_fichero(const std::string& ruta, const std::string& extra = 
 }
 
 // A way of deleting a file. Its answer is 1, 0 or `no_contesta`.
-struct forma {
+struct forma_fichero {
     const char* nombre;
     bool ancha;
     bool exige;     // a missing file is reported
@@ -43,7 +37,7 @@ struct forma {
     std::function<unsigned short(const std::string&)> borra;
 };
 
-const forma formas[] = {
+const forma_fichero formas_fichero[] = {
     {"cdir_borra_fichero_UNICODE", true, true, true, true, true,
      [](const std::string& r) { return cdir_borra_fichero_UNICODE(w(r).c_str()); }},
     {"cdir_borra_fichero", false, true, true, true, false,
@@ -87,7 +81,7 @@ const forma formas[] = {
      [](const std::string& r) { return cdir_borra_fichero_con_comprobacion(cp1252(r).c_str()); }},
 };
 
-void espera_respuesta(const forma& f, unsigned short respuesta, unsigned short esperada) {
+void espera_respuesta(const forma_fichero& f, unsigned short respuesta, unsigned short esperada) {
     EXPECT_EQ(respuesta, f.contesta ? esperada : no_contesta) << f.nombre;
 }
 
@@ -140,7 +134,7 @@ public:
 TEST(borrado, un_fichero_corriente_cuesta_una_llamada_al_sistema) {
     const directorio_temporal d;
     const como_windows windows({});  // where links are followed, it is asked first whether this is one
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         const std::string ruta = d.fichero("\u00f1 fichero.txt");
         fallos libro;
         espera_respuesta(f, f.borra(ruta), 1);
@@ -152,7 +146,7 @@ TEST(borrado, un_fichero_corriente_cuesta_una_llamada_al_sistema) {
 
 TEST(borrado, el_fichero_de_solo_lectura_se_desprotege_antes) {
     const directorio_temporal d;
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         const std::string ruta = d.fichero("f.txt", "x", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
         espera_respuesta(f, f.borra(ruta), f.insiste ? 1 : 0);
         EXPECT_EQ(d.existe("f.txt"), !f.insiste) << f.nombre;
@@ -166,7 +160,7 @@ TEST(borrado, el_fichero_de_solo_lectura_se_desprotege_antes) {
 
 TEST(borrado, un_fichero_que_falta_es_exito_salvo_para_quien_lo_exige) {
     const directorio_temporal d;
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         for (const char* relativa : {"falta.txt", "falta\\falta.txt"}) {
             const std::string ruta = d.ruta(relativa);
             espera_respuesta(f, f.borra(ruta), f.exige || !f.insiste ? 0 : 1);
@@ -194,7 +188,7 @@ TEST(borrado, un_fichero_en_manos_de_otro_se_reintenta_y_se_pregunta) {
     const directorio_temporal d;
     const std::string ruta = d.fichero("abierto.txt");
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         const con_aviso_de_fichero_abierto aviso;
         espera_respuesta(f, f.borra(ruta), 0);
         EXPECT_TRUE(d.existe("abierto.txt")) << f.nombre;
@@ -229,7 +223,7 @@ TEST(borrado, el_texto_extra_sustituye_a_la_sugerencia) {
 
 TEST(borrado, el_fichero_que_se_suelta_a_tiempo_se_borra_sin_pregunta) {
     const directorio_temporal d;
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         if (!f.insiste) {
             continue;
         }
@@ -296,7 +290,7 @@ TEST(borrado, en_modo_servicio_hay_un_intento_y_ninguna_pregunta) {
     const std::string ruta = d.fichero("abierto.txt");
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
     lumodir_establece_modo_servicio_sin_reintentos();
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         fallos libro;
         espera_respuesta(f, f.borra(ruta), 0);
         EXPECT_EQ(libro.cuenta("DeleteFileW"), 1u) << f.nombre;
@@ -309,7 +303,7 @@ TEST(borrado, un_directorio_no_se_borra_como_fichero) {
     const directorio_temporal d;
     const std::string ruta = d.directorio("d");
     buclrein_establece_politica(1, 50);
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         espera_respuesta(f, f.borra(ruta), 0);
         EXPECT_TRUE(d.es_directorio("d")) << f.nombre;
         EXPECT_EQ(toma_preguntas().size(), f.pregunta ? 1u : 0u) << f.nombre;
@@ -432,7 +426,7 @@ TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
          {u.d.ruta("l"), u.d.ruta("lp"), u.d.ruta("doble"), u.d.ruta("s\\v"), u.d.ruta("por\\v"),
           u.d.ruta("s/v"), u.d.ruta("s\\..\\l"), u.d.ruta("s\\igual"), literal + "l", literal + "l.",
           literal + "p \\v", literal + "q..\\v", u.d.ruta("\u00f1"), u.d.ruta("L")}) {
-        for (const forma& f : formas) {
+        for (const forma_fichero& f : formas_fichero) {
             SCOPED_TRACE(ruta + " " + f.nombre);
             fallos libro;
             espera_respuesta(f, f.borra(ruta), 0);
@@ -455,7 +449,7 @@ TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
     for (const std::string& ruta :
          {u.d.ruta("s\\f"), u.d.ruta("por\\f"), u.d.ruta("S\\F"), literal + "p \\f", literal + "q..\\f ",
           literal + "q..\\f", literal + " ", literal + "l..", u.d.ruta("s/f"), u.d.ruta("s\\.\\f")}) {
-        for (const forma& f : formas) {
+        for (const forma_fichero& f : formas_fichero) {
             SCOPED_TRACE(ruta + " " + f.nombre);
             u.corre(": >s/f; : >'p /f'; : >'q../f '; : >q../f; : >' '; : >l..");
             const std::size_t eran = u.censo(".").size();
@@ -469,7 +463,7 @@ TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
     u.corre("rm -f s/f 'p /f' q../f 'q../f ' ' ' l..");
     EXPECT_EQ(u.censo_exacto("."), antes);
     // Whatever call fails.
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         con_cada_fallo([] {}, [&] { f.borra(u.d.ruta("s\\v")); },
                        [&](const ronda& r) {
                            EXPECT_EQ(u.d.contenido("s\\v"), "1\n") << f.nombre << " " << r;
@@ -527,7 +521,7 @@ TEST(borrado, un_enlace_a_un_directorio_se_va_el_mismo_o_se_queda) {
 TEST(borrado, un_fallo_sin_codigo_es_un_fallo) {
     const directorio_temporal d;
     buclrein_establece_politica(1, 10);
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         const std::string ruta = d.fichero("f.txt");
         fallos libro;
         libro.falla_siempre("DeleteFileW", ERROR_SUCCESS);
@@ -549,7 +543,7 @@ TEST(borrado, un_fallo_sin_codigo_es_un_fallo) {
 TEST(borrado, con_cualquier_llamada_fallando_la_respuesta_dice_la_verdad) {
     const directorio_temporal d;
     buclrein_establece_politica(2, 10);
-    for (const forma& f : formas) {
+    for (const forma_fichero& f : formas_fichero) {
         for (const DWORD atributos : {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_READONLY}}) {
             unsigned short respuesta = 0;
             con_cada_fallo(

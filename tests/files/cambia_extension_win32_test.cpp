@@ -11,7 +11,7 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-struct fila {
+struct cambio_de_extension {
     const char* antigua;
     const char* nueva;
     lista queda;
@@ -20,7 +20,7 @@ struct fila {
 const lista como_estaba = {"a.bak",        "a.tmp", "b.TMP",     "c.txt",
                            "notas.mi tmp", "sin",   "sub.tmp\\", "sub.tmp\\d.tmp"};
 
-const fila filas[] = {
+const cambio_de_extension cambios_de_extension[] = {
     {.antigua = ".tmp",
      .nueva = "bak",
      .queda = {"a.bak", "b.bak", "c.txt", "notas.mi tmp", "sin", "sub.tmp\\", "sub.tmp\\d.tmp"}},
@@ -36,7 +36,7 @@ const fila filas[] = {
      .queda = {"a.bak", "a.tmp", "b.TMP", "c.txt", "notas.mi tmp", "sin.log", "sub.tmp\\", "sub.tmp\\d.tmp"}},
 };
 
-void siembra(const directorio_temporal& d) {
+void siembra_extensiones(const directorio_temporal& d) {
     d.limpia();
     for (const char* nombre : {"a.tmp", "a.bak", "b.TMP", "c.txt", "notas.mi tmp", "sin", "sub.tmp\\d.tmp"}) {
         d.fichero(nombre, nombre);
@@ -47,9 +47,9 @@ void siembra(const directorio_temporal& d) {
 
 TEST(cambia_extension, los_ficheros_del_directorio_cambian_de_extension) {
     const directorio_temporal d;
-    for (const fila& caso : filas) {
+    for (const cambio_de_extension& caso : cambios_de_extension) {
         for (const char* final : {"", "\\"}) {
-            siembra(d);
+            siembra_extensiones(d);
             cdir_cambia_extension_ficheros_u((d.ruta_w() + w(final)).c_str(), w(caso.antigua).c_str(),
                                              w(caso.nueva).c_str());
             lista queda = caso.queda;
@@ -296,14 +296,14 @@ TEST(cambia_extension, un_enlace_que_el_sistema_seguiria_se_queda_con_todo) {
         GTEST_SKIP() << "links are not followed here";
     }
     buclrein_establece_politica(1, 0);
-    struct fila {
+    struct cambio_de_extension {
         const char* que;
         std::string guion;
         lista preguntas;   // about whom
         lista se_va = {};  // of the tree, as it was
         lista viene = {};
     };
-    const fila filas[] = {
+    const cambio_de_extension cambios_de_extension[] = {
         {"source", "ln -s ../fuera/v d/l.tmp", {"l"}},
         {"source in place of which a file would be deleted",
          "ln -s ../fuera/v d/l.tmp; echo 5 >d/l.bak",
@@ -321,7 +321,7 @@ TEST(cambia_extension, un_enlace_que_el_sistema_seguiria_se_queda_con_todo) {
          {"f a.bak", "f \xc3\xb1.bak"}},
         {"a link on the way", "mkdir e; echo 5 >e/a.tmp; rmdir d; ln -s e d", {}},
     };
-    for (const fila& caso : filas) {
+    for (const cambio_de_extension& caso : cambios_de_extension) {
         for (const char* final : {"", "\\"}) {
             SCOPED_TRACE(std::string(caso.que) + " " + final);
             u.corre(

@@ -66,7 +66,7 @@ void exige(bool condicion, int linea) {
 }
 #define EXIGE(condicion) exige(condicion, __LINE__)
 
-void textos(const std::string& mio) {
+void llama_a_las_de_texto(const std::string& mio) {
     const texto_w fichero = w("C:\\dir\\" + mio + ".txt");
     const texto_a fichero_8 = cp1252("C:\\dir\\" + mio + ".txt");
     EXIGE(cdir_path_valido_UNICODE(fichero.c_str(), 0) == 1);
@@ -141,7 +141,7 @@ TEST(concurrencia, dieciseis_hilos_cada_uno_con_lo_suyo) {
                 const texto_w raiz = d.ruta_w(mio);
                 do {
                     for (int k = 0; k < 10; ++k) {
-                        textos(mio);
+                        llama_a_las_de_texto(mio);
                     }
                     arbol(raiz);
                     ++vueltas;

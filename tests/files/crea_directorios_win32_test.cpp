@@ -19,11 +19,7 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-std::string texto_de_codigo(DWORD codigo) {
-    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
-}
-
-struct fila {
+struct creacion {
     std::string ruta;  // relative to the test's directory
     unsigned short es_directorio;
     lista arbol;  // what is there afterwards
@@ -115,7 +111,7 @@ private:
 
 const std::string larga_1(100, 'a'), larga_2(100, 'b'), larga_3(100, 'c');
 
-const fila filas[] = {
+const creacion creaciones[] = {
     {.ruta = "a\\b", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
     {.ruta = "a\\b\\", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
     {.ruta = "a\\b/", .es_directorio = 1, .arbol = {"a\\", "a\\b\\"}},
@@ -150,7 +146,7 @@ const fila filas[] = {
 
 TEST(crea_directorios, cada_fila_en_ambos_sabores) {
     const directorio_temporal dir;
-    for (const fila& f : filas) {
+    for (const creacion& f : creaciones) {
         SCOPED_TRACE(f.ruta + " " + std::to_string(f.es_directorio));
         const texto_w ancha = dir.ruta_w(f.ruta);
         EXPECT_EQ(cdir_crea_directorios_UNICODE(ancha.c_str(), f.es_directorio), 1);

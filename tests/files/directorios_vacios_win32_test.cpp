@@ -2,6 +2,7 @@
 #include "apoyo/borrados_vistos.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/formas_de_borrar.hpp"
 #include "apoyo/volumen_falso.hpp"
 #include "lumodir.h"
 
@@ -11,8 +12,6 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-const std::string no_es_principio =
-    "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO";
 const std::string mas_corto = "widestr_longitud(dir) > widestr_longitud(path_base)";
 
 void sube(bool ancha, const std::string& directorio, const std::string* base) {
@@ -25,14 +24,14 @@ void sube(bool ancha, const std::string& directorio, const std::string* base) {
     }
 }
 
-struct fila {
+struct limpieza {
     const char* nombre;
     std::string directorio;  // below the temporary directory
     std::string base;
     lista queda;
 };
 
-const fila filas[] = {
+const limpieza limpiezas[] = {
     {.nombre = "up to the base", .directorio = "a\\b\\c", .base = "a", .queda = {"a\\", "z"}},
     {.nombre = "final separators do not matter",
      .directorio = "a\\b\\c\\",
@@ -65,7 +64,7 @@ const fila filas[] = {
 }  // namespace
 
 TEST(directorios_vacios, se_sube_hasta_la_base) {
-    for (const fila& caso : filas) {
+    for (const limpieza& caso : limpiezas) {
         for (const bool ancha : {true, false}) {
             const directorio_temporal d;
             d.directorio("a\\b\\c");

@@ -31,7 +31,7 @@ private:
     HANDLE h_;
 };
 
-void siembra(const directorio_temporal& d) {
+void siembra_de_solo_lectura(const directorio_temporal& d) {
     d.fichero("t\\a.txt");
     d.fichero("t\\icono \u00f1\\desktop.ini", "x", FILE_ATTRIBUTE_READONLY);
     d.fichero("t\\icono \u00f1\\hondo\\b.txt");
@@ -51,7 +51,7 @@ TEST(en_windows, un_directorio_de_solo_lectura_se_borra_de_todas_las_formas) {
         }
         const directorio_temporal d;
         como_windows windows({});
-        siembra(d);
+        siembra_de_solo_lectura(d);
         windows.marca(d.ruta("t\\icono \u00f1"));
         windows.marca(d.ruta("t\\icono \u00f1\\hondo"));
         ASSERT_FALSE(interno::sistema.RemoveDirectoryW(d.ruta_w("t\\icono \u00f1\\hondo").c_str()));
@@ -110,7 +110,7 @@ TEST(en_windows, una_marca_sin_sentido_no_impide_entrar) {
         }
         const directorio_temporal d;
         const como_windows windows({.borrado_posix = false, .marcas_sin_sentido = true});
-        siembra(d);
+        siembra_de_solo_lectura(d);
         EXPECT_EQ(f.borra(d.ruta("t")), f.contesta == respuesta::ninguna ? no_contesta : 1);
         EXPECT_EQ(d.arbol("t"), std::vector<std::string>{});
         EXPECT_EQ(d.existe("t"), !f.quita_raiz);
@@ -128,10 +128,10 @@ TEST(en_windows, un_listado_por_manija_que_se_niega_cede_al_siguiente) {
             const directorio_temporal d;
             const como_windows windows(
                 {.borrado_posix = false, .listado_con_numeros = codigo, .listado_sin_numeros = sin_numeros});
-            siembra(d);
+            siembra_de_solo_lectura(d);
             EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_UNICODE(d.ruta_w("t").c_str()), 1);
             EXPECT_EQ(d.arbol(), solo_lo_de_fuera);
-            siembra(d);
+            siembra_de_solo_lectura(d);
             EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(d.ruta_w("t").c_str()), 1);
             EXPECT_EQ(d.arbol(), solo_lo_de_fuera);
             EXPECT_GT(windows.intervenciones(), 0u);
@@ -148,7 +148,7 @@ TEST(en_windows, un_nombre_que_aun_no_se_ha_ido_pide_otra_pasada) {
         }
         const directorio_temporal d;
         const como_windows windows({.borrado_posix = false});
-        siembra(d);
+        siembra_de_solo_lectura(d);
         fichero_mirado mirado(d, "t\\icono \u00f1\\hondo\\b.txt");
         al_dormir([&](unsigned long) { mirado.suelta(); });
         EXPECT_EQ(f.borra(d.ruta("t")), f.contesta == respuesta::ninguna ? no_contesta : 1);
@@ -160,7 +160,7 @@ TEST(en_windows, un_nombre_que_aun_no_se_ha_ido_pide_otra_pasada) {
 TEST(en_windows, el_borrado_estricto_espera_al_nombre_que_no_se_ha_ido) {
     const directorio_temporal d;
     const como_windows windows({.borrado_posix = false});
-    siembra(d);
+    siembra_de_solo_lectura(d);
     fichero_mirado mirado(d, "t\\icono \u00f1\\hondo\\b.txt");
     al_dormir([&](unsigned long) { mirado.suelta(); });
     EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_UNICODE(d.ruta_w("t").c_str()), 1);
@@ -176,7 +176,7 @@ TEST(en_windows, con_nombres_que_se_van_al_momento_nadie_espera) {
         }
         const directorio_temporal d;
         const como_windows windows({});
-        siembra(d);
+        siembra_de_solo_lectura(d);
         const fichero_mirado mirado(d, "t\\icono \u00f1\\hondo\\b.txt");
         EXPECT_EQ(f.borra(d.ruta("t")), f.contesta == respuesta::ninguna ? no_contesta : 1);
         EXPECT_EQ(d.existe("t"), !f.quita_raiz);
@@ -193,7 +193,7 @@ TEST(en_windows, un_enlace_se_va_el_mismo) {
             continue;
         }
         const directorio_temporal d;
-        siembra(d);
+        siembra_de_solo_lectura(d);
         const enlace suyo(d.ruta("t"), "enlace", "../fuera");
         if (!suyo.hecho()) {
             GTEST_SKIP() << "no links here";
@@ -233,7 +233,7 @@ TEST(en_windows, un_recurso_que_vuelve_lo_ve_quien_espera_mas_de_cinco_segundos)
 TEST(en_windows, ninguna_llamada_deja_salir_un_dialogo) {
     const directorio_temporal d;
     const como_windows windows({});
-    siembra(d);
+    siembra_de_solo_lectura(d);
     DWORD modo_de_antes = 0;
     ASSERT_TRUE(::SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, &modo_de_antes));
     const struct {

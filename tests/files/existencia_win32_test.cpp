@@ -27,7 +27,7 @@ struct disco {
     }
 };
 
-struct fila {
+struct pregunta_de_existencia {
     std::string ruta;  // relative to the disk
     bool existe;
     bool es_directorio = false;
@@ -36,7 +36,7 @@ struct fila {
     unsigned long long tamanyo = ~0ull;
 };
 
-std::vector<fila> filas(const disco& d) {
+std::vector<pregunta_de_existencia> preguntas_de_existencia(const disco& d) {
     return {
         {.ruta = "f.txt", .existe = true, .se_lee = true, .tamanyo = 5},
         {.ruta = "F.TXT", .existe = true, .se_lee = true, .tamanyo = 5},
@@ -71,7 +71,7 @@ unsigned short logico(bool b) {
 
 TEST(existencia, cada_pregunta_en_ambos_sabores) {
     const disco d;
-    for (const fila& f : filas(d)) {
+    for (const pregunta_de_existencia& f : preguntas_de_existencia(d)) {
         SCOPED_TRACE(f.ruta);
         const texto_w ancha = d.dir.ruta_w(f.ruta);
         const texto_a ocho = d.dir.ruta_a(f.ruta);
@@ -378,7 +378,7 @@ TEST(existencia, bajo_fallos_se_contesta_que_no_y_nada_queda_abierto) {
 
 namespace {
 
-const char* nombre_de(interno::existencia::estado estado) {
+const char* nombre_de_existencia(interno::existencia::estado estado) {
     return estado == interno::existencia::estado::hay     ? "there"
            : estado == interno::existencia::estado::falta ? "missing"
                                                           : "not known";
@@ -387,13 +387,13 @@ const char* nombre_de(interno::existencia::estado estado) {
 }  // namespace
 
 TEST(existencia, que_codigos_dicen_que_falta) {
-    struct fila {
+    struct pregunta_de_existencia {
         DWORD codigo;
         DWORD de_la_busqueda;  // 0: the entry is found
         const char* espera;
         DWORD codigo_final;
     };
-    const fila filas[] = {
+    const pregunta_de_existencia preguntas_de_existencia[] = {
         {2, 0, "missing", 2},       {3, 0, "missing", 3},     {53, 0, "missing", 53},
         {67, 0, "missing", 67},     {123, 0, "missing", 123}, {161, 0, "missing", 161},
         {21, 0, "not known", 21},   {64, 0, "not known", 64}, {1231, 0, "not known", 1231},
@@ -403,7 +403,7 @@ TEST(existencia, que_codigos_dicen_que_falta) {
     };
     const directorio_temporal dir;
     dir.fichero("\u00f1.txt", "x", FILE_ATTRIBUTE_READONLY);
-    for (const fila& c : filas) {
+    for (const pregunta_de_existencia& c : preguntas_de_existencia) {
         SCOPED_TRACE(std::to_string(c.codigo) + " " + std::to_string(c.de_la_busqueda));
         static DWORD codigo;
         static DWORD de_la_busqueda;
@@ -419,7 +419,7 @@ TEST(existencia, que_codigos_dicen_que_falta) {
             f.falla_siempre("FindFirstFileExW", de_la_busqueda);
         }
         const interno::existencia que_hay = interno::i_existencia(dir.ruta_w("\u00f1.txt").c_str());
-        EXPECT_STREQ(nombre_de(que_hay.cual), c.espera);
+        EXPECT_STREQ(nombre_de_existencia(que_hay.cual), c.espera);
         EXPECT_EQ(que_hay.codigo, c.codigo_final);
         EXPECT_EQ(que_hay.es_de_solo_lectura(), que_hay.hay());
         EXPECT_EQ(f.cuenta("FindFirstFileExW"), c.codigo == 5 || c.codigo == 32 ? 1u : 0u);
@@ -441,7 +441,7 @@ TEST(existencia, lo_que_no_tiene_entrada_no_se_busca) {
     for (const char* ruta : {"C:\\", "C:", "\\\\s\\r", "\\\\s\\r\\", "//s/r", "\\\\?\\C:\\",
                              "\\\\?\\UNC\\s\\r\\", "\\\\.\\C:", "C:\\d\\*", "C:\\d\\a?", ""}) {
         const interno::existencia que_hay = interno::i_existencia(w(ruta).c_str());
-        EXPECT_STREQ(nombre_de(que_hay.cual), "not known") << ruta;
+        EXPECT_STREQ(nombre_de_existencia(que_hay.cual), "not known") << ruta;
         EXPECT_EQ(que_hay.codigo, DWORD{ERROR_ACCESS_DENIED}) << ruta;
     }
     EXPECT_EQ(f.cuenta("FindFirstFileExW"), 0u);

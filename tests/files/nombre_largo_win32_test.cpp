@@ -21,11 +21,11 @@ protected:
 
 int g_busquedas = 0;
 int g_llamadas = 0;
-DWORD g_codigo = 0;
+DWORD g_codigo_de_nombre = 0;
 
 DWORD WINAPI contesta_con_codigo(const wchar_t*, wchar_t*, DWORD) {
     ++g_llamadas;
-    ::SetLastError(g_codigo);
+    ::SetLastError(g_codigo_de_nombre);
     return 0;
 }
 DWORD WINAPI contesta_siempre(const wchar_t*, wchar_t* largo, DWORD sitio) {
@@ -51,7 +51,7 @@ funcion_nombre_largo la_hay() {
     return contesta_siempre;
 }
 
-std::string corto_de(const std::string& ruta) {
+std::string nombre_corto_de(const std::string& ruta) {
     wchar_t corto[1024];
     const DWORD largo = ::GetShortPathNameW(w(ruta).c_str(), corto, 1024);
     return u8(vista_w(corto, largo));
@@ -69,7 +69,7 @@ TEST_F(nombre_largo, kernel32_contesta_por_omision) {
     const directorio_temporal dir;
     const std::string ruta = dir.fichero("Long directory name\\ñandú long file name.text");
     EXPECT_EQ(largo_de(ruta), ruta);
-    EXPECT_EQ(largo_de(corto_de(ruta)), ruta);
+    EXPECT_EQ(largo_de(nombre_corto_de(ruta)), ruta);
     EXPECT_EQ(largo_de(dir.ruta("missing")), "0");
     EXPECT_EQ(sistema.busca_nombre_largo(),
               reinterpret_cast<funcion_nombre_largo>(reinterpret_cast<void (*)()>(
@@ -96,9 +96,9 @@ TEST_F(nombre_largo, se_elige_una_sola_vez) {
         const sustituye buscar(sistema.busca_nombre_largo, fila.busca);
         i_olvida_nombre_largo();
         g_busquedas = g_llamadas = 0;
-        g_codigo = fila.codigo;
+        g_codigo_de_nombre = fila.codigo;
         for (int i = 0; i < 3; ++i) {
-            EXPECT_EQ(largo_de(corto_de(ruta)), fila.respuesta);
+            EXPECT_EQ(largo_de(nombre_corto_de(ruta)), fila.respuesta);
         }
         EXPECT_EQ(g_busquedas, 1);
         EXPECT_EQ(g_llamadas, fila.llamadas);
@@ -116,11 +116,11 @@ TEST_F(nombre_largo, el_escritorio_contesta_de_lo_que_existe_y_no_es_demasiado_l
         std::string ruta;
         std::string respuesta;
     } filas[] = {
-        {"short form", corto_de(ruta), ruta},
+        {"short form", nombre_corto_de(ruta), ruta},
         {"long form", ruta, ruta},
         {"parts to resolve",
          dir.ruta("Long directory name\\..\\Long directory name\\ñandú long file name.text"), ruta},
-        {"a directory", corto_de(dir.ruta("Long directory name")), dir.ruta("Long directory name")},
+        {"a directory", nombre_corto_de(dir.ruta("Long directory name")), dir.ruta("Long directory name")},
         {"missing", dir.ruta("missing"), "0"},
         {"empty", "", "0"},
         {"too long", dir.ruta(larga), "0"},
@@ -154,7 +154,7 @@ TEST_F(nombre_largo, el_escritorio_dice_tambien_lo_que_la_pagina_de_codigos_no_t
     const std::string ruta = dir.fichero("a long \uFF41\u65E5 name.text");
     const sustituye buscar(sistema.busca_nombre_largo, no_la_hay);
     i_olvida_nombre_largo();
-    EXPECT_EQ(largo_de(corto_de(ruta)), ruta);
+    EXPECT_EQ(largo_de(nombre_corto_de(ruta)), ruta);
 }
 
 // Both look at the drive, as any call on a path does.
@@ -249,7 +249,7 @@ carpeta g_carpeta;
 TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja_nada) {
     const directorio_temporal dir;
     const std::string ruta = dir.fichero("a long name.text");
-    const texto_w corto = w(corto_de(ruta));
+    const texto_w corto = w(nombre_corto_de(ruta));
     ASSERT_EQ(::SHGetMalloc(&g_asignador.de_verdad), S_OK);
     ASSERT_EQ(::SHGetDesktopFolder(&g_carpeta.de_verdad), S_OK);
     const auto da_el_que_cuenta = [](IMalloc** sitio) -> HRESULT {
@@ -309,7 +309,7 @@ TEST_F(nombre_largo, el_directorio_actual_de_8_bits_pregunta_por_aqui) {
     const std::string ruta = dir.directorio("Long ñandú name");
     wchar_t antes[1024];
     ::GetCurrentDirectoryW(1024, antes);
-    ASSERT_TRUE(::SetCurrentDirectoryW(w(corto_de(ruta)).c_str()));
+    ASSERT_TRUE(::SetCurrentDirectoryW(w(nombre_corto_de(ruta)).c_str()));
     {
         const sustituye buscar(sistema.busca_nombre_largo, no_la_hay);
         i_olvida_nombre_largo();
@@ -322,7 +322,7 @@ TEST_F(nombre_largo, el_directorio_actual_de_8_bits_pregunta_por_aqui) {
     }
     {
         const sustituye buscar(sistema.busca_nombre_largo, falla_con_codigo);
-        g_codigo = ERROR_ACCESS_DENIED;
+        g_codigo_de_nombre = ERROR_ACCESS_DENIED;
         i_olvida_nombre_largo();
         wchar_t actual[1024];
         ASSERT_NE(sistema._wgetcwd(actual, 1024), nullptr);

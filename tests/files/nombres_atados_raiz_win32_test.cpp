@@ -16,11 +16,7 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-unsigned i_cero() noexcept {
-    return 0;
-}
-
-void siembra(const directorio_temporal& d) {
+void siembra_raiz(const directorio_temporal& d) {
     d.fichero("t\\a", "a");
     d.fichero("t\\s\\b", "b");
     d.fichero("t\\s\\p", "p", FILE_ATTRIBUTE_READONLY);
@@ -48,7 +44,7 @@ void nada_se_fue(const forma_de_borrar& f, unsigned short contestado, const std:
 
 TEST(nombres_atados, una_unidad_sin_directorio_se_rechaza) {
     const directorio_temporal d;
-    siembra(d);
+    siembra_raiz(d);
     const lista antes = d.arbol();
     wchar_t actual[MAX_PATH];
     ::GetCurrentDirectoryW(MAX_PATH, actual);
@@ -87,7 +83,7 @@ TEST(nombres_atados, un_directorio_de_la_unidad_no_es_una_unidad) {
     wchar_t actual[MAX_PATH];
     ::GetCurrentDirectoryW(MAX_PATH, actual);
     for (const forma_de_borrar& f : formas_de_borrar) {
-        siembra(d);
+        siembra_raiz(d);
         ASSERT_TRUE(::SetCurrentDirectoryW(d.ruta_w().c_str()));
         const unsigned short contestado = f.borra(d.ruta().substr(0, 2) + "t");
         EXPECT_EQ(contestado, f.contesta == respuesta::ninguna ? no_contesta : 1) << f.nombre;
@@ -101,7 +97,7 @@ TEST(nombres_atados, un_directorio_de_la_unidad_no_es_una_unidad) {
 // Windows takes such a root itself away, where a root goes; Wine would come to what it points to: there it stays too.
 TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     const lado_unix u;
     if (!u.hay()) {
         GTEST_SKIP() << "no Unix side here to make links with";
@@ -144,9 +140,9 @@ TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
 
 TEST(nombres_atados, una_raiz_que_otro_tiene_sin_compartir_se_dice) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     const directorio_temporal d;
-    siembra(d);
+    siembra_raiz(d);
     const lista antes = d.arbol();
     {
         otro_proceso sujeta(d.ruta("t"), GENERIC_READ, 0);
@@ -172,7 +168,7 @@ TEST(nombres_atados, una_raiz_que_otro_tiene_sin_compartir_se_dice) {
 
 TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     // Whoever shares all but deletion lets the files go; the directory stays.
     for (const DWORD compartir : {DWORD{0}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
         const bool se_entra = compartir != 0;
@@ -182,7 +178,7 @@ TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
             }
             const std::string de = std::string(f.nombre) + (se_entra ? ", shared" : ", not shared");
             const directorio_temporal d;
-            siembra(d);
+            siembra_raiz(d);
             const HANDLE sujeto = d.abre("t\\s", GENERIC_READ, compartir);
             ASSERT_NE(sujeto, INVALID_HANDLE_VALUE);
             {
@@ -209,7 +205,7 @@ TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
             EXPECT_EQ(d.contenido("fuera\\f"), "f") << de;
         }
         const directorio_temporal d;
-        siembra(d);
+        siembra_raiz(d);
         const HANDLE sujeto = d.abre("t\\s", GENERIC_READ, compartir);
         const pasada una = una_pasada(d.ruta("t"));
         EXPECT_EQ(una.respuesta, 0);
@@ -221,7 +217,7 @@ TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
 // The name that is looked at is the one that is walked, or none is.
 TEST(nombres_atados, una_raiz_que_acaba_en_blanco_o_punto) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     for (const char* raiz : {"t ", "t..", "t. ", "t  \\"}) {
         for (const forma_de_borrar& f : formas_de_borrar) {
             const std::string de = std::string(f.nombre) + " of '" + raiz + "'";
@@ -249,7 +245,7 @@ TEST(nombres_atados, una_raiz_que_acaba_en_blanco_o_punto) {
 // Whatever call fails: "every file went" is said only when it did.
 TEST(nombres_atados, lo_que_se_contesta_es_verdad_falle_lo_que_falle) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     const directorio_temporal d;
     constexpr unsigned max_llamadas = 500;
     for (const forma_de_borrar& f : formas_de_borrar) {
@@ -264,7 +260,7 @@ TEST(nombres_atados, lo_que_se_contesta_es_verdad_falle_lo_que_falle) {
                 bool limpia = false;
                 for (unsigned n = 1; seguir && !limpia && n <= max_llamadas; ++n) {
                     const DWORD codigo = codigos[n % codigos.size()];
-                    siembra(d);
+                    siembra_raiz(d);
                     unsigned short contestado = 0;
                     std::string fallada;
                     {
@@ -306,9 +302,6 @@ struct subida {
     std::string directorio;
     std::string base;
 };
-
-const std::string no_es_principio =
-    "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO";
 
 }  // namespace
 

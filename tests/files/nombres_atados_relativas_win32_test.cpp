@@ -16,7 +16,7 @@ using lista = std::vector<std::string>;
 
 constexpr long long dia_de_siembra = 1'000'000'000;
 
-void siembra(const directorio_temporal& d) {
+void siembra_operandos(const directorio_temporal& d) {
     for (const char* fichero :
          {"f.txt", "g.txt", "t\\a", "t\\s\\b", "t\\s\\h\\c", "e\\a.tmp", "e\\a.bak", "e\\b.tmp"}) {
         d.fichero(fichero, fichero);
@@ -49,17 +49,6 @@ lista estado(const directorio_temporal& d) {
 void ve_a(const texto_w& donde) {
     EXPECT_TRUE(::SetCurrentDirectoryW(donde.c_str())) << u8(donde);
 }
-
-class directorio_actual_restaurado {
-public:
-    directorio_actual_restaurado() { ::GetCurrentDirectoryW(1000, antes_); }
-    ~directorio_actual_restaurado() { ve_a(antes_); }
-    directorio_actual_restaurado(const directorio_actual_restaurado&) = delete;
-    directorio_actual_restaurado& operator=(const directorio_actual_restaurado&) = delete;
-
-private:
-    wchar_t antes_[1000] = {};
-};
 
 using ruta_de = std::function<std::string(const std::string&)>;
 
@@ -243,10 +232,6 @@ texto_w otra_unidad(const directorio_temporal& d) {
     return {};
 }
 
-unsigned i_cero() noexcept {
-    return 0;
-}
-
 void nada_que_decir(const std::string& de) {
     EXPECT_EQ(toma_expresiones(), lista{}) << de;
     EXPECT_EQ(toma_avisos(), lista{}) << de;
@@ -267,7 +252,7 @@ TEST(nombres_atados, el_directorio_actual_cambia_antes_de_cada_llamada) {
             continue;
         }
         b.limpia();
-        siembra(b);
+        siembra_operandos(b);
         const lista otro = estado(b);
         std::size_t turno = static_cast<std::size_t>(&como - escrituras);
         for (const operacion& op : todas()) {
@@ -278,7 +263,7 @@ TEST(nombres_atados, el_directorio_actual_cambia_antes_de_cada_llamada) {
             const std::string de = op.nombre + ", " + como.nombre;
             const ruta_de r = [&](const std::string& relativa) { return como.escribe(a, relativa); };
             a.limpia();
-            siembra(a);
+            siembra_operandos(a);
             ve_a(a.ruta_w());
             unsigned llamadas = 0;
             int respuesta = 0;
@@ -293,7 +278,7 @@ TEST(nombres_atados, el_directorio_actual_cambia_antes_de_cada_llamada) {
             for (unsigned n = op.paths + 1; n <= llamadas;
                  n += 1 + (&como == escrituras && a_fondo() ? n / 6 : n)) {
                 a.limpia();
-                siembra(a);
+                siembra_operandos(a);
                 ve_a(a.ruta_w());
                 {
                     fallos libro;
@@ -310,7 +295,7 @@ TEST(nombres_atados, el_directorio_actual_cambia_antes_de_cada_llamada) {
                 nada_que_decir(de);
                 if (testing::Test::HasFailure() && estado(b) != otro) {
                     b.limpia();
-                    siembra(b);
+                    siembra_operandos(b);
                     break;
                 }
                 toma_esperas();
@@ -481,8 +466,8 @@ TEST(nombres_atados, el_anfitrion_cambia_de_directorio_mientras_se_reintenta) {
     const directorio_temporal a;
     const directorio_temporal b;
     const directorio_actual_restaurado restaura;
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
-    siembra(b);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    siembra_operandos(b);
     const lista otro = estado(b);
     std::size_t turno = 0;
     for (const retenida& op : retenidas()) {
@@ -495,13 +480,13 @@ TEST(nombres_atados, el_anfitrion_cambia_de_directorio_mientras_se_reintenta) {
                 buclrein_establece_politica(cuando == "question" ? 0 : 5, 10);
                 // What nobody holds shows what the operation does.
                 a.limpia();
-                siembra(a);
+                siembra_operandos(a);
                 op.haz(a.ruta() + "\\");
                 const lista esperado = estado(a);
                 nada_que_decir(de);
 
                 a.limpia();
-                siembra(a);
+                siembra_operandos(a);
                 ve_a(a.ruta_w());
                 HANDLE sujeto = a.abre(op.que, GENERIC_READ, 0);
                 ASSERT_NE(sujeto, INVALID_HANDLE_VALUE) << de;
@@ -548,7 +533,7 @@ TEST(nombres_atados, el_anfitrion_cambia_de_directorio_mientras_se_reintenta) {
                 if (estado(b) != otro) {
                     ADD_FAILURE() << de << ": the other directory has changed";
                     b.limpia();
-                    siembra(b);
+                    siembra_operandos(b);
                 }
                 toma_preguntas();
                 toma_esperas();
@@ -620,10 +605,10 @@ TEST(nombres_atados, lo_que_falta_se_espera_en_su_directorio) {
     };
     for (const fila& caso : filas) {
         buclrein_establece_politica(caso.con_pregunta ? 0 : 5, 10);
-        siembra(b);
+        siembra_operandos(b);
         const lista otro = estado(b);
         // Without anything in the way.
-        siembra(a);
+        siembra_operandos(a);
         caso.estorba(a);
         caso.remedia(a);
         ve_a(a.ruta_w());
@@ -633,7 +618,7 @@ TEST(nombres_atados, lo_que_falta_se_espera_en_su_directorio) {
         toma_esperas();
 
         a.limpia();
-        siembra(a);
+        siembra_operandos(a);
         caso.estorba(a);
         bool ya = false;
         unsigned preguntado = 0;
@@ -695,7 +680,7 @@ TEST(nombres_atados, otro_hilo_cambia_de_directorio_sin_cesar) {
         if (op.paths != 1) {
             continue;  // two texts may well mean two directories
         }
-        siembra(a);
+        siembra_operandos(a);
         const lista como_estaba = estado(a);
         ve_a(a.ruta_w());
         op.haz([](const std::string& r) { return r; });
@@ -704,8 +689,8 @@ TEST(nombres_atados, otro_hilo_cambia_de_directorio_sin_cesar) {
             ve_a(a.ruta_w().substr(0, 3));
             a.limpia();
             b.limpia();
-            siembra(a);
-            siembra(b);
+            siembra_operandos(a);
+            siembra_operandos(b);
             vaiven v = {a.ruta_w(), b.ruta_w()};
             ve_a(a.ruta_w());
             const HANDLE hilo = ::CreateThread(nullptr, 0, va_y_viene, &v, 0, nullptr);

@@ -19,7 +19,7 @@ const char* const fuera =
     "mkdir -p fuera/hondo vacio; echo 1 >fuera/valioso; echo 2 >fuera/hondo/f; echo 3 >fuera/x;"
     "echo 4 >fuera/protegido; chmod 444 fuera/protegido\n";
 
-struct fila {
+struct nombre_raro {
     const char* nombre;
     std::string guion;    // run in the tree
     lista se_queda = {};  // with all that is below, in the way of the Unix side
@@ -33,7 +33,7 @@ struct fila {
 };
 
 // Whether a case can be; says so where not.
-bool puede_ser(const fila& caso) {
+bool puede_ser(const nombre_raro& caso) {
     const bool puede = caso.no_en_windows == nullptr || interno::sistema.sigue_enlaces();
     if (!puede) {
         std::cout << "passed over, " << caso.nombre << ": " << caso.no_en_windows << "\n";
@@ -49,7 +49,7 @@ std::string repite(const char* texto, unsigned veces) {
     return resultado;
 }
 
-const fila filas[] = {
+const nombre_raro nombres_raros_de_ficheros[] = {
     {.nombre = "files that end in points and blanks",
      .guion = ": >f; : >f.; : >f..; : >'f '; : >'f . '; : >' '; : >'f.txt '; : >f.txt; : >'  .  '"},
     {.nombre = "directories that end in points and blanks",
@@ -159,7 +159,7 @@ bool esta_en(const lista& nombres, const std::string& nombre) {
 }
 
 // What a form leaves of a tree (lines of the census).
-lista lo_que_queda(const forma_de_borrar& f, const fila& caso, const lista& antes) {
+lista lo_que_queda(const forma_de_borrar& f, const nombre_raro& caso, const lista& antes) {
     const bool enlaces_se_van = !interno::sistema.sigue_enlaces();
     lista quedan;
     for (const std::string& linea : antes) {
@@ -212,10 +212,6 @@ void nadie_lo_tiene_abierto(const directorio_temporal& d, const std::string& rel
     }
 }
 
-unsigned i_cero() noexcept {
-    return 0;
-}
-
 // The files of a recursive listing, relative to the root, in their order; and the number of records.
 struct listado {
     lista ficheros;
@@ -250,9 +246,9 @@ listado lista_el_arbol(const std::string& raiz, bool todos) {
 
 TEST(nombres_raros, los_arboles_se_borran_enteros_y_nada_de_fuera) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     const bool enlaces_se_van = !interno::sistema.sigue_enlaces();
-    for (const fila& caso : filas) {
+    for (const nombre_raro& caso : nombres_raros_de_ficheros) {
         if (!puede_ser(caso)) {
             continue;
         }
@@ -320,7 +316,7 @@ TEST(nombres_raros, los_arboles_se_borran_enteros_y_nada_de_fuera) {
 }
 
 TEST(nombres_raros, una_pasada_nombra_lo_que_queda) {
-    for (const fila& caso : filas) {
+    for (const nombre_raro& caso : nombres_raros_de_ficheros) {
         if (!caso.da_lista || !puede_ser(caso)) {
             continue;
         }
@@ -341,7 +337,7 @@ TEST(nombres_raros, una_pasada_nombra_lo_que_queda) {
 }
 
 TEST(nombres_raros, los_listados_los_cuentan_bien) {
-    for (const fila& caso : filas) {
+    for (const nombre_raro& caso : nombres_raros_de_ficheros) {
         SCOPED_TRACE(caso.nombre);
         const lado_unix u;
         SIN_LADO_UNIX_NO(u);
@@ -423,7 +419,7 @@ std::string en_ocho_bits(const std::string& nombre) {
 }  // namespace
 
 TEST(nombres_raros, las_listas_de_un_directorio_los_cuentan_en_los_dos_sabores) {
-    for (const fila& caso : filas) {
+    for (const nombre_raro& caso : nombres_raros_de_ficheros) {
         SCOPED_TRACE(caso.nombre);
         const lado_unix u;
         SIN_LADO_UNIX_NO(u);
@@ -522,7 +518,7 @@ TEST(nombres_raros, doscientos_niveles) {
 // links lead to, stay.
 TEST(nombres_raros, debajo_de_un_directorio_que_acaba_en_blanco_o_punto) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     const bool enlaces_se_van = !interno::sistema.sigue_enlaces();
     const char* const guion =
         "mkdir -p t/s t/'v. ' fuera; echo 1 >fuera/f; : >t/f; : >'t/f '; : >t/s/g.; : >t/'v. '/h; ln -s "
@@ -601,7 +597,7 @@ TEST(nombres_raros, mil_niveles) {
 // listed, all of which has gone.
 TEST(nombres_raros, mas_hondo_de_lo_que_alcanza_el_sistema) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, i_cero);
+    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
     const lado_unix u;
     SIN_LADO_UNIX_NO(u);
     // PATH_MAX, less one level and what another way to the tree may make of it.

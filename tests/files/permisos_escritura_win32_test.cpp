@@ -18,9 +18,6 @@ using lista = std::vector<std::string>;
 
 constexpr const char* sin_permiso = "The file does not have write permission.";
 
-std::string texto_de_codigo(DWORD codigo) {
-    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
-}
 std::string no_se_crea(const std::string& directorio) {
     return "Cannot create the directory '" + directorio + "'";
 }
@@ -32,18 +29,18 @@ std::string no_se_escribe(const std::string& directorio) {
 }
 
 // An answer with its reason; the reason is stored on every outcome, so the rubbish before it never shows.
-struct respuesta {
+struct veredicto {
     unsigned short bien;
     std::string motivo;
-    friend bool operator==(const respuesta& a, const respuesta& b) = default;
-    friend std::ostream& operator<<(std::ostream& salida, const respuesta& r) {
+    friend bool operator==(const veredicto& a, const veredicto& b) = default;
+    friend std::ostream& operator<<(std::ostream& salida, const veredicto& r) {
         return salida << r.bien << " [" << r.motivo << "]";
     }
 };
-const respuesta si = {1, "(NULL)"};
+const veredicto si = {1, "(NULL)"};
 
 using funcion_con_motivo = unsigned short (*)(const wchar_t*, wchar_t**);
-respuesta pregunta_con_motivo(funcion_con_motivo funcion, const std::string& ruta) {
+veredicto pregunta_con_motivo(funcion_con_motivo funcion, const std::string& ruta) {
     wchar_t basura[] = L"basura";
     wchar_t* motivo = basura;
     const unsigned short bien = funcion(w(ruta).c_str(), &motivo);
@@ -53,13 +50,13 @@ respuesta pregunta_con_motivo(funcion_con_motivo funcion, const std::string& rut
     EXPECT_EQ(funcion(w(ruta).c_str(), nullptr), bien) << ruta;
     return {bien, guardado ? toma(motivo) : "basura"};
 }
-respuesta escribir(const std::string& ruta) {
+veredicto escribir(const std::string& ruta) {
     return pregunta_con_motivo(lumodir_se_puede_escribir_UNICODE_ex, ruta);
 }
-respuesta escribir_en(const std::string& ruta) {
+veredicto escribir_en(const std::string& ruta) {
     return pregunta_con_motivo(cdir_se_puede_escribir_en_directorio, ruta);
 }
-respuesta escribir_fichero_en(const std::string& ruta) {
+veredicto escribir_fichero_en(const std::string& ruta) {
     return pregunta_con_motivo(cdir_se_puede_escribir_fichero_en_directorio, ruta);
 }
 
@@ -75,7 +72,7 @@ TEST(permisos_escritura, escribir_un_fichero_fila_a_fila) {
     const directorio_temporal dir;
     struct fila {
         std::string ruta;
-        respuesta espera;
+        veredicto espera;
         bool permiso;  // by its attributes alone
     };
     const fila filas[] = {
@@ -153,7 +150,7 @@ TEST(permisos_escritura, un_fichero_abierto_en_otro_programa_no_se_puede_escribi
     dir.fichero("f.txt", "intacto");
     for (const DWORD compartir : {DWORD{0}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE}}) {
         otro_proceso sujeta(dir.ruta("f.txt"), GENERIC_READ, compartir);
-        EXPECT_EQ(escribir(dir.ruta("f.txt")), (respuesta{0, texto_de_codigo(ERROR_SHARING_VIOLATION)}));
+        EXPECT_EQ(escribir(dir.ruta("f.txt")), (veredicto{0, texto_de_codigo(ERROR_SHARING_VIOLATION)}));
         EXPECT_EQ(cdir_se_puede_escribir(dir.ruta_a("f.txt").c_str()), 0);
         EXPECT_EQ(lumodir_tiene_permiso_escritura_fichero_UNICODE(dir.ruta_w("f.txt").c_str()), 1);
         EXPECT_EQ(cdir_tiene_permiso_escritura_fichero(dir.ruta_a("f.txt").c_str()), 1);
@@ -353,7 +350,7 @@ TEST(permisos_escritura, un_fichero_de_otra_unidad_se_prueba_en_el_directorio_de
     while ((::GetLogicalDrives() >> (ninguna - 'A') & 1) != 0) {
         ++ninguna;
     }
-    EXPECT_EQ(escribir_fichero_en(std::string(1, ninguna) + ":x.txt"), (respuesta{0, no_se_escribe("")}));
+    EXPECT_EQ(escribir_fichero_en(std::string(1, ninguna) + ":x.txt"), (veredicto{0, no_se_escribe("")}));
     EXPECT_TRUE(toma_esperas().empty());
 }
 
@@ -452,7 +449,7 @@ TEST(permisos_escritura, una_sonda_que_quedo_de_antes_sirve_y_se_queda) {
     EXPECT_EQ(escribir_en(dir.ruta("a")), si);
     EXPECT_EQ(dir.contenido("a\\" + nombre_de_sonda()), "de antes");
     otro_proceso sujeta(dir.ruta("a\\" + nombre_de_sonda()), GENERIC_READ, FILE_SHARE_READ);
-    EXPECT_EQ(escribir_en(dir.ruta("a")), (respuesta{0, no_se_escribe(dir.ruta("a"))}));
+    EXPECT_EQ(escribir_en(dir.ruta("a")), (veredicto{0, no_se_escribe(dir.ruta("a"))}));
 }
 
 TEST(permisos_escritura, si_el_directorio_no_se_puede_crear_se_dice_cual) {
@@ -460,13 +457,13 @@ TEST(permisos_escritura, si_el_directorio_no_se_puede_crear_se_dice_cual) {
     dir.fichero("f");
     const std::string ruta = dir.ruta("f\\\u00f1\\c");
     EXPECT_EQ(escribir_en(ruta),
-              (respuesta{0, no_se_crea(ruta)}));  // the whole one, not the level that failed
-    EXPECT_EQ(escribir_fichero_en(ruta + "\\x.txt"), (respuesta{0, no_se_crea(ruta)}));
+              (veredicto{0, no_se_crea(ruta)}));  // the whole one, not the level that failed
+    EXPECT_EQ(escribir_fichero_en(ruta + "\\x.txt"), (veredicto{0, no_se_crea(ruta)}));
     EXPECT_EQ(toma_esperas().size(), 4u * 5);  // creation retries, in silence
     EXPECT_EQ(dir.arbol(), lista{"f"});
     // A file of the name is no directory.
-    EXPECT_EQ(escribir_en(dir.ruta("f")), (respuesta{0, no_se_crea(dir.ruta("f"))}));
-    EXPECT_EQ(escribir_fichero_en(dir.ruta("f\\x.txt")), (respuesta{0, no_se_crea(dir.ruta("f"))}));
+    EXPECT_EQ(escribir_en(dir.ruta("f")), (veredicto{0, no_se_crea(dir.ruta("f"))}));
+    EXPECT_EQ(escribir_fichero_en(dir.ruta("f\\x.txt")), (veredicto{0, no_se_crea(dir.ruta("f"))}));
     EXPECT_EQ(toma_esperas().size(), 4u * 5);
 }
 
@@ -474,18 +471,18 @@ TEST(permisos_escritura, si_la_sonda_falla_falta_permiso_y_el_directorio_se_qued
     const directorio_temporal dir;
     fallos f;
     f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED);
-    EXPECT_EQ(escribir_en(dir.ruta("a\\\u00f1")), (respuesta{0, no_se_escribe(dir.ruta("a\\\u00f1"))}));
+    EXPECT_EQ(escribir_en(dir.ruta("a\\\u00f1")), (veredicto{0, no_se_escribe(dir.ruta("a\\\u00f1"))}));
     EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\\u00f1\\"}));
-    EXPECT_EQ(escribir_fichero_en(dir.ruta("a\\x.txt")), (respuesta{0, no_se_escribe(dir.ruta("a"))}));
+    EXPECT_EQ(escribir_fichero_en(dir.ruta("a\\x.txt")), (veredicto{0, no_se_escribe(dir.ruta("a"))}));
 }
 
 TEST(permisos_escritura, el_directorio_de_un_fichero_pierde_una_sola_barra) {
     const directorio_temporal dir;
     fallos f;
     f.falla_siempre("CreateFileW", ERROR_ACCESS_DENIED);
-    EXPECT_EQ(escribir_fichero_en(dir.ruta("a/x.txt")), (respuesta{0, no_se_escribe(dir.ruta("a/"))}));
-    EXPECT_EQ(escribir_fichero_en(dir.ruta("a\\")), (respuesta{0, no_se_escribe(dir.ruta("a"))}));
-    EXPECT_EQ(escribir_en(dir.ruta("a\\")), (respuesta{0, no_se_escribe(dir.ruta("a\\"))}));
+    EXPECT_EQ(escribir_fichero_en(dir.ruta("a/x.txt")), (veredicto{0, no_se_escribe(dir.ruta("a/"))}));
+    EXPECT_EQ(escribir_fichero_en(dir.ruta("a\\")), (veredicto{0, no_se_escribe(dir.ruta("a"))}));
+    EXPECT_EQ(escribir_en(dir.ruta("a\\")), (veredicto{0, no_se_escribe(dir.ruta("a\\"))}));
 }
 
 TEST(permisos_escritura, un_path_incorrecto_da_su_motivo_y_no_crea_nada) {
@@ -504,8 +501,8 @@ TEST(permisos_escritura, un_path_incorrecto_da_su_motivo_y_no_crea_nada) {
     };
     for (const fila& f2 : filas) {
         SCOPED_TRACE(f2.ruta);
-        EXPECT_EQ(escribir_en(f2.ruta), (respuesta{0, f2.motivo}));
-        EXPECT_EQ(escribir_fichero_en(f2.ruta), (respuesta{0, f2.motivo}));
+        EXPECT_EQ(escribir_en(f2.ruta), (veredicto{0, f2.motivo}));
+        EXPECT_EQ(escribir_fichero_en(f2.ruta), (veredicto{0, f2.motivo}));
     }
     EXPECT_EQ(f.llamadas(), 0u);
     EXPECT_EQ(dir.arbol(), lista{});
@@ -514,7 +511,7 @@ TEST(permisos_escritura, un_path_incorrecto_da_su_motivo_y_no_crea_nada) {
 TEST(permisos_escritura, un_fichero_sin_directorio_no_crea_ni_avisa) {
     fallos f;
     f.falla_siempre("CreateFileW", ERROR_DISK_FULL);
-    EXPECT_EQ(escribir_fichero_en("x.txt"), (respuesta{0, no_se_escribe("")}));
+    EXPECT_EQ(escribir_fichero_en("x.txt"), (veredicto{0, no_se_escribe("")}));
     EXPECT_EQ(f.rutas("CreateFileW"), (lista(2, completa(nombre_de_sonda()))));
     EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
 }

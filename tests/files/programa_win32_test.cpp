@@ -268,15 +268,6 @@ TEST(programa, formas_con_cada_llamada_fallando) {
 
 namespace {
 
-class directorio_actual_restaurado {
-public:
-    directorio_actual_restaurado() { ::GetCurrentDirectoryW(1024, antes_); }
-    ~directorio_actual_restaurado() { EXPECT_TRUE(::SetCurrentDirectoryW(antes_)); }
-
-private:
-    wchar_t antes_[1024];
-};
-
 wchar_t* sin_directorio(wchar_t*, int sitio) {
     EXPECT_EQ(sitio, 260);
     return nullptr;

@@ -20,10 +20,6 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-std::string texto_de_codigo(DWORD codigo) {
-    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
-}
-
 // The renamings and the move, as one: the answer is 1, 0, or 2 where there is none.
 struct cambio {
     const char* nombre;
@@ -54,7 +50,7 @@ const cambio cambios[] = {
      }},
 };
 
-struct fila {
+struct renombrado {
     std::string vieja;
     std::string nueva;
     bool sale;
@@ -62,9 +58,10 @@ struct fila {
     bool solo_letras = false;  // Wine answers yes to that and leaves the name as it is
 };
 
-const std::string larga = std::string(100, 'a') + "\\" + std::string(100, 'b') + "\\" + std::string(100, 'c');
+const std::string ruta_larga =
+    std::string(100, 'a') + "\\" + std::string(100, 'b') + "\\" + std::string(100, 'c');
 
-const fila filas[] = {
+const renombrado renombrados[] = {
     {.vieja = "f.txt", .nueva = "g.txt", .sale = true},
     {.vieja = "f.txt", .nueva = "F.TXT", .sale = true, .solo_letras = true},
     {.vieja = "f.txt", .nueva = "sub\\g.txt", .sale = true},
@@ -72,8 +69,8 @@ const fila filas[] = {
     {.vieja = "sub", .nueva = "otro", .sale = true},  // a directory is renamed as well
     {.vieja = "f.txt", .nueva = "\u00f1 \u20ac.txt", .sale = true},
     {.vieja = "f.txt", .nueva = "\u4e2d\U0001F600.txt", .sale = true, .solo_ancha = true},
-    {.vieja = "f.txt", .nueva = larga + "\\g.txt", .sale = true},
-    {.vieja = larga + "\\f.txt", .nueva = "g.txt", .sale = true},
+    {.vieja = "f.txt", .nueva = ruta_larga + "\\g.txt", .sale = true},
+    {.vieja = ruta_larga + "\\f.txt", .nueva = "g.txt", .sale = true},
     {.vieja = "protegido.txt", .nueva = "g.txt", .sale = true},
     {.vieja = "f.txt", .nueva = "protegido.txt", .sale = false},  // a target is never replaced
     {.vieja = "f.txt", .nueva = "sub", .sale = false},
@@ -87,14 +84,14 @@ void prepara(const directorio_temporal& dir) {
     dir.fichero("f.txt", "de f");
     dir.fichero("protegido.txt", "intacto", FILE_ATTRIBUTE_READONLY);
     dir.fichero("sub\\dentro.txt");
-    dir.fichero(larga + "\\f.txt");
+    dir.fichero(ruta_larga + "\\f.txt");
 }
 
 }  // namespace
 
 TEST(renombra_protege, cada_fila_con_cada_funcion) {
     const directorio_temporal dir;
-    for (const fila& f : filas) {
+    for (const renombrado& f : renombrados) {
         for (const cambio& c : cambios) {
             if (f.solo_ancha && !c.es_ancho) {
                 continue;
@@ -311,7 +308,7 @@ TEST(renombra_protege, proteger_y_desproteger_cambian_un_solo_atributo) {
          false},
     };
     for (const std::string& nombre :
-         {std::string("f.txt"), std::string("\u00f1 \u20ac.txt"), larga + "\\f.txt"}) {
+         {std::string("f.txt"), std::string("\u00f1 \u20ac.txt"), ruta_larga + "\\f.txt"}) {
         for (const DWORD otros : {DWORD{0}, DWORD{FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM}}) {
             for (const DWORD marca : {DWORD{0}, DWORD{FILE_ATTRIBUTE_READONLY}}) {
                 for (const par& p : funciones) {
@@ -392,7 +389,7 @@ TEST(renombra_protege, si_el_usuario_insiste_se_intenta_otra_vez) {
 
 TEST(renombra_protege, bajo_fallos_o_se_hace_entero_o_todo_queda_como_estaba) {
     const directorio_temporal dir;
-    for (const std::string& nueva : {std::string("g.txt"), larga + "\\g.txt"}) {
+    for (const std::string& nueva : {std::string("g.txt"), ruta_larga + "\\g.txt"}) {
         for (const cambio& c : cambios) {
             SCOPED_TRACE(c.nombre);
             unsigned short respuesta = 0;

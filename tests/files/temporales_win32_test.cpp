@@ -60,16 +60,16 @@ TEST(temporales, sin_directorio_temporal_queda_el_de_respaldo) {
 
 namespace {
 
-DWORD g_longitud = 0;
+DWORD g_longitud_fingida = 0;
 texto_w g_temporal;
 DWORD WINAPI da_directorio(DWORD sitio, wchar_t* bufer) {
     EXPECT_EQ(sitio, 260u);
     std::copy(g_temporal.begin(), g_temporal.end(), bufer);
-    return g_longitud;
+    return g_longitud_fingida;
 }
 UINT WINAPI da_windows(wchar_t*, UINT sitio) {
     EXPECT_EQ(sitio, 260u);
-    return static_cast<UINT>(g_longitud);
+    return static_cast<UINT>(g_longitud_fingida);
 }
 
 }  // namespace
@@ -94,7 +94,7 @@ TEST(temporales, un_directorio_que_el_sistema_no_dice_o_que_no_cabe) {
     };
     for (const auto& fila : filas) {
         g_temporal = w(fila.texto);
-        g_longitud = fila.longitud;
+        g_longitud_fingida = fila.longitud;
         EXPECT_EQ(directorio_temporal_de_la_biblioteca(), fila.esperado) << fila.longitud;
         EXPECT_EQ(toma_expresiones(), fila.informes) << fila.longitud;
     }
@@ -106,10 +106,10 @@ TEST(temporales, un_directorio_de_windows_que_el_sistema_no_dice_se_informa) {
     const con_local_settings carpeta("");
     const sustituye windows(sistema.GetWindowsDirectoryW,
                             static_cast<decltype(sistema.GetWindowsDirectoryW)>(da_windows));
-    g_longitud = 0;
+    g_longitud_fingida = 0;
     EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "\\temp");
     ESPERA_INFORMES("ret != 0");
-    g_longitud = 300;  // the size it would need
+    g_longitud_fingida = 300;  // the size it would need
     EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "\\temp");
     ESPERA_INFORMES();
 }

@@ -29,7 +29,7 @@ std::vector<std::string> arbol_listado(const std::string& base) {
     return resultado;
 }
 
-void destruye_registro(void** registro) {
+void destruye_ficha_de_fichero(void** registro) {
     fichsdir_destruye(reinterpret_cast<Fichsdir**>(registro));
 }
 
@@ -79,6 +79,6 @@ TEST(listados_en_windows, las_fechas_van_con_las_reglas_de_su_anyo) {
                       1)
                 << fecha;
         }
-        arr_DestruyeEstructurasConTipo(&registros, destruye_registro);
+        arr_DestruyeEstructurasConTipo(&registros, destruye_ficha_de_fichero);
     }
 }

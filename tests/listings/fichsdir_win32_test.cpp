@@ -15,7 +15,6 @@ using namespace apoyo;
 namespace {
 
 using nombres = std::vector<std::string>;
-constexpr DWORD dir = FILE_ATTRIBUTE_DIRECTORY;
 
 nombres toma_lista(ArrCADENA* lista) {
     nombres n;
@@ -84,18 +83,18 @@ nombres lista(ArrCADENA* (*corta)(const char*), ArrCADENA_u* (*ancha)(const wcha
 // A false C:\d with every kind of entry, in no order.
 void llena(busqueda_falsa& falsa) {
     falsa.patrones["C:\\d\\*"] = {
-        {".", dir},
-        {"..", dir},
+        {".", atributo_dir},
+        {"..", atributo_dir},
         {"z.txt"},
-        {"sub", dir},
+        {"sub", atributo_dir},
         {"A.TXT", FILE_ATTRIBUTE_READONLY},
-        {".svn", dir},
-        {"H", dir | FILE_ATTRIBUTE_HIDDEN},
-        {"..tres", dir},
+        {".svn", atributo_dir},
+        {"H", atributo_dir | FILE_ATTRIBUTE_HIDDEN},
+        {"..tres", atributo_dir},
         {"b.dat", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM},
         {".perfil"},
-        {"enlace", dir | FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK},
-        {"a", dir},
+        {"enlace", atributo_dir | FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK},
+        {"a", atributo_dir},
         {"a\xC3\xB1o.x"},
     };
 }
@@ -184,7 +183,7 @@ TEST(fichsdir, directorios_sin_extension) {
     for (const fila& f : filas) {
         busqueda_falsa falsa;
         for (const std::string& nombre : f.hay) {
-            falsa.patrones["C:\\d\\*"].push_back({nombre, dir});
+            falsa.patrones["C:\\d\\*"].push_back({nombre, atributo_dir});
         }
         EXPECT_EQ(toma_lista(fichsdir_directorios_sin_extension("C:\\d")), f.quedan)
             << testing::PrintToString(f.hay);
@@ -194,7 +193,9 @@ TEST(fichsdir, directorios_sin_extension) {
 TEST(fichsdir, lo_que_cumple_un_patron) {
     const en_pagina p(1252);
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\s*"] = {{".", dir}, {"..", dir}, {"s2"}, {"sub", dir}, {"s1"}, {".s", dir}};
+    falsa.patrones["C:\\d\\s*"] = {
+        {".", atributo_dir}, {"..", atributo_dir}, {"s2"}, {"sub", atributo_dir}, {"s1"},
+        {".s", atributo_dir}};
     EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_cumplen_filtro_u(L"C:\\d\\s*")), (nombres{"s2", "s1"}));
     EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_cumplen_filtro(L"C:\\d\\s*")), (nombres{"s2", "s1"}));
     EXPECT_EQ(toma_lista(fichsdir_nombres_directorios_cumplen_filtro_u(L"C:\\d\\s*")),
@@ -238,7 +239,7 @@ TEST(fichsdir, ficheros_con_extension) {
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
-        falsa.patrones["C:\\d\\*"] = {{f.nombre}, {"sub.txt", dir}};
+        falsa.patrones["C:\\d\\*"] = {{f.nombre}, {"sub.txt", atributo_dir}};
         EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_con_extension_u(L"C:\\d", w(f.extension).c_str())),
                   f.ancha ? nombres{f.nombre} : nombres{})
             << f.nombre << " by " << f.extension;
@@ -261,7 +262,7 @@ TEST(fichsdir, nombres_base_en_una_caja_ordenados_y_sin_repetidos) {
     const en_pagina p(1252);
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{"zeta.txt"}, {"Alfa.TXT"},    {"ALFA.txt"},      {"\xC3\xB1u.txt"},
-                                  {"beta.dat"}, {"a.b.txt"},     {"\xC3\x91U.Txt"}, {"sub.txt", dir},
+                                  {"beta.dat"}, {"a.b.txt"},     {"\xC3\x91U.Txt"}, {"sub.txt", atributo_dir},
                                   {"alfa"},     {"  gana .sus"}, {".SUS"}};
     EXPECT_EQ(toma_lista(fichsdir_nombres_base_en_mayusculas_ficheros_con_extension("C:\\d", "txt")),
               (nombres{"A.B", "ALFA", "ZETA", "\xC3\x91U"}));

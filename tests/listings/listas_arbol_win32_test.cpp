@@ -12,7 +12,6 @@ using namespace apoyo;
 namespace {
 
 using nombres = std::vector<std::string>;
-constexpr DWORD dir = FILE_ATTRIBUTE_DIRECTORY;
 
 // Each record as "path: name name".
 nombres toma_arbol(unsigned long num, ListaFicheros_u* listas) {
@@ -113,7 +112,7 @@ TEST(listas_arbol, como_se_componen_los_paths) {
     };
     for (const fila& f : filas) {
         volumen_falso falso;
-        falso.pon(f.raiz, {{"f"}, {"s", dir}});
+        falso.pon(f.raiz, {{"f"}, {"s", atributo_dir}});
         falso.pon(f.raiz + "\\s", {{"g"}});
         EXPECT_EQ(todos(f.base), f.registros) << f.base;
         ASSERT_EQ(falso.aperturas.size(), 2u) << f.base;
@@ -130,19 +129,19 @@ TEST(listas_arbol, no_entra_en_los_enlaces) {
         DWORD etiqueta;
         bool entra;
     };
-    constexpr DWORD reparse = dir | FILE_ATTRIBUTE_REPARSE_POINT;
+    constexpr DWORD reparse = atributo_dir | FILE_ATTRIBUTE_REPARSE_POINT;
     const fila filas[] = {
         {.que = "symbolic link", .atributos = reparse, .etiqueta = IO_REPARSE_TAG_SYMLINK, .entra = false},
         {.que = "junction", .atributos = reparse, .etiqueta = IO_REPARSE_TAG_MOUNT_POINT, .entra = false},
         {.que = "unknown tag", .atributos = reparse, .etiqueta = 0, .entra = false},
         {.que = "cloud placeholder", .atributos = reparse, .etiqueta = 0x9000601A, .entra = true},
-        {.que = "plain", .atributos = dir, .etiqueta = 0, .entra = true},
-        {.que = "stale tag", .atributos = dir, .etiqueta = IO_REPARSE_TAG_SYMLINK, .entra = true},
+        {.que = "plain", .atributos = atributo_dir, .etiqueta = 0, .entra = true},
+        {.que = "stale tag", .atributos = atributo_dir, .etiqueta = IO_REPARSE_TAG_SYMLINK, .entra = true},
     };
     for (const fila& f : filas) {
         for (const bool solo_abierto : {false, true}) {  // the entry says so too, or only what was opened
             volumen_falso falso;
-            falso.pon("C:\\d", {{"uno"}, {"s", solo_abierto ? dir : f.atributos, f.etiqueta}});
+            falso.pon("C:\\d", {{"uno"}, {"s", solo_abierto ? atributo_dir : f.atributos, f.etiqueta}});
             falso.pon("C:\\d\\s", {{"dos"}});
             falso["C:\\d\\s"].atributos_abierto = f.atributos;
             const nombres sin{"C:\\d: uno"};
@@ -209,7 +208,7 @@ TEST(listas_arbol, un_enlace_de_verdad_a_su_propio_padre) {
 TEST(listas_arbol, lo_que_desaparece_o_falla_a_mitad_no_para_el_recorrido) {
     volumen_falso falso;
     // "b" is gone, or denied, by the time that it is opened.
-    falso.pon("C:\\d", {{"a", dir}, {"b", dir}, {"c", dir}});
+    falso.pon("C:\\d", {{"a", atributo_dir}, {"b", atributo_dir}, {"c", atributo_dir}});
     falso.pon("C:\\d\\a", {{"1"}});
     falso.pon("C:\\d\\c", {{"3"}});
     for (const DWORD codigo : {2u, 3u, 5u, 53u}) {
@@ -272,7 +271,7 @@ TEST(listas_arbol, liberar_informa_de_lo_que_no_cuadra) {
 
 TEST(listas_arbol, el_censo_cuenta_matriz_registros_y_nombres) {
     volumen_falso falso;
-    falso.pon("C:\\d", {{"uno"}, {"dos"}, {"s", dir}, {"vacio", dir}});
+    falso.pon("C:\\d", {{"uno"}, {"dos"}, {"s", atributo_dir}, {"vacio", atributo_dir}});
     falso.pon("C:\\d\\s", {{"tres"}});
     const auto vivos = lumospy_bloques_vivos();
     unsigned long num;

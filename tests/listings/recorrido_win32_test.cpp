@@ -16,8 +16,7 @@ using interno::vista_w;
 
 namespace {
 
-using lista = std::vector<std::string>;
-constexpr DWORD dir = FILE_ATTRIBUTE_DIRECTORY;
+using renglones = std::vector<std::string>;
 
 const recorrido::orden por_nombre = {[](vista_w a, vista_w b) noexcept { return a.compare(b); }, false};
 const recorrido::orden al_reves = {por_nombre.compara, true};
@@ -28,8 +27,8 @@ bool todo(const entrada_leida&) {
 
 // Every file and directory in the order of the walk, with its path; directories with "\" behind, those that were not
 // entered with "!" before.
-lista recorre(recorrido& arbol) {
-    lista pasos;
+renglones recorre(recorrido& arbol) {
+    renglones pasos;
     const auto anota = [&] {
         pasos.push_back(u8(arbol.ruta().ver()) + "\\");
         for (std::size_t i = 0; i < arbol.ficheros().num(); ++i) {
@@ -59,34 +58,34 @@ lista recorre(recorrido& arbol) {
 
 TEST(recorrido, ficheros_como_vienen_y_subdirectorios_en_su_orden) {
     volumen_falso v;
-    v.pon("C:\\d", {{"f2"}, {"b", dir}, {"f1"}, {"a", dir}, {"B", dir}});
+    v.pon("C:\\d", {{"f2"}, {"b", atributo_dir}, {"f1"}, {"a", atributo_dir}, {"B", atributo_dir}});
     v.pon("C:\\d\\a", {{"1"}});
     v.pon("C:\\d\\a\\x", {{"2"}});
     v.pon("C:\\d\\b", {{"3"}});
     const raiz_de_recorrido raiz_de_arbol(L"C:\\d");
     recorrido arbol(raiz_de_arbol, por_nombre);
     EXPECT_EQ(recorre(arbol),
-              (lista{"C:\\d\\", "C:\\d\\f2", "C:\\d\\f1", "C:\\d\\B\\", "C:\\d\\a\\", "C:\\d\\a\\1",
-                     "C:\\d\\a\\x\\", "C:\\d\\a\\x\\2", "C:\\d\\b\\", "C:\\d\\b\\3"}));
+              (renglones{"C:\\d\\", "C:\\d\\f2", "C:\\d\\f1", "C:\\d\\B\\", "C:\\d\\a\\", "C:\\d\\a\\1",
+                         "C:\\d\\a\\x\\", "C:\\d\\a\\x\\2", "C:\\d\\b\\", "C:\\d\\b\\3"}));
     const raiz_de_recorrido raiz_de_otro(L"C:\\d");
     recorrido otro(raiz_de_otro, al_reves);
     EXPECT_EQ(recorre(otro),
-              (lista{"C:\\d\\", "C:\\d\\f2", "C:\\d\\f1", "C:\\d\\b\\", "C:\\d\\b\\3", "C:\\d\\a\\",
-                     "C:\\d\\a\\1", "C:\\d\\a\\x\\", "C:\\d\\a\\x\\2", "C:\\d\\B\\"}));
+              (renglones{"C:\\d\\", "C:\\d\\f2", "C:\\d\\f1", "C:\\d\\b\\", "C:\\d\\b\\3", "C:\\d\\a\\",
+                         "C:\\d\\a\\1", "C:\\d\\a\\x\\", "C:\\d\\a\\x\\2", "C:\\d\\B\\"}));
 }
 
 TEST(recorrido, solo_se_guarda_lo_que_se_toma) {
     volumen_falso v;
-    v.pon("C:\\d", {{"f"}, {"g"}, {"a", dir}, {"b", dir}});
+    v.pon("C:\\d", {{"f"}, {"g"}, {"a", atributo_dir}, {"b", atributo_dir}});
     const raiz_de_recorrido raiz_de_arbol(L"C:\\d");
     recorrido arbol(raiz_de_arbol, por_nombre);
-    lista vistos;
+    renglones vistos;
     EXPECT_EQ(arbol.entra_en_raiz([&](const entrada_leida& e) {
         vistos.push_back(u8(e.nombre));
         return e.nombre == L"g" || e.nombre == L"b";
     }),
               llegada::leido);
-    EXPECT_EQ(vistos, (lista{"f", "g", "a", "b"})) << "neither . nor ..";
+    EXPECT_EQ(vistos, (renglones{"f", "g", "a", "b"})) << "neither . nor ..";
     ASSERT_EQ(arbol.ficheros().num(), 1u);
     EXPECT_EQ(u8(arbol.ficheros()[0].nombre.data()), "g") << "kept with its end";
     EXPECT_EQ(arbol.entra_en_hijo(todo), llegada::leido);
@@ -100,7 +99,7 @@ TEST(recorrido, las_rutas_empiezan_como_la_raiz_se_escribio) {
     struct fila {
         const wchar_t* dada;
         std::string abierta;
-        lista pasos;
+        renglones pasos;
     };
     wchar_t actual[MAX_PATH];
     ::GetCurrentDirectoryW(MAX_PATH, actual);
@@ -174,7 +173,9 @@ TEST(recorrido, la_raiz_que_falta_y_la_que_no_se_abre) {
 TEST(recorrido, los_enlaces_y_los_cambiados_no_se_recorren) {
     volumen_falso v;
     v.pon("C:\\fuera", {{"g"}});
-    v.pon("C:\\d", {{"e", enlace_dir, IO_REPARSE_TAG_MOUNT_POINT, "C:\\fuera"}, {"s", dir}, {"t", dir}});
+    v.pon("C:\\d", {{"e", enlace_dir, IO_REPARSE_TAG_MOUNT_POINT, "C:\\fuera"},
+                    {"s", atributo_dir},
+                    {"t", atributo_dir}});
     v.pon("C:\\d\\s", {{"dentro"}});
     const raiz_de_recorrido raiz_de_raiz_enlace(L"C:\\d\\e");
     recorrido raiz_enlace(raiz_de_raiz_enlace, por_nombre);
@@ -188,7 +189,7 @@ TEST(recorrido, los_enlaces_y_los_cambiados_no_se_recorren) {
     recorrido arbol(raiz_de_arbol, por_nombre);
     ASSERT_EQ(arbol.entra_en_raiz(todo), llegada::leido);
     ASSERT_TRUE(v.cambia("C:\\d\\s", {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"}));
-    ASSERT_TRUE(v.cambia("C:\\d\\t", {"", dir}, {{"ajeno"}}));
+    ASSERT_TRUE(v.cambia("C:\\d\\t", {"", atributo_dir}, {{"ajeno"}}));
     for (const char* cual : {"e", "s", "t"}) {
         EXPECT_EQ(arbol.entra_en_hijo(todo), llegada::cerrado) << cual;
         EXPECT_EQ(arbol.codigo(), DWORD{ERROR_CANT_ACCESS_FILE}) << cual;
@@ -205,7 +206,8 @@ TEST(recorrido, un_directorio_que_se_mueve_abierto_se_acaba_donde_esta) {
     recorrido arbol(raiz_de_arbol, por_nombre);
     ASSERT_EQ(arbol.entra_en_raiz(todo), llegada::leido);
     ASSERT_EQ(arbol.entra_en_hijo(todo), llegada::leido);
-    ASSERT_TRUE(v.cambia("C:\\d\\s", {"", dir}, {{"ajeno"}, {"u", dir}})) << "nobody is kept out";
+    ASSERT_TRUE(v.cambia("C:\\d\\s", {"", atributo_dir}, {{"ajeno"}, {"u", atributo_dir}}))
+        << "nobody is kept out";
     EXPECT_EQ(arbol.entra_en_hijo(todo), llegada::leido);
     ASSERT_EQ(arbol.ficheros().num(), 1u);
     EXPECT_EQ(u8(arbol.ficheros()[0].nombre), "g");
@@ -213,7 +215,7 @@ TEST(recorrido, un_directorio_que_se_mueve_abierto_se_acaba_donde_esta) {
 
 TEST(recorrido, una_lectura_que_se_rompe) {
     volumen_falso v;
-    v.pon("C:\\d", {{"f"}, {"s", dir}, {"z"}});
+    v.pon("C:\\d", {{"f"}, {"s", atributo_dir}, {"z"}});
     v.pon("C:\\d\\s", {{"g"}});
     v["C:\\d"].codigo_al_final = ERROR_NETNAME_DELETED;
     const raiz_de_recorrido raiz_de_arbol(L"C:\\d");
@@ -242,7 +244,7 @@ TEST(recorrido, la_raiz_se_quita_solo_si_es_la_que_se_recorrio) {
         const raiz_de_recorrido raiz_de_arbol(L"C:\\d\\");
         recorrido arbol(raiz_de_arbol, por_nombre);
         ASSERT_EQ(arbol.entra_en_raiz(todo), llegada::leido);
-        ASSERT_TRUE(!cambiada || v.cambia("C:\\d", {"", dir}));
+        ASSERT_TRUE(!cambiada || v.cambia("C:\\d", {"", atributo_dir}));
         EXPECT_EQ(arbol.borra_raiz(), cambiada ? ERROR_CANT_ACCESS_FILE : 0u);
         EXPECT_EQ(v.hay("C:\\d"), cambiada);
     }
@@ -257,7 +259,7 @@ TEST(recorrido, muchos_niveles_de_verdad) {
     {
         const raiz_de_recorrido raiz_de_arbol(raiz.c_str());
         recorrido arbol(raiz_de_arbol, por_nombre);
-        const lista pasos = recorre(arbol);
+        const renglones pasos = recorre(arbol);
         ASSERT_EQ(pasos.size(), niveles + 2);
         std::string ruta = d.ruta("t");
         for (std::size_t i = 0; i <= niveles; ++i) {
@@ -280,13 +282,13 @@ TEST(recorrido, ningun_fallo_deja_nada_abierto) {
         [&] {
             const raiz_de_recorrido raiz_de_arbol(raiz.c_str());
             recorrido arbol(raiz_de_arbol, por_nombre);
-            const lista pasos = recorre(arbol);
+            const renglones pasos = recorre(arbol);
             for (const std::string& p : pasos) {
                 EXPECT_TRUE(p == "!" || p.starts_with(d.ruta("t")) || p.starts_with("!" + d.ruta("t"))) << p;
             }
         },
         [&](const ronda& r) {
             toma_informes();
-            EXPECT_EQ(d.arbol(), (lista{"t\\", "t\\f", "t\\s\\", "t\\s\\g"})) << r;
+            EXPECT_EQ(d.arbol(), (renglones{"t\\", "t\\f", "t\\s\\", "t\\s\\g"})) << r;
         });
 }

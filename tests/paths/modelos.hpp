@@ -25,6 +25,27 @@ inline const std::size_t longitud_exhaustiva = [] {
 inline const std::size_t longitud_de_nombres = longitud_exhaustiva > 5 ? longitud_exhaustiva - 1 : 5;
 constexpr std::string_view alfabeto = "a.\\/:? *";
 
+// The same as a list, over letters of any kind.
+inline std::vector<std::string> textos_cortos(const std::string& letras, std::size_t longitud) {
+    std::vector<std::string> textos = {""};
+    for (std::size_t i = 0; i < textos.size() && textos[i].size() < longitud; ++i) {
+        const std::string principio = textos[i];
+        for (const char c : letras) {
+            textos.push_back(principio + c);
+        }
+    }
+    return textos;
+}
+
+// What is told of a path that is none.
+inline std::string incorrecto(const std::string& path) {
+    return "The file '" + path + "' is not correct";
+}
+
+inline interno::vista_w ver(const apoyo::texto_w& texto) {
+    return interno::vista_w(texto);
+}
+
 // Calls `f` with every text of up to `longitud_maxima` characters of the alphabet, the empty one included, until
 // a check fails; answers how many there were.
 template <class F>

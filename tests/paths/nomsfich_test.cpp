@@ -16,6 +16,7 @@ using modelos::prohibidos;
 using modelos::signo;
 using modelos::sin_cadena;
 using modelos::sin_nombre;
+using modelos::textos_cortos;
 
 namespace {
 
@@ -300,20 +301,7 @@ TEST(nomsfich, textos_largos) {
     }
 }
 
-namespace {
-
-std::vector<std::string> textos_cortos(const std::string& alfabeto, std::size_t longitud) {
-    std::vector<std::string> textos = {""};
-    for (std::size_t i = 0; i < textos.size() && textos[i].size() < longitud; ++i) {
-        const std::string principio = textos[i];
-        for (const char c : alfabeto) {
-            textos.push_back(principio + c);
-        }
-    }
-    return textos;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 TEST(nomsfich, cada_nombre_corto_como_el_modelo) {
     std::vector<std::string> nombres = textos_cortos("aB.\\/:? *", modelos::longitud_de_nombres);

@@ -21,10 +21,6 @@ using modelos::texto_c;
 
 namespace {
 
-texto_a toma_bytes(char* texto) {
-    return texto_a(interno::cadena_a::adopta(texto).ver());
-}
-
 struct dado {
     texto_a resultado;
     std::vector<std::string> informes;
@@ -41,7 +37,7 @@ dado tras(char* texto) {
 
 using piezas_a = modelos::piezas<texto_a>;
 
-piezas_a corta(void (*entrada)(const char*, char**, char**, char**, char**), const texto_a& path) {
+piezas_a corta_bytes(void (*entrada)(const char*, char**, char**, char**, char**), const texto_a& path) {
     char* p[4];
     entrada(path.c_str(), &p[0], &p[1], &p[2], &p[3]);
     return {toma_bytes(p[0]), toma_bytes(p[1]), toma_bytes(p[2]), toma_bytes(p[3])};
@@ -56,11 +52,12 @@ void compara_corte(const texto_a& path) {
     const modelos::juicio j = modelos::juzga(a_w(limpio));
     const modelos::corte<texto_c> c = modelos::corta_modelo(limpio, j.es_unc);
     const modelos::piezas<texto_c> p = modelos::con_blancos_juntos(c.p);
-    EXPECT_EQ(corta(cdir_splitpath_con_comprobacion, path), piezas_en_bytes(p));
+    EXPECT_EQ(corta_bytes(cdir_splitpath_con_comprobacion, path), piezas_en_bytes(p));
     EXPECT_EQ(toma_expresiones(), c.informes);
     EXPECT_EQ(toma_avisos().size(), j.motivo == 0 ? 0u : 1u);
     const modelos::corte<texto_c> d = modelos::corta_con_comodines(en_caracteres(path));
-    EXPECT_EQ(corta(cdir_splitpath_con_comodines, path), piezas_en_bytes(modelos::con_blancos_juntos(d.p)));
+    EXPECT_EQ(corta_bytes(cdir_splitpath_con_comodines, path),
+              piezas_en_bytes(modelos::con_blancos_juntos(d.p)));
     EXPECT_EQ(toma_expresiones(), d.informes);
     std::vector<std::string> informes = c.informes;
     const texto_c compuesto =

@@ -16,22 +16,18 @@ using interno::vista_a;
 
 namespace {
 
-texto_a toma_bytes(char* texto) {
-    return texto_a(cadena_a::adopta(texto).ver());
-}
-
-struct fila {
+struct pagina_de_codigos {
     unsigned pagina;
     const char* caracter;  // one whose second byte is a separator, or one like any other where there is none
     const char* otro;
 };
-const fila filas[] = {
+const pagina_de_codigos filas[] = {
     {932, "\x95\\", "\x83|"},           {936, "\x81\\", "\x8B|"}, {949, "\xB0\xA1", "\xC7\xD1"},
     {950, "\xA5\\", "\xAE|"},           {874, "\xA1", "\xE1"},    {1252, "\xF1", "\x80"},
     {65001, "\xE8\xA1\xA8", "\xC3\xB1"}};
 
-const fila* fila_de_la_maquina() {
-    for (const fila& f : filas) {
+const pagina_de_codigos* fila_de_la_maquina() {
+    for (const pagina_de_codigos& f : filas) {
         if (f.pagina == ::GetACP()) {
             return &f;
         }
@@ -72,7 +68,7 @@ TEST(paginas_de_la_maquina, se_lee_como_convierte_el_sistema) {
 }
 
 TEST(paginas_de_la_maquina, rutas_y_nombres) {
-    const fila* f = fila_de_la_maquina();
+    const pagina_de_codigos* f = fila_de_la_maquina();
     if (f == nullptr) {
         GTEST_SKIP() << "the machine's code page is " << ::GetACP();
     }

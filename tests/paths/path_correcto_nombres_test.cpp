@@ -9,12 +9,9 @@ using namespace apoyo;
 using interno::i_path_correcto;
 using modelos::en_bufer;
 using modelos::prueba_en_bufer;
+using modelos::ver;
 
 namespace {
-
-interno::vista_w ver(const texto_w& texto) {
-    return interno::vista_w(texto);
-}
 
 struct fila_nombre {
     std::string_view nombre;

@@ -8,6 +8,7 @@
 #include "lumodir.h"
 #include "paths/modelos.hpp"
 
+using modelos::ver;
 using namespace apoyo;
 using interno::i_path_correcto;
 using interno::i_path_correcto_con_comodines;
@@ -16,26 +17,22 @@ using interno::i_path_correcto_UNICODE;
 
 namespace {
 
-interno::vista_w ver(const texto_w& texto) {
-    return interno::vista_w(texto);
-}
-
 // ---- every rule
 
-struct fila {
+struct juicio_esperado {
     std::string path;
     int motivo = 0;
     std::string argumento = {};
     bool es_unc = false;
 };
 
-std::ostream& operator<<(std::ostream& salida, const fila& f) {
+std::ostream& operator<<(std::ostream& salida, const juicio_esperado& f) {
     return salida << "path [" << f.path << "], expected " << f.motivo << " [" << f.argumento << "], UNC "
                   << f.es_unc;
 }
 
-const std::vector<fila>& filas() {
-    static const std::vector<fila> todas = {
+const std::vector<juicio_esperado>& juicios_esperados() {
+    static const std::vector<juicio_esperado> todas = {
         {.path = "", .motivo = 53960},
         // correct ones
         {.path = "C:\\dir\\file.txt"},
@@ -157,13 +154,13 @@ const std::vector<fila>& filas() {
     return todas;
 }
 
-std::vector<std::string> avisos_de(const fila& f) {
+std::vector<std::string> avisos_de(const juicio_esperado& f) {
     return f.motivo == 0 || f.motivo == 53949
                ? std::vector<std::string>{}
                : std::vector<std::string>{modelos::texto_en_ingles(f.motivo, f.argumento)};
 }
 
-void comprueba_utf16(const fila& f) {
+void comprueba_utf16(const juicio_esperado& f) {
     const texto_w path = w(f.path);
     const unsigned short esperado = f.motivo == 0 ? 1 : 0;
     const interno::veredicto juicio = i_path_correcto_UNICODE(ver(path));
@@ -190,7 +187,7 @@ void comprueba_utf16(const fila& f) {
     ESPERA_AVISOS();
 }
 
-void comprueba_8_bits(const fila& f) {
+void comprueba_8_bits(const juicio_esperado& f) {
     const texto_a path = cp1252(f.path);
     const unsigned short esperado = f.motivo == 0 ? 1 : 0;
     const interno::veredicto juicio = i_path_correcto(interno::vista_a(path));
@@ -206,7 +203,7 @@ void comprueba_8_bits(const fila& f) {
 }
 
 TEST(path_correcto, cada_regla_da_su_mensaje_y_su_marca_de_red) {
-    for (const fila& f : filas()) {
+    for (const juicio_esperado& f : juicios_esperados()) {
         SCOPED_TRACE(testing::PrintToString(f));
         comprueba_utf16(f);
         comprueba_8_bits(f);
@@ -257,7 +254,8 @@ TEST(path_correcto, los_blancos_finales_no_cuentan_en_las_entradas_publicas) {
         const texto_w path = w(f.path);
         EXPECT_EQ(i_path_correcto_UNICODE(ver(path)).correcto, f.motivo_entero == 0);
         EXPECT_EQ(i_path_correcto(cp1252(f.path)).correcto, f.motivo_entero == 0);
-        const fila recortada = {.path = f.path, .motivo = f.motivo_recortado, .argumento = f.argumento};
+        const juicio_esperado recortada = {
+            .path = f.path, .motivo = f.motivo_recortado, .argumento = f.argumento};
         wchar_t* mensaje = nullptr;
         EXPECT_EQ(cdir_es_path_valido_UNICODE(path.c_str(), &mensaje), f.motivo_recortado == 0);
         EXPECT_EQ(toma(mensaje), f.motivo_recortado == 0
@@ -327,7 +325,7 @@ TEST(path_correcto, todo_idioma_formatea_sus_argumentos) {
 
 TEST(path_correcto, en_modo_servicio_no_se_muestra_nada_pero_el_texto_se_entrega) {
     lumodir_establece_modo_servicio_sin_reintentos();
-    for (const fila& f : filas()) {
+    for (const juicio_esperado& f : juicios_esperados()) {
         SCOPED_TRACE(testing::PrintToString(f));
         EXPECT_EQ(cdir_path_valido_UNICODE(w(f.path).c_str(), 1), f.motivo == 0);
         EXPECT_EQ(cdir_path_valido(cp1252(f.path).c_str(), 1), f.motivo == 0);

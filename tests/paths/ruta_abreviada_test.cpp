@@ -6,6 +6,7 @@
 #include "modelos/abreviada.hpp"
 #include "paths/modelos.hpp"
 
+using modelos::incorrecto;
 using namespace apoyo;
 using interno::vista_w;
 
@@ -13,10 +14,6 @@ namespace {
 
 std::string abrevia(const std::string& ruta, unsigned short maximo) {
     return toma(cdir_ruta_abreviada_con_logitud_maxima_u(w(ruta).c_str(), maximo));
-}
-
-std::string incorrecto(const std::string& path) {
-    return "The file '" + path + "' is not correct";
 }
 
 }  // namespace

@@ -13,6 +13,8 @@
 #include "paths/path_correcto.hpp"
 #include "paths/split_makepath.hpp"
 
+using modelos::incorrecto;
+using modelos::textos_cortos;
 using namespace apoyo;
 using interno::cadena_a;
 using interno::cadena_w;
@@ -40,25 +42,6 @@ std::string a_relativa(const std::string& base, const std::string& ruta) {
 }
 std::string a_absoluta(const std::string& base, const std::string& ruta) {
     return toma(lumodir_ruta_relativa_a_absoluta(w(base).c_str(), w(ruta).c_str()));
-}
-
-std::string incorrecto(const std::string& path) {
-    return "The file '" + path + "' is not correct";
-}
-
-// Every text up to a length over an alphabet.
-std::vector<std::string> textos_cortos(const std::string& alfabeto, std::size_t longitud) {
-    std::vector<std::string> textos = {""};
-    for (std::size_t i = 0; i < textos.size(); ++i) {
-        if (textos[i].size() == longitud) {
-            break;
-        }
-        const std::string principio = textos[i];
-        for (const char c : alfabeto) {
-            textos.push_back(principio + c);
-        }
-    }
-    return textos;
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ void espera_informes(const std::vector<std::string>& esperados, const std::strin
 
 using lista = std::vector<std::string>;
 
-struct fila {
+struct composicion {
     const char* unidad;
     const char* directorio;
     const char* nombre;
@@ -47,7 +47,7 @@ struct fila {
     bool reparado_correcto = correcto;
 };
 
-const fila filas[] = {
+const composicion composiciones[] = {
     {"C:", "\\dir\\", "file", ".txt", "C:\\dir\\file.txt"},
     {"C:", "\\dir", "file", "txt", "C:\\dir\\file.txt"},
     {"C", "dir/", "file", nullptr, "C:dir/file"},
@@ -117,7 +117,7 @@ const fila filas[] = {
 };
 
 TEST(split_makepath_compone, compone_comprueba_y_repara) {
-    for (const fila& f : filas) {
+    for (const composicion& f : composiciones) {
         SCOPED_TRACE(testing::Message() << "[" << f.path << "]");
         EXPECT_EQ(compone<wchar_t>(cdir_makepath_UNICODE, f.unidad, f.directorio, f.nombre, f.extension),
                   f.reparado);
@@ -141,7 +141,7 @@ TEST(split_makepath_compone, compone_comprueba_y_repara) {
 
 // The wildcard variant never repairs and never admits an empty path.
 TEST(split_makepath_compone, con_comodines_no_repara) {
-    for (const fila& f : filas) {
+    for (const composicion& f : composiciones) {
         SCOPED_TRACE(testing::Message() << "[" << f.path << "]");
         const bool correcto = f.correcto && *f.path != '\0';
         lista esperados_w = f.informes;

@@ -12,13 +12,10 @@
 
 using namespace apoyo;
 using namespace sabores;
+using modelos::incorrecto;
 using modelos::repite;
 
 namespace {
-
-std::string incorrecto(const std::string& path) {
-    return modelos::texto_en_ingles(53955, path);
-}
 
 // Expects these reports, each as "expression" or "expression [detail]".
 void espera_informes(const std::vector<std::string>& esperados) {
@@ -402,29 +399,29 @@ TEST(split_makepath, se_queda_con_las_piezas_pedidas) {
     ESPERA_AVISOS();
 }
 
-unsigned g_reservas = 0;
+unsigned g_reservas_de_piezas = 0;
 
 // A share's drive is a view into the path, too.
 TEST(split_makepath, cortar_cuesta_un_bloque_por_pieza) {
     static const auto de_antes = interno::memoria.reserva;
     const sustituye<void* (*)(std::size_t)> contada(interno::memoria.reserva, [](std::size_t bytes) {
-        ++g_reservas;
+        ++g_reservas_de_piezas;
         return de_antes(bytes);
     });
     for (const wchar_t* path : {L"C:\\d\\f.x", L"\\\\srv\\share\\d\\f.x", L"\\\\srv\\share"}) {
-        g_reservas = 0;
+        g_reservas_de_piezas = 0;
         wchar_t* piezas[4];
         cdir_splitpath_con_comprobacion_UNICODE(path, &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
-        EXPECT_EQ(g_reservas, 4u) << u8(path);
+        EXPECT_EQ(g_reservas_de_piezas, 4u) << u8(path);
         for (wchar_t* pieza : piezas) {
             toma(pieza);
         }
     }
     for (const char* path : {"C:\\d\\f.x", "\\\\srv\\share\\d\\f.x"}) {
-        g_reservas = 0;
+        g_reservas_de_piezas = 0;
         char* piezas[4];
         cdir_splitpath_con_comprobacion(path, &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
-        EXPECT_EQ(g_reservas, 4u) << path;
+        EXPECT_EQ(g_reservas_de_piezas, 4u) << path;
         for (char* pieza : piezas) {
             toma(pieza);
         }

@@ -297,7 +297,7 @@ private:
     long abiertas_ = 0;
 };
 
-constexpr unsigned long maquina = 3;  // HKEY_LOCAL_MACHINE
+constexpr unsigned long local_machine = 3;  // HKEY_LOCAL_MACHINE
 
 }  // namespace
 
@@ -357,9 +357,9 @@ TEST_F(borrado_lumoreg, una_sola_vista_y_otra_solo_si_la_clave_no_esta) {
                 fingido.vistas[v] = {f.padre[v], &p[v]};
             }
             if (ancha) {
-                lumoreg_borra_clave_u(maquina, L"P", L"A");
+                lumoreg_borra_clave_u(local_machine, L"P", L"A");
             } else {
-                lumoreg_borra_clave(maquina, "P", "A");
+                lumoreg_borra_clave(local_machine, "P", "A");
             }
             EXPECT_EQ(fingido.llamadas, f.llamadas);
             EXPECT_EQ(toma_informes_con_detalle(), f.informes);
@@ -378,7 +378,7 @@ TEST_F(borrado_lumoreg, sin_nombre_se_borra_la_propia_clave_y_nada_se_abre_dos_v
     clave.hijas = {{L"x", &hija}};
     registro_fingido fingido;
     fingido.vistas[0] = {ERROR_SUCCESS, &clave};
-    lumoreg_borra_clave_u(maquina, L"P", L"");
+    lumoreg_borra_clave_u(local_machine, L"P", L"");
     EXPECT_EQ(fingido.llamadas, (textos{"root P itself", "below x itself"}));
     EXPECT_TRUE(clave.borrada && hija.borrada);
 }
@@ -392,7 +392,7 @@ TEST_F(borrado_lumoreg, una_subclave_que_solo_se_deja_borrar_se_borra_si_esta_va
     padre.hijas = {{L"k", &clave}};
     registro_fingido fingido;
     fingido.vistas[0] = {ERROR_SUCCESS, &padre};
-    lumoreg_borra_clave_u(maquina, L"P", L"k");
+    lumoreg_borra_clave_u(local_machine, L"P", L"k");
     ESPERA_DETALLES("clave_abierta == CIERTO [P\\k\\x]");
     EXPECT_TRUE(hija.borrada && clave.borrada);
     EXPECT_FALSE(padre.borrada);
@@ -412,7 +412,7 @@ TEST_F(borrado_lumoreg, un_nombre_que_no_se_puede_abrir_se_informa_y_no_se_toca_
         padre.hijas = {{L"k", &clave}};
         registro_fingido fingido;
         fingido.vistas[0] = {ERROR_SUCCESS, &padre};
-        lumoreg_borra_clave_u(maquina, L"P", L"k");
+        lumoreg_borra_clave_u(local_machine, L"P", L"k");
         ESPERA_DETALLES(std::string("clave_abierta == CIERTO [P\\k\\") + f.visible + "]",
                         std::string("resultado == ERROR_SUCCESS [") + f.visible + "]",
                         "resultado == ERROR_SUCCESS [k]");
@@ -431,7 +431,7 @@ TEST_F(borrado_lumoreg, la_profundidad_no_gasta_la_pila) {
     }
     registro_fingido fingido;
     fingido.vistas[0] = {ERROR_SUCCESS, &cadena[0]};
-    lumoreg_borra_clave_u(maquina, L"P", L"s");
+    lumoreg_borra_clave_u(local_machine, L"P", L"s");
     EXPECT_FALSE(cadena[0].borrada);
     for (std::size_t i = 1; i < niveles; ++i) {
         ASSERT_TRUE(cadena[i].borrada) << i;

@@ -143,16 +143,18 @@ namespace {
 
 LSTATUS g_error_de_enumeracion = ERROR_SUCCESS;
 DWORD g_indice_que_falla = 0;
-tabla_sistema g_real;
+tabla_sistema g_registro_de_claves;
 LSTATUS WINAPI enumera_w(HKEY clave, DWORD indice, wchar_t* nombre, DWORD* longitud, DWORD* r, wchar_t* c,
                          DWORD* lc, FILETIME* f) {
-    return indice == g_indice_que_falla ? g_error_de_enumeracion
-                                        : g_real.RegEnumKeyExW(clave, indice, nombre, longitud, r, c, lc, f);
+    return indice == g_indice_que_falla
+               ? g_error_de_enumeracion
+               : g_registro_de_claves.RegEnumKeyExW(clave, indice, nombre, longitud, r, c, lc, f);
 }
 LSTATUS WINAPI enumera_a(HKEY clave, DWORD indice, char* nombre, DWORD* longitud, DWORD* r, char* c,
                          DWORD* lc, FILETIME* f) {
-    return indice == g_indice_que_falla ? g_error_de_enumeracion
-                                        : g_real.RegEnumKeyExA(clave, indice, nombre, longitud, r, c, lc, f);
+    return indice == g_indice_que_falla
+               ? g_error_de_enumeracion
+               : g_registro_de_claves.RegEnumKeyExA(clave, indice, nombre, longitud, r, c, lc, f);
 }
 LSTATUS WINAPI no_cuenta_w(HKEY, wchar_t*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*,
                            DWORD*, FILETIME*) {
@@ -169,7 +171,7 @@ TEST_F(claves_lumoreg, un_paso_que_falla_se_informa_y_cuenta_como_elemento) {
     for (const std::string_view nombre : {"año\\a", "año\\b", "año\\c"}) {
         crea(bajo(nombre));
     }
-    g_real = sistema;
+    g_registro_de_claves = sistema;
     const sustituye w(sistema.RegEnumKeyExW, static_cast<decltype(sistema.RegEnumKeyExW)>(enumera_w));
     const sustituye a(sistema.RegEnumKeyExA, static_cast<decltype(sistema.RegEnumKeyExA)>(enumera_a));
     const std::string informe =
@@ -214,11 +216,11 @@ LSTATUS crea_otra(LSTATUS contadas) {
 }
 LSTATUS WINAPI cuenta_y_crea_w(HKEY clave, wchar_t* c, DWORD* lc, DWORD* r, DWORD* s, DWORD* ms, DWORD* mc,
                                DWORD* v, DWORD* mv, DWORD* md, DWORD* ls, FILETIME* f) {
-    return crea_otra(g_real.RegQueryInfoKeyW(clave, c, lc, r, s, ms, mc, v, mv, md, ls, f));
+    return crea_otra(g_registro_de_claves.RegQueryInfoKeyW(clave, c, lc, r, s, ms, mc, v, mv, md, ls, f));
 }
 LSTATUS WINAPI cuenta_y_crea_a(HKEY clave, char* c, DWORD* lc, DWORD* r, DWORD* s, DWORD* ms, DWORD* mc,
                                DWORD* v, DWORD* mv, DWORD* md, DWORD* ls, FILETIME* f) {
-    return crea_otra(g_real.RegQueryInfoKeyA(clave, c, lc, r, s, ms, mc, v, mv, md, ls, f));
+    return crea_otra(g_registro_de_claves.RegQueryInfoKeyA(clave, c, lc, r, s, ms, mc, v, mv, md, ls, f));
 }
 // The longest name there can be, in a code page that takes three bytes a unit.
 LSTATUS WINAPI enumera_de_tres_bytes(HKEY, DWORD, char* nombre, DWORD* longitud, DWORD*, char*, DWORD*,
@@ -236,7 +238,7 @@ LSTATUS WINAPI enumera_de_tres_bytes(HKEY, DWORD, char* nombre, DWORD* longitud,
 }  // namespace
 
 TEST_F(claves_lumoreg, un_nombre_mas_largo_que_los_contados_cabe) {
-    g_real = sistema;
+    g_registro_de_claves = sistema;
     const sustituye w(sistema.RegQueryInfoKeyW,
                       static_cast<decltype(sistema.RegQueryInfoKeyW)>(cuenta_y_crea_w));
     const sustituye a(sistema.RegQueryInfoKeyA,
@@ -266,7 +268,7 @@ TEST_F(claves_lumoreg, una_clave_que_no_se_deja_contar_se_informa) {
 
 namespace {
 
-void borra(bool ancha, std::string_view padre, std::string_view nombre) {
+void borra_clave(bool ancha, std::string_view padre, std::string_view nombre) {
     if (ancha) {
         lumoreg_borra_clave_u(raiz_de_pruebas, bajo(padre).c_str(), w(nombre).c_str());
     } else {
@@ -280,7 +282,7 @@ TEST_F(claves_lumoreg, una_clave_sin_subclaves_se_borra) {
     for (const bool ancha : {true, false}) {
         crea(bajo("p\\año"));
         pon(bajo("p\\año"), L"v", REG_SZ, texto_w(L"t"));
-        borra(ancha, "p", "año");
+        borra_clave(ancha, "p", "año");
         EXPECT_FALSE(existe(bajo("p\\año"))) << ancha;
         EXPECT_TRUE(existe(bajo("p"))) << ancha;
     }
@@ -298,7 +300,7 @@ TEST_F(claves_lumoreg, de_cada_nivel_queda_una_subclave_de_cada_dos) {
                     quedan.push_back("k" + std::to_string(i));
                 }
             }
-            borra(ancha, "p", "k");
+            borra_clave(ancha, "p", "k");
             EXPECT_EQ(subclaves(bajo("p\\k")), quedan);
             EXPECT_EQ(existe(bajo("p\\k")), !quedan.empty());
             EXPECT_EQ(toma_informes_con_detalle(),
@@ -311,13 +313,13 @@ TEST_F(claves_lumoreg, de_cada_nivel_queda_una_subclave_de_cada_dos) {
 TEST_F(claves_lumoreg, los_niveles_de_abajo_se_borran_antes) {
     for (const bool ancha : {true, false}) {
         crea(bajo("p\\k\\a\\b\\c\\d"));
-        borra(ancha, "p", "k");
+        borra_clave(ancha, "p", "k");
         EXPECT_EQ(subclaves(bajo("p")), textos{});
     }
     // Where one of two stays below, everything above it stays too, each with its report.
     crea(bajo("p\\k\\a\\1"));
     crea(bajo("p\\k\\a\\2"));
-    borra(true, "p", "k");
+    borra_clave(true, "p", "k");
     ESPERA_DETALLES("resultado == ERROR_SUCCESS [a]", "resultado == ERROR_SUCCESS [k]");
     EXPECT_EQ(subclaves(bajo("p\\k\\a")), textos{"2"});
 }
@@ -327,10 +329,10 @@ TEST_F(claves_lumoreg, un_nombre_de_mas_de_99_se_salta) {
     const std::string de_100(100, 'a');
     for (const bool ancha : {true, false}) {
         crea(bajo("p\\k\\" + de_99));
-        borra(ancha, "p", "k");
+        borra_clave(ancha, "p", "k");
         EXPECT_FALSE(existe(bajo("p\\k")));
         crea(bajo("p\\k\\" + de_100));
-        borra(ancha, "p", "k");
+        borra_clave(ancha, "p", "k");
         ESPERA_DETALLES("resultado == ERROR_SUCCESS [k]");
         EXPECT_EQ(subclaves(bajo("p\\k")), textos{de_100});
         ::RegDeleteTreeW(HKEY_CURRENT_USER, bajo("p").c_str());
@@ -338,20 +340,20 @@ TEST_F(claves_lumoreg, un_nombre_de_mas_de_99_se_salta) {
     // One that is passed over does not stop the pass.
     crea(bajo("p\\k\\" + de_100));
     crea(bajo("p\\k\\b"));
-    borra(true, "p", "k");
+    borra_clave(true, "p", "k");
     ESPERA_DETALLES("resultado == ERROR_SUCCESS [k]");
     EXPECT_EQ(subclaves(bajo("p\\k")), textos{de_100});
 }
 
 TEST_F(claves_lumoreg, lo_que_no_esta_se_informa_o_no_segun_donde_falte) {
     for (const bool ancha : {true, false}) {
-        borra(ancha, "no parent", "k");
+        borra_clave(ancha, "no parent", "k");
         ESPERA_DETALLES();
-        borra(ancha, "", "missing");  // the parent path ends in a separator, and opens
+        borra_clave(ancha, "", "missing");  // the parent path ends in a separator, and opens
         ESPERA_DETALLES("clave_abierta == CIERTO [Software\\lumodir-pruebas\\\\missing]",
                         "resultado == ERROR_SUCCESS [missing]");
         crea(bajo("p"));
-        borra(ancha, "p", "año");
+        borra_clave(ancha, "p", "año");
         ESPERA_DETALLES("clave_abierta == CIERTO [Software\\lumodir-pruebas\\p\\año]",
                         "resultado == ERROR_SUCCESS [año]");
     }
@@ -374,7 +376,7 @@ namespace {
 std::string g_prohibida;
 LSTATUS WINAPI abre_salvo_una(HKEY raiz, const wchar_t* ruta, DWORD opciones, REGSAM acceso, HKEY* clave) {
     return u8(ruta) == g_prohibida ? ERROR_ACCESS_DENIED
-                                   : g_real.RegOpenKeyExW(raiz, ruta, opciones, acceso, clave);
+                                   : g_registro_de_claves.RegOpenKeyExW(raiz, ruta, opciones, acceso, clave);
 }
 
 }  // namespace
@@ -382,11 +384,11 @@ LSTATUS WINAPI abre_salvo_una(HKEY raiz, const wchar_t* ruta, DWORD opciones, RE
 TEST_F(claves_lumoreg, una_subclave_sin_derechos_se_informa_y_se_intenta_borrar) {
     crea(bajo("p\\k\\a"));
     crea(bajo("p\\k\\a\\deep"));
-    g_real = sistema;
+    g_registro_de_claves = sistema;
     g_prohibida = "a";
     const sustituye abrir(sistema.RegOpenKeyExW,
                           static_cast<decltype(sistema.RegOpenKeyExW)>(abre_salvo_una));
-    borra(true, "p", "k");
+    borra_clave(true, "p", "k");
     ESPERA_DETALLES("clave_abierta == CIERTO [" + u8(bajo("p\\k\\a")) + "]", "resultado == ERROR_SUCCESS [a]",
                     "resultado == ERROR_SUCCESS [k]");
     EXPECT_TRUE(existe(bajo("p\\k\\a\\deep")));
@@ -396,11 +398,11 @@ TEST_F(claves_lumoreg, una_enumeracion_que_falla_acaba_el_nivel) {
     for (const std::string_view nombre : {"p\\k\\a", "p\\k\\b", "p\\k\\c"}) {
         crea(bajo(nombre));
     }
-    g_real = sistema;
+    g_registro_de_claves = sistema;
     g_indice_que_falla = 1;
     g_error_de_enumeracion = ERROR_INVALID_HANDLE;
     const sustituye enumerar(sistema.RegEnumKeyExW, static_cast<decltype(sistema.RegEnumKeyExW)>(enumera_w));
-    borra(true, "p", "k");
+    borra_clave(true, "p", "k");
     ESPERA_DETALLES("resultado == ERROR_SUCCESS [k]");
     EXPECT_EQ(subclaves(bajo("p\\k")), (textos{"b", "c"}));
 }

@@ -138,16 +138,16 @@ TEST_F(fallos_lumoreg, ninguna_llamada_que_falla_deja_nada_abierto) {
 
 namespace {
 
-tabla_sistema g_real;
+tabla_sistema g_registro_que_falla;
 LSTATUS WINAPI cierra_con_queja(HKEY clave) {
-    g_real.RegCloseKey(clave);
+    g_registro_que_falla.RegCloseKey(clave);
     return ERROR_INVALID_HANDLE;
 }
 
 }  // namespace
 
 TEST_F(fallos_lumoreg, un_cierre_que_falla_se_informa_con_el_path_y_el_resultado_vale) {
-    g_real = sistema;
+    g_registro_que_falla = sistema;
     const sustituye cerrar(sistema.RegCloseKey, static_cast<decltype(sistema.RegCloseKey)>(cierra_con_queja));
     for (const operacion& op : operaciones()) {
         prepara();

@@ -193,7 +193,7 @@ TEST_F(valores_lumoreg, lo_que_falta_da_0_y_no_toca_la_salida) {
 
 namespace {
 
-tabla_sistema g_real;
+tabla_sistema g_registro_de_valores;
 unsigned g_lecturas = 0;
 DWORD g_bytes_con_basura = 0;
 
@@ -277,7 +277,8 @@ namespace {
 // Somebody writes a longer value between the counting and the reading.
 LSTATUS WINAPI cuenta_antes_de_crecer(HKEY clave, wchar_t* c, DWORD* lc, DWORD* r, DWORD* s, DWORD* ms,
                                       DWORD* mc, DWORD* v, DWORD* mv, DWORD* md, DWORD* ls, FILETIME* f) {
-    const LSTATUS resultado = g_real.RegQueryInfoKeyW(clave, c, lc, r, s, ms, mc, v, mv, md, ls, f);
+    const LSTATUS resultado =
+        g_registro_de_valores.RegQueryInfoKeyW(clave, c, lc, r, s, ms, mc, v, mv, md, ls, f);
     pon(bajo("k"), L"v", REG_SZ, texto_w(5000, L'\u00F1'));
     return resultado;
 }
@@ -293,7 +294,7 @@ LSTATUS WINAPI cuenta_de_menos(HKEY, char*, DWORD*, DWORD*, DWORD*, DWORD*, DWOR
 TEST_F(valores_lumoreg, un_valor_que_crece_mientras_tanto_se_lee_entero) {
     crea(bajo("k"));
     pon(bajo("k"), L"v", REG_SZ, texto_w(L"t"));
-    g_real = sistema;
+    g_registro_de_valores = sistema;
     const sustituye w(sistema.RegQueryInfoKeyW,
                       static_cast<decltype(sistema.RegQueryInfoKeyW)>(cuenta_antes_de_crecer));
     const sustituye a(sistema.RegQueryInfoKeyA,
@@ -383,7 +384,7 @@ namespace {
 LSTATUS WINAPI enumera_salvo_uno(HKEY clave, DWORD indice, wchar_t* nombre, DWORD* ln, DWORD* r, DWORD* tipo,
                                  BYTE* datos, DWORD* ld) {
     return indice == 1 ? ERROR_MORE_DATA
-                       : g_real.RegEnumValueW(clave, indice, nombre, ln, r, tipo, datos, ld);
+                       : g_registro_de_valores.RegEnumValueW(clave, indice, nombre, ln, r, tipo, datos, ld);
 }
 LSTATUS WINAPI no_cuenta(HKEY, wchar_t*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*, DWORD*,
                          DWORD*, FILETIME*) {
@@ -397,7 +398,7 @@ TEST_F(valores_lumoreg, un_valor_que_no_se_deja_leer_se_informa_y_se_salta) {
     for (const wchar_t* nombre : {L"a", L"b", L"c"}) {
         pon(bajo("año"), nombre, REG_SZ, texto_w(L"t"));
     }
-    g_real = sistema;
+    g_registro_de_valores = sistema;
     {
         const sustituye e(sistema.RegEnumValueW,
                           static_cast<decltype(sistema.RegEnumValueW)>(enumera_salvo_uno));

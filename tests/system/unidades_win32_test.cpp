@@ -37,7 +37,7 @@ std::string texto_de(ArrPunteroConTipo* lista, bool ancha) {
     return texto;
 }
 
-const std::map<char, unidad_fingida> de_todo = {
+const std::map<char, unidad_fingida> una_de_cada_clase = {
     {'A', {.tipo = DRIVE_REMOVABLE, .volumen = "disquete"}},
     {'C', {.tipo = DRIVE_FIXED, .volumen = "Sistema \u00F1"}},
     {'D', {.tipo = DRIVE_CDROM, .volumen = "CD"}},
@@ -52,7 +52,7 @@ const std::map<char, unidad_fingida> de_todo = {
 
 TEST(unidades, las_unidades_sin_nombre_de_volumen) {
     const char* const esperado = "A:=3; C:=5; D:=7; E:=6; N: (\\\\srv\\Pa\u00EDs)=8; O: (?)=8; R:=9";
-    maquina_fingida maquina(de_todo);
+    maquina_fingida maquina(una_de_cada_clase);
     EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), true), esperado);
     EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), false), esperado);
     for (const std::string& pregunta : maquina.preguntas) {
@@ -63,7 +63,7 @@ TEST(unidades, las_unidades_sin_nombre_de_volumen) {
 TEST(unidades, solo_las_fijas_y_las_extraibles_llevan_nombre_de_volumen) {
     const char* const esperado =
         "A:=3; C: (Sistema \u00F1)=5; D:=7; E: ()=6; N: (\\\\srv\\Pa\u00EDs)=8; O: (?)=8; R:=9";
-    maquina_fingida maquina(de_todo);
+    maquina_fingida maquina(una_de_cada_clase);
     EXPECT_EQ(texto_de(lumodir_UnidadesDelSistemaConNombre(), true), esperado);
     EXPECT_EQ(texto_de(lumodir_UnidadesDelSistemaConNombre(), false), esperado);
 }
