@@ -48,11 +48,11 @@ bool i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, bool i
             const desenlace& d = intenta();
             return d.hecho || d.ya_no_esta();
         },
-        [&](BuclRein* bucle) {
+        [&](BuclRein& bucle) {
             buclrein_set_mensaje_reintentar(
                 bucle, [&] { return i_mensaje_fichero(fichero.texto(), texto_extra); }, ultimo.codigo);
             const auto avisa_al_anfitrion = i_func_comprobar_fichero_no_esta_abierto();
-            if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1 &&
+            if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) &&
                 avisa_al_anfitrion != nullptr) {
                 llama_al_anfitrion(avisa_al_anfitrion, fichero.texto());
             }
