@@ -122,10 +122,12 @@ TEST(anfitrion, ninguna_funcion_del_anfitrion_se_lleva_un_bloque) {
 
         buclrein_establece_receptor(lanza_pregunta, nullptr);
         buclrein_establece_politica(0, 0);
-        interno::BuclRein bucle = interno::buclrein_crea(true, true);
-        interno::buclrein_set_mensaje_reintentar(
-            bucle, [] { return interno::cadena_w(L"x"); }, 5);
-        EXPECT_FALSE(interno::buclrein_reintentar(bucle, false));
+        {
+            interno::BuclRein bucle = interno::buclrein_crea(true, true);
+            interno::buclrein_set_mensaje_reintentar(
+                bucle, [] { return interno::cadena_w(L"x"); }, 5);
+            EXPECT_FALSE(interno::buclrein_reintentar(bucle, false));
+        }
         EXPECT_EQ(lumospy_bloques_vivos(), vivos);
 
         ArrCADENA* lista = arr_CreaCADENA(0);
