@@ -65,12 +65,13 @@ bool i_con_reintentos(bool reintentar, bool informar, Intento intento, AlFallar 
     return bien;
 }
 
-// The usual loop: after each failed attempt `haz_mensaje()` tells of it, with the code that the attempt has left.
+// The usual loop: an attempt tells how it ended (`hecho`, `codigo`); `haz_mensaje()` tells of one that failed.
 template <class Intento, class HazMensaje>
-bool i_insiste(bool informar, Intento intento, const unsigned long& codigo_error, HazMensaje haz_mensaje) {
-    return i_con_reintentos(true, informar, intento, [&](BuclRein& bucle) {
-        buclrein_set_mensaje_reintentar(bucle, haz_mensaje, codigo_error);
-    });
+bool i_insiste(bool informar, Intento intento, HazMensaje haz_mensaje) {
+    decltype(intento()) ultimo = {};
+    return i_con_reintentos(
+        true, informar, [&] { return (ultimo = intento()).hecho; },
+        [&](BuclRein& bucle) { buclrein_set_mensaje_reintentar(bucle, haz_mensaje, ultimo.codigo); });
 }
 
 }  // namespace interno

@@ -1,6 +1,8 @@
 // See borrado.hpp.
 #include "files/borrado.hpp"
 
+#include <utility>
+
 #include "companions/anfitrion.hpp"
 #include "companions/buclrein.hpp"
 #include "companions/error_interno.hpp"
@@ -22,15 +24,11 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
         {i_mensaje(i_msg_53951_no_se_puede_borrar_fichero, {fichero}), L"\n", a_vista(motivo)});
 }
 
-// The attempts of a loop, the first of which has ended in `ultimo` already.
+// The attempts of a loop, the first of which has ended already.
 template <class Intenta>
-auto i_tras_el_primero(desenlace& ultimo, Intenta intenta) {
-    return [&ultimo, intenta, es_el_primero = true]() mutable -> const desenlace& {
-        if (!es_el_primero) {
-            ultimo = intenta();
-        }
-        es_el_primero = false;
-        return ultimo;
+auto i_tras_el_primero(desenlace primero, Intenta intenta) {
+    return [primero, intenta, es_el_primero = true]() mutable {
+        return std::exchange(es_el_primero, false) ? primero : intenta();
     };
 }
 
@@ -45,8 +43,8 @@ bool i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, bool i
     return i_con_reintentos(
         true, informar,
         [&] {
-            const desenlace& d = intenta();
-            return d.hecho || d.ya_no_esta();
+            ultimo = intenta();
+            return ultimo.hecho || ultimo.ya_no_esta();
         },
         [&](BuclRein& bucle) {
             buclrein_set_mensaje_reintentar(
@@ -59,10 +57,9 @@ bool i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, bool i
         });
 }
 
-bool i_insiste_con_directorio(objetivo& directorio, bool informar, desenlace ultimo) {
-    auto intenta = i_tras_el_primero(ultimo, [&] { return i_quita_directorio(directorio); });
+bool i_insiste_con_directorio(objetivo& directorio, bool informar, desenlace primero) {
     return i_insiste(
-        informar, [&] { return intenta().hecho; }, ultimo.codigo,
+        informar, i_tras_el_primero(primero, [&] { return i_quita_directorio(directorio); }),
         [&] { return i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}); });
 }
 

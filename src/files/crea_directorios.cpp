@@ -2,6 +2,7 @@
 #include "files/crea_directorios.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "companions/buclrein.hpp"
 #include "companions/lmlongpath.hpp"
@@ -195,35 +196,34 @@ std::size_t i_niveles_existentes(escalera& camino) noexcept {
 // Whatever the code of the failure, the level may be there: made by somebody who was quicker, or a root or a share
 // that refuses the creation of what it has. And a system may say that it made what no directory will be (the name of
 // a device).
-bool i_crea_o_existe(const ruta_fijada& ruta, bool es_el_ultimo, DWORD* codigo) noexcept {
-    const bool creado = lmlongpath_CreateDirectoryW(ruta, nullptr, codigo) != FALSE;
-    if (creado && !es_el_ultimo) {
-        return true;
+desenlace i_crea_o_existe(const ruta_fijada& ruta, bool es_el_ultimo) noexcept {
+    const desenlace creado = lmlongpath_CreateDirectoryW(ruta);
+    if (creado.hecho && !es_el_ultimo) {
+        return creado;
     }
     const existencia que_hay = i_existencia(ruta);
     if (i_vale(que_hay, es_el_ultimo)) {
-        return true;
+        return {true, ERROR_SUCCESS};
     }
-    if (!creado) {
-        return !es_el_ultimo && *codigo == ERROR_ALREADY_EXISTS;
+    if (!creado.hecho) {
+        return {!es_el_ultimo && creado.codigo == ERROR_ALREADY_EXISTS, creado.codigo};
     }
-    *codigo = que_hay.hay() ? DWORD{ERROR_DIRECTORY} : que_hay.codigo;
-    return que_hay.cual == existencia::estado::no_se_sabe;
+    return {que_hay.cual == existencia::estado::no_se_sabe,
+            que_hay.hay() ? DWORD{ERROR_DIRECTORY} : que_hay.codigo};
 }
 
 // `se_sabe_que_falta`: the first attempt need not ask.
 bool i_crea_nivel(const nivel& escalon, bool se_sabe_que_falta, bool informa) {
     const ruta_fijada ruta(escalon.fijado);
-    DWORD codigo = 0;
     return i_insiste(
         informa,
         [&] {
-            const bool pregunta = !se_sabe_que_falta;
-            se_sabe_que_falta = false;
-            return (pregunta && i_vale(i_existencia(ruta), escalon.es_el_ultimo)) ||
-                   i_crea_o_existe(ruta, escalon.es_el_ultimo, &codigo);
+            const bool pregunta = !std::exchange(se_sabe_que_falta, false);
+            return pregunta && i_vale(i_existencia(ruta), escalon.es_el_ultimo)
+                       ? desenlace{true, ERROR_SUCCESS}
+                       : i_crea_o_existe(ruta, escalon.es_el_ultimo);
         },
-        codigo, [&] { return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}); });
+        [&] { return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}); });
 }
 
 bool i_sube(escalera& camino, bool informa) {

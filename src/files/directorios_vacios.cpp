@@ -116,13 +116,11 @@ private:
     // The entry of that very name or, where there is none, of the name in another letter case.
     bool i_busca(vista_w nombre, entradas_guardadas& encontrada) {
         lector_de_directorio entradas(eslabones_.back()->directorio);
-        entrada_leida entrada;
-        while (entradas.siguiente(&entrada)) {
-            if (entrada.nombre == nombre ||
-                (encontrada.num() == 0 && i_mismo_nombre(entrada.nombre, nombre))) {
-                const bool es_esa = entrada.nombre == nombre;
+        while (const entrada_leida* entrada = entradas.siguiente()) {
+            const bool es_esa = entrada->nombre == nombre;
+            if (es_esa || (encontrada.num() == 0 && i_mismo_nombre(entrada->nombre, nombre))) {
                 encontrada.vacia();
-                encontrada.guarda(entrada);
+                encontrada.guarda(*entrada);
                 if (es_esa) {
                     return true;
                 }
@@ -132,9 +130,8 @@ private:
     }
     static bool i_esta_vacio(directorio_abierto& directorio) {
         lector_de_directorio entradas(directorio);
-        entrada_leida entrada;
-        while (entradas.siguiente(&entrada)) {
-            if (!entrada.es_directorio() || !empieza_por(entrada.nombre, L".")) {
+        while (const entrada_leida* entrada = entradas.siguiente()) {
+            if (!entrada->es_directorio() || !empieza_por(entrada->nombre, L".")) {
                 return false;
             }
         }

@@ -15,12 +15,7 @@ namespace interno {
 namespace {
 
 constexpr DWORD acceso_de_prueba = GENERIC_READ | GENERIC_WRITE;
-
-// Alone: a file that is open in another program counts as not writable.
-manija_fichero i_abre_a_solas(const ruta_fijada& fichero, DWORD acceso, DWORD disposicion,
-                              DWORD* codigo) noexcept {
-    return lmlongpath_CreateFileW(fichero, acceso, 0, nullptr, disposicion, 0, nullptr, codigo);
-}
+constexpr DWORD a_solas = 0;  // a file that is open in another program counts as not writable
 
 // A file system may refuse the right to delete to somebody who may create.
 bool i_puede_ser_por_borrar(DWORD codigo) noexcept {
@@ -34,9 +29,9 @@ unsigned long long i_numero_callado(HANDLE abierto) noexcept {
 }
 
 unsigned long long i_numero_de(const ruta_fijada& fichero) noexcept {
-    const manija_fichero abierto = lmlongpath_CreateFileW(
-        fichero, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-        OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
+    const fichero_abierto abierto = lmlongpath_CreateFileW(
+        fichero, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
+        FILE_FLAG_OPEN_REPARSE_POINT);
     return abierto.valida() ? i_numero_callado(abierto.get()) : 0;
 }
 
@@ -49,18 +44,17 @@ bool i_se_ira_al_cerrar(HANDLE creado) noexcept {
 // Creates what is missing and takes it away again by the handle that made it: whoever puts a file of his own there
 // meanwhile keeps it. Where the mark is refused, the name is all there is to delete by: if it still names that file.
 motivo i_prueba_a_crear(const ruta_fijada& fichero) {
-    DWORD codigo = ERROR_SUCCESS;
-    manija_fichero creado = i_abre_a_solas(fichero, acceso_de_prueba | DELETE, CREATE_NEW, &codigo);
-    if (!creado.valida() && i_puede_ser_por_borrar(codigo)) {
-        creado = i_abre_a_solas(fichero, acceso_de_prueba, CREATE_NEW, &codigo);
+    fichero_abierto creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba | DELETE, a_solas, CREATE_NEW);
+    if (!creado.valida() && i_puede_ser_por_borrar(creado.codigo)) {
+        creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas, CREATE_NEW);
     }
     if (!creado.valida()) {
-        return plataforma::strgetlasterror_texto_cod_error(codigo);
+        return plataforma::strgetlasterror_texto_cod_error(creado.codigo);
     }
     const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero_callado(creado.get());
     creado.cierra();
     if (numero != 0 && i_numero_de(fichero) == numero) {
-        lmlongpath_DeleteFileW(fichero, nullptr);
+        lmlongpath_DeleteFileW(fichero);
     }
     return {};
 }
@@ -76,10 +70,8 @@ motivo i_prueba_escritura(const ruta_fijada& fichero) {
         return i_prueba_a_crear(fichero);
     }
     // What cannot be told to be missing is opened, never created.
-    DWORD codigo = ERROR_SUCCESS;
-    return i_abre_a_solas(fichero, acceso_de_prueba, OPEN_EXISTING, &codigo).valida()
-               ? motivo()
-               : plataforma::strgetlasterror_texto_cod_error(codigo);
+    const fichero_abierto abierto = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas);
+    return abierto.valida() ? motivo() : plataforma::strgetlasterror_texto_cod_error(abierto.codigo);
 }
 
 namespace {

@@ -104,7 +104,7 @@ public:
 private:
     static manija_busqueda i_busca(const ruta_fijada& patron, WIN32_FIND_DATAW* primera,
                                    detalle cuanto) noexcept {
-        return lmlongpath_FindFirstFileW(patron, primera, cuanto == detalle::sin_nombre_corto);
+        return lmlongpath_FindFirstFileW(patron, *primera, cuanto);
     }
 
     ruta_fijada entero_;

@@ -47,9 +47,6 @@ sirve_entrada i_es_directorio_con_punto;  // but "." and ".."
 inline constexpr wchar_t comodin_de_todo_u[] = L"*";
 inline constexpr char comodin_de_todo[] = "*";
 
-// How much is asked about each entry: short names cost the system a second look-up.
-enum class detalle { todo, sin_nombre_corto };
-
 // An open search and, when the system's search could not answer the pattern, the filter to apply to the names as
 // the flavour has them.
 template <class C>

@@ -101,8 +101,8 @@ cadena_w recorrido::ruta(vista_w nombre) const {
     return resultado;
 }
 
-bool recorrido::protege_raiz(bool de_solo_lectura) {
-    return niveles_[0]->directorio.protege_raiz(raiz_.ruta(), de_solo_lectura) == ERROR_SUCCESS;
+bool recorrido::protege_raiz(int modo) {
+    return niveles_[0]->directorio.protege_raiz(raiz_.ruta(), modo) == ERROR_SUCCESS;
 }
 
 DWORD recorrido::borra_raiz() {

@@ -130,7 +130,7 @@ public:
     // Closes the root, which was entered, and removes it.
     DWORD borra_raiz();
     // Sets or clears the read-only mark of the root, which was entered.
-    bool protege_raiz(bool de_solo_lectura);
+    bool protege_raiz(int modo);
 
 private:
     struct nivel {
@@ -152,12 +152,11 @@ private:
             return falta ? llegada::falta : llegada::cerrado;
         }
         lector_de_directorio lector(nuevo->directorio);
-        entrada_leida entrada;
         bool leido_algo = false;
-        while (lector.siguiente(&entrada)) {
+        while (const entrada_leida* entrada = lector.siguiente()) {
             leido_algo = true;
-            if (!entrada.es_relativa() && toma(static_cast<const entrada_leida&>(entrada))) {
-                (entrada.es_directorio() ? nuevo->hijos : nuevo->ficheros).guarda(entrada);
+            if (!entrada->es_relativa() && toma(*entrada)) {
+                (entrada->es_directorio() ? nuevo->hijos : nuevo->ficheros).guarda(*entrada);
             }
         }
         return i_mete(std::move(nuevo), lector, leido_algo);
