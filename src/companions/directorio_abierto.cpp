@@ -3,6 +3,7 @@
 
 #include <winternl.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <optional>
@@ -241,7 +242,7 @@ DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta) {
     const sin_dialogos callado;
     const fichero_abierto abierto = i_abre_para_mirar(ruta, FILE_FLAG_OPEN_REPARSE_POINT);
     if (!abierto.valida()) {
-        return abierto.codigo;
+        return abierto.codigo_de_fallo();
     }
     trato_con_volumen trato;
     return i_sitio_de_lo_nombrado(abierto.get(), ruta, trato) ? ERROR_SUCCESS : ERROR_CANT_ACCESS_FILE;
@@ -249,25 +250,15 @@ DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta) {
 
 // ---- Opening ----
 
-// A directory and all those above it in their walk, the root first: loops over it spend no stack on depth.
-class directorio_abierto::linea_de_arriba {
-public:
-    explicit linea_de_arriba(directorio_abierto& ultimo) {
-        std::size_t cuantos = 0;
-        for (directorio_abierto* d = &ultimo; d != nullptr; d = d->padre_) {
-            ++cuantos;
-        }
-        linea_.reserva_sitio(cuantos);
-        for (directorio_abierto* d = &ultimo; d != nullptr; d = d->padre_) {
-            linea_.anade(d);
-        }
+// This directory and all those above it in their walk, the root first: loops over it spend no stack on depth.
+vector_interno<directorio_abierto*> directorio_abierto::i_desde_la_raiz() {
+    vector_interno<directorio_abierto*> linea;
+    for (directorio_abierto* d = this; d != nullptr; d = d->padre_) {
+        linea.anade(d);
     }
-    std::size_t size() const noexcept { return linea_.size(); }
-    directorio_abierto* operator[](std::size_t i) const noexcept { return linea_[linea_.size() - 1 - i]; }
-
-private:
-    vector_interno<directorio_abierto*> linea_;
-};
+    std::reverse(linea.begin(), linea.end());
+    return linea;
+}
 
 DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato, enlace_raiz si_es_enlace) {
     const sin_dialogos callado;
@@ -278,7 +269,7 @@ DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato
     manija_ = lmlongpath_CreateFileW(raiz, acceso_de_listado, comparte_todo, OPEN_EXISTING,
                                      FILE_FLAG_BACKUP_SEMANTICS | (sigue ? 0 : FILE_FLAG_OPEN_REPARSE_POINT));
     if (!manija_.valida()) {
-        return manija_.codigo;
+        return manija_.codigo_de_fallo();
     }
     numero_ = i_numero(manija_.get());
     if (!i_es_directorio_sin_enlace(manija_.get()) || (!sigue && !i_es_raiz_sin_enlace())) {
@@ -303,17 +294,12 @@ vista_w directorio_abierto::i_lugar_verdadero() {
     if (!nombre_verdadero_.es_nula()) {
         return nombre_verdadero_;
     }
-    const linea_de_arriba linea(*this);
-    for (std::size_t i = 0; i < linea.size(); ++i) {
-        directorio_abierto& actual = *linea[i];
-        if (!actual.nombre_verdadero_.es_nula()) {
-            continue;
-        }
-        if (actual.padre_ != nullptr) {
-            actual.nombre_verdadero_ = i_une(actual.padre_->nombre_verdadero_, actual.nombre_);
-        } else {
-            actual.nombre_verdadero_ =
-                i_nombre_de_padre(actual.manija_.get(), a_vista(actual.raiz_->c_str()), *trato_);
+    for (directorio_abierto* const d : i_desde_la_raiz()) {
+        if (d->nombre_verdadero_.es_nula()) {
+            d->nombre_verdadero_ =
+                d->padre_ != nullptr
+                    ? i_une(d->padre_->nombre_verdadero_, d->nombre_)
+                    : i_nombre_de_padre(d->manija_.get(), a_vista(d->raiz_->c_str()), *trato_);
         }
     }
     return nombre_verdadero_;
@@ -330,7 +316,7 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
     manija_ =
         padre.i_abre_por_nombre(cual.nombre, {acceso_de_listado, opciones_de_directorio, comparte_todo});
     if (!manija_.valida()) {
-        return manija_.codigo;
+        return manija_.codigo_de_fallo();
     }
     numero_ = i_numero(manija_.get());
     juicio es_ella = i_es_directorio_sin_enlace(manija_.get()) ? i_juzga(cual) : juicio::es_otra;
@@ -339,7 +325,7 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
         manija_ =
             padre.i_abre_retenida(cual, {acceso_de_listado, opciones_de_directorio, comparte_sin_borrar});
         if (!manija_.valida()) {
-            return manija_.codigo;
+            return manija_.codigo_de_fallo();
         }
         numero_ = i_numero(manija_.get());
         es_ella = i_es_directorio_sin_enlace(manija_.get()) ? juicio::es_ella : juicio::es_otra;
@@ -406,11 +392,11 @@ fichero_abierto directorio_abierto::i_abre_por_nombre(vista_w nombre, const mane
                                                     trato_->sin_seguir ? atributo_sin_seguir : 0));
     };
     fichero_abierto abierta = intenta();
-    if (abierta.codigo == ERROR_INVALID_PARAMETER && trato_->sin_seguir) {
+    if (abierta.codigo_de_fallo() == ERROR_INVALID_PARAMETER && trato_->sin_seguir) {
         trato_->sin_seguir = false;
         abierta = intenta();
     }
-    if (i_es_rechazo_de_relativo(abierta.codigo)) {
+    if (i_es_rechazo_de_relativo(abierta.codigo_de_fallo())) {
         // Perhaps the name is what is wrong: then the path fails in the same way.
         abierta = i_abre_por_ruta(nombre, como);
         trato_->relativo = !abierta.valida();
@@ -432,9 +418,8 @@ DWORD directorio_abierto::i_retiene() {
     if (retenido_) {
         return ERROR_SUCCESS;
     }
-    const linea_de_arriba linea(*this);
-    for (std::size_t i = 0; i < linea.size(); ++i) {
-        const DWORD codigo = linea[i]->retenido_ ? DWORD{ERROR_SUCCESS} : linea[i]->i_retiene_este();
+    for (directorio_abierto* const d : i_desde_la_raiz()) {
+        const DWORD codigo = d->retenido_ ? DWORD{ERROR_SUCCESS} : d->i_retiene_este();
         if (codigo != ERROR_SUCCESS) {
             return codigo;
         }
@@ -446,7 +431,7 @@ DWORD directorio_abierto::i_retiene_este() {
     fichero_abierto retenida =
         i_abre_nativa(i_ruta_nativa(), acceso_de_listado, comparte_sin_borrar, opciones_de_directorio);
     if (!retenida.valida()) {
-        return retenida.codigo;
+        return retenida.codigo_de_fallo();
     }
     if (!i_es_directorio_sin_enlace(retenida.get()) || i_numero(retenida.get()) != numero_) {
         return ERROR_CANT_ACCESS_FILE;
@@ -457,33 +442,11 @@ DWORD directorio_abierto::i_retiene_este() {
 }
 
 cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) {
-    const linea_de_arriba linea(*this);
+    const vector_interno<directorio_abierto*> linea = i_desde_la_raiz();
     const cadena_w raiz = i_forma_nativa(lmlongpath_forma_completa(*linea[0]->raiz_));
-    const vista_w principio = i_sin_separadores_finales(raiz);
-    std::size_t largo = principio.size() + (nombre.empty() ? 0 : 1 + nombre.size());
-    for (std::size_t i = 1; i < linea.size(); ++i) {
-        largo += 1 + linea[i]->nombre_.size();
-    }
-    const bool solo_raiz = linea.size() == 1 && nombre.empty();
-    if (solo_raiz) {
-        return cadena_w(raiz.ver());
-    }
-    cadena_w ruta = cadena_w::con_sitio(largo);
-    wchar_t* p = ruta.datos();
-    const auto escribe = [&p](vista_w texto) {
-        rasgos_utf16::copy(p, texto.data(), texto.size());
-        p += texto.size();
-    };
-    escribe(principio);
-    for (std::size_t i = 1; i < linea.size(); ++i) {
-        escribe(L"\\");
-        escribe(linea[i]->nombre_);
-    }
-    if (!nombre.empty()) {
-        escribe(L"\\");
-        escribe(nombre);
-    }
-    return ruta;
+    const std::size_t nombres = linea.size() - (nombre.empty() ? 1 : 0);
+    return i_ruta_bajo(nombres == 0 ? raiz.ver() : i_sin_separadores_finales(raiz), nombres,
+                       [&](std::size_t i) { return i + 1 < linea.size() ? linea[i + 1]->nombre_ : nombre; });
 }
 
 // ---- Entries ----
@@ -531,7 +494,7 @@ fichero_abierto directorio_abierto::i_abre_entrada(const entrada_leida& cual, DW
 DWORD directorio_abierto::borra(const entrada_leida& cual) {
     const sin_dialogos callado;
     const fichero_abierto abierta = i_abre_entrada(cual, DELETE);
-    return abierta.valida() ? i_marca_para_borrar(abierta.get(), *trato_) : abierta.codigo;
+    return abierta.valida() ? i_marca_para_borrar(abierta.get(), *trato_) : abierta.codigo_de_fallo();
 }
 
 existencia directorio_abierto::mira(const entrada_leida& cual) {
@@ -541,7 +504,7 @@ existencia directorio_abierto::mira(const entrada_leida& cual) {
     if (atributos) {
         return {existencia::estado::hay, ERROR_SUCCESS, *atributos};
     }
-    const DWORD codigo = abierta.valida() ? i_ultimo_error() : abierta.codigo;
+    const DWORD codigo = abierta.valida() ? i_ultimo_error() : abierta.codigo_de_fallo();
     if (codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION) {
         return {existencia::estado::hay, ERROR_SUCCESS, cual.atributos};
     }
@@ -567,7 +530,7 @@ DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atribut
     const sin_dialogos callado;
     const fichero_abierto abierta = i_abre_entrada(cual, FILE_WRITE_ATTRIBUTES);
     if (!abierta.valida()) {
-        return abierta.codigo;
+        return abierta.codigo_de_fallo();
     }
     return i_lleva_a_ella(abierta.get(), cual) ? i_pon_atributos(abierta.get(), atributos)
                                                : ERROR_CANT_ACCESS_FILE;
@@ -585,14 +548,14 @@ fichero_abierto directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz
 DWORD directorio_abierto::borra_raiz(const ruta_fijada& raiz) {
     const sin_dialogos callado;
     const fichero_abierto abierta = i_abre_raiz_otra_vez(raiz, DELETE);
-    return abierta.valida() ? i_marca_para_borrar(abierta.get(), *trato_) : abierta.codigo;
+    return abierta.valida() ? i_marca_para_borrar(abierta.get(), *trato_) : abierta.codigo_de_fallo();
 }
 
 DWORD directorio_abierto::protege_raiz(const ruta_fijada& raiz, int modo) {
     const sin_dialogos callado;
     const fichero_abierto abierta = i_abre_raiz_otra_vez(raiz, FILE_WRITE_ATTRIBUTES);
     if (!abierta.valida()) {
-        return abierta.codigo;
+        return abierta.codigo_de_fallo();
     }
     const std::optional<DWORD> atributos = i_atributos(abierta.get());
     return atributos ? i_pon_atributos(abierta.get(), i_con_proteccion(*atributos, modo)) : i_ultimo_error();

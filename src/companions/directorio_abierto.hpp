@@ -54,15 +54,38 @@ inline unsigned long long i_numero(HANDLE abierta) noexcept {
     return sistema.numero_de_fichero(abierta, &numero) ? numero : 0;
 }
 
-// Whoever deletes or renames by this path acts on what bears its name (ERROR_SUCCESS); or why not: it cannot be opened,
-// or a system that follows links (Wine) would act on what a link leads to, for all one knows (ERROR_CANT_ACCESS_FILE).
-// Where links are not followed nothing is asked.
+// ERROR_SUCCESS when a deletion or a renaming by this path acts on what bears its name; else why not: it cannot be
+// opened, or a system that follows links (Wine) might act on what a link leads to (ERROR_CANT_ACCESS_FILE). Where links
+// are not followed nothing is asked.
 DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta);
 
 inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
     while (acaba_en_separador(ruta)) {
         ruta.remove_suffix(1);
     }
+    return ruta;
+}
+
+// The path of the last of some names, each of which lies in the one before it, the first in `directorio`.
+template <class Nombre>
+cadena_w i_ruta_bajo(vista_w directorio, std::size_t nombres, Nombre nombre) {
+    std::size_t largo = directorio.size() + nombres;
+    for (std::size_t i = 0; i < nombres; ++i) {
+        largo += nombre(i).size();
+    }
+    cadena_w ruta = cadena_w::con_sitio(largo);
+    wchar_t* fin = ruta.datos();
+    const auto escribe = [&fin](vista_w texto) {
+        rasgos_utf16::copy(fin, texto.data(), texto.size());
+        fin += texto.size();
+    };
+    escribe(directorio);
+    for (std::size_t i = 0; i < nombres; ++i) {
+        escribe(i == 0 && (directorio.empty() || acaba_en_separador(directorio)) ? vista_w()
+                                                                                 : vista_w(L"\\"));
+        escribe(nombre(i));
+    }
+    ruta.acorta(static_cast<std::size_t>(fin - ruta.datos()));
     return ruta;
 }
 
@@ -119,7 +142,6 @@ public:
 
 private:
     friend class lector_de_directorio;
-    class linea_de_arriba;
     enum class juicio { es_ella, es_otra, no_se_sabe };
 
     struct manera {
@@ -132,6 +154,7 @@ private:
     fichero_abierto i_abre_entrada(const entrada_leida& cual, DWORD acceso);
     fichero_abierto i_abre_por_nombre(vista_w nombre, const manera& como);
     fichero_abierto i_abre_por_ruta(vista_w nombre, const manera& como);
+    vector_interno<directorio_abierto*> i_desde_la_raiz();
     DWORD i_retiene();
     DWORD i_retiene_este();
     cadena_w i_ruta_nativa(vista_w nombre = {});

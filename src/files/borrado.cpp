@@ -34,7 +34,7 @@ auto i_tras_el_primero(desenlace primero, Intenta intenta) {
 
 // What follows a first attempt that failed.
 bool i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar, desenlace ultimo) {
-    // The mark of what cannot be reached is that of something else.
+    // What cannot be reached under its own name has no mark to take off: that of what a link leads to stays.
     if (ultimo.codigo != ERROR_CANT_ACCESS_FILE && fichero.mira().es_de_solo_lectura()) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
         ultimo = fichero.borra();
@@ -119,22 +119,22 @@ bool i_borra_directorio_existente(objetivo& directorio) {
 }
 
 bool i_borra_fichero(const ruta_fijada& ruta, const wchar_t* texto_extra, bool informar) {
-    fichero_por_ruta fichero(ruta);
+    objetivo_por_ruta fichero(ruta, lmlongpath_DeleteFileW);
     return i_borra_fichero(fichero, texto_extra, informar);
 }
 
 bool i_borra_fichero_existente(const ruta_fijada& ruta, const wchar_t* texto_extra) {
-    fichero_por_ruta fichero(ruta);
+    objetivo_por_ruta fichero(ruta, lmlongpath_DeleteFileW);
     return i_borra_fichero_existente(fichero, texto_extra);
 }
 
 bool i_borra_directorio_existente(const ruta_fijada& ruta) {
-    directorio_por_ruta directorio(ruta);
+    objetivo_por_ruta directorio(ruta, lmlongpath_RemoveDirectoryW);
     return i_borra_directorio_existente(directorio);
 }
 
 bool i_borra_directorio_si_existe(const ruta_fijada& ruta, bool informar) {
-    directorio_por_ruta directorio(ruta);
+    objetivo_por_ruta directorio(ruta, lmlongpath_RemoveDirectoryW);
     const desenlace primero = i_quita_directorio(directorio);
     return primero.hecho ||
            (!directorio.mira().falta() && i_insiste_con_directorio(directorio, informar, primero));

@@ -24,29 +24,20 @@ protected:
     ~objetivo() = default;
 };
 
-class objetivo_por_ruta : public objetivo {
+class objetivo_por_ruta final : public objetivo {
 public:
-    explicit objetivo_por_ruta(const ruta_fijada& ruta) noexcept : ruta_(ruta) {}
+    // A file or a directory: which call deletes it.
+    objetivo_por_ruta(const ruta_fijada& ruta, desenlace (*borra)(const ruta_fijada&) noexcept) noexcept
+        : ruta_(ruta), borra_(borra) {}
 
+    desenlace borra() override { return borra_(ruta_); }
     existencia mira() override { return i_existencia(ruta_); }
     bool protege(int modo) override { return lmlongpath_wchmod(ruta_, modo); }
     const wchar_t* texto() override { return ruta_.dada(); }
 
-protected:
-    ~objetivo_por_ruta() = default;
+private:
     const ruta_fijada& ruta_;
-};
-
-class fichero_por_ruta final : public objetivo_por_ruta {
-public:
-    using objetivo_por_ruta::objetivo_por_ruta;
-    desenlace borra() override { return lmlongpath_DeleteFileW(ruta_); }
-};
-
-class directorio_por_ruta final : public objetivo_por_ruta {
-public:
-    using objetivo_por_ruta::objetivo_por_ruta;
-    desenlace borra() override { return lmlongpath_RemoveDirectoryW(ruta_); }
+    desenlace (*borra_)(const ruta_fijada&) noexcept;
 };
 
 // An entry of an open directory; its name is kept elsewhere, terminated.

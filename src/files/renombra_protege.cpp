@@ -22,7 +22,7 @@ bool i_cambia_proteccion(objetivo& fichero, int modo, bool informa) noexcept {
 }
 
 bool i_cambia_proteccion(const ruta_fijada& ruta, int modo, bool informa) noexcept {
-    fichero_por_ruta fichero(ruta);
+    objetivo_por_ruta fichero(ruta, lmlongpath_DeleteFileW);
     return i_cambia_proteccion(fichero, modo, informa);
 }
 

@@ -12,6 +12,7 @@
 #include "companions/anfitrion.hpp"
 #include "companions/apunorde.hpp"
 #include "companions/error_interno.hpp"
+#include "companions/ordena.hpp"
 #include "companions/unicode.hpp"
 #include "fichsdir.h"
 #include "listings/dirwin.hpp"
@@ -45,16 +46,40 @@ void i_recorre_directorio(const wchar_t* directorio, const interrupcion& corta, 
 
 // ---- Names (fichsdir.cpp)
 
+// Takes the names of the entries that `sirve` chooses.
+template <class C, class Sirve>
+auto i_toma_nombres(arr_cadena<C>& lista, Sirve sirve) {
+    return [&lista, sirve](const WIN32_FIND_DATAW& e) {
+        if (sirve(e)) {
+            lista.anade(i_en_sabor<C>(i_nombre_de_entrada(e)));
+        }
+    };
+}
+
+template <class C, class Sirve>
+objeto<arr_cadena<C>> i_nombres(const wchar_t* directorio, const interrupcion& corta, Sirve sirve) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre_directorio(directorio, corta, i_toma_nombres<C>(*lista, sirve));
+    return lista;
+}
+
 // Sorted.
 template <class C>
 objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
-                                    const interrupcion& corta);
+                                    const interrupcion& corta) {
+    auto lista = i_nombres<C>(directorio, corta, sirve);
+    ordena_estable(lista->textos.data(), lista->num(), widestr_fun_compara);
+    return lista;
+}
 objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio);
-template <class C>
-objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const interrupcion& corta);
+
 // A NULL pattern is reported by the enumerator.
 template <class C>
-objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve);
+objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre(path_filtro, {}, i_toma_nombres<C>(*lista, sirve));
+    return lista;
+}
 objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension);
 objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension);
 // As file-name records have them, in the case that is asked for; sorted, one of each.

@@ -121,10 +121,8 @@ public:
     entrada_leida ultimo_hijo() const noexcept { return cima().hijos[i_indice(cima().siguiente - 1)]; }
     directorio_abierto& aqui() noexcept { return niveles_.back()->directorio; }
 
-    // The path of an entry of the current directory, from the root as it was given.
-    cadena_w ruta(vista_w nombre) const;
-    // The path of the current directory itself.
-    cadena_w ruta() const;
+    // The path of an entry of the current directory, or its own, from the root as it was given.
+    cadena_w ruta(vista_w nombre = {}) const;
 
     const raiz_de_recorrido& raiz() const noexcept { return raiz_; }
     // Closes the root, which was entered, and removes it.

@@ -293,13 +293,14 @@ TEST(directorio_abierto, la_marca_de_la_raiz_no_la_recibe_otro) {
     v.pon("C:\\d", {});
     v["C:\\d"].atributos = dir | FILE_ATTRIBUTE_READONLY;
     raiz_abierta raiz(L"C:\\d");
-    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, false), 0u);
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_escritura), 0u);
     EXPECT_EQ(v["C:\\d"].atributos, dir);
-    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, true), 0u);
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_lectura), 0u);
     EXPECT_EQ(v["C:\\d"].atributos, dir | FILE_ATTRIBUTE_READONLY);
     for (const DWORD otro : {DWORD{dir}, DWORD{enlace_dir}}) {
         ASSERT_TRUE(v.cambia("C:\\d", {"", otro, otro == dir ? 0 : IO_REPARSE_TAG_SYMLINK}));
-        EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, true), DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_lectura),
+                  DWORD{ERROR_CANT_ACCESS_FILE});
         EXPECT_EQ(v["C:\\d"].atributos, otro);
     }
     EXPECT_EQ(v["C:\\fuera"].atributos, dir);
