@@ -104,9 +104,9 @@ bool i_es_directorio_sin_enlace(HANDLE abierta) noexcept {
     if ((atributos & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
         return true;
     }
-    FILE_ATTRIBUTE_TAG_INFO marca;
-    return sistema.GetFileInformationByHandleEx(abierta, FileAttributeTagInfo, &marca, sizeof marca) &&
-           !i_es_marca_de_enlace(atributos, marca.ReparseTag);
+    FILE_ATTRIBUTE_TAG_INFO punto;
+    return sistema.GetFileInformationByHandleEx(abierta, FileAttributeTagInfo, &punto, sizeof punto) &&
+           !i_es_de_enlace(atributos, punto.ReparseTag);
 }
 
 // Where an open file really lies, until the room of the walk is used again; empty when the system cannot tell.
@@ -184,7 +184,7 @@ fichero_abierto i_abre_para_mirar(const ruta_fijada& ruta, DWORD indicadores) no
                                   FILE_FLAG_BACKUP_SEMANTICS | indicadores);
 }
 
-DWORD i_marca_para_borrar(HANDLE abierta, trato_con_volumen& trato) {
+DWORD i_borra_al_cerrar(HANDLE abierta, trato_con_volumen& trato) {
     if (trato.posix) {
         borrado_ampliado ampliado = {borrar_con_posix};
         if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &ampliado, sizeof ampliado)) {
@@ -205,8 +205,8 @@ DWORD i_marca_para_borrar(HANDLE abierta, trato_con_volumen& trato) {
 // Where what a path opened lies, as it stands in the names of what it holds (a root, which no directory holds, has a NULL
 // string); nothing when it is not what bears the path's last name. A system that follows links opens something else: only
 // the name under which it holds what is open tells. Two directories whose names differ by one point at the end are one.
-std::optional<cadena_w> i_sitio_de_lo_nombrado(HANDLE abierto, const ruta_fijada& ruta,
-                                               trato_con_volumen& trato) {
+std::optional<cadena_w> i_ruta_de_lo_nombrado(HANDLE abierto, const ruta_fijada& ruta,
+                                              trato_con_volumen& trato) {
     const cadena_w forma = lmlongpath_forma_completa(ruta);
     if (i_es_raiz_de_volumen(forma)) {
         return cadena_w();
@@ -245,7 +245,7 @@ DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta) {
         return abierto.codigo_de_fallo();
     }
     trato_con_volumen trato;
-    return i_sitio_de_lo_nombrado(abierto.get(), ruta, trato) ? ERROR_SUCCESS : ERROR_CANT_ACCESS_FILE;
+    return i_ruta_de_lo_nombrado(abierto.get(), ruta, trato) ? ERROR_SUCCESS : ERROR_CANT_ACCESS_FILE;
 }
 
 // ---- Opening ----
@@ -283,14 +283,14 @@ bool directorio_abierto::i_es_raiz_sin_enlace() {
     if (!sistema.sigue_enlaces()) {
         return true;
     }
-    std::optional<cadena_w> sitio = i_sitio_de_lo_nombrado(manija_.get(), *raiz_, *trato_);
-    nombre_verdadero_ = sitio ? std::move(*sitio) : cadena_w();
-    return sitio.has_value();
+    std::optional<cadena_w> ruta = i_ruta_de_lo_nombrado(manija_.get(), *raiz_, *trato_);
+    nombre_verdadero_ = ruta ? std::move(*ruta) : cadena_w();
+    return ruta.has_value();
 }
 
 // Where this directory really lies. The system tells it without the blanks and points at the end of its own name, but
 // with them in the names of what it holds: so it is put together from the names that the directories above tell.
-vista_w directorio_abierto::i_lugar_verdadero() {
+vista_w directorio_abierto::i_ruta_verdadera() {
     if (!nombre_verdadero_.es_nula()) {
         return nombre_verdadero_;
     }
@@ -310,7 +310,7 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
     trato_ = padre.trato_;
     padre_ = &padre;
     nombre_ = cual.nombre;
-    if (i_es_marca_de_enlace(cual.atributos, cual.marca)) {
+    if (i_es_de_enlace(cual.atributos, cual.reanalisis)) {
         return ERROR_CANT_ACCESS_FILE;
     }
     manija_ =
@@ -319,8 +319,8 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
         return manija_.codigo_de_fallo();
     }
     numero_ = i_numero(manija_.get());
-    juicio es_ella = i_es_directorio_sin_enlace(manija_.get()) ? i_juzga(cual) : juicio::es_otra;
-    if (es_ella == juicio::no_se_sabe) {
+    identidad es_ella = i_es_directorio_sin_enlace(manija_.get()) ? i_identidad(cual) : identidad::es_otra;
+    if (es_ella == identidad::no_se_sabe) {
         manija_.cierra();
         manija_ =
             padre.i_abre_retenida(cual, {acceso_de_listado, opciones_de_directorio, comparte_sin_borrar});
@@ -328,9 +328,9 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
             return manija_.codigo_de_fallo();
         }
         numero_ = i_numero(manija_.get());
-        es_ella = i_es_directorio_sin_enlace(manija_.get()) ? juicio::es_ella : juicio::es_otra;
+        es_ella = i_es_directorio_sin_enlace(manija_.get()) ? identidad::es_ella : identidad::es_otra;
     }
-    if (es_ella == juicio::es_otra) {
+    if (es_ella == identidad::es_otra) {
         manija_.cierra();
         return ERROR_CANT_ACCESS_FILE;
     }
@@ -339,16 +339,16 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
 
 // Whether what was opened by the name of an entry is what the entry was read of. Where listing and handle disagree,
 // the listing of the directory itself is asked: on some file systems they count differently.
-directorio_abierto::juicio directorio_abierto::i_juzga(const entrada_leida& cual) {
+directorio_abierto::identidad directorio_abierto::i_identidad(const entrada_leida& cual) {
     if (!i_es_numero(cual.numero) || numero_ == cual.numero) {
-        return juicio::es_ella;
+        return identidad::es_ella;
     }
     const unsigned long long propio = i_numero_en_listado(L".");
     if (propio == cual.numero) {
         trato_->numeros_coherentes = false;
-        return juicio::es_ella;
+        return identidad::es_ella;
     }
-    return i_es_numero(propio) && propio == numero_ ? juicio::es_otra : juicio::no_se_sabe;
+    return i_es_numero(propio) && propio == numero_ ? identidad::es_otra : identidad::no_se_sabe;
 }
 
 // The number that the listing of this directory gives an entry; 0 when it has no such entry.
@@ -456,12 +456,12 @@ bool directorio_abierto::i_esta_donde_dice(HANDLE abierta, vista_w nombre) {
     if (!sistema.sigue_enlaces()) {
         return true;
     }
-    const vista_w lugar_verdadero = i_lugar_verdadero();
-    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), lugar_verdadero, nombre);
+    const vista_w ruta_verdadera = i_ruta_verdadera();
+    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), ruta_verdadera, nombre);
 }
 
 fichero_abierto directorio_abierto::i_abre_entrada(const entrada_leida& cual, DWORD acceso) {
-    const bool es_enlace = i_es_marca_de_enlace(cual.atributos, cual.marca);
+    const bool es_enlace = i_es_de_enlace(cual.atributos, cual.reanalisis);
     if (es_enlace && sistema.sigue_enlaces()) {
         return fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE);
     }
@@ -494,7 +494,7 @@ fichero_abierto directorio_abierto::i_abre_entrada(const entrada_leida& cual, DW
 DWORD directorio_abierto::borra(const entrada_leida& cual) {
     const sin_dialogos callado;
     const fichero_abierto abierta = i_abre_entrada(cual, DELETE);
-    return abierta.valida() ? i_marca_para_borrar(abierta.get(), *trato_) : abierta.codigo_de_fallo();
+    return abierta.valida() ? i_borra_al_cerrar(abierta.get(), *trato_) : abierta.codigo_de_fallo();
 }
 
 existencia directorio_abierto::mira(const entrada_leida& cual) {
@@ -548,7 +548,7 @@ fichero_abierto directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz
 DWORD directorio_abierto::borra_raiz(const ruta_fijada& raiz) {
     const sin_dialogos callado;
     const fichero_abierto abierta = i_abre_raiz_otra_vez(raiz, DELETE);
-    return abierta.valida() ? i_marca_para_borrar(abierta.get(), *trato_) : abierta.codigo_de_fallo();
+    return abierta.valida() ? i_borra_al_cerrar(abierta.get(), *trato_) : abierta.codigo_de_fallo();
 }
 
 DWORD directorio_abierto::protege_raiz(const ruta_fijada& raiz, int modo) {
@@ -681,7 +681,7 @@ bool lector_de_directorio::i_toma_registro() noexcept {
     entrada_.nombre = vista_w(reinterpret_cast<const wchar_t*>(registro_ + hasta_el_nombre),
                               leido.FileNameLength / sizeof(wchar_t));
     entrada_.atributos = leido.FileAttributes;
-    entrada_.marca = (leido.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido.EaSize : 0;
+    entrada_.reanalisis = (leido.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido.EaSize : 0;
     entrada_.modificado = i_fecha(leido.LastWriteTime);
     if constexpr (std::is_same_v<Registro, FILE_ID_BOTH_DIR_INFO>) {
         entrada_.numero = static_cast<unsigned long long>(leido.FileId.QuadPart);
@@ -699,7 +699,8 @@ void lector_de_directorio::i_toma_de_busqueda() noexcept {
     const auto* leido = reinterpret_cast<const WIN32_FIND_DATAW*>(registro_);
     entrada_.nombre = a_vista(&leido->cFileName[0]);
     entrada_.atributos = leido->dwFileAttributes;
-    entrada_.marca = (leido->dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido->dwReserved0 : 0;
+    entrada_.reanalisis =
+        (leido->dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido->dwReserved0 : 0;
     entrada_.modificado = leido->ftLastWriteTime;
     entrada_.numero = 0;
     registro_ = nullptr;

@@ -25,7 +25,7 @@ namespace interno {
 struct entrada_leida {
     vista_w nombre;
     DWORD atributos;
-    DWORD marca;  // the reparse tag; 0 when the system does not tell
+    DWORD reanalisis;  // the reparse tag; 0 when the system does not tell
     unsigned long long numero;
     FILETIME modificado;
     unsigned long long numero_abierto = 0;  // what its handle told when it was entered; 0 before
@@ -37,10 +37,10 @@ struct entrada_leida {
 
 // Another name of some other place (junction, symbolic link), or perhaps one, because the system does not tell the
 // tag. Other reparse points, such as those of cloud storage, are ordinary.
-inline bool i_es_marca_de_enlace(DWORD atributos, DWORD marca) noexcept {
+inline bool i_es_de_enlace(DWORD atributos, DWORD reanalisis) noexcept {
     constexpr DWORD bit_sustituto_de_nombre = 0x20000000;  // of the reparse tag
     return (atributos & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (marca == 0 || (marca & bit_sustituto_de_nombre) != 0);
+           (reanalisis == 0 || (reanalisis & bit_sustituto_de_nombre) != 0);
 }
 
 // Of an entry that was there to be read: only these codes say that it is gone by now, others that it was not reached.
@@ -142,7 +142,7 @@ public:
 
 private:
     friend class lector_de_directorio;
-    enum class juicio { es_ella, es_otra, no_se_sabe };
+    enum class identidad { es_ella, es_otra, no_se_sabe };
 
     struct manera {
         DWORD acceso;
@@ -158,8 +158,8 @@ private:
     DWORD i_retiene();
     DWORD i_retiene_este();
     cadena_w i_ruta_nativa(vista_w nombre = {});
-    juicio i_juzga(const entrada_leida& cual);
-    vista_w i_lugar_verdadero();
+    identidad i_identidad(const entrada_leida& cual);
+    vista_w i_ruta_verdadera();
     bool i_esta_donde_dice(HANDLE abierta, vista_w nombre);
     bool i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual);
     bool i_es_raiz_sin_enlace();

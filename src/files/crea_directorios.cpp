@@ -49,9 +49,9 @@ std::size_t i_largo_de_raiz(vista_w path) noexcept {
     return path.size() >= 2 && path[1] == L':' ? 2 : 0;
 }
 
-// The full form of a place, without a prefix: the names of the levels go behind it. Nothing when the system cannot
+// The full form of a directory, without a prefix: the names of the levels go behind it. Nothing when the system cannot
 // tell.
-cadena_w i_lugar_fijado(const wchar_t* de_donde) {
+cadena_w i_directorio_fijado(const wchar_t* de_donde) {
     const ruta_fijada fijada(de_donde);
     cadena_w forma = fijada.c_str() == de_donde ? cadena_w() : lmlongpath_desprepend_path(fijada.c_str());
     if (acaba_en_separador(forma.ver())) {
@@ -64,10 +64,10 @@ cadena_w i_lugar_fijado(const wchar_t* de_donde) {
 cadena_w i_raiz_fijada(vista_w raiz, vista_w resto) {
     const bool desde_raiz = !resto.empty() && es_separador(resto.front());
     if (raiz.empty()) {
-        return i_lugar_fijado(desde_raiz ? L"\\" : L".");
+        return i_directorio_fijado(desde_raiz ? L"\\" : L".");
     }
     if (raiz[1] == L':') {  // a drive: with a name right behind it, its current directory
-        return desde_raiz ? cadena_w(raiz) : i_lugar_fijado(concatena<wchar_t>({raiz, L"."}).c_str());
+        return desde_raiz ? cadena_w(raiz) : i_directorio_fijado(concatena<wchar_t>({raiz, L"."}).c_str());
     }
     if (i_lleva_prefijo(raiz)) {
         return cadena_w(raiz);

@@ -27,8 +27,8 @@ protected:
 class objetivo_por_ruta final : public objetivo {
 public:
     // A file or a directory: which call deletes it.
-    objetivo_por_ruta(const ruta_fijada& ruta, desenlace (*borra)(const ruta_fijada&) noexcept) noexcept
-        : ruta_(ruta), borra_(borra) {}
+    objetivo_por_ruta(const ruta_fijada& ruta, desenlace (*con)(const ruta_fijada&) noexcept) noexcept
+        : ruta_(ruta), borra_(con) {}
 
     desenlace borra() override { return borra_(ruta_); }
     existencia mira() override { return i_existencia(ruta_); }

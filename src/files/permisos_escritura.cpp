@@ -37,8 +37,8 @@ unsigned long long i_numero_de(const ruta_fijada& fichero) noexcept {
 
 bool i_se_ira_al_cerrar(HANDLE creado) noexcept {
     const sin_dialogos callado;
-    FILE_DISPOSITION_INFO marca = {TRUE};
-    return sistema.SetFileInformationByHandle(creado, FileDispositionInfo, &marca, sizeof marca) != FALSE;
+    FILE_DISPOSITION_INFO borrado = {TRUE};
+    return sistema.SetFileInformationByHandle(creado, FileDispositionInfo, &borrado, sizeof borrado) != FALSE;
 }
 
 // Creates what is missing and takes it away again by the handle that made it: whoever puts a file of his own there

@@ -13,8 +13,7 @@
 namespace interno {
 
 // The message in the user's language, formatted with its arguments.
-cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {},
-                   lugar donde = lugar::aqui());
+cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {});
 
 void i_muestra_mensaje(ConstructorMensaje construye) noexcept;
 void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept;

@@ -20,7 +20,7 @@ void entradas_guardadas::guarda(const entrada_leida& entrada) {
     const std::size_t principio = nombres_.size();
     nombres_.anade_varios(entrada.nombre.data(), entrada.nombre.size());
     nombres_.anade(L'\0');
-    filas_.anade({principio, entrada.nombre.size(), entrada.atributos, entrada.marca, entrada.numero,
+    filas_.anade({principio, entrada.nombre.size(), entrada.atributos, entrada.reanalisis, entrada.numero,
                   entrada.numero_abierto});
 }
 
@@ -28,7 +28,7 @@ entrada_leida entradas_guardadas::operator[](std::size_t i) const noexcept {
     const fila& f = filas_[i];
     return {vista_w(nombres_.data() + f.principio, f.largo),
             f.atributos,
-            f.marca,
+            f.reanalisis,
             f.numero,
             {},
             f.numero_abierto};

@@ -48,7 +48,7 @@ private:
         std::size_t principio;  // of the name in `nombres_`
         std::size_t largo;
         DWORD atributos;
-        DWORD marca;
+        DWORD reanalisis;
         unsigned long long numero;
         unsigned long long numero_abierto;
     };

@@ -446,7 +446,7 @@ TEST(directorio_abierto, cada_manera_de_leer_rechazada_lleva_a_la_siguiente) {
                 lector_de_directorio lector(raiz.directorio);
                 while (const entrada_leida* e = lector.siguiente()) {
                     leidas.push_back(u8(e->nombre) + " " + std::to_string(e->atributos) + " " +
-                                     std::to_string(e->marca) + " " + std::to_string(e->numero));
+                                     std::to_string(e->reanalisis) + " " + std::to_string(e->numero));
                 }
                 EXPECT_EQ(lector.codigo(), DWORD{ERROR_NO_MORE_FILES});
             }
