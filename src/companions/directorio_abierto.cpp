@@ -152,17 +152,6 @@ bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexc
            i_sin_final_recortable(verdadero.substr(directorio.size() + 1)) == i_sin_final_recortable(nombre);
 }
 
-// A full path that names no entry of a directory: the root of a drive, of a volume or of a share.
-bool i_es_raiz_de_volumen(vista_w completa) noexcept {
-    const bool con_prefijo = empieza_por(completa, L"\\\\?\\") || empieza_por(completa, L"\\\\.\\");
-    const bool compartida =
-        con_prefijo ? empieza_por_sin_caja(completa.substr(4), L"UNC\\") : empieza_por(completa, L"\\\\");
-    vista_w resto = completa.substr(!con_prefijo ? (compartida ? 2 : 0) : (compartida ? 8 : 4));
-    resto = i_sin_separadores_finales(resto);
-    const std::size_t barra = resto.find(L'\\');
-    return barra == vista_w::npos || (compartida && resto.find(L'\\', barra + 1) == vista_w::npos);
-}
-
 // A full path as the native interface takes it.
 cadena_w i_forma_nativa(vista_w completa) {
     if (empieza_por(completa, L"\\\\?\\") || empieza_por(completa, L"\\\\.\\")) {
@@ -208,10 +197,10 @@ DWORD i_borra_al_cerrar(HANDLE abierta, trato_con_volumen& trato) {
 std::optional<cadena_w> i_ruta_de_lo_nombrado(HANDLE abierto, const ruta_fijada& ruta,
                                               trato_con_volumen& trato) {
     const cadena_w forma = lmlongpath_forma_completa(ruta);
-    if (i_es_raiz_de_volumen(forma)) {
+    const cadena_w completa(i_sin_separadores_finales(forma));
+    if (i_es_raiz(completa)) {
         return cadena_w();
     }
-    const cadena_w completa(i_sin_separadores_finales(forma));
     WIN32_FIND_DATAW entrada;
     if (!lmlongpath_FindFirstFileW(completa.c_str(), entrada, detalle::sin_nombre_corto).valida()) {
         return {};

@@ -59,36 +59,6 @@ inline unsigned long long i_numero(HANDLE abierta) noexcept {
 // are not followed nothing is asked.
 DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta);
 
-inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
-    while (acaba_en_separador(ruta)) {
-        ruta.remove_suffix(1);
-    }
-    return ruta;
-}
-
-// The path of the last of some names, each of which lies in the one before it, the first in `directorio`.
-template <class Nombre>
-cadena_w i_ruta_bajo(vista_w directorio, std::size_t nombres, Nombre nombre) {
-    std::size_t largo = directorio.size() + nombres;
-    for (std::size_t i = 0; i < nombres; ++i) {
-        largo += nombre(i).size();
-    }
-    cadena_w ruta = cadena_w::con_sitio(largo);
-    wchar_t* fin = ruta.datos();
-    const auto escribe = [&fin](vista_w texto) {
-        rasgos_utf16::copy(fin, texto.data(), texto.size());
-        fin += texto.size();
-    };
-    escribe(directorio);
-    for (std::size_t i = 0; i < nombres; ++i) {
-        escribe(i == 0 && (directorio.empty() || acaba_en_separador(directorio)) ? vista_w()
-                                                                                 : vista_w(L"\\"));
-        escribe(nombre(i));
-    }
-    ruta.acorta(static_cast<std::size_t>(fin - ruta.datos()));
-    return ruta;
-}
-
 // How the file system of a tree wants to be treated: learned at the first refusal, kept for the walk. And the room
 // that all directories of the walk are read into, one after the other.
 struct trato_con_volumen {

@@ -14,25 +14,28 @@ namespace {
 // From this length on Windows refuses directories (MAX_PATH less room for a short name).
 constexpr std::size_t primera_longitud_larga = 248;
 
+constexpr vista_w separadores = L"\\/";
 constexpr vista_w prefijo_largo = L"\\\\?\\";
 constexpr vista_w prefijo_dispositivo = L"\\\\.\\";
 constexpr vista_w prefijo_unc = L"\\\\?\\UNC\\";
+
+bool i_es_compartida(vista_w ruta) noexcept {
+    return ruta.size() >= 2 && es_separador(ruta[0]) && es_separador(ruta[1]);
+}
 
 // An absolute path never grows when it is made full, so a short one needs no question.
 bool i_es_absoluta(vista_w ruta) noexcept {
     const bool con_unidad =
         ruta.size() >= 3 && lmstdc_isalpha(ruta[0]) && ruta[1] == L':' && es_separador(ruta[2]);
-    const bool compartida = ruta.size() >= 2 && es_separador(ruta[0]) && es_separador(ruta[1]);
-    return con_unidad || compartida;
+    return con_unidad || i_es_compartida(ruta);
 }
 
 // A share with several separators between its server and its name, which not every system takes for that share; with
 // one only. A NULL string for any other path.
 cadena_w i_recurso_sin_repeticiones(vista_w ruta) {
-    if (ruta.size() < 2 || !es_separador(ruta[0]) || !es_separador(ruta[1]) || i_lleva_prefijo(ruta)) {
+    if (!i_es_compartida(ruta) || i_lleva_prefijo(ruta)) {
         return {};
     }
-    constexpr vista_w separadores = L"\\/";
     const std::size_t fin_de_maquina = ruta.find_first_of(separadores, 2);
     const std::size_t recurso = ruta.find_first_not_of(separadores, fin_de_maquina);
     return recurso == vista_w::npos || fin_de_maquina == 2 || recurso == fin_de_maquina + 1
@@ -74,28 +77,12 @@ bool i_pierde_puntos_finales(vista_w nombre) noexcept {
     return acaba_en(nombre, L".") && nombre != L"." && nombre != L"..";
 }
 
-// The root of a drive or of a share stands in no directory.
-bool i_es_raiz(vista_w ruta) noexcept {
-    constexpr vista_w separadores = L"\\/";
-    if (empieza_por_sin_caja(ruta, prefijo_unc)) {
-        return extrae_token(ruta.substr(prefijo_unc.size()), 3, separadores).empty();
-    }
-    if (i_lleva_prefijo(ruta)) {
-        return extrae_token(ruta.substr(prefijo_largo.size()), 2, separadores).empty();
-    }
-    const bool compartida = ruta.size() >= 2 && es_separador(ruta[0]) && es_separador(ruta[1]);
-    return ruta.empty() || ruta.back() == L':' || (compartida && extrae_token(ruta, 3, separadores).empty());
-}
-
 // What the entry in the directory says of a name that cannot be asked itself, which failed with `codigo`.
 existencia i_existencia_de_entrada(const ruta_fijada& ruta, DWORD codigo) noexcept {
     const sin_dialogos callado;
     const existencia ni_idea = {existencia::estado::no_se_sabe, codigo, INVALID_FILE_ATTRIBUTES};
-    vista_w forma(ruta.c_str());
-    const std::size_t entero = forma.size();
-    while (acaba_en_separador(forma)) {
-        forma.remove_suffix(1);
-    }
+    const std::size_t entero = vista_w(ruta.c_str()).size();
+    const vista_w forma = i_sin_separadores_finales(ruta.c_str());
     const vista_w nombres =
         forma.substr(std::min(forma.size(), i_lleva_prefijo(forma) ? prefijo_largo.size() : 0));
     if (i_es_raiz(forma) || nombres.find_first_of(L"*?<>\"") != vista_w::npos) {
@@ -117,7 +104,7 @@ existencia i_existencia_de_entrada(const ruta_fijada& ruta, DWORD codigo) noexce
 
 // What follows the last separator of a path, or its drive.
 vista_w i_ultimo_componente(vista_w ruta) noexcept {
-    const std::size_t separador = ruta.find_last_of(L"\\/");
+    const std::size_t separador = ruta.find_last_of(separadores);
     if (separador != vista_w::npos) {
         return ruta.substr(separador + 1);
     }
@@ -147,6 +134,23 @@ bool i_lleva_prefijo(vista_w ruta) noexcept {
 bool i_mismo_nombre(vista_w a, vista_w b) noexcept {
     return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
                                   TRUE) == CSTR_EQUAL;
+}
+
+std::size_t i_largo_de_raiz(vista_w ruta) noexcept {
+    const auto tras_un_nombre = [ruta](std::size_t desde) {
+        const std::size_t principio = ruta.find_first_not_of(separadores, desde);
+        return std::min(ruta.find_first_of(separadores, principio), ruta.size());
+    };
+    if (empieza_por_sin_caja(ruta, prefijo_unc)) {
+        return tras_un_nombre(tras_un_nombre(prefijo_unc.size()));
+    }
+    if (i_lleva_prefijo(ruta)) {
+        return tras_un_nombre(prefijo_largo.size());
+    }
+    if (i_es_compartida(ruta)) {
+        return tras_un_nombre(tras_un_nombre(2));
+    }
+    return ruta.size() >= 2 && ruta[1] == L':' ? 2 : 0;
 }
 
 ruta_fijada::ruta_fijada(const wchar_t* dada, uso para) : dada_(dada), texto_(dada == nullptr ? L"" : dada) {

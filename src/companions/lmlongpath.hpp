@@ -154,6 +154,43 @@ DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD s
 // With a prefix of the system's, long (`\\?\`) or of devices (`\\.\`), a path is taken as it is.
 bool i_lleva_prefijo(vista_w ruta) noexcept;
 
+inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
+    while (acaba_en_separador(ruta)) {
+        ruta.remove_suffix(1);
+    }
+    return ruta;
+}
+
+// How much of a path is its root: drive, share (with whatever separators), or either behind a prefix of the system's.
+std::size_t i_largo_de_raiz(vista_w ruta) noexcept;
+// Of a full path without separators at its end: it names no entry of a directory.
+inline bool i_es_raiz(vista_w ruta) noexcept {
+    return ruta.size() <= i_largo_de_raiz(ruta);
+}
+
+// The path of the last of some names, each of which lies in the one before it, the first in `directorio`.
+template <class Nombre>
+cadena_w i_ruta_bajo(vista_w directorio, std::size_t nombres, Nombre nombre) {
+    std::size_t largo = directorio.size() + nombres;
+    for (std::size_t i = 0; i < nombres; ++i) {
+        largo += nombre(i).size();
+    }
+    cadena_w ruta = cadena_w::con_sitio(largo);
+    wchar_t* fin = ruta.datos();
+    const auto escribe = [&fin](vista_w texto) {
+        rasgos_utf16::copy(fin, texto.data(), texto.size());
+        fin += texto.size();
+    };
+    escribe(directorio);
+    for (std::size_t i = 0; i < nombres; ++i) {
+        escribe(i == 0 && (directorio.empty() || acaba_en_separador(directorio)) ? vista_w()
+                                                                                 : vista_w(L"\\"));
+        escribe(nombre(i));
+    }
+    ruta.acorta(static_cast<std::size_t>(fin - ruta.datos()));
+    return ruta;
+}
+
 // Letter case of any alphabet aside, as file systems compare.
 bool i_mismo_nombre(vista_w a, vista_w b) noexcept;
 

@@ -30,25 +30,6 @@ void i_por_cada_componente(vista_w ruta, Hace hace) {
     }
 }
 
-// How much of a path is its root: drive, share (with whatever separators), or either behind a prefix of the system's.
-std::size_t i_largo_de_raiz(vista_w path) noexcept {
-    const auto tras_un_nombre = [path](std::size_t desde) {
-        const std::size_t principio = path.find_first_not_of(separadores, desde);
-        return std::min(path.find_first_of(separadores, principio), path.size());
-    };
-    constexpr vista_w prefijo_unc = L"\\\\?\\UNC\\";
-    if (empieza_por_sin_caja(path, prefijo_unc)) {
-        return tras_un_nombre(tras_un_nombre(prefijo_unc.size()));
-    }
-    if (i_lleva_prefijo(path)) {
-        return tras_un_nombre(4);
-    }
-    if (path.size() >= 2 && es_separador(path[0]) && es_separador(path[1])) {
-        return tras_un_nombre(tras_un_nombre(2));
-    }
-    return path.size() >= 2 && path[1] == L':' ? 2 : 0;
-}
-
 // The full form of a directory, without a prefix: the names of the levels go behind it. Nothing when the system cannot
 // tell.
 cadena_w i_directorio_fijado(const wchar_t* de_donde) {
@@ -87,18 +68,9 @@ cadena_w i_sin_retrocesos(vista_w ruta) {
             pila.anade(componente);
         }
     });
-    cadena_w resultado = cadena_w::con_sitio(ruta.size());
-    std::size_t largo = 0;
-    const bool relativa = !es_separador(ruta.front());
-    for (const vista_w componente : pila) {
-        if (largo > 0 || !relativa) {
-            resultado.datos()[largo++] = L'\\';
-        }
-        rasgos_utf16::copy(resultado.datos() + largo, componente.data(), componente.size());
-        largo += componente.size();
-    }
-    resultado.acorta(largo);
-    return resultado;
+    const bool relativa = pila.empty() || !es_separador(ruta.front());
+    return i_ruta_bajo(relativa ? vista_w() : vista_w(L"\\"), pila.size(),
+                       [&](std::size_t i) { return pila[i]; });
 }
 
 // A level of a path: as messages show it, and as the system is given it.

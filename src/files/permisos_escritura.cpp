@@ -90,7 +90,7 @@ bool i_se_crea_una_sonda(const ruta_fijada& directorio) {
 }
 
 // What leads back out of a directory does not want that directory made: the system's form has it no longer.
-cadena_w i_sin_retrocesos(const ruta_fijada& directorio) {
+cadena_w i_con_retrocesos_resueltos(const ruta_fijada& directorio) {
     const vista_w forma(directorio.c_str());
     return forma.find(L"..") == vista_w::npos ? cadena_w(forma) : lmlongpath_forma_completa(directorio);
 }
@@ -99,7 +99,7 @@ cadena_w i_sin_retrocesos(const ruta_fijada& directorio) {
 
 motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
-    const cadena_w forma = i_sin_retrocesos(de_sonda.c_str());
+    const cadena_w forma = i_con_retrocesos_resueltos(de_sonda.c_str());
     const ruta_fijada fijado(forma.c_str());
     if (se_crea && !i_crea_directorios(fijado.c_str(), true, false)) {
         return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {mostrado});

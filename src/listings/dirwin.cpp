@@ -70,14 +70,10 @@ bool i_da_un_paso(HANDLE manija, WIN32_FIND_DATAW& destino) noexcept {
     return false;
 }
 
-// Where the last component of a pattern begins; 0 when there is no separator before it.
-std::size_t i_principio_de_ultimo_componente(vista_w patron) noexcept {
-    return tras_el_ultimo(patron, es_separador<wchar_t>);
-}
-
 // A pattern tied to its place, together with the search of the whole directory that may have to follow.
 class patron_fijado {
 public:
+    // `ultimo`: where the last component begins; 0 when there is no separator before it.
     patron_fijado(const wchar_t* dado, std::size_t ultimo)
         : entero_(dado, ruta_fijada::uso::busqueda), nombre_(a_vista(dado).substr(ultimo)) {
         const vista_w forma(entero_.c_str());
@@ -152,7 +148,7 @@ template <class C>
 busqueda<C>::busqueda(const C* patron, WIN32_FIND_DATAW& primera, detalle cuanto) {
     const paso<const C*> ancho(patron);
     const vista_w completo = a_vista(ancho.get());
-    const std::size_t ultimo = i_principio_de_ultimo_componente(completo);
+    const std::size_t ultimo = tras_el_ultimo(completo, es_separador<wchar_t>);
     const patron_fijado fijado(ancho.get(), ultimo);
     DWORD codigo = ERROR_SUCCESS;
     if (patron != nullptr) {
