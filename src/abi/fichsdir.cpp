@@ -2,7 +2,7 @@
 #include "fichsdir.h"
 
 #include "abi/frontera.hpp"
-#include "listings/fichsdir.hpp"
+#include "listings/fichsdir_registros.hpp"
 #include "paths/rutas.hpp"
 
 using namespace interno;

@@ -4,7 +4,8 @@
 
 #include "abi/frontera.hpp"
 #include "frame/puente.hpp"
-#include "system/lumoreg.hpp"
+#include "system/lumoreg_claves.hpp"
+#include "system/lumoreg_valores.hpp"
 
 using namespace interno;
 

@@ -16,7 +16,7 @@
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
-#include "system/lumoreg.hpp"
+#include "system/lumoreg_valores.hpp"
 
 namespace interno {
 namespace {

@@ -1,5 +1,5 @@
-// File sets: what one directory holds, as lists of names (fichsdir.cpp) or as records with date and protection
-// (fichsdir_registros.cpp), with variants that sort, choose and can be interrupted. Here, what both stand on.
+// File sets: what one directory holds, as lists of names or as records (fichsdir_registros.hpp), with variants that sort,
+// choose and can be interrupted. Here, the names, and what both stand on.
 //
 // Promises: every list is new and never NULL, and empty when the directory cannot be read; what was taken before an
 // interruption is returned; the names that the system gives are not put through the checks that a caller's paths
@@ -10,7 +10,6 @@
 
 #include "companions/acadorde.hpp"
 #include "companions/anfitrion.hpp"
-#include "companions/apunorde.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/ordena.hpp"
 #include "companions/unicode.hpp"
@@ -43,8 +42,6 @@ void i_recorre_directorio(const wchar_t* directorio, const interrupcion& corta, 
     const vista_w barra = acaba_en(base, L"\\") ? vista_w() : vista_w(L"\\");
     i_recorre(concatena<wchar_t>({base, barra, comodin_de_todo_u}).c_str(), corta, toma);
 }
-
-// ---- Names (fichsdir.cpp)
 
 // Takes the names of the entries that `sirve` chooses.
 template <class C, class Sirve>
@@ -84,22 +81,5 @@ objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w e
 objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension);
 // As file-name records have them, in the case that is asked for; sorted, one of each.
 objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension, bool en_mayusculas);
-
-// ---- Records (fichsdir_registros.cpp)
-
-struct destruye_fichsdir {
-    void operator()(Fichsdir* fichsdir) const noexcept {
-        i_libera(fichsdir->nombre);
-        i_libera(fichsdir->ruta);
-        i_libera(fichsdir);
-    }
-};
-// Reports what is broken; answers whether there is a record at all.
-bool i_comprueba_registro(const Fichsdir* fichsdir) noexcept;
-
-objeto<ArrPunteroConTipo> i_ficheros(const wchar_t* directorio, const interrupcion& corta);
-// By name; the records belong to it.
-objeto<ApunOrde> i_ficheros_ordenados();
-objeto<ApunOrde> i_ficheros_existentes_ordenados(const wchar_t* directorio);
 
 }  // namespace interno

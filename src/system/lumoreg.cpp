@@ -1,4 +1,4 @@
-// Opening and closing keys, and the test of their existence. See lumoreg.hpp.
+// See lumoreg.hpp.
 #include "system/lumoreg.hpp"
 
 namespace interno {

@@ -115,36 +115,6 @@ private:
 extern template class clave_abierta<char>;
 extern template class clave_abierta<wchar_t>;
 
-// ---- Keys (lumoreg.cpp, lumoreg_claves.cpp)
-
 bool i_existe_clave(const apertura& como, const wchar_t* clave) noexcept;
-// With its missing parents; true also when it was there.
-bool i_crea_clave(HKEY raiz, const wchar_t* clave, REGSAM acceso) noexcept;
-// One text for each subkey is added; false when there is none.
-template <class C>
-bool i_dame_subclaves(const clave_abierta<C>& clave, arr_cadena<C>& subclaves) noexcept;
-// Without a name the open key itself.
-void i_borra_clave(const clave_abierta<wchar_t>& padre, vista_w nombre) noexcept;
-// Makes a key for everybody, writes to it and deletes it.
-bool i_se_puede_escribir() noexcept;
-
-// ---- Values (lumoreg_valores.cpp)
-
-bool i_escribe(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor, DWORD tipo, const void* dato,
-               std::size_t bytes) noexcept;
-bool i_escribe_cadena(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor, DWORD tipo,
-                      const wchar_t* dato) noexcept;
-void i_borra_valor(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor) noexcept;
-// A NULL string when it cannot be read.
-template <class C>
-cadena<C> i_lee_cadena(const clave_abierta<C>& clave, const C* nombre_valor) noexcept;
-cadena_w i_lee_cadena(const apertura& como, const wchar_t* clave, const wchar_t* nombre_valor) noexcept;
-
-// The values that are texts, with the texts of each.
-struct valores_de_clave {
-    objeto<ArrCADENA_u> nombres;
-    objeto<ArrPunteroConTipo> datos;
-};
-valores_de_clave i_lista_valores(const clave_abierta<wchar_t>& clave) noexcept;
 
 }  // namespace interno

@@ -1,15 +1,9 @@
-// Keys: creating, listing and deleting them, and the probe of the right to write. See lumoreg.hpp.
-//
-// Promises: a deletion acts in the one view in which the parent of the named key was opened. Below it every key is
-// opened relative to the handle of its parent, always as itself and never as what a link points to, and what is
-// deleted is the very key that was opened. So a link goes and its target stays, whoever puts one where meanwhile.
-// Depth costs room for one level each, and no stack.
-// Cannot promise: a key whose name holds a NUL, which the calls by name cannot open: it is reported and stays.
-// Checked by tests/system/lumoreg_claves_win32_test.cpp and lumoreg_borrado_win32_test.cpp.
+// See lumoreg_claves.hpp.
+#include "system/lumoreg_claves.hpp"
+
 #include <algorithm>
 
-#include "companions/arr.hpp"
-#include "system/lumoreg.hpp"
+#include "system/lumoreg_valores.hpp"
 #include "system/multicadena.hpp"
 
 namespace interno {

@@ -1,5 +1,6 @@
-// Values: writing, reading, listing and deleting them. See lumoreg.hpp.
-#include "system/lumoreg.hpp"
+// See lumoreg_valores.hpp.
+#include "system/lumoreg_valores.hpp"
+
 #include "system/multicadena.hpp"
 
 namespace interno {
