@@ -36,8 +36,8 @@ std::optional<FILETIME> i_a_utc(const FILETIME& local) noexcept {
                : std::nullopt;
 }
 
-// For the readers of time values.
-datos_de_fichero i_lee_fechas_o(const wchar_t* fichero, si_falta entonces) noexcept {
+// For the readers of time values, which may have to report a missing file.
+datos_de_fichero i_lee_fechas_para_valor(const wchar_t* fichero, si_falta entonces) noexcept {
     const datos_de_fichero datos = i_lee_fechas(fichero);
     if (!datos.leidos() && entonces == si_falta::informa && fichero != nullptr) {
         error_interno_liberando_mensaje_u(i_mensaje(i_msg_74876_no_existe_fichero_sin_comillas, {fichero}));
@@ -122,12 +122,12 @@ datos_de_fichero i_lee_fechas(const ruta_fijada& fichero) noexcept {
 }
 
 valor_leido i_lee_valor_utc(const wchar_t* fichero, si_falta entonces) noexcept {
-    const datos_de_fichero datos = i_lee_fechas_o(fichero, entonces);
+    const datos_de_fichero datos = i_lee_fechas_para_valor(fichero, entonces);
     return {datos.leidos() ? i_segundos_desde_1970(datos.ftLastWriteTime) : sin_fecha, datos.codigo};
 }
 
 long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept {
-    const datos_de_fichero datos = i_lee_fechas_o(fichero, entonces);
+    const datos_de_fichero datos = i_lee_fechas_para_valor(fichero, entonces);
     const std::optional<FILETIME> local = datos.leidos() ? i_a_local(datos.ftLastWriteTime) : std::nullopt;
     return local ? i_segundos_desde_1970(*local) - segundos_convenio_local : sin_fecha;
 }
