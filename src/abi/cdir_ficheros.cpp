@@ -187,7 +187,7 @@ void cdir_borra_fichero_si_existe(const char* fichero) {
 }
 
 unsigned short cdir_borra_fichero_con_comprobacion_UNICODE(const wchar_t* nombre) {
-    return logico(i_hay_fichero(nombre) && lmlongpath_DeleteFileW(nombre, nullptr));
+    return logico(i_hay_fichero(nombre) && lmlongpath_DeleteFileW(nombre).hecho);
 }
 unsigned short cdir_borra_fichero_con_comprobacion(const char* nombre) {
     return puente<cdir_borra_fichero_con_comprobacion_UNICODE>(nombre);
@@ -328,10 +328,10 @@ unsigned short cdir_renombra_fichero_si_es_posible_UNICODE(const wchar_t* nombre
                                                            const wchar_t* nombre_nuevo) {
     // A single attempt with nothing to say: what a loop without retries comes to.
     return logico(i_hay_nombres(nombre_viejo, nombre_nuevo) &&
-                  lmlongpath_RenameFileW(nombre_viejo, nombre_nuevo, nullptr));
+                  lmlongpath_RenameFileW(nombre_viejo, nombre_nuevo).hecho);
 }
 
 unsigned short cdir_mueve_fichero(const wchar_t* origen, const wchar_t* destino) {
     return logico(estan({{origen, "(origen) != NULL"}, {destino, "(destino) != NULL"}}) &&
-                  lmlongpath_MoveFileW(origen, destino, 0));
+                  lmlongpath_MoveFileW(origen, destino, 0).hecho);
 }

@@ -2,7 +2,7 @@
 #include "fichsdir.h"
 
 #include "abi/frontera.hpp"
-#include "listings/fichsdir.hpp"
+#include "listings/fichsdir_registros.hpp"
 #include "paths/rutas.hpp"
 
 using namespace interno;
@@ -85,11 +85,11 @@ ArrCADENA_u* fichsdir_nombres_directorios_cumplen_filtro_u(const wchar_t* path_f
 // ---- Names of files
 
 ArrCADENA_u* fichsdir_nombres_ficheros_u(const wchar_t* directorio) {
-    return i_nombres_ficheros<wchar_t>(directorio, {}).suelta();
+    return i_nombres<wchar_t>(directorio, {}, i_es_fichero).suelta();
 }
 
 ArrCADENA* fichsdir_nombres_ficheros(const char* directorio) {
-    return i_nombres_ficheros<char>(utf16_temporal(directorio).c_str(), {}).suelta();
+    return i_nombres<char>(utf16_temporal(directorio).c_str(), {}, i_es_fichero).suelta();
 }
 
 ArrCADENA* fichsdir_nombres_ficheros_prog(
@@ -97,7 +97,7 @@ ArrCADENA* fichsdir_nombres_ficheros_prog(
     FichsdirFncUsuarioCierraProgreso fncptr_prgs_usuario_cierra_progreso) {
     const utf16_temporal ancho(directorio);
     progreso_de_anfitrion suyo{progreso, interrumpido, fncptr_prgs_usuario_cierra_progreso};
-    return i_nombres_ficheros<char>(ancho.c_str(), i_interrupcion(suyo)).suelta();
+    return i_nombres<char>(ancho.c_str(), i_interrupcion(suyo), i_es_fichero).suelta();
 }
 
 ArrCADENA_u* fichsdir_nombres_ficheros_cumplen_filtro_u(const wchar_t* path_filtro) {

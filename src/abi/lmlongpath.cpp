@@ -13,6 +13,15 @@ wchar_t* lmlongpath_prepended_path_si_necesario(const wchar_t* path) {
 
 unsigned long long lmlongpath_GetFileSize(const wchar_t* path, unsigned long* error_out) {
     constexpr unsigned long long sin_tamanyo = ~0ull;
-    return i_comprueba(path != nullptr, "(path) != NULL") ? i_tamanyo(path, error_out).value_or(sin_tamanyo)
-                                                          : sin_tamanyo;
+    if (!i_comprueba(path != nullptr, "(path) != NULL")) {
+        return sin_tamanyo;
+    }
+    const datos_de_fichero datos = lmlongpath_GetFileAttributesExW(path);
+    if (datos.leidos()) {
+        return static_cast<unsigned long long>(datos.nFileSizeHigh) << 32 | datos.nFileSizeLow;
+    }
+    if (error_out != nullptr) {
+        *error_out = datos.codigo;
+    }
+    return sin_tamanyo;
 }

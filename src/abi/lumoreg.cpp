@@ -4,7 +4,8 @@
 
 #include "abi/frontera.hpp"
 #include "frame/puente.hpp"
-#include "system/lumoreg.hpp"
+#include "system/lumoreg_claves.hpp"
+#include "system/lumoreg_valores.hpp"
 
 using namespace interno;
 
@@ -70,12 +71,11 @@ unsigned short lumoreg_crea_clave_u(unsigned long raiz, const wchar_t* clave) {
 }
 
 unsigned short lumoreg_crea_clave_en_vista_u(unsigned long vista, unsigned long raiz, const wchar_t* clave) {
-    REGSAM acceso = KEY_ALL_ACCESS;
     const bool hay_clave = i_comprueba(clave != nullptr, "(clave) != NULL");
-    const bool hay_vista = i_anade_vista(vista, &acceso);
+    const std::optional<REGSAM> bandera = i_bandera_de_vista(vista);
     const HKEY raiz_abierta = i_raiz(raiz);
-    return logico(hay_clave && hay_vista && raiz_abierta != nullptr &&
-                  i_crea_clave(raiz_abierta, clave, acceso));
+    return logico(hay_clave && bandera && raiz_abierta != nullptr &&
+                  i_crea_clave(raiz_abierta, clave, KEY_ALL_ACCESS | *bandera));
 }
 
 void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre) {

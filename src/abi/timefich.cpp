@@ -14,6 +14,10 @@ bool i_hay_alguna(const wchar_t* fichero, const FILETIME* creacion, const FILETI
                            "local_creacion != NULL || local_modificacion != NULL", a_vista(fichero));
 }
 
+std::optional<FILETIME> i_si_la_hay(const FILETIME* fecha) noexcept {
+    return fecha == nullptr ? std::nullopt : std::optional(*fecha);
+}
+
 unsigned short i_asigna_utc(const wchar_t* fichero, long long fecha, bool informar) noexcept {
     return logico(i_comprueba(fichero != nullptr, "fichero_u != NULL") &&
                   i_asigna_valor_utc(fichero, fecha, informar));
@@ -23,9 +27,19 @@ unsigned short i_asigna_utc(const wchar_t* fichero, long long fecha, bool inform
 
 unsigned short timefich_obtener_fecha_u(const wchar_t* fichero, FILETIME* local_creacion,
                                         FILETIME* local_modificacion) {
-    return logico(i_hay_alguna(fichero, local_creacion, local_modificacion) &&
-                  i_comprueba(fichero != nullptr, "(fichero) != NULL") &&
-                  i_lee_fechas_locales(fichero, local_creacion, local_modificacion));
+    if (!i_hay_alguna(fichero, local_creacion, local_modificacion) ||
+        !i_comprueba(fichero != nullptr, "(fichero) != NULL")) {
+        return FALSO;
+    }
+    const std::optional<fechas> leidas =
+        i_lee_fechas_locales(fichero, local_creacion != nullptr, local_modificacion != nullptr);
+    if (leidas && local_creacion != nullptr) {
+        *local_creacion = *leidas->creacion;
+    }
+    if (leidas && local_modificacion != nullptr) {
+        *local_modificacion = *leidas->modificacion;
+    }
+    return logico(leidas.has_value());
 }
 
 void timefich_obtener_fecha(const char* fichero, FILETIME* local_creacion, FILETIME* local_modificacion) {
@@ -34,9 +48,10 @@ void timefich_obtener_fecha(const char* fichero, FILETIME* local_creacion, FILET
 
 unsigned short timefich_asignar_fecha_u(const wchar_t* fichero, const FILETIME* local_creacion,
                                         const FILETIME* local_modificacion) {
-    return logico(i_hay_alguna(fichero, local_creacion, local_modificacion) &&
-                  i_comprueba(fichero != nullptr, "fichero_u != NULL") &&
-                  i_asigna_fechas_locales(fichero, local_creacion, local_modificacion));
+    return logico(
+        i_hay_alguna(fichero, local_creacion, local_modificacion) &&
+        i_comprueba(fichero != nullptr, "fichero_u != NULL") &&
+        i_asigna_fechas_locales(fichero, {i_si_la_hay(local_creacion), i_si_la_hay(local_modificacion)}));
 }
 
 void timefich_asignar_fecha(const char* fichero, const FILETIME* local_creacion,
@@ -45,7 +60,7 @@ void timefich_asignar_fecha(const char* fichero, const FILETIME* local_creacion,
 }
 
 long long timefich_obtener_fecha_fichero_UTC(const wchar_t* fichero) {
-    return i_lee_valor_utc(fichero, si_falta::calla);
+    return i_lee_valor_utc(fichero, si_falta::calla).valor;
 }
 
 long long timefich_obtener_fecha_fichero_ansi_UTC(const char* fichero) {
@@ -53,7 +68,7 @@ long long timefich_obtener_fecha_fichero_ansi_UTC(const char* fichero) {
 }
 
 long long timefich_obtener_fecha_fichero_existente_UTC(const wchar_t* fichero) {
-    return i_lee_valor_utc(fichero, si_falta::informa);
+    return i_lee_valor_utc(fichero, si_falta::informa).valor;
 }
 
 long long timefich_obtener_fecha_fichero_ansi_existente_UTC(const char* fichero) {
@@ -62,7 +77,11 @@ long long timefich_obtener_fecha_fichero_ansi_existente_UTC(const char* fichero)
 
 long long timefich_obtener_fecha_fichero_ansi_y_codigo_error_UTC(const char* fichero,
                                                                  unsigned int* codigo_error) {
-    return i_lee_valor_utc(utf16_temporal(fichero).c_str(), si_falta::calla, codigo_error);
+    const valor_leido leido = i_lee_valor_utc(utf16_temporal(fichero).c_str(), si_falta::calla);
+    if (codigo_error != nullptr) {
+        *codigo_error = leido.codigo;
+    }
+    return leido.valor;
 }
 
 unsigned short timefich_asignar_fecha_fichero_UTC(const wchar_t* fichero, long long fecha) {
@@ -107,9 +126,9 @@ long long timefich_convertir_fecha(const FILETIME* fecha) {
 }
 
 long long timefich_convierte_timet_UTC_a_timet_local(long long fecha) {
-    FILETIME utc;
+    const std::optional<FILETIME> utc = i_filetime_de_segundos(fecha);
     // A date beyond FILETIME is beyond every calendar too: there is no zone to apply.
-    return i_filetime_de_segundos(fecha, utc) ? i_segundos_locales_desde_1970(utc) : fecha;
+    return utc ? i_segundos_locales_desde_1970(*utc) : fecha;
 }
 
 unsigned short timefich_fechas_iguales(long long fecha1, long long fecha2) {

@@ -3,7 +3,7 @@
 // as the answer "no".
 //
 // Promises: what ends here has unwound the host's own functions first. An exception of GCC's is caught as usual; those
-// of other languages' runtimes, which GCC's `catch` does not see, end at a frontier of their own (anfitrion_win32.cpp).
+// of other languages' runtimes, which GCC's `catch` does not see, end at a barrier of their own (anfitrion_win32.cpp).
 // Cannot promise: to destroy the object that an exception of another runtime carries; a fault (an access violation)
 // goes on to whoever handles those.
 // Checked by tests/companions/error_interno_test.cpp and anfitrion_win32_test.cpp.
@@ -27,18 +27,18 @@ struct consulta {
 template <class Funcion, class... Argumentos>
 auto llama_al_anfitrion(Funcion funcion, Argumentos... argumentos) noexcept {
     using resultado = decltype(funcion(argumentos...));
-    const auto tras_la_frontera = [](auto& llamada) {
-        plataforma::llama_tras_frontera(
+    const auto tras_la_barrera = [](auto& llamada) {
+        plataforma::llama_tras_barrera(
             [](void* que) { (*static_cast<std::remove_reference_t<decltype(llamada)>*>(que))(); }, &llamada);
     };
     try {
         if constexpr (std::is_void_v<resultado>) {
             auto llamada = [&] { funcion(argumentos...); };
-            tras_la_frontera(llamada);
+            tras_la_barrera(llamada);
         } else {
             resultado respuesta{};
             auto llamada = [&] { respuesta = funcion(argumentos...); };
-            tras_la_frontera(llamada);
+            tras_la_barrera(llamada);
             return respuesta;
         }
     } catch (...) {

@@ -1,4 +1,4 @@
-// The frontier that exceptions of other runtimes end at (anfitrion.hpp): those of Microsoft's C++, of .NET, of Delphi,
+// The barrier that exceptions of other runtimes end at (anfitrion.hpp): those of Microsoft's C++, of .NET, of Delphi,
 // and what a program raises by itself. GCC has no `__try`, so the frame that stands for it is written by hand: a function
 // that calls another one, whose handler the system asks while it looks for one.
 //
@@ -13,7 +13,7 @@
 
 namespace interno {
 
-bool i_acaba_en_la_frontera(unsigned long codigo) noexcept {
+bool i_acaba_en_la_barrera(unsigned long codigo) noexcept {
     constexpr unsigned long de_programa = 1ul << 29;  // the bit of codes that the system leaves to programs
     constexpr unsigned long de_gcc =
         0x00474343;  // "GCC" behind the bits of each kind: `catch (...)` sees those
@@ -27,17 +27,17 @@ bool i_acaba_en_la_frontera(unsigned long codigo) noexcept {
 
 extern "C" {
 
-void lumodir_frontera(void (*funcion)(void*), void* argumento);
-extern char lumodir_frontera_salida[];
+void lumodir_barrera(void (*funcion)(void*), void* argumento);
+extern char lumodir_barrera_salida[];
 
 // Asked twice at most: while the system looks for a handler, and never again for a frame that it unwinds to. Used by the
 // lines in assembler alone, which an optimiser of the whole program does not read.
-[[gnu::used]] EXCEPTION_DISPOSITION lumodir_frontera_manejador(EXCEPTION_RECORD* excepcion, void* marco,
-                                                               CONTEXT*, DISPATCHER_CONTEXT* reparto) {
+[[gnu::used]] EXCEPTION_DISPOSITION lumodir_barrera_manejador(EXCEPTION_RECORD* excepcion, void* marco,
+                                                              CONTEXT*, DISPATCHER_CONTEXT* reparto) {
     constexpr DWORD se_deshace = 0x2 | 0x4;  // EXCEPTION_UNWINDING, EXCEPTION_EXIT_UNWIND
     if ((excepcion->ExceptionFlags & se_deshace) == 0 &&
-        interno::i_acaba_en_la_frontera(excepcion->ExceptionCode)) {
-        ::RtlUnwindEx(marco, lumodir_frontera_salida, excepcion, nullptr, reparto->ContextRecord,
+        interno::i_acaba_en_la_barrera(excepcion->ExceptionCode)) {
+        ::RtlUnwindEx(marco, lumodir_barrera_salida, excepcion, nullptr, reparto->ContextRecord,
                       reparto->HistoryTable);
     }
     return ExceptionContinueSearch;
@@ -47,10 +47,10 @@ extern char lumodir_frontera_salida[];
 __asm__(
     "\t.text\n"
     "\t.p2align 4\n"
-    "\t.globl\tlumodir_frontera\n"
-    "\t.def\tlumodir_frontera;\t.scl\t2;\t.type\t32;\t.endef\n"
-    "\t.seh_proc\tlumodir_frontera\n"
-    "lumodir_frontera:\n"
+    "\t.globl\tlumodir_barrera\n"
+    "\t.def\tlumodir_barrera;\t.scl\t2;\t.type\t32;\t.endef\n"
+    "\t.seh_proc\tlumodir_barrera\n"
+    "lumodir_barrera:\n"
     "\tsubq\t$40, %rsp\n"
     "\t.seh_stackalloc\t40\n"
     "\t.seh_endprologue\n"
@@ -58,17 +58,17 @@ __asm__(
     "\tmovq\t%rdx, %rcx\n"
     "\tcall\t*%rax\n"
     "\tnop\n"
-    "\t.globl\tlumodir_frontera_salida\n"
-    "lumodir_frontera_salida:\n"
+    "\t.globl\tlumodir_barrera_salida\n"
+    "lumodir_barrera_salida:\n"
     "\taddq\t$40, %rsp\n"
     "\tret\n"
-    "\t.seh_handler\tlumodir_frontera_manejador, @except\n"
+    "\t.seh_handler\tlumodir_barrera_manejador, @except\n"
     "\t.seh_endproc\n");
 
 namespace interno::plataforma {
 
-void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
-    lumodir_frontera(funcion, argumento);
+void llama_tras_barrera(void (*funcion)(void*), void* argumento) {
+    lumodir_barrera(funcion, argumento);
 }
 
 }  // namespace interno::plataforma
@@ -77,7 +77,7 @@ void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
 
 namespace interno::plataforma {
 
-void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
+void llama_tras_barrera(void (*funcion)(void*), void* argumento) {
     funcion(argumento);
 }
 

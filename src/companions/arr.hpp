@@ -57,11 +57,7 @@ namespace interno {
 template <class C>
 using arr_cadena = std::conditional_t<std::is_same_v<C, wchar_t>, ArrCADENA_u, ArrCADENA>;
 
-// A new, empty tracked object of a list type (constructed in place), its end and its owner.
-template <class T>
-T* i_crea_objeto(lugar donde = lugar::aqui()) {
-    return ::new (i_reserva(sizeof(T), donde)) T();
-}
+// The end of a tracked object of a list type, which is constructed in its block, and its owner.
 struct destruye_objeto {
     template <class T>
     void operator()(T* objeto) const noexcept {
@@ -74,7 +70,9 @@ template <class T>
 class objeto : public duenyo<T, destruye_objeto> {
 public:
     using duenyo<T, destruye_objeto>::duenyo;
-    static objeto crea(lugar donde = lugar::aqui()) { return objeto(i_crea_objeto<T>(donde)); }
+    static objeto crea(lugar donde = lugar::aqui()) {
+        return objeto(::new (i_reserva(sizeof(T), donde)) T());
+    }
 };
 
 // A whole wide list in 8-bit text; the wide list is destroyed.

@@ -17,22 +17,34 @@ namespace interno {
 void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long espera_ms) noexcept;
 void i_establece_receptor(BuclreinReceptor receptor, void* contexto) noexcept;
 
-struct BuclRein;
+// A loop from its first attempt to its last.
+struct BuclRein {
+    bool reintenta;
+    bool informa;
+    unsigned long quedan;       // silent retries
+    bool ha_fallado = false;    // a failed attempt has said why
+    bool ha_insistido = false;  // an attempt beyond the first was granted, or the user asked for one
+    cadena_w mensaje = {};
+    unsigned long codigo_error = 0;
 
-// Whether the failure of an attempt is asked about now: no silent retry is left.
-bool i_va_a_preguntar(const BuclRein* bucle) noexcept;
-void i_anota_fallo(BuclRein* bucle, cadena_w mensaje, unsigned long codigo_error) noexcept;
+    bool va_a_reintentar() const noexcept;
+    // Whether the failure of an attempt is asked about now: no silent retry is left.
+    bool va_a_preguntar() const noexcept { return quedan == 0 && va_a_reintentar(); }
+};
 
-BuclRein* buclrein_crea(unsigned short reintentar, unsigned short informar, lugar donde = lugar::aqui());
+BuclRein buclrein_crea(bool reintentar, bool informar) noexcept;
 // After a failed attempt: `haz_mensaje` makes the text that describes it, and is called only when the user is about to
 // be asked.
-template <class Hazlo>
-void buclrein_set_mensaje_reintentar(BuclRein* bucle, Hazlo haz_mensaje, unsigned long codigo_error) {
-    i_anota_fallo(bucle, i_va_a_preguntar(bucle) ? haz_mensaje() : cadena_w(), codigo_error);
+template <class HazMensaje>
+void buclrein_set_mensaje_reintentar(BuclRein& bucle, HazMensaje haz_mensaje, unsigned long codigo_error) {
+    bucle.mensaje = bucle.va_a_preguntar() ? haz_mensaje() : cadena_w();
+    bucle.codigo_error = codigo_error;
+    bucle.ha_fallado = true;
 }
-unsigned short buclrein_reintentar(BuclRein* bucle, unsigned short ha_ido_bien);
-unsigned short buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(const BuclRein* bucle) noexcept;
-void buclrein_destruye(BuclRein** bucle) noexcept;
+// After every attempt: whether another one is made. Waits, or asks, before it says so.
+bool buclrein_reintentar(BuclRein& bucle, bool ha_ido_bien);
+bool buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(const BuclRein& bucle) noexcept;
+
 void buclrein_establece_modo_servicio_sin_reintentos() noexcept;
 bool i_modo_servicio() noexcept;
 // Tests only: service mode has no way back in the product.
@@ -41,27 +53,25 @@ void i_restablece_modo_servicio() noexcept;
 // Runs `intento` (answers whether it went well) inside a loop; after each failed attempt `al_fallar(bucle)` sets the
 // message. Returns the outcome of the last attempt.
 template <class Intento, class AlFallar>
-bool i_con_reintentos(unsigned short reintentar, unsigned short informar, Intento intento, AlFallar al_fallar,
-                      lugar donde = lugar::aqui()) {
-    BuclRein* bucle = buclrein_crea(reintentar, informar, donde);
+bool i_con_reintentos(bool reintentar, bool informar, Intento intento, AlFallar al_fallar) {
+    BuclRein bucle = buclrein_crea(reintentar, informar);
     bool bien;
     do {
         bien = intento();
         if (!bien) {
             al_fallar(bucle);
         }
-    } while (buclrein_reintentar(bucle, bien) == 1);
-    buclrein_destruye(&bucle);
+    } while (buclrein_reintentar(bucle, bien));
     return bien;
 }
 
-// The usual loop: after each failed attempt `haz_mensaje()` tells of it, with the code that the attempt has left.
+// The usual loop: an attempt tells how it ended (`hecho`, `codigo`); `haz_mensaje()` tells of one that failed.
 template <class Intento, class HazMensaje>
-bool i_insiste(bool informar, Intento intento, const unsigned long& codigo_error, HazMensaje haz_mensaje,
-               lugar donde = lugar::aqui()) {
+bool i_insiste(bool informar, Intento intento, HazMensaje haz_mensaje) {
+    decltype(intento()) ultimo = {};
     return i_con_reintentos(
-        true, informar, intento,
-        [&](BuclRein* bucle) { buclrein_set_mensaje_reintentar(bucle, haz_mensaje, codigo_error); }, donde);
+        true, informar, [&] { return (ultimo = intento()).hecho; },
+        [&](BuclRein& bucle) { buclrein_set_mensaje_reintentar(bucle, haz_mensaje, ultimo.codigo); });
 }
 
 }  // namespace interno

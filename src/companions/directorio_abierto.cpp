@@ -3,8 +3,10 @@
 
 #include <winternl.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 #include "companions/sin_dialogos.hpp"
@@ -38,12 +40,6 @@ struct borrado_ampliado {
     ULONG Flags;
 };
 constexpr ULONG borrar_con_posix = 0x1 | 0x2;  // FILE_DISPOSITION_FLAG_DELETE, .._POSIX_SEMANTICS
-
-// A failure stays one even when the system has no code for it.
-DWORD i_ultimo_error() noexcept {
-    const DWORD codigo = ::GetLastError();
-    return codigo == ERROR_SUCCESS ? ERROR_GEN_FAILURE : codigo;
-}
 
 // Some file systems tell no number so, or all bits.
 bool i_es_numero(unsigned long long numero) noexcept {
@@ -80,18 +76,14 @@ FILETIME i_fecha(const LARGE_INTEGER& fecha) noexcept {
 }
 
 // Some file systems know only the older of the two questions.
-bool i_atributos_por_manija(HANDLE abierta, DWORD* atributos) noexcept {
+std::optional<DWORD> i_atributos(HANDLE abierta) noexcept {
     FILE_BASIC_INFO datos;
     if (sistema.GetFileInformationByHandleEx(abierta, FileBasicInfo, &datos, sizeof datos)) {
-        *atributos = datos.FileAttributes;
-        return true;
+        return datos.FileAttributes;
     }
     BY_HANDLE_FILE_INFORMATION de_antes;
-    if (!sistema.GetFileInformationByHandle(abierta, &de_antes)) {
-        return false;
-    }
-    *atributos = de_antes.dwFileAttributes;
-    return true;
+    return sistema.GetFileInformationByHandle(abierta, &de_antes) ? std::optional(de_antes.dwFileAttributes)
+                                                                  : std::nullopt;
 }
 
 DWORD i_pon_atributos(HANDLE abierta, DWORD atributos) noexcept {
@@ -105,16 +97,16 @@ DWORD i_pon_atributos(HANDLE abierta, DWORD atributos) noexcept {
 // The directory itself says that it is one, and no link. Its tag is asked for only when it bears one: not every file
 // system knows that question, and some answer nonsense.
 bool i_es_directorio_sin_enlace(HANDLE abierta) noexcept {
-    DWORD atributos;
-    if (!i_atributos_por_manija(abierta, &atributos) || (atributos & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+    const DWORD atributos = i_atributos(abierta).value_or(0);
+    if ((atributos & FILE_ATTRIBUTE_DIRECTORY) == 0) {
         return false;
     }
     if ((atributos & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
         return true;
     }
-    FILE_ATTRIBUTE_TAG_INFO marca;
-    return sistema.GetFileInformationByHandleEx(abierta, FileAttributeTagInfo, &marca, sizeof marca) &&
-           !i_es_marca_de_enlace(atributos, marca.ReparseTag);
+    FILE_ATTRIBUTE_TAG_INFO punto;
+    return sistema.GetFileInformationByHandleEx(abierta, FileAttributeTagInfo, &punto, sizeof punto) &&
+           !i_es_de_enlace(atributos, punto.ReparseTag);
 }
 
 // Where an open file really lies, until the room of the walk is used again; empty when the system cannot tell.
@@ -160,17 +152,6 @@ bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexc
            i_sin_final_recortable(verdadero.substr(directorio.size() + 1)) == i_sin_final_recortable(nombre);
 }
 
-// A full path that names no entry of a directory: the root of a drive, of a volume or of a share.
-bool i_es_raiz_de_volumen(vista_w completa) noexcept {
-    const bool con_prefijo = empieza_por(completa, L"\\\\?\\") || empieza_por(completa, L"\\\\.\\");
-    const bool compartida =
-        con_prefijo ? empieza_por_sin_caja(completa.substr(4), L"UNC\\") : empieza_por(completa, L"\\\\");
-    vista_w resto = completa.substr(!con_prefijo ? (compartida ? 2 : 0) : (compartida ? 8 : 4));
-    resto = i_sin_separadores_finales(resto);
-    const std::size_t barra = resto.find(L'\\');
-    return barra == vista_w::npos || (compartida && resto.find(L'\\', barra + 1) == vista_w::npos);
-}
-
 // A full path as the native interface takes it.
 cadena_w i_forma_nativa(vista_w completa) {
     if (empieza_por(completa, L"\\\\?\\") || empieza_por(completa, L"\\\\.\\")) {
@@ -180,7 +161,19 @@ cadena_w i_forma_nativa(vista_w completa) {
                                           : concatena<wchar_t>({L"\\??\\", completa});
 }
 
-DWORD i_marca_para_borrar(HANDLE abierta, trato_con_volumen& trato) {
+// By a path of the native interface; a link itself.
+fichero_abierto i_abre_nativa(const cadena_w& ruta, DWORD acceso, DWORD compartir, DWORD opciones) noexcept {
+    return fichero_abierto(sistema.abre_entrada(ruta.c_str(), nullptr, acceso, compartir,
+                                                opciones | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
+}
+
+// Nobody is kept from doing anything with it.
+fichero_abierto i_abre_para_mirar(const ruta_fijada& ruta, DWORD indicadores) noexcept {
+    return lmlongpath_CreateFileW(ruta, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS | indicadores);
+}
+
+DWORD i_borra_al_cerrar(HANDLE abierta, trato_con_volumen& trato) {
     if (trato.posix) {
         borrado_ampliado ampliado = {borrar_con_posix};
         if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &ampliado, sizeof ampliado)) {
@@ -198,31 +191,30 @@ DWORD i_marca_para_borrar(HANDLE abierta, trato_con_volumen& trato) {
                : i_ultimo_error();
 }
 
-// Whether what a path opened is what bears its last name. A system that follows links opens something else: only the
-// name under which it holds what is open tells. `verdadero`: that name, as it stands in the names of what it holds (a
-// root, which no directory holds, leaves it alone). Two directories whose names differ by one point at the end are one.
-bool i_es_lo_nombrado(HANDLE abierto, const ruta_fijada& ruta, trato_con_volumen& trato,
-                      cadena_w* verdadero) {
+// Where what a path opened lies, as it stands in the names of what it holds (a root, which no directory holds, has a NULL
+// string); nothing when it is not what bears the path's last name. A system that follows links opens something else: only
+// the name under which it holds what is open tells. Two directories whose names differ by one point at the end are one.
+std::optional<cadena_w> i_ruta_de_lo_nombrado(HANDLE abierto, const ruta_fijada& ruta,
+                                              trato_con_volumen& trato) {
     const cadena_w forma = lmlongpath_forma_completa(ruta);
-    if (i_es_raiz_de_volumen(forma)) {
-        return true;
-    }
     const cadena_w completa(i_sin_separadores_finales(forma));
+    if (i_es_raiz(completa)) {
+        return cadena_w();
+    }
     WIN32_FIND_DATAW entrada;
-    if (!lmlongpath_FindFirstFileW(completa.c_str(), &entrada, true).valida()) {
-        return false;
+    if (!lmlongpath_FindFirstFileW(completa.c_str(), entrada, detalle::sin_nombre_corto).valida()) {
+        return {};
     }
     const cadena_w de_arriba(completa.ver().substr(0, completa.ver().rfind(L'\\') + 1));
-    const manija_fichero padre =
-        lmlongpath_CreateFileW(de_arriba.c_str(), FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr,
-                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr, nullptr);
+    const fichero_abierto padre = i_abre_para_mirar(de_arriba.c_str(), 0);
     if ((entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !padre.valida()) {
-        return false;
+        return {};
     }
     const cadena_w de_arriba_verdadero = i_nombre_de_padre(padre.get(), de_arriba, trato);
     const vista_w nombre = a_vista(&entrada.cFileName[0]);
-    *verdadero = i_une(de_arriba_verdadero, nombre);
-    return i_es_nombre_de(i_nombre_verdadero(abierto, trato), de_arriba_verdadero, nombre);
+    return i_es_nombre_de(i_nombre_verdadero(abierto, trato), de_arriba_verdadero, nombre)
+               ? std::optional(i_une(de_arriba_verdadero, nombre))
+               : std::nullopt;
 }
 
 }  // namespace
@@ -237,39 +229,25 @@ DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta) {
         return ERROR_SUCCESS;
     }
     const sin_dialogos callado;
-    DWORD codigo = ERROR_SUCCESS;
-    const manija_fichero abierto = lmlongpath_CreateFileW(
-        ruta, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr, OPEN_EXISTING,
-        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, &codigo);
+    const fichero_abierto abierto = i_abre_para_mirar(ruta, FILE_FLAG_OPEN_REPARSE_POINT);
     if (!abierto.valida()) {
-        return codigo;
+        return abierto.codigo_de_fallo();
     }
     trato_con_volumen trato;
-    cadena_w verdadero;
-    return i_es_lo_nombrado(abierto.get(), ruta, trato, &verdadero) ? ERROR_SUCCESS : ERROR_CANT_ACCESS_FILE;
+    return i_ruta_de_lo_nombrado(abierto.get(), ruta, trato) ? ERROR_SUCCESS : ERROR_CANT_ACCESS_FILE;
 }
 
 // ---- Opening ----
 
-// A directory and all those above it in their walk, the root first: loops over it spend no stack on depth.
-class directorio_abierto::linea_de_arriba {
-public:
-    explicit linea_de_arriba(directorio_abierto& ultimo) {
-        std::size_t cuantos = 0;
-        for (directorio_abierto* d = &ultimo; d != nullptr; d = d->padre_) {
-            ++cuantos;
-        }
-        linea_.reserva_sitio(cuantos);
-        for (directorio_abierto* d = &ultimo; d != nullptr; d = d->padre_) {
-            linea_.anade(d);
-        }
+// This directory and all those above it in their walk, the root first: loops over it spend no stack on depth.
+vector_interno<directorio_abierto*> directorio_abierto::i_desde_la_raiz() {
+    vector_interno<directorio_abierto*> linea;
+    for (directorio_abierto* d = this; d != nullptr; d = d->padre_) {
+        linea.anade(d);
     }
-    std::size_t size() const noexcept { return linea_.size(); }
-    directorio_abierto* operator[](std::size_t i) const noexcept { return linea_[linea_.size() - 1 - i]; }
-
-private:
-    vector_interno<directorio_abierto*> linea_;
-};
+    std::reverse(linea.begin(), linea.end());
+    return linea;
+}
 
 DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato, enlace_raiz si_es_enlace) {
     const sin_dialogos callado;
@@ -277,12 +255,10 @@ DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato
     trato_ = &trato;
     padre_ = nullptr;
     raiz_ = &raiz;
-    DWORD codigo = ERROR_SUCCESS;
-    manija_ = lmlongpath_CreateFileW(raiz, acceso_de_listado, comparte_todo, nullptr, OPEN_EXISTING,
-                                     FILE_FLAG_BACKUP_SEMANTICS | (sigue ? 0 : FILE_FLAG_OPEN_REPARSE_POINT),
-                                     nullptr, &codigo);
+    manija_ = lmlongpath_CreateFileW(raiz, acceso_de_listado, comparte_todo, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS | (sigue ? 0 : FILE_FLAG_OPEN_REPARSE_POINT));
     if (!manija_.valida()) {
-        return codigo;
+        return manija_.codigo_de_fallo();
     }
     numero_ = i_numero(manija_.get());
     if (!i_es_directorio_sin_enlace(manija_.get()) || (!sigue && !i_es_raiz_sin_enlace())) {
@@ -293,26 +269,26 @@ DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato
 }
 
 bool directorio_abierto::i_es_raiz_sin_enlace() {
-    return !sistema.sigue_enlaces() || i_es_lo_nombrado(manija_.get(), *raiz_, *trato_, &nombre_verdadero_);
+    if (!sistema.sigue_enlaces()) {
+        return true;
+    }
+    std::optional<cadena_w> ruta = i_ruta_de_lo_nombrado(manija_.get(), *raiz_, *trato_);
+    nombre_verdadero_ = ruta ? std::move(*ruta) : cadena_w();
+    return ruta.has_value();
 }
 
 // Where this directory really lies. The system tells it without the blanks and points at the end of its own name, but
 // with them in the names of what it holds: so it is put together from the names that the directories above tell.
-vista_w directorio_abierto::i_lugar_verdadero() {
+vista_w directorio_abierto::i_ruta_verdadera() {
     if (!nombre_verdadero_.es_nula()) {
         return nombre_verdadero_;
     }
-    const linea_de_arriba linea(*this);
-    for (std::size_t i = 0; i < linea.size(); ++i) {
-        directorio_abierto& actual = *linea[i];
-        if (!actual.nombre_verdadero_.es_nula()) {
-            continue;
-        }
-        if (actual.padre_ != nullptr) {
-            actual.nombre_verdadero_ = i_une(actual.padre_->nombre_verdadero_, actual.nombre_);
-        } else {
-            actual.nombre_verdadero_ =
-                i_nombre_de_padre(actual.manija_.get(), a_vista(actual.raiz_->c_str()), *trato_);
+    for (directorio_abierto* const d : i_desde_la_raiz()) {
+        if (d->nombre_verdadero_.es_nula()) {
+            d->nombre_verdadero_ =
+                d->padre_ != nullptr
+                    ? i_une(d->padre_->nombre_verdadero_, d->nombre_)
+                    : i_nombre_de_padre(d->manija_.get(), a_vista(d->raiz_->c_str()), *trato_);
         }
     }
     return nombre_verdadero_;
@@ -323,25 +299,27 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
     trato_ = padre.trato_;
     padre_ = &padre;
     nombre_ = cual.nombre;
-    if (i_es_marca_de_enlace(cual.atributos, cual.marca)) {
+    if (i_es_de_enlace(cual.atributos, cual.reanalisis)) {
         return ERROR_CANT_ACCESS_FILE;
     }
-    DWORD codigo = padre.i_abre_por_nombre(cual.nombre, acceso_de_listado, comparte_todo,
-                                           opciones_de_directorio, &manija_);
-    if (codigo != ERROR_SUCCESS) {
-        return codigo;
+    manija_ =
+        padre.i_abre_por_nombre(cual.nombre, {acceso_de_listado, opciones_de_directorio, comparte_todo});
+    if (!manija_.valida()) {
+        return manija_.codigo_de_fallo();
     }
     numero_ = i_numero(manija_.get());
-    juicio es_ella = i_es_directorio_sin_enlace(manija_.get()) ? i_juzga(cual) : juicio::es_otra;
-    if (es_ella == juicio::no_se_sabe) {
-        codigo = padre.i_abre_retenida(cual, acceso_de_listado, opciones_de_directorio, &manija_);
-        if (codigo != ERROR_SUCCESS) {
-            return codigo;
+    identidad es_ella = i_es_directorio_sin_enlace(manija_.get()) ? i_identidad(cual) : identidad::es_otra;
+    if (es_ella == identidad::no_se_sabe) {
+        manija_.cierra();
+        manija_ =
+            padre.i_abre_retenida(cual, {acceso_de_listado, opciones_de_directorio, comparte_sin_borrar});
+        if (!manija_.valida()) {
+            return manija_.codigo_de_fallo();
         }
         numero_ = i_numero(manija_.get());
-        es_ella = i_es_directorio_sin_enlace(manija_.get()) ? juicio::es_ella : juicio::es_otra;
+        es_ella = i_es_directorio_sin_enlace(manija_.get()) ? identidad::es_ella : identidad::es_otra;
     }
-    if (es_ella == juicio::es_otra) {
+    if (es_ella == identidad::es_otra) {
         manija_.cierra();
         return ERROR_CANT_ACCESS_FILE;
     }
@@ -350,25 +328,24 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
 
 // Whether what was opened by the name of an entry is what the entry was read of. Where listing and handle disagree,
 // the listing of the directory itself is asked: on some file systems they count differently.
-directorio_abierto::juicio directorio_abierto::i_juzga(const entrada_leida& cual) {
+directorio_abierto::identidad directorio_abierto::i_identidad(const entrada_leida& cual) {
     if (!i_es_numero(cual.numero) || numero_ == cual.numero) {
-        return juicio::es_ella;
+        return identidad::es_ella;
     }
     const unsigned long long propio = i_numero_en_listado(L".");
     if (propio == cual.numero) {
         trato_->numeros_coherentes = false;
-        return juicio::es_ella;
+        return identidad::es_ella;
     }
-    return i_es_numero(propio) && propio == numero_ ? juicio::es_otra : juicio::no_se_sabe;
+    return i_es_numero(propio) && propio == numero_ ? identidad::es_otra : identidad::no_se_sabe;
 }
 
 // The number that the listing of this directory gives an entry; 0 when it has no such entry.
 unsigned long long directorio_abierto::i_numero_en_listado(vista_w nombre) {
     lector_de_directorio entradas(*this);
-    entrada_leida entrada;
-    while (entradas.siguiente(&entrada)) {
-        if (entrada.nombre == nombre) {
-            return entrada.numero;
+    while (const entrada_leida* entrada = entradas.siguiente()) {
+        if (entrada->nombre == nombre) {
+            return entrada->numero;
         }
     }
     return 0;
@@ -377,62 +354,51 @@ unsigned long long directorio_abierto::i_numero_en_listado(vista_w nombre) {
 // Where a handle tells another number than the listing did: the child is opened so that nobody can rename it, so it is
 // what its name means, and its entry, read once more, must have the number that it had. A system that follows links
 // cannot keep a Unix program from renaming, but its numbers always agree: there another number means another thing.
-DWORD directorio_abierto::i_abre_retenida(const entrada_leida& cual, DWORD acceso, DWORD opciones,
-                                          manija_fichero* abierta) {
-    abierta->cierra();
+fichero_abierto directorio_abierto::i_abre_retenida(const entrada_leida& cual, const manera& como) {
     if (sistema.sigue_enlaces()) {
-        return ERROR_CANT_ACCESS_FILE;
+        return fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE);
     }
-    const DWORD codigo = i_abre_por_nombre(cual.nombre, acceso, comparte_sin_borrar, opciones, abierta);
-    if (codigo != ERROR_SUCCESS) {
-        return codigo;
+    fichero_abierto abierta = i_abre_por_nombre(cual.nombre, como);
+    if (abierta.valida()) {
+        if (i_numero_en_listado(cual.nombre) != cual.numero) {
+            return fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE);
+        }
+        trato_->numeros_coherentes = false;
     }
-    if (i_numero_en_listado(cual.nombre) != cual.numero) {
-        abierta->cierra();
-        return ERROR_CANT_ACCESS_FILE;
-    }
-    trato_->numeros_coherentes = false;
-    return ERROR_SUCCESS;
+    return abierta;
 }
 
-DWORD directorio_abierto::i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
-                                            manija_fichero* abierta) {
+fichero_abierto directorio_abierto::i_abre_por_nombre(vista_w nombre, const manera& como) {
     if (i_es_intocable(nombre)) {
-        return ERROR_CANT_ACCESS_FILE;  // it is there, and stays
+        return fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE);  // it is there, and stays
     }
     if (!trato_->relativo) {
-        return i_abre_por_ruta(nombre, acceso, compartir, opciones, abierta);
+        return i_abre_por_ruta(nombre, como);
     }
     const auto intenta = [&] {
-        *abierta = manija_fichero(sistema.abre_entrada(nombre.data(), manija_.get(), acceso, compartir,
-                                                       opciones | FILE_OPEN_REPARSE_POINT,
-                                                       trato_->sin_seguir ? atributo_sin_seguir : 0));
-        return abierta->valida() ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
+        return fichero_abierto(sistema.abre_entrada(nombre.data(), manija_.get(), como.acceso, como.compartir,
+                                                    como.opciones | FILE_OPEN_REPARSE_POINT,
+                                                    trato_->sin_seguir ? atributo_sin_seguir : 0));
     };
-    DWORD codigo = intenta();
-    if (codigo == ERROR_INVALID_PARAMETER && trato_->sin_seguir) {
+    fichero_abierto abierta = intenta();
+    if (abierta.codigo_de_fallo() == ERROR_INVALID_PARAMETER && trato_->sin_seguir) {
         trato_->sin_seguir = false;
-        codigo = intenta();
+        abierta = intenta();
     }
-    if (!i_es_rechazo_de_relativo(codigo)) {
-        return codigo;
+    if (i_es_rechazo_de_relativo(abierta.codigo_de_fallo())) {
+        // Perhaps the name is what is wrong: then the path fails in the same way.
+        abierta = i_abre_por_ruta(nombre, como);
+        trato_->relativo = !abierta.valida();
     }
-    // Perhaps the name is what is wrong: then the path fails in the same way.
-    const DWORD por_ruta = i_abre_por_ruta(nombre, acceso, compartir, opciones, abierta);
-    trato_->relativo = por_ruta != ERROR_SUCCESS;
-    return por_ruta;
+    return abierta;
 }
 
 // By its full path, while nobody can rename the directories that lead there.
-DWORD directorio_abierto::i_abre_por_ruta(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
-                                          manija_fichero* abierta) {
+fichero_abierto directorio_abierto::i_abre_por_ruta(vista_w nombre, const manera& como) {
     const DWORD codigo = i_retiene();
-    if (codigo != ERROR_SUCCESS) {
-        return codigo;
-    }
-    *abierta = manija_fichero(sistema.abre_entrada(i_ruta_nativa(nombre).c_str(), nullptr, acceso, compartir,
-                                                   opciones | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
-    return abierta->valida() ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
+    return codigo == ERROR_SUCCESS
+               ? i_abre_nativa(i_ruta_nativa(nombre), como.acceso, como.compartir, como.opciones)
+               : fichero_abierto::ninguno(codigo);
 }
 
 // Opens this directory, and those above it, once more, so that they cannot be renamed or deleted meanwhile. What is
@@ -441,9 +407,8 @@ DWORD directorio_abierto::i_retiene() {
     if (retenido_) {
         return ERROR_SUCCESS;
     }
-    const linea_de_arriba linea(*this);
-    for (std::size_t i = 0; i < linea.size(); ++i) {
-        const DWORD codigo = linea[i]->retenido_ ? DWORD{ERROR_SUCCESS} : linea[i]->i_retiene_este();
+    for (directorio_abierto* const d : i_desde_la_raiz()) {
+        const DWORD codigo = d->retenido_ ? DWORD{ERROR_SUCCESS} : d->i_retiene_este();
         if (codigo != ERROR_SUCCESS) {
             return codigo;
         }
@@ -452,11 +417,10 @@ DWORD directorio_abierto::i_retiene() {
 }
 
 DWORD directorio_abierto::i_retiene_este() {
-    manija_fichero retenida(
-        sistema.abre_entrada(i_ruta_nativa().c_str(), nullptr, acceso_de_listado, comparte_sin_borrar,
-                             opciones_de_directorio | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
+    fichero_abierto retenida =
+        i_abre_nativa(i_ruta_nativa(), acceso_de_listado, comparte_sin_borrar, opciones_de_directorio);
     if (!retenida.valida()) {
-        return i_ultimo_error();
+        return retenida.codigo_de_fallo();
     }
     if (!i_es_directorio_sin_enlace(retenida.get()) || i_numero(retenida.get()) != numero_) {
         return ERROR_CANT_ACCESS_FILE;
@@ -467,33 +431,11 @@ DWORD directorio_abierto::i_retiene_este() {
 }
 
 cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) {
-    const linea_de_arriba linea(*this);
+    const vector_interno<directorio_abierto*> linea = i_desde_la_raiz();
     const cadena_w raiz = i_forma_nativa(lmlongpath_forma_completa(*linea[0]->raiz_));
-    const vista_w principio = i_sin_separadores_finales(raiz);
-    std::size_t largo = principio.size() + (nombre.empty() ? 0 : 1 + nombre.size());
-    for (std::size_t i = 1; i < linea.size(); ++i) {
-        largo += 1 + linea[i]->nombre_.size();
-    }
-    const bool solo_raiz = linea.size() == 1 && nombre.empty();
-    if (solo_raiz) {
-        return cadena_w(raiz.ver());
-    }
-    cadena_w ruta = cadena_w::con_sitio(largo);
-    wchar_t* p = ruta.datos();
-    const auto escribe = [&p](vista_w texto) {
-        rasgos_utf16::copy(p, texto.data(), texto.size());
-        p += texto.size();
-    };
-    escribe(principio);
-    for (std::size_t i = 1; i < linea.size(); ++i) {
-        escribe(L"\\");
-        escribe(linea[i]->nombre_);
-    }
-    if (!nombre.empty()) {
-        escribe(L"\\");
-        escribe(nombre);
-    }
-    return ruta;
+    const std::size_t nombres = linea.size() - (nombre.empty() ? 1 : 0);
+    return i_ruta_bajo(nombres == 0 ? raiz.ver() : i_sin_separadores_finales(raiz), nombres,
+                       [&](std::size_t i) { return i + 1 < linea.size() ? linea[i + 1]->nombre_ : nombre; });
 }
 
 // ---- Entries ----
@@ -503,54 +445,60 @@ bool directorio_abierto::i_esta_donde_dice(HANDLE abierta, vista_w nombre) {
     if (!sistema.sigue_enlaces()) {
         return true;
     }
-    const vista_w lugar_verdadero = i_lugar_verdadero();
-    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), lugar_verdadero, nombre);
+    const vista_w ruta_verdadera = i_ruta_verdadera();
+    return i_es_nombre_de(i_nombre_verdadero(abierta, *trato_), ruta_verdadera, nombre);
 }
 
-DWORD directorio_abierto::i_abre_entrada(const entrada_leida& cual, DWORD acceso, manija_fichero* abierta) {
-    const bool es_enlace = i_es_marca_de_enlace(cual.atributos, cual.marca);
+fichero_abierto directorio_abierto::i_abre_entrada(const entrada_leida& cual, DWORD acceso) {
+    const bool es_enlace = i_es_de_enlace(cual.atributos, cual.reanalisis);
     if (es_enlace && sistema.sigue_enlaces()) {
-        return ERROR_CANT_ACCESS_FILE;
+        return fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE);
     }
-    const DWORD opciones = cual.es_directorio() ? opciones_de_directorio
-                                                : FILE_NON_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT;
-    DWORD codigo = i_abre_por_nombre(cual.nombre, acceso | SYNCHRONIZE, comparte_todo, opciones, abierta);
-    if (codigo != ERROR_SUCCESS) {
-        return codigo;
+    manera como = {acceso | SYNCHRONIZE,
+                   cual.es_directorio() ? opciones_de_directorio
+                                        : DWORD{FILE_NON_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT},
+                   comparte_todo};
+    fichero_abierto abierta = i_abre_por_nombre(cual.nombre, como);
+    if (!abierta.valida()) {
+        return abierta;
     }
     // A file is what bears its name in its directory. Reached by a path it has to bear its number too: the directories
     // above are held, but not every server minds that.
     const bool por_su_numero = cual.es_directorio() || (!trato_->relativo && trato_->numeros_coherentes);
     const bool ha_estado_abierta = i_es_numero(cual.numero_abierto);
     const unsigned long long esperado = ha_estado_abierta ? cual.numero_abierto : cual.numero;
-    if (por_su_numero && i_es_numero(esperado) && i_numero(abierta->get()) != esperado) {
-        codigo = ha_estado_abierta ? ERROR_CANT_ACCESS_FILE
-                                   : i_abre_retenida(cual, acceso | SYNCHRONIZE, opciones, abierta);
+    if (por_su_numero && i_es_numero(esperado) && i_numero(abierta.get()) != esperado) {
+        if (ha_estado_abierta) {
+            return fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE);
+        }
+        abierta.cierra();
+        como.compartir = comparte_sin_borrar;
+        abierta = i_abre_retenida(cual, como);
     }
-    if (codigo == ERROR_SUCCESS && !cual.es_directorio() && !i_esta_donde_dice(abierta->get(), cual.nombre)) {
-        codigo = ERROR_CANT_ACCESS_FILE;
-    }
-    if (codigo != ERROR_SUCCESS) {
-        abierta->cierra();
-    }
-    return codigo;
+    return abierta.valida() && !cual.es_directorio() && !i_esta_donde_dice(abierta.get(), cual.nombre)
+               ? fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE)
+               : std::move(abierta);
 }
 
 DWORD directorio_abierto::borra(const entrada_leida& cual) {
     const sin_dialogos callado;
-    manija_fichero abierta;
-    const DWORD codigo = i_abre_entrada(cual, DELETE, &abierta);
-    return codigo == ERROR_SUCCESS ? i_marca_para_borrar(abierta.get(), *trato_) : codigo;
+    const fichero_abierto abierta = i_abre_entrada(cual, DELETE);
+    return abierta.valida() ? i_borra_al_cerrar(abierta.get(), *trato_) : abierta.codigo_de_fallo();
 }
 
-DWORD directorio_abierto::lee_atributos(const entrada_leida& cual, DWORD* atributos) {
+existencia directorio_abierto::mira(const entrada_leida& cual) {
     const sin_dialogos callado;
-    manija_fichero abierta;
-    const DWORD codigo = i_abre_entrada(cual, FILE_READ_ATTRIBUTES, &abierta);
-    if (codigo != ERROR_SUCCESS) {
-        return codigo;
+    const fichero_abierto abierta = i_abre_entrada(cual, FILE_READ_ATTRIBUTES);
+    const std::optional<DWORD> atributos = abierta.valida() ? i_atributos(abierta.get()) : std::nullopt;
+    if (atributos) {
+        return {existencia::estado::hay, ERROR_SUCCESS, *atributos};
     }
-    return i_atributos_por_manija(abierta.get(), atributos) ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
+    const DWORD codigo = abierta.valida() ? i_ultimo_error() : abierta.codigo_de_fallo();
+    if (codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION) {
+        return {existencia::estado::hay, ERROR_SUCCESS, cual.atributos};
+    }
+    return {i_dice_que_se_ha_ido(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe, codigo,
+            INVALID_FILE_ATTRIBUTES};
 }
 
 // A system that follows links names an open file by where its directory once lay. If another directory lies there by
@@ -560,79 +508,68 @@ bool directorio_abierto::i_lleva_a_ella(HANDLE abierta, const entrada_leida& cua
     if (!sistema.sigue_enlaces() || cual.es_directorio()) {
         return true;
     }
-    const manija_fichero por_ruta(sistema.abre_entrada(
-        i_ruta_nativa(cual.nombre).c_str(), nullptr, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
-        FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
+    const fichero_abierto por_ruta =
+        i_abre_nativa(i_ruta_nativa(cual.nombre), FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
+                      FILE_SYNCHRONOUS_IO_NONALERT);
     return por_ruta.valida() && i_numero(por_ruta.get()) == i_numero(abierta) &&
            i_esta_donde_dice(por_ruta.get(), cual.nombre);
 }
 
 DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atributos) {
     const sin_dialogos callado;
-    manija_fichero abierta;
-    const DWORD codigo = i_abre_entrada(cual, FILE_WRITE_ATTRIBUTES, &abierta);
-    if (codigo != ERROR_SUCCESS) {
-        return codigo;
+    const fichero_abierto abierta = i_abre_entrada(cual, FILE_WRITE_ATTRIBUTES);
+    if (!abierta.valida()) {
+        return abierta.codigo_de_fallo();
     }
     return i_lleva_a_ella(abierta.get(), cual) ? i_pon_atributos(abierta.get(), atributos)
                                                : ERROR_CANT_ACCESS_FILE;
 }
 
-DWORD directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso,
-                                               manija_fichero* abierta) const {
-    DWORD codigo = ERROR_SUCCESS;
-    *abierta = lmlongpath_CreateFileW(
-        raiz, acceso | FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr, OPEN_EXISTING,
-        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, &codigo);
-    if (!abierta->valida()) {
-        return codigo;
-    }
-    return i_numero(abierta->get()) == numero_ && i_es_directorio_sin_enlace(abierta->get())
-               ? ERROR_SUCCESS
-               : ERROR_CANT_ACCESS_FILE;
+fichero_abierto directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso) const {
+    fichero_abierto abierta =
+        lmlongpath_CreateFileW(raiz, acceso | FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
+                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
+    const bool es_otra = abierta.valida() &&
+                         (i_numero(abierta.get()) != numero_ || !i_es_directorio_sin_enlace(abierta.get()));
+    return es_otra ? fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE) : std::move(abierta);
 }
 
 DWORD directorio_abierto::borra_raiz(const ruta_fijada& raiz) {
     const sin_dialogos callado;
-    manija_fichero abierta;
-    const DWORD codigo = i_abre_raiz_otra_vez(raiz, DELETE, &abierta);
-    return codigo == ERROR_SUCCESS ? i_marca_para_borrar(abierta.get(), *trato_) : codigo;
+    const fichero_abierto abierta = i_abre_raiz_otra_vez(raiz, DELETE);
+    return abierta.valida() ? i_borra_al_cerrar(abierta.get(), *trato_) : abierta.codigo_de_fallo();
 }
 
-DWORD directorio_abierto::protege_raiz(const ruta_fijada& raiz, bool de_solo_lectura) {
+DWORD directorio_abierto::protege_raiz(const ruta_fijada& raiz, int modo) {
     const sin_dialogos callado;
-    manija_fichero abierta;
-    const DWORD codigo = i_abre_raiz_otra_vez(raiz, FILE_WRITE_ATTRIBUTES, &abierta);
-    DWORD atributos;
-    if (codigo != ERROR_SUCCESS || !i_atributos_por_manija(abierta.get(), &atributos)) {
-        return codigo != ERROR_SUCCESS ? codigo : i_ultimo_error();
+    const fichero_abierto abierta = i_abre_raiz_otra_vez(raiz, FILE_WRITE_ATTRIBUTES);
+    if (!abierta.valida()) {
+        return abierta.codigo_de_fallo();
     }
-    constexpr DWORD marca = FILE_ATTRIBUTE_READONLY;
-    return i_pon_atributos(abierta.get(), de_solo_lectura ? atributos | marca : atributos & ~marca);
+    const std::optional<DWORD> atributos = i_atributos(abierta.get());
+    return atributos ? i_pon_atributos(abierta.get(), i_con_proteccion(*atributos, modo)) : i_ultimo_error();
 }
 
 bool directorio_abierto::esta_en(const ruta_fijada& raiz) const {
     const sin_dialogos callado;
-    const manija_fichero abierta =
-        lmlongpath_CreateFileW(raiz, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr,
-                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr, nullptr);
+    const fichero_abierto abierta = i_abre_para_mirar(raiz, 0);
     return abierta.valida() && i_numero(abierta.get()) == numero_;
 }
 
 // ---- Reading ----
 
-bool lector_de_directorio::siguiente(entrada_leida* entrada) {
+const entrada_leida* lector_de_directorio::siguiente() {
     if (codigo_ != ERROR_SUCCESS || (registro_ == nullptr && !i_llena())) {
-        return false;
+        return nullptr;
     }
     switch (directorio_.trato_->como_se_lee) {
         case lectura::con_numeros:
-            return i_toma_registro<FILE_ID_BOTH_DIR_INFO>(entrada);
+            return i_toma_registro<FILE_ID_BOTH_DIR_INFO>() ? &entrada_ : nullptr;
         case lectura::sin_numeros:
-            return i_toma_registro<registro_completo>(entrada);
+            return i_toma_registro<registro_completo>() ? &entrada_ : nullptr;
         default:
-            i_toma_de_busqueda(entrada);
-            return true;
+            i_toma_de_busqueda();
+            return &entrada_;
     }
 }
 
@@ -715,7 +652,7 @@ void lector_de_directorio::i_recuerda_ultimo(vista_w nombre) noexcept {
 // What a file system writes is believed as far as the room goes that it was given. Records are to begin at multiples
 // of eight; some begin at multiples of four, which copying stands.
 template <class Registro>
-bool lector_de_directorio::i_toma_registro(entrada_leida* entrada) noexcept {
+bool lector_de_directorio::i_toma_registro() noexcept {
     const auto quedan = static_cast<std::size_t>(directorio_.trato_->bufer() +
                                                  trato_con_volumen::bytes_de_lectura - registro_);
     constexpr std::size_t hasta_el_nombre = offsetof(Registro, FileName);
@@ -730,32 +667,33 @@ bool lector_de_directorio::i_toma_registro(entrada_leida* entrada) noexcept {
         codigo_ = ERROR_INVALID_DATA;
         return false;
     }
-    entrada->nombre = vista_w(reinterpret_cast<const wchar_t*>(registro_ + hasta_el_nombre),
+    entrada_.nombre = vista_w(reinterpret_cast<const wchar_t*>(registro_ + hasta_el_nombre),
                               leido.FileNameLength / sizeof(wchar_t));
-    entrada->atributos = leido.FileAttributes;
-    entrada->marca = (leido.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido.EaSize : 0;
-    entrada->modificado = i_fecha(leido.LastWriteTime);
+    entrada_.atributos = leido.FileAttributes;
+    entrada_.reanalisis = (leido.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido.EaSize : 0;
+    entrada_.modificado = i_fecha(leido.LastWriteTime);
     if constexpr (std::is_same_v<Registro, FILE_ID_BOTH_DIR_INFO>) {
-        entrada->numero = static_cast<unsigned long long>(leido.FileId.QuadPart);
+        entrada_.numero = static_cast<unsigned long long>(leido.FileId.QuadPart);
     } else {
-        entrada->numero = 0;
+        entrada_.numero = 0;
     }
     registro_ = leido.NextEntryOffset == 0 ? nullptr : registro_ + leido.NextEntryOffset;
     if (registro_ == nullptr) {
-        i_recuerda_ultimo(entrada->nombre);
+        i_recuerda_ultimo(entrada_.nombre);
     }
     return true;
 }
 
-void lector_de_directorio::i_toma_de_busqueda(entrada_leida* entrada) noexcept {
+void lector_de_directorio::i_toma_de_busqueda() noexcept {
     const auto* leido = reinterpret_cast<const WIN32_FIND_DATAW*>(registro_);
-    entrada->nombre = a_vista(&leido->cFileName[0]);
-    entrada->atributos = leido->dwFileAttributes;
-    entrada->marca = (leido->dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido->dwReserved0 : 0;
-    entrada->modificado = leido->ftLastWriteTime;
-    entrada->numero = 0;
+    entrada_.nombre = a_vista(&leido->cFileName[0]);
+    entrada_.atributos = leido->dwFileAttributes;
+    entrada_.reanalisis =
+        (leido->dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido->dwReserved0 : 0;
+    entrada_.modificado = leido->ftLastWriteTime;
+    entrada_.numero = 0;
     registro_ = nullptr;
-    i_recuerda_ultimo(entrada->nombre);
+    i_recuerda_ultimo(entrada_.nombre);
 }
 
 }  // namespace interno

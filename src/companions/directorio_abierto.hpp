@@ -25,7 +25,7 @@ namespace interno {
 struct entrada_leida {
     vista_w nombre;
     DWORD atributos;
-    DWORD marca;  // the reparse tag; 0 when the system does not tell
+    DWORD reanalisis;  // the reparse tag; 0 when the system does not tell
     unsigned long long numero;
     FILETIME modificado;
     unsigned long long numero_abierto = 0;  // what its handle told when it was entered; 0 before
@@ -37,10 +37,10 @@ struct entrada_leida {
 
 // Another name of some other place (junction, symbolic link), or perhaps one, because the system does not tell the
 // tag. Other reparse points, such as those of cloud storage, are ordinary.
-inline bool i_es_marca_de_enlace(DWORD atributos, DWORD marca) noexcept {
+inline bool i_es_de_enlace(DWORD atributos, DWORD reanalisis) noexcept {
     constexpr DWORD bit_sustituto_de_nombre = 0x20000000;  // of the reparse tag
     return (atributos & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (marca == 0 || (marca & bit_sustituto_de_nombre) != 0);
+           (reanalisis == 0 || (reanalisis & bit_sustituto_de_nombre) != 0);
 }
 
 // Of an entry that was there to be read: only these codes say that it is gone by now, others that it was not reached.
@@ -54,17 +54,10 @@ inline unsigned long long i_numero(HANDLE abierta) noexcept {
     return sistema.numero_de_fichero(abierta, &numero) ? numero : 0;
 }
 
-// Whoever deletes or renames by this path acts on what bears its name (ERROR_SUCCESS); or why not: it cannot be opened,
-// or a system that follows links (Wine) would act on what a link leads to, for all one knows (ERROR_CANT_ACCESS_FILE).
-// Where links are not followed nothing is asked.
+// ERROR_SUCCESS when a deletion or a renaming by this path acts on what bears its name; else why not: it cannot be
+// opened, or a system that follows links (Wine) might act on what a link leads to (ERROR_CANT_ACCESS_FILE). Where links
+// are not followed nothing is asked.
 DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta);
-
-inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
-    while (acaba_en_separador(ruta)) {
-        ruta.remove_suffix(1);
-    }
-    return ruta;
-}
 
 // How the file system of a tree wants to be treated: learned at the first refusal, kept for the walk. And the room
 // that all directories of the walk are read into, one after the other.
@@ -104,41 +97,46 @@ public:
     // What its handle told; 0 when the system does not tell.
     unsigned long long numero() const noexcept { return numero_; }
 
-    // Of an entry whose name is terminated. Each answers a system code.
+    // Of an entry whose name is terminated. Where nothing else is said, a system code is answered.
     DWORD borra(const entrada_leida& cual);  // a file, a link itself, an empty directory
-    DWORD lee_atributos(const entrada_leida& cual, DWORD* atributos);
     DWORD pon_atributos(const entrada_leida& cual, DWORD atributos);
+    // One that is there and cannot be asked has the attributes that were read of it.
+    existencia mira(const entrada_leida& cual);
 
     // Of the root: removes it, if the path still leads to what is open here (or was, before it was closed). Where the
     // system tells no numbers, to a directory that is no link.
     DWORD borra_raiz(const ruta_fijada& raiz);
-    DWORD protege_raiz(const ruta_fijada& raiz, bool de_solo_lectura);  // likewise, its read-only mark
+    DWORD protege_raiz(const ruta_fijada& raiz, int modo);  // likewise, its read-only mark
     // Of a root: whether its path, links followed, leads to it.
     bool esta_en(const ruta_fijada& raiz) const;
 
 private:
     friend class lector_de_directorio;
-    class linea_de_arriba;
-    enum class juicio { es_ella, es_otra, no_se_sabe };
+    enum class identidad { es_ella, es_otra, no_se_sabe };
 
-    DWORD i_abre_retenida(const entrada_leida& cual, DWORD acceso, DWORD opciones, manija_fichero* abierta);
-    DWORD i_abre_entrada(const entrada_leida& cual, DWORD acceso, manija_fichero* abierta);
-    DWORD i_abre_por_nombre(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
-                            manija_fichero* abierta);
-    DWORD i_abre_por_ruta(vista_w nombre, DWORD acceso, DWORD compartir, DWORD opciones,
-                          manija_fichero* abierta);
+    struct manera {
+        DWORD acceso;
+        DWORD opciones;
+        DWORD compartir;
+    };
+
+    fichero_abierto i_abre_retenida(const entrada_leida& cual, const manera& como);
+    fichero_abierto i_abre_entrada(const entrada_leida& cual, DWORD acceso);
+    fichero_abierto i_abre_por_nombre(vista_w nombre, const manera& como);
+    fichero_abierto i_abre_por_ruta(vista_w nombre, const manera& como);
+    vector_interno<directorio_abierto*> i_desde_la_raiz();
     DWORD i_retiene();
     DWORD i_retiene_este();
     cadena_w i_ruta_nativa(vista_w nombre = {});
-    juicio i_juzga(const entrada_leida& cual);
-    vista_w i_lugar_verdadero();
+    identidad i_identidad(const entrada_leida& cual);
+    vista_w i_ruta_verdadera();
     bool i_esta_donde_dice(HANDLE abierta, vista_w nombre);
     bool i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual);
     bool i_es_raiz_sin_enlace();
-    DWORD i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso, manija_fichero* abierta) const;
+    fichero_abierto i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso) const;
     unsigned long long i_numero_en_listado(vista_w nombre);
 
-    manija_fichero manija_;
+    fichero_abierto manija_;
     trato_con_volumen* trato_ = nullptr;
     directorio_abierto* padre_ = nullptr;
     vista_w nombre_;                     // in the directory above
@@ -155,8 +153,8 @@ public:
     lector_de_directorio(const lector_de_directorio&) = delete;
     lector_de_directorio& operator=(const lector_de_directorio&) = delete;
 
-    // The entry holds until the next one is asked for. False at the end.
-    bool siguiente(entrada_leida* entrada);
+    // Holds until the next one is asked for; NULL at the end.
+    const entrada_leida* siguiente();
     // At the end: ERROR_NO_MORE_FILES, or what ended the reading before the directory did.
     DWORD codigo() const noexcept { return codigo_; }
     // The last name that came.
@@ -172,13 +170,14 @@ private:
     bool i_sigue_busqueda();
     void i_recuerda_ultimo(vista_w nombre) noexcept;
     template <class Registro>
-    bool i_toma_registro(entrada_leida* entrada) noexcept;
-    void i_toma_de_busqueda(entrada_leida* entrada) noexcept;
+    bool i_toma_registro() noexcept;
+    void i_toma_de_busqueda() noexcept;
 
     directorio_abierto& directorio_;
     unsigned char* registro_ = nullptr;  // the next one; NULL when more must be asked for
     bool empezado_ = false;
     DWORD codigo_ = ERROR_SUCCESS;
+    entrada_leida entrada_ = {};
     manija_busqueda busqueda_;
     wchar_t ultimo_nombre_[max_nombre];
     std::size_t largo_del_ultimo_ = 0;

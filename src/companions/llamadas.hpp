@@ -4,7 +4,7 @@
 #pragma once
 
 #include <windows.h>
-// They lean on the types that the header above brings.
+// These need the types of the one above.
 #include <direct.h>
 #include <tlhelp32.h>
 #include <winnetwk.h>
@@ -132,7 +132,7 @@ BOOL WINAPI sigue_enlaces();
 // GetLongPathNameW of KERNEL32, NULL when it has none.
 funcion_nombre_largo busca_nombre_largo();
 // The library lives in the process that asks, so the width of its own pointers is the answer.
-unsigned short machine_es_imagen_de_64bits();
+bool machine_es_imagen_de_64bits();
 // For pauses: unpredictable enough that two processes do not wait in step.
 unsigned numero_al_azar();
 void duerme_ms(unsigned long milisegundos);

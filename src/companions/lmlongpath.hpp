@@ -3,15 +3,13 @@
 //
 // Promises: a path that depends on the current directory is made full once, where its `ruta_fijada` is made: whoever
 // changes the current directory meanwhile (a question, a callback, another thread) redirects nothing. Each call
-// returns what the Windows function of its name returns and leaves its last error in place; where there is an
-// `error_out`, it receives the code of a failure and is left alone after a success. A path that is absolute and
+// tells how it ended, and leaves the code of a failure as the thread's last error too. A path that is absolute and
 // short costs no call besides the one asked for, a relative one a single call for all that is done with it.
 // Where the system would follow a link (Wine), a deletion or a renaming fails instead, with ERROR_CANT_ACCESS_FILE.
 // Cannot promise: anything about a share that is not there.
 // Checked by tests/companions/lmlongpath_win32_test.cpp.
 #pragma once
 
-#include <optional>
 #include <utility>
 
 #include "companions/cadena.hpp"
@@ -28,7 +26,7 @@ public:
     enum class uso { acceso, busqueda };  // a search keeps the points at the end of its pattern
 
     // NOLINTNEXTLINE(google-explicit-constructor): a text is a path for the time of one call
-    ruta_fijada(const wchar_t* dada, uso para = uso::acceso, lugar donde = lugar::aqui());
+    ruta_fijada(const wchar_t* dada, uso para = uso::acceso);
     // For a form that was made elsewhere: of a name in a directory that is fixed already.
     ruta_fijada(const wchar_t* dada, cadena_w forma) noexcept
         : dada_(dada), texto_(forma.c_str()), larga_(std::move(forma)) {}
@@ -51,8 +49,8 @@ public:
 private:
     static constexpr std::size_t sitio_corto = MAX_PATH;
 
-    void i_fija(const wchar_t* de, lugar donde);
-    void i_devuelve_nombre(vista_w nombre, lugar donde);
+    void i_fija(const wchar_t* de);
+    void i_devuelve_nombre(vista_w nombre);
 
     const wchar_t* dada_;
     const wchar_t* texto_;
@@ -81,35 +79,73 @@ existencia i_existencia(const ruta_fijada& ruta) noexcept;
 // The codes with which the system says that there is no such name; any other failure says nothing about that.
 bool i_dice_que_falta(DWORD codigo) noexcept;
 
+// How an attempt ended. A failure stays one even when the system has no code for it.
+struct desenlace {
+    bool hecho;
+    DWORD codigo;  // of a failure
+
+    bool ya_no_esta() const noexcept { return !hecho && i_dice_que_falta(codigo); }
+};
+
+// What was opened, or why nothing was.
+struct fichero_abierto : manija_fichero {
+    fichero_abierto() noexcept = default;
+    // Right after the call that opens, for the sake of its code.
+    explicit fichero_abierto(HANDLE abierto) noexcept
+        : manija_fichero(abierto), codigo(valida() ? DWORD{ERROR_SUCCESS} : ::GetLastError()) {}
+    static fichero_abierto ninguno(DWORD por_que) noexcept {
+        fichero_abierto nada;
+        nada.codigo = por_que;
+        return nada;
+    }
+
+    // Never that of a success when nothing was opened.
+    DWORD codigo_de_fallo() const noexcept {
+        return valida() || codigo != ERROR_SUCCESS ? codigo : DWORD{ERROR_GEN_FAILURE};
+    }
+
+    DWORD codigo = ERROR_INVALID_HANDLE;
+};
+
+// What the system tells of a file, or why it tells nothing.
+struct datos_de_fichero : WIN32_FILE_ATTRIBUTE_DATA {
+    DWORD codigo;
+
+    bool leidos() const noexcept { return codigo == ERROR_SUCCESS; }
+};
+
+// How much is asked about each entry of a search: short names cost the system a second look-up. Without them, large
+// steps are asked for.
+enum class detalle { todo, sin_nombre_corto };
+
 // Access modes of lmlongpath_waccess, as the C runtime numbers them.
 inline constexpr unsigned acceso_existencia = 0;
 inline constexpr unsigned acceso_escritura = 2;
 inline constexpr unsigned acceso_lectura = 4;
 bool lmlongpath_waccess(const ruta_fijada& ruta, unsigned modo) noexcept;
 
-// Permission modes of lmlongpath_wchmod (_S_IREAD, _S_IWRITE); 0 on success, -1 on failure.
+// Permission modes of lmlongpath_wchmod (_S_IREAD, _S_IWRITE), and what attributes become with one.
 inline constexpr int modo_lectura = 0x100;
 inline constexpr int modo_escritura = 0x80;
-int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept;
+constexpr DWORD i_con_proteccion(DWORD atributos, int modo) noexcept {
+    constexpr DWORD marca = FILE_ATTRIBUTE_READONLY;
+    return (modo & modo_escritura) != 0 ? atributos & ~marca : atributos | marca;
+}
+bool lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept;
 
 DWORD lmlongpath_GetFileAttributesW(const ruta_fijada& ruta) noexcept;
-BOOL lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta, WIN32_FILE_ATTRIBUTE_DATA* datos) noexcept;
-// The size of a file; nothing, and the code, when the system does not tell it.
-std::optional<unsigned long long> i_tamanyo(const ruta_fijada& ruta, DWORD* error_out) noexcept;
-manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWORD compartir,
-                                      SECURITY_ATTRIBUTES* seguridad, DWORD disposicion, DWORD indicadores,
-                                      HANDLE plantilla, DWORD* error_out) noexcept;
-BOOL lmlongpath_DeleteFileW(const ruta_fijada& ruta, DWORD* error_out) noexcept;
-BOOL lmlongpath_CreateDirectoryW(const ruta_fijada& ruta, SECURITY_ATTRIBUTES* seguridad,
-                                 DWORD* error_out) noexcept;
-BOOL lmlongpath_RemoveDirectoryW(const ruta_fijada& ruta, DWORD* error_out) noexcept;
+datos_de_fichero lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta) noexcept;
+fichero_abierto lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWORD compartir,
+                                       DWORD disposicion = OPEN_EXISTING, DWORD indicadores = 0) noexcept;
+desenlace lmlongpath_DeleteFileW(const ruta_fijada& ruta) noexcept;
+desenlace lmlongpath_CreateDirectoryW(const ruta_fijada& ruta) noexcept;
+desenlace lmlongpath_RemoveDirectoryW(const ruta_fijada& ruta) noexcept;
 // Never replaces an existing target (ERROR_ALREADY_EXISTS).
-BOOL lmlongpath_RenameFileW(const ruta_fijada& antigua, const ruta_fijada& nueva, DWORD* error_out) noexcept;
-BOOL lmlongpath_MoveFileW(const ruta_fijada& origen, const ruta_fijada& destino, DWORD indicadores) noexcept;
-
-// A search; `solo_nombres` leaves out the short names and asks for large steps (for listings that use neither).
-manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_DATAW* datos,
-                                          bool solo_nombres = false) noexcept;
+desenlace lmlongpath_RenameFileW(const ruta_fijada& antigua, const ruta_fijada& nueva) noexcept;
+desenlace lmlongpath_MoveFileW(const ruta_fijada& origen, const ruta_fijada& destino,
+                               DWORD indicadores) noexcept;
+manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_DATAW& primera,
+                                          detalle cuanto) noexcept;
 
 // Of a relative path a relative form.
 DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
@@ -118,18 +154,55 @@ DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD s
 // With a prefix of the system's, long (`\\?\`) or of devices (`\\.\`), a path is taken as it is.
 bool i_lleva_prefijo(vista_w ruta) noexcept;
 
+inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
+    while (acaba_en_separador(ruta)) {
+        ruta.remove_suffix(1);
+    }
+    return ruta;
+}
+
+// How much of a path is its root: drive, share (with whatever separators), or either behind a prefix of the system's.
+std::size_t i_largo_de_raiz(vista_w ruta) noexcept;
+// Of a full path without separators at its end: it names no entry of a directory.
+inline bool i_es_raiz(vista_w ruta) noexcept {
+    return ruta.size() <= i_largo_de_raiz(ruta);
+}
+
+// The path of the last of some names, each of which lies in the one before it, the first in `directorio`.
+template <class Nombre>
+cadena_w i_ruta_bajo(vista_w directorio, std::size_t nombres, Nombre nombre) {
+    std::size_t largo = directorio.size() + nombres;
+    for (std::size_t i = 0; i < nombres; ++i) {
+        largo += nombre(i).size();
+    }
+    cadena_w ruta = cadena_w::con_sitio(largo);
+    wchar_t* fin = ruta.datos();
+    const auto escribe = [&fin](vista_w texto) {
+        rasgos_utf16::copy(fin, texto.data(), texto.size());
+        fin += texto.size();
+    };
+    escribe(directorio);
+    for (std::size_t i = 0; i < nombres; ++i) {
+        escribe(i == 0 && (directorio.empty() || acaba_en_separador(directorio)) ? vista_w()
+                                                                                 : vista_w(L"\\"));
+        escribe(nombre(i));
+    }
+    ruta.acorta(static_cast<std::size_t>(fin - ruta.datos()));
+    return ruta;
+}
+
 // Letter case of any alphabet aside, as file systems compare.
 bool i_mismo_nombre(vista_w a, vista_w b) noexcept;
 
 // Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell, or takes it literally
 // (`\\?\`).
-cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta, lugar donde = lugar::aqui());
+cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta);
 // The full form with the extended-length prefix, whatever its length: names put behind it are taken to the letter,
 // final blanks and points and names of devices included. A NULL string when the system cannot tell.
-cadena_w lmlongpath_forma_literal(const wchar_t* ruta, lugar donde = lugar::aqui());
+cadena_w lmlongpath_forma_literal(const wchar_t* ruta);
 
 // The path without an extended-length prefix (`\\?\C:\x` is `C:\x`, `\\?\UNC\srv\x` is `\\srv\x`); any other path,
 // that of a volume without a letter (`\\?\Volume{...}\x`) included, as it is.
-cadena_w lmlongpath_desprepend_path(vista_w ruta, lugar donde = lugar::aqui());
+cadena_w lmlongpath_desprepend_path(vista_w ruta);
 
 }  // namespace interno

@@ -91,9 +91,8 @@ class registro : public duenyo<T, libera_bloque> {
 public:
     using duenyo<T, libera_bloque>::duenyo;
 
-    // Zeroed room for `cuantos` records of T.
-    static registro a_cero(std::size_t cuantos = 1, lugar donde = lugar::aqui()) {
-        return registro(static_cast<T*>(i_reserva_a_cero(cuantos, sizeof(T), donde)));
+    static registro a_cero(lugar donde = lugar::aqui()) {
+        return registro(static_cast<T*>(i_reserva_a_cero(1, sizeof(T), donde)));
     }
 };
 

@@ -51,7 +51,7 @@ cadena_w strgetlasterror_texto_cod_error(unsigned long codigo);
 
 // Calls a function of the host's so that an exception of a foreign runtime ends here; one of this compiler's own goes on
 // to the caller (companions/anfitrion.hpp).
-void llama_tras_frontera(void (*funcion)(void*), void* argumento);
+void llama_tras_barrera(void (*funcion)(void*), void* argumento);
 
 // Pauses, and the end of the process at once, the only answer to exhausted memory: entries of the platform's table, which
 // tests replace so that they neither wait nor end.

@@ -66,12 +66,4 @@ long long conversor_de_fechas::segundos_locales_desde_1970(const FILETIME& fecha
     return i_segundos_de_pared(pared, fecha_utc);
 }
 
-bool i_filetime_de_segundos(long long segundos, FILETIME& fecha) noexcept {
-    if (segundos < min_segundos_filetime || segundos > max_segundos_filetime) {
-        return false;
-    }
-    fecha = i_filetime(segundos * intervalos_por_segundo + intervalos_hasta_1970);
-    return true;
-}
-
 }  // namespace interno

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "companions/sistema.hpp"
 
@@ -35,8 +36,12 @@ constexpr long long i_segundos_desde_1970(const FILETIME& fecha) noexcept {
            intervalos_por_segundo;
 }
 
-// The date of a time value; false, and nothing stored, where a FILETIME cannot hold it.
-bool i_filetime_de_segundos(long long segundos, FILETIME& fecha) noexcept;
+// The date of a time value, where a FILETIME can hold it.
+constexpr std::optional<FILETIME> i_filetime_de_segundos(long long segundos) noexcept {
+    return segundos < min_segundos_filetime || segundos > max_segundos_filetime
+               ? std::nullopt
+               : std::optional(i_filetime(segundos * intervalos_por_segundo + intervalos_hasta_1970));
+}
 
 // The true wall clock of the date in the current time zone, with the daylight rules that the year of the date had. A
 // date that the system's calendar does not reach stays in UTC.

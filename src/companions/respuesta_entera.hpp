@@ -12,16 +12,16 @@ namespace interno {
 // `pregunta(buffer, room)` answers the length when it fits, else the size needed with the terminator, 0 on failure. The
 // whole answer; NULL on failure.
 template <class C, class Pregunta>
-cadena<C> i_respuesta_entera(Pregunta pregunta, lugar donde = lugar::aqui()) noexcept {
+cadena<C> i_respuesta_entera(Pregunta pregunta) noexcept {
     constexpr unsigned long sitio_corto = 512;  // characters: a path and some more
     C corto[sitio_corto];
     unsigned long longitud = pregunta(corto, sitio_corto);
     if (longitud < sitio_corto) {
-        return longitud == 0 ? cadena<C>() : cadena<C>(vista<C>(corto, longitud), donde);
+        return longitud == 0 ? cadena<C>() : cadena<C>(vista<C>(corto, longitud));
     }
     while (longitud != 0) {
         const unsigned long necesario = longitud;
-        cadena<C> entera = cadena<C>::con_sitio(necesario, donde);
+        cadena<C> entera = cadena<C>::con_sitio(necesario);
         longitud = pregunta(entera.datos(), necesario + 1);
         if (longitud != 0 && longitud <= necesario) {
             entera.acorta(longitud);

@@ -109,8 +109,8 @@ funcion_nombre_largo busca_nombre_largo() {
         reinterpret_cast<void (*)()>(::GetProcAddress(kernel32, "GetLongPathNameW")));
 }
 
-unsigned short machine_es_imagen_de_64bits() {
-    return sizeof(void*) == 8 ? 1 : 0;
+bool machine_es_imagen_de_64bits() {
+    return sizeof(void*) == 8;
 }
 
 // The counter's low bits differ between any two calls; the multiplier (of a linear congruential generator) and

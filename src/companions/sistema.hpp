@@ -13,6 +13,8 @@
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
+#include <utility>
+
 #include "companions/llamadas.hpp"
 
 namespace interno {
@@ -40,8 +42,14 @@ private:
     DWORD codigo_;
 };
 
-// Owner of a handle: which call closes it and what an empty one looks like is in its traits.
-template <class Rasgos>
+// Of a call that has failed: a failure stays one even when the system has no code for it.
+inline DWORD i_ultimo_error() noexcept {
+    const DWORD codigo = ::GetLastError();
+    return codigo == ERROR_SUCCESS ? ERROR_GEN_FAILURE : codigo;
+}
+
+// Owner of a handle, which that entry of the table closes.
+template <auto Cierra>
 class manija {
 public:
     manija() noexcept = default;
@@ -56,35 +64,24 @@ public:
     }
     ~manija() { cierra(); }
 
-    bool valida() const noexcept { return valor_ != Rasgos::vacia(); }
+    // Some calls fail with one of these, some with the other.
+    bool valida() const noexcept { return valor_ != INVALID_HANDLE_VALUE && valor_ != nullptr; }
     HANDLE get() const noexcept { return valor_; }
-    HANDLE suelta() noexcept {
-        HANDLE valor = valor_;
-        valor_ = Rasgos::vacia();
-        return valor;
-    }
-    // Closes now; answers what Windows answers (TRUE for an empty owner).
-    BOOL cierra() noexcept {
+    HANDLE suelta() noexcept { return std::exchange(valor_, INVALID_HANDLE_VALUE); }
+    // Closes now; answers whether the system did, or there was nothing to close.
+    bool cierra() noexcept {
         if (!valida()) {
-            return TRUE;
+            return true;
         }
         const conserva_ultimo_error conserva;
-        return Rasgos::cierra(suelta());
+        return (sistema.*Cierra)(suelta()) != FALSE;
     }
 
 private:
-    HANDLE valor_ = Rasgos::vacia();
+    HANDLE valor_ = INVALID_HANDLE_VALUE;
 };
 
-struct rasgos_fichero {
-    static HANDLE vacia() noexcept { return INVALID_HANDLE_VALUE; }
-    static BOOL cierra(HANDLE valor) noexcept { return sistema.CloseHandle(valor); }
-};
-struct rasgos_busqueda {
-    static HANDLE vacia() noexcept { return INVALID_HANDLE_VALUE; }
-    static BOOL cierra(HANDLE valor) noexcept { return sistema.FindClose(valor); }
-};
-using manija_fichero = manija<rasgos_fichero>;
-using manija_busqueda = manija<rasgos_busqueda>;
+using manija_fichero = manija<&tabla_sistema::CloseHandle>;
+using manija_busqueda = manija<&tabla_sistema::FindClose>;
 
 }  // namespace interno

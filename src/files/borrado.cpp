@@ -1,6 +1,8 @@
 // See borrado.hpp.
 #include "files/borrado.hpp"
 
+#include <utility>
+
 #include "companions/anfitrion.hpp"
 #include "companions/buclrein.hpp"
 #include "companions/error_interno.hpp"
@@ -22,21 +24,17 @@ cadena_w i_mensaje_fichero(const wchar_t* fichero, const wchar_t* texto_extra) {
         {i_mensaje(i_msg_53951_no_se_puede_borrar_fichero, {fichero}), L"\n", a_vista(motivo)});
 }
 
-// The attempts of a loop, the first of which has ended in `ultimo` already.
+// The attempts of a loop, the first of which has ended already.
 template <class Intenta>
-auto i_tras_el_primero(desenlace& ultimo, Intenta intenta) {
-    return [&ultimo, intenta, es_el_primero = true]() mutable -> const desenlace& {
-        if (!es_el_primero) {
-            ultimo = intenta();
-        }
-        es_el_primero = false;
-        return ultimo;
+auto i_tras_el_primero(desenlace primero, Intenta intenta) {
+    return [primero, intenta, es_el_primero = true]() mutable {
+        return std::exchange(es_el_primero, false) ? primero : intenta();
     };
 }
 
 // What follows a first attempt that failed.
 bool i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar, desenlace ultimo) {
-    // The mark of what cannot be reached is that of something else.
+    // What cannot be reached under its own name has no mark to take off: that of what a link leads to stays.
     if (ultimo.codigo != ERROR_CANT_ACCESS_FILE && fichero.mira().es_de_solo_lectura()) {
         i_cambia_proteccion(fichero, modo_escritura, informar);
         ultimo = fichero.borra();
@@ -45,24 +43,23 @@ bool i_insiste_con_fichero(objetivo& fichero, const wchar_t* texto_extra, bool i
     return i_con_reintentos(
         true, informar,
         [&] {
-            const desenlace& d = intenta();
-            return d.hecho || d.ya_no_esta();
+            ultimo = intenta();
+            return ultimo.hecho || ultimo.ya_no_esta();
         },
-        [&](BuclRein* bucle) {
+        [&](BuclRein& bucle) {
             buclrein_set_mensaje_reintentar(
                 bucle, [&] { return i_mensaje_fichero(fichero.texto(), texto_extra); }, ultimo.codigo);
             const auto avisa_al_anfitrion = i_func_comprobar_fichero_no_esta_abierto();
-            if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1 &&
+            if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) &&
                 avisa_al_anfitrion != nullptr) {
                 llama_al_anfitrion(avisa_al_anfitrion, fichero.texto());
             }
         });
 }
 
-bool i_insiste_con_directorio(objetivo& directorio, bool informar, desenlace ultimo) {
-    auto intenta = i_tras_el_primero(ultimo, [&] { return i_quita_directorio(directorio); });
+bool i_insiste_con_directorio(objetivo& directorio, bool informar, desenlace primero) {
     return i_insiste(
-        informar, [&] { return intenta().hecho; }, ultimo.codigo,
+        informar, i_tras_el_primero(primero, [&] { return i_quita_directorio(directorio); }),
         [&] { return i_mensaje(i_msg_53954_no_se_puede_borrar_directorio, {directorio.texto()}); });
 }
 
@@ -122,22 +119,22 @@ bool i_borra_directorio_existente(objetivo& directorio) {
 }
 
 bool i_borra_fichero(const ruta_fijada& ruta, const wchar_t* texto_extra, bool informar) {
-    fichero_por_ruta fichero(ruta);
+    objetivo_por_ruta fichero(ruta, lmlongpath_DeleteFileW);
     return i_borra_fichero(fichero, texto_extra, informar);
 }
 
 bool i_borra_fichero_existente(const ruta_fijada& ruta, const wchar_t* texto_extra) {
-    fichero_por_ruta fichero(ruta);
+    objetivo_por_ruta fichero(ruta, lmlongpath_DeleteFileW);
     return i_borra_fichero_existente(fichero, texto_extra);
 }
 
 bool i_borra_directorio_existente(const ruta_fijada& ruta) {
-    directorio_por_ruta directorio(ruta);
+    objetivo_por_ruta directorio(ruta, lmlongpath_RemoveDirectoryW);
     return i_borra_directorio_existente(directorio);
 }
 
 bool i_borra_directorio_si_existe(const ruta_fijada& ruta, bool informar) {
-    directorio_por_ruta directorio(ruta);
+    objetivo_por_ruta directorio(ruta, lmlongpath_RemoveDirectoryW);
     const desenlace primero = i_quita_directorio(directorio);
     return primero.hecho ||
            (!directorio.mira().falta() && i_insiste_con_directorio(directorio, informar, primero));

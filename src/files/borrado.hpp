@@ -1,4 +1,4 @@
-// Deleting one file, removing one directory: the two operations under every deletion of the library.
+// Deleting one file, removing one directory, in the way that takes read-only marks off, tries again and asks.
 //
 // Promises: the usual case costs one attempt; only after a failure is the reason looked for (missing, read-only, held
 // open), with the outcomes, messages and order of the careful way: look, unprotect, then delete. A read-only

@@ -38,6 +38,7 @@ private:
 // What a pass left.
 struct resultado_de_pasada {
     bool raiz_quitada = false;
+    bool sin_ficheros = true;
     bool visto_todo = true;    // nothing stayed that was not looked into
     bool otra_pasada = false;  // a directory could not be removed because of something that passes
 };
@@ -51,11 +52,14 @@ bool i_pasara(DWORD codigo) noexcept {
 // One silent pass: every file once; what stays is listed. Removals of directories fail in silence.
 class pasada_silenciosa final : public visitante_borrado {
 public:
-    explicit pasada_silenciosa(ArrCADENA_u* sin_borrar) noexcept : sin_borrar_(sin_borrar) {}
+    explicit pasada_silenciosa(lista_textos<wchar_t>* sin_borrar) noexcept : sin_borrar_(sin_borrar) {}
 
     bool fichero(entrada_de_arbol& fichero) override {
-        if (!i_borra(fichero) && sin_borrar_ != nullptr) {
-            sin_borrar_->anade(cadena_w(vista_w(fichero.texto())));
+        if (!i_borra(fichero)) {
+            resultado_.sin_ficheros = false;
+            if (sin_borrar_ != nullptr) {
+                sin_borrar_->anade(cadena_w(vista_w(fichero.texto())));
+            }
         }
         return true;
     }
@@ -124,14 +128,14 @@ private:
         return fichero.borra().hecho;
     }
 
-    ArrCADENA_u* sin_borrar_;
+    lista_textos<wchar_t>* sin_borrar_;  // NULL when nobody wants to know
     vector_interno<std::size_t>
         con_algo_dejado_;  // depths of open directories, growing: what is left there stays
     resultado_de_pasada resultado_;
 };
 
 resultado_de_pasada i_pasada(const raiz_de_recorrido& directorio, bool lo_quita, bool recursiva,
-                             ArrCADENA_u* sin_borrar) {
+                             lista_textos<wchar_t>* sin_borrar) {
     recorrido arbol(directorio, i_orden_de_borrado());
     pasada_silenciosa visitante(sin_borrar);
     const llegada como =
@@ -164,21 +168,19 @@ bool i_borra_arbol(const wchar_t* directorio, bool lo_quita, const freno& para) 
 }
 
 bool i_borra_en_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva) {
-    auto sin_borrar = objeto<ArrCADENA_u>::crea();
     const raiz_de_recorrido raiz(directorio);  // for all passes: the pauses are long
     resultado_de_pasada resultado;
     for (unsigned pasada = 0; pasada < max_pasadas; ++pasada) {
-        sin_borrar->reduce(0);
-        resultado = i_pasada(raiz, lo_quita, recursiva, sin_borrar.get());
-        if (sin_borrar->num() == 0 && !resultado.otra_pasada) {
+        resultado = i_pasada(raiz, lo_quita, recursiva, nullptr);
+        if (resultado.sin_ficheros && !resultado.otra_pasada) {
             break;
         }
         plataforma::duerme_ms(pausas_ms[sistema.numero_al_azar() % num_pausas]);
     }
-    return sin_borrar->num() == 0 && resultado.visto_todo;
+    return resultado.sin_ficheros && resultado.visto_todo;
 }
 
-bool i_borra_en_una_pasada(const wchar_t* directorio, ArrCADENA_u* sin_borrar) {
+bool i_borra_en_una_pasada(const wchar_t* directorio, lista_textos<wchar_t>* sin_borrar) {
     return i_pasada(raiz_de_recorrido(directorio), true, true, sin_borrar).raiz_quitada;
 }
 

@@ -1,5 +1,6 @@
-// Deleting the contents of a directory and whole trees, in the two ways of the library: strictly, entry by entry
-// with messages, stopping on request; and in silent passes with pauses in between.
+// Deleting the contents of a directory and whole trees, in the two ways of the library: strictly, entry by entry, where
+// each that does not go is asked about, and the host may stop it; and in passes with pauses in between, where what does
+// not go is left to the next pass (only a read-only mark that cannot be taken off is asked about).
 //
 // Promises: nothing outside the tree is touched, whoever puts links in the place of directories meanwhile; links are
 // removed themselves, or left where the system would remove what they point to. "All deleted" is answered only by a
@@ -27,6 +28,6 @@ bool i_borra_en_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva
 
 // One pass over the tree and its root. Answers whether the root was removed; the files that stayed are listed where a
 // list is given.
-bool i_borra_en_una_pasada(const wchar_t* directorio, ArrCADENA_u* sin_borrar);
+bool i_borra_en_una_pasada(const wchar_t* directorio, lista_textos<wchar_t>* sin_borrar);
 
 }  // namespace interno

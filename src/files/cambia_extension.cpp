@@ -30,9 +30,9 @@ bool i_mismo_fichero(const ruta_fijada& a, const ruta_fijada& b) noexcept {
     BY_HANDLE_FILE_INFORMATION datos[2];
     const ruta_fijada* rutas[] = {&a, &b};
     for (int i = 0; i < 2; ++i) {
-        const manija_fichero abierto = lmlongpath_CreateFileW(
-            *rutas[i], FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-            OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr, nullptr);
+        const fichero_abierto abierto = lmlongpath_CreateFileW(
+            *rutas[i], FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+            OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS);
         if (!abierto.valida() || !sistema.GetFileInformationByHandle(abierto.get(), &datos[i])) {
             return false;
         }
@@ -123,7 +123,7 @@ private:
             return false;  // the system would search for others
         }
         WIN32_FIND_DATAW entrada;
-        return lmlongpath_FindFirstFileW(destino_, &entrada, true).valida() &&
+        return lmlongpath_FindFirstFileW(destino_, entrada, detalle::sin_nombre_corto).valida() &&
                i_mismo_nombre(i_nombre_de_entrada(entrada), leido_);
     }
 

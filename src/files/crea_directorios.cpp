@@ -2,6 +2,7 @@
 #include "files/crea_directorios.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "companions/buclrein.hpp"
 #include "companions/lmlongpath.hpp"
@@ -29,28 +30,9 @@ void i_por_cada_componente(vista_w ruta, Hace hace) {
     }
 }
 
-// How much of a path is its root: drive, share (with whatever separators), or either behind a prefix of the system's.
-std::size_t i_largo_de_raiz(vista_w path) noexcept {
-    const auto tras_un_nombre = [path](std::size_t desde) {
-        const std::size_t principio = path.find_first_not_of(separadores, desde);
-        return std::min(path.find_first_of(separadores, principio), path.size());
-    };
-    constexpr vista_w prefijo_unc = L"\\\\?\\UNC\\";
-    if (empieza_por_sin_caja(path, prefijo_unc)) {
-        return tras_un_nombre(tras_un_nombre(prefijo_unc.size()));
-    }
-    if (i_lleva_prefijo(path)) {
-        return tras_un_nombre(4);
-    }
-    if (path.size() >= 2 && es_separador(path[0]) && es_separador(path[1])) {
-        return tras_un_nombre(tras_un_nombre(2));
-    }
-    return path.size() >= 2 && path[1] == L':' ? 2 : 0;
-}
-
-// The full form of a place, without a prefix: the names of the levels go behind it. Nothing when the system cannot
+// The full form of a directory, without a prefix: the names of the levels go behind it. Nothing when the system cannot
 // tell.
-cadena_w i_lugar_fijado(const wchar_t* de_donde) {
+cadena_w i_directorio_fijado(const wchar_t* de_donde) {
     const ruta_fijada fijada(de_donde);
     cadena_w forma = fijada.c_str() == de_donde ? cadena_w() : lmlongpath_desprepend_path(fijada.c_str());
     if (acaba_en_separador(forma.ver())) {
@@ -63,10 +45,10 @@ cadena_w i_lugar_fijado(const wchar_t* de_donde) {
 cadena_w i_raiz_fijada(vista_w raiz, vista_w resto) {
     const bool desde_raiz = !resto.empty() && es_separador(resto.front());
     if (raiz.empty()) {
-        return i_lugar_fijado(desde_raiz ? L"\\" : L".");
+        return i_directorio_fijado(desde_raiz ? L"\\" : L".");
     }
     if (raiz[1] == L':') {  // a drive: with a name right behind it, its current directory
-        return desde_raiz ? cadena_w(raiz) : i_lugar_fijado(concatena<wchar_t>({raiz, L"."}).c_str());
+        return desde_raiz ? cadena_w(raiz) : i_directorio_fijado(concatena<wchar_t>({raiz, L"."}).c_str());
     }
     if (i_lleva_prefijo(raiz)) {
         return cadena_w(raiz);
@@ -86,18 +68,9 @@ cadena_w i_sin_retrocesos(vista_w ruta) {
             pila.anade(componente);
         }
     });
-    cadena_w resultado = cadena_w::con_sitio(ruta.size());
-    std::size_t largo = 0;
-    const bool relativa = !es_separador(ruta.front());
-    for (const vista_w componente : pila) {
-        if (largo > 0 || !relativa) {
-            resultado.datos()[largo++] = L'\\';
-        }
-        rasgos_utf16::copy(resultado.datos() + largo, componente.data(), componente.size());
-        largo += componente.size();
-    }
-    resultado.acorta(largo);
-    return resultado;
+    const bool relativa = pila.empty() || !es_separador(ruta.front());
+    return i_ruta_bajo(relativa ? vista_w() : vista_w(L"\\"), pila.size(),
+                       [&](std::size_t i) { return pila[i]; });
 }
 
 // A level of a path: as messages show it, and as the system is given it.
@@ -195,35 +168,34 @@ std::size_t i_niveles_existentes(escalera& camino) noexcept {
 // Whatever the code of the failure, the level may be there: made by somebody who was quicker, or a root or a share
 // that refuses the creation of what it has. And a system may say that it made what no directory will be (the name of
 // a device).
-bool i_crea_o_existe(const ruta_fijada& ruta, bool es_el_ultimo, DWORD* codigo) noexcept {
-    const bool creado = lmlongpath_CreateDirectoryW(ruta, nullptr, codigo) != FALSE;
-    if (creado && !es_el_ultimo) {
-        return true;
+desenlace i_crea_o_existe(const ruta_fijada& ruta, bool es_el_ultimo) noexcept {
+    const desenlace creado = lmlongpath_CreateDirectoryW(ruta);
+    if (creado.hecho && !es_el_ultimo) {
+        return creado;
     }
     const existencia que_hay = i_existencia(ruta);
     if (i_vale(que_hay, es_el_ultimo)) {
-        return true;
+        return {true, ERROR_SUCCESS};
     }
-    if (!creado) {
-        return !es_el_ultimo && *codigo == ERROR_ALREADY_EXISTS;
+    if (!creado.hecho) {
+        return {!es_el_ultimo && creado.codigo == ERROR_ALREADY_EXISTS, creado.codigo};
     }
-    *codigo = que_hay.hay() ? DWORD{ERROR_DIRECTORY} : que_hay.codigo;
-    return que_hay.cual == existencia::estado::no_se_sabe;
+    return {que_hay.cual == existencia::estado::no_se_sabe,
+            que_hay.hay() ? DWORD{ERROR_DIRECTORY} : que_hay.codigo};
 }
 
 // `se_sabe_que_falta`: the first attempt need not ask.
 bool i_crea_nivel(const nivel& escalon, bool se_sabe_que_falta, bool informa) {
     const ruta_fijada ruta(escalon.fijado);
-    DWORD codigo = 0;
     return i_insiste(
         informa,
         [&] {
-            const bool pregunta = !se_sabe_que_falta;
-            se_sabe_que_falta = false;
-            return (pregunta && i_vale(i_existencia(ruta), escalon.es_el_ultimo)) ||
-                   i_crea_o_existe(ruta, escalon.es_el_ultimo, &codigo);
+            const bool pregunta = !std::exchange(se_sabe_que_falta, false);
+            return pregunta && i_vale(i_existencia(ruta), escalon.es_el_ultimo)
+                       ? desenlace{true, ERROR_SUCCESS}
+                       : i_crea_o_existe(ruta, escalon.es_el_ultimo);
         },
-        codigo, [&] { return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}); });
+        [&] { return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {escalon.mostrado}); });
 }
 
 bool i_sube(escalera& camino, bool informa) {

@@ -116,13 +116,11 @@ private:
     // The entry of that very name or, where there is none, of the name in another letter case.
     bool i_busca(vista_w nombre, entradas_guardadas& encontrada) {
         lector_de_directorio entradas(eslabones_.back()->directorio);
-        entrada_leida entrada;
-        while (entradas.siguiente(&entrada)) {
-            if (entrada.nombre == nombre ||
-                (encontrada.num() == 0 && i_mismo_nombre(entrada.nombre, nombre))) {
-                const bool es_esa = entrada.nombre == nombre;
+        while (const entrada_leida* entrada = entradas.siguiente()) {
+            const bool es_esa = entrada->nombre == nombre;
+            if (es_esa || (encontrada.num() == 0 && i_mismo_nombre(entrada->nombre, nombre))) {
                 encontrada.vacia();
-                encontrada.guarda(entrada);
+                encontrada.guarda(*entrada);
                 if (es_esa) {
                     return true;
                 }
@@ -132,9 +130,8 @@ private:
     }
     static bool i_esta_vacio(directorio_abierto& directorio) {
         lector_de_directorio entradas(directorio);
-        entrada_leida entrada;
-        while (entradas.siguiente(&entrada)) {
-            if (!entrada.es_directorio() || !empieza_por(entrada.nombre, L".")) {
+        while (const entrada_leida* entrada = entradas.siguiente()) {
+            if (!entrada->es_directorio() || !empieza_por(entrada->nombre, L".")) {
                 return false;
             }
         }
@@ -164,9 +161,9 @@ std::size_t i_niveles_entre(vista_w completa, vista_w base) noexcept {
     }
     std::size_t niveles = 0;
     bool en_nombre = false;
-    for (const wchar_t unidad : completa.substr(base.size())) {
-        niveles += unidad != L'\\' && !en_nombre ? 1 : 0;
-        en_nombre = unidad != L'\\';
+    for (const wchar_t c : completa.substr(base.size())) {
+        niveles += c != L'\\' && !en_nombre ? 1 : 0;
+        en_nombre = c != L'\\';
     }
     return niveles;
 }
@@ -187,22 +184,23 @@ public:
         cortado_ = con_unidad ? 2 : 0;
         const cadena_w texto =
             de_raiz ? cadena_w(L"\\") : concatena<wchar_t>({directorio.substr(0, cortado_), L"."});
-        lugar_ = lmlongpath_forma_completa(texto.c_str());
+        directorio_ = lmlongpath_forma_completa(texto.c_str());
     }
 
     // The full form of the directory, or of what it begins with.
     cadena_w completa(vista_w texto) const {
         const vista_w resto = texto.substr(std::min(cortado_, texto.size()));
-        const bool es_unidad = lugar_.es_nula() && acaba_en(texto, L":");
-        const cadena_w entero = lugar_.es_nula()
-                                    ? concatena<wchar_t>({texto, es_unidad ? L"\\" : L""})
-                                    : concatena<wchar_t>({i_sin_separadores_finales(lugar_), L"\\", resto});
+        const bool es_unidad = directorio_.es_nula() && acaba_en(texto, L":");
+        const cadena_w entero =
+            directorio_.es_nula()
+                ? concatena<wchar_t>({texto, es_unidad ? L"\\" : L""})
+                : concatena<wchar_t>({i_sin_separadores_finales(directorio_), L"\\", resto});
         return lmlongpath_forma_completa(entero.c_str());
     }
 
 private:
     std::size_t cortado_ = 0;
-    cadena_w lugar_;
+    cadena_w directorio_;
 };
 
 // Cuts the last directories off a full path that bears no separator at its end.

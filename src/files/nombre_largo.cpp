@@ -4,6 +4,7 @@
 #include <shlobj.h>
 
 #include <atomic>
+#include <utility>
 
 #include "companions/lmlongpath.hpp"
 #include "companions/sin_dialogos.hpp"
@@ -31,50 +32,36 @@ DWORD WINAPI i_elige_y_pregunta(const wchar_t* corto, wchar_t* largo, DWORD siti
     return i_nombre_largo_del_escritorio(corto, largo, sitio);
 }
 
-// Owner of a COM object.
+struct suelta_interfaz {
+    template <class T>
+    void operator()(T* puntero) const noexcept {
+        puntero->Release();
+    }
+};
+// A COM object; NULL when the system does not give it.
 template <class T>
-class interfaz {
-public:
-    interfaz() noexcept = default;
-    interfaz(const interfaz&) = delete;
-    interfaz& operator=(const interfaz&) = delete;
-    ~interfaz() {
-        if (puntero_ != nullptr) {
-            puntero_->Release();
-        }
-    }
-    T** sitio() noexcept { return &puntero_; }
-    T* operator->() const noexcept { return puntero_; }
+duenyo<T, suelta_interfaz> i_pide(HRESULT(WINAPI* pregunta)(T**)) noexcept {
+    T* puntero = nullptr;
+    const bool dado = SUCCEEDED(pregunta(&puntero));
+    duenyo<T, suelta_interfaz> suyo(puntero);
+    return dado ? std::move(suyo) : duenyo<T, suelta_interfaz>();
+}
 
-private:
-    T* puntero_ = nullptr;
-};
-
-// Item list of the shell for a full path, with the allocator that frees it.
-class elemento {
-public:
-    explicit elemento(wchar_t* completa) noexcept {
-        interfaz<IShellFolder> carpeta;
-        if (SUCCEEDED(sistema.SHGetMalloc(asignador_.sitio())) &&
-            SUCCEEDED(sistema.SHGetDesktopFolder(carpeta.sitio()))) {
-            carpeta->ParseDisplayName(nullptr, nullptr, completa, nullptr, &lista_, nullptr);
-        }
+// The shell's path for a full one.
+bool i_ruta_del_escritorio(wchar_t* completa, wchar_t (&texto)[sitio_clasico]) noexcept {
+    const auto asignador = i_pide(sistema.SHGetMalloc);
+    const auto carpeta = asignador == nullptr ? nullptr : i_pide(sistema.SHGetDesktopFolder);
+    if (carpeta == nullptr) {
+        return false;
     }
-    elemento(const elemento&) = delete;
-    elemento& operator=(const elemento&) = delete;
-    ~elemento() {
-        if (lista_ != nullptr) {
-            asignador_->Free(lista_);
-        }
+    PIDLIST_RELATIVE lista = nullptr;
+    carpeta->ParseDisplayName(nullptr, nullptr, completa, nullptr, &lista, nullptr);
+    const bool hay = lista != nullptr && sistema.SHGetPathFromIDListW(lista, texto);
+    if (lista != nullptr) {
+        asignador->Free(lista);
     }
-    bool ruta(wchar_t (&texto)[sitio_clasico]) const noexcept {
-        return lista_ != nullptr && sistema.SHGetPathFromIDListW(lista_, texto);
-    }
-
-private:
-    interfaz<IMalloc> asignador_;
-    PIDLIST_RELATIVE lista_ = nullptr;
-};
+    return hay;
+}
 
 DWORD i_falla(DWORD codigo) noexcept {
     ::SetLastError(codigo);
@@ -105,7 +92,7 @@ DWORD WINAPI i_nombre_largo_del_escritorio(const wchar_t* corto, wchar_t* largo,
         return i_falla(ERROR_BUFFER_OVERFLOW);
     }
     wchar_t texto[sitio_clasico];
-    if (!elemento(completa).ruta(texto)) {
+    if (!i_ruta_del_escritorio(completa, texto)) {
         return i_falla(ERROR_PATH_NOT_FOUND);
     }
     const vista_w encontrada(texto);

@@ -7,14 +7,6 @@
 
 namespace interno {
 
-// How one attempt ended. A failure stays one even when the system has no code for it.
-struct desenlace {
-    bool hecho;
-    DWORD codigo;
-
-    bool ya_no_esta() const noexcept { return !hecho && i_dice_que_falta(codigo); }
-};
-
 class objetivo {
 public:
     virtual desenlace borra() = 0;
@@ -32,37 +24,20 @@ protected:
     ~objetivo() = default;
 };
 
-class objetivo_por_ruta : public objetivo {
+class objetivo_por_ruta final : public objetivo {
 public:
-    explicit objetivo_por_ruta(const ruta_fijada& ruta) noexcept : ruta_(ruta) {}
+    // A file or a directory: which call deletes it.
+    objetivo_por_ruta(const ruta_fijada& ruta, desenlace (*con)(const ruta_fijada&) noexcept) noexcept
+        : ruta_(ruta), borra_(con) {}
 
+    desenlace borra() override { return borra_(ruta_); }
     existencia mira() override { return i_existencia(ruta_); }
-    bool protege(int modo) override { return lmlongpath_wchmod(ruta_, modo) == 0; }
+    bool protege(int modo) override { return lmlongpath_wchmod(ruta_, modo); }
     const wchar_t* texto() override { return ruta_.dada(); }
 
-protected:
-    ~objetivo_por_ruta() = default;
+private:
     const ruta_fijada& ruta_;
-};
-
-class fichero_por_ruta final : public objetivo_por_ruta {
-public:
-    using objetivo_por_ruta::objetivo_por_ruta;
-    desenlace borra() override {
-        DWORD codigo = ERROR_SUCCESS;
-        const bool hecho = lmlongpath_DeleteFileW(ruta_, &codigo) != FALSE;
-        return {hecho, codigo};
-    }
-};
-
-class directorio_por_ruta final : public objetivo_por_ruta {
-public:
-    using objetivo_por_ruta::objetivo_por_ruta;
-    desenlace borra() override {
-        DWORD codigo = ERROR_SUCCESS;
-        const bool hecho = lmlongpath_RemoveDirectoryW(ruta_, &codigo) != FALSE;
-        return {hecho, codigo};
-    }
+    desenlace (*borra_)(const ruta_fijada&) noexcept;
 };
 
 // An entry of an open directory; its name is kept elsewhere, terminated.
@@ -76,25 +51,11 @@ public:
         const bool es_otra_falta = i_dice_que_falta(codigo) && !i_dice_que_se_ha_ido(codigo);
         return {codigo == ERROR_SUCCESS, es_otra_falta ? DWORD{ERROR_CANT_ACCESS_FILE} : codigo};
     }
-    existencia mira() override {
-        DWORD atributos;
-        const DWORD codigo = directorio_.lee_atributos(entrada_, &atributos);
-        if (codigo == ERROR_SUCCESS) {
-            return {existencia::estado::hay, ERROR_SUCCESS, atributos};
-        }
-        // It is there and cannot be asked: its entry has told.
-        if (codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION) {
-            return {existencia::estado::hay, ERROR_SUCCESS, entrada_.atributos};
-        }
-        return {i_dice_que_se_ha_ido(codigo) ? existencia::estado::falta : existencia::estado::no_se_sabe,
-                codigo, INVALID_FILE_ATTRIBUTES};
-    }
+    existencia mira() override { return directorio_.mira(entrada_); }
     bool protege(int modo) override {
         const existencia antes = mira();
-        const DWORD despues = modo == modo_lectura
-                                  ? antes.atributos | FILE_ATTRIBUTE_READONLY
-                                  : antes.atributos & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
-        return antes.hay() && directorio_.pon_atributos(entrada_, despues) == ERROR_SUCCESS;
+        return antes.hay() &&
+               directorio_.pon_atributos(entrada_, i_con_proteccion(antes.atributos, modo)) == ERROR_SUCCESS;
     }
     const wchar_t* texto() override { return entrada_.nombre.data(); }
 

@@ -15,12 +15,7 @@ namespace interno {
 namespace {
 
 constexpr DWORD acceso_de_prueba = GENERIC_READ | GENERIC_WRITE;
-
-// Alone: a file that is open in another program counts as not writable.
-manija_fichero i_abre_a_solas(const ruta_fijada& fichero, DWORD acceso, DWORD disposicion,
-                              DWORD* codigo) noexcept {
-    return lmlongpath_CreateFileW(fichero, acceso, 0, nullptr, disposicion, 0, nullptr, codigo);
-}
+constexpr DWORD a_solas = 0;  // a file that is open in another program counts as not writable
 
 // A file system may refuse the right to delete to somebody who may create.
 bool i_puede_ser_por_borrar(DWORD codigo) noexcept {
@@ -34,33 +29,32 @@ unsigned long long i_numero_callado(HANDLE abierto) noexcept {
 }
 
 unsigned long long i_numero_de(const ruta_fijada& fichero) noexcept {
-    const manija_fichero abierto = lmlongpath_CreateFileW(
-        fichero, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-        OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
+    const fichero_abierto abierto = lmlongpath_CreateFileW(
+        fichero, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
+        FILE_FLAG_OPEN_REPARSE_POINT);
     return abierto.valida() ? i_numero_callado(abierto.get()) : 0;
 }
 
 bool i_se_ira_al_cerrar(HANDLE creado) noexcept {
     const sin_dialogos callado;
-    FILE_DISPOSITION_INFO marca = {TRUE};
-    return sistema.SetFileInformationByHandle(creado, FileDispositionInfo, &marca, sizeof marca) != FALSE;
+    FILE_DISPOSITION_INFO borrado = {TRUE};
+    return sistema.SetFileInformationByHandle(creado, FileDispositionInfo, &borrado, sizeof borrado) != FALSE;
 }
 
 // Creates what is missing and takes it away again by the handle that made it: whoever puts a file of his own there
 // meanwhile keeps it. Where the mark is refused, the name is all there is to delete by: if it still names that file.
 motivo i_prueba_a_crear(const ruta_fijada& fichero) {
-    DWORD codigo = ERROR_SUCCESS;
-    manija_fichero creado = i_abre_a_solas(fichero, acceso_de_prueba | DELETE, CREATE_NEW, &codigo);
-    if (!creado.valida() && i_puede_ser_por_borrar(codigo)) {
-        creado = i_abre_a_solas(fichero, acceso_de_prueba, CREATE_NEW, &codigo);
+    fichero_abierto creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba | DELETE, a_solas, CREATE_NEW);
+    if (!creado.valida() && i_puede_ser_por_borrar(creado.codigo)) {
+        creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas, CREATE_NEW);
     }
     if (!creado.valida()) {
-        return plataforma::strgetlasterror_texto_cod_error(codigo);
+        return plataforma::strgetlasterror_texto_cod_error(creado.codigo);
     }
     const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero_callado(creado.get());
     creado.cierra();
     if (numero != 0 && i_numero_de(fichero) == numero) {
-        lmlongpath_DeleteFileW(fichero, nullptr);
+        lmlongpath_DeleteFileW(fichero);
     }
     return {};
 }
@@ -76,10 +70,8 @@ motivo i_prueba_escritura(const ruta_fijada& fichero) {
         return i_prueba_a_crear(fichero);
     }
     // What cannot be told to be missing is opened, never created.
-    DWORD codigo = ERROR_SUCCESS;
-    return i_abre_a_solas(fichero, acceso_de_prueba, OPEN_EXISTING, &codigo).valida()
-               ? motivo()
-               : plataforma::strgetlasterror_texto_cod_error(codigo);
+    const fichero_abierto abierto = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas);
+    return abierto.valida() ? motivo() : plataforma::strgetlasterror_texto_cod_error(abierto.codigo);
 }
 
 namespace {
@@ -98,7 +90,7 @@ bool i_se_crea_una_sonda(const ruta_fijada& directorio) {
 }
 
 // What leads back out of a directory does not want that directory made: the system's form has it no longer.
-cadena_w i_sin_retrocesos(const ruta_fijada& directorio) {
+cadena_w i_con_retrocesos_resueltos(const ruta_fijada& directorio) {
     const vista_w forma(directorio.c_str());
     return forma.find(L"..") == vista_w::npos ? cadena_w(forma) : lmlongpath_forma_completa(directorio);
 }
@@ -107,7 +99,7 @@ cadena_w i_sin_retrocesos(const ruta_fijada& directorio) {
 
 motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
-    const cadena_w forma = i_sin_retrocesos(de_sonda.c_str());
+    const cadena_w forma = i_con_retrocesos_resueltos(de_sonda.c_str());
     const ruta_fijada fijado(forma.c_str());
     if (se_crea && !i_crea_directorios(fijado.c_str(), true, false)) {
         return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {mostrado});

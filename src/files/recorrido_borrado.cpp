@@ -38,17 +38,14 @@ const wchar_t* entrada_de_arbol::texto() {
 }
 
 desenlace raiz_de_arbol::borra() {
-    DWORD codigo = ERROR_SUCCESS;
     if (i_se_ha_entrado(como_)) {
-        codigo = arbol_.borra_raiz();
+        const DWORD codigo = arbol_.borra_raiz();
         return {codigo == ERROR_SUCCESS, codigo};
     }
     if (como_ == llegada::falta || i_se_recorta(vista_w(arbol_.raiz().ruta().dada()))) {
         return {false, arbol_.codigo()};
     }
-    // A link goes itself.
-    const bool hecho = lmlongpath_RemoveDirectoryW(arbol_.raiz().ruta(), &codigo) != FALSE;
-    return {hecho, codigo};
+    return lmlongpath_RemoveDirectoryW(arbol_.raiz().ruta());  // a link goes itself
 }
 
 existencia raiz_de_arbol::mira() {

@@ -41,8 +41,8 @@ public:
     desenlace borra() override;
     existencia mira() override;
     bool protege(int modo) override {
-        return i_se_ha_entrado(como_) ? arbol_.protege_raiz(modo == modo_lectura)
-                                      : lmlongpath_wchmod(arbol_.raiz().ruta(), modo) == 0;
+        return i_se_ha_entrado(como_) ? arbol_.protege_raiz(modo)
+                                      : lmlongpath_wchmod(arbol_.raiz().ruta(), modo);
     }
     const wchar_t* texto() override { return arbol_.raiz().dada().data(); }
 

@@ -14,12 +14,15 @@ bool i_cambia_proteccion(objetivo& fichero, int modo, bool informa) noexcept {
     const ConstructorMensaje motivo = modo == modo_lectura ? i_msg_53961_no_se_puede_proteger_fichero
                                                            : i_msg_53962_no_se_puede_desproteger_fichero;
     return i_insiste(
-        informa, [&] { return fichero.protege(modo); }, ERROR_SUCCESS,
+        informa,
+        [&] {
+            return desenlace{fichero.protege(modo), ERROR_SUCCESS};
+        },
         [&] { return i_mensaje(motivo, {fichero.texto()}); });
 }
 
 bool i_cambia_proteccion(const ruta_fijada& ruta, int modo, bool informa) noexcept {
-    fichero_por_ruta fichero(ruta);
+    objetivo_por_ruta fichero(ruta, lmlongpath_DeleteFileW);
     return i_cambia_proteccion(fichero, modo, informa);
 }
 
@@ -30,10 +33,12 @@ void i_desprotege_si_existe(const ruta_fijada& fichero) noexcept {
 }
 
 void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWORD negativa) {
-    DWORD codigo = negativa;
     i_insiste(
-        true, [&] { return negativa == ERROR_SUCCESS && lmlongpath_RenameFileW(viejo, nuevo, &codigo); },
-        codigo,
+        true,
+        [&] {
+            return negativa == ERROR_SUCCESS ? lmlongpath_RenameFileW(viejo, nuevo)
+                                             : desenlace{false, negativa};
+        },
         [&] {
             const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
             return copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, viejo.dada(), nuevo.dada()});

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "companions/arr.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmaviso.hpp"
 #include "companions/lmlongpath.hpp"
@@ -15,7 +16,7 @@
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
-#include "system/lumoreg.hpp"
+#include "system/lumoreg_valores.hpp"
 
 namespace interno {
 namespace {
@@ -93,27 +94,33 @@ cadena_w i_directorio_temporal_dado() {
     return directorio;
 }
 
-// A new empty file of a name that the system chooses; a NULL string on failure, the code being the reason.
-cadena_w i_fichero_del_sistema(const wchar_t* directorio, const wchar_t* prefijo, DWORD* codigo) {
+// A new empty file, or why there is none.
+struct fichero_nuevo {
+    cadena_w nombre;
+    DWORD codigo;
+};
+
+// The system chooses the name.
+fichero_nuevo i_fichero_del_sistema(const wchar_t* directorio, const wchar_t* prefijo) {
     if (!i_deja_sitio(a_vista(directorio))) {
-        *codigo = ERROR_PATH_NOT_FOUND;
-        return {};
+        return {{}, ERROR_PATH_NOT_FOUND};
     }
     // Not every system ends a name that fills its room.
     wchar_t nombre[2 * MAX_PATH] = {};
     const sin_dialogos callado;
-    const UINT unico = sistema.GetTempFileNameW(directorio, prefijo, 0, nombre);
-    *codigo = unico == 0 ? ::GetLastError() : ERROR_SUCCESS;
-    return unico == 0 ? cadena_w() : cadena_w(vista_w(nombre).substr(0, MAX_PATH - 1));
+    if (sistema.GetTempFileNameW(directorio, prefijo, 0, nombre) == 0) {
+        return {{}, ::GetLastError()};
+    }
+    return {cadena_w(vista_w(nombre).substr(0, MAX_PATH - 1)), ERROR_SUCCESS};
 }
 
 // The same, insisting; the code is that of the last failure.
-cadena_w i_insiste_con_prefijo(const ruta_fijada& directorio, const wchar_t* prefijo, DWORD* codigo) {
-    cadena_w nombre;
-    for (unsigned i = 0; i < intentos_por_prefijo && nombre.es_nula(); ++i) {
-        nombre = i_fichero_del_sistema(directorio.c_str(), prefijo, codigo);
+fichero_nuevo i_insiste_con_prefijo(const ruta_fijada& directorio, const wchar_t* prefijo) {
+    fichero_nuevo creado = {};
+    for (unsigned i = 0; i < intentos_por_prefijo && creado.nombre.es_nula(); ++i) {
+        creado = i_fichero_del_sistema(directorio.c_str(), prefijo);
     }
-    return nombre;
+    return creado;
 }
 
 // What happened, why, and what to do about it.
@@ -133,8 +140,8 @@ public:
     fichero_unico& operator=(const fichero_unico&) = delete;
     // What could not be used goes at the end: while it stands, the system cannot offer it again.
     ~fichero_unico() {
-        for (std::size_t i = 0; i < descartados_->num(); ++i) {
-            i_borra_fichero(descartados_->texto(i), nullptr, true);
+        for (std::size_t i = 0; i < descartados_.num(); ++i) {
+            i_borra_fichero(descartados_.texto(i), nullptr, true);
         }
     }
 
@@ -151,7 +158,7 @@ public:
             if (i_es_la_del_sistema() || i_renombra(temporal, i_candidato(directorio_.c_str(), nombre))) {
                 return candidato;
             }
-            descartados_->anade(std::move(temporal));
+            descartados_.anade(std::move(temporal));
         }
         error_interno("contador < 150");
         return candidato;
@@ -161,8 +168,7 @@ private:
     cadena_w i_temporal(unsigned contador) {
         wchar_t prefijo[] = L"LUMO";
         prefijo[2] = contador < candidatos_con_letra ? static_cast<wchar_t>(L'A' + contador) : L'0';
-        DWORD codigo;
-        cadena_w temporal = i_fichero_del_sistema(directorio_.c_str(), prefijo, &codigo);
+        cadena_w temporal = i_fichero_del_sistema(directorio_.c_str(), prefijo).nombre;
         i_comprueba_con(!temporal.es_nula(), "resp != 0", directorio_.dada());
         return temporal;
     }
@@ -180,11 +186,12 @@ private:
     // A program that looks at every new file holds this one for a moment; another name would fare no better.
     bool i_renombra(const cadena_w& temporal, const cadena_w& candidato) {
         for (unsigned i = 1;; ++i) {
-            DWORD codigo = ERROR_SUCCESS;
-            if (lmlongpath_RenameFileW(temporal.c_str(), candidato.c_str(), &codigo)) {
+            const desenlace fin = lmlongpath_RenameFileW(temporal.c_str(), candidato.c_str());
+            if (fin.hecho) {
                 return true;
             }
-            const bool lo_sujetan = codigo == ERROR_ACCESS_DENIED || codigo == ERROR_SHARING_VIOLATION;
+            const bool lo_sujetan =
+                fin.codigo == ERROR_ACCESS_DENIED || fin.codigo == ERROR_SHARING_VIOLATION;
             if (!lo_sujetan || i == intentos_por_nombre || esperas_ == max_esperas) {
                 return false;  // the name is taken (183, 80), or nothing can be done
             }
@@ -196,7 +203,7 @@ private:
     unsigned esperas_ = 0;
     ruta_fijada directorio_;
     vista_w extension_;
-    objeto<ArrCADENA_u> descartados_ = objeto<ArrCADENA_u>::crea();
+    lista_textos<wchar_t> descartados_;
 };
 
 }  // namespace
@@ -208,21 +215,21 @@ cadena_w i_directorio_temporal() {
 cadena_w i_crea_fichero_temporal() {
     const cadena_w directorio = i_directorio_temporal_dado();
     const ruta_fijada fijado(directorio.c_str());
-    DWORD codigo = ERROR_SUCCESS;
-    cadena_w nombre = i_insiste_con_prefijo(fijado, prefijo_primero, &codigo);
-    if (nombre.es_nula()) {
+    fichero_nuevo creado = i_insiste_con_prefijo(fijado, prefijo_primero);
+    if (creado.nombre.es_nula()) {
         // In service mode too: nothing that needs a temporary file works until somebody mends this.
-        const cadena_w aviso = i_tres_frases(
-            directorio, codigo, i_mensaje(i_msg_402847_borrar_ficheros_o_modificar_temp, {directorio}));
+        const cadena_w aviso =
+            i_tres_frases(directorio, creado.codigo,
+                          i_mensaje(i_msg_402847_borrar_ficheros_o_modificar_temp, {directorio}));
         lmaviso_aviso_interno_como_error_u(aviso.c_str());
-        nombre = i_insiste_con_prefijo(fijado, prefijo_segundo, &codigo);
+        creado = i_insiste_con_prefijo(fijado, prefijo_segundo);
     }
-    if (nombre.es_nula()) {
+    if (creado.nombre.es_nula()) {
         error_interno_liberando_mensaje_u(
-            i_tres_frases(directorio, codigo, i_mensaje(i_msg_385692_modificar_variable_temp)));
+            i_tres_frases(directorio, creado.codigo, i_mensaje(i_msg_385692_modificar_variable_temp)));
         return cadena_w(vista_w());
     }
-    return i_path_largo(nombre.c_str());
+    return i_path_largo(creado.nombre.c_str());
 }
 
 cadena_w i_crea_fichero_temporal_con_ext(vista_w ext) {

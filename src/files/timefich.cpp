@@ -22,58 +22,54 @@ constexpr unsigned intentos_de_lectura = 5;
 constexpr unsigned long espera_entre_lecturas_ms = 100;
 
 // The only dates that cannot be converted are those that do not fit: trying again would not help.
-bool i_a_local(const FILETIME& utc, FILETIME* local) noexcept {
-    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, local) != FALSE, "resp != FALSE");
+std::optional<FILETIME> i_a_local(const FILETIME& utc) noexcept {
+    FILETIME local;
+    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, &local) != FALSE, "resp != FALSE")
+               ? std::optional(local)
+               : std::nullopt;
 }
 
-bool i_a_utc(const FILETIME& local, FILETIME* utc) noexcept {
-    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, utc) != FALSE, "resp != FALSE");
+std::optional<FILETIME> i_a_utc(const FILETIME& local) noexcept {
+    FILETIME utc;
+    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, &utc) != FALSE, "resp != FALSE")
+               ? std::optional(utc)
+               : std::nullopt;
 }
 
-// The modification date in UTC, for the readers of time values.
-bool i_lee_modificacion(const wchar_t* fichero, si_falta entonces, unsigned int* codigo_error,
-                        FILETIME* modificacion) noexcept {
-    FILETIME creacion;
-    FILETIME acceso;
-    if (i_lee_fechas(fichero, &creacion, &acceso, modificacion, codigo_error)) {
-        return true;
-    }
-    if (entonces == si_falta::informa && fichero != nullptr) {
+// For the readers of time values, which may have to report a missing file.
+datos_de_fichero i_lee_fechas_para_valor(const wchar_t* fichero, si_falta entonces) noexcept {
+    const datos_de_fichero datos = i_lee_fechas(fichero);
+    if (!datos.leidos() && entonces == si_falta::informa && fichero != nullptr) {
         error_interno_liberando_mensaje_u(i_mensaje(i_msg_74876_no_existe_fichero_sin_comillas, {fichero}));
     }
-    return false;
+    return datos;
 }
 
-BOOL i_pon_fechas(HANDLE abierto, const FILETIME* creacion, const FILETIME* modificacion,
-                  DWORD* codigo) noexcept {
+desenlace i_pon_fechas(HANDLE abierto, const fechas& utc) noexcept {
+    const auto dada = [](const std::optional<FILETIME>& fecha) { return fecha ? &*fecha : nullptr; };
     const sin_dialogos callado;
     ::SetLastError(ERROR_SUCCESS);
-    const BOOL asignadas = sistema.SetFileTime(abierto, creacion, nullptr, modificacion);
-    *codigo = ::GetLastError();
-    return asignadas;
+    const bool hecho =
+        sistema.SetFileTime(abierto, dada(utc.creacion), nullptr, dada(utc.modificacion)) != FALSE;
+    return {hecho, ::GetLastError()};
 }
 
 // One attempt. Opened alone: a program that is still writing the file would date it again.
-bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
-                       DWORD* codigo) noexcept {
-    manija_fichero abierto =
-        lmlongpath_CreateFileW(fichero, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr, codigo);
+desenlace i_intenta_asignar(const ruta_fijada& fichero, const fechas& utc) noexcept {
+    fichero_abierto abierto = lmlongpath_CreateFileW(fichero, GENERIC_WRITE, 0);
     if (!abierto.valida()) {
-        return false;
+        return {false, abierto.codigo};
     }
-    const BOOL asignadas = i_pon_fechas(abierto.get(), creacion, modificacion, codigo);
-    if (asignadas) {
-        i_comprueba_con(abierto.cierra() != FALSE, "resp != FALSE", a_vista(fichero.dada()));
+    const desenlace asignadas = i_pon_fechas(abierto.get(), utc);
+    if (asignadas.hecho) {
+        i_comprueba_con(abierto.cierra(), "resp != FALSE", a_vista(fichero.dada()));
     }
-    return asignadas != FALSE;
+    return asignadas;
 }
 
-// The dates are in UTC; NULL leaves one as it is.
-bool i_asigna_fechas(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
-                     bool informar) noexcept {
-    DWORD codigo = ERROR_SUCCESS;
+bool i_asigna_fechas(const ruta_fijada& fichero, const fechas& utc, bool informar) noexcept {
     return i_insiste(
-        informar, [&] { return i_intenta_asignar(fichero, creacion, modificacion, &codigo); }, codigo,
+        informar, [&] { return i_intenta_asignar(fichero, utc); },
         [&] { return i_mensaje(i_msg_158391_no_se_puede_abrir_para_cambiar_fecha, {fichero.dada()}); });
 }
 
@@ -83,109 +79,91 @@ constexpr bool i_es_asignable(const FILETIME& fecha) noexcept {
     return i_intervalos(fecha) > 0;
 }
 
-bool i_utc_de_valor(long long valor, FILETIME* utc) noexcept {
-    return i_filetime_de_segundos(valor, *utc) && i_es_asignable(*utc);
+std::optional<FILETIME> i_si_es_asignable(std::optional<FILETIME> fecha) noexcept {
+    return fecha && i_es_asignable(*fecha) ? fecha : std::nullopt;
 }
 
-bool i_utc_de_local(const FILETIME& local, FILETIME* utc) noexcept {
-    return i_a_utc(local, utc) && i_es_asignable(*utc);
+std::optional<FILETIME> i_utc_de_local(const FILETIME& local) noexcept {
+    return i_si_es_asignable(i_a_utc(local));
 }
 
-bool i_utc_de_valor_local(long long valor, FILETIME* utc) noexcept {
-    FILETIME local;
-    return valor <= max_segundos_filetime && i_filetime_de_segundos(valor + segundos_convenio_local, local) &&
-           i_utc_de_local(local, utc);
-}
-
-// The dates in UTC, patiently: a scanner or a slow share may keep the file busy for a moment.
-bool i_lee_insistiendo(const ruta_fijada& fichero, FILETIME* creacion, FILETIME* modificacion) noexcept {
-    FILETIME acceso;
-    bool ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
-    for (unsigned intento = 1; !ok && intento < intentos_de_lectura; ++intento) {
-        plataforma::duerme_ms(espera_entre_lecturas_ms);
-        ok = i_lee_fechas(fichero, creacion, &acceso, modificacion, nullptr);
+// Each date that there is; nothing when one of them cannot be converted.
+std::optional<fechas> i_convierte(const fechas& de,
+                                  std::optional<FILETIME> (*convierte)(const FILETIME&) noexcept) noexcept {
+    fechas convertidas;
+    for (const auto cual : {&fechas::creacion, &fechas::modificacion}) {
+        if (de.*cual) {
+            convertidas.*cual = convierte(*(de.*cual));
+            if (!(convertidas.*cual)) {
+                return {};
+            }
+        }
     }
-    return i_comprueba_con(ok, "ok == CIERTO", a_vista(fichero.dada()));
+    return convertidas;
+}
+
+// Patiently: a scanner or a slow share may keep the file busy for a moment.
+datos_de_fichero i_lee_insistiendo(const ruta_fijada& fichero) noexcept {
+    datos_de_fichero datos = i_lee_fechas(fichero);
+    for (unsigned intento = 1; !datos.leidos() && intento < intentos_de_lectura; ++intento) {
+        plataforma::duerme_ms(espera_entre_lecturas_ms);
+        datos = i_lee_fechas(fichero);
+    }
+    i_comprueba_con(datos.leidos(), "ok == CIERTO", a_vista(fichero.dada()));
+    return datos;
 }
 
 }  // namespace
 
-bool i_lee_fechas(const ruta_fijada& fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
-                  FILETIME* fecha_modificacion, unsigned int* codigo_error) noexcept {
-    const bool preguntable = i_comprueba(fichero.dada() != nullptr, "(fichero) != NULL") &&
-                             i_comprueba(fecha_creacion != nullptr, "(fecha_creacion) != NULL") &&
-                             i_comprueba(fecha_acceso != nullptr, "(fecha_acceso) != NULL") &&
-                             i_comprueba(fecha_modificacion != nullptr, "(fecha_modificacion) != NULL");
-    WIN32_FILE_ATTRIBUTE_DATA datos;
-    const bool leidas = preguntable && lmlongpath_GetFileAttributesExW(fichero, &datos) != FALSE;
-    if (codigo_error != nullptr) {
-        *codigo_error = leidas ? ERROR_SUCCESS : preguntable ? ::GetLastError() : ERROR_INVALID_PARAMETER;
-    }
-    if (!leidas) {
-        return false;
-    }
-    *fecha_creacion = datos.ftCreationTime;
-    *fecha_acceso = datos.ftLastAccessTime;
-    *fecha_modificacion = datos.ftLastWriteTime;
-    return true;
+datos_de_fichero i_lee_fechas(const ruta_fijada& fichero) noexcept {
+    return i_comprueba(fichero.dada() != nullptr, "(fichero) != NULL")
+               ? lmlongpath_GetFileAttributesExW(fichero)
+               : datos_de_fichero{{}, ERROR_INVALID_PARAMETER};
 }
 
-long long i_lee_valor_utc(const wchar_t* fichero, si_falta entonces, unsigned int* codigo_error) noexcept {
-    FILETIME modificacion;
-    return i_lee_modificacion(fichero, entonces, codigo_error, &modificacion)
-               ? i_segundos_desde_1970(modificacion)
-               : sin_fecha;
+valor_leido i_lee_valor_utc(const wchar_t* fichero, si_falta entonces) noexcept {
+    const datos_de_fichero datos = i_lee_fechas_para_valor(fichero, entonces);
+    return {datos.leidos() ? i_segundos_desde_1970(datos.ftLastWriteTime) : sin_fecha, datos.codigo};
 }
 
 long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept {
-    FILETIME modificacion;
-    FILETIME local;
-    return i_lee_modificacion(fichero, entonces, nullptr, &modificacion) && i_a_local(modificacion, &local)
-               ? i_segundos_desde_1970(local) - segundos_convenio_local
-               : sin_fecha;
+    const datos_de_fichero datos = i_lee_fechas_para_valor(fichero, entonces);
+    const std::optional<FILETIME> local = datos.leidos() ? i_a_local(datos.ftLastWriteTime) : std::nullopt;
+    return local ? i_segundos_desde_1970(*local) - segundos_convenio_local : sin_fecha;
 }
 
-bool i_lee_fechas_locales(const wchar_t* fichero, FILETIME* creacion, FILETIME* modificacion) noexcept {
-    FILETIME utc_creacion;
-    FILETIME utc_modificacion;
-    if (!i_lee_insistiendo(fichero, &utc_creacion, &utc_modificacion)) {
-        return false;
+std::optional<fechas> i_lee_fechas_locales(const wchar_t* fichero, bool con_creacion,
+                                           bool con_modificacion) noexcept {
+    const datos_de_fichero datos = i_lee_insistiendo(fichero);
+    if (!datos.leidos()) {
+        return {};
     }
-    // Both are converted before one is stored, so that a failure stores none.
-    FILETIME local_1 = {};
-    FILETIME local_2 = {};
-    if ((creacion != nullptr && !i_a_local(utc_creacion, &local_1)) ||
-        (modificacion != nullptr && !i_a_local(utc_modificacion, &local_2))) {
-        return false;
+    fechas utc;
+    if (con_creacion) {
+        utc.creacion = datos.ftCreationTime;
     }
-    if (creacion != nullptr) {
-        *creacion = local_1;
+    if (con_modificacion) {
+        utc.modificacion = datos.ftLastWriteTime;
     }
-    if (modificacion != nullptr) {
-        *modificacion = local_2;
-    }
-    return true;
+    return i_convierte(utc, i_a_local);
 }
 
-bool i_asigna_fechas_locales(const wchar_t* fichero, const FILETIME* creacion,
-                             const FILETIME* modificacion) noexcept {
-    FILETIME utc_creacion;
-    FILETIME utc_modificacion;
-    return (creacion == nullptr || i_utc_de_local(*creacion, &utc_creacion)) &&
-           (modificacion == nullptr || i_utc_de_local(*modificacion, &utc_modificacion)) &&
-           i_asigna_fechas(fichero, creacion == nullptr ? nullptr : &utc_creacion,
-                           modificacion == nullptr ? nullptr : &utc_modificacion, true);
+bool i_asigna_fechas_locales(const wchar_t* fichero, const fechas& locales) noexcept {
+    const std::optional<fechas> utc = i_convierte(locales, i_utc_de_local);
+    return utc && i_asigna_fechas(fichero, *utc, true);
 }
 
 bool i_asigna_valor_utc(const wchar_t* fichero, long long valor, bool informar) noexcept {
-    FILETIME modificacion;
-    return i_utc_de_valor(valor, &modificacion) && i_asigna_fechas(fichero, nullptr, &modificacion, informar);
+    const std::optional<FILETIME> utc = i_si_es_asignable(i_filetime_de_segundos(valor));
+    return utc && i_asigna_fechas(fichero, {.modificacion = utc}, informar);
 }
 
 bool i_asigna_valor_local(const wchar_t* fichero, long long valor) noexcept {
-    FILETIME modificacion;
-    return i_utc_de_valor_local(valor, &modificacion) &&
-           i_asigna_fechas(fichero, nullptr, &modificacion, true);
+    const std::optional<FILETIME> local = valor <= max_segundos_filetime
+                                              ? i_filetime_de_segundos(valor + segundos_convenio_local)
+                                              : std::nullopt;
+    const std::optional<FILETIME> utc = local ? i_utc_de_local(*local) : std::nullopt;
+    return utc && i_asigna_fechas(fichero, {.modificacion = utc}, true);
 }
 
 }  // namespace interno

@@ -7,27 +7,34 @@
 // Checked by tests/files/timefich_win32_test.cpp.
 #pragma once
 
+#include <optional>
+
 #include "companions/lmlongpath.hpp"
 #include "companions/reloj.hpp"
 
 namespace interno {
 
-// The three dates of a file, in UTC. The code, where it is wanted, receives 0 or the system's error. After a failure the
-// dates are untouched.
-bool i_lee_fechas(const ruta_fijada& fichero, FILETIME* fecha_creacion, FILETIME* fecha_acceso,
-                  FILETIME* fecha_modificacion, unsigned int* codigo_error) noexcept;
+// In UTC. No file is reported.
+datos_de_fichero i_lee_fechas(const ruta_fijada& fichero) noexcept;
 
-// Of time values: the modification date, -1 when it cannot be read.
+// Of time values: the modification date, -1 when it cannot be read, and then why.
 enum class si_falta : unsigned char { calla, informa };
-long long i_lee_valor_utc(const wchar_t* fichero, si_falta entonces,
-                          unsigned int* codigo_error = nullptr) noexcept;
+struct valor_leido {
+    long long valor;
+    DWORD codigo;
+};
+valor_leido i_lee_valor_utc(const wchar_t* fichero, si_falta entonces) noexcept;
 long long i_lee_valor_local(const wchar_t* fichero, si_falta entonces) noexcept;
 bool i_asigna_valor_utc(const wchar_t* fichero, long long valor, bool informar) noexcept;
 bool i_asigna_valor_local(const wchar_t* fichero, long long valor) noexcept;
 
-// In local time; NULL stands for a date that is not wanted, or stays.
-bool i_lee_fechas_locales(const wchar_t* fichero, FILETIME* creacion, FILETIME* modificacion) noexcept;
-bool i_asigna_fechas_locales(const wchar_t* fichero, const FILETIME* creacion,
-                             const FILETIME* modificacion) noexcept;
+// Dates that are wanted, or that are to be set; the others stay.
+struct fechas {
+    std::optional<FILETIME> creacion = {};
+    std::optional<FILETIME> modificacion = {};
+};
+std::optional<fechas> i_lee_fechas_locales(const wchar_t* fichero, bool con_creacion,
+                                           bool con_modificacion) noexcept;
+bool i_asigna_fechas_locales(const wchar_t* fichero, const fechas& locales) noexcept;
 
 }  // namespace interno

@@ -11,9 +11,8 @@ LumodirFncComprobarFichero i_func_fichero_abierto = nullptr;
 
 }  // namespace
 
-cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos,
-                   lugar donde) {
-    return copiaforu_nousar_formatea(nousar_msglocal_original_u(construye), argumentos, donde);
+cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos) {
+    return copiaforu_nousar_formatea(nousar_msglocal_original_u(construye), argumentos);
 }
 
 void i_muestra_texto(const wchar_t* texto) noexcept {

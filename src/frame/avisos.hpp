@@ -1,7 +1,7 @@
-// The shared warning routine: every warning that the library shows by itself, outside the retry loop.
+// Messages in the user's language, the warnings that show them, and the callback that is told of a file to be deleted.
 //
-// Promises: nothing is shown in service mode; a message without argument is shown as it is, one with an argument
-// is formatted, shown and freed.
+// Promises: nothing is shown in service mode. (The retry loop, which has then nothing to say either, and the creation of
+// temporary files, which warns even then, show theirs without this.)
 // Checked by tests/frame/avisos_test.cpp.
 #pragma once
 
@@ -13,8 +13,7 @@
 namespace interno {
 
 // The message in the user's language, formatted with its arguments.
-cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {},
-                   lugar donde = lugar::aqui());
+cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {});
 
 void i_muestra_mensaje(ConstructorMensaje construye) noexcept;
 void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept;

@@ -2,6 +2,7 @@
 #include "listings/dirwin.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 
 #include "companions/error_interno.hpp"
@@ -55,28 +56,24 @@ void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAW& ultima) noexcept {
 }
 
 template <class C>
-bool i_da_un_paso(HANDLE manija, WIN32_FIND_DATAW* destino) noexcept {
+bool i_da_un_paso(HANDLE manija, WIN32_FIND_DATAW& destino) noexcept {
     {
         const sin_dialogos callado;  // not while a receiver of the host's runs
-        if (sistema.FindNextFileW(manija, destino)) {
+        if (sistema.FindNextFileW(manija, &destino)) {
             return true;
         }
     }
     const DWORD codigo = ::GetLastError();
     if (codigo != ERROR_NO_MORE_FILES) {
-        i_informa_de_final<C>(codigo, *destino);
+        i_informa_de_final<C>(codigo, destino);
     }
     return false;
-}
-
-// Where the last component of a pattern begins; 0 when there is no separator before it.
-std::size_t i_principio_de_ultimo_componente(vista_w patron) noexcept {
-    return tras_el_ultimo(patron, es_separador<wchar_t>);
 }
 
 // A pattern tied to its place, together with the search of the whole directory that may have to follow.
 class patron_fijado {
 public:
+    // `ultimo`: where the last component begins; 0 when there is no separator before it.
     patron_fijado(const wchar_t* dado, std::size_t ultimo)
         : entero_(dado, ruta_fijada::uso::busqueda), nombre_(a_vista(dado).substr(ultimo)) {
         const vista_w forma(entero_.c_str());
@@ -90,23 +87,16 @@ public:
         }
     }
 
-    manija_busqueda busca(WIN32_FIND_DATAW* primera, detalle cuanto) const noexcept {
-        return i_busca(entero_, primera, cuanto);
+    manija_busqueda busca(WIN32_FIND_DATAW& primera, detalle cuanto) const noexcept {
+        return lmlongpath_FindFirstFileW(entero_, primera, cuanto);
     }
-    manija_busqueda busca_todo(WIN32_FIND_DATAW* primera, detalle cuanto) const {
-        if (aparte_) {
-            return i_busca(*aparte_, primera, cuanto);
-        }
-        const cadena_w todo = concatena<wchar_t>({directorio_, L"*"});
-        return i_busca(todo.c_str(), primera, cuanto);
+    manija_busqueda busca_todo(WIN32_FIND_DATAW& primera, detalle cuanto) const {
+        return aparte_ ? lmlongpath_FindFirstFileW(*aparte_, primera, cuanto)
+                       : lmlongpath_FindFirstFileW(concatena<wchar_t>({directorio_, L"*"}).c_str(), primera,
+                                                   cuanto);
     }
 
 private:
-    static manija_busqueda i_busca(const ruta_fijada& patron, WIN32_FIND_DATAW* primera,
-                                   detalle cuanto) noexcept {
-        return lmlongpath_FindFirstFileW(patron, primera, cuanto == detalle::sin_nombre_corto);
-    }
-
     ruta_fijada entero_;
     vista_w nombre_;
     vista_w directorio_;  // of the full form
@@ -155,10 +145,10 @@ void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept {
 }
 
 template <class C>
-busqueda<C>::busqueda(const C* patron, WIN32_FIND_DATAW* primera, detalle cuanto) {
+busqueda<C>::busqueda(const C* patron, WIN32_FIND_DATAW& primera, detalle cuanto) {
     const paso<const C*> ancho(patron);
     const vista_w completo = a_vista(ancho.get());
-    const std::size_t ultimo = i_principio_de_ultimo_componente(completo);
+    const std::size_t ultimo = tras_el_ultimo(completo, es_separador<wchar_t>);
     const patron_fijado fijado(ancho.get(), ultimo);
     DWORD codigo = ERROR_SUCCESS;
     if (patron != nullptr) {
@@ -183,19 +173,19 @@ busqueda<C>::busqueda(const C* patron, WIN32_FIND_DATAW* primera, detalle cuanto
 }
 
 template <class C>
-bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entradas,
-                         WIN32_FIND_DATAW* destino) noexcept {
+bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long& num_entradas,
+                         WIN32_FIND_DATAW& destino) noexcept {
     if (manija == INVALID_HANDLE_VALUE) {
         return false;
     }
     for (;;) {
-        if (++*num_entradas > 1 && !i_da_un_paso<C>(manija, destino)) {
+        if (++num_entradas > 1 && !i_da_un_paso<C>(manija, destino)) {
             return false;
         }
         if (filtro == nullptr) {
             return true;
         }
-        const vista_w nombre = i_texto_acotado(destino->cFileName);
+        const vista_w nombre = i_texto_acotado(destino.cFileName);
         if constexpr (std::is_same_v<C, wchar_t>) {
             if (i_pasa_filtro(nombre, vista_w(filtro))) {
                 return true;
@@ -208,9 +198,9 @@ bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entr
 
 template struct busqueda<char>;
 template struct busqueda<wchar_t>;
-template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long*, WIN32_FIND_DATAW*) noexcept;
-template bool i_siguiente_entrada<wchar_t>(HANDLE, const wchar_t*, unsigned long*,
-                                           WIN32_FIND_DATAW*) noexcept;
+template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long&, WIN32_FIND_DATAW&) noexcept;
+template bool i_siguiente_entrada<wchar_t>(HANDLE, const wchar_t*, unsigned long&,
+                                           WIN32_FIND_DATAW&) noexcept;
 
 namespace {
 
@@ -230,47 +220,41 @@ bool i_escribe_ansi(vista_w texto, char (&destino)[N]) noexcept {
 
 // The entry as the exported record of a flavour has it. A name too long for an 8-bit record gives way to the file's
 // short name, which is its own too; cut, it might be that of another file. Without one the name is empty.
-void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAW* destino) noexcept {
-    *destino = ancha;
+void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAW& destino) noexcept {
+    destino = ancha;
 }
-void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAA* destino) noexcept {
-    *destino = {};
-    destino->dwFileAttributes = ancha.dwFileAttributes;
-    destino->ftCreationTime = ancha.ftCreationTime;
-    destino->ftLastAccessTime = ancha.ftLastAccessTime;
-    destino->ftLastWriteTime = ancha.ftLastWriteTime;
-    destino->nFileSizeHigh = ancha.nFileSizeHigh;
-    destino->nFileSizeLow = ancha.nFileSizeLow;
-    destino->dwReserved0 = ancha.dwReserved0;
-    destino->dwReserved1 = ancha.dwReserved1;
+void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAA& destino) noexcept {
+    // The fields before the names are the same in both.
+    destino = {};
+    std::memcpy(&destino, &ancha, offsetof(WIN32_FIND_DATAA, cFileName));
     const vista_w corto = i_texto_acotado(ancha.cAlternateFileName);
-    i_escribe_ansi(corto, destino->cAlternateFileName);
-    if (!i_escribe_ansi(i_texto_acotado(ancha.cFileName), destino->cFileName)) {
-        i_escribe_ansi(corto, destino->cFileName);
+    i_escribe_ansi(corto, destino.cAlternateFileName);
+    if (!i_escribe_ansi(i_texto_acotado(ancha.cFileName), destino.cFileName)) {
+        i_escribe_ansi(corto, destino.cFileName);
     }
 }
 
 // The next entry of a record, whose first field is the first entry. In 8-bit text an entry without a name that the
 // record holds is passed over.
-bool i_siguiente_de_registro(const void*, HANDLE manija, const wchar_t* filtro, unsigned long* num_entradas,
-                             WIN32_FIND_DATAW* destino) noexcept {
+bool i_siguiente_de_registro(const void*, HANDLE manija, const wchar_t* filtro, unsigned long& num_entradas,
+                             WIN32_FIND_DATAW& destino) noexcept {
     return i_siguiente_entrada<wchar_t>(manija, filtro, num_entradas, destino);
 }
 bool i_siguiente_de_registro(const void* primera, HANDLE manija, const char* filtro,
-                             unsigned long* num_entradas, WIN32_FIND_DATAA* destino) noexcept {
+                             unsigned long& num_entradas, WIN32_FIND_DATAA& destino) noexcept {
     WIN32_FIND_DATAW ancha;
     for (;;) {
         WIN32_FIND_DATAA siguiente;
-        if (++*num_entradas == 1) {
+        if (++num_entradas == 1) {
             std::memcpy(&siguiente, primera, sizeof(siguiente));
-        } else if (i_da_un_paso<char>(manija, &ancha)) {
-            i_convierte(ancha, &siguiente);
+        } else if (i_da_un_paso<char>(manija, ancha)) {
+            i_convierte(ancha, siguiente);
         } else {
             return false;
         }
         const vista_a nombre(siguiente.cFileName);
         if (!nombre.empty() && (filtro == nullptr || i_pasa_filtro(nombre, vista_a(filtro)))) {
-            *destino = siguiente;
+            destino = siguiente;
             return true;
         }
     }
@@ -292,9 +276,9 @@ template <class C>
 duenyo_dirwin<C> i_crea_dirwin(const C* patron) {
     duenyo_dirwin<C> nuevo(registro<registro_dirwin<C>>::a_cero().suelta());
     WIN32_FIND_DATAW primera = {};
-    busqueda<C> abierta(patron, &primera, detalle::todo);
+    busqueda<C> abierta(patron, primera, detalle::todo);
     entrada<C> convertida;
-    i_convierte(primera, &convertida);
+    i_convierte(primera, convertida);
     std::memcpy(nuevo.get(), &convertida, sizeof(convertida));
     nuevo->con_filtro_propio = !abierta.filtro.es_nula();
     nuevo->filtro_propio = abierta.filtro.suelta();
@@ -315,7 +299,7 @@ bool i_siguiente(registro_dirwin<C>& dirwin, entrada<C>* destino) noexcept {
         std::memcpy(destino, &dirwin, sizeof(*destino));  // the first entry opens the record
     }
     const C* filtro = dirwin.con_filtro_propio == 1 ? dirwin.filtro_propio : nullptr;
-    const bool hay = i_siguiente_de_registro(&dirwin, dirwin.busqueda, filtro, &num_entradas, destino);
+    const bool hay = i_siguiente_de_registro(&dirwin, dirwin.busqueda, filtro, num_entradas, *destino);
     dirwin.num_entradas = num_entradas;
     return hay;
 }

@@ -1,5 +1,5 @@
-// Walking the entries of a directory: the one road to the system's search. The exported enumerator records, the
-// lists, the file sets and the deletions by pattern all take their entries from here.
+// Walking the entries that a search pattern finds: the exported enumerator, the lists of one directory, the file sets
+// and the deletion by pattern take their entries from here. (Trees are read by handle: companions/directorio_abierto.hpp.)
 //
 // Promises: every entry that the system gives comes out, "." and ".." included, in the system's order; the search
 // is closed on every way out; an open failure is an empty walk; only an unexpected end of the walk is reported.
@@ -35,7 +35,7 @@ auto i_nombre_de_entrada(const E& entrada) noexcept {
     return a_vista(&entrada.cFileName[0]);
 }
 
-// Which entries somebody takes.
+// Which entries are wanted.
 using sirve_entrada = bool(const WIN32_FIND_DATAW& e) noexcept;
 sirve_entrada i_es_fichero;
 sirve_entrada i_es_directorio_sin_punto;  // none whose name begins with a point
@@ -47,9 +47,6 @@ sirve_entrada i_es_directorio_con_punto;  // but "." and ".."
 inline constexpr wchar_t comodin_de_todo_u[] = L"*";
 inline constexpr char comodin_de_todo[] = "*";
 
-// How much is asked about each entry: short names cost the system a second look-up.
-enum class detalle { todo, sin_nombre_corto };
-
 // An open search and, when the system's search could not answer the pattern, the filter to apply to the names as
 // the flavour has them.
 template <class C>
@@ -58,14 +55,14 @@ struct busqueda {
     cadena<C> filtro;  // NULL when the system filters
 
     // A NULL pattern is reported and opens nothing.
-    busqueda(const C* patron, WIN32_FIND_DATAW* primera, detalle cuanto);
+    busqueda(const C* patron, WIN32_FIND_DATAW& primera, detalle cuanto);
 };
 
 // Steps until an entry passes the filter (NULL passes all) and leaves it in `destino`, which holds the first
 // entry before the first step. Returns false at the end, which is reported when it is not that of the directory.
 template <class C>
-bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long* num_entradas,
-                         WIN32_FIND_DATAW* destino) noexcept;
+bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long& num_entradas,
+                         WIN32_FIND_DATAW& destino) noexcept;
 
 // Reports a reading of a directory that ended before the directory did, with the name of the last entry that came.
 void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept;
@@ -75,14 +72,14 @@ template <class C>
 class enumerador {
 public:
     explicit enumerador(const C* patron, detalle cuanto = detalle::sin_nombre_corto)
-        : busqueda_(patron, &entrada_, cuanto) {}
+        : busqueda_(patron, entrada_, cuanto) {}
     enumerador(const enumerador&) = delete;
     enumerador& operator=(const enumerador&) = delete;
 
     // NULL at the end.
     const WIN32_FIND_DATAW* siguiente() noexcept {
-        return i_siguiente_entrada<C>(busqueda_.manija.get(), busqueda_.filtro.c_str(), &num_entradas_,
-                                      &entrada_)
+        return i_siguiente_entrada<C>(busqueda_.manija.get(), busqueda_.filtro.c_str(), num_entradas_,
+                                      entrada_)
                    ? &entrada_
                    : nullptr;
     }

@@ -13,18 +13,6 @@ namespace interno {
 
 namespace {
 
-// Takes the names of the entries that `sirve` chooses.
-template <class C, class Sirve>
-auto i_toma_nombres(arr_cadena<C>& lista, Sirve sirve) {
-    return [&lista, sirve](const WIN32_FIND_DATAW& e) {
-        if (sirve(e)) {
-            lista.anade(i_en_sabor<C>(i_nombre_de_entrada(e)));
-        }
-    };
-}
-
-// ---- Extensions ----
-
 // The two parts of an 8-bit name as a file-name record has them, case aside: no blanks after the extension.
 struct partes_nombre {
     vista_a base;
@@ -93,18 +81,6 @@ vista_w i_extension_ancha(vista_w nombre) {
 
 }  // namespace
 
-template <class C>
-objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
-                                    const interrupcion& corta) {
-    auto lista = objeto<arr_cadena<C>>::crea();
-    i_recorre_directorio(directorio, corta, i_toma_nombres<C>(*lista, sirve));
-    ordena_estable(lista->textos.data(), lista->num(), widestr_fun_compara);
-    return lista;
-}
-
-template objeto<ArrCADENA> i_directorios<char>(const wchar_t*, sirve_entrada*, const interrupcion&);
-template objeto<ArrCADENA_u> i_directorios<wchar_t>(const wchar_t*, sirve_entrada*, const interrupcion&);
-
 objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio) {
     auto lista = i_directorios<char>(directorio, i_es_directorio_sin_punto, {});
     std::size_t num = 0;
@@ -116,33 +92,10 @@ objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio) {
     return lista;
 }
 
-template <class C>
-objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const interrupcion& corta) {
-    auto lista = objeto<arr_cadena<C>>::crea();
-    i_recorre_directorio(directorio, corta, i_toma_nombres<C>(*lista, i_es_fichero));
-    return lista;
-}
-
-template objeto<ArrCADENA> i_nombres_ficheros<char>(const wchar_t*, const interrupcion&);
-template objeto<ArrCADENA_u> i_nombres_ficheros<wchar_t>(const wchar_t*, const interrupcion&);
-
-template <class C>
-objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve) {
-    auto lista = objeto<arr_cadena<C>>::crea();
-    i_recorre(path_filtro, {}, i_toma_nombres<C>(*lista, sirve));
-    return lista;
-}
-
-template objeto<ArrCADENA> i_nombres_cumplen_filtro<char>(const wchar_t*, sirve_entrada*);
-template objeto<ArrCADENA_u> i_nombres_cumplen_filtro<wchar_t>(const wchar_t*, sirve_entrada*);
-
 objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension) {
-    auto lista = objeto<ArrCADENA_u>::crea();
-    const auto tiene_la_extension = [extension](const WIN32_FIND_DATAW& e) {
+    return i_nombres<wchar_t>(directorio, {}, [extension](const WIN32_FIND_DATAW& e) {
         return i_es_fichero(e) && iguales_sin_caja(i_extension_ancha(i_nombre_de_entrada(e)), extension);
-    };
-    i_recorre_directorio(directorio, {}, i_toma_nombres<wchar_t>(*lista, tiene_la_extension));
-    return lista;
+    });
 }
 
 objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension) {

@@ -1,5 +1,5 @@
-// File sets: what one directory holds, as lists of names (fichsdir.cpp) or as records with date and protection
-// (fichsdir_registros.cpp), with variants that sort, choose and can be interrupted. Here, what both stand on.
+// File sets: what one directory holds, as lists of names or as records (fichsdir_registros.hpp), with variants that sort,
+// choose and can be interrupted. Here, the names, and what both stand on.
 //
 // Promises: every list is new and never NULL, and empty when the directory cannot be read; what was taken before an
 // interruption is returned; the names that the system gives are not put through the checks that a caller's paths
@@ -10,8 +10,8 @@
 
 #include "companions/acadorde.hpp"
 #include "companions/anfitrion.hpp"
-#include "companions/apunorde.hpp"
 #include "companions/error_interno.hpp"
+#include "companions/ordena.hpp"
 #include "companions/unicode.hpp"
 #include "fichsdir.h"
 #include "listings/dirwin.hpp"
@@ -43,38 +43,43 @@ void i_recorre_directorio(const wchar_t* directorio, const interrupcion& corta, 
     i_recorre(concatena<wchar_t>({base, barra, comodin_de_todo_u}).c_str(), corta, toma);
 }
 
-// ---- Names (fichsdir.cpp)
+// Takes the names of the entries that `sirve` chooses.
+template <class C, class Sirve>
+auto i_toma_nombres(arr_cadena<C>& lista, Sirve sirve) {
+    return [&lista, sirve](const WIN32_FIND_DATAW& e) {
+        if (sirve(e)) {
+            lista.anade(i_en_sabor<C>(i_nombre_de_entrada(e)));
+        }
+    };
+}
+
+template <class C, class Sirve>
+objeto<arr_cadena<C>> i_nombres(const wchar_t* directorio, const interrupcion& corta, Sirve sirve) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre_directorio(directorio, corta, i_toma_nombres<C>(*lista, sirve));
+    return lista;
+}
 
 // Sorted.
 template <class C>
 objeto<arr_cadena<C>> i_directorios(const wchar_t* directorio, sirve_entrada* sirve,
-                                    const interrupcion& corta);
+                                    const interrupcion& corta) {
+    auto lista = i_nombres<C>(directorio, corta, sirve);
+    ordena_estable(lista->textos.data(), lista->num(), widestr_fun_compara);
+    return lista;
+}
 objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio);
-template <class C>
-objeto<arr_cadena<C>> i_nombres_ficheros(const wchar_t* directorio, const interrupcion& corta);
+
 // A NULL pattern is reported by the enumerator.
 template <class C>
-objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve);
+objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve_entrada* sirve) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    i_recorre(path_filtro, {}, i_toma_nombres<C>(*lista, sirve));
+    return lista;
+}
 objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension);
 objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension);
 // As file-name records have them, in the case that is asked for; sorted, one of each.
 objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension, bool en_mayusculas);
-
-// ---- Records (fichsdir_registros.cpp)
-
-struct destruye_fichsdir {
-    void operator()(Fichsdir* fichsdir) const noexcept {
-        i_libera(fichsdir->nombre);
-        i_libera(fichsdir->ruta);
-        i_libera(fichsdir);
-    }
-};
-// Reports what is broken; answers whether there is a record at all.
-bool i_comprueba_registro(const Fichsdir* fichsdir) noexcept;
-
-objeto<ArrPunteroConTipo> i_ficheros(const wchar_t* directorio, const interrupcion& corta);
-// By name; the records belong to it.
-objeto<ApunOrde> i_ficheros_ordenados();
-objeto<ApunOrde> i_ficheros_existentes_ordenados(const wchar_t* directorio);
 
 }  // namespace interno

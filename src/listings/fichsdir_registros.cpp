@@ -1,7 +1,8 @@
-// The records of file sets: one file with its date and protection. See fichsdir.hpp.
+// See fichsdir_registros.hpp.
+#include "listings/fichsdir_registros.hpp"
+
 #include "companions/ordena.hpp"
 #include "companions/reloj.hpp"
-#include "listings/fichsdir.hpp"
 
 namespace interno {
 

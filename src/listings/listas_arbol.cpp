@@ -56,7 +56,7 @@ arbol_de_listas i_lista_arbol(vista_w dada, const filtro_extension& filtro, regi
     const auto toma = [&](const entrada_leida& entrada) {
         if (entrada.es_directorio()) {
             return !empieza_por(entrada.nombre, L".") &&
-                   !i_es_marca_de_enlace(entrada.atributos, entrada.marca);
+                   !i_es_de_enlace(entrada.atributos, entrada.reanalisis);
         }
         if (filtro.admite(entrada.nombre)) {
             ficheros.anade(cadena_w(entrada.nombre));

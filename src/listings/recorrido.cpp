@@ -20,7 +20,7 @@ void entradas_guardadas::guarda(const entrada_leida& entrada) {
     const std::size_t principio = nombres_.size();
     nombres_.anade_varios(entrada.nombre.data(), entrada.nombre.size());
     nombres_.anade(L'\0');
-    filas_.anade({principio, entrada.nombre.size(), entrada.atributos, entrada.marca, entrada.numero,
+    filas_.anade({principio, entrada.nombre.size(), entrada.atributos, entrada.reanalisis, entrada.numero,
                   entrada.numero_abierto});
 }
 
@@ -28,7 +28,7 @@ entrada_leida entradas_guardadas::operator[](std::size_t i) const noexcept {
     const fila& f = filas_[i];
     return {vista_w(nombres_.data() + f.principio, f.largo),
             f.atributos,
-            f.marca,
+            f.reanalisis,
             f.numero,
             {},
             f.numero_abierto};
@@ -74,35 +74,14 @@ llegada recorrido::i_mete(objeto<nivel> nuevo, const lector_de_directorio& lecto
     return como;
 }
 
-cadena_w recorrido::ruta() const {
-    return ruta({});
-}
-
 cadena_w recorrido::ruta(vista_w nombre) const {
-    const vista_w dada = raiz_.dada();
-    const bool falta_separador = !dada.empty() && !acaba_en_separador(dada);
-    const std::size_t trozos = niveles_.size() + (nombre.empty() ? 0 : 1);
-    std::size_t largo = dada.size();
-    for (std::size_t i = 1; i < trozos; ++i) {
-        largo +=
-            (i > 1 || falta_separador ? 1 : 0) + (i < niveles_.size() ? niveles_[i]->nombre : nombre).size();
-    }
-    cadena_w resultado = cadena_w::con_sitio(largo);
-    wchar_t* p = resultado.datos();
-    const auto escribe = [&p](vista_w texto) {
-        rasgos_utf16::copy(p, texto.data(), texto.size());
-        p += texto.size();
-    };
-    escribe(dada);
-    for (std::size_t i = 1; i < trozos; ++i) {
-        escribe(i > 1 || falta_separador ? vista_w(L"\\") : vista_w());
-        escribe(i < niveles_.size() ? niveles_[i]->nombre : nombre);
-    }
-    return resultado;
+    return i_ruta_bajo(raiz_.dada(), niveles_.size() - (nombre.empty() ? 1 : 0), [&](std::size_t i) {
+        return i + 1 < niveles_.size() ? niveles_[i + 1]->nombre : nombre;
+    });
 }
 
-bool recorrido::protege_raiz(bool de_solo_lectura) {
-    return niveles_[0]->directorio.protege_raiz(raiz_.ruta(), de_solo_lectura) == ERROR_SUCCESS;
+bool recorrido::protege_raiz(int modo) {
+    return niveles_[0]->directorio.protege_raiz(raiz_.ruta(), modo) == ERROR_SUCCESS;
 }
 
 DWORD recorrido::borra_raiz() {

@@ -48,7 +48,7 @@ private:
         std::size_t principio;  // of the name in `nombres_`
         std::size_t largo;
         DWORD atributos;
-        DWORD marca;
+        DWORD reanalisis;
         unsigned long long numero;
         unsigned long long numero_abierto;
     };
@@ -121,16 +121,14 @@ public:
     entrada_leida ultimo_hijo() const noexcept { return cima().hijos[i_indice(cima().siguiente - 1)]; }
     directorio_abierto& aqui() noexcept { return niveles_.back()->directorio; }
 
-    // The path of an entry of the current directory, from the root as it was given.
-    cadena_w ruta(vista_w nombre) const;
-    // The path of the current directory itself.
-    cadena_w ruta() const;
+    // The path of an entry of the current directory, or its own, from the root as it was given.
+    cadena_w ruta(vista_w nombre = {}) const;
 
     const raiz_de_recorrido& raiz() const noexcept { return raiz_; }
     // Closes the root, which was entered, and removes it.
     DWORD borra_raiz();
     // Sets or clears the read-only mark of the root, which was entered.
-    bool protege_raiz(bool de_solo_lectura);
+    bool protege_raiz(int modo);
 
 private:
     struct nivel {
@@ -152,12 +150,11 @@ private:
             return falta ? llegada::falta : llegada::cerrado;
         }
         lector_de_directorio lector(nuevo->directorio);
-        entrada_leida entrada;
         bool leido_algo = false;
-        while (lector.siguiente(&entrada)) {
+        while (const entrada_leida* entrada = lector.siguiente()) {
             leido_algo = true;
-            if (!entrada.es_relativa() && toma(static_cast<const entrada_leida&>(entrada))) {
-                (entrada.es_directorio() ? nuevo->hijos : nuevo->ficheros).guarda(entrada);
+            if (!entrada->es_relativa() && toma(*entrada)) {
+                (entrada->es_directorio() ? nuevo->hijos : nuevo->ficheros).guarda(*entrada);
             }
         }
         return i_mete(std::move(nuevo), lector, leido_algo);

@@ -1,4 +1,4 @@
-// Opening and closing keys, and the test of their existence. See lumoreg.hpp.
+// See lumoreg.hpp.
 #include "system/lumoreg.hpp"
 
 namespace interno {
@@ -11,28 +11,27 @@ struct intento {
 
 // A success that gives no key is reported and counts as none.
 template <class C>
-intento i_abre_una_vez(HKEY raiz, const C* ruta, DWORD opciones, REGSAM acceso, lugar donde) noexcept {
+intento i_abre_una_vez(HKEY raiz, const C* ruta, DWORD opciones, REGSAM acceso) noexcept {
     HKEY hKey = nullptr;
-    const LSTATUS error = registro_de<C>::abre(raiz, ruta, opciones, acceso, &hKey);
+    const LSTATUS error = (sistema.*llamadas_de<C>::abre)(raiz, ruta, opciones, acceso, &hKey);
     if (error != ERROR_SUCCESS) {
         return {nullptr, error};
     }
-    i_comprueba(hKey != nullptr, "(hKey) != NULL", donde);
+    i_comprueba(hKey != nullptr, "(hKey) != NULL");
     return {hKey, error};
 }
 
 // Whoever asks for a key without naming a view wants it wherever it is: a program's settings may have been
 // written by the 32-bit or by the 64-bit edition. A 32-bit process sees the 32-bit view without asking.
 template <class C>
-HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acceso, REGSAM* vista,
-                      lugar donde) noexcept {
+HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acceso, REGSAM& vista) noexcept {
     for (const REGSAM turno : {REGSAM{0}, REGSAM{KEY_WOW64_64KEY}, REGSAM{KEY_WOW64_32KEY}}) {
-        if (turno == KEY_WOW64_32KEY && sistema.machine_es_imagen_de_64bits() != CIERTO) {
+        if (turno == KEY_WOW64_32KEY && !sistema.machine_es_imagen_de_64bits()) {
             break;
         }
-        const intento i = i_abre_una_vez(raiz, ruta, como.opciones, acceso | turno, donde);
+        const intento i = i_abre_una_vez(raiz, ruta, como.opciones, acceso | turno);
         if (i.clave != nullptr) {
-            *vista = turno;
+            vista = turno;
             return i.clave;
         }
         if (como.vistas == apertura::turno::si_no_esta && i.error != ERROR_FILE_NOT_FOUND) {
@@ -44,7 +43,7 @@ HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acc
 
 }  // namespace
 
-HKEY i_raiz(unsigned long raiz, lugar donde) noexcept {
+HKEY i_raiz(unsigned long raiz) noexcept {
     switch (raiz) {
         case LUMOREG_RAIZ_CLASSES_ROOT:
             return HKEY_CLASSES_ROOT;
@@ -57,37 +56,35 @@ HKEY i_raiz(unsigned long raiz, lugar donde) noexcept {
         case LUMOREG_RAIZ_USERS:
             return HKEY_USERS;
         default:
-            error_interno_default_error(donde);
+            error_interno_default_error();
             return nullptr;
     }
 }
 
-bool i_anade_vista(unsigned long vista, REGSAM* acceso, lugar donde) noexcept {
+std::optional<REGSAM> i_bandera_de_vista(unsigned long vista) noexcept {
     switch (vista) {
         case LUMOREG_VISTA_PROCESO:
-            return true;
+            return REGSAM{0};
         case LUMOREG_VISTA_64BITS:
-            *acceso |= KEY_WOW64_64KEY;
-            return true;
+            return REGSAM{KEY_WOW64_64KEY};
         case LUMOREG_VISTA_32BITS:
-            *acceso |= KEY_WOW64_32KEY;
-            return true;
+            return REGSAM{KEY_WOW64_32KEY};
         default:
-            error_interno_default_error(donde);
-            return false;
+            error_interno_default_error();
+            return {};
     }
 }
 
 template <class C>
-clave_abierta<C>::clave_abierta(const apertura& como, const C* ruta, REGSAM acceso, lugar donde) noexcept
-    : ruta_(a_vista(ruta)), donde_(donde) {
-    const bool hay_ruta = i_comprueba(ruta != nullptr, "(clave) != NULL", donde);
-    const bool hay_vista = i_anade_vista(como.vista, &acceso, donde);
-    const HKEY raiz = i_raiz(como.raiz, donde);
-    if (hay_ruta && hay_vista && raiz != nullptr) {
+clave_abierta<C>::clave_abierta(const apertura& como, const C* ruta, REGSAM acceso) noexcept
+    : ruta_(a_vista(ruta)) {
+    const bool hay_ruta = i_comprueba(ruta != nullptr, "(clave) != NULL");
+    const std::optional<REGSAM> vista = i_bandera_de_vista(como.vista);
+    const HKEY raiz = i_raiz(como.raiz);
+    if (hay_ruta && vista && raiz != nullptr) {
         clave_ = como.vistas == apertura::turno::uno
-                     ? i_abre_una_vez(raiz, ruta, como.opciones, acceso, donde).clave
-                     : i_abre_por_turno(raiz, ruta, como, acceso, &vista_abierta_, donde);
+                     ? i_abre_una_vez(raiz, ruta, como.opciones, acceso | *vista).clave
+                     : i_abre_por_turno(raiz, ruta, como, acceso | *vista, vista_abierta_);
     }
 }
 

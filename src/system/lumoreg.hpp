@@ -6,6 +6,7 @@
 // Checked by tests/system/lumoreg_win32_test.cpp.
 #pragma once
 
+#include <optional>
 #include <type_traits>
 
 #include "companions/arr.hpp"
@@ -42,9 +43,9 @@ struct apertura {
 };
 
 // The root key of an index; NULL after the report.
-HKEY i_raiz(unsigned long raiz, lugar donde = lugar::aqui()) noexcept;
-// Adds the flag of a view to an access mask; false after the report.
-bool i_anade_vista(unsigned long vista, REGSAM* acceso, lugar donde = lugar::aqui()) noexcept;
+HKEY i_raiz(unsigned long raiz) noexcept;
+// The flag of a view for an access mask; nothing after the report.
+std::optional<REGSAM> i_bandera_de_vista(unsigned long vista) noexcept;
 
 // What RegQueryInfoKey counts, as far as anyone here asks. Lengths are in units without terminator, sizes in
 // bytes.
@@ -58,50 +59,25 @@ struct censo_de_clave {
 
 // The calls that exist in both flavours.
 template <class C>
-struct registro_de {
-    static constexpr bool ancha = std::is_same_v<C, wchar_t>;
-
-    static LSTATUS abre(HKEY raiz, const C* ruta, DWORD opciones, REGSAM acceso, HKEY* clave) noexcept {
-        if constexpr (ancha) {
-            return sistema.RegOpenKeyExW(raiz, ruta, opciones, acceso, clave);
-        } else {
-            return sistema.RegOpenKeyExA(raiz, ruta, opciones, acceso, clave);
-        }
-    }
-    static LSTATUS cuenta(HKEY clave, censo_de_clave* censo) noexcept {
-        *censo = {};
-        if constexpr (ancha) {
-            return sistema.RegQueryInfoKeyW(
-                clave, nullptr, nullptr, nullptr, &censo->num_subclaves, &censo->mayor_subclave, nullptr,
-                &censo->num_valores, &censo->mayor_nombre_valor, &censo->mayor_dato_bytes, nullptr, nullptr);
-        } else {
-            return sistema.RegQueryInfoKeyA(
-                clave, nullptr, nullptr, nullptr, &censo->num_subclaves, &censo->mayor_subclave, nullptr,
-                &censo->num_valores, &censo->mayor_nombre_valor, &censo->mayor_dato_bytes, nullptr, nullptr);
-        }
-    }
-    static LSTATUS lee_valor(HKEY clave, const C* nombre_valor, C* datos, DWORD* bytes) noexcept {
-        auto* destino = reinterpret_cast<BYTE*>(datos);
-        if constexpr (ancha) {
-            return sistema.RegQueryValueExW(clave, nombre_valor, nullptr, nullptr, destino, bytes);
-        } else {
-            return sistema.RegQueryValueExA(clave, nombre_valor, nullptr, nullptr, destino, bytes);
-        }
-    }
-    static LSTATUS dame_subclave(HKEY clave, DWORD indice, C* nombre, DWORD* longitud) noexcept {
-        if constexpr (ancha) {
-            return sistema.RegEnumKeyExW(clave, indice, nombre, longitud, nullptr, nullptr, nullptr, nullptr);
-        } else {
-            return sistema.RegEnumKeyExA(clave, indice, nombre, longitud, nullptr, nullptr, nullptr, nullptr);
-        }
-    }
+struct llamadas_de {
+    static constexpr auto abre = &tabla_sistema::RegOpenKeyExW;
+    static constexpr auto cuenta = &tabla_sistema::RegQueryInfoKeyW;
+    static constexpr auto lee_valor = &tabla_sistema::RegQueryValueExW;
+    static constexpr auto dame_subclave = &tabla_sistema::RegEnumKeyExW;
+};
+template <>
+struct llamadas_de<char> {
+    static constexpr auto abre = &tabla_sistema::RegOpenKeyExA;
+    static constexpr auto cuenta = &tabla_sistema::RegQueryInfoKeyA;
+    static constexpr auto lee_valor = &tabla_sistema::RegQueryValueExA;
+    static constexpr auto dame_subclave = &tabla_sistema::RegEnumKeyExA;
 };
 
 // Owner of an open key. The path must outlive it: it is the detail of its reports.
 template <class C>
 class clave_abierta {
 public:
-    clave_abierta(const apertura& como, const C* ruta, REGSAM acceso, lugar donde = lugar::aqui()) noexcept;
+    clave_abierta(const apertura& como, const C* ruta, REGSAM acceso) noexcept;
     clave_abierta(const clave_abierta&) = delete;
     clave_abierta& operator=(const clave_abierta&) = delete;
     ~clave_abierta();
@@ -113,12 +89,25 @@ public:
     REGSAM vista_abierta() const noexcept { return vista_abierta_; }
     // Reports a failure of the system with the path of the key.
     bool comprueba(LSTATUS error) const noexcept {
-        return i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", ruta_, donde_);
+        return i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", ruta_);
+    }
+    // Nothing, reported, when the system does not tell.
+    std::optional<censo_de_clave> cuenta() const noexcept {
+        censo_de_clave c = {};
+        return comprueba((sistema.*llamadas_de<C>::cuenta)(
+                   clave_, nullptr, nullptr, nullptr, &c.num_subclaves, &c.mayor_subclave, nullptr,
+                   &c.num_valores, &c.mayor_nombre_valor, &c.mayor_dato_bytes, nullptr, nullptr))
+                   ? std::optional(c)
+                   : std::nullopt;
+    }
+    // The next name of the enumeration, which has `longitud` units then.
+    LSTATUS dame_subclave(DWORD indice, C* nombre, DWORD& longitud) const noexcept {
+        return (sistema.*llamadas_de<C>::dame_subclave)(clave_, indice, nombre, &longitud, nullptr, nullptr,
+                                                        nullptr, nullptr);
     }
 
 private:
     vista<C> ruta_;
-    lugar donde_;
     REGSAM vista_abierta_ = 0;
     HKEY clave_ = nullptr;
 };
@@ -126,36 +115,6 @@ private:
 extern template class clave_abierta<char>;
 extern template class clave_abierta<wchar_t>;
 
-// ---- Keys (lumoreg.cpp, lumoreg_claves.cpp)
-
 bool i_existe_clave(const apertura& como, const wchar_t* clave) noexcept;
-// With its missing parents; true also when it was there.
-bool i_crea_clave(HKEY raiz, const wchar_t* clave, REGSAM acceso) noexcept;
-// One text for each subkey is added; false when there is none.
-template <class C>
-bool i_dame_subclaves(const clave_abierta<C>& clave, arr_cadena<C>& subclaves) noexcept;
-// Without a name the open key itself.
-void i_borra_clave(const clave_abierta<wchar_t>& padre, vista_w nombre) noexcept;
-// Makes a key for everybody, writes to it and deletes it.
-bool i_se_puede_escribir() noexcept;
-
-// ---- Values (lumoreg_valores.cpp)
-
-bool i_escribe(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor, DWORD tipo, const void* dato,
-               std::size_t bytes) noexcept;
-bool i_escribe_cadena(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor, DWORD tipo,
-                      const wchar_t* dato) noexcept;
-void i_borra_valor(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_valor) noexcept;
-// A NULL string when it cannot be read.
-template <class C>
-cadena<C> i_lee_cadena(const clave_abierta<C>& clave, const C* nombre_valor) noexcept;
-cadena_w i_lee_cadena(const apertura& como, const wchar_t* clave, const wchar_t* nombre_valor) noexcept;
-
-// The values that are texts, with the texts of each.
-struct valores_de_clave {
-    objeto<ArrCADENA_u> nombres;
-    objeto<ArrPunteroConTipo> datos;
-};
-valores_de_clave i_lista_valores(const clave_abierta<wchar_t>& clave) noexcept;
 
 }  // namespace interno

@@ -1,15 +1,9 @@
-// Keys: creating, listing and deleting them, and the probe of the right to write. See lumoreg.hpp.
-//
-// Promises: a deletion acts in the one view in which the parent of the named key was opened. Below it every key is
-// opened relative to the handle of its parent, always as itself and never as what a link points to, and what is
-// deleted is the very key that was opened. So a link goes and its target stays, whoever puts one where meanwhile.
-// Depth costs room for one level each, and no stack.
-// Cannot promise: a key whose name holds a NUL, which the calls by name cannot open: it is reported and stays.
-// Checked by tests/system/lumoreg_claves_win32_test.cpp and lumoreg_borrado_win32_test.cpp.
+// See lumoreg_claves.hpp.
+#include "system/lumoreg_claves.hpp"
+
 #include <algorithm>
 
-#include "companions/arr.hpp"
-#include "system/lumoreg.hpp"
+#include "system/lumoreg_valores.hpp"
 #include "system/multicadena.hpp"
 
 namespace interno {
@@ -77,8 +71,8 @@ private:
     HKEY i_abre(HKEY padre, std::size_t donde_empieza, REGSAM acceso) noexcept {
         HKEY clave = nullptr;
         ruta_.anade(L'\0');
-        const LSTATUS error = registro_de<wchar_t>::abre(padre, ruta_.data() + donde_empieza,
-                                                         REG_OPTION_OPEN_LINK, acceso | vista_, &clave);
+        const LSTATUS error = sistema.RegOpenKeyExW(padre, ruta_.data() + donde_empieza, REG_OPTION_OPEN_LINK,
+                                                    acceso | vista_, &clave);
         ruta_.quita_ultimo();
         return error == ERROR_SUCCESS ? clave : nullptr;
     }
@@ -106,8 +100,8 @@ private:
         wchar_t nombre[sitio_nombre_a_borrar];
         DWORD longitud = sitio_nombre_a_borrar;
         const HKEY clave = niveles_.back().clave;
-        const LSTATUS error =
-            registro_de<wchar_t>::dame_subclave(clave, niveles_.back().indice++, nombre, &longitud);
+        const LSTATUS error = sistema.RegEnumKeyExW(clave, niveles_.back().indice++, nombre, &longitud,
+                                                    nullptr, nullptr, nullptr, nullptr);
         if (error == ERROR_MORE_DATA) {
             return;
         }
@@ -142,20 +136,19 @@ constexpr bool i_sin_nombre(vista_w ruta) noexcept {
 
 template <class C>
 bool i_dame_subclaves(const clave_abierta<C>& clave, arr_cadena<C>& subclaves) noexcept {
-    censo_de_clave censo;
-    if (!clave.comprueba(registro_de<C>::cuenta(clave.get(), &censo)) || censo.num_subclaves == 0) {
+    const std::optional<censo_de_clave> censo = clave.cuenta();
+    if (!censo || censo->num_subclaves == 0) {
         return false;
     }
     // Room for any name: one that is created meanwhile may be longer than the longest that was counted.
-    std::size_t sitio =
-        censo.mayor_subclave < mayor_nombre_de_clave ? mayor_nombre_de_clave : censo.mayor_subclave;
-    sitio = sitio * (sizeof(C) == 1 ? bytes_por_unidad : 1) + 1;
+    const std::size_t unidades = std::max<std::size_t>(mayor_nombre_de_clave, censo->mayor_subclave);
+    const std::size_t sitio = unidades * (sizeof(C) == 1 ? bytes_por_unidad : 1) + 1;
     vector_interno<C> nombre;
     nombre.reserva_sitio(sitio);
     nombre.data()[0] = C(0);
-    for (DWORD indice = 0; indice < censo.num_subclaves; ++indice) {
+    for (DWORD indice = 0; indice < censo->num_subclaves; ++indice) {
         auto longitud = static_cast<DWORD>(sitio);
-        const LSTATUS error = registro_de<C>::dame_subclave(clave.get(), indice, nombre.data(), &longitud);
+        const LSTATUS error = clave.dame_subclave(indice, nombre.data(), longitud);
         i_comprueba_con(error == ERROR_SUCCESS || error == ERROR_MORE_DATA,
                         "error == ERROR_SUCCESS || error == ERROR_MORE_DATA", clave.ruta());
         // Also after a failure: callers count on one element per counted subkey.

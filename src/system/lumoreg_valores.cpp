@@ -1,5 +1,6 @@
-// Values: writing, reading, listing and deleting them. See lumoreg.hpp.
-#include "system/lumoreg.hpp"
+// See lumoreg_valores.hpp.
+#include "system/lumoreg_valores.hpp"
+
 #include "system/multicadena.hpp"
 
 namespace interno {
@@ -68,18 +69,22 @@ void i_borra_valor(const clave_abierta<wchar_t>& clave, const wchar_t* nombre_va
 
 template <class C>
 cadena<C> i_lee_cadena(const clave_abierta<C>& clave, const C* nombre_valor) noexcept {
-    censo_de_clave censo;
-    if (!clave.comprueba(registro_de<C>::cuenta(clave.get(), &censo)) || censo.num_valores == 0) {
+    const std::optional<censo_de_clave> censo = clave.cuenta();
+    if (!censo || censo->num_valores == 0) {
         return {};
     }
-    bufer_de_valor<C> bufer(censo.mayor_dato_bytes);
-    DWORD bytes = bufer.bytes();
-    LSTATUS error = registro_de<C>::lee_valor(clave.get(), nombre_valor, bufer.datos(), &bytes);
+    bufer_de_valor<C> bufer(censo->mayor_dato_bytes);
+    DWORD bytes = 0;
+    const auto lee = [&] {
+        bytes = bufer.bytes();
+        return (sistema.*llamadas_de<C>::lee_valor)(clave.get(), nombre_valor, nullptr, nullptr,
+                                                    reinterpret_cast<BYTE*>(bufer.datos()), &bytes);
+    };
+    LSTATUS error = lee();
     // Written anew meanwhile, or 8-bit text that needs more bytes than the UTF-16 that was counted.
     while (error == ERROR_MORE_DATA && bytes > bufer.bytes()) {
         bufer.prepara(bytes);
-        bytes = bufer.bytes();
-        error = registro_de<C>::lee_valor(clave.get(), nombre_valor, bufer.datos(), &bytes);
+        error = lee();
     }
     return error == ERROR_SUCCESS ? cadena<C>(i_hasta_terminador(bufer.texto(bytes))) : cadena<C>();
 }
@@ -94,8 +99,7 @@ cadena_w i_lee_cadena(const apertura& como, const wchar_t* clave, const wchar_t*
 
 valores_de_clave i_lista_valores(const clave_abierta<wchar_t>& clave) noexcept {
     valores_de_clave valores = {objeto<ArrCADENA_u>::crea(), objeto<ArrPunteroConTipo>::crea()};
-    censo_de_clave censo;
-    clave.comprueba(registro_de<wchar_t>::cuenta(clave.get(), &censo));
+    const censo_de_clave censo = clave.cuenta().value_or(censo_de_clave{});
     const std::size_t sitio_nombre = censo.mayor_nombre_valor + 1;
     bufer_de_valor<wchar_t> nombre(sitio_nombre * sizeof(wchar_t));
     bufer_de_valor<wchar_t> datos(censo.mayor_dato_bytes);

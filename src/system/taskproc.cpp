@@ -23,16 +23,8 @@ constexpr unsigned tomas_de_instantanea = 10;
 // found twice.
 constexpr DWORD pid_inactivo = 0;
 
-struct rasgos_instantanea {
-    static HANDLE vacia() noexcept { return INVALID_HANDLE_VALUE; }
-    static BOOL cierra(HANDLE valor) noexcept { return sistema.CloseHandle(valor); }
-};
-struct rasgos_proceso {
-    static HANDLE vacia() noexcept { return nullptr; }
-    static BOOL cierra(HANDLE valor) noexcept { return sistema.CloseHandle(valor); }
-};
-using manija_instantanea = manija<rasgos_instantanea>;
-using manija_proceso = manija<rasgos_proceso>;
+using manija_instantanea = manija<&tabla_sistema::CloseHandle>;
+using manija_proceso = manija<&tabla_sistema::CloseHandle>;
 
 manija_instantanea i_instantanea_de_modulos(DWORD pid) noexcept {
     manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));

@@ -65,12 +65,12 @@ void lanza_destruccion(void** registro) {
 
 TEST(anfitrion, que_excepciones_acaban_aqui) {
     for (const DWORD codigo : codigos) {
-        EXPECT_TRUE(interno::i_acaba_en_la_frontera(codigo)) << std::hex << codigo;
+        EXPECT_TRUE(interno::i_acaba_en_la_barrera(codigo)) << std::hex << codigo;
     }
     // GCC's three kinds, faults, a breakpoint, a name given to a thread, a line for the debugger.
     for (const DWORD codigo : {0x20474343ul, 0x21474343ul, 0x22474343ul, 0xC0000005ul, 0xC0000094ul,
                                0xC00000FDul, 0x80000003ul, 0x406D1388ul, 0x40010006ul}) {
-        EXPECT_FALSE(interno::i_acaba_en_la_frontera(codigo)) << std::hex << codigo;
+        EXPECT_FALSE(interno::i_acaba_en_la_barrera(codigo)) << std::hex << codigo;
     }
 }
 
@@ -122,11 +122,12 @@ TEST(anfitrion, ninguna_funcion_del_anfitrion_se_lleva_un_bloque) {
 
         buclrein_establece_receptor(lanza_pregunta, nullptr);
         buclrein_establece_politica(0, 0);
-        interno::BuclRein* bucle = interno::buclrein_crea(1, 1);
-        interno::buclrein_set_mensaje_reintentar(
-            bucle, [] { return interno::cadena_w(L"x"); }, 5);
-        EXPECT_EQ(interno::buclrein_reintentar(bucle, 0), 0);
-        interno::buclrein_destruye(&bucle);
+        {
+            interno::BuclRein bucle = interno::buclrein_crea(true, true);
+            interno::buclrein_set_mensaje_reintentar(
+                bucle, [] { return interno::cadena_w(L"x"); }, 5);
+            EXPECT_FALSE(interno::buclrein_reintentar(bucle, false));
+        }
         EXPECT_EQ(lumospy_bloques_vivos(), vivos);
 
         ArrCADENA* lista = arr_CreaCADENA(0);

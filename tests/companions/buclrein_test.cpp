@@ -18,20 +18,20 @@ namespace {
 
 struct escenario {
     const char* nombre = "";
-    unsigned short reintentar = 1;
-    unsigned short informar = 1;
+    bool reintentar = true;
+    bool informar = true;
     bool servicio = false;
     unsigned long silenciosos = 5;
     unsigned long espera_ms = 100;
     int bien_en = 0;                              // number of the attempt that succeeds; 0 for none
     std::vector<unsigned short> respuestas = {};  // to the questions; 0 after the last
     const char* sucesos = "";
-    unsigned short resultado = 0;
+    bool resultado = false;
 };
 
 struct transcurso {
     std::string sucesos;
-    unsigned short resultado;
+    bool resultado;
 };
 
 transcurso corre(const escenario& e) {
@@ -49,16 +49,16 @@ transcurso corre(const escenario& e) {
         return preguntas < e.respuestas.size() ? e.respuestas[preguntas++] : 0;
     });
     int intentos = 0;
-    const unsigned short resultado = i_con_reintentos(
+    const bool resultado = i_con_reintentos(
         e.reintentar, e.informar,
-        [&]() -> unsigned short {
+        [&] {
             sucesos += sucesos.empty() ? "I" : " I";
-            return ++intentos == e.bien_en ? 1 : 0;
+            return ++intentos == e.bien_en;
         },
-        [&](BuclRein* bucle) {
+        [&](BuclRein& bucle) {
             buclrein_set_mensaje_reintentar(
                 bucle, [&] { return cadena_w(vista_w(L"mensaje")); }, 0);
-            if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle) == 1) {
+            if (buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle)) {
                 sucesos += "*";
             }
         });
@@ -69,8 +69,8 @@ transcurso corre(const escenario& e) {
 }
 
 const escenario escenarios[] = {
-    {.nombre = "success at once", .bien_en = 1, .sucesos = "I", .resultado = 1},
-    {.nombre = "the third attempt succeeds", .bien_en = 3, .sucesos = "I* E100 I E100 I", .resultado = 1},
+    {.nombre = "success at once", .bien_en = 1, .sucesos = "I", .resultado = true},
+    {.nombre = "the third attempt succeeds", .bien_en = 3, .sucesos = "I* E100 I E100 I", .resultado = true},
     {.nombre = "gives up after the default policy", .sucesos = "I* E100 I E100 I E100 I E100 I E100 I P"},
     {.nombre = "the user grants one attempt, and is asked again",
      .silenciosos = 1,
@@ -81,27 +81,26 @@ const escenario escenarios[] = {
      .bien_en = 4,
      .respuestas = {1, 1},
      .sucesos = "I* E100 I P I P I",
-     .resultado = 1},
+     .resultado = true},
     {.nombre = "any answer but 1 gives up", .silenciosos = 0, .respuestas = {2}, .sucesos = "I* P"},
     {.nombre = "no silent retries: asked at once",
      .silenciosos = 0,
      .respuestas = {1},
      .sucesos = "I* P I P"},
     {.nombre = "without report it is over after the silent retries",
-     .informar = 0,
+     .informar = false,
      .silenciosos = 2,
      .sucesos = "I* E100 I E100 I"},
     {.nombre = "without report and without silent retries: not going to retry",
-     .informar = 0,
+     .informar = false,
      .silenciosos = 0,
      .sucesos = "I"},
-    {.nombre = "retry 0", .reintentar = 0, .sucesos = "I"},
-    {.nombre = "retry 0 and report 0", .reintentar = 0, .informar = 0, .sucesos = "I"},
-    {.nombre = "retry 0 that succeeds", .reintentar = 0, .bien_en = 1, .sucesos = "I", .resultado = 1},
+    {.nombre = "retry 0", .reintentar = false, .sucesos = "I"},
+    {.nombre = "retry 0 and report 0", .reintentar = false, .informar = false, .sucesos = "I"},
+    {.nombre = "retry 0 that succeeds", .reintentar = false, .bien_en = 1, .sucesos = "I", .resultado = true},
     {.nombre = "service mode", .servicio = true, .sucesos = "I"},
-    {.nombre = "service mode without report", .informar = 0, .servicio = true, .sucesos = "I"},
-    {.nombre = "another wait", .informar = 0, .silenciosos = 1, .espera_ms = 7, .sucesos = "I* E7 I"},
-    {.nombre = "a truth value that is not 1 is false", .reintentar = 2, .informar = 2, .sucesos = "I"},
+    {.nombre = "service mode without report", .informar = false, .servicio = true, .sucesos = "I"},
+    {.nombre = "another wait", .informar = false, .silenciosos = 1, .espera_ms = 7, .sucesos = "I* E7 I"},
 };
 
 // The rules read one by one, without a state machine.
@@ -109,7 +108,7 @@ std::string modelo(const escenario& e) {
     std::string sucesos;
     unsigned long silenciosos = e.silenciosos;
     std::size_t preguntas = 0;
-    const bool insiste = e.reintentar == 1 && !e.servicio;
+    const bool insiste = e.reintentar && !e.servicio;
     for (int intento = 1;; ++intento) {
         sucesos += sucesos.empty() ? "I" : " I";
         if (intento == e.bien_en) {
@@ -118,13 +117,13 @@ std::string modelo(const escenario& e) {
         if (!insiste) {
             return sucesos;
         }
-        if (intento == 1 && (silenciosos > 0 || e.informar == 1)) {
+        if (intento == 1 && (silenciosos > 0 || e.informar)) {
             sucesos += "*";
         }
         if (silenciosos > 0) {
             --silenciosos;
             sucesos += " E" + std::to_string(e.espera_ms);
-        } else if (e.informar == 1) {
+        } else if (e.informar) {
             sucesos += " P";
             const bool si = preguntas < e.respuestas.size() && e.respuestas[preguntas] == 1;
             ++preguntas;
@@ -155,8 +154,8 @@ TEST(buclrein, toda_combinacion_como_el_modelo) {
             for (int bien_en = 0; bien_en < 8; ++bien_en) {
                 for (const auto& r : respuestas) {
                     escenario e;
-                    e.reintentar = bits & 1;
-                    e.informar = (bits >> 1) & 1;
+                    e.reintentar = (bits & 1) != 0;
+                    e.informar = (bits & 2) != 0;
                     e.servicio = (bits & 4) != 0;
                     e.silenciosos = silenciosos;
                     e.bien_en = bien_en;
@@ -179,8 +178,8 @@ TEST(buclrein, la_pregunta_lleva_el_ultimo_mensaje_y_su_codigo) {
         contesta([](const pregunta& p) -> unsigned short { return p.mensaje.substr(0, 9) == "intento 1"; });
         int intento = 0;
         i_con_reintentos(
-            1, 1, [&]() -> unsigned short { return 0; },
-            [&](BuclRein* bucle) {
+            true, true, [] { return false; },
+            [&](BuclRein& bucle) {
                 const texto_w mensaje = w("intento " + std::to_string(++intento) + " ñ%s");
                 buclrein_set_mensaje_reintentar(
                     bucle, [&] { return cadena_w(vista_w(mensaje)); }, f.codigo);
@@ -200,17 +199,17 @@ TEST(buclrein, sin_receptor_se_avisa_y_se_deja) {
     buclrein_establece_receptor(nullptr, nullptr);
     buclrein_establece_politica(1, 10);
     int intentos = 0;
-    const unsigned short bien = i_con_reintentos(
-        1, 1,
-        [&]() -> unsigned short {
+    const bool bien = i_con_reintentos(
+        true, true,
+        [&] {
             ++intentos;
-            return 0;
+            return false;
         },
-        [](BuclRein* bucle) {
+        [](BuclRein& bucle) {
             buclrein_set_mensaje_reintentar(
                 bucle, [] { return cadena_w(vista_w(L"no se puede")); }, 0);
         });
-    EXPECT_EQ(bien, 0);
+    EXPECT_FALSE(bien);
     EXPECT_EQ(intentos, 2);
     ESPERA_AVISOS("no se puede");
     toma_esperas();
@@ -229,12 +228,12 @@ TEST(buclrein, el_contexto_llega_y_un_receptor_que_lanza_deja_de_reintentar) {
     buclrein_establece_politica(0, 0);
     int intentos = 0;
     i_con_reintentos(
-        1, 1,
-        [&]() -> unsigned short {
+        true, true,
+        [&] {
             ++intentos;
-            return 0;
+            return false;
         },
-        [](BuclRein* bucle) {
+        [](BuclRein& bucle) {
             buclrein_set_mensaje_reintentar(
                 bucle, [] { return cadena_w(vista_w(L"x")); }, 5);
         });
@@ -244,15 +243,15 @@ TEST(buclrein, el_contexto_llega_y_un_receptor_que_lanza_deja_de_reintentar) {
 
 TEST(buclrein, el_mensaje_se_hace_solo_para_preguntar) {
     const struct {
-        unsigned short reintentar;
-        unsigned short informar;
+        bool reintentar;
+        bool informar;
         bool en_servicio;
         std::vector<int> hechos_en;  // the attempts, from 1
     } filas[] = {
-        {.reintentar = 1, .informar = 1, .en_servicio = false, .hechos_en = {3, 4}},
-        {.reintentar = 1, .informar = 0, .en_servicio = false, .hechos_en = {}},
-        {.reintentar = 0, .informar = 1, .en_servicio = false, .hechos_en = {}},
-        {.reintentar = 1, .informar = 1, .en_servicio = true, .hechos_en = {}},
+        {.reintentar = true, .informar = true, .en_servicio = false, .hechos_en = {3, 4}},
+        {.reintentar = true, .informar = false, .en_servicio = false, .hechos_en = {}},
+        {.reintentar = false, .informar = true, .en_servicio = false, .hechos_en = {}},
+        {.reintentar = true, .informar = true, .en_servicio = true, .hechos_en = {}},
     };
     for (const auto& f : filas) {
         SCOPED_TRACE(testing::Message() << f.reintentar << f.informar << f.en_servicio);
@@ -265,7 +264,7 @@ TEST(buclrein, el_mensaje_se_hace_solo_para_preguntar) {
         std::vector<int> hechos;
         i_con_reintentos(
             f.reintentar, f.informar, [&] { return ++intento == 0; },
-            [&](BuclRein* bucle) {
+            [&](BuclRein& bucle) {
                 buclrein_set_mensaje_reintentar(
                     bucle,
                     [&] {
@@ -283,26 +282,23 @@ TEST(buclrein, el_mensaje_se_hace_solo_para_preguntar) {
 
 TEST(buclrein, la_politica_es_la_de_cuando_nace_el_bucle) {
     buclrein_establece_politica(1, 100);
-    BuclRein* bucle = buclrein_crea(1, 0);
+    BuclRein bucle = buclrein_crea(true, false);
     buclrein_establece_politica(9, 100);
     buclrein_set_mensaje_reintentar(
         bucle, [&] { return cadena_w(vista_w(L"x")); }, 0);
-    EXPECT_EQ(buclrein_reintentar(bucle, 0), 1);
-    EXPECT_EQ(buclrein_reintentar(bucle, 0), 0);
-    buclrein_destruye(&bucle);
-    EXPECT_EQ(bucle, nullptr);
+    EXPECT_TRUE(buclrein_reintentar(bucle, false));
+    EXPECT_FALSE(buclrein_reintentar(bucle, false));
     EXPECT_EQ(toma_esperas(), std::vector<unsigned long>{100});
 }
 
 TEST(buclrein, el_primer_reintento_solo_lo_es_tras_un_fallo) {
-    BuclRein* bucle = buclrein_crea(1, 1);
-    EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 0);
+    BuclRein bucle = buclrein_crea(true, true);
+    EXPECT_FALSE(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle));
     buclrein_set_mensaje_reintentar(
         bucle, [&] { return cadena_w(vista_w(L"x")); }, 0);
-    EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 1);
-    EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 1);  // asking changes nothing
-    EXPECT_EQ(buclrein_reintentar(bucle, 0), 1);
-    EXPECT_EQ(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle), 0);
-    buclrein_destruye(&bucle);
+    EXPECT_TRUE(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle));
+    EXPECT_TRUE(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle));  // asking changes nothing
+    EXPECT_TRUE(buclrein_reintentar(bucle, false));
+    EXPECT_FALSE(buclrein_es_el_primer_reintento_antes_de_mostrar_aviso(bucle));
     toma_esperas();
 }

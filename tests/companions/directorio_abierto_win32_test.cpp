@@ -36,10 +36,9 @@ entrada_leida entrada(volumen_falso& v, const std::string& ruta, const wchar_t* 
 lista lee_entera(directorio_abierto& directorio, DWORD* codigo = nullptr) {
     lista nombres;
     lector_de_directorio lector(directorio);
-    entrada_leida e;
-    while (lector.siguiente(&e)) {
-        if (!e.es_relativa()) {
-            nombres.push_back(u8(e.nombre));
+    while (const entrada_leida* e = lector.siguiente()) {
+        if (!e->es_relativa()) {
+            nombres.push_back(u8(e->nombre));
         }
     }
     if (codigo != nullptr) {
@@ -294,13 +293,14 @@ TEST(directorio_abierto, la_marca_de_la_raiz_no_la_recibe_otro) {
     v.pon("C:\\d", {});
     v["C:\\d"].atributos = dir | FILE_ATTRIBUTE_READONLY;
     raiz_abierta raiz(L"C:\\d");
-    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, false), 0u);
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_escritura), 0u);
     EXPECT_EQ(v["C:\\d"].atributos, dir);
-    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, true), 0u);
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_lectura), 0u);
     EXPECT_EQ(v["C:\\d"].atributos, dir | FILE_ATTRIBUTE_READONLY);
     for (const DWORD otro : {DWORD{dir}, DWORD{enlace_dir}}) {
         ASSERT_TRUE(v.cambia("C:\\d", {"", otro, otro == dir ? 0 : IO_REPARSE_TAG_SYMLINK}));
-        EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, true), DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_lectura),
+                  DWORD{ERROR_CANT_ACCESS_FILE});
         EXPECT_EQ(v["C:\\d"].atributos, otro);
     }
     EXPECT_EQ(v["C:\\fuera"].atributos, dir);
@@ -444,10 +444,9 @@ TEST(directorio_abierto, cada_manera_de_leer_rechazada_lleva_a_la_siguiente) {
             lista leidas;
             {
                 lector_de_directorio lector(raiz.directorio);
-                entrada_leida e;
-                while (lector.siguiente(&e)) {
-                    leidas.push_back(u8(e.nombre) + " " + std::to_string(e.atributos) + " " +
-                                     std::to_string(e.marca) + " " + std::to_string(e.numero));
+                while (const entrada_leida* e = lector.siguiente()) {
+                    leidas.push_back(u8(e->nombre) + " " + std::to_string(e->atributos) + " " +
+                                     std::to_string(e->reanalisis) + " " + std::to_string(e->numero));
                 }
                 EXPECT_EQ(lector.codigo(), DWORD{ERROR_NO_MORE_FILES});
             }
@@ -506,15 +505,14 @@ TEST(directorio_abierto, una_lectura_que_se_rompe_a_medias) {
         v.rechaza_sin_numeros = como == lectura::por_busqueda ? ERROR_NOT_SUPPORTED : 0;
         raiz_abierta raiz(L"C:\\d");
         lector_de_directorio lector(raiz.directorio);
-        entrada_leida e;
         lista nombres;
-        while (lector.siguiente(&e)) {
-            nombres.push_back(u8(e.nombre));
+        while (const entrada_leida* e = lector.siguiente()) {
+            nombres.push_back(u8(e->nombre));
         }
         EXPECT_EQ(nombres, (lista{".", "..", "a", "b", "c"}));
         EXPECT_EQ(lector.codigo(), DWORD{ERROR_NETNAME_DELETED});
         EXPECT_EQ(u8(lector.ultimo_nombre()), "c");
-        EXPECT_FALSE(lector.siguiente(&e)) << "an end stays one";
+        EXPECT_EQ(lector.siguiente(), nullptr) << "an end stays one";
     }
 }
 
@@ -738,8 +736,7 @@ TEST(directorio_abierto, los_nombres_cuentan_como_estan) {
         raiz_abierta raiz(L"C:\\d");
         const texto_w unidades = w(nombre);
         const entrada_leida leida = entrada(v, std::string("C:\\d\\") + nombre, unidades.c_str());
-        DWORD atributos = 0;
-        EXPECT_EQ(raiz.directorio.lee_atributos(leida, &atributos), 0u) << nombre;
+        EXPECT_TRUE(raiz.directorio.mira(leida).hay()) << nombre;
         EXPECT_EQ(raiz.directorio.borra(leida), 0u) << nombre;
         EXPECT_EQ(v.arbol("C:\\d"), lista{"f"}) << nombre;
     }
@@ -766,11 +763,11 @@ TEST(directorio_abierto, un_nombre_que_no_es_uno_no_se_toca_nunca) {
             for (const DWORD atributos : {DWORD{dir}, DWORD{FILE_ATTRIBUTE_NORMAL}}) {
                 const entrada_leida leida = {nombre, atributos, 0, 0, {}};
                 directorio_abierto hijo;
-                DWORD leidos = 77;
                 EXPECT_EQ(hijo.abre(raiz.directorio, leida), DWORD{ERROR_CANT_ACCESS_FILE});
                 EXPECT_EQ(raiz.directorio.borra(leida), DWORD{ERROR_CANT_ACCESS_FILE});
-                EXPECT_EQ(raiz.directorio.lee_atributos(leida, &leidos), DWORD{ERROR_CANT_ACCESS_FILE});
-                EXPECT_EQ(leidos, 77u);
+                const interno::existencia que_hay = raiz.directorio.mira(leida);
+                EXPECT_EQ(que_hay.cual, interno::existencia::estado::no_se_sabe);
+                EXPECT_EQ(que_hay.codigo, DWORD{ERROR_CANT_ACCESS_FILE});
                 EXPECT_EQ(raiz.directorio.pon_atributos(leida, 1), DWORD{ERROR_CANT_ACCESS_FILE});
             }
         }
@@ -784,15 +781,13 @@ TEST(directorio_abierto, los_atributos_de_una_entrada) {
     v.pon("C:\\d", {{"f", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN}});
     raiz_abierta raiz(L"C:\\d");
     const entrada_leida leida = entrada(v, "C:\\d\\f", L"f");
-    DWORD atributos = 0;
-    EXPECT_EQ(raiz.directorio.lee_atributos(leida, &atributos), 0u);
-    EXPECT_EQ(atributos, DWORD{FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN});
+    EXPECT_EQ(raiz.directorio.mira(leida).atributos, DWORD{FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN});
     EXPECT_EQ(raiz.directorio.pon_atributos(leida, FILE_ATTRIBUTE_HIDDEN), 0u);
     EXPECT_EQ(v["C:\\d\\f"].atributos, DWORD{FILE_ATTRIBUTE_HIDDEN});
     EXPECT_EQ(raiz.directorio.pon_atributos(leida, 0), 0u);
     EXPECT_EQ(v["C:\\d\\f"].atributos, DWORD{FILE_ATTRIBUTE_NORMAL}) << "0 would change nothing";
     const entrada_leida falta = {L"no", FILE_ATTRIBUTE_NORMAL, 0, 0, {}};
-    EXPECT_EQ(raiz.directorio.lee_atributos(falta, &atributos), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(raiz.directorio.mira(falta).codigo, DWORD{ERROR_FILE_NOT_FOUND});
     EXPECT_EQ(raiz.directorio.pon_atributos(falta, 1), DWORD{ERROR_FILE_NOT_FOUND});
 }
 

@@ -205,44 +205,44 @@ TEST(lmlongpath, cada_llamada_llega_mas_alla_del_limite_clasico) {
             return w(absoluta ? dir.ruta(cual) : con_barras(cual));
         };
         const auto hay = [&](const std::string& nombre) { return dir.existe(relativa + "\\" + nombre); };
-        DWORD codigo = 77;
-        EXPECT_TRUE(lmlongpath_CreateDirectoryW(ruta("sub").c_str(), nullptr, &codigo));
+        EXPECT_TRUE(lmlongpath_CreateDirectoryW(ruta("sub").c_str()).hecho);
         EXPECT_TRUE(hay("sub"));
         {
-            const manija_fichero h = lmlongpath_CreateFileW(ruta("f \u00f1.txt").c_str(), GENERIC_WRITE, 0,
-                                                            nullptr, CREATE_NEW, 0, nullptr, &codigo);
+            const fichero_abierto h =
+                lmlongpath_CreateFileW(ruta("f \u00f1.txt").c_str(), GENERIC_WRITE, 0, CREATE_NEW);
             EXPECT_TRUE(h.valida());
+            EXPECT_EQ(h.codigo, 0u);
         }
         dir.fichero(relativa + "\\f \u00f1.txt", "12345");
         EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_existencia), 1);
         EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_lectura), 1);
         EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_escritura), 1);
-        EXPECT_EQ(lmlongpath_wchmod(ruta("f \u00f1.txt").c_str(), modo_lectura), 0);
+        EXPECT_TRUE(lmlongpath_wchmod(ruta("f \u00f1.txt").c_str(), modo_lectura));
         EXPECT_TRUE(dir.es_de_solo_lectura(relativa + "\\f \u00f1.txt"));
         EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_escritura), 0);
         EXPECT_EQ(lmlongpath_waccess(ruta("f \u00f1.txt").c_str(), acceso_lectura), 1);
-        EXPECT_EQ(lmlongpath_wchmod(ruta("f \u00f1.txt").c_str(), modo_escritura), 0);
+        EXPECT_TRUE(lmlongpath_wchmod(ruta("f \u00f1.txt").c_str(), modo_escritura));
         EXPECT_FALSE(dir.es_de_solo_lectura(relativa + "\\f \u00f1.txt"));
         EXPECT_EQ(lmlongpath_GetFileAttributesW(ruta("sub").c_str()) & FILE_ATTRIBUTE_DIRECTORY,
                   DWORD{FILE_ATTRIBUTE_DIRECTORY});
-        WIN32_FILE_ATTRIBUTE_DATA datos = {};
-        EXPECT_TRUE(lmlongpath_GetFileAttributesExW(ruta("f \u00f1.txt").c_str(), &datos));
-        EXPECT_EQ(datos.nFileSizeLow, 5u);
+        EXPECT_EQ(lmlongpath_GetFileAttributesExW(ruta("f \u00f1.txt").c_str()).nFileSizeLow, 5u);
         unsigned long codigo_tamanyo = 77;
         EXPECT_EQ(lmlongpath_GetFileSize(ruta("f \u00f1.txt").c_str(), &codigo_tamanyo), 5u);
         EXPECT_EQ(codigo_tamanyo, 77u);
-        EXPECT_TRUE(lmlongpath_RenameFileW(ruta("f \u00f1.txt").c_str(), ruta("g.txt").c_str(), &codigo));
+        EXPECT_TRUE(lmlongpath_RenameFileW(ruta("f \u00f1.txt").c_str(), ruta("g.txt").c_str()).hecho);
         EXPECT_TRUE(hay("g.txt"));
-        EXPECT_TRUE(lmlongpath_MoveFileW(ruta("g.txt").c_str(), ruta("sub\\h.txt").c_str(), 0));
+        EXPECT_TRUE(lmlongpath_MoveFileW(ruta("g.txt").c_str(), ruta("sub\\h.txt").c_str(), 0).hecho);
         EXPECT_TRUE(hay("sub\\h.txt"));
         WIN32_FIND_DATAW encontrado;
         {
-            const manija_busqueda b = lmlongpath_FindFirstFileW(ruta("sub\\h*").c_str(), &encontrado);
+            const manija_busqueda b =
+                lmlongpath_FindFirstFileW(ruta("sub\\h*").c_str(), encontrado, detalle::todo);
             EXPECT_TRUE(b.valida());
             EXPECT_EQ(u8(encontrado.cFileName), "h.txt");
         }
         {
-            const manija_busqueda b = lmlongpath_FindFirstFileW(ruta("sub\\h*").c_str(), &encontrado, true);
+            const manija_busqueda b =
+                lmlongpath_FindFirstFileW(ruta("sub\\h*").c_str(), encontrado, detalle::sin_nombre_corto);
             EXPECT_TRUE(b.valida());
             EXPECT_EQ(u8(encontrado.cFileName), "h.txt");
         }
@@ -252,11 +252,10 @@ TEST(lmlongpath, cada_llamada_llega_mas_alla_del_limite_clasico) {
         EXPECT_TRUE(
             iguales_sin_caja(a_vista(sitio.data()), w("\\\\?\\" + dir.ruta(relativa + "\\sub\\h.txt"))));
         EXPECT_NE(lmlongpath_GetShortPathNameW(ruta("sub\\h.txt").c_str(), sitio.data(), 1000), 0u);
-        EXPECT_TRUE(lmlongpath_DeleteFileW(ruta("sub\\h.txt").c_str(), &codigo));
+        EXPECT_TRUE(lmlongpath_DeleteFileW(ruta("sub\\h.txt").c_str()).hecho);
         EXPECT_FALSE(hay("sub\\h.txt"));
-        EXPECT_TRUE(lmlongpath_RemoveDirectoryW(ruta("sub").c_str(), &codigo));
+        EXPECT_TRUE(lmlongpath_RemoveDirectoryW(ruta("sub").c_str()).hecho);
         EXPECT_FALSE(hay("sub"));
-        EXPECT_EQ(codigo, 77u);  // no success touches it
     }
 }
 
@@ -272,65 +271,61 @@ TEST(lmlongpath, el_codigo_de_un_fallo_se_entrega_y_queda_como_ultimo_error) {
         const texto_w lleno = dir.ruta_w(donde + "\\lleno");
         struct fila {
             const char* nombre;
-            std::function<bool(DWORD*)> falla;  // true when it failed, as it must
+            std::function<desenlace()> falla;
             DWORD codigo;
         };
         const fila filas[] = {
             {"create file",
-             [&](DWORD* c) {
-                 return !lmlongpath_CreateFileW(falta.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
-                                                nullptr, c)
-                             .valida();
+             [&] {
+                 const fichero_abierto h = lmlongpath_CreateFileW(falta.c_str(), GENERIC_READ, 0);
+                 return desenlace{h.valida(), h.codigo};
              },
              ERROR_FILE_NOT_FOUND},
-            {"delete", [&](DWORD* c) { return !lmlongpath_DeleteFileW(falta.c_str(), c); },
-             ERROR_FILE_NOT_FOUND},
-            {"create directory",
-             [&](DWORD* c) { return !lmlongpath_CreateDirectoryW(lleno.c_str(), nullptr, c); },
+            {"delete", [&] { return lmlongpath_DeleteFileW(falta.c_str()); }, ERROR_FILE_NOT_FOUND},
+            {"create directory", [&] { return lmlongpath_CreateDirectoryW(lleno.c_str()); },
              ERROR_ALREADY_EXISTS},
-            {"remove directory", [&](DWORD* c) { return !lmlongpath_RemoveDirectoryW(lleno.c_str(), c); },
+            {"remove directory", [&] { return lmlongpath_RemoveDirectoryW(lleno.c_str()); },
              ERROR_DIR_NOT_EMPTY},
             {"rename onto an existing one",
-             [&](DWORD* c) { return !lmlongpath_RenameFileW(esta.c_str(), lleno.c_str(), c); },
-             ERROR_ALREADY_EXISTS},
-            {"rename a missing one",
-             [&](DWORD* c) { return !lmlongpath_RenameFileW(falta.c_str(), esta.c_str(), c); },
+             [&] { return lmlongpath_RenameFileW(esta.c_str(), lleno.c_str()); }, ERROR_ALREADY_EXISTS},
+            {"rename a missing one", [&] { return lmlongpath_RenameFileW(falta.c_str(), esta.c_str()); },
              ERROR_FILE_NOT_FOUND},
-            {"size", [&](DWORD* c) { return lmlongpath_GetFileSize(falta.c_str(), c) == ~0ull; },
+            {"size",
+             [&] {
+                 unsigned long codigo = 77;
+                 const bool bien = lmlongpath_GetFileSize(falta.c_str(), &codigo) != ~0ull;
+                 return desenlace{bien, codigo};
+             },
              ERROR_FILE_NOT_FOUND},
         };
         for (const fila& f : filas) {
             SCOPED_TRACE(f.nombre);
-            DWORD codigo = 77;
             ::SetLastError(0);
-            const bool fallo = f.falla(&codigo);
+            const desenlace fin = f.falla();
             const DWORD ultimo = ::GetLastError();
-            EXPECT_TRUE(fallo);
-            EXPECT_EQ(codigo, f.codigo);
+            EXPECT_FALSE(fin.hecho);
+            EXPECT_EQ(fin.codigo, f.codigo);
             EXPECT_EQ(ultimo, f.codigo);
-            ::SetLastError(0);
-            const bool fallo_sin_codigo = f.falla(nullptr);
-            const DWORD ultimo_sin_codigo = ::GetLastError();
-            EXPECT_TRUE(fallo_sin_codigo);
-            EXPECT_EQ(ultimo_sin_codigo, f.codigo);
         }
+        ::SetLastError(0);
+        EXPECT_EQ(lmlongpath_GetFileSize(falta.c_str(), nullptr), ~0ull);
+        EXPECT_EQ(::GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
         // Wine gives a prefixed path back without looking for it.
         const sustituye<decltype(&::GetLongPathNameW)> no_hay(
             sistema.GetLongPathNameW, [](const wchar_t*, wchar_t*, DWORD) WINAPI -> DWORD {
                 ::SetLastError(ERROR_FILE_NOT_FOUND);
                 return 0;
             });
-        // Those without an out-parameter leave it in place as well.
-        WIN32_FILE_ATTRIBUTE_DATA datos;
+        // Those that answer without a code leave it in place as well.
         WIN32_FIND_DATAW encontrado;
         wchar_t sitio[8];
         const std::function<void()> sin_out[] = {
             [&] { lmlongpath_GetFileAttributesW(falta.c_str()); },
-            [&] { lmlongpath_GetFileAttributesExW(falta.c_str(), &datos); },
+            [&] { lmlongpath_GetFileAttributesExW(falta.c_str()); },
             [&] { lmlongpath_waccess(falta.c_str(), acceso_existencia); },
             [&] { lmlongpath_wchmod(falta.c_str(), modo_lectura); },
             [&] { lmlongpath_MoveFileW(falta.c_str(), esta.c_str(), 0); },
-            [&] { lmlongpath_FindFirstFileW(falta.c_str(), &encontrado); },
+            [&] { lmlongpath_FindFirstFileW(falta.c_str(), encontrado, detalle::todo); },
             [&] { lmlongpath_GetLongPathNameW(falta.c_str(), sitio, 8); },
             [&] { lmlongpath_GetShortPathNameW(falta.c_str(), sitio, 8); },
         };
@@ -359,11 +354,12 @@ TEST(lmlongpath, un_patron_de_busqueda_conserva_sus_puntos_finales) {
         {"\\.", ""},        {"\\d\\..", ""},
     };
     for (const fila& fila : filas) {
-        lmlongpath_FindFirstFileW({w(base + fila.patron).c_str(), ruta_fijada::uso::busqueda}, &datos);
+        lmlongpath_FindFirstFileW({w(base + fila.patron).c_str(), ruta_fijada::uso::busqueda}, datos,
+                                  detalle::todo);
         EXPECT_EQ(f.historia().back().nombre, "FindFirstFileExW");
         EXPECT_EQ(f.historia().back().ruta, "\\\\?\\" + base + fila.espera) << fila.patron;
     }
-    lmlongpath_FindFirstFileW({L"C:\\no-hay\\*.", ruta_fijada::uso::busqueda}, &datos);
+    lmlongpath_FindFirstFileW({L"C:\\no-hay\\*.", ruta_fijada::uso::busqueda}, datos, detalle::todo);
     EXPECT_EQ(f.historia().back().ruta, "C:\\no-hay\\*.");
 }
 
@@ -378,9 +374,9 @@ TEST(lmlongpath, los_atributos_vacios_se_dicen_normales) {
                                                               puestos = a;
                                                               return TRUE;
                                                           });
-    EXPECT_EQ(lmlongpath_wchmod(L"C:\\x", modo_escritura), 0);
+    EXPECT_TRUE(lmlongpath_wchmod(L"C:\\x", modo_escritura));
     EXPECT_EQ(puestos, DWORD{FILE_ATTRIBUTE_NORMAL});
-    EXPECT_EQ(lmlongpath_wchmod(L"C:\\x", modo_lectura), 0);
+    EXPECT_TRUE(lmlongpath_wchmod(L"C:\\x", modo_lectura));
     EXPECT_EQ(puestos, DWORD{FILE_ATTRIBUTE_READONLY});
 }
 
@@ -409,17 +405,17 @@ TEST(lmlongpath, los_indicadores_de_renombrar_mover_y_buscar) {
             return INVALID_HANDLE_VALUE;
         });
     const sustituye<BOOL(WINAPI*)()> sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
-    EXPECT_TRUE(lmlongpath_RenameFileW(L"C:\\a", L"C:\\b", nullptr));
+    EXPECT_TRUE(lmlongpath_RenameFileW(L"C:\\a", L"C:\\b").hecho);
     EXPECT_EQ(indicadores, DWORD{MOVEFILE_COPY_ALLOWED});  // to another volume too, never over another file
-    EXPECT_TRUE(lmlongpath_MoveFileW(L"C:\\a", L"C:\\b", 0));
+    EXPECT_TRUE(lmlongpath_MoveFileW(L"C:\\a", L"C:\\b", 0).hecho);
     EXPECT_EQ(indicadores, 0u);
-    EXPECT_TRUE(lmlongpath_MoveFileW(L"C:\\a", L"C:\\b", MOVEFILE_REPLACE_EXISTING));
+    EXPECT_TRUE(lmlongpath_MoveFileW(L"C:\\a", L"C:\\b", MOVEFILE_REPLACE_EXISTING).hecho);
     EXPECT_EQ(indicadores, DWORD{MOVEFILE_REPLACE_EXISTING});
     WIN32_FIND_DATAW datos;
-    EXPECT_FALSE(lmlongpath_FindFirstFileW(L"C:\\*", &datos).valida());
+    EXPECT_FALSE(lmlongpath_FindFirstFileW(L"C:\\*", datos, detalle::todo).valida());
     EXPECT_EQ(nivel, FindExInfoStandard);
     EXPECT_EQ(indicadores, 0u);
-    EXPECT_FALSE(lmlongpath_FindFirstFileW(L"C:\\*", &datos, true).valida());
+    EXPECT_FALSE(lmlongpath_FindFirstFileW(L"C:\\*", datos, detalle::sin_nombre_corto).valida());
     EXPECT_EQ(nivel, FindExInfoBasic);
     EXPECT_EQ(indicadores, DWORD{FIND_FIRST_EX_LARGE_FETCH});
 }

@@ -423,11 +423,13 @@ TEST(nombres_atados, una_marca_no_cambia_detras_de_un_enlace_que_ya_no_esta) {
     ASSERT_EQ(raiz.abre(ruta, trato), DWORD{ERROR_SUCCESS});
     const auto lee = [](interno::directorio_abierto& directorio, const wchar_t* nombre) {
         interno::lector_de_directorio lector(directorio);
-        interno::entrada_leida e = {};
-        while (lector.siguiente(&e) && e.nombre != nombre) {
+        const interno::entrada_leida* e = lector.siguiente();
+        while (e != nullptr && e->nombre != nombre) {
+            e = lector.siguiente();
         }
-        e.nombre = nombre;
-        return e;
+        interno::entrada_leida leida = e == nullptr ? interno::entrada_leida{} : *e;
+        leida.nombre = nombre;
+        return leida;
     };
     interno::directorio_abierto hijo;
     ASSERT_EQ(hijo.abre(raiz, lee(raiz, L"d")), DWORD{ERROR_SUCCESS});

@@ -119,7 +119,7 @@ TEST(programa, la_imagen_es_de_64_bits_cuando_el_ejecutable_lo_es) {
     const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
     const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
     EXPECT_EQ(sistema.machine_es_imagen_de_64bits(),
-              nt->OptionalHeader.Magic == IMAGE_NT_OPTIONAL_HDR64_MAGIC ? 1 : 0);
+              nt->OptionalHeader.Magic == IMAGE_NT_OPTIONAL_HDR64_MAGIC);
 }
 
 // ---- short and long forms

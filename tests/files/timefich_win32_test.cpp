@@ -326,35 +326,15 @@ TEST(timefich, se_lee_solo_la_fecha_local_pedida) {
 
 TEST(timefich, las_tres_fechas_se_leen_en_UTC) {
     const fecha_fingida fecha(en_1970);
-    FILETIME c = intacta;
-    FILETIME a = intacta;
-    FILETIME m = intacta;
-    unsigned int codigo = 77;
-    EXPECT_EQ(i_lee_fechas(L"C:\\x", &c, &a, &m, &codigo), 1);
-    EXPECT_EQ(i_intervalos(c), en_1970 - 7 * segundo);
-    EXPECT_EQ(i_intervalos(a), en_1970 + 7 * segundo);
-    EXPECT_EQ(i_intervalos(m), en_1970);
-    EXPECT_EQ(codigo, 0u);
+    const interno::datos_de_fichero datos = i_lee_fechas(L"C:\\x");
+    EXPECT_TRUE(datos.leidos());
+    EXPECT_EQ(datos.codigo, 0u);
+    EXPECT_EQ(i_intervalos(datos.ftCreationTime), en_1970 - 7 * segundo);
+    EXPECT_EQ(i_intervalos(datos.ftLastAccessTime), en_1970 + 7 * segundo);
+    EXPECT_EQ(i_intervalos(datos.ftLastWriteTime), en_1970);
 
-    const FILETIME antes = m;
-    struct {
-        const wchar_t* fichero;
-        FILETIME* c;
-        FILETIME* a;
-        FILETIME* m;
-        const char* informe;
-    } const filas[] = {
-        {nullptr, &c, &a, &m, "(fichero) != NULL"},
-        {L"C:\\x", nullptr, &a, &m, "(fecha_creacion) != NULL"},
-        {L"C:\\x", &c, nullptr, &m, "(fecha_acceso) != NULL"},
-        {L"C:\\x", &c, &a, nullptr, "(fecha_modificacion) != NULL"},
-    };
-    for (const auto& f : filas) {
-        EXPECT_EQ(i_lee_fechas(f.fichero, f.c, f.a, f.m, &codigo), 0);
-        ESPERA_INFORMES(f.informe);
-        EXPECT_EQ(codigo, static_cast<unsigned>(ERROR_INVALID_PARAMETER));
-        EXPECT_EQ(i_intervalos(m), i_intervalos(antes));
-    }
+    EXPECT_EQ(i_lee_fechas(nullptr).codigo, DWORD{ERROR_INVALID_PARAMETER});
+    ESPERA_INFORMES("(fichero) != NULL");
 }
 
 TEST(timefich, NULL_se_informa_y_no_se_toca_nada) {

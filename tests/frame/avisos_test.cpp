@@ -62,12 +62,12 @@ TEST(avisos, en_modo_servicio_nada_se_muestra_ni_se_reintenta) {
     ESPERA_AVISOS();
     int intentos = 0;
     i_con_reintentos(
-        1, 1,
-        [&]() -> unsigned short {
+        true, true,
+        [&] {
             ++intentos;
-            return 0;
+            return false;
         },
-        [](BuclRein* bucle) {
+        [](BuclRein& bucle) {
             buclrein_set_mensaje_reintentar(
                 bucle, [] { return cadena_w(vista_w(L"x")); }, 5);
         });

@@ -572,7 +572,7 @@ TEST(dirwin, que_es_una_marca_de_enlace) {
         {.atributos = FILE_ATTRIBUTE_REPARSE_POINT, .etiqueta = IO_REPARSE_TAG_SYMLINK, .enlace = true},
     };
     for (const fila& f : filas) {
-        EXPECT_EQ(interno::i_es_marca_de_enlace(f.atributos, f.etiqueta), f.enlace)
+        EXPECT_EQ(interno::i_es_de_enlace(f.atributos, f.etiqueta), f.enlace)
             << f.atributos << ' ' << f.etiqueta;
     }
 }

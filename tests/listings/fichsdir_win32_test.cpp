@@ -294,9 +294,8 @@ TEST(fichsdir, registros_de_ficheros) {
     d.pon_atributos("A.dat", FILE_ATTRIBUTE_READONLY);
     d.pon_fecha("a\xC3\xB1o", 0);
     const auto local = [](long long utc) {
-        FILETIME fecha;
-        EXPECT_TRUE(interno::i_filetime_de_segundos(utc, fecha));
-        return std::to_string(interno::i_segundos_locales_desde_1970(fecha));
+        return std::to_string(
+            interno::i_segundos_locales_desde_1970(interno::i_filetime_de_segundos(utc).value()));
     };
     const std::string b = "b.txt " + local(1'600'000'000) + " 0 " + d.ruta();
     const std::string a = "A.dat " + local(1'234'567'890) + " 1 " + d.ruta();
@@ -345,7 +344,8 @@ TEST(fichsdir, la_fecha_es_la_del_reloj_de_pared_con_las_reglas_de_su_anyo) {
         for (const long long cambio : zona.cambios) {
             for (const long long s : {-31'556'952ll, -86'400ll, -1ll, 0ll, 60ll, 120ll, 15'778'476ll}) {
                 entrada_falsa e{"x"};
-                if (interno::i_filetime_de_segundos(cambio + s, e.fecha) && cambio + s >= 86'400) {
+                if (cambio + s >= 86'400) {
+                    e.fecha = interno::i_filetime_de_segundos(cambio + s).value();
                     falsa.patrones["C:\\d\\*"].push_back(e);
                     fechas.push_back(e.fecha);
                 }
@@ -384,8 +384,7 @@ TEST(fichsdir, una_fecha_anterior_a_1970_se_queda_y_se_informa) {
 
 TEST(fichsdir, el_conjunto_ordenado_se_busca_y_se_llena) {
     busqueda_falsa falsa;
-    FILETIME fecha;
-    ASSERT_TRUE(interno::i_filetime_de_segundos(1'000'000, fecha));
+    const FILETIME fecha = interno::i_filetime_de_segundos(1'000'000).value();
     for (const char* nombre : {"c", "B", "a", "b", "\xC3\xB1", "a"}) {
         falsa.patrones["C:\\d\\*"].push_back({nombre, FILE_ATTRIBUTE_NORMAL, 0, fecha});
     }
@@ -704,8 +703,7 @@ TEST(fichsdir, rutas_mas_largas_que_el_limite_clasico_en_los_dos_sabores) {
 TEST(fichsdir, nombres_que_la_pagina_de_codigos_no_tiene) {
     const en_pagina p(1252);
     busqueda_falsa falsa;
-    FILETIME fecha;
-    ASSERT_TRUE(interno::i_filetime_de_segundos(10, fecha));
+    const FILETIME fecha = interno::i_filetime_de_segundos(10).value();
     falsa.patrones["C:\\d\\*"] = {{"\xE6\x97\xA5.txt", FILE_ATTRIBUTE_NORMAL, 0, fecha},
                                   {"\xED\xA0\xBD", FILE_ATTRIBUTE_NORMAL, 0, fecha},
                                   {"\xC4\x80", FILE_ATTRIBUTE_NORMAL, 0, fecha}};  // never a look-alike A
@@ -719,8 +717,7 @@ TEST(fichsdir, nombres_que_la_pagina_de_codigos_no_tiene) {
 
 TEST(fichsdir, el_censo_cuenta_registros_nombres_y_rutas) {
     busqueda_falsa falsa;
-    FILETIME fecha;
-    ASSERT_TRUE(interno::i_filetime_de_segundos(10, fecha));
+    const FILETIME fecha = interno::i_filetime_de_segundos(10).value();
     for (int i = 0; i < 20; ++i) {
         falsa.patrones["C:\\d\\*"].push_back({std::to_string(i), FILE_ATTRIBUTE_NORMAL, 0, fecha});
     }

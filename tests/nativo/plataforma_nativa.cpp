@@ -396,7 +396,7 @@ cadena_w variable_de_entorno(const wchar_t* nombre) {
     return resultado;
 }
 
-void llama_tras_frontera(void (*funcion)(void*), void* argumento) {
+void llama_tras_barrera(void (*funcion)(void*), void* argumento) {
     funcion(argumento);
 }
 

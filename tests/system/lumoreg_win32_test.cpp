@@ -33,8 +33,8 @@ LSTATUS WINAPI anota_w(HKEY raiz, const wchar_t* ruta, DWORD, REGSAM acceso, HKE
 LSTATUS WINAPI anota_a(HKEY raiz, const char* ruta, DWORD, REGSAM acceso, HKEY* clave) {
     return anota({raiz, de_cp1252(ruta), acceso, false}, clave);
 }
-unsigned short imagen_de_32bits() noexcept {
-    return 0;
+bool imagen_de_32bits() noexcept {
+    return false;
 }
 
 class aperturas_anotadas {
