@@ -237,16 +237,23 @@ DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta) {
         return ERROR_SUCCESS;
     }
     const sin_dialogos callado;
-    DWORD codigo = ERROR_SUCCESS;
     const manija_fichero abierto = lmlongpath_CreateFileW(
         ruta, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, nullptr, OPEN_EXISTING,
-        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, &codigo);
+        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr, nullptr);
     if (!abierto.valida()) {
-        return codigo;
+        return i_ultimo_error();
     }
+    return i_es_lo_que_nombra(abierto.get(), ruta) ? ERROR_SUCCESS : ERROR_CANT_ACCESS_FILE;
+}
+
+bool i_es_lo_que_nombra(HANDLE abierto, const ruta_fijada& ruta) {
+    if (!sistema.sigue_enlaces()) {
+        return true;
+    }
+    const sin_dialogos callado;
     trato_con_volumen trato;
     cadena_w verdadero;
-    return i_es_lo_nombrado(abierto.get(), ruta, trato, &verdadero) ? ERROR_SUCCESS : ERROR_CANT_ACCESS_FILE;
+    return i_es_lo_nombrado(abierto, ruta, trato, &verdadero);
 }
 
 // ---- Opening ----

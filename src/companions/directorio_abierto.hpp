@@ -54,10 +54,12 @@ inline unsigned long long i_numero(HANDLE abierta) noexcept {
     return sistema.numero_de_fichero(abierta, &numero) ? numero : 0;
 }
 
-// Whoever deletes or renames by this path acts on what bears its name (ERROR_SUCCESS); or why not: it cannot be opened,
+// Whoever deletes, renames or marks by this path acts on what bears its name (ERROR_SUCCESS); or why not: it cannot be opened,
 // or a system that follows links (Wine) would act on what a link leads to, for all one knows (ERROR_CANT_ACCESS_FILE).
 // Where links are not followed nothing is asked.
 DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta);
+// The same of what this path has opened.
+bool i_es_lo_que_nombra(HANDLE abierto, const ruta_fijada& ruta);
 
 inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
     while (acaba_en_separador(ruta)) {

@@ -254,7 +254,10 @@ int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
                              ? atributos & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY)
                              : atributos | FILE_ATTRIBUTE_READONLY;
     // A set of no attributes must be said so: 0 would leave them unchanged.
-    return sistema.SetFileAttributesW(ruta.c_str(), nuevos == 0 ? FILE_ATTRIBUTE_NORMAL : nuevos) ? 0 : -1;
+    return i_alcanza_lo_nombrado(ruta) &&
+                   sistema.SetFileAttributesW(ruta.c_str(), nuevos == 0 ? FILE_ATTRIBUTE_NORMAL : nuevos)
+               ? 0
+               : -1;
 }
 
 BOOL lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta, WIN32_FILE_ATTRIBUTE_DATA* datos) noexcept {

@@ -2,6 +2,7 @@
 #include "files/timefich.hpp"
 
 #include "companions/buclrein.hpp"
+#include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
@@ -53,12 +54,17 @@ BOOL i_pon_fechas(HANDLE abierto, const FILETIME* creacion, const FILETIME* modi
     return asignadas;
 }
 
-// One attempt. Opened alone: a program that is still writing the file would date it again.
+// One attempt. Opened alone: a program that is still writing the file would date it again. And as what bears the name:
+// a link gets the date itself, as it is the link's own date that is read.
 bool i_intenta_asignar(const ruta_fijada& fichero, const FILETIME* creacion, const FILETIME* modificacion,
                        DWORD* codigo) noexcept {
-    manija_fichero abierto =
-        lmlongpath_CreateFileW(fichero, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr, codigo);
+    manija_fichero abierto = lmlongpath_CreateFileW(fichero, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                                    FILE_FLAG_OPEN_REPARSE_POINT, nullptr, codigo);
     if (!abierto.valida()) {
+        return false;
+    }
+    if (!i_es_lo_que_nombra(abierto.get(), fichero)) {
+        *codigo = ERROR_CANT_ACCESS_FILE;
         return false;
     }
     const BOOL asignadas = i_pon_fechas(abierto.get(), creacion, modificacion, codigo);

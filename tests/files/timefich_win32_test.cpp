@@ -6,6 +6,8 @@
 #include "apoyo/apoyo.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/hijo.hpp"
+#include "apoyo/lado_unix.hpp"
+#include "companions/buclrein.h"
 #include "companions/plataforma.hpp"
 #include "companions/reloj.hpp"
 #include "files/timefich.hpp"
@@ -558,10 +560,15 @@ HANDLE WINAPI abre_contando(const wchar_t* ruta, DWORD acceso, DWORD compartir,
     EXPECT_EQ(acceso, static_cast<DWORD>(GENERIC_WRITE));
     EXPECT_EQ(compartir, 0u);
     EXPECT_EQ(disposicion, static_cast<DWORD>(OPEN_EXISTING));
+    EXPECT_EQ(indicadores, static_cast<DWORD>(FILE_FLAG_OPEN_REPARSE_POINT)) << "a link is dated itself";
     return ::CreateFileW(ruta, acceso, compartir, seguridad, disposicion, indicadores, plantilla);
+}
+BOOL WINAPI no_sigue_enlaces() {
+    return FALSE;
 }
 
 TEST(timefich, un_valor_fuera_de_FILETIME_no_abre_nada) {
+    const sustituye<decltype(sistema.sigue_enlaces)> sin_enlaces(sistema.sigue_enlaces, no_sigue_enlaces);
     const sustituye<decltype(sistema.CreateFileW)> cuenta(sistema.CreateFileW, abre_contando);
     const sustituye<decltype(sistema.SetFileTime)> mira(sistema.SetFileTime, pone_fechas_en_memoria);
     const fichero_fechado fichero;
@@ -605,6 +612,7 @@ TEST(timefich, un_valor_fuera_de_FILETIME_no_abre_nada) {
 // To the system such a date says "leave it as it is" (0), "and from now on too" (-1) or "no longer so" (-2): it would answer
 // success and date nothing.
 TEST(timefich, una_fecha_que_dice_dejarla_no_abre_ni_pregunta_nada) {
+    const sustituye<decltype(sistema.sigue_enlaces)> sin_enlaces(sistema.sigue_enlaces, no_sigue_enlaces);
     const sustituye<decltype(sistema.CreateFileW)> cuenta(sistema.CreateFileW, abre_contando);
     const fichero_fechado fichero;
     const long long antes = fichero.modificacion();
@@ -761,9 +769,99 @@ TEST(timefich, un_fichero_que_falta_o_protegido_no_se_fecha) {
     EXPECT_EQ(::GetFileAttributesW(falta.c_str()), INVALID_FILE_ATTRIBUTES) << "nothing is created";
 }
 
+// ---- Links
+
+struct forma_de_fechar {
+    const char* nombre;
+    std::function<unsigned short(const std::string&)> fecha;
+    bool contesta;
+    bool pregunta;
+};
+const FILETIME fecha_nueva = i_filetime(en_1970 + 12'345 * segundo);
+const forma_de_fechar formas_de_fechar[] = {
+    {"u", [](const std::string& r) { return timefich_asignar_fecha_u(w(r).c_str(), nullptr, &fecha_nueva); },
+     true, true},
+    {"8-bit",
+     [](const std::string& r) {
+         timefich_asignar_fecha(cp1252(r).c_str(), &fecha_nueva, &fecha_nueva);
+         return CIERTO;
+     },
+     false, true},
+    {"UTC", [](const std::string& r) { return timefich_asignar_fecha_fichero_UTC(w(r).c_str(), 12'345); },
+     true, true},
+    {"ansi UTC",
+     [](const std::string& r) { return timefich_asignar_fecha_fichero_ansi_UTC(cp1252(r).c_str(), 12'345); },
+     true, true},
+    {"si es posible",
+     [](const std::string& r) {
+         return timefich_asignar_fecha_fichero_UTC_si_es_posible(w(r).c_str(), 12'345);
+     },
+     true, false},
+    {"local",
+     [](const std::string& r) { return timefich_asignar_fecha_fichero_unicode(w(r).c_str(), 12'345); }, true,
+     true},
+    {"local 8-bit",
+     [](const std::string& r) { return timefich_asignar_fecha_fichero(cp1252(r).c_str(), 12'345); }, true,
+     true},
+};
+
+TEST(timefich, un_enlace_que_el_sistema_seguiria_no_fecha_lo_que_hay_detras) {
+    const lado_unix u;
+    if (!u.hay() || !sistema.sigue_enlaces()) {
+        GTEST_SKIP() << "links are not followed here";
+    }
+    buclrein_establece_politica(2, 10);
+    u.corre(
+        "mkdir fuera s 'p '; echo 1 >fuera/v; ln -s fuera/v l; ln -s l doble; ln -s ../fuera/v s/v; ln -s s "
+        "por;"
+        "ln -s ../fuera/v 'p /v'; ln -s fuera/v '\xc3\xb1'; touch -d @1000000000 fuera/v");
+    const std::vector<std::string> antes = u.censo_exacto(".");
+    const std::string literal = "\\\\?\\" + u.d.ruta() + "\\";
+    for (const std::string& ruta : {u.d.ruta("l"), u.d.ruta("doble"), u.d.ruta("s\\v"), u.d.ruta("por\\v"),
+                                    u.d.ruta("s/v"), literal + "l", literal + "p \\v", u.d.ruta("\u00f1")}) {
+        for (const forma_de_fechar& f : formas_de_fechar) {
+            SCOPED_TRACE(std::string(f.nombre) + " " + ruta);
+            fallos libro;
+            EXPECT_EQ(f.fecha(ruta), f.contesta ? 0 : 1);
+            EXPECT_EQ(libro.cuenta("SetFileTime"), 0u);
+            EXPECT_EQ(libro.manijas_abiertas(), 0u);
+            EXPECT_EQ(toma_esperas().size(), 2u);
+            const std::vector<pregunta> preguntas = toma_preguntas();
+            ASSERT_EQ(preguntas.size(), f.pregunta ? 1u : 0u);
+            if (f.pregunta) {
+                EXPECT_EQ(preguntas[0].mensaje, pregunta_158391(ruta, ERROR_CANT_ACCESS_FILE));
+            }
+        }
+    }
+    EXPECT_EQ(u.censo_exacto("."), antes);
+    // A link on the way is the caller's business.
+    u.corre("echo 2 >s/f");
+    for (const forma_de_fechar& f : formas_de_fechar) {
+        u.corre("touch -d @1000000000 s/f");
+        EXPECT_EQ(f.fecha(u.d.ruta("por\\f")), 1) << f.nombre;
+        EXPECT_NE(u.corre("stat -c %Y s/f"), "1000000000\n") << f.nombre;
+    }
+    u.corre("rm s/f");
+    // Whatever call fails.
+    for (const forma_de_fechar& f : formas_de_fechar) {
+        con_cada_fallo(
+            [] {}, [&] { f.fecha(u.d.ruta("s\\v")); },
+            [&](const ronda& r) {
+                EXPECT_EQ(timefich_obtener_fecha_fichero_UTC(u.d.ruta_w("fuera\\v").c_str()), 1'000'000'000)
+                    << f.nombre << " " << r;
+                toma_informes();
+                toma_avisos();
+                toma_preguntas();
+                toma_esperas();
+            });
+    }
+    EXPECT_EQ(u.censo_exacto("."), antes);
+}
+
 // ---- Every system call failing in turn
 
 TEST(timefich, cada_llamada_al_sistema_que_falla_al_asignar_se_nota) {
+    const sustituye<decltype(sistema.sigue_enlaces)> sin_enlaces(sistema.sigue_enlaces, no_sigue_enlaces);
     // The calls of a setting: conversion, open, set, close.
     struct {
         const char* que;
