@@ -378,6 +378,7 @@ TEST(lmlongpath, los_atributos_vacios_se_dicen_normales) {
                                                               puestos = a;
                                                               return TRUE;
                                                           });
+    const sustituye<BOOL(WINAPI*)()> sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
     EXPECT_EQ(lmlongpath_wchmod(L"C:\\x", modo_escritura), 0);
     EXPECT_EQ(puestos, DWORD{FILE_ATTRIBUTE_NORMAL});
     EXPECT_EQ(lmlongpath_wchmod(L"C:\\x", modo_lectura), 0);
