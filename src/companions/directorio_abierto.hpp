@@ -54,7 +54,7 @@ inline unsigned long long i_numero(HANDLE abierta) noexcept {
     return sistema.numero_de_fichero(abierta, &numero) ? numero : 0;
 }
 
-// ERROR_SUCCESS when a deletion or a renaming by this path acts on what bears its name; else why not: it cannot be
+// ERROR_SUCCESS when a deletion, a renaming or a mark by this path acts on what bears its name; else why not: it cannot be
 // opened, or a system that follows links (Wine) might act on what a link leads to (ERROR_CANT_ACCESS_FILE). Where links
 // are not followed nothing is asked.
 DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta);

@@ -247,7 +247,8 @@ bool lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
     }
     // A set of no attributes must be said so: 0 would leave them unchanged.
     const DWORD nuevos = i_con_proteccion(atributos, modo);
-    return sistema.SetFileAttributesW(ruta.c_str(), nuevos == 0 ? FILE_ATTRIBUTE_NORMAL : nuevos) != FALSE;
+    return i_alcanza_lo_nombrado(ruta) &&
+           sistema.SetFileAttributesW(ruta.c_str(), nuevos == 0 ? FILE_ATTRIBUTE_NORMAL : nuevos) != FALSE;
 }
 
 datos_de_fichero lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta) noexcept {

@@ -5,7 +5,8 @@
 // changes the current directory meanwhile (a question, a callback, another thread) redirects nothing. Each call
 // tells how it ended, and leaves the code of a failure as the thread's last error too. A path that is absolute and
 // short costs no call besides the one asked for, a relative one a single call for all that is done with it.
-// Where the system would follow a link (Wine), a deletion or a renaming fails instead, with ERROR_CANT_ACCESS_FILE.
+// Where the system would follow a link (Wine), a deletion, a renaming or a change of attributes fails instead, with
+// ERROR_CANT_ACCESS_FILE.
 // Cannot promise: anything about a share that is not there.
 // Checked by tests/companions/lmlongpath_win32_test.cpp.
 #pragma once

@@ -374,6 +374,7 @@ TEST(lmlongpath, los_atributos_vacios_se_dicen_normales) {
                                                               puestos = a;
                                                               return TRUE;
                                                           });
+    const sustituye<BOOL(WINAPI*)()> sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
     EXPECT_TRUE(lmlongpath_wchmod(L"C:\\x", modo_escritura));
     EXPECT_EQ(puestos, DWORD{FILE_ATTRIBUTE_NORMAL});
     EXPECT_TRUE(lmlongpath_wchmod(L"C:\\x", modo_lectura));

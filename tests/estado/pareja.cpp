@@ -35,10 +35,26 @@ const fila* la_fila(const std::string& nombre) {
     return nullptr;
 }
 
-// No links are about: asking whether one was named would open files in the other's way.
-struct sin_preguntar_por_enlaces {
-    const sustituye<BOOL(WINAPI*)()> sustituida{interno::sistema.sigue_enlaces,
-                                                []() WINAPI { return BOOL{FALSE}; }};
+// Windows looks for a name, in whatever letters, and makes it under one lock. Wine looks first and has it made afterwards,
+// in a directory that keeps letter case: of two programs that create `d` and `D` at once, one time in ten each gets its
+// own, a state that no volume of Windows' knows. So one creates after the other here.
+BOOL WINAPI crea_bajo_llave(const wchar_t* ruta, SECURITY_ATTRIBUTES* seguridad) {
+    static const HANDLE llave = ::CreateMutexW(nullptr, FALSE, L"lumodir estado: creation");
+    ::WaitForSingleObject(llave, INFINITE);
+    const BOOL creado = ::CreateDirectoryW(ruta, seguridad);
+    const DWORD codigo = ::GetLastError();
+    ::ReleaseMutex(llave);
+    ::SetLastError(codigo);
+    return creado;
+}
+
+// What two at once need of the system.
+struct para_dos {
+    // No links are about: asking whether one was named would open files in the other's way.
+    const sustituye<BOOL(WINAPI*)()> enlaces{interno::sistema.sigue_enlaces,
+                                             []() WINAPI { return BOOL{FALSE}; }};
+    const sustituye<decltype(&::CreateDirectoryW)> creacion{interno::sistema.CreateDirectoryW,
+                                                            crea_bajo_llave};
 };
 
 // Few names, so that both want the same.
@@ -89,7 +105,7 @@ void espera_al_otro(mesa& m) {
 }
 
 const papel papel_pareja(el_que_hace_lo_mismo, [] {
-    const sin_preguntar_por_enlaces callado;
+    const para_dos preparado;
     if (!::SetCurrentDirectoryW(L"Q:\\")) {
         return 1;
     }
@@ -115,7 +131,7 @@ struct lado {
 
 // Deleting, moving and removing take two steps: they open what bears the name now, and then that goes or moves, also
 // if the other has given it another name meanwhile. So does creating a directory: the system makes it and holds it for
-// a moment, in which nobody can move or remove it.
+// a moment, in which nobody can move or remove it; and what is answered is whether it is there then.
 bool toma_dos_pasos(const std::string& nombre) {
     return nombre == "cdir_borra_fichero_con_comprobacion" || nombre == "cdir_se_borra_directorio" ||
            nombre == "cdir_renombra_fichero_si_es_posible" || nombre == "cdir_mueve_fichero";
@@ -135,7 +151,8 @@ std::pair<nodo*, nodo*> con_numero(nodo& padre, unsigned numero) {
 // The second step: what is answered; nothing where the system answers in either way.
 std::optional<std::string> acaba(reglas& r, const paso& p, unsigned numero) {
     if (p.f->nombre == std::string_view(creacion)) {
-        return "1";
+        const hallazgo h = r.v.busca(*p.a[0]);
+        return h.codigo == 0 && h.cosa->es_directorio ? "1" : "0";
     }
     const auto [padre, n] = con_numero(r.v.cima, numero);
     if (n == nullptr) {
@@ -223,7 +240,8 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
         if (p.f->aplicable != nullptr && !p.f->aplicable(despues, p.a)) {
             return true;  // the model says nothing of this order
         }
-        if (const hallazgo h = despues.v.busca(*p.a[0]); h.codigo == 0 && toma_dos_pasos(p.f->nombre)) {
+        const hallazgo h = despues.v.busca(*p.a[0]);
+        if (h.codigo == 0 && toma_dos_pasos(p.f->nombre)) {
             const unsigned lo_suyo = numera(*h.cosa);
             // What the other has open is in use.
             if (otro.abierta == lo_suyo && real == "0") {
@@ -237,10 +255,14 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
             if (explica(c, despues, x, y)) {
                 return true;
             }
-        } else if (p.f->modela(despues, p.a, real) == real || real == "(void)") {
-            const bool es_nuevo = h.codigo != 0 && p.f->nombre == std::string_view(creacion) && real == "1";
-            l.abierta = es_nuevo ? numera(*despues.v.busca(*p.a[0]).cosa) : 0;
-            l.hechos += es_nuevo ? 0 : 1;
+            continue;
+        }
+        const bool es_nuevo = h.codigo != 0 && p.f->nombre == std::string_view(creacion);
+        const std::string pensado = p.f->modela(despues, p.a, real);
+        const bool queda_abierto = es_nuevo && pensado == "1";
+        if (queda_abierto || pensado == real || real == "(void)") {
+            l.abierta = queda_abierto ? numera(*despues.v.busca(*p.a[0]).cosa) : 0;
+            l.hechos += queda_abierto ? 0 : 1;
             if (explica(c, despues, x, y)) {
                 return true;
             }
@@ -262,7 +284,7 @@ std::string contado(const std::vector<paso>& pasos, const std::vector<std::strin
 }  // namespace
 
 std::string corre_pareja(campo& c, juntos como, std::uint64_t semilla) {
-    const sin_preguntar_por_enlaces callado;
+    const para_dos preparado;
     azar z(semilla);
     reglas r;
     c.empieza(r);

@@ -289,32 +289,33 @@ TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_se_queda_donde_esta) {
 
 // ---- Protection ----
 
+struct marca {
+    const char* nombre;
+    std::function<void(const std::string&)> hace;
+    bool protege;
+};
+const marca marcas[] = {
+    {"protege wide", [](const std::string& r) { lumodir_protege_fichero_UNICODE(w(r).c_str()); }, true},
+    {"protege", [](const std::string& r) { lumodir_protege_fichero(cp1252(r).c_str()); }, true},
+    {"desprotege wide", [](const std::string& r) { lumodir_desprotege_fichero_UNICODE(w(r).c_str()); },
+     false},
+    {"desprotege", [](const std::string& r) { lumodir_desprotege_fichero(cp1252(r).c_str()); }, false},
+    {"si_existe wide",
+     [](const std::string& r) { lumodir_desprotege_fichero_si_existe_UNICODE(w(r).c_str()); }, false},
+    {"si_existe", [](const std::string& r) { lumodir_desprotege_fichero_si_existe(cp1252(r).c_str()); },
+     false},
+};
+
 TEST(renombra_protege, proteger_y_desproteger_cambian_un_solo_atributo) {
     const directorio_temporal dir;
-    struct par {
-        const char* nombre;
-        std::function<void(const std::string&)> hace;
-        bool protege;
-    };
-    const par funciones[] = {
-        {"protege wide", [](const std::string& r) { lumodir_protege_fichero_UNICODE(w(r).c_str()); }, true},
-        {"protege", [](const std::string& r) { lumodir_protege_fichero(cp1252(r).c_str()); }, true},
-        {"desprotege wide", [](const std::string& r) { lumodir_desprotege_fichero_UNICODE(w(r).c_str()); },
-         false},
-        {"desprotege", [](const std::string& r) { lumodir_desprotege_fichero(cp1252(r).c_str()); }, false},
-        {"si_existe wide",
-         [](const std::string& r) { lumodir_desprotege_fichero_si_existe_UNICODE(w(r).c_str()); }, false},
-        {"si_existe", [](const std::string& r) { lumodir_desprotege_fichero_si_existe(cp1252(r).c_str()); },
-         false},
-    };
     for (const std::string& nombre :
          {std::string("f.txt"), std::string("\u00f1 \u20ac.txt"), ruta_larga + "\\f.txt"}) {
         for (const DWORD otros : {DWORD{0}, DWORD{FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM}}) {
-            for (const DWORD marca : {DWORD{0}, DWORD{FILE_ATTRIBUTE_READONLY}}) {
-                for (const par& p : funciones) {
+            for (const DWORD antes : {DWORD{0}, DWORD{FILE_ATTRIBUTE_READONLY}}) {
+                for (const marca& p : marcas) {
                     SCOPED_TRACE(std::string(p.nombre) + " " + nombre);
                     dir.limpia();
-                    const DWORD todos = otros | marca;
+                    const DWORD todos = otros | antes;
                     dir.fichero(nombre, "x", todos == 0 ? DWORD{FILE_ATTRIBUTE_NORMAL} : todos);
                     p.hace(dir.ruta(nombre));
                     EXPECT_EQ(dir.es_de_solo_lectura(nombre), p.protege);  // also when it was so already
@@ -324,6 +325,56 @@ TEST(renombra_protege, proteger_y_desproteger_cambian_un_solo_atributo) {
             }
         }
     }
+}
+
+TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_no_marca_lo_que_hay_detras) {
+    const lado_unix u;
+    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
+        GTEST_SKIP() << "links are not followed here";
+    }
+    buclrein_establece_politica(2, 10);
+    u.corre(
+        "mkdir fuera s 'p '; echo 1 >fuera/v; echo 2 >fuera/p; chmod 644 fuera/v; chmod 444 fuera/p;"
+        "for f in v p; do ln -s fuera/$f l$f; ln -s l$f doble$f; ln -s ../fuera/$f s/$f;"
+        "ln -s ../fuera/$f \"p /$f\"; ln -s fuera/$f \"\xc3\xb1$f\"; done; ln -s fuera ld; ln -s s por");
+    const lista antes = u.censo_exacto(".");
+    const std::string literal = "\\\\?\\" + u.d.ruta() + "\\";
+    for (const char* de : {"v", "p"}) {
+        for (const std::string& ruta :
+             {u.d.ruta("l") + de, u.d.ruta("doble") + de, u.d.ruta("s\\") + de, u.d.ruta("por\\") + de,
+              u.d.ruta("s/") + de, literal + "l" + de, literal + "p \\" + de, u.d.ruta("\u00f1") + de,
+              u.d.ruta("ld"), u.d.ruta("ld\\")}) {
+            for (const marca& m : marcas) {
+                SCOPED_TRACE(std::string(m.nombre) + " " + ruta);
+                fallos libro;
+                m.hace(ruta);
+                EXPECT_EQ(libro.cuenta("SetFileAttributesW"), 0u);
+                EXPECT_EQ(libro.manijas_abiertas(), 0u);
+                EXPECT_EQ(toma_preguntas().size(), 1u);
+                EXPECT_EQ(toma_esperas().size(), 2u);
+            }
+        }
+        EXPECT_EQ(u.censo_exacto("."), antes);
+    }
+    // A link on the way is the caller's business.
+    for (const marca& m : marcas) {
+        u.corre("echo 2 >s/f; chmod " + std::string(m.protege ? "644" : "444") + " s/f");
+        m.hace(u.d.ruta("por\\f"));
+        EXPECT_EQ(u.corre("stat -c %a s/f; rm -f s/f"), m.protege ? "444\n" : "644\n") << m.nombre;
+    }
+    // Whatever call fails.
+    for (const marca& m : marcas) {
+        con_cada_fallo([] {}, [&] { m.hace(u.d.ruta(m.protege ? "lv" : "lp")); },
+                       [&](const ronda& r) {
+                           EXPECT_EQ(u.d.es_de_solo_lectura("fuera\\v"), false) << m.nombre << " " << r;
+                           EXPECT_EQ(u.d.es_de_solo_lectura("fuera\\p"), true) << m.nombre << " " << r;
+                           toma_informes();
+                           toma_avisos();
+                           toma_preguntas();
+                           toma_esperas();
+                       });
+    }
+    EXPECT_EQ(u.censo_exacto("."), antes);
 }
 
 TEST(renombra_protege, proteger_lo_que_falta_se_reintenta_y_se_pregunta) {
@@ -413,6 +464,8 @@ TEST(renombra_protege, bajo_fallos_o_se_hace_entero_o_todo_queda_como_estaba) {
 }
 
 TEST(renombra_protege, bajo_fallos_la_proteccion_se_reintenta) {
+    const sustituye<BOOL(WINAPI*)()> sin_enlaces(interno::sistema.sigue_enlaces,
+                                                 []() WINAPI { return BOOL{FALSE}; });
     const directorio_temporal dir;
     for (const bool protege : {true, false}) {
         unsigned short respuesta = 0;
@@ -477,6 +530,8 @@ TEST(renombra_protege, mientras_se_pregunta_nadie_lleva_el_cambio_a_otro_directo
 }
 
 TEST(renombra_protege, se_desprotege_el_fichero_que_se_vio) {
+    const sustituye<BOOL(WINAPI*)()> sin_enlaces(interno::sistema.sigue_enlaces,
+                                                 []() WINAPI { return BOOL{FALSE}; });
     const directorio_temporal dir;
     dir.fichero("uno\\a.txt", "uno", FILE_ATTRIBUTE_READONLY);
     dir.fichero("otro\\a.txt", "otro", FILE_ATTRIBUTE_READONLY);
