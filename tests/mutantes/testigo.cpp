@@ -19,9 +19,11 @@ private:
         desde_ = std::chrono::steady_clock::now();
     }
     void OnTestEnd(const ::testing::TestInfo& caso) override {
-        const auto us = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - desde_);
+        const auto us =
+            std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - desde_);
         std::fprintf(donde_, "%s.%s\t%d\t%lld\t", caso.test_suite_name(), caso.name(),
-                     caso.result()->Passed() || caso.result()->Skipped() ? 1 : 0, static_cast<long long>(us.count()));
+                     caso.result()->Passed() || caso.result()->Skipped() ? 1 : 0,
+                     static_cast<long long>(us.count()));
         for (unsigned i = 1; i <= LUMODIR_MUTANTES; ++i) {
             if (alcanzados[i] != 0) {
                 std::fprintf(donde_, "%u ", i);
