@@ -20,9 +20,11 @@ namespace {
 std::vector<std::string> g_informes;
 std::vector<std::string> g_avisos;
 unsigned g_pagina = 0;  // that of the whole run, where one was asked for
+bool g_cortos = false;  // no long text in the whole run
 
-constexpr std::size_t longitud_corriente = 600;  // past the limit of a component
-constexpr std::size_t longitud_maxima = 70000;   // beyond the 65,535 units that the repair of names looks at
+constexpr std::size_t longitud_corta = 300;  // past the limit of a component
+constexpr std::size_t longitud_corriente = 600;
+constexpr std::size_t longitud_maxima = 70000;  // beyond the 65,535 units that the repair of names looks at
 constexpr char marca_larga = '\x0C';
 constexpr char primera_pagina = '\x10';
 constexpr char repite_pocas = '\x0E';
@@ -85,6 +87,7 @@ std::vector<T> i_vacia(std::vector<T>& lista) {
 entrada::entrada(const std::uint8_t* datos, std::size_t tamanyo)
     : resto_(reinterpret_cast<const char*>(datos), tamanyo), es_larga_(resto_.starts_with(marca_larga)) {
     resto_.remove_prefix(es_larga_ ? 1 : 0);
+    es_larga_ = es_larga_ && !g_cortos;
     if (!resto_.empty() && resto_[0] >= primera_pagina &&
         resto_[0] < primera_pagina + static_cast<int>(std::size(apoyo::paginas))) {
         pagina_ = apoyo::paginas[resto_[0] - primera_pagina];
@@ -95,7 +98,7 @@ entrada::entrada(const std::uint8_t* datos, std::size_t tamanyo)
 
 // Repetitions carried out; a character is repeated with all its bytes.
 texto_a entrada::i_expandida(std::string_view linea, bool con_terminadores) const {
-    const std::size_t maxima = es_larga_ ? longitud_maxima : longitud_corriente;
+    const std::size_t maxima = es_larga_ ? longitud_maxima : g_cortos ? longitud_corta : longitud_corriente;
     texto_a texto;
     std::size_t ultimo = 0;  // where the last character begins
     for (std::size_t i = 0; i < linea.size() && texto.size() < maxima; ++i) {
@@ -199,6 +202,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
     if (const char* pagina = std::getenv("LUMODIR_PAGINA")) {
         arnes::g_pagina = static_cast<unsigned>(std::atoi(pagina));
     }
+    arnes::g_cortos = std::getenv("LUMODIR_CORTOS") != nullptr;
     error_interno_establece_receptor(arnes::i_recibe_informe, nullptr);
     lmaviso_establece_receptor(arnes::i_recibe_aviso, nullptr);
     msglocal_establece_idioma(interno::ranura_ingles);

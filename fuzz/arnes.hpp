@@ -5,7 +5,7 @@
 // before them n times more, 0x0F and n repeat it 41 n times more, so that short inputs reach the length limits; a line
 // that is NULL stands for an argument that is not given. An input may begin with a byte 0x10 to 0x16, which chooses the
 // code page of its 8-bit texts (apoyo/paginas.hpp); without one it is that of the machine, 1252. LUMODIR_PAGINA chooses
-// one for the whole run.
+// one for the whole run; LUMODIR_CORTOS bounds every text of it to a little more than a component may have.
 //
 // A target defines `arnes::prueba`. After each input the census of blocks must be what it was, and no report or
 // warning may be left that the target did not take.

@@ -65,9 +65,10 @@ inline notas_de_64 i_notas_de_bloque(const bloque& b, bool con_altos) noexcept {
             b.donde(es_raro), con_altos ? b.donde([](__m128i c) { return c; }) : 0};
 }
 
-// What stands behind the end of the text does not count; a copy is judged where it cannot be read.
+// What stands behind the end of the text does not count; a copy is judged where it cannot be read. Each file that asks has
+// its own: asked in one place alone, it is compiled into that place.
 template <class C>
-notas_de_64 i_notas_rapidas(vista<C> texto) noexcept {
+static notas_de_64 i_notas_rapidas(vista<C> texto) noexcept {
     const C* p = texto.data();
     C copia[unidades_de_bloque];
     if (texto.size() < unidades_de_bloque && !es_de_una_pagina(p)) {
@@ -88,7 +89,7 @@ notas_de_64 i_notas_rapidas(vista<C> texto) noexcept {
 
 // The notes of the first 64 units of a text, or of all where there are fewer; nothing is noted behind its end.
 template <class C>
-notas_de_64 i_notas(vista<C> texto) noexcept {
+static notas_de_64 i_notas(vista<C> texto) noexcept {
 #ifdef LUMODIR_SSE2
     return i_notas_rapidas(texto);
 #else

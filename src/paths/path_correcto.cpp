@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <optional>
 
 #include "companions/caracteres.hpp"
 #include "companions/crt_rutas.hpp"
@@ -208,48 +207,50 @@ cortes_de_ruta i_cortes_anotados(vista<C> path, std::size_t tras_unidad, const h
             puntos != 0 ? h.desde + static_cast<std::size_t>(std::bit_width(puntos)) - 1 : path.size()};
 }
 
-veredicto i_falla(ConstructorMensaje motivo, bool es_unc = false) noexcept {
+constexpr veredicto i_falla(ConstructorMensaje motivo, bool es_unc = false) noexcept {
     return {false, es_unc, motivo};
 }
 
-// Nothing for 8-bit text that is to be judged in UTF-16. `cortes`, when wanted, receives where a path is cut that is
-// correct.
+// Whether the text has been judged: 8-bit text may have to be in UTF-16. `cortes`, when wanted, receives where a path is
+// cut that is correct.
 template <class C>
-std::optional<veredicto> i_examina(vista<C> path, bool puede_ser_vacio,
-                                   cortes_de_ruta* cortes = nullptr) noexcept {
+bool i_examina(vista<C> path, bool puede_ser_vacio, veredicto& juicio,
+               cortes_de_ruta* cortes = nullptr) noexcept {
     if (path.empty()) {
-        return puede_ser_vacio ? veredicto{.correcto = true} : i_falla(i_msg_53960_sin_nombre_de_directorio);
+        juicio =
+            puede_ser_vacio ? veredicto{.correcto = true} : i_falla(i_msg_53960_sin_nombre_de_directorio);
+        return true;
     }
     // Where a character may take several bytes, lengths are counted in UTF-16.
     const bool son_unidades = sizeof(C) > 1 || i_escritura() == escritura::de_un_byte;
     if (path.size() > lmlongpath_get_longitud_maxima_permitida_path()) {
-        return son_unidades ? std::optional(i_falla(i_msg_374376_path_demasiado_largo)) : std::nullopt;
+        juicio = i_falla(i_msg_374376_path_demasiado_largo);
+        return son_unidades;
     }
     const bool con_unidad = path.size() > 1 && path[1] == C(':') && lmstdc_isalpha(path[0]);
     const std::size_t tras_unidad = con_unidad ? 2 : 0;
     const hallazgo h = i_recorre(path, tras_unidad);
     if (!son_unidades && h.alto != 0) {
-        return std::nullopt;
-    }
-    if (h.raro != 0 && !con_unidad && path.find(C(':')) != vista<C>::npos) {
-        return i_falla(i_msg_53958_unidad_debe_ser_letra);
-    }
-    if (path.back() == C('.') && !i_punto_final_admitido(path)) {
-        return i_falla(i_msg_53957_punto_al_principio_o_final);
+        return false;
     }
     const vista<C> resto = path.substr(tras_unidad);
     const bool es_unc = resto.size() > 2 && es_barra(resto[0]) && es_barra(resto[1]);
     const bool hay_largos = resto.size() > limite_componente && i_hay_largos(resto);
-    if (h.raro != 0 || !h.correctos || hay_largos) {
-        return i_falla(i_msg_53949_caracteres_no_validos_en_nombre, es_unc);
+    if (h.raro != 0 && !con_unidad && path.find(C(':')) != vista<C>::npos) {
+        juicio = i_falla(i_msg_53958_unidad_debe_ser_letra);
+    } else if (path.back() == C('.') && !i_punto_final_admitido(path)) {
+        juicio = i_falla(i_msg_53957_punto_al_principio_o_final);
+    } else if (h.raro != 0 || !h.correctos || hay_largos) {
+        juicio = i_falla(i_msg_53949_caracteres_no_validos_en_nombre, es_unc);
+    } else if (es_unc && !i_nombra_recurso(path, tras_unidad, h)) {
+        juicio = i_falla(i_msg_53959_unidad_de_red_incompleta, es_unc);
+    } else {
+        juicio = {.correcto = true, .es_unc = es_unc};
+        if (cortes != nullptr) {
+            *cortes = i_cortes_anotados(path, tras_unidad, h);
+        }
     }
-    if (es_unc && !i_nombra_recurso(path, tras_unidad, h)) {
-        return i_falla(i_msg_53959_unidad_de_red_incompleta, es_unc);
-    }
-    if (cortes != nullptr) {
-        *cortes = i_cortes_anotados(path, tras_unidad, h);
-    }
-    return veredicto{.correcto = true, .es_unc = es_unc};
+    return true;
 }
 
 // The component that a path is refused for, without its trailing blanks.
@@ -294,17 +295,21 @@ bool i_nombre_base_valido_UNICODE(vista_w nombre) noexcept {
 }
 
 veredicto i_path_correcto_UNICODE(vista_w path, bool puede_ser_vacio) {
-    return i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")
-               ? *i_examina(path, puede_ser_vacio)
-               : veredicto();
+    veredicto juicio;
+    if (i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")) {
+        i_examina(path, puede_ser_vacio, juicio);
+    }
+    return juicio;
 }
 
 veredicto i_path_correcto(vista_a path, bool puede_ser_vacio) {
     if (path.data() == nullptr) {
         return i_path_correcto_UNICODE({});
     }
-    const std::optional<veredicto> juicio = i_examina(path, puede_ser_vacio);
-    return juicio ? *juicio : i_path_correcto_UNICODE(utf16_temporal(path).ver(), puede_ser_vacio);
+    veredicto juicio;
+    return i_examina(path, puede_ser_vacio, juicio)
+               ? juicio
+               : i_path_correcto_UNICODE(utf16_temporal(path).ver(), puede_ser_vacio);
 }
 
 cadena_w i_texto_del_fallo(const veredicto& juicio, vista_w path) {
@@ -346,11 +351,12 @@ template <class C>
 path_juzgado<C> i_juzga(vista<C> path) {
     path_juzgado<C> juzgado;
     juzgado.path = path;
-    const std::optional<veredicto> juicio = i_examina(path, false, &juzgado.cortes);
-    if (!juicio || !juicio->correcto) {
+    if (!i_examina(path, false, juzgado.juicio, &juzgado.cortes)) {
+        juzgado.juicio = i_correcto(path);
+        juzgado.cortes = i_cortes(path);
+    } else if (!juzgado.juicio.correcto) {
         juzgado.cortes = i_cortes(path);
     }
-    juzgado.juicio = juicio ? *juicio : i_correcto(path);
     return juzgado;
 }
 
@@ -359,9 +365,7 @@ template <class C>
 path_juzgado<C> i_juzga_con_comodines(vista<C> path) {
     path_juzgado<C> juzgado;
     juzgado.path = path;
-    if (const std::optional<veredicto> juicio = i_examina(path, false, &juzgado.cortes);
-        juicio && juicio->correcto) {
-        juzgado.juicio = *juicio;
+    if (i_examina(path, false, juzgado.juicio, &juzgado.cortes) && juzgado.juicio.correcto) {
         return juzgado;
     }
     juzgado.cortes = i_cortes(path);

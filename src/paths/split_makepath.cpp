@@ -10,14 +10,14 @@
 #include "paths/path_correcto.hpp"
 
 namespace interno {
-namespace {
-
 void i_muestra_fichero_incorrecto(vista_w path) {
     i_muestra_mensaje(i_msg_53955_fichero_no_correcto, path);
 }
 void i_muestra_fichero_incorrecto(vista_a path) {
     i_muestra_mensaje(i_msg_53955_fichero_no_correcto, utunicode_ANSI_a_UNICODE(path).ver());
 }
+
+namespace {
 
 // Where the text first stands in another as characters of it; `npos` when nowhere.
 template <class C>
@@ -100,38 +100,6 @@ void division<C>::i_toma_unidad_unc() {
 
 template class division<char>;
 template class division<wchar_t>;
-
-namespace {
-
-template <class C>
-path_juzgado<C> i_juzga_y_muestra(vista<C> path) {
-    path_juzgado<C> juzgado = i_juzga(path);
-    if (!juzgado.juicio.correcto) {
-        i_muestra_fichero_incorrecto(path);
-    }
-    return juzgado;
-}
-
-template <class C>
-path_juzgado<C> i_juzga_e_informa(vista<C> path) {
-    path_juzgado<C> juzgado = i_juzga_con_comodines(path);
-    i_comprueba_con(juzgado.juicio.correcto, "pathCorrecto == CIERTO", path);
-    return juzgado;
-}
-
-}  // namespace
-
-template <class C>
-path_juzgado<C> i_comprueba_fichero(vista<C> path) {
-    return i_comprueba(path.data() != nullptr, "(path) != NULL") ? i_juzga_y_muestra(recorta_derecha(path))
-                                                                 : path_juzgado<C>();
-}
-
-template <class C>
-path_juzgado<C> i_comprueba_con_comodines(vista<C> path) {
-    return i_comprueba(path.data() != nullptr, "(path) != NULL") ? i_juzga_e_informa(recorta_derecha(path))
-                                                                 : path_juzgado<C>();
-}
 
 template <class C>
 cadena<C> i_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
@@ -223,10 +191,6 @@ cadena<C> i_makepath_con_comodines(const trozos_de_ruta<C>& piezas) {
     return path;
 }
 
-template path_juzgado<char> i_comprueba_fichero(vista<char>);
-template path_juzgado<wchar_t> i_comprueba_fichero(vista<wchar_t>);
-template path_juzgado<char> i_comprueba_con_comodines(vista<char>);
-template path_juzgado<wchar_t> i_comprueba_con_comodines(vista<wchar_t>);
 template cadena<char> i_makepath(vista<char>, vista<char>, vista<char>, vista<char>);
 template cadena<wchar_t> i_makepath(vista<wchar_t>, vista<wchar_t>, vista<wchar_t>, vista<wchar_t>);
 template cadena<char> i_makepath_con_comodines(const trozos_de_ruta<char>&);

@@ -6,6 +6,7 @@
 // Checked by tests/paths/split_makepath_test.cpp and, in every code page, paginas_modelo_test.cpp.
 #pragma once
 
+#include "companions/error_interno.hpp"
 #include "paths/path_correcto.hpp"
 
 namespace interno {
@@ -51,13 +52,36 @@ private:
     cadena<C> directorio_propio_;
 };
 
+void i_muestra_fichero_incorrecto(vista_w path);
+void i_muestra_fichero_incorrecto(vista_a path);
+template <class C>
+path_juzgado<C> i_juzga_y_muestra(vista<C> path) {
+    path_juzgado<C> juzgado = i_juzga(path);
+    if (!juzgado.juicio.correcto) {
+        i_muestra_fichero_incorrecto(path);
+    }
+    return juzgado;
+}
+template <class C>
+path_juzgado<C> i_juzga_e_informa(vista<C> path) {
+    path_juzgado<C> juzgado = i_juzga_con_comodines(path);
+    i_comprueba_con(juzgado.juicio.correcto, "pathCorrecto == CIERTO", path);
+    return juzgado;
+}
+
 // The check that goes before a cut: trailing blanks removed, message 53955 shown for an incorrect path.
 template <class C>
-path_juzgado<C> i_comprueba_fichero(vista<C> path);
+path_juzgado<C> i_comprueba_fichero(vista<C> path) {
+    return i_comprueba(path.data() != nullptr, "(path) != NULL") ? i_juzga_y_muestra(recorta_derecha(path))
+                                                                 : path_juzgado<C>();
+}
 
 // Trailing blanks removed and the wildcard variant of the check; an incorrect path is an internal error.
 template <class C>
-path_juzgado<C> i_comprueba_con_comodines(vista<C> path);
+path_juzgado<C> i_comprueba_con_comodines(vista<C> path) {
+    return i_comprueba(path.data() != nullptr, "(path) != NULL") ? i_juzga_e_informa(recorta_derecha(path))
+                                                                 : path_juzgado<C>();
+}
 
 // Composes without checking. A view without data is a piece that was not given (NULL).
 template <class C>

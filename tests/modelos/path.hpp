@@ -51,7 +51,7 @@ inline bool nombre_valido(const texto_w& con_blancos) {
         minusculas.push_back(static_cast<char>(ascii >= 'A' && ascii <= 'Z' ? ascii + 32 : ascii));
     }
     for (const std::string_view reservado : reservados) {
-        if (minusculas == reservado || minusculas.find(std::string(reservado) + ".") == 0) {
+        if (minusculas == reservado || minusculas.starts_with(std::string(reservado) + ".")) {
             return false;
         }
     }

@@ -65,6 +65,11 @@ public:
 
     bool es_inicial(unsigned char byte) const { return iniciales_[byte]; }
     bool hay_iniciales() const { return iniciales_[0x81]; }
+    bool es_doble(char primero, char segundo) const {
+        const auto inicial = static_cast<unsigned char>(primero);
+        return es_inicial(inicial) &&
+               unidad(static_cast<unsigned>(inicial) << 8 | static_cast<unsigned char>(segundo)) != ninguno;
+    }
     unsigned short unidad(unsigned numero) const { return unidades_[numero]; }
     unsigned short numero(wchar_t unidad) const { return numeros_[static_cast<unsigned short>(unidad)]; }
 
@@ -256,9 +261,9 @@ struct leido {
     unsigned numero;
     std::size_t bytes;
 };
-leido i_lee_caracter(vista_a texto) {
+leido i_lee_caracter(const tabla& t, vista_a texto) {
     const auto primero = static_cast<unsigned char>(texto[0]);
-    if (texto.size() > 1 && es_caracter_doble(texto[0], texto[1])) {
+    if (texto.size() > 1 && t.es_doble(texto[0], texto[1])) {
         return {static_cast<unsigned>(primero << 8 | static_cast<unsigned char>(texto[1])), 2};
     }
     return {primero, 1};
@@ -291,9 +296,9 @@ void i_convierte_caja(char* texto, std::size_t longitud, Caja caja) noexcept {
     if (es_utf8()) {
         return i_convierte_caja_utf8(vista_a(texto, longitud), texto, caja);
     }
+    const tabla& t = tabla::actual();
     for (std::size_t i = 0; i < longitud;) {
-        const leido c = i_lee_caracter(vista_a(texto + i, longitud - i));
-        const tabla& t = tabla::actual();
+        const leido c = i_lee_caracter(t, vista_a(texto + i, longitud - i));
         const unsigned short otra = t.unidad(c.numero) == ninguno
                                         ? ninguno
                                         : t.numero(caja(static_cast<wchar_t>(t.unidad(c.numero))));
@@ -320,20 +325,18 @@ bool es_utf8() noexcept {
 }
 
 bool bytes_iniciales(bool (&iniciales)[256]) noexcept {
-    if (es_utf8() || !tabla::actual().hay_iniciales()) {
+    const tabla& t = tabla::actual();
+    if (es_utf8() || !t.hay_iniciales()) {
         return false;
     }
     for (unsigned byte = 0; byte < 256; ++byte) {
-        iniciales[byte] = tabla::actual().es_inicial(static_cast<unsigned char>(byte));
+        iniciales[byte] = t.es_inicial(static_cast<unsigned char>(byte));
     }
     return true;
 }
 
 bool es_caracter_doble(char primero, char segundo) noexcept {
-    const auto inicial = static_cast<unsigned char>(primero);
-    return tabla::actual().es_inicial(inicial) &&
-           tabla::actual().unidad(static_cast<unsigned>(inicial) << 8 |
-                                  static_cast<unsigned char>(segundo)) != ninguno;
+    return tabla::actual().es_doble(primero, segundo);
 }
 
 std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
@@ -342,9 +345,10 @@ std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noe
         i_de_utf8(texto, unidades);
         return unidades.cuantos();
     }
+    const tabla& t = tabla::actual();
     while (!texto.empty()) {
-        const leido c = i_lee_caracter(texto);
-        const unsigned short unidad = tabla::actual().unidad(c.numero);
+        const leido c = i_lee_caracter(t, texto);
+        const unsigned short unidad = t.unidad(c.numero);
         unidades << (unidad == ninguno ? sin_sentido : unidad);
         texto.remove_prefix(c.bytes);
     }
@@ -357,8 +361,9 @@ std::size_t utf16_a_ansi(vista_w texto, char* destino, std::size_t sitio) noexce
         i_a_utf8(texto, bytes);
         return bytes.cuantos();
     }
+    const tabla& t = tabla::actual();
     for (const wchar_t c : texto) {
-        const unsigned numero = tabla::actual().numero(c);
+        const unsigned numero = t.numero(c);
         if (numero == ninguno) {
             bytes << '?';
             continue;
