@@ -112,7 +112,7 @@ void i_recibe_error(const lumodir::error_interno& error, bool verboso) {
                     estilo::tenue);
 }
 
-std::wstring en_curso;
+std::wstring ruta_de_ahora;
 
 bool i_recibe_pregunta(std::wstring_view mensaje, unsigned long codigo) {
     if (interrumpido()) {
@@ -124,7 +124,7 @@ bool i_recibe_pregunta(std::wstring_view mensaje, unsigned long codigo) {
         std::wstring ruta;
         {
             const std::lock_guard guarda(guarda_de_avisos);
-            ruta = en_curso;
+            ruta = ruta_de_ahora;
         }
         quienes = ruta.empty() ? ruta : quienes_tienen(ruta);
     }
@@ -163,12 +163,12 @@ bool hubo_quejas() {
 
 ruta_en_curso::ruta_en_curso(const std::wstring& ruta) {
     const std::lock_guard guarda(guarda_de_avisos);
-    en_curso = ruta;
+    ruta_de_ahora = ruta;
 }
 
 ruta_en_curso::~ruta_en_curso() {
     const std::lock_guard guarda(guarda_de_avisos);
-    en_curso.clear();
+    ruta_de_ahora.clear();
 }
 
 std::wstring quienes_tienen(const std::wstring& ruta) {

@@ -296,14 +296,14 @@ TEST(cambia_extension, un_enlace_que_el_sistema_seguiria_se_queda_con_todo) {
         GTEST_SKIP() << "links are not followed here";
     }
     buclrein_establece_politica(1, 0);
-    struct cambio_de_extension {
+    struct fila {
         const char* que;
         std::string guion;
         lista preguntas;   // about whom
         lista se_va = {};  // of the tree, as it was
         lista viene = {};
     };
-    const cambio_de_extension cambios_de_extension[] = {
+    const fila casos[] = {
         {"source", "ln -s ../fuera/v d/l.tmp", {"l"}},
         {"source in place of which a file would be deleted",
          "ln -s ../fuera/v d/l.tmp; echo 5 >d/l.bak",
@@ -321,7 +321,7 @@ TEST(cambia_extension, un_enlace_que_el_sistema_seguiria_se_queda_con_todo) {
          {"f a.bak", "f \xc3\xb1.bak"}},
         {"a link on the way", "mkdir e; echo 5 >e/a.tmp; rmdir d; ln -s e d", {}},
     };
-    for (const cambio_de_extension& caso : cambios_de_extension) {
+    for (const fila& caso : casos) {
         for (const char* final : {"", "\\"}) {
             SCOPED_TRACE(std::string(caso.que) + " " + final);
             u.corre(
