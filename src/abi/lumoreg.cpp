@@ -10,6 +10,15 @@ using namespace interno;
 
 namespace {
 
+unsigned short i_crea_clave_en(unsigned long vista, unsigned long raiz, const wchar_t* clave) noexcept {
+    REGSAM acceso = KEY_ALL_ACCESS;
+    const bool hay_clave = i_comprueba(clave != nullptr, "(clave) != NULL");
+    const bool hay_vista = i_anade_vista(vista, &acceso);
+    const HKEY raiz_abierta = i_raiz(raiz);
+    return logico(hay_clave && hay_vista && raiz_abierta != nullptr &&
+                  i_crea_clave(raiz_abierta, clave, acceso));
+}
+
 unsigned short i_escribe_en(const apertura& como, const wchar_t* clave, const wchar_t* nombre_valor,
                             DWORD tipo, const void* dato, std::size_t bytes) noexcept {
     const bool hay_nombre = i_comprueba(nombre_valor != nullptr, "(nombre_valor) != NULL");
@@ -66,16 +75,11 @@ unsigned short lumoreg_existe_clave_en_vista_u(unsigned long vista, unsigned lon
 }
 
 unsigned short lumoreg_crea_clave_u(unsigned long raiz, const wchar_t* clave) {
-    return lumoreg_crea_clave_en_vista_u(LUMOREG_VISTA_PROCESO, raiz, clave);
+    return i_crea_clave_en(LUMOREG_VISTA_PROCESO, raiz, clave);
 }
 
 unsigned short lumoreg_crea_clave_en_vista_u(unsigned long vista, unsigned long raiz, const wchar_t* clave) {
-    REGSAM acceso = KEY_ALL_ACCESS;
-    const bool hay_clave = i_comprueba(clave != nullptr, "(clave) != NULL");
-    const bool hay_vista = i_anade_vista(vista, &acceso);
-    const HKEY raiz_abierta = i_raiz(raiz);
-    return logico(hay_clave && hay_vista && raiz_abierta != nullptr &&
-                  i_crea_clave(raiz_abierta, clave, acceso));
+    return i_crea_clave_en(vista, raiz, clave);
 }
 
 void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre) {

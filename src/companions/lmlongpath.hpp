@@ -94,7 +94,8 @@ int lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept;
 
 DWORD lmlongpath_GetFileAttributesW(const ruta_fijada& ruta) noexcept;
 BOOL lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta, WIN32_FILE_ATTRIBUTE_DATA* datos) noexcept;
-// The size of a file; nothing, and the code, when the system does not tell it.
+// The size of a file; nothing, and the code, when the system does not tell it. What hosts are told then:
+inline constexpr unsigned long long sin_tamanyo = ~0ull;
 std::optional<unsigned long long> i_tamanyo(const ruta_fijada& ruta, DWORD* error_out) noexcept;
 manija_fichero lmlongpath_CreateFileW(const ruta_fijada& ruta, DWORD acceso, DWORD compartir,
                                       SECURITY_ATTRIBUTES* seguridad, DWORD disposicion, DWORD indicadores,
