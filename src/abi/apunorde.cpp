@@ -8,8 +8,8 @@ using namespace interno;
 
 namespace {
 
-bool i_hay(const ApunOrde* conjunto, lugar donde = lugar::aqui()) noexcept {
-    return i_comprueba(conjunto != nullptr, "(apunorde) != NULL", donde);
+bool i_hay(const ApunOrde* conjunto) noexcept {
+    return i_comprueba(conjunto != nullptr, "(apunorde) != NULL");
 }
 
 }  // namespace
@@ -35,7 +35,7 @@ void apunorde_nousar_inserta_original(ApunOrde* array, void** record) {
             : i_posicion_tras(array->registros, [&](const void* elemento) {
                   return llama_al_anfitrion(array->compara, elemento, static_cast<const void*>(*record));
               });
-    i_inserta_en(array->registros, posicion, *record, lugar::aqui());
+    i_inserta_en(array->registros, posicion, *record);
     *record = nullptr;
 }
 

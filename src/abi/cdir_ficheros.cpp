@@ -1,7 +1,7 @@
 // The exports of cdir_ficheros.h.
 #include "cdir_ficheros.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "cdir_rutas.h"
 #include "files/borrado.hpp"
 #include "files/borrado_arbol.hpp"

@@ -1,7 +1,7 @@
 // The exports of cdir_rutas.h.
 #include "cdir_rutas.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "frame/puente.hpp"
 #include "paths/componentes.hpp"
 #include "paths/nombres_validos.hpp"

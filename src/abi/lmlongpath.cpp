@@ -1,7 +1,7 @@
 // The exports of companions/lmlongpath.h.
 #include "companions/lmlongpath.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "companions/lmlongpath.hpp"
 
 using namespace interno;

@@ -1,7 +1,7 @@
 // The exports of lumodir_ficheros.h.
 #include "lumodir_ficheros.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "companions/lmlongpath.hpp"
 #include "files/borrado.hpp"
 #include "files/directorios_vacios.hpp"

@@ -2,7 +2,7 @@
 // all the same.
 #include "lumoreg.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "frame/puente.hpp"
 #include "system/lumoreg.hpp"
 

@@ -1,7 +1,7 @@
 // The exports of nomsfich.h.
 #include "nomsfich.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "paths/nomsfich.hpp"
 
 using namespace interno;

@@ -168,8 +168,8 @@ cadena<C> i_compuesto(const trozos_de_ruta<C>& piezas) {
 
 template <class C>
 bool i_puede_ser_vacio(const trozos_de_ruta<C>& piezas) noexcept {
-    const bool lugar_dado = piezas.unidad.data() != nullptr || piezas.directorio.data() != nullptr;
-    return lugar_dado && piezas.nombre.data() == nullptr && piezas.extension.data() == nullptr;
+    const bool delante_dado = piezas.unidad.data() != nullptr || piezas.directorio.data() != nullptr;
+    return delante_dado && piezas.nombre.data() == nullptr && piezas.extension.data() == nullptr;
 }
 
 }  // namespace

@@ -256,7 +256,7 @@ void filtra(const textos& t) {
 
 void muestra_mensajes(const textos& t) {
     anota(msglocal_dame_idioma());
-    for (const interno::entrada_catalogo& mensaje : interno::catalogo) {
+    for (const interno::fila_catalogo& mensaje : interno::catalogo) {
         anota(u8(interno::i_mensaje(mensaje.construye, {vista_w(apoyo::w(t.letra)), 7}).ver()));
     }
     interno::i_muestra_mensaje(interno::i_msg_53955_fichero_no_correcto, vista_w(apoyo::w(t.path)));
