@@ -1,6 +1,6 @@
 // Sixteen threads at once, each with texts of its own, through every text export in both flavours: each must get, and
 // tell its host, what it gets alone. What they share is the census, the language and the catalogue. ThreadSanitizer
-// watches in the preset native-tsan (tools/tsan). An executable of its own: the first test must find the language not
+// watches in the preset native-tsan (tools/largo tsan). An executable of its own: the first test must find the language not
 // chosen yet.
 #include <gtest/gtest.h>
 
