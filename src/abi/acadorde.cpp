@@ -1,7 +1,7 @@
 // The exports of companions/acadorde.h.
 //
-// Promises: inserting in ascending order is linear in all (the listings insert sorted); any other order costs a binary
-// search and a block move an insertion.
+// Promises: inserting in ascending order is linear in all (the listings insert sorted); in any other order each
+// insertion costs a binary search and a block move.
 // Checked by tests/companions/ordenados_test.cpp.
 #include "companions/acadorde.hpp"
 
@@ -11,32 +11,33 @@ namespace interno {
 namespace {
 
 template <class C>
-bool i_hay(const conjunto_ordenado<C>* conjunto) noexcept {
-    return i_comprueba(conjunto != nullptr, "(acadorde) != NULL");
+bool i_hay(const conjunto_ordenado<C>* conjunto, lugar donde) noexcept {
+    return i_comprueba(conjunto != nullptr, "(acadorde) != NULL", donde);
 }
 
 template <class A>
-A* i_crea(unsigned short admite_repetidos) {
-    auto conjunto = objeto<A>::crea();
+A* i_crea(unsigned short admite_repetidos, lugar donde = lugar::aqui()) {
+    auto conjunto = objeto<A>::crea(donde);
     conjunto->admite_repetidos = admite_repetidos == 1;
     return conjunto.suelta();
 }
 
 template <class C>
-void i_inserta(conjunto_ordenado<C>* conjunto, const C* texto) {
-    if (i_hay(conjunto) && i_comprueba(texto != nullptr, "(cadena) != NULL")) {
-        conjunto->inserta(cadena<C>(vista<C>(texto)));
+void i_inserta(conjunto_ordenado<C>* conjunto, const C* texto, lugar donde = lugar::aqui()) {
+    if (i_hay(conjunto, donde) && i_comprueba(texto != nullptr, "(cadena) != NULL", donde)) {
+        conjunto->inserta(cadena<C>(vista<C>(texto), donde), donde);
     }
 }
 
 template <class C>
-unsigned long i_num(const conjunto_ordenado<C>* conjunto) noexcept {
-    return i_hay(conjunto) ? static_cast<unsigned long>(conjunto->textos.num()) : 0;
+unsigned long i_num(const conjunto_ordenado<C>* conjunto, lugar donde = lugar::aqui()) noexcept {
+    return i_hay(conjunto, donde) ? static_cast<unsigned long>(conjunto->textos.num()) : 0;
 }
 
 template <class C>
-const C* i_get(const conjunto_ordenado<C>* conjunto, unsigned long indice) noexcept {
-    return i_hay(conjunto) && i_comprueba(indice < conjunto->textos.num(), "indice < num_elems")
+const C* i_get(const conjunto_ordenado<C>* conjunto, unsigned long indice,
+               lugar donde = lugar::aqui()) noexcept {
+    return i_hay(conjunto, donde) && i_comprueba(indice < conjunto->textos.num(), "indice < num_elems", donde)
                ? conjunto->textos.texto(indice)
                : nullptr;
 }

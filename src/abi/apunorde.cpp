@@ -8,8 +8,8 @@ using namespace interno;
 
 namespace {
 
-bool i_hay(const ApunOrde* conjunto) noexcept {
-    return i_comprueba(conjunto != nullptr, "(apunorde) != NULL");
+bool i_hay(const ApunOrde* conjunto, lugar donde = lugar::aqui()) noexcept {
+    return i_comprueba(conjunto != nullptr, "(apunorde) != NULL", donde);
 }
 
 }  // namespace

@@ -11,13 +11,13 @@ namespace interno {
 namespace {
 
 template <class Lista>
-bool i_hay(const Lista* lista) noexcept {
-    return i_comprueba(lista != nullptr, "(arr) != NULL");
+bool i_hay(const Lista* lista, lugar donde = lugar::aqui()) noexcept {
+    return i_comprueba(lista != nullptr, "(arr) != NULL", donde);
 }
 
 template <class Lista>
-bool i_indice_valido(const Lista* lista, unsigned long indice) noexcept {
-    return i_hay(lista) && i_comprueba(indice < lista->num(), "indice < num_elems");
+bool i_indice_valido(const Lista* lista, unsigned long indice, lugar donde = lugar::aqui()) noexcept {
+    return i_hay(lista, donde) && i_comprueba(indice < lista->num(), "indice < num_elems", donde);
 }
 
 // The room that a host asks for is a hint: a wild number must not exhaust the memory. The list grows anyway.
@@ -27,69 +27,69 @@ std::size_t i_sitio_inicial(unsigned long sitio) noexcept {
 }
 
 template <class C>
-arr_cadena<C>* i_crea(unsigned long sitio) {
-    auto lista = objeto<arr_cadena<C>>::crea();
-    lista->textos.reserva_sitio(i_sitio_inicial(sitio));
+arr_cadena<C>* i_crea(unsigned long sitio, lugar donde = lugar::aqui()) {
+    auto lista = objeto<arr_cadena<C>>::crea(donde);
+    lista->textos.reserva_sitio(i_sitio_inicial(sitio), donde);
     return lista.suelta();
 }
 
 template <class C>
-void i_append(lista_textos<C>* lista, const C* texto) {
-    if (i_hay(lista) && i_comprueba(texto != nullptr, "(cadena) != NULL")) {
-        lista->anade(cadena<C>(vista<C>(texto)));
+void i_append(lista_textos<C>* lista, const C* texto, lugar donde = lugar::aqui()) {
+    if (i_hay(lista, donde) && i_comprueba(texto != nullptr, "(cadena) != NULL", donde)) {
+        lista->anade(cadena<C>(vista<C>(texto), donde), donde);
     }
 }
 
 template <class C>
-void i_append_original(lista_textos<C>* lista, C** texto) {
-    if (i_hay(lista) && i_comprueba(texto != nullptr, "(cadena) != NULL") &&
-        i_comprueba(*texto != nullptr, "(*cadena) != NULL")) {
-        lista->textos.anade(*texto);
+void i_append_original(lista_textos<C>* lista, C** texto, lugar donde = lugar::aqui()) {
+    if (i_hay(lista, donde) && i_comprueba(texto != nullptr, "(cadena) != NULL", donde) &&
+        i_comprueba(*texto != nullptr, "(*cadena) != NULL", donde)) {
+        lista->textos.anade(*texto, donde);
         *texto = nullptr;
     }
 }
 
 template <class Lista>
-unsigned long i_num(const Lista* lista) noexcept {
-    return i_hay(lista) ? static_cast<unsigned long>(lista->num()) : 0;
+unsigned long i_num(const Lista* lista, lugar donde = lugar::aqui()) noexcept {
+    return i_hay(lista, donde) ? static_cast<unsigned long>(lista->num()) : 0;
 }
 
 template <class C>
-const C* i_get(const lista_textos<C>* lista, unsigned long indice) noexcept {
-    return i_indice_valido(lista, indice) ? lista->texto(indice) : nullptr;
+const C* i_get(const lista_textos<C>* lista, unsigned long indice, lugar donde = lugar::aqui()) noexcept {
+    return i_indice_valido(lista, indice, donde) ? lista->texto(indice) : nullptr;
 }
 
 template <class C>
-C* i_get_copia(const lista_textos<C>* lista, unsigned long indice) {
-    return i_indice_valido(lista, indice) ? cadena<C>(lista->ver(indice)).suelta() : nullptr;
+C* i_get_copia(const lista_textos<C>* lista, unsigned long indice, lugar donde = lugar::aqui()) {
+    return i_indice_valido(lista, indice, donde) ? cadena<C>(lista->ver(indice), donde).suelta() : nullptr;
 }
 
 template <class C>
-void i_set(lista_textos<C>* lista, unsigned long indice, const C* texto) {
-    if (i_indice_valido(lista, indice) && i_comprueba(texto != nullptr, "(cadena) != NULL")) {
-        C* nuevo = cadena<C>(vista<C>(texto)).suelta();  // first: the text may be the old element
+void i_set(lista_textos<C>* lista, unsigned long indice, const C* texto, lugar donde = lugar::aqui()) {
+    if (i_indice_valido(lista, indice, donde) && i_comprueba(texto != nullptr, "(cadena) != NULL", donde)) {
+        C* nuevo = cadena<C>(vista<C>(texto), donde).suelta();  // first: the text may be the old element
         i_libera(lista->textos[indice]);
         lista->textos[indice] = nuevo;
     }
 }
 
 template <class Lista>
-void i_borra(Lista* lista, unsigned long indice) noexcept {
-    if (i_indice_valido(lista, indice)) {
+void i_borra(Lista* lista, unsigned long indice, lugar donde = lugar::aqui()) noexcept {
+    if (i_indice_valido(lista, indice, donde)) {
         lista->borra(indice);
     }
 }
 
 template <class Lista>
-void i_reduce(Lista* lista, unsigned long num) noexcept {
-    if (i_hay(lista) && i_comprueba(num <= lista->num(), "nuevo_tamanyo <= num_elems")) {
+void i_reduce(Lista* lista, unsigned long num, lugar donde = lugar::aqui()) noexcept {
+    if (i_hay(lista, donde) && i_comprueba(num <= lista->num(), "nuevo_tamanyo <= num_elems", donde)) {
         lista->reduce(num);
     }
 }
 
 template <class C>
-void i_qsort(lista_textos<C>* lista, int (*compara)(const C*, const C*)) {
-    if (!i_hay(lista)) {
+void i_qsort(lista_textos<C>* lista, int (*compara)(const C*, const C*), lugar donde = lugar::aqui()) {
+    if (!i_hay(lista, donde)) {
         return;
     }
     C** textos = lista->textos.data();

@@ -8,8 +8,8 @@ using namespace interno;
 
 namespace {
 
-bool i_hay(const Nomsfich* nomsfich) noexcept {
-    return i_comprueba(nomsfich != nullptr, "(nomsfich) != NULL");
+bool i_hay(const Nomsfich* nomsfich, lugar donde = lugar::aqui()) noexcept {
+    return i_comprueba(nomsfich != nullptr, "(nomsfich) != NULL", donde);
 }
 
 bool i_hay_dos(const Nomsfich* nomsfich1, const Nomsfich* nomsfich2) noexcept {

@@ -1,4 +1,4 @@
-// The shared warning routine: every warning that the library shows by itself, outside the retry loop.
+// The warnings of the library, but for those of the retry loop, and how its messages are made.
 //
 // Promises: nothing is shown in service mode; a message without argument is shown as it is, one with an argument
 // is formatted, shown and freed.
