@@ -7,7 +7,7 @@ namespace bancos {
 
 void rutas();
 void listados();
-void crecimiento(const std::wstring& directorio);  // one that tools/growth has filled
+void crecimiento(const std::wstring& directorio);  // one that tools/largo growth has filled
 void ficheros();
 void registro();
 void procesos();

@@ -1,4 +1,4 @@
-// lumodir_bench [group...]: the benchmark tables of the README, in Markdown. growth:DIRECTORY is run by tools/growth.
+// lumodir_bench [group...]: the benchmark tables of the README, in Markdown. growth:DIRECTORY is run by tools/largo growth.
 #include <cstring>
 
 #include "bancos.hpp"

@@ -2,6 +2,8 @@
 # folder above its own stops the configuration.
 set(LUMODIR_CAPAS companions frame paths system listings files abi)
 
+include(exportaciones)
+
 function(lumodir_comprueba_capas carpeta)
   list(FIND LUMODIR_CAPAS ${carpeta} nivel)
   set(superiores ${LUMODIR_CAPAS})
@@ -18,6 +20,23 @@ function(lumodir_comprueba_capas carpeta)
   endforeach()
 endfunction()
 
+# An export calls an operation, never another export: what two of them share has a name of its own. (An 8-bit twin
+# names its wide function as an argument of `puente`, which is no call.)
+function(lumodir_comprueba_exportaciones)
+  lumodir_lee_exportaciones(cabeceras exportaciones)
+  foreach(fichero IN LISTS ARGN)
+    file(READ ${fichero} texto)
+    string(REGEX REPLACE "\n[^ \n][^\n]*" "" cuerpos "${texto}")
+    string(REGEX MATCHALL "[A-Za-z0-9_]+\\(" llamadas "${cuerpos}")
+    foreach(llamada IN LISTS llamadas)
+      string(REPLACE "(" "" nombre ${llamada})
+      if(nombre IN_LIST exportaciones)
+        message(FATAL_ERROR "${fichero} calls ${nombre}, which is an export")
+      endif()
+    endforeach()
+  endforeach()
+endfunction()
+
 # One object library per layer.
 function(lumodir_capa carpeta)
   file(GLOB cabeceras CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${carpeta}/*.hpp)
@@ -28,7 +47,9 @@ function(lumodir_capa carpeta)
   target_include_directories(lumodir_${carpeta} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
   target_compile_definitions(lumodir_${carpeta} PRIVATE LUMODIR_CONSTRUYE)
   # The exports all stand in abi: no file of the others can call one, because to the compiler they are not available.
-  if(NOT carpeta STREQUAL "abi" AND NOT MSVC)
+  if(carpeta STREQUAL "abi")
+    lumodir_comprueba_exportaciones(${fuentes})
+  elseif(NOT MSVC)
     target_compile_definitions(lumodir_${carpeta} PRIVATE "LUMODIR_API=__attribute__((unavailable))")
   endif()
   target_link_libraries(lumodir_${carpeta} PRIVATE lumodir_opciones)

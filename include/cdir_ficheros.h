@@ -132,24 +132,24 @@ LUMODIR_API unsigned short cdir_se_puede_escribir(const char *fichero);
  * missing parents are created first and stay, whatever the answer. A bare drive (`X:`) is its current directory.
  *
  * @param directorio  Directory (UTF-16). NULL is reported as "(path_sin_espacios) != NULL".
- * @param motivo      Receives the reason, or NULL: that of an invalid path (cdir_es_path_valido_UNICODE()),
+ * @param motivo_out  Receives the reason, or NULL: that of an invalid path (cdir_es_path_valido_UNICODE()),
  *                    53948 "Cannot create the directory '%s'", or 404522 "Unable to write to the directory
  *                    '%s' because you do not have write permission. If you are trying to access a network
  *                    drive, please check that you have write permission."
  * @return 1 when a file can be created, else 0.
  */
-LUMODIR_API unsigned short cdir_se_puede_escribir_en_directorio(const wchar_t *directorio, wchar_t **motivo);
+LUMODIR_API unsigned short cdir_se_puede_escribir_en_directorio(const wchar_t *directorio, wchar_t **motivo_out);
 
 /**
  * As cdir_se_puede_escribir_en_directorio(), for the directory of a file; the file itself is not touched. A name
  * without a directory stands for the current one, `X:name` for that of the drive.
  *
- * @param fichero  Path of the file (UTF-16). NULL is reported as "(path_sin_espacios) != NULL".
- * @param motivo   Receives the reason, or NULL.
+ * @param fichero     Path of the file (UTF-16). NULL is reported as "(path_sin_espacios) != NULL".
+ * @param motivo_out  Receives the reason, or NULL.
  * @return 1 when a file can be created there, else 0.
  */
 LUMODIR_API unsigned short
-cdir_se_puede_escribir_fichero_en_directorio(const wchar_t *fichero, wchar_t **motivo);
+cdir_se_puede_escribir_fichero_en_directorio(const wchar_t *fichero, wchar_t **motivo_out);
 
 /**
  * 8-bit flavour of lumodir_tiene_permiso_escritura_fichero_UNICODE(): asks for write permission, opens

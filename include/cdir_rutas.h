@@ -39,6 +39,8 @@ LUMODIR_EXTERN_C_INICIO
  * COM1 to COM4, AUX, CLOCK$, IFS$HLP$, SETVERXX, $MMXXXX0, &MMXXXX0, XMSXXXX0, LUMOGR, KORAX, LUMODEV.
  *
  * A path with wildcards may have `*` as its whole base name and `.*` as its whole extension, nothing else.
+ *
+ * The system's own rules: https://learn.microsoft.com/en-us/windows/win32/fileio/naming-a-file
  */
 
 /**

@@ -26,7 +26,8 @@ LUMODIR_API unsigned short discos_es_unidad_local(wchar_t unidad);
 
 /**
  * Tells whether a drive is a substitution (SUBST) of a directory: the device behind it begins with `\??\`. One
- * whose directory has more than 248 units cannot be told and counts as none.
+ * whose directory has more than 248 units cannot be told and counts as none. What is asked:
+ * https://learn.microsoft.com/en-us/windows/win32/api/fileapi/nf-fileapi-querydosdevicew
  *
  * @param unidad  Letter in either case (UTF-16). Any other character is reported as
  *                "unidad2 >= L'A' && unidad2 <= L'Z'".

@@ -19,13 +19,13 @@ LUMODIR_EXTERN_C_INICIO
  * Tells whether a file can be opened for writing by this program alone; one open elsewhere cannot. A missing
  * file is created and deleted again; a read-only one is not touched.
  *
- * @param fichero  Path (UTF-16). NULL is reported as "(fichero) != NULL".
- * @param motivo   Always stored when given: a new text (widestr_nousar_destruye()) with 404523 "The file does
- *                 not have write permission." for a read-only file, else the system's text for the error;
- *                 NULL when it can be written.
+ * @param fichero     Path (UTF-16). NULL is reported as "(fichero) != NULL".
+ * @param motivo_out  Always stored when given: a new text (widestr_nousar_destruye()) with 404523 "The file does
+ *                    not have write permission." for a read-only file, else the system's text for the error;
+ *                    NULL when it can be written.
  * @return 1 when writable, else 0.
  */
-LUMODIR_API unsigned short lumodir_se_puede_escribir_UNICODE_ex(const wchar_t *fichero, wchar_t **motivo);
+LUMODIR_API unsigned short lumodir_se_puede_escribir_UNICODE_ex(const wchar_t *fichero, wchar_t **motivo_out);
 
 /**
  * Asks for write permission on a file; nothing is opened, so a file in use may still be granted.
@@ -128,7 +128,8 @@ LUMODIR_API void lumodir_desprotege_fichero_si_existe(const char *nomfich);
 
 /**
  * Gives the short (8.3) form of a path, or the path as it is when it does not exist or has none. The form of a path
- * of 248 units or more keeps the prefix `\\?\`.
+ * of 248 units or more keeps the prefix `\\?\`. Not every volume makes short names:
+ * https://learn.microsoft.com/en-us/windows/win32/api/fileapi/nf-fileapi-getshortpathnamew
  *
  * @param path  Path (UTF-16). NULL is reported as "(path) != NULL" and gives an empty string.
  * @return New string (widestr_nousar_destruye()).

@@ -27,7 +27,10 @@ enum {
     LUMOREG_RAIZ_USERS = 4           /**< HKEY_USERS */
 };
 
-/** Registry view, the `vista` of the functions that have one. */
+/**
+ * Registry view, the `vista` of the functions that have one:
+ * https://learn.microsoft.com/en-us/windows/win32/winprog64/accessing-an-alternate-registry-view
+ */
 enum {
     LUMOREG_VISTA_PROCESO = 0, /**< that of the process */
     LUMOREG_VISTA_64BITS = 1,  /**< KEY_WOW64_64KEY */
@@ -182,7 +185,8 @@ lumoreg_establece_ulong(unsigned long raiz, const char *clave, const char *nombr
 
 /**
  * Reads a value as a string. The type of the value is not looked at: whatever bytes it holds are taken as
- * text up to the first terminator, and never past their end.
+ * text up to the first terminator, and never past their end. (A stored string need not be terminated:
+ * https://learn.microsoft.com/en-us/windows/win32/api/winreg/nf-winreg-regqueryvalueexw)
  *
  * @param raiz          Root index.
  * @param clave         Key path below the root (UTF-16). NULL is reported.

@@ -8,7 +8,8 @@
  * - local values are the same count taken on the local FILETIME, less 3600. The hour is intended, not a zone
  *   offset: values that programs have stored keep their meaning only with it.
  *
- * Local FILETIME values and local time values use the zone offset of today, not that of the date.
+ * Local FILETIME values and local time values use the zone offset of today, not that of the date, as the system does:
+ * https://learn.microsoft.com/en-us/windows/win32/sysinfo/file-times
  * Functions with FILETIME arguments exist on Windows only.
  */
 #ifndef LUMODIR_TIMEFICH_H

@@ -2,7 +2,8 @@
  * @file lmlongpath.h
  * Paths beyond the classic length limit of the system, for programs that call the system themselves.
  *
- * The library accepts paths of up to 10240 UTF-16 units with components of up to 255.
+ * The library accepts paths of up to 10240 UTF-16 units with components of up to 255. The system's limits:
+ * https://learn.microsoft.com/en-us/windows/win32/fileio/maximum-file-path-limitation
  */
 #ifndef LUMODIR_LMLONGPATH_H
 #define LUMODIR_LMLONGPATH_H

@@ -35,7 +35,7 @@ void apunorde_nousar_inserta_original(ApunOrde* array, void** record) {
             : i_posicion_tras(array->registros, [&](const void* elemento) {
                   return llama_al_anfitrion(array->compara, elemento, static_cast<const void*>(*record));
               });
-    i_inserta_en(array->registros, posicion, *record, lugar::aqui());
+    i_inserta_en(array->registros, posicion, *record);
     *record = nullptr;
 }
 

@@ -1,7 +1,7 @@
 // The exports of cdir_ficheros.h.
 #include "cdir_ficheros.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "cdir_rutas.h"
 #include "files/borrado.hpp"
 #include "files/borrado_arbol.hpp"
@@ -29,6 +29,10 @@ bool i_hay_fichero(const wchar_t* fichero) noexcept {
 
 bool i_hay_directorio(const wchar_t* directorio) noexcept {
     return i_comprueba(directorio != nullptr, "(nombre_directorio) != NULL");
+}
+
+bool i_existe_directorio(const wchar_t* directorio) noexcept {
+    return i_hay_directorio(directorio) && i_existencia(directorio).hay();
 }
 
 bool i_hay_nombres(const wchar_t* viejo, const wchar_t* nuevo) noexcept {
@@ -59,8 +63,10 @@ marcha i_marcha_de_bandera(void* bandera) noexcept {
 
 // Whether the path is one to go on with; if not, the reason is delivered.
 bool i_path_valido(const wchar_t* path, wchar_t** motivo_out) noexcept {
-    entrega(motivo_out, motivo());
-    return cdir_es_path_valido_UNICODE(path, motivo_out) == CIERTO;
+    const vista_w recortado = recorta_derecha(a_vista(path));
+    const veredicto juicio = i_path_correcto_UNICODE(recortado);
+    entrega(motivo_out, juicio.motivo == nullptr ? motivo() : i_texto_del_fallo(juicio, recortado));
+    return juicio.correcto;
 }
 
 unsigned short i_entrega_motivo(motivo por_que, wchar_t** motivo_out) noexcept {
@@ -86,7 +92,7 @@ unsigned short cdir_existe_fichero(const char* nombre) {
 }
 
 unsigned short cdir_existe_directorio_UNICODE(const wchar_t* nombre_directorio) {
-    return logico(i_hay_directorio(nombre_directorio) && i_existencia(nombre_directorio).hay());
+    return logico(i_existe_directorio(nombre_directorio));
 }
 unsigned short cdir_existe_directorio(const char* nombre_directorio) {
     return puente<cdir_existe_directorio_UNICODE>(nombre_directorio);
@@ -94,10 +100,9 @@ unsigned short cdir_existe_directorio(const char* nombre_directorio) {
 
 unsigned short cdir_existe_directorio_UNICODE_con_mensaje_opc(const wchar_t* nombre_directorio,
                                                               wchar_t** mensaje) {
-    const unsigned short existe = cdir_existe_directorio_UNICODE(nombre_directorio);
-    entrega(mensaje,
-            existe == CIERTO ? cadena_w() : i_mensaje(i_msg_31827_no_existe_directorio, {nombre_directorio}));
-    return existe;
+    const bool existe = i_existe_directorio(nombre_directorio);
+    entrega(mensaje, existe ? cadena_w() : i_mensaje(i_msg_31827_no_existe_directorio, {nombre_directorio}));
+    return logico(existe);
 }
 
 unsigned short cdir_comprueba_existe_fichero(const wchar_t* fichero) {
@@ -139,7 +144,8 @@ unsigned short cdir_se_puede_leer(const char* fichero) {
 }
 
 unsigned short cdir_se_puede_escribir_UNICODE(const wchar_t* fichero) {
-    return lumodir_se_puede_escribir_UNICODE_ex(fichero, nullptr);
+    return logico(i_comprueba(fichero != nullptr, "(fichero) != NULL") &&
+                  i_prueba_escritura(fichero).es_nula());
 }
 unsigned short cdir_se_puede_escribir(const char* fichero) {
     return puente<cdir_se_puede_escribir_UNICODE>(fichero);
@@ -165,7 +171,7 @@ unsigned short cdir_tiene_permiso_escritura_fichero(const char* fichero) {
 // ---- Deleting files
 
 unsigned short cdir_borra_fichero_UNICODE(const wchar_t* fichero) {
-    return cdir_borra_fichero_con_mensaje_extra_UNICODE(fichero, nullptr);
+    return logico(i_hay_fichero(fichero) && i_borra_fichero_existente(fichero, nullptr));
 }
 void cdir_borra_fichero(const char* fichero) {
     puente_sin_resultado<cdir_borra_fichero_UNICODE>(fichero);

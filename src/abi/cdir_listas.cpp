@@ -1,7 +1,7 @@
 // The exports of cdir_listas.h, one template for both flavours of text.
 #include "cdir_listas.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "companions/unicode.hpp"
 #include "listings/listas_ficheros.hpp"
 #include "paths/rutas.hpp"

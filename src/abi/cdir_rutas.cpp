@@ -1,7 +1,7 @@
 // The exports of cdir_rutas.h.
 #include "cdir_rutas.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "frame/puente.hpp"
 #include "paths/componentes.hpp"
 #include "paths/nombres_validos.hpp"
@@ -76,36 +76,36 @@ unsigned short cdir_nombre_fichero_valido(wchar_t* nombre) {
 namespace {
 
 template <class C>
-void i_splitpath(const path_juzgado<C>& comprobado, C** unidad, C** directorio, C** nombre_base,
-                 C** extension) {
-    const division<C> piezas(comprobado);
-    const bool junta = nombre_base != nullptr && extension != nullptr && piezas.extension_es_del_nombre();
+void i_entrega_piezas(const path_juzgado<C>& comprobado, C** unidad, C** directorio, C** nombre_base,
+                      C** extension) {
+    const division<C> enteras(comprobado);
+    const trozos_de_ruta<C> piezas = i_splitpath(enteras, nombre_base != nullptr && extension != nullptr);
     entrega_copias<C>({{unidad, piezas.unidad},
                        {directorio, piezas.directorio},
-                       {nombre_base, junta ? piezas.nombre_y_extension() : piezas.nombre},
-                       {extension, junta ? vista<C>() : piezas.extension}});
+                       {nombre_base, piezas.nombre},
+                       {extension, piezas.extension}});
 }
 
 }  // namespace
 
 void cdir_splitpath_con_comprobacion_UNICODE(const wchar_t* path, wchar_t** unidad, wchar_t** directorio,
                                              wchar_t** nombre_base, wchar_t** extension) {
-    i_splitpath(i_comprueba_fichero(a_vista(path)), unidad, directorio, nombre_base, extension);
+    i_entrega_piezas(i_comprueba_fichero(a_vista(path)), unidad, directorio, nombre_base, extension);
 }
 
 void cdir_splitpath_con_comprobacion(const char* path, char** unidad, char** directorio, char** nombre_base,
                                      char** extension) {
-    i_splitpath(i_comprueba_fichero(a_vista(path)), unidad, directorio, nombre_base, extension);
+    i_entrega_piezas(i_comprueba_fichero(a_vista(path)), unidad, directorio, nombre_base, extension);
 }
 
 void cdir_splitpath_con_comodines_UNICODE(const wchar_t* path, wchar_t** unidad, wchar_t** directorio,
                                           wchar_t** nombre_base, wchar_t** extension) {
-    i_splitpath(i_comprueba_con_comodines(a_vista(path)), unidad, directorio, nombre_base, extension);
+    i_entrega_piezas(i_comprueba_con_comodines(a_vista(path)), unidad, directorio, nombre_base, extension);
 }
 
 void cdir_splitpath_con_comodines(const char* path, char** unidad, char** directorio, char** nombre_base,
                                   char** extension) {
-    i_splitpath(i_comprueba_con_comodines(a_vista(path)), unidad, directorio, nombre_base, extension);
+    i_entrega_piezas(i_comprueba_con_comodines(a_vista(path)), unidad, directorio, nombre_base, extension);
 }
 
 wchar_t* cdir_split_make_path_UNICODE(const wchar_t* path, unsigned short piezas) {

@@ -1,7 +1,7 @@
 // The exports of dirwin.h.
 #include "dirwin.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "listings/dirwin.hpp"
 
 using namespace interno;

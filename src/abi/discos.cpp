@@ -1,7 +1,7 @@
 // The exports of discos.h.
 #include "discos.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "companions/error_interno.hpp"
 #include "system/discos.hpp"
 #include "system/unidades.hpp"

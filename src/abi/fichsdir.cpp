@@ -1,7 +1,7 @@
 // The exports of fichsdir.h.
 #include "fichsdir.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "listings/fichsdir_registros.hpp"
 #include "paths/rutas.hpp"
 

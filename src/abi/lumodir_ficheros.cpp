@@ -1,8 +1,9 @@
 // The exports of lumodir_ficheros.h.
 #include "lumodir_ficheros.h"
 
-#include "abi/frontera.hpp"
-#include "companions/lmlongpath.h"
+#include "abi/exportacion.hpp"
+#include "abi/tamanyo.hpp"
+#include "companions/lmlongpath.hpp"
 #include "files/borrado.hpp"
 #include "files/directorios_vacios.hpp"
 #include "files/existencia.hpp"
@@ -14,6 +15,15 @@
 using namespace interno;
 
 namespace {
+
+void i_borra_si_existe(const wchar_t* fichero, const wchar_t* mensaje_extra,
+                       unsigned short* hay_error) noexcept {
+    const bool borrado =
+        i_comprueba(fichero != nullptr, "(nombre) != NULL") && i_borra_fichero(fichero, mensaje_extra, false);
+    if (i_comprueba(hay_error != nullptr, "(hay_error) != NULL")) {
+        *hay_error = logico(!borrado);
+    }
+}
 
 void i_cambia(const wchar_t* nomfich, int modo) noexcept {
     if (i_comprueba(nomfich != nullptr, "(nomfich) != NULL")) {
@@ -39,7 +49,7 @@ unsigned short lumodir_tiene_permiso_escritura_fichero_UNICODE(const wchar_t* fi
 }
 
 unsigned long long lumodir_get_tamanyo_fichero(const wchar_t* path, unsigned long* error_out) {
-    return lmlongpath_GetFileSize(path, error_out);
+    return i_tamanyo(path, error_out);
 }
 
 unsigned short lumodir_espera_acceso_a_recursos_en_directorio(const char* directorio) {
@@ -50,17 +60,13 @@ unsigned short lumodir_espera_acceso_a_recursos_en_directorio(const char* direct
 // ---- Deletion
 
 void lumodir_borra_fichero_si_existe_UNICODE(const wchar_t* fichero, unsigned short* hay_error) {
-    lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(fichero, nullptr, hay_error);
+    i_borra_si_existe(fichero, nullptr, hay_error);
 }
 
 void lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(const wchar_t* fichero,
                                                                const wchar_t* mensaje_extra,
                                                                unsigned short* hay_error) {
-    const bool borrado =
-        i_comprueba(fichero != nullptr, "(nombre) != NULL") && i_borra_fichero(fichero, mensaje_extra, false);
-    if (i_comprueba(hay_error != nullptr, "(hay_error) != NULL")) {
-        *hay_error = logico(!borrado);
-    }
+    i_borra_si_existe(fichero, mensaje_extra, hay_error);
 }
 
 void lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(const wchar_t* path_directorio,
@@ -113,5 +119,6 @@ wchar_t* lumodir_dame_path_largo_UNICODE(const wchar_t* path) {
 }
 
 wchar_t* lumodir_lmlongpath_prepended_path_si_necesario(const wchar_t* path) {
-    return lmlongpath_prepended_path_si_necesario(path);
+    const bool hay = i_comprueba(path != nullptr, "(path) != NULL");
+    return nuevo_texto(hay ? vista_w(ruta_fijada(path).dada_si_cabe()) : vista_w());
 }

@@ -1,7 +1,7 @@
 // The exports of lumodir_listas.h.
 #include "lumodir_listas.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "frame/puente.hpp"
 #include "listings/listas_arbol.hpp"
 

@@ -1,7 +1,7 @@
 // The exports of lumodir_programa.h.
 #include "lumodir_programa.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "files/programa.hpp"
 #include "frame/puente.hpp"
 

@@ -1,7 +1,7 @@
 // The exports of lumodir_rutas.h.
 #include "lumodir_rutas.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "paths/componentes.hpp"
 #include "paths/rutas.hpp"
 

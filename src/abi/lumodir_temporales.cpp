@@ -1,7 +1,7 @@
 // The exports of lumodir_temporales.h.
 #include "lumodir_temporales.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "files/crea_directorios.hpp"
 #include "files/temporales.hpp"
 #include "paths/rutas.hpp"

@@ -1,7 +1,7 @@
 // The exports of lumodir_unidades.h.
 #include "lumodir_unidades.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "frame/puente.hpp"
 #include "system/unidades.hpp"
 

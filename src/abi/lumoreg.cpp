@@ -2,7 +2,7 @@
 // all the same.
 #include "lumoreg.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "frame/puente.hpp"
 #include "system/lumoreg_claves.hpp"
 #include "system/lumoreg_valores.hpp"
@@ -10,6 +10,14 @@
 using namespace interno;
 
 namespace {
+
+unsigned short i_crea_clave_en(unsigned long vista, unsigned long raiz, const wchar_t* clave) noexcept {
+    const bool hay_clave = i_comprueba(clave != nullptr, "(clave) != NULL");
+    const std::optional<REGSAM> bandera = i_bandera_de_vista(vista);
+    const HKEY raiz_abierta = i_raiz(raiz);
+    return logico(hay_clave && bandera && raiz_abierta != nullptr &&
+                  i_crea_clave(raiz_abierta, clave, KEY_ALL_ACCESS | *bandera));
+}
 
 unsigned short i_escribe_en(const apertura& como, const wchar_t* clave, const wchar_t* nombre_valor,
                             DWORD tipo, const void* dato, std::size_t bytes) noexcept {
@@ -67,15 +75,11 @@ unsigned short lumoreg_existe_clave_en_vista_u(unsigned long vista, unsigned lon
 }
 
 unsigned short lumoreg_crea_clave_u(unsigned long raiz, const wchar_t* clave) {
-    return lumoreg_crea_clave_en_vista_u(LUMOREG_VISTA_PROCESO, raiz, clave);
+    return i_crea_clave_en(LUMOREG_VISTA_PROCESO, raiz, clave);
 }
 
 unsigned short lumoreg_crea_clave_en_vista_u(unsigned long vista, unsigned long raiz, const wchar_t* clave) {
-    const bool hay_clave = i_comprueba(clave != nullptr, "(clave) != NULL");
-    const std::optional<REGSAM> bandera = i_bandera_de_vista(vista);
-    const HKEY raiz_abierta = i_raiz(raiz);
-    return logico(hay_clave && bandera && raiz_abierta != nullptr &&
-                  i_crea_clave(raiz_abierta, clave, KEY_ALL_ACCESS | *bandera));
+    return i_crea_clave_en(vista, raiz, clave);
 }
 
 void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t* clave, const wchar_t* nombre) {

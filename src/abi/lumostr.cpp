@@ -2,7 +2,7 @@
 // Checked by tests/companions/textos_exportados_test.cpp.
 #include "companions/lumostr.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 
 using namespace interno;
 

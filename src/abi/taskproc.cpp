@@ -1,7 +1,7 @@
 // The exports of taskproc.h.
 #include "taskproc.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "companions/error_interno.hpp"
 #include "system/taskproc.hpp"
 

@@ -1,7 +1,7 @@
 // The exports of timefich.h.
 #include "timefich.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "files/timefich.hpp"
 #include "frame/puente.hpp"
 

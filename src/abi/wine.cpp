@@ -1,7 +1,7 @@
 // The exports of wine.h.
 #include "wine.h"
 
-#include "abi/frontera.hpp"
+#include "abi/exportacion.hpp"
 #include "system/wine.hpp"
 
 using namespace interno;

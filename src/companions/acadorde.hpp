@@ -28,7 +28,8 @@ std::size_t i_posicion_tras(const vector_interno<T>& elementos, Compara compara)
 }
 
 template <class T>
-void i_inserta_en(vector_interno<T>& elementos, std::size_t posicion, T elemento, lugar donde) {
+void i_inserta_en(vector_interno<T>& elementos, std::size_t posicion, T elemento,
+                  lugar donde = lugar::aqui()) {
     elementos.anade(elemento, donde);
     T* datos = elementos.data();
     std::memmove(datos + posicion + 1, datos + posicion, (elementos.size() - 1 - posicion) * sizeof(T));

@@ -109,7 +109,7 @@ cadena<C> concatena(std::initializer_list<std::type_identity_t<vista<C>>> trozos
     return nueva;
 }
 
-// A text that the caller gets a new string of, where it has asked for one.
+// A text of which the caller gets a new string, if it asked for one.
 template <class C>
 struct copia_pedida {
     C** sitio;

@@ -4,6 +4,7 @@
 //
 // Promises: no allocation in splitting; the four views joined give the path again.
 // Cannot promise: to know a device prefix or a share: to the C runtime those are directory text.
+// (https://learn.microsoft.com/en-us/cpp/c-runtime-library/reference/splitpath-wsplitpath)
 // Checked by tests/companions/crt_rutas_test.cpp.
 #pragma once
 

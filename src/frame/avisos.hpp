@@ -1,4 +1,4 @@
-// Messages in the user's language, the warnings that show them, and the callback that is told of a file to be deleted.
+// The warnings of the library, but for those of the retry loop, and how its messages are made.
 //
 // Promises: nothing is shown in service mode. (The retry loop, which has then nothing to say either, and the creation of
 // temporary files, which warns even then, show theirs without this.)

@@ -14,9 +14,12 @@
 
 #include "frame/catalogo.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+
+#include "companions/texto.hpp"
 
 namespace interno {
 
@@ -58,7 +61,7 @@ constexpr conjunto_ranuras regionales = regionales_1_y_3 | regional_2;
 
 struct texto_propio {
     conjunto_ranuras ranuras;
-    const wchar_t* texto;  // without the "<id>"
+    vista_w texto;  // without the "<id>"
 };
 
 struct datos_mensaje {
@@ -74,30 +77,13 @@ constexpr const char* timefich_msg = "timefich.msg";
 
 // ---- reading the texts while compiling
 
-constexpr std::size_t i_longitud(const wchar_t* texto) {
-    std::size_t longitud = 0;
-    while (texto[longitud] != L'\0') {
-        ++longitud;
-    }
-    return longitud;
-}
-
-constexpr bool i_empieza_por(const wchar_t* texto, const wchar_t* comienzo) {
-    while (*comienzo != L'\0') {
-        if (*texto++ != *comienzo++) {
-            return false;
-        }
-    }
-    return true;
-}
-
-constexpr const wchar_t* i_texto_de(const datos_mensaje& datos, conjunto_ranuras ranura) {
+constexpr vista_w i_texto_de(const datos_mensaje& datos, conjunto_ranuras ranura) {
     for (const texto_propio& propio : datos.textos) {
         if ((propio.ranuras & ranura) != 0) {
             return propio.texto;
         }
     }
-    return L"";
+    return {};
 }
 
 constexpr conjunto_ranuras i_ranuras_con_texto(const datos_mensaje& datos) {
@@ -121,7 +107,7 @@ constexpr bool i_sin_ranura_repetida(const datos_mensaje& datos) {
 
 constexpr bool i_sin_texto_vacio(const datos_mensaje& datos) {
     for (const texto_propio& propio : datos.textos) {
-        if (propio.ranuras != 0 && (propio.texto == nullptr || propio.texto[0] == L'\0')) {
+        if (propio.ranuras != 0 && propio.texto.empty()) {
             return false;
         }
     }
@@ -131,15 +117,12 @@ constexpr bool i_sin_texto_vacio(const datos_mensaje& datos) {
 // The placeholders of a text in their order, as the digits of a number in base 4: %s is 1, %ld is 2.
 constexpr std::uint32_t marcadores_incorrectos = 0xFFFFFFFF;
 
-constexpr std::uint32_t i_marcadores(const wchar_t* texto) {
+constexpr std::uint32_t i_marcadores(vista_w texto) {
     std::uint32_t marcadores = 0;
-    for (; *texto != L'\0'; ++texto) {
-        if (*texto != L'%') {
-            continue;
-        }
-        if (i_empieza_por(texto, L"%s")) {
+    for (std::size_t i = texto.find(L'%'); i != vista_w::npos; i = texto.find(L'%', i + 1)) {
+        if (empieza_por(texto.substr(i), L"%s")) {
             marcadores = marcadores * 4 + 1;
-        } else if (i_empieza_por(texto, L"%ld")) {
+        } else if (empieza_por(texto.substr(i), L"%ld")) {
             marcadores = marcadores * 4 + 2;
         } else {
             return marcadores_incorrectos;
@@ -161,30 +144,25 @@ constexpr bool i_mismos_marcadores(const datos_mensaje& datos) {
     return true;
 }
 
-constexpr bool i_dice_fichero(const wchar_t* texto) {
-    for (; *texto != L'\0'; ++texto) {
-        if (i_empieza_por(texto, L"fichero")) {
-            return true;
-        }
-    }
-    return false;
-}
+constexpr vista_w fichero = L"fichero";
+constexpr vista_w archivo = L"archivo";
 
-// "fichero" and "archivo" have the same length and gender, so the two texts run side by side.
-constexpr bool i_solo_cambia_a_archivo(const wchar_t* con_fichero, const wchar_t* con_archivo) {
-    constexpr std::size_t longitud_palabra = i_longitud(L"fichero");
-    while (*con_fichero != L'\0') {
-        if (i_empieza_por(con_fichero, L"fichero")) {
-            if (!i_empieza_por(con_archivo, L"archivo")) {
-                return false;
-            }
-            con_fichero += longitud_palabra;
-            con_archivo += longitud_palabra;
-        } else if (*con_fichero++ != *con_archivo++) {
+// The two words have the same length and gender, so the two texts run side by side.
+constexpr bool i_solo_cambia_a_archivo(vista_w con_fichero, vista_w con_archivo) {
+    static_assert(fichero.size() == archivo.size());
+    if (con_fichero.size() != con_archivo.size()) {
+        return false;
+    }
+    std::size_t desde = 0;
+    for (std::size_t i = con_fichero.find(fichero); i != vista_w::npos;
+         i = con_fichero.find(fichero, desde)) {
+        if (con_archivo.substr(desde, i - desde) != con_fichero.substr(desde, i - desde) ||
+            con_archivo.substr(i, archivo.size()) != archivo) {
             return false;
         }
+        desde = i + fichero.size();
     }
-    return *con_archivo == L'\0';
+    return con_archivo.substr(desde) == con_fichero.substr(desde);
 }
 
 // The second regional variant keeps "fichero" in the two messages about the read-only protection: a
@@ -194,9 +172,9 @@ constexpr bool i_variante_2_conserva_fichero(std::uint32_t id) {
 }
 
 constexpr bool i_regionales_correctas(const datos_mensaje& datos) {
-    const wchar_t* texto_espanol = i_texto_de(datos, espanol);
+    const vista_w texto_espanol = i_texto_de(datos, espanol);
     conjunto_ranuras esperadas = 0;
-    if (i_dice_fichero(texto_espanol)) {
+    if (texto_espanol.find(fichero) != vista_w::npos) {
         esperadas = i_variante_2_conserva_fichero(datos.id) ? regionales_1_y_3 : regionales;
     }
     if ((i_ranuras_con_texto(datos) & regionales) != esperadas) {
@@ -224,7 +202,7 @@ constexpr std::size_t i_longitud_total(const datos_mensaje& datos) {
     std::size_t total = 0;
     for (const texto_propio& propio : datos.textos) {
         if (propio.ranuras != 0) {
-            total += i_longitud_prefijo(datos.id) + i_longitud(propio.texto) + 1;
+            total += i_longitud_prefijo(datos.id) + propio.texto.size() + 1;
         }
     }
     return total;
@@ -253,10 +231,7 @@ struct textos_con_prefijo {
 template <std::size_t longitud>
 constexpr textos_con_prefijo<longitud> i_compone(const datos_mensaje& datos) {
     textos_con_prefijo<longitud> compuestos;
-    for (std::size_t& comienzo : compuestos.comienzo) {
-        comienzo = sin_texto_propio;
-    }
-
+    compuestos.comienzo.fill(sin_texto_propio);
     std::size_t posicion = 0;
     for (const texto_propio& propio : datos.textos) {
         if (propio.ranuras == 0) {
@@ -269,10 +244,8 @@ constexpr textos_con_prefijo<longitud> i_compone(const datos_mensaje& datos) {
         }
         i_escribe_prefijo(compuestos.caracteres.data() + posicion, datos.id);
         posicion += i_longitud_prefijo(datos.id);
-        for (const wchar_t* origen = propio.texto; *origen != L'\0'; ++origen) {
-            compuestos.caracteres[posicion++] = *origen;
-        }
-        ++posicion;  // the terminator is there already
+        std::copy(propio.texto.begin(), propio.texto.end(), compuestos.caracteres.begin() + posicion);
+        posicion += propio.texto.size() + 1;  // the terminator is there already
     }
     return compuestos;
 }
@@ -1043,8 +1016,8 @@ constexpr datos_mensaje m_404523_fichero_sin_permiso_de_escritura{
 LUMODIR_MENSAJES(I_CONSTRUCTOR)
 #undef I_CONSTRUCTOR
 
-#define I_ENTRADA(mensaje) {"i_msg_" #mensaje, m_##mensaje.id, i_msg_##mensaje},
-constexpr entrada_catalogo catalogo[num_mensajes_catalogo] = {LUMODIR_MENSAJES(I_ENTRADA)};
-#undef I_ENTRADA
+#define I_FILA(mensaje) {"i_msg_" #mensaje, m_##mensaje.id, i_msg_##mensaje},
+constexpr fila_catalogo catalogo[num_mensajes_catalogo] = {LUMODIR_MENSAJES(I_FILA)};
+#undef I_FILA
 
 }  // namespace interno

@@ -56,7 +56,7 @@ LUMODIR_MENSAJES(I_DECLARADO)
 #undef I_DECLARADO
 
 // All of them, in that order, for tests and tools that go over the whole catalogue.
-struct entrada_catalogo {
+struct fila_catalogo {
     const char* nombre;  // name of the builder
     unsigned long id;
     ConstructorMensaje construye;
@@ -65,6 +65,6 @@ struct entrada_catalogo {
 #define I_UNO(mensaje) 1,
 constexpr std::size_t num_mensajes_catalogo = std::initializer_list<int>{LUMODIR_MENSAJES(I_UNO)}.size();
 #undef I_UNO
-extern const entrada_catalogo catalogo[num_mensajes_catalogo];
+extern const fila_catalogo catalogo[num_mensajes_catalogo];
 
 }  // namespace interno

@@ -13,7 +13,7 @@ template <class C>
 void i_convierte_a_nombre_base_valido(const C* nombre, std::span<C> resultado) noexcept;
 
 // The repair: invalid characters become "_", blanks at the front and points and blanks at the end go, the
-// component limit holds. Reserved device names stay, and nothing but points and blanks becomes empty: the repair
+// component limit holds. Reserved device names stay, and a name of nothing but points and blanks becomes empty: the repair
 // is limited to characters, ends and length on purpose.
 cadena_w i_nombre_base_reparado(vista_w nombre);
 

@@ -33,8 +33,19 @@ cadena_a i_no_nula(cadena_a texto) {
     return texto.es_nula() ? cadena_a(vista_a()) : std::move(texto);
 }
 
-}  // namespace
+cadena_a i_copia(const char* texto) {
+    return texto == nullptr ? cadena_a() : cadena_a(vista_a(texto));
+}
 
+vista_a i_base(const Nomsfich& nomsfich) noexcept {
+    return a_vista<char>(nomsfich.nombre_base);
+}
+
+vista_a i_extension(const Nomsfich& nomsfich) noexcept {
+    return a_vista<char>(nomsfich.extension);
+}
+
+// Reports what is forbidden in a part, and answers whether there is a text at all.
 // Two steps, and the order matters: a control character counts only in a text that holds a forbidden one too.
 bool i_comprueba_caracteres(vista_a cadena) {
     if (!i_comprueba(cadena.data() != nullptr, "(cadena) != NULL")) {
@@ -59,15 +70,18 @@ bool i_comprueba_caracteres(vista_a cadena) {
     return true;
 }
 
+// A missing base name is reported as such, and not as an empty one too.
 bool i_comprueba_nombre_base(vista_a nombre_base) {
     i_comprueba(nombre_base.data() == nullptr || !nombre_base.empty(), "lmstdc_strlen(nombre_base) > 0");
     return i_comprueba_caracteres(nombre_base);
 }
 
+// A part as records hold it; NULL stays NULL, for the checks to report.
 cadena_a i_parte(vista_a texto) {
     return texto.data() == nullptr ? cadena_a() : cad_convertir_a_minusculas(recorta_derecha(texto));
 }
 
+// The record takes over both strings and is checked; a missing one becomes empty.
 registro_nomsfich i_registro(cadena_a nombre_base, cadena_a extension) {
     registro<Nomsfich> nuevo = registro<Nomsfich>::a_cero();
     i_comprueba_nombre_base(nombre_base);
@@ -76,6 +90,8 @@ registro_nomsfich i_registro(cadena_a nombre_base, cadena_a extension) {
     nuevo->extension = i_no_nula(std::move(extension)).suelta();
     return registro_nomsfich(nuevo.suelta());
 }
+
+}  // namespace
 
 registro_nomsfich i_registro_vacio() {
     registro<Nomsfich> vacio = registro<Nomsfich>::a_cero();
@@ -100,6 +116,33 @@ registro_nomsfich i_crea_nomsfich(vista_a nombre) {
     }
     return i_registro(cad_convertir_a_minusculas(nombre.substr(0, tras_punto - 1)),
                       cad_convertir_a_minusculas(recorta_derecha(nombre.substr(tras_punto))));
+}
+
+registro_nomsfich i_crea_nomsfich(vista_a nombre_base, vista_a extension) {
+    return i_registro(i_parte(nombre_base), i_parte(extension));
+}
+
+registro_nomsfich i_copia_nomsfich(const Nomsfich& original) {
+    return i_registro(i_copia(original.nombre_base), i_copia(original.extension));
+}
+
+registro_nomsfich i_copia_nomsfich(const Nomsfich& original, vista_a extension) {
+    return i_registro(i_copia(original.nombre_base), i_parte(extension));
+}
+
+cadena_a i_nombre_fichero(const Nomsfich& nomsfich) {
+    const vista_a extension = i_extension(nomsfich);
+    return concatena<char>({i_base(nomsfich), extension.empty() ? vista_a() : vista_a("."), extension});
+}
+
+bool i_iguales(const Nomsfich& nomsfich1, const Nomsfich& nomsfich2) noexcept {
+    // Extensions first: in a directory they differ sooner.
+    return i_extension(nomsfich1) == i_extension(nomsfich2) && i_base(nomsfich1) == i_base(nomsfich2);
+}
+
+int i_compara(const Nomsfich& nomsfich1, const Nomsfich& nomsfich2) noexcept {
+    const int por_nombre = i_base(nomsfich1).compare(i_base(nomsfich2));
+    return por_nombre != 0 ? por_nombre : i_extension(nomsfich1).compare(i_extension(nomsfich2));
 }
 
 bool i_misma_extension(vista_a extension1, vista_a extension2) {

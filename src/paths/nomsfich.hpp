@@ -17,28 +17,23 @@ struct destruye_registro_nomsfich {
 };
 
 // Owner of a record for work inside the library.
-class registro_nomsfich : public duenyo<Nomsfich, destruye_registro_nomsfich> {
-public:
-    using duenyo::duenyo;
-    vista_a nombre_base() const noexcept { return a_vista<char>(get()->nombre_base); }
-    vista_a extension() const noexcept { return a_vista<char>(get()->extension); }
-};
+using registro_nomsfich = duenyo<Nomsfich, destruye_registro_nomsfich>;
 
 // A bare file name cut at its last point.
 registro_nomsfich i_crea_nomsfich(vista_a nombre);
-// The record takes over both strings and is checked; a missing one becomes empty.
-registro_nomsfich i_registro(cadena_a nombre_base, cadena_a extension);
+// Of two parts.
+registro_nomsfich i_crea_nomsfich(vista_a nombre_base, vista_a extension);
+registro_nomsfich i_copia_nomsfich(const Nomsfich& original);
+registro_nomsfich i_copia_nomsfich(const Nomsfich& original, vista_a extension);
 // What a function gives for a record that is not there; the report has been made.
 registro_nomsfich i_registro_vacio();
-// A part as records hold it; NULL stays NULL, for the checks to report.
-cadena_a i_parte(vista_a texto);
 
-// Report what is forbidden in a part; answer whether there is a text at all. A missing base name is reported as such, and
-// not as an empty one too.
-bool i_comprueba_caracteres(vista_a cadena);
-bool i_comprueba_nombre_base(vista_a nombre_base);
+cadena_a i_nombre_fichero(const Nomsfich& nomsfich);
+bool i_iguales(const Nomsfich& nomsfich1, const Nomsfich& nomsfich2) noexcept;
+// By base name, then by extension: negative, 0 or positive.
+int i_compara(const Nomsfich& nomsfich1, const Nomsfich& nomsfich2) noexcept;
 
-// After those checks.
+// Of two parts, each of which is checked.
 bool i_misma_extension(vista_a extension1, vista_a extension2);
 bool i_mismo_nombre_base(vista_a nombre_base1, vista_a nombre_base2);
 

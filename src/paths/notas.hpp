@@ -1,4 +1,4 @@
-// What the rules on paths ask for of a text, noted in one pass: a bit for each unit that is a separator, a point, a blank
+// What the rules on paths ask about a text, noted in one pass: a bit for each unit that is a separator, a point, a blank
 // or something that no name may hold. The rules judge from the notes (path_correcto.cpp), so there is one copy of them,
 // for UTF-16 and for 8-bit text of one byte a character, and none for the usual path.
 //
@@ -48,7 +48,7 @@ constexpr notas_de_64 i_notas_llanas(vista<C> texto) noexcept {
 
 inline notas_de_64 i_notas_de_bloque(const bloque& b, bool con_altos) noexcept {
     const auto es = [](__m128i c, char cual) { return _mm_cmpeq_epi8(c, _mm_set1_epi8(cual)); };
-    // Two characters that differ in one bit are told in one comparison.
+    // One comparison recognises two characters that differ in one bit.
     const auto es_salvo = [&es](__m128i c, char cual, int bit) {
         return es(_mm_and_si128(c, _mm_set1_epi8(static_cast<char>(~bit))), cual);
     };

@@ -24,8 +24,8 @@ constexpr vista_a nombres_reservados[] = {"CON",      "NUL",      "LPT1",     "L
 constexpr unsigned longitud_minima_reservada = 3;
 constexpr unsigned longitud_maxima_reservada = 8;
 
-// Bit n of a unit: a reserved name of n units has it in second place, or in the last. Hardly any other name gets past both
-// questions.
+// Bit n of a unit: some reserved name of n units has that unit in second place, or in the last one. Hardly any other name
+// gets past both questions.
 struct tabla_reservados {
     unsigned short segundas[256] = {};
     unsigned short ultimas[256] = {};
@@ -44,7 +44,8 @@ struct tabla_reservados {
 };
 constexpr tabla_reservados reservados;
 
-// Asked of what is as long as some reserved name. The upper half of a unit is left to who compares the whole.
+// For a stem that is as long as some reserved name. The upper half of a unit does not count here: the comparison of the
+// whole name decides.
 template <class C>
 constexpr bool i_parece_reservado(vista<C> tronco) noexcept {
     const unsigned longitudes =
@@ -75,8 +76,8 @@ bool i_componente_correcto(vista<C> nombre) noexcept {
            !i_es_reservado(nombre.substr(0, nombre.find(C('.'))));
 }
 
-// A final point is taken only where the path begins or ends with a relative part; that only the last character
-// is looked at, and never the first, is meant so.
+// A final point is accepted only where the path begins or ends with a relative part. Only the last character is looked
+// at, never the first: `.profile` is a name.
 template <class C>
 bool i_punto_final_admitido(vista<C> path) noexcept {
     // "./", ".\", "../", "..\" at the front; "/.", "\.", "/..", "\.." at the end.
@@ -114,7 +115,7 @@ bool i_recortado_correcto(vista<C> hasta_los_blancos) noexcept {
     return i_componente_correcto(recorta_derecha(hasta_los_blancos.substr(principio)));
 }
 
-// Only a path that is longer than a component may be has one that is too long.
+// Asked only about a path that is longer than one component may be.
 template <class C>
 bool i_hay_largos(vista<C> componentes) noexcept {
     std::size_t principio = 0;
@@ -170,7 +171,7 @@ hallazgo i_recorre(vista<C> path, std::size_t tras_unidad) noexcept {
                                   static_cast<unsigned>(std::countr_zero(~(siguen >> i))));
             h.correctos = h.correctos && !(i_parece_reservado(tronco) && i_es_reservado(tronco));
         }
-        // Blanks at the end of a component do not belong to it: what is left is judged by itself.
+        // Where the blanks at the end of a component end.
         for (bits r = n.blanco & ~(~separadores >> 1) & juzgadas; r != 0; r &= r - 1) {
             const std::size_t tras_blancos = h.desde + static_cast<unsigned>(std::countr_zero(r)) + 1;
             h.correctos =
@@ -195,7 +196,7 @@ bool i_nombra_recurso(vista<C> path, std::size_t tras_unidad, const hallazgo& h)
     return h.varios || !extrae_token(resto, tras_unidad > 0 ? 1 : 2, LITERAL(C, "\\/")).empty();
 }
 
-// Where a path is cut that is correct.
+// Where a correct path is cut.
 template <class C>
 cortes_de_ruta i_cortes_anotados(vista<C> path, std::size_t tras_unidad, const hallazgo& h) noexcept {
     if (h.separador == 0) {

@@ -136,8 +136,8 @@ cadena<C> i_compuesto(const trozos_de_ruta<C>& piezas) {
 
 template <class C>
 bool i_puede_ser_vacio(const trozos_de_ruta<C>& piezas) noexcept {
-    const bool lugar_dado = piezas.unidad.data() != nullptr || piezas.directorio.data() != nullptr;
-    return lugar_dado && piezas.nombre.data() == nullptr && piezas.extension.data() == nullptr;
+    const bool delante_dado = piezas.unidad.data() != nullptr || piezas.directorio.data() != nullptr;
+    return delante_dado && piezas.nombre.data() == nullptr && piezas.extension.data() == nullptr;
 }
 
 }  // namespace
@@ -145,16 +145,15 @@ bool i_puede_ser_vacio(const trozos_de_ruta<C>& piezas) noexcept {
 template <class C>
 cadena<C> i_split_make_path(vista<C> path, unsigned mascara) {
     const path_juzgado<C> comprobado = i_comprueba_fichero(path);
-    const division<C> piezas(comprobado);
-    const bool junta = piezas.extension_es_del_nombre();
+    const division<C> enteras(comprobado);
+    const trozos_de_ruta<C> piezas = i_splitpath(enteras);
     // A piece that is kept counts as given even when it is empty.
     const auto pieza = [&](unsigned bit, vista<C> texto) {
         return (mascara & bit) == 0 ? vista<C>() : texto.data() == nullptr ? LITERAL(C, "") : texto;
     };
-    return i_makepath<C>(pieza(CDIR_PIEZA_UNIDAD, piezas.unidad),
-                         pieza(CDIR_PIEZA_DIRECTORIO, piezas.directorio),
-                         pieza(CDIR_PIEZA_NOMBRE_BASE, junta ? piezas.nombre_y_extension() : piezas.nombre),
-                         pieza(CDIR_PIEZA_EXTENSION, junta ? vista<C>() : piezas.extension));
+    return i_makepath<C>(
+        pieza(CDIR_PIEZA_UNIDAD, piezas.unidad), pieza(CDIR_PIEZA_DIRECTORIO, piezas.directorio),
+        pieza(CDIR_PIEZA_NOMBRE_BASE, piezas.nombre), pieza(CDIR_PIEZA_EXTENSION, piezas.extension));
 }
 
 cadena_w i_makepath_correcto_UNICODE(trozos_de_ruta<wchar_t> piezas) {

@@ -42,8 +42,6 @@ public:
     vista<C> nombre_y_extension() const noexcept {
         return vista<C>(nombre.data(), nombre.size() + extension.size());
     }
-    // Both were asked for: an extension that holds a blank belongs to the base name.
-    bool extension_es_del_nombre() const noexcept { return extension.find(C(' ')) != vista<C>::npos; }
 
 private:
     void i_toma_unidad_unc();
@@ -67,6 +65,14 @@ path_juzgado<C> i_juzga_e_informa(vista<C> path) {
     path_juzgado<C> juzgado = i_juzga_con_comodines(path);
     i_comprueba_con(juzgado.juicio.correcto, "pathCorrecto == CIERTO", path);
     return juzgado;
+}
+
+// The pieces as callers get them: an extension that holds a blank belongs to the base name, where both are asked for.
+template <class C>
+constexpr trozos_de_ruta<C> i_splitpath(const division<C>& piezas, bool ambos = true) noexcept {
+    const bool junta = ambos && piezas.extension.find(C(' ')) != vista<C>::npos;
+    return {piezas.unidad, piezas.directorio, junta ? piezas.nombre_y_extension() : piezas.nombre,
+            junta ? vista<C>() : piezas.extension};
 }
 
 // The check that goes before a cut: trailing blanks removed, message 53955 shown for an incorrect path.

@@ -188,7 +188,7 @@ inline const std::vector<DWORD> codigos_de_fallo = {ERROR_ACCESS_DENIED, ERROR_S
                                                     ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND,
                                                     ERROR_DISK_FULL};
 
-// LUMODIR_A_FONDO asks for all that can be tried, which takes long (tools/stress).
+// LUMODIR_A_FONDO asks for all that can be tried, which takes long (tools/largo stress).
 inline bool a_fondo() {
     return std::getenv("LUMODIR_A_FONDO") != nullptr;
 }

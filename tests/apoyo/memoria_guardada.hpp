@@ -1,5 +1,5 @@
 // The library's allocator under guard: with LUMODIR_MEMORIA=guardada in the environment every block ends at a page
-// that cannot be touched, and a block that was freed cannot be touched either. tools/guarded runs the tests so.
+// that cannot be touched, and a block that was freed cannot be touched either. tools/largo guarded runs the tests so.
 //
 // Finds: one byte read or written past a block, any use after it was freed, a second freeing, a pointer that the
 // library never gave, bytes written before a block, and, by filling new blocks with rubbish, much that was never set.

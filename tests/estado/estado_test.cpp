@@ -1,6 +1,6 @@
 // Sequences of 20 to 50 calls on a real directory, each call judged against the model: what it answers, what it tells
 // its host, the whole tree and what lies outside afterwards, blocks and handles. A few hundred of them here, after those
-// that are kept because they failed once (semillas); `tools/estado` runs them for as long as one likes.
+// that are kept because they failed once (semillas); `tools/largo estado` runs them for as long as one likes.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>

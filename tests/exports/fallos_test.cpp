@@ -75,7 +75,7 @@ class alrededor : public testing::Environment {
 };
 
 // In short: what tries many names in a row, or walks over all processes or drives, does the same again and again. At
-// length (tools/stress): each to the end; where 150 names are tried alike, in growing steps.
+// length (tools/largo stress): each to the end; where 150 names are tried alike, in growing steps.
 bool largo() {
     return std::getenv("LUMODIR_RONDAS") != nullptr;
 }

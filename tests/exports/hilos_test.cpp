@@ -2,7 +2,7 @@
 // a thread alone gets, every block and every handle comes back, and no directory but its own changes.
 //
 // The cases are made from the headers, so that a new export cannot be forgotten; left out is what sets something for
-// the whole process. Short here; tools/stress goes on for LUMODIR_SEGUNDOS.
+// the whole process. Short here; tools/largo stress goes on for LUMODIR_SEGUNDOS.
 #include <cstdlib>
 #include <map>
 #include <thread>

@@ -3,7 +3,7 @@
 // (sistema_mentiroso.hpp), so that no wild path, key or process number can reach a real one.
 //
 // The cases are made from the headers (one per function), so that a new export cannot be forgotten.
-// LUMODIR_RONDAS tells how many calls each export gets (tools/stress gives more).
+// LUMODIR_RONDAS tells how many calls each export gets (tools/largo stress gives more).
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>

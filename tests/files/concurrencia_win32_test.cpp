@@ -2,7 +2,7 @@
 // process that is stopped in the middle of deleting a tree. Results are right, every block and handle comes back, and
 // nothing beside or behind the tree is touched.
 //
-// Short here. tools/stress gives LUMODIR_SEGUNDOS (how long the threads and processes go on) and LUMODIR_PARADAS (how
+// Short here. tools/largo stress gives LUMODIR_SEGUNDOS (how long the threads and processes go on) and LUMODIR_PARADAS (how
 // many deletions are stopped).
 #include <atomic>
 #include <cstdlib>

@@ -582,7 +582,7 @@ TEST(nombres_raros, debajo_de_un_directorio_que_acaba_en_blanco_o_punto) {
 // Wine resolves the whole path again at each opening, so that its work grows with the third power of the depth.
 TEST(nombres_raros, mil_niveles) {
     if (!a_fondo()) {
-        GTEST_SKIP() << "a minute long: tools/stress";
+        GTEST_SKIP() << "a minute long: tools/largo stress";
     }
     const lado_unix u;
     SIN_LADO_UNIX_NO(u);

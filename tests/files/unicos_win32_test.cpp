@@ -439,7 +439,7 @@ TEST(unicos, con_cada_llamada_fallando_no_queda_nada_suelto) {
 
 TEST(unicos, miles_de_ficheros_unicos_en_un_directorio) {
     const directorio_temporal dir;
-    // Wine reads the directory for each name that is not there, so ten thousand take a minute and more: tools/stress.
+    // Wine reads the directory for each name that is not there, so ten thousand take a minute and more: tools/largo stress.
     const std::size_t cuantos = std::getenv("LUMODIR_RONDAS") != nullptr ? 10'000 : 2'000;
     std::set<std::string> nombres;
     for (std::size_t i = 0; i < cuantos; ++i) {

@@ -517,17 +517,17 @@ TEST(Catalogo, ListaLosMismosMensajesQueLaTabla) {
 TEST(Catalogo, CadaMensajeTieneSuLugar) {
     std::set<std::pair<std::string, std::uint32_t>> lugares;
     std::set<ConstructorMensaje> constructores;
-    for (const entrada_catalogo& entrada : catalogo) {
-        const RegistroMensaje registro = registro_construido(entrada.construye);
-        EXPECT_TRUE(lugares.insert({registro.fichero_mensajes, registro.linea}).second) << entrada.nombre;
-        EXPECT_TRUE(constructores.insert(entrada.construye).second) << entrada.nombre;
+    for (const fila_catalogo& fila : catalogo) {
+        const RegistroMensaje registro = registro_construido(fila.construye);
+        EXPECT_TRUE(lugares.insert({registro.fichero_mensajes, registro.linea}).second) << fila.nombre;
+        EXPECT_TRUE(constructores.insert(fila.construye).second) << fila.nombre;
     }
 }
 
 TEST(Catalogo, SoloDosNumerosSeRepiten) {
     std::vector<unsigned long> ids;
-    for (const entrada_catalogo& entrada : catalogo) {
-        ids.push_back(entrada.id);
+    for (const fila_catalogo& fila : catalogo) {
+        ids.push_back(fila.id);
     }
     EXPECT_TRUE(std::is_sorted(ids.begin(), ids.end()));
 
@@ -579,13 +579,13 @@ TEST(Catalogo, CadaRanuraHablaSuIdioma) {
 
 // The two Portuguese variants stand side by side and differ in this word throughout.
 TEST(Catalogo, ArquivoEnBrasilFicheiroEnPortugal) {
-    for (const entrada_catalogo& entrada : catalogo) {
-        const RegistroMensaje registro = registro_construido(entrada.construye);
+    for (const fila_catalogo& fila : catalogo) {
+        const RegistroMensaje registro = registro_construido(fila.construye);
         const std::u16string brasil = a_u16(registro.texto[ranura_portugues_brasil]);
         const std::u16string portugal = a_u16(registro.texto[ranura_portugues_portugal]);
         EXPECT_FALSE(contiene(brasil, u"icheiro")) << a_utf8(brasil);
         EXPECT_FALSE(contiene(portugal, u"rquivo")) << a_utf8(portugal);
-        EXPECT_EQ(contiene(brasil, u"rquivo"), contiene(portugal, u"icheiro")) << entrada.nombre;
+        EXPECT_EQ(contiene(brasil, u"rquivo"), contiene(portugal, u"icheiro")) << fila.nombre;
     }
 }
 

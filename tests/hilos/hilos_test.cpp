@@ -1,6 +1,6 @@
 // Sixteen threads at once, each with texts of its own, through every text export in both flavours: each must get, and
 // tell its host, what it gets alone. What they share is the census, the language and the catalogue. ThreadSanitizer
-// watches in the preset native-tsan (tools/tsan). An executable of its own: the first test must find the language not
+// watches in the preset native-tsan (tools/largo tsan). An executable of its own: the first test must find the language not
 // chosen yet.
 #include <gtest/gtest.h>
 
@@ -256,7 +256,7 @@ void filtra(const textos& t) {
 
 void muestra_mensajes(const textos& t) {
     anota(msglocal_dame_idioma());
-    for (const interno::entrada_catalogo& mensaje : interno::catalogo) {
+    for (const interno::fila_catalogo& mensaje : interno::catalogo) {
         anota(u8(interno::i_mensaje(mensaje.construye, {vista_w(apoyo::w(t.letra)), 7}).ver()));
     }
     interno::i_muestra_mensaje(interno::i_msg_53955_fichero_no_correcto, vista_w(apoyo::w(t.path)));

@@ -11,7 +11,7 @@
 namespace modelos {
 
 // Every text of up to so many characters, or one or two fewer where a text is tried in many ways. Fewer under Wine, to
-// keep it quick; more by LUMODIR_LONGITUD (tools/exhaustive).
+// keep it quick; more by LUMODIR_LONGITUD (tools/largo exhaustive).
 inline const std::size_t longitud_exhaustiva = [] {
     const char* pedida = std::getenv("LUMODIR_LONGITUD");
 #ifdef _WIN32

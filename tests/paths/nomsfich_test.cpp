@@ -362,8 +362,8 @@ TEST(nomsfich, nombres_iguales_en_otra_caja_lo_son) {
 
 TEST(nomsfich, el_duenyo_interno_destruye_o_suelta) {
     interno::registro_nomsfich propio = interno::i_crea_nomsfich("Uno.DOS");
-    EXPECT_EQ(propio.nombre_base(), "uno");
-    EXPECT_EQ(propio.extension(), "dos");
+    EXPECT_STREQ(nomsfich_nombre_base_fichero(propio.get()), "uno");
+    EXPECT_STREQ(nomsfich_extension_fichero(propio.get()), "dos");
     interno::registro_nomsfich movido(std::move(propio));
     EXPECT_EQ(propio.get(), nullptr);
     EXPECT_EQ(toma_partes(movido.suelta()), (partes{"uno", "dos"}));
