@@ -306,9 +306,8 @@ TEST(buclrein, el_primer_reintento_solo_lo_es_tras_un_fallo) {
 TEST(buclrein, sin_fallo_anotado_se_pregunta_sin_texto_y_sin_codigo) {
     buclrein_establece_politica(0, 0);
     contesta([](const pregunta&) -> unsigned short { return 0; });
-    BuclRein* bucle = buclrein_crea(1, 1);
-    EXPECT_EQ(buclrein_reintentar(bucle, 0), 0);
-    buclrein_destruye(&bucle);
+    BuclRein bucle = buclrein_crea(true, true);
+    EXPECT_FALSE(buclrein_reintentar(bucle, false));
     const std::vector<pregunta> preguntas = toma_preguntas();
     ASSERT_EQ(preguntas.size(), 1u);
     EXPECT_EQ(preguntas[0].mensaje, "");

@@ -130,7 +130,7 @@ inline std::string aviso(const std::string& directorio, const std::string& error
     return no_se_puede + directorio + ").\n" + codigo_devuelto + error + "'.\n" + para_resolverlo +
            directorio + o_modificar;
 }
-inline std::string detalle(const std::string& directorio, const std::string& error) {
+inline std::string detalle_de_temporal(const std::string& directorio, const std::string& error) {
     return no_se_puede + directorio + ").\n" + codigo_devuelto + error + "'.\n" + para_solucionarlo;
 }
 

@@ -150,7 +150,7 @@ TEST(temporales, se_insiste_21_veces_con_cada_prefijo) {
             EXPECT_EQ(ruta, "");
             const std::vector<informe> informes = toma_informes();
             ASSERT_EQ(informes.size(), 1u);
-            EXPECT_EQ(informes[0].detalle, detalle(directorio, "ERROR_ACCESS_DENIED"));
+            EXPECT_EQ(informes[0].detalle, detalle_de_temporal(directorio, "ERROR_ACCESS_DENIED"));
             EXPECT_EQ(informes[0].etiqueta, "lumodir (LUMODIR.DLL)");
         } else {
             EXPECT_TRUE(tiene_forma(nombre_de(ruta), fallan >= 21 ? "LMR" : "LUM", ".tmp")) << ruta;
@@ -191,7 +191,7 @@ TEST(temporales, el_aviso_nombra_el_error_y_sale_tambien_en_modo_servicio) {
         EXPECT_EQ(toma_avisos(), textos{aviso(directorio, fila.nombre)});
         const std::vector<informe> informes = toma_informes();
         ASSERT_EQ(informes.size(), 1u);
-        EXPECT_EQ(informes[0].detalle, detalle(directorio, fila.nombre));
+        EXPECT_EQ(informes[0].detalle, detalle_de_temporal(directorio, fila.nombre));
     }
 }
 
@@ -218,7 +218,7 @@ TEST(temporales, el_error_que_se_dice_es_el_ultimo) {
     EXPECT_EQ(toma_avisos(), textos{aviso(directorio, "1021")});
     const std::vector<informe> informes = toma_informes();
     ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].detalle, detalle(directorio, "1042"));
+    EXPECT_EQ(informes[0].detalle, detalle_de_temporal(directorio, "1042"));
 }
 
 TEST(temporales, un_directorio_que_no_se_puede_escribir_de_verdad) {
