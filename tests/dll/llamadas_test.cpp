@@ -90,6 +90,10 @@ std::vector<mencion> menciones(const std::string& texto, const std::string& nomb
         const std::size_t fin = i + nombre.size();
         if ((i == 0 || !de_nombre(texto[i - 1])) && (fin == texto.size() || !de_nombre(texto[fin]))) {
             std::string objeto;
+            constexpr std::string_view puntero_a_miembro = "&tabla_sistema::";
+            if (std::string_view(texto).substr(0, i).ends_with(puntero_a_miembro)) {
+                objeto = "sistema";  // whoever has it calls it in the table
+            }
             for (std::size_t k = i; i > 0 && texto[i - 1] == '.' && --k > 0 && de_nombre(texto[k - 1]);) {
                 objeto.insert(0, 1, texto[k - 1]);
             }
