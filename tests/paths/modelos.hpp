@@ -10,18 +10,13 @@
 
 namespace modelos {
 
-// Every text of up to so many characters, or one or two fewer where a text is tried in many ways. Fewer under Wine, to
-// keep it quick; more by LUMODIR_LONGITUD (tools/largo exhaustive).
+// Every text of up to so many characters, or one or two fewer where a text is tried in many ways; more by
+// LUMODIR_LONGITUD (tools/largo exhaustive).
 inline const std::size_t longitud_exhaustiva = [] {
     const char* pedida = std::getenv("LUMODIR_LONGITUD");
-#ifdef _WIN32
-    constexpr std::size_t de_siempre = 5;
-#else
-    constexpr std::size_t de_siempre = 6;
-#endif
-    return pedida == nullptr ? de_siempre : static_cast<std::size_t>(std::atoi(pedida));
+    return pedida == nullptr ? std::size_t{5} : static_cast<std::size_t>(std::atoi(pedida));
 }();
-// For what is quick: one fewer natively, as many under Wine.
+// For what takes each text by itself in many ways.
 inline const std::size_t longitud_de_nombres = longitud_exhaustiva > 5 ? longitud_exhaustiva - 1 : 5;
 constexpr std::string_view alfabeto = "a.\\/:? *";
 
