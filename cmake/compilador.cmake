@@ -19,7 +19,7 @@ add_library(lumodir_opciones INTERFACE)
 
 if(MSVC)
   # Its front end judges as Clang does, and speaks with both tongues.
-  target_compile_options(lumodir_opciones INTERFACE /W4 /utf-8 /permissive- /Zc:__cplusplus
+  target_compile_options(lumodir_opciones INTERFACE /W4 $<$<BOOL:$<TARGET_PROPERTY:LUMODIR_JUNTO>>:/wd4459> /utf-8 /permissive- /Zc:__cplusplus
     $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:/WX>)
   target_compile_definitions(lumodir_opciones INTERFACE _CRT_SECURE_NO_WARNINGS)
   # Calls through pointers go only to functions; returns only to callers (control-flow guard, shadow stacks).

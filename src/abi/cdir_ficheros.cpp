@@ -65,7 +65,9 @@ marcha i_marcha_de_bandera(void* bandera) noexcept {
 bool i_path_valido(const wchar_t* path, wchar_t** motivo_out) noexcept {
     const vista_w recortado = recorta_derecha(a_vista(path));
     const veredicto juicio = i_path_correcto_UNICODE(recortado);
-    entrega(motivo_out, juicio.motivo == nullptr ? motivo() : i_texto_del_fallo(juicio, recortado));
+    entrega(motivo_out, motivo_out == nullptr || juicio.motivo == nullptr
+                            ? motivo()
+                            : i_texto_del_fallo(juicio, recortado));
     return juicio.correcto;
 }
 

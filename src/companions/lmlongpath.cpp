@@ -253,7 +253,7 @@ bool lmlongpath_wchmod(const ruta_fijada& ruta, int modo) noexcept {
 
 datos_de_fichero lmlongpath_GetFileAttributesExW(const ruta_fijada& ruta) noexcept {
     const sin_dialogos callado;
-    datos_de_fichero datos;
+    datos_de_fichero datos = {};
     const bool leidos = sistema.GetFileAttributesExW(ruta.c_str(), GetFileExInfoStandard, &datos) != FALSE;
     datos.codigo = leidos ? DWORD{ERROR_SUCCESS} : i_ultimo_error();
     return datos;
