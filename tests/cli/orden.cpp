@@ -281,7 +281,7 @@ void i_con_el_proceso(const char* que_se_hace, HANDLE asa) {
 maquina_lenta::maquina_lenta(const proceso& de) : asa_(OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, de.pid())) {
     EXPECT_NE(asa_, nullptr) << "error " << GetLastError();
     frena_ = std::thread([this] {
-        constexpr DWORD parada_ms = 50, turno_ms = 1;
+        constexpr DWORD parada_ms = 150, turno_ms = 1;
         while (!acaba_) {
             i_con_el_proceso("NtSuspendProcess", asa_);
             Sleep(parada_ms);
