@@ -3,7 +3,7 @@
 
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
-#include "system/unidades.hpp"
+#include "system/discos.hpp"
 
 namespace interno {
 namespace {
