@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "companions/msglocal.hpp"
 #include "companions/respuesta_entera.hpp"
 #include "companions/sistema.hpp"
 
@@ -236,12 +235,9 @@ unsigned short idioma_del_usuario() noexcept {
     return ::GetUserDefaultUILanguage();
 }
 
-namespace {
-
-// NULL where the system has no text for the code in this language. The longest text that the call gives has 64 KB.
-cadena_w i_texto_en(unsigned long codigo, unsigned short idioma) {
+cadena_w texto_de_codigo(unsigned long codigo, unsigned short idioma) {
     constexpr DWORD como = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
-    constexpr DWORD mayor_texto = 32'767;  // units, terminator included
+    constexpr DWORD mayor_texto = 32'767;  // units, terminator included: the longest that the call gives
     wchar_t corto[512];
     DWORD largo =
         sistema.FormatMessageW(como, nullptr, codigo, idioma, corto, sizeof corto / sizeof *corto, nullptr);
@@ -257,22 +253,6 @@ cadena_w i_texto_en(unsigned long codigo, unsigned short idioma) {
         linea.remove_suffix(1);
     }
     return linea.empty() ? cadena_w() : cadena_w(linea);
-}
-
-constexpr unsigned short idioma_del_sistema = 0;  // what the system itself would take, English at the last
-
-}  // namespace
-
-cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
-    const idiomas_de_ranura propios = i_idiomas_de_ranura(i_idioma());
-    for (const unsigned short idioma : {propios.primero, propios.segundo}) {
-        cadena_w texto = idioma == 0 ? cadena_w() : i_texto_en(codigo, idioma);
-        if (!texto.es_nula()) {
-            return texto;
-        }
-    }
-    cadena_w texto = i_texto_en(codigo, idioma_del_sistema);
-    return !texto.es_nula() ? std::move(texto) : copiaforu_nousar_formatea(L"%lu", {codigo});
 }
 
 }  // namespace interno::plataforma

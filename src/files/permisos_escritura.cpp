@@ -3,7 +3,7 @@
 
 #include "companions/directorio_abierto.hpp"
 #include "companions/lmlongpath.hpp"
-#include "companions/plataforma.hpp"
+#include "companions/msglocal.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "files/crea_directorios.hpp"
 #include "frame/avisos.hpp"
@@ -49,7 +49,7 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
         creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas, CREATE_NEW);
     }
     if (!creado.valida()) {
-        return plataforma::strgetlasterror_texto_cod_error(creado.codigo);
+        return strgetlasterror_texto_cod_error(creado.codigo);
     }
     const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero_callado(creado.get());
     creado.cierra();
@@ -71,7 +71,7 @@ motivo i_prueba_escritura(const ruta_fijada& fichero) {
     }
     // What cannot be told to be missing is opened, never created.
     const fichero_abierto abierto = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas);
-    return abierto.valida() ? motivo() : plataforma::strgetlasterror_texto_cod_error(abierto.codigo);
+    return abierto.valida() ? motivo() : strgetlasterror_texto_cod_error(abierto.codigo);
 }
 
 namespace {

@@ -6,6 +6,7 @@
 #include "apoyo/apoyo.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/hijo.hpp"
+#include "companions/msglocal.hpp"
 #include "companions/plataforma.hpp"
 #include "companions/reloj.hpp"
 #include "files/timefich.hpp"
@@ -155,7 +156,7 @@ std::string mensaje_158391(const std::string& ruta) {
 }
 std::string pregunta_158391(const std::string& ruta, DWORD codigo) {
     return mensaje_158391(ruta) + "\n" +
-           u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+           u8(interno::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 const papel sujeta_fichero("sujeta_fichero", [] {
