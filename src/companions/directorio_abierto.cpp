@@ -16,7 +16,8 @@ namespace {
 
 constexpr DWORD comparte_todo = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD comparte_sin_borrar = FILE_SHARE_READ | FILE_SHARE_WRITE;
-constexpr DWORD acceso_de_listado = FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+constexpr DWORD acceso_de_mirada = FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+constexpr DWORD acceso_de_listado = FILE_LIST_DIRECTORY | acceso_de_mirada;
 constexpr DWORD opciones_de_directorio =
     FILE_DIRECTORY_FILE | FILE_OPEN_FOR_BACKUP_INTENT | FILE_SYNCHRONOUS_IO_NONALERT;
 
@@ -167,10 +168,10 @@ fichero_abierto i_abre_nativa(const cadena_w& ruta, DWORD acceso, DWORD comparti
                                                 opciones | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
 }
 
-// Nobody is kept from doing anything with it.
-fichero_abierto i_abre_para_mirar(const ruta_fijada& ruta, DWORD indicadores) noexcept {
-    return lmlongpath_CreateFileW(ruta, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, OPEN_EXISTING,
-                                  FILE_FLAG_BACKUP_SEMANTICS | indicadores);
+// By a path. Nobody is kept from doing anything with what is open.
+fichero_abierto i_abre_ruta(const ruta_fijada& ruta, DWORD acceso, DWORD indicadores) noexcept {
+    return fichero_abierto(sistema.CreateFileW(ruta.c_str(), acceso, comparte_todo, nullptr, OPEN_EXISTING,
+                                               FILE_FLAG_BACKUP_SEMANTICS | indicadores, nullptr));
 }
 
 DWORD i_borra_al_cerrar(HANDLE abierta, trato_con_volumen& trato) {
@@ -202,11 +203,14 @@ std::optional<cadena_w> i_ruta_de_lo_nombrado(HANDLE abierto, const ruta_fijada&
         return cadena_w();
     }
     WIN32_FIND_DATAW entrada;
-    if (!lmlongpath_FindFirstFileW(completa.c_str(), entrada, detalle::sin_nombre_corto).valida()) {
+    const ruta_fijada fijada(completa.c_str());
+    if (!manija_busqueda(sistema.FindFirstFileExW(fijada.c_str(), FindExInfoBasic, &entrada,
+                                                  FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH))
+             .valida()) {
         return {};
     }
     const cadena_w de_arriba(completa.ver().substr(0, completa.ver().rfind(L'\\') + 1));
-    const fichero_abierto padre = i_abre_para_mirar(de_arriba.c_str(), 0);
+    const fichero_abierto padre = i_abre_ruta(de_arriba.c_str(), acceso_de_mirada, 0);
     if ((entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !padre.valida()) {
         return {};
     }
@@ -229,7 +233,7 @@ DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta) {
         return ERROR_SUCCESS;
     }
     const sin_dialogos callado;
-    const fichero_abierto abierto = i_abre_para_mirar(ruta, FILE_FLAG_OPEN_REPARSE_POINT);
+    const fichero_abierto abierto = i_abre_ruta(ruta, acceso_de_mirada, FILE_FLAG_OPEN_REPARSE_POINT);
     if (!abierto.valida()) {
         return abierto.codigo_de_fallo();
     }
@@ -255,8 +259,7 @@ DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato
     trato_ = &trato;
     padre_ = nullptr;
     raiz_ = &raiz;
-    manija_ = lmlongpath_CreateFileW(raiz, acceso_de_listado, comparte_todo, OPEN_EXISTING,
-                                     FILE_FLAG_BACKUP_SEMANTICS | (sigue ? 0 : FILE_FLAG_OPEN_REPARSE_POINT));
+    manija_ = i_abre_ruta(raiz, acceso_de_listado, sigue ? 0 : FILE_FLAG_OPEN_REPARSE_POINT);
     if (!manija_.valida()) {
         return manija_.codigo_de_fallo();
     }
@@ -508,9 +511,8 @@ bool directorio_abierto::i_lleva_a_ella(HANDLE abierta, const entrada_leida& cua
     if (!sistema.sigue_enlaces() || cual.es_directorio()) {
         return true;
     }
-    const fichero_abierto por_ruta =
-        i_abre_nativa(i_ruta_nativa(cual.nombre), FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
-                      FILE_SYNCHRONOUS_IO_NONALERT);
+    const fichero_abierto por_ruta = i_abre_nativa(i_ruta_nativa(cual.nombre), acceso_de_mirada,
+                                                   comparte_todo, FILE_SYNCHRONOUS_IO_NONALERT);
     return por_ruta.valida() && i_numero(por_ruta.get()) == i_numero(abierta) &&
            i_esta_donde_dice(por_ruta.get(), cual.nombre);
 }
@@ -527,8 +529,7 @@ DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atribut
 
 fichero_abierto directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso) const {
     fichero_abierto abierta =
-        lmlongpath_CreateFileW(raiz, acceso | FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
-                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
+        i_abre_ruta(raiz, acceso | acceso_de_mirada, FILE_FLAG_OPEN_REPARSE_POINT);
     const bool es_otra = abierta.valida() &&
                          (i_numero(abierta.get()) != numero_ || !i_es_directorio_sin_enlace(abierta.get()));
     return es_otra ? fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE) : std::move(abierta);
@@ -552,7 +553,7 @@ DWORD directorio_abierto::protege_raiz(const ruta_fijada& raiz, int modo) {
 
 bool directorio_abierto::esta_en(const ruta_fijada& raiz) const {
     const sin_dialogos callado;
-    const fichero_abierto abierta = i_abre_para_mirar(raiz, 0);
+    const fichero_abierto abierta = i_abre_ruta(raiz, acceso_de_mirada, 0);
     return abierta.valida() && i_numero(abierta.get()) == numero_;
 }
 

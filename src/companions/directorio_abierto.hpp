@@ -17,7 +17,7 @@
 // tools/attack.
 #pragma once
 
-#include "companions/lmlongpath.hpp"
+#include "companions/ruta_fijada.hpp"
 
 namespace interno {
 

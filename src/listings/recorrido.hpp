@@ -12,6 +12,7 @@
 
 #include "companions/arr.hpp"
 #include "companions/directorio_abierto.hpp"
+#include "companions/lmlongpath.hpp"
 
 namespace interno {
 
