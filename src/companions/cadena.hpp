@@ -9,6 +9,7 @@
 
 #include <concepts>
 #include <initializer_list>
+#include <utility>
 
 #include "companions/lumospy.hpp"
 #include "companions/texto.hpp"
@@ -24,25 +25,17 @@ public:
     explicit cadena(vista<C> texto, lugar donde = lugar::aqui()) : cadena(con_sitio(texto.size(), donde)) {
         copia_unidades(texto_, texto.data(), texto.size());
     }
-    cadena(cadena&& otra) noexcept : texto_(otra.texto_), longitud_(otra.longitud_) {
-        otra.texto_ = nullptr;
-        otra.longitud_ = 0;
-    }
+    cadena(cadena&& otra) noexcept
+        : texto_(std::exchange(otra.texto_, nullptr)), longitud_(std::exchange(otra.longitud_, 0)) {}
     cadena& operator=(cadena&& otra) noexcept {
         if (this != &otra) {
             i_libera(texto_);
-            texto_ = otra.texto_;
-            longitud_ = otra.longitud_;
-            otra.texto_ = nullptr;
-            otra.longitud_ = 0;
+            texto_ = std::exchange(otra.texto_, nullptr);
+            longitud_ = std::exchange(otra.longitud_, 0);
         }
         return *this;
     }
-    ~cadena() {
-        if (texto_ != nullptr) {
-            i_libera(texto_);
-        }
-    }
+    ~cadena() { i_libera(texto_); }
 
     // A string of `longitud` units, terminated, whose units the caller fills in.
     static cadena con_sitio(std::size_t longitud, lugar donde = lugar::aqui()) {
@@ -77,10 +70,8 @@ public:
     }
     // Gives up ownership: only where a result leaves the library or enters a list.
     C* suelta() noexcept {
-        C* texto = texto_;
-        texto_ = nullptr;
         longitud_ = 0;
-        return texto;
+        return std::exchange(texto_, nullptr);
     }
     void vacia() noexcept { *this = cadena(); }
 

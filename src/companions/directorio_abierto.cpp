@@ -37,9 +37,6 @@ struct registro_completo {
     ULONG EaSize;
     WCHAR FileName[1];
 };
-struct borrado_ampliado {
-    ULONG Flags;
-};
 constexpr ULONG borrar_con_posix = 0x1 | 0x2;  // FILE_DISPOSITION_FLAG_DELETE, .._POSIX_SEMANTICS
 
 // Some file systems tell no number so, or all bits.
@@ -70,10 +67,6 @@ bool i_es_rechazo_de_relativo(DWORD codigo) noexcept {
 // A name that the system would take for a path, or cannot take whole.
 bool i_es_intocable(vista_w nombre) noexcept {
     return nombre.empty() || nombre.find_first_of(vista_w(L"\\/\0", 3)) != vista_w::npos;
-}
-
-FILETIME i_fecha(const LARGE_INTEGER& fecha) noexcept {
-    return {fecha.LowPart, static_cast<DWORD>(fecha.HighPart)};
 }
 
 // Some file systems know only the older of the two questions.
@@ -120,14 +113,6 @@ vista_w i_nombre_verdadero(HANDLE abierta, trato_con_volumen& trato) {
                : vista_w();
 }
 
-// Wine tells names without the blanks and points at their end.
-vista_w i_sin_final_recortable(vista_w nombre) noexcept {
-    while (acaba_en(nombre, L" ") || acaba_en(nombre, L".")) {
-        nombre.remove_suffix(1);
-    }
-    return nombre;
-}
-
 // A directory's name as it stands in the names of what it holds: Wine cuts one point there.
 vista_w i_sin_punto_final(vista_w nombre) noexcept {
     return nombre.substr(0, nombre.size() - (acaba_en(nombre, L".") ? 1 : 0));
@@ -137,7 +122,7 @@ vista_w i_sin_punto_final(vista_w nombre) noexcept {
 // the path by which the directory was opened.
 cadena_w i_nombre_de_padre(HANDLE abierto, vista_w ruta, trato_con_volumen& trato) {
     const vista_w dado = i_sin_separadores_finales(ruta);
-    const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
+    const vista_w final_cortado = i_sin_punto_final(dado.substr(sin_final_recortable(dado).size()));
     return concatena<wchar_t>({i_nombre_verdadero(abierto, trato), final_cortado});
 }
 
@@ -145,12 +130,13 @@ cadena_w i_une(vista_w directorio, vista_w nombre) {
     return concatena<wchar_t>({i_sin_separadores_finales(directorio), L"\\", i_sin_punto_final(nombre)});
 }
 
-// Whether `verdadero` is what the directory `directorio` holds under this name.
+// Whether `verdadero` is what the directory `directorio` holds under this name. Wine tells names without the blanks and
+// points at their end.
 bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexcept {
     directorio = i_sin_separadores_finales(directorio);
     return !directorio.empty() && verdadero.size() > directorio.size() &&
            verdadero[directorio.size()] == L'\\' && empieza_por(verdadero, directorio) &&
-           i_sin_final_recortable(verdadero.substr(directorio.size() + 1)) == i_sin_final_recortable(nombre);
+           sin_final_recortable(verdadero.substr(directorio.size() + 1)) == sin_final_recortable(nombre);
 }
 
 // A full path as the native interface takes it.
@@ -176,8 +162,9 @@ fichero_abierto i_abre_ruta(const ruta_fijada& ruta, DWORD acceso, DWORD indicad
 
 DWORD i_borra_al_cerrar(HANDLE abierta, trato_con_volumen& trato) {
     if (trato.posix) {
-        borrado_ampliado ampliado = {borrar_con_posix};
-        if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &ampliado, sizeof ampliado)) {
+        ULONG indicadores = borrar_con_posix;
+        if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &indicadores,
+                                               sizeof indicadores)) {
             return ERROR_SUCCESS;
         }
         const DWORD codigo = i_ultimo_error();
@@ -528,8 +515,7 @@ DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atribut
 }
 
 fichero_abierto directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso) const {
-    fichero_abierto abierta =
-        i_abre_ruta(raiz, acceso | acceso_de_mirada, FILE_FLAG_OPEN_REPARSE_POINT);
+    fichero_abierto abierta = i_abre_ruta(raiz, acceso | acceso_de_mirada, FILE_FLAG_OPEN_REPARSE_POINT);
     const bool es_otra = abierta.valida() &&
                          (i_numero(abierta.get()) != numero_ || !i_es_directorio_sin_enlace(abierta.get()));
     return es_otra ? fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE) : std::move(abierta);
@@ -672,7 +658,7 @@ bool lector_de_directorio::i_toma_registro() noexcept {
                               leido.FileNameLength / sizeof(wchar_t));
     entrada_.atributos = leido.FileAttributes;
     entrada_.reanalisis = (leido.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido.EaSize : 0;
-    entrada_.modificado = i_fecha(leido.LastWriteTime);
+    entrada_.modificado = {leido.LastWriteTime.LowPart, static_cast<DWORD>(leido.LastWriteTime.HighPart)};
     if constexpr (std::is_same_v<Registro, FILE_ID_BOTH_DIR_INFO>) {
         entrada_.numero = static_cast<unsigned long long>(leido.FileId.QuadPart);
     } else {

@@ -248,10 +248,8 @@ cadena_w texto_de_codigo(unsigned long codigo, unsigned short idioma) {
         largo = sistema.FormatMessageW(como, nullptr, codigo, idioma, entero.data(), mayor_texto, nullptr);
         texto = entero.data();
     }
-    vista_w linea(texto, largo);
-    while (!linea.empty() && (linea.back() == L'\r' || linea.back() == L'\n' || linea.back() == L' ')) {
-        linea.remove_suffix(1);
-    }
+    const vista_w linea =
+        vista_w(texto, largo).substr(0, vista_w(texto, largo).find_last_not_of(L"\r\n ") + 1);
     return linea.empty() ? cadena_w() : cadena_w(linea);
 }
 

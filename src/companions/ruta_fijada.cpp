@@ -69,7 +69,7 @@ cadena_w i_forma_completa(const wchar_t* ruta, DWORD necesario) noexcept {
 
 // Making a path full cuts the points at its end. A search pattern must keep them: "*." asks for less than "*".
 bool i_pierde_puntos_finales(vista_w nombre) noexcept {
-    return acaba_en(nombre, L".") && nombre != L"." && nombre != L"..";
+    return acaba_en(nombre, L".") && !i_es_punto_o_dos(nombre);
 }
 
 // What follows the last separator of a path, or its drive.

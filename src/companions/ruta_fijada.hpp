@@ -82,10 +82,7 @@ inline vista_w i_sin_prefijo(vista_w ruta) noexcept {
 }
 
 inline vista_w i_sin_separadores_finales(vista_w ruta) noexcept {
-    while (acaba_en_separador(ruta)) {
-        ruta.remove_suffix(1);
-    }
-    return ruta;
+    return ruta.substr(0, ruta.find_last_not_of(L"\\/") + 1);
 }
 
 // How much of a path is its root: drive, share (with whatever separators), or either behind a prefix of the system's.

@@ -14,34 +14,10 @@
 namespace interno {
 namespace {
 
-// A text in lower case for the time of one comparison; file names need no block.
-class minusculas_temporales {
-public:
-    explicit minusculas_temporales(vista_a texto) : longitud_(texto.size()) {
-        if (longitud_ > sitio_corto) {
-            largo_ = cadena_a::con_sitio(longitud_);
-        }
-        char* destino = largo_.es_nula() ? corto_ : largo_.datos();
-        rasgos<char>::copy(destino, texto.data(), longitud_);
-        plataforma::minusculas_ansi(destino, longitud_);
-    }
-    vista_a ver() const noexcept { return {largo_.es_nula() ? corto_ : largo_.c_str(), longitud_}; }
-
-private:
-    static constexpr std::size_t sitio_corto = MAX_PATH;
-    char corto_[sitio_corto];
-    cadena_a largo_;
-    std::size_t longitud_;
-};
-
 // The name that a caller's buffer holds; the buffer may never have been written.
 template <class C, std::size_t N>
 vista<C> i_texto_acotado(const C (&bufer)[N]) noexcept {
-    std::size_t longitud = 0;
-    while (longitud < N && bufer[longitud] != C(0)) {
-        ++longitud;
-    }
-    return vista<C>(bufer, longitud);
+    return vista<C>(bufer, static_cast<std::size_t>(std::find(bufer, bufer + N, C(0)) - bufer));
 }
 
 // The end of a walk that is not that of the directory, as each flavour reports it.
@@ -135,8 +111,7 @@ bool i_es_directorio_a_la_vista(const WIN32_FIND_DATAW& e) noexcept {
 }
 
 bool i_es_directorio_con_punto(const WIN32_FIND_DATAW& e) noexcept {
-    const vista_w nombre = i_nombre_de_entrada(e);
-    return i_es_directorio(e) && nombre != L"." && nombre != L"..";
+    return i_es_directorio(e) && !i_es_punto_o_dos(i_nombre_de_entrada(e));
 }
 
 void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept {

@@ -9,7 +9,7 @@
 #pragma once
 
 #include "companions/caracteres.hpp"
-#include "companions/lumospy.hpp"
+#include "companions/plataforma.hpp"
 
 namespace interno {
 
@@ -60,10 +60,7 @@ struct nombre_partido {
 template <class C>
 constexpr nombre_partido<C> i_parte_nombre(vista<C> nombre) noexcept {
     const std::size_t punto = nombre.rfind(C('.'));
-    if (punto == vista<C>::npos) {
-        return {nombre, {}};
-    }
-    return {nombre.substr(0, punto), nombre.substr(punto + 1)};
+    return {nombre.substr(0, punto), punto == vista<C>::npos ? vista<C>() : nombre.substr(punto + 1)};
 }
 
 // The filter, read unit by unit: each unit is one character.
@@ -104,6 +101,28 @@ private:
     char32_t corto_[sitio_corto];
     vector_interno<char32_t> largo_;
     vista<char32_t> vista_;
+};
+
+// 8-bit text in lower case for the time of one comparison; file names need no block.
+class minusculas_temporales {
+public:
+    explicit minusculas_temporales(vista_a texto) : longitud_(texto.size()) {
+        if (longitud_ > sitio_corto) {
+            largo_ = cadena_a::con_sitio(longitud_);
+        }
+        char* destino = largo_.es_nula() ? corto_ : largo_.datos();
+        rasgos<char>::copy(destino, texto.data(), longitud_);
+        plataforma::minusculas_ansi(destino, longitud_);
+    }
+    minusculas_temporales(const minusculas_temporales&) = delete;
+    minusculas_temporales& operator=(const minusculas_temporales&) = delete;
+    vista_a ver() const noexcept { return {largo_.es_nula() ? corto_ : largo_.c_str(), longitud_}; }
+
+private:
+    static constexpr std::size_t sitio_corto = 260;  // bytes
+    char corto_[sitio_corto];
+    cadena_a largo_;
+    std::size_t longitud_;
 };
 
 // Letter case counts: the 8-bit flavour hands over both texts in lower case.

@@ -23,7 +23,7 @@ public:
     void anade(vista_w directorio, nombres_en_curso<wchar_t>& ficheros);
     unsigned long num() const noexcept { return static_cast<unsigned long>(listas_.size()); }
     // The array of records, exactly as long as they are many; NULL when there is none.
-    ListaFicheros_u* suelta();
+    ListaFicheros_u* suelta() { return listas_.suelta_en_bloque(); }
 
 private:
     vector_interno<ListaFicheros_u> listas_;

@@ -54,6 +54,8 @@ private:
         unsigned long long numero_abierto;
     };
 
+    vista_w i_nombre(const fila& f) const noexcept { return {nombres_.data() + f.principio, f.largo}; }
+
     vector_interno<fila> filas_;
     vector_interno<wchar_t> nombres_;
 };

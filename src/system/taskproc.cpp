@@ -23,17 +23,13 @@ constexpr unsigned tomas_de_instantanea = 10;
 // found twice.
 constexpr DWORD pid_inactivo = 0;
 
-using manija_instantanea = manija<&tabla_sistema::CloseHandle>;
-using manija_proceso = manija<&tabla_sistema::CloseHandle>;
-
-manija_instantanea i_instantanea_de_modulos(DWORD pid) noexcept {
-    manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
-    for (unsigned tomas = 1;
-         !instantanea.valida() && ::GetLastError() == ERROR_BAD_LENGTH && tomas < tomas_de_instantanea;
-         ++tomas) {
-        instantanea = manija_instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
+manija_comun i_instantanea_de_modulos(DWORD pid) noexcept {
+    for (unsigned tomas = 1;; ++tomas) {
+        manija_comun instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
+        if (instantanea.valida() || ::GetLastError() != ERROR_BAD_LENGTH || tomas == tomas_de_instantanea) {
+            return instantanea;
+        }
     }
-    return instantanea;
 }
 
 // One walk over a snapshot's entries. A system that refuses the size gets the same call again with that of its own
@@ -80,7 +76,7 @@ public:
     busqueda(vista_w modulo, bool con_lista) noexcept : modulo_(modulo), con_lista_(con_lista) {}
 
     bool encuentra() {
-        const manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+        const manija_comun instantanea(sistema.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
         if (!i_comprueba(instantanea.valida(), "hSnapshot != INVALID_HANDLE_VALUE")) {
             return false;
         }
@@ -100,7 +96,7 @@ private:
     bool basta() const noexcept { return encontrado_ && !con_lista_; }
 
     void i_mira_modulos(DWORD pid) {
-        const manija_instantanea instantanea = i_instantanea_de_modulos(pid);
+        const manija_comun instantanea = i_instantanea_de_modulos(pid);
         if (!instantanea.valida()) {
             return;  // of another user, or protected, or gone
         }
@@ -168,7 +164,7 @@ procesos_encontrados i_busca_procesos(vista_w modulo, bool con_lista) {
 }
 
 bool i_mata_proceso(const Taskproc& taskproc) noexcept {
-    const manija_proceso proceso(sistema.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc.pid));
+    const manija_comun proceso(sistema.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc.pid));
     if (!proceso.valida()) {
         return false;
     }
