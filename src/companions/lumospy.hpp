@@ -7,6 +7,7 @@
 // Checked by tests/companions/lumospy_test.cpp.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -123,7 +124,7 @@ public:
         if (cuantos > sitio_ - num_) {
             reserva_sitio((num_ + cuantos) * 2, donde);
         }
-        std::memcpy(datos_ + num_, elementos, cuantos * sizeof(T));
+        std::copy(elementos, elementos + cuantos, datos_ + num_);
         num_ += cuantos;
     }
     void reserva_sitio(std::size_t sitio, lugar donde = lugar::aqui()) {

@@ -48,39 +48,6 @@ void i_escribe(HANDLE salida, vista_w texto) noexcept {
     }
 }
 
-}  // namespace
-
-void (*&duerme_ms)(unsigned long) = sistema.duerme_ms;
-void (*&termina_proceso)() = sistema.termina_proceso;
-
-unsigned pagina_de_codigos = CP_ACP;
-
-bool es_utf8() noexcept {
-    return pagina_de_codigos == CP_UTF8 || (pagina_de_codigos == CP_ACP && ::GetACP() == CP_UTF8);
-}
-
-bool bytes_iniciales(bool (&iniciales)[256]) noexcept {
-    CPINFO pagina;
-    if (es_utf8() || !::GetCPInfo(pagina_de_codigos, &pagina) || pagina.LeadByte[0] == 0) {
-        return false;
-    }
-    // Ranges, each with its first and its last byte, up to one of zeros.
-    for (int i = 0; i + 1 < MAX_LEADBYTES && pagina.LeadByte[i] != 0; i += 2) {
-        for (unsigned byte = pagina.LeadByte[i]; byte <= pagina.LeadByte[i + 1]; ++byte) {
-            iniciales[byte] = true;
-        }
-    }
-    return true;
-}
-
-bool es_caracter_doble(char primero, char segundo) noexcept {
-    const char pareja[] = {primero, segundo};
-    wchar_t unidades[2];
-    return ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, pareja, 2, unidades, 2) > 0;
-}
-
-namespace {
-
 // Character by character: what is not valid becomes U+FFFD. Left to itself the system would put the code page's own
 // default there, a character like any other.
 std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
@@ -89,17 +56,17 @@ std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_
     while (!texto.empty()) {
         const bool doble =
             texto.size() > 1 && ::IsDBCSLeadByteEx(pagina_de_codigos, static_cast<BYTE>(texto.front()));
-        wchar_t unidad[2];
+        wchar_t convertido[2];
         int bytes = doble ? 2 : 1;
-        int largo =
-            ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, texto.data(), bytes, unidad, 2);
+        int largo = ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, texto.data(), bytes,
+                                          convertido, 2);
         if (largo <= 0) {
-            unidad[0] = sustituto;  // the byte behind a bad lead byte may be valid alone
+            convertido[0] = sustituto;  // the byte behind a bad lead byte may be valid alone
             largo = bytes = 1;
         }
         for (int i = 0; i < largo; ++i, ++unidades) {
             if (unidades < sitio) {
-                destino[unidades] = unidad[i];
+                destino[unidades] = convertido[i];
             }
         }
         texto.remove_prefix(static_cast<std::size_t>(bytes));
@@ -161,6 +128,35 @@ void i_convierte_caja(char* texto, std::size_t longitud, char primera, DWORD caj
 }
 
 }  // namespace
+
+void (*&duerme_ms)(unsigned long) = sistema.duerme_ms;
+void (*&termina_proceso)() = sistema.termina_proceso;
+
+unsigned pagina_de_codigos = CP_ACP;
+
+bool es_utf8() noexcept {
+    return pagina_de_codigos == CP_UTF8 || (pagina_de_codigos == CP_ACP && ::GetACP() == CP_UTF8);
+}
+
+bool bytes_iniciales(bool (&iniciales)[256]) noexcept {
+    CPINFO pagina;
+    if (es_utf8() || !::GetCPInfo(pagina_de_codigos, &pagina) || pagina.LeadByte[0] == 0) {
+        return false;
+    }
+    // Ranges, each with its first and its last byte, up to one of zeros.
+    for (int i = 0; i + 1 < MAX_LEADBYTES && pagina.LeadByte[i] != 0; i += 2) {
+        for (unsigned byte = pagina.LeadByte[i]; byte <= pagina.LeadByte[i + 1]; ++byte) {
+            iniciales[byte] = true;
+        }
+    }
+    return true;
+}
+
+bool es_caracter_doble(char primero, char segundo) noexcept {
+    const char pareja[] = {primero, segundo};
+    wchar_t unidades[2];
+    return ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, pareja, 2, unidades, 2) > 0;
+}
 
 std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
     const int longitud = i_longitud(texto.size());

@@ -7,6 +7,7 @@
 // Checked by tests/companions/texto_test.cpp and caracteres_test.cpp.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -61,9 +62,7 @@ struct rasgos_utf16 : std::char_traits<wchar_t> {
         return n == 0 ? a : static_cast<char_type*>(std::memcpy(a, b, n * sizeof(char_type)));
     }
     static constexpr char_type* assign(char_type* s, std::size_t n, char_type c) noexcept {
-        for (std::size_t i = 0; i < n; ++i) {
-            s[i] = c;
-        }
+        std::fill_n(s, n, c);
         return s;
     }
     static constexpr int_type not_eof(int_type c) noexcept { return c == eof() ? 0 : c; }

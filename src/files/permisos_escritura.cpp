@@ -59,23 +59,6 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
     return {};
 }
 
-}  // namespace
-
-motivo i_prueba_escritura(const ruta_fijada& fichero) {
-    const existencia que_hay = i_existencia(fichero);
-    if (que_hay.es_de_solo_lectura()) {
-        return i_mensaje(i_msg_404523_fichero_sin_permiso_de_escritura);
-    }
-    if (que_hay.falta()) {
-        return i_prueba_a_crear(fichero);
-    }
-    // What cannot be told to be missing is opened, never created.
-    const fichero_abierto abierto = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas);
-    return abierto.valida() ? motivo() : strgetlasterror_texto_cod_error(abierto.codigo);
-}
-
-namespace {
-
 // No directory is the current one, as a bare drive is that of the drive: neither is the root, which joining a name to
 // them would make of them.
 cadena_w i_directorio_de_sonda(vista_w directorio) {
@@ -96,6 +79,19 @@ cadena_w i_con_retrocesos_resueltos(const ruta_fijada& directorio) {
 }
 
 }  // namespace
+
+motivo i_prueba_escritura(const ruta_fijada& fichero) {
+    const existencia que_hay = i_existencia(fichero);
+    if (que_hay.es_de_solo_lectura()) {
+        return i_mensaje(i_msg_404523_fichero_sin_permiso_de_escritura);
+    }
+    if (que_hay.falta()) {
+        return i_prueba_a_crear(fichero);
+    }
+    // What cannot be told to be missing is opened, never created.
+    const fichero_abierto abierto = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas);
+    return abierto.valida() ? motivo() : strgetlasterror_texto_cod_error(abierto.codigo);
+}
 
 motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);

@@ -8,25 +8,18 @@
 // Checked by tests/listings/filtro_test.cpp against a naive model over all short names and filters, and by fuzzing.
 #pragma once
 
+#include <algorithm>
+
 #include "companions/caracteres.hpp"
 #include "companions/plataforma.hpp"
 
 namespace interno {
 
-template <class C>
-constexpr bool i_casa(C texto, C patron) noexcept {
-    return patron == C('?') || texto == patron;
-}
-
 // Texts of the same length, unit by unit.
 template <class C>
 constexpr bool i_casan_todos(vista<C> texto, vista<C> patron) noexcept {
-    for (std::size_t i = 0; i < texto.size(); ++i) {
-        if (!i_casa(texto[i], patron[i])) {
-            return false;
-        }
-    }
-    return true;
+    return std::equal(texto.begin(), texto.end(), patron.begin(),
+                      [](C uno, C pedido) { return pedido == C('?') || uno == pedido; });
 }
 
 // What is compared of the text after the `*`. The wide flavour has always skipped its first unit, so that
@@ -83,11 +76,11 @@ public:
         char32_t* const unidades = texto.size() > sitio_corto ? largo_.data() : corto_;
         std::size_t num = 0;
         por_caracteres(texto, [&](vista_a caracter) {
-            char32_t unidad = 0;
+            char32_t junto = 0;
             for (const char c : caracter) {
-                unidad = unidad << 8 | static_cast<unsigned char>(c);
+                junto = junto << 8 | static_cast<unsigned char>(c);
             }
-            unidades[num++] = unidad;
+            unidades[num++] = junto;
         });
         vista_ = {unidades, num};
     }

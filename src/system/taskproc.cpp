@@ -1,6 +1,8 @@
 // See taskproc.hpp.
 #include "system/taskproc.hpp"
 
+#include <algorithm>
+
 #include "companions/error_interno.hpp"
 
 namespace interno {
@@ -126,13 +128,9 @@ private:
     // A 32-bit process lists its executable twice, once for each width, and not always in the same case.
     bool i_esta_anotado(vista_w ruta) const noexcept {
         const auto& punteros = lista_->punteros;
-        for (std::size_t i = primero_del_proceso_; i < punteros.size(); ++i) {
-            const vista_w otra = a_vista<wchar_t>(static_cast<const Taskproc*>(punteros[i])->ruta);
-            if (iguales_sin_caja(otra, ruta)) {
-                return true;
-            }
-        }
-        return false;
+        return std::any_of(punteros.begin() + primero_del_proceso_, punteros.end(), [ruta](const void* otro) {
+            return iguales_sin_caja(a_vista<wchar_t>(static_cast<const Taskproc*>(otro)->ruta), ruta);
+        });
     }
 
     vista_w modulo_;
