@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "companions/respuesta_entera.hpp"
+
 namespace interno {
 namespace {
 
@@ -52,19 +54,11 @@ cadena_w i_prefija(vista_w forma) noexcept {
                                        : concatena<wchar_t>({prefijo_largo, forma});
 }
 
-// The full form of a path that needs `necesario` units, terminator included: relative parts resolved, "/" turned into
-// "\"; NULL when the system cannot tell.
-cadena_w i_forma_completa(const wchar_t* ruta, DWORD necesario) noexcept {
-    while (necesario != 0) {
-        cadena_w completa = cadena_w::con_sitio(necesario);
-        const DWORD escrito = sistema.GetFullPathNameW(ruta, necesario + 1, completa.datos(), nullptr);
-        if (escrito != 0 && escrito <= necesario) {
-            completa.acorta(escrito);
-            return completa;
-        }
-        necesario = escrito;  // the current directory changed meanwhile
-    }
-    return {};
+// The question for the full form of a path: relative parts resolved, "/" turned into "\".
+auto i_pregunta_por_forma(const wchar_t* ruta) noexcept {
+    return [ruta](wchar_t* destino, DWORD sitio) {
+        return sistema.GetFullPathNameW(ruta, sitio, destino, nullptr);
+    };
 }
 
 // Making a path full cuts the points at its end. A search pattern must keep them: "*." asks for less than "*".
@@ -127,13 +121,13 @@ ruta_fijada::ruta_fijada(const wchar_t* dada, uso para) : dada_(dada), texto_(da
 }
 
 void ruta_fijada::i_fija(const wchar_t* de) {
-    const DWORD largo = sistema.GetFullPathNameW(de, sitio_corto, corta_, nullptr);
+    const DWORD largo = i_pregunta_por_forma(de)(corta_, sitio_corto);
     if (largo == 0) {
         return;  // the system cannot tell: it is given what the caller gave
     }
     vista_w forma(corta_, largo);
     if (largo >= sitio_corto) {
-        larga_ = i_forma_completa(de, largo);
+        larga_ = i_respuesta_de<wchar_t>(largo, i_pregunta_por_forma(de));
         if (larga_.es_nula()) {
             return;
         }
@@ -161,7 +155,7 @@ cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta) {
     if (empieza_por(vista_w(ruta.c_str()), prefijo_largo)) {
         return cadena_w(vista_w(ruta.c_str()));
     }
-    cadena_w completa = i_forma_completa(ruta.c_str(), MAX_PATH);
+    cadena_w completa = i_respuesta_entera<wchar_t>(i_pregunta_por_forma(ruta.c_str()));
     return completa.es_nula() ? cadena_w(vista_w(ruta.c_str())) : std::move(completa);
 }
 
@@ -171,7 +165,8 @@ cadena_w lmlongpath_forma_literal(const wchar_t* ruta) {
         return cadena_w(dada);
     }
     const cadena_w recurso = i_recurso_sin_repeticiones(dada);
-    cadena_w completa = i_forma_completa(recurso.es_nula() ? ruta : recurso.c_str(), MAX_PATH);
+    cadena_w completa =
+        i_respuesta_entera<wchar_t>(i_pregunta_por_forma(recurso.es_nula() ? ruta : recurso.c_str()));
     return completa.es_nula() || i_lleva_prefijo(completa.ver()) ? std::move(completa)
                                                                  : i_prefija(completa.ver());
 }
