@@ -76,12 +76,12 @@ constexpr nombre_propio nombres_propios[] = {
     {L"\u65e5\u672c\u8a9e", idioma::japones},
 };
 
-// Texts of the library, from whatever thread it works on.
+// What the library has said, on whichever thread it works.
 std::mutex guarda_de_avisos;
 std::vector<std::wstring> avisos;
 std::atomic<bool> quejas{false};
 
-// Answers whether it is new: a deletion in passes may say the same in each of them.
+// Whether the text is new: a deletion in passes may say the same in each of them.
 bool i_apunta(std::wstring_view texto) {
     static std::set<std::wstring> dichos;
     quejas = true;
@@ -173,7 +173,7 @@ ruta_en_curso::~ruta_en_curso() {
 
 std::wstring quienes_tienen(const std::wstring& ruta) {
     std::wstring completa = ruta_exacta(ruta);
-    // The Restart Manager wants paths without the prefix where they can do without.
+    // The Restart Manager wants no prefix on a path that does not need one.
     constexpr size_t prefijo = 4;
     if (completa.size() < MAX_PATH && !completa.starts_with(L"\\\\?\\UNC\\")) {
         completa.erase(0, prefijo);
@@ -215,6 +215,7 @@ idioma idioma_de_los_textos(idioma cual) {
     if (lumodir::tiene_textos(cual)) {
         return cual;
     }
+    // The reserved slots that msglocal.h gives to Spanish.
     const auto ranura = static_cast<unsigned long>(cual);
     const bool en_castellano =
         cual == idioma::gallego || (ranura >= 14 && ranura <= 17) || (ranura >= 19 && ranura <= 23);

@@ -34,7 +34,7 @@ std::wstring i_ruta_completa(const std::wstring& ruta) {
     return completa;
 }
 
-// "nul", "con" and the like, unless they are files of a directory: to the system they are there everywhere.
+// "nul", "con" and the like, unless they are files of a directory: to the system they exist everywhere.
 bool i_es_aparato(const std::wstring& de_trabajo) {
     return !de_trabajo.starts_with(L"\\\\") && i_ruta_completa(de_trabajo).starts_with(L"\\\\.\\");
 }
@@ -106,7 +106,7 @@ std::wstring texto_del_sistema(unsigned long codigo) {
     if (const frase propio = i_texto_propio(codigo); !propio.vacia()) {
         return di(propio);
     }
-    // It stands in a sentence of the command's own; a system without that language has the text in its own one.
+    // It stands in a sentence of the command's own, so it is asked for in that language, then in the system's.
     const unsigned long de_la_frase = en_espanyol() ? MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN)
                                                     : MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
     for (const unsigned long idioma : {de_la_frase, 0ul}) {
@@ -228,8 +228,8 @@ std::wstring fecha_en_palabras(long long segundos, bool en_utc, wchar_t separado
 namespace {
 
 long long i_de_pared_a_utc(long long pared) {
-    // The offset is known for an instant in UTC only: from a first guess the second one is right, but for the
-    // hour that a change to winter time repeats, where either answer is.
+    // The offset can be asked only of an instant in UTC: after a first guess the second one is right. In the hour that
+    // a change to winter time repeats, both answers are.
     long long utc = pared;
     for (int intento = 0; intento < 2; ++intento) {
         utc = pared - (lumodir::timefich::convierte_timet_UTC_a_timet_local(utc) - utc);

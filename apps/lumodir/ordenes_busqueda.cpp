@@ -1,5 +1,5 @@
-// Searches and sizes: find, du. Both see directories as they are, those whose names begin with a dot included where
-// it is asked for (find) or always (du).
+// Searches and sizes: find, du. Both see directories as they are; those whose names begin with a dot are included on
+// demand (find) or always (du).
 #include <algorithm>
 #include <chrono>
 #include <cwchar>
@@ -171,7 +171,7 @@ private:
         return !e.es_enlace && e.bytes == 0;
     }
 
-    // One of the kinds; "empty" is none, and is asked for besides.
+    // "empty" is no kind: it is asked for beside the kinds.
     bool i_por_tipo(const entrada& e, const std::wstring& ruta) const {
         const wchar_t tipo = e.es_enlace ? L'l' : e.es_directorio ? L'd' : L'f';
         const bool vacias = tipos_.find(L'e') != tipos_.npos;
@@ -266,7 +266,7 @@ private:
         }
     }
 
-    // As the person wrote it; of the current directory, which nobody wrote, what is below it.
+    // As the person wrote it. The current directory, which nobody wrote, is left out.
     std::wstring i_como_se_dice(const carpeta& c, const std::wstring& base) const {
         if (p_.tiene("absolute-path")) {
             constexpr size_t prefijo = 4;
@@ -308,8 +308,8 @@ private:
 int i_find(peticion& p) {
     std::vector<std::wstring> donde = p.argumentos;
     std::wstring patron;
-    // A pattern holds no separator, unless whole paths are compared: what does, or the only argument when it is a
-    // directory, is where to look.
+    // A pattern holds no separator, unless whole paths are compared. What holds one is where to look, and so is the only
+    // argument when it is a directory.
     const bool hay_patron =
         !donde.empty() &&
         (p.tiene("full-path") ||
@@ -337,10 +337,10 @@ struct parte {
     recuento cuenta;
 };
 
-// What is in a directory and, apart, in each of those down to some levels.
+// What a directory holds, and what each directory below it does, down to some levels.
 std::vector<parte> i_partes_de(const std::wstring& directorio, size_t niveles) {
     std::vector<parte> partes;
-    std::vector<size_t> abiertas;  // of each level, the part that gathers it
+    std::vector<size_t> abiertas;  // at each level, the part that gathers what is found now
     recorre_con_progreso(directorio, [&](const carpeta& c) {
         abiertas.resize(std::min(abiertas.size(), c.nivel));
         if (c.nivel <= niveles) {

@@ -39,7 +39,7 @@ std::wstring i_carpeta_de(const std::wstring& fichero) {
     return carpeta.empty() || carpeta.back() == L':' ? fichero.substr(0, fin + 1) : carpeta;
 }
 
-// A pattern is there when anything matches it: it gives way to what it matches, and stays to be told as missing.
+// A pattern is replaced by what matches it; one that nothing matches stays, to be told as missing.
 std::vector<std::wstring> i_existentes(const peticion& p) {
     std::vector<std::wstring> rutas;
     for (const std::wstring& ruta : p.argumentos_o_entrada()) {
@@ -97,7 +97,7 @@ acceso i_acceso(const std::wstring& dada, bool es_directorio) {
     lumodir::respuesta escribir;
     if (es_directorio) {
         a.leer = por_que_no_se_lee(ruta) == 0;
-        if (ruta.starts_with(L"\\\\?\\")) {  // of which the library's judgement of paths knows nothing
+        if (ruta.starts_with(L"\\\\?\\")) {  // which the library's rules of paths do not accept
             const std::wstring probado = lumodir::creaFicheroUnicoEnDirectorio(ruta, L"tmp");
             a.escribir = !probado.empty() && que_hay_en(probado) == clase_de_entrada::fichero;
             a.por_que_no = a.escribir ? L"" : di("no temporary file could be created");
@@ -203,7 +203,7 @@ int i_size(peticion& p) {
     return todas ? hecho : no;
 }
 
-// A date in words, for scripts with a T between day and hour.
+// A date in words; for scripts there is a T between day and hour.
 valor i_valor_de_fecha(long long segundos, bool en_utc) {
     return {fecha_en_palabras(segundos, en_utc, L'T'), fecha_en_palabras(segundos, en_utc)};
 }
@@ -374,7 +374,7 @@ void i_mueve(const peticion& p, const std::wstring& viejo, const std::wstring& n
     if (!movido) {
         throw fallo{con_ocupantes(di("'%1' is not moved", viejo), viejo)};
     }
-    // A change of letter case alone: there are systems that answer that it is done, and keep the old name.
+    // A change of letter case alone: some systems answer that it is done and keep the old name.
     if (iguales_sin_caja(viejo, nuevo) && nombre_que_lleva(nuevo) != i_ultima_parte(nuevo)) {
         throw fallo{di("'%1' is not moved: the system keeps the letter case of its name", viejo)};
     }

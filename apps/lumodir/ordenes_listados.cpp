@@ -37,7 +37,7 @@ std::wstring i_no_mostrados(unsigned long long cuantos) {
 
 // ---- ls ----
 
-// A directory, and what of it: everything, a pattern, or one file.
+// A directory, and what of it is wanted: everything, a pattern, or one file.
 struct pedido {
     std::wstring directorio, patron;
 };
@@ -119,7 +119,8 @@ listado i_lista(const peticion& p, const pedido& que) {
             ++l.no_mostrados;
             continue;
         }
-        ++(e.es_directorio ? l.directorios : l.ficheros);
+        l.directorios += e.es_directorio ? 1 : 0;
+        l.ficheros += e.es_directorio ? 0 : 1;
         l.bytes += e.bytes;
         l.entradas.push_back(std::move(e));
     }
@@ -212,7 +213,7 @@ struct nodo {
     std::vector<std::wstring> ficheros = {};  // with the extension that was asked for
     std::vector<std::wstring> enlaces = {};   // links to directories
     bool leido = true;
-    unsigned long long de_abajo = 0;     // files of the directories below, and these
+    unsigned long long de_abajo = 0;     // its files and those of all directories below
     unsigned long long directorios = 1;  // itself and those below
 };
 
@@ -249,7 +250,7 @@ arbol i_arbol(const peticion& p, const std::wstring& base) {
         }
         a.nodos.push_back(std::move(n));
     });
-    // Backwards every directory comes before the one that holds it.
+    // From the last to the first, each directory comes before the one that holds it.
     std::vector<unsigned long long> ficheros, directorios;  // of each level, gathered from below
     for (size_t i = a.nodos.size(); i-- > 0;) {
         nodo& n = a.nodos[i];

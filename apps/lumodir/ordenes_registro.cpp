@@ -166,7 +166,7 @@ size_t i_cuenta_subclaves(const clave& c) {
     return total;
 }
 
-// One pass of the library leaves every second subkey; passes are made as long as they get anywhere.
+// One pass of the library leaves every second subkey; passes are made as long as each deletes something.
 size_t i_borra_en_pasadas(const clave& c, const std::wstring& padre, const std::wstring& nombre) {
     size_t pasadas = 0;
     size_t antes = static_cast<size_t>(-1);

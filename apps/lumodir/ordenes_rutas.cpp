@@ -14,7 +14,7 @@ namespace {
 
 namespace cdir = lumodir::cdir;
 
-// Both words in their column, and two blanks.
+// "valid" or "invalid", padded to one column, and two blanks.
 std::wstring i_juicio_en_palabras(frase cual) {
     constexpr size_t separacion = 2;
     return a_la_izquierda(di(cual),
@@ -74,7 +74,7 @@ int i_split(peticion& p) {
     } else {
         cortadas.di_lista();
     }
-    // An invalid path is split all the same; the library has said so.
+    // An invalid path is split all the same; the library has complained of it.
     return hubo_quejas() ? no : hecho;
 }
 

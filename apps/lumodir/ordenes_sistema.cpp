@@ -51,7 +51,7 @@ int i_tmp(peticion& p) {
 
 // ---- where ----
 
-// The endings that the system runs a name with when it has none of them.
+// The names that the system would look for: the one given, then with each of the endings of PATHEXT.
 std::vector<std::wstring> i_candidatos(const std::wstring& nombre) {
     std::vector<std::wstring> candidatos = {nombre};
     const wchar_t* extensiones = _wgetenv(L"PATHEXT");
@@ -129,7 +129,8 @@ int i_whereami(peticion& p) {
     return hecho;
 }
 
-// What the system says it is, not what it says to programs of older times.
+// The real version, which GetVersionExW hides from programs that do not name it in their manifest:
+// https://learn.microsoft.com/en-us/windows/win32/sysinfo/targeting-your-application-at-windows-8-1
 std::wstring i_version_de_windows() {
     using funcion = long(__stdcall*)(OSVERSIONINFOW*);
     OSVERSIONINFOW version{};
@@ -250,7 +251,7 @@ int i_ps(peticion& p) {
     return filas.vacia() ? no : hecho;
 }
 
-// A library may be loaded by every process there is: it must be asked for in so many words.
+// Every process there is may have loaded a library: ending those must be asked for in so many words.
 void i_exige_ejecutable(const peticion& p) {
     const std::wstring extension = en_minusculas(lumodir::cdir::extension_fichero(p.argumentos[0]));
     if (extension != L"exe" && extension != L"com" && !p.tiene("modules")) {

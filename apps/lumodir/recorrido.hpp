@@ -39,8 +39,8 @@ struct carpeta {
 
 // The full path in the form that takes every name as the directory holds it (\\?\...).
 std::wstring ruta_exacta(const std::wstring& ruta);
-// The path to hand to the library: as it was given, but for one that names an entry which Windows would not find
-// by it (a final blank or dot, a device name), or that is to be below such a directory.
+// The path to hand to the library: as it was given, unless Windows would not find by it what it names (a final blank or
+// dot, a device name), or a directory above that; then the exact one.
 std::wstring ruta_de_trabajo(const std::wstring& ruta);
 
 std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre);
