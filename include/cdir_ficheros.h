@@ -233,17 +233,17 @@ LUMODIR_API void cdir_delete_ficheros(const char *path_filtro);
  * Gives every file of a directory that has an extension another one. A file that already has the new name is
  * deleted first, on purpose (cdir_borra_fichero_si_existe_UNICODE()); the renaming is that of
  * cdir_renombra_fichero_UNICODE(). Changing an extension to itself changes nothing, also when it is spelled with other
- * blanks or points at its end.
+ * blanks or dots at its end.
  *
  * Deleted is only a file whose entry bears exactly the new name, letter case aside: not one that merely answers to it
- * (by its short name, or because the system cuts a blank or point at the end), nor the source by another of its names.
+ * (by its short name, or because the system cuts a blank or dot at the end), nor the source by another of its names.
  * A new extension with a separator or a colon makes no name: the renaming fails with code 123 and nothing changes.
  *
  * @param dirBase  Directory (UTF-16); a bare drive is its current directory. A NULL argument is reported as
  *                 "dirBase!=NULL && oldExt!=NULL && newExt !=NULL", an empty or blank directory as
  *                 "widestr_longitud(directorio) > 0", and nothing is changed.
- * @param oldExt   Extension to change, with or without its point. NULL is reported.
- * @param newExt   New extension, with or without its point. NULL is reported.
+ * @param oldExt   Extension to change, with or without its dot. NULL is reported.
+ * @param newExt   New extension, with or without its dot. NULL is reported.
  */
 LUMODIR_API void
 cdir_cambia_extension_ficheros_u(const wchar_t *dirBase, const wchar_t *oldExt, const wchar_t *newExt);

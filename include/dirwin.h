@@ -147,7 +147,7 @@ LUMODIR_API unsigned short dirwin_es_solo_lectura_UNICODE(const WIN32_FIND_DATAW
 /**
  * Tells whether a name passes a filter by the enumerator's own rules, in their 8-bit form.
  *
- * Name and filter are cut at their last point. Base names are matched, and then the extensions if the
+ * Name and filter are cut at their last dot. Base names are matched, and then the extensions if the
  * filter's is not empty: `readme` and `readme.` match `readme.txt` on purpose, and `*` matches every name.
  * `?` stands for exactly one character. Only the first `*` of a piece is a wildcard; a second one is an
  * ordinary character, which no file name holds. Letter case does not count.

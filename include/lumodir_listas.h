@@ -67,8 +67,8 @@ lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(unsigned
  *
  * @param path_filtro  Directory and name with wildcards (UTF-16). NULL is reported as
  *                     "(path_filtro_generico) != NULL" and gives an empty array.
- * @param extensiones  Extensions without their point, letter case aside; NULL for every file (not reported).
- *                     With a list, names without a point are left out.
+ * @param extensiones  Extensions without their dot, letter case aside; NULL for every file (not reported).
+ *                     With a list, names without a dot are left out.
  * @return New sorted array with the bare names (acadordeu_destruye()).
  */
 LUMODIR_API AcadOrdeU *lumodir_lista_de_fichero(const wchar_t *path_filtro, const ArrCADENA_u *extensiones);

@@ -41,7 +41,7 @@ LUMODIR_API wchar_t *lumodir_creaFicheroTemporal(void);
  * Creates an empty file with a given extension in the temporary directory; `tmp` in any letter case is
  * lumodir_creaFicheroTemporal(), the rest lumodir_creaFicheroUnicoEnDirectorio().
  *
- * @param ext  Extension without its point (UTF-16). NULL is reported as "(ext) != NULL" and gives an empty
+ * @param ext  Extension without its dot (UTF-16). NULL is reported as "(ext) != NULL" and gives an empty
  *             string.
  * @return New string: the path of the file in its long form.
  */
@@ -57,7 +57,7 @@ LUMODIR_API wchar_t *lumodir_creaFicheroTemporalConExt(const wchar_t *ext);
  *
  * @param directorioTemporal  Directory (UTF-16). NULL is reported as "(directorioTemporal) != NULL" and gives
  *                            an empty string.
- * @param ext                 Extension with or without its point; an empty one adds nothing. NULL is reported
+ * @param ext                 Extension with or without its dot; an empty one adds nothing. NULL is reported
  *                            as "(ext) != NULL" and gives an empty string.
  * @return New string: the path of the file, not converted to its long form.
  */

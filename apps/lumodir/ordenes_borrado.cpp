@@ -101,7 +101,7 @@ int i_rm(peticion& p) {
         return !ya.insert(en_mayusculas(ruta_exacta(ruta_de_trabajo(ruta)))).second;
     });
     i_pregunta_por(p, dadas);
-    return en_cada_una(p, dadas.rutas, {"deleted", "would delete"}, i_rm_uno);
+    return en_cada_una(p, dadas.rutas, {.hecho = "deleted", .se_haria = "would delete"}, i_rm_uno);
 }
 
 // ---- rmtree ----

@@ -302,7 +302,7 @@ private:
     unsigned long long hallados_ = 0, no_mostrados_ = 0;
     recuento ilegibles_;
     json lista_ = json::lista();
-    tabla tabla_{{{"attributes"}, {"bytes", true}, {"modified"}, {"path", false, true}}};
+    tabla tabla_{{{.titulo = "attributes"}, {.titulo = "bytes", .a_la_derecha = true}, {.titulo = "modified"}, {.titulo = "path", .elastica = true}}};
 };
 
 int i_find(peticion& p) {
@@ -434,7 +434,7 @@ private:
     bool fallo_ = false;
     recuento ilegibles_;
     json lista_ = json::lista();
-    tabla tabla_{{{"bytes", true}, {"size", true}, {"files", true}, {"path", false, true}}};
+    tabla tabla_{{{.titulo = "bytes", .a_la_derecha = true}, {.titulo = "size", .a_la_derecha = true}, {.titulo = "files", .a_la_derecha = true}, {.titulo = "path", .elastica = true}}};
 };
 
 int i_du(peticion& p) {

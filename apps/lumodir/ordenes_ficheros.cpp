@@ -142,10 +142,10 @@ void i_pinta_test(const probada& x, bool con_nombre) {
     if (con_nombre) {
         salida().linea(a_la_vista(x.ruta), estilo::titulo);
     }
-    pinta_ficha(salida(), {{"kind", di(x.es_directorio ? frase("directory") : frase("file"))},
-                           {"readable", si_o_no(x.como.leer)},
-                           {"writable", escribible},
-                           {"protected", di(esta_protegido(x.ruta) ? frase("yes") : frase("no"))}});
+    pinta_ficha(salida(), {{.nombre = "kind", .valor = di(x.es_directorio ? frase("directory") : frase("file"))},
+                           {.nombre = "readable", .valor = si_o_no(x.como.leer)},
+                           {.nombre = "writable", .valor = escribible},
+                           {.nombre = "protected", .valor = di(esta_protegido(x.ruta) ? frase("yes") : frase("no"))}});
 }
 
 int i_test(peticion& p) {
@@ -289,7 +289,7 @@ int i_touch(peticion& p) {
     if (p.tiene("date")) {
         lee_fecha(p.valor("date"), p.tiene("utc"));  // before anything is created
     }
-    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"dated", "would date"}, i_touch_una);
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {.hecho = "dated", .se_haria = "would date"}, i_touch_una);
 }
 
 // ---- mkdir, mv ----
@@ -328,7 +328,7 @@ int i_mkdir(peticion& p) {
     for (const std::wstring& ruta : rutas) {
         rechaza_patron(ruta);
     }
-    return en_cada_una(p, rutas, {"created", "would create", "exists already:"}, i_mkdir_una);
+    return en_cada_una(p, rutas, {.hecho = "created", .se_haria = "would create", .ya_estaba = "exists already:"}, i_mkdir_una);
 }
 
 std::wstring i_ultima_parte(const std::wstring& ruta) {
@@ -460,11 +460,11 @@ resultado i_protege_una(const peticion& p, const std::wstring& ruta) {
 }
 
 int i_protect(peticion& p) {
-    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"protected", "would protect"},
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {.hecho = "protected", .se_haria = "would protect"},
                        i_protege_una<true>);
 }
 int i_unprotect(peticion& p) {
-    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"unprotected", "would unprotect"},
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {.hecho = "unprotected", .se_haria = "would unprotect"},
                        i_protege_una<false>);
 }
 

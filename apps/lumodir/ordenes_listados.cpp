@@ -145,10 +145,7 @@ estilo i_estilo(const entrada& e) {
 }
 
 void i_pinta_con_detalles(const peticion& p, const listado& l) {
-    tabla t({{"attributes"},
-             p.tiene("human") ? columna{"size", true} : columna{"bytes", true},
-             {"modified"},
-             {"name", false, true}});
+    tabla t({{.titulo = "attributes"}, {.titulo = p.tiene("human") ? frase("size") : frase("bytes"), .a_la_derecha = true}, {.titulo = "modified"}, {.titulo = "name", .elastica = true}});
     for (const entrada& e : l.entradas) {
         const std::wstring tamanyo = e.es_directorio    ? L""
                                      : p.tiene("human") ? tamanyo_legible(e.bytes)
@@ -386,11 +383,11 @@ std::vector<cuenta> i_cuentas(const peticion& p, const arbol& a) {
 
 void i_pinta_cuentas(const peticion& p, const arbol& a) {
     const bool juntas = p.tiene("depth");
-    std::vector<columna> columnas = {{"files", true}};
+    std::vector<columna> columnas = {{.titulo = "files", .a_la_derecha = true}};
     if (juntas) {
-        columnas.push_back({"directories", true});
+        columnas.push_back({.titulo = "directories", .a_la_derecha = true});
     }
-    columnas.push_back({"directory", false, true});
+    columnas.push_back({.titulo = "directory", .elastica = true});
     tabla t(columnas);
     for (const cuenta& c : i_cuentas(p, a)) {
         std::vector<celda> fila = {con_miles(c.ficheros)};

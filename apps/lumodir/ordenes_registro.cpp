@@ -26,11 +26,11 @@ struct raiz_con_nombre {
     lumoreg::raiz raiz;
 };
 constexpr raiz_con_nombre raices[] = {
-    {"HKCR", "HKEY_CLASSES_ROOT", lumoreg::raiz::classes_root},
-    {"HKCC", "HKEY_CURRENT_CONFIG", lumoreg::raiz::current_config},
-    {"HKCU", "HKEY_CURRENT_USER", lumoreg::raiz::current_user},
-    {"HKLM", "HKEY_LOCAL_MACHINE", lumoreg::raiz::local_machine},
-    {"HKU", "HKEY_USERS", lumoreg::raiz::users},
+    {.corto = "HKCR", .largo = "HKEY_CLASSES_ROOT", .raiz = lumoreg::raiz::classes_root},
+    {.corto = "HKCC", .largo = "HKEY_CURRENT_CONFIG", .raiz = lumoreg::raiz::current_config},
+    {.corto = "HKCU", .largo = "HKEY_CURRENT_USER", .raiz = lumoreg::raiz::current_user},
+    {.corto = "HKLM", .largo = "HKEY_LOCAL_MACHINE", .raiz = lumoreg::raiz::local_machine},
+    {.corto = "HKU", .largo = "HKEY_USERS", .raiz = lumoreg::raiz::users},
 };
 
 clave i_clave(const std::wstring& texto) {
