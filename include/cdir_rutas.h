@@ -25,13 +25,13 @@ LUMODIR_EXTERN_C_INICIO
  * 3. a path with a colon begins with a letter A-Z or a-z and ':':
  *    53958 "The name of the disk drive must be a letter.";
  * 4. a path ending in '.' begins with ./ .\ ../ or ..\ or ends with /. \. /.. or \.. : 53957 "A point was
- *    found at beginning or end of the path: '%s'". Only the end is looked at, so `.profile` is valid and "."
- *    and ".." alone are not, and this stays so;
+ *    found at beginning or end of the path: '%s'". Only the end is looked at, so `.profile` is valid, and "."
+ *    and ".." alone are not; programs rely on that;
  * 5. every component is "." or ".." or a valid name: 53949 "There are invalid characters in the name '%s'",
  *    which is handed back to the caller but never shown;
  * 6. a network path (it begins with two backslashes) has a share:
- *    53959 "The name of the network drive is incomplete." Behind a drive the drive counts as a component, so
- *    that `C:\\server` passes.
+ *    53959 "The name of the network drive is incomplete." A drive before the two backslashes counts as a component,
+ *    so that `C:\\server` passes.
  * `/` separates components as `\` does, and repeated separators are accepted.
  *
  * Rules of a name: 1 to 255 units without trailing blanks; no character from 1 to 31 and none of \ / : * " ?
@@ -48,7 +48,7 @@ LUMODIR_EXTERN_C_INICIO
  *
  * @param path             Path (UTF-16), trailing blanks ignored. NULL is reported as
  *                         "(path_sin_espacios) != NULL".
- * @param mostrar_mensaje  1 shows the message of a failure, but for 53949.
+ * @param mostrar_mensaje  1 shows the message of a failure, except 53949.
  * @return 1 when valid, else 0.
  */
 LUMODIR_API unsigned short cdir_path_valido_UNICODE(const wchar_t *path, unsigned short mostrar_mensaje);
@@ -168,7 +168,7 @@ LUMODIR_API char *cdir_split_make_path(const char *path, unsigned short piezas);
 
 /**
  * Composes a path and checks it. When it is invalid the base name is repaired
- * (cdir_dame_nombre_base_valido_UNICODE()) and the path composed again; one that is invalid even so is
+ * (cdir_dame_nombre_base_valido_UNICODE()) and the path composed again; one that is still invalid is
  * reported as "i_path_correcto_UNICODE( pathCompleto, puede_ser_vacio, FALSO, NULL, NULL) == CIERTO" with the
  * path.
  *
@@ -283,8 +283,8 @@ LUMODIR_API wchar_t *cdir_extension_con_dolar_UNICODE(const wchar_t *ext);
 /* ---- Name components ----
  *
  * Results are new strings (wide: widestr_nousar_destruye(), 8-bit: lumostr_destruye()), empty when the path
- * lacks the piece and when it is NULL. Where "checked" stands, trailing blanks are ignored, wildcards are
- * accepted and an invalid path is reported as "pathCorrecto == CIERTO" with the path and carried on with.
+ * lacks the piece and when it is NULL. "Checked" means that trailing blanks are ignored, wildcards are
+ * accepted, and an invalid path is reported as "pathCorrecto == CIERTO" with the path and used all the same.
  */
 
 /**

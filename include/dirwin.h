@@ -9,9 +9,10 @@
  *
  * When the system finds nothing for the pattern, or rejects it, the whole directory is searched and the
  * entries are filtered here, by looser rules that serve listings: read them at dirwin_cumple_filtro() before
- * deleting anything by what an enumerator yields. Both searches look into the directory that the pattern named when
- * the enumerator was opened, whoever changes the current directory. Where that directory is missing or out of reach
- * (an empty drive, a share that is away) there is no second search.
+ * you delete anything by what an enumerator yields. Both searches look into the directory that the pattern named when
+ * the enumerator was opened, even if the current directory is changed meanwhile. Where that directory is missing or
+ * out of reach (an empty drive, a share that is away) there is no second search. The system's own search looks at short
+ * names too: `*.htm` finds `page.html` (https://devblogs.microsoft.com/oldnewthing/20050720-16/?p=34883).
  *
  * Both flavours search in UTF-16. An 8-bit name is the library's conversion, without look-alikes; what the code page
  * lacks becomes its default character, so that such a name finds no file rather than another one.

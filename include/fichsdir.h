@@ -5,8 +5,8 @@
  * Every list is new and never NULL: a directory that cannot be read gives an empty one. A NULL directory is
  * reported as "(directorio) != NULL", a NULL search pattern as "(path_filtro_generico) != NULL", and both
  * give an empty list. A directory may end with `\` or not. Entries come in the system's order unless a
- * function says "sorted"; sorting is by code unit, without a locale. "Directories" of the functions below are
- * the subdirectories of the given directory, by bare name.
+ * function says "sorted"; sorting is by code unit, without a locale. "The directories" below are the
+ * subdirectories of the given directory, by bare name.
  */
 #ifndef LUMODIR_FICHSDIR_H
 #define LUMODIR_FICHSDIR_H

@@ -9,8 +9,8 @@
  * with the text, as (two lines here, one in the report)
  *     "c >= ' ' && c != '<' && c != '>' && c != ':' && c != '\"' && c != '|' && c != '\\'
  *      && c != '/' && c != '*' && c != '?'"
- * A control character alone is not noticed: only a text that holds one of the nine is looked at character by
- * character, and its control characters are then reported too.
+ * A text whose only offence is a control character is not noticed: only one that holds one of the nine is looked at
+ * character by character, and its control characters are then reported too.
  * A NULL text is reported as "(cadena) != NULL" unless stated otherwise. Reports never stop a function: one
  * that gives a record gives it all the same, with an empty string for each part that is missing.
  */
