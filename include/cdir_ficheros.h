@@ -257,8 +257,9 @@ cdir_cambia_extension_ficheros_u(const wchar_t *dirBase, const wchar_t *oldExt, 
  * or a tree never enters a junction or a symbolic link: the link itself is removed, never what it points
  * to; where the system would remove that (Wine), the link stays and counts as not deleted. Everything below the root is
  * reached through the directories that are open, so somebody who swaps directories for links meanwhile gains nothing.
- * For a directory that is NULL, empty or blank the contents and tree deletions delete nothing: it is reported as
- * "(directorio) != NULL" or "widestr_longitud(directorio) > 0" and answered with 0.
+ * For a directory that is NULL, empty, blank or a bare drive (`X:`) the contents and tree deletions delete nothing: it is
+ * reported as "(directorio) != NULL", "widestr_longitud(directorio) > 0" or "unidad_sin_directorio == FALSO" and
+ * answered with 0.
  * On links: https://learn.microsoft.com/en-us/windows/win32/fileio/reparse-points
  */
 

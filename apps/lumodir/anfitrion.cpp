@@ -24,7 +24,7 @@ struct nombre_de_lengua {
     std::string_view codigo;  // "pt-br"
     std::string_view ingles;  // "portuguese-brazil"
 };
-constexpr nombre_de_lengua nombres[] = {
+constexpr nombre_de_lengua idiomas[] = {
     {.cual = idioma::espanyol, .codigo = "es", .ingles = "spanish"},
     {.cual = idioma::frances, .codigo = "fr", .ingles = "french"},
     {.cual = idioma::portugues_brasil, .codigo = "pt-br", .ingles = "portuguese-brazil"},
@@ -188,7 +188,7 @@ std::wstring quienes_tienen(const std::wstring& ruta) {
 
 std::optional<idioma> busca_idioma(std::wstring_view nombre) {
     const std::wstring buscado = en_minusculas(nombre);
-    for (const nombre_de_lengua& n : nombres) {
+    for (const nombre_de_lengua& n : idiomas) {
         if (buscado == ancho_de(n.codigo) || buscado == ancho_de(n.ingles)) {
             return n.cual;
         }
@@ -224,14 +224,14 @@ idioma idioma_de_los_textos(idioma cual) {
 
 std::wstring nombres_de_idiomas() {
     std::wstring todos;
-    for (const nombre_de_lengua& n : nombres) {
+    for (const nombre_de_lengua& n : idiomas) {
         todos += (todos.empty() ? L"" : L" ") + ancho_de(n.codigo);
     }
     return todos;
 }
 
 std::wstring nombre_de_idioma(idioma cual) {
-    for (const nombre_de_lengua& n : nombres) {
+    for (const nombre_de_lengua& n : idiomas) {
         if (n.cual == cual) {
             return ancho_de(n.ingles);
         }

@@ -58,7 +58,8 @@ bool esta_protegido(const std::wstring& ruta) {
 }
 
 bool es_enlace(const std::wstring& ruta) {
-    return (i_atributos(ruta) & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    const std::optional<entrada> e = entrada_de(ruta);
+    return e && e->es_enlace;
 }
 
 namespace {
@@ -354,10 +355,11 @@ int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, const
             }
         },
         [&](unsigned segundos) { return por_donde_va(vistas, rutas, segundos); });
-    if (interrumpido() && !p.en_json) {
-        di_queja(di("stopped after %1 of %2", con_miles(vistas), con_miles(rutas.size())));
-    }
-    return lo_hecho.acaba(todas);
+    return lo_hecho.acaba(todas, [&] {
+        if (interrumpido()) {
+            di_queja(di("stopped after %1 of %2", con_miles(vistas), con_miles(rutas.size())));
+        }
+    });
 }
 
 void con_cada_ruta(const std::vector<std::wstring>& rutas,

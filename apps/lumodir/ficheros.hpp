@@ -14,7 +14,7 @@ enum class clase_de_entrada { ninguna, fichero, directorio };
 
 clase_de_entrada que_hay_en(const std::wstring& ruta);
 bool esta_protegido(const std::wstring& ruta);
-bool es_enlace(const std::wstring& ruta);  // a junction or a symbolic link, as far as the entry shows it
+bool es_enlace(const std::wstring& ruta);  // a junction or a symbolic link
 
 // The system's text for an error code, in the language of the command's own words.
 std::wstring texto_del_sistema(unsigned long codigo);

@@ -212,6 +212,7 @@ public:
     busqueda(const peticion& p, const std::wstring& patron)
         : p_(p),
           que_(p, patron),
+          halladas_(p),
           mas_hondo_(p.numero("max-depth", 10240, 10240)),
           menos_hondo_(p.numero("min-depth", 0, 10240)),
           cuantos_(p.numero("max-results", 0xFFFFFFFFul, 0xFFFFFFFFul)) {}
@@ -222,15 +223,22 @@ public:
     }
 
     int acaba() {
-        if (p_.en_json) {
-            escribe_json(json::objeto()
-                             .pon("found", std::move(lista_))
-                             .pon("not_shown", no_mostrados_)
-                             .pon("unreadable", ilegibles_.ilegibles));
-        } else if (!tabla_.vacia()) {
+        responde(p_,
+                 json::objeto()
+                     .pon("found", halladas_.toma_lista())
+                     .pon("not_shown", no_mostrados_)
+                     .pon("unreadable", ilegibles_.ilegibles),
+                 [&] { i_di_el_resto(); });
+        di_ilegibles(ilegibles_);
+        return hallados_ == 0 || !ilegibles_.ilegibles.empty() ? no : hecho;
+    }
+
+private:
+    void i_di_el_resto() const {
+        if (!tabla_.vacia()) {
             tabla_.pinta(salida());
         }
-        if (!p_.en_json && salida().es_consola() && no_mostrados_ > 0) {
+        if (salida().es_consola() && no_mostrados_ > 0) {
             salida().linea(
                 di(no_mostrados_ == 1
                        ? frase("%1 directory whose name begins with a dot is not searched (--hidden)")
@@ -238,11 +246,7 @@ public:
                    con_miles(no_mostrados_)),
                 estilo::tenue);
         }
-        di_ilegibles(ilegibles_);
-        return hallados_ == 0 || !ilegibles_.ilegibles.empty() ? no : hecho;
     }
-
-private:
     void i_mira(carpeta& c, const std::wstring& base) {
         if (!c.leida) {
             ilegibles_.codigo_ilegible = ilegibles_.ilegibles.empty() ? c.codigo : ilegibles_.codigo_ilegible;
@@ -282,10 +286,12 @@ private:
             return;
         }
         ++hallados_;
+        halladas_.pieza([&] { return json_de(e, ruta, "path"); }, [&] { i_di(e, ruta); });
+    }
+
+    void i_di(const entrada& e, const std::wstring& ruta) {
         const std::wstring dicha = e.es_directorio ? ruta + L'\\' : ruta;
-        if (p_.en_json) {
-            lista_.agrega(json_de(e, ruta, "path"));
-        } else if (p_.tiene("long")) {
+        if (p_.tiene("long")) {
             tabla_.fila({letras_de_atributos(e), e.es_directorio ? L"" : con_miles(e.bytes),
                          fecha_en_palabras(e.modificada, false), dicha});
         } else if (p_.tiene("print0")) {
@@ -298,11 +304,14 @@ private:
 
     const peticion& p_;
     criterio que_;
+    respuesta_por_piezas halladas_;
     unsigned long mas_hondo_, menos_hondo_, cuantos_;
     unsigned long long hallados_ = 0, no_mostrados_ = 0;
     recuento ilegibles_;
-    json lista_ = json::lista();
-    tabla tabla_{{{.titulo = "attributes"}, {.titulo = "bytes", .a_la_derecha = true}, {.titulo = "modified"}, {.titulo = "path", .elastica = true}}};
+    tabla tabla_{{{.titulo = "attributes"},
+                  {.titulo = "bytes", .a_la_derecha = true},
+                  {.titulo = "modified"},
+                  {.titulo = "path", .elastica = true}}};
 };
 
 int i_find(peticion& p) {
@@ -434,7 +443,10 @@ private:
     bool fallo_ = false;
     recuento ilegibles_;
     json lista_ = json::lista();
-    tabla tabla_{{{.titulo = "bytes", .a_la_derecha = true}, {.titulo = "size", .a_la_derecha = true}, {.titulo = "files", .a_la_derecha = true}, {.titulo = "path", .elastica = true}}};
+    tabla tabla_{{{.titulo = "bytes", .a_la_derecha = true},
+                  {.titulo = "size", .a_la_derecha = true},
+                  {.titulo = "files", .a_la_derecha = true},
+                  {.titulo = "path", .elastica = true}}};
 };
 
 int i_du(peticion& p) {

@@ -145,7 +145,10 @@ estilo i_estilo(const entrada& e) {
 }
 
 void i_pinta_con_detalles(const peticion& p, const listado& l) {
-    tabla t({{.titulo = "attributes"}, {.titulo = p.tiene("human") ? frase("size") : frase("bytes"), .a_la_derecha = true}, {.titulo = "modified"}, {.titulo = "name", .elastica = true}});
+    tabla t({{.titulo = "attributes"},
+             {.titulo = p.tiene("human") ? frase("size") : frase("bytes"), .a_la_derecha = true},
+             {.titulo = "modified"},
+             {.titulo = "name", .elastica = true}});
     for (const entrada& e : l.entradas) {
         const std::wstring tamanyo = e.es_directorio    ? L""
                                      : p.tiene("human") ? tamanyo_legible(e.bytes)

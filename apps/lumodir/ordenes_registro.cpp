@@ -207,10 +207,6 @@ int i_rm_clave(peticion& p, const clave& c) {
         [&](unsigned segundos) { return di("deleting %1, %2 s", c.entera, std::to_wstring(segundos)); });
     const bool queda = i_existe(c, std::nullopt);
     const size_t quedan = queda ? i_cuenta_subclaves(c) : 0;
-    if (queda && !p.en_json) {
-        throw fallo{
-            di("the key '%1' is not deleted; left: %2", c.entera, plural(quedan, "subkey", "subkeys"))};
-    }
     return responde(
         p,
         json::objeto()
@@ -219,7 +215,15 @@ int i_rm_clave(peticion& p, const clave& c) {
             .pon("subkeys", subclaves)
             .pon("passes", pasadas)
             .pon("left", quedan),
-        [&] { salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera); }, queda ? no : hecho);
+        [&] {
+            if (queda) {
+                di_queja(di("the key '%1' is not deleted; left: %2", c.entera,
+                            plural(quedan, "subkey", "subkeys")));
+            } else {
+                salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera);
+            }
+        },
+        queda ? no : hecho);
 }
 
 int i_rm_valor(peticion& p, const clave& c) {

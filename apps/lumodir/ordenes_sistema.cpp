@@ -82,12 +82,12 @@ int i_where(peticion& p) {
         [](unsigned segundos) {
             return di("looking in the directories of PATH, %1 s", std::to_wstring(segundos));
         });
-    if (hallados.empty() && !p.en_json) {
-        throw fallo{di("'%1' is in no directory of PATH", p.argumentos[0])};
-    }
     return responde(
         p, json::objeto().pon("name", p.argumentos[0]).pon("paths", hallados),
         [&] {
+            if (hallados.empty()) {
+                di_queja(di("'%1' is in no directory of PATH", p.argumentos[0]));
+            }
             for (const std::wstring& ruta : hallados) {
                 salida().linea(std::wstring_view(ruta));
             }
@@ -244,11 +244,15 @@ int i_ps(peticion& p) {
         filas.fila({valor(proceso.pid, std::to_wstring(proceso.pid)), std::wstring(proceso.modulo),
                     lumodir::taskproc::ruta_proceso(proceso)});
     }
-    if (filas.vacia() && !p.en_json) {
-        throw fallo{di("no process has loaded '%1' (the name is case-sensitive)", p.argumentos[0])};
-    }
-    filas.di_lista();
-    return filas.vacia() ? no : hecho;
+    return responde(
+        p, filas.como_lista(),
+        [&] {
+            if (filas.vacia()) {
+                di_queja(di("no process has loaded '%1' (the name is case-sensitive)", p.argumentos[0]));
+            }
+            filas.pinta();
+        },
+        filas.vacia() ? no : hecho);
 }
 
 // Every process there is may have loaded a library: ending those must be asked for in so many words.

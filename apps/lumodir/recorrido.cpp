@@ -233,9 +233,17 @@ double parte_recorrida() {
     return recorrida.load(std::memory_order_relaxed);
 }
 
-std::wstring nombre_que_lleva(const std::wstring& ruta) {
+std::optional<entrada> entrada_de(const std::wstring& ruta) {
+    std::wstring exacta = ruta_exacta(ruta);
+    exacta.erase(exacta.find_last_not_of(L'\\') + 1);
     WIN32_FIND_DATAW e;
-    return lumodir::dirwin::enumerador(ruta_exacta(ruta)).siguiente(e) ? e.cFileName : L"";
+    // Not by the enumerator, whose own filter takes "readme" for "readme.txt".
+    const HANDLE asa = FindFirstFileW(exacta.c_str(), &e);
+    if (asa == INVALID_HANDLE_VALUE) {
+        return std::nullopt;
+    }
+    FindClose(asa);
+    return i_entrada(e);
 }
 
 int compara_nombres(const std::wstring& a, const std::wstring& b) {

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -65,8 +66,8 @@ unsigned long long entradas_leidas();
 // How much of the current walk is done, from 0 to 1, estimated from what it has seen.
 double parte_recorrida();
 
-// The name by which the directory holds an entry, letter case included; nothing when it is missing.
-std::wstring nombre_que_lleva(const std::wstring& ruta);
+// The entry by which its directory holds what a path names; nothing when that is missing, or a root.
+std::optional<entrada> entrada_de(const std::wstring& ruta);
 
 // Sorts names as the listings do, letter case aside.
 int compara_nombres(const std::wstring& a, const std::wstring& b);
