@@ -78,12 +78,13 @@ namespace {
 template <class C>
 void i_entrega_piezas(const path_juzgado<C>& comprobado, C** unidad, C** directorio, C** nombre_base,
                       C** extension) {
-    const division<C> enteras(comprobado);
-    const trozos_de_ruta<C> piezas = i_splitpath(enteras, nombre_base != nullptr && extension != nullptr);
-    entrega_copias<C>({{unidad, piezas.unidad},
-                       {directorio, piezas.directorio},
-                       {nombre_base, piezas.nombre},
-                       {extension, piezas.extension}});
+    division<C> piezas(comprobado);
+    i_junta_extension_con_blanco(piezas, nombre_base != nullptr && extension != nullptr);
+    entrega_de_copias entrega;
+    entrega.copia(unidad, piezas.unidad);
+    entrega.copia(directorio, piezas.directorio);
+    entrega.copia(nombre_base, piezas.nombre);
+    entrega.copia(extension, piezas.extension);
 }
 
 }  // namespace

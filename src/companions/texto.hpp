@@ -100,9 +100,9 @@ void copia_unidades(C* destino, const C* origen, std::size_t num) noexcept {
     i_copia_bytes(destino, origen, num * sizeof(C));
 }
 
-// Picks the literal of the flavour: LITERAL(C, "\\") is "\\" or L"\\" as a view.
+// Picks the literal of the flavour: LITERAL(C, "\\") is "\\" or L"\\" as a view, whose length is not counted at run time.
 template <class C>
-constexpr vista<C> i_elige(vista_a a, vista_w w) noexcept {
+consteval vista<C> i_elige(vista_a a, vista_w w) noexcept {
     if constexpr (std::is_same_v<C, wchar_t>) {
         return w;
     } else {

@@ -1,7 +1,8 @@
 // The names of drives, the drives of the system with labels for display, and the drive of the running program.
 //
 // Promises: one record a drive, in the order of the letters.
-// Cannot promise: a lock: the program's drive is found out at the first call, on one thread.
+// Cannot promise: that two threads may ask for the program's drive first: it is found out at the first call, without a
+// lock.
 // Checked by tests/system/unidades_win32_test.cpp.
 #pragma once
 
