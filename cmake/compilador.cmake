@@ -19,7 +19,8 @@ add_library(lumodir_opciones INTERFACE)
 
 if(MSVC)
   # Its front end judges as Clang does, and speaks with both tongues.
-  target_compile_options(lumodir_opciones INTERFACE /W4 $<$<BOOL:$<TARGET_PROPERTY:LUMODIR_JUNTO>>:/wd4459> /utf-8 /permissive- /Zc:__cplusplus
+  target_compile_options(lumodir_opciones INTERFACE
+    /W4 $<$<BOOL:$<TARGET_PROPERTY:LUMODIR_JUNTO>>:/wd4459> /utf-8 /permissive- /Zc:__cplusplus
     $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:/WX>)
   target_compile_definitions(lumodir_opciones INTERFACE _CRT_SECURE_NO_WARNINGS)
   # Calls through pointers go only to functions; returns only to callers (control-flow guard, shadow stacks).
@@ -30,7 +31,8 @@ if(MSVC)
   endif()
 else()
   target_compile_options(lumodir_opciones INTERFACE
-    -Wall -Wextra -Wconversion $<$<NOT:$<BOOL:$<TARGET_PROPERTY:LUMODIR_JUNTO>>>:-Wshadow> $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:-Werror>)
+    -Wall -Wextra -Wconversion $<$<NOT:$<BOOL:$<TARGET_PROPERTY:LUMODIR_JUNTO>>>:-Wshadow>
+    $<$<BOOL:${LUMODIR_AVISOS_SON_ERRORES}>:-Werror>)
   if(LUMODIR_COBERTURA)
     # Whole counters whatever the threads; no branch that only the optimiser has made. The tests are counted too,
     # for the copy of an inline function that the linker keeps may be theirs. Counters are written to the full paths

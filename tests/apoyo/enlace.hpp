@@ -1,25 +1,26 @@
 // A real link to a directory for a test: made and removed by Windows where it can, and under Wine by the programs of
-// the system underneath (Wine makes no links, and does not remove them either). Windows only.
+// the system underneath (Wine makes no links, and does not remove them either). Texts are UTF-8. Windows only; nothing of
+// the library is needed.
 //
 //     apoyo::enlace enlace(d.ruta("a"), "arriba", "..");   // a\arriba -> a\..
 //     if (!enlace.hecho()) GTEST_SKIP() << ...;
 #pragma once
 
-#include "apoyo/apoyo.hpp"
-#include "companions/sistema.hpp"
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
 
 namespace apoyo {
 
 class enlace {
 public:
     enlace(const std::string& directorio, const std::string& nombre, const std::string& destino)
-        : directorio_(w(directorio)), nombre_(nombre), ruta_(w(directorio + "\\" + nombre)) {
-        constexpr DWORD sin_privilegio = 2;
-        ::CreateSymbolicLinkW(ruta_.c_str(), w(destino).c_str(),
-                              SYMBOLIC_LINK_FLAG_DIRECTORY | sin_privilegio);
-        if (!hecho()) {  // Wine promises what it does not do
-            corre_debajo("ln", "-s \"" + destino + "\" \"" + nombre + "\"", true);
-        }
+        : directorio_(i_ancho(directorio)),
+          ruta_(directorio_ + L"\\" + i_ancho(nombre)),
+          nombre_(nombre),
+          destino_(destino) {
+        hazlo();
     }
     ~enlace() {
         if (hecho() && !::RemoveDirectoryW(ruta_.c_str())) {
@@ -32,31 +33,58 @@ public:
 
     bool hecho() const { return ::GetFileAttributesW(ruta_.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
+    // Makes it, unless it is there; once more when a test has taken it away. Answers whether it is there.
+    bool hazlo() const {
+        constexpr DWORD sin_privilegio = 2;
+        if (!hecho()) {
+            ::CreateSymbolicLinkW(ruta_.c_str(), i_ancho(destino_).c_str(),
+                                  SYMBOLIC_LINK_FLAG_DIRECTORY | sin_privilegio);
+        }
+        if (!hecho()) {  // Wine promises what it does not do
+            corre_debajo("ln", "-s \"" + destino_ + "\" \"" + nombre_ + "\"", true);
+        }
+        return hecho();
+    }
+
 private:
-    // Such a program cannot be waited for: what it does is.
+    static std::wstring i_ancho(const std::string& utf8) {
+        const int n = static_cast<int>(utf8.size());
+        std::wstring texto(utf8.size(), L'\0');
+        texto.resize(static_cast<std::size_t>(
+            ::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), n, texto.data(), static_cast<int>(texto.size()))));
+        return texto;
+    }
+
+    // Such a program cannot be waited for: what it does in the directory is.
     void corre_debajo(const std::string& programa, const std::string& argumentos, bool habra_enlace) const {
-        texto_w orden = w(programa + " " + argumentos);
+        const HANDLE cambios = ::FindFirstChangeNotificationW(
+            directorio_.c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME);
+        ASSERT_NE(cambios, INVALID_HANDLE_VALUE) << "error " << ::GetLastError();
+        std::wstring orden = i_ancho(programa + " " + argumentos);
         STARTUPINFOW comienzo = {};
         comienzo.cb = sizeof comienzo;
         PROCESS_INFORMATION proceso = {};
-        if (!::CreateProcessW(w("Z:\\bin\\" + programa).c_str(), orden.data(), nullptr, nullptr, FALSE, 0,
-                              nullptr, directorio_.c_str(), &comienzo, &proceso)) {
+        if (::CreateProcessW(i_ancho("Z:\\bin\\" + programa).c_str(), orden.data(), nullptr, nullptr, FALSE,
+                             0, nullptr, directorio_.c_str(), &comienzo, &proceso)) {
+            ::CloseHandle(proceso.hProcess);
+            ::CloseHandle(proceso.hThread);
+            constexpr DWORD paciencia_ms = 30'000;
+            while (hecho() != habra_enlace && ::WaitForSingleObject(cambios, paciencia_ms) == WAIT_OBJECT_0) {
+                ::FindNextChangeNotification(cambios);
+            }
+        } else {
             const DWORD codigo = ::GetLastError();
             // Where there is no Unix side there are no such programs.
             EXPECT_TRUE(codigo == ERROR_PATH_NOT_FOUND || codigo == ERROR_FILE_NOT_FOUND)
                 << "no " << programa << ": error " << codigo;
-            return;
         }
-        ::CloseHandle(proceso.hProcess);
-        ::CloseHandle(proceso.hThread);
-        for (int i = 0; i < 1500 && hecho() != habra_enlace; ++i) {
-            ::Sleep(20);
-        }
+        ::FindCloseChangeNotification(cambios);
     }
 
-    texto_w directorio_;
+    std::wstring directorio_;
+    std::wstring ruta_;
     std::string nombre_;
-    texto_w ruta_;
+    std::string destino_;
 };
 
 }  // namespace apoyo

@@ -2,13 +2,13 @@
 // that Windows cuts or takes for devices, links, names that are no text), and a look at it that passes by Wine.
 // Windows only.
 //
-//     const lado_unix u;
-//     if (!u.hay()) GTEST_SKIP() << ...;
+//     LADO_UNIX(u);                                  // or the test is skipped
 //     u.corre("mkdir t; : > 't/f.'");                // in the directory
 //     EXPECT_EQ(u.censo("t"), (lista{"f f."}));
 #pragma once
 
 #include "apoyo/directorio.hpp"
+#include "companions/sistema.hpp"
 
 namespace apoyo {
 
@@ -95,3 +95,17 @@ private:
 };
 
 }  // namespace apoyo
+
+// Declares one in a test that is skipped where there is none.
+#define LADO_UNIX(u)                         \
+    const apoyo::lado_unix u;                \
+    if (!u.hay()) {                          \
+        GTEST_SKIP() << "no Unix side here"; \
+    }
+
+// In a test that is skipped, too, where the system does not follow links.
+#define LADO_UNIX_QUE_SIGUE_ENLACES(u)                 \
+    LADO_UNIX(u)                                       \
+    if (!interno::sistema.sigue_enlaces()) {           \
+        GTEST_SKIP() << "links are not followed here"; \
+    }

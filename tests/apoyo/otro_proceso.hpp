@@ -18,11 +18,11 @@ inline const papel papel_sujeta_ruta("sujeta_ruta", [] {
     const HANDLE h = ::CreateFileW(resto + 1, acceso, compartir, nullptr, OPEN_EXISTING,
                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (h == INVALID_HANDLE_VALUE) {
-        return 1;
+        return UINT{::GetLastError()};  // whoever waits for it tells that
     }
     hijo_listo();
     hijo_espera_fin();
-    return 0;
+    return UINT{0};
 });
 
 class otro_proceso {

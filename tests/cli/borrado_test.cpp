@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "apoyo/enlace.hpp"
+#include "apoyo/niveles.hpp"
 #include "orden.hpp"
 
 using cli::fila;
@@ -271,11 +273,8 @@ TEST(rmtree, con_un_fichero_que_otro_tiene) {
 
 TEST(rmtree, arbol_hondo) {
     const cli::directorio_de_prueba d;
-    std::string hondo = "t";
-    while (hondo.size() < 3000) {
-        hondo += "\\nivel";
-    }
-    d.crea_fichero(hondo + "\\fin.txt");
+    d.crea_directorio("t");
+    ASSERT_TRUE(apoyo::crea_niveles(cli::w(d.bajo("t")).c_str(), 500, L"nivel", L"fin.txt"));
     const cli::resultado r = lumodir({"rmtree", d.bajo("t"), "--yes"});
     EXPECT_EQ(r.codigo, 0) << r.errores;
     EXPECT_FALSE(cli::existe(d.bajo("t")));
@@ -315,8 +314,9 @@ TEST(rmtree, control_c_para_ante_la_siguiente_entrada_y_dice_que_queda) {
 TEST(rmtree, un_enlace_se_borra_y_lo_que_senyala_queda) {
     const cli::directorio_de_prueba d;
     d.crea_fichero("valioso\\a.txt");
-    if (!cli::crea_enlace_unix(d, "enlace", "valioso")) {
-        GTEST_SKIP() << "no Unix links here";
+    const apoyo::enlace enlace(d.ruta(), "enlace", "valioso");
+    if (!enlace.hecho()) {
+        GTEST_SKIP() << "no link can be made here";
     }
     cli::comprueba({{"rmtree", "$D\\enlace"},
                     1,
@@ -330,8 +330,8 @@ TEST(rmtree, un_enlace_se_borra_y_lo_que_senyala_queda) {
             lumodir({"rmtree", d.bajo("enlace"), "--yes", manera, "--retries", "0", "--wait", "0"});
         EXPECT_TRUE(cli::existe(d.bajo("valioso\\a.txt"))) << manera;
         // Wine may keep the link itself: then it is said.
-        EXPECT_EQ(r.codigo, cli::existe(d.bajo("enlace")) ? 1 : 0) << manera << r.salida << r.errores;
-        ASSERT_TRUE(cli::existe(d.bajo("enlace")) || cli::crea_enlace_unix(d, "enlace", "valioso"));
+        EXPECT_EQ(r.codigo, enlace.hecho() ? 1 : 0) << manera << r.salida << r.errores;
+        ASSERT_TRUE(enlace.hazlo());
     }
 }
 

@@ -1,10 +1,10 @@
 #include "esquema.hpp"
 
 #include <algorithm>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <stdexcept>
+
+#include "orden.hpp"
 
 namespace cli {
 
@@ -131,12 +131,8 @@ private:
 
 const valor& i_esquema() {
     static const valor unico = [] {
-        std::ifstream entrada(LUMODIR_RAIZ "/share/schema/lumodir.schema.json", std::ios::binary);
-        std::ostringstream texto;
-        texto << entrada.rdbuf();
-        std::string limpio = texto.str();
-        std::erase(limpio, '\r');
-        return lector(limpio).todo();
+        const std::string texto = lee_fichero(LUMODIR_RAIZ "/share/schema/lumodir.schema.json");
+        return lector(texto).todo();
     }();
     return unico;
 }

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
@@ -15,29 +14,10 @@ using cli::lumodir;
 
 namespace {
 
-std::vector<std::string> i_palabras(const std::string& nombre) {
-    const size_t blanco = nombre.find(' ');
-    return blanco == nombre.npos
-               ? std::vector<std::string>{nombre}
-               : std::vector<std::string>{nombre.substr(0, blanco), nombre.substr(blanco + 1)};
-}
-
-}  // namespace
-
-namespace {
-
-std::string i_lee(const std::string& fichero) {
-    std::ifstream entrada(LUMODIR_RAIZ "/" + fichero, std::ios::binary);
-    std::ostringstream texto;
-    texto << entrada.rdbuf();
-    EXPECT_FALSE(texto.str().empty()) << fichero;
-    return texto.str();
-}
-
 // The sections of the manual page that are about commands, by their names, without the escapes of its language.
 std::map<std::string, std::string> i_secciones_del_manual() {
     std::map<std::string, std::string> secciones;
-    std::istringstream lineas(i_lee("share/man/man1/lumodir.1"));
+    std::istringstream lineas(cli::lee_fichero(LUMODIR_RAIZ "/share/man/man1/lumodir.1"));
     std::string* seccion = nullptr;
     for (std::string linea; std::getline(lineas, linea);) {
         for (size_t i = 0; (i = linea.find('\\', i)) != linea.npos; ++i) {
@@ -101,7 +81,7 @@ TEST(ayuda, la_general_nombra_todas_las_ordenes) {
 TEST(ayuda, cada_orden_se_explica_con_ejemplos_que_caben) {
     std::map<std::string, std::string> manual = i_secciones_del_manual();
     for (const std::string& nombre : cli::ordenes()) {
-        std::vector<std::string> argumentos = i_palabras(nombre);
+        std::vector<std::string> argumentos = cli::palabras(nombre);
         argumentos.push_back("--help");
         const cli::resultado r = lumodir(argumentos);
         EXPECT_EQ(r.codigo, 0) << nombre;
@@ -142,7 +122,7 @@ TEST(ayuda, cada_orden_se_explica_con_ejemplos_que_caben) {
             continue;  // a process start under Wine is not cheap
         }
         // The same through "help", "-h" and the sign that people on Windows know.
-        std::vector<std::string> otra = i_palabras(nombre);
+        std::vector<std::string> otra = cli::palabras(nombre);
         otra.insert(otra.begin(), "help");
         EXPECT_EQ(lumodir(otra).salida, r.salida);
         for (const char* ayuda : {"/?", "-?", "/h", "/HELP", "-help", "--Help"}) {
@@ -171,7 +151,7 @@ TEST(esquema, tiene_todas_las_ordenes_y_ninguna_mas) {
 
 TEST(completion, el_guion_de_share_es_el_de_esta_version_y_lo_tiene_todo) {
     const std::string guion = lumodir({"completion", "powershell"}).salida;
-    EXPECT_EQ(i_lee("share/completions/lumodir.ps1"), guion);
+    EXPECT_EQ(cli::lee_fichero(LUMODIR_RAIZ "/share/completions/lumodir.ps1"), guion);
     for (const std::string& nombre : cli::ordenes()) {
         EXPECT_NE(guion.find("\n        '" + nombre + "' = '"), guion.npos) << nombre;
     }

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <fstream>
 #include <iostream>
 #include <sstream>
 #include <thread>
@@ -339,6 +340,39 @@ std::vector<std::string> ordenes() {
     return nombres;
 }
 
+std::vector<std::string> palabras(const std::string& linea) {
+    std::vector<std::string> todas;
+    bool dentro = false, abierta = false;
+    for (const char c : linea) {
+        if (c == '"') {
+            dentro = !dentro;
+            if (dentro && !abierta) {
+                todas.emplace_back();
+                abierta = true;
+            }
+        } else if (c == ' ' && !dentro) {
+            abierta = false;
+        } else {
+            if (!abierta) {
+                todas.emplace_back();
+                abierta = true;
+            }
+            todas.back() += c;
+        }
+    }
+    return todas;
+}
+
+std::string lee_fichero(const std::string& fichero) {
+    std::ifstream entrada(fichero, std::ios::binary);
+    std::ostringstream texto;
+    texto << entrada.rdbuf();
+    std::string todo = texto.str();
+    std::erase(todo, '\r');
+    EXPECT_FALSE(todo.empty()) << fichero;
+    return todo;
+}
+
 bool espera_a_que(unsigned long plazo_ms, const std::function<bool()>& cierto) {
     const ULONGLONG fin = GetTickCount64() + plazo_ms;
     while (!cierto()) {
@@ -394,29 +428,6 @@ void directorio_de_prueba::crea_fichero(const std::string& relativa, const std::
     DWORD bytes = 0;
     WriteFile(asa, contenido.data(), static_cast<DWORD>(contenido.size()), &bytes, nullptr);
     CloseHandle(asa);
-}
-
-bool crea_enlace_unix(const directorio_de_prueba& d, const std::string& donde, const std::string& a_que) {
-    using a_unix = char*(CDECL*)(const WCHAR*);
-    const auto traduce = reinterpret_cast<a_unix>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
-    if (traduce == nullptr) {
-        return false;
-    }
-    const std::string base = traduce(w(d.ruta()).c_str());
-    std::wstring linea = w("/bin/ln -s \"" + base + "/" + a_que + "\" \"" + base + "/" + donde + "\"");
-    STARTUPINFOW como{};
-    como.cb = sizeof como;
-    PROCESS_INFORMATION hijo{};
-    if (!CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &como, &hijo)) {
-        ADD_FAILURE() << "no ln: error " << GetLastError();
-        return false;
-    }
-    CloseHandle(hijo.hThread);
-    CloseHandle(hijo.hProcess);
-    return espera_a_que(30'000,
-                        [&] { return existe(d.bajo(donde)); });  // a Unix process has no handle to wait for
 }
 
 bool existe(const std::string& ruta) {

@@ -104,6 +104,12 @@ bool espera_a_que(unsigned long plazo_ms, const std::function<bool()>& cierto);
 std::string ruta_de_lumodir();
 std::string este_programa();
 
+// Words between blanks; "..." holds blanks together.
+std::vector<std::string> palabras(const std::string& linea);
+
+// The whole text of a file, which is not empty; its lines end in "\n".
+std::string lee_fichero(const std::string& fichero);
+
 std::wstring w(const std::string& utf8);
 std::string u8(const std::wstring& texto);
 
@@ -123,9 +129,6 @@ public:
 private:
     std::string ruta_;
 };
-
-// A Unix link to a directory of the test, as Wine shows one; no on Windows.
-bool crea_enlace_unix(const directorio_de_prueba& d, const std::string& donde, const std::string& a_que);
 
 bool existe(const std::string& ruta);
 bool se_puede_abrir(const std::string& ruta);  // sharing everything

@@ -46,7 +46,7 @@ bool i_va_aparte() {
     return true;
 }
 
-void i_puebla(const cli::directorio_de_prueba& d) {
+void i_llena_de_directorios(const cli::directorio_de_prueba& d) {
     constexpr int directorios = 600;
     for (int i = 0; i < directorios; ++i) {
         d.crea_directorio("t\\" + std::to_string(i % 20) + "\\" + std::to_string(i));
@@ -61,7 +61,7 @@ TEST(progreso, contar_y_borrar_un_arbol_dicen_por_donde_van_y_cuanto_falta) {
         return;
     }
     const cli::directorio_de_prueba d;
-    i_puebla(d);
+    i_llena_de_directorios(d);
     for (int i = 0; i < 600; ++i) {
         d.crea_fichero("t\\0\\f" + std::to_string(i));
     }

@@ -71,30 +71,6 @@ std::vector<pase> i_pases(const std::string& texto) {
     return pases;
 }
 
-// Words between blanks; "..." holds blanks together.
-std::vector<std::string> i_palabras(const std::string& linea) {
-    std::vector<std::string> palabras;
-    bool dentro = false, abierta = false;
-    for (const char c : linea) {
-        if (c == '"') {
-            dentro = !dentro;
-            if (dentro && !abierta) {
-                palabras.emplace_back();
-                abierta = true;
-            }
-        } else if (c == ' ' && !dentro) {
-            abierta = false;
-        } else {
-            if (!abierta) {
-                palabras.emplace_back();
-                abierta = true;
-            }
-            palabras.back() += c;
-        }
-    }
-    return palabras;
-}
-
 std::string i_cambia(std::string texto, const std::string& que, const std::string& por) {
     for (size_t i = 0; (i = texto.find(que, i)) != texto.npos; i += por.size()) {
         texto.replace(i, que.size(), por);
@@ -110,7 +86,7 @@ std::string i_sin_directorio(const std::string& texto, const std::string& direct
 std::string i_ejecuta(const pase& p, const cli::directorio_de_prueba& d, bool en_espanyol) {
     const std::string orden = p.linea.substr(10);
     const size_t flecha = orden.find(" < ");
-    std::vector<std::string> argumentos = i_palabras(d.pon(orden.substr(0, flecha)));
+    std::vector<std::string> argumentos = cli::palabras(d.pon(orden.substr(0, flecha)));
     if (en_espanyol) {
         argumentos.insert(argumentos.begin(), {"--lang", "es"});
     }
@@ -160,13 +136,6 @@ bool i_cumple(std::string_view patron, std::string_view texto) {
     return texto.empty();
 }
 
-std::string i_lee(const std::string& fichero) {
-    std::ifstream entrada(fichero, std::ios::binary);
-    std::ostringstream texto;
-    texto << entrada.rdbuf();
-    return i_cambia(texto.str(), "\r\n", "\n");
-}
-
 bool i_escribir() {
     const char* modo = std::getenv("LUMODIR_TRANSCRIPTS");
     return modo != nullptr && std::string(modo) == "write";
@@ -197,7 +166,7 @@ TEST_P(transcripcion, se_escribe_lo_que_dice) {
     const cli::directorio_de_prueba d;
     i_prepara(d);
     std::string de_nuevo;
-    const std::vector<pase> pases = i_pases(i_lee(fichero));
+    const std::vector<pase> pases = i_pases(cli::lee_fichero(fichero));
     EXPECT_FALSE(pases.empty()) << fichero;
     for (const pase& p : pases) {
         const std::string escrito = i_ejecuta(p, d, GetParam().rfind(espanyolas, 0) == 0);
@@ -208,7 +177,7 @@ TEST_P(transcripcion, se_escribe_lo_que_dice) {
                                                        << p.esperado << "written:\n"
                                                        << escrito;
         }
-        const std::vector<std::string> palabras = i_palabras(p.linea);
+        const std::vector<std::string> palabras = cli::palabras(p.linea);
         const bool en_json = std::find(palabras.begin(), palabras.end(), "--json") != palabras.end();
         if (en_json && escrito.find("(exit code 2)") == escrito.npos) {
             const std::string salida =
@@ -236,14 +205,15 @@ TEST(transcripciones, hay_una_de_cada_orden_para_personas_y_para_guiones) {
         ASSERT_TRUE(hay.contains(nombre)) << nombre << ".txt is missing";
         ASSERT_TRUE(hay.contains(espanyolas + nombre)) << nombre << ".txt is missing in Spanish";
         bool en_json = false, en_palabras = false;
-        for (const pase& p : i_pases(i_lee(carpeta + nombre + ".txt"))) {
+        for (const pase& p : i_pases(cli::lee_fichero(carpeta + nombre + ".txt"))) {
             const bool suya = p.linea.rfind("> lumodir " + orden, 0) == 0;
             const bool json = p.linea.find(" --json") != p.linea.npos;
             en_json = en_json || (suya && json);
             en_palabras = en_palabras || (suya && !json);
         }
         EXPECT_TRUE(en_json && en_palabras) << nombre << ".txt lacks one of the forms";
-        const std::vector<pase> en_espanyol = i_pases(i_lee(carpeta + espanyolas + nombre + ".txt"));
+        const std::vector<pase> en_espanyol =
+            i_pases(cli::lee_fichero(carpeta + espanyolas + nombre + ".txt"));
         EXPECT_TRUE(std::any_of(en_espanyol.begin(), en_espanyol.end(), [&](const pase& p) {
             return p.linea.rfind("> lumodir " + orden, 0) == 0 && !p.esperado.empty();
         })) << nombre;

@@ -62,15 +62,6 @@ typename arr<C>::lista* lista_de(const std::vector<std::string>& textos) {
     return lista;
 }
 
-template <class C>
-std::vector<std::string> textos_de(const typename arr<C>::lista* lista) {
-    std::vector<std::string> textos;
-    for (unsigned long i = 0; i < arr<C>::num(lista); ++i) {
-        textos.push_back(lee(arr<C>::da(lista, i)));
-    }
-    return textos;
-}
-
 using textos = std::vector<std::string>;
 
 }  // namespace
@@ -81,7 +72,7 @@ TEST(arr, nace_vacia_sea_cual_sea_el_sitio) {
             auto* lista = arr<C>::crea(sitio);
             EXPECT_EQ(arr<C>::num(lista), 0u) << sitio;
             arr<C>::anade(lista, txt<C>("x").c_str());
-            EXPECT_EQ(textos_de<C>(lista), textos{"x"}) << sitio;
+            EXPECT_EQ(textos_de<arr<C>>(lista), textos{"x"}) << sitio;
             arr<C>::destruye(&lista);
             EXPECT_EQ(lista, nullptr) << sitio;
         }
@@ -99,7 +90,7 @@ TEST(arr, anade_copias_en_su_orden) {
         texto[0] = C('X');  // the list has a copy
         arr<C>::anade(lista, txt<C>("").c_str());
         arr<C>::anade(lista, txt<C>("año").c_str());
-        EXPECT_EQ(textos_de<C>(lista), (textos{"año", "", "año"}));
+        EXPECT_EQ(textos_de<arr<C>>(lista), (textos{"año", "", "año"}));
         EXPECT_EQ(arr<C>::da(lista, 0), arr<C>::da(lista, 0));  // borrowed, not copied
         arr<C>::destruye(&lista);
     });
@@ -126,7 +117,7 @@ TEST(arr, crece_hasta_miles_sin_perder_ninguno) {
             esperados.push_back(std::to_string(i));
         }
         auto* lista = lista_de<C>(esperados);
-        EXPECT_EQ(textos_de<C>(lista), esperados);
+        EXPECT_EQ(textos_de<arr<C>>(lista), esperados);
         arr<C>::destruye(&lista);
     });
 }
@@ -147,7 +138,7 @@ TEST(arr, pon_cambia_uno_tambien_por_si_mismo) {
         arr<C>::pon(lista, 1, txt<C>("más largo").c_str());
         arr<C>::pon(lista, 0, arr<C>::da(lista, 0));  // its own text
         arr<C>::pon(lista, 2, arr<C>::da(lista, 1));  // another element's
-        EXPECT_EQ(textos_de<C>(lista), (textos{"a", "más largo", "más largo"}));
+        EXPECT_EQ(textos_de<arr<C>>(lista), (textos{"a", "más largo", "más largo"}));
         EXPECT_NE(arr<C>::da(lista, 1), arr<C>::da(lista, 2));
         arr<C>::destruye(&lista);
     });
@@ -167,7 +158,7 @@ TEST(arr, borra_y_reduce) {
             auto* lista = lista_de<C>({"a", "b", "c"});
             const unsigned long long antes = lumospy_bloques_vivos();
             arr<C>::borra(lista, f.borra);
-            EXPECT_EQ(textos_de<C>(lista), f.quedan) << f.nombre;
+            EXPECT_EQ(textos_de<arr<C>>(lista), f.quedan) << f.nombre;
             EXPECT_EQ(lumospy_bloques_vivos(), antes - 1) << f.nombre;
             arr<C>::destruye(&lista);
         }
@@ -175,7 +166,8 @@ TEST(arr, borra_y_reduce) {
             auto* lista = lista_de<C>({"a", "b", "c"});
             arr<C>::reduce(lista, n);
             const textos todos = {"a", "b", "c"};
-            EXPECT_EQ(textos_de<C>(lista), textos(todos.begin(), todos.begin() + static_cast<long>(n))) << n;
+            EXPECT_EQ(textos_de<arr<C>>(lista), textos(todos.begin(), todos.begin() + static_cast<long>(n)))
+                << n;
             arr<C>::anade(lista, txt<C>("d").c_str());  // it still grows
             EXPECT_EQ(lee(arr<C>::da(lista, n)), "d");
             arr<C>::destruye(&lista);
@@ -195,7 +187,7 @@ TEST(arr, un_indice_fuera_se_informa_y_no_cambia_nada) {
             ESPERA_INFORMES("indice < num_elems");
             arr<C>::borra(lista, indice);
             ESPERA_INFORMES("indice < num_elems");
-            EXPECT_EQ(textos_de<C>(lista), (textos{"a", "b"})) << indice;
+            EXPECT_EQ(textos_de<arr<C>>(lista), (textos{"a", "b"})) << indice;
         }
         arr<C>::reduce(lista, 3);
         ESPERA_INFORMES("nuevo_tamanyo <= num_elems");
@@ -239,7 +231,7 @@ TEST(arr, null_se_informa_y_no_cambia_nada) {
         ESPERA_INFORMES("(*cadena) != NULL");
         arr<C>::pon(lista, 0, nullptr);
         ESPERA_INFORMES("(cadena) != NULL");
-        EXPECT_EQ(textos_de<C>(lista), textos{"a"});
+        EXPECT_EQ(textos_de<arr<C>>(lista), textos{"a"});
         arr<C>::destruye(&lista);
         EXPECT_EQ(toma(texto), "x");
     });
@@ -256,9 +248,9 @@ TEST(arr, ordena_por_defecto_unidad_a_unidad) {
         EXPECT_TRUE(esperados == ordenados || pagina() != 1252);
         auto* lista = lista_de<C>(desordenados);
         arr<C>::ordena(lista, nullptr);
-        EXPECT_EQ(textos_de<C>(lista), esperados);
+        EXPECT_EQ(textos_de<arr<C>>(lista), esperados);
         arr<C>::ordena(lista, nullptr);
-        EXPECT_EQ(textos_de<C>(lista), esperados);
+        EXPECT_EQ(textos_de<arr<C>>(lista), esperados);
         arr<C>::destruye(&lista);
         auto* vacia = arr<C>::crea(0);
         arr<C>::ordena(vacia, nullptr);
@@ -268,7 +260,7 @@ TEST(arr, ordena_por_defecto_unidad_a_unidad) {
     ArrCADENA_u* anchos =
         lista_de<wchar_t>({"\uFFFD", "\U0001F600", "\u4E2D"});  // a surrogate is below U+FFFD
     arr_QSortCADENA_u(anchos, nullptr);
-    EXPECT_EQ(textos_de<wchar_t>(anchos), (textos{"\u4E2D", "\U0001F600", "\uFFFD"}));
+    EXPECT_EQ(textos_de<arr<wchar_t>>(anchos), (textos{"\u4E2D", "\U0001F600", "\uFFFD"}));
     arr_DestruyeCADENA_u(&anchos);
 }
 
@@ -277,10 +269,10 @@ TEST(arr, ordena_con_la_comparacion_del_anfitrion_y_es_estable) {
         auto* lista = lista_de<C>({"b1", "a1", "b2", "c1", "a2", "b3", "a3", "c2"});
         arr<C>::ordena(
             lista, [](const C* a, const C* b) { return static_cast<int>(a[0]) - static_cast<int>(b[0]); });
-        EXPECT_EQ(textos_de<C>(lista), (textos{"a1", "a2", "a3", "b1", "b2", "b3", "c1", "c2"}));
+        EXPECT_EQ(textos_de<arr<C>>(lista), (textos{"a1", "a2", "a3", "b1", "b2", "b3", "c1", "c2"}));
         arr<C>::ordena(
             lista, [](const C* a, const C* b) { return static_cast<int>(b[0]) - static_cast<int>(a[0]); });
-        EXPECT_EQ(textos_de<C>(lista), (textos{"c1", "c2", "b1", "b2", "b3", "a1", "a2", "a3"}));
+        EXPECT_EQ(textos_de<arr<C>>(lista), (textos{"c1", "c2", "b1", "b2", "b3", "a1", "a2", "a3"}));
         arr<C>::destruye(&lista);
     });
 }
@@ -302,7 +294,7 @@ TEST(arr, una_comparacion_que_se_contradice_o_lanza_no_pierde_textos) {
             }
             auto* lista = lista_de<C>(esperados);
             arr<C>::ordena(lista, comparacion);
-            textos quedan = textos_de<C>(lista);
+            textos quedan = textos_de<arr<C>>(lista);
             std::sort(quedan.begin(), quedan.end());
             std::sort(esperados.begin(), esperados.end());
             EXPECT_EQ(quedan, esperados);
@@ -419,7 +411,7 @@ TEST(arr, una_lista_ancha_pasa_entera_a_8_bits_y_se_destruye) {
         const unsigned long long antes = lumospy_bloques_vivos();
         objeto<ArrCADENA_u> ancha(lista_de<wchar_t>({"uno", "ñandú", "", "\u4E2D"}));
         ArrCADENA* estrecha = utunicode_cadenas_UNICODE_a_ANSI_destruyendo(std::move(ancha)).suelta();
-        EXPECT_EQ(textos_de<char>(estrecha), f.esperados) << f.pagina;
+        EXPECT_EQ(textos_de<arr<char>>(estrecha), f.esperados) << f.pagina;
         EXPECT_EQ(lumospy_bloques_vivos(), antes + 5);
         arr_DestruyeCADENA(&estrecha);
     }

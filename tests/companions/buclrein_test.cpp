@@ -105,7 +105,7 @@ const escenario escenarios[] = {
 };
 
 // The rules read one by one, without a state machine.
-std::string modelo(const escenario& e) {
+std::string sucesos_de(const escenario& e) {
     std::string sucesos;
     unsigned long silenciosos = e.silenciosos;
     std::size_t preguntas = 0;
@@ -162,7 +162,7 @@ TEST(buclrein, toda_combinacion_como_el_modelo) {
                     e.bien_en = bien_en;
                     e.respuestas = r;
                     const transcurso t = corre(e);
-                    ASSERT_EQ(t.sucesos, modelo(e)) << bits << " " << silenciosos << " " << bien_en;
+                    ASSERT_EQ(t.sucesos, sucesos_de(e)) << bits << " " << silenciosos << " " << bien_en;
                 }
             }
         }

@@ -34,7 +34,7 @@ std::vector<ficha> fichas_de(const std::vector<int>& claves) {
 }
 
 // Takes the first of the smallest keys, again and again.
-std::vector<ficha> modelo(std::vector<ficha> fichas) {
+std::vector<ficha> ordenadas_despacio(std::vector<ficha> fichas) {
     std::vector<ficha> resultado;
     while (!fichas.empty()) {
         std::size_t menor = 0;
@@ -51,7 +51,7 @@ std::vector<ficha> modelo(std::vector<ficha> fichas) {
 
 void comprueba(const std::vector<int>& claves) {
     std::vector<ficha> fichas = fichas_de(claves);
-    const std::vector<ficha> esperadas = modelo(fichas);
+    const std::vector<ficha> esperadas = ordenadas_despacio(fichas);
     std::vector<const ficha*> punteros;
     for (const ficha& f : fichas) {
         punteros.push_back(&f);

@@ -37,21 +37,12 @@ struct orden<wchar_t> {
 using textos = std::vector<std::string>;
 
 template <class C>
-textos textos_de(const typename orden<C>::conjunto* conjunto) {
-    textos resultado;
-    for (unsigned long i = 0; i < orden<C>::num(conjunto); ++i) {
-        resultado.push_back(lee(orden<C>::da(conjunto, i)));
-    }
-    return resultado;
-}
-
-template <class C>
 textos ordenados(const textos& entrada, unsigned short admite_repetidos) {
     auto* conjunto = orden<C>::crea(admite_repetidos);
     for (const std::string& texto : entrada) {
         orden<C>::inserta(conjunto, txt<C>(texto).c_str());
     }
-    const textos resultado = textos_de<C>(conjunto);
+    const textos resultado = textos_de<orden<C>>(conjunto);
     orden<C>::destruye(&conjunto);
     EXPECT_EQ(conjunto, nullptr);
     return resultado;
@@ -113,7 +104,7 @@ TEST(ordenados, los_textos_son_copias_prestadas) {
         auto texto = txt<C>("a");
         orden<C>::inserta(conjunto, texto.c_str());
         texto[0] = C('z');
-        EXPECT_EQ(textos_de<C>(conjunto), textos{"a"});
+        EXPECT_EQ(textos_de<orden<C>>(conjunto), textos{"a"});
         EXPECT_EQ(orden<C>::da(conjunto, 0), orden<C>::da(conjunto, 0));
         orden<C>::destruye(&conjunto);
     });
@@ -173,7 +164,7 @@ int compara_con_clave(const void* registro, const void* clave) {
     return x < y ? -1 : x > y;
 }
 
-std::vector<std::pair<int, int>> fichas_de(const ApunOrde* conjunto) {
+std::vector<std::pair<int, int>> registros_de(const ApunOrde* conjunto) {
     std::vector<std::pair<int, int>> fichas;
     for (unsigned long i = 0; i < apunorde_nousar_num_elems(conjunto); ++i) {
         const auto* f = static_cast<const registro_con_clave*>(apunorde_nousar_get(conjunto, i));
@@ -197,7 +188,7 @@ TEST(ordenados, los_registros_iguales_guardan_su_orden_de_llegada) {
             esperadas.emplace_back(clave, i);
         }
         std::sort(esperadas.begin(), esperadas.end());  // by key, then by arrival
-        ASSERT_EQ(fichas_de(conjunto), esperadas);
+        ASSERT_EQ(registros_de(conjunto), esperadas);
         for (int clave = -1; clave < 10; ++clave) {
             const auto* hallada = static_cast<const registro_con_clave*>(
                 apunorde_nousar_busca(conjunto, &clave, compara_con_clave));

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "apoyo/apoyo.hpp"
 
@@ -41,6 +42,16 @@ inline std::string lee(const wchar_t* texto) {
 }
 inline std::string lee(const char* texto) {
     return texto == nullptr ? "(NULL)" : de_cp1252(texto);
+}
+
+// The texts of a list, whose exports `tipo` has under common names.
+template <class tipo>
+std::vector<std::string> textos_de(const auto* lista) {
+    std::vector<std::string> textos;
+    for (unsigned long i = 0; i < tipo::num(lista); ++i) {
+        textos.push_back(lee(tipo::da(lista, i)));
+    }
+    return textos;
 }
 
 // Every text of up to `maximo` units over the alphabet, the empty one first.

@@ -368,10 +368,10 @@ void mira(HKEY padre, const texto_w& nombre, const std::string& donde, std::vect
     }
     ::RegCloseKey(c);
 }
-void apunta(const clave& c, const std::string& donde, std::vector<std::string>& lineas) {
+void apunta_clave(const clave& c, const std::string& donde, std::vector<std::string>& lineas) {
     lineas.push_back(donde);
     for (const auto& [plegado, hija] : c.hijas) {
-        apunta(hija, donde + "\\" + u(hija.nombre), lineas);
+        apunta_clave(hija, donde + "\\" + u(hija.nombre), lineas);
     }
     for (const auto& [plegado, v] : c.valores) {
         lineas.push_back(donde + " " + u(v.nombre) + " type " + std::to_string(v.tipo) + " " +
@@ -402,7 +402,7 @@ std::string diferencia_en_el_registro(reglas& r) {
     std::vector<std::string> real;
     std::vector<std::string> pensado;
     mira(HKEY_CURRENT_USER, base, "", real);
-    apunta(*r.registro.busca(base), "", pensado);
+    apunta_clave(*r.registro.busca(base), "", pensado);
     std::sort(real.begin(), real.end());
     std::sort(pensado.begin(), pensado.end());
     for (const std::string& l : real) {

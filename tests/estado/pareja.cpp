@@ -93,7 +93,7 @@ struct mesa {
     char respuestas[sitio];
 };
 constexpr const char* el_que_hace_lo_mismo = "estado_pareja";
-void apunta(char (&donde)[sitio], const std::string& texto) {
+void escribe_en(char (&donde)[sitio], const std::string& texto) {
     std::memcpy(donde, texto.c_str(), std::min(texto.size() + 1, sitio));
     donde[sitio - 1] = 0;
 }
@@ -116,7 +116,7 @@ const papel papel_pareja(el_que_hace_lo_mismo, [] {
         for (const std::string& r : da(pasos)) {
             todas_ellas += r + "\n";
         }
-        apunta(m.respuestas, todas_ellas);
+        escribe_en(m.respuestas, todas_ellas);
     });
 });
 
@@ -271,7 +271,7 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
     return false;
 }
 
-std::string contado(const std::vector<paso>& pasos, const std::vector<std::string>& respuestas) {
+std::string pasos_contados(const std::vector<paso>& pasos, const std::vector<std::string>& respuestas) {
     std::string t;
     for (std::size_t i = 0; i < pasos.size(); ++i) {
         std::string linea = a_texto({pasos[i]});
@@ -319,7 +319,7 @@ std::string corre_pareja(campo& c, juntos como, std::uint64_t semilla) {
         static companyero<mesa> otro(el_que_hace_lo_mismo);
         mesa& m = otro.mesa();
         m.turno = 0;
-        apunta(m.que, a_texto(de_b));
+        escribe_en(m.que, a_texto(de_b));
         otro.empieza();
         espera_al_otro(m);
         dice_a = da(de_a);
@@ -344,8 +344,8 @@ std::string corre_pareja(campo& c, juntos como, std::uint64_t semilla) {
         return "";
     }
     reglas nada = r;
-    return "seed " + std::to_string(semilla) + ": no order explains\n  one:" + contado(de_a, dice_a) +
-           "\n  the other:" + contado(de_b, dice_b) + "\n  told:" + de_mas +
+    return "seed " + std::to_string(semilla) + ": no order explains\n  one:" + pasos_contados(de_a, dice_a) +
+           "\n  the other:" + pasos_contados(de_b, dice_b) + "\n  told:" + de_mas +
            "\n  against the beginning: " + c.diferencia(nada);
 }
 

@@ -1,8 +1,10 @@
 // Deleting contents and trees: strictly, stopping, in passes; links, depth, other processes, faults.
 #include "apoyo/borrados_vistos.hpp"
 #include "apoyo/directorio.hpp"
+#include "apoyo/enlace.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/hijo.hpp"
+#include "apoyo/niveles.hpp"
 #include "apoyo/otro_proceso.hpp"
 #include "apoyo/volumen_falso.hpp"
 #include "cdir.h"
@@ -88,52 +90,6 @@ void siembra_arbol(const directorio_temporal& d) {
     d.fichero("t\\sub\\hondo\\oculto.txt", "x", FILE_ATTRIBUTE_HIDDEN);
     d.directorio("t\\vacio");
     d.fichero("fuera.txt");
-}
-
-// A Unix link to a directory, as Wine shows one. Made by the Unix side, which Wine can start; answers whether the
-// link is there.
-bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const char* a_que) {
-    using a_unix = char*(CDECL*)(const WCHAR*);
-    const auto traduce = reinterpret_cast<a_unix>(reinterpret_cast<void*>(
-        ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
-    if (traduce == nullptr) {
-        return false;
-    }
-    const std::string base = traduce(d.ruta_w().c_str());
-    texto_w linea = w("/bin/ln -s \"" + base + "/" + a_que + "\" \"" + base + "/" + donde + "\"");
-    STARTUPINFOW arranque = {};
-    arranque.cb = sizeof arranque;
-    PROCESS_INFORMATION proceso = {};
-    if (!::CreateProcessW(L"\\\\?\\unix\\bin\\ln", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                          &arranque, &proceso)) {
-        ADD_FAILURE() << "no ln: error " << ::GetLastError();
-        return false;
-    }
-    ::WaitForSingleObject(proceso.hProcess, 10'000);
-    ::CloseHandle(proceso.hThread);
-    ::CloseHandle(proceso.hProcess);
-    for (int i = 0; i < 1500 && !d.existe(donde); ++i) {
-        ::Sleep(20);  // a Unix process has no handle to wait for
-    }
-    return d.existe(donde);
-}
-
-void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
-    using a_unix = char*(CDECL*)(const WCHAR*);
-    const auto traduce = reinterpret_cast<a_unix>(reinterpret_cast<void*>(
-        ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
-    texto_w linea = w(std::string("/bin/rm -f \"") + traduce(d.ruta_w().c_str()) + "/" + donde + "\"");
-    STARTUPINFOW arranque = {};
-    arranque.cb = sizeof arranque;
-    PROCESS_INFORMATION proceso = {};
-    ASSERT_TRUE(::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                 nullptr, &arranque, &proceso))
-        << "no rm: error " << ::GetLastError();
-    ::CloseHandle(proceso.hThread);
-    ::CloseHandle(proceso.hProcess);
-    for (int i = 0; i < 1500 && d.existe(donde); ++i) {
-        ::Sleep(20);
-    }
 }
 
 }  // namespace
@@ -356,8 +312,9 @@ TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
         const directorio_temporal d;
         d.fichero("valioso\\no tocar.txt");
         d.fichero("t\\f.txt");
-        if (!crea_enlace_unix(d, "t/enlace", "valioso")) {
-            GTEST_SKIP() << "no Unix side here to make a link with";
+        const enlace suyo(d.ruta("t"), "enlace", "../valioso");
+        if (!suyo.hecho()) {
+            GTEST_SKIP() << "no link can be made here";
         }
         ASSERT_EQ(d.atributos("t\\enlace") & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY),
                   DWORD{FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY});
@@ -365,14 +322,14 @@ TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
         f.borra(d.ruta("t"));
         EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre;
         EXPECT_FALSE(d.existe("t\\f.txt")) << f.nombre;
-        EXPECT_EQ(d.existe("t\\enlace"), !(se_van && f.recursiva)) << f.nombre;
+        EXPECT_EQ(suyo.hecho(), !(se_van && f.recursiva)) << f.nombre;
         // As the root itself it is not entered either, however it is written.
         for (const char* raiz : {"t\\enlace\\", "t\\enlace/", "t\\enlace\\\\", "t\\enlace\\.", "t\\enlace"}) {
             d.directorio("t");
-            ASSERT_TRUE(d.existe("t\\enlace") || crea_enlace_unix(d, "t/enlace", "valioso"));
+            ASSERT_TRUE(suyo.hazlo());
             f.borra(d.ruta(raiz));
             EXPECT_TRUE(d.existe("valioso\\no tocar.txt")) << f.nombre << " " << raiz;
-            EXPECT_EQ(d.existe("t\\enlace"), !(se_van && f.quita_raiz)) << f.nombre << " " << raiz;
+            EXPECT_EQ(suyo.hecho(), !(se_van && f.quita_raiz)) << f.nombre << " " << raiz;
         }
         toma_preguntas();
         toma_esperas();
@@ -380,7 +337,6 @@ TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
         const lista expresiones = toma_expresiones();
         const unsigned sin_mirar = !f.recursiva ? 5 : se_van ? 0 : 6;
         EXPECT_EQ(expresiones, lista(f.debe_bastar ? sin_mirar : 0, no_bastaron)) << f.nombre;
-        borra_enlace_unix(d, "t/enlace");
     }
 }
 
@@ -593,13 +549,9 @@ DWORD WINAPI borra_en_hilo(void* dato) {
 
 TEST(borrado_arbol, quinientos_niveles_no_gastan_pila) {
     const directorio_temporal d;
-    std::string hondo = "t";
-    for (int i = 0; i < 500; ++i) {
-        hondo += "\\n" + std::to_string(1000 + i);
-    }
-    ASSERT_GT(hondo.size(), 3'000u);  // the Unix side of Wine ends at 4,096 bytes
-    d.fichero(hondo + "\\f.txt");
-    const texto_w ruta = d.ruta_w("t");
+    const texto_w ruta = w(d.directorio("t"));
+    // Of more than 3,000 units in all; the Unix side of Wine ends at 4,096 bytes.
+    ASSERT_TRUE(crea_niveles(ruta.c_str(), 500, L"nivel", L"f.txt"));
     borrado_en_hilo encargo = {ruta.c_str(), 9};
     constexpr SIZE_T pila_bytes = 128 * 1024;
     const HANDLE hilo = ::CreateThread(nullptr, pila_bytes, borra_en_hilo, &encargo,

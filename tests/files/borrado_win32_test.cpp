@@ -410,10 +410,7 @@ TEST(borrado, un_directorio_que_se_vacia_a_tiempo_se_borra) {
 }
 
 TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
-    const lado_unix u;
-    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
-        GTEST_SKIP() << "links are not followed here";
-    }
+    LADO_UNIX_QUE_SIGUE_ENLACES(u);
     buclrein_establece_politica(2, 10);
     u.corre(
         "mkdir fuera s 'p ' q..; echo 1 >fuera/v; echo 2 >fuera/p; chmod 444 fuera/p; ln -s fuera/v l; ln -s "
@@ -477,10 +474,7 @@ TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
 }
 
 TEST(borrado, un_enlace_a_un_directorio_se_va_el_mismo_o_se_queda) {
-    const lado_unix u;
-    if (!u.hay()) {
-        GTEST_SKIP() << "no Unix side here to make links with";
-    }
+    LADO_UNIX(u);
     const bool se_va = !interno::sistema.sigue_enlaces();
     buclrein_establece_politica(0, 0);
     const char* const enlaces =

@@ -291,10 +291,7 @@ TEST(cambia_extension, los_nombres_de_dispositivos_son_nombres) {
 }
 
 TEST(cambia_extension, un_enlace_que_el_sistema_seguiria_se_queda_con_todo) {
-    const lado_unix u;
-    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
-        GTEST_SKIP() << "links are not followed here";
-    }
+    LADO_UNIX_QUE_SIGUE_ENLACES(u);
     buclrein_establece_politica(1, 0);
     struct fila {
         const char* que;

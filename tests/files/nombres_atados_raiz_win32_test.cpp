@@ -98,10 +98,7 @@ TEST(nombres_atados, un_directorio_de_la_unidad_no_es_una_unidad) {
 TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
     buclrein_establece_politica(0, 0);
     const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
-    const lado_unix u;
-    if (!u.hay()) {
-        GTEST_SKIP() << "no Unix side here to make links with";
-    }
+    LADO_UNIX(u);
     const bool se_va = !interno::sistema.sigue_enlaces();
     const char* const enlaces =
         "[ -L l ] || ln -s lleno l; [ -L lv ] || ln -s vacio lv; [ -L lp ] || ln -s puntos lp;"
@@ -374,10 +371,7 @@ TEST(nombres_atados, la_base_de_la_subida_se_queda_como_se_escriba) {
 }
 
 TEST(nombres_atados, la_subida_no_quita_enlaces_ni_su_destino) {
-    const lado_unix u;
-    if (!u.hay()) {
-        GTEST_SKIP() << "no Unix side here to make links with";
-    }
+    LADO_UNIX(u);
     u.corre(
         "mkdir -p base/a vacio fuera/v; ln -s ../../vacio base/a/l; ln -s ../fuera base/f; ln -s base otra");
     const lista antes = u.censo_exacto(".");
@@ -409,10 +403,7 @@ TEST(nombres_atados, la_subida_no_quita_enlaces_ni_su_destino) {
 // Somebody puts another directory in the place of the one that is open, and back: what a link of the other one led to
 // keeps its attributes.
 TEST(nombres_atados, una_marca_no_cambia_detras_de_un_enlace_que_ya_no_esta) {
-    const lado_unix u;
-    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
-        GTEST_SKIP() << "links are not followed here";
-    }
+    LADO_UNIX_QUE_SIGUE_ENLACES(u);
     u.corre(
         "mkdir fuera t t/d otro; echo x >fuera/f; chmod 444 fuera/f; echo y >t/d/f\n"
         "ln -s \"$PWD/fuera/f\" otro/f; mv t/d aparte; mv otro t/d");

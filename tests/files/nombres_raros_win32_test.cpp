@@ -239,11 +239,6 @@ listado lista_el_arbol(const std::string& raiz, bool todos) {
 
 }  // namespace
 
-#define SIN_LADO_UNIX_NO(u)                                                       \
-    if (!(u).hay()) {                                                             \
-        GTEST_SKIP() << "no Unix side here that would make such names and links"; \
-    }
-
 TEST(nombres_raros, los_arboles_se_borran_enteros_y_nada_de_fuera) {
     buclrein_establece_politica(0, 0);
     const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
@@ -253,8 +248,7 @@ TEST(nombres_raros, los_arboles_se_borran_enteros_y_nada_de_fuera) {
             continue;
         }
         SCOPED_TRACE(caso.nombre);
-        const lado_unix u;
-        SIN_LADO_UNIX_NO(u);
+        LADO_UNIX(u);
         std::string guion = fuera;
         for (std::size_t i = 0; i < std::size(formas_de_borrar); ++i) {
             guion += "mkdir t" + std::to_string(i) + "; cd t" + std::to_string(i) + "\n" + caso.guion +
@@ -321,8 +315,7 @@ TEST(nombres_raros, una_pasada_nombra_lo_que_queda) {
             continue;
         }
         SCOPED_TRACE(caso.nombre);
-        const lado_unix u;
-        SIN_LADO_UNIX_NO(u);
+        LADO_UNIX(u);
         u.corre(fuera + std::string("mkdir t; cd t\n") + caso.guion);
         const bool enlaces_se_van = !interno::sistema.sigue_enlaces();
         lista esperada;
@@ -339,8 +332,7 @@ TEST(nombres_raros, una_pasada_nombra_lo_que_queda) {
 TEST(nombres_raros, los_listados_los_cuentan_bien) {
     for (const nombre_raro& caso : nombres_raros_de_ficheros) {
         SCOPED_TRACE(caso.nombre);
-        const lado_unix u;
-        SIN_LADO_UNIX_NO(u);
+        LADO_UNIX(u);
         u.corre(fuera + std::string("mkdir t; cd t\n") + caso.guion);
         lista esperada = caso.se_lista;
         unsigned long directorios = 1;
@@ -421,8 +413,7 @@ std::string en_ocho_bits(const std::string& nombre) {
 TEST(nombres_raros, las_listas_de_un_directorio_los_cuentan_en_los_dos_sabores) {
     for (const nombre_raro& caso : nombres_raros_de_ficheros) {
         SCOPED_TRACE(caso.nombre);
-        const lado_unix u;
-        SIN_LADO_UNIX_NO(u);
+        LADO_UNIX(u);
         u.corre(fuera + std::string("mkdir t; cd t\n") + caso.guion);
         const lista esperada = ficheros_de(u.d, "t");
         if (!caso.propia_lista) {
@@ -501,8 +492,7 @@ void borra_niveles(const lado_unix& u, const forma_de_borrar& f) {
 }  // namespace
 
 TEST(nombres_raros, doscientos_niveles) {
-    const lado_unix u;
-    SIN_LADO_UNIX_NO(u);
+    LADO_UNIX(u);
     constexpr unsigned niveles = 200;
     siembra_niveles(u, niveles);
     lista_niveles(u, niveles);
@@ -526,8 +516,7 @@ TEST(nombres_raros, debajo_de_un_directorio_que_acaba_en_blanco_o_punto) {
     for (const char* donde : {"p ", "p.", "p..", " ", "p .", "a. \\p.."}) {
         std::string unix_donde = donde;
         std::replace(unix_donde.begin(), unix_donde.end(), '\\', '/');
-        const lado_unix u;
-        SIN_LADO_UNIX_NO(u);
+        LADO_UNIX(u);
         // The sibling is what the system would make of the name elsewhere.
         u.corre("mkdir -p p/t/s a/b/t a/p/t; : >p/t/f; : >p/t/s/g; : >a/b/t/f; : >a/p/t/f; mkdir -p '" +
                 unix_donde + "'");
@@ -584,8 +573,7 @@ TEST(nombres_raros, mil_niveles) {
     if (!a_fondo()) {
         GTEST_SKIP() << "a minute long: tools/largo stress";
     }
-    const lado_unix u;
-    SIN_LADO_UNIX_NO(u);
+    LADO_UNIX(u);
     siembra_niveles(u, 1'000);
     lista_niveles(u, 1'000);
     borra_niveles(u, formas_de_borrar[6]);
@@ -598,8 +586,7 @@ TEST(nombres_raros, mil_niveles) {
 TEST(nombres_raros, mas_hondo_de_lo_que_alcanza_el_sistema) {
     buclrein_establece_politica(0, 0);
     const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
-    const lado_unix u;
-    SIN_LADO_UNIX_NO(u);
+    LADO_UNIX(u);
     // PATH_MAX, less one level and what another way to the tree may make of it.
     constexpr int bytes_a_los_que_llega_siempre = 4'096 - 300;
     EXPECT_EQ(u.corre(fuera + std::string("mkdir t; cd -P t; i=0; n=") + repite("n", 200) +
@@ -691,8 +678,7 @@ TEST(nombres_raros, por_filtro_se_borra_la_entrada_que_se_encontro) {
     for (const fila_filtro& caso : filtros) {
         for (const bool ancha : {true, false}) {
             SCOPED_TRACE(std::string(caso.nombre) + (ancha ? ", wide" : ", 8-bit"));
-            const lado_unix u;
-            SIN_LADO_UNIX_NO(u);
+            LADO_UNIX(u);
             EXPECT_EQ(u.corre(fuera + std::string("mkdir t; : >valioso; cd t\n") + caso.guion), "");
             const lista fuera_antes = u.censo_exacto("fuera");
             const std::string filtro = u.d.ruta("t\\" + std::string(caso.filtro));

@@ -256,10 +256,7 @@ TEST(renombra_protege, mover_es_una_llamada_sin_indicadores) {
 }
 
 TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_se_queda_donde_esta) {
-    const lado_unix u;
-    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
-        GTEST_SKIP() << "links are not followed here";
-    }
+    LADO_UNIX_QUE_SIGUE_ENLACES(u);
     buclrein_establece_politica(0, 0);
     u.corre(
         "mkdir fuera s; echo 1 >fuera/v; ln -s fuera/v l; ln -s fuera ld; ln -s ../fuera/v s/v; ln -s s por");
@@ -328,10 +325,7 @@ TEST(renombra_protege, proteger_y_desproteger_cambian_un_solo_atributo) {
 }
 
 TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_no_marca_lo_que_hay_detras) {
-    const lado_unix u;
-    if (!u.hay() || !interno::sistema.sigue_enlaces()) {
-        GTEST_SKIP() << "links are not followed here";
-    }
+    LADO_UNIX_QUE_SIGUE_ENLACES(u);
     buclrein_establece_politica(2, 10);
     u.corre(
         "mkdir fuera s 'p '; echo 1 >fuera/v; echo 2 >fuera/p; chmod 644 fuera/v; chmod 444 fuera/p;"

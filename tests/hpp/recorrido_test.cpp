@@ -3,6 +3,7 @@
 #include <set>
 #include <stdexcept>
 
+#include "apoyo/enlace.hpp"
 #include "hpp/apoyo.hpp"
 
 namespace {
@@ -12,56 +13,6 @@ using lumodir::lectura;
 using lumodir::opciones_recorrido;
 using lumodir::recorre;
 using textos = std::vector<std::wstring>;
-
-// A link to a directory, made and removed as Windows does or, under Wine, which does neither, by the programs of the
-// system underneath.
-class enlace {
-public:
-    enlace(hpp::fs::path directorio, std::wstring nombre, const std::wstring& destino)
-        : directorio_(std::move(directorio)), nombre_(std::move(nombre)) {
-        const std::wstring ruta = (directorio_ / nombre_).wstring();
-        ::CreateSymbolicLinkW(ruta.c_str(), destino.c_str(), SYMBOLIC_LINK_FLAG_DIRECTORY | 2);
-        if (!hecho()) {
-            corre_debajo(L"ln", L"-s \"" + destino + L"\" \"" + nombre_ + L"\"", true);
-        }
-    }
-    ~enlace() {
-        if (hecho() && !::RemoveDirectoryW((directorio_ / nombre_).c_str())) {
-            corre_debajo(L"rm", L"\"" + nombre_ + L"\"", false);
-        }
-        EXPECT_FALSE(hecho()) << "the link stays";
-    }
-    enlace(const enlace&) = delete;
-    enlace& operator=(const enlace&) = delete;
-    bool hecho() const {
-        return ::GetFileAttributesW((directorio_ / nombre_).c_str()) != INVALID_FILE_ATTRIBUTES;
-    }
-
-private:
-    // Such a program cannot be waited for: what it does is.
-    void corre_debajo(const std::wstring& programa, const std::wstring& argumentos, bool habra_enlace) const {
-        std::wstring orden = programa + L" " + argumentos;
-        STARTUPINFOW comienzo = {};
-        comienzo.cb = sizeof comienzo;
-        PROCESS_INFORMATION proceso = {};
-        if (!::CreateProcessW((L"Z:\\bin\\" + programa).c_str(), orden.data(), nullptr, nullptr, FALSE, 0,
-                              nullptr, directorio_.c_str(), &comienzo, &proceso)) {
-            const DWORD codigo = ::GetLastError();
-            // Where there is no Unix side there are no such programs.
-            EXPECT_TRUE(codigo == ERROR_PATH_NOT_FOUND || codigo == ERROR_FILE_NOT_FOUND)
-                << "error " << codigo;
-            return;
-        }
-        ::CloseHandle(proceso.hProcess);
-        ::CloseHandle(proceso.hThread);
-        for (int i = 0; i < 250 && hecho() != habra_enlace; ++i) {
-            ::Sleep(20);
-        }
-    }
-
-    hpp::fs::path directorio_;
-    std::wstring nombre_;
-};
 
 class recorrido : public hpp::prueba_de_disco {
 protected:
@@ -235,7 +186,7 @@ TEST_F(recorrido, entra_donde_el_sistema_cambiaria_el_nombre) {
 }
 
 TEST_F(recorrido, no_entra_en_enlaces) {
-    const enlace arriba(base / L"sub", L"arriba", L"..");
+    const apoyo::enlace arriba((base / L"sub").u8string(), "arriba", "..");
     if (!arriba.hecho()) {
         GTEST_SKIP() << "no link can be made here";
     }

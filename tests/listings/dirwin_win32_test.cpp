@@ -53,7 +53,7 @@ nombres ordenados(nombres n) {
 
 // All entries of a pattern, in their order, through the exported functions of a flavour.
 template <class C>
-nombres recorre(const std::basic_string<C, interno::rasgos<C>>& patron) {
+nombres recorre_por_fuera(const std::basic_string<C, interno::rasgos<C>>& patron) {
     const auto vivos = lumospy_bloques_vivos();
     auto* d = crea(patron);
     EXPECT_NE(d, nullptr);
@@ -85,8 +85,8 @@ nombres recorre_por_dentro(const std::basic_string<C, interno::rasgos<C>>& patro
 
 // Names that a pattern gives in both flavours, and inside the library.
 nombres entradas(const texto_w& patron) {
-    const nombres anchas = recorre<wchar_t>(patron);
-    EXPECT_EQ(recorre<char>(cp1252(u8(interno::vista_w(patron)))), anchas) << "the flavours differ";
+    const nombres anchas = recorre_por_fuera<wchar_t>(patron);
+    EXPECT_EQ(recorre_por_fuera<char>(cp1252(u8(interno::vista_w(patron)))), anchas) << "the flavours differ";
     EXPECT_EQ(recorre_por_dentro<wchar_t>(patron, interno::detalle::todo), anchas);
     EXPECT_EQ(recorre_por_dentro<wchar_t>(patron, interno::detalle::sin_nombre_corto), anchas);
     EXPECT_EQ(recorre_por_dentro<char>(cp1252(u8(interno::vista_w(patron))), interno::detalle::todo), anchas);
@@ -168,10 +168,10 @@ TEST(dirwin, solo_el_filtro_ancho_distingue_mayusculas) {
     const en_pagina p(1252);
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{"."}, {".."}, {"abc.txt"}, {"ABC.TXT"}, {"A\xC3\x91O.TXT"}, {"x"}};
-    EXPECT_EQ(recorre<char>("C:\\d\\A*.TXT"), (nombres{"abc.txt", "ABC.TXT", "A\xC3\x91O.TXT"}));
-    EXPECT_EQ(recorre<wchar_t>(L"C:\\d\\A*.TXT"), (nombres{"ABC.TXT", "A\xC3\x91O.TXT"}));
-    EXPECT_EQ(recorre<char>(cp1252("C:\\d\\a\xC3\xB1*")), (nombres{"A\xC3\x91O.TXT"}));
-    EXPECT_EQ(recorre<wchar_t>(w("C:\\d\\a\xC3\xB1*")), nombres{});
+    EXPECT_EQ(recorre_por_fuera<char>("C:\\d\\A*.TXT"), (nombres{"abc.txt", "ABC.TXT", "A\xC3\x91O.TXT"}));
+    EXPECT_EQ(recorre_por_fuera<wchar_t>(L"C:\\d\\A*.TXT"), (nombres{"ABC.TXT", "A\xC3\x91O.TXT"}));
+    EXPECT_EQ(recorre_por_fuera<char>(cp1252("C:\\d\\a\xC3\xB1*")), (nombres{"A\xC3\x91O.TXT"}));
+    EXPECT_EQ(recorre_por_fuera<wchar_t>(w("C:\\d\\a\xC3\xB1*")), nombres{});
     // The search for the pattern comes first, then the one for the whole directory.
     EXPECT_EQ(falsa.abiertos[0], "C:\\d\\A*.TXT");
     EXPECT_EQ(falsa.abiertos[1], "C:\\d\\*");
@@ -182,9 +182,9 @@ TEST(dirwin, cualquier_codigo_al_abrir_lleva_al_filtro_propio) {
         busqueda_falsa falsa;
         falsa.patrones["C:\\d\\*"] = {{"."}, {"a<b"}, {"\xED\xA0\xBD"}};
         falsa.codigo_al_abrir["C:\\d\\a<b"] = codigo;
-        EXPECT_EQ(recorre<wchar_t>(L"C:\\d\\a<b"), nombres{"a<b"}) << codigo;
-        EXPECT_EQ(recorre<char>("C:\\d\\a<b"), nombres{"a<b"}) << codigo;
-        EXPECT_EQ(recorre<wchar_t>(L"C:\\d\\?"), nombres{"\xED\xA0\xBD"}) << "a lone surrogate";
+        EXPECT_EQ(recorre_por_fuera<wchar_t>(L"C:\\d\\a<b"), nombres{"a<b"}) << codigo;
+        EXPECT_EQ(recorre_por_fuera<char>("C:\\d\\a<b"), nombres{"a<b"}) << codigo;
+        EXPECT_EQ(recorre_por_fuera<wchar_t>(L"C:\\d\\?"), nombres{"\xED\xA0\xBD"}) << "a lone surrogate";
     }
 }
 
@@ -195,8 +195,8 @@ TEST(dirwin, lo_que_esta_fuera_de_alcance_no_se_busca_dos_veces) {
             busqueda_falsa falsa;
             falsa.patrones["C:\\d\\*"] = {{"abc.txt"}, {".x"}};
             falsa.codigo_al_abrir[patron] = codigo;
-            EXPECT_EQ(recorre<wchar_t>(w(patron)), nombres{}) << codigo;
-            EXPECT_EQ(recorre<char>(patron), nombres{}) << codigo;
+            EXPECT_EQ(recorre_por_fuera<wchar_t>(w(patron)), nombres{}) << codigo;
+            EXPECT_EQ(recorre_por_fuera<char>(patron), nombres{}) << codigo;
             EXPECT_EQ(falsa.abiertos, nombres(2, patron)) << codigo;
             // What is said about the pattern is said all the same.
             const nombres informes(std::string_view(patron).ends_with('\\') ? 2 : 0, "i+1 < len");
@@ -236,10 +236,10 @@ TEST(dirwin, las_dos_busquedas_miran_en_el_mismo_directorio) {
           unidad + "sub\\leeme", sin_unidad + "\\leeme", unidad + ".\\leeme"}) {
         {
             const en_directorio ahi(d.ruta_w("uno"));
-            EXPECT_EQ(recorre<wchar_t>(w(patron)), nombres{"leeme.txt"}) << patron;
+            EXPECT_EQ(recorre_por_fuera<wchar_t>(w(patron)), nombres{"leeme.txt"}) << patron;
         }
         const en_directorio ahi(d.ruta_w("uno"));
-        EXPECT_EQ(recorre<char>(patron), nombres{"leeme.txt"}) << patron;
+        EXPECT_EQ(recorre_por_fuera<char>(patron), nombres{"leeme.txt"}) << patron;
     }
 }
 
@@ -248,7 +248,7 @@ TEST(dirwin, un_patron_relativo_cuesta_una_sola_pregunta_mas) {
     d.fichero("sub\\leeme.txt");
     const en_directorio ahi(d.ruta_w());
     apoyo::fallos f;
-    EXPECT_EQ(recorre<wchar_t>(L"sub\\leeme"), nombres{"leeme.txt"});
+    EXPECT_EQ(recorre_por_fuera<wchar_t>(L"sub\\leeme"), nombres{"leeme.txt"});
     EXPECT_EQ(f.cuenta("GetFullPathNameW"), 1u);
     EXPECT_EQ(f.rutas("FindFirstFileExW"), (nombres{d.ruta("sub\\leeme"), d.ruta("sub\\*")}));
 }
@@ -259,9 +259,9 @@ TEST(dirwin, un_componente_que_la_forma_completa_pierde_no_cambia_de_directorio)
     const en_directorio ahi(d.ruta_w());
     busqueda_falsa falsa;
     falsa.patrones[d.ruta("sub\\*")] = {{"con.x"}, {".."}, {"a "}};
-    EXPECT_EQ(recorre<wchar_t>(L"sub\\con"), nombres{"con.x"});
-    EXPECT_EQ(recorre<wchar_t>(L"sub\\.."), nombres{".."});
-    EXPECT_EQ(recorre<wchar_t>(L"sub\\a "), nombres{"a "});
+    EXPECT_EQ(recorre_por_fuera<wchar_t>(L"sub\\con"), nombres{"con.x"});
+    EXPECT_EQ(recorre_por_fuera<wchar_t>(L"sub\\.."), nombres{".."});
+    EXPECT_EQ(recorre_por_fuera<wchar_t>(L"sub\\a "), nombres{"a "});
     for (std::size_t i = 1; i < falsa.abiertos.size(); i += 2) {
         EXPECT_EQ(falsa.abiertos[i], d.ruta("sub\\*"));
     }
@@ -276,9 +276,9 @@ TEST(dirwin, un_nombre_de_ocho_bits_nunca_es_el_de_otro_fichero) {
     }
     d.fichero("a.txt");
     // What the code page lacks becomes its default character.
-    EXPECT_EQ(ordenados(recorre<char>(d.ruta_a("*"))),
+    EXPECT_EQ(ordenados(recorre_por_fuera<char>(d.ruta_a("*"))),
               (nombres{".", "..", "?", "?.txt", "?.txt", "a.txt", "a?"}));
-    EXPECT_EQ(recorre<char>(d.ruta_a("a.txt")), nombres{"a.txt"});
+    EXPECT_EQ(recorre_por_fuera<char>(d.ruta_a("a.txt")), nombres{"a.txt"});
 }
 
 TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sale) {
@@ -344,11 +344,11 @@ TEST(dirwin, un_patron_sin_separador_que_falla_se_informa) {
     };
     for (const fila& f : filas) {
         busqueda_falsa falsa;
-        EXPECT_EQ(recorre<wchar_t>(w(f.patron)), nombres{}) << f.patron;
+        EXPECT_EQ(recorre_por_fuera<wchar_t>(w(f.patron)), nombres{}) << f.patron;
         EXPECT_EQ(falsa.abiertos, f.abiertos) << f.patron;
         EXPECT_EQ(toma_expresiones(), f.informes) << f.patron;
         falsa.abiertos.clear();
-        EXPECT_EQ(recorre<char>(f.patron), nombres{}) << f.patron;
+        EXPECT_EQ(recorre_por_fuera<char>(f.patron), nombres{}) << f.patron;
         EXPECT_EQ(falsa.abiertos, f.abiertos) << f.patron;
         EXPECT_EQ(toma_expresiones(), f.informes) << f.patron;
     }
@@ -359,9 +359,9 @@ TEST(dirwin, un_patron_acabado_en_separador_tiene_el_filtro_vacio) {
     d.fichero("a.txt");
     d.fichero(".perfil");
     // Empty base and extension not compared: only what begins with its one point.
-    EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w() + L"\\")), (nombres{".", ".perfil"}));
+    EXPECT_EQ(ordenados(recorre_por_fuera<wchar_t>(d.ruta_w() + L"\\")), (nombres{".", ".perfil"}));
     ESPERA_INFORMES("i+1 < len");
-    EXPECT_EQ(ordenados(recorre<char>(d.ruta_a() + "\\")), (nombres{".", ".perfil"}));
+    EXPECT_EQ(ordenados(recorre_por_fuera<char>(d.ruta_a() + "\\")), (nombres{".", ".perfil"}));
     ESPERA_INFORMES("i+1 < len");
 }
 
@@ -637,10 +637,10 @@ TEST(dirwin, rutas_mas_largas_que_el_limite_clasico) {
     d.fichero(relativa + "\\hondo.txt");
     const texto_w patron = d.ruta_w(relativa + "\\*");
     EXPECT_GT(patron.size(), 3300u);
-    EXPECT_EQ(ordenados(recorre<wchar_t>(patron)), (nombres{".", "..", "hondo.txt"}));
-    EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w(relativa + "\\*.txt"))), nombres{"hondo.txt"});
-    EXPECT_EQ(ordenados(recorre<wchar_t>(d.ruta_w(relativa + "\\*.png"))), nombres{});
-    EXPECT_EQ(ordenados(recorre<char>(cp1252(u8(interno::vista_w(patron))))),
+    EXPECT_EQ(ordenados(recorre_por_fuera<wchar_t>(patron)), (nombres{".", "..", "hondo.txt"}));
+    EXPECT_EQ(ordenados(recorre_por_fuera<wchar_t>(d.ruta_w(relativa + "\\*.txt"))), nombres{"hondo.txt"});
+    EXPECT_EQ(ordenados(recorre_por_fuera<wchar_t>(d.ruta_w(relativa + "\\*.png"))), nombres{});
+    EXPECT_EQ(ordenados(recorre_por_fuera<char>(cp1252(u8(interno::vista_w(patron))))),
               (nombres{".", "..", "hondo.txt"}));
 }
 
@@ -649,6 +649,6 @@ TEST(dirwin, los_listados_internos_no_piden_nombres_cortos) {
     falsa.patrones["C:\\d\\*"] = {{"uno"}};
     recorre_por_dentro<wchar_t>(L"C:\\d\\*", interno::detalle::sin_nombre_corto);
     EXPECT_EQ(falsa.ultimo_nivel, FindExInfoBasic);
-    recorre<wchar_t>(L"C:\\d\\*");
+    recorre_por_fuera<wchar_t>(L"C:\\d\\*");
     EXPECT_EQ(falsa.ultimo_nivel, FindExInfoStandard) << "exported entries have their short names";
 }

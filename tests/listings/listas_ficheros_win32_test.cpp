@@ -45,7 +45,7 @@ void libera(ListaFicheros_u* lista) {
 }
 
 template <class L>
-contenido toma_lista(L& lista) {
+contenido toma_contenido(L& lista) {
     EXPECT_EQ(lista.num == 0, lista.lista == nullptr);
     contenido c{texto(lista.path), {}};
     for (unsigned long i = 0; i < lista.num; ++i) {
@@ -79,11 +79,11 @@ contenido en_los_dos(Corta corta, Ancha ancha) {
     wchar_t* lista_w[] = {basura_w};
     ListaFicheros_u l_w = {basura_w, 7, lista_w};
     ancha(&l_w);
-    const contenido c = toma_lista(l_w);
+    const contenido c = toma_contenido(l_w);
     const nombres informes = toma_expresiones();
     ListaFicheros l_a = {basura_a, 7, lista_a};
     corta(&l_a);
-    EXPECT_EQ(toma_lista(l_a), c) << "the flavours differ";
+    EXPECT_EQ(toma_contenido(l_a), c) << "the flavours differ";
     EXPECT_EQ(toma_expresiones(), informes) << "the flavours report differently";
     EXPECT_EQ(informes, nombres{});
     return c;
@@ -233,17 +233,17 @@ TEST(listas_ficheros, un_nombre_acabado_en_punto_se_informa) {
         ListaFicheros_u ancha;
         cdir_lista_de_ficheros_UNICODE(L"C:\\d", filtro, &ancha);
         ESPERA_INFORMES("widestr_longitud(extFich) > 1");
-        EXPECT_EQ(toma_lista(ancha).lista, *filtro == 0 ? nombres{"raro."} : nombres{});
+        EXPECT_EQ(toma_contenido(ancha).lista, *filtro == 0 ? nombres{"raro."} : nombres{});
     }
     ListaFicheros corta;
     cdir_lista_de_ficheros("C:\\d", "txt", &corta);
     ESPERA_INFORMES("widestr_longitud(extFich) > 1");
-    EXPECT_EQ(toma_lista(corta).lista, nombres{});
+    EXPECT_EQ(toma_contenido(corta).lista, nombres{});
     // Blanks after the point change nothing; a filter that accepts all does not look.
     falsa.patrones["C:\\d\\*"] = {{"raro.  "}};
     cdir_lista_de_ficheros("C:\\d", "", &corta);
     ESPERA_INFORMES("widestr_longitud(extFich) > 1");
-    EXPECT_EQ(toma_lista(corta).lista, nombres{"raro.  "});
+    EXPECT_EQ(toma_contenido(corta).lista, nombres{"raro.  "});
     EXPECT_EQ(ficheros("C:\\d", "*").lista, nombres{"raro.  "});
 }
 
@@ -265,10 +265,10 @@ TEST(listas_ficheros, sin_resultados_valen_las_reglas_sueltas_del_enumerador) {
     for (const fila& f : filas) {
         ListaFicheros corta;
         cdir_lista_de_ficherosFiltro("C:\\d", "png", f.patron, &corta);
-        EXPECT_EQ(toma_lista(corta).lista, f.corta) << f.patron;
+        EXPECT_EQ(toma_contenido(corta).lista, f.corta) << f.patron;
         ListaFicheros_u ancha;
         cdir_lista_de_ficherosFiltro_UNICODE(L"C:\\d", L"png", w(f.patron).c_str(), &ancha);
-        EXPECT_EQ(toma_lista(ancha).lista, f.ancha) << f.patron;
+        EXPECT_EQ(toma_contenido(ancha).lista, f.ancha) << f.patron;
     }
 }
 
@@ -407,7 +407,8 @@ TEST(listas_ficheros, con_la_unidad_aparte) {
         ListaFicheros_u lista;
         cdir_lista_de_ficherosFiltro_en_unidad(argumento_w(f.unidad).get(), w(f.directorio).c_str(), L"txt",
                                                L"a*", &lista);
-        EXPECT_EQ(toma_lista(lista), (contenido{f.path, {"a1.TXT", "a2.txt"}})) << f.unidad << f.directorio;
+        EXPECT_EQ(toma_contenido(lista), (contenido{f.path, {"a1.TXT", "a2.txt"}}))
+            << f.unidad << f.directorio;
     }
     directorio_temporal d;
     d.fichero("real.txt");
@@ -415,7 +416,7 @@ TEST(listas_ficheros, con_la_unidad_aparte) {
     const texto_w completa = d.ruta_w();
     cdir_lista_de_ficherosFiltro_en_unidad(completa.substr(0, 2).c_str(), completa.substr(2).c_str(), L"*",
                                            L"*", &lista);
-    EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(), {"real.txt"}}));
+    EXPECT_EQ(toma_contenido(lista), (contenido{d.ruta(), {"real.txt"}}));
 }
 
 TEST(listas_ficheros, con_patron_completo_el_path_queda_nulo) {
@@ -471,11 +472,11 @@ TEST(listas_ficheros, nombres_en_cualquier_escritura) {
     }
     ListaFicheros_u lista;
     cdir_lista_de_ficheros_UNICODE(d.ruta_w().c_str(), L"TXT", &lista);
-    EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(), todos}));
+    EXPECT_EQ(toma_contenido(lista), (contenido{d.ruta(), todos}));
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{"\xED\xB8\x80.txt"}, {"\xED\xA0\xBD"}};  // lone surrogates
     cdir_lista_de_ficheros_UNICODE(L"C:\\d", L"*", &lista);
-    EXPECT_EQ(toma_lista(lista).lista, (nombres{"\xED\xA0\xBD", "\xED\xB8\x80.txt"}));
+    EXPECT_EQ(toma_contenido(lista).lista, (nombres{"\xED\xA0\xBD", "\xED\xB8\x80.txt"}));
 }
 
 TEST(listas_ficheros, rutas_y_nombres_hasta_su_limite) {
@@ -488,17 +489,17 @@ TEST(listas_ficheros, rutas_y_nombres_hasta_su_limite) {
     EXPECT_EQ(ficheros(d.ruta(), "TXT"), (contenido{d.ruta(), {nombre}})) << "255 units, in both flavours";
     ListaFicheros_u lista;
     cdir_lista_de_ficheros_UNICODE(d.ruta_w(hondo).c_str(), L"txt", &lista);
-    EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(hondo), {nombre}}));
+    EXPECT_EQ(toma_contenido(lista), (contenido{d.ruta(hondo), {nombre}}));
     cdir_lista_de_directorios_UNICODE(d.ruta_w(hondo).c_str(), L"*", &lista);
-    EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(hondo), {"sub"}}));
+    EXPECT_EQ(toma_contenido(lista), (contenido{d.ruta(hondo), {"sub"}}));
     EXPECT_EQ(lumodir_existenFicheros(d.ruta_a(hondo).c_str()), 1)
         << "the 8-bit question asks the wide search";
     EXPECT_EQ(lumodir_existenSubdirectorios(d.ruta_a(hondo).c_str()), 1);
     ListaFicheros corta;
     cdir_lista_de_ficheros(d.ruta_a(hondo).c_str(), "txt", &corta);
-    EXPECT_EQ(toma_lista(corta), (contenido{d.ruta(hondo), {nombre}}));
+    EXPECT_EQ(toma_contenido(corta), (contenido{d.ruta(hondo), {nombre}}));
     cdir_lista_de_directorios(d.ruta_a(hondo).c_str(), "*", &corta);
-    EXPECT_EQ(toma_lista(corta), (contenido{d.ruta(hondo), {"sub"}}));
+    EXPECT_EQ(toma_contenido(corta), (contenido{d.ruta(hondo), {"sub"}}));
 }
 
 TEST(listas_ficheros, una_lista_de_ocho_bits_no_confunde_ficheros_ni_corta_nombres) {
@@ -510,9 +511,9 @@ TEST(listas_ficheros, una_lista_de_ocho_bits_no_confunde_ficheros_ni_corta_nombr
     d.directorio("\uff44ir");
     ListaFicheros lista;
     cdir_lista_de_ficheros(d.ruta_a().c_str(), "txt", &lista);
-    EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(), {"?.txt", "?.txt", "a.txt"}}));
+    EXPECT_EQ(toma_contenido(lista), (contenido{d.ruta(), {"?.txt", "?.txt", "a.txt"}}));
     cdir_lista_de_directorios(d.ruta_a().c_str(), "*", &lista);
-    EXPECT_EQ(toma_lista(lista), (contenido{d.ruta(), {"?ir"}}));
+    EXPECT_EQ(toma_contenido(lista), (contenido{d.ruta(), {"?ir"}}));
     // Names of three bytes a character, far beyond what a record of the system's 8-bit search holds.
     std::string largo;
     for (int i = 0; i < 250; ++i) {
@@ -543,7 +544,7 @@ TEST(listas_ficheros, el_censo_cuenta_nombres_matriz_y_path) {
         ListaFicheros_u lista;
         cdir_lista_de_ficheros_UNICODE(L"C:\\d", L"*", &lista);
         EXPECT_EQ(lumospy_bloques_vivos() - vivos, num + 1 + (num > 0 ? 1 : 0));
-        EXPECT_EQ(toma_lista(lista).lista.size(), num);
+        EXPECT_EQ(toma_contenido(lista).lista.size(), num);
         EXPECT_EQ(lumospy_bloques_vivos(), vivos);
     }
 }
@@ -558,8 +559,8 @@ TEST(listas_ficheros, los_argumentos_nulos_se_informan_y_dan_listas_vacias) {
     ListaFicheros a = {};
     const auto espera = [&](const nombres& informes) {
         EXPECT_EQ(toma_expresiones(), informes);
-        EXPECT_EQ(toma_lista(u), (contenido{"(NULL)", {}}));
-        EXPECT_EQ(toma_lista(a), (contenido{"(NULL)", {}}));
+        EXPECT_EQ(toma_contenido(u), (contenido{"(NULL)", {}}));
+        EXPECT_EQ(toma_contenido(a), (contenido{"(NULL)", {}}));
         EXPECT_EQ(falsa.abiertos, nombres{});
     };
     cdir_lista_de_ficheros_UNICODE(nullptr, L"*", &u), espera(dir);
@@ -611,7 +612,7 @@ TEST(listas_ficheros, liberar_informa_de_registros_rotos) {
     // Empty but for its path.
     ListaFicheros solo_path;
     cdir_lista_de_ficheros("C:\\no\\existe", "*", &solo_path);
-    EXPECT_EQ(toma_lista(solo_path), (contenido{"C:\\no\\existe", {}}));
+    EXPECT_EQ(toma_contenido(solo_path), (contenido{"C:\\no\\existe", {}}));
 }
 
 TEST(listas_ficheros, si_hay_ficheros_y_si_hay_subdirectorios) {
@@ -719,7 +720,7 @@ TEST(listas_ficheros, un_error_a_mitad_deja_lo_que_habia_y_se_informa) {
     falsa.codigo_al_final = ERROR_NETNAME_DELETED;
     ListaFicheros_u lista;
     cdir_lista_de_ficheros_UNICODE(L"C:\\d", L"*", &lista);
-    EXPECT_EQ(toma_lista(lista).lista, (nombres{"a", "b"}));
+    EXPECT_EQ(toma_contenido(lista).lista, (nombres{"a", "b"}));
     const std::vector<informe> informes = toma_informes();
     ASSERT_EQ(informes.size(), 1u);
     EXPECT_EQ(informes[0].detalle, "GetLastError() = 64 [a]");

@@ -255,7 +255,7 @@ TEST(recorrido, muchos_niveles_de_verdad) {
     const std::size_t niveles = a_fondo() ? 1'000 : 200;  // Wine's cost grows with the cube of the depth
     const texto_w raiz = d.ruta_w("t");
     d.directorio("t");
-    ASSERT_TRUE(crea_niveles(raiz, niveles, L"n", L"f"));
+    ASSERT_TRUE(crea_niveles(raiz.c_str(), niveles, L"n", L"f"));
     {
         const raiz_de_recorrido raiz_de_arbol(raiz.c_str());
         recorrido arbol(raiz_de_arbol, por_nombre);

@@ -578,7 +578,7 @@ namespace {
 
 // Every function of one flavour against the model.
 template <class C>
-void compara_con_modelo(const std::string& ruta) {
+void compara_funciones(const std::string& ruta) {
     using T = modelos::texto<C>;
     constexpr bool ancha = sizeof(C) > 1;
     T texto;
@@ -620,12 +620,12 @@ void compara_con_modelo(const std::string& ruta) {
 TEST(componentes, cada_texto_corto_como_el_modelo) {
     const std::size_t longitud = modelos::longitud_exhaustiva - 1;
     modelos::para_cada_texto(modelos::alfabeto, longitud, [](const std::string& ruta) {
-        compara_con_modelo<wchar_t>(ruta);
-        compara_con_modelo<char>(ruta);
+        compara_funciones<wchar_t>(ruta);
+        compara_funciones<char>(ruta);
     });
     // Shares need more room than that.
     modelos::para_cada_texto("a.\\/", modelos::longitud_exhaustiva, [](const std::string& resto) {
-        compara_con_modelo<wchar_t>("\\\\s" + resto);
-        compara_con_modelo<char>("\\\\s" + resto);
+        compara_funciones<wchar_t>("\\\\s" + resto);
+        compara_funciones<char>("\\\\s" + resto);
     });
 }

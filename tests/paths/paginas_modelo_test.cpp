@@ -47,7 +47,7 @@ piezas_a piezas_en_bytes(const modelos::piezas<texto_c>& p) {
     return {en_bytes(p.unidad), en_bytes(p.directorio), en_bytes(p.nombre), en_bytes(p.extension)};
 }
 
-void compara_corte(const texto_a& path) {
+void compara_corte_en_bytes(const texto_a& path) {
     const texto_c limpio = modelos::recortado(en_caracteres(path));
     const modelos::juicio j = modelos::juzga(a_w(limpio));
     const modelos::corte<texto_c> c = modelos::corta_modelo(limpio, j.es_unc);
@@ -110,8 +110,8 @@ void compara_uniones(const texto_a& a, const texto_a& b) {
               en_bytes(modelos::construye(x, y, x)));
 }
 
-void compara_composicion(const texto_a& unidad, const texto_a& directorio, const texto_a& nombre,
-                         const texto_a& extension) {
+void compara_composicion_en_bytes(const texto_a& unidad, const texto_a& directorio, const texto_a& nombre,
+                                  const texto_a& extension) {
     std::vector<std::string> informes;
     const texto_a path = en_bytes(modelos::compone_modelo<texto_c>(
         {en_caracteres(unidad), en_caracteres(directorio), en_caracteres(nombre), en_caracteres(extension)},
@@ -136,7 +136,7 @@ void compara_registro(const texto_a& nombre) {
 }
 
 void compara_todo(const texto_a& texto) {
-    compara_corte(texto);
+    compara_corte_en_bytes(texto);
     compara_componentes(texto);
     compara_registro(texto);
     for (std::size_t i = 0; i <= texto.size(); ++i) {
@@ -161,7 +161,7 @@ TEST(paginas_modelo, todo_texto_corto) {
         // Shares need more room than that.
         modelos::para_cada_texto("a\\/\x83\xA5", modelos::longitud_exhaustiva - 2, [&](const texto_a& t) {
             SCOPED_TRACE(visto(pagina, "\\\\" + t));
-            compara_corte("\\\\" + t);
+            compara_corte_en_bytes("\\\\" + t);
             compara_componentes("\\\\s\x83" + t);
         });
     }
@@ -177,8 +177,8 @@ TEST(paginas_modelo, textos_al_azar) {
             compara_todo(t);
             const texto_a otros[] = {azar.texto(), azar.texto(), azar.texto()};
             SCOPED_TRACE(testing::PrintToString(otros));
-            compara_composicion(azar.numero(4) == 0 ? "\\\\s\\r" : t, otros[0], otros[1], otros[2]);
-            compara_composicion(t, otros[0], otros[1], "");
+            compara_composicion_en_bytes(azar.numero(4) == 0 ? "\\\\s\\r" : t, otros[0], otros[1], otros[2]);
+            compara_composicion_en_bytes(t, otros[0], otros[1], "");
         }
     }
 }

@@ -160,7 +160,7 @@ struct ruta_en_piezas {
 };
 
 // A path with every maximum from 0 to one beyond its length.
-void compara_con_modelo(const ruta_en_piezas& r) {
+void compara_abreviada(const ruta_en_piezas& r) {
     const std::string ruta = r.entera();
     const texto_w ancha = w(ruta);
     const modelos::piezas<texto_w> piezas = {w(r.unidad), w(r.directorio), w(r.nombre), w(r.ext)};
@@ -200,17 +200,17 @@ TEST(ruta_abreviada, cada_directorio_pequenyo_con_cada_maximo_como_el_modelo) {
     unsigned directorios = 0;
     con_cada_directorio(4, {1, 2, 3, 5, 8, 13}, {"\\"}, "", [&](const std::string& directorio) {
         ++directorios;
-        compara_con_modelo({"C:", directorio, "f", ".txt", ""});
+        compara_abreviada({"C:", directorio, "f", ".txt", ""});
     });
     con_cada_directorio(3, {1, 4, 9}, {"\\", "/", "\\\\", "/\\"}, "", [&](const std::string& directorio) {
         ++directorios;
-        compara_con_modelo({"C:", directorio, "nombre", ".x", ""});
-        compara_con_modelo({"C:", directorio, "f", "", "    "});
+        compara_abreviada({"C:", directorio, "nombre", ".x", ""});
+        compara_abreviada({"C:", directorio, "f", "", "    "});
     });
     con_cada_directorio(3, {1, 2, 7}, {"\\"}, "", [&](const std::string& directorio) {
         ++directorios;
-        compara_con_modelo({"\\\\srv\\share", directorio, "f", ".txt", ""});
-        compara_con_modelo({"", directorio.substr(directorio.size() > 1 ? 1 : 0), "f", ".txt", " "});
+        compara_abreviada({"\\\\srv\\share", directorio, "f", ".txt", ""});
+        compara_abreviada({"", directorio.substr(directorio.size() > 1 ? 1 : 0), "f", ".txt", " "});
     });
     EXPECT_GT(directorios, 3000u);
 }

@@ -58,4 +58,14 @@ std::string compone(entrada_compone<C> entrada, const char* unidad, const char* 
                                dada<C>(extension).c_str()));
 }
 
+// Expects these reports, each as "expression" or "expression [detail]".
+inline void espera_informes(const std::vector<std::string>& esperados) {
+    std::vector<std::string> vistos;
+    for (const apoyo::informe& i : apoyo::toma_informes()) {
+        EXPECT_EQ(i.etiqueta, "lumodir (LUMODIR.DLL)");
+        vistos.push_back(i.detalle == "(NULL)" ? i.expresion : i.expresion + " [" + i.detalle + "]");
+    }
+    EXPECT_EQ(vistos, esperados);
+}
+
 }  // namespace sabores

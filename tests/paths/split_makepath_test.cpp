@@ -17,16 +17,6 @@ using modelos::repite;
 
 namespace {
 
-// Expects these reports, each as "expression" or "expression [detail]".
-void espera_informes(const std::vector<std::string>& esperados) {
-    std::vector<std::string> vistos;
-    for (const informe& i : toma_informes()) {
-        EXPECT_EQ(i.etiqueta, "lumodir (LUMODIR.DLL)");
-        vistos.push_back(i.detalle == "(NULL)" ? i.expresion : i.expresion + " [" + i.detalle + "]");
-    }
-    EXPECT_EQ(vistos, esperados);
-}
-
 // ---- cutting
 
 struct fila_corte {

@@ -22,7 +22,7 @@ static_assert(sizeof(InfoTabla) == 10 && offsetof(InfoTabla, discos) == 2,
 namespace {
 
 // "A3 C5 Z8(\\srv\x)"
-std::string texto_de(const InfoTabla& tabla) {
+std::string texto_de_tabla(const InfoTabla& tabla) {
     std::string texto;
     for (unsigned i = 0; i < tabla.numDiscos; ++i) {
         const InfoDisco& d = tabla.discos[i];
@@ -38,7 +38,7 @@ std::string texto_de(const InfoTabla& tabla) {
 std::string tabla_de_la_maquina() {
     InfoTabla tabla = {77, reinterpret_cast<InfoDisco*>(0x77)};  // what it held is overwritten
     info_GetDriveInfoSystem(&tabla);
-    const std::string texto = texto_de(tabla);
+    const std::string texto = texto_de_tabla(tabla);
     EXPECT_EQ(tabla.discos == nullptr, tabla.numDiscos == 0);
     info_LiberaTabla(&tabla);
     EXPECT_EQ(tabla.numDiscos, 0);

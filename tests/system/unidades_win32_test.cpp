@@ -22,7 +22,7 @@ static_assert(sizeof(UnidadSistema) == 12 && offsetof(UnidadSistema, tipo) == 8,
 namespace {
 
 // "C:=5; Z: (\\srv\x)=8", read through the exports; the list is freed as a host frees it.
-std::string texto_de(ArrPunteroConTipo* lista, bool ancha) {
+std::string texto_de_unidades(ArrPunteroConTipo* lista, bool ancha) {
     std::string texto;
     for (unsigned long i = 0; i < arr_NumElemsPuntero(lista); ++i) {
         const auto* unidad = static_cast<const UnidadSistema*>(arr_GetPunteroConTipo(lista, i));
@@ -53,8 +53,8 @@ const std::map<char, unidad_fingida> una_de_cada_clase = {
 TEST(unidades, las_unidades_sin_nombre_de_volumen) {
     const char* const esperado = "A:=3; C:=5; D:=7; E:=6; N: (\\\\srv\\Pa\u00EDs)=8; O: (?)=8; R:=9";
     maquina_fingida maquina(una_de_cada_clase);
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), true), esperado);
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), false), esperado);
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistema(), true), esperado);
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistema(), false), esperado);
     for (const std::string& pregunta : maquina.preguntas) {
         EXPECT_EQ(pregunta.find("GetVolumeInformationW"), std::string::npos) << "no drive is opened";
     }
@@ -64,30 +64,30 @@ TEST(unidades, solo_las_fijas_y_las_extraibles_llevan_nombre_de_volumen) {
     const char* const esperado =
         "A:=3; C: (Sistema \u00F1)=5; D:=7; E: ()=6; N: (\\\\srv\\Pa\u00EDs)=8; O: (?)=8; R:=9";
     maquina_fingida maquina(una_de_cada_clase);
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistemaConNombre(), true), esperado);
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistemaConNombre(), false), esperado);
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistemaConNombre(), true), esperado);
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistemaConNombre(), false), esperado);
 }
 
 TEST(unidades, sin_medio_el_nombre_queda_vacio_y_se_informa) {
     maquina_fingida maquina({{'E', {.tipo = DRIVE_REMOVABLE}}});
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistemaConNombre(), true), "E: ()=6");
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistemaConNombre(), true), "E: ()=6");
     const std::vector<informe> informes = toma_informes();
     ASSERT_EQ(informes.size(), 1u);
     EXPECT_EQ(informes[0].expresion, "retorno != 0");
     EXPECT_EQ(informes[0].detalle, "E:\\");
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), true), "E:=6");
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistema(), true), "E:=6");
 }
 
 TEST(unidades, una_maquina_sin_unidades_da_una_lista_vacia) {
     maquina_fingida maquina({});
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), true), "");
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistemaConNombre(), true), "");
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistema(), true), "");
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistemaConNombre(), true), "");
 }
 
 TEST(unidades, lo_que_la_pagina_de_codigos_no_tiene_se_sustituye) {
     maquina_fingida maquina({{'N', {.tipo = DRIVE_REMOTE, .red = "\\\\srv\\\u6F22"}}});
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), true), "N: (\\\\srv\\\u6F22)=8");
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), false), "N: (\\\\srv\\?)=8");
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistema(), true), "N: (\\\\srv\\\u6F22)=8");
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistema(), false), "N: (\\\\srv\\?)=8");
 }
 
 TEST(unidades, etiqueta_segun_la_clase) {
@@ -154,9 +154,9 @@ TEST(unidades, las_de_esta_maquina_son_las_de_la_tabla) {
     }
     info_LiberaTabla(&tabla);
     const std::vector<std::string> antes = toma_expresiones();
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistema(), true), sin_nombre);
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistema(), true), sin_nombre);
     ESPERA_INFORMES();
-    EXPECT_EQ(texto_de(lumodir_UnidadesDelSistemaConNombre(), true), con_nombre);
+    EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistemaConNombre(), true), con_nombre);
     EXPECT_EQ(toma_expresiones(), antes);
     EXPECT_NE(sin_nombre.find("C:=5"), std::string::npos) << sin_nombre;
 }
