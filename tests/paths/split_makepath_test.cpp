@@ -292,10 +292,16 @@ TEST(split_makepath, todo_byte_en_la_variante_de_8_bits) {
         if (b == '\\' || b == '/' || b == '.' || b == ' ') {
             continue;  // these cut or join, as shown above
         }
-        // What begins a pair is tried as a pair; half of one joins with what follows (modelos/caracteres.hpp).
+        // What begins pairs of the code page is tried as one of them; half of one may join with what follows.
+        std::string x(1, static_cast<char>(b));
         bool iniciales[256] = {};
         interno::plataforma::bytes_iniciales(iniciales);
-        const std::string x = texto_a(1, static_cast<char>(b)) + (iniciales[b] ? "\xA1" : "");
+        for (int otro = 0xFF; iniciales[b] && otro > 0x7F; --otro) {
+            if (interno::plataforma::es_caracter_doble(x[0], static_cast<char>(otro))) {
+                x += static_cast<char>(otro);
+                break;
+            }
+        }
         const std::string path = "C:\\d" + x + "\\f" + x + ".t" + x;
         char* piezas[4];
         cdir_splitpath_con_comprobacion(path.c_str(), &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
