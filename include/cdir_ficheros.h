@@ -7,7 +7,7 @@
  *
  * "Retried" means the retry loop: silent attempts with a short wait, and then, if the function reports, a
  * question to the user with the message and the system's text for the error (buclrein_establece_receptor());
- * in service mode one attempt and no message. What the user decides cannot be promised, so look at the answer
+ * in service mode there is one attempt and no message. Nobody knows what the user decides, so look at the answer
  * where there is one.
  *
  * A path that is not full (relative, `X:name`, `\name`) is made full once, where a function begins: a question, a
@@ -25,7 +25,7 @@ LUMODIR_EXTERN_C_INICIO
 /* ---- Existence ----
  *
  * What is there but cannot be asked (held without sharing, no right to look at it) exists: its directory says so. What
- * cannot be reached at all (an empty drive, a share that is away) gets the answer 0, as what is missing does.
+ * cannot be reached at all (an empty drive, a share that is away) is answered with 0, like what is missing.
  */
 
 /**
@@ -39,7 +39,7 @@ LUMODIR_API unsigned short cdir_existe_fichero_UNICODE(const wchar_t *nombre);
 LUMODIR_API unsigned short cdir_existe_fichero(const char *nombre);
 
 /**
- * The same test as cdir_existe_fichero_UNICODE(): true for a plain file as well.
+ * The same test as cdir_existe_fichero_UNICODE(): the answer is 1 for a plain file as well.
  *
  * @param nombre_directorio  Path (UTF-16). NULL is reported as "(nombre_directorio) != NULL".
  * @return 1 when it exists, else 0.
@@ -219,8 +219,11 @@ LUMODIR_API unsigned short cdir_borra_fichero_con_comprobacion(const char *nombr
  * Deletes the files that a pattern finds, one silent attempt each; read-only files stay, failures are
  * ignored.
  *
- * Only what the system's own search finds is deleted; the enumerator's looser fallback never counts here. A
- * pattern with other wildcards than a whole `*` name and a whole `.*` extension is reported as
+ * Only what the system's own search finds is deleted, never what the enumerator's looser rules would find. On volumes
+ * with short names that search looks at these too, so that `*.htm` finds `page.html`:
+ * https://devblogs.microsoft.com/oldnewthing/20050720-16/?p=34883
+ *
+ * A pattern with other wildcards than a whole `*` name and a whole `.*` extension is reported as
  * "path_correcto == CIERTO" with the pattern, and carried out all the same.
  *
  * @param path_filtro  Directory and name with wildcards (UTF-16). NULL is reported and nothing is deleted.
@@ -232,18 +235,18 @@ LUMODIR_API void cdir_delete_ficheros(const char *path_filtro);
 /**
  * Gives every file of a directory that has an extension another one. A file that already has the new name is
  * deleted first, on purpose (cdir_borra_fichero_si_existe_UNICODE()); the renaming is that of
- * cdir_renombra_fichero_UNICODE(). Changing an extension to itself changes nothing, also when it is spelled with other
- * blanks or points at its end.
+ * cdir_renombra_fichero_UNICODE(). Changing an extension to itself changes nothing, even when it is spelled with other
+ * blanks or dots at its end.
  *
- * Deleted is only a file whose entry bears exactly the new name, letter case aside: not one that merely answers to it
- * (by its short name, or because the system cuts a blank or point at the end), nor the source by another of its names.
+ * Only a file whose entry bears exactly the new name, letter case aside, is deleted: not one that merely answers to it
+ * (by its short name, or because the system cuts a blank or dot at the end), nor the source by another of its names.
  * A new extension with a separator or a colon makes no name: the renaming fails with code 123 and nothing changes.
  *
  * @param dirBase  Directory (UTF-16); a bare drive is its current directory. A NULL argument is reported as
  *                 "dirBase!=NULL && oldExt!=NULL && newExt !=NULL", an empty or blank directory as
  *                 "widestr_longitud(directorio) > 0", and nothing is changed.
- * @param oldExt   Extension to change, with or without its point. NULL is reported.
- * @param newExt   New extension, with or without its point. NULL is reported.
+ * @param oldExt   Extension to change, with or without its dot. NULL is reported.
+ * @param newExt   New extension, with or without its dot. NULL is reported.
  */
 LUMODIR_API void
 cdir_cambia_extension_ficheros_u(const wchar_t *dirBase, const wchar_t *oldExt, const wchar_t *newExt);
@@ -251,11 +254,13 @@ cdir_cambia_extension_ficheros_u(const wchar_t *dirBase, const wchar_t *oldExt, 
 /* ---- Deleting directories ----
  *
  * Removing a directory is retried with message 53954 "Unable to delete the directory '%s'". Deleting contents
- * or a tree never goes into a junction or a symbolic link: the link itself is removed, never what it points
+ * or a tree never enters a junction or a symbolic link: the link itself is removed, never what it points
  * to; where the system would remove that (Wine), the link stays and counts as not deleted. Everything below the root is
  * reached through the directories that are open, so somebody who swaps directories for links meanwhile gains nothing.
- * A directory that is NULL, empty or blank deletes nothing there: it is reported as
- * "(directorio) != NULL" or "widestr_longitud(directorio) > 0" and answered with 0.
+ * For a directory that is NULL, empty, blank or a bare drive (`X:`) the contents and tree deletions delete nothing: it is
+ * reported as "(directorio) != NULL", "widestr_longitud(directorio) > 0" or "unidad_sin_directorio == FALSO" and
+ * answered with 0.
+ * On links: https://learn.microsoft.com/en-us/windows/win32/fileio/reparse-points
  */
 
 /**
@@ -318,8 +323,8 @@ LUMODIR_API void cdir_borra_directorio_y_subdirectorios(const char *directorio);
  * @param directorio  Directory (UTF-16). NULL, empty or blank is reported.
  * @param continuar   Flag, 1 at the start, which another thread or a callback sets to 0 to stop. NULL is
  *                    reported as "cotinuar != NULL" (spelled so) and nothing is deleted.
- * @return 0 when stopped; else 1 when the directory was removed and 0 when not. A flag left at any other
- *         value than 1 keeps the directory, and is the answer.
+ * @return 0 when stopped; else 1 when the directory was removed and 0 when not. Where the flag is neither 0 nor 1 at
+ *         the end, the directory is kept, and the flag is the answer.
  */
 LUMODIR_API unsigned short
 cdir_borra_directorio_y_subdirectorios_parando(const wchar_t *directorio, unsigned short *continuar);
@@ -429,7 +434,7 @@ LUMODIR_API unsigned short cdir_crea_directorios_fichero_si_es_posible(const cha
 
 /**
  * Renames a file, retried with message 53951 "The file cannot be renamed" and both paths. An existing target
- * is never replaced. There is no answer: who needs one calls cdir_renombra_fichero_si_es_posible_UNICODE().
+ * is never replaced. There is no answer: whoever needs one calls cdir_renombra_fichero_si_es_posible_UNICODE().
  *
  * @param nombre_viejo  Path (UTF-16). NULL is reported and nothing is renamed.
  * @param nombre_nuevo  New path (UTF-16). NULL is reported and nothing is renamed.
@@ -451,7 +456,7 @@ cdir_renombra_fichero_si_es_posible_UNICODE(const wchar_t *nombre_viejo, const w
 /**
  * Moves a file within its volume in one attempt without any message. An existing target is never replaced. (The
  * renamings go to other volumes too, where the system copies and then deletes: a source that cannot be deleted stays,
- * and the answer is that of a success.)
+ * and the answer is that of a success. See https://learn.microsoft.com/windows/win32/api/winbase/nf-winbase-movefileexw)
  *
  * @param origen   Path (UTF-16). NULL is reported.
  * @param destino  New path (UTF-16). NULL is reported.

@@ -7,7 +7,7 @@
  * NULL pattern as "(path_filtro_generico) != NULL", a NULL record is reported too; lists are then empty.
  *
  * A record is cleared before it is filled: release a used one first, or its strings are lost. Extension
- * filter: an extension without its point, NULL (not reported) or beginning with `*` for every file, empty for
+ * filter: an extension without its dot, NULL (not reported) or beginning with `*` for every file, empty for
  * the files without an extension. Letter case does not count and `?` stands for one character: `p?g` accepts
  * `a.PNG`. A `*` after the first character is an ordinary one.
  *

@@ -25,9 +25,9 @@ LUMODIR_API wchar_t *cdir_obtener_path_actual_UNICODE(void);
 LUMODIR_API char *cdir_obtener_path_actual(void);
 
 /**
- * Gives the drive of the running program (`C:`, or the share it runs from), or the current drive when the
- * system does not tell the program's path. It is found out at the first call, without a lock: threads must
- * not race on it. A drive too long for the library's buffer is reported as "tam < _MAX_DIR".
+ * Gives the drive of the running program (`C:`, or the share that it runs from), or the current drive when the
+ * system does not tell the program's path. It is found out at the first call, without a lock: two threads must
+ * not be the first at once. A drive too long for the library's buffer is reported as "tam < _MAX_DIR".
  *
  * @return Borrowed string: the library's own, valid and unchanged until the end of the process.
  */

@@ -6,8 +6,8 @@
  * - drive: `C:`, or `\\server\share` of a network path; empty in a relative path;
  * - directory: with its leading and final separators;
  * - base name: the last component without its extension;
- * - extension: from the last point of the last component on, the point included.
- * A name whose only point is its first character (`.cfg`) is all base name.
+ * - extension: from the last dot of the last component on, the dot included.
+ * A name whose only dot is its first character (`.cfg`) is all base name.
  */
 #ifndef LUMODIR_CDIR_RUTAS_H
 #define LUMODIR_CDIR_RUTAS_H
@@ -25,17 +25,17 @@ LUMODIR_EXTERN_C_INICIO
  * 3. a path with a colon begins with a letter A-Z or a-z and ':':
  *    53958 "The name of the disk drive must be a letter.";
  * 4. a path ending in '.' begins with ./ .\ ../ or ..\ or ends with /. \. /.. or \.. : 53957 "A point was
- *    found at beginning or end of the path: '%s'". Only the end is looked at, so `.profile` is valid and "."
- *    and ".." alone are not, and this stays so;
+ *    found at beginning or end of the path: '%s'". Only the end is looked at, so `.profile` is valid, and "."
+ *    and ".." alone are not; programs rely on that;
  * 5. every component is "." or ".." or a valid name: 53949 "There are invalid characters in the name '%s'",
  *    which is handed back to the caller but never shown;
  * 6. a network path (it begins with two backslashes) has a share:
- *    53959 "The name of the network drive is incomplete." Behind a drive the drive counts as a component, so
- *    that `C:\\server` passes.
+ *    53959 "The name of the network drive is incomplete." A drive before the two backslashes counts as a component,
+ *    so that `C:\\server` passes.
  * `/` separates components as `\` does, and repeated separators are accepted.
  *
  * Rules of a name: 1 to 255 units without trailing blanks; no character from 1 to 31 and none of \ / : * " ?
- * < > |; not a reserved name in any letter case, alone or followed by a point: CON, NUL, LPT1 to LPT3, PRN,
+ * < > |; not a reserved name in any letter case, alone or followed by a dot: CON, NUL, LPT1 to LPT3, PRN,
  * COM1 to COM4, AUX, CLOCK$, IFS$HLP$, SETVERXX, $MMXXXX0, &MMXXXX0, XMSXXXX0, LUMOGR, KORAX, LUMODEV.
  *
  * A path with wildcards may have `*` as its whole base name and `.*` as its whole extension, nothing else.
@@ -48,7 +48,7 @@ LUMODIR_EXTERN_C_INICIO
  *
  * @param path             Path (UTF-16), trailing blanks ignored. NULL is reported as
  *                         "(path_sin_espacios) != NULL".
- * @param mostrar_mensaje  1 shows the message of a failure, but for 53949.
+ * @param mostrar_mensaje  1 shows the message of a failure, except 53949.
  * @return 1 when valid, else 0.
  */
 LUMODIR_API unsigned short cdir_path_valido_UNICODE(const wchar_t *path, unsigned short mostrar_mensaje);
@@ -83,7 +83,7 @@ LUMODIR_API unsigned short cdir_nombre_base_valido_UNICODE(wchar_t *nombre);
 LUMODIR_API unsigned short cdir_nombre_base_valido(const char *nombre);
 
 /**
- * Tells whether a file name is valid. One that ends with a point is not, "." and ".." included; this is
+ * Tells whether a file name is valid. One that ends with a dot is not, "." and ".." included; this is
  * looked at before the blanks are removed.
  *
  * @param nombre  Name (UTF-16); its trailing blanks are removed in place. NULL is reported as
@@ -119,7 +119,7 @@ enum {
  * @param unidad       Receives the drive, or NULL.
  * @param directorio   Receives the directory, or NULL.
  * @param nombre_base  Receives the base name, or NULL.
- * @param extension    Receives the extension with its point, or NULL.
+ * @param extension    Receives the extension with its dot, or NULL.
  */
 LUMODIR_API void cdir_splitpath_con_comprobacion_UNICODE(const wchar_t *path, wchar_t **unidad,
                                                          wchar_t **directorio, wchar_t **nombre_base,
@@ -136,7 +136,7 @@ LUMODIR_API void cdir_splitpath_con_comprobacion(const char *path, char **unidad
  * @param unidad       Receives the drive, or NULL.
  * @param directorio   Receives the directory, or NULL.
  * @param nombre_base  Receives the base name, or NULL.
- * @param extension    Receives the extension with its point, or NULL.
+ * @param extension    Receives the extension with its dot, or NULL.
  */
 LUMODIR_API void cdir_splitpath_con_comodines_UNICODE(const wchar_t *path, wchar_t **unidad,
                                                       wchar_t **directorio, wchar_t **nombre_base,
@@ -159,7 +159,7 @@ LUMODIR_API char *cdir_split_make_path(const char *path, unsigned short piezas);
 
 /* ---- Composing ----
  *
- * A separator after the directory and a point before the extension are added where they are missing. Each
+ * A separator after the directory and a dot before the extension are added where they are missing. Each
  * piece may be NULL, which is not reported. Reported: no piece at all
  * ("drive_path != NULL || dir_path != NULL || fname_path != NULL || ext_path != NULL") and an extension
  * without a base name ("fname_path != NULL"). A network drive `\\srv\share` is a drive here too. The path is
@@ -168,14 +168,14 @@ LUMODIR_API char *cdir_split_make_path(const char *path, unsigned short piezas);
 
 /**
  * Composes a path and checks it. When it is invalid the base name is repaired
- * (cdir_dame_nombre_base_valido_UNICODE()) and the path composed again; one that is invalid even so is
+ * (cdir_dame_nombre_base_valido_UNICODE()) and the path composed again; one that is still invalid is
  * reported as "i_path_correcto_UNICODE( pathCompleto, puede_ser_vacio, FALSO, NULL, NULL) == CIERTO" with the
  * path.
  *
  * @param unidad       Drive (UTF-16), or NULL.
  * @param directorio   Directory, or NULL.
  * @param nombre_base  Base name, or NULL.
- * @param extension    Extension with or without its point, or NULL.
+ * @param extension    Extension with or without its dot, or NULL.
  * @return New path (widestr_nousar_destruye()).
  */
 LUMODIR_API wchar_t *cdir_makepath_UNICODE(const wchar_t *unidad, const wchar_t *directorio,
@@ -188,7 +188,7 @@ LUMODIR_API wchar_t *cdir_makepath_UNICODE(const wchar_t *unidad, const wchar_t 
  * @param unidad       Drive (8-bit), or NULL.
  * @param directorio   Directory, or NULL.
  * @param nombre_base  Base name, or NULL.
- * @param extension    Extension with or without its point, or NULL.
+ * @param extension    Extension with or without its dot, or NULL.
  * @return New path (lumostr_destruye()).
  */
 LUMODIR_API char *
@@ -201,7 +201,7 @@ cdir_makepath(const char *unidad, const char *directorio, const char *nombre_bas
  * @param unidad       Drive (UTF-16), or NULL.
  * @param directorio   Directory, or NULL.
  * @param nombre_base  Base name, or NULL.
- * @param extension    Extension with or without its point, or NULL.
+ * @param extension    Extension with or without its dot, or NULL.
  * @return New path (widestr_nousar_destruye()).
  */
 LUMODIR_API wchar_t *cdir_makepath_con_comodines_UNICODE(const wchar_t *unidad, const wchar_t *directorio,
@@ -215,7 +215,7 @@ LUMODIR_API wchar_t *cdir_makepath_con_comodines_UNICODE(const wchar_t *unidad, 
  * @param unidad       Drive (8-bit), or NULL.
  * @param directorio   Directory, or NULL.
  * @param nombre_base  Base name, or NULL.
- * @param extension    Extension with or without its point, or NULL.
+ * @param extension    Extension with or without its dot, or NULL.
  * @return New path (lumostr_destruye()).
  */
 LUMODIR_API char *cdir_makepath_con_comodines(const char *unidad, const char *directorio,
@@ -250,8 +250,8 @@ LUMODIR_API unsigned short
 cdir_convierte_a_nombre_base_valido(const char *nombre, char *result, unsigned short longitud);
 
 /**
- * Repairs a base name: invalid characters become '_', leading blanks and trailing points and blanks go, and
- * 255 units are kept. Reserved names stay, and a name made of points and blanks becomes empty.
+ * Repairs a base name: invalid characters become '_', leading blanks and trailing dots and blanks go, and
+ * 255 units are kept. Reserved names stay, and a name made of dots and blanks becomes empty.
  *
  * @param nombre  Name (UTF-16). NULL is reported as "(nombre) != NULL" and gives an empty string.
  * @return New string (widestr_nousar_destruye()).
@@ -270,11 +270,11 @@ LUMODIR_API unsigned short cdir_extension_valida_UNICODE(const wchar_t *ext);
 LUMODIR_API unsigned short cdir_extension_valida(const char *ext);
 
 /**
- * Gives the dollar form of an extension: its last character becomes '$' when it has four or more, the point
+ * Gives the dollar form of an extension: its last character becomes '$' when it has four or more, the dot
  * included, else '$' is added. `.txt` gives `.tx$`, `.c` gives `.c$`, an empty one `.$`.
  *
- * @param ext  Extension with its point (UTF-16), trailing blanks ignored. NULL is reported as "(ext) != NULL"
- *             and gives an empty string; a missing point as "ext_sin_espacios[0] == L'.'", and the rule is
+ * @param ext  Extension with its dot (UTF-16), trailing blanks ignored. NULL is reported as "(ext) != NULL"
+ *             and gives an empty string; a missing dot as "ext_sin_espacios[0] == L'.'", and the rule is
  *             applied all the same.
  * @return New string (widestr_nousar_destruye()).
  */
@@ -283,8 +283,8 @@ LUMODIR_API wchar_t *cdir_extension_con_dolar_UNICODE(const wchar_t *ext);
 /* ---- Name components ----
  *
  * Results are new strings (wide: widestr_nousar_destruye(), 8-bit: lumostr_destruye()), empty when the path
- * lacks the piece and when it is NULL. Where "checked" stands, trailing blanks are ignored, wildcards are
- * accepted and an invalid path is reported as "pathCorrecto == CIERTO" with the path and carried on with.
+ * lacks the piece and when it is NULL. "Checked" means that trailing blanks are ignored, wildcards are
+ * accepted, and an invalid path is reported as "pathCorrecto == CIERTO" with the path and used all the same.
  */
 
 /**
@@ -298,7 +298,7 @@ LUMODIR_API wchar_t *cdir_nombre_base_fichero_UNICODE(const wchar_t *ruta_comple
 LUMODIR_API char *cdir_nombre_base_fichero(const char *ruta_completa);
 
 /**
- * Gives the extension without its point: `b.tar.gz` gives `gz`; `.profile` and `name.` give nothing. Checked.
+ * Gives the extension without its dot: `b.tar.gz` gives `gz`; `.profile` and `name.` give nothing. Checked.
  *
  * @param ruta_completa  Path (UTF-16). Reported: NULL ("ruta_completa != NULL"), a blank path
  *                       ("num_caracteres > 0") and one that ends with a backslash
@@ -364,7 +364,7 @@ LUMODIR_API char *cdir_ruta_y_nombre_fichero_sin_extension(const char *ruta_comp
  * Gives the path with another extension: `C:\a\b .txt` with `dat` gives `C:\a\b.dat`. Checked.
  *
  * @param nombre  Path (UTF-16). NULL is reported as "(nombre) != NULL".
- * @param ext     New extension with or without its point; NULL for none (not reported).
+ * @param ext     New extension with or without its dot; NULL for none (not reported).
  * @return New string.
  */
 LUMODIR_API wchar_t *cdir_nombre_fichero_con_ext_UNICODE(const wchar_t *nombre, const wchar_t *ext);
@@ -377,7 +377,7 @@ LUMODIR_API char *cdir_nombre_fichero_con_ext(const char *nombre, const char *ex
  *
  * @param nombre  Address of a variable that owns a library string (UTF-16). NULL is reported, and so is a
  *                variable that is NULL ("(nombre) != NULL").
- * @param ext     New extension with or without its point; NULL for none (not reported).
+ * @param ext     New extension with or without its dot; NULL for none (not reported).
  */
 LUMODIR_API void cdir_cambia_extension_nombre_fichero_u(wchar_t **nombre, const wchar_t *ext);
 

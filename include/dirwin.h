@@ -9,9 +9,10 @@
  *
  * When the system finds nothing for the pattern, or rejects it, the whole directory is searched and the
  * entries are filtered here, by looser rules that serve listings: read them at dirwin_cumple_filtro() before
- * deleting anything by what an enumerator yields. Both searches look into the directory that the pattern named when
- * the enumerator was opened, whoever changes the current directory. Where that directory is missing or out of reach
- * (an empty drive, a share that is away) there is no second search.
+ * you delete anything by what an enumerator yields. Both searches look into the directory that the pattern named when
+ * the enumerator was opened, even if the current directory is changed meanwhile. Where that directory is missing or
+ * out of reach (an empty drive, a share that is away) there is no second search. The system's own search looks at short
+ * names too: `*.htm` finds `page.html` (https://devblogs.microsoft.com/oldnewthing/20050720-16/?p=34883).
  *
  * Both flavours search in UTF-16. An 8-bit name is the library's conversion, without look-alikes; what the code page
  * lacks becomes its default character, so that such a name finds no file rather than another one.
@@ -147,7 +148,7 @@ LUMODIR_API unsigned short dirwin_es_solo_lectura_UNICODE(const WIN32_FIND_DATAW
 /**
  * Tells whether a name passes a filter by the enumerator's own rules, in their 8-bit form.
  *
- * Name and filter are cut at their last point. Base names are matched, and then the extensions if the
+ * Name and filter are cut at their last dot. Base names are matched, and then the extensions if the
  * filter's is not empty: `readme` and `readme.` match `readme.txt` on purpose, and `*` matches every name.
  * `?` stands for exactly one character. Only the first `*` of a piece is a wildcard; a second one is an
  * ordinary character, which no file name holds. Letter case does not count.

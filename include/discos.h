@@ -4,7 +4,7 @@
  *
  * The drive table of the machine is in info.h and the labels for display are in lumodir_unidades.h.
  *
- * A drive without medium (an empty card reader, an optical drive) brings up no dialog of the system: the
+ * For a drive without a medium (an empty card reader, an optical drive) the system brings up no dialog: the
  * question fails, and the error mode of the thread is afterwards what it was.
  */
 #ifndef LUMODIR_DISCOS_H
@@ -15,8 +15,8 @@
 LUMODIR_EXTERN_C_INICIO
 
 /**
- * Tells whether a drive is local, that is, whether the system does not call it a network drive. Missing,
- * unknown and removable drives count as local.
+ * Tells whether a drive is local: any but what the system calls a network drive. Missing, unknown and removable
+ * drives count as local.
  *
  * @param unidad  Letter A to Z or a to z (UTF-16). Any other character is reported as
  *                "(unidad >= L'A' && unidad <= L'Z') || (unidad >= L'a' && unidad <= L'z')".
@@ -26,7 +26,7 @@ LUMODIR_API unsigned short discos_es_unidad_local(wchar_t unidad);
 
 /**
  * Tells whether a drive is a substitution (SUBST) of a directory: the device behind it begins with `\??\`. One
- * whose directory has more than 248 units cannot be told and counts as none. What is asked:
+ * whose directory has more than 248 units cannot be recognised and counts as none. The call that is made:
  * https://learn.microsoft.com/en-us/windows/win32/api/fileapi/nf-fileapi-querydosdevicew
  *
  * @param unidad  Letter in either case (UTF-16). Any other character is reported as

@@ -5,8 +5,8 @@
  * Every list is new and never NULL: a directory that cannot be read gives an empty one. A NULL directory is
  * reported as "(directorio) != NULL", a NULL search pattern as "(path_filtro_generico) != NULL", and both
  * give an empty list. A directory may end with `\` or not. Entries come in the system's order unless a
- * function says "sorted"; sorting is by code unit, without a locale. "Directories" of the functions below are
- * the subdirectories of the given directory, by bare name.
+ * function says "sorted"; sorting is by code unit, without a locale. "The directories" below are the
+ * subdirectories of the given directory, by bare name.
  */
 #ifndef LUMODIR_FICHSDIR_H
 #define LUMODIR_FICHSDIR_H
@@ -194,7 +194,7 @@ LUMODIR_API ArrCADENA *fichsdir_nombres_ficheros_cumplen_filtro(const wchar_t *p
  * Lists the names, with extension, of the files that have an extension, letter case aside; not sorted.
  *
  * @param directorio  Directory (UTF-16). NULL is reported.
- * @param extension   Extension without its point (UTF-16). NULL is reported and gives an empty list.
+ * @param extension   Extension without its dot (UTF-16). NULL is reported and gives an empty list.
  * @return New list (arr_DestruyeCADENA_u()).
  */
 LUMODIR_API ArrCADENA_u *
@@ -203,10 +203,10 @@ fichsdir_nombres_ficheros_con_extension_u(const wchar_t *directorio, const wchar
 /**
  * As fichsdir_nombres_ficheros_con_extension_u() in 8-bit, with two differences: the file's extension is the
  * lower-case one of its file-name record and the given one is compared as it is, so `TXT` finds nothing; and in such a
- * record a name whose only point is its first character is all extension, so `txt` finds `.txt` here alone.
+ * record a name whose only dot is its first character is all extension, so `txt` finds `.txt` here alone.
  *
  * @param directorio  Directory (8-bit). NULL is reported.
- * @param extension   Extension without its point, in lower case (8-bit). NULL is reported and gives an empty
+ * @param extension   Extension without its dot, in lower case (8-bit). NULL is reported and gives an empty
  *                    list.
  * @return New list (arr_DestruyeCADENA()).
  */
@@ -217,7 +217,7 @@ LUMODIR_API ArrCADENA *fichsdir_nombres_ficheros_con_extension(const char *direc
  * sorted, without repeats.
  *
  * @param directorio  Directory (8-bit). NULL is reported.
- * @param extension   Extension without its point, in lower case (8-bit). NULL is reported and gives an empty
+ * @param extension   Extension without its dot, in lower case (8-bit). NULL is reported and gives an empty
  *                    set.
  * @return New sorted array (acadorde_destruye()).
  */
@@ -228,7 +228,7 @@ fichsdir_nombres_base_en_mayusculas_ficheros_con_extension(const char *directori
  * As fichsdir_nombres_base_en_mayusculas_ficheros_con_extension(), in lower case.
  *
  * @param directorio  Directory (8-bit). NULL is reported.
- * @param extension   Extension without its point, in lower case (8-bit). NULL is reported and gives an empty
+ * @param extension   Extension without its dot, in lower case (8-bit). NULL is reported and gives an empty
  *                    set.
  * @return New sorted array (acadorde_destruye()).
  */

@@ -2,8 +2,8 @@
  * @file info.h
  * The drive table of the machine and the current directory of each drive.
  *
- * The records are packed: programs rely on their layout. A drive without medium brings up no dialog of the
- * system.
+ * The records are packed: programs rely on their layout. For a drive without a medium the system brings up no dialog,
+ * as it would by default: https://learn.microsoft.com/en-us/windows/win32/debug/error-mode
  */
 #ifndef LUMODIR_INFO_H
 #define LUMODIR_INFO_H
@@ -80,7 +80,8 @@ LUMODIR_API char *info_GetTxtDrive(const InfoDisco *disco);
 LUMODIR_API void info_LiberaTabla(InfoTabla *tabla);
 
 /**
- * Gives the current directory of a drive as the C runtime knows it, a final `\` included when it has one.
+ * Gives the current directory of a drive as the C runtime knows it: with a final `\` only when it is a root.
+ * https://learn.microsoft.com/en-us/cpp/c-runtime-library/reference/getdcwd-wgetdcwd
  *
  * @param unidad  0 = current drive, 1 = A, 2 = B, and so on.
  * @param buf     Buffer for the result, or NULL for a new string (not reported).

@@ -5,7 +5,7 @@
  *
  * It adds no cost but the copy that a caller asks for. A C function `cdir_x_UNICODE()` is `lumodir::cdir::x()`,
  * `timefich_x_u()` is `lumodir::timefich::x()`, `lumodir_x()` is `lumodir::x()`; their documentation is that of the C
- * function. UTF-16 throughout; 8-bit only where the library has nothing else. What C has not: a walk of a tree that
+ * function. UTF-16 throughout; 8-bit only where the library has nothing else. C lacks these: a walk of a tree that
  * leaves nothing out and tells what it could not read (recorre()), lumoreg::lee_ulong(), and the languages by name.
  * @code
  * lumodir::receptor_avisos warnings([](std::wstring_view text) { show(text); });

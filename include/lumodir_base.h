@@ -7,26 +7,26 @@
  * the code page lacks becomes its default character; bytes that are not valid in it become U+FFFD. 8-bit text is
  * read in characters as the system converts it: in a double-byte code page a second byte 0x5C is no separator.
  *
- * Twins. "8-bit flavour." before a function says that it does what the one above it does, with the same arguments,
- * reports and answer (or, where it is said, without the answer), its texts being 8-bit.
+ * Twins. "8-bit flavour." before a function means that it does what the one above it does, with 8-bit texts and
+ * otherwise the same arguments, reports and answer ("without its answer": it answers nothing).
  *
  * Ownership. A returned string is new unless its function says "borrowed". Wide ones are freed with
  * widestr_nousar_destruye(), 8-bit ones with lumostr_destruye(); lists and records with the function named
  * there.
  *
- * Reported and shown. "Reported" means an internal error handed, with the failed expression quoted here, to
+ * Reported and shown. "Reported" means that an internal error, with the failed expression quoted here, is handed to
  * the receiver of error_interno_establece_receptor(); the function then goes on, never touches memory through
- * a NULL, and returns its failure value (0, or a new empty string or list). "Shown" means a localized text
+ * a NULL, and returns its failure value (0, or a new empty string or list). "Shown" means that a localized text is
  * handed to the receiver of lmaviso_establece_receptor(); unless stated otherwise nothing is shown in service
- * mode. Message numbers and their English texts are given where they are used.
+ * mode. Messages are given by their number and their English text where they are used.
  *
  * Threads. The library has no locks: settings are made once at start-up, the rest may be called from any
  * thread as long as no object is shared.
  *
  * Exceptions. No C++ exception leaves a function. What a host's own function (a receiver, a comparison, a
  * callback) throws ends at its call, which then counts as "no" (0), and no block of the library is lost: C++
- * exceptions of any compiler, those of other languages, and what is raised with RaiseException() with a code of a
- * program's own. The host's functions are unwound; an object that an exception of another compiler carries is not
+ * exceptions of any compiler, those of other languages, and whatever a program raises by RaiseException() with a
+ * code of its own. The host's functions are unwound; an object that an exception of another compiler carries is not
  * destroyed. Faults, such as an access violation, go on to whoever handles them.
  */
 #ifndef LUMODIR_BASE_H
@@ -53,8 +53,8 @@
 #endif
 
 /**
- * The version of these headers; that of the DLL which a program has loaded stands in its version resource. A program
- * built against 1.2 runs with any 1.x from 1.2 on: see the page "What may change".
+ * The version of these headers; that of the DLL which a program has loaded stands in the DLL's version resource. A
+ * program built against 1.2 runs with any 1.x from 1.2 on: see the page "What may change".
  */
 #define LUMODIR_VERSION_MAJOR 1 /**< Another number: programs have to be built anew, perhaps changed. */
 #define LUMODIR_VERSION_MINOR 0 /**< A higher number: something was added. */

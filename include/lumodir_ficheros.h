@@ -45,10 +45,10 @@ LUMODIR_API unsigned short lumodir_tiene_permiso_escritura_fichero_UNICODE(const
 LUMODIR_API unsigned long long lumodir_get_tamanyo_fichero(const wchar_t *path, unsigned long *error_out);
 
 /**
- * Waits, as far as the retry loop does, for a directory on a network or removable drive to come back. The
+ * Waits, as long as the retry loop does, for a directory on a network or removable drive to come back. The
  * message 53963 "Waiting for access to directory '%s'" goes with the loop, which does not ask the user here.
- * Nothing in the directory is opened. Windows remembers for some seconds (5, by default) that a share did not answer:
- * a retry policy that lasts longer (buclrein_establece_politica()) is what sees it come back.
+ * Nothing in the directory is opened. Windows remembers for some seconds (5, by default) that a share did not answer,
+ * so only a retry policy that lasts longer (buclrein_establece_politica()) sees it come back.
  *
  * @param directorio  Directory (8-bit). NULL is reported.
  * @return 1 when the directory is, or has become, reachable; else 0.
@@ -79,8 +79,9 @@ LUMODIR_API void lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(const
 
 /**
  * Removes a directory and its parents while they are empty, up to a base that is never removed; one silent
- * attempt each, and the first that fails ends it. Entries whose name begins with "." do not count, but hold
- * the removal. A base that is not the beginning of the directory is reported as
+ * attempt each, and the first that fails ends it. Subdirectories whose name begins with "." do not count as contents:
+ * where there is nothing else, the removal is tried, and the system refuses it. A base that is not the beginning of
+ * the directory is reported as
  * "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO".
  *
  * @param path_directorio      Directory (UTF-16). NULL, empty or blank is reported ("(directorio) != NULL" or
@@ -137,8 +138,8 @@ LUMODIR_API void lumodir_desprotege_fichero_si_existe(const char *nomfich);
 LUMODIR_API wchar_t *lumodir_dame_path_corto_UNICODE(const wchar_t *path);
 
 /**
- * Gives the long form of a path, or the path as it is when it does not exist; without the long-path prefix in
- * both cases, unless it names what has no letter (`\\?\Volume{...}\x`): such a path has no form without it.
+ * Gives the long form of a path, or the path as it is when it does not exist; in both cases without the long-path
+ * prefix, unless it names a volume without a letter (`\\?\Volume{...}\x`), which cannot be named without it.
  *
  * @param path  Path (UTF-16). NULL is reported as "(path) != NULL" and gives an empty string.
  * @return New string (widestr_nousar_destruye()).

@@ -3,7 +3,7 @@
  * Listings beside those of cdir_listas.h: whole trees, several extensions at once, and whether there is anything.
  *
  * The extension filter is that of cdir_listas.h. Subdirectories whose name begins with "." are left out. A
- * junction or a symbolic link to a directory is not gone into and has no record of its own.
+ * junction or a symbolic link to a directory is not entered and has no record of its own.
  *
  * Unless stated otherwise a NULL text is reported and answered with 0 or with a new empty list, and
  * an out-parameter that is NULL means that it is not wanted and is not reported.
@@ -38,7 +38,7 @@ LUMODIR_API void lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICOD
 
 /**
  * As lumodir_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(), with one record for every directory
- * of the tree, also those without a matching file.
+ * of the tree, those without a matching file included.
  *
  * @param dirBase    Base directory (UTF-16). NULL is reported as "(dirBase) != NULL".
  * @param extension  Extension filter (UTF-16); NULL for every file (not reported).
@@ -67,8 +67,8 @@ lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(unsigned
  *
  * @param path_filtro  Directory and name with wildcards (UTF-16). NULL is reported as
  *                     "(path_filtro_generico) != NULL" and gives an empty array.
- * @param extensiones  Extensions without their point, letter case aside; NULL for every file (not reported).
- *                     With a list, names without a point are left out.
+ * @param extensiones  Extensions without their dot, letter case aside; NULL for every file (not reported).
+ *                     With a list, names without a dot are left out.
  * @return New sorted array with the bare names (acadordeu_destruye()).
  */
 LUMODIR_API AcadOrdeU *lumodir_lista_de_fichero(const wchar_t *path_filtro, const ArrCADENA_u *extensiones);

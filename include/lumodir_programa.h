@@ -11,7 +11,7 @@
 LUMODIR_EXTERN_C_INICIO
 
 /**
- * Gives the full path of the running program (not of this library). Reported: no answer of the system
+ * Gives the full path of the running program (not of this library). Reported: no answer from the system
  * ("tam_path > 0") and a path cut at 10240 units ("tam_path < LMLONGPATH_LUMO_MAX_PATH").
  *
  * @return New string (widestr_nousar_destruye()).
@@ -20,7 +20,7 @@ LUMODIR_API wchar_t *lumodir_dame_path_completo_del_programa_UNICODE(void);
 
 /**
  * 8-bit flavour of lumodir_dame_path_completo_del_programa_UNICODE(): its path, converted. A character that the
- * code page lacks becomes its default character, never one that looks alike.
+ * code page lacks becomes the code page's default character, never one that looks alike.
  *
  * @return New string (lumostr_destruye()).
  */

@@ -53,7 +53,7 @@ LUMODIR_API unsigned short lumodir_ruta_es_absoluta(const wchar_t *ruta);
  * Gives a path relative to a base directory when the base is its exact beginning, letter case included, else
  * the path as it is; `..` steps are never made. The drive of the base does not count when the path has none.
  *
- * The comparison is one of plain text and stays so: base `C:\dir` and path `C:\directory\f` give `ectory\f`.
+ * Plain text is compared, and programs rely on it: base `C:\dir` and path `C:\directory\f` give `ectory\f`.
  * An invalid path or base shows 53955 "The file '%s' is not correct".
  *
  * @param base  Base directory (UTF-16), with or without a final `\`; a blank one gives the path as it is.

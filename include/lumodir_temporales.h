@@ -5,7 +5,8 @@
  * The temporary directory is that of the system. When it does not exist, `\temp` under the user's
  * local-settings folder takes its place or, when that is unknown, under the Windows directory; the fallback
  * is neither checked nor created. A directory of more than 246 units leaves no room for a name and counts as one
- * that does not exist. Results are new strings (widestr_nousar_destruye()).
+ * that does not exist (https://learn.microsoft.com/en-us/windows/win32/api/fileapi/nf-fileapi-gettempfilenamew).
+ * Results are new strings (widestr_nousar_destruye()).
  */
 #ifndef LUMODIR_LUMODIR_TEMPORALES_H
 #define LUMODIR_LUMODIR_TEMPORALES_H
@@ -41,7 +42,7 @@ LUMODIR_API wchar_t *lumodir_creaFicheroTemporal(void);
  * Creates an empty file with a given extension in the temporary directory; `tmp` in any letter case is
  * lumodir_creaFicheroTemporal(), the rest lumodir_creaFicheroUnicoEnDirectorio().
  *
- * @param ext  Extension without its point (UTF-16). NULL is reported as "(ext) != NULL" and gives an empty
+ * @param ext  Extension without its dot (UTF-16). NULL is reported as "(ext) != NULL" and gives an empty
  *             string.
  * @return New string: the path of the file in its long form.
  */
@@ -49,7 +50,8 @@ LUMODIR_API wchar_t *lumodir_creaFicheroTemporalConExt(const wchar_t *ext);
 
 /**
  * Creates an empty file with a new name and a given extension in a directory. No stray temporary file stays
- * behind. A new file that another program holds for a moment (a virus scanner) is tried again under its name first.
+ * behind. While another program (a virus scanner) holds the new file for a moment, the same name is tried again before
+ * the next one.
  *
  * Reported: a directory too long ("longitud < _MAX_PATH"), a system that gives no name ("resp != 0" with the
  * directory; the result is then an empty string) and 150 names taken ("contador < 150"; the last one is
@@ -57,7 +59,7 @@ LUMODIR_API wchar_t *lumodir_creaFicheroTemporalConExt(const wchar_t *ext);
  *
  * @param directorioTemporal  Directory (UTF-16). NULL is reported as "(directorioTemporal) != NULL" and gives
  *                            an empty string.
- * @param ext                 Extension with or without its point; an empty one adds nothing. NULL is reported
+ * @param ext                 Extension with or without its dot; an empty one adds nothing. NULL is reported
  *                            as "(ext) != NULL" and gives an empty string.
  * @return New string: the path of the file, not converted to its long form.
  */

@@ -85,13 +85,13 @@ lumoreg_crea_clave_en_vista_u(unsigned long vista, unsigned long raiz, const wch
  * Deletes a key and what is below it, one pass.
  *
  * A pass leaves every second subkey of a level in place: of `k1`, `k2`, `k3` it removes `k1` and `k3`.
- * Programs know the operation like this, so it stays. A key that still holds subkeys cannot be deleted, which
+ * Programs rely on that, so it stays. A key that still holds subkeys cannot be deleted, which
  * is reported as "resultado == ERROR_SUCCESS" with its name; a key or subkey that does not open is reported as
  * "clave_abierta == CIERTO" with its path, and goes all the same if it is empty and may be deleted. Subkeys
  * whose name is longer than 99 characters are passed over; one whose name holds a NUL cannot be opened.
  *
- * Nothing is deleted that was not named. A key that is a symbolic link, the named one included, is never gone
- * into: the link itself is deleted and what it points to stays. (Links on the way to the parent are followed.)
+ * Nothing is deleted that was not named. A key that is a symbolic link, the named one included, is never entered:
+ * the link itself is deleted and what it points to stays. (Links on the way to the parent are followed.)
  * All of it happens in one view, the one in which the parent opened; the 64-bit and the 32-bit view are
  * tried for the parent only where it is missing, not where it may not be opened.
  *
@@ -229,7 +229,7 @@ LUMODIR_API unsigned short lumoreg_lee_cadena_ex_u(unsigned long vista, unsigned
 /**
  * Appends the names of the subkeys of a key to a list, in the system's order. A failing step is reported as
  * "error == ERROR_SUCCESS || error == ERROR_MORE_DATA" with the key path, and still counts as one element:
- * while others create and delete subkeys, a name may stand twice in the list, or an empty one in its place.
+ * while others create and delete subkeys, a name may stand twice in the list, or an empty text in place of one.
  *
  * @param raiz      Root index.
  * @param clave     Key path below the root (UTF-16). NULL is reported.

@@ -9,8 +9,8 @@
  * with the text, as (two lines here, one in the report)
  *     "c >= ' ' && c != '<' && c != '>' && c != ':' && c != '\"' && c != '|' && c != '\\'
  *      && c != '/' && c != '*' && c != '?'"
- * A control character alone is not noticed: only a text that holds one of the nine is looked at character by
- * character, and its control characters are then reported too.
+ * A text whose only offence is a control character is not noticed: only one that holds one of the nine is looked at
+ * character by character, and its control characters are then reported too.
  * A NULL text is reported as "(cadena) != NULL" unless stated otherwise. Reports never stop a function: one
  * that gives a record gives it all the same, with an empty string for each part that is missing.
  */
@@ -24,14 +24,14 @@ LUMODIR_EXTERN_C_INICIO
 /** File-name record, freed with nomsfich_destruye(). Both strings belong to it. */
 typedef struct Nomsfich {
     char *nombre_base; /**< base name in lower case, never empty in a sound record */
-    char *extension;   /**< extension without its point, in lower case; may be "" */
+    char *extension;   /**< extension without its dot, in lower case; may be "" */
 } Nomsfich;
 
 /**
- * Builds a record from a bare file name, cut at its last point: `Informe.Final.DOC` gives `informe.final` and
+ * Builds a record from a bare file name, cut at its last dot: `Informe.Final.DOC` gives `informe.final` and
  * `doc`, `Leeme` gives `leeme` and an empty extension. Trailing blanks are cut from the extension only.
  *
- * A name whose only point is its first character (`.config`) has an empty base name, which is reported; a
+ * A name whose only dot is its first character (`.config`) has an empty base name, which is reported; a
  * name with a directory or a drive is reported too.
  *
  * @param nombre  File name. NULL is reported.
@@ -43,7 +43,7 @@ LUMODIR_API Nomsfich *nomsfich_crea(const char *nombre);
  * Builds a record from its two parts, copied, in lower case and without trailing blanks.
  *
  * @param nombre_base  Base name. NULL is reported.
- * @param extension    Extension without its point, "" for none. NULL is reported.
+ * @param extension    Extension without its dot, "" for none. NULL is reported.
  * @return New record.
  */
 LUMODIR_API Nomsfich *
@@ -63,7 +63,7 @@ LUMODIR_API Nomsfich *nomsfich_copia(const Nomsfich *nomsfich);
  *
  * @param nomsfich   Record that gives the base name; it does not change. NULL is reported as
  *                   "(nomsfich) != NULL".
- * @param extension  New extension without its point. NULL is reported.
+ * @param extension  New extension without its dot. NULL is reported.
  * @return New record.
  */
 LUMODIR_API Nomsfich *nomsfich_cambia_extension(const Nomsfich *nomsfich, const char *extension);
@@ -85,7 +85,7 @@ LUMODIR_API void nomsfich_destruye(Nomsfich **nomsfich);
 LUMODIR_API const char *nomsfich_nombre_base_fichero(const Nomsfich *nomsfich);
 
 /**
- * Gives the extension of a record, without its point.
+ * Gives the extension of a record, without its dot.
  *
  * @param nomsfich  Record. NULL is reported as "(nomsfich) != NULL" and answered with NULL.
  * @return Borrowed string: the record's own, valid as long as the record.
@@ -93,7 +93,7 @@ LUMODIR_API const char *nomsfich_nombre_base_fichero(const Nomsfich *nomsfich);
 LUMODIR_API const char *nomsfich_extension_fichero(const Nomsfich *nomsfich);
 
 /**
- * Gives the whole name: both parts with a point between them, or the base name alone when there is no
+ * Gives the whole name: both parts with a dot between them, or the base name alone when there is no
  * extension.
  *
  * @param nomsfich  Record. NULL is reported as "(nomsfich) != NULL".
@@ -123,8 +123,8 @@ LUMODIR_API int nomsfich_compara(const Nomsfich *nomsfich1, const Nomsfich *noms
 /**
  * Compares two extensions given as plain text, exactly; each is checked as a record's would be.
  *
- * @param extension1  Extension without its point. NULL is reported.
- * @param extension2  Extension without its point. NULL is reported.
+ * @param extension1  Extension without its dot. NULL is reported.
+ * @param extension2  Extension without its dot. NULL is reported.
  * @return 1 when equal, else 0.
  */
 LUMODIR_API unsigned short nomsfich_misma_extension(const char *extension1, const char *extension2);

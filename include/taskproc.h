@@ -4,9 +4,9 @@
  *
  * Of the other processes only the lists of their modules are asked for, those of 32-bit programs included.
  *
- * What it cannot promise: processes of other users and protected ones usually show no modules and are then
- * not found; and a process may start or end between the search and what follows it. The system gives the
- * number of an ended process to another one sooner or later, so a record is not for keeping.
+ * It cannot promise to find every process: those of other users and protected ones usually show no modules. And a
+ * process may start or end between the search and what follows it. The system gives the number of an ended process
+ * to another one sooner or later, so a record is not for keeping.
  */
 #ifndef LUMODIR_TASKPROC_H
 #define LUMODIR_TASKPROC_H
@@ -51,8 +51,9 @@ taskproc_busca_proceso_abierto(const wchar_t *modulo, ArrPunteroConTipo **proces
  * without a report.
  *
  * @param taskproc  Record of a search. NULL is reported as "(taskproc) != NULL".
- * @return 1 when termination was attempted, which does not say that the process has ended: its files may stay
- *         locked for a moment more; else 0.
+ * @return 1 when termination was attempted, else 0. Even then the process may not have ended yet: its files may stay
+ *         locked for a moment more.
+ *         https://learn.microsoft.com/en-us/windows/win32/api/processthreadsapi/nf-processthreadsapi-terminateprocess
  */
 LUMODIR_API unsigned short taskproc_mata_proceso(const Taskproc *taskproc);
 

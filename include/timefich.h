@@ -1,11 +1,11 @@
 /**
  * @file timefich.h
  * Dates of files: creation and modification as local FILETIME values, or the modification date alone as a
- * count of seconds. The last-access date is never told nor changed.
+ * count of seconds. The last-access date is neither told nor changed.
  *
  * Time values are signed 64-bit counts of seconds since 1970-01-01 00:00:
  * - UTC values are the classic `time_t`, parts of a second cut off towards 0;
- * - local values are the same count taken on the local FILETIME, less 3600. The hour is intended, not a zone
+ * - local values are the same count taken of the local FILETIME, less 3600. That hour is intended, and is no zone
  *   offset: values that programs have stored keep their meaning only with it.
  *
  * Local FILETIME values and local time values use the zone offset of today, not that of the date, as the system does:
@@ -70,9 +70,10 @@ timefich_obtener_fecha(const char *fichero, FILETIME *local_creacion, FILETIME *
  * @param local_modificacion  Date of the last write in local time, or NULL to leave it. Both NULL is reported
  *                            as "local_creacion != NULL || local_modificacion != NULL". A date that cannot be
  *                            converted to UTC is reported as "resp != FALSE".
- * @return 1 when set, else 0. A date whose UTC value the system takes for "leave it as it is" (0, -1 and -2), or
- *         for none at all (any other negative one), is answered with 0 too: nobody is asked, nothing is opened
- *         and the other date is not set either.
+ * @return 1 when set, else 0. A date whose UTC value the system takes for "leave it as it is" (0, -1 and -2:
+ *         https://learn.microsoft.com/en-us/windows/win32/api/fileapi/nf-fileapi-setfiletime), or for none at all
+ *         (any other negative one), is answered with 0 too: nobody is asked, nothing is opened and the other date is
+ *         not set either.
  */
 LUMODIR_API unsigned short timefich_asignar_fecha_u(const wchar_t *fichero, const FILETIME *local_creacion,
                                                     const FILETIME *local_modificacion);

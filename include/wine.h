@@ -13,8 +13,8 @@ LUMODIR_EXTERN_C_INICIO
  * Tells whether the process runs under Wine, by the key `Software\Wine` of the current user, which Wine makes
  * for its own settings; nothing else is looked at.
  *
- * The registry is asked at the first call and the answer kept. Two threads that call for the first time at
- * once both ask and keep the same answer.
+ * The registry is asked at the first call and the answer is kept. Two threads that make the first call at the same
+ * time both ask, and keep the same answer.
  *
  * @return 1 under Wine, else 0.
  */

@@ -24,31 +24,31 @@ struct nombre_de_lengua {
     std::string_view codigo;  // "pt-br"
     std::string_view ingles;  // "portuguese-brazil"
 };
-constexpr nombre_de_lengua nombres[] = {
-    {idioma::espanyol, "es", "spanish"},
-    {idioma::frances, "fr", "french"},
-    {idioma::portugues_brasil, "pt-br", "portuguese-brazil"},
-    {idioma::portugues_portugal, "pt", "portuguese"},
-    {idioma::catalan, "ca", "catalan"},
-    {idioma::italiano, "it", "italian"},
-    {idioma::espanyol_mexico, "es-mx", "spanish-mexico"},
-    {idioma::espanyol_argentina, "es-ar", "spanish-argentina"},
-    {idioma::ingles, "en", "english"},
-    {idioma::gallego, "gl", "galician"},
-    {idioma::bulgaro, "bg", "bulgarian"},
-    {idioma::rumano, "ro", "romanian"},
-    {idioma::chino_simplificado, "zh", "chinese"},
-    {idioma::aleman, "de", "german"},
-    {idioma::ruso, "ru", "russian"},
-    {idioma::espanyol_america, "es-419", "spanish-america"},
-    {idioma::tailandes, "th", "thai"},
-    {idioma::checo, "cs", "czech"},
-    {idioma::croata, "hr", "croatian"},
-    {idioma::esloveno, "sl", "slovenian"},
-    {idioma::hungaro, "hu", "hungarian"},
-    {idioma::polaco, "pl", "polish"},
-    {idioma::turco, "tr", "turkish"},
-    {idioma::japones, "ja", "japanese"},
+constexpr nombre_de_lengua idiomas[] = {
+    {.cual = idioma::espanyol, .codigo = "es", .ingles = "spanish"},
+    {.cual = idioma::frances, .codigo = "fr", .ingles = "french"},
+    {.cual = idioma::portugues_brasil, .codigo = "pt-br", .ingles = "portuguese-brazil"},
+    {.cual = idioma::portugues_portugal, .codigo = "pt", .ingles = "portuguese"},
+    {.cual = idioma::catalan, .codigo = "ca", .ingles = "catalan"},
+    {.cual = idioma::italiano, .codigo = "it", .ingles = "italian"},
+    {.cual = idioma::espanyol_mexico, .codigo = "es-mx", .ingles = "spanish-mexico"},
+    {.cual = idioma::espanyol_argentina, .codigo = "es-ar", .ingles = "spanish-argentina"},
+    {.cual = idioma::ingles, .codigo = "en", .ingles = "english"},
+    {.cual = idioma::gallego, .codigo = "gl", .ingles = "galician"},
+    {.cual = idioma::bulgaro, .codigo = "bg", .ingles = "bulgarian"},
+    {.cual = idioma::rumano, .codigo = "ro", .ingles = "romanian"},
+    {.cual = idioma::chino_simplificado, .codigo = "zh", .ingles = "chinese"},
+    {.cual = idioma::aleman, .codigo = "de", .ingles = "german"},
+    {.cual = idioma::ruso, .codigo = "ru", .ingles = "russian"},
+    {.cual = idioma::espanyol_america, .codigo = "es-419", .ingles = "spanish-america"},
+    {.cual = idioma::tailandes, .codigo = "th", .ingles = "thai"},
+    {.cual = idioma::checo, .codigo = "cs", .ingles = "czech"},
+    {.cual = idioma::croata, .codigo = "hr", .ingles = "croatian"},
+    {.cual = idioma::esloveno, .codigo = "sl", .ingles = "slovenian"},
+    {.cual = idioma::hungaro, .codigo = "hu", .ingles = "hungarian"},
+    {.cual = idioma::polaco, .codigo = "pl", .ingles = "polish"},
+    {.cual = idioma::turco, .codigo = "tr", .ingles = "turkish"},
+    {.cual = idioma::japones, .codigo = "ja", .ingles = "japanese"},
 };
 
 constexpr unsigned long ultima_ranura = 40;
@@ -59,29 +59,29 @@ struct nombre_propio {
     idioma cual;
 };
 constexpr nombre_propio nombres_propios[] = {
-    {L"espa\u00f1ol", idioma::espanyol},
-    {L"espanol", idioma::espanyol},
-    {L"castellano", idioma::espanyol},
-    {L"fran\u00e7ais", idioma::frances},
-    {L"portugu\u00eas", idioma::portugues_portugal},
-    {L"catal\u00e0", idioma::catalan},
-    {L"italiano", idioma::italiano},
-    {L"galego", idioma::gallego},
-    {L"rom\u00e2n\u0103", idioma::rumano},
-    {L"\u4e2d\u6587", idioma::chino_simplificado},
-    {L"deutsch", idioma::aleman},
-    {L"\u0440\u0443\u0441\u0441\u043a\u0438\u0439", idioma::ruso},
-    {L"polski", idioma::polaco},
-    {L"t\u00fcrk\u00e7e", idioma::turco},
-    {L"\u65e5\u672c\u8a9e", idioma::japones},
+    {.nombre = L"espa\u00f1ol", .cual = idioma::espanyol},
+    {.nombre = L"espanol", .cual = idioma::espanyol},
+    {.nombre = L"castellano", .cual = idioma::espanyol},
+    {.nombre = L"fran\u00e7ais", .cual = idioma::frances},
+    {.nombre = L"portugu\u00eas", .cual = idioma::portugues_portugal},
+    {.nombre = L"catal\u00e0", .cual = idioma::catalan},
+    {.nombre = L"italiano", .cual = idioma::italiano},
+    {.nombre = L"galego", .cual = idioma::gallego},
+    {.nombre = L"rom\u00e2n\u0103", .cual = idioma::rumano},
+    {.nombre = L"\u4e2d\u6587", .cual = idioma::chino_simplificado},
+    {.nombre = L"deutsch", .cual = idioma::aleman},
+    {.nombre = L"\u0440\u0443\u0441\u0441\u043a\u0438\u0439", .cual = idioma::ruso},
+    {.nombre = L"polski", .cual = idioma::polaco},
+    {.nombre = L"t\u00fcrk\u00e7e", .cual = idioma::turco},
+    {.nombre = L"\u65e5\u672c\u8a9e", .cual = idioma::japones},
 };
 
-// Texts of the library, from whatever thread it works on.
+// What the library has said, on whichever thread it works.
 std::mutex guarda_de_avisos;
 std::vector<std::wstring> avisos;
 std::atomic<bool> quejas{false};
 
-// Answers whether it is new: a deletion in passes may say the same in each of them.
+// Whether the text is new: a deletion in passes may say the same in each of them.
 bool i_apunta(std::wstring_view texto) {
     static std::set<std::wstring> dichos;
     quejas = true;
@@ -173,7 +173,7 @@ ruta_en_curso::~ruta_en_curso() {
 
 std::wstring quienes_tienen(const std::wstring& ruta) {
     std::wstring completa = ruta_exacta(ruta);
-    // The Restart Manager wants paths without the prefix where they can do without.
+    // The Restart Manager wants no prefix on a path that does not need one.
     constexpr size_t prefijo = 4;
     if (completa.size() < MAX_PATH && !completa.starts_with(L"\\\\?\\UNC\\")) {
         completa.erase(0, prefijo);
@@ -188,7 +188,7 @@ std::wstring quienes_tienen(const std::wstring& ruta) {
 
 std::optional<idioma> busca_idioma(std::wstring_view nombre) {
     const std::wstring buscado = en_minusculas(nombre);
-    for (const nombre_de_lengua& n : nombres) {
+    for (const nombre_de_lengua& n : idiomas) {
         if (buscado == ancho_de(n.codigo) || buscado == ancho_de(n.ingles)) {
             return n.cual;
         }
@@ -215,6 +215,7 @@ idioma idioma_de_los_textos(idioma cual) {
     if (lumodir::tiene_textos(cual)) {
         return cual;
     }
+    // The reserved slots that msglocal.h gives to Spanish.
     const auto ranura = static_cast<unsigned long>(cual);
     const bool en_castellano =
         cual == idioma::gallego || (ranura >= 14 && ranura <= 17) || (ranura >= 19 && ranura <= 23);
@@ -223,14 +224,14 @@ idioma idioma_de_los_textos(idioma cual) {
 
 std::wstring nombres_de_idiomas() {
     std::wstring todos;
-    for (const nombre_de_lengua& n : nombres) {
+    for (const nombre_de_lengua& n : idiomas) {
         todos += (todos.empty() ? L"" : L" ") + ancho_de(n.codigo);
     }
     return todos;
 }
 
 std::wstring nombre_de_idioma(idioma cual) {
-    for (const nombre_de_lengua& n : nombres) {
+    for (const nombre_de_lengua& n : idiomas) {
         if (n.cual == cual) {
             return ancho_de(n.ingles);
         }

@@ -12,8 +12,8 @@
 namespace mando {
 
 // Installs the receivers for as long as it lives. Warnings go to standard error; so do internal errors, but only when
-// `verboso`. The retry question is put to the person at the terminal; when there is none, it is answered with no and its
-// text is shown as a warning.
+// `verboso`. The retry question is put to the person at the terminal; when nobody is there, it is answered with no and
+// its text is shown as a warning.
 class anfitrion {
 public:
     explicit anfitrion(bool verboso);

@@ -13,7 +13,8 @@ namespace {
 constexpr size_t ancho_de_la_ayuda =
     79;  // a console of 80 columns breaks longer lines in the middle of words
 
-// Words in lines that fit, after what stands in the first of them already; the others begin `sangria` columns in.
+// A text in lines that fit, broken at blanks. `ocupadas` columns of the first line are taken already; the others are
+// indented by `sangria`.
 void i_parrafo(corriente& donde, const std::wstring& texto, size_t sangria, size_t ocupadas,
                estilo como = estilo::normal) {
     std::wstring linea;

@@ -415,7 +415,7 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"asking the drives, %1 s", L"preguntando a las unidades, %1 s"},
     {"stopped; some subkeys may be gone already", L"detenido; puede que falten ya algunas subclaves"},
     {"stopped after %1 of %2", L"detenido tras %1 de %2"},
-    {"stopping after the entry in work; Ctrl-C again ends at once",
+    {"stopping after the entry at hand; Ctrl-C again ends at once",
      L"me detengo al acabar con el elemento en curso; otro Ctrl-C termina en el acto"},
     {"%1, %2 s", L"%1, %2 s"},
     {"%1 of %2, %3 s", L"%1 de %2, %3 s"},

@@ -1,7 +1,7 @@
 // Patterns among the arguments: the shells of Windows pass them on as they were typed.
 //
 // Promises: a pattern stands for the entries whose names match it; short (8.3) names are not looked at, so "*.htm" never
-// finds a .html. No path is given twice.
+// finds a .html. No path comes twice in the same words.
 // Checked by tests/cli.
 #pragma once
 
@@ -14,8 +14,8 @@ namespace mando {
 
 enum class que_valen { ficheros, todo };
 
-// The entries that a path with * and ? in its last component stands for, as paths, sorted. Throws fallo when the
-// pattern stands elsewhere or the directory is missing.
+// The entries that a path with * and ? in its last component stands for, as paths, sorted. Throws fallo when another
+// component has them, and when the directory is missing.
 std::vector<std::wstring> expande(const std::wstring& patron, que_valen cuales);
 
 struct rutas_dadas {

@@ -11,7 +11,7 @@ namespace mando {
 
 namespace {
 
-constexpr size_t lleno = 8192;  // units gathered before a write that nobody has asked for
+constexpr size_t lleno = 8192;  // units that are held back before they are written unasked
 
 unsigned short i_atributos(estilo como, unsigned short propios) {
     constexpr unsigned short fondo = 0xF0;
@@ -104,7 +104,7 @@ void corriente::vacia() {
 void corriente::cierra() {
     vacia();
     if (queda_color_) {
-        // A Unix terminal under Wine learns of the colours with the next character only.
+        // A Unix terminal under Wine learns of a change of colours only with the next character.
         i_entrega(L" \r");
     }
 }
@@ -272,7 +272,7 @@ private:
         return !terminado_;
     }
 
-    // Editors and shells put one before what they write, as UTF-8 and as UTF-16.
+    // A byte-order mark: editors and shells write one, before UTF-8 too.
     void i_mira_la_marca() {
         constexpr std::string_view de_utf8_ = "\xEF\xBB\xBF", de_utf16 = "\xFF\xFE";
         while (leido_.size() < de_utf8_.size() && i_lee()) {

@@ -69,7 +69,7 @@ private:
 };
 linea_de_progreso& progreso();
 
-// Whether a person can answer: both standard input and standard error are a console.
+// Whether a person can answer: standard input and standard error are both consoles.
 bool hay_quien_conteste();
 
 // The next line of standard input, from a person or from a pipe; nothing at its end. A pipe holds UTF-8, or UTF-16 after

@@ -1,4 +1,4 @@
-// Directories as the listings and the deletions look at them.
+// Directories, read and walked under a progress line, for listings, searches and deletions.
 #pragma once
 
 #include <functional>

@@ -13,10 +13,10 @@ struct atributo {
     std::string_view nombre;
 };
 constexpr atributo marcas[] = {
-    {FILE_ATTRIBUTE_READONLY, L'r', "read_only"},
-    {FILE_ATTRIBUTE_HIDDEN, L'h', "hidden"},
-    {FILE_ATTRIBUTE_SYSTEM, L's', "system"},
-    {FILE_ATTRIBUTE_ARCHIVE, L'a', "archive"},
+    {.bit = FILE_ATTRIBUTE_READONLY, .letra = L'r', .nombre = "read_only"},
+    {.bit = FILE_ATTRIBUTE_HIDDEN, .letra = L'h', .nombre = "hidden"},
+    {.bit = FILE_ATTRIBUTE_SYSTEM, .letra = L's', .nombre = "system"},
+    {.bit = FILE_ATTRIBUTE_ARCHIVE, .letra = L'a', .nombre = "archive"},
 };
 
 }  // namespace

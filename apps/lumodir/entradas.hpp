@@ -9,7 +9,7 @@
 
 namespace mando {
 
-// The extension without its dot. A name whose only dot comes first has none, and what holds a blank is none.
+// The extension without its dot. A name whose only dot comes first has none, and what holds a blank is no extension.
 std::wstring extension_de(const std::wstring& nombre);
 // The name as it is shown: that of a directory ends with a separator.
 std::wstring nombre_de(const entrada& e);

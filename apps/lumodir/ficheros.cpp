@@ -34,7 +34,7 @@ std::wstring i_ruta_completa(const std::wstring& ruta) {
     return completa;
 }
 
-// "nul", "con" and the like, unless they are files of a directory: to the system they are there everywhere.
+// "nul", "con" and the like, unless they are files of a directory: to the system they exist everywhere.
 bool i_es_aparato(const std::wstring& de_trabajo) {
     return !de_trabajo.starts_with(L"\\\\") && i_ruta_completa(de_trabajo).starts_with(L"\\\\.\\");
 }
@@ -58,7 +58,8 @@ bool esta_protegido(const std::wstring& ruta) {
 }
 
 bool es_enlace(const std::wstring& ruta) {
-    return (i_atributos(ruta) & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    const std::optional<entrada> e = entrada_de(ruta);
+    return e && e->es_enlace;
 }
 
 namespace {
@@ -106,7 +107,7 @@ std::wstring texto_del_sistema(unsigned long codigo) {
     if (const frase propio = i_texto_propio(codigo); !propio.vacia()) {
         return di(propio);
     }
-    // It stands in a sentence of the command's own; a system without that language has the text in its own one.
+    // It stands in a sentence of the command's own, so it is asked for in that language, then in the system's.
     const unsigned long de_la_frase = en_espanyol() ? MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN)
                                                     : MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
     for (const unsigned long idioma : {de_la_frase, 0ul}) {
@@ -228,8 +229,8 @@ std::wstring fecha_en_palabras(long long segundos, bool en_utc, wchar_t separado
 namespace {
 
 long long i_de_pared_a_utc(long long pared) {
-    // The offset is known for an instant in UTC only: from a first guess the second one is right, but for the
-    // hour that a change to winter time repeats, where either answer is.
+    // The offset can be asked only of an instant in UTC: after a first guess the second one is right. In the hour that
+    // a change to winter time repeats, both answers are.
     long long utc = pared;
     for (int intento = 0; intento < 2; ++intento) {
         utc = pared - (lumodir::timefich::convierte_timet_UTC_a_timet_local(utc) - utc);
@@ -354,10 +355,11 @@ int en_cada_una(const peticion& p, const std::vector<std::wstring>& rutas, const
             }
         },
         [&](unsigned segundos) { return por_donde_va(vistas, rutas, segundos); });
-    if (interrumpido() && !p.en_json) {
-        di_queja(di("stopped after %1 of %2", con_miles(vistas), con_miles(rutas.size())));
-    }
-    return lo_hecho.acaba(todas);
+    return lo_hecho.acaba(todas, [&] {
+        if (interrumpido()) {
+            di_queja(di("stopped after %1 of %2", con_miles(vistas), con_miles(rutas.size())));
+        }
+    });
 }
 
 void con_cada_ruta(const std::vector<std::wstring>& rutas,

@@ -1,4 +1,4 @@
-// Files as the subcommands look at them: what is there, dates in words, what must never be deleted.
+// What the subcommands ask about files: what is there, its dates in words, what must never be deleted.
 #pragma once
 
 #include <functional>
@@ -14,7 +14,7 @@ enum class clase_de_entrada { ninguna, fichero, directorio };
 
 clase_de_entrada que_hay_en(const std::wstring& ruta);
 bool esta_protegido(const std::wstring& ruta);
-bool es_enlace(const std::wstring& ruta);  // a junction or a symbolic link, as far as the entry shows it
+bool es_enlace(const std::wstring& ruta);  // a junction or a symbolic link
 
 // The system's text for an error code, in the language of the command's own words.
 std::wstring texto_del_sistema(unsigned long codigo);
@@ -39,7 +39,7 @@ std::wstring fecha_en_palabras(long long segundos, bool en_utc, wchar_t separado
 // The same from seconds that are in local time already.
 std::wstring fecha_de_pared(long long segundos, wchar_t separador = L' ');
 
-// now, @SECONDS, YYYY-MM-DD, YYYY-MM-DD HH:MM[:SS] (or with T), a final Z for UTC. Throws uso_incorrecto.
+// Reads now, @SECONDS, YYYY-MM-DD or YYYY-MM-DD HH:MM[:SS] (or with T), with a final Z for UTC. Throws uso_incorrecto.
 long long lee_fecha(const std::wstring& texto, bool en_utc);
 
 // ---- The same action on each of several paths ----
@@ -49,7 +49,7 @@ struct resultado {
     std::wstring queja;  // why it failed; empty when it is done
     std::wstring ruta;   // what it was done to, when that is not the path that was given
     bool ya_estaba = false;
-    bool se_crea = false;   // --dry-run: it is missing and would come to be
+    bool se_crea = false;   // --dry-run: it is missing and would be created
     bool ya_dicho = false;  // the library has told the person why
     resultado() = default;
     // NOLINTNEXTLINE(google-explicit-constructor): a complaint is a result.

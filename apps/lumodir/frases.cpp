@@ -29,10 +29,6 @@ constexpr bool i_todas_toman_lo_mismo() {
 static_assert(i_todas_toman_lo_mismo(), "a translation lacks a value, or has one too many");
 static_assert(catalogo_de_frases[0].ingles.empty());
 
-}  // namespace
-
-namespace {
-
 bool i_es_castellano(lumodir::idioma cual) {
     using lumodir::idioma;
     return cual == idioma::espanyol || cual == idioma::espanyol_mexico ||

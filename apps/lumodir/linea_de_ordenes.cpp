@@ -59,7 +59,7 @@ constexpr otro_nombre otros_nombres[] = {
 };
 constexpr std::wstring_view de_copia[] = {L"cp", L"copy", L"xcopy", L"robocopy", L"rsync", L"mirror"};
 
-// The nearest of some words, when it is near enough: a slip in a short word, two in a longer one.
+// Of some words the nearest, when it is near enough: one slip in a short word, two in a longer one.
 class mas_parecida {
 public:
     explicit mas_parecida(std::wstring_view escrita) : escrita_(en_minusculas(escrita)) {
@@ -263,7 +263,7 @@ private:
         } else if (i + 1 < palabras_.size() && !palabras_[i + 1].starts_with(L"--")) {
             valor = palabras_[++i];
         } else {
-            // What begins with two dashes is the next option, whose value has to be written behind a =.
+            // What begins with two dashes is the next option; a value that does goes behind a "=".
             throw uso_incorrecto{di("option '--%1' needs a value (%2)", nombre, ancho_de(fila.valor))};
         }
         i_guarda(fila, std::move(valor));

@@ -29,7 +29,7 @@ struct puerta_de_ocupantes {
     unsigned long(WINAPI* termina)(unsigned long) = nullptr;
 };
 extern puerta_de_ocupantes puerta_ocupantes;
-void abre_puerta_de_ocupantes();  // at the first use, unless something stands there already
+void abre_puerta_de_ocupantes();  // loads the calls, unless something stands there already
 
 // The programs that hold a file, this one not counted.
 std::vector<ocupante> quien_tiene(const std::wstring& ruta_completa);

@@ -43,7 +43,7 @@ resultado i_rm_uno(const peticion& p, const std::wstring& ruta) {
     } else {
         lumodir::cdir::borra_fichero(de_trabajo);
     }
-    // Without the entry its text may name another one ("a." is "a" to the system).
+    // Once the entry is gone, the text as given may name another one ("a." is "a" to the system).
     return que_hay_en(de_trabajo) == clase_de_entrada::ninguna
                ? resultado()
                : con_ocupantes(di("'%1' is not deleted", ruta), ruta);
@@ -101,22 +101,22 @@ int i_rm(peticion& p) {
         return !ya.insert(en_mayusculas(ruta_exacta(ruta_de_trabajo(ruta)))).second;
     });
     i_pregunta_por(p, dadas);
-    return en_cada_una(p, dadas.rutas, {"deleted", "would delete"}, i_rm_uno);
+    return en_cada_una(p, dadas.rutas, {.hecho = "deleted", .se_haria = "would delete"}, i_rm_uno);
 }
 
 // ---- rmtree ----
 
-// One entry of the tree that goes, as the progress line looks after it: a directory or, where a directory holds
-// many files, one of every so many.
+// An entry by which the progress line sees how far a deletion is: a directory or, where a directory holds many files,
+// one of every so many.
 struct testigo {
     std::wstring del_sistema;
-    unsigned long long ficheros = 0;  // that it stands for
+    unsigned long long ficheros = 0;  // for which it stands
     unsigned directorios = 0;
 };
 
 struct tarea {
     std::wstring directorio;
-    // For the system: once it is gone, its own text may name another one ("d." is "d" then).
+    // For the system: once the directory is gone, the text as given may name another one ("d." is "d" then).
     std::wstring del_sistema;
     recuento antes;
     std::vector<testigo> testigos;
@@ -126,8 +126,8 @@ struct tarea {
     std::vector<std::wstring> no_borrados;  // files that --if-possible could not delete
 };
 
-// How much is gone, by the entries that stand for it. It asks about some of them a time only: the deletion is not
-// to be held up by the watching.
+// How much is gone, by the entries that stand for it. It asks about only some of them at a time, so that watching does
+// not hold up the deletion.
 class contador_de_borrado {
 public:
     explicit contador_de_borrado(const tarea& t)
@@ -174,7 +174,7 @@ private:
 
     std::mutex guarda_;
     const std::vector<testigo>& testigos_;
-    unsigned long long total_, todo_;  // directories, and whatever there is
+    unsigned long long total_, todo_;  // directories; entries of every kind
     std::vector<bool> ido_;
     size_t siguiente_ = 0;
     unsigned long long directorios_ = 0, ficheros_ = 0;
@@ -373,7 +373,7 @@ int i_rmtree(peticion& p) {
     }
     confirma(p, t.es_enlace ? di("Delete the link '%1'? What it points to stays.", t.directorio)
                             : di("Delete '%1' with %2?", t.directorio, i_en_palabras(t.antes)));
-    // The deletion that asks about what is held leaves directories whose names begin with a dot; that in passes
+    // The deletion that asks about what is held leaves directories whose names begin with a dot; the one in passes
     // takes them.
     if (p.tiene("if-possible")) {
         i_borra_si_se_puede(t);

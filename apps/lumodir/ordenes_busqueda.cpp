@@ -1,5 +1,5 @@
-// Searches and sizes: find, du. Both see directories as they are, those whose names begin with a dot included where
-// it is asked for (find) or always (du).
+// Searches and sizes: find, du. Both see directories as they are; those whose names begin with a dot are included on
+// demand (find) or always (du).
 #include <algorithm>
 #include <chrono>
 #include <cwchar>
@@ -171,7 +171,7 @@ private:
         return !e.es_enlace && e.bytes == 0;
     }
 
-    // One of the kinds; "empty" is none, and is asked for besides.
+    // "empty" is no kind: it is asked for beside the kinds.
     bool i_por_tipo(const entrada& e, const std::wstring& ruta) const {
         const wchar_t tipo = e.es_enlace ? L'l' : e.es_directorio ? L'd' : L'f';
         const bool vacias = tipos_.find(L'e') != tipos_.npos;
@@ -212,6 +212,7 @@ public:
     busqueda(const peticion& p, const std::wstring& patron)
         : p_(p),
           que_(p, patron),
+          halladas_(p),
           mas_hondo_(p.numero("max-depth", 10240, 10240)),
           menos_hondo_(p.numero("min-depth", 0, 10240)),
           cuantos_(p.numero("max-results", 0xFFFFFFFFul, 0xFFFFFFFFul)) {}
@@ -222,15 +223,22 @@ public:
     }
 
     int acaba() {
-        if (p_.en_json) {
-            escribe_json(json::objeto()
-                             .pon("found", std::move(lista_))
-                             .pon("not_shown", no_mostrados_)
-                             .pon("unreadable", ilegibles_.ilegibles));
-        } else if (!tabla_.vacia()) {
+        responde(p_,
+                 json::objeto()
+                     .pon("found", halladas_.toma_lista())
+                     .pon("not_shown", no_mostrados_)
+                     .pon("unreadable", ilegibles_.ilegibles),
+                 [&] { i_di_el_resto(); });
+        di_ilegibles(ilegibles_);
+        return hallados_ == 0 || !ilegibles_.ilegibles.empty() ? no : hecho;
+    }
+
+private:
+    void i_di_el_resto() const {
+        if (!tabla_.vacia()) {
             tabla_.pinta(salida());
         }
-        if (!p_.en_json && salida().es_consola() && no_mostrados_ > 0) {
+        if (salida().es_consola() && no_mostrados_ > 0) {
             salida().linea(
                 di(no_mostrados_ == 1
                        ? frase("%1 directory whose name begins with a dot is not searched (--hidden)")
@@ -238,11 +246,7 @@ public:
                    con_miles(no_mostrados_)),
                 estilo::tenue);
         }
-        di_ilegibles(ilegibles_);
-        return hallados_ == 0 || !ilegibles_.ilegibles.empty() ? no : hecho;
     }
-
-private:
     void i_mira(carpeta& c, const std::wstring& base) {
         if (!c.leida) {
             ilegibles_.codigo_ilegible = ilegibles_.ilegibles.empty() ? c.codigo : ilegibles_.codigo_ilegible;
@@ -266,7 +270,7 @@ private:
         }
     }
 
-    // As the person wrote it; of the current directory, which nobody wrote, what is below it.
+    // As the person wrote it. The current directory, which nobody wrote, is left out.
     std::wstring i_como_se_dice(const carpeta& c, const std::wstring& base) const {
         if (p_.tiene("absolute-path")) {
             constexpr size_t prefijo = 4;
@@ -282,10 +286,12 @@ private:
             return;
         }
         ++hallados_;
+        halladas_.pieza([&] { return json_de(e, ruta, "path"); }, [&] { i_di(e, ruta); });
+    }
+
+    void i_di(const entrada& e, const std::wstring& ruta) {
         const std::wstring dicha = e.es_directorio ? ruta + L'\\' : ruta;
-        if (p_.en_json) {
-            lista_.agrega(json_de(e, ruta, "path"));
-        } else if (p_.tiene("long")) {
+        if (p_.tiene("long")) {
             tabla_.fila({letras_de_atributos(e), e.es_directorio ? L"" : con_miles(e.bytes),
                          fecha_en_palabras(e.modificada, false), dicha});
         } else if (p_.tiene("print0")) {
@@ -298,18 +304,21 @@ private:
 
     const peticion& p_;
     criterio que_;
+    respuesta_por_piezas halladas_;
     unsigned long mas_hondo_, menos_hondo_, cuantos_;
     unsigned long long hallados_ = 0, no_mostrados_ = 0;
     recuento ilegibles_;
-    json lista_ = json::lista();
-    tabla tabla_{{{"attributes"}, {"bytes", true}, {"modified"}, {"path", false, true}}};
+    tabla tabla_{{{.titulo = "attributes"},
+                  {.titulo = "bytes", .a_la_derecha = true},
+                  {.titulo = "modified"},
+                  {.titulo = "path", .elastica = true}}};
 };
 
 int i_find(peticion& p) {
     std::vector<std::wstring> donde = p.argumentos;
     std::wstring patron;
-    // A pattern holds no separator, unless whole paths are compared: what does, or the only argument when it is a
-    // directory, is where to look.
+    // A pattern holds no separator, unless whole paths are compared. What holds one is where to look, and so is the only
+    // argument when it is a directory.
     const bool hay_patron =
         !donde.empty() &&
         (p.tiene("full-path") ||
@@ -337,10 +346,10 @@ struct parte {
     recuento cuenta;
 };
 
-// What is in a directory and, apart, in each of those down to some levels.
+// What a directory holds, and what each directory below it does, down to some levels.
 std::vector<parte> i_partes_de(const std::wstring& directorio, size_t niveles) {
     std::vector<parte> partes;
-    std::vector<size_t> abiertas;  // of each level, the part that gathers it
+    std::vector<size_t> abiertas;  // at each level, the part that gathers what is found now
     recorre_con_progreso(directorio, [&](const carpeta& c) {
         abiertas.resize(std::min(abiertas.size(), c.nivel));
         if (c.nivel <= niveles) {
@@ -434,7 +443,10 @@ private:
     bool fallo_ = false;
     recuento ilegibles_;
     json lista_ = json::lista();
-    tabla tabla_{{{"bytes", true}, {"size", true}, {"files", true}, {"path", false, true}}};
+    tabla tabla_{{{.titulo = "bytes", .a_la_derecha = true},
+                  {.titulo = "size", .a_la_derecha = true},
+                  {.titulo = "files", .a_la_derecha = true},
+                  {.titulo = "path", .elastica = true}}};
 };
 
 int i_du(peticion& p) {

@@ -39,7 +39,7 @@ std::wstring i_carpeta_de(const std::wstring& fichero) {
     return carpeta.empty() || carpeta.back() == L':' ? fichero.substr(0, fin + 1) : carpeta;
 }
 
-// A pattern is there when anything matches it: it gives way to what it matches, and stays to be told as missing.
+// A pattern is replaced by what matches it; one that nothing matches stays, to be told as missing.
 std::vector<std::wstring> i_existentes(const peticion& p) {
     std::vector<std::wstring> rutas;
     for (const std::wstring& ruta : p.argumentos_o_entrada()) {
@@ -97,7 +97,7 @@ acceso i_acceso(const std::wstring& dada, bool es_directorio) {
     lumodir::respuesta escribir;
     if (es_directorio) {
         a.leer = por_que_no_se_lee(ruta) == 0;
-        if (ruta.starts_with(L"\\\\?\\")) {  // of which the library's judgement of paths knows nothing
+        if (ruta.starts_with(L"\\\\?\\")) {  // which the library's rules of paths do not accept
             const std::wstring probado = lumodir::creaFicheroUnicoEnDirectorio(ruta, L"tmp");
             a.escribir = !probado.empty() && que_hay_en(probado) == clase_de_entrada::fichero;
             a.por_que_no = a.escribir ? L"" : di("no temporary file could be created");
@@ -142,10 +142,11 @@ void i_pinta_test(const probada& x, bool con_nombre) {
     if (con_nombre) {
         salida().linea(a_la_vista(x.ruta), estilo::titulo);
     }
-    pinta_ficha(salida(), {{"kind", di(x.es_directorio ? frase("directory") : frase("file"))},
-                           {"readable", si_o_no(x.como.leer)},
-                           {"writable", escribible},
-                           {"protected", di(esta_protegido(x.ruta) ? frase("yes") : frase("no"))}});
+    pinta_ficha(salida(),
+                {{.nombre = "kind", .valor = di(x.es_directorio ? frase("directory") : frase("file"))},
+                 {.nombre = "readable", .valor = si_o_no(x.como.leer)},
+                 {.nombre = "writable", .valor = escribible},
+                 {.nombre = "protected", .valor = di(esta_protegido(x.ruta) ? frase("yes") : frase("no"))}});
 }
 
 int i_test(peticion& p) {
@@ -203,7 +204,7 @@ int i_size(peticion& p) {
     return todas ? hecho : no;
 }
 
-// A date in words, for scripts with a T between day and hour.
+// A date in words; for scripts there is a T between day and hour.
 valor i_valor_de_fecha(long long segundos, bool en_utc) {
     return {fecha_en_palabras(segundos, en_utc, L'T'), fecha_en_palabras(segundos, en_utc)};
 }
@@ -289,7 +290,8 @@ int i_touch(peticion& p) {
     if (p.tiene("date")) {
         lee_fecha(p.valor("date"), p.tiene("utc"));  // before anything is created
     }
-    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"dated", "would date"}, i_touch_una);
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas,
+                       {.hecho = "dated", .se_haria = "would date"}, i_touch_una);
 }
 
 // ---- mkdir, mv ----
@@ -328,7 +330,9 @@ int i_mkdir(peticion& p) {
     for (const std::wstring& ruta : rutas) {
         rechaza_patron(ruta);
     }
-    return en_cada_una(p, rutas, {"created", "would create", "exists already:"}, i_mkdir_una);
+    return en_cada_una(p, rutas,
+                       {.hecho = "created", .se_haria = "would create", .ya_estaba = "exists already:"},
+                       i_mkdir_una);
 }
 
 std::wstring i_ultima_parte(const std::wstring& ruta) {
@@ -374,9 +378,12 @@ void i_mueve(const peticion& p, const std::wstring& viejo, const std::wstring& n
     if (!movido) {
         throw fallo{con_ocupantes(di("'%1' is not moved", viejo), viejo)};
     }
-    // A change of letter case alone: there are systems that answer that it is done, and keep the old name.
-    if (iguales_sin_caja(viejo, nuevo) && nombre_que_lleva(nuevo) != i_ultima_parte(nuevo)) {
-        throw fallo{di("'%1' is not moved: the system keeps the letter case of its name", viejo)};
+    // A change of letter case alone: some systems answer that it is done and keep the old name.
+    if (iguales_sin_caja(viejo, nuevo)) {
+        const std::optional<entrada> e = entrada_de(nuevo);
+        if (!e || e->nombre != i_ultima_parte(nuevo)) {
+            throw fallo{di("'%1' is not moved: the system keeps the letter case of its name", viejo)};
+        }
     }
 }
 
@@ -460,12 +467,12 @@ resultado i_protege_una(const peticion& p, const std::wstring& ruta) {
 }
 
 int i_protect(peticion& p) {
-    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"protected", "would protect"},
-                       i_protege_una<true>);
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas,
+                       {.hecho = "protected", .se_haria = "would protect"}, i_protege_una<true>);
 }
 int i_unprotect(peticion& p) {
-    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas, {"unprotected", "would unprotect"},
-                       i_protege_una<false>);
+    return en_cada_una(p, rutas_de(p, que_valen::ficheros).rutas,
+                       {.hecho = "unprotected", .se_haria = "would unprotect"}, i_protege_una<false>);
 }
 
 // ---- who ----
@@ -484,11 +491,15 @@ int i_who(peticion& p) {
         }
         lista.agrega(json::objeto().pon("path", ruta).pon("held_by", std::move(suyos)));
     });
-    if (ocupantes.vacia() && !p.en_json) {
-        throw fallo{di("the system names nobody who holds it")};
-    }
     return responde(
-        p, lista, [&] { ocupantes.pinta(); }, ocupantes.vacia() ? no : hecho);
+        p, lista,
+        [&] {
+            if (ocupantes.vacia()) {
+                di_queja(di("the system names nobody who holds it"));
+            }
+            ocupantes.pinta();
+        },
+        ocupantes.vacia() ? no : hecho);
 }
 
 // ---- rename-ext ----
@@ -568,10 +579,6 @@ int i_rename_ext(peticion& p) {
         con_progreso(
             [&] { cdir::cambia_extension_ficheros(de_trabajo, vieja, nueva); },
             [&](unsigned segundos) { return di("renaming %1, %2 s", cuantos, std::to_wstring(segundos)); });
-    } else if (!p.en_json) {
-        for (const std::wstring& linea : i_en_palabras(cambios)) {
-            salida().escribe(di("would rename"), estilo::aviso).escribe(" ").linea(std::wstring_view(linea));
-        }
     }
     const size_t quedan =
         iguales_sin_caja(vieja, nueva) && !p.en_seco() ? 0 : i_con_extension(de_trabajo, vieja).size();
@@ -582,8 +589,14 @@ int i_rename_ext(peticion& p) {
                     .pon("left", quedan)
                     .pon("files", i_json_de_cambios(cambios));
     if (p.en_seco()) {
-        todo.pon("dry_run", true);
-        return responde(p, todo, [] {});
+        return responde(p, todo.pon("dry_run", true), [&] {
+            for (const std::wstring& linea : i_en_palabras(cambios)) {
+                salida()
+                    .escribe(di("would rename"), estilo::aviso)
+                    .escribe(" ")
+                    .linea(std::wstring_view(linea));
+            }
+        });
     }
     return responde(
         p, todo,

@@ -37,7 +37,7 @@ std::wstring i_no_mostrados(unsigned long long cuantos) {
 
 // ---- ls ----
 
-// A directory, and what of it: everything, a pattern, or one file.
+// A directory, and what of it is wanted: everything, a pattern, or one file.
 struct pedido {
     std::wstring directorio, patron;
 };
@@ -119,7 +119,8 @@ listado i_lista(const peticion& p, const pedido& que) {
             ++l.no_mostrados;
             continue;
         }
-        ++(e.es_directorio ? l.directorios : l.ficheros);
+        l.directorios += e.es_directorio ? 1 : 0;
+        l.ficheros += e.es_directorio ? 0 : 1;
         l.bytes += e.bytes;
         l.entradas.push_back(std::move(e));
     }
@@ -144,10 +145,10 @@ estilo i_estilo(const entrada& e) {
 }
 
 void i_pinta_con_detalles(const peticion& p, const listado& l) {
-    tabla t({{"attributes"},
-             p.tiene("human") ? columna{"size", true} : columna{"bytes", true},
-             {"modified"},
-             {"name", false, true}});
+    tabla t({{.titulo = "attributes"},
+             {.titulo = p.tiene("human") ? frase("size") : frase("bytes"), .a_la_derecha = true},
+             {.titulo = "modified"},
+             {.titulo = "name", .elastica = true}});
     for (const entrada& e : l.entradas) {
         const std::wstring tamanyo = e.es_directorio    ? L""
                                      : p.tiene("human") ? tamanyo_legible(e.bytes)
@@ -212,7 +213,7 @@ struct nodo {
     std::vector<std::wstring> ficheros = {};  // with the extension that was asked for
     std::vector<std::wstring> enlaces = {};   // links to directories
     bool leido = true;
-    unsigned long long de_abajo = 0;     // files of the directories below, and these
+    unsigned long long de_abajo = 0;     // its files and those of all directories below
     unsigned long long directorios = 1;  // itself and those below
 };
 
@@ -249,7 +250,7 @@ arbol i_arbol(const peticion& p, const std::wstring& base) {
         }
         a.nodos.push_back(std::move(n));
     });
-    // Backwards every directory comes before the one that holds it.
+    // From the last to the first, each directory comes before the one that holds it.
     std::vector<unsigned long long> ficheros, directorios;  // of each level, gathered from below
     for (size_t i = a.nodos.size(); i-- > 0;) {
         nodo& n = a.nodos[i];
@@ -385,11 +386,11 @@ std::vector<cuenta> i_cuentas(const peticion& p, const arbol& a) {
 
 void i_pinta_cuentas(const peticion& p, const arbol& a) {
     const bool juntas = p.tiene("depth");
-    std::vector<columna> columnas = {{"files", true}};
+    std::vector<columna> columnas = {{.titulo = "files", .a_la_derecha = true}};
     if (juntas) {
-        columnas.push_back({"directories", true});
+        columnas.push_back({.titulo = "directories", .a_la_derecha = true});
     }
-    columnas.push_back({"directory", false, true});
+    columnas.push_back({.titulo = "directory", .elastica = true});
     tabla t(columnas);
     for (const cuenta& c : i_cuentas(p, a)) {
         std::vector<celda> fila = {con_miles(c.ficheros)};

@@ -26,11 +26,11 @@ struct raiz_con_nombre {
     lumoreg::raiz raiz;
 };
 constexpr raiz_con_nombre raices[] = {
-    {"HKCR", "HKEY_CLASSES_ROOT", lumoreg::raiz::classes_root},
-    {"HKCC", "HKEY_CURRENT_CONFIG", lumoreg::raiz::current_config},
-    {"HKCU", "HKEY_CURRENT_USER", lumoreg::raiz::current_user},
-    {"HKLM", "HKEY_LOCAL_MACHINE", lumoreg::raiz::local_machine},
-    {"HKU", "HKEY_USERS", lumoreg::raiz::users},
+    {.corto = "HKCR", .largo = "HKEY_CLASSES_ROOT", .raiz = lumoreg::raiz::classes_root},
+    {.corto = "HKCC", .largo = "HKEY_CURRENT_CONFIG", .raiz = lumoreg::raiz::current_config},
+    {.corto = "HKCU", .largo = "HKEY_CURRENT_USER", .raiz = lumoreg::raiz::current_user},
+    {.corto = "HKLM", .largo = "HKEY_LOCAL_MACHINE", .raiz = lumoreg::raiz::local_machine},
+    {.corto = "HKU", .largo = "HKEY_USERS", .raiz = lumoreg::raiz::users},
 };
 
 clave i_clave(const std::wstring& texto) {
@@ -166,7 +166,7 @@ size_t i_cuenta_subclaves(const clave& c) {
     return total;
 }
 
-// One pass of the library leaves every second subkey; passes are made as long as they get anywhere.
+// One pass of the library leaves every second subkey; passes are made as long as each deletes something.
 size_t i_borra_en_pasadas(const clave& c, const std::wstring& padre, const std::wstring& nombre) {
     size_t pasadas = 0;
     size_t antes = static_cast<size_t>(-1);
@@ -207,10 +207,6 @@ int i_rm_clave(peticion& p, const clave& c) {
         [&](unsigned segundos) { return di("deleting %1, %2 s", c.entera, std::to_wstring(segundos)); });
     const bool queda = i_existe(c, std::nullopt);
     const size_t quedan = queda ? i_cuenta_subclaves(c) : 0;
-    if (queda && !p.en_json) {
-        throw fallo{
-            di("the key '%1' is not deleted; left: %2", c.entera, plural(quedan, "subkey", "subkeys"))};
-    }
     return responde(
         p,
         json::objeto()
@@ -219,7 +215,15 @@ int i_rm_clave(peticion& p, const clave& c) {
             .pon("subkeys", subclaves)
             .pon("passes", pasadas)
             .pon("left", quedan),
-        [&] { salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera); }, queda ? no : hecho);
+        [&] {
+            if (queda) {
+                di_queja(di("the key '%1' is not deleted; left: %2", c.entera,
+                            plural(quedan, "subkey", "subkeys")));
+            } else {
+                salida().escribe(di("deleted"), estilo::bueno).linea(L" " + c.entera);
+            }
+        },
+        queda ? no : hecho);
 }
 
 int i_rm_valor(peticion& p, const clave& c) {

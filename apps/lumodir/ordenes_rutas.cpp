@@ -14,7 +14,7 @@ namespace {
 
 namespace cdir = lumodir::cdir;
 
-// Both words in their column, and two blanks.
+// "valid" or "invalid", padded to one column, and two blanks.
 std::wstring i_juicio_en_palabras(frase cual) {
     constexpr size_t separacion = 2;
     return a_la_izquierda(di(cual),
@@ -47,12 +47,13 @@ int i_check(peticion& p) {
             }
         });
     }
-    if (!p.en_json && rutas.size() > 1) {
-        salida().linea(di("%1: %2 valid, %3 invalid", plural(rutas.size(), "path", "paths"),
-                          con_miles(rutas.size() - malas), con_miles(malas)),
-                       malas > 0 ? estilo::aviso : estilo::normal);
-    }
-    return juicios.acaba(malas == 0);
+    return juicios.acaba(malas == 0, [&] {
+        if (rutas.size() > 1) {
+            salida().linea(di("%1: %2 valid, %3 invalid", plural(rutas.size(), "path", "paths"),
+                              con_miles(rutas.size() - malas), con_miles(malas)),
+                           malas > 0 ? estilo::aviso : estilo::normal);
+        }
+    });
 }
 
 int i_split(peticion& p) {
@@ -69,13 +70,17 @@ int i_split(peticion& p) {
         cortadas.fila(
             {ruta, z.unidad.vista(), z.directorio.vista(), z.nombre_base.vista(), z.extension.vista()});
     }
-    if (rutas.size() == 1 && !p.en_json) {
-        cortadas.pinta_ficha();
-    } else {
-        cortadas.di_lista();
-    }
-    // An invalid path is split all the same; the library has said so.
-    return hubo_quejas() ? no : hecho;
+    // An invalid path is split all the same; the library has complained of it.
+    return responde(
+        p, cortadas.como_lista(),
+        [&] {
+            if (rutas.size() == 1) {
+                cortadas.pinta_ficha();
+            } else {
+                cortadas.pinta();
+            }
+        },
+        hubo_quejas() ? no : hecho);
 }
 
 // The result of a text operation; what the library complained of makes the exit code.
@@ -157,8 +162,7 @@ int i_name(peticion& p) {
             todas_validas = false;
             di_queja(ruta + L": " + valida.motivo, estilo::aviso);
         }
-        // Either of them: what the library complains of is told once.
-        nombres.pieza(p.en_json ? i_todas_las_piezas(p, ruta) : json(),
+        nombres.pieza([&] { return i_todas_las_piezas(p, ruta); },
                       [&] { salida().linea(std::wstring_view(i_pieza_pedida(p, ruta))); });
     }
     return nombres.acaba(todas_validas);

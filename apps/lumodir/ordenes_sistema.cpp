@@ -51,7 +51,7 @@ int i_tmp(peticion& p) {
 
 // ---- where ----
 
-// The endings that the system runs a name with when it has none of them.
+// The names that the system would look for: the one given, then with each of the endings of PATHEXT.
 std::vector<std::wstring> i_candidatos(const std::wstring& nombre) {
     std::vector<std::wstring> candidatos = {nombre};
     const wchar_t* extensiones = _wgetenv(L"PATHEXT");
@@ -82,12 +82,12 @@ int i_where(peticion& p) {
         [](unsigned segundos) {
             return di("looking in the directories of PATH, %1 s", std::to_wstring(segundos));
         });
-    if (hallados.empty() && !p.en_json) {
-        throw fallo{di("'%1' is in no directory of PATH", p.argumentos[0])};
-    }
     return responde(
         p, json::objeto().pon("name", p.argumentos[0]).pon("paths", hallados),
         [&] {
+            if (hallados.empty()) {
+                di_queja(di("'%1' is in no directory of PATH", p.argumentos[0]));
+            }
             for (const std::wstring& ruta : hallados) {
                 salida().linea(std::wstring_view(ruta));
             }
@@ -129,7 +129,8 @@ int i_whereami(peticion& p) {
     return hecho;
 }
 
-// What the system says it is, not what it says to programs of older times.
+// The real version, which GetVersionExW hides from programs that do not name it in their manifest:
+// https://learn.microsoft.com/en-us/windows/win32/sysinfo/targeting-your-application-at-windows-8-1
 std::wstring i_version_de_windows() {
     using funcion = long(__stdcall*)(OSVERSIONINFOW*);
     OSVERSIONINFOW version{};
@@ -243,14 +244,18 @@ int i_ps(peticion& p) {
         filas.fila({valor(proceso.pid, std::to_wstring(proceso.pid)), std::wstring(proceso.modulo),
                     lumodir::taskproc::ruta_proceso(proceso)});
     }
-    if (filas.vacia() && !p.en_json) {
-        throw fallo{di("no process has loaded '%1' (the name is case-sensitive)", p.argumentos[0])};
-    }
-    filas.di_lista();
-    return filas.vacia() ? no : hecho;
+    return responde(
+        p, filas.como_lista(),
+        [&] {
+            if (filas.vacia()) {
+                di_queja(di("no process has loaded '%1' (the name is case-sensitive)", p.argumentos[0]));
+            }
+            filas.pinta();
+        },
+        filas.vacia() ? no : hecho);
 }
 
-// A library may be loaded by every process there is: it must be asked for in so many words.
+// Every process there is may have loaded a library: ending those must be asked for in so many words.
 void i_exige_ejecutable(const peticion& p) {
     const std::wstring extension = en_minusculas(lumodir::cdir::extension_fichero(p.argumentos[0]));
     if (extension != L"exe" && extension != L"com" && !p.tiene("modules")) {

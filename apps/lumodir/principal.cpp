@@ -108,13 +108,9 @@ void i_ayuda(corriente& donde, const invocacion& leida) {
 }
 
 int i_ejecuta(invocacion& leida) {
-    if (leida.version && leida.que.en_json) {
-        escribe_json(json::objeto().pon("version", LUMODIR_VERSION));
-        return hecho;
-    }
     if (leida.version) {
-        di_version(salida());
-        return hecho;
+        return responde(leida.que, json::objeto().pon("version", LUMODIR_VERSION),
+                        [] { di_version(salida()); });
     }
     if (leida.ayuda) {
         i_ayuda(salida(), leida);

@@ -53,7 +53,8 @@ std::vector<std::wstring> i_componentes(std::wstring_view ruta) {
     return partes;
 }
 
-// The text of the directory that a path starts from ("" when it starts from a root of its own), and the rest.
+// Splits a path into the directory that it starts from ("" when it begins with a root of its own), which is returned,
+// and the rest, which stays in `ruta`.
 std::wstring i_desde(std::wstring& ruta) {
     if (ruta.starts_with(L"\\\\")) {
         return {};
@@ -149,7 +150,7 @@ std::wstring ruta_de_trabajo(const std::wstring& ruta) {
     if (i_lleva_prefijo(ruta) || sin_blancos(ruta).empty()) {
         return ruta;
     }
-    // What is missing is looked for in the directory that is there.
+    // Where the entry is missing, the nearest directory above that is there decides.
     for (std::wstring hasta = ruta;;) {
         const std::wstring exacta = ruta_exacta(hasta);
         if (exacta == i_usual(hasta, exacta)) {
@@ -193,7 +194,7 @@ void recorre_arbol(const std::wstring& base, const std::function<void(carpeta&)>
         pendientes.pop_back();
         i_lee(c);
         visita(c);
-        // How much lies below a directory nobody knows before: each of those beside it counts alike.
+        // Nobody knows beforehand how much lies below a directory: all on one level count alike.
         const auto debajo = std::count_if(c.entradas.begin(), c.entradas.end(), se_entra);
         const double de_cada_una = c.parte / static_cast<double>(debajo + 1);
         recorrida = recorrida + de_cada_una;
@@ -232,9 +233,17 @@ double parte_recorrida() {
     return recorrida.load(std::memory_order_relaxed);
 }
 
-std::wstring nombre_que_lleva(const std::wstring& ruta) {
+std::optional<entrada> entrada_de(const std::wstring& ruta) {
+    std::wstring exacta = ruta_exacta(ruta);
+    exacta.erase(exacta.find_last_not_of(L'\\') + 1);
     WIN32_FIND_DATAW e;
-    return lumodir::dirwin::enumerador(ruta_exacta(ruta)).siguiente(e) ? e.cFileName : L"";
+    // Not by the enumerator, whose own filter takes "readme" for "readme.txt".
+    const HANDLE asa = FindFirstFileW(exacta.c_str(), &e);
+    if (asa == INVALID_HANDLE_VALUE) {
+        return std::nullopt;
+    }
+    FindClose(asa);
+    return i_entrada(e);
 }
 
 int compara_nombres(const std::wstring& a, const std::wstring& b) {

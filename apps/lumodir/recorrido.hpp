@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,8 +40,8 @@ struct carpeta {
 
 // The full path in the form that takes every name as the directory holds it (\\?\...).
 std::wstring ruta_exacta(const std::wstring& ruta);
-// The path to hand to the library: as it was given, but for one that names an entry which Windows would not find
-// by it (a final blank or dot, a device name), or that is to be below such a directory.
+// The path to hand to the library: as it was given, unless Windows would not find by it what it names (a final blank or
+// dot, a device name), or a directory above that; then the exact one.
 std::wstring ruta_de_trabajo(const std::wstring& ruta);
 
 std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre);
@@ -65,8 +66,8 @@ unsigned long long entradas_leidas();
 // How much of the current walk is done, from 0 to 1, estimated from what it has seen.
 double parte_recorrida();
 
-// The name by which the directory holds an entry, letter case included; nothing when it is missing.
-std::wstring nombre_que_lleva(const std::wstring& ruta);
+// The entry by which its directory holds what a path names; nothing when that is missing, or a root.
+std::optional<entrada> entrada_de(const std::wstring& ruta);
 
 // Sorts names as the listings do, letter case aside.
 int compara_nombres(const std::wstring& a, const std::wstring& b);

@@ -35,9 +35,16 @@ void respuesta_por_piezas::pieza(json para_guiones, const std::function<void()>&
     }
 }
 
-int respuesta_por_piezas::acaba(bool bien) {
+void respuesta_por_piezas::pieza(const std::function<json()>& para_guiones,
+                                 const std::function<void()>& en_palabras) {
+    pieza(en_json_ ? para_guiones() : json(), en_palabras);
+}
+
+int respuesta_por_piezas::acaba(bool bien, const std::function<void()>& al_final) {
     if (en_json_) {
         escribe_json(lista_);
+    } else {
+        al_final();
     }
     return bien ? hecho : no;
 }

@@ -34,8 +34,13 @@ class respuesta_por_piezas {
 public:
     explicit respuesta_por_piezas(const peticion& p) : en_json_(p.en_json) {}
     void pieza(json para_guiones, const std::function<void()>& en_palabras);
-    // The end of it.
-    int acaba(bool bien);
+    // The same where the JSON takes time to make, or makes the library complain a second time.
+    void pieza(const std::function<json()>& para_guiones, const std::function<void()>& en_palabras);
+    // The end of it, with what a person is told last.
+    int acaba(
+        bool bien, const std::function<void()>& al_final = [] {});
+    // The list, where it is a part of the answer instead.
+    json toma_lista() { return std::move(lista_); }
 
 private:
     bool en_json_;

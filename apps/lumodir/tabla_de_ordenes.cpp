@@ -5,14 +5,14 @@ namespace mando {
 
 std::span<const grupo> grupos() {
     static const grupo todos[] = {
-        {"Paths as text: nothing here looks at the disk", ordenes_rutas},
-        {"Listings", ordenes_listados},
-        {"Searches and sizes", ordenes_busqueda},
-        {"Files and directories", ordenes_ficheros},
-        {"Deletion: asks first", ordenes_borrado},
-        {"The system", ordenes_sistema},
-        {"The registry", ordenes_registro},
-        {"For the shell", ordenes_interprete},
+        {.titulo = "Paths as text: nothing here looks at the disk", .ordenes = ordenes_rutas},
+        {.titulo = "Listings", .ordenes = ordenes_listados},
+        {.titulo = "Searches and sizes", .ordenes = ordenes_busqueda},
+        {.titulo = "Files and directories", .ordenes = ordenes_ficheros},
+        {.titulo = "Deletion: asks first", .ordenes = ordenes_borrado},
+        {.titulo = "The system", .ordenes = ordenes_sistema},
+        {.titulo = "The registry", .ordenes = ordenes_registro},
+        {.titulo = "For the shell", .ordenes = ordenes_interprete},
     };
     return todos;
 }

@@ -1,6 +1,6 @@
 // Text of the command: UTF-8 at the borders, widths for display.
 //
-// Inside the command text is UTF-16, as the library's; a lone surrogate, which file names may hold, is kept
+// Inside the command text is UTF-16, like the library's; a lone surrogate, which file names may hold, is kept
 // and becomes U+FFFD only where UTF-8 leaves the program.
 // Checked by tests/cli.
 #pragma once
@@ -23,8 +23,8 @@ std::wstring ancho_de(std::string_view ascii);
 
 std::wstring de_pagina_activa(std::string_view texto);
 
-// Text for people: what turns the writing direction, breaks a line or does not show at all is written out
-// (<U+202E>). What scripts read is never changed so.
+// Text for people: what turns the writing direction, breaks a line or does not show at all is spelled out
+// (<U+202E>). What scripts read is never changed like this.
 std::wstring sin_trampas(std::wstring_view texto);
 // A name for people: as above, control characters too, and in quotes when a blank stands at one of its ends.
 std::wstring a_la_vista(std::wstring_view nombre);

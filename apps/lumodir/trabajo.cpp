@@ -66,7 +66,7 @@ int __stdcall i_al_interrumpir(unsigned long que) {
     }
     if (turno_de_consola().try_lock()) {
         progreso().borra();
-        errores().linea(di("stopping after the entry in work; Ctrl-C again ends at once"), estilo::aviso);
+        errores().linea(di("stopping after the entry at hand; Ctrl-C again ends at once"), estilo::aviso);
         turno_de_consola().unlock();
     }
     return TRUE;

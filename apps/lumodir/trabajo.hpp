@@ -1,8 +1,8 @@
 // Long work with a progress line over it, and Ctrl-C as a wish to stop.
 //
-// Promises: Ctrl-C is answered at once. Work that can be stopped stops after the entry in work; other work ends with the
+// Promises: Ctrl-C is answered at once. Work that can be stopped stops after the entry at hand; other work ends with the
 // program, which first says what has been done. A second Ctrl-C always ends the program. When the window is closed, the
-// program waits for the entry in work as long as the system allows.
+// program waits for the entry at hand as long as the system allows.
 // Checked by tests/cli.
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace mando {
 
-// Does the work, on a thread of its own when a person is looking at a terminal, where `texto` (given the
+// Does the work. When a person is looking at a terminal, it runs on a thread of its own, and `texto` (which is given the
 // seconds gone by) is shown after the first moments and then a few times a second.
 void con_progreso(const std::function<void()>& trabajo, const std::function<std::wstring(unsigned)>& texto);
 
@@ -22,7 +22,7 @@ std::wstring lo_que_falta(double parte_hecha, unsigned segundos);
 void atiende_interrupciones();
 constexpr int acabado_por_control_c = static_cast<int>(0xC000013A);
 
-// But while this object lives it is a wish only: the flag of the library, when there is one, is set to 0, and
+// While this object lives, Ctrl-C is only a wish: the library's flag, when there is one, is set to 0, and
 // interrumpido() answers yes.
 class interruptor {
 public:

@@ -124,6 +124,7 @@ sub gemela {
     $texto =~ s/\(UTF-16/(8-bit/g;
     $texto =~ s/widestr_nousar_destruye/lumostr_destruye/g;
     $texto =~ s/(arr_DestruyeCADENA)_u/$1/g;
+    $texto =~ s/acadordeu_/acadorde_/g;
     $texto =~ s/_UNICODE\(\)/()/g;
     return "/** 8-bit flavour of $ultima()" . ($sin_respuesta ? ', without its answer.' : '.') . " $texto */";
 }

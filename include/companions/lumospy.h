@@ -1,6 +1,6 @@
 /**
  * @file lumospy.h
- * Tracked memory for records, and the census of everything that the library's callers own.
+ * Tracked memory for records, and the census: the number of blocks that the library's callers own.
  *
  * Exhausted memory is reported once and ends the process: no function here returns NULL. Strings are freed
  * with their own functions, never with these.
@@ -48,7 +48,7 @@ LUMODIR_API void lumospy_nousar_free_pp(void **pointer);
 
 /**
  * Counts the blocks that callers still own: strings, lists, records and the blocks of this header count 1
- * each. What it was before some work it is again after it when nothing leaked. Counting is always on and safe
+ * each. If some work leaks nothing, the number is the same after it as before. Counting is always on and safe
  * on any thread.
  *
  * @return Live blocks.

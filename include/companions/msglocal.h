@@ -6,7 +6,7 @@
  * 5 Italian, 6 Spanish (Mexico), 7 Spanish (Argentina), 8 English, 11 Romanian, 12 Chinese (simplified), 13 German,
  * 18 Russian, 24 Spanish (elsewhere in America), 31 Polish, 33 Turkish, 39 Japanese.
  *
- * Slots that have a name and no texts: 9 Galician, which gives the Spanish ones; 10 Bulgarian, 25 Thai, 26 Czech,
+ * Slots that have a name but no texts: 9 Galician, which gives the Spanish ones; 10 Bulgarian, 25 Thai, 26 Czech,
  * 27 Croatian, 29 Slovenian and 30 Hungarian, which give the English ones. The rest up to 40 are reserved: 14 to 17
  * and 19 to 23 give Spanish, the others English.
  */

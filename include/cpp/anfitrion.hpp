@@ -3,11 +3,11 @@
  * How a program plugs itself into the library: who receives internal errors, who shows warnings, who is asked
  * whether to try again, who is told of a file that is held open.
  *
- * Each is an object: it takes over where it is made, and gives back to the one before it where it goes out
- * of scope, to the library's default at the end; they do not know what was set through the C functions.
+ * Each is an object: its constructor installs it, and its destructor puts back the one before it, or at the end the
+ * library's default. What was set through the C functions is not put back.
  * Make them at start-up, before any thread uses the library, and destroy them in the same thread after the
  * others have ended. The function runs in the thread whose call it belongs to, in several at once if need
- * be. One that throws ends there: the exception goes no further, and a question is then answered with no.
+ * be. An exception that it throws ends there, and a question is then answered with no.
  */
 #ifndef LUMODIR_CPP_ANFITRION_HPP
 #define LUMODIR_CPP_ANFITRION_HPP
@@ -58,7 +58,7 @@ public:
     receptor& operator=(const receptor&) = delete;
 
 protected:
-    // What an exception leaves is R().
+    // After an exception the answer is R().
     template <class... A>
     static auto llama(void* contexto, A&&... argumentos) noexcept {
         const Funcion& funcion = static_cast<receptor*>(contexto)->funcion_;

@@ -6,7 +6,7 @@
  * library's own function, at once when another is moved into it. An empty one (moved from) behaves as an empty
  * text or list.
  *
- * An owner of a text becomes what a program keeps by itself: `std::wstring name = cdir::nombre_base_fichero(p)`,
+ * An owner of a text converts by itself to what a program keeps: `std::wstring name = cdir::nombre_base_fichero(p)`,
  * `std::filesystem::path q = cdir::obtener_path_actual()`. It is printed, compared, ordered, hashed and added to
  * other texts like any string.
  */
@@ -26,7 +26,8 @@
 #include <utility>
 #include <vector>
 
-// Its min and max are macros, and break std::min and std::max. What is defined for it here does not stay.
+// <windows.h>, without its macros min and max, which break std::min and std::max. What is defined for that here does
+// not stay.
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
 #define LUMODIR_SIN_LO_DEMAS
@@ -139,8 +140,8 @@ std::basic_string<C> suma(std::basic_string_view<C> a, std::basic_string_view<C>
 inline std::filesystem::path ruta(const wchar_t* texto) {
     return texto;
 }
-// As the library converts: bytes that are not valid in the code page become U+FFFD. Left to itself the system would
-// put the code page's own default there, a character like any other.
+// As the library converts: bytes that are not valid in the code page become U+FFFD. By default the system would put
+// the code page's own default character there, which is one like any other.
 inline std::filesystem::path ruta(const char* texto) {
     constexpr wchar_t sustituto = 0xFFFD;
     const bool utf8 = ::GetACP() == CP_UTF8;  // it has U+FFFD by itself
@@ -171,7 +172,7 @@ inline std::filesystem::path ruta(const char* texto) {
     return ancho;
 }
 
-// A text that its owner has, an empty one where it had none: for the functions that change it in place.
+// The text of an owner, a new empty one where it had none: for the functions that change a text in place.
 inline wchar_t** con_texto(wchar_t** texto) noexcept {
     if (*texto == nullptr) {
         *texto = widestr_nousar_copia(L"", "lumodir.hpp", __LINE__);
@@ -205,8 +206,8 @@ inline const wchar_t* elemento(const AcadOrdeU* l, unsigned long i) noexcept {
     return acadordeu_get(l, i);
 }
 /**
- * Walks anything that has size() and operator[], in any order. Where the elements are made on demand, C++17 knows no
- * more of it than an input iterator; C++20 takes it for what it is.
+ * Walks anything that has size() and operator[], in any order. Where the elements are made on demand, C++17 can call it
+ * no more than an input iterator; C++20 sees that it is one of random access.
  *
  * @tparam De  What is kept of it: its address, or for a view, which may be gone first, the view itself.
  */
@@ -285,10 +286,10 @@ private:
 }  // namespace detalle
 
 /**
- * A string of the library, owned. What the functions return: look at it as a view, or take a copy as a string of
- * the standard library or a path, by name (texto(), ruta()) or by merely making one of it. A path that is there
- * already is assigned by name, `p = owner.ruta()`: it takes texts too, and compilers differ on whether a bare owner
- * leaves it a choice of two.
+ * A string of the library, owned. It is what the functions return: look at it as a view, or take a copy as a string of
+ * the standard library or a path, by name (texto(), ruta()) or by initialising one with it. To assign to a path that
+ * exists already, name the copy, `p = owner.ruta()`: a path takes texts too, and compilers differ on whether a bare
+ * owner would be ambiguous there.
  */
 template <class C>
 class basic_cadena {
@@ -306,7 +307,7 @@ public:
     bool empty() const noexcept { return *c_str() == 0; }
     std::basic_string_view<C> vista() const noexcept { return detalle::vista(c_str()); }
     operator std::basic_string_view<C>() const noexcept { return vista(); }
-    /** A copy. Constant, so that a path made of an owner takes the conversion below and has no choice of two. */
+    /** A copy. Constant, so that a path initialised with an owner takes the conversion below, without ambiguity. */
     operator const std::basic_string<C>() const { return texto(); }  // NOLINT(readability-const-return-type)
     /** A copy. */
     operator std::filesystem::path() const { return ruta(); }
@@ -323,8 +324,8 @@ public:
     /** Gives up the string: the caller frees it, with the library's function. */
     C* suelta() noexcept { return texto_.suelta(); }
 
-    // Code unit by code unit, as std::basic_string does. Each of the three by itself: an owner becomes a view by
-    // itself, too, and there must be one best choice.
+    // Code unit by code unit, as std::basic_string does. Each operator has all three forms: an owner also converts to a
+    // view, and without them there would be no best choice.
     friend bool operator==(const basic_cadena& a, const basic_cadena& b) noexcept {
         return a.vista() == b.vista();
     }

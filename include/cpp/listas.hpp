@@ -76,15 +76,11 @@ private:
     bool es_raiz_ = false;
 };
 
-// Whether a directory is the root of the current drive, whose text is nothing once its separator is gone.
+// Whether a directory is the root of the current drive, whose text is empty once its separator is gone.
 inline bool es_raiz(const argumento& directorio) noexcept {
     const std::wstring_view texto = vista(directorio.c_str());
     return texto.size() == 1 && es_separador(texto.front());
 }
-
-}  // namespace detalle
-
-namespace detalle {
 
 template <>
 struct destruccion<ListaFicheros_u> {
@@ -497,7 +493,7 @@ public:
     iterador end() const noexcept { return {}; }
 
 private:
-    // Something went wrong, even where the code was lost on the way.
+    // Something went wrong, even if the code of it was lost on the way.
     static unsigned long algun_codigo(DWORD codigo) noexcept {
         return codigo == ERROR_SUCCESS ? ERROR_GEN_FAILURE : codigo;
     }

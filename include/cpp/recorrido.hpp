@@ -284,7 +284,7 @@ private:
                (opciones_.progreso && opciones_.progreso(cuenta_));
     }
 
-    // A name that no directory of Windows holds would lead elsewhere.
+    // A name with a separator, which no directory of Windows holds, would lead elsewhere.
     static bool es_nombre(std::wstring_view nombre) noexcept {
         return !nombre.empty() && nombre.find_first_of(L"\\/") == std::wstring_view::npos;
     }

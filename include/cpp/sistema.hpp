@@ -62,7 +62,7 @@ inline HKEY abierta(raiz r) noexcept {
     return nullptr;
 }
 
-// With a code that is none of success when there is no number.
+// When there is no number, the code is that of a failure.
 inline std::optional<unsigned long> lee_ulong(vista v, raiz r, const argumento& clave,
                                               const argumento& nombre_valor, DWORD& codigo) {
     if (clave.c_str() == nullptr || nombre_valor.c_str() == nullptr) {

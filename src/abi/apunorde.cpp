@@ -54,20 +54,12 @@ void* apunorde_nousar_busca(const ApunOrde* array, const void* key,
     if (!i_hay(array) || !i_comprueba(compare != nullptr, "(func_compara) != NULL")) {
         return nullptr;
     }
-    std::size_t desde = 0;
-    std::size_t hasta = array->registros.size();
-    while (desde < hasta) {
-        const std::size_t medio = desde + (hasta - desde) / 2;
-        if (llama_al_anfitrion(compare, static_cast<const void*>(array->registros[medio]), key) < 0) {
-            desde = medio + 1;
-        } else {
-            hasta = medio;
-        }
-    }
-    const bool encontrado =
-        desde < array->registros.size() &&
-        llama_al_anfitrion(compare, static_cast<const void*>(array->registros[desde]), key) == 0;
-    return encontrado ? array->registros[desde] : nullptr;
+    const auto compara = [&](const void* elemento) { return llama_al_anfitrion(compare, elemento, key); };
+    const std::size_t posicion =
+        i_cuantos_antes(array->registros, [&](const void* elemento) { return compara(elemento) < 0; });
+    return posicion < array->registros.size() && compara(array->registros[posicion]) == 0
+               ? array->registros[posicion]
+               : nullptr;
 }
 
 void apunorde_nousar_destruye(ApunOrde** array) {

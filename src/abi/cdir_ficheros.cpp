@@ -176,7 +176,7 @@ unsigned short cdir_borra_fichero_UNICODE(const wchar_t* fichero) {
     return logico(i_hay_fichero(fichero) && i_borra_fichero_existente(fichero, nullptr));
 }
 void cdir_borra_fichero(const char* fichero) {
-    puente_sin_resultado<cdir_borra_fichero_UNICODE>(fichero);
+    puente<cdir_borra_fichero_UNICODE>(fichero);
 }
 
 unsigned short cdir_borra_fichero_con_mensaje_extra_UNICODE(const wchar_t* fichero,
@@ -184,14 +184,14 @@ unsigned short cdir_borra_fichero_con_mensaje_extra_UNICODE(const wchar_t* fiche
     return logico(i_hay_fichero(fichero) && i_borra_fichero_existente(fichero, mensaje_extra));
 }
 void cdir_borra_fichero_con_mensaje_extra(const char* fichero, const char* mensaje_extra) {
-    puente_sin_resultado<cdir_borra_fichero_con_mensaje_extra_UNICODE>(fichero, mensaje_extra);
+    puente<cdir_borra_fichero_con_mensaje_extra_UNICODE>(fichero, mensaje_extra);
 }
 
 unsigned short cdir_borra_fichero_si_existe_UNICODE(const wchar_t* fichero) {
     return logico(i_hay_fichero(fichero) && i_borra_fichero(fichero, nullptr, true));
 }
 void cdir_borra_fichero_si_existe(const char* fichero) {
-    puente_sin_resultado<cdir_borra_fichero_si_existe_UNICODE>(fichero);
+    puente<cdir_borra_fichero_si_existe_UNICODE>(fichero);
 }
 
 unsigned short cdir_borra_fichero_con_comprobacion_UNICODE(const wchar_t* nombre) {
@@ -226,14 +226,14 @@ unsigned short cdir_borra_directorio_UNICODE(const wchar_t* directorio) {
     return logico(i_hay_directorio(directorio) && i_borra_directorio_existente(directorio));
 }
 void cdir_borra_directorio(const char* directorio) {
-    puente_sin_resultado<cdir_borra_directorio_UNICODE>(directorio);
+    puente<cdir_borra_directorio_UNICODE>(directorio);
 }
 
 unsigned short cdir_borra_directorio_si_existe_UNICODE(const wchar_t* directorio) {
     return logico(i_hay_directorio(directorio) && i_borra_directorio_si_existe(directorio, true));
 }
 void cdir_borra_directorio_si_existe(const char* directorio) {
-    puente_sin_resultado<cdir_borra_directorio_si_existe_UNICODE>(directorio);
+    puente<cdir_borra_directorio_si_existe_UNICODE>(directorio);
 }
 
 unsigned short cdir_se_borra_directorio(const wchar_t* directorio) {
@@ -253,7 +253,7 @@ unsigned short cdir_borra_directorio_y_subdirectorios_UNICODE(const wchar_t* dir
     return logico(i_es_borrable(directorio) && i_borra_arbol(directorio, true));
 }
 void cdir_borra_directorio_y_subdirectorios(const char* directorio) {
-    puente_sin_resultado<cdir_borra_directorio_y_subdirectorios_UNICODE>(directorio);
+    puente<cdir_borra_directorio_y_subdirectorios_UNICODE>(directorio);
 }
 
 unsigned short cdir_borra_directorio_y_subdirectorios_parando(const wchar_t* directorio,
@@ -293,21 +293,21 @@ unsigned short cdir_crea_directorios_UNICODE(const wchar_t* path, unsigned short
     return i_crea(path, es_directorio == CIERTO, true);
 }
 void cdir_crea_directorios(const char* path, unsigned short es_directorio) {
-    puente_sin_resultado<cdir_crea_directorios_UNICODE>(path, es_directorio);
+    puente<cdir_crea_directorios_UNICODE>(path, es_directorio);
 }
 
 unsigned short cdir_crea_directorios_del_path_UNICODE(const wchar_t* path) {
     return i_crea(path, true, true);
 }
 void cdir_crea_directorios_del_path(const char* path) {
-    puente_sin_resultado<cdir_crea_directorios_del_path_UNICODE>(path);
+    puente<cdir_crea_directorios_del_path_UNICODE>(path);
 }
 
 unsigned short cdir_crea_directorios_fichero_UNICODE(const wchar_t* path) {
     return i_crea(path, false, true);
 }
 void cdir_crea_directorios_fichero(const char* path) {
-    puente_sin_resultado<cdir_crea_directorios_fichero_UNICODE>(path);
+    puente<cdir_crea_directorios_fichero_UNICODE>(path);
 }
 
 unsigned short cdir_crea_directorios_si_es_posible_UNICODE(const wchar_t* path) {

@@ -41,7 +41,6 @@ unsigned short cdir_path_valido_UNICODE(const wchar_t* path, unsigned short most
     const vista_w recortado = recorta_derecha(a_vista(path));
     return i_responde(i_path_correcto_UNICODE(recortado), recortado, mostrar_mensaje);
 }
-
 unsigned short cdir_path_valido(const char* path, unsigned short mostrar_mensaje) {
     const vista_a recortado = recorta_derecha(a_vista(path));
     return i_responde(i_path_correcto(recortado), recortado, mostrar_mensaje);
@@ -60,7 +59,6 @@ unsigned short cdir_nombre_base_valido_UNICODE(wchar_t* nombre) {
     return logico(i_comprueba(nombre != nullptr, "nombre != NULL") &&
                   (i_es_punto_o_dos(a_vista(nombre)) || i_recorta_y_comprueba(nombre)));
 }
-
 unsigned short cdir_nombre_base_valido(const char* nombre) {
     return logico(i_comprueba(nombre != nullptr, "nombre != NULL") &&
                   i_nombre_base_valido_UNICODE(utf16_temporal(nombre).ver()));
@@ -78,12 +76,13 @@ namespace {
 template <class C>
 void i_entrega_piezas(const path_juzgado<C>& comprobado, C** unidad, C** directorio, C** nombre_base,
                       C** extension) {
-    const division<C> enteras(comprobado);
-    const trozos_de_ruta<C> piezas = i_splitpath(enteras, nombre_base != nullptr && extension != nullptr);
-    entrega_copias<C>({{unidad, piezas.unidad},
-                       {directorio, piezas.directorio},
-                       {nombre_base, piezas.nombre},
-                       {extension, piezas.extension}});
+    division<C> piezas(comprobado);
+    i_junta_extension_con_blanco(piezas, nombre_base != nullptr && extension != nullptr);
+    entrega_de_copias entrega;
+    entrega.copia(unidad, piezas.unidad);
+    entrega.copia(directorio, piezas.directorio);
+    entrega.copia(nombre_base, piezas.nombre);
+    entrega.copia(extension, piezas.extension);
 }
 
 }  // namespace
@@ -92,7 +91,6 @@ void cdir_splitpath_con_comprobacion_UNICODE(const wchar_t* path, wchar_t** unid
                                              wchar_t** nombre_base, wchar_t** extension) {
     i_entrega_piezas(i_comprueba_fichero(a_vista(path)), unidad, directorio, nombre_base, extension);
 }
-
 void cdir_splitpath_con_comprobacion(const char* path, char** unidad, char** directorio, char** nombre_base,
                                      char** extension) {
     i_entrega_piezas(i_comprueba_fichero(a_vista(path)), unidad, directorio, nombre_base, extension);
@@ -102,7 +100,6 @@ void cdir_splitpath_con_comodines_UNICODE(const wchar_t* path, wchar_t** unidad,
                                           wchar_t** nombre_base, wchar_t** extension) {
     i_entrega_piezas(i_comprueba_con_comodines(a_vista(path)), unidad, directorio, nombre_base, extension);
 }
-
 void cdir_splitpath_con_comodines(const char* path, char** unidad, char** directorio, char** nombre_base,
                                   char** extension) {
     i_entrega_piezas(i_comprueba_con_comodines(a_vista(path)), unidad, directorio, nombre_base, extension);
@@ -111,7 +108,6 @@ void cdir_splitpath_con_comodines(const char* path, char** unidad, char** direct
 wchar_t* cdir_split_make_path_UNICODE(const wchar_t* path, unsigned short piezas) {
     return i_split_make_path(a_vista(path), piezas).suelta();
 }
-
 char* cdir_split_make_path(const char* path, unsigned short piezas) {
     return i_split_make_path(a_vista(path), piezas).suelta();
 }
@@ -131,7 +127,6 @@ wchar_t* cdir_makepath_UNICODE(const wchar_t* unidad, const wchar_t* directorio,
                                const wchar_t* extension) {
     return i_makepath_correcto_UNICODE(i_trozos(unidad, directorio, nombre_base, extension)).suelta();
 }
-
 char* cdir_makepath(const char* unidad, const char* directorio, const char* nombre_base,
                     const char* extension) {
     return i_makepath_correcto(i_trozos(unidad, directorio, nombre_base, extension)).suelta();
@@ -141,7 +136,6 @@ wchar_t* cdir_makepath_con_comodines_UNICODE(const wchar_t* unidad, const wchar_
                                              const wchar_t* nombre_base, const wchar_t* extension) {
     return i_makepath_con_comodines(i_trozos(unidad, directorio, nombre_base, extension)).suelta();
 }
-
 char* cdir_makepath_con_comodines(const char* unidad, const char* directorio, const char* nombre_base,
                                   const char* extension) {
     return i_makepath_con_comodines(i_trozos(unidad, directorio, nombre_base, extension)).suelta();
@@ -167,7 +161,6 @@ unsigned short cdir_convierte_a_nombre_base_valido_UNICODE(const wchar_t* nombre
                                                            unsigned short longitud) {
     return i_convierte(nombre, result, longitud);
 }
-
 unsigned short cdir_convierte_a_nombre_base_valido(const char* nombre, char* result,
                                                    unsigned short longitud) {
     return i_convierte(nombre, result, longitud);
@@ -181,7 +174,6 @@ wchar_t* cdir_dame_nombre_base_valido_UNICODE(const wchar_t* nombre) {
 unsigned short cdir_extension_valida_UNICODE(const wchar_t* ext) {
     return logico(i_comprueba(ext != nullptr, "ext != NULL") && i_caracteres_validos_UNICODE(a_vista(ext)));
 }
-
 unsigned short cdir_extension_valida(const char* ext) {
     return puente<cdir_extension_valida_UNICODE>(ext);
 }
@@ -215,7 +207,6 @@ C* i_ruta_acceso(const C* ruta_completa) {
 wchar_t* cdir_nombre_base_fichero_UNICODE(const wchar_t* ruta_completa) {
     return nuevo_texto(i_nombre_base_fichero(a_vista(ruta_completa)));
 }
-
 char* cdir_nombre_base_fichero(const char* ruta_completa) {
     return nuevo_texto(i_nombre_base_fichero(a_vista(ruta_completa)));
 }
@@ -223,7 +214,6 @@ char* cdir_nombre_base_fichero(const char* ruta_completa) {
 wchar_t* cdir_extension_fichero_UNICODE(const wchar_t* ruta_completa) {
     return nuevo_texto(i_extension_fichero(a_vista(ruta_completa)));
 }
-
 char* cdir_extension_fichero(const char* ruta_completa) {
     return nuevo_texto(i_extension_fichero(a_vista(ruta_completa)));
 }
@@ -231,7 +221,6 @@ char* cdir_extension_fichero(const char* ruta_completa) {
 wchar_t* cdir_nombre_y_ext_fichero_UNICODE(const wchar_t* nombre) {
     return i_nombre_y_ext_fichero(a_vista(nombre)).suelta();
 }
-
 char* cdir_nombre_y_ext_fichero(const char* nombre) {
     return i_nombre_y_ext_fichero(a_vista(nombre)).suelta();
 }
@@ -239,7 +228,6 @@ char* cdir_nombre_y_ext_fichero(const char* nombre) {
 wchar_t* cdir_nombre_de_fichero_suprimiendo_path_UNICODE(const wchar_t* nombre) {
     return i_nombre_de_fichero(nombre);
 }
-
 char* cdir_nombre_de_fichero_suprimiendo_path(const char* nombre) {
     return i_nombre_de_fichero(nombre);
 }
@@ -247,7 +235,6 @@ char* cdir_nombre_de_fichero_suprimiendo_path(const char* nombre) {
 wchar_t* cdir_ruta_acceso_directorio_fichero_UNICODE(const wchar_t* ruta_completa) {
     return i_ruta_acceso(ruta_completa);
 }
-
 char* cdir_ruta_acceso_directorio_fichero(const char* ruta_completa) {
     return i_ruta_acceso(ruta_completa);
 }
@@ -255,7 +242,6 @@ char* cdir_ruta_acceso_directorio_fichero(const char* ruta_completa) {
 wchar_t* cdir_ruta_y_nombre_fichero_sin_extension_UNICODE(const wchar_t* ruta_completa) {
     return i_ruta_y_nombre_fichero_sin_extension(a_vista(ruta_completa)).suelta();
 }
-
 char* cdir_ruta_y_nombre_fichero_sin_extension(const char* ruta_completa) {
     return i_ruta_y_nombre_fichero_sin_extension(a_vista(ruta_completa)).suelta();
 }
@@ -263,7 +249,6 @@ char* cdir_ruta_y_nombre_fichero_sin_extension(const char* ruta_completa) {
 wchar_t* cdir_nombre_fichero_con_ext_UNICODE(const wchar_t* nombre, const wchar_t* ext) {
     return i_nombre_fichero_con_ext(a_vista(nombre), a_vista(ext)).suelta();
 }
-
 char* cdir_nombre_fichero_con_ext(const char* nombre, const char* ext) {
     return i_nombre_fichero_con_ext(a_vista(nombre), a_vista(ext)).suelta();
 }
@@ -301,7 +286,6 @@ C* i_path_construido(const C* directorio1, const C* directorio2, const C* nombre
 wchar_t* cdir_concatena_directorios_UNICODE(const wchar_t* directorio1, const wchar_t* directorio2) {
     return i_concatenados(directorio1, directorio2);
 }
-
 char* cdir_concatena_directorios(const char* directorio1, const char* directorio2) {
     return i_concatenados(directorio1, directorio2);
 }
@@ -310,7 +294,6 @@ wchar_t* cdir_construye_path_UNICODE(const wchar_t* directorio1, const wchar_t* 
                                      const wchar_t* nombre) {
     return i_path_construido(directorio1, directorio2, nombre);
 }
-
 char* cdir_construye_path(const char* directorio1, const char* directorio2, const char* nombre) {
     return i_path_construido(directorio1, directorio2, nombre);
 }

@@ -26,7 +26,6 @@ unsigned short i_con_atributo(const E* entrada, DWORD atributo) noexcept {
 Dirwin* dirwin_crea(const char* patron) {
     return i_crea_dirwin(patron).suelta();
 }
-
 Dirwin_u* dirwin_crea_UNICODE(const wchar_t* patron) {
     return i_crea_dirwin(patron).suelta();
 }
@@ -34,7 +33,6 @@ Dirwin_u* dirwin_crea_UNICODE(const wchar_t* patron) {
 unsigned short dirwin_findnextfile(Dirwin* dirwin, WIN32_FIND_DATAA* find_data) {
     return i_findnextfile<char>(dirwin, "(dirwin) != NULL", find_data);
 }
-
 unsigned short dirwin_findnextfile_UNICODE(Dirwin_u* dirwinW, WIN32_FIND_DATAW* find_data) {
     return i_findnextfile<wchar_t>(dirwinW, "(dirwinW) != NULL", find_data);
 }
@@ -42,7 +40,6 @@ unsigned short dirwin_findnextfile_UNICODE(Dirwin_u* dirwinW, WIN32_FIND_DATAW* 
 unsigned short dirwin_es_directorio(const WIN32_FIND_DATAA* findData) {
     return i_con_atributo(findData, FILE_ATTRIBUTE_DIRECTORY);
 }
-
 unsigned short dirwin_es_directorio_UNICODE(const WIN32_FIND_DATAW* findData) {
     return i_con_atributo(findData, FILE_ATTRIBUTE_DIRECTORY);
 }
@@ -60,7 +57,6 @@ unsigned short dirwin_cumple_filtro(const char* nombre_y_extension, const char* 
 void dirwin_destruye(Dirwin** dirwin) {
     i_destruye_en(dirwin, "(dirwin) != NULL", "(*dirwin) != NULL", destruye_dirwin());
 }
-
 void dirwin_destruye_UNICODE(Dirwin_u** dirwinW) {
     i_destruye_en(dirwinW, "(dirwinW) != NULL", "(*dirwinW) != NULL", destruye_dirwin());
 }

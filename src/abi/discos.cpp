@@ -4,7 +4,6 @@
 #include "abi/exportacion.hpp"
 #include "companions/error_interno.hpp"
 #include "system/discos.hpp"
-#include "system/unidades.hpp"
 
 using namespace interno;
 

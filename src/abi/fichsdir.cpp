@@ -54,7 +54,6 @@ AcadOrde* i_nombres_base_si_hay(const char* directorio, const char* extension, b
 ArrCADENA_u* fichsdir_directorios_u(const wchar_t* directorio) {
     return i_directorios<wchar_t>(directorio, i_es_directorio_sin_punto, {}).suelta();
 }
-
 ArrCADENA* fichsdir_directorios(const char* directorio) {
     return i_directorios<char>(utf16_temporal(directorio).c_str(), i_es_directorio_sin_punto, {}).suelta();
 }
@@ -87,7 +86,6 @@ ArrCADENA_u* fichsdir_nombres_directorios_cumplen_filtro_u(const wchar_t* path_f
 ArrCADENA_u* fichsdir_nombres_ficheros_u(const wchar_t* directorio) {
     return i_nombres<wchar_t>(directorio, {}, i_es_fichero).suelta();
 }
-
 ArrCADENA* fichsdir_nombres_ficheros(const char* directorio) {
     return i_nombres<char>(utf16_temporal(directorio).c_str(), {}, i_es_fichero).suelta();
 }
@@ -103,7 +101,6 @@ ArrCADENA* fichsdir_nombres_ficheros_prog(
 ArrCADENA_u* fichsdir_nombres_ficheros_cumplen_filtro_u(const wchar_t* path_filtro) {
     return i_nombres_cumplen_filtro<wchar_t>(path_filtro, i_es_fichero).suelta();
 }
-
 ArrCADENA* fichsdir_nombres_ficheros_cumplen_filtro(const wchar_t* path_filtro) {
     return i_nombres_cumplen_filtro<char>(path_filtro, i_es_fichero).suelta();
 }
@@ -114,7 +111,6 @@ ArrCADENA_u* fichsdir_nombres_ficheros_con_extension_u(const wchar_t* directorio
                 : objeto<ArrCADENA_u>::crea())
         .suelta();
 }
-
 ArrCADENA* fichsdir_nombres_ficheros_con_extension(const char* directorio, const char* extension) {
     return (i_hay_directorio_y_extension(directorio, extension)
                 ? i_nombres_con_extension(utf16_temporal(directorio).c_str(), extension)
@@ -137,7 +133,6 @@ AcadOrde* fichsdir_nombres_base_en_minusculas_ficheros_con_extension(const char*
 ArrPunteroConTipo* fichsdir_ficheros_u(const wchar_t* directorio) {
     return i_ficheros(directorio, {}).suelta();
 }
-
 ArrPunteroConTipo* fichsdir_ficheros(const char* directorio) {
     return i_ficheros(utf16_temporal(directorio).c_str(), {}).suelta();
 }

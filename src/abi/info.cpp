@@ -2,8 +2,8 @@
 #include "info.h"
 
 #include "companions/error_interno.hpp"
+#include "system/discos.hpp"
 #include "system/info.hpp"
-#include "system/unidades.hpp"
 
 using namespace interno;
 

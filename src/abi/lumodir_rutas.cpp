@@ -39,7 +39,6 @@ void lumodir_directorio_y_nombre_base_fichero_UNICODE(const wchar_t* ruta_comple
                                                       wchar_t** nombre) {
     i_directorio_y_nombre(ruta_completa, con_extension == CIERTO, directorio, nombre);
 }
-
 void lumodir_directorio_y_nombre_base_fichero(const char* ruta_completa, unsigned short con_extension,
                                               char** directorio, char** nombre) {
     i_directorio_y_nombre(ruta_completa, con_extension == CIERTO, directorio, nombre);

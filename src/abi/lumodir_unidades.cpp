@@ -19,7 +19,6 @@ wchar_t* lumodir_nombreCompleto_UnidadSistema_UNICODE(const UnidadSistema* unida
     const wchar_t* nombre = i_comprueba(unidad != nullptr, "(unidad) != NULL") ? unidad->nombre : nullptr;
     return nuevo_texto(a_vista(nombre));
 }
-
 char* lumodir_nombreCompleto_UnidadSistema(const UnidadSistema* unidad) {
     return puente<lumodir_nombreCompleto_UnidadSistema_UNICODE>(unidad);
 }

@@ -64,7 +64,6 @@ unsigned short i_dame_subclaves_en(const apertura& como, const C* clave, arr_cad
 unsigned short lumoreg_existe_clave_u(unsigned long raiz, const wchar_t* clave) {
     return logico(i_existe_clave(apertura::en_cualquiera(raiz), clave));
 }
-
 unsigned short lumoreg_existe_clave(unsigned long raiz, const char* clave) {
     return puente<lumoreg_existe_clave_u>(raiz, clave);
 }
@@ -91,9 +90,8 @@ void lumoreg_borra_clave_u(unsigned long raiz, const wchar_t* clave, const wchar
         i_borra_clave(padre, a_vista(nombre));
     }
 }
-
 void lumoreg_borra_clave(unsigned long raiz, const char* clave, const char* nombre) {
-    puente_sin_resultado<lumoreg_borra_clave_u>(raiz, clave, nombre);
+    puente<lumoreg_borra_clave_u>(raiz, clave, nombre);
 }
 
 unsigned short lumoreg_tiene_permisos_escribir_en_registro(void) {
@@ -131,7 +129,6 @@ unsigned short lumoreg_establece_ulong_u(unsigned long raiz, const wchar_t* clav
     const DWORD valor = dato;
     return i_escribe_en(apertura::en_cualquiera(raiz), clave, nombre_valor, REG_DWORD, &valor, sizeof valor);
 }
-
 unsigned short lumoreg_establece_ulong(unsigned long raiz, const char* clave, const char* nombre_valor,
                                        unsigned long dato) {
     return puente<lumoreg_establece_ulong_u>(raiz, clave, nombre_valor, dato);
@@ -143,7 +140,6 @@ unsigned short lumoreg_lee_cadena_u(unsigned long raiz, const wchar_t* clave, co
                                     wchar_t** contenido) {
     return i_lee_cadena_en(apertura::en_cualquiera(raiz), clave, nombre_valor, contenido);
 }
-
 unsigned short lumoreg_lee_cadena(unsigned long raiz, const char* clave, const char* nombre_valor,
                                   char** contenido) {
     return i_lee_cadena_en(apertura::en_cualquiera(raiz), clave, nombre_valor, contenido);
@@ -157,7 +153,6 @@ unsigned short lumoreg_lee_cadena_ex_u(unsigned long vista, unsigned long raiz, 
 unsigned short lumoreg_dame_subclaves_u(unsigned long raiz, const wchar_t* clave, ArrCADENA_u* subclaves) {
     return i_dame_subclaves_en(apertura::en_cualquiera(raiz), clave, subclaves);
 }
-
 unsigned short lumoreg_dame_subclaves(unsigned long raiz, const char* clave, ArrCADENA* subclaves) {
     return i_dame_subclaves_en(apertura::en_cualquiera(raiz), clave, subclaves);
 }

@@ -41,9 +41,8 @@ unsigned short timefich_obtener_fecha_u(const wchar_t* fichero, FILETIME* local_
     }
     return logico(leidas.has_value());
 }
-
 void timefich_obtener_fecha(const char* fichero, FILETIME* local_creacion, FILETIME* local_modificacion) {
-    puente_sin_resultado<timefich_obtener_fecha_u>(fichero, local_creacion, local_modificacion);
+    puente<timefich_obtener_fecha_u>(fichero, local_creacion, local_modificacion);
 }
 
 unsigned short timefich_asignar_fecha_u(const wchar_t* fichero, const FILETIME* local_creacion,
@@ -53,16 +52,14 @@ unsigned short timefich_asignar_fecha_u(const wchar_t* fichero, const FILETIME* 
         i_comprueba(fichero != nullptr, "fichero_u != NULL") &&
         i_asigna_fechas_locales(fichero, {i_si_la_hay(local_creacion), i_si_la_hay(local_modificacion)}));
 }
-
 void timefich_asignar_fecha(const char* fichero, const FILETIME* local_creacion,
                             const FILETIME* local_modificacion) {
-    puente_sin_resultado<timefich_asignar_fecha_u>(fichero, local_creacion, local_modificacion);
+    puente<timefich_asignar_fecha_u>(fichero, local_creacion, local_modificacion);
 }
 
 long long timefich_obtener_fecha_fichero_UTC(const wchar_t* fichero) {
     return i_lee_valor_utc(fichero, si_falta::calla).valor;
 }
-
 long long timefich_obtener_fecha_fichero_ansi_UTC(const char* fichero) {
     return puente<timefich_obtener_fecha_fichero_UTC>(fichero);
 }
@@ -70,7 +67,6 @@ long long timefich_obtener_fecha_fichero_ansi_UTC(const char* fichero) {
 long long timefich_obtener_fecha_fichero_existente_UTC(const wchar_t* fichero) {
     return i_lee_valor_utc(fichero, si_falta::informa).valor;
 }
-
 long long timefich_obtener_fecha_fichero_ansi_existente_UTC(const char* fichero) {
     return puente<timefich_obtener_fecha_fichero_existente_UTC>(fichero);
 }
@@ -87,7 +83,6 @@ long long timefich_obtener_fecha_fichero_ansi_y_codigo_error_UTC(const char* fic
 unsigned short timefich_asignar_fecha_fichero_UTC(const wchar_t* fichero, long long fecha) {
     return i_asigna_utc(fichero, fecha, true);
 }
-
 unsigned short timefich_asignar_fecha_fichero_ansi_UTC(const char* fichero, long long fecha) {
     return puente<timefich_asignar_fecha_fichero_UTC>(fichero, fecha);
 }
@@ -99,7 +94,6 @@ unsigned short timefich_asignar_fecha_fichero_UTC_si_es_posible(const wchar_t* f
 long long timefich_obtener_fecha_fichero_u(const wchar_t* fichero) {
     return i_lee_valor_local(fichero, si_falta::calla);
 }
-
 long long timefich_obtener_fecha_fichero(const char* fichero) {
     return puente<timefich_obtener_fecha_fichero_u>(fichero);
 }
@@ -107,7 +101,6 @@ long long timefich_obtener_fecha_fichero(const char* fichero) {
 long long timefich_obtener_fecha_fichero_existente_u(const wchar_t* fichero) {
     return i_lee_valor_local(fichero, si_falta::informa);
 }
-
 long long timefich_obtener_fecha_fichero_existente(const char* fichero) {
     return puente<timefich_obtener_fecha_fichero_existente_u>(fichero);
 }
@@ -116,7 +109,6 @@ unsigned short timefich_asignar_fecha_fichero_unicode(const wchar_t* fichero, lo
     return logico(i_comprueba(fichero != nullptr, "fichero_u != NULL") &&
                   i_asigna_valor_local(fichero, fecha));
 }
-
 unsigned short timefich_asignar_fecha_fichero(const char* fichero, long long fecha) {
     return puente<timefich_asignar_fecha_fichero_unicode>(fichero, fecha);
 }

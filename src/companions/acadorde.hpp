@@ -2,10 +2,19 @@
 // by code unit, a shorter prefix first; where repeats are not admitted, a text that is already there changes nothing.
 #pragma once
 
+#include <algorithm>
+
 #include "companions/acadorde.h"
 #include "companions/arr.hpp"
 
 namespace interno {
+
+// How many elements stand before the first one for which `esta_antes` does not hold.
+template <class T, class EstaAntes>
+std::size_t i_cuantos_antes(const vector_interno<T>& elementos, EstaAntes esta_antes) {
+    return static_cast<std::size_t>(std::partition_point(elementos.begin(), elementos.end(), esta_antes) -
+                                    elementos.begin());
+}
 
 // Position of the first element that comes after `clave`: `compara(elemento)` is negative or 0 before it.
 template <class T, class Compara>
@@ -14,17 +23,7 @@ std::size_t i_posicion_tras(const vector_interno<T>& elementos, Compara compara)
     if (elementos.empty() || compara(elementos[elementos.size() - 1]) <= 0) {
         return elementos.size();
     }
-    std::size_t desde = 0;
-    std::size_t hasta = elementos.size();
-    while (desde < hasta) {
-        const std::size_t medio = desde + (hasta - desde) / 2;
-        if (compara(elementos[medio]) <= 0) {
-            desde = medio + 1;
-        } else {
-            hasta = medio;
-        }
-    }
-    return desde;
+    return i_cuantos_antes(elementos, [&](const T& elemento) { return compara(elemento) <= 0; });
 }
 
 template <class T>

@@ -24,6 +24,9 @@ struct consulta {
     R contesta(R sin_nadie) const { return pregunta == nullptr ? sin_nadie : pregunta(a_quien); }
 };
 
+// Whether an exception of Windows' with this code ends at the barrier (anfitrion_win32.cpp).
+bool i_acaba_en_la_barrera(unsigned long codigo) noexcept;
+
 template <class Funcion, class... Argumentos>
 auto llama_al_anfitrion(Funcion funcion, Argumentos... argumentos) noexcept {
     using resultado = decltype(funcion(argumentos...));

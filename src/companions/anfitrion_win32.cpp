@@ -7,9 +7,8 @@
 // Cannot promise: anything on other processors than x86-64 and with other compilers than GCC and Clang for MinGW: there
 // the call is a plain one, and what `catch (...)` sees is what ends.
 // Checked by tests/companions/anfitrion_win32_test.cpp.
-#include "companions/anfitrion_win32.hpp"
-
-#include "companions/plataforma.hpp"
+#include "companions/anfitrion.hpp"
+#include "companions/sistema.hpp"
 
 namespace interno {
 
@@ -65,22 +64,16 @@ __asm__(
     "\t.seh_handler\tlumodir_barrera_manejador, @except\n"
     "\t.seh_endproc\n");
 
-namespace interno::plataforma {
-
-void llama_tras_barrera(void (*funcion)(void*), void* argumento) {
-    lumodir_barrera(funcion, argumento);
-}
-
-}  // namespace interno::plataforma
-
-#else
-
-namespace interno::plataforma {
-
-void llama_tras_barrera(void (*funcion)(void*), void* argumento) {
-    funcion(argumento);
-}
-
-}  // namespace interno::plataforma
-
 #endif
+
+namespace interno::plataforma {
+
+void llama_tras_barrera(void (*funcion)(void*), void* argumento) {
+#if defined(__x86_64__) && defined(__MINGW32__)
+    lumodir_barrera(funcion, argumento);
+#else
+    funcion(argumento);
+#endif
+}
+
+}  // namespace interno::plataforma

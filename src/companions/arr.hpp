@@ -6,6 +6,7 @@
 // Checked by tests/companions/arr_test.cpp.
 #pragma once
 
+#include <algorithm>
 #include <new>
 
 #include "companions/arr.h"
@@ -36,9 +37,7 @@ struct lista_textos {
     }
     void borra(std::size_t indice) noexcept {
         i_libera(textos[indice]);
-        for (std::size_t i = indice + 1; i < textos.size(); ++i) {
-            textos[i - 1] = textos[i];
-        }
+        std::copy(textos.begin() + indice + 1, textos.end(), textos.begin() + indice);
         textos.quita_ultimo();
     }
 };

@@ -3,6 +3,7 @@
 
 #include "companions/anfitrion.hpp"
 #include "companions/lmaviso.hpp"
+#include "companions/msglocal.hpp"
 #include "companions/plataforma.hpp"
 
 namespace interno {
@@ -22,8 +23,7 @@ bool i_pregunta(const BuclRein& bucle) {
     const cadena_w texto =
         bucle.codigo_error == 0
             ? concatena<wchar_t>({bucle.mensaje})
-            : concatena<wchar_t>(
-                  {bucle.mensaje, L"\n", plataforma::strgetlasterror_texto_cod_error(bucle.codigo_error)});
+            : concatena<wchar_t>({bucle.mensaje, L"\n", strgetlasterror_texto_cod_error(bucle.codigo_error)});
     if (i_receptor == nullptr) {
         lmaviso_aviso_interno_como_error_u(texto.c_str());
         return false;

@@ -9,6 +9,7 @@
 
 #include <concepts>
 #include <initializer_list>
+#include <utility>
 
 #include "companions/lumospy.hpp"
 #include "companions/texto.hpp"
@@ -24,25 +25,17 @@ public:
     explicit cadena(vista<C> texto, lugar donde = lugar::aqui()) : cadena(con_sitio(texto.size(), donde)) {
         copia_unidades(texto_, texto.data(), texto.size());
     }
-    cadena(cadena&& otra) noexcept : texto_(otra.texto_), longitud_(otra.longitud_) {
-        otra.texto_ = nullptr;
-        otra.longitud_ = 0;
-    }
+    cadena(cadena&& otra) noexcept
+        : texto_(std::exchange(otra.texto_, nullptr)), longitud_(std::exchange(otra.longitud_, 0)) {}
     cadena& operator=(cadena&& otra) noexcept {
         if (this != &otra) {
             i_libera(texto_);
-            texto_ = otra.texto_;
-            longitud_ = otra.longitud_;
-            otra.texto_ = nullptr;
-            otra.longitud_ = 0;
+            texto_ = std::exchange(otra.texto_, nullptr);
+            longitud_ = std::exchange(otra.longitud_, 0);
         }
         return *this;
     }
-    ~cadena() {
-        if (texto_ != nullptr) {
-            i_libera(texto_);
-        }
-    }
+    ~cadena() { i_libera(texto_); }
 
     // A string of `longitud` units, terminated, whose units the caller fills in.
     static cadena con_sitio(std::size_t longitud, lugar donde = lugar::aqui()) {
@@ -77,10 +70,8 @@ public:
     }
     // Gives up ownership: only where a result leaves the library or enters a list.
     C* suelta() noexcept {
-        C* texto = texto_;
-        texto_ = nullptr;
         longitud_ = 0;
-        return texto;
+        return std::exchange(texto_, nullptr);
     }
     void vacia() noexcept { *this = cadena(); }
 
@@ -109,27 +100,30 @@ cadena<C> concatena(std::initializer_list<std::type_identity_t<vista<C>>> trozos
     return nueva;
 }
 
-// A text of which the caller gets a new string, if it asked for one.
-template <class C>
-struct copia_pedida {
-    C** sitio;
-    vista<C> texto;
-};
-template <class C>
-void entrega_copias(std::initializer_list<copia_pedida<C>> pedidas, lugar donde = lugar::aqui()) {
-    unsigned num = 0;
-    for (const copia_pedida<C>& pedida : pedidas) {
-        if (pedida.sitio != nullptr) {
-            const std::size_t longitud = pedida.texto.size();
-            C* const copia = static_cast<C*>(i_reserva_sin_contar((longitud + 1) * sizeof(C), num, donde));
-            copia_unidades(copia, pedida.texto.data(), longitud);
-            copia[longitud] = C(0);
-            *pedida.sitio = copia;
-            ++num;
+// New strings for a caller, as many of them as it asked for, which the census counts all at once at the end.
+class entrega_de_copias {
+public:
+    entrega_de_copias() noexcept = default;
+    entrega_de_copias(const entrega_de_copias&) = delete;
+    entrega_de_copias& operator=(const entrega_de_copias&) = delete;
+    ~entrega_de_copias() { i_cuenta_bloques(num_); }
+
+    // `sitio` is NULL where the string is not wanted.
+    template <class C>
+    void copia(C** sitio, vista<C> texto, lugar donde = lugar::aqui()) {
+        if (sitio != nullptr) {
+            const std::size_t longitud = texto.size();
+            C* const nueva = static_cast<C*>(i_reserva_sin_contar((longitud + 1) * sizeof(C), num_, donde));
+            copia_unidades(nueva, texto.data(), longitud);
+            nueva[longitud] = C(0);
+            *sitio = nueva;
+            ++num_;
         }
     }
-    i_cuenta_bloques(num);
-}
+
+private:
+    unsigned num_ = 0;
+};
 
 // An argument of a format: text for %s, a number for %d, %u, %ld and %lu.
 template <class C>

@@ -36,9 +36,9 @@ void i_pregunta_pagina() noexcept {
     }
     for (unsigned i = 0; i < 128 && !dobles; ++i) {
         const char byte = static_cast<char>(0x80 + i);
-        wchar_t unidad = 0;
-        plataforma::ansi_a_utf16(vista_a(&byte, 1), &unidad, 1);
-        preguntado.unidades[i].store(unidad, std::memory_order_relaxed);
+        wchar_t significa = 0;
+        plataforma::ansi_a_utf16(vista_a(&byte, 1), &significa, 1);
+        preguntado.unidades[i].store(significa, std::memory_order_relaxed);
     }
     preguntado.como.store(dobles                  ? escritura::de_dos_bytes
                           : plataforma::es_utf8() ? escritura::utf8

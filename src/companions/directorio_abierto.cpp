@@ -16,7 +16,8 @@ namespace {
 
 constexpr DWORD comparte_todo = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD comparte_sin_borrar = FILE_SHARE_READ | FILE_SHARE_WRITE;
-constexpr DWORD acceso_de_listado = FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+constexpr DWORD acceso_de_mirada = FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+constexpr DWORD acceso_de_listado = FILE_LIST_DIRECTORY | acceso_de_mirada;
 constexpr DWORD opciones_de_directorio =
     FILE_DIRECTORY_FILE | FILE_OPEN_FOR_BACKUP_INTENT | FILE_SYNCHRONOUS_IO_NONALERT;
 
@@ -35,9 +36,6 @@ struct registro_completo {
     ULONG FileNameLength;
     ULONG EaSize;
     WCHAR FileName[1];
-};
-struct borrado_ampliado {
-    ULONG Flags;
 };
 constexpr ULONG borrar_con_posix = 0x1 | 0x2;  // FILE_DISPOSITION_FLAG_DELETE, .._POSIX_SEMANTICS
 
@@ -69,10 +67,6 @@ bool i_es_rechazo_de_relativo(DWORD codigo) noexcept {
 // A name that the system would take for a path, or cannot take whole.
 bool i_es_intocable(vista_w nombre) noexcept {
     return nombre.empty() || nombre.find_first_of(vista_w(L"\\/\0", 3)) != vista_w::npos;
-}
-
-FILETIME i_fecha(const LARGE_INTEGER& fecha) noexcept {
-    return {fecha.LowPart, static_cast<DWORD>(fecha.HighPart)};
 }
 
 // Some file systems know only the older of the two questions.
@@ -119,14 +113,6 @@ vista_w i_nombre_verdadero(HANDLE abierta, trato_con_volumen& trato) {
                : vista_w();
 }
 
-// Wine tells names without the blanks and points at their end.
-vista_w i_sin_final_recortable(vista_w nombre) noexcept {
-    while (acaba_en(nombre, L" ") || acaba_en(nombre, L".")) {
-        nombre.remove_suffix(1);
-    }
-    return nombre;
-}
-
 // A directory's name as it stands in the names of what it holds: Wine cuts one point there.
 vista_w i_sin_punto_final(vista_w nombre) noexcept {
     return nombre.substr(0, nombre.size() - (acaba_en(nombre, L".") ? 1 : 0));
@@ -136,7 +122,7 @@ vista_w i_sin_punto_final(vista_w nombre) noexcept {
 // the path by which the directory was opened.
 cadena_w i_nombre_de_padre(HANDLE abierto, vista_w ruta, trato_con_volumen& trato) {
     const vista_w dado = i_sin_separadores_finales(ruta);
-    const vista_w final_cortado = i_sin_punto_final(dado.substr(i_sin_final_recortable(dado).size()));
+    const vista_w final_cortado = i_sin_punto_final(dado.substr(sin_final_recortable(dado).size()));
     return concatena<wchar_t>({i_nombre_verdadero(abierto, trato), final_cortado});
 }
 
@@ -144,12 +130,13 @@ cadena_w i_une(vista_w directorio, vista_w nombre) {
     return concatena<wchar_t>({i_sin_separadores_finales(directorio), L"\\", i_sin_punto_final(nombre)});
 }
 
-// Whether `verdadero` is what the directory `directorio` holds under this name.
+// Whether `verdadero` is what the directory `directorio` holds under this name. Wine tells names without the blanks and
+// points at their end.
 bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexcept {
     directorio = i_sin_separadores_finales(directorio);
     return !directorio.empty() && verdadero.size() > directorio.size() &&
            verdadero[directorio.size()] == L'\\' && empieza_por(verdadero, directorio) &&
-           i_sin_final_recortable(verdadero.substr(directorio.size() + 1)) == i_sin_final_recortable(nombre);
+           sin_final_recortable(verdadero.substr(directorio.size() + 1)) == sin_final_recortable(nombre);
 }
 
 // A full path as the native interface takes it.
@@ -167,16 +154,17 @@ fichero_abierto i_abre_nativa(const cadena_w& ruta, DWORD acceso, DWORD comparti
                                                 opciones | FILE_OPEN_REPARSE_POINT, OBJ_CASE_INSENSITIVE));
 }
 
-// Nobody is kept from doing anything with it.
-fichero_abierto i_abre_para_mirar(const ruta_fijada& ruta, DWORD indicadores) noexcept {
-    return lmlongpath_CreateFileW(ruta, FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo, OPEN_EXISTING,
-                                  FILE_FLAG_BACKUP_SEMANTICS | indicadores);
+// By a path. Nobody is kept from doing anything with what is open.
+fichero_abierto i_abre_ruta(const ruta_fijada& ruta, DWORD acceso, DWORD indicadores) noexcept {
+    return fichero_abierto(sistema.CreateFileW(ruta.c_str(), acceso, comparte_todo, nullptr, OPEN_EXISTING,
+                                               FILE_FLAG_BACKUP_SEMANTICS | indicadores, nullptr));
 }
 
 DWORD i_borra_al_cerrar(HANDLE abierta, trato_con_volumen& trato) {
     if (trato.posix) {
-        borrado_ampliado ampliado = {borrar_con_posix};
-        if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &ampliado, sizeof ampliado)) {
+        ULONG indicadores = borrar_con_posix;
+        if (sistema.SetFileInformationByHandle(abierta, clase_borrado_ampliado, &indicadores,
+                                               sizeof indicadores)) {
             return ERROR_SUCCESS;
         }
         const DWORD codigo = i_ultimo_error();
@@ -202,11 +190,14 @@ std::optional<cadena_w> i_ruta_de_lo_nombrado(HANDLE abierto, const ruta_fijada&
         return cadena_w();
     }
     WIN32_FIND_DATAW entrada;
-    if (!lmlongpath_FindFirstFileW(completa.c_str(), entrada, detalle::sin_nombre_corto).valida()) {
+    const ruta_fijada fijada(completa.c_str());
+    if (!manija_busqueda(sistema.FindFirstFileExW(fijada.c_str(), FindExInfoBasic, &entrada,
+                                                  FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH))
+             .valida()) {
         return {};
     }
     const cadena_w de_arriba(completa.ver().substr(0, completa.ver().rfind(L'\\') + 1));
-    const fichero_abierto padre = i_abre_para_mirar(de_arriba.c_str(), 0);
+    const fichero_abierto padre = i_abre_ruta(de_arriba.c_str(), acceso_de_mirada, 0);
     if ((entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !padre.valida()) {
         return {};
     }
@@ -229,7 +220,7 @@ DWORD i_codigo_si_lleva_a_otro_sitio(const ruta_fijada& ruta) {
         return ERROR_SUCCESS;
     }
     const sin_dialogos callado;
-    const fichero_abierto abierto = i_abre_para_mirar(ruta, FILE_FLAG_OPEN_REPARSE_POINT);
+    const fichero_abierto abierto = i_abre_ruta(ruta, acceso_de_mirada, FILE_FLAG_OPEN_REPARSE_POINT);
     if (!abierto.valida()) {
         return abierto.codigo_de_fallo();
     }
@@ -255,8 +246,7 @@ DWORD directorio_abierto::abre(const ruta_fijada& raiz, trato_con_volumen& trato
     trato_ = &trato;
     padre_ = nullptr;
     raiz_ = &raiz;
-    manija_ = lmlongpath_CreateFileW(raiz, acceso_de_listado, comparte_todo, OPEN_EXISTING,
-                                     FILE_FLAG_BACKUP_SEMANTICS | (sigue ? 0 : FILE_FLAG_OPEN_REPARSE_POINT));
+    manija_ = i_abre_ruta(raiz, acceso_de_listado, sigue ? 0 : FILE_FLAG_OPEN_REPARSE_POINT);
     if (!manija_.valida()) {
         return manija_.codigo_de_fallo();
     }
@@ -508,9 +498,8 @@ bool directorio_abierto::i_lleva_a_ella(HANDLE abierta, const entrada_leida& cua
     if (!sistema.sigue_enlaces() || cual.es_directorio()) {
         return true;
     }
-    const fichero_abierto por_ruta =
-        i_abre_nativa(i_ruta_nativa(cual.nombre), FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
-                      FILE_SYNCHRONOUS_IO_NONALERT);
+    const fichero_abierto por_ruta = i_abre_nativa(i_ruta_nativa(cual.nombre), acceso_de_mirada,
+                                                   comparte_todo, FILE_SYNCHRONOUS_IO_NONALERT);
     return por_ruta.valida() && i_numero(por_ruta.get()) == i_numero(abierta) &&
            i_esta_donde_dice(por_ruta.get(), cual.nombre);
 }
@@ -526,9 +515,7 @@ DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atribut
 }
 
 fichero_abierto directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso) const {
-    fichero_abierto abierta =
-        lmlongpath_CreateFileW(raiz, acceso | FILE_READ_ATTRIBUTES | SYNCHRONIZE, comparte_todo,
-                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
+    fichero_abierto abierta = i_abre_ruta(raiz, acceso | acceso_de_mirada, FILE_FLAG_OPEN_REPARSE_POINT);
     const bool es_otra = abierta.valida() &&
                          (i_numero(abierta.get()) != numero_ || !i_es_directorio_sin_enlace(abierta.get()));
     return es_otra ? fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE) : std::move(abierta);
@@ -552,7 +539,7 @@ DWORD directorio_abierto::protege_raiz(const ruta_fijada& raiz, int modo) {
 
 bool directorio_abierto::esta_en(const ruta_fijada& raiz) const {
     const sin_dialogos callado;
-    const fichero_abierto abierta = i_abre_para_mirar(raiz, 0);
+    const fichero_abierto abierta = i_abre_ruta(raiz, acceso_de_mirada, 0);
     return abierta.valida() && i_numero(abierta.get()) == numero_;
 }
 
@@ -671,7 +658,7 @@ bool lector_de_directorio::i_toma_registro() noexcept {
                               leido.FileNameLength / sizeof(wchar_t));
     entrada_.atributos = leido.FileAttributes;
     entrada_.reanalisis = (leido.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido.EaSize : 0;
-    entrada_.modificado = i_fecha(leido.LastWriteTime);
+    entrada_.modificado = {leido.LastWriteTime.LowPart, static_cast<DWORD>(leido.LastWriteTime.HighPart)};
     if constexpr (std::is_same_v<Registro, FILE_ID_BOTH_DIR_INFO>) {
         entrada_.numero = static_cast<unsigned long long>(leido.FileId.QuadPart);
     } else {

@@ -17,7 +17,7 @@
 // tools/attack.
 #pragma once
 
-#include "companions/lmlongpath.hpp"
+#include "companions/ruta_fijada.hpp"
 
 namespace interno {
 
@@ -32,7 +32,7 @@ struct entrada_leida {
 
     bool es_directorio() const noexcept { return (atributos & FILE_ATTRIBUTE_DIRECTORY) != 0; }
     // "." and "..", which every directory has but a root.
-    bool es_relativa() const noexcept { return nombre == L"." || nombre == L".."; }
+    bool es_relativa() const noexcept { return i_es_punto_o_dos(nombre); }
 };
 
 // Another name of some other place (junction, symbolic link), or perhaps one, because the system does not tell the

@@ -42,20 +42,20 @@
     X(ficheros, abre_entrada, INVALID_HANDLE_VALUE)             \
     X(ficheros, numero_de_fichero, FALSE)                       \
     X(ficheros, nombre_de_fichero, FALSE)                       \
-    X(registro, RegOpenKeyExA, ERROR_ACCESS_DENIED)             \
-    X(registro, RegOpenKeyExW, ERROR_ACCESS_DENIED)             \
-    X(registro, RegCreateKeyExW, ERROR_ACCESS_DENIED)           \
-    X(registro, RegCloseKey, ERROR_ACCESS_DENIED)               \
-    X(registro, RegQueryInfoKeyA, ERROR_ACCESS_DENIED)          \
-    X(registro, RegQueryInfoKeyW, ERROR_ACCESS_DENIED)          \
-    X(registro, RegQueryValueExA, ERROR_ACCESS_DENIED)          \
-    X(registro, RegQueryValueExW, ERROR_ACCESS_DENIED)          \
-    X(registro, RegSetValueExW, ERROR_ACCESS_DENIED)            \
-    X(registro, RegDeleteValueW, ERROR_ACCESS_DENIED)           \
-    X(registro, RegEnumKeyExA, ERROR_ACCESS_DENIED)             \
-    X(registro, RegEnumKeyExW, ERROR_ACCESS_DENIED)             \
-    X(registro, RegEnumValueW, ERROR_ACCESS_DENIED)             \
-    X(registro, NtDeleteKey, ERROR_ACCESS_DENIED)               \
+    X(claves, RegOpenKeyExA, ERROR_ACCESS_DENIED)               \
+    X(claves, RegOpenKeyExW, ERROR_ACCESS_DENIED)               \
+    X(claves, RegCreateKeyExW, ERROR_ACCESS_DENIED)             \
+    X(claves, RegCloseKey, ERROR_ACCESS_DENIED)                 \
+    X(claves, RegQueryInfoKeyA, ERROR_ACCESS_DENIED)            \
+    X(claves, RegQueryInfoKeyW, ERROR_ACCESS_DENIED)            \
+    X(claves, RegQueryValueExA, ERROR_ACCESS_DENIED)            \
+    X(claves, RegQueryValueExW, ERROR_ACCESS_DENIED)            \
+    X(claves, RegSetValueExW, ERROR_ACCESS_DENIED)              \
+    X(claves, RegDeleteValueW, ERROR_ACCESS_DENIED)             \
+    X(claves, RegEnumKeyExA, ERROR_ACCESS_DENIED)               \
+    X(claves, RegEnumKeyExW, ERROR_ACCESS_DENIED)               \
+    X(claves, RegEnumValueW, ERROR_ACCESS_DENIED)               \
+    X(claves, NtDeleteKey, ERROR_ACCESS_DENIED)                 \
     X(procesos, CreateToolhelp32Snapshot, INVALID_HANDLE_VALUE) \
     X(procesos, Process32FirstW, FALSE)                         \
     X(procesos, Process32NextW, FALSE)                          \

@@ -7,12 +7,14 @@
 // Checked by tests/companions/lumospy_test.cpp.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 #include <type_traits>
+#include <utility>
 
 #include "companions/lugar.hpp"
 
@@ -104,10 +106,9 @@ public:
     vector_interno(const vector_interno&) = delete;
     vector_interno& operator=(const vector_interno&) = delete;
     vector_interno(vector_interno&& otro) noexcept
-        : datos_(otro.datos_), num_(otro.num_), sitio_(otro.sitio_) {
-        otro.datos_ = nullptr;
-        otro.num_ = otro.sitio_ = 0;
-    }
+        : datos_(std::exchange(otro.datos_, nullptr)),
+          num_(std::exchange(otro.num_, 0)),
+          sitio_(std::exchange(otro.sitio_, 0)) {}
     ~vector_interno() { i_libera_interno(datos_); }
 
     void anade(const T& elemento, lugar donde = lugar::aqui()) {
@@ -123,7 +124,7 @@ public:
         if (cuantos > sitio_ - num_) {
             reserva_sitio((num_ + cuantos) * 2, donde);
         }
-        std::memcpy(datos_ + num_, elementos, cuantos * sizeof(T));
+        std::copy(elementos, elementos + cuantos, datos_ + num_);
         num_ += cuantos;
     }
     void reserva_sitio(std::size_t sitio, lugar donde = lugar::aqui()) {
@@ -134,6 +135,16 @@ public:
             datos_ = static_cast<T*>(i_cambia_interno(datos_, bytes, donde));
             sitio_ = sitio;
         }
+    }
+    // The elements in a block that callers will own, exactly as long as they are many; NULL when there is none.
+    T* suelta_en_bloque(lugar donde = lugar::aqui()) {
+        const std::size_t bytes = num_ * sizeof(T);  // NOLINT(bugprone-sizeof-expression)
+        T* const bloque = num_ == 0 ? nullptr : static_cast<T*>(i_reserva(bytes, donde));
+        if (bloque != nullptr) {
+            std::memcpy(bloque, datos_, bytes);
+        }
+        num_ = 0;
+        return bloque;
     }
     void quita_ultimo() noexcept { --num_; }
     void vacia() noexcept { num_ = 0; }

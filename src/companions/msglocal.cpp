@@ -2,6 +2,7 @@
 #include "companions/msglocal.hpp"
 
 #include <atomic>
+#include <utility>
 
 #include "companions/plataforma.hpp"
 
@@ -18,6 +19,13 @@ constexpr unsigned short de_brasil = 0x0416;
 constexpr unsigned short ingles = 0x0409;
 constexpr unsigned short chino = 0x0804;
 constexpr unsigned short croata = 0x041A;
+
+// The display languages (LANGID) in which the system is asked for a text of its own that goes with messages of a slot:
+// the slot's, and its nearest relative or 0.
+struct idiomas_de_ranura {
+    unsigned short primero;
+    unsigned short segundo;
+};
 
 struct idioma_windows {
     unsigned short primario;   // low ten bits of a LANGID
@@ -65,6 +73,16 @@ constexpr idioma_windows idiomas[] = {
     {0x11, cualquiera, ranura_japones, {0x0411, 0}},
 };
 
+// A slot that has no language speaks that of its fallback.
+idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept {
+    for (const idioma_windows& fila : idiomas) {
+        if (fila.ranura == ranura) {
+            return fila.del_sistema;
+        }
+    }
+    return i_idiomas_de_ranura(ranura_de_respaldo(static_cast<std::uint32_t>(ranura)));
+}
+
 }  // namespace
 
 unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
@@ -76,15 +94,6 @@ unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
         }
     }
     return ranura_ingles;
-}
-
-idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept {
-    for (const idioma_windows& fila : idiomas) {
-        if (fila.ranura == ranura) {
-            return fila.del_sistema;
-        }
-    }
-    return i_idiomas_de_ranura(ranura_de_respaldo(static_cast<std::uint32_t>(ranura)));
 }
 
 const wchar_t* nousar_msglocal_original_u(ConstructorMensaje construye) noexcept {
@@ -104,6 +113,19 @@ unsigned long i_idioma() noexcept {
         i_establece_idioma(ranura);
     }
     return ranura;
+}
+
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
+    constexpr unsigned short del_sistema = 0;  // what the system itself would take, English at the last
+    const idiomas_de_ranura propios = i_idiomas_de_ranura(i_idioma());
+    for (const unsigned short idioma : {propios.primero, propios.segundo}) {
+        cadena_w texto = idioma == 0 ? cadena_w() : plataforma::texto_de_codigo(codigo, idioma);
+        if (!texto.es_nula()) {
+            return texto;
+        }
+    }
+    cadena_w texto = plataforma::texto_de_codigo(codigo, del_sistema);
+    return texto.es_nula() ? copiaforu_nousar_formatea(L"%lu", {codigo}) : std::move(texto);
 }
 
 }  // namespace interno

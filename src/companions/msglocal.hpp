@@ -1,9 +1,11 @@
-// The message library: which language texts are shown in, and how a text is taken out of a message record.
+// The message library: which language texts are shown in, how a text is taken out of a message record, and the system's
+// own texts that go with it.
 //
 // Promises: the text has no id prefix and is never freed; a language set by the host stays until the next one.
 // Checked by tests/companions/msglocal_test.cpp.
 #pragma once
 
+#include "companions/cadena.hpp"
 #include "companions/registro_mensaje.hpp"
 
 namespace interno {
@@ -22,12 +24,8 @@ inline const wchar_t* nousar_original_u(ConstructorMensaje construye) noexcept {
 // Language slot of a display language as Windows numbers it; English where the catalogue has none for it.
 unsigned long i_ranura_de_idioma(unsigned short langid) noexcept;
 
-// The display languages (LANGID) in which the system is asked for a text of its own that goes with messages of a slot:
-// the slot's, and its nearest relative or 0. A slot that has no language speaks that of its fallback.
-struct idiomas_de_ranura {
-    unsigned short primero;
-    unsigned short segundo;
-};
-idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept;
+// The system's text for an error code, in the language of the messages where the system has it, else in the system's
+// own, without its line break; the number itself when it has none.
+cadena_w strgetlasterror_texto_cod_error(unsigned long codigo);
 
 }  // namespace interno

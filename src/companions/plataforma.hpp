@@ -45,9 +45,9 @@ void escribe_depurador(const wchar_t* linea) noexcept;
 // Primary language and sublanguage of the user's display language, as Windows numbers them (LANGID).
 unsigned short idioma_del_usuario() noexcept;
 
-// The system's text for an error code, in the language of the messages where the system has it, else in the system's
-// own, without its line break; the number itself when it has none.
-cadena_w strgetlasterror_texto_cod_error(unsigned long codigo);
+// The system's text for an error code in a language (LANGID, 0 for the system's own), without its line break; a NULL
+// string when it has none.
+cadena_w texto_de_codigo(unsigned long codigo, unsigned short idioma);
 
 // Calls a function of the host's so that an exception of a foreign runtime ends here; one of this compiler's own goes on
 // to the caller (companions/anfitrion.hpp).

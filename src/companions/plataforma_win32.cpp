@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "companions/msglocal.hpp"
 #include "companions/respuesta_entera.hpp"
 #include "companions/sistema.hpp"
 
@@ -49,39 +48,6 @@ void i_escribe(HANDLE salida, vista_w texto) noexcept {
     }
 }
 
-}  // namespace
-
-void (*&duerme_ms)(unsigned long) = sistema.duerme_ms;
-void (*&termina_proceso)() = sistema.termina_proceso;
-
-unsigned pagina_de_codigos = CP_ACP;
-
-bool es_utf8() noexcept {
-    return pagina_de_codigos == CP_UTF8 || (pagina_de_codigos == CP_ACP && ::GetACP() == CP_UTF8);
-}
-
-bool bytes_iniciales(bool (&iniciales)[256]) noexcept {
-    CPINFO pagina;
-    if (es_utf8() || !::GetCPInfo(pagina_de_codigos, &pagina) || pagina.LeadByte[0] == 0) {
-        return false;
-    }
-    // Ranges, each with its first and its last byte, up to one of zeros.
-    for (int i = 0; i + 1 < MAX_LEADBYTES && pagina.LeadByte[i] != 0; i += 2) {
-        for (unsigned byte = pagina.LeadByte[i]; byte <= pagina.LeadByte[i + 1]; ++byte) {
-            iniciales[byte] = true;
-        }
-    }
-    return true;
-}
-
-bool es_caracter_doble(char primero, char segundo) noexcept {
-    const char pareja[] = {primero, segundo};
-    wchar_t unidades[2];
-    return ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, pareja, 2, unidades, 2) > 0;
-}
-
-namespace {
-
 // Character by character: what is not valid becomes U+FFFD. Left to itself the system would put the code page's own
 // default there, a character like any other.
 std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
@@ -90,17 +56,17 @@ std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_
     while (!texto.empty()) {
         const bool doble =
             texto.size() > 1 && ::IsDBCSLeadByteEx(pagina_de_codigos, static_cast<BYTE>(texto.front()));
-        wchar_t unidad[2];
+        wchar_t convertido[2];
         int bytes = doble ? 2 : 1;
-        int largo =
-            ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, texto.data(), bytes, unidad, 2);
+        int largo = ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, texto.data(), bytes,
+                                          convertido, 2);
         if (largo <= 0) {
-            unidad[0] = sustituto;  // the byte behind a bad lead byte may be valid alone
+            convertido[0] = sustituto;  // the byte behind a bad lead byte may be valid alone
             largo = bytes = 1;
         }
         for (int i = 0; i < largo; ++i, ++unidades) {
             if (unidades < sitio) {
-                destino[unidades] = unidad[i];
+                destino[unidades] = convertido[i];
             }
         }
         texto.remove_prefix(static_cast<std::size_t>(bytes));
@@ -162,6 +128,35 @@ void i_convierte_caja(char* texto, std::size_t longitud, char primera, DWORD caj
 }
 
 }  // namespace
+
+void (*&duerme_ms)(unsigned long) = sistema.duerme_ms;
+void (*&termina_proceso)() = sistema.termina_proceso;
+
+unsigned pagina_de_codigos = CP_ACP;
+
+bool es_utf8() noexcept {
+    return pagina_de_codigos == CP_UTF8 || (pagina_de_codigos == CP_ACP && ::GetACP() == CP_UTF8);
+}
+
+bool bytes_iniciales(bool (&iniciales)[256]) noexcept {
+    CPINFO pagina;
+    if (es_utf8() || !::GetCPInfo(pagina_de_codigos, &pagina) || pagina.LeadByte[0] == 0) {
+        return false;
+    }
+    // Ranges, each with its first and its last byte, up to one of zeros.
+    for (int i = 0; i + 1 < MAX_LEADBYTES && pagina.LeadByte[i] != 0; i += 2) {
+        for (unsigned byte = pagina.LeadByte[i]; byte <= pagina.LeadByte[i + 1]; ++byte) {
+            iniciales[byte] = true;
+        }
+    }
+    return true;
+}
+
+bool es_caracter_doble(char primero, char segundo) noexcept {
+    const char pareja[] = {primero, segundo};
+    wchar_t unidades[2];
+    return ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, pareja, 2, unidades, 2) > 0;
+}
 
 std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
     const int longitud = i_longitud(texto.size());
@@ -236,12 +231,9 @@ unsigned short idioma_del_usuario() noexcept {
     return ::GetUserDefaultUILanguage();
 }
 
-namespace {
-
-// NULL where the system has no text for the code in this language. The longest text that the call gives has 64 KB.
-cadena_w i_texto_en(unsigned long codigo, unsigned short idioma) {
+cadena_w texto_de_codigo(unsigned long codigo, unsigned short idioma) {
     constexpr DWORD como = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
-    constexpr DWORD mayor_texto = 32'767;  // units, terminator included
+    constexpr DWORD mayor_texto = 32'767;  // units, terminator included: the longest that the call gives
     wchar_t corto[512];
     DWORD largo =
         sistema.FormatMessageW(como, nullptr, codigo, idioma, corto, sizeof corto / sizeof *corto, nullptr);
@@ -252,27 +244,9 @@ cadena_w i_texto_en(unsigned long codigo, unsigned short idioma) {
         largo = sistema.FormatMessageW(como, nullptr, codigo, idioma, entero.data(), mayor_texto, nullptr);
         texto = entero.data();
     }
-    vista_w linea(texto, largo);
-    while (!linea.empty() && (linea.back() == L'\r' || linea.back() == L'\n' || linea.back() == L' ')) {
-        linea.remove_suffix(1);
-    }
+    const vista_w linea =
+        vista_w(texto, largo).substr(0, vista_w(texto, largo).find_last_not_of(L"\r\n ") + 1);
     return linea.empty() ? cadena_w() : cadena_w(linea);
-}
-
-constexpr unsigned short idioma_del_sistema = 0;  // what the system itself would take, English at the last
-
-}  // namespace
-
-cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
-    const idiomas_de_ranura propios = i_idiomas_de_ranura(i_idioma());
-    for (const unsigned short idioma : {propios.primero, propios.segundo}) {
-        cadena_w texto = idioma == 0 ? cadena_w() : i_texto_en(codigo, idioma);
-        if (!texto.es_nula()) {
-            return texto;
-        }
-    }
-    cadena_w texto = i_texto_en(codigo, idioma_del_sistema);
-    return !texto.es_nula() ? std::move(texto) : copiaforu_nousar_formatea(L"%lu", {codigo});
 }
 
 }  // namespace interno::plataforma

@@ -10,25 +10,29 @@
 namespace interno {
 
 // `pregunta(buffer, room)` answers the length when it fits, else the size needed with the terminator, 0 on failure. The
-// whole answer; NULL on failure.
+// whole answer, of which it has said that it needs so much; NULL on failure.
 template <class C, class Pregunta>
-cadena<C> i_respuesta_entera(Pregunta pregunta) noexcept {
-    constexpr unsigned long sitio_corto = 512;  // characters: a path and some more
-    C corto[sitio_corto];
-    unsigned long longitud = pregunta(corto, sitio_corto);
-    if (longitud < sitio_corto) {
-        return longitud == 0 ? cadena<C>() : cadena<C>(vista<C>(corto, longitud));
-    }
-    while (longitud != 0) {
-        const unsigned long necesario = longitud;
+cadena<C> i_respuesta_de(unsigned long necesario, Pregunta pregunta) noexcept {
+    while (necesario != 0) {
         cadena<C> entera = cadena<C>::con_sitio(necesario);
-        longitud = pregunta(entera.datos(), necesario + 1);
+        const unsigned long longitud = pregunta(entera.datos(), necesario + 1);
         if (longitud != 0 && longitud <= necesario) {
             entera.acorta(longitud);
             return entera;
         }
+        necesario = longitud;
     }
     return {};
+}
+
+// The same, when nothing has been asked yet.
+template <class C, class Pregunta>
+cadena<C> i_respuesta_entera(Pregunta pregunta) noexcept {
+    constexpr unsigned long sitio_corto = 512;  // characters: a path and some more
+    C corto[sitio_corto];
+    const unsigned long longitud = pregunta(corto, sitio_corto);
+    return longitud == 0 || longitud >= sitio_corto ? i_respuesta_de<C>(longitud, pregunta)
+                                                    : cadena<C>(vista<C>(corto, longitud));
 }
 
 }  // namespace interno

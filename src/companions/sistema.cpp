@@ -23,13 +23,15 @@ BOOL i_con_ultimo_error(NTSTATUS estado) noexcept {
     return FALSE;
 }
 
-// The shell stays once it is loaded, as its objects do. The system finds this name in its own directory before any other.
-template <class F>
-F i_del_escritorio(const char* nombre) noexcept {
+// Calls a function of the shell, which stays once it is loaded, as its objects do; without it the answer is `sin_ella`. The
+// system finds this library's name in its own directory before any other.
+template <class R, class... A>
+R i_llama_al_escritorio(const char* nombre, R sin_ella, A... argumentos) {
     const HMODULE shell32 = ::LoadLibraryW(L"shell32.dll");
-    return shell32 == nullptr
-               ? nullptr
-               : reinterpret_cast<F>(reinterpret_cast<void (*)()>(::GetProcAddress(shell32, nombre)));
+    const auto funcion = shell32 == nullptr ? nullptr : ::GetProcAddress(shell32, nombre);
+    return funcion == nullptr
+               ? sin_ella
+               : reinterpret_cast<R(WINAPI*)(A...)>(reinterpret_cast<void (*)()>(funcion))(argumentos...);
 }
 
 }  // namespace
@@ -89,18 +91,15 @@ DWORD WINAPI FormatMessageW(DWORD opciones, LPCVOID origen, DWORD codigo, DWORD 
 }
 
 HRESULT WINAPI SHGetMalloc(IMalloc** asignador) {
-    const auto pregunta = i_del_escritorio<tipo_de_SHGetMalloc>("SHGetMalloc");
-    return pregunta == nullptr ? E_NOTIMPL : pregunta(asignador);
+    return i_llama_al_escritorio("SHGetMalloc", HRESULT{E_NOTIMPL}, asignador);
 }
 
 HRESULT WINAPI SHGetDesktopFolder(IShellFolder** carpeta) {
-    const auto pregunta = i_del_escritorio<tipo_de_SHGetDesktopFolder>("SHGetDesktopFolder");
-    return pregunta == nullptr ? E_NOTIMPL : pregunta(carpeta);
+    return i_llama_al_escritorio("SHGetDesktopFolder", HRESULT{E_NOTIMPL}, carpeta);
 }
 
 BOOL WINAPI SHGetPathFromIDListW(const _ITEMIDLIST* lista, LPWSTR ruta) {
-    const auto pregunta = i_del_escritorio<tipo_de_SHGetPathFromIDListW>("SHGetPathFromIDListW");
-    return pregunta == nullptr ? FALSE : pregunta(lista, ruta);
+    return i_llama_al_escritorio("SHGetPathFromIDListW", BOOL{FALSE}, lista, ruta);
 }
 
 funcion_nombre_largo busca_nombre_largo() {

@@ -81,7 +81,28 @@ private:
     HANDLE valor_ = INVALID_HANDLE_VALUE;
 };
 
-using manija_fichero = manija<&tabla_sistema::CloseHandle>;
+// Of a file, a process, a snapshot.
+using manija_comun = manija<&tabla_sistema::CloseHandle>;
 using manija_busqueda = manija<&tabla_sistema::FindClose>;
+
+// What was opened, or why nothing was.
+struct fichero_abierto : manija_comun {
+    fichero_abierto() noexcept = default;
+    // Right after the call that opens, for the sake of its code.
+    explicit fichero_abierto(HANDLE abierto) noexcept
+        : manija_comun(abierto), codigo(valida() ? DWORD{ERROR_SUCCESS} : ::GetLastError()) {}
+    static fichero_abierto ninguno(DWORD por_que) noexcept {
+        fichero_abierto nada;
+        nada.codigo = por_que;
+        return nada;
+    }
+
+    // Never that of a success when nothing was opened.
+    DWORD codigo_de_fallo() const noexcept {
+        return valida() || codigo != ERROR_SUCCESS ? codigo : DWORD{ERROR_GEN_FAILURE};
+    }
+
+    DWORD codigo = ERROR_INVALID_HANDLE;
+};
 
 }  // namespace interno

@@ -7,11 +7,10 @@
 // Checked by tests/companions/texto_test.cpp and caracteres_test.cpp.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <cwchar>
-#include <ios>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -25,19 +24,11 @@ static_assert(sizeof(wchar_t) == 2, "wide text is UTF-16: build with 16-bit wcha
 std::size_t i_longitud(const wchar_t* texto) noexcept;
 std::size_t i_longitud(const char* texto) noexcept;
 
-// Character traits of UTF-16 text. The standard ones reach the C library's wide functions.
-struct rasgos_utf16 {
-    using char_type = wchar_t;
-    using int_type = std::uint32_t;
-    using off_type = std::streamoff;
-    using pos_type = std::streampos;
-    using state_type = std::mbstate_t;
+// Character traits of UTF-16 text. Whatever reaches the C library's wide functions in the standard ones is its own here.
+struct rasgos_utf16 : std::char_traits<wchar_t> {
+    using int_type = std::uint32_t;  // one more value than a unit has
+    using std::char_traits<wchar_t>::assign;
 
-    static constexpr void assign(char_type& a, const char_type& b) noexcept { a = b; }
-    static constexpr bool eq(char_type a, char_type b) noexcept { return a == b; }
-    static constexpr bool lt(char_type a, char_type b) noexcept {
-        return static_cast<std::uint16_t>(a) < static_cast<std::uint16_t>(b);
-    }
     static constexpr int compare(const char_type* a, const char_type* b, std::size_t n) noexcept {
         for (std::size_t i = 0; i < n; ++i) {
             if (a[i] != b[i]) {
@@ -71,9 +62,7 @@ struct rasgos_utf16 {
         return n == 0 ? a : static_cast<char_type*>(std::memcpy(a, b, n * sizeof(char_type)));
     }
     static constexpr char_type* assign(char_type* s, std::size_t n, char_type c) noexcept {
-        for (std::size_t i = 0; i < n; ++i) {
-            s[i] = c;
-        }
+        std::fill_n(s, n, c);
         return s;
     }
     static constexpr int_type not_eof(int_type c) noexcept { return c == eof() ? 0 : c; }
@@ -92,6 +81,10 @@ using vista = std::basic_string_view<C, rasgos<C>>;
 using vista_a = vista<char>;     // 8-bit text in the active code page
 using vista_w = vista<wchar_t>;  // UTF-16 text
 
+// A unit as a number.
+template <class C>
+using sin_signo = std::make_unsigned_t<std::conditional_t<std::is_same_v<C, wchar_t>, short, char>>;
+
 // Copies units between places that do not overlap. Most pieces of a path are shorter than what the C library's copying
 // costs.
 void i_copia_bytes(void* destino, const void* origen, std::size_t bytes) noexcept;
@@ -100,9 +93,9 @@ void copia_unidades(C* destino, const C* origen, std::size_t num) noexcept {
     i_copia_bytes(destino, origen, num * sizeof(C));
 }
 
-// Picks the literal of the flavour: LITERAL(C, "\\") is "\\" or L"\\" as a view.
+// Picks the literal of the flavour: LITERAL(C, "\\") is "\\" or L"\\" as a view, whose length is not counted at run time.
 template <class C>
-constexpr vista<C> i_elige(vista_a a, vista_w w) noexcept {
+consteval vista<C> i_elige(vista_a a, vista_w w) noexcept {
     if constexpr (std::is_same_v<C, wchar_t>) {
         return w;
     } else {
@@ -216,6 +209,16 @@ constexpr vista<C> recorta_izquierda(vista<C> texto) noexcept {
     return texto;
 }
 
+// As Windows reads a name: without the blanks and points at its end.
+constexpr vista_w sin_final_recortable(vista_w nombre) noexcept {
+    return nombre.substr(0, nombre.find_last_not_of(L". ") + 1);
+}
+
+// "." and "..", which are no names of anything else.
+constexpr bool i_es_punto_o_dos(vista_w nombre) noexcept {
+    return nombre == L"." || nombre == L"..";
+}
+
 // Neither empty nor made of spaces only.
 template <class C>
 constexpr bool hay_texto(vista<C> texto) noexcept {
@@ -231,13 +234,12 @@ constexpr C minuscula_ascii(C c) noexcept {
 // Order ignoring case: negative, 0 or positive; a shorter prefix comes first.
 template <class C>
 constexpr int compara_sin_caja(vista<C> a, std::type_identity_t<vista<C>> b) noexcept {
-    using sin_signo = std::make_unsigned_t<std::conditional_t<std::is_same_v<C, wchar_t>, short, char>>;
     const std::size_t comun = a.size() < b.size() ? a.size() : b.size();
     for (std::size_t i = 0; i < comun; ++i) {
         const C x = minuscula_ascii(a[i]);
         const C y = minuscula_ascii(b[i]);
         if (x != y) {
-            return static_cast<sin_signo>(x) < static_cast<sin_signo>(y) ? -1 : 1;
+            return static_cast<sin_signo<C>>(x) < static_cast<sin_signo<C>>(y) ? -1 : 1;
         }
     }
     return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);

@@ -12,8 +12,7 @@ template <class C>
 bool i_es_ascii(vista<C> texto) noexcept {
     unsigned bits = 0;
     for (const C c : texto) {
-        bits |= static_cast<unsigned>(
-            static_cast<std::make_unsigned_t<std::conditional_t<sizeof(C) == 1, char, short>>>(c));
+        bits |= static_cast<unsigned>(static_cast<sin_signo<C>>(c));
     }
     return bits < 0x80;
 }
@@ -28,19 +27,15 @@ void i_copia_ascii(vista<C> texto, D* destino) noexcept {
 }  // namespace
 
 cadena_w utunicode_ANSI_a_UNICODE(vista_a texto, lugar donde) {
-    if (i_es_ascii(texto)) {
-        cadena_w resultado = cadena_w::con_sitio(texto.size(), donde);
-        i_copia_ascii(texto, resultado.datos());
-        return resultado;
-    }
-    if (i_escritura() == escritura::de_un_byte) {
-        cadena_w resultado = cadena_w::con_sitio(texto.size(), donde);
-        i_convierte_de_un_byte(texto, resultado.datos());
-        return resultado;
-    }
-    const std::size_t longitud = plataforma::ansi_a_utf16(texto, nullptr, 0);
+    const bool ascii = i_es_ascii(texto);
+    const bool por_bytes = ascii || i_escritura() == escritura::de_un_byte;
+    const std::size_t longitud = por_bytes ? texto.size() : plataforma::ansi_a_utf16(texto, nullptr, 0);
     cadena_w resultado = cadena_w::con_sitio(longitud, donde);
-    plataforma::ansi_a_utf16(texto, resultado.datos(), longitud);
+    if (ascii) {
+        i_copia_ascii(texto, resultado.datos());
+    } else if (!i_convierte_de_un_byte(texto, resultado.datos())) {
+        plataforma::ansi_a_utf16(texto, resultado.datos(), longitud);
+    }
     return resultado;
 }
 
@@ -49,14 +44,14 @@ cadena_w utunicode_ANSI_a_UNICODE(const char* texto, lugar donde) {
 }
 
 cadena_a utunicode_UNICODE_a_ANSI(vista_w texto, lugar donde) {
-    if (i_es_ascii(texto)) {
-        cadena_a resultado = cadena_a::con_sitio(texto.size(), donde);
-        i_copia_ascii(texto, resultado.datos());
-        return resultado;
-    }
-    const std::size_t longitud = plataforma::utf16_a_ansi(texto, nullptr, 0);
+    const bool ascii = i_es_ascii(texto);
+    const std::size_t longitud = ascii ? texto.size() : plataforma::utf16_a_ansi(texto, nullptr, 0);
     cadena_a resultado = cadena_a::con_sitio(longitud, donde);
-    plataforma::utf16_a_ansi(texto, resultado.datos(), longitud);
+    if (ascii) {
+        i_copia_ascii(texto, resultado.datos());
+    } else {
+        plataforma::utf16_a_ansi(texto, resultado.datos(), longitud);
+    }
     return resultado;
 }
 

@@ -136,7 +136,7 @@ private:
 
 resultado_de_pasada i_pasada(const raiz_de_recorrido& directorio, bool lo_quita, bool recursiva,
                              lista_textos<wchar_t>* sin_borrar) {
-    recorrido arbol(directorio, i_orden_de_borrado());
+    recorrido arbol(directorio, orden_de_borrado);
     pasada_silenciosa visitante(sin_borrar);
     const llegada como =
         i_recorre_para_borrar(arbol, recursiva ? subdirectorios::todos : subdirectorios::ninguno, visitante);
@@ -159,7 +159,7 @@ constexpr unsigned num_pausas = sizeof pausas_ms / sizeof pausas_ms[0];
 
 bool i_borra_arbol(const wchar_t* directorio, bool lo_quita, const freno& para) {
     const raiz_de_recorrido raiz(directorio);
-    recorrido arbol(raiz, i_orden_de_borrado());
+    recorrido arbol(raiz, orden_de_borrado);
     borrado_estricto visitante(vista_w(directorio), para);
     const llegada como = i_recorre_para_borrar(arbol, subdirectorios::sin_punto_inicial, visitante);
     // The walk stays until the root itself has been removed, which must be the one that was walked.

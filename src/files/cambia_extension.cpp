@@ -16,14 +16,6 @@ vista_w i_sin_punto(vista_w extension) noexcept {
     return extension.substr(empieza_por(extension, L".") ? 1 : 0);
 }
 
-// As the system reads a name: without the blanks and points at its end.
-vista_w i_como_lo_lee_el_sistema(vista_w nombre) noexcept {
-    while (!nombre.empty() && (nombre.back() == L' ' || nombre.back() == L'.')) {
-        nombre.remove_suffix(1);
-    }
-    return nombre;
-}
-
 // Whether two names are those of one file, where the system tells.
 bool i_mismo_fichero(const ruta_fijada& a, const ruta_fijada& b) noexcept {
     const sin_dialogos callado;
@@ -78,7 +70,7 @@ public:
     cambio(const directorio_literal& directorio, vista_w nombre, vista_w antigua, vista_w nueva)
         : nombre_antiguo_(i_compone(nombre, antigua)),
           nombre_nuevo_(i_compone(nombre, nueva)),
-          leido_(i_como_lo_lee_el_sistema(nombre_nuevo_.ver())),
+          leido_(sin_final_recortable(nombre_nuevo_.ver())),
           antiguo_mostrado_(directorio.mostrado(nombre_antiguo_)),
           nuevo_mostrado_(directorio.mostrado(nombre_nuevo_)),
           origen_(antiguo_mostrado_.c_str(), directorio.literal(nombre_antiguo_)),

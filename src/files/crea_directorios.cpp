@@ -221,8 +221,7 @@ void i_avisa_si_es_incorrecto(vista_w path) {
         return;
     }
     const cadena_w sin_prefijo = lmlongpath_desprepend_path(recorta_derecha(path));
-    const vista_w juzgado = sin_prefijo.ver().substr(i_lleva_prefijo(sin_prefijo.ver()) ? 4 : 0);
-    if (!i_path_correcto_UNICODE(juzgado).correcto) {
+    if (!i_path_correcto_UNICODE(i_sin_prefijo(sin_prefijo)).correcto) {
         i_muestra_mensaje(i_msg_53955_fichero_no_correcto, recorta_derecha(path));
     }
 }

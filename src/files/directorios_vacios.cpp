@@ -15,12 +15,6 @@
 namespace interno {
 namespace {
 
-// A component that the system resolves, or cuts to nothing ("..", "...", " "): it names another directory than the
-// text says, perhaps the base.
-bool i_nombra_a_otro(vista_w componente) noexcept {
-    return componente.find_first_not_of(L". ") == vista_w::npos;
-}
-
 // How many directories of a path lie below its first `largo_base` units, counted from its end up to the first
 // component that names another directory. One with a "/" behind it is the last: going up from there changes nothing.
 std::size_t i_niveles_bajo_la_base(vista_w directorio, std::size_t largo_base) noexcept {
@@ -32,7 +26,8 @@ std::size_t i_niveles_bajo_la_base(vista_w directorio, std::size_t largo_base) n
         }
         const vista_w componente = resto.substr(resto.find_last_of(L"\\/:") + 1);
         if (componente != L".") {  // the directory itself
-            if (componente.empty() || i_nombra_a_otro(componente)) {
+            // What the system resolves, or cuts to nothing ("..", "...", " "), is another directory, perhaps the base.
+            if (sin_final_recortable(componente).empty()) {
                 return niveles;
             }
             ++niveles;

@@ -3,7 +3,7 @@
 
 #include "companions/directorio_abierto.hpp"
 #include "companions/lmlongpath.hpp"
-#include "companions/plataforma.hpp"
+#include "companions/msglocal.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "files/crea_directorios.hpp"
 #include "frame/avisos.hpp"
@@ -49,7 +49,7 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
         creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas, CREATE_NEW);
     }
     if (!creado.valida()) {
-        return plataforma::strgetlasterror_texto_cod_error(creado.codigo);
+        return strgetlasterror_texto_cod_error(creado.codigo);
     }
     const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero_callado(creado.get());
     creado.cierra();
@@ -58,23 +58,6 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
     }
     return {};
 }
-
-}  // namespace
-
-motivo i_prueba_escritura(const ruta_fijada& fichero) {
-    const existencia que_hay = i_existencia(fichero);
-    if (que_hay.es_de_solo_lectura()) {
-        return i_mensaje(i_msg_404523_fichero_sin_permiso_de_escritura);
-    }
-    if (que_hay.falta()) {
-        return i_prueba_a_crear(fichero);
-    }
-    // What cannot be told to be missing is opened, never created.
-    const fichero_abierto abierto = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas);
-    return abierto.valida() ? motivo() : plataforma::strgetlasterror_texto_cod_error(abierto.codigo);
-}
-
-namespace {
 
 // No directory is the current one, as a bare drive is that of the drive: neither is the root, which joining a name to
 // them would make of them.
@@ -96,6 +79,19 @@ cadena_w i_con_retrocesos_resueltos(const ruta_fijada& directorio) {
 }
 
 }  // namespace
+
+motivo i_prueba_escritura(const ruta_fijada& fichero) {
+    const existencia que_hay = i_existencia(fichero);
+    if (que_hay.es_de_solo_lectura()) {
+        return i_mensaje(i_msg_404523_fichero_sin_permiso_de_escritura);
+    }
+    if (que_hay.falta()) {
+        return i_prueba_a_crear(fichero);
+    }
+    // What cannot be told to be missing is opened, never created.
+    const fichero_abierto abierto = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas);
+    return abierto.valida() ? motivo() : strgetlasterror_texto_cod_error(abierto.codigo);
+}
 
 motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);

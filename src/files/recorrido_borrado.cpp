@@ -24,8 +24,8 @@ bool i_recorre_ficheros(recorrido& arbol, visitante_borrado& visitante) {
 // prefix nothing is cut.
 bool i_se_recorta(vista_w raiz) noexcept {
     const vista_w nombre = raiz.substr(raiz.find_last_of(L"\\/:") + 1);
-    return !empieza_por(raiz, L"\\\\?\\") &&
-           (acaba_en(nombre, L" ") || (acaba_en(nombre, L".") && nombre != L"." && nombre != L".."));
+    return !empieza_por(raiz, L"\\\\?\\") && !i_es_punto_o_dos(nombre) &&
+           sin_final_recortable(nombre).size() < nombre.size();
 }
 
 }  // namespace
@@ -85,10 +85,6 @@ llegada i_recorre_para_borrar(recorrido& arbol, subdirectorios cuales, visitante
         visitante.subdirectorio(directorio, como);
     }
     return raiz;
-}
-
-recorrido::orden i_orden_de_borrado() noexcept {
-    return {[](vista_w a, vista_w b) noexcept { return a.compare(b); }, false};
 }
 
 }  // namespace interno

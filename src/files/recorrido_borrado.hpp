@@ -68,6 +68,7 @@ protected:
 llegada i_recorre_para_borrar(recorrido& arbol, subdirectorios cuales, visitante_borrado& visitante);
 
 // The order in which subdirectories are deleted: by name, code unit by code unit.
-recorrido::orden i_orden_de_borrado() noexcept;
+inline constexpr recorrido::orden orden_de_borrado = {
+    [](vista_w a, vista_w b) noexcept { return a.compare(b); }, false};
 
 }  // namespace interno

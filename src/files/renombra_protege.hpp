@@ -9,7 +9,7 @@
 
 namespace interno {
 
-// Makes a file read-only (`modo_lectura`) or writable (`modo_escritura`, both of lmlongpath.hpp), retried; the user
+// Makes a file read-only (`modo_lectura`) or writable (`modo_escritura`, both of ruta_fijada.hpp), retried; the user
 // is asked where `informa` says so. Any other mode is reported and handed to the system all the same.
 bool i_cambia_proteccion(objetivo& fichero, int modo, bool informa) noexcept;
 bool i_cambia_proteccion(const ruta_fijada& fichero, int modo, bool informa) noexcept;

@@ -22,19 +22,14 @@ constexpr unsigned intentos_de_lectura = 5;
 constexpr unsigned long espera_entre_lecturas_ms = 100;
 
 // The only dates that cannot be converted are those that do not fit: trying again would not help.
-std::optional<FILETIME> i_a_local(const FILETIME& utc) noexcept {
-    FILETIME local;
-    return i_comprueba(sistema.FileTimeToLocalFileTime(&utc, &local) != FALSE, "resp != FALSE")
-               ? std::optional(local)
-               : std::nullopt;
+template <auto Llamada>
+std::optional<FILETIME> i_convertida(const FILETIME& fecha) noexcept {
+    FILETIME otra;
+    return i_comprueba((sistema.*Llamada)(&fecha, &otra) != FALSE, "resp != FALSE") ? std::optional(otra)
+                                                                                    : std::nullopt;
 }
-
-std::optional<FILETIME> i_a_utc(const FILETIME& local) noexcept {
-    FILETIME utc;
-    return i_comprueba(sistema.LocalFileTimeToFileTime(&local, &utc) != FALSE, "resp != FALSE")
-               ? std::optional(utc)
-               : std::nullopt;
-}
+constexpr auto i_a_local = i_convertida<&tabla_sistema::FileTimeToLocalFileTime>;
+constexpr auto i_a_utc = i_convertida<&tabla_sistema::LocalFileTimeToFileTime>;
 
 // For the readers of time values, which may have to report a missing file.
 datos_de_fichero i_lee_fechas_para_valor(const wchar_t* fichero, si_falta entonces) noexcept {
@@ -75,12 +70,8 @@ bool i_asigna_fechas(const ruta_fijada& fichero, const fechas& utc, bool informa
 
 // 0 means to the system "leave the date as it is", and so do -1 and -2 ("from now on" and "again from now on"); other
 // negative counts are no dates: setting one would succeed without dating the file, or ask the user in vain.
-constexpr bool i_es_asignable(const FILETIME& fecha) noexcept {
-    return i_intervalos(fecha) > 0;
-}
-
 std::optional<FILETIME> i_si_es_asignable(std::optional<FILETIME> fecha) noexcept {
-    return fecha && i_es_asignable(*fecha) ? fecha : std::nullopt;
+    return fecha && i_intervalos(*fecha) > 0 ? fecha : std::nullopt;
 }
 
 std::optional<FILETIME> i_utc_de_local(const FILETIME& local) noexcept {

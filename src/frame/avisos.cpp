@@ -21,12 +21,6 @@ void i_muestra_texto(const wchar_t* texto) noexcept {
     }
 }
 
-void i_muestra_mensaje(ConstructorMensaje construye) noexcept {
-    if (!i_modo_servicio()) {
-        lmaviso_aviso_interno_como_error_u(nousar_msglocal_original_u(construye));
-    }
-}
-
 void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept {
     if (!i_modo_servicio()) {
         const cadena_w texto = i_mensaje(construye, {argumento});

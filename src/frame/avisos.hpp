@@ -15,7 +15,6 @@ namespace interno {
 // The message in the user's language, formatted with its arguments.
 cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {});
 
-void i_muestra_mensaje(ConstructorMensaje construye) noexcept;
 void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept;
 // A text that is already formatted.
 void i_muestra_texto(const wchar_t* texto) noexcept;

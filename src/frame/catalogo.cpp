@@ -2,13 +2,12 @@
 //
 // Promises, checked while this file compiles: every message has a text in the 14 languages that must have
 // one; the "<id>" in front of each text is written by the compiler from the number of the message; no text
-// has other placeholders, or another order of them, than the Spanish one; the regional Spanish variants
-// differ from it in the word "archivo" and in nothing else.
+// has other placeholders, or another order of them, than the Spanish one.
 // Cannot promise: the order of the arguments inside a sentence. Formatting knows no positions, so a
 // translation has to be worded in such a way that its placeholders follow the Spanish order.
 //
 // A new message is one block and a line in the list of the header. A new language is a slot in the companions' header,
-// its bit below, and a line per block.
+// its name below, and a line per block.
 //
 // Checked by tests/frame/catalogo_test.cpp.
 
@@ -18,6 +17,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 #include "companions/texto.hpp"
 
@@ -25,42 +25,31 @@ namespace interno {
 
 namespace {
 
-// ---- the languages of a text: a set of slots, one bit each, so that variants can share one text
+// ---- the languages that every message has a text in
 
-using conjunto_ranuras = std::uint64_t;
+constexpr ranura_idioma espanol = ranura_espanol;
+constexpr ranura_idioma ingles = ranura_ingles;
+constexpr ranura_idioma frances = ranura_frances;
+constexpr ranura_idioma brasil = ranura_portugues_brasil;
+constexpr ranura_idioma portugal = ranura_portugues_portugal;
+constexpr ranura_idioma catalan = ranura_catalan;
+constexpr ranura_idioma italiano = ranura_italiano;
+constexpr ranura_idioma rumano = ranura_rumano;
+constexpr ranura_idioma chino = ranura_chino_simplificado;
+constexpr ranura_idioma aleman = ranura_aleman;
+constexpr ranura_idioma ruso = ranura_ruso;
+constexpr ranura_idioma polaco = ranura_polaco;
+constexpr ranura_idioma turco = ranura_turco;
+constexpr ranura_idioma japones = ranura_japones;
 
-constexpr conjunto_ranuras i_ranura(std::uint32_t ranura) {
-    return conjunto_ranuras{1} << ranura;
-}
-
-constexpr conjunto_ranuras espanol = i_ranura(ranura_espanol);
-constexpr conjunto_ranuras frances = i_ranura(ranura_frances);
-constexpr conjunto_ranuras brasil = i_ranura(ranura_portugues_brasil);
-constexpr conjunto_ranuras portugal = i_ranura(ranura_portugues_portugal);
-constexpr conjunto_ranuras catalan = i_ranura(ranura_catalan);
-constexpr conjunto_ranuras italiano = i_ranura(ranura_italiano);
-constexpr conjunto_ranuras ingles = i_ranura(ranura_ingles);
-constexpr conjunto_ranuras rumano = i_ranura(ranura_rumano);
-constexpr conjunto_ranuras chino = i_ranura(ranura_chino_simplificado);
-constexpr conjunto_ranuras aleman = i_ranura(ranura_aleman);
-constexpr conjunto_ranuras ruso = i_ranura(ranura_ruso);
-constexpr conjunto_ranuras polaco = i_ranura(ranura_polaco);
-constexpr conjunto_ranuras turco = i_ranura(ranura_turco);
-constexpr conjunto_ranuras japones = i_ranura(ranura_japones);
-
-constexpr conjunto_ranuras obligatorias = espanol | frances | brasil | portugal | catalan | italiano |
-                                          ingles | rumano | chino | aleman | ruso | polaco | turco | japones;
-
-// The regional variants say "archivo" for "fichero"; a text without that word needs no line for them.
-constexpr conjunto_ranuras regional_2 = i_ranura(ranura_espanol_regional_2);
-constexpr conjunto_ranuras regionales_1_y_3 =
-    i_ranura(ranura_espanol_regional_1) | i_ranura(ranura_espanol_regional_3);
-constexpr conjunto_ranuras regionales = regionales_1_y_3 | regional_2;
+// In the order in which the blocks have them.
+constexpr ranura_idioma idiomas[] = {espanol, ingles, frances, brasil, portugal, catalan, italiano,
+                                     rumano,  chino,  aleman,  ruso,   polaco,   turco,   japones};
 
 // ---- a message as it is written down below
 
 struct texto_propio {
-    conjunto_ranuras ranuras;
+    ranura_idioma ranura;
     vista_w texto;  // without the "<id>"
 };
 
@@ -68,7 +57,9 @@ struct datos_mensaje {
     std::uint32_t id;
     const char* fichero_mensajes;
     std::uint32_t linea;
-    texto_propio textos[num_ranuras_idioma];  // unused rows hold no slot
+    texto_propio textos[std::size(idiomas)];
+
+    constexpr vista_w en_espanol() const { return textos[0].texto; }
 };
 
 constexpr const char* lumodir_msg = "lumodir.msg";
@@ -77,41 +68,11 @@ constexpr const char* timefich_msg = "timefich.msg";
 
 // ---- reading the texts while compiling
 
-constexpr vista_w i_texto_de(const datos_mensaje& datos, conjunto_ranuras ranura) {
-    for (const texto_propio& propio : datos.textos) {
-        if ((propio.ranuras & ranura) != 0) {
-            return propio.texto;
-        }
-    }
-    return {};
-}
-
-constexpr conjunto_ranuras i_ranuras_con_texto(const datos_mensaje& datos) {
-    conjunto_ranuras cubiertas = 0;
-    for (const texto_propio& propio : datos.textos) {
-        cubiertas |= propio.ranuras;
-    }
-    return cubiertas;
-}
-
-constexpr bool i_sin_ranura_repetida(const datos_mensaje& datos) {
-    conjunto_ranuras vistas = 0;
-    for (const texto_propio& propio : datos.textos) {
-        if ((vistas & propio.ranuras) != 0) {
-            return false;
-        }
-        vistas |= propio.ranuras;
-    }
-    return true;
-}
-
-constexpr bool i_sin_texto_vacio(const datos_mensaje& datos) {
-    for (const texto_propio& propio : datos.textos) {
-        if (propio.ranuras != 0 && propio.texto.empty()) {
-            return false;
-        }
-    }
-    return true;
+constexpr bool i_textos_completos(const datos_mensaje& datos) {
+    return std::equal(std::begin(datos.textos), std::end(datos.textos), std::begin(idiomas),
+                      [](const texto_propio& propio, ranura_idioma idioma) {
+                          return propio.ranura == idioma && !propio.texto.empty();
+                      });
 }
 
 // The placeholders of a text in their order, as the digits of a number in base 4: %s is 1, %ld is 2.
@@ -132,60 +93,26 @@ constexpr std::uint32_t i_marcadores(vista_w texto) {
 }
 
 constexpr bool i_mismos_marcadores(const datos_mensaje& datos) {
-    const std::uint32_t esperados = i_marcadores(i_texto_de(datos, espanol));
-    if (esperados == marcadores_incorrectos) {
-        return false;
-    }
-    for (const texto_propio& propio : datos.textos) {
-        if (propio.ranuras != 0 && i_marcadores(propio.texto) != esperados) {
-            return false;
-        }
-    }
-    return true;
+    const std::uint32_t esperados = i_marcadores(datos.en_espanol());
+    return esperados != marcadores_incorrectos &&
+           std::all_of(std::begin(datos.textos), std::end(datos.textos),
+                       [=](const texto_propio& propio) { return i_marcadores(propio.texto) == esperados; });
 }
 
+// The regional variants of Spanish say "archivo" where Spain says "fichero", and differ in nothing else: their texts are
+// made here. One without that word is shared.
 constexpr vista_w fichero = L"fichero";
 constexpr vista_w archivo = L"archivo";
+static_assert(fichero.size() == archivo.size());
 
-// The two words have the same length and gender, so the two texts run side by side.
-constexpr bool i_solo_cambia_a_archivo(vista_w con_fichero, vista_w con_archivo) {
-    static_assert(fichero.size() == archivo.size());
-    if (con_fichero.size() != con_archivo.size()) {
-        return false;
-    }
-    std::size_t desde = 0;
-    for (std::size_t i = con_fichero.find(fichero); i != vista_w::npos;
-         i = con_fichero.find(fichero, desde)) {
-        if (con_archivo.substr(desde, i - desde) != con_fichero.substr(desde, i - desde) ||
-            con_archivo.substr(i, archivo.size()) != archivo) {
-            return false;
-        }
-        desde = i + fichero.size();
-    }
-    return con_archivo.substr(desde) == con_fichero.substr(desde);
+constexpr bool i_dice_fichero(const datos_mensaje& datos) {
+    return datos.en_espanol().find(fichero) != vista_w::npos;
 }
 
-// The second regional variant keeps "fichero" in the two messages about the read-only protection: a
-// deliberate exception, its texts stay as they are known.
+// The second variant keeps "fichero" in the two messages about the read-only protection: a deliberate exception, its
+// texts stay as they are known.
 constexpr bool i_variante_2_conserva_fichero(std::uint32_t id) {
     return id == 53961 || id == 53962;
-}
-
-constexpr bool i_regionales_correctas(const datos_mensaje& datos) {
-    const vista_w texto_espanol = i_texto_de(datos, espanol);
-    conjunto_ranuras esperadas = 0;
-    if (texto_espanol.find(fichero) != vista_w::npos) {
-        esperadas = i_variante_2_conserva_fichero(datos.id) ? regionales_1_y_3 : regionales;
-    }
-    if ((i_ranuras_con_texto(datos) & regionales) != esperadas) {
-        return false;
-    }
-    for (const texto_propio& propio : datos.textos) {
-        if ((propio.ranuras & regionales) != 0 && !i_solo_cambia_a_archivo(texto_espanol, propio.texto)) {
-            return false;
-        }
-    }
-    return true;
 }
 
 // ---- the texts with their prefix, composed while compiling
@@ -199,11 +126,10 @@ constexpr std::uint32_t i_longitud_prefijo(std::uint32_t id) {
 }
 
 constexpr std::size_t i_longitud_total(const datos_mensaje& datos) {
-    std::size_t total = 0;
+    const std::size_t prefijo_y_final = i_longitud_prefijo(datos.id) + 1;
+    std::size_t total = i_dice_fichero(datos) ? prefijo_y_final + datos.en_espanol().size() : 0;
     for (const texto_propio& propio : datos.textos) {
-        if (propio.ranuras != 0) {
-            total += i_longitud_prefijo(datos.id) + propio.texto.size() + 1;
-        }
+        total += prefijo_y_final + propio.texto.size();
     }
     return total;
 }
@@ -233,58 +159,33 @@ constexpr textos_con_prefijo<longitud> i_compone(const datos_mensaje& datos) {
     textos_con_prefijo<longitud> compuestos;
     compuestos.comienzo.fill(sin_texto_propio);
     std::size_t posicion = 0;
-    for (const texto_propio& propio : datos.textos) {
-        if (propio.ranuras == 0) {
-            continue;
-        }
-        for (std::uint32_t ranura = 0; ranura < num_ranuras_idioma; ++ranura) {
-            if ((propio.ranuras & i_ranura(ranura)) != 0) {
-                compuestos.comienzo[ranura] = posicion;
-            }
-        }
-        i_escribe_prefijo(compuestos.caracteres.data() + posicion, datos.id);
+    const auto anade = [&](vista_w texto) {
+        const std::size_t comienzo = posicion;
+        i_escribe_prefijo(compuestos.caracteres.data() + comienzo, datos.id);
         posicion += i_longitud_prefijo(datos.id);
-        std::copy(propio.texto.begin(), propio.texto.end(), compuestos.caracteres.begin() + posicion);
-        posicion += propio.texto.size() + 1;  // the terminator is there already
+        std::copy(texto.begin(), texto.end(), compuestos.caracteres.begin() + posicion);
+        posicion += texto.size() + 1;  // the terminator is there already
+        return comienzo;
+    };
+    for (const texto_propio& propio : datos.textos) {
+        compuestos.comienzo[propio.ranura] = anade(propio.texto);
+    }
+    if (i_dice_fichero(datos)) {
+        const vista_w de_espana = datos.en_espanol();
+        const std::size_t comienzo = anade(de_espana);
+        const std::size_t tras_prefijo = comienzo + i_longitud_prefijo(datos.id);
+        for (std::size_t i = de_espana.find(fichero); i != vista_w::npos;
+             i = de_espana.find(fichero, i + 1)) {
+            std::copy(archivo.begin(), archivo.end(), compuestos.caracteres.begin() + tras_prefijo + i);
+        }
+        compuestos.comienzo[ranura_espanol_regional_1] = comienzo;
+        compuestos.comienzo[ranura_espanol_regional_3] = comienzo;
+        if (!i_variante_2_conserva_fichero(datos.id)) {
+            compuestos.comienzo[ranura_espanol_regional_2] = comienzo;
+        }
     }
     return compuestos;
 }
-
-// Reads the prefix back instead of trusting the code that wrote it.
-constexpr bool i_empieza_por_id(const wchar_t* texto, std::uint32_t id) {
-    std::uint32_t leido = 0;
-    std::uint32_t posicion = 1;
-    for (; texto[posicion] >= L'0' && texto[posicion] <= L'9'; ++posicion) {
-        leido = leido * 10 + static_cast<std::uint32_t>(texto[posicion] - L'0');
-    }
-    return texto[0] == L'<' && leido == id && texto[posicion] == L'>' && texto[posicion + 1] != L'\0' &&
-           posicion + 1 == i_longitud_prefijo(id);
-}
-
-template <std::size_t longitud>
-constexpr bool i_todos_con_prefijo(const textos_con_prefijo<longitud>& compuestos, std::uint32_t id) {
-    for (const std::size_t comienzo : compuestos.comienzo) {
-        if (comienzo != sin_texto_propio && !i_empieza_por_id(compuestos.caracteres.data() + comienzo, id)) {
-            return false;
-        }
-    }
-    return true;
-}
-
-template <const datos_mensaje& datos>
-struct mensaje_compuesto {
-    static_assert((i_ranuras_con_texto(datos) & obligatorias) == obligatorias, "a translation is missing");
-    static_assert((i_ranuras_con_texto(datos) & ~(obligatorias | regionales)) == 0,
-                  "a slot that must fall back has a text");
-    static_assert(i_sin_ranura_repetida(datos), "two texts for one slot");
-    static_assert(i_sin_texto_vacio(datos), "an empty text");
-    static_assert(i_mismos_marcadores(datos), "placeholders differ from the Spanish text");
-    static_assert(i_regionales_correctas(datos), "regional Spanish: 'archivo' where Spain says 'fichero'");
-
-    static constexpr auto compuestos = i_compone<i_longitud_total(datos)>(datos);
-
-    static_assert(i_todos_con_prefijo(compuestos, datos.id), "a text without the id of its message");
-};
 
 // ---- filling a record
 
@@ -302,11 +203,13 @@ void i_rellena(RegistroMensaje* registro, const char* fichero_mensajes, std::uin
 
 template <const datos_mensaje& datos>
 void i_construye(RegistroMensaje* registro) {
+    static_assert(i_textos_completos(datos), "a translation is missing, empty or out of order");
+    static_assert(i_mismos_marcadores(datos), "placeholders differ from the Spanish text");
     // Constants of their own, so that an optimized binary holds no data without prefixes.
+    static constexpr auto compuestos = i_compone<i_longitud_total(datos)>(datos);
     constexpr const char* fichero_mensajes = datos.fichero_mensajes;
     constexpr std::uint32_t linea = datos.linea;
     constexpr std::uint32_t longitud_prefijo = i_longitud_prefijo(datos.id);
-    constexpr auto& compuestos = mensaje_compuesto<datos>::compuestos;
     i_rellena(registro, fichero_mensajes, linea, longitud_prefijo, compuestos.caracteres.data(),
               compuestos.comienzo);
 }
@@ -387,7 +290,6 @@ constexpr datos_mensaje m_53950_no_se_puede_borrar_fichero_que_no_existe{
     .id = 53950, .fichero_mensajes = lumodir_msg, .linea = 180,
     .textos = {
         {espanol,     L"No se puede borrar el fichero '%s' (no existe)"},
-        {regionales,  L"No se puede borrar el archivo '%s' (no existe)"},
         {ingles,      L"Cannot delete the file '%s' (it does not exist)"},
         {frances,     L"Impossible de supprimer le fichier '%s' (il n'existe pas)"},
         {brasil,      L"Não é possível excluir o arquivo '%s' (ele não existe)"},
@@ -409,7 +311,6 @@ constexpr datos_mensaje m_53951_no_se_puede_borrar_fichero{
     .id = 53951, .fichero_mensajes = lumodir_msg, .linea = 228,
     .textos = {
         {espanol,     L"No se puede borrar el fichero '%s'"},
-        {regionales,  L"No se puede borrar el archivo '%s'"},
         {ingles,      L"Cannot delete the file '%s'"},
         {frances,     L"Impossible de supprimer le fichier '%s'"},
         {brasil,      L"Não é possível excluir o arquivo '%s'"},
@@ -430,7 +331,6 @@ constexpr datos_mensaje m_53951_no_se_puede_renombrar{
     .id = 53951, .fichero_mensajes = lumodir_msg, .linea = 345,
     .textos = {
         {espanol,     L"No se puede renombrar el fichero"},
-        {regionales,  L"No se puede renombrar el archivo"},
         {ingles,      L"The file cannot be renamed"},
         {frances,     L"Impossible de renommer le fichier"},
         {brasil,      L"Não é possível renomear o arquivo"},
@@ -511,7 +411,6 @@ constexpr datos_mensaje m_53955_fichero_no_correcto{
     .id = 53955, .fichero_mensajes = lumodir_msg, .linea = 517,
     .textos = {
         {espanol,     L"El fichero '%s' no es correcto"},
-        {regionales,  L"El archivo '%s' no es correcto"},
         {ingles,      L"The file '%s' is not correct"},
         {frances,     L"Le nom de fichier '%s' est incorrect"},
         {brasil,      L"O nome do arquivo '%s' está incorreto"},
@@ -613,7 +512,6 @@ constexpr datos_mensaje m_53961_no_se_puede_proteger_fichero{
     .id = 53961, .fichero_mensajes = lumodir_msg, .linea = 783,
     .textos = {
         {espanol,     L"No se puede proteger el fichero '%s'"},
-        {regionales_1_y_3, L"No se puede proteger el archivo '%s'"},
         {ingles,      L"It is not possible to lock the file '%s'"},
         {frances,     L"Impossible de protéger le fichier '%s' en écriture"},
         {brasil,      L"Não é possível proteger o arquivo '%s' contra gravação"},
@@ -634,7 +532,6 @@ constexpr datos_mensaje m_53962_no_se_puede_desproteger_fichero{
     .id = 53962, .fichero_mensajes = lumodir_msg, .linea = 821,
     .textos = {
         {espanol,     L"No se puede desproteger el fichero '%s'"},
-        {regionales_1_y_3, L"No se puede desproteger el archivo '%s'"},
         {ingles,      L"It is not possible to unlock the file '%s'"},
         {frances,     L"Impossible de retirer la protection en écriture du fichier '%s'"},
         {brasil,      L"Não é possível remover a proteção contra gravação do arquivo '%s'"},
@@ -676,7 +573,6 @@ constexpr datos_mensaje m_74876_no_existe_fichero{
     .id = 74876, .fichero_mensajes = lumodir_msg, .linea = 96,
     .textos = {
         {espanol,     L"No existe el fichero '%s'"},
-        {regionales,  L"No existe el archivo '%s'"},
         {ingles,      L"This file '%s' does not exist"},
         {frances,     L"Le fichier '%s' n'existe pas"},
         {brasil,      L"O arquivo '%s' não existe"},
@@ -697,7 +593,6 @@ constexpr datos_mensaje m_74876_no_existe_fichero_sin_comillas{
     .id = 74876, .fichero_mensajes = ficheros_msg, .linea = 4,
     .textos = {
         {espanol,     L"No existe el fichero %s"},
-        {regionales,  L"No existe el archivo %s"},
         {ingles,      L"This file %s does not exist"},
         {frances,     L"Le fichier %s n'existe pas"},
         {brasil,      L"O arquivo %s não existe"},
@@ -718,7 +613,6 @@ constexpr datos_mensaje m_158391_no_se_puede_abrir_para_cambiar_fecha{
     .id = 158391, .fichero_mensajes = timefich_msg, .linea = 4,
     .textos = {
         {espanol,     L"No puede abrirse el fichero '%s' para modificar su fecha."},
-        {regionales,  L"No puede abrirse el archivo '%s' para modificar su fecha."},
         {ingles,      L"The '%s' file cannot be opened to modify its date."},
         {frances,     L"Impossible d'ouvrir le fichier '%s' pour en modifier la date."},
         {brasil,      L"Não é possível abrir o arquivo '%s' para modificar a data dele."},
@@ -759,8 +653,6 @@ constexpr datos_mensaje m_385690_no_se_puede_crear_temporal{
     .id = 385690, .fichero_mensajes = lumodir_msg, .linea = 897,
     .textos = {
         {espanol,     L"Windows no permite crear un fichero temporal en el directorio establecido para "
-                      L"ello (%s)."},
-        {regionales,  L"Windows no permite crear un archivo temporal en el directorio establecido para "
                       L"ello (%s)."},
         {ingles,      L"Windows does not allow a temporary file to be created in the directory that has "
                       L"been established for it (%s)."},
@@ -816,9 +708,6 @@ constexpr datos_mensaje m_385692_modificar_variable_temp{
         {espanol,     L"Para solucionar este problema, puede modificar la variable de entorno 'TEMP' en "
                       L"Windows y establecer el directorio donde se deben crear los ficheros temporales "
                       L"del programa."},
-        {regionales,  L"Para solucionar este problema, puede modificar la variable de entorno 'TEMP' en "
-                      L"Windows y establecer el directorio donde se deben crear los archivos temporales "
-                      L"del programa."},
         {ingles,      L"To solve this problem, you can modify the 'TEMP' environment variable in Windows "
                       L"and establish the directory where temporary program files should be created."},
         {frances,     L"Pour résoudre ce problème, vous pouvez modifier la variable d'environnement 'TEMP' "
@@ -860,8 +749,6 @@ constexpr datos_mensaje m_401224_fichero_en_uso_o_sin_permiso{
     .id = 401224, .fichero_mensajes = lumodir_msg, .linea = 277,
     .textos = {
         {espanol,     L"Es posible que el fichero esté siendo usado por otra aplicación o bien que no "
-                      L"tenga permiso de escritura sobre este directorio."},
-        {regionales,  L"Es posible que el archivo esté siendo usado por otra aplicación o bien que no "
                       L"tenga permiso de escritura sobre este directorio."},
         {ingles,      L"It may be that it is being used by another application or you do not have "
                       L"sufficient privileges to write to this directory."},
@@ -989,7 +876,6 @@ constexpr datos_mensaje m_404523_fichero_sin_permiso_de_escritura{
     .id = 404523, .fichero_mensajes = lumodir_msg, .linea = 1131,
     .textos = {
         {espanol,     L"El fichero no tiene permiso de escritura."},
-        {regionales,  L"El archivo no tiene permiso de escritura."},
         {ingles,      L"The file does not have write permission."},
         {frances,     L"Le fichier n'est pas accessible en écriture."},
         {brasil,      L"O arquivo não tem permissão de gravação."},

@@ -41,10 +41,4 @@ auto puente(A... argumentos) noexcept {
     }
 }
 
-// For twins that drop the answer of the wide function.
-template <auto Ancha, class... A>
-void puente_sin_resultado(A... argumentos) noexcept {
-    static_cast<void>(Ancha(paso<A>(argumentos).get()...));
-}
-
 }  // namespace interno

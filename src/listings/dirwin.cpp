@@ -14,34 +14,10 @@
 namespace interno {
 namespace {
 
-// A text in lower case for the time of one comparison; file names need no block.
-class minusculas_temporales {
-public:
-    explicit minusculas_temporales(vista_a texto) : longitud_(texto.size()) {
-        if (longitud_ > sitio_corto) {
-            largo_ = cadena_a::con_sitio(longitud_);
-        }
-        char* destino = largo_.es_nula() ? corto_ : largo_.datos();
-        rasgos<char>::copy(destino, texto.data(), longitud_);
-        plataforma::minusculas_ansi(destino, longitud_);
-    }
-    vista_a ver() const noexcept { return {largo_.es_nula() ? corto_ : largo_.c_str(), longitud_}; }
-
-private:
-    static constexpr std::size_t sitio_corto = MAX_PATH;
-    char corto_[sitio_corto];
-    cadena_a largo_;
-    std::size_t longitud_;
-};
-
 // The name that a caller's buffer holds; the buffer may never have been written.
 template <class C, std::size_t N>
 vista<C> i_texto_acotado(const C (&bufer)[N]) noexcept {
-    std::size_t longitud = 0;
-    while (longitud < N && bufer[longitud] != C(0)) {
-        ++longitud;
-    }
-    return vista<C>(bufer, longitud);
+    return vista<C>(bufer, static_cast<std::size_t>(std::find(bufer, bufer + N, C(0)) - bufer));
 }
 
 // The end of a walk that is not that of the directory, as each flavour reports it.
@@ -120,6 +96,62 @@ bool i_falta_el_directorio(DWORD codigo) noexcept {
     }
 }
 
+// The exported records have no gaps between their fields, so the fields are written by value, and what the
+// system fills in is taken from a buffer of its own.
+static_assert(sizeof(Dirwin) == sizeof(WIN32_FIND_DATAA) + 22 &&
+                  sizeof(Dirwin_u) == sizeof(WIN32_FIND_DATAW) + 22,
+              "records are packed: other modules rely on their layout");
+
+// A name that an 8-bit record holds; a text that does not fit leaves it empty.
+template <std::size_t N>
+bool i_escribe_ansi(vista_w texto, char (&destino)[N]) noexcept {
+    const std::size_t bytes = plataforma::utf16_a_ansi(texto, destino, N - 1);
+    destino[bytes < N ? bytes : 0] = '\0';
+    return bytes < N;
+}
+
+// The entry as the exported record of a flavour has it. A name too long for an 8-bit record gives way to the file's
+// short name, which is its own too; cut, it might be that of another file. Without one the name is empty.
+void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAW& destino) noexcept {
+    destino = ancha;
+}
+void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAA& destino) noexcept {
+    // The fields before the names are the same in both.
+    destino = {};
+    std::memcpy(&destino, &ancha, offsetof(WIN32_FIND_DATAA, cFileName));
+    const vista_w corto = i_texto_acotado(ancha.cAlternateFileName);
+    i_escribe_ansi(corto, destino.cAlternateFileName);
+    if (!i_escribe_ansi(i_texto_acotado(ancha.cFileName), destino.cFileName)) {
+        i_escribe_ansi(corto, destino.cFileName);
+    }
+}
+
+// The next entry of a record, whose first field is the first entry. In 8-bit text an entry without a name that the
+// record holds is passed over.
+bool i_siguiente_de_registro(const void*, HANDLE manija, const wchar_t* filtro, unsigned long& num_entradas,
+                             WIN32_FIND_DATAW& destino) noexcept {
+    return i_siguiente_entrada<wchar_t>(manija, filtro, num_entradas, destino);
+}
+bool i_siguiente_de_registro(const void* primera, HANDLE manija, const char* filtro,
+                             unsigned long& num_entradas, WIN32_FIND_DATAA& destino) noexcept {
+    WIN32_FIND_DATAW ancha;
+    for (;;) {
+        WIN32_FIND_DATAA siguiente;
+        if (++num_entradas == 1) {
+            std::memcpy(&siguiente, primera, sizeof(siguiente));
+        } else if (i_da_un_paso<char>(manija, ancha)) {
+            i_convierte(ancha, siguiente);
+        } else {
+            return false;
+        }
+        const vista_a nombre(siguiente.cFileName);
+        if (!nombre.empty() && (filtro == nullptr || i_pasa_filtro(nombre, vista_a(filtro)))) {
+            destino = siguiente;
+            return true;
+        }
+    }
+}
+
 }  // namespace
 
 bool i_es_fichero(const WIN32_FIND_DATAW& e) noexcept {
@@ -135,8 +167,7 @@ bool i_es_directorio_a_la_vista(const WIN32_FIND_DATAW& e) noexcept {
 }
 
 bool i_es_directorio_con_punto(const WIN32_FIND_DATAW& e) noexcept {
-    const vista_w nombre = i_nombre_de_entrada(e);
-    return i_es_directorio(e) && nombre != L"." && nombre != L"..";
+    return i_es_directorio(e) && !i_es_punto_o_dos(i_nombre_de_entrada(e));
 }
 
 void i_informa_de_final(DWORD codigo, vista_w ultimo_nombre) noexcept {
@@ -201,66 +232,6 @@ template struct busqueda<wchar_t>;
 template bool i_siguiente_entrada<char>(HANDLE, const char*, unsigned long&, WIN32_FIND_DATAW&) noexcept;
 template bool i_siguiente_entrada<wchar_t>(HANDLE, const wchar_t*, unsigned long&,
                                            WIN32_FIND_DATAW&) noexcept;
-
-namespace {
-
-// The exported records have no gaps between their fields, so the fields are written by value, and what the
-// system fills in is taken from a buffer of its own.
-static_assert(sizeof(Dirwin) == sizeof(WIN32_FIND_DATAA) + 22 &&
-                  sizeof(Dirwin_u) == sizeof(WIN32_FIND_DATAW) + 22,
-              "records are packed: other modules rely on their layout");
-
-// A name that an 8-bit record holds; a text that does not fit leaves it empty.
-template <std::size_t N>
-bool i_escribe_ansi(vista_w texto, char (&destino)[N]) noexcept {
-    const std::size_t bytes = plataforma::utf16_a_ansi(texto, destino, N - 1);
-    destino[bytes < N ? bytes : 0] = '\0';
-    return bytes < N;
-}
-
-// The entry as the exported record of a flavour has it. A name too long for an 8-bit record gives way to the file's
-// short name, which is its own too; cut, it might be that of another file. Without one the name is empty.
-void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAW& destino) noexcept {
-    destino = ancha;
-}
-void i_convierte(const WIN32_FIND_DATAW& ancha, WIN32_FIND_DATAA& destino) noexcept {
-    // The fields before the names are the same in both.
-    destino = {};
-    std::memcpy(&destino, &ancha, offsetof(WIN32_FIND_DATAA, cFileName));
-    const vista_w corto = i_texto_acotado(ancha.cAlternateFileName);
-    i_escribe_ansi(corto, destino.cAlternateFileName);
-    if (!i_escribe_ansi(i_texto_acotado(ancha.cFileName), destino.cFileName)) {
-        i_escribe_ansi(corto, destino.cFileName);
-    }
-}
-
-// The next entry of a record, whose first field is the first entry. In 8-bit text an entry without a name that the
-// record holds is passed over.
-bool i_siguiente_de_registro(const void*, HANDLE manija, const wchar_t* filtro, unsigned long& num_entradas,
-                             WIN32_FIND_DATAW& destino) noexcept {
-    return i_siguiente_entrada<wchar_t>(manija, filtro, num_entradas, destino);
-}
-bool i_siguiente_de_registro(const void* primera, HANDLE manija, const char* filtro,
-                             unsigned long& num_entradas, WIN32_FIND_DATAA& destino) noexcept {
-    WIN32_FIND_DATAW ancha;
-    for (;;) {
-        WIN32_FIND_DATAA siguiente;
-        if (++num_entradas == 1) {
-            std::memcpy(&siguiente, primera, sizeof(siguiente));
-        } else if (i_da_un_paso<char>(manija, ancha)) {
-            i_convierte(ancha, siguiente);
-        } else {
-            return false;
-        }
-        const vista_a nombre(siguiente.cFileName);
-        if (!nombre.empty() && (filtro == nullptr || i_pasa_filtro(nombre, vista_a(filtro)))) {
-            destino = siguiente;
-            return true;
-        }
-    }
-}
-
-}  // namespace
 
 bool i_pasa_filtro(vista_w nombre, vista_w filtro) noexcept {
     return i_cumple_filtro<wchar_t>(nombre, filtro);

@@ -5,7 +5,7 @@
 
 #include "companions/acadorde.hpp"
 #include "companions/ordena.hpp"
-#include "companions/plataforma.hpp"
+#include "listings/filtro.hpp"
 #include "paths/nomsfich.hpp"
 #include "paths/split_makepath.hpp"
 
@@ -14,34 +14,11 @@ namespace interno {
 namespace {
 
 // The two parts of an 8-bit name as a file-name record has them, case aside: no blanks after the extension.
-struct partes_nombre {
-    vista_a base;
-    vista_a extension;
-};
-
-partes_nombre i_partes(vista_a nombre) noexcept {
-    const std::size_t punto = nombre.rfind('.');
-    return punto == vista_a::npos
-               ? partes_nombre{nombre, {}}
-               : partes_nombre{nombre.substr(0, punto), recorta_derecha(nombre.substr(punto + 1))};
+nombre_partido<char> i_partes(vista_a nombre) noexcept {
+    nombre_partido<char> partes = i_parte_nombre(nombre);
+    partes.extension = recorta_derecha(partes.extension);
+    return partes;
 }
-
-// An extension as a record holds it, terminated, for the time of one comparison.
-class extension_de_registro {
-public:
-    explicit extension_de_registro(vista_a extension) noexcept {
-        const std::size_t longitud = std::min(extension.size(), max_bytes);
-        rasgos<char>::copy(texto_, extension.data(), longitud);
-        plataforma::minusculas_ansi(texto_, longitud);
-        texto_[longitud] = '\0';
-    }
-    const char* c_str() const noexcept { return texto_; }
-
-private:
-    static constexpr std::size_t max_bytes =
-        std::size_t{4} * MAX_PATH;  // a name in the widest of the code pages
-    char texto_[max_bytes + 1];
-};
 
 // Hands each file that has the extension, by its 8-bit name, to `toma(name, parts)`.
 template <class Toma>
@@ -51,8 +28,8 @@ void i_recorre_con_extension(const wchar_t* directorio, const char* extension, T
             return;
         }
         cadena_a nombre = utunicode_UNICODE_a_ANSI(i_nombre_de_entrada(e));
-        const partes_nombre partes = i_partes(nombre);
-        if (i_misma_extension(a_vista(extension_de_registro(partes.extension).c_str()), a_vista(extension))) {
+        const nombre_partido<char> partes = i_partes(nombre);
+        if (i_misma_extension(minusculas_temporales(partes.extension).ver(), a_vista(extension))) {
             toma(nombre, partes);
         }
     });
@@ -100,15 +77,16 @@ objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w e
 
 objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension) {
     auto lista = objeto<ArrCADENA>::crea();
-    i_recorre_con_extension(directorio, extension,
-                            [&](cadena_a& nombre, const partes_nombre&) { lista->anade(std::move(nombre)); });
+    i_recorre_con_extension(directorio, extension, [&](cadena_a& nombre, const nombre_partido<char>&) {
+        lista->anade(std::move(nombre));
+    });
     return lista;
 }
 
 // Base names as a record has them, in lower case, and then in the case that is asked for.
 objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension, bool en_mayusculas) {
     auto conjunto = objeto<AcadOrde>::crea();
-    i_recorre_con_extension(directorio, extension, [&](const cadena_a&, const partes_nombre& partes) {
+    i_recorre_con_extension(directorio, extension, [&](const cadena_a&, const nombre_partido<char>& partes) {
         cadena_a base(partes.base);
         plataforma::minusculas_ansi(base.datos(), base.size());
         if (en_mayusculas) {

@@ -2,8 +2,8 @@
 // choose and can be interrupted. Here, the names, and what both stand on.
 //
 // Promises: every list is new and never NULL, and empty when the directory cannot be read; what was taken before an
-// interruption is returned; the names that the system gives are not put through the checks that a caller's paths
-// undergo, so that hardly a file on a disk makes a listing report.
+// interruption is returned; names that the system gives are not checked as a caller's paths are, so that a listing
+// reports hardly any file that lies on a disk.
 // Cannot promise: that the 8-bit name of a record finds its file again, when the code page lacks a character of it.
 // Checked by tests/listings/fichsdir_win32_test.cpp.
 #pragma once

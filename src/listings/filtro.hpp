@@ -8,25 +8,18 @@
 // Checked by tests/listings/filtro_test.cpp against a naive model over all short names and filters, and by fuzzing.
 #pragma once
 
+#include <algorithm>
+
 #include "companions/caracteres.hpp"
-#include "companions/lumospy.hpp"
+#include "companions/plataforma.hpp"
 
 namespace interno {
-
-template <class C>
-constexpr bool i_casa(C texto, C patron) noexcept {
-    return patron == C('?') || texto == patron;
-}
 
 // Texts of the same length, unit by unit.
 template <class C>
 constexpr bool i_casan_todos(vista<C> texto, vista<C> patron) noexcept {
-    for (std::size_t i = 0; i < texto.size(); ++i) {
-        if (!i_casa(texto[i], patron[i])) {
-            return false;
-        }
-    }
-    return true;
+    return std::equal(texto.begin(), texto.end(), patron.begin(),
+                      [](C uno, C pedido) { return pedido == C('?') || uno == pedido; });
 }
 
 // What is compared of the text after the `*`. The wide flavour has always skipped its first unit, so that
@@ -60,10 +53,7 @@ struct nombre_partido {
 template <class C>
 constexpr nombre_partido<C> i_parte_nombre(vista<C> nombre) noexcept {
     const std::size_t punto = nombre.rfind(C('.'));
-    if (punto == vista<C>::npos) {
-        return {nombre, {}};
-    }
-    return {nombre.substr(0, punto), nombre.substr(punto + 1)};
+    return {nombre.substr(0, punto), punto == vista<C>::npos ? vista<C>() : nombre.substr(punto + 1)};
 }
 
 // The filter, read unit by unit: each unit is one character.
@@ -86,11 +76,11 @@ public:
         char32_t* const unidades = texto.size() > sitio_corto ? largo_.data() : corto_;
         std::size_t num = 0;
         por_caracteres(texto, [&](vista_a caracter) {
-            char32_t unidad = 0;
+            char32_t junto = 0;
             for (const char c : caracter) {
-                unidad = unidad << 8 | static_cast<unsigned char>(c);
+                junto = junto << 8 | static_cast<unsigned char>(c);
             }
-            unidades[num++] = unidad;
+            unidades[num++] = junto;
         });
         vista_ = {unidades, num};
     }
@@ -104,6 +94,28 @@ private:
     char32_t corto_[sitio_corto];
     vector_interno<char32_t> largo_;
     vista<char32_t> vista_;
+};
+
+// 8-bit text in lower case for the time of one comparison; file names need no block.
+class minusculas_temporales {
+public:
+    explicit minusculas_temporales(vista_a texto) : longitud_(texto.size()) {
+        if (longitud_ > sitio_corto) {
+            largo_ = cadena_a::con_sitio(longitud_);
+        }
+        char* destino = largo_.es_nula() ? corto_ : largo_.datos();
+        rasgos<char>::copy(destino, texto.data(), longitud_);
+        plataforma::minusculas_ansi(destino, longitud_);
+    }
+    minusculas_temporales(const minusculas_temporales&) = delete;
+    minusculas_temporales& operator=(const minusculas_temporales&) = delete;
+    vista_a ver() const noexcept { return {largo_.es_nula() ? corto_ : largo_.c_str(), longitud_}; }
+
+private:
+    static constexpr std::size_t sitio_corto = 260;  // bytes
+    char corto_[sitio_corto];
+    cadena_a largo_;
+    std::size_t longitud_;
 };
 
 // Letter case counts: the 8-bit flavour hands over both texts in lower case.

@@ -19,17 +19,6 @@ void arbol_de_listas::anade(vista_w directorio, nombres_en_curso<wchar_t>& fiche
     listas_.anade(lista);
 }
 
-ListaFicheros_u* arbol_de_listas::suelta() {
-    if (listas_.empty()) {
-        return nullptr;
-    }
-    const std::size_t bytes = listas_.size() * sizeof(ListaFicheros_u);
-    auto* const sueltas = static_cast<ListaFicheros_u*>(i_reserva(bytes));
-    std::memcpy(sueltas, listas_.data(), bytes);
-    listas_.vacia();
-    return sueltas;
-}
-
 namespace {
 
 // The base without one final separator, as its record shows it; one that is only a separator is the root.

@@ -1,7 +1,7 @@
 // Listings of a whole tree: one list record a directory.
 //
 // Promises: no recursion, so depth costs memory only; the base first, then depth first, and among siblings the one
-// that sorts last comes first; a link to a directory is not gone into and has no record, nor has a directory that
+// that sorts last comes first; a link to a directory is not entered and has no record, nor has a directory that
 // was put in another's place meanwhile.
 // Cannot promise: a picture of one moment, when somebody changes the tree meanwhile.
 // Checked by tests/listings/listas_arbol_win32_test.cpp.
@@ -22,8 +22,8 @@ public:
 
     void anade(vista_w directorio, nombres_en_curso<wchar_t>& ficheros);
     unsigned long num() const noexcept { return static_cast<unsigned long>(listas_.size()); }
-    // The array of records, exactly as long as they are many; NULL when there is none.
-    ListaFicheros_u* suelta();
+    // The records in an array of just their number; NULL when there is none.
+    ListaFicheros_u* suelta() { return listas_.suelta_en_bloque(); }
 
 private:
     vector_interno<ListaFicheros_u> listas_;

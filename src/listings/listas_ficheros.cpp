@@ -1,6 +1,8 @@
 // See listas_ficheros.hpp.
 #include "listings/listas_ficheros.hpp"
 
+#include <algorithm>
+
 #include "companions/error_interno.hpp"
 #include "companions/ordena.hpp"
 #include "companions/unicode.hpp"
@@ -11,11 +13,10 @@ namespace {
 
 template <class C>
 int i_compara_nombres(const C* a, const C* b) noexcept {
-    using sin_signo = std::make_unsigned_t<std::conditional_t<std::is_same_v<C, wchar_t>, short, char>>;
     for (;; ++a, ++b) {
         if (*a != *b || *a == C(0)) {
-            const auto x = static_cast<sin_signo>(minuscula_ascii(*a));
-            const auto y = static_cast<sin_signo>(minuscula_ascii(*b));
+            const auto x = static_cast<sin_signo<C>>(minuscula_ascii(*a));
+            const auto y = static_cast<sin_signo<C>>(minuscula_ascii(*b));
             if (x != y || *a == C(0)) {
                 return x < y ? -1 : x > y;
             }
@@ -37,14 +38,8 @@ void nombres_en_curso<C>::ordena() {
 
 template <class C>
 void nombres_en_curso<C>::entrega(lista_ficheros<C>& lista) {
-    if (this->textos.empty()) {
-        return;
-    }
-    const std::size_t bytes = this->num() * sizeof(C*);
-    lista.lista = static_cast<C**>(i_reserva(bytes));
-    std::memcpy(lista.lista, this->textos.data(), bytes);
     lista.num = static_cast<unsigned long>(this->num());
-    this->textos.vacia();
+    lista.lista = this->textos.suelta_en_bloque();
 }
 
 template <class C>
@@ -72,11 +67,7 @@ nombres_en_curso<C> i_nombres_de_lista(const C* patron, sirve_entrada* sirve,
 template <class C>
 cadena<C> i_path_de_lista(vista<C> unidad, std::type_identity_t<vista<C>> directorio) {
     cadena<C> path = i_makepath<C>(unidad, directorio, {}, {});
-    for (std::size_t i = 0; i < path.size(); ++i) {
-        if (path.datos()[i] == C('/')) {
-            path.datos()[i] = C('\\');
-        }
-    }
+    std::replace(path.datos(), path.datos() + path.size(), C('/'), C('\\'));
     if (acaba_en_separador(path.ver())) {
         path.acorta(path.size() - 1);
     }

@@ -24,7 +24,7 @@ int i_compara_nombres_de_lista(vista_w a, vista_w b) noexcept;
 template <class C>
 struct nombres_en_curso : lista_textos<C> {
     void ordena();
-    // The names go into the record, whose array is exactly as long as they are many.
+    // Hands the names to the record, in an array of just their number.
     void entrega(lista_ficheros<C>& lista);
 };
 

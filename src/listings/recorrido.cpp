@@ -26,19 +26,12 @@ void entradas_guardadas::guarda(const entrada_leida& entrada) {
 
 entrada_leida entradas_guardadas::operator[](std::size_t i) const noexcept {
     const fila& f = filas_[i];
-    return {vista_w(nombres_.data() + f.principio, f.largo),
-            f.atributos,
-            f.reanalisis,
-            f.numero,
-            {},
-            f.numero_abierto};
+    return {i_nombre(f), f.atributos, f.reanalisis, f.numero, {}, f.numero_abierto};
 }
 
 void entradas_guardadas::ordena(comparacion compara) {
-    ordena_estable(filas_.data(), filas_.size(), [&](const fila& a, const fila& b) {
-        return compara(vista_w(nombres_.data() + a.principio, a.largo),
-                       vista_w(nombres_.data() + b.principio, b.largo));
-    });
+    ordena_estable(filas_.data(), filas_.size(),
+                   [&](const fila& a, const fila& b) { return compara(i_nombre(a), i_nombre(b)); });
 }
 
 raiz_de_recorrido::raiz_de_recorrido(const wchar_t* dada)

@@ -12,6 +12,7 @@
 
 #include "companions/arr.hpp"
 #include "companions/directorio_abierto.hpp"
+#include "companions/lmlongpath.hpp"
 
 namespace interno {
 
@@ -52,6 +53,8 @@ private:
         unsigned long long numero;
         unsigned long long numero_abierto;
     };
+
+    vista_w i_nombre(const fila& f) const noexcept { return {nombres_.data() + f.principio, f.largo}; }
 
     vector_interno<fila> filas_;
     vector_interno<wchar_t> nombres_;

@@ -58,7 +58,7 @@ vista<C> i_extension_fichero(vista<C> ruta) {
     i_comprueba(!recortada.empty(), "num_caracteres > 0");
     i_comprueba_no_acaba_en_barra(recortada);
     vista<C> extension = i_division_con_comodines(ruta).extension;
-    if (!extension.empty() && extension.front() == C('.')) {
+    if (!extension.empty()) {
         extension.remove_prefix(1);
     }
     return extension;

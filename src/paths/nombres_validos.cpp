@@ -35,11 +35,7 @@ template void i_convierte_a_nombre_base_valido(const char*, std::span<char>) noe
 template void i_convierte_a_nombre_base_valido(const wchar_t*, std::span<wchar_t>) noexcept;
 
 cadena_w i_nombre_base_reparado(vista_w nombre) {
-    nombre = nombre.substr(0, longitud_maxima_convertible);
-    nombre = recorta_izquierda(nombre);
-    while (!nombre.empty() && (nombre.back() == L'.' || nombre.back() == L' ')) {
-        nombre.remove_suffix(1);
-    }
+    nombre = sin_final_recortable(recorta_izquierda(nombre.substr(0, longitud_maxima_convertible)));
     nombre = nombre.substr(0, lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension());
     cadena_w reparado(nombre);
     std::transform(nombre.begin(), nombre.end(), reparado.datos(), i_convertido<wchar_t>);

@@ -29,17 +29,15 @@ template <class C>
 constexpr notas_de_64 i_notas_llanas(vista<C> texto) noexcept {
     notas_de_64 todas{};
     for (std::size_t i = 0; i < texto.size(); ++i) {
-        const auto c =
-            static_cast<std::make_unsigned_t<std::conditional_t<sizeof(C) == 1, char, short>>>(texto[i]);
-        const bits unidad = bits{1} << i;
-        todas.separador |= c == '\\' || c == '/' ? unidad : 0;
-        todas.punto |= c == '.' ? unidad : 0;
-        todas.blanco |= c == ' ' ? unidad : 0;
+        const auto c = static_cast<sin_signo<C>>(texto[i]);
+        const bits suya = bits{1} << i;
+        todas.separador |= c == '\\' || c == '/' ? suya : 0;
+        todas.punto |= c == '.' ? suya : 0;
+        todas.blanco |= c == ' ' ? suya : 0;
         todas.raro |=
-            c < ' ' || c == ':' || c == '*' || c == '"' || c == '?' || c == '<' || c == '>' || c == '|'
-                ? unidad
-                : 0;
-        todas.alto |= sizeof(C) == 1 && c >= 0x80 ? unidad : 0;
+            c < ' ' || c == ':' || c == '*' || c == '"' || c == '?' || c == '<' || c == '>' || c == '|' ? suya
+                                                                                                        : 0;
+        todas.alto |= sizeof(C) == 1 && c >= 0x80 ? suya : 0;
     }
     return todas;
 }

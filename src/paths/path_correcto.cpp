@@ -271,6 +271,19 @@ vista_w i_primer_componente_incorrecto(vista_w path) noexcept {
     }
 }
 
+// 53949 is never shown, only handed back. Over-long names are among those.
+bool i_se_muestra(const veredicto& juicio) noexcept {
+    return juicio.motivo != nullptr && juicio.motivo != i_msg_53949_caracteres_no_validos_en_nombre &&
+           !i_modo_servicio();
+}
+
+veredicto i_correcto(vista_w path) {
+    return i_path_correcto_UNICODE(path);
+}
+veredicto i_correcto(vista_a path) {
+    return i_path_correcto(path);
+}
+
 }  // namespace
 
 bool i_caracter_valido(wchar_t c) noexcept {
@@ -318,23 +331,6 @@ cadena_w i_texto_del_fallo(const veredicto& juicio, vista_w path) {
     return i_mensaje(juicio.motivo, {es_de_componente ? i_primer_componente_incorrecto(path) : path,
                                      lmlongpath_get_longitud_maxima_permitida_path()});
 }
-
-namespace {
-
-// 53949 is never shown, only handed back. Over-long names are among those.
-bool i_se_muestra(const veredicto& juicio) noexcept {
-    return juicio.motivo != nullptr && juicio.motivo != i_msg_53949_caracteres_no_validos_en_nombre &&
-           !i_modo_servicio();
-}
-
-veredicto i_correcto(vista_w path) {
-    return i_path_correcto_UNICODE(path);
-}
-veredicto i_correcto(vista_a path) {
-    return i_path_correcto(path);
-}
-
-}  // namespace
 
 void i_muestra_fallo(const veredicto& juicio, vista_w path) {
     if (i_se_muestra(juicio)) {

@@ -19,11 +19,6 @@ bool i_caracter_valido(wchar_t c) noexcept;
 bool i_caracter_valido(char c) noexcept;
 bool i_caracteres_validos_UNICODE(vista_w texto) noexcept;
 
-// "." and "..", which are no names of anything else.
-constexpr bool i_es_punto_o_dos(vista_w nombre) noexcept {
-    return nombre == L"." || nombre == L"..";
-}
-
 // The rule for one component. It judges the name without its trailing blanks; who owns the text trims it.
 bool i_nombre_base_correcto_UNICODE(vista_w nombre) noexcept;
 // The same rule, "." and ".." admitted.

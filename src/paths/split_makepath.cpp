@@ -145,8 +145,8 @@ bool i_puede_ser_vacio(const trozos_de_ruta<C>& piezas) noexcept {
 template <class C>
 cadena<C> i_split_make_path(vista<C> path, unsigned mascara) {
     const path_juzgado<C> comprobado = i_comprueba_fichero(path);
-    const division<C> enteras(comprobado);
-    const trozos_de_ruta<C> piezas = i_splitpath(enteras);
+    division<C> piezas(comprobado);
+    i_junta_extension_con_blanco(piezas);
     // A piece that is kept counts as given even when it is empty.
     const auto pieza = [&](unsigned bit, vista<C> texto) {
         return (mascara & bit) == 0 ? vista<C>() : texto.data() == nullptr ? LITERAL(C, "") : texto;

@@ -67,12 +67,14 @@ path_juzgado<C> i_juzga_e_informa(vista<C> path) {
     return juzgado;
 }
 
-// The pieces as callers get them: an extension that holds a blank belongs to the base name, where both are asked for.
+// The pieces become what callers get: an extension that holds a blank belongs to the base name, where both are asked for.
+// In place, for a copy of the pieces would wait until they are written.
 template <class C>
-constexpr trozos_de_ruta<C> i_splitpath(const division<C>& piezas, bool ambos = true) noexcept {
-    const bool junta = ambos && piezas.extension.find(C(' ')) != vista<C>::npos;
-    return {piezas.unidad, piezas.directorio, junta ? piezas.nombre_y_extension() : piezas.nombre,
-            junta ? vista<C>() : piezas.extension};
+void i_junta_extension_con_blanco(division<C>& piezas, bool ambos = true) noexcept {
+    if (ambos && piezas.extension.find(C(' ')) != vista<C>::npos) {
+        piezas.nombre = piezas.nombre_y_extension();
+        piezas.extension = {};
+    }
 }
 
 // The check that goes before a cut: trailing blanks removed, message 53955 shown for an incorrect path.

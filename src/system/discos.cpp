@@ -3,7 +3,6 @@
 
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
-#include "system/unidades.hpp"
 
 namespace interno {
 namespace {

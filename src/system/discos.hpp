@@ -1,4 +1,4 @@
-// Questions about one drive, by its letter or its index.
+// One drive, by its letter or its index: its names, and questions about it.
 //
 // Promises: no question opens the drive but that for its volume name; a drive without medium brings up no dialog of the
 // system.
@@ -9,6 +9,26 @@
 #include "companions/cadena.hpp"
 
 namespace interno {
+
+inline constexpr unsigned short i_NUM_MAX_UNIDADES = 26;
+
+constexpr wchar_t i_letra_de_unidad(unsigned short indice) noexcept {
+    return static_cast<wchar_t>(L'A' + indice);
+}
+
+// "X:\", which the system takes for the drive itself.
+struct raiz_de_unidad {
+    wchar_t texto[4];
+    constexpr explicit raiz_de_unidad(wchar_t letra) noexcept : texto{letra, L':', L'\\', L'\0'} {}
+    constexpr const wchar_t* c_str() const noexcept { return texto; }
+};
+
+// "X:", the name of the device.
+struct nombre_de_unidad {
+    wchar_t texto[3];
+    constexpr explicit nombre_de_unidad(wchar_t letra) noexcept : texto{letra, L':', L'\0'} {}
+    constexpr const wchar_t* c_str() const noexcept { return texto; }
+};
 
 bool i_es_unidad_local(wchar_t letra) noexcept;
 bool i_es_unidad_subst(wchar_t letra) noexcept;

@@ -3,7 +3,7 @@
 
 #include "companions/error_interno.hpp"
 #include "companions/sin_dialogos.hpp"
-#include "system/unidades.hpp"
+#include "system/discos.hpp"
 
 namespace interno {
 namespace {
@@ -47,13 +47,6 @@ cadena_w i_nombre_de_red(wchar_t letra) {
     return cadena_w(dicho ? a_vista<wchar_t>(nombre) : nombre_red_desconocido);
 }
 
-void i_anade_disco(InfoTabla& tabla, const InfoDisco& disco) {
-    const std::size_t num = tabla.numDiscos + std::size_t{1};
-    tabla.discos = static_cast<InfoDisco*>(i_cambia(tabla.discos, num * sizeof(InfoDisco)));
-    tabla.discos[tabla.numDiscos] = disco;
-    tabla.numDiscos = static_cast<unsigned short>(num);
-}
-
 void i_libera_disco(const InfoDisco& disco) noexcept {
     if (disco.tipo == INFO_TIPO_RED) {
         i_libera(disco.pathNetwork);
@@ -65,7 +58,7 @@ void i_libera_disco(const InfoDisco& disco) noexcept {
 }  // namespace
 
 void i_llena_tabla(InfoTabla& tabla) {
-    tabla = {};
+    vector_interno<InfoDisco> discos;
     const sin_dialogos callado;
     const DWORD presentes = sistema.GetLogicalDrives();
     for (unsigned short i = 0; i < i_NUM_MAX_UNIDADES; ++i) {
@@ -76,9 +69,11 @@ void i_llena_tabla(InfoTabla& tabla) {
         const UINT tipo = sistema.GetDriveTypeW(raiz_de_unidad(letra).c_str());
         if (tipo != DRIVE_NO_ROOT_DIR) {
             cadena_w red = tipo == DRIVE_REMOTE ? i_nombre_de_red(letra) : cadena_w();
-            i_anade_disco(tabla, {i, i_tipo(tipo, i), red.suelta()});
+            discos.anade({i, i_tipo(tipo, i), red.suelta()});
         }
     }
+    tabla.numDiscos = static_cast<unsigned short>(discos.size());
+    tabla.discos = discos.suelta_en_bloque();
 }
 
 void i_vacia_tabla(InfoTabla& tabla) noexcept {

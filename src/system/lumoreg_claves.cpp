@@ -10,7 +10,7 @@ namespace interno {
 namespace {
 
 constexpr std::size_t mayor_nombre_de_clave = 255;  // units; the registry's own limit
-constexpr std::size_t bytes_por_unidad = 3;         // at most, in any 8-bit code page (UTF-8)
+constexpr std::size_t mayor_caracter_bytes = 3;     // at most, in any 8-bit code page (UTF-8)
 constexpr DWORD sitio_nombre_a_borrar = 100;        // units; a longer name is passed over
 
 constexpr const wchar_t* clave_de_prueba = L"SOFTWARE\\LUMO";
@@ -21,7 +21,9 @@ constexpr const wchar_t* clave_de_prueba = L"SOFTWARE\\LUMO";
 class borrado_de_clave {
 public:
     // The path of the parent goes before that of the key in reports. `vista` is the flag of the one view.
-    borrado_de_clave(vista_w padre, REGSAM vista) noexcept : vista_(vista) { i_alarga_ruta(padre); }
+    borrado_de_clave(vista_w padre, REGSAM vista) noexcept : vista_(vista) {
+        ruta_.anade_varios(padre.data(), padre.size());
+    }
     borrado_de_clave(const borrado_de_clave&) = delete;
     borrado_de_clave& operator=(const borrado_de_clave&) = delete;
 
@@ -46,18 +48,13 @@ private:
         bool propia;
     };
 
-    void i_alarga_ruta(vista_w texto) noexcept {
-        for (const wchar_t c : texto) {
-            ruta_.anade(c);
-        }
-    }
     // Answers where the name begins. A key below a root has no separator before it.
     std::size_t i_anade_nombre(vista_w nombre) noexcept {
         if (!ruta_.empty()) {
             ruta_.anade(L'\\');
         }
         const std::size_t donde_empieza = ruta_.size();
-        i_alarga_ruta(nombre);
+        ruta_.anade_varios(nombre.data(), nombre.size());
         return donde_empieza;
     }
     vista_w i_ruta() const noexcept { return vista_w(ruta_.data(), ruta_.size()); }
@@ -142,7 +139,7 @@ bool i_dame_subclaves(const clave_abierta<C>& clave, arr_cadena<C>& subclaves) n
     }
     // Room for any name: one that is created meanwhile may be longer than the longest that was counted.
     const std::size_t unidades = std::max<std::size_t>(mayor_nombre_de_clave, censo->mayor_subclave);
-    const std::size_t sitio = unidades * (sizeof(C) == 1 ? bytes_por_unidad : 1) + 1;
+    const std::size_t sitio = unidades * (sizeof(C) == 1 ? mayor_caracter_bytes : 1) + 1;
     vector_interno<C> nombre;
     nombre.reserva_sitio(sitio);
     nombre.data()[0] = C(0);

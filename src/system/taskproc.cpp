@@ -1,6 +1,8 @@
 // See taskproc.hpp.
 #include "system/taskproc.hpp"
 
+#include <algorithm>
+
 #include "companions/error_interno.hpp"
 
 namespace interno {
@@ -23,17 +25,13 @@ constexpr unsigned tomas_de_instantanea = 10;
 // found twice.
 constexpr DWORD pid_inactivo = 0;
 
-using manija_instantanea = manija<&tabla_sistema::CloseHandle>;
-using manija_proceso = manija<&tabla_sistema::CloseHandle>;
-
-manija_instantanea i_instantanea_de_modulos(DWORD pid) noexcept {
-    manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
-    for (unsigned tomas = 1;
-         !instantanea.valida() && ::GetLastError() == ERROR_BAD_LENGTH && tomas < tomas_de_instantanea;
-         ++tomas) {
-        instantanea = manija_instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
+manija_comun i_instantanea_de_modulos(DWORD pid) noexcept {
+    for (unsigned tomas = 1;; ++tomas) {
+        manija_comun instantanea(sistema.CreateToolhelp32Snapshot(modulos_del_proceso, pid));
+        if (instantanea.valida() || ::GetLastError() != ERROR_BAD_LENGTH || tomas == tomas_de_instantanea) {
+            return instantanea;
+        }
     }
-    return instantanea;
 }
 
 // One walk over a snapshot's entries. A system that refuses the size gets the same call again with that of its own
@@ -80,7 +78,7 @@ public:
     busqueda(vista_w modulo, bool con_lista) noexcept : modulo_(modulo), con_lista_(con_lista) {}
 
     bool encuentra() {
-        const manija_instantanea instantanea(sistema.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+        const manija_comun instantanea(sistema.CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
         if (!i_comprueba(instantanea.valida(), "hSnapshot != INVALID_HANDLE_VALUE")) {
             return false;
         }
@@ -100,7 +98,7 @@ private:
     bool basta() const noexcept { return encontrado_ && !con_lista_; }
 
     void i_mira_modulos(DWORD pid) {
-        const manija_instantanea instantanea = i_instantanea_de_modulos(pid);
+        const manija_comun instantanea = i_instantanea_de_modulos(pid);
         if (!instantanea.valida()) {
             return;  // of another user, or protected, or gone
         }
@@ -130,13 +128,9 @@ private:
     // A 32-bit process lists its executable twice, once for each width, and not always in the same case.
     bool i_esta_anotado(vista_w ruta) const noexcept {
         const auto& punteros = lista_->punteros;
-        for (std::size_t i = primero_del_proceso_; i < punteros.size(); ++i) {
-            const vista_w otra = a_vista<wchar_t>(static_cast<const Taskproc*>(punteros[i])->ruta);
-            if (iguales_sin_caja(otra, ruta)) {
-                return true;
-            }
-        }
-        return false;
+        return std::any_of(punteros.begin() + primero_del_proceso_, punteros.end(), [ruta](const void* otro) {
+            return iguales_sin_caja(a_vista<wchar_t>(static_cast<const Taskproc*>(otro)->ruta), ruta);
+        });
     }
 
     vista_w modulo_;
@@ -168,7 +162,7 @@ procesos_encontrados i_busca_procesos(vista_w modulo, bool con_lista) {
 }
 
 bool i_mata_proceso(const Taskproc& taskproc) noexcept {
-    const manija_proceso proceso(sistema.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc.pid));
+    const manija_comun proceso(sistema.OpenProcess(PROCESS_TERMINATE, FALSE, taskproc.pid));
     if (!proceso.valida()) {
         return false;
     }

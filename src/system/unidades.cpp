@@ -18,10 +18,6 @@ constexpr unsigned long ultimo_tipo_de_unidad = INFO_TIPO_OTRO;
 wchar_t i_disco_programa[tamanyo_disco_programa];
 bool i_hay_disco_programa = false;
 
-cadena_w i_etiqueta_con(vista_w unidad, vista_w nombre) {
-    return concatena<wchar_t>({unidad, L" (", nombre, L")"});
-}
-
 cadena_w i_disco_actual() {
     const int numero = sistema._getdrive();
     if (numero < 1 || numero > i_NUM_MAX_UNIDADES) {
@@ -45,10 +41,10 @@ cadena_w i_etiqueta_de_unidad(const InfoDisco& disco, bool con_nombre) {
     const nombre_de_unidad letra(i_letra_de_unidad(disco.disco));
     const vista_w unidad(letra.c_str());
     if (disco.pathNetwork != nullptr) {
-        return i_etiqueta_con(unidad, vista_w(disco.pathNetwork));
+        return concatena<wchar_t>({unidad, L" (", disco.pathNetwork, L")"});
     }
     if (con_nombre && (disco.tipo == INFO_TIPO_FIJO || disco.tipo == INFO_TIPO_EXTRAIBLE)) {
-        return i_etiqueta_con(unidad, i_nombre_de_volumen(disco.disco));
+        return concatena<wchar_t>({unidad, L" (", i_nombre_de_volumen(disco.disco), L")"});
     }
     if (con_nombre && disco.tipo > ultimo_tipo_de_unidad) {
         error_interno_default_error();

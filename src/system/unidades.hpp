@@ -1,36 +1,16 @@
-// The names of drives, the drives of the system with labels for display, and the drive of the running program.
+// The drives of the system with labels for display, and the drive of the running program.
 //
 // Promises: one record a drive, in the order of the letters.
-// Cannot promise: a lock: the program's drive is found out at the first call, on one thread.
+// Cannot promise: that two threads may ask for the program's drive first: it is found out at the first call, without a
+// lock.
 // Checked by tests/system/unidades_win32_test.cpp.
 #pragma once
 
 #include "companions/arr.hpp"
-#include "companions/sistema.hpp"
 #include "info.h"
 #include "lumodir_unidades.h"
 
 namespace interno {
-
-inline constexpr unsigned short i_NUM_MAX_UNIDADES = 26;
-
-constexpr wchar_t i_letra_de_unidad(unsigned short indice) noexcept {
-    return static_cast<wchar_t>(L'A' + indice);
-}
-
-// "X:\", which the system takes for the drive itself.
-struct raiz_de_unidad {
-    wchar_t texto[4];
-    constexpr explicit raiz_de_unidad(wchar_t letra) noexcept : texto{letra, L':', L'\\', L'\0'} {}
-    constexpr const wchar_t* c_str() const noexcept { return texto; }
-};
-
-// "X:", the name of the device.
-struct nombre_de_unidad {
-    wchar_t texto[3];
-    constexpr explicit nombre_de_unidad(wchar_t letra) noexcept : texto{letra, L':', L'\0'} {}
-    constexpr const wchar_t* c_str() const noexcept { return texto; }
-};
 
 // "X:", with the network path or, if wanted and the drive has one, the volume name in parentheses after it.
 cadena_w i_etiqueta_de_unidad(const InfoDisco& disco, bool con_nombre);

@@ -9,7 +9,7 @@
 #include <algorithm>
 
 #include "apoyo/apoyo.hpp"
-#include "companions/plataforma.hpp"
+#include "companions/msglocal.hpp"
 #include "companions/sistema.hpp"
 
 namespace apoyo {
@@ -27,7 +27,7 @@ inline std::string completa(const std::string& ruta) {
 
 // What the library says of a code of the system's.
 inline std::string texto_de_codigo(DWORD codigo) {
-    return u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+    return u8(interno::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 // Wherever a test goes, the current directory is back in its place at the end.

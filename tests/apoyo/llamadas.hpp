@@ -8,7 +8,7 @@
 
 namespace apoyo {
 
-enum class clase_de_llamada { ficheros, registro, procesos, discos, escritorio, proceso };
+enum class clase_de_llamada { ficheros, claves, procesos, discos, escritorio, proceso };
 
 // What is known of a call, by its place in the table.
 template <auto Entrada>

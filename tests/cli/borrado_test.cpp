@@ -298,7 +298,7 @@ TEST(rmtree, control_c_para_ante_la_siguiente_entrada_y_dice_que_queda) {
     otro.suelta();
     const cli::resultado r = borrado.espera();
     EXPECT_EQ(r.codigo, static_cast<int>(0xC000013A));
-    EXPECT_NE(r.errores.find("stopping after the entry in work; Ctrl-C again ends at once\n"),
+    EXPECT_NE(r.errores.find("stopping after the entry at hand; Ctrl-C again ends at once\n"),
               std::string::npos)
         << r.errores;
     const std::string json = cli::json_compacto(r.salida);

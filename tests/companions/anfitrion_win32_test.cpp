@@ -1,12 +1,11 @@
 // Exceptions of other runtimes that a host's functions let out: they end at the call, which counts as "no", and the
 // library loses nothing. They are raised as those runtimes raise them, by RaiseException() with their code.
-#include "companions/anfitrion_win32.hpp"
+#include "companions/anfitrion.hpp"
 
 #include <stdexcept>
 
 #include "apoyo/apoyo.hpp"
 #include "cdir.h"
-#include "companions/anfitrion.hpp"
 #include "companions/apunorde.h"
 #include "companions/arr.h"
 #include "companions/buclrein.h"

@@ -9,6 +9,7 @@
 #include "apoyo/apoyo.hpp"
 #include "companions/buclrein.h"
 #include "companions/lmaviso.h"
+#include "companions/msglocal.hpp"
 #include "companions/plataforma.hpp"
 
 using namespace apoyo;
@@ -187,8 +188,7 @@ TEST(buclrein, la_pregunta_lleva_el_ultimo_mensaje_y_su_codigo) {
         const std::vector<pregunta> preguntas = toma_preguntas();
         ASSERT_EQ(preguntas.size(), 2u) << f.codigo;
         const std::string del_sistema =
-            f.con_texto_del_sistema ? "\n" + u8(plataforma::strgetlasterror_texto_cod_error(f.codigo).c_str())
-                                    : "";
+            f.con_texto_del_sistema ? "\n" + u8(strgetlasterror_texto_cod_error(f.codigo).c_str()) : "";
         EXPECT_EQ(preguntas[0].mensaje, "intento 1 ñ%s" + del_sistema);
         EXPECT_EQ(preguntas[1].mensaje, "intento 2 ñ%s" + del_sistema);
         EXPECT_EQ(preguntas[1].codigo, f.codigo);

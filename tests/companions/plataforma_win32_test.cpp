@@ -4,6 +4,7 @@
 #include "apoyo/apoyo.hpp"
 #include "apoyo/paginas.hpp"
 #include "companions/msglocal.h"
+#include "companions/msglocal.hpp"
 #include "companions/sistema.hpp"
 
 using namespace apoyo;
@@ -214,7 +215,7 @@ TEST(plataforma, el_texto_de_un_codigo_es_una_linea_sin_su_final) {
     for (const DWORD codigo :
          {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_PATH_NOT_FOUND}, DWORD{ERROR_ACCESS_DENIED},
           DWORD{ERROR_SHARING_VIOLATION}, DWORD{ERROR_DISK_FULL}}) {
-        const std::string texto = u8(plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+        const std::string texto = u8(strgetlasterror_texto_cod_error(codigo).ver());
         EXPECT_GT(texto.size(), 5u) << codigo;
         EXPECT_NE(texto, std::to_string(codigo));
         EXPECT_EQ(texto.find_last_not_of(" \r\n"), texto.size() - 1) << codigo;
@@ -228,13 +229,13 @@ TEST(plataforma, el_texto_de_un_codigo_es_una_linea_sin_su_final) {
         }
         EXPECT_EQ(u8(vista_w(sistema_dice, largo)).rfind(texto, 0), 0u) << codigo;
     }
-    EXPECT_NE(u8(plataforma::strgetlasterror_texto_cod_error(ERROR_FILE_NOT_FOUND).ver()),
-              u8(plataforma::strgetlasterror_texto_cod_error(ERROR_ACCESS_DENIED).ver()));
+    EXPECT_NE(u8(strgetlasterror_texto_cod_error(ERROR_FILE_NOT_FOUND).ver()),
+              u8(strgetlasterror_texto_cod_error(ERROR_ACCESS_DENIED).ver()));
 }
 
 TEST(plataforma, un_codigo_sin_texto_es_su_numero) {
-    EXPECT_EQ(u8(plataforma::strgetlasterror_texto_cod_error(0xDEADBEEF).ver()), "3735928559");
-    EXPECT_EQ(u8(plataforma::strgetlasterror_texto_cod_error(0x20000001).ver()), "536870913");
+    EXPECT_EQ(u8(strgetlasterror_texto_cod_error(0xDEADBEEF).ver()), "3735928559");
+    EXPECT_EQ(u8(strgetlasterror_texto_cod_error(0x20000001).ver()), "536870913");
 }
 
 namespace {
@@ -295,7 +296,7 @@ TEST(plataforma, los_textos_del_sistema_van_en_la_lengua_de_los_mensajes) {
             g_idioma_que_hay = f.hay;
             g_texto = texto_w(largo - 3, L'\u00F1') + L".\r\n";
             g_pedidos.clear();
-            EXPECT_EQ(u8(plataforma::strgetlasterror_texto_cod_error(5).ver()),
+            EXPECT_EQ(u8(strgetlasterror_texto_cod_error(5).ver()),
                       f.hay == ninguna ? "5" : u8(texto_w(largo - 3, L'\u00F1') + L"."));
             std::vector<DWORD> pedidos = f.pedidos;
             if (largo >= 512 && f.hay != ninguna) {

@@ -6,6 +6,7 @@
 #include "apoyo/apoyo.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/hijo.hpp"
+#include "companions/msglocal.hpp"
 #include "companions/plataforma.hpp"
 #include "companions/reloj.hpp"
 #include "files/timefich.hpp"
@@ -154,8 +155,7 @@ std::string mensaje_158391(const std::string& ruta) {
     return "The '" + ruta + "' file cannot be opened to modify its date.";
 }
 std::string pregunta_158391(const std::string& ruta, DWORD codigo) {
-    return mensaje_158391(ruta) + "\n" +
-           u8(interno::plataforma::strgetlasterror_texto_cod_error(codigo).ver());
+    return mensaje_158391(ruta) + "\n" + u8(interno::strgetlasterror_texto_cod_error(codigo).ver());
 }
 
 const papel sujeta_fichero("sujeta_fichero", [] {

@@ -417,7 +417,7 @@ unsigned short idioma_del_usuario() noexcept {
     return 0x0409;
 }
 
-cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
+cadena_w texto_de_codigo(unsigned long codigo, unsigned short) {
     return copiaforu_nousar_formatea(L"error %lu", {codigo});
 }
 
