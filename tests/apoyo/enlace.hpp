@@ -33,7 +33,8 @@ public:
     bool hecho() const { return ::GetFileAttributesW(ruta_.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
 private:
-    // Such a program cannot be waited for: what it does is.
+    // Such a program cannot be waited for: what it does is. Nor has it handles to close: Wine 10 answers with what was on
+    // its stack, which may be another's.
     void corre_debajo(const std::string& programa, const std::string& argumentos, bool habra_enlace) const {
         texto_w orden = w(programa + " " + argumentos);
         STARTUPINFOW comienzo = {};
@@ -47,8 +48,6 @@ private:
                 << "no " << programa << ": error " << codigo;
             return;
         }
-        ::CloseHandle(proceso.hProcess);
-        ::CloseHandle(proceso.hThread);
         for (int i = 0; i < 1500 && hecho() != habra_enlace; ++i) {
             ::Sleep(20);
         }

@@ -413,8 +413,6 @@ bool crea_enlace_unix(const directorio_de_prueba& d, const std::string& donde, c
         ADD_FAILURE() << "no ln: error " << GetLastError();
         return false;
     }
-    CloseHandle(hijo.hThread);
-    CloseHandle(hijo.hProcess);
     return espera_a_que(30'000,
                         [&] { return existe(d.bajo(donde)); });  // a Unix process has no handle to wait for
 }

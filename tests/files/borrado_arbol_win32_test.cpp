@@ -110,8 +110,6 @@ bool crea_enlace_unix(const directorio_temporal& d, const char* donde, const cha
         return false;
     }
     ::WaitForSingleObject(proceso.hProcess, 10'000);
-    ::CloseHandle(proceso.hThread);
-    ::CloseHandle(proceso.hProcess);
     for (int i = 0; i < 1500 && !d.existe(donde); ++i) {
         ::Sleep(20);  // a Unix process has no handle to wait for
     }
@@ -129,8 +127,6 @@ void borra_enlace_unix(const directorio_temporal& d, const char* donde) {
     ASSERT_TRUE(::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr,
                                  nullptr, &arranque, &proceso))
         << "no rm: error " << ::GetLastError();
-    ::CloseHandle(proceso.hThread);
-    ::CloseHandle(proceso.hProcess);
     for (int i = 0; i < 1500 && d.existe(donde); ++i) {
         ::Sleep(20);
     }

@@ -52,8 +52,6 @@ private:
                 << "error " << codigo;
             return;
         }
-        ::CloseHandle(proceso.hProcess);
-        ::CloseHandle(proceso.hThread);
         for (int i = 0; i < 250 && hecho() != habra_enlace; ++i) {
             ::Sleep(20);
         }
