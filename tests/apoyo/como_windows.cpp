@@ -228,14 +228,12 @@ bool quita_enlace(const texto_w& ruta) {
     ::HeapFree(::GetProcessHeap(), 0, nombre);
     STARTUPINFOW arranque = {};
     arranque.cb = sizeof arranque;
-    PROCESS_INFORMATION proceso = {};
+    PROCESS_INFORMATION proceso = {};  // of a Unix program it holds nothing, in Wine 10 not even zeros
     if (!::CreateProcessW(L"\\\\?\\unix\\bin\\rm", linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                           &arranque, &proceso)) {
         ADD_FAILURE() << "no rm: error " << ::GetLastError();
         return false;
     }
-    ::CloseHandle(proceso.hThread);
-    ::CloseHandle(proceso.hProcess);
     for (int i = 0; i < 2'000; ++i) {
         if (::GetFileAttributesW(ruta.c_str()) == INVALID_FILE_ATTRIBUTES) {
             return true;

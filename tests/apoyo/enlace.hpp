@@ -55,7 +55,8 @@ private:
         return texto;
     }
 
-    // Such a program cannot be waited for: what it does in the directory is.
+    // Such a program cannot be waited for: what it does in the directory is. Nor has it handles to close: Wine answers
+    // with what was on its stack, which may be another's.
     void corre_debajo(const std::string& programa, const std::string& argumentos, bool habra_enlace) const {
         const HANDLE cambios = ::FindFirstChangeNotificationW(
             directorio_.c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME);
@@ -66,8 +67,6 @@ private:
         PROCESS_INFORMATION proceso = {};
         if (::CreateProcessW(i_ancho("Z:\\bin\\" + programa).c_str(), orden.data(), nullptr, nullptr, FALSE,
                              0, nullptr, directorio_.c_str(), &comienzo, &proceso)) {
-            ::CloseHandle(proceso.hProcess);
-            ::CloseHandle(proceso.hThread);
             constexpr DWORD paciencia_ms = 30'000;
             while (hecho() != habra_enlace && ::WaitForSingleObject(cambios, paciencia_ms) == WAIT_OBJECT_0) {
                 ::FindNextChangeNotification(cambios);

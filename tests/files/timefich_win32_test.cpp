@@ -1018,8 +1018,6 @@ TEST(timefich, en_zonas_horarias_de_verdad) {
         ASSERT_TRUE(::CreateProcessW(env, orden.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                      &arranque, &proceso))
             << "no env: error " << ::GetLastError();
-        ::CloseHandle(proceso.hThread);
-        ::CloseHandle(proceso.hProcess);
         const std::string salida = lee_salida(w(fichero.texto() + ".salida"));
 
         std::string relojes;
