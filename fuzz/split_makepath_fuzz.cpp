@@ -84,16 +84,15 @@ void compara_corte(const modelos::texto<C>& path, unsigned deseadas) {
     EXIGE_IGUAL(informes(), c.informes);
     EXIGE_IGUAL(avisos(), esperados);
 
-    // The pieces joined give the path wherever the drive is what its directory begins with and nothing is cut off.
-    // (The share of `\\s/b\b.x` is looked for in a directory that holds only a part of it.)
+    // The pieces joined give the path wherever the drive is, in characters, what its directory begins with and nothing
+    // is cut off. (The share of `\\s/b\b.x` is looked for in a directory that holds only a part of it.)
     const piezas<modelos::texto<C>> todas = corta<C>(entradas<C>::con_comprobacion, path, 15);
     const modelos::texto<C> entero = modelos::escribe(limpio);
     informes();
     avisos();
-    const bool esta =
-        !j.es_unc ||
-        modelos::escribe(modelos::corta_como_el_crt(limpio).directorio).starts_with(todas.unidad);
-    if (esta && entero.starts_with(todas.unidad)) {
+    const T unidad = modelos::lee(todas.unidad);
+    const bool esta = !j.es_unc || modelos::corta_como_el_crt(limpio).directorio.starts_with(unidad);
+    if (esta && limpio.starts_with(unidad)) {
         EXIGE_IGUAL(todas.unidas(), entero);
     }
 
