@@ -25,7 +25,8 @@ typedef unsigned short (*LumodirFncComprobarFichero)(const wchar_t *fichero);
 LUMODIR_API void lumodir_establece_modo_servicio_sin_reintentos(void);
 
 /**
- * Sets the function that is told the path of a file that cannot be deleted, in place of any earlier one.
+ * Sets the function that is told, once, the path of a file whose deletion has failed and is about to be tried again, in
+ * place of any earlier one.
  *
  * @param func_comprobar  Function, or NULL to switch it off (not reported).
  */

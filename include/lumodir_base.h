@@ -12,7 +12,7 @@
  *
  * Ownership. A returned string is new unless its function says "borrowed". Wide ones are freed with
  * widestr_nousar_destruye(), 8-bit ones with lumostr_destruye(); lists and records with the function named
- * there.
+ * there. A string that a function takes over must be of the same kind.
  *
  * Reported and shown. "Reported" means that an internal error, with the failed expression quoted here, is handed to
  * the receiver of error_interno_establece_receptor(); the function then goes on, never touches memory through

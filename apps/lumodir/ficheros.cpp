@@ -58,8 +58,12 @@ bool esta_protegido(const std::wstring& ruta) {
 }
 
 bool es_enlace(const std::wstring& ruta) {
+    if ((i_atributos(ruta) & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        return false;
+    }
+    // The entry tells a link from what only looks like one (a placeholder of cloud storage), if it can be read.
     const std::optional<entrada> e = entrada_de(ruta);
-    return e && e->es_enlace;
+    return !e || e->es_enlace;
 }
 
 namespace {

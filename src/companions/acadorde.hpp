@@ -2,18 +2,26 @@
 // by code unit, a shorter prefix first; where repeats are not admitted, a text that is already there changes nothing.
 #pragma once
 
-#include <algorithm>
-
 #include "companions/acadorde.h"
 #include "companions/arr.hpp"
 
 namespace interno {
 
-// How many elements stand before the first one for which `esta_antes` does not hold.
+// How many elements stand before the first one for which `esta_antes` does not hold. Each is asked for by its place: a
+// host's comparison may have moved the elements.
 template <class T, class EstaAntes>
 std::size_t i_cuantos_antes(const vector_interno<T>& elementos, EstaAntes esta_antes) {
-    return static_cast<std::size_t>(std::partition_point(elementos.begin(), elementos.end(), esta_antes) -
-                                    elementos.begin());
+    std::size_t desde = 0;
+    std::size_t hasta = elementos.size();
+    while (desde < hasta) {
+        const std::size_t medio = desde + (hasta - desde) / 2;
+        if (esta_antes(elementos[medio])) {
+            desde = medio + 1;
+        } else {
+            hasta = medio;
+        }
+    }
+    return desde;
 }
 
 // Position of the first element that comes after `clave`: `compara(elemento)` is negative or 0 before it.

@@ -74,6 +74,7 @@ constexpr DWORD i_con_proteccion(DWORD atributos, int modo) noexcept {
     constexpr DWORD marca = FILE_ATTRIBUTE_READONLY;
     return (modo & modo_escritura) != 0 ? atributos & ~marca : atributos | marca;
 }
+
 // With a prefix of the system's, long (`\\?\`) or of devices (`\\.\`), a path is taken as it is.
 bool i_lleva_prefijo(vista_w ruta) noexcept;
 inline vista_w i_sin_prefijo(vista_w ruta) noexcept {
