@@ -289,6 +289,17 @@ namespace {
 ApunOrde* g_conjunto;
 int g_destruidos_del_conjunto;
 
+// The first time, the array grows under the search.
+int compara_y_trae_mas(const void* registro, const void* clave) {
+    const int resultado = compara_con_clave(registro, clave);
+    const int vivas = g_vivas;
+    for (int i = 0; vivas < 100 && i < 1000; ++i) {
+        void* otro = nueva(1000, i);
+        apunorde_nousar_inserta_original(g_conjunto, &otro);
+    }
+    return resultado;
+}
+
 void destruye_y_vuelve_al_conjunto(void** registro) {
     *registro = nullptr;
     if (++g_destruidos_del_conjunto < 10) {  // without end otherwise
@@ -297,6 +308,22 @@ void destruye_y_vuelve_al_conjunto(void** registro) {
 }
 
 }  // namespace
+
+TEST(ordenados, una_comparacion_puede_traer_mas_registros) {
+    g_conjunto = apunorde_nousar_crea(compara_fichas, destruye_ficha);
+    for (int i = 0; i < 50; ++i) {
+        void* registro = nueva(i, 0);
+        apunorde_nousar_inserta_original(g_conjunto, &registro);
+    }
+    const int clave = 31;
+    const auto* hallada =
+        static_cast<const registro_con_clave*>(apunorde_nousar_busca(g_conjunto, &clave, compara_y_trae_mas));
+    ASSERT_NE(hallada, nullptr);
+    EXPECT_EQ(hallada->clave, clave);
+    EXPECT_EQ(apunorde_nousar_num_elems(g_conjunto), 1050u);
+    apunorde_nousar_destruye(&g_conjunto);
+    EXPECT_EQ(g_vivas, 0);
+}
 
 TEST(ordenados, una_destruccion_que_vuelve_al_conjunto_lo_halla_ya_tomado) {
     g_destruidos_del_conjunto = 0;
