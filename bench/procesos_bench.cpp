@@ -56,7 +56,7 @@ void bancos::procesos() {
                           }
                       },
                   .otros = {{"hand-written snapshot walk",
-                             [] { banco::usa(busca_a_mano(L"ntdll.dll").data()); }, 1.05}},
+                             [] { banco::usa(busca_a_mano(L"ntdll.dll").data()); }, 1.0}},
                   .vueltas = 3,
                   .rondas = 10});
 }

@@ -71,6 +71,7 @@ private:
             while (hecho() != habra_enlace && ::WaitForSingleObject(cambios, paciencia_ms) == WAIT_OBJECT_0) {
                 ::FindNextChangeNotification(cambios);
             }
+            EXPECT_EQ(hecho(), habra_enlace) << programa << " has been started and has not done it";
         } else {
             const DWORD codigo = ::GetLastError();
             // Where there is no Unix side there are no such programs.
