@@ -1,6 +1,6 @@
 // Path names: checking, splitting, taking the name and joining, on the paths of rutas_de_muestra.txt: all of them mixed,
-// and each kind by itself, in both flavours. Against a bare scan, the C runtime, std::filesystem, std::wstring; 8-bit functions against
-// their wide twins.
+// and each kind by itself, in both flavours. Against a bare scan, the C runtime, std::filesystem, std::wstring; 8-bit
+// functions against their wide twins.
 #include <array>
 #include <atomic>
 #include <cstdlib>
