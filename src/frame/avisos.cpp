@@ -3,6 +3,7 @@
 
 #include "companions/lmaviso.hpp"
 #include "companions/msglocal.hpp"
+#include "companions/unicode.hpp"
 
 namespace interno {
 namespace {
@@ -25,6 +26,12 @@ void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept
     if (!i_modo_servicio()) {
         const cadena_w texto = i_mensaje(construye, {argumento});
         lmaviso_aviso_interno_como_error_u(texto.c_str());
+    }
+}
+
+void i_muestra_mensaje(ConstructorMensaje construye, vista_a argumento) noexcept {
+    if (!i_modo_servicio()) {
+        i_muestra_mensaje(construye, utf16_temporal(argumento).ver());
     }
 }
 

@@ -16,6 +16,7 @@ namespace interno {
 cadena_w i_mensaje(ConstructorMensaje construye, std::initializer_list<argumento<wchar_t>> argumentos = {});
 
 void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept;
+void i_muestra_mensaje(ConstructorMensaje construye, vista_a argumento) noexcept;
 // A text that is already formatted.
 void i_muestra_texto(const wchar_t* texto) noexcept;
 

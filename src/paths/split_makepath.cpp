@@ -14,7 +14,7 @@ void i_muestra_fichero_incorrecto(vista_w path) {
     i_muestra_mensaje(i_msg_53955_fichero_no_correcto, path);
 }
 void i_muestra_fichero_incorrecto(vista_a path) {
-    i_muestra_mensaje(i_msg_53955_fichero_no_correcto, utunicode_ANSI_a_UNICODE(path).ver());
+    i_muestra_mensaje(i_msg_53955_fichero_no_correcto, path);
 }
 
 namespace {

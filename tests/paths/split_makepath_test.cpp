@@ -424,4 +424,25 @@ TEST(split_makepath, cortar_cuesta_un_bloque_por_pieza) {
     }
 }
 
+// Its text; nothing where nobody is shown it.
+TEST(split_makepath, el_aviso_cuesta_un_bloque) {
+    static const auto de_antes = interno::memoria.reserva;
+    const sustituye<void* (*)(std::size_t)> contada(interno::memoria.reserva, [](std::size_t bytes) {
+        ++g_reservas_de_piezas;
+        return de_antes(bytes);
+    });
+    const auto bloques_de = [](auto corta, const auto* path) {
+        g_reservas_de_piezas = 0;
+        corta(path, nullptr, nullptr, nullptr, nullptr);
+        return g_reservas_de_piezas;
+    };
+    EXPECT_EQ(bloques_de(cdir_splitpath_con_comprobacion_UNICODE, L"C:\\d\\año?.x "), 1u);
+    EXPECT_EQ(bloques_de(cdir_splitpath_con_comprobacion, cp1252("C:\\d\\año?.x ").c_str()), 1u);
+    ESPERA_AVISOS("The file 'C:\\d\\año?.x' is not correct", "The file 'C:\\d\\año?.x' is not correct");
+    lumodir_establece_modo_servicio_sin_reintentos();
+    EXPECT_EQ(bloques_de(cdir_splitpath_con_comprobacion_UNICODE, L"C:\\d\\año?.x "), 0u);
+    EXPECT_EQ(bloques_de(cdir_splitpath_con_comprobacion, cp1252("C:\\d\\año?.x ").c_str()), 0u);
+    ESPERA_AVISOS();
+}
+
 }  // namespace
