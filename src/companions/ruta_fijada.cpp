@@ -103,7 +103,8 @@ std::size_t i_largo_de_raiz(vista_w ruta) noexcept {
     return ruta.size() >= 2 && ruta[1] == L':' ? 2 : 0;
 }
 
-ruta_fijada::ruta_fijada(const wchar_t* dada, uso para) : dada_(dada), texto_(dada == nullptr ? L"" : dada) {
+ruta_fijada::ruta_fijada(const wchar_t* dada, uso para) noexcept
+    : dada_(dada), texto_(dada == nullptr ? L"" : dada) {
     const vista_w original = a_vista(dada);
     cadena_w recurso = i_recurso_sin_repeticiones(original);
     const vista_w texto = recurso.es_nula() ? original : recurso.ver();

@@ -21,7 +21,7 @@ public:
     enum class uso { acceso, busqueda };  // a search keeps the points at the end of its pattern
 
     // NOLINTNEXTLINE(google-explicit-constructor): a text is a path for the time of one call
-    ruta_fijada(const wchar_t* dada, uso para = uso::acceso);
+    ruta_fijada(const wchar_t* dada, uso para = uso::acceso) noexcept;
     // For a form that was made elsewhere: of a name in a directory that is fixed already.
     ruta_fijada(const wchar_t* dada, cadena_w forma) noexcept
         : dada_(dada), texto_(forma.c_str()), larga_(std::move(forma)) {}

@@ -42,7 +42,7 @@ cadena_w i_nombre_base_reparado(vista_w nombre) {
     return reparado;
 }
 
-cadena_w i_extension_con_dolar(vista_w ext) {
+cadena_w i_extension_con_dolar(vista_w ext) noexcept {
     ext = recorta_derecha(ext);
     if (ext.empty()) {
         return cadena_w(L".$");

@@ -18,6 +18,6 @@ void i_convierte_a_nombre_base_valido(const C* nombre, std::span<C> resultado) n
 cadena_w i_nombre_base_reparado(vista_w nombre);
 
 // The last character of four or more becomes "$", else one is added. A missing point is reported.
-cadena_w i_extension_con_dolar(vista_w ext);
+cadena_w i_extension_con_dolar(vista_w ext) noexcept;
 
 }  // namespace interno
