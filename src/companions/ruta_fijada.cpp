@@ -61,7 +61,7 @@ auto i_pregunta_por_forma(const wchar_t* ruta) noexcept {
     };
 }
 
-// Making a path full cuts the points at its end. A search pattern must keep them: "*." asks for less than "*".
+// Making a path full cuts the dots at its end. A search pattern must keep them: "*." asks for less than "*".
 bool i_pierde_puntos_finales(vista_w nombre) noexcept {
     return acaba_en(nombre, L".") && !i_es_punto_o_dos(nombre);
 }

@@ -50,7 +50,7 @@ void i_ordena_sin_repetidos(AcadOrde& conjunto) {
     textos.acorta(num);
 }
 
-// The extension of a UTF-16 name, without its point.
+// The extension of a UTF-16 name, without its dot.
 vista_w i_extension_ancha(vista_w nombre) {
     const vista_w extension = division<wchar_t>(recorta_derecha(nombre), false).extension;
     return extension.substr(extension.empty() ? 0 : 1);
