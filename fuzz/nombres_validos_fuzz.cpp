@@ -34,7 +34,7 @@ void compara_reparacion(const texto_w& nombre) {
     EXIGE_IGUAL(reparado, modelos::reparado(nombre));
     const justo<wchar_t> bufer(reparado);
     EXIGE_IGUAL(cdir_nombre_base_valido_UNICODE(bufer.datos()), modelos::nombre_valido(reparado) ? 1 : 0);
-    // The cut at 255 may leave a point or a blank at the end; everything else is mended for good.
+    // The cut at 255 may leave a dot or a blank at the end; everything else is mended for good.
     const texto_w otra_vez = repara(reparado);
     if (reparado.size() < 255) {
         EXIGE_IGUAL(otra_vez, reparado);

@@ -80,7 +80,7 @@ void arnes::prueba(entrada& e) {
         compara_orden(*x, uno);
         compara_orden(*x, otro);
     }
-    // The whole name gives the same record again, unless a point in it is only in the base name, or a first byte that
+    // The whole name gives the same record again, unless a dot in it is only in the base name, or a first byte that
     // makes no character with the next one makes one with its lower-case letter, which has another in its turn.
     if (const texto_a entero = uno.entero(); !uno.esperadas().extension.empty()) {
         const registro_visto otra_vez(nomsfich_crea(justo<char>(entero)), modelos::crea_nomsfich(entero));

@@ -60,7 +60,7 @@ void compara_hacia_8_bits(const texto_w& unidades) {
     const justo<wchar_t> con_fin(unidades);
     EXIGE_IGUAL(texto_a(interno::utunicode_UNICODE_a_ANSI(sin_fin.ver()).ver()), esperado);
     EXIGE_IGUAL(toma(interno::utunicode_UNICODE_a_ANSI(con_fin.datos()).suelta()), esperado);
-    // No look-alikes: a separator or a point comes only of its own character.
+    // No look-alikes: a separator or a dot comes only of its own character.
     const modelos::texto_c caracteres = modelos::en_caracteres(esperado);
     for (const char c : {'\\', '/', ':', '.', '*'}) {
         EXIGE_IGUAL(std::count(caracteres.begin(), caracteres.end(), static_cast<char32_t>(c)),

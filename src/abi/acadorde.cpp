@@ -16,8 +16,8 @@ bool i_hay(const conjunto_ordenado<C>* conjunto, lugar donde) noexcept {
 }
 
 template <class A>
-A* i_crea(unsigned short admite_repetidos, lugar donde = lugar::aqui()) {
-    auto conjunto = objeto<A>::crea(donde);
+A* i_crea(unsigned short admite_repetidos) {
+    auto conjunto = objeto<A>::crea();
     conjunto->admite_repetidos = admite_repetidos == 1;
     return conjunto.suelta();
 }
@@ -25,7 +25,7 @@ A* i_crea(unsigned short admite_repetidos, lugar donde = lugar::aqui()) {
 template <class C>
 void i_inserta(conjunto_ordenado<C>* conjunto, const C* texto, lugar donde = lugar::aqui()) {
     if (i_hay(conjunto, donde) && i_comprueba(texto != nullptr, "(cadena) != NULL", donde)) {
-        conjunto->inserta(cadena<C>(vista<C>(texto), donde), donde);
+        conjunto->inserta(cadena<C>(vista<C>(texto)));
     }
 }
 

@@ -27,16 +27,16 @@ std::size_t i_sitio_inicial(unsigned long sitio) noexcept {
 }
 
 template <class C>
-arr_cadena<C>* i_crea(unsigned long sitio, lugar donde = lugar::aqui()) {
-    auto lista = objeto<arr_cadena<C>>::crea(donde);
-    lista->textos.reserva_sitio(i_sitio_inicial(sitio), donde);
+arr_cadena<C>* i_crea(unsigned long sitio) {
+    auto lista = objeto<arr_cadena<C>>::crea();
+    lista->textos.reserva_sitio(i_sitio_inicial(sitio));
     return lista.suelta();
 }
 
 template <class C>
 void i_append(lista_textos<C>* lista, const C* texto, lugar donde = lugar::aqui()) {
     if (i_hay(lista, donde) && i_comprueba(texto != nullptr, "(cadena) != NULL", donde)) {
-        lista->anade(cadena<C>(vista<C>(texto), donde), donde);
+        lista->anade(cadena<C>(vista<C>(texto)));
     }
 }
 
@@ -44,7 +44,7 @@ template <class C>
 void i_append_original(lista_textos<C>* lista, C** texto, lugar donde = lugar::aqui()) {
     if (i_hay(lista, donde) && i_comprueba(texto != nullptr, "(cadena) != NULL", donde) &&
         i_comprueba(*texto != nullptr, "(*cadena) != NULL", donde)) {
-        lista->textos.anade(*texto, donde);
+        lista->textos.anade(*texto);
         *texto = nullptr;
     }
 }
@@ -61,13 +61,13 @@ const C* i_get(const lista_textos<C>* lista, unsigned long indice, lugar donde =
 
 template <class C>
 C* i_get_copia(const lista_textos<C>* lista, unsigned long indice, lugar donde = lugar::aqui()) {
-    return i_indice_valido(lista, indice, donde) ? cadena<C>(lista->ver(indice), donde).suelta() : nullptr;
+    return i_indice_valido(lista, indice, donde) ? cadena<C>(lista->ver(indice)).suelta() : nullptr;
 }
 
 template <class C>
 void i_set(lista_textos<C>* lista, unsigned long indice, const C* texto, lugar donde = lugar::aqui()) {
     if (i_indice_valido(lista, indice, donde) && i_comprueba(texto != nullptr, "(cadena) != NULL", donde)) {
-        C* nuevo = cadena<C>(vista<C>(texto), donde).suelta();  // first: the text may be the old element
+        C* nuevo = cadena<C>(vista<C>(texto)).suelta();  // first: the text may be the old element
         i_libera(lista->textos[indice]);
         lista->textos[indice] = nuevo;
     }

@@ -27,12 +27,12 @@ inline bool estan(std::initializer_list<argumento_de_anfitrion> argumentos,
 
 // A text for the host.
 template <class C>
-C* nuevo_texto(vista<C> texto) {
+C* nuevo_texto(vista<C> texto) noexcept {
     return cadena<C>(texto).suelta();
 }
 // To an argument that may be NULL when the text is not wanted.
 template <class C>
-void entrega(C** sitio, vista<C> texto) {
+void entrega(C** sitio, vista<C> texto) noexcept {
     if (sitio != nullptr) {
         *sitio = nuevo_texto(texto);
     }

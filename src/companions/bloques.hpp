@@ -55,7 +55,7 @@ public:
 
     // Where the question, asked of sixteen bytes at a time, answers with a byte whose highest bit is set.
     template <class Pregunta>
-    bits donde(Pregunta pregunta) const noexcept {
+    bits que_cumplen(Pregunta pregunta) const noexcept {
         const auto parte = [&](int cual) -> bits {
             return static_cast<unsigned>(_mm_movemask_epi8(pregunta(partes_[cual])));
         };

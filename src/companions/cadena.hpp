@@ -22,7 +22,8 @@ public:
     using caracter = C;
 
     cadena() noexcept = default;
-    explicit cadena(vista<C> texto, lugar donde = lugar::aqui()) : cadena(con_sitio(texto.size(), donde)) {
+    explicit cadena(vista<C> texto, lugar donde = lugar::aqui()) noexcept
+        : cadena(con_sitio(texto.size(), donde)) {
         copia_unidades(texto_, texto.data(), texto.size());
     }
     cadena(cadena&& otra) noexcept
@@ -38,7 +39,7 @@ public:
     ~cadena() { i_libera(texto_); }
 
     // A string of `longitud` units, terminated, whose units the caller fills in.
-    static cadena con_sitio(std::size_t longitud, lugar donde = lugar::aqui()) {
+    static cadena con_sitio(std::size_t longitud, lugar donde = lugar::aqui()) noexcept {
         cadena nueva;
         nueva.texto_ = static_cast<C*>(i_reserva((longitud + 1) * sizeof(C), donde));
         nueva.texto_[longitud] = C(0);
@@ -86,7 +87,7 @@ using cadena_w = cadena<wchar_t>;
 // One new string with the pieces in their order.
 template <class C>
 cadena<C> concatena(std::initializer_list<std::type_identity_t<vista<C>>> trozos,
-                    lugar donde = lugar::aqui()) {
+                    lugar donde = lugar::aqui()) noexcept {
     std::size_t longitud = 0;
     for (const vista<C>& trozo : trozos) {
         longitud += trozo.size();

@@ -122,19 +122,19 @@ std::size_t i_bytes_de_caracter(vista_a texto) noexcept {
     }
 }
 
-bool i_empieza_caracter(vista_a texto, std::size_t donde) noexcept {
+bool i_empieza_caracter(vista_a texto, std::size_t posicion) noexcept {
     if (i_escritura() != escritura::de_dos_bytes) {
         return true;
     }
     // Behind a byte that begins no pair a character begins, whatever stands before.
-    std::size_t i = donde;
+    std::size_t i = posicion;
     while (i > 0 && i_es_inicial(texto[i - 1])) {
         --i;
     }
-    while (i < donde) {
+    while (i < posicion) {
         i += i + 1 < texto.size() && i_son_uno(texto[i], texto[i + 1]) ? 2 : 1;
     }
-    return i == donde;
+    return i == posicion;
 }
 
 bool i_convierte_de_un_byte(vista_a texto, wchar_t* destino) noexcept {

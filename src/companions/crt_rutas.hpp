@@ -17,7 +17,7 @@ struct trozos_de_ruta {
     vista<C> unidad;      // "X:" or empty
     vista<C> directorio;  // with its separators, final one included
     vista<C> nombre;      // base name
-    vista<C> extension;   // with its point
+    vista<C> extension;   // with its dot
 };
 
 // Where the pieces of a path begin that come after its drive.
@@ -62,7 +62,7 @@ constexpr trozos_de_ruta<C> crt_splitpath(vista<C> ruta) noexcept {
     return i_trozos(ruta, i_cortes(ruta));
 }
 
-// Only the first character of the drive counts; a directory gets a final "\" and an extension its point where they
+// Only the first character of the drive counts; a directory gets a final "\" and an extension its dot where they
 // lack them; empty pieces add nothing.
 template <class C>
 cadena<C> crt_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,

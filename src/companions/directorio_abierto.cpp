@@ -113,7 +113,7 @@ vista_w i_nombre_verdadero(HANDLE abierta, trato_con_volumen& trato) {
                : vista_w();
 }
 
-// A directory's name as it stands in the names of what it holds: Wine cuts one point there.
+// A directory's name as it stands in the names of what it holds: Wine cuts one dot there.
 vista_w i_sin_punto_final(vista_w nombre) noexcept {
     return nombre.substr(0, nombre.size() - (acaba_en(nombre, L".") ? 1 : 0));
 }
@@ -131,7 +131,7 @@ cadena_w i_une(vista_w directorio, vista_w nombre) {
 }
 
 // Whether `verdadero` is what the directory `directorio` holds under this name. Wine tells names without the blanks and
-// points at their end.
+// dots at their end.
 bool i_es_nombre_de(vista_w verdadero, vista_w directorio, vista_w nombre) noexcept {
     directorio = i_sin_separadores_finales(directorio);
     return !directorio.empty() && verdadero.size() > directorio.size() &&
@@ -181,7 +181,7 @@ DWORD i_borra_al_cerrar(HANDLE abierta, trato_con_volumen& trato) {
 
 // Where what a path opened lies, as it stands in the names of what it holds (a root, which no directory holds, has a NULL
 // string); nothing when it is not what bears the path's last name. A system that follows links opens something else: only
-// the name under which it holds what is open tells. Two directories whose names differ by one point at the end are one.
+// the name under which it holds what is open tells. Two directories whose names differ by one dot at the end are one.
 std::optional<cadena_w> i_ruta_de_lo_nombrado(HANDLE abierto, const ruta_fijada& ruta,
                                               trato_con_volumen& trato) {
     const cadena_w forma = lmlongpath_forma_completa(ruta);
@@ -267,7 +267,7 @@ bool directorio_abierto::i_es_raiz_sin_enlace() {
     return ruta.has_value();
 }
 
-// Where this directory really lies. The system tells it without the blanks and points at the end of its own name, but
+// Where this directory really lies. The system tells it without the blanks and dots at the end of its own name, but
 // with them in the names of what it holds: so it is put together from the names that the directories above tell.
 vista_w directorio_abierto::i_ruta_verdadera() {
     if (!nombre_verdadero_.es_nula()) {

@@ -3,7 +3,7 @@
 //
 // What this stands against: somebody who renames directories or puts links in their place while a tree is being
 // listed or deleted, and names that the Windows API would read otherwise than the directory that holds them (a blank
-// or a point at the end, device names).
+// or a dot at the end, device names).
 //
 // Promises: an entry is reached through its directory's handle and by the name it bears there; a subdirectory is
 // opened only if what was opened is a directory, no link, and the very object whose entry was read, each by itself:

@@ -3,6 +3,7 @@
 
 #include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
+#include "companions/respuesta_entera.hpp"
 #include "companions/sin_dialogos.hpp"
 
 namespace interno {
@@ -34,6 +35,13 @@ existencia i_existencia_de_entrada(const ruta_fijada& ruta, DWORD codigo) noexce
 // Right after the call.
 desenlace i_desenlace(bool hecho) noexcept {
     return {hecho, hecho ? DWORD{ERROR_SUCCESS} : ::GetLastError()};
+}
+
+cadena_w i_forma_de(const wchar_t* ruta, decltype(sistema.GetLongPathNameW) pregunta) noexcept {
+    const sin_dialogos callado;
+    const ruta_fijada fijada(ruta);
+    return i_respuesta_entera<wchar_t>(
+        [&](wchar_t* destino, DWORD sitio) { return pregunta(fijada.dada_si_cabe(), destino, sitio); });
 }
 
 // Whether the system would act on what the path names; where not, the thread's code says why.
@@ -148,14 +156,12 @@ manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_
                                  FindExSearchNameMatch, nullptr, todo ? 0 : FIND_FIRST_EX_LARGE_FETCH));
 }
 
-DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {
-    const sin_dialogos callado;
-    return sistema.GetShortPathNameW(ruta_fijada(ruta).dada_si_cabe(), destino, sitio);
+cadena_w lmlongpath_GetShortPathNameW(const wchar_t* ruta) noexcept {
+    return i_forma_de(ruta, sistema.GetShortPathNameW);
 }
 
-DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept {
-    const sin_dialogos callado;
-    return sistema.GetLongPathNameW(ruta_fijada(ruta).dada_si_cabe(), destino, sitio);
+cadena_w lmlongpath_GetLongPathNameW(const wchar_t* ruta) noexcept {
+    return i_forma_de(ruta, sistema.GetLongPathNameW);
 }
 
 }  // namespace interno

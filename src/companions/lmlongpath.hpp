@@ -60,8 +60,8 @@ desenlace lmlongpath_MoveFileW(const ruta_fijada& origen, const ruta_fijada& des
 manija_busqueda lmlongpath_FindFirstFileW(const ruta_fijada& patron, WIN32_FIND_DATAW& primera,
                                           detalle cuanto) noexcept;
 
-// Of a relative path a relative form.
-DWORD lmlongpath_GetShortPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
-DWORD lmlongpath_GetLongPathNameW(const wchar_t* ruta, wchar_t* destino, DWORD sitio) noexcept;
+// Of a relative path a relative form; a NULL string when the system has none.
+cadena_w lmlongpath_GetShortPathNameW(const wchar_t* ruta) noexcept;
+cadena_w lmlongpath_GetLongPathNameW(const wchar_t* ruta) noexcept;
 
 }  // namespace interno

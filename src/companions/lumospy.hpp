@@ -39,7 +39,7 @@ extern std::atomic<unsigned long long> i_vivos;
 inline void i_cuenta_bloques(unsigned cuantos) noexcept {
     i_vivos.fetch_add(cuantos, std::memory_order_relaxed);
 }
-inline void* i_reserva_sin_contar(std::size_t bytes, unsigned por_contar, lugar donde) {
+inline void* i_reserva_sin_contar(std::size_t bytes, unsigned por_contar, lugar donde) noexcept {
     void* bloque = memoria.reserva(bytes == 0 ? 1 : bytes);
     if (bloque == nullptr) {
         i_cuenta_bloques(por_contar);
@@ -47,7 +47,7 @@ inline void* i_reserva_sin_contar(std::size_t bytes, unsigned por_contar, lugar 
     }
     return bloque;
 }
-inline void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui()) {
+inline void* i_reserva(std::size_t bytes, lugar donde = lugar::aqui()) noexcept {
     void* bloque = i_reserva_sin_contar(bytes, 0, donde);
     i_cuenta_bloques(1);
     return bloque;

@@ -69,7 +69,7 @@ auto i_pregunta_por_forma(const wchar_t* ruta) noexcept {
     };
 }
 
-// Making a path full cuts the points at its end. A search pattern must keep them: "*." asks for less than "*".
+// Making a path full cuts the dots at its end. A search pattern must keep them: "*." asks for less than "*".
 bool i_pierde_puntos_finales(vista_w nombre) noexcept {
     return acaba_en(nombre, L".") && !i_es_punto_o_dos(nombre);
 }
@@ -111,7 +111,8 @@ std::size_t i_largo_de_raiz(vista_w ruta) noexcept {
     return ruta.size() >= 2 && ruta[1] == L':' ? 2 : 0;
 }
 
-ruta_fijada::ruta_fijada(const wchar_t* dada, uso para) : dada_(dada), texto_(dada == nullptr ? L"" : dada) {
+ruta_fijada::ruta_fijada(const wchar_t* dada, uso para) noexcept
+    : dada_(dada), texto_(dada == nullptr ? L"" : dada) {
     const vista_w original = a_vista(dada);
     cadena_w recurso = i_recurso_sin_repeticiones(original);
     const vista_w texto = recurso.es_nula() ? original : recurso.ver();

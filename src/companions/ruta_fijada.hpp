@@ -18,10 +18,10 @@ namespace interno {
 // text must outlive it.
 class ruta_fijada {
 public:
-    enum class uso { acceso, busqueda };  // a search keeps the points at the end of its pattern
+    enum class uso { acceso, busqueda };  // a search keeps the dots at the end of its pattern
 
     // NOLINTNEXTLINE(google-explicit-constructor): a text is a path for the time of one call
-    ruta_fijada(const wchar_t* dada, uso para = uso::acceso);
+    ruta_fijada(const wchar_t* dada, uso para = uso::acceso) noexcept;
     // For a form that was made elsewhere: of a name in a directory that is fixed already.
     ruta_fijada(const wchar_t* dada, cadena_w forma) noexcept
         : dada_(dada), texto_(forma.c_str()), larga_(std::move(forma)) {}
@@ -123,7 +123,7 @@ bool i_mismo_nombre(vista_w a, vista_w b) noexcept;
 // (`\\?\`).
 cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta);
 // The full form with the extended-length prefix, whatever its length: names put behind it are taken to the letter,
-// final blanks and points and names of devices included. A NULL string when the system cannot tell.
+// final blanks and dots and names of devices included. A NULL string when the system cannot tell.
 cadena_w lmlongpath_forma_literal(const wchar_t* ruta);
 
 // The path without an extended-length prefix, in any of its spellings (`\\?\C:\x` and `//./C:\x` are `C:\x`,

@@ -16,7 +16,7 @@ std::size_t i_longitud_de(const C* texto) noexcept {
 #ifdef LUMODIR_SSE2
         if (es_de_una_pagina(p)) {
             const bits fines =
-                bloque(p).donde([](__m128i c) { return _mm_cmpeq_epi8(c, _mm_setzero_si128()); });
+                bloque(p).que_cumplen([](__m128i c) { return _mm_cmpeq_epi8(c, _mm_setzero_si128()); });
             if (fines != 0) {
                 return static_cast<std::size_t>(p - texto) + static_cast<unsigned>(std::countr_zero(fines));
             }

@@ -41,11 +41,13 @@ struct rasgos_utf16 : std::char_traits<wchar_t> {
         if (!std::is_constant_evaluated()) {
             return i_longitud(s);
         }
+        // While a program is compiled nothing is counted. GCOVR_EXCL_START
         const char_type* p = s;
         while (*p != 0) {
             ++p;
         }
         return static_cast<std::size_t>(p - s);
+        // GCOVR_EXCL_STOP
     }
     static constexpr const char_type* find(const char_type* s, std::size_t n, const char_type& c) noexcept {
         for (std::size_t i = 0; i < n; ++i) {
@@ -139,16 +141,16 @@ constexpr bool lmstdc_isalpha(C c) noexcept {
 }
 
 // The slow questions of the two functions below, for a byte above ASCII; see caracteres.hpp.
-bool i_empieza_caracter(vista_a texto, std::size_t donde) noexcept;
+bool i_empieza_caracter(vista_a texto, std::size_t posicion) noexcept;
 std::size_t i_bytes_de_caracter(vista_a texto) noexcept;
 
-// Whether a character begins at `donde`, where an ASCII one seems to stand. In 8-bit text the byte may be the second
+// Whether a character begins at `posicion`, where an ASCII one seems to stand. In 8-bit text the byte may be the second
 // one of a character, but only behind a byte above ASCII.
 template <class C>
-constexpr bool empieza_caracter(vista<C> texto, std::size_t donde) noexcept {
+constexpr bool empieza_caracter(vista<C> texto, std::size_t posicion) noexcept {
     if constexpr (sizeof(C) == 1) {
-        return donde == 0 || static_cast<unsigned char>(texto[donde - 1]) < 0x80 ||
-               i_empieza_caracter(texto, donde);
+        return posicion == 0 || static_cast<unsigned char>(texto[posicion - 1]) < 0x80 ||
+               i_empieza_caracter(texto, posicion);
     } else {
         return true;
     }
@@ -209,7 +211,7 @@ constexpr vista<C> recorta_izquierda(vista<C> texto) noexcept {
     return texto;
 }
 
-// As Windows reads a name: without the blanks and points at its end.
+// As Windows reads a name: without the blanks and dots at its end.
 constexpr vista_w sin_final_recortable(vista_w nombre) noexcept {
     return nombre.substr(0, nombre.find_last_not_of(L". ") + 1);
 }

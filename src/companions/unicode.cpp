@@ -59,7 +59,7 @@ cadena_a utunicode_UNICODE_a_ANSI(const wchar_t* texto, lugar donde) {
     return texto == nullptr ? cadena_a() : utunicode_UNICODE_a_ANSI(vista_w(texto), donde);
 }
 
-utf16_temporal::utf16_temporal(vista_a texto, lugar donde) {
+utf16_temporal::utf16_temporal(vista_a texto, lugar donde) noexcept {
     if (texto.data() == nullptr) {
         return;
     }

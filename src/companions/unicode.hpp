@@ -29,8 +29,8 @@ cadena<C> i_en_sabor(vista_w texto, lugar donde = lugar::aqui()) {
 class utf16_temporal {
 public:
     // A view without data stands for NULL, as a pointer that is NULL.
-    explicit utf16_temporal(vista_a texto, lugar donde = lugar::aqui());
-    explicit utf16_temporal(const char* texto, lugar donde = lugar::aqui())
+    explicit utf16_temporal(vista_a texto, lugar donde = lugar::aqui()) noexcept;
+    explicit utf16_temporal(const char* texto, lugar donde = lugar::aqui()) noexcept
         : utf16_temporal(a_vista(texto), donde) {}
     utf16_temporal(const utf16_temporal&) = delete;
     utf16_temporal& operator=(const utf16_temporal&) = delete;

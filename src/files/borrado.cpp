@@ -79,13 +79,13 @@ desenlace i_quita_directorio(objetivo& directorio) {
     return segundo;
 }
 
-bool i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar) {
+bool i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar) noexcept {
     const desenlace primero = fichero.borra();
     return primero.hecho || primero.ya_no_esta() ||
            i_insiste_con_fichero(fichero, texto_extra, informar, primero);
 }
 
-bool i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz) {
+bool i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz) noexcept {
     const desenlace primero = fichero.borra();
     if (primero.hecho) {
         return true;
@@ -105,7 +105,7 @@ bool i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vi
     return false;
 }
 
-bool i_borra_directorio_existente(objetivo& directorio) {
+bool i_borra_directorio_existente(objetivo& directorio) noexcept {
     const desenlace primero = i_quita_directorio(directorio);
     if (primero.hecho) {
         return true;
@@ -118,22 +118,22 @@ bool i_borra_directorio_existente(objetivo& directorio) {
     return false;
 }
 
-bool i_borra_fichero(const ruta_fijada& ruta, const wchar_t* texto_extra, bool informar) {
+bool i_borra_fichero(const ruta_fijada& ruta, const wchar_t* texto_extra, bool informar) noexcept {
     objetivo_por_ruta fichero(ruta, lmlongpath_DeleteFileW);
     return i_borra_fichero(fichero, texto_extra, informar);
 }
 
-bool i_borra_fichero_existente(const ruta_fijada& ruta, const wchar_t* texto_extra) {
+bool i_borra_fichero_existente(const ruta_fijada& ruta, const wchar_t* texto_extra) noexcept {
     objetivo_por_ruta fichero(ruta, lmlongpath_DeleteFileW);
     return i_borra_fichero_existente(fichero, texto_extra);
 }
 
-bool i_borra_directorio_existente(const ruta_fijada& ruta) {
+bool i_borra_directorio_existente(const ruta_fijada& ruta) noexcept {
     objetivo_por_ruta directorio(ruta, lmlongpath_RemoveDirectoryW);
     return i_borra_directorio_existente(directorio);
 }
 
-bool i_borra_directorio_si_existe(const ruta_fijada& ruta, bool informar) {
+bool i_borra_directorio_si_existe(const ruta_fijada& ruta, bool informar) noexcept {
     objetivo_por_ruta directorio(ruta, lmlongpath_RemoveDirectoryW);
     const desenlace primero = i_quita_directorio(directorio);
     return primero.hecho ||

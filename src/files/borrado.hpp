@@ -13,20 +13,20 @@ namespace interno {
 
 // A file that is already gone counts as deleted. `texto_extra` (may be NULL) replaces the usual hint in the
 // message.
-bool i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar);
-bool i_borra_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra, bool informar);
+bool i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar) noexcept;
+bool i_borra_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra, bool informar) noexcept;
 
 // Reports a missing file (message, "CR_existe") with its path; in the deletion of a tree also, on a line of its own,
 // where it stands below the root that the user knows: "root\\rest". `raiz`, what its path begins with, has no data
 // where there is no tree.
-bool i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz = {});
-bool i_borra_fichero_existente(const ruta_fijada& fichero, const wchar_t* texto_extra);
+bool i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz = {}) noexcept;
+bool i_borra_fichero_existente(const ruta_fijada& fichero, const wchar_t* texto_extra) noexcept;
 
 // Reports a missing directory (message, "CR_existe").
-bool i_borra_directorio_existente(objetivo& directorio);
-bool i_borra_directorio_existente(const ruta_fijada& directorio);
+bool i_borra_directorio_existente(objetivo& directorio) noexcept;
+bool i_borra_directorio_existente(const ruta_fijada& directorio) noexcept;
 // Says nothing of a missing one, and answers that it removed none.
-bool i_borra_directorio_si_existe(const ruta_fijada& directorio, bool informar);
+bool i_borra_directorio_si_existe(const ruta_fijada& directorio, bool informar) noexcept;
 
 // One attempt, in silence.
 desenlace i_quita_directorio(objetivo& directorio);

@@ -81,7 +81,7 @@ struct nivel {
 };
 
 // The path that is to exist, written once; each level of it is the same text cut short. A path that has no levels
-// below its root has that for its only one.
+// below its root has that for its only one: the empty one is never asked for.
 class escalera {
 public:
     escalera(vista_w raiz, vista_w fijada, vista_w directorio)
@@ -99,7 +99,7 @@ public:
             finales_.anade({mostrado, fijado});
             anidada_ = anidada_ && componente.back() != L'.' && componente.back() != L' ';
         });
-        if (finales_.empty() && (!raiz.empty() || !relativa)) {
+        if (finales_.empty()) {
             mostrado = i_escribe(mostrada_, mostrado, raiz.empty() ? vista_w(L"\\") : vista_w());
             finales_.anade({mostrado, i_escribe(fijada_, fijado, L"\\")});
         }
@@ -199,9 +199,6 @@ bool i_crea_nivel(const nivel& escalon, bool se_sabe_que_falta, bool informa) {
 }
 
 bool i_sube(escalera& camino, bool informa) {
-    if (camino.niveles() == 0) {
-        return true;
-    }
     for (std::size_t i = camino.anidada() ? i_niveles_existentes(camino) : 0; i < camino.niveles(); ++i) {
         const nivel escalon = camino.hasta(i);
         if (!i_crea_nivel(escalon, camino.anidada(), informa)) {

@@ -17,7 +17,7 @@ bool i_se_puede_leer(const ruta_fijada& fichero) noexcept {
            lmlongpath_CreateFileW(fichero, GENERIC_READ, FILE_SHARE_READ).valida();
 }
 
-bool i_espera_directorio(const ruta_fijada& directorio) {
+bool i_espera_directorio(const ruta_fijada& directorio) noexcept {
     return i_insiste(
         false,
         [&] {

@@ -19,6 +19,6 @@ bool i_se_puede_leer(const ruta_fijada& fichero) noexcept;
 
 // Waits for a directory on a network or removable drive to come back, as long as the retry policy of the program says.
 // Nothing in the directory is opened, and the user is not asked.
-bool i_espera_directorio(const ruta_fijada& directorio);
+bool i_espera_directorio(const ruta_fijada& directorio) noexcept;
 
 }  // namespace interno

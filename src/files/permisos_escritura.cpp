@@ -80,7 +80,7 @@ cadena_w i_con_retrocesos_resueltos(const ruta_fijada& directorio) {
 
 }  // namespace
 
-motivo i_prueba_escritura(const ruta_fijada& fichero) {
+motivo i_prueba_escritura(const ruta_fijada& fichero) noexcept {
     const existencia que_hay = i_existencia(fichero);
     if (que_hay.es_de_solo_lectura()) {
         return i_mensaje(i_msg_404523_fichero_sin_permiso_de_escritura);
@@ -93,7 +93,7 @@ motivo i_prueba_escritura(const ruta_fijada& fichero) {
     return abierto.valida() ? motivo() : strgetlasterror_texto_cod_error(abierto.codigo);
 }
 
-motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) {
+motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) noexcept {
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
     const cadena_w forma = i_con_retrocesos_resueltos(de_sonda.c_str());
     const ruta_fijada fijado(forma.c_str());
@@ -106,7 +106,7 @@ motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bo
     return {};
 }
 
-motivo i_prueba_escritura_junto_a(vista_w fichero) {
+motivo i_prueba_escritura_junto_a(vista_w fichero) noexcept {
     const vista_w directorio = i_directorio_de_fichero(fichero);
     cadena_w mostrado(directorio);
     i_suprime_barra_final_si_hay(mostrado);

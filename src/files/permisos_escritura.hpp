@@ -15,12 +15,12 @@ namespace interno {
 // What a test found: a NULL string means that writing works.
 using motivo = cadena_w;
 
-motivo i_prueba_escritura(const ruta_fijada& fichero);
+motivo i_prueba_escritura(const ruta_fijada& fichero) noexcept;
 // `mostrado`: as messages show it. The separator of a directory is part of the place: without it the root would be
 // another. `se_crea`: it is made first where it is missing.
-motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea);
+motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bool se_crea) noexcept;
 // In the directory of a file.
-motivo i_prueba_escritura_junto_a(vista_w fichero);
+motivo i_prueba_escritura_junto_a(vista_w fichero) noexcept;
 
 // Creates a probe file of this process in the directory, and deletes it; answers whether that can be done.
 bool prueba_escritura_en_directorio(const wchar_t* directorio) noexcept;

@@ -16,12 +16,8 @@ namespace {
 constexpr DWORD LMLONGPATH_LUMO_MAX_PATH = lmlongpath_get_longitud_maxima_permitida_path();
 constexpr int sitio_directorio_actual = 260;  // characters, terminator included
 
-using pregunta_de_forma = DWORD (*)(const wchar_t*, wchar_t*, DWORD) noexcept;
-
 // A path that does not exist, or a volume without such names: the path stays as it is.
-cadena_w i_forma(pregunta_de_forma pregunta, const wchar_t* path) noexcept {
-    cadena_w forma = i_respuesta_entera<wchar_t>(
-        [&](wchar_t* bufer, DWORD sitio) { return pregunta(path, bufer, sitio); });
+cadena_w i_o_como_esta(cadena_w forma, const wchar_t* path) noexcept {
     return forma.es_nula() ? cadena_w(a_vista(path)) : std::move(forma);
 }
 
@@ -45,11 +41,11 @@ cadena_w i_path_del_programa() noexcept {
 }
 
 cadena_w i_path_corto(const wchar_t* path) noexcept {
-    return i_forma(lmlongpath_GetShortPathNameW, path);
+    return i_o_como_esta(lmlongpath_GetShortPathNameW(path), path);
 }
 
 cadena_w i_path_largo(const wchar_t* path) noexcept {
-    return lmlongpath_desprepend_path(i_forma(lmlongpath_GetLongPathNameW, path));
+    return lmlongpath_desprepend_path(i_o_como_esta(lmlongpath_GetLongPathNameW(path), path));
 }
 
 cadena_w i_path_actual() noexcept {

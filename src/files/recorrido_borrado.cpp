@@ -20,7 +20,7 @@ bool i_recorre_ficheros(recorrido& arbol, visitante_borrado& visitante) {
     return true;
 }
 
-// Windows cuts blanks and points where a path ends, so that it names another directory than the text says. With the
+// Windows cuts blanks and dots where a path ends, so that it names another directory than the text says. With the
 // prefix nothing is cut.
 bool i_se_recorta(vista_w raiz) noexcept {
     const vista_w nombre = raiz.substr(raiz.find_last_of(L"\\/:") + 1);

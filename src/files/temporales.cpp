@@ -232,7 +232,7 @@ cadena_w i_crea_fichero_temporal() {
     return i_path_largo(creado.nombre.c_str());
 }
 
-cadena_w i_crea_fichero_temporal_con_ext(vista_w ext) {
+cadena_w i_crea_fichero_temporal_con_ext(vista_w ext) noexcept {
     if (iguales_sin_caja(ext, extension_del_sistema)) {
         return i_crea_fichero_temporal();
     }
@@ -240,7 +240,7 @@ cadena_w i_crea_fichero_temporal_con_ext(vista_w ext) {
     return i_path_largo(i_crea_fichero_unico(directorio.c_str(), ext).c_str());
 }
 
-cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension) {
+cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension) noexcept {
     return fichero_unico(directorio, extension).crea();
 }
 

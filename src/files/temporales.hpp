@@ -15,9 +15,9 @@ namespace interno {
 // In its long form, as the paths of the files in it.
 cadena_w i_directorio_temporal();
 cadena_w i_crea_fichero_temporal();
-cadena_w i_crea_fichero_temporal_con_ext(vista_w ext);
+cadena_w i_crea_fichero_temporal_con_ext(vista_w ext) noexcept;
 
 // In a directory that is given; the path begins with that.
-cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension);
+cadena_w i_crea_fichero_unico(const wchar_t* directorio, vista_w extension) noexcept;
 
 }  // namespace interno

@@ -38,7 +38,7 @@ auto i_nombre_de_entrada(const E& entrada) noexcept {
 // Which entries are wanted.
 using sirve_entrada = bool(const WIN32_FIND_DATAW& e) noexcept;
 sirve_entrada i_es_fichero;
-sirve_entrada i_es_directorio_sin_punto;  // none whose name begins with a point
+sirve_entrada i_es_directorio_sin_punto;  // none whose name begins with a dot
 sirve_entrada i_es_directorio_a_la_vista;
 sirve_entrada i_es_directorio_con_punto;  // but "." and ".."
 

@@ -50,7 +50,7 @@ void i_ordena_sin_repetidos(AcadOrde& conjunto) {
     textos.acorta(num);
 }
 
-// The extension of a UTF-16 name, without its point.
+// The extension of a UTF-16 name, without its dot.
 vista_w i_extension_ancha(vista_w nombre) {
     const vista_w extension = division<wchar_t>(recorta_derecha(nombre), false).extension;
     return extension.substr(extension.empty() ? 0 : 1);
@@ -69,13 +69,13 @@ objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio) {
     return lista;
 }
 
-objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension) {
+objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension) noexcept {
     return i_nombres<wchar_t>(directorio, {}, [extension](const WIN32_FIND_DATAW& e) {
         return i_es_fichero(e) && iguales_sin_caja(i_extension_ancha(i_nombre_de_entrada(e)), extension);
     });
 }
 
-objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension) {
+objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension) noexcept {
     auto lista = objeto<ArrCADENA>::crea();
     i_recorre_con_extension(directorio, extension, [&](cadena_a& nombre, const nombre_partido<char>&) {
         lista->anade(std::move(nombre));
@@ -84,7 +84,8 @@ objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char*
 }
 
 // Base names as a record has them, in lower case, and then in the case that is asked for.
-objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension, bool en_mayusculas) {
+objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension,
+                                bool en_mayusculas) noexcept {
     auto conjunto = objeto<AcadOrde>::crea();
     i_recorre_con_extension(directorio, extension, [&](const cadena_a&, const nombre_partido<char>& partes) {
         cadena_a base(partes.base);

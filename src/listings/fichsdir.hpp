@@ -77,9 +77,10 @@ objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve
     i_recorre(path_filtro, {}, i_toma_nombres<C>(*lista, sirve));
     return lista;
 }
-objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension);
-objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension);
+objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension) noexcept;
+objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension) noexcept;
 // As file-name records have them, in the case that is asked for; sorted, one of each.
-objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension, bool en_mayusculas);
+objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension,
+                                bool en_mayusculas) noexcept;
 
 }  // namespace interno

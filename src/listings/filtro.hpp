@@ -3,7 +3,7 @@
 //
 // Promises: no allocation for what a file system takes for a name, no recursion, one look at each character. In 8-bit
 // text "?" is one character, whatever its bytes.
-// Cannot promise: what the system's own wildcards do. The rules are looser on purpose (a filter without a point
+// Cannot promise: what the system's own wildcards do. The rules are looser on purpose (a filter without a dot
 // ignores the name's extension) and the two flavours differ: see `i_cola_comparada`.
 // Checked by tests/listings/filtro_test.cpp against a naive model over all short names and filters, and by fuzzing.
 #pragma once
@@ -46,10 +46,10 @@ constexpr bool i_cumple_pieza(vista<C> texto, vista<C> patron) noexcept {
 template <class C>
 struct nombre_partido {
     vista<C> base;
-    vista<C> extension;  // without its point
+    vista<C> extension;  // without its dot
 };
 
-// Cut at the last point; a name without one is all base.
+// Cut at the last dot; a name without one is all base.
 template <class C>
 constexpr nombre_partido<C> i_parte_nombre(vista<C> nombre) noexcept {
     const std::size_t punto = nombre.rfind(C('.'));

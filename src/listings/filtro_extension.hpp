@@ -27,7 +27,7 @@ private:
     bool admite_todos_;
 };
 
-// Names without a point have no extension, and are in no list of extensions.
+// Names without a dot have no extension, and are in no list of extensions.
 bool i_tiene_extension_de_la_lista(vista_w nombre, const ArrCADENA_u& extensiones) noexcept;
 
 }  // namespace interno

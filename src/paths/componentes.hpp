@@ -36,7 +36,7 @@ constexpr vista<C> i_nombre_tras_ultima_barra(vista<C> ruta) noexcept {
 template <class C>
 vista<C> i_nombre_base_fichero(vista<C> ruta);
 
-// Without its point. A blank path and one that ends with "\" are reported.
+// Without its dot. A blank path and one that ends with "\" are reported.
 template <class C>
 vista<C> i_extension_fichero(vista<C> ruta);
 
@@ -46,7 +46,7 @@ cadena<C> i_nombre_y_ext_fichero(vista<C> ruta);
 template <class C>
 cadena<C> i_ruta_y_nombre_fichero_sin_extension(vista<C> ruta);
 
-// The path with another extension, with or without its point; a view without data means none.
+// The path with another extension, with or without its dot; a view without data means none.
 template <class C>
 cadena<C> i_nombre_fichero_con_ext(vista<C> ruta, std::type_identity_t<vista<C>> ext);
 

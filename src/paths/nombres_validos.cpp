@@ -17,7 +17,7 @@ C i_convertido(C c) noexcept {
     return i_caracter_valido(c) ? c : C('_');
 }
 
-// From this length on, the point included, the last character gives way to the "$".
+// From this length on, the dot included, the last character gives way to the "$".
 constexpr std::size_t longitud_que_se_sustituye = 4;
 
 }  // namespace
@@ -42,7 +42,7 @@ cadena_w i_nombre_base_reparado(vista_w nombre) {
     return reparado;
 }
 
-cadena_w i_extension_con_dolar(vista_w ext) {
+cadena_w i_extension_con_dolar(vista_w ext) noexcept {
     ext = recorta_derecha(ext);
     if (ext.empty()) {
         return cadena_w(L".$");

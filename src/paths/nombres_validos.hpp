@@ -12,12 +12,12 @@ namespace interno {
 template <class C>
 void i_convierte_a_nombre_base_valido(const C* nombre, std::span<C> resultado) noexcept;
 
-// The repair: invalid characters become "_", blanks at the front and points and blanks at the end go, the
-// component limit holds. Reserved device names stay, and a name of nothing but points and blanks becomes empty: the repair
+// The repair: invalid characters become "_", blanks at the front and dots and blanks at the end go, the
+// component limit holds. Reserved device names stay, and a name of nothing but dots and blanks becomes empty: the repair
 // is limited to characters, ends and length on purpose.
 cadena_w i_nombre_base_reparado(vista_w nombre);
 
-// The last character of four or more becomes "$", else one is added. A missing point is reported.
-cadena_w i_extension_con_dolar(vista_w ext);
+// The last character of four or more becomes "$", else one is added. A missing dot is reported.
+cadena_w i_extension_con_dolar(vista_w ext) noexcept;
 
 }  // namespace interno

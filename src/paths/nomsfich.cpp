@@ -130,7 +130,7 @@ registro_nomsfich i_copia_nomsfich(const Nomsfich& original, vista_a extension) 
     return i_registro(i_copia(original.nombre_base), i_parte(extension));
 }
 
-cadena_a i_nombre_fichero(const Nomsfich& nomsfich) {
+cadena_a i_nombre_fichero(const Nomsfich& nomsfich) noexcept {
     const vista_a extension = i_extension(nomsfich);
     return concatena<char>({i_base(nomsfich), extension.empty() ? vista_a() : vista_a("."), extension});
 }
@@ -155,7 +155,7 @@ bool i_mismo_nombre_base(vista_a nombre_base1, vista_a nombre_base2) {
     return i_comprueba_nombre_base(nombre_base2) && hay_primero && nombre_base1 == nombre_base2;
 }
 
-cadena_a i_nombre_base_de_path(vista_a path) {
+cadena_a i_nombre_base_de_path(vista_a path) noexcept {
     const vista_a nombre = crt_splitpath(path).nombre;
     i_comprueba_caracteres(nombre);
     return cad_convertir_a_minusculas(nombre);

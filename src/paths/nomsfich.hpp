@@ -19,7 +19,7 @@ struct destruye_registro_nomsfich {
 // Owner of a record for work inside the library.
 using registro_nomsfich = duenyo<Nomsfich, destruye_registro_nomsfich>;
 
-// A bare file name cut at its last point.
+// A bare file name cut at its last dot.
 registro_nomsfich i_crea_nomsfich(vista_a nombre);
 // Of two parts.
 registro_nomsfich i_crea_nomsfich(vista_a nombre_base, vista_a extension);
@@ -28,7 +28,7 @@ registro_nomsfich i_copia_nomsfich(const Nomsfich& original, vista_a extension);
 // What a function gives for a record that is not there; the report has been made.
 registro_nomsfich i_registro_vacio();
 
-cadena_a i_nombre_fichero(const Nomsfich& nomsfich);
+cadena_a i_nombre_fichero(const Nomsfich& nomsfich) noexcept;
 bool i_iguales(const Nomsfich& nomsfich1, const Nomsfich& nomsfich2) noexcept;
 // By base name, then by extension: negative, 0 or positive.
 int i_compara(const Nomsfich& nomsfich1, const Nomsfich& nomsfich2) noexcept;
@@ -37,6 +37,6 @@ int i_compara(const Nomsfich& nomsfich1, const Nomsfich& nomsfich2) noexcept;
 bool i_misma_extension(vista_a extension1, vista_a extension2);
 bool i_mismo_nombre_base(vista_a nombre_base1, vista_a nombre_base2);
 
-cadena_a i_nombre_base_de_path(vista_a path);
+cadena_a i_nombre_base_de_path(vista_a path) noexcept;
 
 }  // namespace interno

@@ -1,4 +1,4 @@
-// What the rules on paths ask about a text, noted in one pass: a bit for each unit that is a separator, a point, a blank
+// What the rules on paths ask about a text, noted in one pass: a bit for each unit that is a separator, a dot, a blank
 // or something that no name may hold. The rules judge from the notes (path_correcto.cpp), so there is one copy of them,
 // for UTF-16 and for 8-bit text of one byte a character, and none for the usual path.
 //
@@ -58,9 +58,10 @@ inline notas_de_64 i_notas_de_bloque(const bloque& b, bool con_altos) noexcept {
         return _mm_or_si128(_mm_or_si128(_mm_or_si128(de_control, con_comillas), es(c, ':')),
                             _mm_or_si128(con_menor, con_mayor));
     };
-    return {b.donde([&](__m128i c) { return _mm_or_si128(es(c, '\\'), es(c, '/')); }),
-            b.donde([&](__m128i c) { return es(c, '.'); }), b.donde([&](__m128i c) { return es(c, ' '); }),
-            b.donde(es_raro), con_altos ? b.donde([](__m128i c) { return c; }) : 0};
+    return {b.que_cumplen([&](__m128i c) { return _mm_or_si128(es(c, '\\'), es(c, '/')); }),
+            b.que_cumplen([&](__m128i c) { return es(c, '.'); }),
+            b.que_cumplen([&](__m128i c) { return es(c, ' '); }), b.que_cumplen(es_raro),
+            con_altos ? b.que_cumplen([](__m128i c) { return c; }) : 0};
 }
 
 // What stands behind the end of the text does not count; a copy is judged where it cannot be read. Each file that asks has

@@ -54,7 +54,7 @@ constexpr bool i_parece_reservado(vista<C> tronco) noexcept {
     return (longitudes >> tronco.size() & 1) != 0;
 }
 
-// `tronco` is a component up to its first point: "CON" and "CON.anything" are the device, "CONFIG" is not.
+// `tronco` is a component up to its first dot: "CON" and "CON.anything" are the device, "CONFIG" is not.
 template <class C>
 bool i_es_reservado(vista<C> tronco) noexcept {
     return tronco.size() >= longitud_minima_reservada && tronco.size() <= longitud_maxima_reservada &&
@@ -76,7 +76,7 @@ bool i_componente_correcto(vista<C> nombre) noexcept {
            !i_es_reservado(nombre.substr(0, nombre.find(C('.'))));
 }
 
-// A final point is accepted only where the path begins or ends with a relative part. Only the last character is looked
+// A final dot is accepted only where the path begins or ends with a relative part. Only the last character is looked
 // at, never the first: `.profile` is a name.
 template <class C>
 bool i_punto_final_admitido(vista<C> path) noexcept {

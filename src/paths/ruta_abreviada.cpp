@@ -119,7 +119,7 @@ cadena_w i_directorio_abreviado(vista_w directorio, std::size_t ahorro) {
 
 }  // namespace
 
-cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo) {
+cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo) noexcept {
     if (ruta.size() <= maximo) {
         return cadena_w(ruta);
     }
@@ -141,7 +141,7 @@ cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo) {
     return concatena<wchar_t>({piezas.unidad, directorio, piezas.nombre, piezas.extension});
 }
 
-cadena_w i_nombre_fichero_abreviado(vista_w nombre) {
+cadena_w i_nombre_fichero_abreviado(vista_w nombre) noexcept {
     const vista_w recortado = recorta_derecha(nombre);
     const veredicto juicio = i_path_correcto_UNICODE(recortado);
     i_muestra_fallo(juicio, recortado);

@@ -13,9 +13,9 @@
 namespace interno {
 
 // Towards `maximo` units.
-cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo);
+cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo) noexcept;
 
 // The fixed form, whatever the length.
-cadena_w i_nombre_fichero_abreviado(vista_w nombre);
+cadena_w i_nombre_fichero_abreviado(vista_w nombre) noexcept;
 
 }  // namespace interno

@@ -28,7 +28,7 @@ vista_w i_ruta_relativa(vista_w base, vista_w ruta) {
         return ruta;
     }
     const division<wchar_t> piezas_base = i_division_comprobada(base);
-    // The checker refuses most final points, and none changes the drive.
+    // The checker refuses most final dots, and none changes the drive.
     const division<wchar_t> piezas_ruta =
         i_division_comprobada(ruta.substr(0, ruta.size() - (ruta.back() == L'.' ? 1 : 0)));
     vista_w principio = base;
@@ -42,7 +42,7 @@ vista_w i_ruta_relativa(vista_w base, vista_w ruta) {
     return resto.substr(i_empieza_por_barra(resto) ? 1 : 0);
 }
 
-cadena_w i_ruta_absoluta(vista_w base, vista_w ruta) {
+cadena_w i_ruta_absoluta(vista_w base, vista_w ruta) noexcept {
     if (!hay_texto(ruta) || !hay_texto(base) || i_ruta_es_absoluta(ruta)) {
         return cadena_w(ruta);
     }

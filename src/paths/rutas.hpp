@@ -25,7 +25,7 @@ constexpr vista<C> i_separador_que_falta(vista<C> directorio) noexcept {
 // one leading separator of the second goes. A view without data counts as empty; the exported forms report it
 // and answer with an empty text.
 template <class C>
-cadena<C> i_concatena_directorios(vista<C> directorio1, std::type_identity_t<vista<C>> directorio2) {
+cadena<C> i_concatena_directorios(vista<C> directorio1, std::type_identity_t<vista<C>> directorio2) noexcept {
     return concatena<C>(
         {directorio1, i_separador_que_falta(directorio1), i_sin_separador_inicial(directorio2)});
 }
@@ -34,7 +34,7 @@ cadena<C> i_concatena_directorios(vista<C> directorio1, std::type_identity_t<vis
 // flavours have always differed here, and callers of each rely on its own.
 template <class C>
 cadena<C> i_construye_path(vista<C> directorio1, std::type_identity_t<vista<C>> directorio2,
-                           std::type_identity_t<vista<C>> nombre) {
+                           std::type_identity_t<vista<C>> nombre) noexcept {
     const vista<C> segundo = i_sin_separador_inicial(directorio2);
     // The first join ends as its second half does, or in the separator before it.
     const vista<C> separador = segundo.empty() ? vista<C>() : i_separador_que_falta(segundo);
@@ -49,7 +49,7 @@ bool i_ruta_es_absoluta(vista_w ruta);
 vista_w i_ruta_relativa(vista_w base, vista_w ruta);
 
 // The path on its base, or the path alone when it is absolute or either is blank.
-cadena_w i_ruta_absoluta(vista_w base, vista_w ruta);
+cadena_w i_ruta_absoluta(vista_w base, vista_w ruta) noexcept;
 
 objeto<ArrCADENA_u> i_directorios_del_path();
 

@@ -38,13 +38,10 @@ std::size_t i_fin_de_componente(vista<C> texto, std::size_t desde) noexcept {
     return desde;
 }
 
-// The length of the "\\server\share" that a directory begins with, in the wide flavour also of a "\\server\" without
-// its last separator; 0 when it is neither.
+// Of a directory that begins with two backslashes: the length of its "\\server\share", in the wide flavour also of a
+// "\\server\" without its last separator; 0 when it is neither.
 template <class C>
 std::size_t i_longitud_de_recurso(vista<C> directorio) noexcept {
-    if (!empieza_por(directorio, LITERAL(C, "\\\\"))) {
-        return 0;
-    }
     const std::size_t maquina = i_fin_de_componente(directorio, 2);
     if (maquina == 2 || maquina == directorio.size() || !es_barra(directorio[maquina])) {
         return 0;

@@ -180,6 +180,21 @@ TEST(cambia_extension, ninguna_extension_lleva_fuera_del_directorio) {
     }
 }
 
+TEST(cambia_extension, una_extension_con_comodines_no_borra_lo_que_cumple) {
+    const directorio_temporal d;
+    buclrein_establece_politica(0, 0);
+    for (const char* nueva : {"b?k", "*ak", "ba<", "b>k", "\"ak"}) {
+        SCOPED_TRACE(nueva);
+        siembra_extensiones(d);
+        cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", w(nueva).c_str());
+        EXPECT_EQ(d.arbol(), como_estaba);
+        EXPECT_EQ(d.contenido("a.bak"), "a.bak");
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), 2u);  // of the two files
+        EXPECT_EQ(preguntas[0].codigo, DWORD{ERROR_INVALID_NAME});
+    }
+}
+
 TEST(cambia_extension, el_nombre_corto_de_otro_fichero_no_es_un_destino) {
     const directorio_temporal d;
     buclrein_establece_politica(0, 0);

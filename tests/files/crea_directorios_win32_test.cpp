@@ -245,6 +245,9 @@ TEST(crea_directorios, sin_directorio_no_hay_nada_que_crear) {
     EXPECT_EQ(f.llamadas(), 10u);
     f.falla(0, 0);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"f.txt", 0), 1);
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"a\\..\\", 0), 1);  // nothing is left of it
+    EXPECT_EQ(cdir_crea_directorios_UNICODE(L"\\a\\..\\", 0), 1);
+    ESPERA_AVISOS();
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"", 1), 1);
     ESPERA_AVISOS("The file '' is not correct");
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"", 0), 1);

@@ -188,6 +188,9 @@ TEST(filtro_modelo, caracteres_de_cada_pagina) {
             }
         }
     }
+}
+
+TEST(filtro, un_caracter_de_dos_bytes_es_uno) {
     const apoyo::en_pagina p(932);
     EXPECT_TRUE(interno::i_cumple_filtro<char>("\x95\\.txt", "?.txt"));
     EXPECT_FALSE(interno::i_cumple_filtro<char>("\x95\\.txt", "??.txt"));
@@ -195,4 +198,5 @@ TEST(filtro_modelo, caracteres_de_cada_pagina) {
     const std::string largo(400, '\x95');  // longer than what stands on the stack
     EXPECT_TRUE(interno::i_cumple_filtro<char>(largo, largo));
     EXPECT_TRUE(interno::i_cumple_filtro<char>(largo, "*"));
+    EXPECT_FALSE(interno::i_cumple_filtro<char>(largo, std::string(402, '\x95')));
 }

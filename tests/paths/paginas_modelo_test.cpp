@@ -246,6 +246,18 @@ TEST(paginas, una_union_guarda_su_separador) {
     ESPERA_INFORMES("i_path_correcto( pathCompleto, puede_ser_vacio, FALSO, NULL) == CIERTO");
 }
 
+// A wrong network path keeps a directory in which its server and share stand again only as bytes: the first of the
+// separators is the second half of a character.
+TEST(paginas, una_unidad_de_red_no_se_halla_dentro_de_un_caracter) {
+    const en_pagina p(932);
+    const std::string directorio = "\\\\\\m\\\\s\\\x83\\\\m\\s\\";
+    char *unidad = nullptr, *queda = nullptr;
+    cdir_splitpath_con_comprobacion(directorio.c_str(), &unidad, &queda, nullptr, nullptr);
+    EXPECT_EQ(toma_bytes(unidad), "\\\\m\\s");
+    EXPECT_EQ(toma_bytes(queda), directorio);
+    ESPERA_AVISOS();
+}
+
 TEST(paginas, registros_de_nombres) {
     const en_pagina p(932);
     Nomsfich* registro = nomsfich_crea("\x95\\.\x83|");  // neither a separator nor a bar
