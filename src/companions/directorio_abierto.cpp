@@ -264,7 +264,10 @@ bool directorio_abierto::i_es_raiz_sin_enlace() {
     }
     std::optional<cadena_w> ruta = i_ruta_de_lo_nombrado(manija_.get(), *raiz_, *trato_);
     nombre_verdadero_ = ruta ? std::move(*ruta) : cadena_w();
-    return ruta.has_value();
+    // Wine makes the name of the path, which it follows once more after the opening, and somebody may have put a link there
+    // for the first time and a directory for the second. So both must say the same twice.
+    const fichero_abierto otra_vez = i_abre_raiz_otra_vez(*raiz_, acceso_de_mirada);
+    return ruta && otra_vez.valida() && i_ruta_de_lo_nombrado(otra_vez.get(), *raiz_, *trato_);
 }
 
 // Where this directory really lies. The system tells it without the blanks and points at the end of its own name, but
