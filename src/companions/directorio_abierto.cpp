@@ -122,7 +122,10 @@ vista_w i_sin_punto_final(vista_w nombre) noexcept {
 // the path by which the directory was opened.
 cadena_w i_nombre_de_padre(HANDLE abierto, vista_w ruta, trato_con_volumen& trato) {
     const vista_w dado = i_sin_separadores_finales(ruta);
-    const vista_w final_cortado = i_sin_punto_final(dado.substr(sin_final_recortable(dado).size()));
+    const vista_w nombre = dado.substr(dado.find_last_of(L"\\/") + 1);
+    const vista_w final_cortado = i_es_punto_o_dos(nombre)
+                                      ? vista_w()
+                                      : i_sin_punto_final(nombre.substr(sin_final_recortable(nombre).size()));
     return concatena<wchar_t>({i_nombre_verdadero(abierto, trato), final_cortado});
 }
 
