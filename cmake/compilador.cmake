@@ -94,11 +94,13 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND NOT MSVC)
   set(LUMODIR_OPCIONES_NORMA -Wpedantic -Wgnu)
 endif()
 
-# Tests are compiled once and run once: no optimisation, which also spares the compiler's false alarms about string
-# operations that it has inlined. On Linux the sanitizers cost more than that saves, so there it stays as it is.
+# Tests are compiled once and run once: hardly any optimisation, which also spares the compiler's false alarms about
+# string operations that it has inlined. With none at all, each small function has sections of its own, and the time of
+# GNU's linker goes with the square of their number. On Linux the sanitizers cost more than that saves, so there it stays
+# as it is.
 set(LUMODIR_OPCIONES_PRUEBA "")
 if(WIN32 AND NOT MSVC)
-  set(LUMODIR_OPCIONES_PRUEBA -O0)
+  set(LUMODIR_OPCIONES_PRUEBA -Og)
 endif()
 # GoogleTest's own code is neither measured nor examined.
 set(LUMODIR_OPCIONES_GTEST "")

@@ -1,8 +1,8 @@
 // What a reader meets in a browser, tried in one: tools/docs has Chromium open navegador.html with the list of all pages,
 // and reads what this leaves in the document.
 //
-// Each page is opened in a frame as wide as a phone and as one of a large screen: it must not scroll sideways in the
-// one, nor have lines too long to read in the other; its text must stand out against what is behind it, in light and
+// Each page is opened in a frame that is as wide as a large screen, then as a phone: it must not have lines too long to read
+// in the one, nor scroll sideways in the other; its text must stand out against what is behind it, in light and
 // in dark. The search must find what people type, and lead to the right function.
 (function () {
     'use strict';
@@ -34,19 +34,26 @@
         return (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05);
     }
 
-    function abre(direccion, ancho, alto, luego) {
+    // A view is a width, a height, and what looks at the page there.
+    function abre(direccion, vistas) {
         var marco = document.createElement('iframe');
-        marco.style.cssText = 'border:0;position:absolute;left:0;top:0;width:' + ancho + 'px;height:' + alto + 'px';
+        function pon(vista) {
+            marco.style.cssText = 'border:0;position:absolute;left:0;top:0;width:' + vista[0] + 'px;height:' + vista[1] + 'px';
+        }
         marco.onload = function () {
-            try {
-                luego(marco.contentWindow, marco.contentDocument);
-            } catch (error) {
-                falla(direccion + ': ' + error);
-            }
+            vistas.forEach(function (vista) {
+                pon(vista);
+                try {
+                    vista[2](marco.contentWindow, marco.contentDocument);
+                } catch (error) {
+                    falla(direccion + ': ' + error);
+                }
+            });
             marco.remove();
             ++hechas;
             siguiente();
         };
+        pon(vistas[0]);
         marco.src = direccion;
         document.body.appendChild(marco);
     }
@@ -106,8 +113,9 @@
 
     var pasos = [];
     NAVEGADOR_PAGINAS.forEach(function (pagina) {
-        pasos.push(function () { abre(pagina, 390, 800, en_un_telefono(pagina)); });
-        pasos.push(function () { abre(pagina, 2560, 1400, en_una_pantalla(pagina)); });
+        pasos.push(function () {
+            abre(pagina, [[2560, 1400, en_una_pantalla(pagina)], [390, 800, en_un_telefono(pagina)]]);
+        });
     });
     [['index.html', 'delete', 'cdir_borra_fichero_UNICODE()'], ['index.html', 'delete a tree', 'cdir_borra_directorio_y_subdirectorios'],
         ['index.html', 'borra', 'cdir_borra_fichero_UNICODE()'], ['index.html', 'rename', 'cdir_renombra_fichero_UNICODE()'],
@@ -118,12 +126,12 @@
         ['cpp/annotated.html', 'progress', 'opciones_recorrido'],
         ['index.html', 'qqqqqq', '']].forEach(function (fila) {
         pasos.push(function () {
-            abre(fila[0] + '#busca=' + encodeURIComponent(fila[1]), 1280, 900, fila[2] !== '' ? buscando(fila[1], fila[2])
+            abre(fila[0] + '#busca=' + encodeURIComponent(fila[1]), [[1280, 900, fila[2] !== '' ? buscando(fila[1], fila[2])
                 : function (ventana, documento) {
                     if (documento.querySelector('#hallazgos a') || documento.getElementById('hallazgos').hidden) {
                         falla('search for nonsense: it finds something, or says nothing');
                     }
-                });
+                }]]);
         });
     });
 

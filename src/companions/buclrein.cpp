@@ -15,8 +15,8 @@ constexpr unsigned long espera_por_defecto_ms = 100;
 unsigned long i_reintentos_silenciosos = reintentos_por_defecto;
 unsigned long i_espera_ms = espera_por_defecto_ms;
 bool i_en_servicio = false;
-BuclreinReceptor i_receptor = nullptr;
-void* i_contexto = nullptr;
+BuclreinReceptor i_receptor_pregunta = nullptr;
+void* i_contexto_pregunta = nullptr;
 
 // Without a receiver of the program's the user learns of it, and nobody can be asked.
 bool i_pregunta(const BuclRein& bucle) {
@@ -24,11 +24,12 @@ bool i_pregunta(const BuclRein& bucle) {
         bucle.codigo_error == 0
             ? concatena<wchar_t>({bucle.mensaje})
             : concatena<wchar_t>({bucle.mensaje, L"\n", strgetlasterror_texto_cod_error(bucle.codigo_error)});
-    if (i_receptor == nullptr) {
+    if (i_receptor_pregunta == nullptr) {
         lmaviso_aviso_interno_como_error_u(texto.c_str());
         return false;
     }
-    return llama_al_anfitrion(i_receptor, texto.c_str(), bucle.codigo_error, i_contexto) == 1;
+    return llama_al_anfitrion(i_receptor_pregunta, texto.c_str(), bucle.codigo_error, i_contexto_pregunta) ==
+           1;
 }
 
 }  // namespace
@@ -76,8 +77,8 @@ void i_establece_politica(unsigned long reintentos_silenciosos, unsigned long es
 }
 
 void i_establece_receptor(BuclreinReceptor receptor, void* contexto) noexcept {
-    i_receptor = receptor;
-    i_contexto = contexto;
+    i_receptor_pregunta = receptor;
+    i_contexto_pregunta = contexto;
 }
 
 }  // namespace interno

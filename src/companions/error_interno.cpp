@@ -11,8 +11,8 @@
 namespace interno {
 namespace {
 
-ErrorInternoReceptor i_receptor = nullptr;
-void* i_contexto = nullptr;
+ErrorInternoReceptor i_receptor_informe = nullptr;
+void* i_contexto_informe = nullptr;
 
 // A line put together without allocating: exhausted memory is reported through here too.
 class linea_fija {
@@ -56,8 +56,9 @@ void i_recibe_por_defecto(const char* expresion, lugar donde, const wchar_t* det
 }
 
 void i_informa(const char* expresion, const wchar_t* detalle, lugar donde) noexcept {
-    if (i_receptor != nullptr) {
-        llama_al_anfitrion(i_receptor, expresion, donde.etiqueta(), donde.linea, detalle, i_contexto);
+    if (i_receptor_informe != nullptr) {
+        llama_al_anfitrion(i_receptor_informe, expresion, donde.etiqueta(), donde.linea, detalle,
+                           i_contexto_informe);
     } else {
         i_recibe_por_defecto(expresion, donde, detalle);
     }
@@ -102,8 +103,8 @@ void i_memoria_agotada(lugar donde) noexcept {
 }
 
 void i_establece_receptor(ErrorInternoReceptor receptor, void* contexto) noexcept {
-    i_receptor = receptor;
-    i_contexto = contexto;
+    i_receptor_informe = receptor;
+    i_contexto_informe = contexto;
 }
 
 }  // namespace interno

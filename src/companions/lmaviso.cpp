@@ -7,14 +7,14 @@
 namespace interno {
 namespace {
 
-LmavisoReceptor i_receptor = nullptr;
-void* i_contexto = nullptr;
+LmavisoReceptor i_receptor_aviso = nullptr;
+void* i_contexto_aviso = nullptr;
 
 }  // namespace
 
 void lmaviso_aviso_interno_como_error_u(const wchar_t* texto) noexcept {
-    if (i_receptor != nullptr) {
-        llama_al_anfitrion(i_receptor, texto, i_contexto);
+    if (i_receptor_aviso != nullptr) {
+        llama_al_anfitrion(i_receptor_aviso, texto, i_contexto_aviso);
         return;
     }
     plataforma::escribe_error_estandar(a_vista(texto));
@@ -22,8 +22,8 @@ void lmaviso_aviso_interno_como_error_u(const wchar_t* texto) noexcept {
 }
 
 void i_establece_receptor(LmavisoReceptor receptor, void* contexto) noexcept {
-    i_receptor = receptor;
-    i_contexto = contexto;
+    i_receptor_aviso = receptor;
+    i_contexto_aviso = contexto;
 }
 
 }  // namespace interno

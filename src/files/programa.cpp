@@ -49,8 +49,7 @@ cadena_w i_path_corto(const wchar_t* path) noexcept {
 }
 
 cadena_w i_path_largo(const wchar_t* path) noexcept {
-    cadena_w forma = i_forma(lmlongpath_GetLongPathNameW, path);
-    return empieza_por(forma.ver(), L"\\\\?\\") ? lmlongpath_desprepend_path(forma) : std::move(forma);
+    return lmlongpath_desprepend_path(i_forma(lmlongpath_GetLongPathNameW, path));
 }
 
 cadena_w i_path_actual() noexcept {

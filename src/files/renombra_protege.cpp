@@ -11,14 +11,14 @@ namespace interno {
 bool i_cambia_proteccion(objetivo& fichero, int modo, bool informa) noexcept {
     i_comprueba_con(modo == modo_lectura || modo == modo_escritura, "mode == _S_IREAD || mode == _S_IWRITE",
                     a_vista(fichero.texto()));
-    const ConstructorMensaje motivo = modo == modo_lectura ? i_msg_53961_no_se_puede_proteger_fichero
-                                                           : i_msg_53962_no_se_puede_desproteger_fichero;
+    const ConstructorMensaje mensaje = modo == modo_lectura ? i_msg_53961_no_se_puede_proteger_fichero
+                                                            : i_msg_53962_no_se_puede_desproteger_fichero;
     return i_insiste(
         informa,
         [&] {
             return desenlace{fichero.protege(modo), ERROR_SUCCESS};
         },
-        [&] { return i_mensaje(motivo, {fichero.texto()}); });
+        [&] { return i_mensaje(mensaje, {fichero.texto()}); });
 }
 
 bool i_cambia_proteccion(const ruta_fijada& ruta, int modo, bool informa) noexcept {
@@ -40,8 +40,8 @@ void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWOR
                                              : desenlace{false, negativa};
         },
         [&] {
-            const cadena_w motivo = i_mensaje(i_msg_53951_no_se_puede_renombrar);
-            return copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {motivo, viejo.dada(), nuevo.dada()});
+            const cadena_w mensaje = i_mensaje(i_msg_53951_no_se_puede_renombrar);
+            return copiaforu_nousar_formatea(L"%s.\n- %s\n- %s", {mensaje, viejo.dada(), nuevo.dada()});
         });
 }
 

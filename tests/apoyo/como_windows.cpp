@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 
@@ -87,18 +88,19 @@ texto_w clave(texto_w ruta) {
 }
 texto_w clave_de_ruta(const wchar_t* ruta) {
     const interno::conserva_ultimo_error conserva;
-    std::vector<wchar_t> completa(0x8000);
-    const DWORD largo = ::GetFullPathNameW(ruta, 0x8000, completa.data(), nullptr);
-    return clave(largo == 0 || largo >= 0x8000 ? texto_w(ruta) : texto_w(completa.data(), largo));
+    const auto completa = std::make_unique_for_overwrite<wchar_t[]>(0x8000);
+    const DWORD largo = ::GetFullPathNameW(ruta, 0x8000, completa.get(), nullptr);
+    return clave(largo == 0 || largo >= 0x8000 ? texto_w(ruta) : texto_w(completa.get(), largo));
 }
 // Of any length, which the call that is meant for it does not tell under Wine.
 texto_w ruta_de_manija(HANDLE h) {
     const interno::conserva_ultimo_error conserva;
     constexpr DWORD bytes = 0x10000;
-    std::vector<unsigned long long> bufer(bytes / sizeof(unsigned long long));
+    const auto bufer =
+        std::make_unique_for_overwrite<unsigned long long[]>(bytes / sizeof(unsigned long long));
     const wchar_t* nombre = nullptr;
     DWORD unidades = 0;
-    if (!debajo.nombre_de_fichero(h, bufer.data(), bytes, &nombre, &unidades)) {
+    if (!debajo.nombre_de_fichero(h, bufer.get(), bytes, &nombre, &unidades)) {
         return {};
     }
     texto_w ruta(nombre, unidades);
