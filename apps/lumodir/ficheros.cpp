@@ -58,12 +58,10 @@ bool esta_protegido(const std::wstring& ruta) {
 }
 
 bool es_enlace(const std::wstring& ruta) {
-    if ((i_atributos(ruta) & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
-        return false;
-    }
-    // The entry tells a link from what only looks like one (a placeholder of cloud storage), if it can be read.
+    // The entry tells a link from what only looks like one (a placeholder of cloud storage), and is the link's own where a
+    // separator at the end leads to what it points to.
     const std::optional<entrada> e = entrada_de(ruta);
-    return !e || e->es_enlace;
+    return e ? e->es_enlace : (i_atributos(ruta) & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
 namespace {

@@ -360,6 +360,9 @@ int i_rmtree(peticion& p) {
     rechaza_raiz(t.directorio);
     rechaza_patron(t.directorio);
     comprueba_existe(t.directorio);
+    if (!es_su_nombre(t.directorio)) {
+        throw fallo{di("'%1' does not exist", t.directorio)};
+    }
     t.del_sistema = ruta_de_trabajo(t.directorio);
     if (que_hay_en(t.directorio) == clase_de_entrada::fichero) {
         throw fallo{di("'%1' is a file; rm deletes files", t.directorio)};

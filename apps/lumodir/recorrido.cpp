@@ -168,6 +168,30 @@ std::wstring ruta_de_trabajo(const std::wstring& ruta) {
     }
 }
 
+namespace {
+
+// What the library means by the path that it is handed, in the form that takes every name.
+std::wstring i_de_trabajo_exacta(const std::wstring& ruta) {
+    const std::wstring exacta = ruta_exacta(ruta);
+    if (i_lleva_prefijo(ruta) || ruta_de_trabajo(ruta) != ruta) {
+        return exacta;
+    }
+    const std::wstring usual = i_usual(ruta, exacta);
+    return usual.starts_with(L"\\\\.\\") ? exacta : usual;
+}
+
+std::wstring_view i_ultimo_nombre(std::wstring_view ruta) {
+    ruta = ruta.substr(0, ruta.find_last_not_of(L'\\') + 1);
+    return ruta.substr(ruta.find_last_of(L'\\') + 1);
+}
+
+}  // namespace
+
+bool es_su_nombre(const std::wstring& ruta) {
+    const std::wstring exacta = ruta_exacta(ruta), de_trabajo = i_de_trabajo_exacta(ruta);
+    return i_ultimo_nombre(exacta) == i_ultimo_nombre(de_trabajo);
+}
+
 std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre) {
     const bool basta =
         directorio.ends_with(L'\\') || directorio.ends_with(L'/') || directorio.ends_with(L':');
@@ -175,19 +199,19 @@ std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre)
 }
 
 carpeta lee_carpeta(const std::wstring& ruta) {
-    carpeta c{.ruta = ruta, .bajo = L".", .del_sistema = ruta_exacta(ruta)};
+    carpeta c{.ruta = ruta, .bajo = L".", .del_sistema = i_de_trabajo_exacta(ruta)};
     i_lee(c);
     return c;
 }
 
 unsigned long por_que_no_se_lee(const std::wstring& ruta) {
-    return i_salvo_vacio(lumodir::dirwin::enumerador(bajo_de(ruta_exacta(ruta), L"*")).codigo());
+    return i_salvo_vacio(lumodir::dirwin::enumerador(bajo_de(i_de_trabajo_exacta(ruta), L"*")).codigo());
 }
 
 void recorre_arbol(const std::wstring& base, const std::function<void(carpeta&)>& visita) {
     const auto se_entra = [](const entrada& e) { return e.es_carpeta() && e.se_entra; };
     std::vector<carpeta> pendientes;
-    pendientes.push_back({.ruta = base, .bajo = L".", .del_sistema = ruta_exacta(base)});
+    pendientes.push_back({.ruta = base, .bajo = L".", .del_sistema = i_de_trabajo_exacta(base)});
     recorrida = 0;
     while (!pendientes.empty()) {
         carpeta c = std::move(pendientes.back());
@@ -234,7 +258,7 @@ double parte_recorrida() {
 }
 
 std::optional<entrada> entrada_de(const std::wstring& ruta) {
-    std::wstring exacta = ruta_exacta(ruta);
+    std::wstring exacta = i_de_trabajo_exacta(ruta);
     exacta.erase(exacta.find_last_not_of(L'\\') + 1);
     WIN32_FIND_DATAW e;
     // Not by the enumerator, whose own filter takes "readme" for "readme.txt".

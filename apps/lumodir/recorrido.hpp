@@ -44,6 +44,9 @@ std::wstring ruta_exacta(const std::wstring& ruta);
 // dot, a device name), or a directory above that; then the exact one.
 std::wstring ruta_de_trabajo(const std::wstring& ruta);
 
+// Whether what is found by the path bears the name that was written: Windows takes "d." for "d" where there is no "d.".
+bool es_su_nombre(const std::wstring& ruta);
+
 std::wstring bajo_de(const std::wstring& directorio, const std::wstring& nombre);
 
 carpeta lee_carpeta(const std::wstring& ruta);

@@ -122,7 +122,10 @@ vista_w i_sin_punto_final(vista_w nombre) noexcept {
 // the path by which the directory was opened.
 cadena_w i_nombre_de_padre(HANDLE abierto, vista_w ruta, trato_con_volumen& trato) {
     const vista_w dado = i_sin_separadores_finales(ruta);
-    const vista_w final_cortado = i_sin_punto_final(dado.substr(sin_final_recortable(dado).size()));
+    const vista_w nombre = dado.substr(dado.find_last_of(L"\\/") + 1);
+    const vista_w final_cortado = i_es_punto_o_dos(nombre)
+                                      ? vista_w()
+                                      : i_sin_punto_final(nombre.substr(sin_final_recortable(nombre).size()));
     return concatena<wchar_t>({i_nombre_verdadero(abierto, trato), final_cortado});
 }
 
@@ -264,7 +267,10 @@ bool directorio_abierto::i_es_raiz_sin_enlace() {
     }
     std::optional<cadena_w> ruta = i_ruta_de_lo_nombrado(manija_.get(), *raiz_, *trato_);
     nombre_verdadero_ = ruta ? std::move(*ruta) : cadena_w();
-    return ruta.has_value();
+    // Wine makes the name of the path, which it follows once more after the opening, and somebody may have put a link there
+    // for the first time and a directory for the second. So both must say the same twice.
+    const fichero_abierto otra_vez = i_abre_raiz_otra_vez(*raiz_, acceso_de_mirada);
+    return ruta && otra_vez.valida() && i_ruta_de_lo_nombrado(otra_vez.get(), *raiz_, *trato_);
 }
 
 // Where this directory really lies. The system tells it without the blanks and dots at the end of its own name, but

@@ -36,9 +36,6 @@ enum { ramas = 4, hojas = 4, cadenas = 16, eslabones = 6, en_raiz = 40, max_pare
 /* How long an attack goes on; then the tree is put in order, so that passes with pauses come to their end. */
 enum { ataque_ms = 500, paciencia_ms = 60000 };
 
-/* How many times as many rounds a row of the short form goes on for when its first few do not decide. */
-enum { mas_rondas = 20 };
-
 struct funcion {
     const char *nombre;
     int sube;      /* works on chains of empty directories */
@@ -338,17 +335,18 @@ static void ordena(void) {
 
 /* A Windows program that is asked by lines and answers by lines. */
 struct programa {
+    const char *nombre;
     int a;
     int de;
     pid_t pid;
 };
 
-static struct programa arranca(const char *orden) {
+static struct programa arranca(const char *nombre, const char *orden) {
     int ida[2], vuelta[2];
     if (pipe2(ida, O_CLOEXEC) != 0 || pipe2(vuelta, O_CLOEXEC) != 0) {
         acaba("no pipe");
     }
-    struct programa p = {ida[1], vuelta[0], fork()};
+    struct programa p = {nombre, ida[1], vuelta[0], fork()};
     if (p.pid == 0) {
         prctl(PR_SET_PDEATHSIG, SIGTERM);
         dup2(ida[0], 0);
@@ -363,7 +361,7 @@ static struct programa arranca(const char *orden) {
 
 static void di(const struct programa *p, const char *linea) {
     if (write(p->a, linea, strlen(linea)) != (ssize_t)strlen(linea)) {
-        acaba("a program does not listen");
+        acaba("%s does not listen", p->nombre);
     }
 }
 
@@ -379,7 +377,9 @@ static int oye(const struct programa *p, char *linea, size_t sitio, int ms) {
             continue;
         }
         if (read(p->de, linea + largo, 1) != 1) {
-            acaba("a program ended before its time");
+            int fin = 0;
+            waitpid(p->pid, &fin, 0);
+            acaba("%s ended before its time: status %d", p->nombre, fin);
         }
         if (linea[largo] == '\n') {
             break;
@@ -398,17 +398,16 @@ struct resultado {
     double segundos;
 };
 
-/* So many rounds more, added to those that there are. */
-static void lucha(struct resultado *r, int cual, int con_windows, long rondas, const struct programa *victima,
-                  const struct programa *intruso) {
+static struct resultado lucha(int cual, int con_windows, long rondas, const struct programa *victima,
+                              const struct programa *intruso) {
     const struct funcion *f = &funciones[cual];
-    const long hasta = r->rondas + rondas;
+    struct resultado r = {rondas, 0, 0, 0, 0};
     struct timespec antes, despues;
     clock_gettime(CLOCK_MONOTONIC, &antes);
     long fuera = siembra_fuera(f->sube);
-    for (; r->rondas < hasta; ++r->rondas) {
+    for (long ronda = 0; ronda < rondas; ++ronda) {
         char linea[200];
-        const int con_raiz = f->solo_raiz || r->rondas % 4 == 3;
+        const int con_raiz = f->solo_raiz || ronda % 4 == 3;
         siembra(f->sube, con_raiz, f->solo_raiz);
         pid_t quien = 0;
         pizarra->cambios = 0;
@@ -416,7 +415,7 @@ static void lucha(struct resultado *r, int cual, int con_windows, long rondas, c
             di(intruso, f->sube ? "sube\n" : con_raiz ? "raiz\n" : "ramas\n");
             oye(intruso, linea, sizeof linea, paciencia_ms); /* under way */
         } else {
-            quien = suelta_al_atacante((unsigned)(cual * 1000 + r->rondas));
+            quien = suelta_al_atacante((unsigned)(cual * 1000 + ronda));
         }
         di(victima, texto("%d\n", cual));
         const int ya = oye(victima, linea, sizeof linea, ataque_ms);
@@ -426,11 +425,11 @@ static void lucha(struct resultado *r, int cual, int con_windows, long rondas, c
             if (!oye(intruso, cambios, sizeof cambios, paciencia_ms)) {
                 acaba("the intruder does not answer");
             }
-            r->cambios += atol(cambios);
+            r.cambios += atol(cambios);
         } else {
             pizarra->sigue = 0;
             waitpid(quien, NULL, 0);
-            r->cambios += pizarra->cambios;
+            r.cambios += pizarra->cambios;
         }
         if (!ya) {
             ordena();
@@ -438,22 +437,28 @@ static void lucha(struct resultado *r, int cual, int con_windows, long rondas, c
                 acaba("%s does not come back", f->nombre);
             }
         }
-        r->listados += atol(linea);
+        r.listados += atol(linea);
         const long quedan = censo();
-        r->perdidos += fuera - quedan;
+        r.perdidos += fuera - quedan;
         recoge();
         if (quedan != fuera) {
             fuera = siembra_fuera(f->sube);
         }
     }
     clock_gettime(CLOCK_MONOTONIC, &despues);
-    r->segundos += (double)(despues.tv_sec - antes.tv_sec) + (double)(despues.tv_nsec - antes.tv_nsec) / 1e9;
+    r.segundos += (double)(despues.tv_sec - antes.tv_sec) + (double)(despues.tv_nsec - antes.tv_nsec) / 1e9;
+    return r;
 }
 
-static void renglon(const char *atacante, const char *nombre, const struct resultado *r) {
-    printf("%-8s %-66s %7ld %9ld %6ld %6ld %7.1f\n", atacante, nombre, r->rondas, r->cambios, r->perdidos, r->listados,
-           r->segundos);
-    fflush(stdout);
+/* Tells Wine's server (servidor.c) whether it shall do what it does to one and the same file: nobody but a Unix process
+   gets between two of its steps. */
+static void ata_al_servidor(int si) {
+    const char *senyal = getenv("LUMODIR_ATADO");
+    if (senyal != NULL && si) {
+        close(open(senyal, O_CREAT | O_WRONLY, 0644));
+    } else if (senyal != NULL) {
+        unlink(senyal);
+    }
 }
 
 int main(int argc, char **argv) {
@@ -467,8 +472,8 @@ int main(int argc, char **argv) {
     pizarra = mmap(NULL, sizeof *pizarra, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     signal(SIGPIPE, SIG_IGN);
     recoge();
-    const struct programa victima = arranca(argv[4]);
-    const struct programa intruso = arranca(argv[5]);
+    const struct programa victima = arranca("the victim", argv[4]);
+    const struct programa intruso = arranca("the intruder", argv[5]);
     char linea[200];
     if (!oye(&victima, linea, sizeof linea, paciencia_ms) || strcmp(linea, "victima") != 0 ||
         !oye(&intruso, linea, sizeof linea, paciencia_ms) || strcmp(linea, "intruso") != 0) {
@@ -480,22 +485,15 @@ int main(int argc, char **argv) {
     int malos = 0;
     printf("%-8s %-66s %7s %9s %6s %6s %7s\n", "attacker", "function", "rounds", "swaps", "lost", "listed", "seconds");
     for (int con_windows = 0; con_windows < 2; ++con_windows) {
+        ata_al_servidor(!con_windows);
         const char *atacante = con_windows ? "Windows" : "Unix";
         const long rondas = rondas_de[con_windows];
         for (int i = 0; i < num_funciones && rondas > 0; ++i) {
-            struct resultado r = {0, 0, 0, 0, 0};
-            lucha(&r, i, con_windows, rondas, &victima, &intruso);
-            /* A walk by open directories still loses something to another Unix process under Wine, whose server
-               deletes by a path after it has looked at what lies there (docs/assurance.md); a walk by texts loses two
-               or three things in each round. So the short form lets that attacker have one a round; a few rounds may
-               show more by chance, and then more rounds decide. */
-            const int del_servidor = xml != NULL && !con_windows;
-            if (del_servidor && r.perdidos > r.rondas) {
-                renglon(atacante, funciones[i].nombre, &r);
-                lucha(&r, i, con_windows, mas_rondas * rondas, &victima, &intruso);
-            }
-            renglon(atacante, funciones[i].nombre, &r);
-            const int mal = r.perdidos > (del_servidor ? r.rondas : 0) || r.listados != 0 || r.cambios == 0;
+            const struct resultado r = lucha(i, con_windows, rondas, &victima, &intruso);
+            printf("%-8s %-66s %7ld %9ld %6ld %6ld %7.1f\n", atacante, funciones[i].nombre, r.rondas, r.cambios,
+                   r.perdidos, r.listados, r.segundos);
+            fflush(stdout);
+            const int mal = r.perdidos != 0 || r.listados != 0 || r.cambios == 0;
             malos += mal;
             const size_t largo = strlen(casos);
             snprintf(casos + largo, sizeof casos - largo,

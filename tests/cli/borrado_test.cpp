@@ -333,6 +333,9 @@ TEST(rmtree, un_enlace_se_borra_y_lo_que_senyala_queda) {
         EXPECT_EQ(r.codigo, enlace.hecho() ? 1 : 0) << manera << r.salida << r.errores;
         ASSERT_TRUE(enlace.hazlo());
     }
+    // With a separator at its end too: what it points to is not what is left of it.
+    cli::comprueba(
+        {{"rmtree", "$D\\enlace\\", "--dry-run"}, 0, "would delete $D\\enlace\\ (the link)\n", {}, {}}, d);
 }
 
 TEST(rmtree, un_patron_se_rechaza) {
@@ -377,5 +380,36 @@ TEST(rmtree, no_toma_por_lo_que_queda_el_directorio_de_al_lado) {
         cli::comprueba({{"rmtree", "d.", "-y", manera}, 0, "deleted d.: 1 file in 1 directory\n", {}, {}}, d);
         EXPECT_TRUE(cli::existe(d.bajo("d\\suyo.txt"))) << manera;
         EXPECT_FALSE(cli::existe(d.bajo("d."))) << manera;
+    }
+}
+
+TEST(rmtree, cuenta_lo_que_borra_donde_windows_recorta_un_nombre) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("a\\b\\uno.txt");
+    cli::comprueba(
+        {{"du", "a.\\b", "--json"},
+         0,
+         R"([{"path":"a.\\b","bytes":0,"files":1,"directories":1,"links":0,"unreadable":[],"tree":[]}])",
+         {},
+         {}},
+        d);
+    cli::comprueba({{"rmtree", "a.\\b", "-y"}, 0, "deleted a.\\b: 1 file in 1 directory\n", {}, {}}, d);
+    EXPECT_TRUE(cli::existe(d.bajo("a")));
+    EXPECT_FALSE(cli::existe(d.bajo("a\\b")));
+}
+
+TEST(rmtree, lo_que_no_se_llama_asi_no_se_borra) {
+    for (const char* manera : {"--yes", "--retry", "--if-possible", "--dry-run"}) {
+        const cli::directorio_de_prueba d;
+        d.crea_fichero("d\\suyo.txt");
+        for (const char* otro : {"d.", "d ", "d.\\", "$D\\d."}) {
+            cli::comprueba({{"rmtree", otro, "-y", manera},
+                            1,
+                            {},
+                            "lumodir: '" + std::string(otro) + "' does not exist\n",
+                            {}},
+                           d);
+        }
+        EXPECT_TRUE(cli::existe(d.bajo("d\\suyo.txt"))) << manera;
     }
 }

@@ -213,3 +213,18 @@ TEST(borrado_filtro, con_cualquier_llamada_fallando_no_se_borra_de_mas) {
             toma_informes();
         });
 }
+
+// "." and ".." at the end of the directory lose nothing of a name.
+TEST(borrado_filtro, un_directorio_que_acaba_en_retroceso_es_el_de_arriba) {
+    const directorio_temporal d;
+    d.directorio("a\\b");
+    for (const char* directorio : {"a\\b\\..", "a\\.", "a\\b\\.\\.."}) {
+        d.fichero("a\\x.tmp");
+        d.fichero("a\\x.txt");
+        d.fichero("x.tmp");
+        cdir_delete_ficheros_UNICODE(d.ruta_w(std::string(directorio) + "\\*.tmp").c_str());
+        EXPECT_FALSE(d.existe("a\\x.tmp")) << directorio;
+        EXPECT_TRUE(d.existe("a\\x.txt")) << directorio;
+        EXPECT_TRUE(d.existe("x.tmp")) << directorio;
+    }
+}

@@ -431,3 +431,53 @@ TEST(nombres_atados, una_marca_no_cambia_detras_de_un_enlace_que_ya_no_esta) {
     hijo.borra(f);
     EXPECT_EQ(u.corre("cat fuera/f t/d/f"), "x\ny\n");
 }
+
+// A directory stood in the place of the root while it was opened, and is back where it belongs: the system has a name for it
+// that says nothing any more.
+namespace {
+
+const lado_unix* el_lado_unix;
+decltype(interno::sistema.CreateFileW) abre_de_verdad;
+unsigned aperturas_cambiadas;
+
+HANDLE WINAPI i_abre_otro_en_su_sitio(LPCWSTR ruta, DWORD acceso, DWORD compartir,
+                                      LPSECURITY_ATTRIBUTES seguridad, DWORD disposicion, DWORD indicadores,
+                                      HANDLE plantilla) {
+    const bool es_la_raiz = texto_w(ruta).ends_with(L"\\t") && (acceso & FILE_LIST_DIRECTORY) != 0;
+    if (es_la_raiz) {
+        ++aperturas_cambiadas;
+        el_lado_unix->corre("mv t aparte; mv fuera t");
+    }
+    const HANDLE abierta =
+        abre_de_verdad(ruta, acceso, compartir, seguridad, disposicion, indicadores, plantilla);
+    if (es_la_raiz) {
+        el_lado_unix->corre("mv t fuera; mv aparte t");
+    }
+    return abierta;
+}
+
+}  // namespace
+
+TEST(nombres_atados, una_raiz_que_era_otra_cuando_se_abrio) {
+    LADO_UNIX_QUE_SIGUE_ENLACES(u);
+    u.corre("mkdir fuera t; echo x >fuera/f; echo y >t/f");
+    const texto_w dada = u.d.ruta_w("t");
+    el_lado_unix = &u;
+    abre_de_verdad = interno::sistema.CreateFileW;
+    aperturas_cambiadas = 0;
+    {
+        const sustituye<decltype(interno::sistema.CreateFileW)> cambia(interno::sistema.CreateFileW,
+                                                                       i_abre_otro_en_su_sitio);
+        const interno::ruta_fijada ruta(dada.c_str());
+        interno::trato_con_volumen trato;
+        interno::directorio_abierto raiz;
+        EXPECT_EQ(raiz.abre(ruta, trato), DWORD{ERROR_CANT_ACCESS_FILE});
+        EXPECT_EQ(aperturas_cambiadas, 1u);
+    }
+    EXPECT_EQ(u.corre("cat fuera/f t/f"), "x\ny\n");
+    // Undisturbed it is opened.
+    const interno::ruta_fijada ruta(dada.c_str());
+    interno::trato_con_volumen trato;
+    interno::directorio_abierto raiz;
+    EXPECT_EQ(raiz.abre(ruta, trato), DWORD{ERROR_SUCCESS});
+}
