@@ -100,8 +100,8 @@ LUMODIR_API unsigned short cdir_nombre_fichero_valido(wchar_t *nombre);
  *
  * An extension with a blank in it is no extension: when both are wanted it is given back to the base name
  * (`notes.my file` is all base name); when the base name is not wanted it comes as it is.
- * A network path without a server or, in 8-bit, without a share is reported ("maquina!=NULL"; in 8-bit
- * "(maquina) != NULL" and "(recurso) != NULL").
+ * A network path without a server is reported ("maquina!=NULL"; in 8-bit "(maquina) != NULL"), and in 8-bit also one
+ * without a share that a separator follows (`\\srv\share` too: "(recurso) != NULL").
  */
 
 /** Bits of the piece mask of cdir_split_make_path_UNICODE(). */

@@ -27,7 +27,7 @@
  * callback) throws ends at its call, which then counts as "no" (0), and no block of the library is lost: C++
  * exceptions of any compiler, those of other languages, and whatever a program raises by RaiseException() with a
  * code of its own. The host's functions are unwound; an object that an exception of another compiler carries is not
- * destroyed. Faults, such as an access violation, go on to whoever handles them.
+ * destroyed, and a host that has a C++ runtime of its own may go on finding it in std::uncaught_exceptions(). Faults, such as an access violation, go on to whoever handles them.
  */
 #ifndef LUMODIR_BASE_H
 #define LUMODIR_BASE_H
