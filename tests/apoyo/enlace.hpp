@@ -2,13 +2,16 @@
 // the system underneath (Wine makes no links, and does not remove them either). Texts are UTF-8. Windows only; nothing of
 // the library is needed.
 //
-//     apoyo::enlace enlace(d.ruta("a"), "arriba", "..");   // a\arriba -> a\..
-//     if (!enlace.hecho()) GTEST_SKIP() << ...;
+//     apoyo::enlace enlace(d.ruta("a"), "arriba", "..\\b");   // a\arriba -> b
+//     if (!enlace.hecho()) GTEST_SKIP() << enlace.motivo();
+// What it points to is written with `\`: Windows follows no link that has a `/` in it. Where a program that makes links
+// has been started and there is none, that is a failure.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
 
 namespace apoyo {
@@ -33,15 +36,24 @@ public:
 
     bool hecho() const { return ::GetFileAttributesW(ruta_.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
+    // Why there is none.
+    std::string motivo() const {
+        return "no link can be made here (Windows: error " + std::to_string(codigo_) +
+               ", and there is no ln)";
+    }
+
     // Makes it, unless it is there; once more when a test has taken it away. Answers whether it is there.
-    bool hazlo() const {
+    bool hazlo() {
         constexpr DWORD sin_privilegio = 2;
         if (!hecho()) {
-            ::CreateSymbolicLinkW(ruta_.c_str(), i_ancho(destino_).c_str(),
-                                  SYMBOLIC_LINK_FLAG_DIRECTORY | sin_privilegio);
+            const bool creado = ::CreateSymbolicLinkW(ruta_.c_str(), i_ancho(destino_).c_str(),
+                                                      SYMBOLIC_LINK_FLAG_DIRECTORY | sin_privilegio) != 0;
+            codigo_ = creado ? ERROR_SUCCESS : ::GetLastError();
         }
         if (!hecho()) {  // Wine promises what it does not do
-            corre_debajo("ln", "-s \"" + destino_ + "\" \"" + nombre_ + "\"", true);
+            std::string destino = destino_;
+            std::replace(destino.begin(), destino.end(), '\\', '/');
+            corre_debajo("ln", "-s \"" + destino + "\" \"" + nombre_ + "\"", true);
         }
         return hecho();
     }
@@ -85,6 +97,7 @@ private:
     std::wstring ruta_;
     std::string nombre_;
     std::string destino_;
+    DWORD codigo_ = ERROR_SUCCESS;
 };
 
 }  // namespace apoyo

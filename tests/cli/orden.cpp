@@ -368,7 +368,13 @@ std::string lee_fichero(const std::string& fichero) {
     std::ostringstream texto;
     texto << entrada.rdbuf();
     std::string todo = texto.str();
-    std::erase(todo, '\r');
+    for (size_t i = 0; (i = todo.find('\r', i)) != todo.npos;) {
+        if (i + 1 == todo.size() || todo[i + 1] == '\n') {
+            todo.erase(i, 1);
+        } else {
+            ++i;
+        }
+    }
     EXPECT_FALSE(todo.empty()) << fichero;
     return todo;
 }

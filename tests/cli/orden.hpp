@@ -107,7 +107,7 @@ std::string este_programa();
 // Words between blanks; "..." holds blanks together.
 std::vector<std::string> palabras(const std::string& linea);
 
-// The whole text of a file, which is not empty; its lines end in "\n".
+// The whole text of a file, which is not empty; its lines end in "\n", whether it had "\r" before that or not.
 std::string lee_fichero(const std::string& fichero);
 
 std::wstring w(const std::string& utf8);

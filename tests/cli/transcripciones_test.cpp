@@ -190,6 +190,12 @@ TEST_P(transcripcion, se_escribe_lo_que_dice) {
     }
 }
 
+TEST(transcripciones, un_fichero_pierde_los_retornos_que_acaban_lineas_y_ningun_otro) {
+    const cli::directorio_de_prueba d;
+    d.crea_fichero("texto.txt", "a\rb\r\n\r\n\r\rc\r\r\nd\r");
+    EXPECT_EQ(cli::lee_fichero(d.bajo("texto.txt")), "a\rb\n\n\r\rc\r\nd");
+}
+
 INSTANTIATE_TEST_SUITE_P(todas, transcripcion, testing::ValuesIn(i_transcripciones()),
                          [](const testing::TestParamInfo<std::string>& cual) {
                              return i_cambia(i_cambia(cual.param, "-", "_"), "/", "_");

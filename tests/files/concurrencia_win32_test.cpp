@@ -244,8 +244,10 @@ TEST(concurrencia, un_borrado_parado_a_medias_se_acaba_en_otro_y_no_toca_nada_ma
         }
         const std::size_t entero = d.arbol("arbol").size();
         // The link goes with the tree; what it points to stays.
-        const enlace al_otro(d.ruta("arbol\\d3"), "enlace", "../../detras");
-        ASSERT_TRUE(al_otro.hecho());
+        const enlace al_otro(d.ruta("arbol\\d3"), "enlace", "..\\..\\detras");
+        if (!al_otro.hecho()) {
+            GTEST_SKIP() << al_otro.motivo();
+        }
         {
             const proceso_hijo hijo("borra_entero", d.ruta_w("arbol"));
             ASSERT_TRUE(hijo.espera_listo());

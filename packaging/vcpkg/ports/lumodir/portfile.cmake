@@ -13,7 +13,9 @@ vcpkg_cmake_configure(
         -DLUMODIR_ORDEN=OFF
 )
 vcpkg_cmake_install()
-# The project's own package file finds everything from where it lies.
+# The project's own package file finds everything from where it lies: below lib/cmake, not below share as most do.
+set(VCPKG_POLICY_SKIP_MISPLACED_CMAKE_FILES_CHECK enabled)
+set(VCPKG_POLICY_SKIP_LIB_CMAKE_MERGE_CHECK enabled)
 file(REMOVE_RECURSE "${CURRENT_PACKAGES_DIR}/debug/include" "${CURRENT_PACKAGES_DIR}/debug/lib/cmake")
 foreach(cosa docs examples nuget share/man share/completions README.md CHANGELOG.md)
     file(REMOVE_RECURSE "${CURRENT_PACKAGES_DIR}/${cosa}" "${CURRENT_PACKAGES_DIR}/debug/${cosa}")
