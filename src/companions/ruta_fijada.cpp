@@ -54,6 +54,14 @@ cadena_w i_prefija(vista_w forma) noexcept {
                                        : concatena<wchar_t>({prefijo_largo, forma});
 }
 
+// The third unit of `\\?\` or `\\.\`, whose separators may be either; 0 where a path begins otherwise.
+wchar_t i_signo_de_prefijo(vista_w ruta) noexcept {
+    return ruta.size() >= prefijo_largo.size() && es_separador(ruta[0]) && es_separador(ruta[1]) &&
+                   (ruta[2] == L'?' || ruta[2] == L'.') && es_separador(ruta[3])
+               ? ruta[2]
+               : L'\0';
+}
+
 // The question for the full form of a path: relative parts resolved, "/" turned into "\".
 auto i_pregunta_por_forma(const wchar_t* ruta) noexcept {
     return [ruta](wchar_t* destino, DWORD sitio) {
@@ -173,12 +181,17 @@ cadena_w lmlongpath_forma_literal(const wchar_t* ruta) {
 }
 
 cadena_w lmlongpath_desprepend_path(vista_w ruta) {
-    if (empieza_por_sin_caja(ruta, prefijo_unc)) {
-        return concatena<wchar_t>({L"\\\\", ruta.substr(prefijo_unc.size())});
+    const wchar_t signo = i_signo_de_prefijo(ruta);
+    if (signo == 0) {
+        return cadena_w(ruta);
     }
-    // Other names of the system (of volumes, of devices) have no ordinary form.
-    const vista_w resto = empieza_por(ruta, prefijo_largo) ? ruta.substr(prefijo_largo.size()) : vista_w();
-    const bool con_unidad = resto.size() >= 2 && lmstdc_isalpha(resto[0]) && resto[1] == L':';
+    const vista_w resto = ruta.substr(prefijo_largo.size());
+    if (empieza_por_sin_caja(resto, L"UNC") && resto.size() > 3 && es_separador(resto[3])) {
+        return concatena<wchar_t>({L"\\\\", resto.substr(4)});
+    }
+    // Other names of the system (of volumes, of devices, a drive as one) have no ordinary form.
+    const bool con_unidad = resto.size() >= 2 && lmstdc_isalpha(resto[0]) && resto[1] == L':' &&
+                            (signo == L'?' || (resto.size() > 2 && es_separador(resto[2])));
     return cadena_w(con_unidad ? resto : ruta);
 }
 

@@ -126,8 +126,9 @@ cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta);
 // final blanks and dots and names of devices included. A NULL string when the system cannot tell.
 cadena_w lmlongpath_forma_literal(const wchar_t* ruta);
 
-// The path without an extended-length prefix (`\\?\C:\x` is `C:\x`, `\\?\UNC\srv\x` is `\\srv\x`); any other path,
-// that of a volume without a letter (`\\?\Volume{...}\x`) included, as it is.
+// The path without an extended-length prefix, in any of its spellings (`\\?\C:\x` and `//./C:\x` are `C:\x`,
+// `\\?\UNC\srv\x` is `\\srv\x`); any other path, that of a volume without a letter (`\\?\Volume{...}\x`) included, as
+// it is.
 cadena_w lmlongpath_desprepend_path(vista_w ruta);
 
 }  // namespace interno

@@ -45,8 +45,7 @@ cadena_w i_path_corto(const wchar_t* path) noexcept {
 }
 
 cadena_w i_path_largo(const wchar_t* path) noexcept {
-    cadena_w forma = i_o_como_esta(lmlongpath_GetLongPathNameW(path), path);
-    return empieza_por(forma.ver(), L"\\\\?\\") ? lmlongpath_desprepend_path(forma) : std::move(forma);
+    return lmlongpath_desprepend_path(i_o_como_esta(lmlongpath_GetLongPathNameW(path), path));
 }
 
 cadena_w i_path_actual() noexcept {

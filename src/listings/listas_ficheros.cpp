@@ -11,13 +11,20 @@
 namespace interno {
 namespace {
 
+// The unit as it counts in the order: a second byte that looks like a letter is none.
+template <class C>
+sin_signo<C> i_plegada(const C* nombre, std::size_t i) noexcept {
+    return static_cast<sin_signo<C>>(empieza_caracter(vista<C>(nombre, i + 1), i) ? minuscula_ascii(nombre[i])
+                                                                                  : nombre[i]);
+}
+
 template <class C>
 int i_compara_nombres(const C* a, const C* b) noexcept {
-    for (;; ++a, ++b) {
-        if (*a != *b || *a == C(0)) {
-            const auto x = static_cast<sin_signo<C>>(minuscula_ascii(*a));
-            const auto y = static_cast<sin_signo<C>>(minuscula_ascii(*b));
-            if (x != y || *a == C(0)) {
+    for (std::size_t i = 0;; ++i) {
+        if (a[i] != b[i] || a[i] == C(0)) {
+            const auto x = i_plegada(a, i);
+            const auto y = i_plegada(b, i);
+            if (x != y || a[i] == C(0)) {
                 return x < y ? -1 : x > y;
             }
         }

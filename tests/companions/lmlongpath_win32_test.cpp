@@ -178,10 +178,18 @@ TEST(lmlongpath, quitar_el_prefijo) {
     EXPECT_EQ(sin("\\\\srv\\x"), "\\\\srv\\x");
     EXPECT_EQ(sin(""), "");
     EXPECT_EQ(sin("\\\\?\\c:"), "c:");
+    // The system takes each of these for the prefix.
+    EXPECT_EQ(sin("//?/C:/x"), "C:/x");
+    EXPECT_EQ(sin("\\\\?/C:\\x"), "C:\\x");
+    EXPECT_EQ(sin("/\\?\\C:/x"), "C:/x");
+    EXPECT_EQ(sin("//?/unc/srv/x"), "\\\\srv/x");
+    EXPECT_EQ(sin("//./C:/x"), "C:/x");
+    EXPECT_EQ(sin("\\\\.\\C:\\x"), "C:\\x");
     // Names that only the system knows have no other form: without the prefix they would be relative paths.
     for (const char* ruta : {"\\\\?\\Volume{26a21bda-a627-11d7-9931-806e6f6e6963}\\x",
                              "\\\\?\\GLOBALROOT\\Device\\HarddiskVolume1\\x", "\\\\?\\x", "\\\\?\\\\x",
-                             "\\\\?\\1:\\x", "\\\\?\\ñ:\\x", "\\\\?\\"}) {
+                             "\\\\?\\1:\\x", "\\\\?\\ñ:\\x", "\\\\?\\", "//?/x", "//./COM1", "//./pipe/x",
+                             "//./C:", "//?", "//x/C:/y", "/?/C:/x"}) {
         EXPECT_EQ(sin(ruta), ruta);
     }
 }

@@ -143,6 +143,8 @@ TEST(programa, la_forma_larga_y_la_corta_se_corresponden) {
         {dir.ruta("missing name.text"), dir.ruta("missing name.text"), dir.ruta("missing name.text")},
         {prefijo + dir.ruta("missing name.text"), dir.ruta("missing name.text"),
          prefijo + dir.ruta("missing name.text")},
+        {"//?/" + dir.ruta("missing name.text"), dir.ruta("missing name.text"),
+         "//?/" + dir.ruta("missing name.text")},
         {prefijo + "Volume{1-2}\\x", prefijo + "Volume{1-2}\\x", prefijo + "Volume{1-2}\\x"},
         {"\\\\?\\UNC\\no-server\\share\\x", "\\\\no-server\\share\\x", "\\\\?\\UNC\\no-server\\share\\x"},
         {"", "", ""},

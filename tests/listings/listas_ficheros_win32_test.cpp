@@ -12,6 +12,7 @@
 #include "companions/lumospy.h"
 #include "companions/plataforma.hpp"
 #include "lumodir.h"
+#include "modelos/caracteres.hpp"
 #include "modelos/path.hpp"
 #include "modelos/textos_de_pagina.hpp"
 
@@ -161,6 +162,45 @@ TEST(listas_ficheros, el_orden_es_el_de_las_minusculas_unidad_a_unidad) {
                                                      "a",
                                                      "\xC3\xBF"}))
         << "equal names as the system gave them";
+}
+
+// A second byte that looks like a letter is none. The model folds characters.
+TEST(listas_ficheros, el_orden_de_8_bits_lee_caracteres) {
+    for (const unsigned pagina : paginas_dobles) {
+        const en_pagina p(pagina);
+        const auto plegado = [](const texto_a& nombre) {
+            modelos::texto_c caracteres = modelos::en_caracteres(nombre);
+            for (char32_t& c : caracteres) {
+                c += c >= U'A' && c <= U'Z' ? 32 : 0;
+            }
+            return modelos::en_bytes(caracteres);
+        };
+        // Every pair of one lead byte whose second one is a letter, and letters beside them.
+        std::vector<texto_a> nombres_a;
+        const char inicial = pagina == 949 ? '\x81' : pagina == 936 ? '\xB0' : '\x83';
+        for (unsigned segundo = 'A'; segundo <= 'z'; ++segundo) {
+            if (interno::plataforma::es_caracter_doble(inicial, static_cast<char>(segundo))) {
+                for (const char* resto : {"b", "A"}) {
+                    nombres_a.push_back(texto_a{inicial, static_cast<char>(segundo)} + resto);
+                    nombres_a.push_back(resto + texto_a{inicial, static_cast<char>(segundo)});
+                }
+            }
+        }
+        ASSERT_GT(nombres_a.size(), 100u) << pagina;
+        busqueda_falsa falsa;
+        std::vector<entrada_falsa>& entradas = falsa.patrones["C:\\d\\*"];
+        for (const texto_a& nombre : nombres_a) {
+            wchar_t unidades[8] = {};
+            ASSERT_LT(interno::plataforma::ansi_a_utf16(nombre, unidades, 7), 7u);
+            entradas.push_back({u8(unidades)});
+        }
+        std::stable_sort(nombres_a.begin(), nombres_a.end(),
+                         [&](const texto_a& a, const texto_a& b) { return plegado(a) < plegado(b); });
+        ListaFicheros lista = {};
+        cdir_lista_de_ficheros("C:\\d", "*", &lista);
+        EXPECT_EQ(std::vector<texto_a>(lista.lista, lista.lista + lista.num), nombres_a) << pagina;
+        libera(&lista);
+    }
 }
 
 TEST(listas_ficheros, muchos_nombres_en_cualquier_orden) {
