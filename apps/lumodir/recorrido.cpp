@@ -172,11 +172,11 @@ namespace {
 
 // What the library means by the path that it is handed, in the form that takes every name.
 std::wstring i_de_trabajo_exacta(const std::wstring& ruta) {
-    const std::wstring exacta = ruta_exacta(ruta);
+    std::wstring exacta = ruta_exacta(ruta);
     if (i_lleva_prefijo(ruta) || ruta_de_trabajo(ruta) != ruta) {
         return exacta;
     }
-    const std::wstring usual = i_usual(ruta, exacta);
+    std::wstring usual = i_usual(ruta, exacta);
     return usual.starts_with(L"\\\\.\\") ? exacta : usual;
 }
 
