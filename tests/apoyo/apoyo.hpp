@@ -9,9 +9,11 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "apoyo/textos.hpp"
+#include "companions/lumospy.hpp"
 
 namespace apoyo {
 
@@ -64,6 +66,29 @@ public:
 private:
     T& sitio_;
     T antes_;
+};
+
+// Counts the blocks that are taken during its life.
+class reservas_contadas {
+public:
+    reservas_contadas() {
+        num_ = 0;
+        de_antes_ = interno::memoria.reserva;
+        interno::memoria.reserva = [](std::size_t bytes) {
+            ++num_;
+            return de_antes_(bytes);
+        };
+    }
+    ~reservas_contadas() { interno::memoria.reserva = de_antes_; }
+    reservas_contadas(const reservas_contadas&) = delete;
+    reservas_contadas& operator=(const reservas_contadas&) = delete;
+
+    // Those since it was asked last.
+    static unsigned toma() { return std::exchange(num_, 0u); }
+
+private:
+    static inline unsigned num_ = 0;
+    static inline void* (*de_antes_)(std::size_t) = nullptr;
 };
 
 }  // namespace apoyo

@@ -446,7 +446,7 @@ static struct resultado lucha(int cual, int con_windows, long rondas, const stru
         }
     }
     clock_gettime(CLOCK_MONOTONIC, &despues);
-    r.segundos += (double)(despues.tv_sec - antes.tv_sec) + (double)(despues.tv_nsec - antes.tv_nsec) / 1e9;
+    r.segundos = (double)(despues.tv_sec - antes.tv_sec) + (double)(despues.tv_nsec - antes.tv_nsec) / 1e9;
     return r;
 }
 

@@ -135,20 +135,12 @@ TEST(rutas, une_como_el_modelo_con_cada_par_de_textos_cortos) {
     }
 }
 
-namespace {
-unsigned g_reservas = 0;
-}
-
 TEST(rutas, unir_cuesta_un_solo_bloque) {
-    static const auto de_antes = interno::memoria.reserva;
-    const sustituye<void* (*)(std::size_t)> contada(interno::memoria.reserva, [](std::size_t bytes) {
-        ++g_reservas;
-        return de_antes(bytes);
-    });
+    const reservas_contadas reservas;
     const cadena_w dos = interno::i_concatena_directorios<wchar_t>(L"C:\\a", L"b");
-    EXPECT_EQ(g_reservas, 1u);
+    EXPECT_EQ(reservas.toma(), 1u);
     const cadena_a tres = interno::i_construye_path<char>("C:\\a", "b", "c");
-    EXPECT_EQ(g_reservas, 2u);
+    EXPECT_EQ(reservas.toma(), 1u);
     EXPECT_EQ(u8(dos.ver()), "C:\\a\\b");
     EXPECT_EQ(texto_a(tres.ver()), "C:\\a\\b\\c");
     // A view without data counts as empty inside the library.

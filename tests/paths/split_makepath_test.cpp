@@ -395,29 +395,23 @@ TEST(split_makepath, se_queda_con_las_piezas_pedidas) {
     ESPERA_AVISOS();
 }
 
-unsigned g_reservas_de_piezas = 0;
-
 // A share's drive is a view into the path, too.
 TEST(split_makepath, cortar_cuesta_un_bloque_por_pieza) {
-    static const auto de_antes = interno::memoria.reserva;
-    const sustituye<void* (*)(std::size_t)> contada(interno::memoria.reserva, [](std::size_t bytes) {
-        ++g_reservas_de_piezas;
-        return de_antes(bytes);
-    });
+    const reservas_contadas reservas;
     for (const wchar_t* path : {L"C:\\d\\f.x", L"\\\\srv\\share\\d\\f.x", L"\\\\srv\\share"}) {
-        g_reservas_de_piezas = 0;
+        reservas.toma();
         wchar_t* piezas[4];
         cdir_splitpath_con_comprobacion_UNICODE(path, &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
-        EXPECT_EQ(g_reservas_de_piezas, 4u) << u8(path);
+        EXPECT_EQ(reservas.toma(), 4u) << u8(path);
         for (wchar_t* pieza : piezas) {
             toma(pieza);
         }
     }
     for (const char* path : {"C:\\d\\f.x", "\\\\srv\\share\\d\\f.x"}) {
-        g_reservas_de_piezas = 0;
+        reservas.toma();
         char* piezas[4];
         cdir_splitpath_con_comprobacion(path, &piezas[0], &piezas[1], &piezas[2], &piezas[3]);
-        EXPECT_EQ(g_reservas_de_piezas, 4u) << path;
+        EXPECT_EQ(reservas.toma(), 4u) << path;
         for (char* pieza : piezas) {
             toma(pieza);
         }
@@ -426,15 +420,11 @@ TEST(split_makepath, cortar_cuesta_un_bloque_por_pieza) {
 
 // Its text; nothing where nobody is shown it.
 TEST(split_makepath, el_aviso_cuesta_un_bloque) {
-    static const auto de_antes = interno::memoria.reserva;
-    const sustituye<void* (*)(std::size_t)> contada(interno::memoria.reserva, [](std::size_t bytes) {
-        ++g_reservas_de_piezas;
-        return de_antes(bytes);
-    });
+    const reservas_contadas reservas;
     const auto bloques_de = [](auto corta, const auto* path) {
-        g_reservas_de_piezas = 0;
+        reservas_contadas::toma();
         corta(path, nullptr, nullptr, nullptr, nullptr);
-        return g_reservas_de_piezas;
+        return reservas_contadas::toma();
     };
     EXPECT_EQ(bloques_de(cdir_splitpath_con_comprobacion_UNICODE, L"C:\\d\\año?.x "), 1u);
     EXPECT_EQ(bloques_de(cdir_splitpath_con_comprobacion, cp1252("C:\\d\\año?.x ").c_str()), 1u);
