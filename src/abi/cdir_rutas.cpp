@@ -56,12 +56,11 @@ unsigned short cdir_es_path_valido_UNICODE(const wchar_t* path, wchar_t** mensaj
 }
 
 unsigned short cdir_nombre_base_valido_UNICODE(wchar_t* nombre) {
-    return logico(i_comprueba(nombre != nullptr, "nombre != NULL") &&
-                  (i_es_punto_o_dos(a_vista(nombre)) || i_recorta_y_comprueba(nombre)));
+    return logico(i_comprueba(nombre != nullptr, "nombre != NULL") && i_recorta_y_comprueba(nombre));
 }
 unsigned short cdir_nombre_base_valido(const char* nombre) {
     return logico(i_comprueba(nombre != nullptr, "nombre != NULL") &&
-                  i_nombre_base_valido_UNICODE(utf16_temporal(nombre).ver()));
+                  i_nombre_base_correcto(a_vista(nombre)));
 }
 
 unsigned short cdir_nombre_fichero_valido(wchar_t* nombre) {
@@ -175,7 +174,7 @@ unsigned short cdir_extension_valida_UNICODE(const wchar_t* ext) {
     return logico(i_comprueba(ext != nullptr, "ext != NULL") && i_caracteres_validos_UNICODE(a_vista(ext)));
 }
 unsigned short cdir_extension_valida(const char* ext) {
-    return puente<cdir_extension_valida_UNICODE>(ext);
+    return logico(i_comprueba(ext != nullptr, "ext != NULL") && i_caracteres_validos(a_vista(ext)));
 }
 
 wchar_t* cdir_extension_con_dolar_UNICODE(const wchar_t* ext) {
