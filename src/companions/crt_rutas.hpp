@@ -62,17 +62,23 @@ constexpr trozos_de_ruta<C> crt_splitpath(vista<C> ruta) noexcept {
     return i_trozos(ruta, i_cortes(ruta));
 }
 
-// Only the first character of the drive counts; a directory gets a final "\" and an extension its dot where they
-// lack them; empty pieces add nothing.
+// What the drive becomes in front, then the rest: a directory gets a final "\" and an extension its dot where they lack
+// them; empty pieces add nothing.
+template <class C>
+cadena<C> i_compone_piezas(vista<C> unidad, vista<C> tras_unidad, vista<C> directorio, vista<C> nombre,
+                           vista<C> extension) {
+    const bool falta_barra = !directorio.empty() && !acaba_en_separador(directorio);
+    const bool falta_punto = !extension.empty() && extension.front() != C('.');
+    return concatena<C>({unidad, tras_unidad, directorio, falta_barra ? LITERAL(C, "\\") : vista<C>(), nombre,
+                         falta_punto ? LITERAL(C, ".") : vista<C>(), extension});
+}
+
+// Only the first character of the drive counts.
 template <class C>
 cadena<C> crt_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
                        std::type_identity_t<vista<C>> nombre, std::type_identity_t<vista<C>> extension) {
-    const bool falta_barra = !directorio.empty() && !acaba_en_separador(directorio);
-    const bool falta_punto = !extension.empty() && extension.front() != C('.');
-    return concatena<C>({unidad.substr(0, unidad.empty() ? 0 : unidades_del_primero(unidad)),
-                         unidad.empty() ? vista<C>() : LITERAL(C, ":"), directorio,
-                         falta_barra ? LITERAL(C, "\\") : vista<C>(), nombre,
-                         falta_punto ? LITERAL(C, ".") : vista<C>(), extension});
+    const vista<C> letra = unidad.substr(0, unidad.empty() ? 0 : unidades_del_primero(unidad));
+    return i_compone_piezas(letra, letra.empty() ? letra : LITERAL(C, ":"), directorio, nombre, extension);
 }
 
 }  // namespace interno

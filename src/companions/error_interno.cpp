@@ -1,7 +1,6 @@
 // See error_interno.hpp.
 #include "companions/error_interno.hpp"
 
-#include <algorithm>
 #include <atomic>
 
 #include "companions/anfitrion.hpp"

@@ -1,10 +1,7 @@
 // See lumospy.hpp.
 #include "companions/lumospy.hpp"
 
-#include <atomic>
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 
 namespace interno {
 

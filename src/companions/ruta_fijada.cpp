@@ -44,11 +44,6 @@ bool i_cabe_tal_cual(vista_w ruta) noexcept {
     return (ruta.size() < primera_longitud_larga && i_es_absoluta(ruta)) || i_lleva_prefijo(ruta);
 }
 
-// Whether the system takes a full form as it is.
-bool i_es_corta_o_prefijada(vista_w forma) noexcept {
-    return forma.size() < primera_longitud_larga || i_lleva_prefijo(forma);
-}
-
 cadena_w i_prefija(vista_w forma) noexcept {
     return empieza_por(forma, L"\\\\") ? concatena<wchar_t>({prefijo_unc, forma.substr(2)})
                                        : concatena<wchar_t>({prefijo_largo, forma});
@@ -142,7 +137,7 @@ void ruta_fijada::i_fija(const wchar_t* de) {
         }
         forma = larga_.ver();
     }
-    if (!i_es_corta_o_prefijada(forma)) {
+    if (forma.size() >= primera_longitud_larga && !i_lleva_prefijo(forma)) {
         larga_ = i_prefija(forma);
     }
     texto_ = larga_.es_nula() ? corta_ : larga_.c_str();

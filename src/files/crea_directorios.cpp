@@ -1,7 +1,6 @@
 // See crea_directorios.hpp.
 #include "files/crea_directorios.hpp"
 
-#include <algorithm>
 #include <utility>
 
 #include "companions/buclrein.hpp"

@@ -2,7 +2,6 @@
 #include "files/permisos_escritura.hpp"
 
 #include "companions/directorio_abierto.hpp"
-#include "companions/lmlongpath.hpp"
 #include "companions/msglocal.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "files/crea_directorios.hpp"
@@ -23,20 +22,14 @@ bool i_puede_ser_por_borrar(DWORD codigo) noexcept {
            codigo == ERROR_INVALID_PARAMETER;
 }
 
-unsigned long long i_numero_callado(HANDLE abierto) noexcept {
-    const sin_dialogos callado;
-    return i_numero(abierto);
-}
-
 unsigned long long i_numero_de(const ruta_fijada& fichero) noexcept {
     const fichero_abierto abierto = lmlongpath_CreateFileW(
         fichero, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
         FILE_FLAG_OPEN_REPARSE_POINT);
-    return abierto.valida() ? i_numero_callado(abierto.get()) : 0;
+    return abierto.valida() ? i_numero(abierto.get()) : 0;
 }
 
 bool i_se_ira_al_cerrar(HANDLE creado) noexcept {
-    const sin_dialogos callado;
     FILE_DISPOSITION_INFO borrado = {TRUE};
     return sistema.SetFileInformationByHandle(creado, FileDispositionInfo, &borrado, sizeof borrado) != FALSE;
 }
@@ -44,6 +37,7 @@ bool i_se_ira_al_cerrar(HANDLE creado) noexcept {
 // Creates what is missing and takes it away again by the handle that made it: whoever puts a file of his own there
 // meanwhile keeps it. Where the mark is refused, the name is all there is to delete by: if it still names that file.
 motivo i_prueba_a_crear(const ruta_fijada& fichero) {
+    const sin_dialogos callado;
     fichero_abierto creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba | DELETE, a_solas, CREATE_NEW);
     if (!creado.valida() && i_puede_ser_por_borrar(creado.codigo)) {
         creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas, CREATE_NEW);
@@ -51,7 +45,7 @@ motivo i_prueba_a_crear(const ruta_fijada& fichero) {
     if (!creado.valida()) {
         return strgetlasterror_texto_cod_error(creado.codigo);
     }
-    const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero_callado(creado.get());
+    const unsigned long long numero = i_se_ira_al_cerrar(creado.get()) ? 0 : i_numero(creado.get());
     creado.cierra();
     if (numero != 0 && i_numero_de(fichero) == numero) {
         lmlongpath_DeleteFileW(fichero);

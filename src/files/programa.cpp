@@ -16,11 +16,6 @@ namespace {
 constexpr DWORD LMLONGPATH_LUMO_MAX_PATH = lmlongpath_get_longitud_maxima_permitida_path();
 constexpr int sitio_directorio_actual = 260;  // characters, terminator included
 
-// A path that does not exist, or a volume without such names: the path stays as it is.
-cadena_w i_o_como_esta(cadena_w forma, const wchar_t* path) noexcept {
-    return forma.es_nula() ? cadena_w(a_vista(path)) : std::move(forma);
-}
-
 // NULL after the report.
 const wchar_t* i_directorio_actual(wchar_t (&bufer)[sitio_directorio_actual]) noexcept {
     const wchar_t* getcwd_ret = sistema._wgetcwd(bufer, sitio_directorio_actual);
@@ -40,12 +35,16 @@ cadena_w i_path_del_programa() noexcept {
     return cadena_w(recorta_derecha(path));
 }
 
+// A path that does not exist, or that lies on a volume without such names, stays as it is.
+
 cadena_w i_path_corto(const wchar_t* path) noexcept {
-    return i_o_como_esta(lmlongpath_GetShortPathNameW(path), path);
+    cadena_w corto = lmlongpath_GetShortPathNameW(path);
+    return corto.es_nula() ? cadena_w(a_vista(path)) : std::move(corto);
 }
 
 cadena_w i_path_largo(const wchar_t* path) noexcept {
-    return lmlongpath_desprepend_path(i_o_como_esta(lmlongpath_GetLongPathNameW(path), path));
+    const cadena_w largo = lmlongpath_GetLongPathNameW(path);
+    return lmlongpath_desprepend_path(largo.es_nula() ? a_vista(path) : largo.ver());
 }
 
 cadena_w i_path_actual() noexcept {
@@ -57,11 +56,11 @@ cadena_w i_path_actual() noexcept {
 cadena_a i_path_actual_ansi() noexcept {
     wchar_t bufer[sitio_directorio_actual];
     const wchar_t* actual = i_directorio_actual(bufer);
-    const cadena_w largo = actual == nullptr
-                               ? cadena_w(vista_w())
-                               : i_respuesta_entera<wchar_t>([&](wchar_t* destino, DWORD sitio) {
-                                     return i_nombre_largo(actual, destino, sitio);
-                                 });
+    if (actual == nullptr) {
+        return cadena_a(vista_a());
+    }
+    const cadena_w largo = i_respuesta_entera<wchar_t>(
+        [&](wchar_t* destino, DWORD sitio) { return i_nombre_largo(actual, destino, sitio); });
     return utunicode_UNICODE_a_ANSI(largo.es_nula() ? a_vista(actual) : largo.ver());
 }
 

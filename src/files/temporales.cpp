@@ -1,8 +1,6 @@
 // See temporales.hpp.
 #include "files/temporales.hpp"
 
-#include <algorithm>
-
 #include "companions/arr.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmaviso.hpp"

@@ -1,10 +1,6 @@
 // See fichsdir.hpp.
 #include "listings/fichsdir.hpp"
 
-#include <algorithm>
-
-#include "companions/acadorde.hpp"
-#include "companions/ordena.hpp"
 #include "listings/filtro.hpp"
 #include "paths/nomsfich.hpp"
 #include "paths/split_makepath.hpp"

@@ -30,7 +30,7 @@ bool filtro_extension::admite(vista_w nombre) const {
 }
 
 bool filtro_extension::admite(vista_a nombre) const {
-    return admite_todos_ || i_admite_extension(a_vista(utf16_temporal(nombre.data()).c_str()));
+    return admite_todos_ || i_admite_extension(utf16_temporal(nombre).ver());
 }
 
 bool i_tiene_extension_de_la_lista(vista_w nombre, const ArrCADENA_u& extensiones) noexcept {

@@ -16,7 +16,6 @@ public:
         : extension_(extension),
           admite_todos_(extension.data() == nullptr || (!extension.empty() && extension.front() == L'*')) {}
 
-    // An 8-bit name must end in its terminator.
     bool admite(vista_w nombre) const;
     bool admite(vista_a nombre) const;
 

@@ -2,12 +2,10 @@
 #include "paths/split_makepath.hpp"
 
 #include "cdir_rutas.h"
-#include "companions/error_interno.hpp"
 #include "companions/unicode.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 #include "paths/nombres_validos.hpp"
-#include "paths/path_correcto.hpp"
 
 namespace interno {
 void i_muestra_fichero_incorrecto(vista_w path) {
@@ -115,13 +113,8 @@ cadena<C> i_makepath(vista<C> unidad, std::type_identity_t<vista<C>> directorio,
     if (!nombre.empty() && nombre.front() == C('\\')) {
         nombre.remove_prefix(1);
     }
-    const vista<C> barra = LITERAL(C, "\\");
-    const bool barra_tras_unidad = !acaba_en_separador(unidad);
-    const bool barra_tras_directorio = !directorio.empty() && !acaba_en_separador(directorio);
-    const bool falta_punto = !extension.empty() && extension.front() != C('.');
-    return concatena<C>({unidad, barra_tras_unidad ? barra : vista<C>(), directorio,
-                         barra_tras_directorio ? barra : vista<C>(), nombre,
-                         falta_punto ? LITERAL(C, ".") : vista<C>(), extension});
+    return i_compone_piezas(unidad, acaba_en_separador(unidad) ? vista<C>() : LITERAL(C, "\\"), directorio,
+                            nombre, extension);
 }
 
 namespace {

@@ -7,7 +7,6 @@
 #pragma once
 
 #include <optional>
-#include <type_traits>
 
 #include "companions/arr.hpp"
 #include "companions/error_interno.hpp"
