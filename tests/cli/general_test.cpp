@@ -194,130 +194,88 @@ TEST(uso, lo_que_no_se_entiende_acaba_en_2_y_no_escribe_nada_en_la_salida) {
     const fila filas[] = {
         {.argumentos = {"chek", "a"},
          .codigo = 2,
-         .salida = {},
-         .errores = "lumodir: there is no command 'chek'; did you mean 'check'?\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+         .errores = "lumodir: there is no command 'chek'; did you mean 'check'?\nTry 'lumodir --help'.\n"},
         {.argumentos = {"xyzzy"},
          .codigo = 2,
-         .salida = {},
-         .errores = "lumodir: there is no command 'xyzzy'\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+         .errores = "lumodir: there is no command 'xyzzy'\nTry 'lumodir --help'.\n"},
         {.argumentos = {"reg", "sett", "HKCU\\a"},
          .codigo = 2,
-         .salida = {},
          .errores =
-             "lumodir: there is no command 'reg sett'; did you mean 'reg set'?\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+             "lumodir: there is no command 'reg sett'; did you mean 'reg set'?\nTry 'lumodir --help'.\n"},
         {.argumentos = {"reg", "nothing"},
          .codigo = 2,
-         .salida = {},
-         .errores = "lumodir: there is no command 'reg nothing'\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+         .errores = "lumodir: there is no command 'reg nothing'\nTry 'lumodir --help'.\n"},
         {.argumentos = {"check"},
          .codigo = 2,
-         .salida = {},
          .errores = "lumodir: an argument is missing\nUsage: lumodir check PATH... [OPTION...]\nTry 'lumodir "
-                    "check --help'.\n",
-         .entrada = {}},
+                    "check --help'.\n"},
         {.argumentos = {"shorten", "a"},
          .codigo = 2,
-         .salida = {},
          .errores = "lumodir: an argument is missing\nUsage: lumodir shorten PATH N\nTry 'lumodir shorten "
-                    "--help'.\n",
-         .entrada = {}},
+                    "--help'.\n"},
         {.argumentos = {"shorten"},
          .codigo = 2,
-         .salida = {},
-         .errores =
-             "lumodir: arguments are missing\nUsage: lumodir shorten PATH N\nTry 'lumodir shorten --help'.\n",
-         .entrada = {}},
+         .errores = "lumodir: arguments are missing\nUsage: lumodir shorten PATH N\nTry 'lumodir shorten "
+                    "--help'.\n"},
         {.argumentos = {"cp", "a", "b"},
          .codigo = 2,
-         .salida = {},
          .errores =
              "lumodir: nothing is copied here, and no tree moved to another drive: copy, xcopy and robocopy "
-             "of Windows do that\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+             "of Windows do that\nTry 'lumodir --help'.\n"},
         {.argumentos = {"nope"},  // too short to look like 'name'
          .codigo = 2,
-         .salida = {},
-         .errores = "lumodir: there is no command 'nope'\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+         .errores = "lumodir: there is no command 'nope'\nTry 'lumodir --help'.\n"},
         {.argumentos = {"dir"},
          .codigo = 2,
-         .salida = {},
-         .errores = "lumodir: there is no command 'dir'; did you mean 'ls'?\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+         .errores = "lumodir: there is no command 'dir'; did you mean 'ls'?\nTry 'lumodir --help'.\n"},
         {.argumentos = {"remov", "a"},
          .codigo = 2,
-         .salida = {},
-         .errores = "lumodir: there is no command 'remov'; did you mean 'rm'?\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+         .errores = "lumodir: there is no command 'remov'; did you mean 'rm'?\nTry 'lumodir --help'.\n"},
         {.argumentos = {"-x", "ls"},
          .codigo = 2,
-         .salida = {},
-         .errores = "lumodir: unknown option '-x'\nTry 'lumodir --help'.\n",
-         .entrada = {}},
+         .errores = "lumodir: unknown option '-x'\nTry 'lumodir --help'.\n"},
         {.argumentos = {"tmp", "--ext", "--json"},  // what begins with two dashes is no value
          .codigo = 2,
          .salida =
              R"j({"error":"option '--ext' needs a value (E)","usage":"lumodir tmp [--ext E] [--in DIR] [OPTION...]"})j",
          .errores = "lumodir: option '--ext' needs a value (E)\n"
-                    "Usage: lumodir tmp [--ext E] [--in DIR] [OPTION...]\nTry 'lumodir tmp --help'.\n",
-         .entrada = {}},
+                    "Usage: lumodir tmp [--ext E] [--in DIR] [OPTION...]\nTry 'lumodir tmp --help'.\n"},
         {.argumentos = {"check", "a", "--quite"},
          .codigo = 2,
-         .salida = {},
          .errores = "lumodir: unknown option '--quite'; did you mean '--quiet'?\n"
-                    "Usage: lumodir check PATH... [OPTION...]\nTry 'lumodir check --help'.\n",
-         .entrada = {}},
+                    "Usage: lumodir check PATH... [OPTION...]\nTry 'lumodir check --help'.\n"},
         {.argumentos = {"shorten", "a", "3", "ñandú"},
          .codigo = 2,
-         .salida = {},
          .errores = "lumodir: unexpected argument: 'ñandú'\nUsage: lumodir shorten PATH N\n"
-                    "Try 'lumodir shorten --help'.\n",
-         .entrada = {}},
+                    "Try 'lumodir shorten --help'.\n"},
         {.argumentos = {"check", "--wrong", "a"},
          .codigo = 2,
-         .salida = {},
          .errores = "lumodir: unknown option '--wrong'\nUsage: lumodir check PATH... [OPTION...]\nTry "
-                    "'lumodir check --help'.\n",
-         .entrada = {}},
+                    "'lumodir check --help'.\n"},
         {.argumentos = {"check", "-x"},
          .codigo = 2,
-         .salida = {},
          .errores = "lumodir: unknown option '-x' (a path that begins with '-' goes after '--')\n"
-                    "Usage: lumodir check PATH... [OPTION...]\nTry 'lumodir check --help'.\n",
-         .entrada = {}},
+                    "Usage: lumodir check PATH... [OPTION...]\nTry 'lumodir check --help'.\n"},
         {.argumentos = {"check", "a", "--lang"},
          .codigo = 2,
-         .salida = {},
          .errores = "lumodir: option '--lang' needs a value (L)\nUsage: lumodir check PATH... [OPTION...]\n"
-                    "Try 'lumodir check --help'.\n",
-         .entrada = {}},
+                    "Try 'lumodir check --help'.\n"},
         {.argumentos = {"check", "a", "--quiet=1"},
          .codigo = 2,
-         .salida = {},
          .errores = "lumodir: option '--quiet' takes no value\nUsage: lumodir check PATH... [OPTION...]\n"
-                    "Try 'lumodir check --help'.\n",
-         .entrada = {}},
+                    "Try 'lumodir check --help'.\n"},
         {.argumentos = {"shorten", "a", "65536"},
          .codigo = 2,
-         .salida = {},
          .errores =
              "lumodir: N must be a number from 0 to 65535, not '65536'\nUsage: lumodir shorten PATH N\n"
-             "Try 'lumodir shorten --help'.\n",
-         .entrada = {}},
+             "Try 'lumodir shorten --help'.\n"},
         {.argumentos = {"--json", "check"},  // for a script both
          .codigo = 2,
          .salida = R"({"error":"an argument is missing","usage":"lumodir check PATH... [OPTION...]"})",
          .errores = "lumodir: an argument is missing\nUsage: lumodir check PATH... [OPTION...]\nTry 'lumodir "
-                    "check --help'.\n",
-         .entrada = {}},
+                    "check --help'.\n"},
     };
-    for (const fila& f : filas) {
-        cli::comprueba(f, d);
-    }
+    cli::comprueba(filas, d);
 }
 
 namespace {
@@ -348,7 +306,7 @@ TEST(idioma, por_codigo_nombre_o_numero) {
     for (const auto& [opciones, texto] : filas) {
         std::vector<std::string> argumentos = {"check", ""};
         argumentos.insert(argumentos.end(), opciones.begin(), opciones.end());
-        cli::comprueba({argumentos, 1, texto + "\n", i_aviso_de_idioma(opciones.back()), {}}, d);
+        cli::comprueba({argumentos, 1, texto + "\n", i_aviso_de_idioma(opciones.back())}, d);
     }
     // Other languages with their countries: the library's texts tell.
     for (const auto& [uno, otro] :
@@ -379,9 +337,9 @@ TEST(idioma, por_codigo_nombre_o_numero) {
 
 TEST(opciones, antes_o_despues_de_la_orden_y_guiones_dobles) {
     const cli::directorio_de_prueba d;
-    cli::comprueba({{"--json", "join", "a", "b"}, 0, R"({"path":"a\\b"})", {}, {}}, d);
-    cli::comprueba({{"join", "a", "--json", "b"}, 0, R"({"path":"a\\b"})", {}, {}}, d);
-    cli::comprueba({{"join", "--", "-a", "--json"}, 0, "-a\\--json\n", {}, {}}, d);
+    cli::comprueba({{"--json", "join", "a", "b"}, 0, R"({"path":"a\\b"})"}, d);
+    cli::comprueba({{"join", "a", "--json", "b"}, 0, R"({"path":"a\\b"})"}, d);
+    cli::comprueba({{"join", "--", "-a", "--json"}, 0, "-a\\--json\n"}, d);
     for (const char* corta : {"-v", "-V"}) {
         EXPECT_EQ(lumodir({corta}).salida, lumodir({"--version"}).salida);
     }
@@ -461,23 +419,19 @@ TEST(nombres, lo_que_enganya_a_una_terminal_se_escribe) {
     d.crea_fichero(" delante");
     const fila filas[] = {
         // A list for other programs has the names as they are.
-        {{"ls"}, 0, " delante\n" + linea + "\n" + al_reves + "\n", {}, {}},
+        {{"ls"}, 0, " delante\n" + linea + "\n" + al_reves + "\n"},
         {{"size", al_reves, linea, " delante"},
          0,
          "bytes     size  path\n    0  0 bytes  rtl<U+202E>gnp.exe\n    0  0 bytes  a<U+2028>b\n"
-         "    0  0 bytes  \" delante\"\n    0  0 bytes  total\n",
-         {},
-         {}},
-        {{"size", al_reves, "--json"}, 0, R"([{"path":")" + al_reves + R"(","size":0}])", {}, {}},
-        {{"mkdir", al_reves}, 1, {}, "lumodir: 'rtl<U+202E>gnp.exe' is a file\n", {}},
+         "    0  0 bytes  \" delante\"\n    0  0 bytes  total\n"},
+        {{"size", al_reves, "--json"}, 0, R"([{"path":")" + al_reves + R"(","size":0}])"},
+        {{"mkdir", al_reves}, 1, {}, "lumodir: 'rtl<U+202E>gnp.exe' is a file\n"},
         {{"rm", al_reves},
          0,
          "deleted rtl<U+202E>gnp.exe\n",
          "Delete the file 'rtl<U+202E>gnp.exe'? [y/N] \n",
          "y"},
     };
-    for (const fila& f : filas) {
-        cli::comprueba(f, d);
-    }
+    cli::comprueba(filas, d);
     EXPECT_FALSE(cli::existe(d.bajo(al_reves)));
 }

@@ -139,13 +139,19 @@ void pon_solo_lectura(const std::string& ruta);
 struct fila {
     std::vector<std::string> argumentos;
     int codigo = 0;
-    std::string salida;   // whole; with --json in the arguments: as compact JSON
-    std::string errores;  // whole
-    std::string entrada;
+    std::string salida = {};   // whole; with --json in the arguments: as compact JSON
+    std::string errores = {};  // whole
+    std::string entrada = {};
 };
 
 // Runs a row and expects exactly what it says.
 void comprueba(const fila& f, const directorio_de_prueba& d);
+template <std::size_t N>
+void comprueba(const fila (&filas)[N], const directorio_de_prueba& d) {
+    for (const fila& f : filas) {
+        comprueba(f, d);
+    }
+}
 
 // JSON text without blanks; what is not JSON comes back as "not JSON: ...".
 std::string json_compacto(const std::string& texto);

@@ -50,36 +50,26 @@ TEST(reg, ida_y_vuelta) {
     const std::string larga = "HKEY_CURRENT_USER" + k.substr(4);
     const std::string no_esta = "lumodir: the key '" + k + "' does not exist or may not be read\n";
     const fila filas[] = {
-        {{"reg", "get", k, "n"}, 1, {}, no_esta, {}},
-        {{"reg", "ls", k}, 1, {}, no_esta, {}},
-        {{"reg", "rm", k, "--yes"}, 1, {}, no_esta, {}},
-        {{"reg", "set", k, "nombre ñ", "dato 日本"}, 0, "set " + k + " nombre ñ\n", {}, {}},
-        {{"reg", "get", k, "nombre ñ"}, 0, "dato 日本\n", {}, {}},
+        {{"reg", "get", k, "n"}, 1, {}, no_esta},
+        {{"reg", "ls", k}, 1, {}, no_esta},
+        {{"reg", "rm", k, "--yes"}, 1, {}, no_esta},
+        {{"reg", "set", k, "nombre ñ", "dato 日本"}, 0, "set " + k + " nombre ñ\n"},
+        {{"reg", "get", k, "nombre ñ"}, 0, "dato 日本\n"},
         {{"reg", "get", larga, "nombre ñ", "--json"},
          0,
-         "{\"key\":\"" + i_doble(k) + R"(","name":"nombre ñ","data":"dato 日本"})",
-         {},
-         {}},
-        {{"reg", "get", k, "otro"}, 1, {}, "lumodir: the key '" + k + "' has no value 'otro'\n", {}},
-        {{"reg", "set", k, "", "por omisión"}, 0, "set " + k + " \n", {}, {}},
-        {{"reg", "set", k, "e", "%PATH%", "--expand"}, 0, "set " + k + " e\n", {}, {}},
-        {{"reg", "get", k, "e"}, 0, "%PATH%\n", {}, {}},
-        {{"reg", "set", k, "n", "4294967295", "--dword"}, 0, "set " + k + " n\n", {}, {}},
-        {{"reg", "set", k + "\\sub\\honda"}, 0, "set " + k + "\\sub\\honda\n", {}, {}},
-        {{"reg", "ls", k},
-         0,
-         "sub\\\nvalue      data\n(default)  por omisión\nnombre ñ   dato 日本\n",
-         {},
-         {}},
+         "{\"key\":\"" + i_doble(k) + R"(","name":"nombre ñ","data":"dato 日本"})"},
+        {{"reg", "get", k, "otro"}, 1, {}, "lumodir: the key '" + k + "' has no value 'otro'\n"},
+        {{"reg", "set", k, "", "por omisión"}, 0, "set " + k + " \n"},
+        {{"reg", "set", k, "e", "%PATH%", "--expand"}, 0, "set " + k + " e\n"},
+        {{"reg", "get", k, "e"}, 0, "%PATH%\n"},
+        {{"reg", "set", k, "n", "4294967295", "--dword"}, 0, "set " + k + " n\n"},
+        {{"reg", "set", k + "\\sub\\honda"}, 0, "set " + k + "\\sub\\honda\n"},
+        {{"reg", "ls", k}, 0, "sub\\\nvalue      data\n(default)  por omisión\nnombre ñ   dato 日本\n"},
         {{"reg", "ls", k + "\\sub\\", "--json"},
          0,
-         "{\"key\":\"" + i_doble(k) + R"(\\sub","subkeys":["honda"],"values":[]})",
-         {},
-         {}},
+         "{\"key\":\"" + i_doble(k) + R"(\\sub","subkeys":["honda"],"values":[]})"},
     };
-    for (const fila& f : filas) {
-        cli::comprueba(f, d);
-    }
+    cli::comprueba(filas, d);
     DWORD numero = 0, bytes = sizeof numero;
     EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, cli::w(k.substr(5)).c_str(), L"n", RRF_RT_REG_DWORD, nullptr,
                            &numero, &bytes),
@@ -100,16 +90,14 @@ TEST(reg, borrar_pregunta_y_llega_hasta_el_fondo) {
     const std::string nada = " [y/N] \nlumodir: not confirmed, nothing is done\n";
     const fila filas[] = {
         {{"reg", "rm", k, "v"}, 1, {}, "Delete the value 'v' of '" + k + "'?" + nada, "n\n"},
-        {{"reg", "rm", k}, 1, {}, "Delete the key '" + k + "' with 8 subkeys?" + nada, {}},
-        {{"reg", "get", k, "v"}, 0, "1\n", {}, {}},
-        {{"reg", "rm", k, "v", "--yes"}, 0, "deleted " + k + " v\n", {}, {}},
-        {{"reg", "rm", k, "v", "--yes"}, 1, {}, "lumodir: the key '" + k + "' has no value 'v'\n", {}},
-        {{"reg", "rm", k, "-y"}, 0, "deleted " + k + "\n", {}, {}},
-        {{"reg", "ls", k}, 1, {}, "lumodir: the key '" + k + "' does not exist or may not be read\n", {}},
+        {{"reg", "rm", k}, 1, {}, "Delete the key '" + k + "' with 8 subkeys?" + nada},
+        {{"reg", "get", k, "v"}, 0, "1\n"},
+        {{"reg", "rm", k, "v", "--yes"}, 0, "deleted " + k + " v\n"},
+        {{"reg", "rm", k, "v", "--yes"}, 1, {}, "lumodir: the key '" + k + "' has no value 'v'\n"},
+        {{"reg", "rm", k, "-y"}, 0, "deleted " + k + "\n"},
+        {{"reg", "ls", k}, 1, {}, "lumodir: the key '" + k + "' does not exist or may not be read\n"},
     };
-    for (const fila& f : filas) {
-        cli::comprueba(f, d);
-    }
+    cli::comprueba(filas, d);
 }
 
 TEST(reg, raices_y_mal_uso) {
@@ -129,28 +117,22 @@ TEST(reg, raices_y_mal_uso) {
          2,
          {},
          "lumodir: 'HKXX\\a' does not begin with HKCR, HKCC, HKCU, HKLM or HKU\n"
-         "Usage: lumodir reg ls KEY [OPTION...]\nTry 'lumodir reg ls --help'.\n",
-         {}},
+         "Usage: lumodir reg ls KEY [OPTION...]\nTry 'lumodir reg ls --help'.\n"},
         {{"reg", "ls", "HKCU", "--view", "16"},
          2,
          {},
          "lumodir: --view must be 32 or 64\nUsage: lumodir reg ls KEY [OPTION...]\nTry 'lumodir reg ls "
-         "--help'.\n",
-         {}},
+         "--help'.\n"},
         {{"reg", "set", "HKCU\\Software\\x", "n"},
          2,
          {},
-         "lumodir: a value needs its data too; without a name the key alone is created\n" + uso,
-         {}},
+         "lumodir: a value needs its data too; without a name the key alone is created\n" + uso},
         {{"reg", "set", "HKCU\\Software\\x", "n", "x", "--dword"},
          2,
          {},
-         "lumodir: the value must be a number from 0 to 4294967295, not 'x'\n" + uso,
-         {}},
+         "lumodir: the value must be a number from 0 to 4294967295, not 'x'\n" + uso},
     };
-    for (const fila& f : filas) {
-        cli::comprueba(f, d);
-    }
+    cli::comprueba(filas, d);
     const cli::resultado sola = lumodir({"reg"});
     EXPECT_EQ(sola.codigo, 2);
     EXPECT_NE(sola.errores.find("\n  reg ls "), std::string::npos) << sola.errores;
