@@ -71,177 +71,45 @@ struct caso_correcto {
     const char* ruta;
     const char* base;
     const char* ext;
-    const char* nombre;      // with extension
     const char* tras_barra;  // after the last backslash
     const char* directorio;
     const char* sin_ext;
-    const char* con_dat;
 };
 }  // namespace
 
 TEST(componentes, da_cada_pieza_de_una_ruta_correcta) {
     const caso_correcto casos[] = {
-        {.ruta = "C:\\a\\b.txt",
-         .base = "b",
-         .ext = "txt",
-         .nombre = "b.txt",
-         .tras_barra = "b.txt",
-         .directorio = "C:\\a\\",
-         .sin_ext = "C:\\a\\b",
-         .con_dat = "C:\\a\\b.dat"},
-        {.ruta = "C:\\dir\\file.tar.gz",
-         .base = "file.tar",
-         .ext = "gz",
-         .nombre = "file.tar.gz",
-         .tras_barra = "file.tar.gz",
-         .directorio = "C:\\dir\\",
-         .sin_ext = "C:\\dir\\file.tar",
-         .con_dat = "C:\\dir\\file.tar.dat"},
-        {.ruta = "C:\\dir\\.profile",
-         .base = ".profile",
-         .ext = "",
-         .nombre = ".profile",
-         .tras_barra = ".profile",
-         .directorio = "C:\\dir\\",
-         .sin_ext = "C:\\dir\\.profile",
-         .con_dat = "C:\\dir\\.profile.dat"},  // all base name
-        {.ruta = ".profile",
-         .base = ".profile",
-         .ext = "",
-         .nombre = ".profile",
-         .tras_barra = ".profile",
-         .directorio = "",
-         .sin_ext = ".profile",
-         .con_dat = ".profile.dat"},
-        {.ruta = "C:/dir/file.txt",
-         .base = "file",
-         .ext = "txt",
-         .nombre = "file.txt",
-         .tras_barra = "C:/dir/file.txt",
-         .directorio = "C:/dir/",
-         .sin_ext = "C:/dir/file",
-         .con_dat = "C:/dir/file.dat"},  // "/" is no separator for the name after the backslash
-        {.ruta = "a/b\\c/d",
-         .base = "d",
-         .ext = "",
-         .nombre = "d",
-         .tras_barra = "c/d",
-         .directorio = "a/b\\c/",
-         .sin_ext = "a/b\\c/d",
-         .con_dat = "a/b\\c/d.dat"},
-        {.ruta = "file.txt",
-         .base = "file",
-         .ext = "txt",
-         .nombre = "file.txt",
-         .tras_barra = "file.txt",
-         .directorio = "",
-         .sin_ext = "file",
-         .con_dat = "file.dat"},
-        {.ruta = "C:file.txt",
-         .base = "file",
-         .ext = "txt",
-         .nombre = "file.txt",
-         .tras_barra = "C:file.txt",
-         .directorio = "",
-         .sin_ext = "C:file",
-         .con_dat = "C:file.dat"},  // not 'C:'
-        {.ruta = "\\\\srv\\share\\dir\\f.txt",
-         .base = "f",
-         .ext = "txt",
-         .nombre = "f.txt",
-         .tras_barra = "f.txt",
-         .directorio = "\\\\srv\\share\\dir\\",
-         .sin_ext = "\\\\srv\\share\\dir\\f",
-         .con_dat = "\\\\srv\\share\\dir\\f.dat"},
-        {.ruta = "\\\\srv\\share\\f",
-         .base = "f",
-         .ext = "",
-         .nombre = "f",
-         .tras_barra = "f",
-         .directorio = "\\\\srv\\share\\",
-         .sin_ext = "\\\\srv\\share\\f",
-         .con_dat = "\\\\srv\\share\\f.dat"},
-        {.ruta = "C:\\a\\b",
-         .base = "b",
-         .ext = "",
-         .nombre = "b",
-         .tras_barra = "b",
-         .directorio = "C:\\a\\",
-         .sin_ext = "C:\\a\\b",
-         .con_dat = "C:\\a\\b.dat"},
-        {.ruta = "C:\\a\\b .txt",
-         .base = "b ",
-         .ext = "txt",
-         .nombre = "b .txt",
-         .tras_barra = "b .txt",
-         .directorio = "C:\\a\\",
-         .sin_ext = "C:\\a\\b",
-         .con_dat = "C:\\a\\b.dat"},  // the inner blank goes
-        {.ruta = "C:\\d\\a.b c",
-         .base = "a",
-         .ext = "b c",
-         .nombre = "a.b c",
-         .tras_barra = "a.b c",
-         .directorio = "C:\\d\\",
-         .sin_ext = "C:\\d\\a",
-         .con_dat = "C:\\d\\a.dat"},  // inner blank
-        {.ruta = "C:\\x.y\\file",
-         .base = "file",
-         .ext = "",
-         .nombre = "file",
-         .tras_barra = "file",
-         .directorio = "C:\\x.y\\",
-         .sin_ext = "C:\\x.y\\file",
-         .con_dat = "C:\\x.y\\file.dat"},
-        {.ruta = "C:\\dir\\*",
-         .base = "*",
-         .ext = "",
-         .nombre = "*",
-         .tras_barra = "*",
-         .directorio = "C:\\dir\\",
-         .sin_ext = "C:\\dir\\*",
-         .con_dat = "C:\\dir\\*.dat"},  // wildcards
-        {.ruta = "C:\\dir\\*.*",
-         .base = "*",
-         .ext = "*",
-         .nombre = "*.*",
-         .tras_barra = "*.*",
-         .directorio = "C:\\dir\\",
-         .sin_ext = "C:\\dir\\*",
-         .con_dat = "C:\\dir\\*.dat"},
-        {.ruta = "C:\\dir\\*.txt",
-         .base = "*",
-         .ext = "txt",
-         .nombre = "*.txt",
-         .tras_barra = "*.txt",
-         .directorio = "C:\\dir\\",
-         .sin_ext = "C:\\dir\\*",
-         .con_dat = "C:\\dir\\*.dat"},
-        {.ruta = "C:\\año\\señal número.niño",
-         .base = "señal número",
-         .ext = "niño",
-         .nombre = "señal número.niño",
-         .tras_barra = "señal número.niño",
-         .directorio = "C:\\año\\",
-         .sin_ext = "C:\\año\\señal número",
-         .con_dat = "C:\\año\\señal número.dat"},
-        {.ruta = "..\\x\\€.tž",
-         .base = "€",
-         .ext = "tž",
-         .nombre = "€.tž",
-         .tras_barra = "€.tž",
-         .directorio = "..\\x\\",
-         .sin_ext = "..\\x\\€",
-         .con_dat = "..\\x\\€.dat"},
+        {"C:\\a\\b.txt", "b", "txt", "b.txt", "C:\\a\\", "C:\\a\\b"},
+        {"C:\\dir\\file.tar.gz", "file.tar", "gz", "file.tar.gz", "C:\\dir\\", "C:\\dir\\file.tar"},
+        {"C:\\dir\\.profile", ".profile", "", ".profile", "C:\\dir\\", "C:\\dir\\.profile"},  // all base name
+        {".profile", ".profile", "", ".profile", "", ".profile"},
+        {"C:/dir/file.txt", "file", "txt", "C:/dir/file.txt", "C:/dir/",
+         "C:/dir/file"},  // "/" is no separator for the name after the backslash
+        {"a/b\\c/d", "d", "", "c/d", "a/b\\c/", "a/b\\c/d"},
+        {"file.txt", "file", "txt", "file.txt", "", "file"},
+        {"C:file.txt", "file", "txt", "C:file.txt", "", "C:file"},  // not 'C:'
+        {"\\\\srv\\share\\dir\\f.txt", "f", "txt", "f.txt", "\\\\srv\\share\\dir\\",
+         "\\\\srv\\share\\dir\\f"},
+        {"\\\\srv\\share\\f", "f", "", "f", "\\\\srv\\share\\", "\\\\srv\\share\\f"},
+        {"C:\\a\\b", "b", "", "b", "C:\\a\\", "C:\\a\\b"},
+        {"C:\\a\\b .txt", "b ", "txt", "b .txt", "C:\\a\\", "C:\\a\\b"},  // the inner blank goes
+        {"C:\\d\\a.b c", "a", "b c", "a.b c", "C:\\d\\", "C:\\d\\a"},     // inner blank
+        {"C:\\x.y\\file", "file", "", "file", "C:\\x.y\\", "C:\\x.y\\file"},
+        {"C:\\dir\\*", "*", "", "*", "C:\\dir\\", "C:\\dir\\*"},  // wildcards
+        {"C:\\dir\\*.*", "*", "*", "*.*", "C:\\dir\\", "C:\\dir\\*"},
+        {"C:\\dir\\*.txt", "*", "txt", "*.txt", "C:\\dir\\", "C:\\dir\\*"},
+        {"C:\\año\\señal número.niño", "señal número", "niño", "señal número.niño", "C:\\año\\",
+         "C:\\año\\señal número"},
+        {"..\\x\\€.tž", "€", "tž", "€.tž", "..\\x\\", "..\\x\\€"},
     };
     for (const caso_correcto& c : casos) {
         espera(nombre_base, c.ruta, c.base);
         espera(extension, c.ruta, c.ext);
-        espera(nombre_y_ext, c.ruta, c.nombre);
+        espera(nombre_y_ext, c.ruta, c.base + std::string(*c.ext == 0 ? "" : ".") + c.ext);
         espera(tras_barra, c.ruta, c.tras_barra);
         espera(directorio, c.ruta, c.directorio);
         espera(sin_extension, c.ruta, c.sin_ext);
-        espera(con_dat, c.ruta, c.con_dat);
+        espera(con_dat, c.ruta, c.sin_ext + std::string(".dat"));
     }
 }
 
@@ -274,58 +142,15 @@ TEST(componentes, una_ruta_incorrecta_se_comunica_y_da_sus_piezas) {
         const char* ext;
         const char* nombre;
         const char* sin_ext;
-        const char* con_dat;
     };
     const caso casos[] = {
-        {.ruta = "C:\\d\\name.",
-         .recortada = "C:\\d\\name.",
-         .base = "name",
-         .ext = "",
-         .nombre = "name.",
-         .sin_ext = "C:\\d\\name",
-         .con_dat = "C:\\d\\name.dat"},
-        {.ruta = "C:\\d\\a|b.t?t  ",
-         .recortada = "C:\\d\\a|b.t?t",
-         .base = "a|b",
-         .ext = "t?t",
-         .nombre = "a|b.t?t",
-         .sin_ext = "C:\\d\\a|b",
-         .con_dat = "C:\\d\\a|b.dat"},
-        {.ruta = "C:\\d\\a*.txt",
-         .recortada = "C:\\d\\a*.txt",
-         .base = "a*",
-         .ext = "txt",
-         .nombre = "a*.txt",
-         .sin_ext = "C:\\d\\a*",
-         .con_dat = "C:\\d\\a*.dat"},
-        {.ruta = "1:\\ñ.txt",
-         .recortada = "1:\\ñ.txt",
-         .base = "ñ",
-         .ext = "txt",
-         .nombre = "ñ.txt",
-         .sin_ext = "1:\\ñ",
-         .con_dat = "1:\\ñ.dat"},
-        {.ruta = "C:\\con\\aux",
-         .recortada = "C:\\con\\aux",
-         .base = "aux",
-         .ext = "",
-         .nombre = "aux",
-         .sin_ext = "C:\\con\\aux",
-         .con_dat = "C:\\con\\aux.dat"},
-        {.ruta = "..",
-         .recortada = "..",
-         .base = ".",
-         .ext = "",
-         .nombre = "..",
-         .sin_ext = ".",
-         .con_dat = "..dat"},
-        {.ruta = "*.*",
-         .recortada = "*.*",
-         .base = "*",
-         .ext = "*",
-         .nombre = "*.*",
-         .sin_ext = "*",
-         .con_dat = "*.dat"},  // without its wildcards it is empty
+        {"C:\\d\\name.", "C:\\d\\name.", "name", "", "name.", "C:\\d\\name"},
+        {"C:\\d\\a|b.t?t  ", "C:\\d\\a|b.t?t", "a|b", "t?t", "a|b.t?t", "C:\\d\\a|b"},
+        {"C:\\d\\a*.txt", "C:\\d\\a*.txt", "a*", "txt", "a*.txt", "C:\\d\\a*"},
+        {"1:\\ñ.txt", "1:\\ñ.txt", "ñ", "txt", "ñ.txt", "1:\\ñ"},
+        {"C:\\con\\aux", "C:\\con\\aux", "aux", "", "aux", "C:\\con\\aux"},
+        {"..", "..", ".", "", "..", "."},
+        {"*.*", "*.*", "*", "*", "*.*", "*"},  // without its wildcards it is empty
     };
     for (const caso& c : casos) {
         const std::vector<informe> informes = {dicho(correcto, c.recortada)};
@@ -333,7 +158,7 @@ TEST(componentes, una_ruta_incorrecta_se_comunica_y_da_sus_piezas) {
         espera(extension, c.ruta, c.ext, informes);
         espera(nombre_y_ext, c.ruta, c.nombre, informes);
         espera(sin_extension, c.ruta, c.sin_ext, informes);
-        espera(con_dat, c.ruta, c.con_dat, informes);
+        espera(con_dat, c.ruta, c.sin_ext + std::string(".dat"), informes);
     }
     ESPERA_AVISOS();
 }
