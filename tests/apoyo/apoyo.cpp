@@ -55,10 +55,7 @@ class alrededor_de_cada_prueba : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo&) override {
         g_respuesta = nullptr;
         g_al_dormir = nullptr;
-        toma_informes();
-        toma_avisos();
-        toma_preguntas();
-        toma_esperas();
+        olvida_todo();
         interno::i_restablece_modo_servicio();
         interno::plataforma::duerme_ms = duerme;
         error_interno_establece_receptor(recibe_informe, nullptr);
@@ -123,6 +120,13 @@ std::vector<pregunta> toma_preguntas() {
 
 std::vector<unsigned long> toma_esperas() {
     return vacia(g_esperas);
+}
+
+void olvida_todo() {
+    toma_informes();
+    toma_avisos();
+    toma_preguntas();
+    toma_esperas();
 }
 
 void contesta(std::function<unsigned short(const pregunta&)> respuesta) {

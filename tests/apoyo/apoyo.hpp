@@ -36,6 +36,7 @@ std::vector<std::string> toma_expresiones();  // of the reports
 std::vector<std::string> toma_avisos();       // warnings shown
 std::vector<pregunta> toma_preguntas();
 std::vector<unsigned long> toma_esperas();  // milliseconds of each pause
+void olvida_todo();
 
 // How the retry question answers during this test (default: gives up); and what is done while the library
 // "sleeps" (default: nothing, and no time passes).
@@ -58,7 +59,7 @@ constexpr unsigned short no_contesta = 7;
 template <class T>
 class sustituye {
 public:
-    sustituye(T& sitio, T valor) : sitio_(sitio), antes_(sitio) { sitio = valor; }
+    sustituye(T& sitio, std::type_identity_t<T> valor) : sitio_(sitio), antes_(sitio) { sitio = valor; }
     ~sustituye() { sitio_ = antes_; }
     sustituye(const sustituye&) = delete;
     sustituye& operator=(const sustituye&) = delete;

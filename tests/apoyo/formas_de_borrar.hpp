@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apoyo/directorio.hpp"
+#include "apoyo/exportada.hpp"
 #include "cdir.h"
 #include "companions/arr.h"
 
@@ -23,53 +24,40 @@ struct forma_de_borrar {
     bool debe;  // reports when not every file went
     respuesta contesta;
     std::function<unsigned short(const std::string&)> borra;
+
+    bool da_respuesta() const { return contesta != respuesta::ninguna; }
 };
 
 inline const forma_de_borrar formas_de_borrar[] = {
     {"cdir_borra_contenido_directorio_UNICODE", false, true, false, false, false, respuesta::ninguna,
-     [](const std::string& r) {
-         cdir_borra_contenido_directorio_UNICODE(w(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_contenido_directorio_UNICODE, r); }},
     {"cdir_borra_contenido_directorio", false, true, false, false, false, respuesta::ninguna,
-     [](const std::string& r) {
-         cdir_borra_contenido_directorio(cp1252(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_contenido_directorio, r); }},
     {"cdir_borra_directorio_y_subdirectorios_UNICODE", true, true, false, false, false,
      respuesta::se_fue_el_directorio,
-     [](const std::string& r) { return cdir_borra_directorio_y_subdirectorios_UNICODE(w(r).c_str()); }},
+     [](const std::string& r) { return llama(cdir_borra_directorio_y_subdirectorios_UNICODE, r); }},
     {"cdir_borra_directorio_y_subdirectorios", true, true, false, false, false, respuesta::ninguna,
-     [](const std::string& r) {
-         cdir_borra_directorio_y_subdirectorios(cp1252(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_directorio_y_subdirectorios, r); }},
     {"cdir_borra_directorio_y_subdirectorios_parando", true, true, false, false, false,
      respuesta::se_fue_el_directorio,
      [](const std::string& r) {
          unsigned short sigue = 1;
-         return cdir_borra_directorio_y_subdirectorios_parando(w(r).c_str(), &sigue);
+         return llama(cdir_borra_directorio_y_subdirectorios_parando, r, &sigue);
      }},
     {"cdir_borra_contenido_directorio_reintentando_u", false, false, true, true, true, respuesta::ninguna,
-     [](const std::string& r) {
-         cdir_borra_contenido_directorio_reintentando_u(w(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_contenido_directorio_reintentando_u, r); }},
     {"cdir_borra_contenido_directorio_si_es_posible_reintentando_u", true, true, true, true, false,
      respuesta::se_fueron_los_ficheros,
      [](const std::string& r) {
-         return cdir_borra_contenido_directorio_si_es_posible_reintentando_u(w(r).c_str());
+         return llama(cdir_borra_contenido_directorio_si_es_posible_reintentando_u, r);
      }},
     {"cdir_borra_directorio_y_subdirectorios_reintentando_u", true, true, true, true, true,
      respuesta::ninguna,
-     [](const std::string& r) {
-         cdir_borra_directorio_y_subdirectorios_reintentando_u(w(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_directorio_y_subdirectorios_reintentando_u, r); }},
     {"cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE", true, true, true, false, false,
      respuesta::se_fue_el_directorio,
      [](const std::string& r) {
-         return cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(w(r).c_str(), nullptr);
+         return llama(cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE, r, nullptr);
      }},
 };
 

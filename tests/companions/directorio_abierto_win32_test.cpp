@@ -256,8 +256,7 @@ TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_no_se_sabe_no_se_toc
     v.desfase_de_manijas = 2;
     v.desfase_de_punto = 1;
     raiz_abierta raiz(L"C:\\d");
-    const sustituye<decltype(interno::sistema.sigue_enlaces)> los_sigue(interno::sistema.sigue_enlaces,
-                                                                        []() -> BOOL { return TRUE; });
+    const sustituye los_sigue(interno::sistema.sigue_enlaces, []() -> BOOL { return TRUE; });
     const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
     directorio_abierto s;
     EXPECT_EQ(s.abre(raiz.directorio, leida), DWORD{ERROR_CANT_ACCESS_FILE});
@@ -706,9 +705,8 @@ TEST(directorio_abierto, lo_que_no_dice_que_es_no_se_abre) {
     v.pon("C:\\d\\s", {});
     fallos libro;
     libro.falla_siempre("GetFileInformationByHandle", ERROR_INVALID_FUNCTION);
-    const sustituye<decltype(interno::sistema.GetFileInformationByHandleEx)> callado(
-        interno::sistema.GetFileInformationByHandleEx,
-        [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) -> BOOL { return FALSE; });
+    const sustituye callado(interno::sistema.GetFileInformationByHandleEx,
+                            [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) -> BOOL { return FALSE; });
     raiz_abierta raiz(L"C:\\d");
     EXPECT_EQ(raiz.codigo, DWORD{ERROR_CANT_ACCESS_FILE});
     EXPECT_EQ(libro.manijas_abiertas(), 0u);

@@ -141,7 +141,7 @@ TEST(error_interno, sin_receptor_no_se_pide_memoria) {
     // Exhausted memory is reported through here.
     static unsigned peticiones;
     peticiones = 0;
-    const sustituye<void* (*)(std::size_t)> reserva(memoria.reserva, [](std::size_t) -> void* {
+    const sustituye reserva(memoria.reserva, [](std::size_t) -> void* {
         ++peticiones;
         return nullptr;
     });

@@ -140,20 +140,19 @@ TEST(lmlongpath, si_la_forma_completa_crece_se_pregunta_de_nuevo) {
     // As when another thread changes the current directory between the two questions.
     static int llamadas;
     llamadas = 0;
-    const sustituye<decltype(&::GetFullPathNameW)> crece(
-        sistema.GetFullPathNameW,
-        [](const wchar_t*, DWORD sitio, wchar_t* destino, wchar_t**) WINAPI -> DWORD {
-            ++llamadas;
-            const DWORD largo = llamadas == 1 ? 300 : 400;
-            if (sitio <= largo) {
-                return largo + 1;
-            }
-            for (DWORD i = 0; i < largo; ++i) {
-                destino[i] = i == 0 ? L'C' : i == 1 ? L':' : i == 2 ? L'\\' : L'y';
-            }
-            destino[largo] = 0;
-            return largo;
-        });
+    const sustituye crece(sistema.GetFullPathNameW,
+                          [](const wchar_t*, DWORD sitio, wchar_t* destino, wchar_t**) WINAPI -> DWORD {
+                              ++llamadas;
+                              const DWORD largo = llamadas == 1 ? 300 : 400;
+                              if (sitio <= largo) {
+                                  return largo + 1;
+                              }
+                              for (DWORD i = 0; i < largo; ++i) {
+                                  destino[i] = i == 0 ? L'C' : i == 1 ? L':' : i == 2 ? L'\\' : L'y';
+                              }
+                              destino[largo] = 0;
+                              return largo;
+                          });
     EXPECT_EQ(toma(lmlongpath_prepended_path_si_necesario(L"relativa")),
               "\\\\?\\C:\\" + std::string(397, 'y'));
     EXPECT_EQ(llamadas, 3);
@@ -317,11 +316,10 @@ TEST(lmlongpath, el_codigo_de_un_fallo_se_entrega_y_queda_como_ultimo_error) {
         EXPECT_EQ(lmlongpath_GetFileSize(falta.c_str(), nullptr), ~0ull);
         EXPECT_EQ(::GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
         // Wine gives a prefixed path back without looking for it.
-        const sustituye<decltype(&::GetLongPathNameW)> no_hay(
-            sistema.GetLongPathNameW, [](const wchar_t*, wchar_t*, DWORD) WINAPI -> DWORD {
-                ::SetLastError(ERROR_FILE_NOT_FOUND);
-                return 0;
-            });
+        const sustituye no_hay(sistema.GetLongPathNameW, [](const wchar_t*, wchar_t*, DWORD) WINAPI -> DWORD {
+            ::SetLastError(ERROR_FILE_NOT_FOUND);
+            return 0;
+        });
         // Those that answer without a code leave it in place as well.
         WIN32_FIND_DATAW encontrado;
         const std::function<void()> sin_out[] = {
@@ -372,14 +370,13 @@ TEST(lmlongpath, los_atributos_vacios_se_dicen_normales) {
     // Zero would leave them as they are, the protection included.
     static DWORD puestos;
     puestos = 77;
-    const sustituye<decltype(&::GetFileAttributesW)> lee(
-        sistema.GetFileAttributesW, [](const wchar_t*) WINAPI -> DWORD { return FILE_ATTRIBUTE_READONLY; });
-    const sustituye<decltype(&::SetFileAttributesW)> pone(sistema.SetFileAttributesW,
-                                                          [](const wchar_t*, DWORD a) WINAPI -> BOOL {
-                                                              puestos = a;
-                                                              return TRUE;
-                                                          });
-    const sustituye<BOOL(WINAPI*)()> sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
+    const sustituye lee(sistema.GetFileAttributesW,
+                        [](const wchar_t*) WINAPI -> DWORD { return FILE_ATTRIBUTE_READONLY; });
+    const sustituye pone(sistema.SetFileAttributesW, [](const wchar_t*, DWORD a) WINAPI -> BOOL {
+        puestos = a;
+        return TRUE;
+    });
+    const sustituye sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
     EXPECT_TRUE(lmlongpath_wchmod(L"C:\\x", modo_escritura));
     EXPECT_EQ(puestos, DWORD{FILE_ATTRIBUTE_NORMAL});
     EXPECT_TRUE(lmlongpath_wchmod(L"C:\\x", modo_lectura));
@@ -389,28 +386,27 @@ TEST(lmlongpath, los_atributos_vacios_se_dicen_normales) {
 TEST(lmlongpath, la_marca_de_un_directorio_no_impide_escribir_en_el) {
     const directorio_temporal dir;
     dir.directorio("d");
-    const sustituye<decltype(&::GetFileAttributesW)> lee(
-        sistema.GetFileAttributesW,
-        [](const wchar_t*) WINAPI -> DWORD { return FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY; });
+    const sustituye lee(sistema.GetFileAttributesW, [](const wchar_t*) WINAPI -> DWORD {
+        return FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
+    });
     EXPECT_EQ(lmlongpath_waccess(dir.ruta_w("d").c_str(), acceso_escritura), 1);
 }
 
 TEST(lmlongpath, los_indicadores_de_renombrar_mover_y_buscar) {
     static DWORD indicadores;
     static FINDEX_INFO_LEVELS nivel;
-    const sustituye<decltype(&::MoveFileExW)> mueve(
-        sistema.MoveFileExW, [](const wchar_t*, const wchar_t*, DWORD i) WINAPI -> BOOL {
-            indicadores = i;
-            return TRUE;
-        });
-    const sustituye<decltype(&::FindFirstFileExW)> busca(
-        sistema.FindFirstFileExW,
-        [](const wchar_t*, FINDEX_INFO_LEVELS n, void*, FINDEX_SEARCH_OPS, void*, DWORD i) WINAPI -> HANDLE {
-            nivel = n;
-            indicadores = i;
-            return INVALID_HANDLE_VALUE;
-        });
-    const sustituye<BOOL(WINAPI*)()> sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
+    const sustituye mueve(sistema.MoveFileExW, [](const wchar_t*, const wchar_t*, DWORD i) WINAPI -> BOOL {
+        indicadores = i;
+        return TRUE;
+    });
+    const sustituye busca(sistema.FindFirstFileExW,
+                          [](const wchar_t*, FINDEX_INFO_LEVELS n, void*, FINDEX_SEARCH_OPS, void*, DWORD i)
+                              WINAPI -> HANDLE {
+                                  nivel = n;
+                                  indicadores = i;
+                                  return INVALID_HANDLE_VALUE;
+                              });
+    const sustituye sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
     EXPECT_TRUE(lmlongpath_RenameFileW(L"C:\\a", L"C:\\b").hecho);
     EXPECT_EQ(indicadores, DWORD{MOVEFILE_COPY_ALLOWED});  // to another volume too, never over another file
     EXPECT_TRUE(lmlongpath_MoveFileW(L"C:\\a", L"C:\\b", 0).hecho);
@@ -428,11 +424,10 @@ TEST(lmlongpath, los_indicadores_de_renombrar_mover_y_buscar) {
 
 TEST(lmlongpath, un_recurso_con_varios_separadores_es_ese_recurso) {
     static std::vector<std::string> pedidos;
-    const sustituye<decltype(&::GetFileAttributesW)> espia(sistema.GetFileAttributesW,
-                                                           [](const wchar_t* ruta) WINAPI -> DWORD {
-                                                               pedidos.push_back(u8(ruta));
-                                                               return INVALID_FILE_ATTRIBUTES;
-                                                           });
+    const sustituye espia(sistema.GetFileAttributesW, [](const wchar_t* ruta) WINAPI -> DWORD {
+        pedidos.push_back(u8(ruta));
+        return INVALID_FILE_ATTRIBUTES;
+    });
     const struct {
         std::string dada;
         std::string pedida;

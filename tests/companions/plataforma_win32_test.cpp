@@ -98,7 +98,7 @@ const fila_invalida filas_invalidas[] = {
 
 TEST(plataforma, bytes_que_no_valen_dan_el_caracter_de_sustitucion) {
     for (const fila_invalida& caso : filas_invalidas) {
-        const sustituye<unsigned> pagina(plataforma::pagina_de_codigos, caso.pagina);
+        const sustituye pagina(plataforma::pagina_de_codigos, caso.pagina);
         EXPECT_EQ(u8(ancho(caso.bytes)), caso.texto) << caso.pagina;
     }
 }
@@ -201,7 +201,7 @@ const fila_caja filas_caja[] = {
 
 TEST(plataforma, la_caja_de_caracteres_de_varios_bytes) {
     for (const fila_caja& f : filas_caja) {
-        const sustituye<unsigned> pagina(plataforma::pagina_de_codigos, f.pagina);
+        const sustituye pagina(plataforma::pagina_de_codigos, f.pagina);
         texto_a menor = f.original;
         plataforma::minusculas_ansi(menor.data(), menor.size());
         EXPECT_EQ(menor, f.menor) << f.pagina << " " << f.original;
@@ -350,8 +350,7 @@ DWORD WINAPI valor_que_crece(LPCWSTR nombre, LPWSTR destino, DWORD sitio) {
 }  // namespace
 
 TEST(plataforma, una_variable_que_crece_se_pregunta_hasta_que_cabe) {
-    const sustituye<decltype(sistema.GetEnvironmentVariableW)> crece(sistema.GetEnvironmentVariableW,
-                                                                     valor_que_crece);
+    const sustituye crece(sistema.GetEnvironmentVariableW, valor_que_crece);
     g_veces = 0;
     EXPECT_EQ(u8(plataforma::variable_de_entorno(L"CRECE").ver()), std::string(5000, 'x'));
 }
@@ -377,8 +376,8 @@ BOOL WINAPI escribe_consola(HANDLE, const void* texto, DWORD unidades, DWORD* es
 }  // namespace
 
 TEST(plataforma, un_texto_largo_va_a_la_consola_en_trozos_que_no_parten_pares) {
-    const sustituye<decltype(sistema.GetConsoleMode)> modo(sistema.GetConsoleMode, es_consola);
-    const sustituye<decltype(sistema.WriteConsoleW)> escribe(sistema.WriteConsoleW, escribe_consola);
+    const sustituye modo(sistema.GetConsoleMode, es_consola);
+    const sustituye escribe(sistema.WriteConsoleW, escribe_consola);
     const texto_w par = w("\U0001F600");
     const texto_w media(1, static_cast<wchar_t>(0xD83D));
     std::vector<texto_w> textos = {{}, L"x", par, media, texto_w(8192, L'a'), texto_w(8193, L'a')};

@@ -39,8 +39,8 @@ private:
 }  // namespace
 
 TEST(sin_dialogos, el_modo_cambia_mientras_vive_y_vuelve) {
-    const sustituye<decltype(sistema.GetThreadErrorMode)> m(sistema.GetThreadErrorMode, mira);
-    const sustituye<decltype(sistema.SetThreadErrorMode)> c(sistema.SetThreadErrorMode, cambia);
+    const sustituye m(sistema.GetThreadErrorMode, mira);
+    const sustituye c(sistema.SetThreadErrorMode, cambia);
     constexpr DWORD callado = SEM_FAILCRITICALERRORS;
     const struct {
         DWORD modo;
@@ -75,7 +75,7 @@ TEST(sin_dialogos, el_modo_cambia_mientras_vive_y_vuelve) {
 }
 
 TEST(sin_dialogos, un_sistema_que_no_lo_cambia_no_estorba) {
-    const sustituye<decltype(sistema.SetThreadErrorMode)> c(sistema.SetThreadErrorMode, no_cambia);
+    const sustituye c(sistema.SetThreadErrorMode, no_cambia);
     const modo_del_hilo modo(0);
     {
         const sin_dialogos callado;

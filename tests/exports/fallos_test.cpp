@@ -257,13 +257,12 @@ private:
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = interno::i_bloques_internos_vivos();
         todas_las_llamadas tablas(g_escenario->carpeta(), clave_de_prueba);
-        const apoyo::sustituye<void (*)()> puerta(interno::plataforma::termina_proceso, sale);
+        const apoyo::sustituye puerta(interno::plataforma::termina_proceso, sale);
         g_memoria = interno::memoria;
         g_bloques.clear();
         bool entera;
         {
-            const apoyo::sustituye<interno::tabla_memoria> cuenta(interno::memoria,
-                                                                  {reserva, cambia, libera});
+            const apoyo::sustituye cuenta(interno::memoria, {reserva, cambia, libera});
             const std::unique_ptr<preparada> una = e_.prepara();
             if (!e_.como.es("realloc")) {  // what that one was given stays given when it fails
                 g_bloques.clear();
@@ -313,7 +312,7 @@ TEST(agotada, un_producto_que_desborda_sale_por_la_misma_puerta) {
     if (!se_puede_salir) {
         GTEST_SKIP() << "this compiler cannot leave a call half-way";
     }
-    const apoyo::sustituye<void (*)()> puerta(interno::plataforma::termina_proceso, sale);
+    const apoyo::sustituye puerta(interno::plataforma::termina_proceso, sale);
     g_puertas = 0;
     EXPECT_FALSE(corre([] { lumospy_nousar_calloc(SIZE_MAX / 2 + 1, 2); }));
     EXPECT_EQ(g_puertas, 1u);

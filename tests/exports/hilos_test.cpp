@@ -154,8 +154,7 @@ TEST(hilos, dieciseis_llaman_a_todo_y_cada_uno_obtiene_lo_que_obtiene_solo) {
     error_interno_establece_receptor(recibe_informe, nullptr);
     lmaviso_establece_receptor(recibe_aviso, nullptr);
     buclrein_establece_receptor(recibe_pregunta, nullptr);
-    const apoyo::sustituye<void (*)(unsigned long)> nadie_duerme(interno::plataforma::duerme_ms,
-                                                                 [](unsigned long) {});
+    const apoyo::sustituye nadie_duerme(interno::plataforma::duerme_ms, [](unsigned long) {});
     const apoyo::directorio_temporal d;
     d.fichero("guarda.txt");
     wchar_t temporal[MAX_PATH + 1];

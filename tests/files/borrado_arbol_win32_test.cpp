@@ -3,6 +3,7 @@
 #include "apoyo/directorio.hpp"
 #include "apoyo/enlace.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/formas_de_borrar.hpp"
 #include "apoyo/hijo.hpp"
 #include "apoyo/niveles.hpp"
 #include "apoyo/otro_proceso.hpp"
@@ -20,68 +21,11 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-// A way of deleting a tree or its contents.
-struct forma_arbol {
-    const char* nombre;
-    bool quita_raiz;
-    bool recursiva;
-    bool con_puntos;  // takes directories whose name begins with "." too
-    bool contesta;
-    std::function<unsigned short(const std::string&)> borra;
-    bool debe_bastar = false;  // reports what is left
-
-    bool es_gemela() const {  // the 8-bit twin of another
-        const std::string_view n = nombre;
-        return n.ends_with("subdirectorios") || n.ends_with("o_directorio");
-    }
-};
-
-constexpr char no_bastaron[] = "se_han_borrado_todos_los_ficheros_loc == CIERTO";
-
-const forma_arbol formas_arbol[] = {
-    {"cdir_borra_contenido_directorio_UNICODE", false, true, false, false,
-     [](const std::string& r) {
-         cdir_borra_contenido_directorio_UNICODE(w(r).c_str());
-         return no_contesta;
-     }},
-    {"cdir_borra_contenido_directorio", false, true, false, false,
-     [](const std::string& r) {
-         cdir_borra_contenido_directorio(cp1252(r).c_str());
-         return no_contesta;
-     }},
-    {"cdir_borra_directorio_y_subdirectorios_UNICODE", true, true, false, true,
-     [](const std::string& r) { return cdir_borra_directorio_y_subdirectorios_UNICODE(w(r).c_str()); }},
-    {"cdir_borra_directorio_y_subdirectorios", true, true, false, false,
-     [](const std::string& r) {
-         cdir_borra_directorio_y_subdirectorios(cp1252(r).c_str());
-         return no_contesta;
-     }},
-    {"cdir_borra_directorio_y_subdirectorios_parando", true, true, false, true,
-     [](const std::string& r) {
-         unsigned short sigue = 1;
-         return cdir_borra_directorio_y_subdirectorios_parando(w(r).c_str(), &sigue);
-     }},
-    {"cdir_borra_contenido_directorio_reintentando_u", false, false, true, false,
-     [](const std::string& r) {
-         cdir_borra_contenido_directorio_reintentando_u(w(r).c_str());
-         return no_contesta;
-     },
-     true},
-    {"cdir_borra_contenido_directorio_si_es_posible_reintentando_u", true, true, true, true,
-     [](const std::string& r) {
-         return cdir_borra_contenido_directorio_si_es_posible_reintentando_u(w(r).c_str());
-     }},
-    {"cdir_borra_directorio_y_subdirectorios_reintentando_u", true, true, true, false,
-     [](const std::string& r) {
-         cdir_borra_directorio_y_subdirectorios_reintentando_u(w(r).c_str());
-         return no_contesta;
-     },
-     true},
-    {"cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE", true, true, true, true,
-     [](const std::string& r) {
-         return cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(w(r).c_str(), nullptr);
-     }},
-};
+// The 8-bit twin of another.
+bool es_gemela(const forma_de_borrar& f) {
+    const std::string_view n = f.nombre;
+    return n.ends_with("subdirectorios") || n.ends_with("o_directorio");
+}
 
 void siembra_arbol(const directorio_temporal& d) {
     d.fichero("t\\a.txt");
@@ -95,11 +39,11 @@ void siembra_arbol(const directorio_temporal& d) {
 }  // namespace
 
 TEST(borrado_arbol, borra_lo_que_hay_y_nada_de_fuera) {
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         const directorio_temporal d;
         siembra_arbol(d);
         const unsigned short respuesta = f.borra(d.ruta("t"));
-        EXPECT_EQ(respuesta, f.contesta ? 1 : no_contesta) << f.nombre;
+        EXPECT_EQ(respuesta, f.da_respuesta() ? 1 : no_contesta) << f.nombre;
         lista queda{"fuera.txt"};
         if (!f.recursiva) {
             queda = {
@@ -115,7 +59,7 @@ TEST(borrado_arbol, borra_lo_que_hay_y_nada_de_fuera) {
 
 TEST(borrado_arbol, los_directorios_que_empiezan_por_punto_detienen_el_borrado_estricto) {
     buclrein_establece_politica(0, 0);
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         const directorio_temporal d;
         d.fichero("t\\sub\\.svn\\entries");
         d.fichero("t\\sub\\f.txt");
@@ -126,7 +70,7 @@ TEST(borrado_arbol, los_directorios_que_empiezan_por_punto_detienen_el_borrado_e
         }
         EXPECT_FALSE(d.existe("t\\sub\\f.txt")) << f.nombre;
         EXPECT_EQ(d.existe("t\\sub\\.svn\\entries"), !f.con_puntos) << f.nombre;
-        if (f.contesta) {
+        if (f.da_respuesta()) {
             EXPECT_EQ(respuesta, f.con_puntos ? 1 : 0) << f.nombre;
         }
         lista preguntas;
@@ -147,29 +91,17 @@ TEST(borrado_arbol, los_directorios_que_empiezan_por_punto_detienen_el_borrado_e
 TEST(borrado_arbol, un_directorio_nulo_vacio_o_en_blanco_no_borra_nada) {
     const directorio_temporal d;
     d.fichero("a.txt");
-    wchar_t antes[MAX_PATH];
-    ::GetCurrentDirectoryW(MAX_PATH, antes);
-    ::SetCurrentDirectoryW(d.ruta_w().c_str());
+    const en_directorio ahi(d.ruta_w());
     fallos libro;
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         for (const char* blanco : {"", " ", "   "}) {
-            EXPECT_EQ(f.borra(blanco), f.contesta ? 0 : no_contesta) << f.nombre;
+            EXPECT_EQ(f.borra(blanco), f.da_respuesta() ? 0 : no_contesta) << f.nombre;
             EXPECT_EQ(toma_expresiones(), lista{"widestr_longitud(directorio) > 0"}) << f.nombre;
         }
+        EXPECT_EQ(f.borra("(NULL)"), f.da_respuesta() ? 0 : no_contesta) << f.nombre;
+        EXPECT_EQ(toma_expresiones(), lista{"(directorio) != NULL"}) << f.nombre;
     }
-    cdir_borra_contenido_directorio_UNICODE(nullptr);
-    cdir_borra_contenido_directorio(nullptr);
-    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_UNICODE(nullptr), 0);
-    cdir_borra_directorio_y_subdirectorios(nullptr);
-    unsigned short sigue = 1;
-    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(nullptr, &sigue), 0);
-    cdir_borra_contenido_directorio_reintentando_u(nullptr);
-    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(nullptr), 0);
-    cdir_borra_directorio_y_subdirectorios_reintentando_u(nullptr);
-    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_si_se_puede_UNICODE(nullptr, nullptr), 0);
-    EXPECT_EQ(toma_expresiones(), lista(9, "(directorio) != NULL"));
     EXPECT_EQ(libro.llamadas(), 0u) << "nothing was even looked at";
-    ::SetCurrentDirectoryW(antes);
     EXPECT_TRUE(d.existe("a.txt"));
 }
 
@@ -188,14 +120,14 @@ TEST(borrado_arbol, un_directorio_que_falta) {
 
 TEST(borrado_arbol, un_fichero_en_lugar_de_directorio_se_queda) {
     buclrein_establece_politica(0, 0);
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         const directorio_temporal d;
         d.fichero("f.txt");
         const unsigned short respuesta = f.borra(d.ruta("f.txt"));
         EXPECT_TRUE(d.existe("f.txt")) << f.nombre;
-        EXPECT_EQ(respuesta, f.contesta ? 0 : no_contesta)
+        EXPECT_EQ(respuesta, f.da_respuesta() ? 0 : no_contesta)
             << f.nombre << ": it is there and was not looked into";
-        EXPECT_EQ(toma_expresiones(), f.debe_bastar ? lista{no_bastaron} : lista{}) << f.nombre;
+        EXPECT_EQ(toma_expresiones(), f.debe ? lista{no_se_han_borrado_todos} : lista{}) << f.nombre;
         toma_preguntas();
     }
 }
@@ -207,7 +139,7 @@ TEST(borrado_arbol, de_un_fichero_en_lugar_de_directorio_se_dice_el_codigo_del_s
     ::SetLastError(0);
     ASSERT_FALSE(::RemoveDirectoryW(w(ruta).c_str()));
     const DWORD codigo = ::GetLastError();
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         f.borra(ruta);
         const std::vector<pregunta> preguntas = toma_preguntas();
         toma_informes();
@@ -233,25 +165,23 @@ TEST(borrado_arbol, un_fichero_que_se_va_entretanto_se_informa_con_su_sitio) {
     static decltype(interno::sistema.abre_entrada) antes;
     sitio = &d;
     antes = interno::sistema.abre_entrada;
-    const sustituye<decltype(antes)> mas_rapido(
-        interno::sistema.abre_entrada,
-        [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir, DWORD opciones,
-           DWORD atributos) -> HANDLE {
-            if ((acceso & DELETE) != 0 && interno::vista_w(nombre) == L"a.txt") {
-                sitio->borra("t\\sub\\a.txt");
-            }
-            return antes(nombre, directorio, acceso, compartir, opciones, atributos);
-        });
+    const sustituye mas_rapido(interno::sistema.abre_entrada,
+                               [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir,
+                                  DWORD opciones, DWORD atributos) -> HANDLE {
+                                   if ((acceso & DELETE) != 0 && interno::vista_w(nombre) == L"a.txt") {
+                                       sitio->borra("t\\sub\\a.txt");
+                                   }
+                                   return antes(nombre, directorio, acceso, compartir, opciones, atributos);
+                               });
     for (const char* final : {"", "\\"}) {
         d.fichero("t\\sub\\a.txt");
         const std::string raiz = d.ruta("t") + final;
         EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_UNICODE(w(raiz).c_str()), 1);
         const std::string ruta = d.ruta("t\\sub\\a.txt");
         ESPERA_AVISOS("Cannot delete the file '" + ruta + "' (it does not exist)");
-        const auto informes = toma_informes();
-        ASSERT_EQ(informes.size(), 1u);
-        EXPECT_EQ(informes[0].expresion, "CR_existe");
-        EXPECT_EQ(informes[0].detalle, ruta + "\n" + raiz + "\\sub\\a.txt");
+        const informe dado = toma_el_informe();
+        EXPECT_EQ(dado.expresion, "CR_existe");
+        EXPECT_EQ(dado.detalle, ruta + "\n" + raiz + "\\sub\\a.txt");
         d.directorio("t");
     }
 }
@@ -308,7 +238,7 @@ TEST(borrado_arbol, sin_bandera_no_se_borra_nada) {
 TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
     // Windows opens a link itself and takes it away; Wine would come to what it points to, and there it stays.
     const bool se_van = !interno::sistema.sigue_enlaces();
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         const directorio_temporal d;
         d.fichero("valioso\\no tocar.txt");
         d.fichero("t\\f.txt");
@@ -336,7 +266,7 @@ TEST(borrado_arbol, un_enlace_unix_no_se_sigue) {
         // A link that stays is a directory that is there and was not looked into.
         const lista expresiones = toma_expresiones();
         const unsigned sin_mirar = !f.recursiva ? 5 : se_van ? 0 : 6;
-        EXPECT_EQ(expresiones, lista(f.debe_bastar ? sin_mirar : 0, no_bastaron)) << f.nombre;
+        EXPECT_EQ(expresiones, lista(f.debe ? sin_mirar : 0, no_se_han_borrado_todos)) << f.nombre;
     }
 }
 
@@ -351,7 +281,7 @@ TEST(borrado_arbol, un_nombre_que_Windows_recorta_no_se_recorre) {
         d.fichero(recortable + "\\f.txt");
         const lista antes = d.arbol();
         buclrein_establece_politica(0, 0);
-        for (const forma_arbol& f : formas_arbol) {
+        for (const forma_de_borrar& f : formas_de_borrar) {
             fallos libro;
             EXPECT_NE(f.borra(d.ruta(raiz)), 1) << f.nombre << " '" << raiz << "'";
             EXPECT_EQ(libro.cuenta("abre_entrada"), 0u) << f.nombre << " '" << raiz << "'";
@@ -382,7 +312,7 @@ TEST(borrado_arbol, la_raiz_de_un_volumen_conserva_su_separador) {
     buclrein_establece_politica(0, 0);
     for (const char* prefijo : {"\\\\?\\", "\\\\.\\"}) {
         const std::string volumen = std::string(prefijo) + "Volume{00000000-0000-0000-0000-00000000dead}";
-        for (const forma_arbol& f : formas_arbol) {
+        for (const forma_de_borrar& f : formas_de_borrar) {
             fallos libro;
             f.borra(volumen + "\\");
             EXPECT_GT(libro.llamadas(), 0u) << f.nombre;
@@ -400,7 +330,7 @@ TEST(borrado_arbol, la_raiz_de_un_volumen_conserva_su_separador) {
 TEST(borrado_arbol, sin_respuesta_sobre_la_marca_deciden_los_atributos) {
     static DWORD bits;
     buclrein_establece_politica(0, 0);
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         if (!f.recursiva) {
             continue;
         }
@@ -418,16 +348,15 @@ TEST(borrado_arbol, sin_respuesta_sobre_la_marca_deciden_los_atributos) {
         for (const DWORD atributos :
              {DWORD{FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY}, DWORD{FILE_ATTRIBUTE_NORMAL}}) {
             bits = atributos;
-            const sustituye<decltype(interno::sistema.GetFileInformationByHandle)> otro(
-                interno::sistema.GetFileInformationByHandle,
-                [](HANDLE h, LPBY_HANDLE_FILE_INFORMATION datos) -> BOOL {
-                    const BOOL bien = antes(h, datos);
-                    datos->dwFileAttributes = bits;
-                    return bien;
-                });
+            const sustituye otro(interno::sistema.GetFileInformationByHandle,
+                                 [](HANDLE h, LPBY_HANDLE_FILE_INFORMATION datos) -> BOOL {
+                                     const BOOL bien = antes(h, datos);
+                                     datos->dwFileAttributes = bits;
+                                     return bien;
+                                 });
             f.borra(d.ruta("t"));
             EXPECT_TRUE(d.existe("t\\sub\\f.txt")) << f.nombre << " attributes " << atributos;
-            EXPECT_EQ(toma_expresiones(), f.debe_bastar ? lista{no_bastaron} : lista{}) << f.nombre;
+            EXPECT_EQ(toma_expresiones(), f.debe ? lista{no_se_han_borrado_todos} : lista{}) << f.nombre;
         }
         toma_preguntas();
     }
@@ -451,7 +380,7 @@ TEST(borrado_arbol, basta_que_la_entrada_o_el_directorio_abierto_diga_que_es_un_
     buclrein_establece_politica(0, 0);
     for (const fila& caso : filas) {
         for (const bool por_entrada : {true, false}) {
-            for (const forma_arbol& f : formas_arbol) {
+            for (const forma_de_borrar& f : formas_de_borrar) {
                 if (!f.recursiva) {
                     continue;
                 }
@@ -481,17 +410,17 @@ TEST(borrado_arbol, lo_que_no_se_puede_abrir_para_mirarlo_no_se_recorre) {
     d.fichero("t\\f.txt");
     buclrein_establece_politica(0, 0);
     for (const char* llamada : {"CreateFileW", "GetFileInformationByHandle"}) {
-        for (const forma_arbol& f : formas_arbol) {
+        for (const forma_de_borrar& f : formas_de_borrar) {
             fallos libro;
             libro.falla_siempre(llamada, ERROR_ACCESS_DENIED);
-            const sustituye<decltype(interno::sistema.GetFileInformationByHandleEx)> sin_marca(
+            const sustituye sin_marca(
                 interno::sistema.GetFileInformationByHandleEx,
                 [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) -> BOOL { return FALSE; });
             EXPECT_NE(f.borra(d.ruta("t")), 1) << f.nombre;
             EXPECT_TRUE(d.existe("t\\f.txt")) << f.nombre;
             EXPECT_EQ(libro.cuenta("abre_entrada"), 0u) << f.nombre;
             EXPECT_EQ(libro.manijas_abiertas(), 0u) << f.nombre;
-            EXPECT_EQ(toma_expresiones(), f.debe_bastar ? lista{no_bastaron} : lista{}) << f.nombre;
+            EXPECT_EQ(toma_expresiones(), f.debe ? lista{no_se_han_borrado_todos} : lista{}) << f.nombre;
         }
     }
     toma_avisos();
@@ -509,7 +438,7 @@ TEST(borrado_arbol, cada_directorio_se_lee_una_vez_y_cada_fichero_cuesta_una_lla
         }
         lecturas = 0;
         antes = interno::sistema.GetFileInformationByHandleEx;
-        const sustituye<decltype(antes)> cuenta_lecturas(
+        const sustituye cuenta_lecturas(
             interno::sistema.GetFileInformationByHandleEx,
             [](HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, LPVOID datos, DWORD bytes) -> BOOL {
                 lecturas += clase == FileIdBothDirectoryRestartInfo ? 1 : 0;
@@ -570,8 +499,7 @@ TEST(borrado_arbol, las_pasadas_esperan_entre_20_y_500_ms_20_veces) {
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
     static unsigned siguiente;
     siguiente = 0;
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar,
-                                         []() noexcept -> unsigned { return siguiente++; });
+    const sustituye azar(interno::sistema.numero_al_azar, []() noexcept -> unsigned { return siguiente++; });
     cdir_borra_directorio_y_subdirectorios_reintentando_u(d.ruta_w("t").c_str());
     ESPERA_INFORMES("se_han_borrado_todos_los_ficheros_loc == CIERTO");
     const std::vector<unsigned long> tabla = {50, 75, 100, 150, 200, 300, 400, 500};
@@ -596,7 +524,7 @@ TEST(borrado_arbol, las_pasadas_acaban_cuando_el_fichero_se_suelta) {
     const directorio_temporal d;
     const std::string ruta = d.fichero("t\\sub\\abierto.txt");
     otro_proceso otro(ruta, GENERIC_READ, FILE_SHARE_READ);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
     unsigned pausas = 0;
     al_dormir([&](unsigned long) {
         if (++pausas == 4) {
@@ -682,8 +610,8 @@ TEST(borrado_arbol, lo_que_se_queda_en_un_sitio_no_quita_la_pasada_de_otro) {
 // Another program has the directory open and shares it with nobody: what is in it is there, and unseen.
 TEST(borrado_arbol, un_directorio_retenido_por_otro_no_cuenta_como_borrado) {
     for (const char* cual : {"t", "t\\sub"}) {
-        for (const forma_arbol& f : formas_arbol) {
-            if (!f.debe_bastar && std::string(f.nombre).find("si_es_posible") == std::string::npos) {
+        for (const forma_de_borrar& f : formas_de_borrar) {
+            if (!f.debe && std::string(f.nombre).find("si_es_posible") == std::string::npos) {
                 continue;
             }
             const directorio_temporal d;
@@ -691,8 +619,8 @@ TEST(borrado_arbol, un_directorio_retenido_por_otro_no_cuenta_como_borrado) {
             otro_proceso otro(d.ruta(cual), GENERIC_READ, 0);
             const unsigned short respuesta = f.borra(d.ruta("t"));
             const bool lo_ve_todo = !f.recursiva && std::string(cual) != "t";
-            EXPECT_EQ(respuesta, f.contesta ? 0 : no_contesta) << f.nombre << " " << cual;
-            EXPECT_EQ(toma_expresiones(), f.debe_bastar && !lo_ve_todo ? lista{no_bastaron} : lista{})
+            EXPECT_EQ(respuesta, f.da_respuesta() ? 0 : no_contesta) << f.nombre << " " << cual;
+            EXPECT_EQ(toma_expresiones(), f.debe && !lo_ve_todo ? lista{no_se_han_borrado_todos} : lista{})
                 << f.nombre << " " << cual;
             EXPECT_TRUE(d.existe("t\\sub\\\u00f1.txt")) << f.nombre << " " << cual;
             EXPECT_EQ(toma_esperas().size(), f.quita_raiz ? 20u : 0u) << f.nombre << " " << cual;
@@ -748,7 +676,7 @@ TEST(borrado_arbol, dos_procesos_a_la_vez_acaban_bien_los_dos) {
 // Each refusal of a file system alone, and all of them at once: the tree goes all the same.
 TEST(borrado_arbol, cualquier_sistema_de_ficheros_vale) {
     for (unsigned cuales = 0; cuales < 128; ++cuales) {
-        for (const forma_arbol& f : formas_arbol) {
+        for (const forma_de_borrar& f : formas_de_borrar) {
             volumen_falso v;
             v.pon("C:\\d\\t", {{"a", FILE_ATTRIBUTE_READONLY}, {"f "}, {"con"}});
             v.pon("C:\\d\\t\\s.", {{"g"}});
@@ -763,7 +691,7 @@ TEST(borrado_arbol, cualquier_sistema_de_ficheros_vale) {
             v.desfase_de_manijas = (cuales & 32) != 0 ? 2 : 0;
             v.desfase_de_punto = (cuales & 64) != 0 ? 1 : 0;
             const unsigned short respuesta = f.borra("C:\\d\\t");
-            EXPECT_EQ(respuesta, f.contesta ? 1 : no_contesta) << f.nombre << " " << cuales;
+            EXPECT_EQ(respuesta, f.da_respuesta() ? 1 : no_contesta) << f.nombre << " " << cuales;
             lista queda{"t\\", "fuera"};
             if (!f.recursiva) {
                 queda = {"t\\", "t\\s.\\", "t\\s.\\g", "t\\s.\\u\\", "t\\s.\\u\\h", "fuera"};
@@ -796,7 +724,7 @@ TEST(borrado_arbol, cambiar_directorios_en_cualquier_momento_no_lleva_fuera) {
             }
         }
     }
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         for (const volumen& caso : volumenes) {
             bool ha_tocado = true;
             for (unsigned n = 1; ha_tocado; ++n) {
@@ -830,10 +758,7 @@ TEST(borrado_arbol, cambiar_directorios_en_cualquier_momento_no_lleva_fuera) {
                 EXPECT_EQ(v.arbol("C:\\fuera"), fuera) << f.nombre << " " << caso.victima << " at " << n
                                                        << ", handles " << caso.desfase_de_manijas;
                 EXPECT_EQ(v.abiertas(), 0u) << f.nombre << " " << caso.victima << " at " << n;
-                toma_preguntas();
-                toma_esperas();
-                toma_avisos();
-                toma_informes();
+                olvida_todo();
             }
         }
     }
@@ -845,12 +770,12 @@ TEST(borrado_arbol, de_lo_que_no_se_puede_mirar_se_sabe_lo_que_dice_su_entrada) 
     static DWORD codigo;
     for (const DWORD uno : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}}) {
         codigo = uno;
-        for (const forma_arbol& f : formas_arbol) {
+        for (const forma_de_borrar& f : formas_de_borrar) {
             const directorio_temporal d;
             d.fichero("t\\a", "x", FILE_ATTRIBUTE_READONLY);
             d.fichero("t\\b");
             antes = interno::sistema.abre_entrada;
-            const sustituye<decltype(antes)> nadie_mira(
+            const sustituye nadie_mira(
                 interno::sistema.abre_entrada,
                 [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir, DWORD opciones,
                    DWORD atributos) -> HANDLE {
@@ -861,7 +786,7 @@ TEST(borrado_arbol, de_lo_que_no_se_puede_mirar_se_sabe_lo_que_dice_su_entrada) 
                     }
                     return antes(nombre, directorio, acceso, compartir, opciones, atributos);
                 });
-            EXPECT_EQ(f.borra(d.ruta("t")), f.contesta ? 1 : no_contesta) << f.nombre;
+            EXPECT_EQ(f.borra(d.ruta("t")), f.da_respuesta() ? 1 : no_contesta) << f.nombre;
             EXPECT_EQ(d.arbol(), f.quita_raiz ? lista{} : lista{"t\\"}) << f.nombre;
         }
     }
@@ -872,7 +797,7 @@ TEST(borrado_arbol, una_entrada_con_separador_en_su_nombre_no_se_toca_y_cuenta) 
     buclrein_establece_politica(0, 0);
     for (const char* nombre : {"..\\fuera", "../fuera", "s\\..", "\\"}) {
         for (const bool es_directorio : {true, false}) {
-            for (const forma_arbol& f : formas_arbol) {
+            for (const forma_de_borrar& f : formas_de_borrar) {
                 if (!f.recursiva && es_directorio) {
                     continue;
                 }
@@ -886,7 +811,7 @@ TEST(borrado_arbol, una_entrada_con_separador_en_su_nombre_no_se_toca_y_cuenta) 
                 EXPECT_EQ(v.arbol("C:\\d\\t"), lista{std::string(nombre) + (es_directorio ? "\\" : "")})
                     << f.nombre << " " << nombre;
                 EXPECT_EQ(v.arbol("C:\\d\\fuera"), lista{"a"}) << f.nombre << " " << nombre;
-                EXPECT_EQ(toma_expresiones(), f.debe_bastar ? lista{no_bastaron} : lista{})
+                EXPECT_EQ(toma_expresiones(), f.debe ? lista{no_se_han_borrado_todos} : lista{})
                     << f.nombre << " " << nombre;
                 EXPECT_EQ(toma_avisos(), lista{}) << "it is not missing";
                 toma_preguntas();
@@ -899,7 +824,7 @@ TEST(borrado_arbol, una_entrada_con_separador_en_su_nombre_no_se_toca_y_cuenta) 
 TEST(borrado_arbol, un_directorio_de_solo_lectura_se_quita_y_si_se_queda_sigue_siendolo) {
     constexpr DWORD marcado = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM;
     buclrein_establece_politica(0, 0);
-    for (const forma_arbol& f : formas_arbol) {
+    for (const forma_de_borrar& f : formas_de_borrar) {
         for (const bool se_queda : {false, true}) {
             volumen_falso v;
             v.pon("C:\\d\\t\\s", {{"g"}});
@@ -926,9 +851,9 @@ TEST(borrado_arbol, un_directorio_de_solo_lectura_se_quita_y_si_se_queda_sigue_s
 TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_pierde_memoria) {
     const directorio_temporal d;
     buclrein_establece_politica(1, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
-    for (const forma_arbol& f : formas_arbol) {
-        if (f.es_gemela()) {
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        if (es_gemela(f)) {
             continue;
         }
         con_cada_fallo(
@@ -946,10 +871,7 @@ TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_p
                 if (r.limpia && f.recursiva) {
                     EXPECT_EQ(d.existe("t"), !f.quita_raiz) << f.nombre;
                 }
-                toma_informes();
-                toma_avisos();
-                toma_preguntas();
-                toma_esperas();
+                olvida_todo();
             });
     }
 }
@@ -957,10 +879,10 @@ TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_p
 // The ways round a file system that refuses much, with each of their calls failing too.
 TEST(borrado_arbol, tampoco_por_los_rodeos_queda_nada_cuando_falla_una_llamada) {
     buclrein_establece_politica(1, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
     for (const unsigned rodeo : {1u, 2u, 3u, 7u}) {
-        for (const forma_arbol& f : formas_arbol) {
-            if (f.es_gemela() || !f.recursiva) {
+        for (const forma_de_borrar& f : formas_de_borrar) {
+            if (es_gemela(f) || !f.recursiva) {
                 continue;
             }
             volumen_falso v;
@@ -983,10 +905,7 @@ TEST(borrado_arbol, tampoco_por_los_rodeos_queda_nada_cuando_falla_una_llamada) 
                         EXPECT_EQ(v.arbol("C:\\d"), f.quita_raiz ? lista{"fuera"} : (lista{"fuera", "t\\"}))
                             << f.nombre << " " << rodeo;
                     }
-                    toma_informes();
-                    toma_avisos();
-                    toma_preguntas();
-                    toma_esperas();
+                    olvida_todo();
                 });
         }
     }

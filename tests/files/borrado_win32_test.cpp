@@ -3,6 +3,7 @@
 
 #include "apoyo/como_windows.hpp"
 #include "apoyo/directorio.hpp"
+#include "apoyo/exportada.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/lado_unix.hpp"
 #include "apoyo/otro_proceso.hpp"
@@ -39,46 +40,35 @@ struct forma_fichero {
 
 const forma_fichero formas_fichero[] = {
     {"cdir_borra_fichero_UNICODE", true, true, true, true, true,
-     [](const std::string& r) { return cdir_borra_fichero_UNICODE(w(r).c_str()); }},
+     [](const std::string& r) { return llama(cdir_borra_fichero_UNICODE, r); }},
     {"cdir_borra_fichero", false, true, true, true, false,
-     [](const std::string& r) {
-         cdir_borra_fichero(cp1252(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_fichero, r); }},
     {"cdir_borra_fichero_con_mensaje_extra_UNICODE", true, true, true, true, true,
-     [](const std::string& r) {
-         return cdir_borra_fichero_con_mensaje_extra_UNICODE(w(r).c_str(), nullptr);
-     }},
+     [](const std::string& r) { return llama(cdir_borra_fichero_con_mensaje_extra_UNICODE, r, nullptr); }},
     {"cdir_borra_fichero_con_mensaje_extra", false, true, true, true, false,
-     [](const std::string& r) {
-         cdir_borra_fichero_con_mensaje_extra(cp1252(r).c_str(), nullptr);
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_fichero_con_mensaje_extra, r, nullptr); }},
     {"cdir_borra_fichero_si_existe_UNICODE", true, false, true, true, true,
-     [](const std::string& r) { return cdir_borra_fichero_si_existe_UNICODE(w(r).c_str()); }},
+     [](const std::string& r) { return llama(cdir_borra_fichero_si_existe_UNICODE, r); }},
     {"cdir_borra_fichero_si_existe", false, false, true, true, false,
-     [](const std::string& r) {
-         cdir_borra_fichero_si_existe(cp1252(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_fichero_si_existe, r); }},
     {"lumodir_borra_fichero_si_existe_UNICODE", true, false, true, false, true,
      [](const std::string& r) -> unsigned short {
          unsigned short error = 9;
-         lumodir_borra_fichero_si_existe_UNICODE(w(r).c_str(), &error);
+         llama(lumodir_borra_fichero_si_existe_UNICODE, r, &error);
          EXPECT_LE(error, 1);
          return error == 0;
      }},
     {"lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE", true, false, true, false, true,
      [](const std::string& r) -> unsigned short {
          unsigned short error = 9;
-         lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(w(r).c_str(), L"extra", &error);
+         llama(lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE, r, "extra", &error);
          EXPECT_LE(error, 1);
          return error == 0;
      }},
     {"cdir_borra_fichero_con_comprobacion_UNICODE", true, false, false, false, true,
-     [](const std::string& r) { return cdir_borra_fichero_con_comprobacion_UNICODE(w(r).c_str()); }},
+     [](const std::string& r) { return llama(cdir_borra_fichero_con_comprobacion_UNICODE, r); }},
     {"cdir_borra_fichero_con_comprobacion", false, false, false, false, true,
-     [](const std::string& r) { return cdir_borra_fichero_con_comprobacion(cp1252(r).c_str()); }},
+     [](const std::string& r) { return llama(cdir_borra_fichero_con_comprobacion, r); }},
 };
 
 void espera_respuesta(const forma_fichero& f, unsigned short respuesta, unsigned short esperada) {
@@ -96,21 +86,15 @@ struct forma_directorio {
 
 const forma_directorio formas_directorio[] = {
     {"cdir_borra_directorio_UNICODE", true, true, true,
-     [](const std::string& r) { return cdir_borra_directorio_UNICODE(w(r).c_str()); }},
+     [](const std::string& r) { return llama(cdir_borra_directorio_UNICODE, r); }},
     {"cdir_borra_directorio", true, true, false,
-     [](const std::string& r) {
-         cdir_borra_directorio(cp1252(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_directorio, r); }},
     {"cdir_borra_directorio_si_existe_UNICODE", false, true, true,
-     [](const std::string& r) { return cdir_borra_directorio_si_existe_UNICODE(w(r).c_str()); }},
+     [](const std::string& r) { return llama(cdir_borra_directorio_si_existe_UNICODE, r); }},
     {"cdir_borra_directorio_si_existe", false, true, false,
-     [](const std::string& r) {
-         cdir_borra_directorio_si_existe(cp1252(r).c_str());
-         return no_contesta;
-     }},
+     [](const std::string& r) { return llama(cdir_borra_directorio_si_existe, r); }},
     {"cdir_se_borra_directorio", false, false, true,
-     [](const std::string& r) { return cdir_se_borra_directorio(w(r).c_str()); }},
+     [](const std::string& r) { return llama(cdir_se_borra_directorio, r); }},
 };
 
 std::vector<std::string> g_fichero_abierto;
@@ -166,11 +150,10 @@ TEST(borrado, un_fichero_que_falta_es_exito_salvo_para_quien_lo_exige) {
             espera_respuesta(f, f.borra(ruta), f.exige || !f.insiste ? 0 : 1);
             if (f.exige) {
                 EXPECT_EQ(toma_avisos(), lista{"Cannot delete the file '" + ruta + "' (it does not exist)"});
-                const auto informes = toma_informes();
-                ASSERT_EQ(informes.size(), 1u) << f.nombre;
-                EXPECT_EQ(informes[0].expresion, "CR_existe");
-                EXPECT_EQ(informes[0].detalle, ruta);
-                EXPECT_EQ(informes[0].etiqueta, "lumodir (LUMODIR.DLL)");
+                const informe dado = toma_el_informe();
+                EXPECT_EQ(dado.expresion, "CR_existe");
+                EXPECT_EQ(dado.detalle, ruta);
+                EXPECT_EQ(dado.etiqueta, "lumodir (LUMODIR.DLL)");
             }
         }
     }
@@ -323,24 +306,14 @@ TEST(borrado, rutas_largas_y_de_cualquier_escritura) {
 }
 
 TEST(borrado, los_argumentos_nulos_se_informan_y_se_sobreviven) {
-    unsigned short error = 9;
-    EXPECT_EQ(cdir_borra_fichero_UNICODE(nullptr), 0);
-    cdir_borra_fichero(nullptr);
-    EXPECT_EQ(cdir_borra_fichero_con_mensaje_extra_UNICODE(nullptr, nullptr), 0);
-    cdir_borra_fichero_con_mensaje_extra(nullptr, nullptr);
-    EXPECT_EQ(cdir_borra_fichero_si_existe_UNICODE(nullptr), 0);
-    cdir_borra_fichero_si_existe(nullptr);
-    lumodir_borra_fichero_si_existe_UNICODE(nullptr, &error);
-    EXPECT_EQ(error, 1);
-    EXPECT_EQ(cdir_borra_fichero_con_comprobacion_UNICODE(nullptr), 0);
-    EXPECT_EQ(cdir_borra_fichero_con_comprobacion(nullptr), 0);
-    EXPECT_EQ(toma_expresiones(), lista(9, "(nombre) != NULL"));
-    EXPECT_EQ(cdir_borra_directorio_UNICODE(nullptr), 0);
-    cdir_borra_directorio(nullptr);
-    EXPECT_EQ(cdir_borra_directorio_si_existe_UNICODE(nullptr), 0);
-    cdir_borra_directorio_si_existe(nullptr);
-    EXPECT_EQ(cdir_se_borra_directorio(nullptr), 0);
-    EXPECT_EQ(toma_expresiones(), lista(5, "(nombre_directorio) != NULL"));
+    for (const forma_fichero& f : formas_fichero) {
+        espera_respuesta(f, f.borra("(NULL)"), 0);
+        EXPECT_EQ(toma_expresiones(), lista{"(nombre) != NULL"}) << f.nombre;
+    }
+    for (const forma_directorio& f : formas_directorio) {
+        EXPECT_EQ(f.borra("(NULL)"), f.contesta ? 0 : no_contesta) << f.nombre;
+        EXPECT_EQ(toma_expresiones(), lista{"(nombre_directorio) != NULL"}) << f.nombre;
+    }
 }
 
 TEST(borrado, sin_donde_guardar_el_error_el_fichero_se_borra_igual) {
@@ -371,10 +344,9 @@ TEST(borrado, un_directorio_que_falta) {
         EXPECT_EQ(f.borra(ruta), f.contesta ? 0 : no_contesta) << f.nombre;
         if (f.exige) {
             ESPERA_AVISOS("Cannot delete the directory '" + ruta + "' (it does not exist)");
-            const auto informes = toma_informes();
-            ASSERT_EQ(informes.size(), 1u) << f.nombre;
-            EXPECT_EQ(informes[0].expresion, "CR_existe");
-            EXPECT_EQ(informes[0].detalle, ruta);
+            const informe dado = toma_el_informe();
+            EXPECT_EQ(dado.expresion, "CR_existe");
+            EXPECT_EQ(dado.detalle, ruta);
         }
     }
     EXPECT_EQ(toma_esperas().size(), 0u);
@@ -464,10 +436,7 @@ TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
         con_cada_fallo([] {}, [&] { f.borra(u.d.ruta("s\\v")); },
                        [&](const ronda& r) {
                            EXPECT_EQ(u.d.contenido("s\\v"), "1\n") << f.nombre << " " << r;
-                           toma_informes();
-                           toma_avisos();
-                           toma_preguntas();
-                           toma_esperas();
+                           olvida_todo();
                        });
     }
     EXPECT_EQ(u.censo_exacto("."), antes);
@@ -558,10 +527,7 @@ TEST(borrado, con_cualquier_llamada_fallando_la_respuesta_dice_la_verdad) {
                     if (r.limpia && f.insiste) {
                         EXPECT_FALSE(d.existe("f.txt")) << f.nombre;
                     }
-                    toma_informes();
-                    toma_avisos();
-                    toma_preguntas();
-                    toma_esperas();
+                    olvida_todo();
                 });
         }
     }
@@ -582,10 +548,7 @@ TEST(borrado, con_cualquier_llamada_fallando_el_directorio_dice_la_verdad) {
                 if (f.contesta) {
                     EXPECT_EQ(respuesta == 1, !d.existe("d")) << f.nombre << " " << r;
                 }
-                toma_informes();
-                toma_avisos();
-                toma_preguntas();
-                toma_esperas();
+                olvida_todo();
             });
     }
 }

@@ -376,10 +376,7 @@ TEST(cambia_extension, un_enlace_que_el_sistema_seguiria_se_queda_con_todo) {
                        EXPECT_EQ(u.d.contenido("fuera\\v"), "1\n") << r;
                        EXPECT_EQ(u.d.contenido("d\\l.tmp"), "1\n") << r;
                        EXPECT_EQ(u.d.contenido("d\\m.bak"), "1\n") << r;
-                       toma_informes();
-                       toma_avisos();
-                       toma_preguntas();
-                       toma_esperas();
+                       olvida_todo();
                    });
     EXPECT_EQ(u.censo_exacto("."), antes);
 }
@@ -403,9 +400,6 @@ TEST(cambia_extension, falle_lo_que_falle_el_contenido_del_origen_no_se_pierde) 
         [&] { cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak"); },
         [&](const ronda& r) {
             EXPECT_TRUE(d.contenido("a.tmp") == "nuevo" || d.contenido("a.bak") == "nuevo") << r;
-            toma_informes();
-            toma_avisos();
-            toma_preguntas();
-            toma_esperas();
+            olvida_todo();
         });
 }

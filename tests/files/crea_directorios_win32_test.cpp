@@ -6,6 +6,7 @@
 
 #include "apoyo/apoyo.hpp"
 #include "apoyo/directorio.hpp"
+#include "apoyo/exportada.hpp"
 #include "apoyo/fallos.hpp"
 #include "cdir.h"
 #include "companions/buclrein.h"
@@ -195,9 +196,7 @@ TEST(crea_directorios, las_variantes_son_la_misma_creacion) {
 
 TEST(crea_directorios, una_ruta_relativa_cuenta_desde_el_directorio_actual) {
     const directorio_temporal dir;
-    wchar_t antes[MAX_PATH];
-    ::GetCurrentDirectoryW(MAX_PATH, antes);
-    ASSERT_TRUE(::SetCurrentDirectoryW(dir.ruta_w().c_str()));
+    const en_directorio ahi(dir.ruta_w());
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"a\\b", 1), 1);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"c\\x\\..\\d\\f.txt", 0), 1);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(w(dir.ruta().substr(0, 2) + "e\\f").c_str(), 1), 1);
@@ -206,29 +205,19 @@ TEST(crea_directorios, una_ruta_relativa_cuenta_desde_el_directorio_actual) {
     ASSERT_TRUE(::SetCurrentDirectoryW(dir.ruta_w("a\\b").c_str()));
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"..\\x\\..\\g", 1), 1);
     EXPECT_EQ(cdir_crea_directorios_UNICODE(L"..\\..\\h", 1), 1);
-    ::SetCurrentDirectoryW(antes);
     EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\b\\", "a\\b\\h\\", "a\\g\\", "c\\", "c\\d\\", "e\\", "e\\f\\"}));
 }
 
 TEST(crea_directorios, null_se_informa_y_no_se_crea_nada) {
-    EXPECT_EQ(cdir_crea_directorios_UNICODE(nullptr, 1), 0);
-    ESPERA_INFORMES("(path) != NULL");
-    cdir_crea_directorios(nullptr, 1);
-    ESPERA_INFORMES("(path) != NULL");
-    EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(nullptr), 0);
-    ESPERA_INFORMES("(path) != NULL");
-    cdir_crea_directorios_del_path(nullptr);
-    ESPERA_INFORMES("(path) != NULL");
-    EXPECT_EQ(cdir_crea_directorios_fichero_UNICODE(nullptr), 0);
-    ESPERA_INFORMES("(path) != NULL");
-    cdir_crea_directorios_fichero(nullptr);
-    ESPERA_INFORMES("(path) != NULL");
-    EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(nullptr), 0);
-    ESPERA_INFORMES("(path) != NULL");
-    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible_UNICODE(nullptr), 0);
-    ESPERA_INFORMES("(path) != NULL");
-    EXPECT_EQ(cdir_crea_directorios_fichero_si_es_posible(nullptr), 0);
-    ESPERA_INFORMES("(path) != NULL");
+    se_niega(cdir_crea_directorios_UNICODE(nullptr, 1), {"(path) != NULL"});
+    se_niega(llama(cdir_crea_directorios, nullptr, 1), {"(path) != NULL"});
+    se_niega(cdir_crea_directorios_del_path_UNICODE(nullptr), {"(path) != NULL"});
+    se_niega(llama(cdir_crea_directorios_del_path, nullptr), {"(path) != NULL"});
+    se_niega(cdir_crea_directorios_fichero_UNICODE(nullptr), {"(path) != NULL"});
+    se_niega(llama(cdir_crea_directorios_fichero, nullptr), {"(path) != NULL"});
+    se_niega(cdir_crea_directorios_si_es_posible_UNICODE(nullptr), {"(path) != NULL"});
+    se_niega(cdir_crea_directorios_fichero_si_es_posible_UNICODE(nullptr), {"(path) != NULL"});
+    se_niega(cdir_crea_directorios_fichero_si_es_posible(nullptr), {"(path) != NULL"});
 }
 
 TEST(crea_directorios, sin_directorio_no_hay_nada_que_crear) {
@@ -611,8 +600,8 @@ TEST(crea_directorios, el_nombre_de_un_dispositivo_no_es_un_directorio) {
 
 TEST(crea_directorios, lo_que_el_sistema_dice_haber_creado_se_mira) {
     buclrein_establece_politica(0, 0);
-    const sustituye<decltype(interno::sistema.CreateDirectoryW)> miente(
-        interno::sistema.CreateDirectoryW, [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI { return BOOL{TRUE}; });
+    const sustituye miente(interno::sistema.CreateDirectoryW,
+                           [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI { return BOOL{TRUE}; });
     static DWORD atributos_dichos;
     static DWORD codigo_dicho;
     const struct {
@@ -630,12 +619,11 @@ TEST(crea_directorios, lo_que_el_sistema_dice_haber_creado_se_mira) {
         static unsigned preguntado;
         atributos_dichos = caso.atributos;
         codigo_dicho = caso.codigo;
-        const sustituye<decltype(interno::sistema.GetFileAttributesW)> atributos(
-            interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
-                const bool antes = preguntado++ == 0;  // before the creation nothing is there
-                ::SetLastError(antes ? DWORD{ERROR_FILE_NOT_FOUND} : codigo_dicho);
-                return antes ? DWORD{INVALID_FILE_ATTRIBUTES} : atributos_dichos;
-            });
+        const sustituye atributos(interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
+            const bool antes = preguntado++ == 0;  // before the creation nothing is there
+            ::SetLastError(antes ? DWORD{ERROR_FILE_NOT_FOUND} : codigo_dicho);
+            return antes ? DWORD{INVALID_FILE_ATTRIBUTES} : atributos_dichos;
+        });
         for (const bool ocho : {false, true}) {
             preguntado = 0;
             if (ocho) {
@@ -663,11 +651,10 @@ TEST(crea_directorios, lo_que_esta_y_no_se_deja_crear_esta) {
         f.falla_siempre("GetFileAttributesW", ERROR_NOT_READY, 1);
         static DWORD codigo_de_crear;
         codigo_de_crear = codigo;
-        const sustituye<decltype(interno::sistema.CreateDirectoryW)> crea(
-            interno::sistema.CreateDirectoryW, [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI {
-                ::SetLastError(codigo_de_crear);
-                return BOOL{FALSE};
-            });
+        const sustituye crea(interno::sistema.CreateDirectoryW, [](LPCWSTR, SECURITY_ATTRIBUTES*) WINAPI {
+            ::SetLastError(codigo_de_crear);
+            return BOOL{FALSE};
+        });
         EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(dir.ruta_w("a").c_str()), 1) << codigo;
         EXPECT_TRUE(toma_esperas().empty()) << codigo;
     }

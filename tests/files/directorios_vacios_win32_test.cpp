@@ -15,12 +15,11 @@ using lista = std::vector<std::string>;
 const std::string mas_corto = "widestr_longitud(dir) > widestr_longitud(path_base)";
 
 void sube(bool ancha, const std::string& directorio, const std::string* base) {
+    const std::string texto = base == nullptr ? "(NULL)" : *base;
     if (ancha) {
-        lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(
-            w(directorio).c_str(), base == nullptr ? nullptr : w(*base).c_str());
+        llama(lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE, directorio, texto);
     } else {
-        lumodir_borra_directorios_de_path_si_estan_vacios(cp1252(directorio).c_str(),
-                                                          base == nullptr ? nullptr : cp1252(*base).c_str());
+        llama(lumodir_borra_directorios_de_path_si_estan_vacios, directorio, texto);
     }
 }
 
@@ -187,9 +186,7 @@ TEST(directorios_vacios, barras_hacia_delante_no_dan_vueltas_sin_fin) {
 // However base and directory are spelled: the base stays, and what lies above it.
 TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
     const directorio_temporal d;
-    wchar_t antes[MAX_PATH];
-    ::GetCurrentDirectoryW(MAX_PATH, antes);
-    ::SetCurrentDirectoryW(d.ruta_w().c_str());
+    const en_directorio ahi(d.ruta_w());
     const std::string raiz = d.ruta();
     const std::string sin_unidad = raiz.substr(2);
     struct manera {
@@ -228,7 +225,6 @@ TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
             }
         }
     }
-    ::SetCurrentDirectoryW(antes);
 }
 
 // With the prefix a name counts as it is written.

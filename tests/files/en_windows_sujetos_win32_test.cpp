@@ -54,13 +54,13 @@ TEST(en_windows, un_nombre_ocupado_no_se_espera) {
     const como_windows windows({});
     static int cuantos;
     cuantos = 0;
-    const sustituye<decltype(interno::sistema.MoveFileExW)> mueve(
-        interno::sistema.MoveFileExW, [](const wchar_t* origen, const wchar_t* destino, DWORD) WINAPI {
-            if (cuantos++ < 3) {
-                ::CopyFileW(origen, destino, TRUE);  // somebody was quicker
-            }
-            return ::MoveFileExW(origen, destino, 0);
-        });
+    const sustituye mueve(interno::sistema.MoveFileExW,
+                          [](const wchar_t* origen, const wchar_t* destino, DWORD) WINAPI {
+                              if (cuantos++ < 3) {
+                                  ::CopyFileW(origen, destino, TRUE);  // somebody was quicker
+                              }
+                              return ::MoveFileExW(origen, destino, 0);
+                          });
     const std::string ruta = unico(d.ruta(), "txt");
     EXPECT_TRUE(tiene_forma(nombre_de(ruta), "LUD", ".txt")) << ruta;
     EXPECT_EQ(d.arbol().size(), 4u) << "three of somebody else's, and ours";
@@ -142,11 +142,10 @@ TEST(en_windows, que_codigos_dicen_de_un_fichero_que_falta) {
         const std::string ruta = d.fichero("a\u00f1o.txt");
         como_windows windows({});
         windows.no_se_deja_preguntar(ruta, fila.codigo);
-        const sustituye<decltype(interno::sistema.DeleteFileW)> borra(
-            interno::sistema.DeleteFileW, [](const wchar_t* cual) WINAPI {
-                interno::sistema.GetFileAttributesW(cual);  // answers the same
-                return BOOL{FALSE};
-            });
+        const sustituye borra(interno::sistema.DeleteFileW, [](const wchar_t* cual) WINAPI {
+            interno::sistema.GetFileAttributesW(cual);  // answers the same
+            return BOOL{FALSE};
+        });
         EXPECT_EQ(cdir_existe_fichero_UNICODE(w(ruta).c_str()), 0);
         EXPECT_EQ(cdir_borra_fichero_UNICODE(w(ruta).c_str()), 0);
         EXPECT_EQ(toma_expresiones(), fila.falta ? textos{"CR_existe"} : textos{});
@@ -170,8 +169,7 @@ TEST(en_windows, un_directorio_que_esta_vale_aunque_crearlo_conteste_otra_cosa) 
             return de_la_imitacion(ruta, seguridad);
         };
         de_la_imitacion = interno::sistema.CreateDirectoryW;
-        const sustituye<decltype(interno::sistema.CreateDirectoryW)> crea(interno::sistema.CreateDirectoryW,
-                                                                          crea_antes);
+        const sustituye crea(interno::sistema.CreateDirectoryW, crea_antes);
         EXPECT_EQ(cdir_crea_directorios_del_path_UNICODE(d.ruta_w("a \u00f1\\b\\c").c_str()), 1);
         EXPECT_TRUE(d.es_directorio("a \u00f1\\b\\c"));
         EXPECT_TRUE(toma_esperas().empty());

@@ -1,6 +1,7 @@
 // Existence, kind, readability and size of names on a real disk, in both flavours; and the same under faults.
 #include "apoyo/apoyo.hpp"
 #include "apoyo/directorio.hpp"
+#include "apoyo/exportada.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/otro_proceso.hpp"
 #include "cdir.h"
@@ -93,9 +94,7 @@ TEST(existencia, cada_pregunta_en_ambos_sabores) {
 
 TEST(existencia, una_ruta_relativa_cuenta_desde_el_directorio_actual) {
     const disco d;
-    wchar_t antes[MAX_PATH];
-    ::GetCurrentDirectoryW(MAX_PATH, antes);
-    ASSERT_TRUE(::SetCurrentDirectoryW(d.dir.ruta_w().c_str()));
+    const en_directorio ahi(d.dir.ruta_w());
     EXPECT_EQ(cdir_existe_fichero_UNICODE(L"f.txt"), 1);
     EXPECT_EQ(cdir_existe_fichero(".\\sub\\dentro.txt"), 1);
     EXPECT_EQ(cdir_es_directorio_u(L"sub"), 1);
@@ -103,7 +102,6 @@ TEST(existencia, una_ruta_relativa_cuenta_desde_el_directorio_actual) {
     EXPECT_EQ(cdir_se_puede_leer_UNICODE(L"sub/../f.txt"), 1);
     EXPECT_EQ(cdir_existe_fichero_UNICODE(w(d.larga + "\\f.txt").c_str()), 1);  // long only when made full
     EXPECT_EQ(cdir_existe_fichero_UNICODE(L"dentro.txt"), 0);
-    ::SetCurrentDirectoryW(antes);
 }
 
 TEST(existencia, un_texto_vacio_no_existe) {
@@ -123,20 +121,13 @@ TEST(existencia, un_recurso_que_no_esta_no_existe) {
 }
 
 TEST(existencia, null_se_informa_y_se_contesta_que_no) {
-    EXPECT_EQ(cdir_existe_fichero_UNICODE(nullptr), 0);
-    ESPERA_INFORMES("(nombre) != NULL");
-    EXPECT_EQ(cdir_existe_fichero(nullptr), 0);
-    ESPERA_INFORMES("(nombre) != NULL");
-    EXPECT_EQ(cdir_existe_directorio_UNICODE(nullptr), 0);
-    ESPERA_INFORMES("(nombre_directorio) != NULL");
-    EXPECT_EQ(cdir_existe_directorio(nullptr), 0);
-    ESPERA_INFORMES("(nombre_directorio) != NULL");
-    EXPECT_EQ(cdir_es_directorio_u(nullptr), 0);
-    ESPERA_INFORMES("(path) != NULL");
-    EXPECT_EQ(cdir_se_puede_leer_UNICODE(nullptr), 0);
-    ESPERA_INFORMES("(fichero) != NULL");
-    EXPECT_EQ(cdir_se_puede_leer(nullptr), 0);
-    ESPERA_INFORMES("(fichero) != NULL");
+    se_niega(cdir_existe_fichero_UNICODE(nullptr), {"(nombre) != NULL"});
+    se_niega(cdir_existe_fichero(nullptr), {"(nombre) != NULL"});
+    se_niega(cdir_existe_directorio_UNICODE(nullptr), {"(nombre_directorio) != NULL"});
+    se_niega(cdir_existe_directorio(nullptr), {"(nombre_directorio) != NULL"});
+    se_niega(cdir_es_directorio_u(nullptr), {"(path) != NULL"});
+    se_niega(cdir_se_puede_leer_UNICODE(nullptr), {"(fichero) != NULL"});
+    se_niega(cdir_se_puede_leer(nullptr), {"(fichero) != NULL"});
     unsigned long codigo = 77;
     EXPECT_EQ(lumodir_get_tamanyo_fichero(nullptr, &codigo), ~0ull);
     EXPECT_EQ(codigo, 77u);
@@ -145,10 +136,9 @@ TEST(existencia, null_se_informa_y_se_contesta_que_no) {
 
 TEST(existencia, los_informes_llevan_la_etiqueta_del_modulo) {
     EXPECT_EQ(cdir_existe_fichero_UNICODE(nullptr), 0);
-    const std::vector<informe> informes = toma_informes();
-    ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].etiqueta, "lumodir (LUMODIR.DLL)");
-    EXPECT_GT(informes[0].linea, 0u);
+    const informe dado = toma_el_informe();
+    EXPECT_EQ(dado.etiqueta, "lumodir (LUMODIR.DLL)");
+    EXPECT_GT(dado.linea, 0u);
 }
 
 TEST(existencia, el_mensaje_opcional_se_entrega_siempre) {
@@ -323,12 +313,12 @@ TEST(existencia, el_filtro_bajo_fallos_cierra_lo_que_abre) {
 TEST(existencia, leer_abre_como_se_dice_y_cierra) {
     const disco d;
     static DWORD acceso, compartir, disposicion, indicadores;
-    const sustituye<decltype(&::CreateFileW)> espia(
-        interno::sistema.CreateFileW, [](const wchar_t* ruta, DWORD a, DWORD c, SECURITY_ATTRIBUTES* s,
-                                         DWORD d2, DWORD i, HANDLE p) WINAPI {
-            acceso = a, compartir = c, disposicion = d2, indicadores = i;
-            return ::CreateFileW(ruta, a, c, s, d2, i, p);
-        });
+    const sustituye espia(interno::sistema.CreateFileW,
+                          [](const wchar_t* ruta, DWORD a, DWORD c, SECURITY_ATTRIBUTES* s, DWORD d2, DWORD i,
+                             HANDLE p) WINAPI {
+                              acceso = a, compartir = c, disposicion = d2, indicadores = i;
+                              return ::CreateFileW(ruta, a, c, s, d2, i, p);
+                          });
     fallos f;
     EXPECT_EQ(cdir_se_puede_leer_UNICODE(d.dir.ruta_w("f.txt").c_str()), 1);
     EXPECT_EQ(acceso, DWORD{GENERIC_READ});
@@ -409,11 +399,10 @@ TEST(existencia, que_codigos_dicen_que_falta) {
         static DWORD de_la_busqueda;
         codigo = c.codigo;
         de_la_busqueda = c.de_la_busqueda;
-        const sustituye<decltype(interno::sistema.GetFileAttributesW)> atributos(
-            interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
-                ::SetLastError(codigo);
-                return DWORD{INVALID_FILE_ATTRIBUTES};
-            });
+        const sustituye atributos(interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
+            ::SetLastError(codigo);
+            return DWORD{INVALID_FILE_ATTRIBUTES};
+        });
         fallos f;
         if (de_la_busqueda != 0) {
             f.falla_siempre("FindFirstFileExW", de_la_busqueda);
@@ -457,12 +446,11 @@ TEST(existencia, la_prueba_de_lectura_mira_y_abre_el_mismo_fichero) {
     dir.directorio("otro\\f.txt");
     static texto_w otro;
     otro = dir.ruta_w("otro");
-    const sustituye<decltype(interno::sistema.GetFileAttributesW)> cambia(
-        interno::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
-            const DWORD atributos = ::GetFileAttributesW(ruta);
-            ::SetCurrentDirectoryW(otro.c_str());
-            return atributos;
-        });
+    const sustituye cambia(interno::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
+        const DWORD atributos = ::GetFileAttributesW(ruta);
+        ::SetCurrentDirectoryW(otro.c_str());
+        return atributos;
+    });
     const en_directorio ahi(dir.ruta_w("uno"));
     fallos f;
     EXPECT_EQ(cdir_se_puede_leer_UNICODE(L"f.txt"), 1);

@@ -162,7 +162,7 @@ TEST_F(nombre_largo, ninguno_de_los_dos_saca_un_dialogo) {
     const directorio_temporal dir;
     const std::string ruta = dir.fichero("a long name.text");
     static DWORD modo;
-    const sustituye<decltype(sistema.SHGetPathFromIDListW)> mira(
+    const sustituye mira(
         sistema.SHGetPathFromIDListW, +[](PCIDLIST_ABSOLUTE lista, LPWSTR texto) -> BOOL {
             modo = ::GetThreadErrorMode();
             return ::SHGetPathFromIDListW(lista, texto);
@@ -172,8 +172,7 @@ TEST_F(nombre_largo, ninguno_de_los_dos_saca_un_dialogo) {
         return ::GetLongPathNameW(corto, largo, sitio);
     };
     static funcion_nombre_largo propia;
-    const sustituye<decltype(sistema.busca_nombre_largo)> buscar(sistema.busca_nombre_largo,
-                                                                 [] { return propia; });
+    const sustituye buscar(sistema.busca_nombre_largo, [] { return propia; });
     const DWORD antes = ::GetThreadErrorMode();
     for (const funcion_nombre_largo cual : {funcion_nombre_largo(nullptr), de_kernel32}) {
         propia = cual;
@@ -191,8 +190,8 @@ TEST_F(nombre_largo, ninguno_de_los_dos_saca_un_dialogo) {
 TEST_F(nombre_largo, lo_que_el_escritorio_no_encuentra_falla) {
     const directorio_temporal dir;
     // Gone between the question whether it is there and the shell's own look.
-    const sustituye<decltype(sistema.GetFileAttributesW)> dice_que_esta(
-        sistema.GetFileAttributesW, [](LPCWSTR) -> DWORD { return FILE_ATTRIBUTE_NORMAL; });
+    const sustituye dice_que_esta(sistema.GetFileAttributesW,
+                                  [](LPCWSTR) -> DWORD { return FILE_ATTRIBUTE_NORMAL; });
     wchar_t largo[MAX_PATH] = L"as it was";
     EXPECT_EQ(i_nombre_largo_del_escritorio(dir.ruta_w("gone").c_str(), largo, MAX_PATH), 0u);
     EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_PATH_NOT_FOUND));
@@ -283,7 +282,7 @@ TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja
         {"no path", sin_ruta, "", 1},
     };
     for (const auto& fila : filas) {
-        const sustituye<tabla_sistema> cambio(sistema, fila.tabla);
+        const sustituye cambio(sistema, fila.tabla);
         g_asignador.liberados = 0;
         wchar_t largo[MAX_PATH] = L"as it was";
         ::SetLastError(0);

@@ -58,10 +58,9 @@ TEST(nombres_atados, una_unidad_sin_directorio_se_rechaza) {
             const unsigned short contestado = f.borra(unidad);
             EXPECT_EQ(contestado, f.contesta == respuesta::ninguna ? no_contesta : 0) << de;
             EXPECT_EQ(libro.llamadas(), 0u) << de << ": nothing is even looked at";
-            const auto informes = toma_informes();
-            ASSERT_EQ(informes.size(), 1u) << de;
-            EXPECT_EQ(informes[0].expresion, "unidad_sin_directorio == FALSO") << de;
-            EXPECT_EQ(informes[0].detalle, unidad) << de;
+            const informe dado = toma_el_informe();
+            EXPECT_EQ(dado.expresion, "unidad_sin_directorio == FALSO") << de;
+            EXPECT_EQ(dado.detalle, unidad) << de;
             EXPECT_EQ(toma_preguntas().size(), 0u) << de;
             EXPECT_EQ(toma_avisos(), lista{}) << de;
             EXPECT_EQ(toma_esperas().size(), 0u) << de;
@@ -97,7 +96,7 @@ TEST(nombres_atados, un_directorio_de_la_unidad_no_es_una_unidad) {
 // Windows takes such a root itself away, where a root goes; Wine would come to what it points to: there it stays too.
 TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
     LADO_UNIX(u);
     const bool se_va = !interno::sistema.sigue_enlaces();
     const char* const enlaces =
@@ -137,7 +136,7 @@ TEST(nombres_atados, una_raiz_que_es_un_enlace_no_se_toca_y_se_dice) {
 
 TEST(nombres_atados, una_raiz_que_otro_tiene_sin_compartir_se_dice) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
     const directorio_temporal d;
     siembra_raiz(d);
     const lista antes = d.arbol();
@@ -165,7 +164,7 @@ TEST(nombres_atados, una_raiz_que_otro_tiene_sin_compartir_se_dice) {
 
 TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
     // Whoever shares all but deletion lets the files go; the directory stays.
     for (const DWORD compartir : {DWORD{0}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
         const bool se_entra = compartir != 0;
@@ -214,7 +213,7 @@ TEST(nombres_atados, un_subdirectorio_que_otro_tiene) {
 // The name that is looked at is the one that is walked, or none is.
 TEST(nombres_atados, una_raiz_que_acaba_en_blanco_o_punto) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
     for (const char* raiz : {"t ", "t..", "t. ", "t  \\"}) {
         for (const forma_de_borrar& f : formas_de_borrar) {
             const std::string de = std::string(f.nombre) + " of '" + raiz + "'";
@@ -242,7 +241,7 @@ TEST(nombres_atados, una_raiz_que_acaba_en_blanco_o_punto) {
 // Whatever call fails: "every file went" is said only when it did.
 TEST(nombres_atados, lo_que_se_contesta_es_verdad_falle_lo_que_falle) {
     buclrein_establece_politica(0, 0);
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
     const directorio_temporal d;
     constexpr unsigned max_llamadas = 500;
     for (const forma_de_borrar& f : formas_de_borrar) {
@@ -466,8 +465,7 @@ TEST(nombres_atados, una_raiz_que_era_otra_cuando_se_abrio) {
     abre_de_verdad = interno::sistema.CreateFileW;
     aperturas_cambiadas = 0;
     {
-        const sustituye<decltype(interno::sistema.CreateFileW)> cambia(interno::sistema.CreateFileW,
-                                                                       i_abre_otro_en_su_sitio);
+        const sustituye cambia(interno::sistema.CreateFileW, i_abre_otro_en_su_sitio);
         const interno::ruta_fijada ruta(dada.c_str());
         interno::trato_con_volumen trato;
         interno::directorio_abierto raiz;

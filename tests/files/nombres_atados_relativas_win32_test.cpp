@@ -62,25 +62,18 @@ struct operacion {
 std::vector<operacion> todas() {
     std::vector<operacion> resultado = {
         {"borra_fichero_UNICODE",
-         [](const ruta_de& r) { return cdir_borra_fichero_UNICODE(w(r("f.txt")).c_str()); }},
-        {"borra_fichero",
-         [](const ruta_de& r) {
-             cdir_borra_fichero(cp1252(r("f.txt")).c_str());
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(cdir_borra_fichero_UNICODE, r("f.txt")); }},
+        {"borra_fichero", [](const ruta_de& r) { return llama(cdir_borra_fichero, r("f.txt")); }},
         {"borra_fichero_UNICODE, read-only",
-         [](const ruta_de& r) { return cdir_borra_fichero_UNICODE(w(r("p.txt")).c_str()); }},
+         [](const ruta_de& r) { return llama(cdir_borra_fichero_UNICODE, r("p.txt")); }},
         {"borra_fichero_con_mensaje_extra_UNICODE",
          [](const ruta_de& r) {
-             return cdir_borra_fichero_con_mensaje_extra_UNICODE(w(r("p.txt")).c_str(), L"extra");
+             return llama(cdir_borra_fichero_con_mensaje_extra_UNICODE, r("p.txt"), "extra");
          }},
         {"borra_fichero_si_existe_UNICODE",
-         [](const ruta_de& r) { return cdir_borra_fichero_si_existe_UNICODE(w(r("p.txt")).c_str()); }},
+         [](const ruta_de& r) { return llama(cdir_borra_fichero_si_existe_UNICODE, r("p.txt")); }},
         {"borra_fichero_si_existe",
-         [](const ruta_de& r) {
-             cdir_borra_fichero_si_existe(cp1252(r("p.txt")).c_str());
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(cdir_borra_fichero_si_existe, r("p.txt")); }},
         {"lumodir_borra_fichero_si_existe_UNICODE",
          [](const ruta_de& r) {
              unsigned short error = 9;
@@ -88,116 +81,69 @@ std::vector<operacion> todas() {
              return int{error};
          }},
         {"delete_ficheros_UNICODE",
-         [](const ruta_de& r) {
-             cdir_delete_ficheros_UNICODE(w(r("*.txt")).c_str());
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(cdir_delete_ficheros_UNICODE, r("*.txt")); }},
         {"delete_ficheros, in a directory",
-         [](const ruta_de& r) {
-             cdir_delete_ficheros(cp1252(r("e\\*.tmp")).c_str());
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(cdir_delete_ficheros, r("e\\*.tmp")); }},
         {"cambia_extension_ficheros_u",
-         [](const ruta_de& r) {
-             cdir_cambia_extension_ficheros_u(w(r("e")).c_str(), L"tmp", L"bak");
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(cdir_cambia_extension_ficheros_u, r("e"), "tmp", "bak"); }},
         {"borra_directorio_UNICODE",
-         [](const ruta_de& r) { return cdir_borra_directorio_UNICODE(w(r("v\\w\\x")).c_str()); }},
-        {"borra_directorio",
-         [](const ruta_de& r) {
-             cdir_borra_directorio(cp1252(r("v\\w\\x")).c_str());
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(cdir_borra_directorio_UNICODE, r("v\\w\\x")); }},
+        {"borra_directorio", [](const ruta_de& r) { return llama(cdir_borra_directorio, r("v\\w\\x")); }},
         {"borra_directorio_si_existe_UNICODE",
-         [](const ruta_de& r) { return cdir_borra_directorio_si_existe_UNICODE(w(r("v\\w\\x")).c_str()); }},
+         [](const ruta_de& r) { return llama(cdir_borra_directorio_si_existe_UNICODE, r("v\\w\\x")); }},
         {"se_borra_directorio",
-         [](const ruta_de& r) { return cdir_se_borra_directorio(w(r("v\\w\\x")).c_str()); }},
+         [](const ruta_de& r) { return llama(cdir_se_borra_directorio, r("v\\w\\x")); }},
         {"renombra_fichero_UNICODE",
-         [](const ruta_de& r) {
-             cdir_renombra_fichero_UNICODE(w(r("f.txt")).c_str(), w(r("n.txt")).c_str());
-             return 7;
-         },
-         2},
+         [](const ruta_de& r) { return llama(cdir_renombra_fichero_UNICODE, r("f.txt"), r("n.txt")); }, 2},
         {"renombra_fichero",
-         [](const ruta_de& r) {
-             cdir_renombra_fichero(cp1252(r("f.txt")).c_str(), cp1252(r("t\\n.txt")).c_str());
-             return 7;
-         },
-         2},
+         [](const ruta_de& r) { return llama(cdir_renombra_fichero, r("f.txt"), r("t\\n.txt")); }, 2},
         {"renombra_fichero_si_es_posible_UNICODE",
          [](const ruta_de& r) {
-             return cdir_renombra_fichero_si_es_posible_UNICODE(w(r("f.txt")).c_str(), w(r("n.txt")).c_str());
+             return llama(cdir_renombra_fichero_si_es_posible_UNICODE, r("f.txt"), r("n.txt"));
          },
          2},
         {"mueve_fichero",
-         [](const ruta_de& r) { return cdir_mueve_fichero(w(r("f.txt")).c_str(), w(r("v\\f.txt")).c_str()); },
-         2},
+         [](const ruta_de& r) { return llama(cdir_mueve_fichero, r("f.txt"), r("v\\f.txt")); }, 2},
         {"protege_fichero_UNICODE",
-         [](const ruta_de& r) {
-             lumodir_protege_fichero_UNICODE(w(r("f.txt")).c_str());
-             return 7;
-         }},
-        {"protege_fichero",
-         [](const ruta_de& r) {
-             lumodir_protege_fichero(cp1252(r("f.txt")).c_str());
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(lumodir_protege_fichero_UNICODE, r("f.txt")); }},
+        {"protege_fichero", [](const ruta_de& r) { return llama(lumodir_protege_fichero, r("f.txt")); }},
         {"desprotege_fichero_UNICODE",
-         [](const ruta_de& r) {
-             lumodir_desprotege_fichero_UNICODE(w(r("p.txt")).c_str());
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(lumodir_desprotege_fichero_UNICODE, r("p.txt")); }},
         {"desprotege_fichero_si_existe_UNICODE",
-         [](const ruta_de& r) {
-             lumodir_desprotege_fichero_si_existe_UNICODE(w(r("p.txt")).c_str());
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(lumodir_desprotege_fichero_si_existe_UNICODE, r("p.txt")); }},
         {"crea_directorios_UNICODE",
-         [](const ruta_de& r) { return cdir_crea_directorios_UNICODE(w(r("n\\m\\l")).c_str(), 1); }},
+         [](const ruta_de& r) { return llama(cdir_crea_directorios_UNICODE, r("n\\m\\l"), 1); }},
         {"crea_directorios_fichero_UNICODE",
-         [](const ruta_de& r) { return cdir_crea_directorios_fichero_UNICODE(w(r("n\\m\\f")).c_str()); }},
-        {"crea_directorios",
-         [](const ruta_de& r) {
-             cdir_crea_directorios(cp1252(r("v\\n\\m")).c_str(), 1);
-             return 7;
-         }},
+         [](const ruta_de& r) { return llama(cdir_crea_directorios_fichero_UNICODE, r("n\\m\\f")); }},
+        {"crea_directorios", [](const ruta_de& r) { return llama(cdir_crea_directorios, r("v\\n\\m"), 1); }},
         {"crea_directorios_si_es_posible_UNICODE, with two points",
          [](const ruta_de& r) {
-             return cdir_crea_directorios_si_es_posible_UNICODE(w(r("n\\x\\..\\m")).c_str());
+             return llama(cdir_crea_directorios_si_es_posible_UNICODE, r("n\\x\\..\\m"));
          }},
         {"asignar_fecha_fichero_UTC",
          [](const ruta_de& r) {
-             return timefich_asignar_fecha_fichero_UTC(w(r("f.txt")).c_str(), 1'500'000'000);
+             return llama(timefich_asignar_fecha_fichero_UTC, r("f.txt"), 1'500'000'000);
          }},
         {"asignar_fecha_fichero_ansi_UTC",
          [](const ruta_de& r) {
-             return timefich_asignar_fecha_fichero_ansi_UTC(cp1252(r("f.txt")).c_str(), 1'500'000'000);
+             return llama(timefich_asignar_fecha_fichero_ansi_UTC, r("f.txt"), 1'500'000'000);
          }},
         {"asignar_fecha_fichero_UTC_si_es_posible",
          [](const ruta_de& r) {
-             return timefich_asignar_fecha_fichero_UTC_si_es_posible(w(r("f.txt")).c_str(), 1'500'000'000);
+             return llama(timefich_asignar_fecha_fichero_UTC_si_es_posible, r("f.txt"), 1'500'000'000);
          }},
         {"se_puede_escribir_UNICODE_ex",
-         [](const ruta_de& r) {
-             return lumodir_se_puede_escribir_UNICODE_ex(w(r("n.txt")).c_str(), nullptr);
-         }},
+         [](const ruta_de& r) { return llama(lumodir_se_puede_escribir_UNICODE_ex, r("n.txt"), nullptr); }},
         {"se_puede_escribir_en_directorio",
-         [](const ruta_de& r) {
-             return cdir_se_puede_escribir_en_directorio(w(r("n\\m")).c_str(), nullptr);
-         }},
+         [](const ruta_de& r) { return llama(cdir_se_puede_escribir_en_directorio, r("n\\m"), nullptr); }},
         {"borra_directorios_de_path_si_estan_vacios_UNICODE",
          [](const ruta_de& r) {
-             lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(w(r("v\\w\\x")).c_str(),
-                                                                       w(r("v")).c_str());
-             return 7;
+             return llama(lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE, r("v\\w\\x"), r("v"));
          },
          2},
         {"borra_directorios_de_path_si_estan_vacios",
          [](const ruta_de& r) {
-             lumodir_borra_directorios_de_path_si_estan_vacios(cp1252(r("v\\w\\x")).c_str(),
-                                                               cp1252(r("v")).c_str());
-             return 7;
+             return llama(lumodir_borra_directorios_de_path_si_estan_vacios, r("v\\w\\x"), r("v"));
          },
          2},
     };
@@ -313,7 +259,7 @@ struct retenida {
     std::function<int(const std::string&)> haz;  // with what stands before each name
     lista momentos;
     std::string se_dice = {};  // of the path, in the question, as it was given
-    int respuesta = 7;
+    int respuesta = no_contesta;
 };
 
 std::vector<retenida> retenidas() {
@@ -321,37 +267,29 @@ std::vector<retenida> retenidas() {
     const lista con_pregunta = {"question", "pause"};
     std::vector<retenida> resultado = {
         {"borra_fichero_UNICODE", "f.txt",
-         [](const std::string& p) { return cdir_borra_fichero_UNICODE(w(p + "f.txt").c_str()); }, de_borrado,
+         [](const std::string& p) { return llama(cdir_borra_fichero_UNICODE, p + "f.txt"); }, de_borrado,
          "f.txt", 1},
         {"borra_fichero", "f.txt",
-         [](const std::string& p) {
-             cdir_borra_fichero(cp1252(p + "f.txt").c_str());
-             return 7;
-         },
-         de_borrado, "f.txt"},
+         [](const std::string& p) { return llama(cdir_borra_fichero, p + "f.txt"); }, de_borrado, "f.txt"},
         {"borra_fichero_UNICODE, read-only", "p.txt",
-         [](const std::string& p) { return cdir_borra_fichero_UNICODE(w(p + "p.txt").c_str()); }, de_borrado,
+         [](const std::string& p) { return llama(cdir_borra_fichero_UNICODE, p + "p.txt"); }, de_borrado,
          "p.txt", 1},
         {"borra_fichero_con_mensaje_extra_UNICODE", "f.txt",
          [](const std::string& p) {
-             return cdir_borra_fichero_con_mensaje_extra_UNICODE(w(p + "f.txt").c_str(), L"extra");
+             return llama(cdir_borra_fichero_con_mensaje_extra_UNICODE, p + "f.txt", "extra");
          },
          de_borrado, "f.txt", 1},
         {"borra_fichero_con_mensaje_extra", "f.txt",
          [](const std::string& p) {
-             cdir_borra_fichero_con_mensaje_extra(cp1252(p + "f.txt").c_str(), "extra");
-             return 7;
+             return llama(cdir_borra_fichero_con_mensaje_extra, p + "f.txt", "extra");
          },
          de_borrado, "f.txt"},
         {"borra_fichero_si_existe_UNICODE", "f.txt",
-         [](const std::string& p) { return cdir_borra_fichero_si_existe_UNICODE(w(p + "f.txt").c_str()); },
+         [](const std::string& p) { return llama(cdir_borra_fichero_si_existe_UNICODE, p + "f.txt"); },
          de_borrado, "f.txt", 1},
         {"borra_fichero_si_existe", "f.txt",
-         [](const std::string& p) {
-             cdir_borra_fichero_si_existe(cp1252(p + "f.txt").c_str());
-             return 7;
-         },
-         de_borrado, "f.txt"},
+         [](const std::string& p) { return llama(cdir_borra_fichero_si_existe, p + "f.txt"); }, de_borrado,
+         "f.txt"},
         {"lumodir_borra_fichero_si_existe_UNICODE",
          "f.txt",
          [](const std::string& p) {
@@ -374,63 +312,46 @@ std::vector<retenida> retenidas() {
          "",
          0},
         {"borra_directorio_UNICODE", "v\\w\\x",
-         [](const std::string& p) { return cdir_borra_directorio_UNICODE(w(p + "v\\w\\x").c_str()); },
+         [](const std::string& p) { return llama(cdir_borra_directorio_UNICODE, p + "v\\w\\x"); },
          con_pregunta, "v\\w\\x", 1},
         {"borra_directorio", "v\\w\\x",
-         [](const std::string& p) {
-             cdir_borra_directorio(cp1252(p + "v\\w\\x").c_str());
-             return 7;
-         },
-         con_pregunta, "v\\w\\x"},
+         [](const std::string& p) { return llama(cdir_borra_directorio, p + "v\\w\\x"); }, con_pregunta,
+         "v\\w\\x"},
         {"borra_directorio_si_existe_UNICODE", "v\\w\\x",
-         [](const std::string& p) {
-             return cdir_borra_directorio_si_existe_UNICODE(w(p + "v\\w\\x").c_str());
-         },
+         [](const std::string& p) { return llama(cdir_borra_directorio_si_existe_UNICODE, p + "v\\w\\x"); },
          con_pregunta, "v\\w\\x", 1},
         {"se_borra_directorio",
          "v\\w\\x",
-         [](const std::string& p) { return cdir_se_borra_directorio(w(p + "v\\w\\x").c_str()); },
+         [](const std::string& p) { return llama(cdir_se_borra_directorio, p + "v\\w\\x"); },
          {"pause"},
          "",
          1},
         {"renombra_fichero_UNICODE", "f.txt",
-         [](const std::string& p) {
-             cdir_renombra_fichero_UNICODE(w(p + "f.txt").c_str(), w(p + "n.txt").c_str());
-             return 7;
-         },
+         [](const std::string& p) { return llama(cdir_renombra_fichero_UNICODE, p + "f.txt", p + "n.txt"); },
          con_pregunta, "f.txt"},
         {"renombra_fichero", "f.txt",
-         [](const std::string& p) {
-             cdir_renombra_fichero(cp1252(p + "f.txt").c_str(), cp1252(p + "n.txt").c_str());
-             return 7;
-         },
+         [](const std::string& p) { return llama(cdir_renombra_fichero, p + "f.txt", p + "n.txt"); },
          con_pregunta, "f.txt"},
         {"cambia_extension_ficheros_u", "e\\a.tmp",
-         [](const std::string& p) {
-             cdir_cambia_extension_ficheros_u(w(p + "e").c_str(), L"tmp", L"bak");
-             return 7;
-         },
+         [](const std::string& p) { return llama(cdir_cambia_extension_ficheros_u, p + "e", "tmp", "bak"); },
          con_pregunta, "e\\a.tmp"},
         {"cambia_extension_ficheros_u, target held", "e\\a.bak",
-         [](const std::string& p) {
-             cdir_cambia_extension_ficheros_u(w(p + "e").c_str(), L"tmp", L"bak");
-             return 7;
-         },
+         [](const std::string& p) { return llama(cdir_cambia_extension_ficheros_u, p + "e", "tmp", "bak"); },
          de_borrado, "e\\a.bak"},
         {"asignar_fecha_fichero_UTC", "f.txt",
          [](const std::string& p) {
-             return timefich_asignar_fecha_fichero_UTC(w(p + "f.txt").c_str(), 1'500'000'000);
+             return llama(timefich_asignar_fecha_fichero_UTC, p + "f.txt", 1'500'000'000);
          },
          con_pregunta, "f.txt", 1},
         {"asignar_fecha_fichero_ansi_UTC", "f.txt",
          [](const std::string& p) {
-             return timefich_asignar_fecha_fichero_ansi_UTC(cp1252(p + "f.txt").c_str(), 1'500'000'000);
+             return llama(timefich_asignar_fecha_fichero_ansi_UTC, p + "f.txt", 1'500'000'000);
          },
          con_pregunta, "f.txt", 1},
         {"asignar_fecha_fichero_UTC_si_es_posible",
          "f.txt",
          [](const std::string& p) {
-             return timefich_asignar_fecha_fichero_UTC_si_es_posible(w(p + "f.txt").c_str(), 1'500'000'000);
+             return llama(timefich_asignar_fecha_fichero_UTC_si_es_posible, p + "f.txt", 1'500'000'000);
          },
          {"pause"},
          "",
@@ -443,12 +364,12 @@ std::vector<retenida> retenidas() {
         const bool estricta = !f.por_pasadas;
         resultado.push_back({f.nombre, "t\\a", [&f](const std::string& p) { return int{f.borra(p + "t")}; },
                              estricta ? de_borrado : lista{"pause"}, estricta ? "t\\a" : "",
-                             f.contesta == respuesta::ninguna ? int{no_contesta} : 1});
+                             f.da_respuesta() ? 1 : no_contesta});
         if (f.recursiva) {
             resultado.push_back({std::string(f.nombre) + ", further down", "t\\s\\h\\c",
                                  [&f](const std::string& p) { return int{f.borra(p + "t\\")}; },
                                  estricta ? de_borrado : lista{"pause"}, estricta ? "t\\s\\h\\c" : "",
-                                 f.contesta == respuesta::ninguna ? int{no_contesta} : 1});
+                                 f.da_respuesta() ? 1 : no_contesta});
         }
     }
     return resultado;
@@ -466,7 +387,7 @@ TEST(nombres_atados, el_anfitrion_cambia_de_directorio_mientras_se_reintenta) {
     const directorio_temporal a;
     const directorio_temporal b;
     const directorio_actual_restaurado restaura;
-    const sustituye<unsigned (*)()> azar(interno::sistema.numero_al_azar, siempre_cero);
+    const sustituye azar(interno::sistema.numero_al_azar, siempre_cero);
     siembra_operandos(b);
     const lista otro = estado(b);
     std::size_t turno = 0;
@@ -558,50 +479,30 @@ TEST(nombres_atados, lo_que_falta_se_espera_en_su_directorio) {
         int respuesta;
     };
     const auto nada = [](const directorio_temporal&) {};
+    const auto sin_f = [](const directorio_temporal& d) { d.borra("f.txt"); };
+    const auto con_f = [](const directorio_temporal& d) {
+        d.fichero("f.txt", "f.txt");
+        d.pon_fecha("f.txt", dia_de_siembra);
+    };
+    const auto con_fichero_n = [](const directorio_temporal& d) { d.fichero("n"); };
+    const auto sin_n = [](const directorio_temporal& d) { d.borra("n"); };
+    const auto sin_v = [](const directorio_temporal& d) { d.borra("v"); };
+    const auto con_v = [](const directorio_temporal& d) { d.directorio("v"); };
     const fila filas[] = {
-        {"protege_fichero_UNICODE", true, [](const directorio_temporal& d) { d.borra("f.txt"); },
-         [](const directorio_temporal& d) {
-             d.fichero("f.txt", "f.txt");
-             d.pon_fecha("f.txt", dia_de_siembra);
-         },
-         [] {
-             lumodir_protege_fichero_UNICODE(L"f.txt");
-             return 7;
-         },
-         7},
-        {"protege_fichero", false, [](const directorio_temporal& d) { d.borra("f.txt"); },
-         [](const directorio_temporal& d) {
-             d.fichero("f.txt", "f.txt");
-             d.pon_fecha("f.txt", dia_de_siembra);
-         },
-         [] {
-             lumodir_protege_fichero("f.txt");
-             return 7;
-         },
-         7},
-        {"crea_directorios_UNICODE", true, [](const directorio_temporal& d) { d.fichero("n"); },
-         [](const directorio_temporal& d) { d.borra("n"); },
-         [] { return int{cdir_crea_directorios_UNICODE(L"n", 1)}; }, 1},
-        {"crea_directorios_si_es_posible_UNICODE", false,
-         [](const directorio_temporal& d) { d.fichero("n"); },
-         [](const directorio_temporal& d) { d.borra("n"); },
-         [] { return int{cdir_crea_directorios_si_es_posible_UNICODE(L"n")}; }, 1},
-        {"espera_acceso_a_recursos_en_directorio", false, [](const directorio_temporal& d) { d.borra("v"); },
-         nada, [] { return int{lumodir_espera_acceso_a_recursos_en_directorio("v")}; }, 0},
-        {"espera_acceso_a_recursos_en_directorio, it comes", false,
-         [](const directorio_temporal& d) { d.borra("v"); },
-         [](const directorio_temporal& d) { d.directorio("v"); },
-         [] { return int{lumodir_espera_acceso_a_recursos_en_directorio("v")}; }, 1},
-        {"renombra_fichero_UNICODE", true, [](const directorio_temporal& d) { d.borra("f.txt"); },
-         [](const directorio_temporal& d) {
-             d.fichero("f.txt", "f.txt");
-             d.pon_fecha("f.txt", dia_de_siembra);
-         },
-         [] {
-             cdir_renombra_fichero_UNICODE(L"f.txt", L"n.txt");
-             return 7;
-         },
-         7},
+        {"protege_fichero_UNICODE", true, sin_f, con_f,
+         [] { return llama(lumodir_protege_fichero_UNICODE, "f.txt"); }, no_contesta},
+        {"protege_fichero", false, sin_f, con_f, [] { return llama(lumodir_protege_fichero, "f.txt"); },
+         no_contesta},
+        {"crea_directorios_UNICODE", true, con_fichero_n, sin_n,
+         [] { return llama(cdir_crea_directorios_UNICODE, "n", 1); }, 1},
+        {"crea_directorios_si_es_posible_UNICODE", false, con_fichero_n, sin_n,
+         [] { return llama(cdir_crea_directorios_si_es_posible_UNICODE, "n"); }, 1},
+        {"espera_acceso_a_recursos_en_directorio", false, sin_v, nada,
+         [] { return llama(lumodir_espera_acceso_a_recursos_en_directorio, "v"); }, 0},
+        {"espera_acceso_a_recursos_en_directorio, it comes", false, sin_v, con_v,
+         [] { return llama(lumodir_espera_acceso_a_recursos_en_directorio, "v"); }, 1},
+        {"renombra_fichero_UNICODE", true, sin_f, con_f,
+         [] { return llama(cdir_renombra_fichero_UNICODE, "f.txt", "n.txt"); }, no_contesta},
     };
     for (const fila& caso : filas) {
         buclrein_establece_politica(caso.con_pregunta ? 0 : 5, 10);
@@ -638,10 +539,7 @@ TEST(nombres_atados, lo_que_falta_se_espera_en_su_directorio) {
         EXPECT_TRUE(ya) << caso.nombre << ": nothing came between";
         EXPECT_EQ(estado(a), esperado) << caso.nombre;
         EXPECT_EQ(estado(b), otro) << caso.nombre << ": the other directory has changed";
-        toma_preguntas();
-        toma_esperas();
-        toma_avisos();
-        toma_informes();
+        olvida_todo();
         ve_a(a.ruta_w().substr(0, 3));
         contesta(nullptr);
         al_dormir(nullptr);

@@ -72,8 +72,7 @@ TEST(programa, el_path_de_un_programa_con_nombre_no_ascii) {
 }
 
 TEST(programa, al_path_del_programa_se_le_cortan_los_blancos_finales) {
-    const sustituye w_(sistema.GetModuleFileNameW,
-                       static_cast<decltype(sistema.GetModuleFileNameW)>(modulo_w));
+    const sustituye w_(sistema.GetModuleFileNameW, modulo_w);
     const struct {
         std::string texto;
         DWORD respuesta;
@@ -99,8 +98,7 @@ TEST(programa, al_path_del_programa_se_le_cortan_los_blancos_finales) {
 
 // What the code page lacks is its default character, and no look-alike that would name another program.
 TEST(programa, el_path_de_8_bits_es_el_ancho_convertido) {
-    const sustituye w_(sistema.GetModuleFileNameW,
-                       static_cast<decltype(sistema.GetModuleFileNameW)>(modulo_w));
+    const sustituye w_(sistema.GetModuleFileNameW, modulo_w);
     g_modulo = w("C:\\\uFF41\u0131\u65E5\u00F1.exe ");
     g_respuesta = static_cast<DWORD>(g_modulo.size());
     EXPECT_EQ(toma(lumodir_dame_path_completo_del_programa()), "C:\\???\u00F1.exe");
@@ -223,8 +221,8 @@ TEST(programa, una_forma_se_pregunta_hasta_que_cabe) {
         g_preguntas = 0;
         EXPECT_EQ(path_corto("C:\\x"), esperado);
     }
-    const sustituye largo(sistema.GetLongPathNameW, static_cast<forma>(de_longitud));
-    const sustituye corto(sistema.GetShortPathNameW, static_cast<forma>(de_longitud));
+    const sustituye largo(sistema.GetLongPathNameW, de_longitud);
+    const sustituye corto(sistema.GetShortPathNameW, de_longitud);
     for (const DWORD longitud : {1u, 510u, 511u, 512u, 513u, 10240u, 32766u}) {
         g_longitud = longitud;
         EXPECT_EQ(path_largo("C:\\x"), std::string(longitud, 'x')) << longitud;

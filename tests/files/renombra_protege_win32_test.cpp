@@ -5,6 +5,7 @@
 #include "apoyo/apoyo.hpp"
 #include "apoyo/como_windows.hpp"
 #include "apoyo/directorio.hpp"
+#include "apoyo/exportada.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/lado_unix.hpp"
 #include "apoyo/otro_proceso.hpp"
@@ -20,7 +21,7 @@ namespace {
 
 using lista = std::vector<std::string>;
 
-// The renamings and the move, as one: the answer is 1, 0, or 2 where there is none.
+// The renamings and the move, as one: the answer is 1, 0 or `no_contesta`.
 struct cambio {
     const char* nombre;
     bool es_ancho;
@@ -31,23 +32,15 @@ struct cambio {
 
 const cambio cambios[] = {
     {"cdir_renombra_fichero_UNICODE", true, false, true,
-     [](const std::string& a, const std::string& b) -> unsigned short {
-         cdir_renombra_fichero_UNICODE(w(a).c_str(), w(b).c_str());
-         return 2;
-     }},
+     [](const std::string& a, const std::string& b) { return llama(cdir_renombra_fichero_UNICODE, a, b); }},
     {"cdir_renombra_fichero", false, false, true,
-     [](const std::string& a, const std::string& b) -> unsigned short {
-         cdir_renombra_fichero(cp1252(a).c_str(), cp1252(b).c_str());
-         return 2;
-     }},
+     [](const std::string& a, const std::string& b) { return llama(cdir_renombra_fichero, a, b); }},
     {"cdir_renombra_fichero_si_es_posible_UNICODE", true, true, false,
      [](const std::string& a, const std::string& b) {
-         return cdir_renombra_fichero_si_es_posible_UNICODE(w(a).c_str(), w(b).c_str());
+         return llama(cdir_renombra_fichero_si_es_posible_UNICODE, a, b);
      }},
     {"cdir_mueve_fichero", true, true, false,
-     [](const std::string& a, const std::string& b) {
-         return cdir_mueve_fichero(w(a).c_str(), w(b).c_str());
-     }},
+     [](const std::string& a, const std::string& b) { return llama(cdir_mueve_fichero, a, b); }},
 };
 
 struct renombrado {
@@ -101,7 +94,7 @@ TEST(renombra_protege, cada_fila_con_cada_funcion) {
             const lista antes = dir.arbol();
             const std::string texto = dir.contenido(f.vieja);
             const unsigned short respuesta = c.hace(dir.ruta(f.vieja), dir.ruta(f.nueva));
-            EXPECT_EQ(respuesta, !c.contesta ? 2 : f.sale ? 1 : 0);
+            EXPECT_EQ(respuesta, !c.contesta ? no_contesta : f.sale ? 1 : 0);
             if (f.sale) {
                 const lista despues = dir.arbol();
                 EXPECT_TRUE(despues != antes || f.solo_letras);
@@ -206,35 +199,21 @@ TEST(renombra_protege, null_se_informa_y_no_se_toca_nada) {
     const directorio_temporal dir;
     prepara(dir);
     const lista antes = dir.arbol();
-    const texto_w ancha = dir.ruta_w("f.txt");
-    const texto_a ocho = dir.ruta_a("f.txt");
+    const std::string ruta = dir.ruta("f.txt");
     fallos f;
-    cdir_renombra_fichero_UNICODE(nullptr, ancha.c_str());
-    ESPERA_INFORMES("(nombre_viejo) != NULL");
-    cdir_renombra_fichero_UNICODE(ancha.c_str(), nullptr);
-    ESPERA_INFORMES("(nombre_nuevo) != NULL");
-    cdir_renombra_fichero(nullptr, ocho.c_str());
-    ESPERA_INFORMES("(nombre_viejo) != NULL");
-    cdir_renombra_fichero(ocho.c_str(), nullptr);
-    ESPERA_INFORMES("(nombre_nuevo) != NULL");
-    EXPECT_EQ(cdir_renombra_fichero_si_es_posible_UNICODE(nullptr, ancha.c_str()), 0);
-    ESPERA_INFORMES("(nombre_viejo) != NULL");
-    EXPECT_EQ(cdir_renombra_fichero_si_es_posible_UNICODE(ancha.c_str(), nullptr), 0);
-    ESPERA_INFORMES("(nombre_nuevo) != NULL");
-    EXPECT_EQ(cdir_mueve_fichero(nullptr, nullptr), 0);
-    ESPERA_INFORMES("(origen) != NULL", "(destino) != NULL");
-    lumodir_protege_fichero_UNICODE(nullptr);
-    ESPERA_INFORMES("(nomfich) != NULL");
-    lumodir_protege_fichero(nullptr);
-    ESPERA_INFORMES("(nomfich) != NULL");
-    lumodir_desprotege_fichero_UNICODE(nullptr);
-    ESPERA_INFORMES("(nomfich) != NULL");
-    lumodir_desprotege_fichero(nullptr);
-    ESPERA_INFORMES("(nomfich) != NULL");
-    lumodir_desprotege_fichero_si_existe_UNICODE(nullptr);
-    ESPERA_INFORMES("(nombre) != NULL");
-    lumodir_desprotege_fichero_si_existe(nullptr);
-    ESPERA_INFORMES("(nombre) != NULL");
+    se_niega(llama(cdir_renombra_fichero_UNICODE, nullptr, ruta), {"(nombre_viejo) != NULL"});
+    se_niega(llama(cdir_renombra_fichero_UNICODE, ruta, nullptr), {"(nombre_nuevo) != NULL"});
+    se_niega(llama(cdir_renombra_fichero, nullptr, ruta), {"(nombre_viejo) != NULL"});
+    se_niega(llama(cdir_renombra_fichero, ruta, nullptr), {"(nombre_nuevo) != NULL"});
+    se_niega(llama(cdir_renombra_fichero_si_es_posible_UNICODE, nullptr, ruta), {"(nombre_viejo) != NULL"});
+    se_niega(llama(cdir_renombra_fichero_si_es_posible_UNICODE, ruta, nullptr), {"(nombre_nuevo) != NULL"});
+    se_niega(cdir_mueve_fichero(nullptr, nullptr), {"(origen) != NULL", "(destino) != NULL"});
+    se_niega(llama(lumodir_protege_fichero_UNICODE, nullptr), {"(nomfich) != NULL"});
+    se_niega(llama(lumodir_protege_fichero, nullptr), {"(nomfich) != NULL"});
+    se_niega(llama(lumodir_desprotege_fichero_UNICODE, nullptr), {"(nomfich) != NULL"});
+    se_niega(llama(lumodir_desprotege_fichero, nullptr), {"(nomfich) != NULL"});
+    se_niega(llama(lumodir_desprotege_fichero_si_existe_UNICODE, nullptr), {"(nombre) != NULL"});
+    se_niega(llama(lumodir_desprotege_fichero_si_existe, nullptr), {"(nombre) != NULL"});
     EXPECT_EQ(f.llamadas(), 0u);
     EXPECT_EQ(dir.arbol(), antes);
 }
@@ -242,14 +221,13 @@ TEST(renombra_protege, null_se_informa_y_no_se_toca_nada) {
 TEST(renombra_protege, mover_es_una_llamada_sin_indicadores) {
     static std::vector<DWORD> indicadores;
     indicadores.clear();
-    const sustituye<decltype(&::MoveFileExW)> espia(
-        interno::sistema.MoveFileExW, [](const wchar_t*, const wchar_t*, DWORD i) WINAPI -> BOOL {
-            indicadores.push_back(i);
-            ::SetLastError(ERROR_ACCESS_DENIED);
-            return FALSE;
-        });
-    const sustituye<BOOL(WINAPI*)()> sin_enlaces(interno::sistema.sigue_enlaces,
-                                                 []() WINAPI { return BOOL{FALSE}; });
+    const sustituye espia(interno::sistema.MoveFileExW,
+                          [](const wchar_t*, const wchar_t*, DWORD i) WINAPI -> BOOL {
+                              indicadores.push_back(i);
+                              ::SetLastError(ERROR_ACCESS_DENIED);
+                              return FALSE;
+                          });
+    const sustituye sin_enlaces(interno::sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
     EXPECT_EQ(cdir_mueve_fichero(L"a", L"b"), 0);
     EXPECT_EQ(indicadores, std::vector<DWORD>{0});
     EXPECT_TRUE(toma_esperas().empty());
@@ -265,7 +243,7 @@ TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_se_queda_donde_esta) {
         for (const cambio& c : cambios) {
             SCOPED_TRACE(std::string(c.nombre) + " " + vieja);
             fallos libro;
-            EXPECT_EQ(c.hace(u.d.ruta(vieja), u.d.ruta("nueva")), c.contesta ? 0 : 2);
+            EXPECT_EQ(c.hace(u.d.ruta(vieja), u.d.ruta("nueva")), c.contesta ? 0 : no_contesta);
             EXPECT_EQ(libro.cuenta("MoveFileExW"), 0u);
             EXPECT_EQ(libro.manijas_abiertas(), 0u);
             const std::vector<pregunta> preguntas = toma_preguntas();
@@ -279,7 +257,7 @@ TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_se_queda_donde_esta) {
     // A link on the way is the caller's business.
     for (const cambio& c : cambios) {
         u.corre("echo 2 >s/f");
-        EXPECT_EQ(c.hace(u.d.ruta("por\\f"), u.d.ruta("por\\g")), c.contesta ? 1 : 2);
+        EXPECT_EQ(c.hace(u.d.ruta("por\\f"), u.d.ruta("por\\g")), c.contesta ? 1 : no_contesta);
         EXPECT_EQ(u.corre("cat s/g; rm s/g"), "2\n");
     }
 }
@@ -362,10 +340,7 @@ TEST(renombra_protege, un_enlace_que_el_sistema_seguiria_no_marca_lo_que_hay_det
                        [&](const ronda& r) {
                            EXPECT_EQ(u.d.es_de_solo_lectura("fuera\\v"), false) << m.nombre << " " << r;
                            EXPECT_EQ(u.d.es_de_solo_lectura("fuera\\p"), true) << m.nombre << " " << r;
-                           toma_informes();
-                           toma_avisos();
-                           toma_preguntas();
-                           toma_esperas();
+                           olvida_todo();
                        });
     }
     EXPECT_EQ(u.censo_exacto("."), antes);
@@ -406,10 +381,9 @@ TEST(renombra_protege, otro_modo_se_informa_y_se_sigue) {
     const texto_w ruta = dir.ruta_w("f.txt");
     EXPECT_EQ(interno::i_cambia_proteccion(ruta.c_str(), interno::modo_lectura | interno::modo_escritura, 1),
               1);
-    const std::vector<informe> informes = toma_informes();
-    ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].expresion, "mode == _S_IREAD || mode == _S_IWRITE");
-    EXPECT_EQ(informes[0].detalle, dir.ruta("f.txt"));
+    const informe dado = toma_el_informe();
+    EXPECT_EQ(dado.expresion, "mode == _S_IREAD || mode == _S_IWRITE");
+    EXPECT_EQ(dado.detalle, dir.ruta("f.txt"));
     EXPECT_FALSE(dir.es_de_solo_lectura("f.txt"));  // a mode with writing in it allows writing
     EXPECT_EQ(interno::i_cambia_proteccion(ruta.c_str(), interno::modo_lectura, 1), 1);
     EXPECT_TRUE(dir.es_de_solo_lectura("f.txt"));
@@ -458,8 +432,7 @@ TEST(renombra_protege, bajo_fallos_o_se_hace_entero_o_todo_queda_como_estaba) {
 }
 
 TEST(renombra_protege, bajo_fallos_la_proteccion_se_reintenta) {
-    const sustituye<BOOL(WINAPI*)()> sin_enlaces(interno::sistema.sigue_enlaces,
-                                                 []() WINAPI { return BOOL{FALSE}; });
+    const sustituye sin_enlaces(interno::sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
     const directorio_temporal dir;
     for (const bool protege : {true, false}) {
         unsigned short respuesta = 0;
@@ -524,19 +497,17 @@ TEST(renombra_protege, mientras_se_pregunta_nadie_lleva_el_cambio_a_otro_directo
 }
 
 TEST(renombra_protege, se_desprotege_el_fichero_que_se_vio) {
-    const sustituye<BOOL(WINAPI*)()> sin_enlaces(interno::sistema.sigue_enlaces,
-                                                 []() WINAPI { return BOOL{FALSE}; });
+    const sustituye sin_enlaces(interno::sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
     const directorio_temporal dir;
     dir.fichero("uno\\a.txt", "uno", FILE_ATTRIBUTE_READONLY);
     dir.fichero("otro\\a.txt", "otro", FILE_ATTRIBUTE_READONLY);
     static texto_w otro;
     otro = dir.ruta_w("otro");
-    const sustituye<decltype(interno::sistema.GetFileAttributesW)> cambia(
-        interno::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
-            const DWORD atributos = ::GetFileAttributesW(ruta);
-            ::SetCurrentDirectoryW(otro.c_str());
-            return atributos;
-        });
+    const sustituye cambia(interno::sistema.GetFileAttributesW, [](LPCWSTR ruta) WINAPI {
+        const DWORD atributos = ::GetFileAttributesW(ruta);
+        ::SetCurrentDirectoryW(otro.c_str());
+        return atributos;
+    });
     for (const bool ocho : {false, true}) {
         const en_directorio ahi(dir.ruta_w("uno"));
         fallos f;

@@ -77,8 +77,7 @@ UINT WINAPI da_windows(wchar_t*, UINT sitio) {
 TEST(temporales, un_directorio_que_el_sistema_no_dice_o_que_no_cabe) {
     const directorio_temporal dir;
     const con_local_settings carpeta("C:\\local");
-    const sustituye temporal(sistema.GetTempPathW,
-                             static_cast<decltype(sistema.GetTempPathW)>(da_directorio));
+    const sustituye temporal(sistema.GetTempPathW, da_directorio);
     const struct {
         std::string texto;
         DWORD longitud;
@@ -104,8 +103,7 @@ TEST(temporales, un_directorio_de_windows_que_el_sistema_no_dice_se_informa) {
     const directorio_temporal dir;
     const con_temp temp(dir.ruta("missing"));
     const con_local_settings carpeta("");
-    const sustituye windows(sistema.GetWindowsDirectoryW,
-                            static_cast<decltype(sistema.GetWindowsDirectoryW)>(da_windows));
+    const sustituye windows(sistema.GetWindowsDirectoryW, da_windows);
     g_longitud_fingida = 0;
     EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "\\temp");
     ESPERA_INFORMES("ret != 0");
@@ -148,10 +146,9 @@ TEST(temporales, se_insiste_21_veces_con_cada_prefijo) {
         EXPECT_EQ(toma_avisos(), fallan >= 21 ? textos{aviso(directorio, "ERROR_ACCESS_DENIED")} : textos{});
         if (fallan >= 42) {
             EXPECT_EQ(ruta, "");
-            const std::vector<informe> informes = toma_informes();
-            ASSERT_EQ(informes.size(), 1u);
-            EXPECT_EQ(informes[0].detalle, detalle_de_temporal(directorio, "ERROR_ACCESS_DENIED"));
-            EXPECT_EQ(informes[0].etiqueta, "lumodir (LUMODIR.DLL)");
+            const informe dado = toma_el_informe();
+            EXPECT_EQ(dado.detalle, detalle_de_temporal(directorio, "ERROR_ACCESS_DENIED"));
+            EXPECT_EQ(dado.etiqueta, "lumodir (LUMODIR.DLL)");
         } else {
             EXPECT_TRUE(tiene_forma(nombre_de(ruta), fallan >= 21 ? "LMR" : "LUM", ".tmp")) << ruta;
             EXPECT_TRUE(dir.existe(nombre_de(ruta)));
@@ -189,9 +186,8 @@ TEST(temporales, el_aviso_nombra_el_error_y_sale_tambien_en_modo_servicio) {
         const nombres_que_fallan falla(42, fila.codigo);
         EXPECT_EQ(toma(lumodir_creaFicheroTemporal()), "");
         EXPECT_EQ(toma_avisos(), textos{aviso(directorio, fila.nombre)});
-        const std::vector<informe> informes = toma_informes();
-        ASSERT_EQ(informes.size(), 1u);
-        EXPECT_EQ(informes[0].detalle, detalle_de_temporal(directorio, fila.nombre));
+        const informe dado = toma_el_informe();
+        EXPECT_EQ(dado.detalle, detalle_de_temporal(directorio, fila.nombre));
     }
 }
 
@@ -210,15 +206,13 @@ TEST(temporales, el_error_que_se_dice_es_el_ultimo) {
     const directorio_temporal dir;
     const con_temp temp(dir.ruta());
     const std::string directorio = dir.ruta() + "\\";
-    const sustituye nombrar(sistema.GetTempFileNameW,
-                            static_cast<decltype(sistema.GetTempFileNameW)>(falla_cada_vez_de_otra_manera));
+    const sustituye nombrar(sistema.GetTempFileNameW, falla_cada_vez_de_otra_manera);
     g_peticiones.clear();
     EXPECT_EQ(toma(lumodir_creaFicheroTemporal()), "");
     EXPECT_EQ(g_peticiones.size(), 42u);
     EXPECT_EQ(toma_avisos(), textos{aviso(directorio, "1021")});
-    const std::vector<informe> informes = toma_informes();
-    ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].detalle, detalle_de_temporal(directorio, "1042"));
+    const informe dado = toma_el_informe();
+    EXPECT_EQ(dado.detalle, detalle_de_temporal(directorio, "1042"));
 }
 
 TEST(temporales, un_directorio_que_no_se_puede_escribir_de_verdad) {

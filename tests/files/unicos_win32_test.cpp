@@ -118,10 +118,9 @@ TEST(unicos, en_el_directorio_temporal_tmp_avisa_y_el_resto_informa) {
     const nombres_que_fallan falla(1, 5);
     EXPECT_EQ(con_ext("txt"), "");
     EXPECT_EQ(g_peticiones, textos{directorio + "|LUAO"});
-    const std::vector<informe> informes = toma_informes();
-    ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].expresion, "resp != 0");
-    EXPECT_EQ(informes[0].detalle, directorio);
+    const informe dado = toma_el_informe();
+    EXPECT_EQ(dado.expresion, "resp != 0");
+    EXPECT_EQ(dado.detalle, directorio);
 }
 
 TEST(unicos, un_puntero_nulo_se_informa) {
@@ -160,8 +159,7 @@ std::string prefijo_numero(unsigned contador) {
 }  // namespace
 
 TEST(unicos, los_nombres_que_ya_estan_se_saltan_con_el_prefijo_siguiente) {
-    const sustituye nombrar(sistema.GetTempFileNameW,
-                            static_cast<decltype(sistema.GetTempFileNameW)>(nombra_sin_avanzar));
+    const sustituye nombrar(sistema.GetTempFileNameW, nombra_sin_avanzar);
     for (const unsigned ocupados : {0u, 1u, 5u, 19u, 20u, 21u, 40u, 149u}) {
         SCOPED_TRACE(ocupados);
         const directorio_temporal dir;
@@ -209,8 +207,7 @@ TEST(unicos, un_sistema_que_deja_de_dar_nombres_acaba_la_busqueda) {
     for (const char* nombre : {"LUA1.ñ", "LUB1.ñ"}) {
         dir.fichero(nombre, "mine");
     }
-    const sustituye nombrar(sistema.GetTempFileNameW,
-                            static_cast<decltype(sistema.GetTempFileNameW)>(nombra_sin_avanzar));
+    const sustituye nombrar(sistema.GetTempFileNameW, nombra_sin_avanzar);
     fallos f;
     f.falla_siempre("GetTempFileNameW", ERROR_DISK_FULL, 1);
     EXPECT_EQ(unico(dir.ruta(), "ñ"), "");
@@ -255,8 +252,7 @@ UINT WINAPI nombra_en_cualquiera(const wchar_t* directorio, const wchar_t* prefi
 
 TEST(unicos, un_directorio_sin_sitio_para_un_nombre_cuenta_como_que_falta) {
     const directorio_temporal dir;
-    const sustituye nombrar(sistema.GetTempFileNameW,
-                            static_cast<decltype(sistema.GetTempFileNameW)>(nombra_en_cualquiera));
+    const sustituye nombrar(sistema.GetTempFileNameW, nombra_en_cualquiera);
     const std::size_t base = dir.ruta().size() + 1;
     for (const std::size_t unidades : {246u, 247u, 248u, 256u, 259u, 300u}) {
         SCOPED_TRACE(unidades);
@@ -351,8 +347,7 @@ TEST(unicos, en_un_directorio_relativo_todo_pasa_donde_estaba_al_empezar) {
 
 TEST(unicos, lo_que_no_se_puede_borrar_al_final_se_dice_al_usuario) {
     const directorio_temporal dir;
-    const sustituye nombrar(sistema.GetTempFileNameW,
-                            static_cast<decltype(sistema.GetTempFileNameW)>(nombra_sin_avanzar));
+    const sustituye nombrar(sistema.GetTempFileNameW, nombra_sin_avanzar);
     dir.fichero("LUA1.txt");
     fallos f;
     f.falla_siempre("DeleteFileW", ERROR_SHARING_VIOLATION);

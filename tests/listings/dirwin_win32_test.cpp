@@ -229,8 +229,7 @@ TEST(dirwin, las_dos_busquedas_miran_en_el_mismo_directorio) {
     g_otro_directorio = d.ruta_w("otro");
     const std::string unidad = d.ruta().substr(0, 2);
     const std::string sin_unidad = d.ruta("uno").substr(2);
-    const sustituye<decltype(interno::sistema.FindFirstFileExW)> cambia(interno::sistema.FindFirstFileExW,
-                                                                        busca_y_cambia_de_directorio);
+    const sustituye cambia(interno::sistema.FindFirstFileExW, busca_y_cambia_de_directorio);
     for (const std::string& patron :
          {std::string(".\\leeme"), std::string("sub/leeme"), std::string("sub\\..\\leeme"),
           unidad + "sub\\leeme", sin_unidad + "\\leeme", unidad + ".\\leeme"}) {
@@ -282,7 +281,7 @@ TEST(dirwin, un_nombre_de_ocho_bits_nunca_es_el_de_otro_fichero) {
 }
 
 TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sale) {
-    const sustituye<unsigned> utf8(interno::plataforma::pagina_de_codigos, CP_UTF8);
+    const sustituye utf8(interno::plataforma::pagina_de_codigos, CP_UTF8);
     static const std::string largo = [] {
         std::string texto;
         for (int i = 0; i < 200; ++i) {
@@ -291,25 +290,22 @@ TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sa
         return texto;
     }();
     static bool con_corto;
-    const sustituye<decltype(interno::sistema.FindFirstFileExW)> abre(
-        interno::sistema.FindFirstFileExW,
-        [](LPCWSTR, FINDEX_INFO_LEVELS, LPVOID datos, FINDEX_SEARCH_OPS, LPVOID, DWORD) WINAPI {
-            auto* e = static_cast<WIN32_FIND_DATAW*>(datos);
-            *e = {};
-            lstrcpyW(e->cFileName, w(largo).c_str());
-            lstrcpyW(e->cAlternateFileName, con_corto ? L"ABCD~1.TXT" : L"");
-            return reinterpret_cast<HANDLE>(1);
-        });
+    const sustituye abre(interno::sistema.FindFirstFileExW, [](LPCWSTR, FINDEX_INFO_LEVELS, LPVOID datos,
+                                                               FINDEX_SEARCH_OPS, LPVOID, DWORD) WINAPI {
+        auto* e = static_cast<WIN32_FIND_DATAW*>(datos);
+        *e = {};
+        lstrcpyW(e->cFileName, w(largo).c_str());
+        lstrcpyW(e->cAlternateFileName, con_corto ? L"ABCD~1.TXT" : L"");
+        return reinterpret_cast<HANDLE>(1);
+    });
     static int pasos;
-    const sustituye<decltype(interno::sistema.FindNextFileW)> sigue(
-        interno::sistema.FindNextFileW, [](HANDLE, LPWIN32_FIND_DATAW e) WINAPI {
-            *e = {};
-            lstrcpyW(e->cFileName, ++pasos == 1 ? L"b" : w(largo).c_str());
-            ::SetLastError(ERROR_NO_MORE_FILES);
-            return BOOL{pasos <= 2};
-        });
-    const sustituye<decltype(interno::sistema.FindClose)> cierra(interno::sistema.FindClose,
-                                                                 [](HANDLE) WINAPI { return BOOL{TRUE}; });
+    const sustituye sigue(interno::sistema.FindNextFileW, [](HANDLE, LPWIN32_FIND_DATAW e) WINAPI {
+        *e = {};
+        lstrcpyW(e->cFileName, ++pasos == 1 ? L"b" : w(largo).c_str());
+        ::SetLastError(ERROR_NO_MORE_FILES);
+        return BOOL{pasos <= 2};
+    });
+    const sustituye cierra(interno::sistema.FindClose, [](HANDLE) WINAPI { return BOOL{TRUE}; });
     for (const bool hay : {true, false}) {
         con_corto = hay;
         pasos = 0;
@@ -383,10 +379,9 @@ TEST(dirwin, un_patron_nulo_se_informa_y_no_da_nada) {
 TEST(dirwin, los_informes_llevan_la_etiqueta_del_modulo) {
     Dirwin_u* d = nullptr;
     dirwin_destruye_UNICODE(&d);
-    const std::vector<informe> informes = toma_informes();
-    ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].expresion, "(*dirwinW) != NULL");
-    EXPECT_EQ(informes[0].etiqueta, "dirwin (LUMODIR.DLL)");
+    const informe dado = toma_el_informe();
+    EXPECT_EQ(dado.expresion, "(*dirwinW) != NULL");
+    EXPECT_EQ(dado.etiqueta, "dirwin (LUMODIR.DLL)");
 }
 
 TEST(dirwin, los_argumentos_nulos_se_informan) {
@@ -513,9 +508,8 @@ TEST(dirwin, el_nombre_del_informe_no_pasa_del_bufer) {
         c = L'x';  // another buffer than the one before, never written and without an end
     }
     EXPECT_EQ(dirwin_findnextfile_UNICODE(d, &e), 0);
-    const std::vector<informe> informes = toma_informes();
-    ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].detalle, "GetLastError() = 5 [" + std::string(MAX_PATH, 'x') + "]");
+    const informe dado = toma_el_informe();
+    EXPECT_EQ(dado.detalle, "GetLastError() = 5 [" + std::string(MAX_PATH, 'x') + "]");
     dirwin_destruye_UNICODE(&d);
 }
 

@@ -5,6 +5,7 @@
 
 #include "apoyo/busqueda_falsa.hpp"
 #include "apoyo/directorio.hpp"
+#include "apoyo/exportada.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/paginas.hpp"
 #include "companions/acadorde.h"
@@ -59,18 +60,6 @@ contenido toma_contenido(L& lista) {
     return c;
 }
 
-// An 8-bit or a wide argument out of UTF-8; "(NULL)" is NULL.
-struct argumento_a {
-    texto_a valor;
-    const char* get() const { return valor == "(NULL)" ? nullptr : valor.c_str(); }
-    explicit argumento_a(const std::string& utf8) : valor(cp1252(utf8)) {}
-};
-struct argumento_w {
-    texto_w valor;
-    const wchar_t* get() const { return valor == L"(NULL)" ? nullptr : valor.c_str(); }
-    explicit argumento_w(const std::string& utf8) : valor(w(utf8)) {}
-};
-
 // Runs a listing in both flavours into dirty records, and expects one outcome.
 template <class Corta, class Ancha>
 contenido en_los_dos(Corta corta, Ancha ancha) {
@@ -91,33 +80,26 @@ contenido en_los_dos(Corta corta, Ancha ancha) {
 }
 
 contenido ficheros(const std::string& directorio, const std::string& extension) {
-    const argumento_w d_w(directorio), e_w(extension);
-    const argumento_a d_a(directorio), e_a(extension);
-    return en_los_dos([&](ListaFicheros* l) { cdir_lista_de_ficheros(d_a.get(), e_a.get(), l); },
-                      [&](ListaFicheros_u* l) { cdir_lista_de_ficheros_UNICODE(d_w.get(), e_w.get(), l); });
+    return en_los_dos(
+        [&](ListaFicheros* l) { llama(cdir_lista_de_ficheros, directorio, extension, l); },
+        [&](ListaFicheros_u* l) { llama(cdir_lista_de_ficheros_UNICODE, directorio, extension, l); });
 }
 contenido con_patron(const std::string& directorio, const std::string& extension, const std::string& patron) {
-    const argumento_w d_w(directorio), e_w(extension), p_w(patron);
-    const argumento_a d_a(directorio), e_a(extension), p_a(patron);
     return en_los_dos(
-        [&](ListaFicheros* l) { cdir_lista_de_ficherosFiltro(d_a.get(), e_a.get(), p_a.get(), l); },
+        [&](ListaFicheros* l) { llama(cdir_lista_de_ficherosFiltro, directorio, extension, patron, l); },
         [&](ListaFicheros_u* l) {
-            cdir_lista_de_ficherosFiltro_UNICODE(d_w.get(), e_w.get(), p_w.get(), l);
+            llama(cdir_lista_de_ficherosFiltro_UNICODE, directorio, extension, patron, l);
         });
 }
 contenido en_path_filtro(const std::string& path_filtro) {
-    const argumento_w p_w(path_filtro);
-    const argumento_a p_a(path_filtro);
     return en_los_dos(
-        [&](ListaFicheros* l) { cdir_lista_de_ficheros_en_path_filtro(p_a.get(), l); },
-        [&](ListaFicheros_u* l) { cdir_lista_de_ficheros_en_path_filtro_UNICODE(p_w.get(), l); });
+        [&](ListaFicheros* l) { llama(cdir_lista_de_ficheros_en_path_filtro, path_filtro, l); },
+        [&](ListaFicheros_u* l) { llama(cdir_lista_de_ficheros_en_path_filtro_UNICODE, path_filtro, l); });
 }
 contenido directorios(const std::string& directorio, const std::string& patron) {
-    const argumento_w d_w(directorio), p_w(patron);
-    const argumento_a d_a(directorio), p_a(patron);
     return en_los_dos(
-        [&](ListaFicheros* l) { cdir_lista_de_directorios(d_a.get(), p_a.get(), l); },
-        [&](ListaFicheros_u* l) { cdir_lista_de_directorios_UNICODE(d_w.get(), p_w.get(), l); });
+        [&](ListaFicheros* l) { llama(cdir_lista_de_directorios, directorio, patron, l); },
+        [&](ListaFicheros_u* l) { llama(cdir_lista_de_directorios_UNICODE, directorio, patron, l); });
 }
 
 nombres toma_ordenado(AcadOrdeU* array) {
@@ -445,8 +427,7 @@ TEST(listas_ficheros, con_la_unidad_aparte) {
         busqueda_falsa falsa;
         falsa.patrones[f.buscado] = {{"a2.txt"}, {"a1.TXT"}, {"a3.dat"}};
         ListaFicheros_u lista;
-        cdir_lista_de_ficherosFiltro_en_unidad(argumento_w(f.unidad).get(), w(f.directorio).c_str(), L"txt",
-                                               L"a*", &lista);
+        llama(cdir_lista_de_ficherosFiltro_en_unidad, f.unidad, f.directorio, "txt", "a*", &lista);
         EXPECT_EQ(toma_contenido(lista), (contenido{f.path, {"a1.TXT", "a2.txt"}}))
             << f.unidad << f.directorio;
     }
@@ -561,7 +542,7 @@ TEST(listas_ficheros, una_lista_de_ocho_bits_no_confunde_ficheros_ni_corta_nombr
     }
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{largo}, {largo + "d", FILE_ATTRIBUTE_DIRECTORY}};
-    const sustituye<unsigned> utf8(interno::plataforma::pagina_de_codigos, CP_UTF8);
+    const sustituye utf8(interno::plataforma::pagina_de_codigos, CP_UTF8);
     cdir_lista_de_ficheros("C:\\d", "*", &lista);
     ASSERT_EQ(lista.num, 1u);
     EXPECT_EQ(std::string(lista.lista[0]), largo);
@@ -761,10 +742,9 @@ TEST(listas_ficheros, un_error_a_mitad_deja_lo_que_habia_y_se_informa) {
     ListaFicheros_u lista;
     cdir_lista_de_ficheros_UNICODE(L"C:\\d", L"*", &lista);
     EXPECT_EQ(toma_contenido(lista).lista, (nombres{"a", "b"}));
-    const std::vector<informe> informes = toma_informes();
-    ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].detalle, "GetLastError() = 64 [a]");
-    EXPECT_EQ(informes[0].etiqueta, "dirwin (LUMODIR.DLL)");
+    const informe dado = toma_el_informe();
+    EXPECT_EQ(dado.detalle, "GetLastError() = 64 [a]");
+    EXPECT_EQ(dado.etiqueta, "dirwin (LUMODIR.DLL)");
 }
 
 TEST(listas_ficheros, ningun_fallo_del_sistema_deja_nada_abierto) {

@@ -109,7 +109,7 @@ TEST_F(borrado_lumoreg, un_enlace_que_no_se_deja_borrar_se_informa_y_su_destino_
         crea(bajo("p\\top"));
         crea_enlace(HKEY_CURRENT_USER, bajo("p\\top\\link"), nombre_de_sistema(bajo("precious")));
         {
-            const sustituye<decltype(sistema.NtDeleteKey)> no(
+            const sustituye no(
                 sistema.NtDeleteKey,
                 +[](HANDLE) -> LONG { return static_cast<LONG>(0xC0000022); });  // access denied
             borra(ancha, "p", "top");
@@ -145,7 +145,7 @@ TEST_F(borrado_lumoreg, quien_pone_un_enlace_a_media_pasada_no_gana_nada) {
         g_cambiada = bajo("p\\top\\victim");
         g_destino = nombre_de_sistema(bajo("precious"));
         g_real = sistema;
-        const sustituye<decltype(sistema.RegEnumKeyExW)> e(sistema.RegEnumKeyExW, enumera_y_cambia);
+        const sustituye e(sistema.RegEnumKeyExW, enumera_y_cambia);
         borra(ancha, "p", "top");
         EXPECT_EQ(toma_informes_con_detalle(), textos{});
         EXPECT_FALSE(existe_enlace(g_cambiada));
@@ -182,17 +182,17 @@ TEST_F(borrado_lumoreg, separadores_solos_no_nombran_nada_debajo_de_una_raiz) {
     } filas[] = {{L"", L""}, {L"", L"\\"}, {L"\\", L""}, {L"\\", L"\\\\"}};
     for (const auto& f : filas) {
         // A root that opens under any of these names, as one of them does.
-        const sustituye<decltype(sistema.RegOpenKeyExW)> abre_todo(
+        const sustituye abre_todo(
             sistema.RegOpenKeyExW, +[](HKEY raiz, const wchar_t*, DWORD, REGSAM, HKEY* clave) -> LSTATUS {
                 *clave = raiz;
                 return ERROR_SUCCESS;
             });
-        const sustituye<decltype(sistema.NtDeleteKey)> borrar(
+        const sustituye borrar(
             sistema.NtDeleteKey, +[](HANDLE) -> LONG {
                 ADD_FAILURE() << "deletes";
                 return 0;
             });
-        const sustituye<decltype(sistema.RegEnumKeyExW)> mirar(
+        const sustituye mirar(
             sistema.RegEnumKeyExW,
             +[](HKEY, DWORD, wchar_t*, DWORD*, DWORD*, wchar_t*, DWORD*, FILETIME*) -> LSTATUS {
                 ADD_FAILURE() << "looks below";

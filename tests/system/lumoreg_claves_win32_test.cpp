@@ -84,8 +84,7 @@ LSTATUS WINAPI crea_anotando(HKEY raiz, const wchar_t* ruta, DWORD reservado, wc
 }  // namespace
 
 TEST_F(claves_lumoreg, se_crea_con_todo_acceso_y_la_seguridad_por_omision) {
-    const sustituye crear(sistema.RegCreateKeyExW,
-                          static_cast<decltype(sistema.RegCreateKeyExW)>(crea_anotando));
+    const sustituye crear(sistema.RegCreateKeyExW, crea_anotando);
     const REGSAM esperados[] = {KEY_ALL_ACCESS, KEY_ALL_ACCESS | KEY_WOW64_64KEY,
                                 KEY_ALL_ACCESS | KEY_WOW64_32KEY};
     for (const LSTATUS respuesta : {ERROR_SUCCESS, ERROR_ACCESS_DENIED}) {
@@ -172,8 +171,8 @@ TEST_F(claves_lumoreg, un_paso_que_falla_se_informa_y_cuenta_como_elemento) {
         crea(bajo(nombre));
     }
     g_registro_de_claves = sistema;
-    const sustituye w(sistema.RegEnumKeyExW, static_cast<decltype(sistema.RegEnumKeyExW)>(enumera_w));
-    const sustituye a(sistema.RegEnumKeyExA, static_cast<decltype(sistema.RegEnumKeyExA)>(enumera_a));
+    const sustituye w(sistema.RegEnumKeyExW, enumera_w);
+    const sustituye a(sistema.RegEnumKeyExA, enumera_a);
     const std::string informe =
         "error == ERROR_SUCCESS || error == ERROR_MORE_DATA [Software\\lumodir-pruebas\\año]";
     const struct {
@@ -239,25 +238,22 @@ LSTATUS WINAPI enumera_de_tres_bytes(HKEY, DWORD, char* nombre, DWORD* longitud,
 
 TEST_F(claves_lumoreg, un_nombre_mas_largo_que_los_contados_cabe) {
     g_registro_de_claves = sistema;
-    const sustituye w(sistema.RegQueryInfoKeyW,
-                      static_cast<decltype(sistema.RegQueryInfoKeyW)>(cuenta_y_crea_w));
-    const sustituye a(sistema.RegQueryInfoKeyA,
-                      static_cast<decltype(sistema.RegQueryInfoKeyA)>(cuenta_y_crea_a));
+    const sustituye w(sistema.RegQueryInfoKeyW, cuenta_y_crea_w);
+    const sustituye a(sistema.RegQueryInfoKeyA, cuenta_y_crea_a);
     const textos esperadas = {"before", std::string(255, 'z')};
     for (const bool ancha : {true, false}) {
         ::RegDeleteTreeW(HKEY_CURRENT_USER, bajo("k").c_str());
         crea(bajo("k\\a"));
         EXPECT_EQ(ancha ? lista_u(bajo("k"), 1) : lista_8(bajo_a("k"), 1), esperadas) << ancha;
     }
-    const sustituye e(sistema.RegEnumKeyExA,
-                      static_cast<decltype(sistema.RegEnumKeyExA)>(enumera_de_tres_bytes));
+    const sustituye e(sistema.RegEnumKeyExA, enumera_de_tres_bytes);
     EXPECT_EQ(lista_8(bajo_a("k"), 1), (textos{"before", std::string(765, 'x')}));
 }
 
 TEST_F(claves_lumoreg, una_clave_que_no_se_deja_contar_se_informa) {
     crea(bajo("k\\a"));
-    const sustituye w(sistema.RegQueryInfoKeyW, static_cast<decltype(sistema.RegQueryInfoKeyW)>(no_cuenta_w));
-    const sustituye a(sistema.RegQueryInfoKeyA, static_cast<decltype(sistema.RegQueryInfoKeyA)>(no_cuenta_a));
+    const sustituye w(sistema.RegQueryInfoKeyW, no_cuenta_w);
+    const sustituye a(sistema.RegQueryInfoKeyA, no_cuenta_a);
     EXPECT_EQ(lista_u(bajo("k"), 0), textos{"before"});
     ESPERA_DETALLES("error == ERROR_SUCCESS [Software\\lumodir-pruebas\\k]");
     EXPECT_EQ(lista_8(bajo_a("k"), 0), textos{"before"});
@@ -386,8 +382,7 @@ TEST_F(claves_lumoreg, una_subclave_sin_derechos_se_informa_y_se_intenta_borrar)
     crea(bajo("p\\k\\a\\deep"));
     g_registro_de_claves = sistema;
     g_prohibida = "a";
-    const sustituye abrir(sistema.RegOpenKeyExW,
-                          static_cast<decltype(sistema.RegOpenKeyExW)>(abre_salvo_una));
+    const sustituye abrir(sistema.RegOpenKeyExW, abre_salvo_una);
     borra_clave(true, "p", "k");
     ESPERA_DETALLES("clave_abierta == CIERTO [" + u8(bajo("p\\k\\a")) + "]", "resultado == ERROR_SUCCESS [a]",
                     "resultado == ERROR_SUCCESS [k]");
@@ -401,7 +396,7 @@ TEST_F(claves_lumoreg, una_enumeracion_que_falla_acaba_el_nivel) {
     g_registro_de_claves = sistema;
     g_indice_que_falla = 1;
     g_error_de_enumeracion = ERROR_INVALID_HANDLE;
-    const sustituye enumerar(sistema.RegEnumKeyExW, static_cast<decltype(sistema.RegEnumKeyExW)>(enumera_w));
+    const sustituye enumerar(sistema.RegEnumKeyExW, enumera_w);
     borra_clave(true, "p", "k");
     ESPERA_DETALLES("resultado == ERROR_SUCCESS [k]");
     EXPECT_EQ(subclaves(bajo("p\\k")), (textos{"b", "c"}));
@@ -506,11 +501,11 @@ LONG NTAPI borra_sonda(HANDLE clave) {
 
 TEST_F(claves_lumoreg, la_sonda_paso_a_paso) {
     tabla_sistema& t = sistema;
-    const sustituye abrir(t.RegOpenKeyExW, static_cast<decltype(t.RegOpenKeyExW)>(abre_sonda));
-    const sustituye crear(t.RegCreateKeyExW, static_cast<decltype(t.RegCreateKeyExW)>(crea_sonda));
-    const sustituye escribir(t.RegSetValueExW, static_cast<decltype(t.RegSetValueExW)>(escribe_sonda));
-    const sustituye enumerar(t.RegEnumKeyExW, static_cast<decltype(t.RegEnumKeyExW)>(enumera_sonda));
-    const sustituye borrar(t.NtDeleteKey, static_cast<decltype(t.NtDeleteKey)>(borra_sonda));
+    const sustituye abrir(t.RegOpenKeyExW, abre_sonda);
+    const sustituye crear(t.RegCreateKeyExW, crea_sonda);
+    const sustituye escribir(t.RegSetValueExW, escribe_sonda);
+    const sustituye enumerar(t.RegEnumKeyExW, enumera_sonda);
+    const sustituye borrar(t.NtDeleteKey, borra_sonda);
     const std::string existe_ = "open SOFTWARE\\LUMO";
     const std::string abre_ = "open SOFTWARE\\LUMO, all";
     const std::string escribe_ = "set Prueba=prueba";
@@ -539,13 +534,11 @@ TEST_F(claves_lumoreg, la_sonda_dice_que_no_sin_derecho_a_crear_o_a_escribir) {
         GTEST_SKIP() << "this machine has a key SOFTWARE\\LUMO of its own";
     }
     {
-        const sustituye crear(sistema.RegCreateKeyExW,
-                              static_cast<decltype(sistema.RegCreateKeyExW)>(no_crea));
+        const sustituye crear(sistema.RegCreateKeyExW, no_crea);
         EXPECT_EQ(lumoreg_tiene_permisos_escribir_en_registro(), 0);
     }
     {
-        const sustituye escribir(sistema.RegSetValueExW,
-                                 static_cast<decltype(sistema.RegSetValueExW)>(no_escribe));
+        const sustituye escribir(sistema.RegSetValueExW, no_escribe);
         EXPECT_EQ(lumoreg_tiene_permisos_escribir_en_registro(), 0);
     }
     ::RegDeleteKeyW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\LUMO");  // created before the writing failed

@@ -148,7 +148,7 @@ LSTATUS WINAPI cierra_con_queja(HKEY clave) {
 
 TEST_F(fallos_lumoreg, un_cierre_que_falla_se_informa_con_el_path_y_el_resultado_vale) {
     g_registro_que_falla = sistema;
-    const sustituye cerrar(sistema.RegCloseKey, static_cast<decltype(sistema.RegCloseKey)>(cierra_con_queja));
+    const sustituye cerrar(sistema.RegCloseKey, cierra_con_queja);
     for (const operacion& op : operaciones()) {
         prepara();
         EXPECT_EQ(op.llama(), 1) << op.nombre;

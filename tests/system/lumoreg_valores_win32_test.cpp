@@ -223,12 +223,9 @@ TEST_F(valores_lumoreg, nunca_se_lee_mas_alla_de_los_bytes_del_valor) {
     crea(bajo("k"));
     pon(bajo("k"), L"aaaa", REG_SZ, texto_w(50, L'a'));
     pon(bajo("k"), L"bbbb", REG_MULTI_SZ, texto_w(50, L'b'));
-    const sustituye w(sistema.RegQueryValueExW,
-                      static_cast<decltype(sistema.RegQueryValueExW)>(lee_con_basura_w));
-    const sustituye a(sistema.RegQueryValueExA,
-                      static_cast<decltype(sistema.RegQueryValueExA)>(lee_con_basura_a));
-    const sustituye e(sistema.RegEnumValueW,
-                      static_cast<decltype(sistema.RegEnumValueW)>(enumera_con_basura));
+    const sustituye w(sistema.RegQueryValueExW, lee_con_basura_w);
+    const sustituye a(sistema.RegQueryValueExA, lee_con_basura_a);
+    const sustituye e(sistema.RegEnumValueW, enumera_con_basura);
     const struct {
         DWORD bytes;
         std::string ancha;
@@ -262,10 +259,8 @@ TEST_F(valores_lumoreg, nunca_se_lee_mas_alla_de_los_bytes_del_valor) {
 TEST_F(valores_lumoreg, una_clave_sin_valores_no_se_lee) {
     crea(bajo("k"));
     g_lecturas = 0;
-    const sustituye w(sistema.RegQueryValueExW,
-                      static_cast<decltype(sistema.RegQueryValueExW)>(lee_con_basura_w));
-    const sustituye a(sistema.RegQueryValueExA,
-                      static_cast<decltype(sistema.RegQueryValueExA)>(lee_con_basura_a));
+    const sustituye w(sistema.RegQueryValueExW, lee_con_basura_w);
+    const sustituye a(sistema.RegQueryValueExA, lee_con_basura_a);
     EXPECT_EQ(lee_u(bajo("k"), L"v"), "0:");
     EXPECT_EQ(lee_8(bajo_a("k"), "v"), "0:");
     EXPECT_EQ(lee_ex(2, bajo("k"), L"v"), "0:");
@@ -295,10 +290,8 @@ TEST_F(valores_lumoreg, un_valor_que_crece_mientras_tanto_se_lee_entero) {
     crea(bajo("k"));
     pon(bajo("k"), L"v", REG_SZ, texto_w(L"t"));
     g_registro_de_valores = sistema;
-    const sustituye w(sistema.RegQueryInfoKeyW,
-                      static_cast<decltype(sistema.RegQueryInfoKeyW)>(cuenta_antes_de_crecer));
-    const sustituye a(sistema.RegQueryInfoKeyA,
-                      static_cast<decltype(sistema.RegQueryInfoKeyA)>(cuenta_de_menos));
+    const sustituye w(sistema.RegQueryInfoKeyW, cuenta_antes_de_crecer);
+    const sustituye a(sistema.RegQueryInfoKeyA, cuenta_de_menos);
     const texto_w esperado(5000, L'\u00F1');
     EXPECT_EQ(lee_u(bajo("k"), L"v"), "1:" + u8(esperado.c_str()));
     EXPECT_EQ(lee_8(bajo_a("k"), "v"), "1:" + u8(esperado.c_str()));
@@ -400,12 +393,11 @@ TEST_F(valores_lumoreg, un_valor_que_no_se_deja_leer_se_informa_y_se_salta) {
     }
     g_registro_de_valores = sistema;
     {
-        const sustituye e(sistema.RegEnumValueW,
-                          static_cast<decltype(sistema.RegEnumValueW)>(enumera_salvo_uno));
+        const sustituye e(sistema.RegEnumValueW, enumera_salvo_uno);
         EXPECT_EQ(lista(0, bajo("año")).size(), 2u);
         ESPERA_DETALLES("status == 0 [Software\\lumodir-pruebas\\año]");
     }
-    const sustituye q(sistema.RegQueryInfoKeyW, static_cast<decltype(sistema.RegQueryInfoKeyW)>(no_cuenta));
+    const sustituye q(sistema.RegQueryInfoKeyW, no_cuenta);
     EXPECT_EQ(lista(0, bajo("año")), textos{});
     ESPERA_DETALLES("error == ERROR_SUCCESS [Software\\lumodir-pruebas\\año]");
     EXPECT_EQ(lee_u(bajo("año"), L"a"), "0:");

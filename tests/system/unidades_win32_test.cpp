@@ -71,10 +71,9 @@ TEST(unidades, solo_las_fijas_y_las_extraibles_llevan_nombre_de_volumen) {
 TEST(unidades, sin_medio_el_nombre_queda_vacio_y_se_informa) {
     maquina_fingida maquina({{'E', {.tipo = DRIVE_REMOVABLE}}});
     EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistemaConNombre(), true), "E: ()=6");
-    const std::vector<informe> informes = toma_informes();
-    ASSERT_EQ(informes.size(), 1u);
-    EXPECT_EQ(informes[0].expresion, "retorno != 0");
-    EXPECT_EQ(informes[0].detalle, "E:\\");
+    const informe dado = toma_el_informe();
+    EXPECT_EQ(dado.expresion, "retorno != 0");
+    EXPECT_EQ(dado.detalle, "E:\\");
     EXPECT_EQ(texto_de_unidades(lumodir_UnidadesDelSistema(), true), "E:=6");
 }
 
@@ -218,8 +217,7 @@ TEST(unidades, disco_de_programa) {
         SCOPED_TRACE(f.que);
         const disco_olvidado sin_memoria;
         maquina_fingida maquina({}, f.actual);
-        const sustituye<decltype(sistema.GetModuleFileNameW)> entrada(sistema.GetModuleFileNameW,
-                                                                      programa_fingido);
+        const sustituye entrada(sistema.GetModuleFileNameW, programa_fingido);
         g_programa = f.programa;
         const wchar_t* const disco = cdir_disco_de_programa_UNICODE();
         EXPECT_EQ(u8(disco), f.disco);
