@@ -43,10 +43,8 @@ void i_comprueba_no_acaba_en_barra(vista<C> ruta) {
 
 template <class C>
 vista<C> i_nombre_base_fichero(vista<C> ruta) {
-    if (!i_comprueba(ruta.data() != nullptr, "(ruta_completa) != NULL")) {
-        return {};
-    }
-    return i_division_con_comodines(ruta).nombre;
+    const bool hay = i_comprueba(ruta.data() != nullptr, "(ruta_completa) != NULL");
+    return hay ? i_division_con_comodines(ruta).nombre : vista<C>();
 }
 
 template <class C>
@@ -66,26 +64,20 @@ vista<C> i_extension_fichero(vista<C> ruta) {
 
 template <class C>
 cadena<C> i_nombre_y_ext_fichero(vista<C> ruta) {
-    if (!i_comprueba(ruta.data() != nullptr, "(nombre) != NULL")) {
-        return cadena<C>(vista<C>());
-    }
-    return cadena<C>(i_division_con_comodines(ruta).nombre_y_extension());
+    const bool hay = i_comprueba(ruta.data() != nullptr, "(nombre) != NULL");
+    return cadena<C>(hay ? i_division_con_comodines(ruta).nombre_y_extension() : vista<C>());
 }
 
 template <class C>
 cadena<C> i_ruta_y_nombre_fichero_sin_extension(vista<C> ruta) {
-    if (!i_comprueba(ruta.data() != nullptr, "(ruta_completa) != NULL")) {
-        return cadena<C>(vista<C>());
-    }
-    return i_compone_con_ext(ruta, vista<C>());
+    const bool hay = i_comprueba(ruta.data() != nullptr, "(ruta_completa) != NULL");
+    return hay ? i_compone_con_ext(ruta, vista<C>()) : cadena<C>(vista<C>());
 }
 
 template <class C>
 cadena<C> i_nombre_fichero_con_ext(vista<C> ruta, std::type_identity_t<vista<C>> ext) {
-    if (!i_comprueba(ruta.data() != nullptr, "(nombre) != NULL")) {
-        return cadena<C>(vista<C>());
-    }
-    return i_compone_con_ext(ruta, ext);
+    const bool hay = i_comprueba(ruta.data() != nullptr, "(nombre) != NULL");
+    return hay ? i_compone_con_ext(ruta, ext) : cadena<C>(vista<C>());
 }
 
 void i_suprime_barra_final_si_hay(cadena_w& directorio) noexcept {

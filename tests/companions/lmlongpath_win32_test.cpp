@@ -31,19 +31,6 @@ std::string con_prefijo(const std::string& ruta) {
     return por_el_export;
 }
 
-// The current directory changed for the life of this object.
-class desde {
-public:
-    explicit desde(const texto_w& directorio) {
-        ::GetCurrentDirectoryW(MAX_PATH + 1, antes_);
-        EXPECT_TRUE(::SetCurrentDirectoryW(directorio.c_str()));
-    }
-    ~desde() { ::SetCurrentDirectoryW(antes_); }
-
-private:
-    wchar_t antes_[MAX_PATH + 1];
-};
-
 std::string con_barras(std::string ruta) {
     std::replace(ruta.begin(), ruta.end(), '\\', '/');
     return ruta;
@@ -104,7 +91,7 @@ TEST(lmlongpath, el_prefijo_empieza_en_248_unidades) {
 TEST(lmlongpath, de_una_ruta_relativa_cuenta_su_forma_completa) {
     const directorio_temporal dir;
     dir.directorio("sub");
-    const desde aqui(dir.ruta_w("sub"));
+    const en_directorio aqui(dir.ruta_w("sub"));
     const std::string base = dir.ruta("sub") + "\\";
     const std::string completa247 = hasta_largo(base, 247), completa248 = hasta_largo(base, 248);
     EXPECT_EQ(con_prefijo(completa247.substr(base.size())), completa247.substr(base.size()));
@@ -204,7 +191,7 @@ TEST(lmlongpath, cada_llamada_llega_mas_alla_del_limite_clasico) {
     const directorio_temporal dir;
     const std::string relativa = hasta_largo("", 270) + "\\d";
     dir.directorio(relativa);
-    const desde aqui(dir.ruta_w());
+    const en_directorio aqui(dir.ruta_w());
     for (const bool absoluta : {true, false}) {
         SCOPED_TRACE(absoluta ? "absolute" : "relative");
         const auto ruta = [&](const std::string& nombre) {
