@@ -55,17 +55,18 @@ inline wchar_t minuscula(wchar_t c) {
     return c;
 }
 
-// A character whose small letter takes another number of bytes, or is not in the code page, stays.
+// A character whose small letter takes another number of bytes, or is not in the code page, stays. One that stands twice
+// in the code page comes out as the system writes it, so that names compare by characters.
 inline std::string minusculas(const std::string& texto) {
     std::string todas;
     for (const char32_t c : en_caracteres(texto)) {
         const texto_a caracter = en_bytes({c});
         const texto_w ancho = a_w(caracter);
-        const wchar_t menor = ancho.size() == 1 ? minuscula(ancho[0]) : L'\0';
-        if (ancho.size() != 1 || menor == ancho[0]) {
+        if (ancho.size() != 1) {
             todas += caracter;
             continue;
         }
+        const wchar_t menor = minuscula(ancho[0]);
         char bytes[8];
         const texto_a otro(
             bytes, interno::plataforma::utf16_a_ansi(interno::vista_w(&menor, 1), bytes, sizeof bytes));

@@ -184,7 +184,7 @@ TEST(paginas_modelo, textos_al_azar) {
     }
 }
 
-// The capitals that the code pages hold, and all that is none.
+// The capitals that the code pages hold, and all that is none; in UTF-8 those capitals alone.
 TEST(paginas_modelo, la_minuscula_de_cada_caracter) {
     for (const unsigned pagina : paginas) {
         const en_pagina p(pagina);
@@ -198,7 +198,7 @@ TEST(paginas_modelo, la_minuscula_de_cada_caracter) {
         for (unsigned byte = 0; byte < 256; ++byte) {
             compara(texto_a(1, static_cast<char>(byte)));
         }
-        for (unsigned par = 0x8000; par < 0x10000; ++par) {
+        for (unsigned par = 0x8000; pagina != 65001 && par < 0x10000; ++par) {
             const texto_a t = {static_cast<char>(par / 256), static_cast<char>(par % 256)};
             if (en_caracteres(t).size() == 1) {
                 compara(t);
