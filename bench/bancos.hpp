@@ -6,6 +6,7 @@
 namespace bancos {
 
 void rutas();
+void rutas_de_la_pagina();  // 8-bit ones of several bytes a character, in the code page of the system
 void listados();
 void crecimiento(const std::wstring& directorio);  // one that tools/largo growth has filled
 void ficheros();

@@ -8,11 +8,9 @@ namespace {
 constexpr struct {
     const char* nombre;
     void (*corre)();
-} grupos[] = {{"paths", bancos::rutas},
-              {"listings", bancos::listados},
-              {"files", bancos::ficheros},
-              {"registry", bancos::registro},
-              {"processes", bancos::procesos}};
+} grupos[] = {{"paths", bancos::rutas},       {"pages", bancos::rutas_de_la_pagina},
+              {"listings", bancos::listados}, {"files", bancos::ficheros},
+              {"registry", bancos::registro}, {"processes", bancos::procesos}};
 constexpr char crecimiento[] = "growth:";
 
 }  // namespace

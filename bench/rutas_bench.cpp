@@ -67,11 +67,36 @@ std::map<std::string, rutas_w> lee_muestra() {
     return muestra;
 }
 
-// One name in each with a character that no name may hold.
-rutas_w invalidas_de(rutas_w rutas) {
+// A character in each that no name may hold, near its beginning in one, near its end in another.
+rutas_w con_caracter(rutas_w rutas, wchar_t c) {
     std::size_t n = 0;
     for (std::wstring& ruta : rutas) {
-        ruta[ruta.size() * (n++ % 8 + 1) / 9] = L'|';
+        ruta[ruta.size() * (n++ % 8 + 1) / 9] = c;
+    }
+    return rutas;
+}
+
+// Each with one component more.
+rutas_w con_componente(rutas_w rutas, const std::wstring& componente) {
+    for (std::wstring& ruta : rutas) {
+        ruta += L'\\' + componente;
+    }
+    return rutas;
+}
+
+// By what is wrong with them.
+std::map<std::string, rutas_w> invalidas_de(const rutas_w& rutas) {
+    return {{"invalid, no message", con_caracter(rutas, L'|')},
+            {"invalid by a control character, no message", con_caracter(rutas, L'\t')},
+            {"invalid by a reserved name, no message", con_componente(rutas, L"nul.txt")},
+            {"invalid by a long component, no message", con_componente(rutas, std::wstring(300, L'x'))}};
+}
+
+// The last component of each, without the blanks at its end, which the checks of names would remove in place.
+rutas_w nombres_de(rutas_w rutas) {
+    for (std::wstring& ruta : rutas) {
+        ruta.erase(0, ruta.find_last_of(L"\\/:") + 1);
+        ruta.erase(ruta.find_last_not_of(L' ') + 1);
     }
     return rutas;
 }
@@ -123,17 +148,49 @@ void compara_comprobacion(const std::string& clase, const rutas_w& rutas, double
          .otros = {recorrido, analisis},
          .vueltas = 100'000 / numero(rutas),
          .elementos = numero(rutas)});
-    if (clase == "mixed") {
-        banco::corre({.nombre = "check a path, the reason wanted (" + clase + ")",
-                      .nuestro = por_todas(rutas,
-                                           [](const wchar_t* p) {
-                                               wchar_t* motivo = nullptr;
-                                               sumidero = cdir_es_path_valido_UNICODE(p, &motivo);
-                                           }),
-                      .otros = {recorrido, analisis},
-                      .vueltas = 100'000 / numero(rutas),
-                      .elementos = numero(rutas)});
+    if (clase.starts_with("invalid")) {
+        return;  // there the reason is a text, made anew
     }
+    banco::corre({.nombre = "check a path, the reason wanted (" + clase + ")",
+                  .nuestro = por_todas(rutas,
+                                       [](const wchar_t* p) {
+                                           wchar_t* motivo = nullptr;
+                                           sumidero = cdir_es_path_valido_UNICODE(p, &motivo);
+                                       }),
+                  .otros = {recorrido, analisis},
+                  .vueltas = 100'000 / numero(rutas),
+                  .elementos = numero(rutas)});
+}
+
+// What follows the last point of each name, without it.
+rutas_w extensiones_de(rutas_w nombres) {
+    for (std::wstring& nombre : nombres) {
+        const std::size_t punto = nombre.rfind(L'.');
+        nombre.erase(0, punto == std::wstring::npos ? nombre.size() : punto + 1);
+    }
+    return nombres;
+}
+
+// The checks of a name by itself. What they take in place has nothing to be removed, so each round sees the same.
+void compara_nombres(const std::string& clase, const rutas_w& rutas, double frente_a_recorrer) {
+    const rutas_w nombres = nombres_de(rutas);
+    const rutas_w extensiones = extensiones_de(nombres);
+    const auto fila = [&](const std::string& que, const rutas_w& textos, auto comprueba) {
+        banco::corre({.nombre = que + " (" + clase + ")",
+                      .nuestro = por_todas(textos, comprueba),
+                      .otros = {{"a bare scan of its units",
+                                 por_todas(textos, [](const wchar_t* p) { sumidero = recorre(p); }),
+                                 frente_a_recorrer},
+                                {"std::filesystem::path parsing it", por_todas(textos, analiza), 0.08}},
+                      .vueltas = 100'000 / numero(textos),
+                      .elementos = numero(textos)});
+    };
+    fila("check a base name", nombres,
+         [](const wchar_t* p) { sumidero = cdir_nombre_base_valido_UNICODE(const_cast<wchar_t*>(p)); });
+    fila("check a file name", nombres,
+         [](const wchar_t* p) { sumidero = cdir_nombre_fichero_valido(const_cast<wchar_t*>(p)); });
+    fila("check an extension", extensiones,
+         [](const wchar_t* p) { sumidero = cdir_extension_valida_UNICODE(p); });
 }
 
 void corta(const wchar_t* ruta) {
@@ -268,6 +325,44 @@ void compara_memoria(const rutas_w& rutas) {
                   .elementos = numero(rutas)});
 }
 
+// Words of the script that a code page was made for, among them characters whose second byte is a separator's or a bar's.
+rutas_w palabras_de_la_pagina() {
+    switch (::GetACP()) {
+        case 932:
+            return {L"予定", L"表",       L"ソフトウェア", L"会議資料", L"写真",
+                    L"田中", L"東京支店", L"能力評価",     L"申請書",   L"十月"};
+        case 936:
+            return {L"我的文档", L"照片", L"项目", L"会议记录", L"北京",
+                    L"财务报告", L"合同", L"儀",   L"乗客",     L"十月"};
+        default:
+            return {L"予定",   L"Übersicht", L"会议记录", L"Отчёты", L"사진",
+                    L"Diseño", L"Straße",    L"Łódź",     L"รายงาน", L"Étages"};
+    }
+}
+
+// The paths of the sample as a user of that script has them: every third name is a word of it, and so is the stem of the
+// last one.
+rutas_w rutas_con(const rutas_w& palabras, const rutas_w& rutas) {
+    rutas_w todas;
+    std::size_t n = 0;
+    for (const std::wstring& ruta : rutas) {
+        std::wstring otra;
+        std::size_t i = ruta.starts_with(L"\\\\") ? ruta.find(L'\\', 2) + 1 : ruta.find(L'\\') + 1;
+        for (otra = ruta.substr(0, i); i < ruta.size();) {
+            const std::size_t fin = std::min(ruta.find_first_of(L"\\/", i), ruta.size());
+            const bool es_la_ultima = fin == ruta.size();
+            const std::size_t punto = es_la_ultima ? std::min(ruta.rfind(L'.'), fin) : fin;
+            const bool cambia = (es_la_ultima && punto > i) || (n % 3 == 0 && ruta[i] != L'.');
+            otra += cambia ? palabras[n % palabras.size()] + ruta.substr(punto, fin + 1 - punto)
+                           : ruta.substr(i, fin + 1 - i);
+            i = fin + 1;
+            ++n;
+        }
+        todas.push_back(otra);
+    }
+    return todas;
+}
+
 // The same paths in both flavours: those of ASCII, or those that the code page holds of the others.
 void compara_gemelas(const std::string& clase, const rutas_w& rutas, bool ascii) {
     rutas_w anchas;
@@ -289,6 +384,9 @@ void compara_gemelas(const std::string& clase, const rutas_w& rutas, bool ascii)
     fila(
         "check a path", [](const char* p) { sumidero = cdir_path_valido(p, 0); },
         [](const wchar_t* p) { sumidero = cdir_path_valido_UNICODE(p, 0); });
+    if (clase.starts_with("invalid")) {
+        return;
+    }
     fila(
         "split into four new strings", [](const char* p) { corta(p); }, [](const wchar_t* p) { corta(p); });
     fila(
@@ -298,15 +396,38 @@ void compara_gemelas(const std::string& clase, const rutas_w& rutas, bool ascii)
         "join two paths",
         [](const char* p) { libera(cdir_concatena_directorios(p, "Images\\photo0001.png")); },
         [](const wchar_t* p) { libera(cdir_concatena_directorios_UNICODE(p, L"Images\\photo0001.png")); });
+    anchas = nombres_de(std::move(anchas));
+    std::transform(anchas.begin(), anchas.end(), cortas.begin(), a_8_bits);
+    fila(
+        "check a base name", [](const char* p) { sumidero = cdir_nombre_base_valido(p); },
+        [](const wchar_t* p) { sumidero = cdir_nombre_base_valido_UNICODE(const_cast<wchar_t*>(p)); });
+    if (!ascii) {
+        return;  // hardly any extension is not
+    }
+    anchas = extensiones_de(std::move(anchas));
+    std::transform(anchas.begin(), anchas.end(), cortas.begin(), a_8_bits);
+    fila(
+        "check an extension", [](const char* p) { sumidero = cdir_extension_valida(p); },
+        [](const wchar_t* p) { sumidero = cdir_extension_valida_UNICODE(p); });
 }
 
 }  // namespace
+
+void bancos::rutas_de_la_pagina() {
+    const std::string pagina = "code page " + std::to_string(::GetACP());
+    compara_gemelas(pagina, rutas_con(palabras_de_la_pagina(), lee_muestra().at("mixed")), false);
+    compara_gemelas("ASCII, " + pagina, lee_muestra().at("mixed"), true);
+}
 
 void bancos::rutas() {
     const std::map<std::string, rutas_w> muestra = lee_muestra();
     const rutas_w& mezcla = muestra.at("mixed");
     compara_comprobacion("mixed", mezcla, 1.3);
-    compara_comprobacion("invalid, no message", invalidas_de(mezcla), 3.0);
+    compara_nombres("mixed", mezcla, 1.3);
+    for (const auto& [clase, rutas] : invalidas_de(mezcla)) {
+        compara_comprobacion(clase, rutas, 3.0);
+        compara_gemelas(clase, rutas, true);
+    }
     compara_corte("mixed", mezcla);
     compara_nombre("mixed", mezcla);
     compara_union("mixed", mezcla);
@@ -318,6 +439,7 @@ void bancos::rutas() {
             continue;
         }
         compara_comprobacion(clase, rutas, 2.0);
+        compara_nombres(clase, rutas, 2.0);
         compara_corte(clase, rutas);
         compara_nombre(clase, rutas);
         compara_union(clase, rutas);

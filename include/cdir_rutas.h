@@ -8,6 +8,9 @@
  * - base name: the last component without its extension;
  * - extension: from the last dot of the last component on, the dot included.
  * A name whose only dot is its first character (`.cfg`) is all base name.
+ *
+ * 8-bit text is read in characters of the active code page. Text that ends in half a character is taken as it is, and
+ * what is put behind it may complete that character: a separator added there is then none.
  */
 #ifndef LUMODIR_CDIR_RUTAS_H
 #define LUMODIR_CDIR_RUTAS_H

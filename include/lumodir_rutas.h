@@ -3,7 +3,8 @@
  * Paths as text, beside cdir_rutas.h: relative and absolute, a path in two pieces, the directories of PATH.
  *
  * Unless stated otherwise a NULL text is reported and answered with 0 or with a new empty string or list, and
- * an out-parameter that is NULL means that it is not wanted and is not reported.
+ * an out-parameter that is NULL means that it is not wanted and is not reported. Where paths are split, one like
+ * `\\\`, which names no server, is reported as "maquina!=NULL".
  */
 #ifndef LUMODIR_LUMODIR_RUTAS_H
 #define LUMODIR_LUMODIR_RUTAS_H
@@ -57,7 +58,7 @@ LUMODIR_API unsigned short lumodir_ruta_es_absoluta(const wchar_t *ruta);
  * An invalid path or base shows 53955 "The file '%s' is not correct".
  *
  * @param base  Base directory (UTF-16), with or without a final `\`; a blank one gives the path as it is.
- *              NULL is reported.
+ *              NULL is reported and gives an empty string.
  * @param ruta  Path (UTF-16). NULL is reported and gives an empty string.
  * @return New string (widestr_nousar_destruye()).
  */
@@ -68,7 +69,7 @@ LUMODIR_API wchar_t *lumodir_ruta_absoluta_a_relativa(const wchar_t *base, const
  * already absolute. One leading `.\` goes; `..` stays in the text for the system to resolve. An invalid path
  * shows 53955 "The file '%s' is not correct".
  *
- * @param base  Base directory (UTF-16). NULL is reported.
+ * @param base  Base directory (UTF-16). NULL is reported and gives an empty string.
  * @param ruta  Path (UTF-16). NULL is reported and gives an empty string.
  * @return New string (widestr_nousar_destruye()).
  */

@@ -49,7 +49,8 @@ LUMODIR_API void lumospy_nousar_free_pp(void **pointer);
 /**
  * Counts the blocks that callers still own: strings, lists, records and the blocks of this header count 1
  * each. If some work leaks nothing, the number is the same after it as before. Counting is always on and safe
- * on any thread.
+ * on any thread. While a function of the library runs, on any thread or around the callback that asks, the blocks
+ * that it works with count too, and are gone when it returns: compare numbers that were taken outside of calls.
  *
  * @return Live blocks.
  */

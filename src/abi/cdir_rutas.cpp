@@ -26,8 +26,7 @@ unsigned short i_responde(const veredicto& juicio, vista<C> path, unsigned short
 
 // The name rule trims the text that it is given, the caller's own. A name with nothing to trim may be a constant
 // and is not written to.
-bool i_recorta_y_comprueba(wchar_t* nombre) noexcept {
-    const vista_w entero = a_vista(nombre);
+bool i_recorta_y_comprueba(wchar_t* nombre, vista_w entero) noexcept {
     const vista_w recortado = recorta_derecha(entero);
     if (recortado.size() < entero.size()) {
         nombre[recortado.size()] = L'\0';
@@ -57,16 +56,17 @@ unsigned short cdir_es_path_valido_UNICODE(const wchar_t* path, wchar_t** mensaj
 
 unsigned short cdir_nombre_base_valido_UNICODE(wchar_t* nombre) {
     return logico(i_comprueba(nombre != nullptr, "nombre != NULL") &&
-                  (i_es_punto_o_dos(a_vista(nombre)) || i_recorta_y_comprueba(nombre)));
+                  i_recorta_y_comprueba(nombre, a_vista(nombre)));
 }
 unsigned short cdir_nombre_base_valido(const char* nombre) {
     return logico(i_comprueba(nombre != nullptr, "nombre != NULL") &&
-                  i_nombre_base_valido_UNICODE(utf16_temporal(nombre).ver()));
+                  i_nombre_base_correcto(a_vista(nombre)));
 }
 
 unsigned short cdir_nombre_fichero_valido(wchar_t* nombre) {
-    return logico(i_comprueba(nombre != nullptr, "nombre != NULL") && !acaba_en(a_vista(nombre), L".") &&
-                  i_recorta_y_comprueba(nombre));
+    const vista_w entero = a_vista(nombre);
+    return logico(i_comprueba(nombre != nullptr, "nombre != NULL") && !acaba_en(entero, L".") &&
+                  i_recorta_y_comprueba(nombre, entero));
 }
 
 // ---- Splitting
@@ -175,7 +175,7 @@ unsigned short cdir_extension_valida_UNICODE(const wchar_t* ext) {
     return logico(i_comprueba(ext != nullptr, "ext != NULL") && i_caracteres_validos_UNICODE(a_vista(ext)));
 }
 unsigned short cdir_extension_valida(const char* ext) {
-    return puente<cdir_extension_valida_UNICODE>(ext);
+    return logico(i_comprueba(ext != nullptr, "ext != NULL") && i_caracteres_validos(a_vista(ext)));
 }
 
 wchar_t* cdir_extension_con_dolar_UNICODE(const wchar_t* ext) {

@@ -1,8 +1,9 @@
 // See caracteres.hpp.
 #include "companions/caracteres.hpp"
 
-#include <algorithm>
 #include <atomic>
+#include <bit>
+#include <cstring>
 
 #include "companions/plataforma.hpp"
 
@@ -80,6 +81,39 @@ bool i_son_uno(char primero, char segundo) noexcept {
     return (fila.segundos[byte / 64].load(std::memory_order_relaxed) >> byte % 64 & 1) != 0;
 }
 
+bool i_es_alto(char c) noexcept {
+    return static_cast<unsigned char>(c) >= 0x80;
+}
+
+// The place of the first byte from `i` on that is not ASCII, or the end of the text.
+std::size_t i_hasta_alto(vista_a texto, std::size_t i) noexcept {
+    static_assert(std::endian::native == std::endian::little);
+    for (std::uint64_t ocho = 0; i + sizeof ocho <= texto.size(); i += sizeof ocho) {
+        std::memcpy(&ocho, texto.data() + i, sizeof ocho);
+        if (const std::uint64_t altos = ocho & 0x8080808080808080u; altos != 0) {
+            return i + static_cast<unsigned>(std::countr_zero(altos)) / 8;
+        }
+    }
+    while (i < texto.size() && !i_es_alto(texto[i])) {
+        ++i;
+    }
+    return i;
+}
+
+// Whether bytes above ASCII end in the beginning of a character of UTF-8.
+bool i_acaba_a_medias(vista_a altos) noexcept {
+    std::size_t siguientes = 0;
+    while (siguientes < altos.size() &&
+           static_cast<unsigned char>(altos[altos.size() - siguientes - 1]) < 0xC0) {
+        ++siguientes;
+    }
+    if (siguientes == altos.size()) {
+        return false;
+    }
+    const auto primero = static_cast<unsigned char>(altos[altos.size() - siguientes - 1]);
+    return siguientes < (primero < 0xE0 ? 1u : primero < 0xF0 ? 2u : primero < 0xF8 ? 3u : 5u);
+}
+
 // How many bytes a well-formed character takes that a text begins with, 1 for what is none.
 std::size_t i_bytes_utf8(vista_a texto) noexcept {
     const auto byte = [&](std::size_t i) -> unsigned {
@@ -150,9 +184,26 @@ bool i_convierte_de_un_byte(vista_a texto, wchar_t* destino) noexcept {
 }
 
 bool i_puede_tener_caracteres_largos(vista_a texto) noexcept {
-    return i_escritura() != escritura::de_un_byte && std::any_of(texto.begin(), texto.end(), [](char c) {
-               return static_cast<unsigned char>(c) >= 0x80;
-           });
+    return i_escritura() != escritura::de_un_byte && i_hasta_alto(texto, 0) < texto.size();
+}
+
+bool i_copia_sin_segundos(vista_a texto, char* destino) noexcept {
+    copia_unidades(destino, texto.data(), texto.size());
+    const bool utf8 = i_escritura() == escritura::utf8;
+    for (std::size_t i = i_hasta_alto(texto, 0); i < texto.size(); i = i_hasta_alto(texto, i)) {
+        const std::size_t primero = i;
+        while (i < texto.size() && i_es_alto(texto[i])) {
+            if (!utf8 && i + 1 < texto.size() && i_es_inicial(texto[i]) &&
+                i_son_uno(texto[i], texto[i + 1])) {
+                destino[++i] = 'x';
+            }
+            ++i;
+        }
+        if (utf8 && i < texto.size() && i_acaba_a_medias(texto.substr(primero, i - primero))) {
+            return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace interno

@@ -203,6 +203,7 @@ void mayusculas_ansi(char* texto, std::size_t longitud) noexcept {
 }
 
 cadena_w variable_de_entorno(const wchar_t* nombre) {
+    const conserva_ultimo_error conserva;
     DWORD codigo = ERROR_SUCCESS;
     cadena_w valor = i_respuesta_entera<wchar_t>([&](wchar_t* destino, DWORD sitio) {
         ::SetLastError(ERROR_SUCCESS);

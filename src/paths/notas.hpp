@@ -1,6 +1,6 @@
 // What the rules on paths ask about a text, noted in one pass: a bit for each unit that is a separator, a dot, a blank
 // or something that no name may hold. The rules judge from the notes (path_correcto.cpp), so there is one copy of them,
-// for UTF-16 and for 8-bit text of one byte a character, and none for the usual path.
+// for UTF-16 and for 8-bit text whose bytes of ASCII are characters, and none for the usual path.
 //
 // A block of 64 units at a time where the processor has SSE2, as every x86-64 has; the plain loop beside it is the model
 // that tests compare it with, and what other processors use.
@@ -21,7 +21,6 @@ struct notas_de_64 {
     bits punto;
     bits blanco;
     bits raro;  // control characters, and : * " ? < > |
-    bits alto;  // in 8-bit text: what is not ASCII
 };
 
 // The plain way.
@@ -37,14 +36,13 @@ constexpr notas_de_64 i_notas_llanas(vista<C> texto) noexcept {
         todas.raro |=
             c < ' ' || c == ':' || c == '*' || c == '"' || c == '?' || c == '<' || c == '>' || c == '|' ? suya
                                                                                                         : 0;
-        todas.alto |= sizeof(C) == 1 && c >= 0x80 ? suya : 0;
     }
     return todas;
 }
 
 #ifdef LUMODIR_SSE2
 
-inline notas_de_64 i_notas_de_bloque(const bloque& b, bool con_altos) noexcept {
+inline notas_de_64 i_notas_de_bloque(const bloque& b) noexcept {
     const auto es = [](__m128i c, char cual) { return _mm_cmpeq_epi8(c, _mm_set1_epi8(cual)); };
     // One comparison recognises two characters that differ in one bit.
     const auto es_salvo = [&es](__m128i c, char cual, int bit) {
@@ -60,8 +58,7 @@ inline notas_de_64 i_notas_de_bloque(const bloque& b, bool con_altos) noexcept {
     };
     return {b.que_cumplen([&](__m128i c) { return _mm_or_si128(es(c, '\\'), es(c, '/')); }),
             b.que_cumplen([&](__m128i c) { return es(c, '.'); }),
-            b.que_cumplen([&](__m128i c) { return es(c, ' '); }), b.que_cumplen(es_raro),
-            con_altos ? b.que_cumplen([](__m128i c) { return c; }) : 0};
+            b.que_cumplen([&](__m128i c) { return es(c, ' '); }), b.que_cumplen(es_raro)};
 }
 
 // What stands behind the end of the text does not count; a copy is judged where it cannot be read. Each file that asks has
@@ -74,13 +71,12 @@ static notas_de_64 i_notas_rapidas(vista<C> texto) noexcept {
         std::fill(std::copy(texto.begin(), texto.end(), copia), copia + unidades_de_bloque, C('|'));
         p = copia;
     }
-    notas_de_64 n = i_notas_de_bloque(bloque(p), sizeof(C) == 1);
+    notas_de_64 n = i_notas_de_bloque(bloque(p));
     const bits dentro = los_primeros(texto.size());
     n.separador &= dentro;
     n.punto &= dentro;
     n.blanco &= dentro;
     n.raro &= dentro;
-    n.alto &= dentro;
     return n;
 }
 

@@ -58,6 +58,7 @@ constexpr bool i_parece_reservado(vista<C> tronco) noexcept {
 template <class C>
 bool i_es_reservado(vista<C> tronco) noexcept {
     return tronco.size() >= longitud_minima_reservada && tronco.size() <= longitud_maxima_reservada &&
+           i_parece_reservado(tronco) &&
            std::any_of(
                std::begin(nombres_reservados), std::end(nombres_reservados), [tronco](vista_a reservado) {
                    return std::equal(
@@ -139,7 +140,6 @@ constexpr std::size_t paso = unidades_de_bloque - solape;
 struct hallazgo {
     bool correctos = true;  // no rule refuses any, but for characters that no name may hold
     bits raro = 0;          // any of those
-    bits alto = 0;          // any that is not ASCII
     bool varios = false;    // the first block has more than one
     std::size_t desde = 0;  // where the last block begins
     bits separador = 0;     // of that block
@@ -157,7 +157,6 @@ hallazgo i_recorre(vista<C> path, std::size_t tras_unidad) noexcept {
         const std::size_t quedan = path.size() - h.desde;
         const notas_de_64 n = i_notas(path.substr(h.desde));
         h.raro |= n.raro & ~fuera;
-        h.alto |= n.alto;
         h.separador = n.separador | fuera;
         h.punto = n.punto;
         // What lies behind the text ends a component as a separator does.
@@ -212,46 +211,95 @@ constexpr veredicto i_falla(ConstructorMensaje motivo, bool es_unc = false) noex
     return {false, es_unc, motivo};
 }
 
-// Whether the text has been judged: 8-bit text may have to be in UTF-16. `cortes`, when wanted, receives where a path is
-// cut that is correct.
+// The rules on a path whose units are characters. `cortes`, when wanted, receives where a path is cut that is correct.
 template <class C>
-bool i_examina(vista<C> path, bool puede_ser_vacio, veredicto& juicio,
-               cortes_de_ruta* cortes = nullptr) noexcept {
+veredicto i_examina(vista<C> path, bool puede_ser_vacio, cortes_de_ruta* cortes) noexcept {
     if (path.empty()) {
-        juicio =
-            puede_ser_vacio ? veredicto{.correcto = true} : i_falla(i_msg_53960_sin_nombre_de_directorio);
-        return true;
+        return puede_ser_vacio ? veredicto{.correcto = true} : i_falla(i_msg_53960_sin_nombre_de_directorio);
     }
-    // Where a character may take several bytes, lengths are counted in UTF-16.
-    const bool son_unidades = sizeof(C) > 1 || i_escritura() == escritura::de_un_byte;
     if (path.size() > lmlongpath_get_longitud_maxima_permitida_path()) {
-        juicio = i_falla(i_msg_374376_path_demasiado_largo);
-        return son_unidades;
+        return i_falla(i_msg_374376_path_demasiado_largo);
     }
     const bool con_unidad = path.size() > 1 && path[1] == C(':') && lmstdc_isalpha(path[0]);
     const std::size_t tras_unidad = con_unidad ? 2 : 0;
     const hallazgo h = i_recorre(path, tras_unidad);
-    if (!son_unidades && h.alto != 0) {
-        return false;
-    }
     const vista<C> resto = path.substr(tras_unidad);
     const bool es_unc = resto.size() > 2 && es_barra(resto[0]) && es_barra(resto[1]);
     const bool hay_largos = resto.size() > limite_componente && i_hay_largos(resto);
     if (h.raro != 0 && !con_unidad && path.find(C(':')) != vista<C>::npos) {
-        juicio = i_falla(i_msg_53958_unidad_debe_ser_letra);
-    } else if (path.back() == C('.') && !i_punto_final_admitido(path)) {
-        juicio = i_falla(i_msg_53957_punto_al_principio_o_final);
-    } else if (h.raro != 0 || !h.correctos || hay_largos) {
-        juicio = i_falla(i_msg_53949_caracteres_no_validos_en_nombre, es_unc);
-    } else if (es_unc && !i_nombra_recurso(path, tras_unidad, h)) {
-        juicio = i_falla(i_msg_53959_unidad_de_red_incompleta, es_unc);
-    } else {
-        juicio = {.correcto = true, .es_unc = es_unc};
-        if (cortes != nullptr) {
-            *cortes = i_cortes_anotados(path, tras_unidad, h);
+        return i_falla(i_msg_53958_unidad_debe_ser_letra);
+    }
+    if (path.back() == C('.') && !i_punto_final_admitido(path)) {
+        return i_falla(i_msg_53957_punto_al_principio_o_final);
+    }
+    if (h.raro != 0 || !h.correctos || hay_largos) {
+        return i_falla(i_msg_53949_caracteres_no_validos_en_nombre, es_unc);
+    }
+    if (es_unc && !i_nombra_recurso(path, tras_unidad, h)) {
+        return i_falla(i_msg_53959_unidad_de_red_incompleta, es_unc);
+    }
+    if (cortes != nullptr) {
+        *cortes = i_cortes_anotados(path, tras_unidad, h);
+    }
+    return {.correcto = true, .es_unc = es_unc};
+}
+
+// 8-bit text with characters that may take several bytes is judged by its bytes wherever that comes to the same, and
+// otherwise converted: lengths count units of UTF-16.
+template <class Juzga>
+auto i_juzga_largos(vista_a texto, Juzga juzga) noexcept {
+    char copia[limite_componente];
+    return texto.size() <= limite_componente && i_copia_sin_segundos(texto, copia)
+               ? juzga(vista_a(copia, texto.size()))
+               : juzga(utf16_temporal(texto).ver());
+}
+
+veredicto i_examina_path(vista_w path, bool puede_ser_vacio, cortes_de_ruta* cortes) noexcept {
+    return i_examina(path, puede_ser_vacio, cortes);
+}
+veredicto i_examina_path(vista_a path, bool puede_ser_vacio, cortes_de_ruta* cortes) noexcept {
+    if (!i_puede_tener_caracteres_largos(path)) {
+        return i_examina(path, puede_ser_vacio, cortes);
+    }
+    return i_juzga_largos(path, [=]<class C>(vista<C> texto) {
+        const veredicto juicio = i_examina(texto, puede_ser_vacio, cortes);
+        if (sizeof(C) > 1 && cortes != nullptr) {
+            *cortes = i_cortes(path);
+        }
+        return juicio;
+    });
+}
+
+veredicto i_correcto(vista_w path) {
+    return i_path_correcto_UNICODE(path);
+}
+veredicto i_correcto(vista_a path) {
+    return i_path_correcto(path);
+}
+
+// The characters that a name may hold, by their numbers, where these are below 256.
+struct tabla_validos {
+    bool vale[256] = {};
+
+    constexpr tabla_validos() {
+        for (unsigned c = 0; c < 256; ++c) {
+            const auto unidad = static_cast<wchar_t>(c);
+            const notas_de_64 n = i_notas_llanas(vista_w(&unidad, 1));
+            vale[c] = c == 0 || (n.raro | n.separador) == 0;
         }
     }
-    return true;
+};
+constexpr tabla_validos validos;
+
+template <class C>
+bool i_todos_validos(vista<C> texto) noexcept {
+    return std::all_of(texto.begin(), texto.end(), [](C c) { return i_caracter_valido(c); });
+}
+
+template <class C>
+bool i_nombre_correcto(vista<C> nombre) noexcept {
+    nombre = recorta_derecha(nombre);
+    return i_todos_validos(nombre) && i_componente_correcto(nombre);
 }
 
 // The component that a path is refused for, without its trailing blanks.
@@ -261,7 +309,7 @@ vista_w i_primer_componente_incorrecto(vista_w path) noexcept {
         const std::size_t fin = static_cast<std::size_t>(
             std::find_if(resto.begin(), resto.end(), es_separador<wchar_t>) - resto.begin());
         const vista_w componente = resto.substr(0, fin);
-        if (!componente.empty() && !i_nombre_base_valido_UNICODE(componente)) {
+        if (!componente.empty() && !i_nombre_correcto(componente)) {
             return recorta_derecha(componente);
         }
         if (fin == resto.size()) {
@@ -277,53 +325,41 @@ bool i_se_muestra(const veredicto& juicio) noexcept {
            !i_modo_servicio();
 }
 
-veredicto i_correcto(vista_w path) {
-    return i_path_correcto_UNICODE(path);
-}
-veredicto i_correcto(vista_a path) {
-    return i_path_correcto(path);
-}
-
 }  // namespace
 
 bool i_caracter_valido(wchar_t c) noexcept {
-    const notas_de_64 n = i_notas_llanas(vista_w(&c, 1));
-    return (n.raro | n.separador) == 0 || c == 0;
+    return c >= std::size(validos.vale) || validos.vale[c];
 }
-
 bool i_caracter_valido(char c) noexcept {
-    return i_caracter_valido(static_cast<wchar_t>(static_cast<unsigned char>(c)));
+    return validos.vale[static_cast<unsigned char>(c)];
 }
 
 bool i_caracteres_validos_UNICODE(vista_w texto) noexcept {
-    return std::all_of(texto.begin(), texto.end(), [](wchar_t c) { return i_caracter_valido(c); });
+    return i_todos_validos(texto);
+}
+bool i_caracteres_validos(vista_a texto) noexcept {
+    return i_puede_tener_caracteres_largos(texto)
+               ? i_juzga_largos(texto, [](auto unidades) { return i_todos_validos(unidades); })
+               : i_todos_validos(texto);
 }
 
 bool i_nombre_base_correcto_UNICODE(vista_w nombre) noexcept {
-    nombre = recorta_derecha(nombre);
-    return i_caracteres_validos_UNICODE(nombre) && i_componente_correcto(nombre);
+    return i_nombre_correcto(nombre);
 }
-
-bool i_nombre_base_valido_UNICODE(vista_w nombre) noexcept {
-    return i_es_punto_o_dos(nombre) || i_nombre_base_correcto_UNICODE(nombre);
+bool i_nombre_base_correcto(vista_a nombre) noexcept {
+    return i_puede_tener_caracteres_largos(nombre)
+               ? i_juzga_largos(nombre, [](auto unidades) { return i_nombre_correcto(unidades); })
+               : i_nombre_correcto(nombre);
 }
 
 veredicto i_path_correcto_UNICODE(vista_w path, bool puede_ser_vacio) {
-    veredicto juicio;
-    if (i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")) {
-        i_examina(path, puede_ser_vacio, juicio);
-    }
-    return juicio;
+    return i_comprueba(path.data() != nullptr, "(path_sin_espacios) != NULL")
+               ? i_examina_path(path, puede_ser_vacio, nullptr)
+               : veredicto{};
 }
-
 veredicto i_path_correcto(vista_a path, bool puede_ser_vacio) {
-    if (path.data() == nullptr) {
-        return i_path_correcto_UNICODE({});
-    }
-    veredicto juicio;
-    return i_examina(path, puede_ser_vacio, juicio)
-               ? juicio
-               : i_path_correcto_UNICODE(utf16_temporal(path).ver(), puede_ser_vacio);
+    return path.data() != nullptr ? i_examina_path(path, puede_ser_vacio, nullptr)
+                                  : i_path_correcto_UNICODE({});
 }
 
 cadena_w i_texto_del_fallo(const veredicto& juicio, vista_w path) {
@@ -348,10 +384,8 @@ template <class C>
 path_juzgado<C> i_juzga(vista<C> path) {
     path_juzgado<C> juzgado;
     juzgado.path = path;
-    if (!i_examina(path, false, juzgado.juicio, &juzgado.cortes)) {
-        juzgado.juicio = i_correcto(path);
-        juzgado.cortes = i_cortes(path);
-    } else if (!juzgado.juicio.correcto) {
+    juzgado.juicio = i_examina_path(path, false, &juzgado.cortes);
+    if (!juzgado.juicio.correcto) {
         juzgado.cortes = i_cortes(path);
     }
     return juzgado;
@@ -362,7 +396,8 @@ template <class C>
 path_juzgado<C> i_juzga_con_comodines(vista<C> path) {
     path_juzgado<C> juzgado;
     juzgado.path = path;
-    if (i_examina(path, false, juzgado.juicio, &juzgado.cortes) && juzgado.juicio.correcto) {
+    juzgado.juicio = i_examina_path(path, false, &juzgado.cortes);
+    if (juzgado.juicio.correcto) {
         return juzgado;
     }
     juzgado.cortes = i_cortes(path);

@@ -2,8 +2,7 @@
 // consults it.
 //
 // Promises: no file-system access; no allocation for a path that passes; the first broken rule decides. One pass over
-// the text (notas.hpp); 8-bit text is judged as it is where each character is one byte, or where it is ASCII, and
-// otherwise converted.
+// the text (notas.hpp); 8-bit text is judged by its bytes, and converted only where that might not come to the same.
 // Cannot promise: that a valid path exists, or that the file system at hand admits its characters.
 // Checked by tests/paths/path_correcto_test.cpp and path_correcto_nombres_test.cpp, and against a naive model over
 // every short string by path_correcto_modelo_test.cpp.
@@ -18,11 +17,12 @@ namespace interno {
 bool i_caracter_valido(wchar_t c) noexcept;
 bool i_caracter_valido(char c) noexcept;
 bool i_caracteres_validos_UNICODE(vista_w texto) noexcept;
+bool i_caracteres_validos(vista_a texto) noexcept;
 
-// The rule for one component. It judges the name without its trailing blanks; who owns the text trims it.
+// The rule for one component, "." and ".." admitted. It judges the name without its trailing blanks; who owns the text
+// trims it.
 bool i_nombre_base_correcto_UNICODE(vista_w nombre) noexcept;
-// The same rule, "." and ".." admitted.
-bool i_nombre_base_valido_UNICODE(vista_w nombre) noexcept;
+bool i_nombre_base_correcto(vista_a nombre) noexcept;
 
 struct veredicto {
     bool correcto = false;

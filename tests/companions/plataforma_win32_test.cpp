@@ -312,7 +312,9 @@ TEST(plataforma, una_variable_de_entorno_y_su_falta) {
     ::_wputenv(L"LUMODIR_PRUEBA=\u00f1 \u4e2d");
     EXPECT_EQ(u8(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").ver()), "\u00f1 \u4e2d");
     ::_wputenv(L"LUMODIR_PRUEBA=");
+    ::SetLastError(77);
     EXPECT_TRUE(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").es_nula());
+    EXPECT_EQ(::GetLastError(), 77u);
     // The process's own, of which the C runtime's copy knows nothing.
     ASSERT_TRUE(::SetEnvironmentVariableW(L"LUMODIR_PRUEBA", L"\u65E5"));
     EXPECT_EQ(u8(plataforma::variable_de_entorno(L"LUMODIR_PRUEBA").ver()), "\u65E5");

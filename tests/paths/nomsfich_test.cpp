@@ -301,8 +301,6 @@ TEST(nomsfich, textos_largos) {
     }
 }
 
-namespace {}  // namespace
-
 TEST(nomsfich, cada_nombre_corto_como_el_modelo) {
     std::vector<std::string> nombres = textos_cortos("aB.\\/:? *", modelos::longitud_de_nombres);
     const std::vector<std::string> con_control = textos_cortos("aB. ?\t", modelos::longitud_de_nombres);

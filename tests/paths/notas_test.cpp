@@ -13,8 +13,7 @@ using interno::vista;
 
 namespace interno {
 bool operator==(const notas_de_64& a, const notas_de_64& b) {
-    return a.separador == b.separador && a.punto == b.punto && a.blanco == b.blanco && a.raro == b.raro &&
-           a.alto == b.alto;
+    return a.separador == b.separador && a.punto == b.punto && a.blanco == b.blanco && a.raro == b.raro;
 }
 }  // namespace interno
 
@@ -78,13 +77,11 @@ TEST(notas, cada_unidad) {
         ASSERT_EQ(n.punto, esta_en(".") ? 1u : 0u) << u;
         ASSERT_EQ(n.blanco, esta_en(" ") ? 1u : 0u) << u;
         ASSERT_EQ(n.raro, u < 32 || esta_en(":*\"?<>|") ? 1u : 0u) << u;
-        ASSERT_EQ(n.alto, 0u);
         if (u < 0x100) {
             const char byte = static_cast<char>(u);
             const notas_de_64 de_byte = i_notas_llanas(vista<char>(&byte, 1));
             ASSERT_EQ(de_byte.raro | de_byte.separador | de_byte.punto | de_byte.blanco,
                       n.raro | n.separador | n.punto | n.blanco);
-            ASSERT_EQ(de_byte.alto, u >= 0x80 ? 1u : 0u);
         }
     }
 }

@@ -12,6 +12,7 @@
 #include "modelos/textos_de_pagina.hpp"
 #include "nomsfich.h"
 #include "paths/modelos.hpp"
+#include "paths/path_correcto.hpp"
 
 using namespace apoyo;
 using modelos::a_w;
@@ -197,6 +198,115 @@ TEST(paginas_modelo, las_dos_formas_dan_las_mismas_piezas) {
                 SCOPED_TRACE(visto(pagina, t));
                 compara_con_ancha(t);
             }
+        }
+    }
+}
+
+// Every answer of the check about bytes is the one about the text that they are converted to, whatever they mean.
+namespace {
+
+bool se_juzga_como_convertido(const texto_a& t) {
+    const texto_w ancho = a_w(t);
+    const auto igual = [](const interno::veredicto& a, const interno::veredicto& b) {
+        return a.correcto == b.correcto && a.es_unc == b.es_unc && a.motivo == b.motivo;
+    };
+    const interno::vista_a ver(t);
+    const interno::path_juzgado<char> juzgado = interno::i_juzga(ver);
+    const interno::cortes_de_ruta cortes = interno::i_cortes(ver);
+    return igual(interno::i_path_correcto(ver), interno::i_path_correcto_UNICODE(interno::vista_w(ancho))) &&
+           igual(juzgado.juicio, interno::i_juzga(interno::vista_w(ancho)).juicio) &&
+           igual(interno::i_path_correcto_con_comodines(ver),
+                 interno::i_path_correcto_con_comodines_UNICODE(interno::vista_w(ancho))) &&
+           juzgado.cortes.directorio == cortes.directorio && juzgado.cortes.nombre == cortes.nombre &&
+           juzgado.cortes.extension == cortes.extension &&
+           cdir_nombre_base_valido(t.c_str()) == cdir_nombre_base_valido_UNICODE(texto_w(ancho).data()) &&
+           cdir_extension_valida(t.c_str()) == cdir_extension_valida_UNICODE(ancho.c_str());
+}
+
+}  // namespace
+
+TEST(paginas_comprobacion, todo_texto_corto) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        for (const char* delante : {"", "C:\\", "\\\\", "con"}) {
+            modelos::para_cada_texto(
+                "a\\/.: |\x81\x95\xA5\xC3\xFF", modelos::longitud_exhaustiva - 2, [&](const texto_a& t) {
+                    ASSERT_TRUE(se_juzga_como_convertido(delante + t)) << visto(pagina, delante + t);
+                });
+        }
+    }
+}
+
+// Whole characters, halves, and what stands behind them.
+TEST(paginas_comprobacion, todos_los_pares_de_bytes) {
+    for (const unsigned pagina : {932u, 936u, 949u, 950u, 65001u}) {
+        const en_pagina p(pagina);
+        for (unsigned par = 0x8000; par < 0x10000; ++par) {
+            if (par % 256 == 0) {
+                continue;
+            }
+            const texto_a t = {static_cast<char>(par / 256), static_cast<char>(par % 256)};
+            for (const texto_a& texto : {"C:\\" + t + "\\con", t + " \\" + t + "."}) {
+                ASSERT_TRUE(se_juzga_como_convertido(texto)) << visto(pagina, texto);
+            }
+        }
+    }
+}
+
+// The text is read in stretches: a character may stand in two of them, and so may a run of bytes that could begin one.
+TEST(paginas_comprobacion, en_cada_sitio) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        modelos::azar_de_pagina azar(pagina + 2);
+        for (std::size_t delante = 40; delante < 190; ++delante) {
+            for (const texto_a& cabeza :
+                 {modelos::repite("a", delante), modelos::repite("\x95", delante),
+                  "C:" + modelos::repite("\x95\\", delante / 2), modelos::repite("aaaaaaa\\", delante / 8),
+                  modelos::repite("\xC3", delante / 2) + modelos::repite(" ", delante / 2)}) {
+                for (int n = 0; n < 6; ++n) {
+                    const texto_a t = cabeza + azar.texto();
+                    ASSERT_TRUE(se_juzga_como_convertido(t)) << visto(pagina, t);
+                }
+            }
+        }
+    }
+}
+
+// Limits count characters.
+TEST(paginas_comprobacion, alrededor_de_los_limites) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        modelos::azar_de_pagina azar(pagina + 3);
+        for (const texto_a& letra : modelos::caracteres_de(pagina)) {
+            for (std::size_t n = 60; n <= 260; n += n == 66 || n == 130 ? 54 : 1) {
+                for (const texto_a& cola :
+                     {texto_a(), texto_a("  "), texto_a("  \\a"), texto_a("a"), azar.texto()}) {
+                    const texto_a t = modelos::repite(letra, n) + cola;
+                    ASSERT_TRUE(se_juzga_como_convertido(t)) << visto(pagina, t);
+                    ASSERT_TRUE(se_juzga_como_convertido("b\\" + t)) << visto(pagina, t);
+                }
+            }
+            for (std::size_t bytes = 10236; bytes <= 10244; ++bytes) {
+                const texto_a t = letra + modelos::repite("a\\", bytes / 2) + azar.texto();
+                ASSERT_TRUE(se_juzga_como_convertido(t)) << pagina << " " << bytes;
+            }
+        }
+    }
+}
+
+TEST(paginas_comprobacion, textos_al_azar) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        modelos::azar_de_pagina azar(pagina + 4);
+        for (int n = 0; n < 6000; ++n) {
+            texto_a t;
+            for (std::size_t trozos = azar.numero(n % 10 == 0 ? 40 : 4) + 1; trozos > 0; --trozos) {
+                t += azar.texto();
+            }
+            if (!t.empty() && azar.numero(2) == 0) {
+                t[azar.numero(t.size())] = static_cast<char>(1 + azar.numero(255));
+            }
+            ASSERT_TRUE(se_juzga_como_convertido(t)) << visto(pagina, t);
         }
     }
 }

@@ -33,7 +33,7 @@ void comprueba_nombre(const fila_nombre& f) {
     const texto_a nombre_a = cp1252(nombre);
     EXPECT_EQ(cdir_nombre_base_valido(nombre_a.c_str()), f.base);
     EXPECT_EQ(nombre_a, cp1252(nombre)) << "the 8-bit flavour works on a copy";
-    EXPECT_EQ(interno::i_nombre_base_valido_UNICODE(ver(w(nombre))), f.base);
+    EXPECT_EQ(interno::i_nombre_base_correcto_UNICODE(ver(w(nombre))), f.base);
     ESPERA_AVISOS();
 }
 

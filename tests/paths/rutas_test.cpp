@@ -219,6 +219,9 @@ TEST(rutas, dice_si_una_ruta_es_absoluta) {
     ESPERA_AVISOS(incorrecto("x?"));  // shown without its trailing blanks
     EXPECT_EQ(lumodir_ruta_es_absoluta(nullptr), 0);
     ESPERA_INFORMES("(ruta) != NULL");
+    EXPECT_EQ(absoluta("\\\\\\"), 1);
+    ESPERA_INFORMES("maquina!=NULL");  // reported where the path is split
+    ESPERA_AVISOS(incorrecto("\\\\\\"));
 }
 
 TEST(rutas, hace_relativa_una_ruta) {
