@@ -210,7 +210,7 @@ void libera(void* bloque) {
 #ifdef __GNUC__
 jmp_buf g_salto;
 // Runs it; false when the process would have ended in it. No destructor runs then, as none would: without a frame the
-// way back unwinds nothing. (The compilers' own pair is for one function; Clang's comes back with another frame.)
+// way back unwinds nothing. (Of the compilers' own pairs Clang's comes back with another frame pointer.)
 __attribute__((noinline)) bool corre(const std::function<void()>& accion) {
     if (_setjmp(g_salto, nullptr) != 0) {
         return false;
