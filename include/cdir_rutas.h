@@ -379,7 +379,7 @@ LUMODIR_API char *cdir_nombre_fichero_con_ext(const char *nombre, const char *ex
  * is freed.
  *
  * @param nombre  Address of a variable that owns a library string (UTF-16). NULL is reported, and so is a
- *                variable that is NULL ("(nombre) != NULL").
+ *                variable that is NULL ("(nombre) != NULL"), which gets a new empty string.
  * @param ext     New extension with or without its dot; NULL for none (not reported).
  */
 LUMODIR_API void cdir_cambia_extension_nombre_fichero_u(wchar_t **nombre, const wchar_t *ext);

@@ -144,28 +144,33 @@ inline std::filesystem::path ruta(const wchar_t* texto) {
 // the code page's own default character there, which is one like any other.
 inline std::filesystem::path ruta(const char* texto) {
     constexpr wchar_t sustituto = 0xFFFD;
-    const bool utf8 = ::GetACP() == CP_UTF8;  // it has U+FFFD by itself
+    const bool utf8 = ::GetACP() == CP_UTF8;
     const std::string_view todo = texto;
     std::wstring ancho(todo.size(), L'\0');
     const int bytes = static_cast<int>(todo.size());
-    const int unidades = bytes == 0 ? 0
-                                    : ::MultiByteToWideChar(CP_ACP, utf8 ? 0 : MB_ERR_INVALID_CHARS, texto,
-                                                            bytes, ancho.data(), bytes);
+    const int unidades =
+        bytes == 0 ? 0
+                   : ::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, texto, bytes, ancho.data(), bytes);
     ancho.resize(static_cast<std::size_t>(unidades));
     if (unidades > 0 || bytes == 0) {
         return ancho;
     }
-    for (std::size_t i = 0; i < todo.size();) {
-        const bool doble =
-            i + 1 < todo.size() && ::IsDBCSLeadByteEx(CP_ACP, static_cast<BYTE>(todo[i])) != FALSE;
+    for (int i = 0; i < bytes;) {
+        const auto primero = static_cast<BYTE>(todo[static_cast<std::size_t>(i)]);
+        int caracter = 1;
+        if (utf8) {
+            caracter = primero >= 0xF0 ? 4 : primero >= 0xE0 ? 3 : primero >= 0xC0 ? 2 : 1;
+        } else if (::IsDBCSLeadByteEx(CP_ACP, primero)) {
+            caracter = 2;
+        }
+        caracter = caracter < bytes - i ? caracter : bytes - i;
         wchar_t unidad[2];
-        const int largo =
-            ::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, texto + i, doble ? 2 : 1, unidad, 2);
+        const int largo = ::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, texto + i, caracter, unidad, 2);
         if (largo > 0) {
             ancho.append(unidad, static_cast<std::size_t>(largo));
-            i += doble ? 2 : 1;
+            i += caracter;
         } else {
-            ancho += sustituto;  // the byte behind a bad lead byte may be valid alone
+            ancho += sustituto;  // the byte behind a bad first byte may be valid alone
             ++i;
         }
     }

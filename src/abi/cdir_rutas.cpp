@@ -254,7 +254,7 @@ char* cdir_nombre_fichero_con_ext(const char* nombre, const char* ext) {
 }
 
 void cdir_cambia_extension_nombre_fichero_u(wchar_t** nombre, const wchar_t* ext) {
-    if (i_comprueba(nombre != nullptr && *nombre != nullptr, "(nombre) != NULL")) {
+    if (i_comprueba(nombre != nullptr, "(nombre) != NULL")) {
         // The extension may be a part of the name that goes: the old string lives until the new one is made.
         const cadena_w antiguo = cadena_w::adopta(*nombre);
         *nombre = i_nombre_fichero_con_ext(antiguo.ver(), a_vista(ext)).suelta();

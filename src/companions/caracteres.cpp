@@ -100,20 +100,6 @@ std::size_t i_hasta_alto(vista_a texto, std::size_t i) noexcept {
     return i;
 }
 
-// Whether bytes above ASCII end in the beginning of a character of UTF-8.
-bool i_acaba_a_medias(vista_a altos) noexcept {
-    std::size_t siguientes = 0;
-    while (siguientes < altos.size() &&
-           static_cast<unsigned char>(altos[altos.size() - siguientes - 1]) < 0xC0) {
-        ++siguientes;
-    }
-    if (siguientes == altos.size()) {
-        return false;
-    }
-    const auto primero = static_cast<unsigned char>(altos[altos.size() - siguientes - 1]);
-    return siguientes < (primero < 0xE0 ? 1u : primero < 0xF0 ? 2u : primero < 0xF8 ? 3u : 5u);
-}
-
 // How many bytes a well-formed character takes that a text begins with, 1 for what is none.
 std::size_t i_bytes_utf8(vista_a texto) noexcept {
     const auto byte = [&](std::size_t i) -> unsigned {
@@ -187,23 +173,19 @@ bool i_puede_tener_caracteres_largos(vista_a texto) noexcept {
     return i_escritura() != escritura::de_un_byte && i_hasta_alto(texto, 0) < texto.size();
 }
 
-bool i_copia_sin_segundos(vista_a texto, char* destino) noexcept {
+void i_copia_sin_segundos(vista_a texto, char* destino) noexcept {
     copia_unidades(destino, texto.data(), texto.size());
-    const bool utf8 = i_escritura() == escritura::utf8;
+    if (i_escritura() != escritura::de_dos_bytes) {
+        return;
+    }
     for (std::size_t i = i_hasta_alto(texto, 0); i < texto.size(); i = i_hasta_alto(texto, i)) {
-        const std::size_t primero = i;
-        while (i < texto.size() && i_es_alto(texto[i])) {
-            if (!utf8 && i + 1 < texto.size() && i_es_inicial(texto[i]) &&
-                i_son_uno(texto[i], texto[i + 1])) {
+        do {
+            if (i + 1 < texto.size() && i_es_inicial(texto[i]) && i_son_uno(texto[i], texto[i + 1])) {
                 destino[++i] = 'x';
             }
             ++i;
-        }
-        if (utf8 && i < texto.size() && i_acaba_a_medias(texto.substr(primero, i - primero))) {
-            return false;
-        }
+        } while (i < texto.size() && i_es_alto(texto[i]));
     }
-    return true;
 }
 
 }  // namespace interno

@@ -24,9 +24,8 @@ escritura i_escritura() noexcept;
 bool i_puede_tener_caracteres_largos(vista_a texto) noexcept;
 
 // Copies text so that each byte of ASCII in it is a character of ASCII: the second byte of any other becomes a letter, and
-// nothing else changes. False, and the copy is of no use, where a character of UTF-8 is cut short by one of ASCII: systems
-// differ in what they take for it.
-bool i_copia_sin_segundos(vista_a texto, char* destino) noexcept;
+// nothing else changes.
+void i_copia_sin_segundos(vista_a texto, char* destino) noexcept;
 
 // Converts text of a code page of one byte a character, unit by unit from a table; false in other code pages.
 bool i_convierte_de_un_byte(vista_a texto, wchar_t* destino) noexcept;

@@ -48,16 +48,26 @@ void i_escribe(HANDLE salida, vista_w texto) noexcept {
     }
 }
 
+// Length of the character that `texto` begins with, as its first byte tells.
+std::size_t i_bytes_de_caracter(vista_a texto) noexcept {
+    const auto primero = static_cast<unsigned char>(texto.front());
+    std::size_t bytes = 1;
+    if (es_utf8()) {
+        bytes = primero >= 0xF0 ? 4 : primero >= 0xE0 ? 3 : primero >= 0xC0 ? 2 : 1;
+    } else if (::IsDBCSLeadByteEx(pagina_de_codigos, primero)) {
+        bytes = 2;
+    }
+    return bytes < texto.size() ? bytes : texto.size();
+}
+
 // Character by character: what is not valid becomes U+FFFD. Left to itself the system would put the code page's own
-// default there, a character like any other.
+// default there, a character like any other, and Wine, at the end of UTF-8, takes ASCII for the rest of what is cut short.
 std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
     constexpr wchar_t sustituto = 0xFFFD;
     std::size_t unidades = 0;
     while (!texto.empty()) {
-        const bool doble =
-            texto.size() > 1 && ::IsDBCSLeadByteEx(pagina_de_codigos, static_cast<BYTE>(texto.front()));
         wchar_t convertido[2];
-        int bytes = doble ? 2 : 1;
+        int bytes = static_cast<int>(i_bytes_de_caracter(texto));
         int largo = ::MultiByteToWideChar(pagina_de_codigos, MB_ERR_INVALID_CHARS, texto.data(), bytes,
                                           convertido, 2);
         if (largo <= 0) {
@@ -72,18 +82,6 @@ std::size_t i_a_utf16_con_sustitutos(vista_a texto, wchar_t* destino, std::size_
         texto.remove_prefix(static_cast<std::size_t>(bytes));
     }
     return unidades;
-}
-
-// Length of the character that `texto` begins with, as its first byte tells.
-std::size_t i_bytes_de_caracter(vista_a texto) noexcept {
-    const auto primero = static_cast<unsigned char>(texto.front());
-    std::size_t bytes = 1;
-    if (es_utf8()) {
-        bytes = primero >= 0xF0 ? 4 : primero >= 0xE0 ? 3 : primero >= 0xC0 ? 2 : 1;
-    } else if (::IsDBCSLeadByteEx(pagina_de_codigos, primero)) {
-        bytes = 2;
-    }
-    return bytes < texto.size() ? bytes : texto.size();
 }
 
 // One character of the code page in another case; it stays as it is where its counterpart is not in the code
@@ -163,7 +161,7 @@ std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noe
     if (longitud == 0) {
         return 0;
     }
-    const DWORD opciones = es_utf8() ? 0 : MB_ERR_INVALID_CHARS;  // UTF-8 has U+FFFD by itself
+    constexpr DWORD opciones = MB_ERR_INVALID_CHARS;
     int unidades = 0;
     if (sitio > 0) {
         unidades = ::MultiByteToWideChar(pagina_de_codigos, opciones, texto.data(), longitud, destino,

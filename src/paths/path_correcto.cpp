@@ -244,14 +244,16 @@ veredicto i_examina(vista<C> path, bool puede_ser_vacio, cortes_de_ruta* cortes)
     return {.correcto = true, .es_unc = es_unc};
 }
 
-// 8-bit text with characters that may take several bytes is judged by its bytes wherever that comes to the same, and
-// otherwise converted: lengths count units of UTF-16.
+// 8-bit text with characters that may take several bytes is judged by its bytes, and converted only where a limit may
+// depend on it: lengths count units of UTF-16.
 template <class Juzga>
 auto i_juzga_largos(vista_a texto, Juzga juzga) noexcept {
+    if (texto.size() > limite_componente) {
+        return juzga(utf16_temporal(texto).ver());
+    }
     char copia[limite_componente];
-    return texto.size() <= limite_componente && i_copia_sin_segundos(texto, copia)
-               ? juzga(vista_a(copia, texto.size()))
-               : juzga(utf16_temporal(texto).ver());
+    i_copia_sin_segundos(texto, copia);
+    return juzga(vista_a(copia, texto.size()));
 }
 
 veredicto i_examina_path(vista_w path, bool puede_ser_vacio, cortes_de_ruta* cortes) noexcept {

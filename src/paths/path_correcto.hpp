@@ -2,7 +2,7 @@
 // consults it.
 //
 // Promises: no file-system access; no allocation for a path that passes; the first broken rule decides. One pass over
-// the text (notas.hpp); 8-bit text is judged by its bytes, and converted only where that might not come to the same.
+// the text (notas.hpp); 8-bit text is judged by its bytes, and converted only where a limit on its length may depend on it.
 // Cannot promise: that a valid path exists, or that the file system at hand admits its characters.
 // Checked by tests/paths/path_correcto_test.cpp and path_correcto_nombres_test.cpp, and against a naive model over
 // every short string by path_correcto_modelo_test.cpp.

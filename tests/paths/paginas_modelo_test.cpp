@@ -184,6 +184,36 @@ TEST(paginas_modelo, textos_al_azar) {
     }
 }
 
+// The capitals that the code pages hold, and all that is none; in UTF-8 those capitals alone.
+TEST(paginas_modelo, la_minuscula_de_cada_caracter) {
+    for (const unsigned pagina : paginas) {
+        const en_pagina p(pagina);
+        std::size_t cambian = 0;
+        const auto compara = [&](const texto_a& texto) {
+            texto_a menor = texto;
+            interno::plataforma::minusculas_ansi(menor.data(), menor.size());
+            EXPECT_EQ(modelos::minusculas(texto), menor) << visto(pagina, texto);
+            cambian += menor != texto ? 1 : 0;
+        };
+        for (unsigned byte = 0; byte < 256; ++byte) {
+            compara(texto_a(1, static_cast<char>(byte)));
+        }
+        for (unsigned par = 0x8000; pagina != 65001 && par < 0x10000; ++par) {
+            const texto_a t = {static_cast<char>(par / 256), static_cast<char>(par % 256)};
+            if (en_caracteres(t).size() == 1) {
+                compara(t);
+            }
+        }
+        for (const modelos::mayusculas_seguidas& m : modelos::mayusculas_de_las_paginas) {
+            for (wchar_t c = m.primera; pagina == 65001 && c <= m.ultima; ++c) {
+                char bytes[8];
+                compara(texto_a(bytes, interno::plataforma::utf16_a_ansi(interno::vista_w(&c, 1), bytes, 8)));
+            }
+        }
+        EXPECT_GE(cambian, 26u) << pagina;
+    }
+}
+
 // What the two flavours agree on, in each code page and without a model.
 TEST(paginas_modelo, las_dos_formas_dan_las_mismas_piezas) {
     for (const unsigned pagina : paginas) {
