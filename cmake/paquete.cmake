@@ -21,19 +21,21 @@ if(NOT MSVC)
     message(STATUS "no llvm-dlltool: lib/lumodir.lib is not made")
   endif()
 endif()
-configure_file(packaging/lumodir.pc.in ${generados}/lumodir.pc @ONLY NEWLINE_STYLE UNIX)
+if(MINGW)  # it names the import library as that linker wants it
+  configure_file(packaging/lumodir.pc.in ${generados}/lumodir.pc @ONLY NEWLINE_STYLE UNIX)
+  install(FILES ${generados}/lumodir.pc DESTINATION lib/pkgconfig)
+endif()
 write_basic_package_version_file(${generados}/lumodirConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 
 if(LUMODIR_ORDEN)
   install(TARGETS lumodir_cli RUNTIME DESTINATION bin)
+  # Its completion, its manual page, the schema of its answers.
+  install(DIRECTORY share DESTINATION .)
 endif()
 install(TARGETS lumodir RUNTIME DESTINATION bin ARCHIVE DESTINATION lib)
 install(FILES ${generados}/lumodir.def packaging/lumodir.natvis DESTINATION lib)
 install(DIRECTORY include/ DESTINATION include/lumodir FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
 install(FILES packaging/lumodirConfig.cmake ${generados}/lumodirConfigVersion.cmake DESTINATION ${cmake_dir})
-install(FILES ${generados}/lumodir.pc DESTINATION lib/pkgconfig)
-# Completion and manual page of the command.
-install(DIRECTORY share DESTINATION .)
 install(DIRECTORY examples DESTINATION .)
 install(FILES packaging/NOTICE.txt DESTINATION .)
 

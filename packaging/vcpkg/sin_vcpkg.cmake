@@ -3,6 +3,7 @@
 # Its functions are stand-ins that configure, build and install with the preset mingw-release's toolchain.
 set(CURRENT_PACKAGES_DIR ${CARPETA}/paquete)
 set(PORT lumodir)
+set(VCPKG_TARGET_IS_MINGW ON)
 
 function(vcpkg_check_linkage)
   if(NOT "${ARGN}" STREQUAL "ONLY_DYNAMIC_LIBRARY")
@@ -16,6 +17,10 @@ function(vcpkg_cmake_configure)
                           -DCMAKE_TOOLCHAIN_FILE=${arg_SOURCE_PATH}/cmake/mingw-w64.cmake
                           -DCMAKE_INSTALL_PREFIX=${CURRENT_PACKAGES_DIR} ${arg_OPTIONS}
                   COMMAND_ERROR_IS_FATAL ANY)
+  file(STRINGS ${CARPETA}/build/CMakeCache.txt detiene REGEX "^LUMODIR_AVISOS_SON_ERRORES:.*=ON$")
+  if(detiene)
+    message(FATAL_ERROR "what another compiler warns of would stop the port")
+  endif()
 endfunction()
 
 function(vcpkg_cmake_install)
@@ -23,6 +28,9 @@ function(vcpkg_cmake_install)
 endfunction()
 
 function(vcpkg_copy_pdbs)
+endfunction()
+
+function(vcpkg_fixup_pkgconfig)
 endfunction()
 
 include(${CMAKE_CURRENT_LIST_DIR}/ports/lumodir/portfile.cmake)

@@ -405,7 +405,11 @@ directorio_de_prueba::directorio_de_prueba() {
 }
 
 directorio_de_prueba::~directorio_de_prueba() {
-    i_borra_todo(i_largo(ruta_));
+    // What shows the console of a program stands in its directory too, and ends a moment after it.
+    EXPECT_TRUE(espera_a_que(30000, [&] {
+        i_borra_todo(i_largo(ruta_));
+        return !existe(ruta_);
+    })) << ruta_;
 }
 
 std::string directorio_de_prueba::pon(std::string texto) const {

@@ -13,9 +13,6 @@ namespace hpp {
 
 namespace fs = std::filesystem;
 
-// Adds the test that must come last.
-void registra_ultimo();
-
 // How often this program has allocated memory so far.
 unsigned long reservas();
 // Makes one allocation of this program fail: 1 is the next; 0 makes none fail.

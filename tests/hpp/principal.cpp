@@ -1,7 +1,6 @@
-#include "hpp/apoyo.hpp"
+#include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    hpp::registra_ultimo();
     return RUN_ALL_TESTS();
 }
