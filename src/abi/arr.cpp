@@ -1,6 +1,8 @@
 // The exports of companions/arr.h: argument checks over the lists, one template for both flavours of text.
 #include "companions/arr.hpp"
 
+#include <algorithm>
+
 #include "companions/anfitrion.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/ordena.hpp"

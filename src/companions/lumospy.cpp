@@ -1,7 +1,9 @@
 // See lumospy.hpp.
 #include "companions/lumospy.hpp"
 
+#include <atomic>
 #include <cstdlib>
+#include <cstring>
 
 namespace interno {
 

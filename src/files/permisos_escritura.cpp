@@ -2,6 +2,7 @@
 #include "files/permisos_escritura.hpp"
 
 #include "companions/directorio_abierto.hpp"
+#include "companions/lmlongpath.hpp"
 #include "companions/msglocal.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "files/crea_directorios.hpp"

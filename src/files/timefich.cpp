@@ -3,6 +3,7 @@
 
 #include "companions/buclrein.hpp"
 #include "companions/error_interno.hpp"
+#include "companions/lmlongpath.hpp"
 #include "companions/plataforma.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "frame/avisos.hpp"

@@ -1,6 +1,8 @@
 // See fichsdir.hpp.
 #include "listings/fichsdir.hpp"
 
+#include "companions/acadorde.hpp"
+#include "companions/ordena.hpp"
 #include "listings/filtro.hpp"
 #include "paths/nomsfich.hpp"
 #include "paths/split_makepath.hpp"

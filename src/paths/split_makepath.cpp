@@ -2,10 +2,12 @@
 #include "paths/split_makepath.hpp"
 
 #include "cdir_rutas.h"
+#include "companions/error_interno.hpp"
 #include "companions/unicode.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
 #include "paths/nombres_validos.hpp"
+#include "paths/path_correcto.hpp"
 
 namespace interno {
 void i_muestra_fichero_incorrecto(vista_w path) {
