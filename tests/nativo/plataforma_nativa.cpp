@@ -423,11 +423,11 @@ void escribe_error_estandar(vista_w linea) noexcept {
 
 void escribe_depurador(const wchar_t*) noexcept {}
 
-unsigned short idioma_del_usuario() noexcept {
+std::uint16_t idioma_del_usuario() noexcept {
     return 0x0409;
 }
 
-cadena_w texto_de_codigo(unsigned long codigo, unsigned short) {
+cadena_w texto_de_codigo(unsigned long codigo, std::uint16_t) {
     return copiaforu_nousar_formatea(L"error %lu", {codigo});
 }
 
