@@ -19,7 +19,7 @@ std::optional<FILETIME> i_si_la_hay(const FILETIME* fecha) noexcept {
 }
 
 void i_entrega(const std::optional<FILETIME>& fecha, FILETIME* sitio) noexcept {
-    if (fecha) {
+    if (sitio != nullptr && fecha) {
         *sitio = *fecha;
     }
 }
