@@ -3,7 +3,6 @@
 // Checked by tests/companions/lmaviso_test.cpp.
 #pragma once
 
-#include "companions/cadena.hpp"
 #include "companions/lmaviso.h"
 
 namespace interno {

@@ -12,7 +12,6 @@
 #pragma once
 
 #include "companions/unicode.hpp"
-#include "lumodir_base.h"
 
 namespace interno {
 

@@ -9,7 +9,8 @@ namespace interno {
 namespace {
 
 division<wchar_t> i_division_comprobada(vista_w path) {
-    return division<wchar_t>(i_comprueba_fichero(path));
+    const path_juzgado<wchar_t> comprobado = i_comprueba_fichero(path);
+    return division<wchar_t>(comprobado);
 }
 
 bool i_empieza_por_barra(vista_w texto) noexcept {

@@ -136,7 +136,8 @@ bool i_puede_ser_vacio(const trozos_de_ruta<C>& piezas) noexcept {
 
 template <class C>
 cadena<C> i_split_make_path(vista<C> path, unsigned mascara) {
-    division<C> piezas(i_comprueba_fichero(path));
+    const path_juzgado<C> comprobado = i_comprueba_fichero(path);
+    division<C> piezas(comprobado);
     i_junta_extension_con_blanco(piezas);
     // A piece that is kept counts as given even when it is empty.
     const auto pieza = [&](unsigned bit, vista<C> texto) {
