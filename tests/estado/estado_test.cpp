@@ -20,7 +20,7 @@ unsigned long long del_entorno(const char* nombre, unsigned long long si_no) {
 
 std::vector<std::pair<std::string, std::string>> semillas_guardadas() {
     std::vector<std::pair<std::string, std::string>> todas;
-    for (const auto& e : std::filesystem::directory_iterator(LUMODIR_RAIZ "/tests/estado/semillas")) {
+    for (const auto& e : std::filesystem::directory_iterator(L"" LUMODIR_RAIZ "/tests/estado/semillas")) {
         std::ifstream f(e.path(), std::ios::binary);
         todas.emplace_back(e.path().filename().string(),
                            std::string(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>()));
