@@ -97,7 +97,8 @@ cdir_lista_de_ficheros_en_path_filtro_UNICODE(const wchar_t *path_filtro, ListaF
 LUMODIR_API void cdir_lista_de_ficheros_en_path_filtro(const char *path_filtro, ListaFicheros *lista);
 
 /**
- * Lists the subdirectories of a directory that a pattern finds, without those whose name begins with ".".
+ * Lists the subdirectories of a directory that a pattern finds, without those whose name begins with ".". An empty text
+ * is the root of the current drive here, not the current directory (`.`) as in the lists of files.
  *
  * @param directorio  Directory (UTF-16). NULL is reported.
  * @param patron      Pattern of the subdirectories (`*`). NULL is reported.

@@ -211,9 +211,10 @@ inline lista_ficheros lista_de_ficheros_en_path_filtro(const argumento& path_fil
     cdir_lista_de_ficheros_en_path_filtro_UNICODE(path_filtro.c_str(), l.direccion());
     return l;
 }
-/** The subdirectories that a pattern finds. */
+/** The subdirectories that a pattern finds; of an empty text those of the root. */
 inline lista_ficheros lista_de_directorios(const argumento& directorio, const argumento& patron = L"*") {
-    lista_ficheros l(lumodir::detalle::es_raiz(directorio));
+    lista_ficheros l(lumodir::detalle::es_raiz(directorio) ||
+                     lumodir::detalle::vista(directorio.c_str()).empty());
     cdir_lista_de_directorios_UNICODE(directorio.c_str(), patron.c_str(), l.direccion());
     return l;
 }
