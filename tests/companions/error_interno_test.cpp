@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "apoyo/apoyo.hpp"
+#include "companions/anfitrion.hpp"
 #include "companions/arr.h"
 #include "companions/error_interno.h"
 #include "companions/lumospy.h"
@@ -147,4 +148,14 @@ TEST(error_interno, sin_receptor_no_se_pide_memoria) {
     });
     EXPECT_NE(por_defecto([] { error_interno("memoria disponible", lugar::aqui("lumospy.cpp", 1)); }), "");
     EXPECT_EQ(peticiones, 0u);
+}
+
+TEST(error_interno, una_consulta_contesta_por_quien_no_esta) {
+    int veces = 0;
+    const consulta<int> sin_nadie;
+    EXPECT_EQ(sin_nadie.contesta(7), 7);
+    const consulta<int> con_alguien{[](void* a_quien) { return ++*static_cast<int*>(a_quien) + 40; }, &veces};
+    EXPECT_EQ(con_alguien.contesta(7), 41);
+    EXPECT_EQ(con_alguien.contesta(7), 42);
+    EXPECT_EQ(veces, 2);
 }

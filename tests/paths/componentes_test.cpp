@@ -333,7 +333,9 @@ TEST(componentes, directorio_y_nombre_de_null) {
         lumodir_directorio_y_nombre_base_fichero(nullptr, con_extension, &dir_a, &nombre_a);
         EXPECT_EQ(toma(dir_a), "");
         EXPECT_EQ(toma(nombre_a), "");
-        ESPERA_INFORMES("(ruta_completa) != NULL", "(ruta_completa) != NULL");
+        lumodir_directorio_y_nombre_base_fichero_UNICODE(nullptr, con_extension, nullptr, nullptr);
+        lumodir_directorio_y_nombre_base_fichero(nullptr, con_extension, nullptr, nullptr);
+        EXPECT_EQ(toma_expresiones(), std::vector<std::string>(4, "(ruta_completa) != NULL"));
     }
 }
 
