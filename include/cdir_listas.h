@@ -70,7 +70,9 @@ LUMODIR_API void cdir_lista_de_ficherosFiltro(const char *directorio, const char
                                               const char *patron, ListaFicheros *lista);
 
 /**
- * As cdir_lista_de_ficherosFiltro_UNICODE() with the drive apart; the record's path is drive and directory.
+ * As cdir_lista_de_ficherosFiltro_UNICODE() with the drive apart; the record's path is drive and directory. With an
+ * empty directory a drive is its current directory, though its path (`X:`) looks like that of its root: `.` tells them
+ * apart.
  *
  * @param unidad      Drive (`C:` or `\\server\share`), or NULL for none (not reported).
  * @param directorio  Directory (UTF-16). NULL is reported.

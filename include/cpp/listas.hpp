@@ -197,12 +197,16 @@ inline lista_ficheros lista_de_ficherosFiltro(const argumento& directorio, const
                                          l.direccion());
     return l;
 }
-/** The same with the drive apart. */
+/** The same with the drive apart; with nothing behind it a drive is its current directory, and path() says so (`X:.`). */
 inline lista_ficheros lista_de_ficherosFiltro_en_unidad(const argumento& unidad, const argumento& directorio,
                                                         const argumento& extension, const argumento& patron) {
     lista_ficheros l(lumodir::detalle::es_raiz(directorio));
-    cdir_lista_de_ficherosFiltro_en_unidad(unidad.c_str(), directorio.c_str(), extension.c_str(),
-                                           patron.c_str(), l.direccion());
+    const std::wstring_view de_unidad = lumodir::detalle::vista(unidad.c_str());
+    // A name behind the drive alone would be one of the root.
+    const bool es_actual = directorio.c_str() != nullptr && *directorio.c_str() == L'\0' &&
+                           !de_unidad.empty() && de_unidad.back() == L':';
+    cdir_lista_de_ficherosFiltro_en_unidad(unidad.c_str(), es_actual ? L"." : directorio.c_str(),
+                                           extension.c_str(), patron.c_str(), l.direccion());
     return l;
 }
 /** The files that a full search pattern finds; path() is empty. */
