@@ -6,6 +6,7 @@
 #include <random>
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/pagina_ultima.hpp"
 #include "apoyo/paginas.hpp"
 #include "companions/unicode.hpp"
 
@@ -131,6 +132,93 @@ TEST(caracteres, cada_pareja) {
             for (unsigned segundo = 1; segundo < 0x100; ++segundo) {
                 compara({static_cast<char>(primero), static_cast<char>(segundo), '\\'});
                 ASSERT_FALSE(HasFailure()) << pagina;
+            }
+        }
+    }
+}
+
+// Every beginning of two bytes against the table of well-formed characters, whole and cut short, with what would make it
+// whole behind the end of the text.
+TEST(caracteres, utf8_como_la_tabla_de_lo_bien_formado) {
+    struct fila {
+        unsigned primero, ultimo;          // the first byte
+        unsigned segundo, segundo_ultimo;  // the second; those behind it go from 0x80 to 0xBF
+        std::size_t bytes;
+    };
+    static constexpr fila filas[] = {
+        {0xC2, 0xDF, 0x80, 0xBF, 2}, {0xE0, 0xE0, 0xA0, 0xBF, 3}, {0xE1, 0xEC, 0x80, 0xBF, 3},
+        {0xED, 0xED, 0x80, 0x9F, 3}, {0xEE, 0xEF, 0x80, 0xBF, 3}, {0xF0, 0xF0, 0x90, 0xBF, 4},
+        {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4},
+    };
+    const auto esperados = [](vista_a t) -> std::size_t {
+        const auto byte = [&](std::size_t i) {
+            return static_cast<unsigned>(static_cast<unsigned char>(t[i]));
+        };
+        for (const fila& f : filas) {
+            if (byte(0) >= f.primero && byte(0) <= f.ultimo && t.size() >= f.bytes) {
+                bool bien = byte(1) >= f.segundo && byte(1) <= f.segundo_ultimo;
+                for (std::size_t i = 2; i < f.bytes; ++i) {
+                    bien = bien && byte(i) >= 0x80 && byte(i) <= 0xBF;
+                }
+                return bien ? f.bytes : 1;
+            }
+        }
+        return 1;
+    };
+    const en_pagina p(65001);
+    for (unsigned primero = 0; primero < 0x100; ++primero) {
+        for (unsigned segundo = 0; segundo < 0x100; ++segundo) {
+            for (const char tercero : {'\x7F', '\x80', '\xBF', '\xC0'}) {
+                for (const char cuarto : {'\x7F', '\x80', '\xBF', '\xC0'}) {
+                    const char bytes[] = {static_cast<char>(primero), static_cast<char>(segundo), tercero,
+                                          cuarto};
+                    for (std::size_t num = 1; num <= 4; ++num) {
+                        const vista_a t(bytes, num);
+                        ASSERT_EQ(interno::unidades_del_primero(t), esperados(t))
+                            << testing::PrintToString(texto_a(t)) << " of " << num;
+                    }
+                }
+            }
+        }
+    }
+}
+
+// One byte beyond ASCII at every place of a text, eight bytes of which are looked at together, and the half of a pair at
+// its end; what stands behind the end is not looked at.
+TEST(caracteres, un_byte_alto_en_cada_sitio) {
+    pagina_ultima pagina;
+    for (const unsigned numero : paginas) {
+        const en_pagina p(numero);
+        const bool de_un_byte = interno::i_escritura() == escritura::de_un_byte;
+        for (std::size_t num = 0; num < 36; ++num) {
+            for (std::size_t sitio = 0; sitio <= num; ++sitio) {
+                texto_a t(num, '\\');
+                if (sitio < num) {
+                    t[sitio] = '\x83';
+                }
+                for (const char detras : {'\0', '\\', '\x83'}) {
+                    *(pagina.fin<char>() - 1) = detras;
+                    for (const std::size_t sobran : {0u, 1u}) {
+                        if (num + sobran == 0) {
+                            continue;  // no text at all stands in that page
+                        }
+                        const vista_a ver = pagina.pon(vista_a(t), sobran);
+                        ASSERT_EQ(interno::i_puede_tener_caracteres_largos(ver), !de_un_byte && sitio < num)
+                            << numero << " " << num << " " << sitio;
+                        std::size_t caracteres = 0;
+                        interno::por_caracteres(ver, [&](vista_a) { ++caracteres; });
+                        ASSERT_EQ(caracteres, caracteres_de(t).size())
+                            << numero << " " << num << " " << sitio;
+                        texto_a copia(num + 1, '?');
+                        interno::i_copia_sin_segundos(ver, copia.data());
+                        texto_a esperada = t + '?';
+                        if (interno::i_escritura() == escritura::de_dos_bytes && sitio + 1 < num &&
+                            interno::plataforma::es_caracter_doble('\x83', '\\')) {
+                            esperada[sitio + 1] = 'x';
+                        }
+                        ASSERT_EQ(copia, esperada) << numero << " " << num << " " << sitio;
+                    }
+                }
             }
         }
     }

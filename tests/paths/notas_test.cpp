@@ -1,14 +1,11 @@
 // The notes that the rules on paths judge from, taken by both ways: sixteen units at a time and one by one.
 #include "paths/notas.hpp"
 
-#ifndef _WIN32
-#include <sys/mman.h>
-#endif
-
 #include <memory>
 #include <random>
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/pagina_ultima.hpp"
 
 using interno::i_notas;
 using interno::i_notas_llanas;
@@ -67,33 +64,12 @@ void compara_en_una_pagina(const std::vector<unsigned>& unidades) {
     }
 }
 
-#ifndef _WIN32
-// Two pages, the second of which cannot be touched.
-class pagina_ultima {
-public:
-    pagina_ultima()
-        : memoria_(static_cast<char*>(
-              mmap(nullptr, 2 * bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0))) {
-        EXPECT_EQ(mprotect(memoria_ + bytes, bytes, PROT_NONE), 0);
-    }
-    ~pagina_ultima() { munmap(memoria_, 2 * bytes); }
-    pagina_ultima(const pagina_ultima&) = delete;
-    pagina_ultima& operator=(const pagina_ultima&) = delete;
-
-    char* fin() const { return memoria_ + bytes; }
-
-    static constexpr std::size_t bytes = 4096;
-
-private:
-    char* memoria_;
-};
-
 // A text at every place before the end of the last page that there is.
 template <class C>
 void compara_ante_el_fin() {
-    const pagina_ultima pagina;
-    C* const fin = reinterpret_cast<C*>(pagina.fin());
-    std::fill(fin - pagina_ultima::bytes / sizeof(C), fin, static_cast<C>('\\'));
+    const apoyo::pagina_ultima pagina;
+    C* const fin = pagina.fin<C>();
+    std::fill(fin - apoyo::pagina_ultima::bytes / sizeof(C), fin, static_cast<C>('\\'));
     for (std::size_t sobran = 0; sobran < 3; ++sobran) {
         for (std::size_t num = 1; num < 200; ++num) {
             const vista<C> texto(fin - sobran - num, num);
@@ -101,16 +77,13 @@ void compara_ante_el_fin() {
         }
     }
 }
-#endif
 
 }  // namespace
 
-#ifndef _WIN32
 TEST(notas, nada_se_lee_tras_la_ultima_pagina) {
     compara_ante_el_fin<wchar_t>();
     compara_ante_el_fin<char>();
 }
-#endif
 
 // What a unit is noted as, told by a list written out.
 TEST(notas, cada_unidad) {
