@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "apoyo/pagina_ultima.hpp"
 #include "companions/sabores.hpp"
 
 using namespace apoyo;
@@ -232,6 +233,21 @@ TEST(texto, longitudes_en_todas_las_posiciones) {
             ASSERT_EQ(a_vista<wchar_t>(unidades.data() + delante).size(), longitud);
         }
     }
+}
+
+// Behind the page in which a text ends there may be none.
+TEST(texto, longitudes_ante_el_fin_de_la_memoria) {
+    en_ambos_sabores([]<class C>() {
+        pagina_ultima pagina;
+        for (std::size_t detras = 0; detras < 3; ++detras) {
+            for (std::size_t longitud = 0; longitud < 300; ++longitud) {
+                std::vector<C> unidades(longitud + 1, C('x'));
+                unidades.back() = C(0);
+                const vista<C> texto = pagina.pon(vista<C>(unidades.data(), unidades.size()), detras);
+                ASSERT_EQ(i_longitud(texto.data()), longitud) << detras;
+            }
+        }
+    });
 }
 
 // What is copied, and not a byte more on either side.
