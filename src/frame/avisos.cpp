@@ -30,9 +30,7 @@ void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept
 }
 
 void i_muestra_mensaje(ConstructorMensaje construye, vista_a argumento) noexcept {
-    if (!i_modo_servicio()) {
-        i_muestra_mensaje(construye, utf16_temporal(argumento).ver());
-    }
+    i_muestra_mensaje(construye, utf16_temporal(argumento).ver());
 }
 
 void i_establece_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero func) noexcept {

@@ -196,6 +196,22 @@ TEST(cadena, formatea_por_filas) {
     });
 }
 
+// A format ends where its view does, whatever stands behind.
+TEST(cadena, un_marcador_que_sigue_tras_el_final_no_lo_es) {
+    en_ambos_sabores([]<class C>() {
+        const auto x = txt<C>("x");
+        const argumento<C> argumentos[] = {argumento<C>(vista<C>(x))};
+        for (const char* entero : {"100%d", "100%s", "100%%", "100%ld", "%ld", "%d", "%%"}) {
+            const auto texto = txt<C>(entero);
+            for (std::size_t num = 0; num < texto.size(); ++num) {
+                const vista<C> formato = vista<C>(texto).substr(0, num);
+                const cadena<C> resultado = i_formatea<C>(formato, argumentos, 1, lugar::aqui());
+                EXPECT_EQ(resultado.ver(), formato) << entero << " " << num;
+            }
+        }
+    });
+}
+
 TEST(cadena, formatea_numeros_hasta_sus_limites) {
     EXPECT_EQ(u8(copiaforu_nousar_formatea(L"%d %d %ld", {0, -1, 10240L}).c_str()), "0 -1 10240");
     EXPECT_EQ(u8(copiaforu_nousar_formatea(L"%ld %lu", {LLONG_MIN, ULLONG_MAX}).c_str()),

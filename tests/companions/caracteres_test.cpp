@@ -187,39 +187,70 @@ TEST(caracteres, utf8_como_la_tabla_de_lo_bien_formado) {
 // its end; what stands behind the end is not looked at.
 TEST(caracteres, un_byte_alto_en_cada_sitio) {
     pagina_ultima pagina;
+    const auto compara_en = [&](const texto_a& t, bool hay_alto, std::size_t sobran) {
+        const vista_a ver = pagina.pon(vista_a(t), sobran);
+        const bool de_un_byte = interno::i_escritura() == escritura::de_un_byte;
+        ASSERT_EQ(interno::i_puede_tener_caracteres_largos(ver), !de_un_byte && hay_alto);
+        std::size_t caracteres = 0;
+        interno::por_caracteres(ver, [&](vista_a) { ++caracteres; });
+        ASSERT_EQ(caracteres, caracteres_de(t).size());
+        ASSERT_TRUE(interno::empieza_caracter(ver, ver.size()));
+        texto_a copia(t.size() + 1, '?');
+        interno::i_copia_sin_segundos(ver, copia.data());
+        texto_a esperada;
+        for (const texto_a& c : caracteres_de(t)) {
+            esperada += c.size() == 2 && !interno::plataforma::es_utf8() ? texto_a{c[0], 'x'} : c;
+        }
+        ASSERT_EQ(copia, esperada + '?');
+    };
     for (const unsigned numero : paginas) {
         const en_pagina p(numero);
-        const bool de_un_byte = interno::i_escritura() == escritura::de_un_byte;
-        for (std::size_t num = 0; num < 36; ++num) {
+        for (std::size_t num = 1; num < 36; ++num) {
             for (std::size_t sitio = 0; sitio <= num; ++sitio) {
-                texto_a t(num, '\\');
-                if (sitio < num) {
-                    t[sitio] = '\x83';
-                }
-                for (const char detras : {'\0', '\\', '\x83'}) {
-                    *(pagina.fin<char>() - 1) = detras;
-                    for (const std::size_t sobran : {0u, 1u}) {
-                        if (num + sobran == 0) {
-                            continue;  // no text at all stands in that page
+                for (const char alto : {'\x80', '\x83', '\xFF'}) {
+                    for (const char bajo : {'\\', '\x7F'}) {
+                        texto_a t(num, bajo);
+                        if (sitio < num) {
+                            t[sitio] = alto;
                         }
-                        const vista_a ver = pagina.pon(vista_a(t), sobran);
-                        ASSERT_EQ(interno::i_puede_tener_caracteres_largos(ver), !de_un_byte && sitio < num)
-                            << numero << " " << num << " " << sitio;
-                        std::size_t caracteres = 0;
-                        interno::por_caracteres(ver, [&](vista_a) { ++caracteres; });
-                        ASSERT_EQ(caracteres, caracteres_de(t).size())
-                            << numero << " " << num << " " << sitio;
-                        texto_a copia(num + 1, '?');
-                        interno::i_copia_sin_segundos(ver, copia.data());
-                        texto_a esperada = t + '?';
-                        if (interno::i_escritura() == escritura::de_dos_bytes && sitio + 1 < num &&
-                            interno::plataforma::es_caracter_doble('\x83', '\\')) {
-                            esperada[sitio + 1] = 'x';
+                        for (const char detras : {'\0', '\\', '\x83'}) {
+                            *(pagina.fin<char>() - 1) = detras;
+                            compara_en(t, sitio < num, 1);
+                            ASSERT_FALSE(HasFailure()) << numero << " " << testing::PrintToString(t);
                         }
-                        ASSERT_EQ(copia, esperada) << numero << " " << num << " " << sitio;
+                        compara_en(t, sitio < num, 0);
+                        ASSERT_FALSE(HasFailure()) << numero << " " << testing::PrintToString(t);
                     }
                 }
             }
+        }
+    }
+}
+
+// What stands before a text is not looked at either.
+TEST(caracteres, un_texto_tras_la_mitad_de_una_pareja) {
+    const en_pagina p(932);
+    const char bytes[] = "\x83\x83\\x";
+    EXPECT_TRUE(interno::empieza_caracter(vista_a(bytes + 2, 2), 0));
+    EXPECT_TRUE(interno::empieza_caracter(vista_a(bytes + 1, 3), 0));
+    EXPECT_FALSE(interno::empieza_caracter(vista_a(bytes + 1, 3), 1));
+    EXPECT_TRUE(interno::empieza_caracter(vista_a(bytes, 4), 2));
+}
+
+TEST(caracteres, la_tabla_convierte_donde_cada_caracter_es_un_byte) {
+    texto_a todos;
+    for (unsigned byte = 0; byte < 0x100; ++byte) {
+        todos.push_back(static_cast<char>(byte));
+    }
+    for (const unsigned numero : paginas) {
+        const en_pagina p(numero);
+        texto_w convertidos(todos.size(), L'?');
+        const bool de_un_byte = interno::i_escritura() == escritura::de_un_byte;
+        ASSERT_EQ(interno::i_convierte_de_un_byte(todos, convertidos.data()), de_un_byte) << numero;
+        for (std::size_t i = 0; de_un_byte && i < todos.size(); ++i) {
+            wchar_t unidad = 0;
+            ASSERT_EQ(interno::plataforma::ansi_a_utf16(vista_a(&todos[i], 1), &unidad, 1), 1u);
+            ASSERT_EQ(convertidos[i], unidad) << numero << " " << i;
         }
     }
 }

@@ -62,6 +62,10 @@ TEST(error_interno, comprobar_dice_si_se_cumple_e_informa_si_no) {
     EXPECT_EQ(toma_el_informe().detalle, "ñ");
     EXPECT_FALSE(i_comprueba_con(false, "no", vista_a(cp1252("ñ"))));
     EXPECT_EQ(toma_el_informe().detalle, "ñ");
+    EXPECT_FALSE(i_comprueba_con(false, "no", L"ñ"));
+    EXPECT_EQ(toma_el_informe().detalle, "ñ");
+    EXPECT_FALSE(i_comprueba_con(false, "no", cp1252("ñ").c_str()));
+    EXPECT_EQ(toma_el_informe().detalle, "ñ");
     EXPECT_FALSE(i_comprueba_con(false, "no", static_cast<const wchar_t*>(nullptr)));
     EXPECT_EQ(toma_el_informe().detalle, "(NULL)");
     EXPECT_FALSE(i_comprueba_con(false, "no", static_cast<const char*>(nullptr)));

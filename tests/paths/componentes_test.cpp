@@ -12,6 +12,7 @@
 
 using namespace apoyo;
 using interno::cadena_w;
+using interno::es_unidad_sola;
 using interno::vista_w;
 
 namespace {
@@ -319,6 +320,17 @@ TEST(componentes, directorio_y_nombre_juntos) {
                                                w(c.ruta));
         comprueba_directorio_y_nombre<char>(c, lumodir_directorio_y_nombre_base_fichero, cp1252(c.ruta));
     }
+}
+
+TEST(componentes, una_unidad_sola) {
+    for (const wchar_t* ruta : {L"C:", L"z:"}) {
+        EXPECT_TRUE(es_unidad_sola(ruta)) << u8(ruta);
+    }
+    for (const wchar_t* ruta :
+         {L"", L"C", L":", L"::", L"1:", L"C;", L"C:\\", L"C:a", L"CC:", L"\x00F1:", L"@:"}) {
+        EXPECT_FALSE(es_unidad_sola(ruta)) << u8(ruta);
+    }
+    EXPECT_FALSE(es_unidad_sola(vista_w(L"C:", 1)));
 }
 
 TEST(componentes, directorio_y_nombre_de_null) {

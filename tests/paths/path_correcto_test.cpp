@@ -5,6 +5,7 @@
 #include "apoyo/apoyo.hpp"
 #include "cdir.h"
 #include "companions/msglocal.h"
+#include "companions/sabores.hpp"
 #include "lumodir.h"
 #include "paths/modelos.hpp"
 
@@ -212,6 +213,33 @@ TEST(path_correcto, cada_regla_da_su_mensaje_y_su_marca_de_red) {
         EXPECT_EQ(u8(ver(modelo.argumento)), f.argumento) << "the model itself";
         EXPECT_EQ(modelo.es_unc, f.es_unc) << "the model itself";
     }
+}
+
+// A path is judged and cut as its view is, whatever stands before it and behind.
+TEST(path_correcto, lo_que_rodea_al_path_no_cuenta) {
+    const auto son_iguales = [](const auto& a, const auto& b) {
+        return a.juicio.correcto == b.juicio.correcto && a.juicio.es_unc == b.juicio.es_unc &&
+               a.juicio.motivo == b.juicio.motivo && a.cortes.directorio == b.cortes.directorio &&
+               a.cortes.nombre == b.cortes.nombre && a.cortes.extension == b.cortes.extension;
+    };
+    en_ambos_sabores([&]<class C>() {
+        para_cada_texto<C>("a.\\: ", 4, [&](interno::vista<C> texto) {
+            using cadena_de_prueba = decltype(txt<C>(""));
+            const cadena_de_prueba solo(texto);
+            for (const char* delante : {".", "\\", "a"}) {
+                for (const char* detras : {".", "\\", ":", " ", "a"}) {
+                    const cadena_de_prueba entero = txt<C>(delante) + solo + txt<C>(detras);
+                    const interno::vista<C> parte = interno::vista<C>(entero).substr(1, solo.size());
+                    ASSERT_TRUE(
+                        son_iguales(interno::i_juzga(parte), interno::i_juzga(interno::vista<C>(solo))))
+                        << "'" << lee(parte) << "' between " << delante << " and " << detras;
+                    ASSERT_TRUE(son_iguales(interno::i_juzga_con_comodines(parte),
+                                            interno::i_juzga_con_comodines(interno::vista<C>(solo))))
+                        << "'" << lee(parte) << "' between " << delante << " and " << detras;
+                }
+            }
+        });
+    });
 }
 
 TEST(path_correcto, vacio_vale_solo_donde_puede_serlo) {
