@@ -202,6 +202,7 @@ campo::campo() {
         por_que_no_ = "needs Wine 8 on Linux, whose kernel a program may call";
         return;
     }
+    ::WaitForSingleObject(llave_, INFINITE);
     using a_unix = char*(CDECL*)(const WCHAR*);
     const auto traduce = reinterpret_cast<a_unix>(reinterpret_cast<void*>(
         ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
@@ -270,6 +271,8 @@ campo::~campo() {
         i_vacia(cima_);
         nucleo::llama(nucleo::quita_dir, de(cima_), 0);
     }
+    ::ReleaseMutex(llave_);
+    ::CloseHandle(llave_);
 }
 
 std::string campo::i_cola(const partes& donde) {

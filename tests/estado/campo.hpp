@@ -72,6 +72,8 @@ private:
     void i_mira(const std::string& ruta, std::vector<entrada_real>& vistas) const;
     void i_vacia(const std::string& ruta) const;
 
+    // There is one drive Q: for all programs.
+    const HANDLE llave_ = ::CreateMutexW(nullptr, FALSE, L"lumodir estado: the drive");
     std::string por_que_no_;
     std::string cima_;      // the directory on the Unix side
     std::string unidades_;  // where Wine's drives are
