@@ -412,7 +412,7 @@ std::vector<entrada_real> campo::pensadas(reglas& r) {
     return todas;
 }
 
-void campo::aprende(reglas& r, const std::vector<entrada_real>& disco) {
+void campo::aprende(reglas& r, volumen anterior, const std::vector<entrada_real>& disco) {
     volumen antes = r.v;
     r.v.cima.hijos.clear();
     for (const entrada_real& e : disco) {  // what holds another comes before it
@@ -427,6 +427,7 @@ void campo::aprende(reglas& r, const std::vector<entrada_real>& disco) {
         }
         nodo* padre = &r.v.cima;
         nodo* viejo = &antes.cima;
+        nodo* mas_viejo = &anterior.cima;
         for (texto_w& n : p) {
             std::string bytes;
             for (const wchar_t c : n) {
@@ -434,6 +435,7 @@ void campo::aprende(reglas& r, const std::vector<entrada_real>& disco) {
             }
             n = w(bytes);
             viejo = viejo == nullptr ? nullptr : viejo->hijo(n);
+            mas_viejo = mas_viejo == nullptr ? nullptr : mas_viejo->hijo(n);
         }
         for (std::size_t i = 0; i + 1 < p.size(); ++i) {
             padre = padre->hijo(p[i]);
@@ -444,6 +446,7 @@ void campo::aprende(reglas& r, const std::vector<entrada_real>& disco) {
         if (e.tipo == 'f') {
             n.fecha = e.fecha;
         }
+        viejo = viejo == nullptr ? mas_viejo : viejo;  // which the call has not moved or deleted after all
         if (viejo != nullptr) {
             n.oculto = viejo->oculto;
             n.es_actual = viejo->es_actual;

@@ -46,7 +46,7 @@ public:
     std::vector<entrada_real> entradas() const;
     static std::vector<entrada_real> pensadas(reglas& r);
     // Makes the model's tree that of the disk: after calls of which the model cannot know how far they came.
-    static void aprende(reglas& r, const std::vector<entrada_real>& disco);
+    static void aprende(reglas& r, volumen anterior, const std::vector<entrada_real>& disco);
 
     // Things that happen to the disk beside the library.
     void pon_fichero(const partes& donde, std::size_t bytes, bool solo_lectura);
