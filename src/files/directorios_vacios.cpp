@@ -152,7 +152,8 @@ cadena_w i_unidad_como_base(vista_w directorio) {
 
 // Whether a base is the beginning of a path, but ends within a name of it: what bears that name is no base.
 bool i_acaba_dentro_de_un_nombre(vista_w base, vista_w path) noexcept {
-    return !acaba_en(base, L"\\") && !acaba_en(base, L":") && !es_separador(path[base.size()]);
+    return !base.empty() && !acaba_en(base, L"\\") && !acaba_en(base, L":") &&
+           !es_separador(path[base.size()]);
 }
 
 // How many directories of a full path lie below another full path, or are longer where that ends within a name; none

@@ -195,6 +195,20 @@ TEST(directorios_vacios, una_base_que_acaba_dentro_de_un_nombre) {
     }
 }
 
+// What is relative has no drive: it ends with its first name.
+TEST(directorios_vacios, sin_base_ni_unidad_no_se_informa) {
+    const directorio_temporal d;
+    const en_directorio aqui(d.ruta_w(""));
+    for (const char* directorio : {"bx\\c", "bx", ".git", "h\\b.bak"}) {
+        for (const bool ancha : {true, false}) {
+            d.directorio("bx\\c");
+            sube(ancha, directorio, nullptr);
+            EXPECT_EQ(toma_expresiones(), lista{}) << directorio;
+            EXPECT_EQ(d.existe("bx"), std::string(directorio) != "bx\\c") << directorio;
+        }
+    }
+}
+
 TEST(directorios_vacios, nulo_o_en_blanco_no_borra_nada) {
     fallos libro;
     lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(nullptr, nullptr);
