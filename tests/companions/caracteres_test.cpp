@@ -99,6 +99,10 @@ TEST(caracteres, parejas_conocidas) {
         {65001, "\xE8\\\xA1", {"\xE8", "\\", "\xA1"}},  // cut short
         {65001, "\xF0\x9F\x98\x80", {"\xF0\x9F\x98\x80"}},
         {65001, "\xED\xA0\x80", {"\xED", "\xA0", "\x80"}},  // half of a pair is no character of UTF-8
+        {65001, "\xF0\x90\x80\x80", {"\xF0\x90\x80\x80"}},  // the first behind those of three bytes
+        {65001, "\xF0\x8F\xBF\xBF", {"\xF0", "\x8F", "\xBF", "\xBF"}},  // longer than need be
+        {65001, "\xF4\x8F\xBF\xBF", {"\xF4\x8F\xBF\xBF"}},              // the last of all
+        {65001, "\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}},  // past it
         {1252, "\x83\\", {"\x83", "\\"}},
     };
     for (const fila& f : filas) {
