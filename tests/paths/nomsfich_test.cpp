@@ -196,6 +196,14 @@ TEST(nomsfich, null_se_comunica_en_cada_funcion) {
     ESPERA_INFORMES("(path_completo) != NULL");
 }
 
+TEST(nomsfich, copia_tambien_un_registro_sin_textos) {
+    const Nomsfich sin_textos{};
+    const interno::registro_nomsfich copia = interno::i_copia_nomsfich(sin_textos);
+    EXPECT_EQ(toma_expresiones(), std::vector<std::string>(2, sin_cadena));
+    EXPECT_EQ(de_cp1252(copia->nombre_base), "");
+    EXPECT_EQ(de_cp1252(copia->extension), "");
+}
+
 TEST(nomsfich, compara_textos_sueltos) {
     struct caso {
         const char* uno;

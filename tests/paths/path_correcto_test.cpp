@@ -15,6 +15,8 @@ using interno::i_path_correcto;
 using interno::i_path_correcto_con_comodines;
 using interno::i_path_correcto_con_comodines_UNICODE;
 using interno::i_path_correcto_UNICODE;
+using interno::i_texto_del_fallo;
+using interno::vista_w;
 
 namespace {
 
@@ -333,6 +335,19 @@ TEST(path_correcto, los_mensajes_salen_en_el_idioma_del_usuario) {
     EXPECT_EQ(cdir_es_path_valido_UNICODE(w(std::string(10241, '%')).c_str(), &mensaje), 0);
     EXPECT_EQ(toma(mensaje),
               "El path '" + std::string(10241, '%') + "' supera la longitud máxima permitida (10240).");
+}
+
+// The component that a path is refused for is looked for in the path alone.
+TEST(path_correcto, el_fallo_nombra_el_componente_entero) {
+    for (const char* path : {"?", "a\\?", "C:?", "C:\\x\\?", "x/?"}) {
+        for (const char* detras : {"", ":", "\\", "a"}) {
+            const texto_w entero = w(path + std::string(detras));
+            const vista_w solo = vista_w(entero).substr(0, std::string(path).size());
+            EXPECT_EQ(u8(i_texto_del_fallo(i_path_correcto_UNICODE(solo), solo).ver()),
+                      "There are invalid characters in the name '?'")
+                << path << " before " << detras;
+        }
+    }
 }
 
 // The names of the path and the limit reach every translation.
