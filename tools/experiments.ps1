@@ -4,7 +4,7 @@
 # to do and what should be seen, and takes down the answer. Needs Windows PowerShell 5.1 or later. An ordinary user runs it
 # once, an administrator once more; each leaves a record of its own in the current directory, experiments.user.txt or
 # experiments.admin.txt. The exit code is 1 when one of its own verdicts is bad.
-# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar has read it.
+# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar read it before the last changes.
 param(
     [Parameter(Mandatory = $true)][string]$Lumodir,
     # A text: what `powershell -File` is given for a list of numbers arrives as one.

@@ -5,7 +5,7 @@
 # as an administrator: each leaves its own record, on_windows.<user or admin>.txt in the build's folder, beside
 # experiments.<user or admin>.txt, one log and one .xml a program (the .xml is the last run's). Exit code 1 when a
 # verdict is bad or a case fails.
-# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar has read it.
+# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar read it before the last changes.
 param(
     [ValidateSet('windows-msys2', 'windows-msvc', 'windows-clang-cl')][string]$Preset = 'windows-msys2',
     [ValidateSet('all', 'experiments', 'tests')][string]$Part = 'all',
