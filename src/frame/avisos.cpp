@@ -30,7 +30,9 @@ void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept
 }
 
 void i_muestra_mensaje(ConstructorMensaje construye, vista_a argumento) noexcept {
-    i_muestra_mensaje(construye, utf16_temporal(argumento).ver());
+    if (!i_modo_servicio()) {  // nothing is converted that nobody sees
+        i_muestra_mensaje(construye, utf16_temporal(argumento).ver());
+    }
 }
 
 void i_establece_func_comprobar_fichero_no_esta_abierto(LumodirFncComprobarFichero func) noexcept {

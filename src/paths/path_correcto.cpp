@@ -323,7 +323,8 @@ vista_w i_primer_componente_incorrecto(vista_w path) noexcept {
 
 // 53949 is never shown, only handed back. Over-long names are among those.
 bool i_se_muestra(const veredicto& juicio) noexcept {
-    return juicio.motivo != nullptr && juicio.motivo != i_msg_53949_caracteres_no_validos_en_nombre;
+    return juicio.motivo != nullptr && juicio.motivo != i_msg_53949_caracteres_no_validos_en_nombre &&
+           !i_modo_servicio();
 }
 
 }  // namespace
