@@ -2,7 +2,6 @@
 #include "cdir_ficheros.h"
 
 #include "abi/exportacion.hpp"
-#include "cdir_rutas.h"
 #include "files/borrado.hpp"
 #include "files/borrado_arbol.hpp"
 #include "files/borrado_filtro.hpp"

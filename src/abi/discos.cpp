@@ -2,7 +2,6 @@
 #include "discos.h"
 
 #include "abi/exportacion.hpp"
-#include "companions/error_interno.hpp"
 #include "system/discos.hpp"
 
 using namespace interno;
@@ -29,5 +28,5 @@ unsigned short discos_es_unidad_subst(wchar_t unidad) {
 
 wchar_t* discos_nombre_volumen(unsigned short disco) {
     const bool hay = i_comprueba(disco < i_NUM_MAX_UNIDADES, "disco < i_NUM_MAX_UNIDADES");
-    return (hay ? i_nombre_de_volumen(disco) : cadena_w(vista_w())).suelta();
+    return hay ? i_nombre_de_volumen(disco).suelta() : nuevo_texto(vista_w());
 }

@@ -156,12 +156,12 @@ ApunOrde* fichsdir_ficheros_existentes_ordenados(const char* directorio) {
 // ---- Operations on a record
 
 char* fichsdir_nombre_fichero(const Fichsdir* fichsdir) {
-    return cadena_a(i_comprueba_registro(fichsdir) ? a_vista<char>(fichsdir->nombre) : vista_a()).suelta();
+    return nuevo_texto(i_comprueba_registro(fichsdir) ? a_vista<char>(fichsdir->nombre) : vista_a());
 }
 
 wchar_t* fichsdir_path_fichero(const Fichsdir* fichsdir) {
     if (!i_comprueba_registro(fichsdir)) {
-        return cadena_w(vista_w()).suelta();
+        return nuevo_texto(vista_w());
     }
     const cadena_w nombre = utunicode_ANSI_a_UNICODE(a_vista<char>(fichsdir->nombre));
     return i_concatena_directorios<wchar_t>(a_vista<wchar_t>(fichsdir->ruta), nombre.ver()).suelta();

@@ -1,7 +1,7 @@
 // The exports of info.h.
 #include "info.h"
 
-#include "companions/error_interno.hpp"
+#include "abi/exportacion.hpp"
 #include "system/discos.hpp"
 #include "system/info.hpp"
 
@@ -33,13 +33,13 @@ unsigned short info_BuscaDiscoId(const InfoTabla* tabla, unsigned short disco) {
         !i_comprueba(tabla->numDiscos == 0 || tabla->discos != nullptr, "tabla->discos != NULL")) {
         return INFO_DISCO_AUSENTE;
     }
-    return i_busca_disco(*tabla, disco);
+    return i_busca_disco(*tabla, disco).value_or(INFO_DISCO_AUSENTE);
 }
 
 char* info_GetTxtDrive(const InfoDisco* disco) {
     if (!i_comprueba(disco != nullptr, "(disco) != NULL") ||
         !i_comprueba(disco->disco < i_NUM_MAX_UNIDADES, "disco->disco < i_NUM_MAX_UNIDADES")) {
-        return cadena_a(vista_a()).suelta();
+        return nuevo_texto(vista_a());
     }
     const char letra = static_cast<char>('A' + disco->disco);
     return concatena<char>({vista_a(&letra, 1), ":"}).suelta();

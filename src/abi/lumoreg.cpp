@@ -13,7 +13,7 @@ namespace {
 
 unsigned short i_crea_clave_en(unsigned long vista, unsigned long raiz, const wchar_t* clave) noexcept {
     const bool hay_clave = i_comprueba(clave != nullptr, "(clave) != NULL");
-    const std::optional<REGSAM> bandera = i_bandera_de_vista(vista);
+    const std::optional<REGSAM> bandera = i_bandera_de_claves(vista);
     const HKEY raiz_abierta = i_raiz(raiz);
     return logico(hay_clave && bandera && raiz_abierta != nullptr &&
                   i_crea_clave(raiz_abierta, clave, KEY_ALL_ACCESS | *bandera));
@@ -55,6 +55,11 @@ unsigned short i_dame_subclaves_en(const apertura& como, const C* clave, arr_cad
     const bool hay_lista = i_comprueba(subclaves != nullptr, "(subclaves) != NULL");
     const clave_abierta<C> abierta(como, clave, KEY_READ);
     return logico(hay_lista && abierta.abierta() && i_dame_subclaves(abierta, *subclaves));
+}
+
+valores_de_clave i_lista_valores_en(const apertura& como, const wchar_t* clave, bool hay_listas) noexcept {
+    const clave_abierta<wchar_t> abierta(como, clave, KEY_QUERY_VALUE);
+    return hay_listas && abierta.abierta() ? i_lista_valores(abierta) : valores_de_clave();
 }
 
 }  // namespace
@@ -167,13 +172,8 @@ unsigned short lumoreg_lee_valores_cadena_clave_ex_u(unsigned long vista, unsign
                                                      ArrPunteroConTipo** datos_valores) {
     const bool hay_valores = i_comprueba(valores != nullptr, "(valores) != NULL");
     const bool hay_datos = i_comprueba(datos_valores != nullptr, "(datos_valores) != NULL");
-    valores_de_clave leidos;
-    {
-        const clave_abierta<wchar_t> abierta(apertura::en_vista(vista, raiz), clave, KEY_QUERY_VALUE);
-        if (hay_valores && hay_datos && abierta.abierta()) {
-            leidos = i_lista_valores(abierta);
-        }
-    }
+    valores_de_clave leidos =
+        i_lista_valores_en(apertura::en_vista(vista, raiz), clave, hay_valores && hay_datos);
     const unsigned short hechos = logico(leidos.nombres != nullptr);
     if (hay_valores) {
         *valores = leidos.nombres.suelta();

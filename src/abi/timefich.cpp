@@ -18,6 +18,12 @@ std::optional<FILETIME> i_si_la_hay(const FILETIME* fecha) noexcept {
     return fecha == nullptr ? std::nullopt : std::optional(*fecha);
 }
 
+void i_entrega(const std::optional<FILETIME>& fecha, FILETIME* sitio) noexcept {
+    if (fecha) {
+        *sitio = *fecha;
+    }
+}
+
 unsigned short i_asigna_utc(const wchar_t* fichero, long long fecha, bool informar) noexcept {
     return logico(i_comprueba(fichero != nullptr, "fichero_u != NULL") &&
                   i_asigna_valor_utc(fichero, fecha, informar));
@@ -33,11 +39,9 @@ unsigned short timefich_obtener_fecha_u(const wchar_t* fichero, FILETIME* local_
     }
     const std::optional<fechas> leidas =
         i_lee_fechas_locales(fichero, local_creacion != nullptr, local_modificacion != nullptr);
-    if (leidas && local_creacion != nullptr) {
-        *local_creacion = *leidas->creacion;
-    }
-    if (leidas && local_modificacion != nullptr) {
-        *local_modificacion = *leidas->modificacion;
+    if (leidas) {
+        i_entrega(leidas->creacion, local_creacion);
+        i_entrega(leidas->modificacion, local_modificacion);
     }
     return logico(leidas.has_value());
 }

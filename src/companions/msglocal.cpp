@@ -12,31 +12,31 @@ namespace {
 constexpr unsigned long ranura_sin_elegir = ~0ul;
 std::atomic<unsigned long> i_ranura{ranura_sin_elegir};
 
-constexpr unsigned short castellano = 0x0C0A;
-constexpr unsigned short de_mexico = 0x080A;
-constexpr unsigned short de_portugal = 0x0816;
-constexpr unsigned short de_brasil = 0x0416;
-constexpr unsigned short ingles = 0x0409;
-constexpr unsigned short chino = 0x0804;
-constexpr unsigned short croata = 0x041A;
+constexpr std::uint16_t castellano = 0x0C0A;
+constexpr std::uint16_t de_mexico = 0x080A;
+constexpr std::uint16_t de_portugal = 0x0816;
+constexpr std::uint16_t de_brasil = 0x0416;
+constexpr std::uint16_t ingles = 0x0409;
+constexpr std::uint16_t chino = 0x0804;
+constexpr std::uint16_t croata = 0x041A;
 
 // The display languages (LANGID) in which the system is asked for a text of its own that goes with messages of a slot:
 // the slot's, and its nearest relative or 0.
 struct idiomas_de_ranura {
-    unsigned short primero;
-    unsigned short segundo;
+    std::uint16_t primero;
+    std::uint16_t segundo;
 };
 
 struct idioma_windows {
-    unsigned short primario;   // low ten bits of a LANGID
-    unsigned short sublengua;  // upper six bits
+    std::uint16_t primario;   // low ten bits of a LANGID
+    std::uint16_t sublengua;  // upper six bits
     ranura_idioma ranura;
     // In which Windows is delivered: of a variant that it lacks, the two that come nearest. The same in all rows of a slot.
     idiomas_de_ranura del_sistema;
 };
 
-constexpr unsigned short neutra = 0;         // the language, without a country
-constexpr unsigned short cualquiera = 0xFF;  // more than six bits hold
+constexpr std::uint16_t neutra = 0;         // the language, without a country
+constexpr std::uint16_t cualquiera = 0xFF;  // more than six bits hold
 
 // More particular rows come first.
 constexpr idioma_windows idiomas[] = {
@@ -85,7 +85,7 @@ idiomas_de_ranura i_idiomas_de_ranura(unsigned long ranura) noexcept {
 
 }  // namespace
 
-unsigned long i_ranura_de_idioma(unsigned short langid) noexcept {
+unsigned long i_ranura_de_idioma(std::uint16_t langid) noexcept {
     const unsigned primario = langid & 0x3FFu;
     const unsigned sublengua = langid >> 10;
     for (const idioma_windows& fila : idiomas) {
@@ -116,9 +116,9 @@ unsigned long i_idioma() noexcept {
 }
 
 cadena_w strgetlasterror_texto_cod_error(unsigned long codigo) {
-    constexpr unsigned short del_sistema = 0;  // what the system itself would take, English at the last
+    constexpr std::uint16_t del_sistema = 0;  // what the system itself would take, English at the last
     const idiomas_de_ranura propios = i_idiomas_de_ranura(i_idioma());
-    for (const unsigned short idioma : {propios.primero, propios.segundo}) {
+    for (const std::uint16_t idioma : {propios.primero, propios.segundo}) {
         cadena_w texto = idioma == 0 ? cadena_w() : plataforma::texto_de_codigo(codigo, idioma);
         if (!texto.es_nula()) {
             return texto;

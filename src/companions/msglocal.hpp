@@ -5,6 +5,8 @@
 // Checked by tests/companions/msglocal_test.cpp.
 #pragma once
 
+#include <cstdint>
+
 #include "companions/cadena.hpp"
 #include "companions/registro_mensaje.hpp"
 
@@ -22,7 +24,7 @@ inline const wchar_t* nousar_original_u(ConstructorMensaje construye) noexcept {
 }
 
 // Language slot of a display language as Windows numbers it; English where the catalogue has none for it.
-unsigned long i_ranura_de_idioma(unsigned short langid) noexcept;
+unsigned long i_ranura_de_idioma(std::uint16_t langid) noexcept;
 
 // The system's text for an error code, in the language of the messages where the system has it, else in the system's
 // own, without its line break; the number itself when it has none.

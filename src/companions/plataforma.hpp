@@ -43,11 +43,11 @@ void escribe_error_estandar(vista_w linea) noexcept;
 void escribe_depurador(const wchar_t* linea) noexcept;
 
 // Primary language and sublanguage of the user's display language, as Windows numbers them (LANGID).
-unsigned short idioma_del_usuario() noexcept;
+std::uint16_t idioma_del_usuario() noexcept;
 
 // The system's text for an error code in a language (LANGID, 0 for the system's own), without its line break; a NULL
 // string when it has none.
-cadena_w texto_de_codigo(unsigned long codigo, unsigned short idioma);
+cadena_w texto_de_codigo(unsigned long codigo, std::uint16_t idioma);
 
 // Calls a function of the host's so that an exception of a foreign runtime ends here; one of this compiler's own goes on
 // to the caller (companions/anfitrion.hpp).

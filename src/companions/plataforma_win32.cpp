@@ -226,11 +226,11 @@ void escribe_depurador(const wchar_t* linea) noexcept {
     ::OutputDebugStringW(linea);
 }
 
-unsigned short idioma_del_usuario() noexcept {
+std::uint16_t idioma_del_usuario() noexcept {
     return ::GetUserDefaultUILanguage();
 }
 
-cadena_w texto_de_codigo(unsigned long codigo, unsigned short idioma) {
+cadena_w texto_de_codigo(unsigned long codigo, std::uint16_t idioma) {
     constexpr DWORD como = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
     constexpr DWORD mayor_texto = 32'767;  // units, terminator included: the longest that the call gives
     wchar_t corto[512];

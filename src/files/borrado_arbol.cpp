@@ -1,7 +1,6 @@
 // See borrado_arbol.hpp.
 #include "files/borrado_arbol.hpp"
 
-#include "companions/plataforma.hpp"
 #include "companions/sistema.hpp"
 #include "files/borrado.hpp"
 #include "files/recorrido_borrado.hpp"
@@ -153,7 +152,6 @@ resultado_de_pasada i_pasada(const raiz_de_recorrido& directorio, bool lo_quita,
 
 constexpr unsigned max_pasadas = 20;
 constexpr unsigned long pausas_ms[] = {50, 75, 100, 150, 200, 300, 400, 500};
-constexpr unsigned num_pausas = sizeof pausas_ms / sizeof pausas_ms[0];
 
 }  // namespace
 
@@ -175,7 +173,7 @@ bool i_borra_en_pasadas(const wchar_t* directorio, bool lo_quita, bool recursiva
         if (resultado.sin_ficheros && !resultado.otra_pasada) {
             break;
         }
-        plataforma::duerme_ms(pausas_ms[sistema.numero_al_azar() % num_pausas]);
+        sistema.duerme_ms(pausas_ms[sistema.numero_al_azar() % std::size(pausas_ms)]);
     }
     return resultado.sin_ficheros && resultado.visto_todo;
 }

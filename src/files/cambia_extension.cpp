@@ -7,6 +7,7 @@
 #include "files/borrado.hpp"
 #include "files/renombra_protege.hpp"
 #include "listings/listas_ficheros.hpp"
+#include "paths/rutas.hpp"
 #include "paths/split_makepath.hpp"
 
 namespace interno {
@@ -46,19 +47,16 @@ public:
 
     bool se_sabe() const noexcept { return !literal_.es_nula(); }
     cadena_w literal(vista_w nombre) const {
-        return concatena<wchar_t>({literal_, i_barra(literal_), nombre});
+        return concatena<wchar_t>({literal_, i_separador_que_falta(literal_.ver()), nombre});
     }
     cadena_w mostrado(vista_w nombre) const {
         // A record of a root has lost its separator; a bare drive never had one.
         const bool desnudo = !dado_.empty() && dado_.back() == L':';
-        return concatena<wchar_t>({mostrado_, desnudo ? vista_w() : i_barra(mostrado_), nombre});
+        return concatena<wchar_t>(
+            {mostrado_, desnudo ? vista_w() : i_separador_que_falta(mostrado_.ver()), nombre});
     }
 
 private:
-    static vista_w i_barra(vista_w directorio) noexcept {
-        return acaba_en_separador(directorio) ? vista_w() : vista_w(L"\\");
-    }
-
     vista_w dado_;
     cadena_w mostrado_;
     cadena_w literal_;

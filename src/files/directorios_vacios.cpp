@@ -145,8 +145,7 @@ private:
 
 // Without a base the climb ends at the drive.
 cadena_w i_unidad_como_base(vista_w directorio) {
-    const path_juzgado<wchar_t> comprobado = i_comprueba_fichero(directorio);
-    const division<wchar_t> piezas(comprobado);
+    const division<wchar_t> piezas(i_comprueba_fichero(directorio));
     return i_makepath(piezas.unidad.data() == nullptr ? vista_w(L"") : piezas.unidad, {}, {}, {});
 }
 

@@ -5,7 +5,6 @@
 #include "companions/error_interno.hpp"
 #include "companions/lmaviso.hpp"
 #include "companions/lmlongpath.hpp"
-#include "companions/plataforma.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "files/borrado.hpp"
 #include "files/programa.hpp"
@@ -194,7 +193,7 @@ private:
                 return false;  // the name is taken (183, 80), or nothing can be done
             }
             ++esperas_;
-            plataforma::duerme_ms(espera_ms);
+            sistema.duerme_ms(espera_ms);
         }
     }
 

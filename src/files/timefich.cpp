@@ -4,7 +4,6 @@
 #include "companions/buclrein.hpp"
 #include "companions/error_interno.hpp"
 #include "companions/lmlongpath.hpp"
-#include "companions/plataforma.hpp"
 #include "companions/sin_dialogos.hpp"
 #include "frame/avisos.hpp"
 #include "frame/catalogo.hpp"
@@ -97,7 +96,7 @@ std::optional<fechas> i_convierte(const fechas& de,
 datos_de_fichero i_lee_insistiendo(const ruta_fijada& fichero) noexcept {
     datos_de_fichero datos = i_lee_fechas(fichero);
     for (unsigned intento = 1; !datos.leidos() && intento < intentos_de_lectura; ++intento) {
-        plataforma::duerme_ms(espera_entre_lecturas_ms);
+        sistema.duerme_ms(espera_entre_lecturas_ms);
         datos = i_lee_fechas(fichero);
     }
     i_comprueba_con(datos.leidos(), "ok == CIERTO", a_vista(fichero.dada()));

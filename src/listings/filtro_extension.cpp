@@ -1,6 +1,8 @@
 // See filtro_extension.hpp.
 #include "listings/filtro_extension.hpp"
 
+#include <algorithm>
+
 #include "companions/error_interno.hpp"
 #include "companions/unicode.hpp"
 #include "paths/split_makepath.hpp"
@@ -14,15 +16,10 @@ bool filtro_extension::i_admite_extension(vista_w nombre) const {
     }
     i_comprueba(con_punto.size() > 1, "widestr_longitud(extFich) > 1");
     const vista_w extension = con_punto.substr(1);
-    if (extension.size() != extension_.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < extension.size(); ++i) {
-        if (extension_[i] != L'?' && minuscula_ascii(extension[i]) != minuscula_ascii(extension_[i])) {
-            return false;
-        }
-    }
-    return true;
+    return std::equal(extension.begin(), extension.end(), extension_.begin(), extension_.end(),
+                      [](wchar_t suya, wchar_t pedida) {
+                          return pedida == L'?' || minuscula_ascii(suya) == minuscula_ascii(pedida);
+                      });
 }
 
 bool filtro_extension::admite(vista_w nombre) const {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 
 #include "companions/caracteres.hpp"
 #include "companions/crt_rutas.hpp"
@@ -27,12 +28,12 @@ constexpr unsigned longitud_maxima_reservada = 8;
 // Bit n of a unit: some reserved name of n units has that unit in second place, or in the last one. Hardly any other name
 // gets past both questions.
 struct tabla_reservados {
-    unsigned short segundas[256] = {};
-    unsigned short ultimas[256] = {};
+    std::uint16_t segundas[256] = {};
+    std::uint16_t ultimas[256] = {};
 
     consteval tabla_reservados() {
         for (const vista_a nombre : nombres_reservados) {
-            const auto bit = static_cast<unsigned short>(1u << nombre.size());
+            const auto bit = static_cast<std::uint16_t>(1u << nombre.size());
             for (const char c : {nombre[1], minuscula_ascii(nombre[1])}) {
                 segundas[static_cast<unsigned char>(c)] |= bit;
             }

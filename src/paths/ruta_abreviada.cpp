@@ -123,8 +123,7 @@ cadena_w i_ruta_abreviada(vista_w ruta, std::size_t maximo) noexcept {
     if (ruta.size() <= maximo) {
         return cadena_w(ruta);
     }
-    const path_juzgado<wchar_t> comprobado = i_comprueba_fichero(ruta);
-    const division<wchar_t> piezas(comprobado);
+    const division<wchar_t> piezas(i_comprueba_fichero(ruta));
     const std::size_t corta =
         piezas.unidad.size() + piezas.nombre.size() + directorio_fijo.size() + piezas.extension.size();
     if (corta >= maximo) {

@@ -9,8 +9,7 @@ namespace interno {
 namespace {
 
 division<wchar_t> i_division_comprobada(vista_w path) {
-    const path_juzgado<wchar_t> comprobado = i_comprueba_fichero(path);
-    return division<wchar_t>(comprobado);
+    return division<wchar_t>(i_comprueba_fichero(path));
 }
 
 bool i_empieza_por_barra(vista_w texto) noexcept {

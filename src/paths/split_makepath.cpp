@@ -134,8 +134,7 @@ bool i_puede_ser_vacio(const trozos_de_ruta<C>& piezas) noexcept {
 
 template <class C>
 cadena<C> i_split_make_path(vista<C> path, unsigned mascara) {
-    const path_juzgado<C> comprobado = i_comprueba_fichero(path);
-    division<C> piezas(comprobado);
+    division<C> piezas(i_comprueba_fichero(path));
     i_junta_extension_con_blanco(piezas);
     // A piece that is kept counts as given even when it is empty.
     const auto pieza = [&](unsigned bit, vista<C> texto) {

@@ -33,7 +33,7 @@ bool i_es_unidad_subst(wchar_t letra) noexcept {
     return empieza_por(a_vista<wchar_t>(destino), principio_subst);
 }
 
-cadena_w i_nombre_de_volumen(unsigned short disco) {
+cadena_w i_nombre_de_volumen(int disco) {
     const raiz_de_unidad raiz(i_letra_de_unidad(disco));
     wchar_t nombre[tamanyo_nombre_volumen + 1] = {};
     if (!i_comprueba_con(i_lee_nombre_de_volumen(raiz.c_str(), nombre), "retorno != 0",

@@ -10,9 +10,9 @@
 
 namespace interno {
 
-inline constexpr unsigned short i_NUM_MAX_UNIDADES = 26;
+inline constexpr int i_NUM_MAX_UNIDADES = 26;
 
-constexpr wchar_t i_letra_de_unidad(unsigned short indice) noexcept {
+constexpr wchar_t i_letra_de_unidad(int indice) noexcept {
     return static_cast<wchar_t>(L'A' + indice);
 }
 
@@ -33,6 +33,6 @@ struct nombre_de_unidad {
 bool i_es_unidad_local(wchar_t letra) noexcept;
 bool i_es_unidad_subst(wchar_t letra) noexcept;
 // Empty, and reported, when the system does not tell it.
-cadena_w i_nombre_de_volumen(unsigned short disco);
+cadena_w i_nombre_de_volumen(int disco);
 
 }  // namespace interno

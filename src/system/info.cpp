@@ -10,10 +10,10 @@ namespace {
 
 constexpr DWORD tamanyo_nombre_red = 64;  // units, terminator included
 constexpr vista_w nombre_red_desconocido = L"?";
-constexpr int tamanyo_directorio_actual = 260;              // units, terminator included
-constexpr unsigned short primera_unidad_de_disco_duro = 2;  // C; A and B are floppy drives by tradition
+constexpr int tamanyo_directorio_actual = 260;   // units, terminator included
+constexpr int primera_unidad_de_disco_duro = 2;  // C; A and B are floppy drives by tradition
 
-unsigned long i_tipo(UINT del_sistema, unsigned short disco) noexcept {
+unsigned long i_tipo(UINT del_sistema, int disco) noexcept {
     switch (del_sistema) {
         case DRIVE_UNKNOWN:
         case DRIVE_REMOVABLE:
@@ -34,7 +34,7 @@ bool i_hay_unidad(int unidad) {
     if (unidad <= 0 || unidad > i_NUM_MAX_UNIDADES) {
         return unidad == 0;
     }
-    const wchar_t letra = i_letra_de_unidad(static_cast<unsigned short>(unidad - 1));
+    const wchar_t letra = i_letra_de_unidad(unidad - 1);
     const UINT tipo = sistema.GetDriveTypeW(raiz_de_unidad(letra).c_str());
     return tipo != DRIVE_UNKNOWN && tipo != DRIVE_NO_ROOT_DIR;
 }
@@ -61,7 +61,7 @@ void i_llena_tabla(InfoTabla& tabla) {
     vector_interno<InfoDisco> discos;
     const sin_dialogos callado;
     const DWORD presentes = sistema.GetLogicalDrives();
-    for (unsigned short i = 0; i < i_NUM_MAX_UNIDADES; ++i) {
+    for (int i = 0; i < i_NUM_MAX_UNIDADES; ++i) {
         if ((presentes >> i & 1) == 0) {
             continue;
         }
@@ -69,10 +69,10 @@ void i_llena_tabla(InfoTabla& tabla) {
         const UINT tipo = sistema.GetDriveTypeW(raiz_de_unidad(letra).c_str());
         if (tipo != DRIVE_NO_ROOT_DIR) {
             cadena_w red = tipo == DRIVE_REMOTE ? i_nombre_de_red(letra) : cadena_w();
-            discos.anade({i, i_tipo(tipo, i), red.suelta()});
+            discos.anade({static_cast<std::uint16_t>(i), i_tipo(tipo, i), red.suelta()});
         }
     }
-    tabla.numDiscos = static_cast<unsigned short>(discos.size());
+    tabla.numDiscos = static_cast<std::uint16_t>(discos.size());
     tabla.discos = discos.suelta_en_bloque();
 }
 
@@ -81,7 +81,7 @@ void i_vacia_tabla(InfoTabla& tabla) noexcept {
         // Nobody knows what it is: a record that was never filled, perhaps.
         i_comprueba(tabla.discos == nullptr, "tabla->discos == NULL");
     } else if (i_comprueba(tabla.discos != nullptr, "tabla->discos != NULL")) {
-        for (unsigned short i = 0; i < tabla.numDiscos; ++i) {
+        for (unsigned i = 0; i < tabla.numDiscos; ++i) {
             i_libera_disco(tabla.discos[i]);
         }
         i_libera(tabla.discos);
@@ -89,13 +89,13 @@ void i_vacia_tabla(InfoTabla& tabla) noexcept {
     tabla = {};
 }
 
-unsigned short i_busca_disco(const InfoTabla& tabla, unsigned short disco) noexcept {
-    for (unsigned short i = 0; i < tabla.numDiscos && tabla.discos[i].disco <= disco; ++i) {
+std::optional<std::uint16_t> i_busca_disco(const InfoTabla& tabla, unsigned disco) noexcept {
+    for (std::uint16_t i = 0; i < tabla.numDiscos && tabla.discos[i].disco <= disco; ++i) {
         if (tabla.discos[i].disco == disco) {
             return i;
         }
     }
-    return INFO_DISCO_AUSENTE;
+    return {};
 }
 
 cadena_w i_directorio_actual_de(int unidad) {

@@ -6,6 +6,9 @@
 // Checked by tests/system/info_win32_test.cpp.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "companions/cadena.hpp"
 #include "info.h"
 
@@ -14,8 +17,8 @@ namespace interno {
 void i_llena_tabla(InfoTabla& tabla);
 // Frees the entries; what does not look like a filled table is reported.
 void i_vacia_tabla(InfoTabla& tabla) noexcept;
-// The place of a drive, by its index; INFO_DISCO_AUSENTE.
-unsigned short i_busca_disco(const InfoTabla& tabla, unsigned short disco) noexcept;
+// The place of a drive, by its index.
+std::optional<std::uint16_t> i_busca_disco(const InfoTabla& tabla, unsigned disco) noexcept;
 
 // Of a drive, 1 = A, or of the current one, 0; NULL when it has none.
 cadena_w i_directorio_actual_de(int unidad);

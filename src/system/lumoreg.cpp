@@ -24,17 +24,18 @@ intento i_abre_una_vez(HKEY raiz, const C* ruta, DWORD opciones, REGSAM acceso) 
 // Whoever asks for a key without naming a view wants it wherever it is: a program's settings may have been
 // written by the 32-bit or by the 64-bit edition. A 32-bit process sees the 32-bit view without asking.
 template <class C>
-HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acceso, REGSAM& vista) noexcept {
+HKEY i_abre_por_turno(HKEY raiz, const C* ruta, const apertura& como, REGSAM acceso,
+                      REGSAM& bandera) noexcept {
     for (const REGSAM turno : {REGSAM{0}, REGSAM{KEY_WOW64_64KEY}, REGSAM{KEY_WOW64_32KEY}}) {
         if (turno == KEY_WOW64_32KEY && !sistema.machine_es_imagen_de_64bits()) {
             break;
         }
         const intento i = i_abre_una_vez(raiz, ruta, como.opciones, acceso | turno);
         if (i.clave != nullptr) {
-            vista = turno;
+            bandera = turno;
             return i.clave;
         }
-        if (como.vistas == apertura::turno::si_no_esta && i.error != ERROR_FILE_NOT_FOUND) {
+        if (como.cuales == apertura::turno::si_no_esta && i.error != ERROR_FILE_NOT_FOUND) {
             break;
         }
     }
@@ -61,8 +62,8 @@ HKEY i_raiz(unsigned long raiz) noexcept {
     }
 }
 
-std::optional<REGSAM> i_bandera_de_vista(unsigned long vista) noexcept {
-    switch (vista) {
+std::optional<REGSAM> i_bandera_de_claves(unsigned long vista_de_claves) noexcept {
+    switch (vista_de_claves) {
         case LUMOREG_VISTA_PROCESO:
             return REGSAM{0};
         case LUMOREG_VISTA_64BITS:
@@ -79,12 +80,12 @@ template <class C>
 clave_abierta<C>::clave_abierta(const apertura& como, const C* ruta, REGSAM acceso) noexcept
     : ruta_(a_vista(ruta)) {
     const bool hay_ruta = i_comprueba(ruta != nullptr, "(clave) != NULL");
-    const std::optional<REGSAM> vista = i_bandera_de_vista(como.vista);
+    const std::optional<REGSAM> bandera = i_bandera_de_claves(como.vista_de_claves);
     const HKEY raiz = i_raiz(como.raiz);
-    if (hay_ruta && vista && raiz != nullptr) {
-        clave_ = como.vistas == apertura::turno::uno
-                     ? i_abre_una_vez(raiz, ruta, como.opciones, acceso | *vista).clave
-                     : i_abre_por_turno(raiz, ruta, como, acceso | *vista, vista_abierta_);
+    if (hay_ruta && bandera && raiz != nullptr) {
+        clave_ = como.cuales == apertura::turno::uno
+                     ? i_abre_una_vez(raiz, ruta, como.opciones, acceso | *bandera).clave
+                     : i_abre_por_turno(raiz, ruta, como, acceso | *bandera, bandera_);
     }
 }
 

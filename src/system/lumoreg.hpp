@@ -24,15 +24,15 @@ struct apertura {
                             // looked for in a view that nobody meant
     };
     unsigned long raiz;
-    turno vistas;
-    unsigned long vista = LUMOREG_VISTA_PROCESO;
+    turno cuales;
+    unsigned long vista_de_claves = LUMOREG_VISTA_PROCESO;
     DWORD opciones = 0;
 
     static constexpr apertura en_cualquiera(unsigned long raiz) noexcept {
         return {raiz, turno::hasta_que_se_abra};
     }
-    static constexpr apertura en_vista(unsigned long vista, unsigned long raiz) noexcept {
-        return {raiz, turno::uno, vista};
+    static constexpr apertura en_vista(unsigned long vista_de_claves, unsigned long raiz) noexcept {
+        return {raiz, turno::uno, vista_de_claves};
     }
     // A link as the last part of the path: the link itself, or what it points to.
     static constexpr apertura para_borrar(unsigned long raiz, bool el_propio_enlace) noexcept {
@@ -44,7 +44,7 @@ struct apertura {
 // The root key of an index; NULL after the report.
 HKEY i_raiz(unsigned long raiz) noexcept;
 // The flag of a view for an access mask; nothing after the report.
-std::optional<REGSAM> i_bandera_de_vista(unsigned long vista) noexcept;
+std::optional<REGSAM> i_bandera_de_claves(unsigned long vista_de_claves) noexcept;
 
 // What RegQueryInfoKey counts, as far as anyone here asks. Lengths are in units without terminator, sizes in
 // bytes.
@@ -85,7 +85,7 @@ public:
     HKEY get() const noexcept { return clave_; }
     vista<C> ruta() const noexcept { return ruta_; }
     // The flag of the view in which it opened; 0 for the process's own.
-    REGSAM vista_abierta() const noexcept { return vista_abierta_; }
+    REGSAM bandera() const noexcept { return bandera_; }
     // Reports a failure of the system with the path of the key.
     bool comprueba(LSTATUS error) const noexcept {
         return i_comprueba_con(error == ERROR_SUCCESS, "error == ERROR_SUCCESS", ruta_);
@@ -107,7 +107,7 @@ public:
 
 private:
     vista<C> ruta_;
-    REGSAM vista_abierta_ = 0;
+    REGSAM bandera_ = 0;
     HKEY clave_ = nullptr;
 };
 

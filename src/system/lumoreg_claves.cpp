@@ -20,8 +20,8 @@ constexpr const wchar_t* clave_de_prueba = L"SOFTWARE\\LUMO";
 // deletes.
 class borrado_de_clave {
 public:
-    // The path of the parent goes before that of the key in reports. `vista` is the flag of the one view.
-    borrado_de_clave(vista_w padre, REGSAM vista) noexcept : vista_(vista) {
+    // The path of the parent goes before that of the key in reports. `bandera` is that of the one view.
+    borrado_de_clave(vista_w padre, REGSAM bandera) noexcept : bandera_(bandera) {
         ruta_.anade_varios(padre.data(), padre.size());
     }
     borrado_de_clave(const borrado_de_clave&) = delete;
@@ -69,7 +69,7 @@ private:
         HKEY clave = nullptr;
         ruta_.anade(L'\0');
         const LSTATUS error = sistema.RegOpenKeyExW(padre, ruta_.data() + donde_empieza, REG_OPTION_OPEN_LINK,
-                                                    acceso | vista_, &clave);
+                                                    acceso | bandera_, &clave);
         ruta_.quita_ultimo();
         return error == ERROR_SUCCESS ? clave : nullptr;
     }
@@ -120,7 +120,7 @@ private:
         i_entra(clave, donde_empieza);
     }
 
-    REGSAM vista_;
+    REGSAM bandera_;
     vector_interno<wchar_t> ruta_;
     vector_interno<nivel> niveles_;
 };
@@ -173,7 +173,7 @@ void i_borra_clave(const clave_abierta<wchar_t>& padre, vista_w nombre) noexcept
     // A root key has no parent and can never go: nothing below it does either.
     if (i_comprueba(!i_sin_nombre(padre.ruta()) || !i_sin_nombre(nombre),
                     "widestr_longitud(clave) > 0 || widestr_longitud(nombre) > 0")) {
-        borrado_de_clave(padre.ruta(), padre.vista_abierta()).borra(padre.get(), nombre);
+        borrado_de_clave(padre.ruta(), padre.bandera()).borra(padre.get(), nombre);
     }
 }
 

@@ -23,7 +23,7 @@ cadena_w i_disco_actual() {
     if (numero < 1 || numero > i_NUM_MAX_UNIDADES) {
         return {};  // a share is current: it has no letter
     }
-    return cadena_w(nombre_de_unidad(static_cast<wchar_t>(L'A' + numero - 1)).c_str());
+    return cadena_w(nombre_de_unidad(i_letra_de_unidad(numero - 1)).c_str());
 }
 
 cadena_w i_averigua_disco_programa() {
@@ -60,7 +60,7 @@ objeto<ArrPunteroConTipo> i_unidades_del_sistema(bool con_nombre) {
     auto lista = objeto<ArrPunteroConTipo>::crea();
     InfoTabla tabla;
     i_llena_tabla(tabla);
-    for (unsigned short i = 0; i < tabla.numDiscos; ++i) {
+    for (unsigned i = 0; i < tabla.numDiscos; ++i) {
         auto unidad = registro<UnidadSistema>::a_cero();
         unidad->nombre = i_etiqueta_de_unidad(tabla.discos[i], con_nombre).suelta();
         unidad->tipo = tabla.discos[i].tipo;

@@ -181,8 +181,8 @@ TEST(lmlongpath, quitar_el_prefijo) {
 }
 
 TEST(lmlongpath, los_limites_son_los_de_la_familia) {
-    EXPECT_EQ(lmlongpath_get_longitud_maxima_permitida_path(), 10240);
-    EXPECT_EQ(lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension(), 255);
+    EXPECT_EQ(lmlongpath_get_longitud_maxima_permitida_path(), 10240u);
+    EXPECT_EQ(lmlongpath_get_longitud_maxima_permitida_componente_incluido_extension(), 255u);
 }
 
 // ---- Every call on a path of more than 260 units, absolute and relative ----

@@ -92,13 +92,13 @@ const fila_idioma idiomas[] = {
 
 TEST(msglocal, cada_idioma_de_windows_tiene_su_ranura) {
     for (const fila_idioma& fila : idiomas) {
-        EXPECT_EQ(i_ranura_de_idioma(static_cast<unsigned short>(fila.langid)), fila.ranura) << fila.nombre;
+        EXPECT_EQ(i_ranura_de_idioma(static_cast<std::uint16_t>(fila.langid)), fila.ranura) << fila.nombre;
     }
 }
 
 TEST(msglocal, ningun_idioma_cae_en_una_ranura_reservada) {
     for (unsigned langid = 0; langid <= 0xFFFF; ++langid) {
-        const unsigned long r = i_ranura_de_idioma(static_cast<unsigned short>(langid));
+        const unsigned long r = i_ranura_de_idioma(static_cast<std::uint16_t>(langid));
         const bool reservada = (r >= 14 && r <= 17) || (r >= 19 && r <= 23) || r == 28 || r == 32 ||
                                (r >= 34 && r <= 38) || r >= 40;
         ASSERT_FALSE(reservada) << langid;

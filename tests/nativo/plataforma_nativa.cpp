@@ -425,11 +425,11 @@ void escribe_error_estandar(vista_w linea) noexcept {
 
 void escribe_depurador(const wchar_t*) noexcept {}
 
-unsigned short idioma_del_usuario() noexcept {
+std::uint16_t idioma_del_usuario() noexcept {
     return 0x0409;
 }
 
-cadena_w texto_de_codigo(unsigned long codigo, unsigned short idioma) {
+cadena_w texto_de_codigo(unsigned long codigo, std::uint16_t idioma) {
     if (codigo == apoyo::sin_texto || (codigo == apoyo::solo_del_sistema && idioma != 0) ||
         (codigo == apoyo::sin_catalan && idioma == 0x0403)) {
         return cadena_w();
