@@ -1,7 +1,6 @@
 // Directory listings against hand-written FindFirstFileExW loops.
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
 #include "arbol.hpp"
 #include "bancos.hpp"
@@ -15,50 +14,6 @@
 #include <windows.h>
 
 namespace {
-
-bool menor_sin_caja(const std::wstring& a, const std::wstring& b) {
-    return _wcsicmp(a.c_str(), b.c_str()) < 0;
-}
-
-// What a careful programmer writes: files into one list, directories into another, sorted.
-void lista_a_mano(const std::wstring& directorio, std::vector<std::wstring>& ficheros,
-                  std::vector<std::wstring>* directorios) {
-    WIN32_FIND_DATAW datos;
-    HANDLE busqueda = ::FindFirstFileExW((directorio + L"\\*").c_str(), FindExInfoBasic, &datos,
-                                         FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
-    if (busqueda == INVALID_HANDLE_VALUE) {
-        return;
-    }
-    do {
-        if ((datos.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-            ficheros.emplace_back(datos.cFileName);
-        } else if (directorios != nullptr && datos.cFileName[0] != L'.') {
-            directorios->emplace_back(datos.cFileName);
-        }
-    } while (::FindNextFileW(busqueda, &datos));
-    ::FindClose(busqueda);
-    std::sort(ficheros.begin(), ficheros.end(), menor_sin_caja);
-    if (directorios != nullptr) {
-        std::sort(directorios->begin(), directorios->end(), menor_sin_caja);
-    }
-}
-
-void arbol_a_mano(const std::wstring& raiz) {
-    std::vector<std::pair<std::wstring, std::vector<std::wstring>>> resultado;
-    std::vector<std::wstring> pendientes{raiz};
-    while (!pendientes.empty()) {
-        std::wstring actual = std::move(pendientes.back());
-        pendientes.pop_back();
-        std::vector<std::wstring> ficheros;
-        std::vector<std::wstring> directorios;
-        lista_a_mano(actual, ficheros, &directorios);
-        for (const std::wstring& d : directorios) {
-            pendientes.push_back(actual + L"\\" + d);
-        }
-        resultado.emplace_back(std::move(actual), std::move(ficheros));
-    }
-    banco::usa(resultado.data());
-}
 
 void lista(const std::wstring& directorio) {
     ListaFicheros_u ficheros;
@@ -93,7 +48,7 @@ void bancos::listados() {
                                                                                 &listas);
                  lumodir_libera_lista_de_ficheros_en_directorio_y_subdirectorios_UNICODE(num, &listas);
              },
-         .otros = {{"hand-written walk", [&] { arbol_a_mano(arbol); }, 0.75},
+         .otros = {{"hand-written walk", [&] { recorre_a_mano(arbol); }, 0.75},
                    {"the same calls, unchecked, keeping nothing", [&] { lista_por_manijas(arbol); }}},
          .vueltas = 1,
          .rondas = 10});

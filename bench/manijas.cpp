@@ -1,6 +1,6 @@
 #include "manijas.hpp"
 
-#include <vector>
+#include <algorithm>
 
 #ifndef NOMINMAX
 #define NOMINMAX
@@ -67,6 +67,10 @@ contenido lee(HANDLE abierto) {
     return resultado;
 }
 
+bool menor_sin_caja(const std::wstring& a, const std::wstring& b) {
+    return _wcsicmp(a.c_str(), b.c_str()) < 0;
+}
+
 std::size_t lista(HANDLE abierto) {
     contenido dentro = lee(abierto);
     std::size_t num = dentro.ficheros.size();
@@ -107,6 +111,47 @@ void borra_por_manijas(const std::wstring& raiz) {
     ::RemoveDirectoryW(raiz.c_str());
 }
 
+void lista_a_mano(const std::wstring& directorio, std::vector<std::wstring>& ficheros,
+                  std::vector<std::wstring>* directorios) {
+    WIN32_FIND_DATAW datos;
+    HANDLE busqueda = ::FindFirstFileExW((directorio + L"\\*").c_str(), FindExInfoBasic, &datos,
+                                         FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    if (busqueda == INVALID_HANDLE_VALUE) {
+        return;
+    }
+    do {
+        if ((datos.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            ficheros.emplace_back(datos.cFileName);
+        } else if (directorios != nullptr && datos.cFileName[0] != L'.') {
+            directorios->emplace_back(datos.cFileName);
+        }
+    } while (::FindNextFileW(busqueda, &datos));
+    ::FindClose(busqueda);
+    std::sort(ficheros.begin(), ficheros.end(), menor_sin_caja);
+    if (directorios != nullptr) {
+        std::sort(directorios->begin(), directorios->end(), menor_sin_caja);
+    }
+}
+
+std::size_t recorre_a_mano(const std::wstring& raiz) {
+    std::size_t num = 0;
+    std::vector<std::pair<std::wstring, std::vector<std::wstring>>> resultado;
+    std::vector<std::wstring> pendientes{raiz};
+    while (!pendientes.empty()) {
+        std::wstring actual = std::move(pendientes.back());
+        pendientes.pop_back();
+        std::vector<std::wstring> ficheros;
+        std::vector<std::wstring> directorios;
+        lista_a_mano(actual, ficheros, &directorios);
+        for (const std::wstring& d : directorios) {
+            pendientes.push_back(actual + L"\\" + d);
+        }
+        num += ficheros.size();
+        resultado.emplace_back(std::move(actual), std::move(ficheros));
+    }
+    return num;
+}
+
 void borra_a_mano(const std::wstring& directorio) {
     WIN32_FIND_DATAW datos;
     HANDLE busqueda = ::FindFirstFileExW((directorio + L"\\*").c_str(), FindExInfoBasic, &datos,
@@ -130,13 +175,19 @@ void borra_a_mano(const std::wstring& directorio) {
     ::RemoveDirectoryW(directorio.c_str());
 }
 
-void solo_busca(const std::wstring& directorio) {
+std::size_t solo_busca(const std::wstring& directorio) {
     WIN32_FIND_DATAW datos;
     const HANDLE busqueda = ::FindFirstFileExW((directorio + L"\\*").c_str(), FindExInfoBasic, &datos,
                                                FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
-    while (::FindNextFileW(busqueda, &datos)) {
+    if (busqueda == INVALID_HANDLE_VALUE) {
+        return 0;
     }
+    std::size_t num = 0;
+    do {
+        num += (datos.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 ? 1 : 0;
+    } while (::FindNextFileW(busqueda, &datos));
     ::FindClose(busqueda);
+    return num;
 }
 
 }  // namespace bancos

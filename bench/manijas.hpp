@@ -4,10 +4,16 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace bancos {
 
-// By paths: files first, then the directories below, then the directory.
+// By paths: files into one list, directories into another, sorted.
+void lista_a_mano(const std::wstring& directorio, std::vector<std::wstring>& ficheros,
+                  std::vector<std::wstring>* directorios);
+std::size_t recorre_a_mano(
+    const std::wstring& raiz);  // all of them below, kept; answers how many files there are
+// Files first, then the directories below, then the directory.
 void borra_a_mano(const std::wstring& directorio);
 
 // By handles: each directory opened through the one above it, read by its handle, its entries opened by their names and
@@ -16,6 +22,6 @@ std::size_t lista_por_manijas(const std::wstring& raiz);  // answers how many fi
 void borra_por_manijas(const std::wstring& raiz);
 
 // A search of everything in a directory, of which nothing is kept.
-void solo_busca(const std::wstring& directorio);
+std::size_t solo_busca(const std::wstring& directorio);  // answers how many files there are
 
 }  // namespace bancos

@@ -26,7 +26,8 @@ if(MSVC)
   # Calls through pointers go only to functions; returns only to callers (control-flow guard, shadow stacks).
   target_compile_options(lumodir_opciones INTERFACE /guard:cf)
   target_link_options(lumodir_opciones INTERFACE /Brepro /guard:cf /CETCOMPAT)
-  if(PROJECT_IS_TOP_LEVEL)
+  # What a package manager has chosen stays.
+  if(PROJECT_IS_TOP_LEVEL AND NOT DEFINED CMAKE_MSVC_RUNTIME_LIBRARY)
     set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
   endif()
 else()

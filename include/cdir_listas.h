@@ -70,7 +70,9 @@ LUMODIR_API void cdir_lista_de_ficherosFiltro(const char *directorio, const char
                                               const char *patron, ListaFicheros *lista);
 
 /**
- * As cdir_lista_de_ficherosFiltro_UNICODE() with the drive apart; the record's path is drive and directory.
+ * As cdir_lista_de_ficherosFiltro_UNICODE() with the drive apart; the record's path is drive and directory. With an
+ * empty directory a drive is its current directory, though its path (`X:`) looks like that of its root: `.` tells them
+ * apart.
  *
  * @param unidad      Drive (`C:` or `\\server\share`), or NULL for none (not reported).
  * @param directorio  Directory (UTF-16). NULL is reported.
@@ -97,7 +99,8 @@ cdir_lista_de_ficheros_en_path_filtro_UNICODE(const wchar_t *path_filtro, ListaF
 LUMODIR_API void cdir_lista_de_ficheros_en_path_filtro(const char *path_filtro, ListaFicheros *lista);
 
 /**
- * Lists the subdirectories of a directory that a pattern finds, without those whose name begins with ".".
+ * Lists the subdirectories of a directory that a pattern finds, without those whose name begins with ".". An empty text
+ * is the root of the current drive here, not the current directory (`.`) as in the lists of files.
  *
  * @param directorio  Directory (UTF-16). NULL is reported.
  * @param patron      Pattern of the subdirectories (`*`). NULL is reported.

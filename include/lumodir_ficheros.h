@@ -82,7 +82,8 @@ LUMODIR_API void lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(const
  * attempt each, and the first that fails ends it. Subdirectories whose name begins with "." do not count as contents:
  * where there is nothing else, the removal is tried, and the system refuses it. A base that is not the beginning of
  * the directory is reported as
- * "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO".
+ * "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO"; one that ends within a name of it
+ * is passed, and then reported as "widestr_longitud(dir) > widestr_longitud(path_base)".
  *
  * @param path_directorio      Directory (UTF-16). NULL, empty or blank is reported ("(directorio) != NULL" or
  *                             "widestr_longitud(directorio) > 0") and nothing is removed.

@@ -21,6 +21,8 @@ execute_process(COMMAND date -u -d @${momento} +%Y-%m-%dT%H:%M:%SZ OUTPUT_VARIAB
                 COMMAND_ERROR_IS_FATAL ANY)
 string(REPLACE "<<CREATED>>" "${fecha}" texto "${texto}")
 file(WRITE ${carpeta}/sbom.spdx.json "${texto}")
+# As the installed files are, whatever the user's umask.
+file(CHMOD ${carpeta}/sbom.spdx.json PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 
 # Everything in one folder, so that unpacking scatters nothing.
 file(GLOB_RECURSE ficheros RELATIVE ${carpeta} ${carpeta}/*)

@@ -4,7 +4,7 @@
 # A program needs lumodir.dll beside it, or on PATH. This copies it there after each build:
 #     add_custom_command(TARGET program POST_BUILD
 #         COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_RUNTIME_DLLS:program> $<TARGET_FILE_DIR:program>
-#         COMMAND_EXPAND_LISTS)
+#         COMMAND_EXPAND_LISTS VERBATIM)
 
 get_filename_component(_lumodir_raiz "${CMAKE_CURRENT_LIST_DIR}/../../.." ABSOLUTE)
 

@@ -1,10 +1,10 @@
 # For the day when a Windows machine is at hand: what only such a machine can settle, each with what is expected.
 #     powershell -ExecutionPolicy Bypass -File tools\experiments.ps1 -Lumodir C:\lumodir\lumodir.exe [-Only "2,5,16"]
 # What can be done by the command is done here, in a directory of its own in TEMP, and judged; for the rest it says what
-# to do and what should be seen, and takes down the answer. The record is experiments.txt in the current directory.
-# Needs Windows PowerShell 5.1 or later. An ordinary user runs it once, an administrator once more. The exit code is 1
-# when one of its own verdicts is bad.
-# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar has read it.
+# to do and what should be seen, and takes down the answer. Needs Windows PowerShell 5.1 or later. An ordinary user runs it
+# once, an administrator once more; each leaves a record of its own in the current directory, experiments.user.txt or
+# experiments.admin.txt. The exit code is 1 when one of its own verdicts is bad.
+# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar read it before the last changes.
 param(
     [Parameter(Mandatory = $true)][string]$Lumodir,
     # A text: what `powershell -File` is given for a list of numbers arrives as one.
@@ -17,10 +17,13 @@ $script:code = 0
 $script:good = 0
 $script:bad = 0
 $Lumodir = (Resolve-Path -LiteralPath $Lumodir).Path
-$record = Join-Path (Get-Location) 'experiments.txt'
+$admin = ([Security.Principal.WindowsPrincipal][Security.Principal.WindowsIdentity]::GetCurrent()).IsInRole(
+    [Security.Principal.WindowsBuiltInRole]::Administrator)
+$who = if ($admin) { 'admin' } else { 'user' }
+$record = Join-Path (Get-Location) "experiments.$who.txt"
 $work = Join-Path $env:TEMP ('lumo_experiments_' + $PID)
 New-Item -ItemType Directory -Path $work | Out-Null
-Set-Content -LiteralPath $record -Encoding UTF8 -Value ('lumodir experiments, {0}, {1}' -f (Get-Date), [Environment]::OSVersion.VersionString)
+Set-Content -LiteralPath $record -Encoding UTF8 -Value ('lumodir experiments, {0}, {1}, {2}' -f (Get-Date), [Environment]::OSVersion.VersionString, $who)
 
 function Note([string]$text) {
     Write-Host $text
@@ -99,7 +102,7 @@ $experiments = @(
     @{ N = 7; Name = 'unique files beside a scanner'; Do = {
         $d = Join-Path $work 'unique'
         New-Item -ItemType Directory -Path $d | Out-Null
-        1..100 | ForEach-Object { Lumo tmp --ext exe --in $d | Out-Null }
+        1..50 | ForEach-Object { foreach ($ext in 'exe', 'js') { Lumo tmp --ext $ext --in $d | Out-Null } }
         $names = @(Get-ChildItem -LiteralPath $d -Force)
         Verdict ('100 calls made {0} files, {1} of them left-over .tmp' -f $names.Count, @($names | Where-Object Extension -eq '.tmp').Count) ($names.Count -eq 100 -and -not ($names | Where-Object Extension -eq '.tmp'))
         Look 'again with real-time protection and a helper that opens each new file for 50 ms without FILE_SHARE_DELETE' 'one file a call, no .tmp' 'several candidates, questions, left-overs' } },
@@ -123,7 +126,7 @@ $experiments = @(
         Look 'lumodir ls, date, exists and rmtree --yes on a folder with online-only files' 'nothing is downloaded; the folder is entered and deleted' 'downloads, or "not entered"' } },
     @{ N = 12; Name = 'permission to write in the registry'; Do = {
         $there = Test-Path 'HKLM:\SOFTWARE\LUMO'
-        Look 'call lumoreg_tiene_permisos_escribir_en_registro() from a small host, once as user and once as administrator' '0 and 1; no report' 'code 87 or 5'
+        Look 'call lumoreg_tiene_permisos_escribir_en_registro() from a small host, once as user and once as administrator' '0 and 1; no report; as user nothing under HKCU\Software\Classes\VirtualStore' 'code 87 or 5'
         Verdict 'no key HKLM\SOFTWARE\LUMO is left' ((Test-Path 'HKLM:\SOFTWARE\LUMO') -eq $there) } },
     @{ N = 13; Name = 'keys: links, and directly below a root'; Do = {
         New-Item -Path 'HKCU:\LumoExperiment\A\B' -Force | Out-Null

@@ -3,8 +3,9 @@
 # Where each preset's compiler is found, and in which shell this runs, stands in docs\guide.md, "Building on Windows". What
 # each step settles stands in docs\platforms.md, "What only a Windows machine can settle". First as an ordinary user, then
 # as an administrator: each leaves its own record, on_windows.<user or admin>.txt in the build's folder, beside
-# experiments.txt and one log and one .xml a program. Exit code 1 when a verdict is bad or a case fails.
-# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar has read it.
+# experiments.<user or admin>.txt, one log and one .xml a program (the .xml is the last run's). Exit code 1 when a
+# verdict is bad or a case fails.
+# Nobody has run it yet: there is no Windows on the machine that builds and tests. A grammar read it before the last changes.
 param(
     [ValidateSet('windows-msys2', 'windows-msvc', 'windows-clang-cl')][string]$Preset = 'windows-msys2',
     [ValidateSet('all', 'experiments', 'tests')][string]$Part = 'all',

@@ -1,4 +1,4 @@
-// The search over all pages, from files alone: indice.js (made by tools/docs) holds the texts, lunr the method.
+// The search over all pages, from files alone: indice.js (made with them) holds the texts, lunr the method.
 // Words are found in English prose and in the Spanish names, whose parts are words ("borra" finds
 // cdir_borra_fichero); what begins with a word is found too, and a slip of one letter where nothing else is.
 (function () {

@@ -197,12 +197,16 @@ inline lista_ficheros lista_de_ficherosFiltro(const argumento& directorio, const
                                          l.direccion());
     return l;
 }
-/** The same with the drive apart. */
+/** The same with the drive apart; with nothing behind it a drive is its current directory, and path() says so (`X:.`). */
 inline lista_ficheros lista_de_ficherosFiltro_en_unidad(const argumento& unidad, const argumento& directorio,
                                                         const argumento& extension, const argumento& patron) {
     lista_ficheros l(lumodir::detalle::es_raiz(directorio));
-    cdir_lista_de_ficherosFiltro_en_unidad(unidad.c_str(), directorio.c_str(), extension.c_str(),
-                                           patron.c_str(), l.direccion());
+    const std::wstring_view de_unidad = lumodir::detalle::vista(unidad.c_str());
+    // A name behind the drive alone would be one of the root.
+    const bool es_actual = directorio.c_str() != nullptr && *directorio.c_str() == L'\0' &&
+                           !de_unidad.empty() && de_unidad.back() == L':';
+    cdir_lista_de_ficherosFiltro_en_unidad(unidad.c_str(), es_actual ? L"." : directorio.c_str(),
+                                           extension.c_str(), patron.c_str(), l.direccion());
     return l;
 }
 /** The files that a full search pattern finds; path() is empty. */
@@ -211,9 +215,10 @@ inline lista_ficheros lista_de_ficheros_en_path_filtro(const argumento& path_fil
     cdir_lista_de_ficheros_en_path_filtro_UNICODE(path_filtro.c_str(), l.direccion());
     return l;
 }
-/** The subdirectories that a pattern finds. */
+/** The subdirectories that a pattern finds; of an empty text those of the root. */
 inline lista_ficheros lista_de_directorios(const argumento& directorio, const argumento& patron = L"*") {
-    lista_ficheros l(lumodir::detalle::es_raiz(directorio));
+    lista_ficheros l(lumodir::detalle::es_raiz(directorio) ||
+                     lumodir::detalle::vista(directorio.c_str()).empty());
     cdir_lista_de_directorios_UNICODE(directorio.c_str(), patron.c_str(), l.direccion());
     return l;
 }

@@ -301,8 +301,8 @@ char* cdir_construye_path(const char* directorio1, const char* directorio2, cons
 // ---- Abbreviation for display
 
 wchar_t* cdir_ruta_abreviada_con_logitud_maxima_u(const wchar_t* ruta, unsigned short maximo) {
-    const bool hay_ruta = i_comprueba(ruta != nullptr, "(ruta) != NULL");
-    return hay_ruta ? i_ruta_abreviada(a_vista(ruta), maximo).suelta() : nuevo_texto(vista_w());
+    i_comprueba(ruta != nullptr, "(ruta) != NULL");
+    return i_ruta_abreviada(a_vista(ruta), maximo).suelta();
 }
 
 wchar_t* cdir_nombre_fichero_abreviado_UNICODE(const wchar_t* nombre) {

@@ -20,7 +20,7 @@ std::size_t i_longitud_marcador(vista<C> formato) noexcept {
 template <class C, class Emite>
 void i_recorre_formato(vista<C> formato, const argumento<C>* argumentos, std::size_t num, Emite emite) {
     std::size_t siguiente = 0;
-    while (!formato.empty()) {
+    for (;;) {
         const std::size_t porciento = formato.find(C('%'));
         if (porciento == vista<C>::npos) {
             emite(formato);
@@ -29,7 +29,7 @@ void i_recorre_formato(vista<C> formato, const argumento<C>* argumentos, std::si
         emite(formato.substr(0, porciento));
         formato.remove_prefix(porciento);
         const std::size_t largo = i_longitud_marcador(formato);
-        if (largo > 0 && siguiente < num) {
+        if (largo != 0 && siguiente < num) {
             emite(argumentos[siguiente++].ver());
             formato.remove_prefix(largo);
         } else {

@@ -17,8 +17,8 @@ struct lo_preguntado {
     std::atomic<unsigned> pagina{ninguna};
     std::atomic<escritura> como{escritura::de_un_byte};
     struct fila {
-        std::atomic<bool> es_inicial{false};
-        std::atomic<bool> se_conoce{false};
+        std::atomic<bool> es_inicial;
+        std::atomic<bool> se_conoce;
         std::atomic<std::uint64_t> segundos[4] = {};  // bit n of the 256: this byte and n are one character
     };
     fila filas[128];                          // by the first byte, from 0x80 on

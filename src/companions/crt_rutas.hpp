@@ -51,7 +51,8 @@ constexpr cortes_de_ruta i_cortes(vista<C> ruta) noexcept {
         if (es_separador(c) && empieza_caracter(resto, nombre - 1)) {
             break;
         }
-        if (es_punto(c) && punto == resto.size() && empieza_caracter(resto, nombre - 1)) {
+        // A dot is no second byte in any code page.
+        if (es_punto(c) && punto == resto.size()) {
             punto = nombre - 1;
         }
     }

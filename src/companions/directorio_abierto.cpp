@@ -44,6 +44,12 @@ bool i_es_numero(unsigned long long numero) noexcept {
     return numero != 0 && numero != ~0ull;
 }
 
+// The right to change the marks of a file. A system that follows links would open it for writing then, which a read-only one
+// refuses to everybody but an administrator; any handle will do there.
+DWORD i_acceso_a_marcas() noexcept {
+    return sistema.sigue_enlaces() ? SYNCHRONIZE : FILE_WRITE_ATTRIBUTES;
+}
+
 // The call is not known here: by the system, or by the file system behind it.
 bool i_es_llamada_desconocida(DWORD codigo) noexcept {
     switch (codigo) {
@@ -512,7 +518,7 @@ bool directorio_abierto::i_lleva_a_ella(HANDLE abierta, const entrada_leida& cua
 
 DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atributos) {
     const sin_dialogos callado;
-    const fichero_abierto abierta = i_abre_entrada(cual, FILE_WRITE_ATTRIBUTES);
+    const fichero_abierto abierta = i_abre_entrada(cual, i_acceso_a_marcas());
     if (!abierta.valida()) {
         return abierta.codigo_de_fallo();
     }
@@ -535,7 +541,7 @@ DWORD directorio_abierto::borra_raiz(const ruta_fijada& raiz) {
 
 DWORD directorio_abierto::protege_raiz(const ruta_fijada& raiz, int modo) {
     const sin_dialogos callado;
-    const fichero_abierto abierta = i_abre_raiz_otra_vez(raiz, FILE_WRITE_ATTRIBUTES);
+    const fichero_abierto abierta = i_abre_raiz_otra_vez(raiz, i_acceso_a_marcas());
     if (!abierta.valida()) {
         return abierta.codigo_de_fallo();
     }

@@ -9,11 +9,11 @@ namespace interno {
 
 tabla_memoria memoria = {std::malloc, std::realloc, std::free};
 
-std::atomic<unsigned long long> i_vivos{0};
+std::atomic<unsigned long long> i_vivos;
 
 namespace {
 
-std::atomic<unsigned long long> i_internos{0};
+std::atomic<unsigned long long> i_internos;
 
 void* i_bloque_cambiado(void* bloque, std::size_t bytes, lugar donde) noexcept {
     void* nuevo = memoria.cambia(bloque, bytes == 0 ? 1 : bytes);

@@ -27,10 +27,11 @@ void i_ordena_por_insercion(T* datos, std::size_t num, Compara compara) {
     }
 }
 
+// The first half has an element at least.
 template <class T, class Compara>
 void i_mezcla(const T* a, std::size_t num_a, const T* b, std::size_t num_b, T* destino, Compara compara) {
     // Directories often come already in order: then the halves only need to be put side by side.
-    if (num_a > 0 && num_b > 0 && compara(b[0], a[num_a - 1]) < 0) {
+    if (num_b > 0 && compara(b[0], a[num_a - 1]) < 0) {
         while (num_a > 0 && num_b > 0) {
             if (compara(*b, *a) < 0) {
                 *destino++ = *b++;

@@ -178,7 +178,7 @@ constexpr std::size_t tras_el_ultimo(vista<C> texto, Es es) noexcept {
 
 template <class C>
 constexpr bool empieza_por(vista<C> texto, std::type_identity_t<vista<C>> principio) noexcept {
-    return texto.size() >= principio.size() && texto.substr(0, principio.size()) == principio;
+    return texto.substr(0, principio.size()) == principio;
 }
 
 // The ending is ASCII.
@@ -254,8 +254,7 @@ constexpr bool iguales_sin_caja(vista<C> a, std::type_identity_t<vista<C>> b) no
 
 template <class C>
 constexpr bool empieza_por_sin_caja(vista<C> texto, std::type_identity_t<vista<C>> principio) noexcept {
-    return texto.size() >= principio.size() &&
-           compara_sin_caja(texto.substr(0, principio.size()), principio) == 0;
+    return compara_sin_caja(texto.substr(0, principio.size()), principio) == 0;
 }
 
 // Token number `numero` (from 1) of the text cut at any of the separators, which are ASCII; empty tokens do not

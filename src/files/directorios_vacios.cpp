@@ -15,6 +15,8 @@
 namespace interno {
 namespace {
 
+constexpr const char* mas_corto = "widestr_longitud(dir) > widestr_longitud(path_base)";
+
 // How many directories of a path lie below its first `largo_base` units, counted from its end up to the first
 // component that names another directory. One with a "/" behind it is the last: going up from there changes nothing.
 std::size_t i_niveles_bajo_la_base(vista_w directorio, std::size_t largo_base) noexcept {
@@ -64,7 +66,7 @@ public:
         const DWORD codigo = primero->directorio.abre(base, trato_);
         eslabones_.anade(primero.suelta());
         if (codigo != ERROR_SUCCESS) {
-            return false;
+            return i_dice_que_se_ha_ido(codigo);
         }
         while (!nombres.empty()) {
             const std::size_t fin = nombres.find(L'\\');
@@ -147,14 +149,20 @@ cadena_w i_unidad_como_base(vista_w directorio) {
     return i_makepath(piezas.unidad.data() == nullptr ? vista_w(L"") : piezas.unidad, {}, {}, {});
 }
 
-// How many directories of a full path lie below another full path; none when it does not lead there.
+// Whether a base is the beginning of a path, but ends within a name of it: what bears that name is no base.
+bool i_acaba_dentro_de_un_nombre(vista_w base, vista_w path) noexcept {
+    return !base.empty() && !acaba_en(base, L"\\") && !acaba_en(base, L":") &&
+           !es_separador(path[base.size()]);
+}
+
+// How many directories of a full path lie below another full path, or are longer where that ends within a name; none
+// when it does not lead there.
 std::size_t i_niveles_entre(vista_w completa, vista_w base) noexcept {
-    if (completa.size() <= base.size() || !i_mismo_nombre(completa.substr(0, base.size()), base) ||
-        (!acaba_en(base, L"\\") && completa[base.size()] != L'\\')) {
+    if (completa.size() <= base.size() || !i_mismo_nombre(completa.substr(0, base.size()), base)) {
         return 0;
     }
-    std::size_t niveles = 0;
-    bool en_nombre = false;
+    std::size_t niveles = i_acaba_dentro_de_un_nombre(base, completa) ? 1 : 0;
+    bool en_nombre = niveles != 0;
     for (const wchar_t c : completa.substr(base.size())) {
         niveles += c != L'\\' && !en_nombre ? 1 : 0;
         en_nombre = c != L'\\';
@@ -210,8 +218,9 @@ void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada)
     const cadena_w forma = donde_empieza.completa(a_vista(directorio));
     const vista_w completa = i_sin_separadores_finales(forma);
     // The text may go up and come back through the base; the system's form says where it does not.
-    const std::size_t niveles = std::min(i_niveles_bajo_la_base(a_vista(directorio), base_dada.size()),
-                                         i_niveles_entre(completa, donde_empieza.completa(base_dada)));
+    const std::size_t segun_el_texto = i_niveles_bajo_la_base(a_vista(directorio), base_dada.size());
+    const std::size_t niveles =
+        std::min(segun_el_texto, i_niveles_entre(completa, donde_empieza.completa(base_dada)));
     if (niveles == 0) {
         return;
     }
@@ -223,8 +232,13 @@ void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada)
     if (!cadena_abierta.abre(fijada, i_sin_separador_inicial(completa.substr(base.size())))) {
         return;
     }
-    while (cadena_abierta.queda_alguno() && cadena_abierta.quita_ultimo()) {
+    while (cadena_abierta.queda_alguno()) {
+        if (!cadena_abierta.quita_ultimo()) {
+            return;
+        }
     }
+    i_comprueba(niveles != segun_el_texto || !i_acaba_dentro_de_un_nombre(base_dada, a_vista(directorio)),
+                mas_corto);
 }
 
 }  // namespace
@@ -238,9 +252,7 @@ void i_borra_directorios_vacios(const wchar_t* path_directorio, vista_w path_bas
         !hay_base ||
         i_comprueba(hay_texto(base) && empieza_por_sin_caja(directorio, base),
                     "widestr_es_subcadena_inicial_may_o_min(path_directorio, path_base_no_borrar) == CIERTO");
-    if (iguales_sin_caja(directorio, base) ||
-        !i_comprueba(directorio.size() > base.size(),
-                     "widestr_longitud(dir) > widestr_longitud(path_base)") ||
+    if (iguales_sin_caja(directorio, base) || !i_comprueba(directorio.size() > base.size(), mas_corto) ||
         !es_principio) {
         return;
     }

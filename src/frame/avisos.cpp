@@ -30,7 +30,7 @@ void i_muestra_mensaje(ConstructorMensaje construye, vista_w argumento) noexcept
 }
 
 void i_muestra_mensaje(ConstructorMensaje construye, vista_a argumento) noexcept {
-    if (!i_modo_servicio()) {
+    if (!i_modo_servicio()) {  // nothing is converted that nobody sees
         i_muestra_mensaje(construye, utf16_temporal(argumento).ver());
     }
 }

@@ -68,7 +68,7 @@ constexpr const char* timefich_msg = "timefich.msg";
 
 // ---- reading the texts while compiling
 
-constexpr bool i_textos_completos(const datos_mensaje& datos) {
+consteval bool i_textos_completos(const datos_mensaje& datos) {
     return std::equal(std::begin(datos.textos), std::end(datos.textos), std::begin(idiomas),
                       [](const texto_propio& propio, ranura_idioma idioma) {
                           return propio.ranura == idioma && !propio.texto.empty();
@@ -92,7 +92,7 @@ constexpr std::uint32_t i_marcadores(vista_w texto) {
     return marcadores;
 }
 
-constexpr bool i_mismos_marcadores(const datos_mensaje& datos) {
+consteval bool i_mismos_marcadores(const datos_mensaje& datos) {
     const std::uint32_t esperados = i_marcadores(datos.en_espanol());
     return esperados != marcadores_incorrectos &&
            std::all_of(std::begin(datos.textos), std::end(datos.textos),
@@ -105,13 +105,13 @@ constexpr vista_w fichero = L"fichero";
 constexpr vista_w archivo = L"archivo";
 static_assert(fichero.size() == archivo.size());
 
-constexpr bool i_dice_fichero(const datos_mensaje& datos) {
+consteval bool i_dice_fichero(const datos_mensaje& datos) {
     return datos.en_espanol().find(fichero) != vista_w::npos;
 }
 
 // The second variant keeps "fichero" in the two messages about the read-only protection: a deliberate exception, its
 // texts stay as they are known.
-constexpr bool i_variante_2_conserva_fichero(std::uint32_t id) {
+consteval bool i_variante_2_conserva_fichero(std::uint32_t id) {
     return id == 53961 || id == 53962;
 }
 
@@ -125,7 +125,7 @@ constexpr std::uint32_t i_longitud_prefijo(std::uint32_t id) {
     return longitud;
 }
 
-constexpr std::size_t i_longitud_total(const datos_mensaje& datos) {
+consteval std::size_t i_longitud_total(const datos_mensaje& datos) {
     const std::size_t prefijo_y_final = i_longitud_prefijo(datos.id) + 1;
     std::size_t total = i_dice_fichero(datos) ? prefijo_y_final + datos.en_espanol().size() : 0;
     for (const texto_propio& propio : datos.textos) {
@@ -155,7 +155,7 @@ struct textos_con_prefijo {
 };
 
 template <std::size_t longitud>
-constexpr textos_con_prefijo<longitud> i_compone(const datos_mensaje& datos) {
+consteval textos_con_prefijo<longitud> i_compone(const datos_mensaje& datos) {
     textos_con_prefijo<longitud> compuestos;
     compuestos.comienzo.fill(sin_texto_propio);
     std::size_t posicion = 0;

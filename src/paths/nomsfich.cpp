@@ -14,13 +14,13 @@ namespace {
 
 constexpr vista_a caracteres_prohibidos = "<>:\"|\\/*?";
 
-// A second byte 0x5C or 0x7C is no separator and no bar.
+// Their first byte tells: a second one, 0x5C or 0x7C, is no separator and no bar.
 constexpr bool i_prohibido(vista_a caracter) noexcept {
-    return caracter.size() == 1 && caracteres_prohibidos.find(caracter[0]) != vista_a::npos;
+    return caracteres_prohibidos.find(caracter[0]) != vista_a::npos;
 }
 
 constexpr bool i_de_control(vista_a caracter) noexcept {
-    return caracter.size() == 1 && static_cast<unsigned char>(caracter[0]) < ' ';
+    return static_cast<unsigned char>(caracter[0]) < ' ';
 }
 
 cadena_a cad_convertir_a_minusculas(vista_a texto) {

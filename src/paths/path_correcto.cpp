@@ -31,7 +31,7 @@ struct tabla_reservados {
     std::uint16_t segundas[256] = {};
     std::uint16_t ultimas[256] = {};
 
-    constexpr tabla_reservados() {
+    consteval tabla_reservados() {
         for (const vista_a nombre : nombres_reservados) {
             const auto bit = static_cast<std::uint16_t>(1u << nombre.size());
             for (const char c : {nombre[1], minuscula_ascii(nombre[1])}) {
@@ -284,7 +284,7 @@ veredicto i_correcto(vista_a path) {
 struct tabla_validos {
     bool vale[256] = {};
 
-    constexpr tabla_validos() {
+    consteval tabla_validos() {
         for (unsigned c = 0; c < 256; ++c) {
             const auto unidad = static_cast<wchar_t>(c);
             const notas_de_64 n = i_notas_llanas(vista_w(&unidad, 1));

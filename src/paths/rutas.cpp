@@ -14,7 +14,7 @@ division<wchar_t> i_division_comprobada(vista_w path) {
 }
 
 bool i_empieza_por_barra(vista_w texto) noexcept {
-    return !texto.empty() && texto.front() == L'\\';
+    return empieza_por(texto, L"\\");
 }
 
 }  // namespace

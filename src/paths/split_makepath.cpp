@@ -86,9 +86,7 @@ void division<C>::i_toma_unidad_unc() {
         concatena<C>({LITERAL(C, "\\\\"), maquina, con_barra ? LITERAL(C, "\\") : vista<C>(), recurso});
     unidad = unidad_propia_.ver();
     const std::size_t posicion = i_busca(directorio, unidad);
-    if (posicion == 0) {
-        directorio.remove_prefix(unidad.size());
-    } else if (posicion != vista<C>::npos) {
+    if (posicion != vista<C>::npos) {
         directorio_propio_ =
             concatena<C>({directorio.substr(0, posicion), directorio.substr(posicion + unidad.size())});
         directorio = directorio_propio_.ver();

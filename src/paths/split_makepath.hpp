@@ -21,7 +21,7 @@ public:
           directorio(path.substr(cortes.directorio, cortes.nombre - cortes.directorio)),
           nombre(path.substr(cortes.nombre, cortes.extension > cortes.nombre
                                                 ? cortes.extension - cortes.nombre
-                                                : path.size() - cortes.nombre)),
+                                                : vista<C>::npos)),
           extension(cortes.extension > cortes.nombre ? path.substr(cortes.extension) : vista<C>()) {
         if (es_unc) {
             i_toma_unidad_unc();

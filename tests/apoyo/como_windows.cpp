@@ -306,6 +306,13 @@ BOOL WINAPI pon_atributos(const wchar_t* ruta, DWORD nuevos) {
     return bien;
 }
 
+// The right to change marks is one of its own on Windows; below it is that to write, which a read-only file refuses.
+DWORD como_se_abre_debajo(DWORD acceso) {
+    constexpr DWORD marcas = FILE_WRITE_ATTRIBUTES;
+    return debajo.sigue_enlaces() && (acceso & marcas) != 0 ? (acceso & ~marcas) | FILE_READ_ATTRIBUTES
+                                                            : acceso;
+}
+
 HANDLE WINAPI crea(const wchar_t* ruta, DWORD acceso, DWORD compartir, SECURITY_ATTRIBUTES* seguridad,
                    DWORD disposicion, DWORD indicadores, HANDLE plantilla) {
     mira_el_modo();
@@ -318,8 +325,8 @@ HANDLE WINAPI crea(const wchar_t* ruta, DWORD acceso, DWORD compartir, SECURITY_
     if (no_se_deja_preguntar(ruta)) {
         return INVALID_HANDLE_VALUE;
     }
-    const HANDLE h =
-        debajo.CreateFileW(ruta, acceso, compartir, seguridad, disposicion, indicadores, plantilla);
+    const HANDLE h = debajo.CreateFileW(ruta, como_se_abre_debajo(acceso), compartir, seguridad, disposicion,
+                                        indicadores, plantilla);
     recuerda(ruta, h == INVALID_HANDLE_VALUE);
     if (h != INVALID_HANDLE_VALUE) {
         ya_no_falta(ruta);
@@ -340,8 +347,8 @@ HANDLE WINAPI abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acces
     if (!actual->pendientes.empty() && esta_pendiente(clave(ruta_de_entrada(nombre, directorio)))) {
         return niega_manija(ERROR_ACCESS_DENIED);
     }
-    const HANDLE h =
-        debajo.abre_entrada(nombre, directorio, acceso, compartir, opciones, atributos_de_nombre);
+    const HANDLE h = debajo.abre_entrada(nombre, directorio, como_se_abre_debajo(acceso), compartir, opciones,
+                                         atributos_de_nombre);
     if (h == INVALID_HANDLE_VALUE || !actual->escenario.enlaces_por_si_mismos) {
         return h;
     }

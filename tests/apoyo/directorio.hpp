@@ -98,6 +98,8 @@ public:
         if (barra != relativa.npos) {
             directorio(relativa.substr(0, barra));
         }
+        ::SetFileAttributesW(i_larga(relativa).c_str(),
+                             FILE_ATTRIBUTE_NORMAL);  // what is read-only stays as it is
         const HANDLE h = ::CreateFileW(i_larga(relativa).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                        FILE_ATTRIBUTE_NORMAL, nullptr);
         EXPECT_NE(h, INVALID_HANDLE_VALUE) << relativa << " error " << ::GetLastError();

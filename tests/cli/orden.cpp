@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -364,7 +365,7 @@ std::vector<std::string> palabras(const std::string& linea) {
 }
 
 std::string lee_fichero(const std::string& fichero) {
-    std::ifstream entrada(fichero, std::ios::binary);
+    std::ifstream entrada(std::filesystem::path(w(fichero)), std::ios::binary);
     std::ostringstream texto;
     texto << entrada.rdbuf();
     std::string todo = texto.str();

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -146,10 +147,10 @@ const std::string espanyolas = "es/";
 std::vector<std::string> i_transcripciones() {
     std::vector<std::string> nombres;
     for (const std::string& donde : {std::string(), espanyolas}) {
-        WIN32_FIND_DATAA e;
-        HANDLE busca = FindFirstFileA((carpeta + donde + "*.txt").c_str(), &e);
-        for (BOOL hay = busca != INVALID_HANDLE_VALUE; hay; hay = FindNextFileA(busca, &e)) {
-            const std::string nombre = e.cFileName;
+        WIN32_FIND_DATAW e;
+        HANDLE busca = FindFirstFileW(cli::w(carpeta + donde + "*.txt").c_str(), &e);
+        for (BOOL hay = busca != INVALID_HANDLE_VALUE; hay; hay = FindNextFileW(busca, &e)) {
+            const std::string nombre = cli::u8(e.cFileName);
             nombres.push_back(donde + nombre.substr(0, nombre.size() - 4));
         }
         FindClose(busca);
@@ -186,7 +187,7 @@ TEST_P(transcripcion, se_escribe_lo_que_dice) {
         }
     }
     if (i_escribir()) {
-        std::ofstream(fichero, std::ios::binary) << de_nuevo;
+        std::ofstream(std::filesystem::path(cli::w(fichero)), std::ios::binary) << de_nuevo;
     }
 }
 

@@ -92,6 +92,24 @@ TEST(anfitrion, la_llamada_vuelve_como_si_nada) {
     EXPECT_EQ(interno::llama_al_anfitrion([](int x) { return x + 1; }, 41), 42);
 }
 
+#if defined(__x86_64__) && defined(__MINGW32__)
+extern "C" EXCEPTION_DISPOSITION lumodir_barrera_manejador(EXCEPTION_RECORD* excepcion, void* marco,
+                                                           CONTEXT* registros, DISPATCHER_CONTEXT* reparto);
+
+// A frame further out takes the exception and unwinds this one: the search is over, and it goes to nobody else.
+TEST(anfitrion, lo_que_ya_se_deshace_sigue_su_camino) {
+    for (const DWORD codigo : codigos) {
+        for (const DWORD avisos : {0x2ul, 0x4ul, 0x6ul}) {  // unwinding, to its end, or both
+            EXCEPTION_RECORD excepcion = {};
+            excepcion.ExceptionCode = codigo;
+            excepcion.ExceptionFlags = avisos;
+            EXPECT_EQ(lumodir_barrera_manejador(&excepcion, nullptr, nullptr, nullptr),
+                      ExceptionContinueSearch);
+        }
+    }
+}
+#endif
+
 TEST(anfitrion, excepciones_de_gcc) {
     int deshechos = 0;
     const int respuesta = interno::llama_al_anfitrion(

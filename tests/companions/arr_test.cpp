@@ -82,6 +82,50 @@ TEST(arr, nace_vacia_sea_cual_sea_el_sitio) {
     arr_DestruyeEstructurasConTipo(&punteros, [](void**) {});
 }
 
+// A thousand elements that were announced are not moved while they come; a wild number does not exhaust the memory.
+TEST(arr, el_sitio_anunciado_se_toma_de_una_vez_y_con_medida) {
+    static std::vector<std::size_t> pedidos;
+    static void* (*de_antes)(std::size_t) = nullptr;
+    de_antes = memoria.reserva;
+    const sustituye<decltype(memoria.reserva)> apunta(memoria.reserva, [](std::size_t bytes) {
+        pedidos.push_back(bytes);
+        return de_antes(bytes);
+    });
+    struct fila {
+        unsigned long sitio;
+        std::size_t elementos;
+    };
+    for (const fila& f :
+         {fila{0, 0}, fila{1, 1}, fila{1000, 1000}, fila{65536, 65536}, fila{0xFFFFFFFFul, 65536}}) {
+        std::vector<std::size_t> esperados;
+        if (f.elementos != 0) {
+            esperados.push_back(f.elementos * sizeof(void*));
+        }
+        const auto el_sitio = [&] {
+            pedidos.erase(pedidos.begin());  // the list itself
+            return pedidos;
+        };
+        en_ambos_sabores([&]<class C>() {
+            pedidos.clear();
+            auto* lista = arr<C>::crea(f.sitio);
+            EXPECT_EQ(el_sitio(), esperados) << f.sitio;
+            arr<C>::destruye(&lista);
+        });
+        pedidos.clear();
+        ArrPunteroConTipo* punteros = arr_CreaPunteroConTipo(f.sitio);
+        EXPECT_EQ(el_sitio(), esperados) << f.sitio;
+        arr_DestruyeEstructurasConTipo(&punteros, [](void**) {});
+    }
+    auto lista = objeto<ArrCADENA_u>::crea();
+    for (int i = 0; i < 40; ++i) {
+        lista->anade(cadena_w(vista_w(L"x")));
+    }
+    pedidos.clear();
+    const auto convertida = utunicode_cadenas_UNICODE_a_ANSI_destruyendo(std::move(lista));
+    EXPECT_EQ(convertida->num(), 40u);
+    EXPECT_EQ(std::count(pedidos.begin(), pedidos.end(), 40 * sizeof(char*)), 1);
+}
+
 TEST(arr, anade_copias_en_su_orden) {
     en_ambos_sabores([]<class C>() {
         auto texto = txt<C>("año");

@@ -4,6 +4,8 @@
 // loop says that it is at its first retry before any warning bears an asterisk.
 #include "companions/buclrein.hpp"
 
+#include <algorithm>
+#include <optional>
 #include <stdexcept>
 
 #include "apoyo/apoyo.hpp"
@@ -137,7 +139,39 @@ std::string sucesos_de(const escenario& e) {
     }
 }
 
+// What a process begins with: looked at before the first test sets a policy of its own.
+struct principio {
+    unsigned long silenciosos = 0;
+    std::vector<unsigned long> esperas;
+    bool en_servicio = true;
+};
+std::optional<principio> g_principio;
+
+class mira_el_principio : public testing::Environment {
+    void SetUp() override {
+        if (g_principio) {
+            return;
+        }
+        g_principio.emplace();
+        const sustituye<void (*)(unsigned long)> sin_esperar(
+            plataforma::duerme_ms, [](unsigned long ms) { g_principio->esperas.push_back(ms); });
+        BuclRein bucle = buclrein_crea(true, false);
+        g_principio->silenciosos = bucle.quedan;
+        g_principio->en_servicio = i_modo_servicio();
+        buclrein_reintentar(bucle, false);
+    }
+};
+const testing::Environment* const g_mira_el_principio =
+    testing::AddGlobalTestEnvironment(new mira_el_principio);
+
 }  // namespace
+
+TEST(buclrein, un_proceso_empieza_con_cinco_reintentos_de_100_ms_y_sin_servicio) {
+    ASSERT_TRUE(g_principio.has_value());
+    EXPECT_EQ(g_principio->silenciosos, 5u);
+    EXPECT_EQ(g_principio->esperas, std::vector<unsigned long>{100});
+    EXPECT_FALSE(g_principio->en_servicio);
+}
 
 TEST(buclrein, escenarios_por_filas) {
     for (const escenario& e : escenarios) {
@@ -277,6 +311,47 @@ TEST(buclrein, el_mensaje_se_hace_solo_para_preguntar) {
         EXPECT_EQ(hechos, f.hechos_en);
         EXPECT_EQ(toma_preguntas().size(), f.hechos_en.size());
         toma_esperas();
+    }
+}
+
+// The usual loop: what the last attempt told is what its failure says.
+TEST(buclrein, insiste_con_lo_que_el_ultimo_intento_cuenta) {
+    struct desenlace {
+        bool hecho;
+        unsigned long codigo;
+    };
+    struct fila {
+        bool informar;
+        int bien_en;
+        int intentos;
+        bool resultado;
+        std::vector<std::string> preguntas;
+    };
+    const fila filas[] = {
+        {.informar = true, .bien_en = 1, .intentos = 1, .resultado = true, .preguntas = {}},
+        {.informar = true, .bien_en = 3, .intentos = 3, .resultado = true, .preguntas = {}},
+        {.informar = true, .bien_en = 0, .intentos = 3, .resultado = false, .preguntas = {"intento 3"}},
+        {.informar = false, .bien_en = 0, .intentos = 3, .resultado = false, .preguntas = {}},
+    };
+    for (const fila& f : filas) {
+        buclrein_establece_politica(2, 0);
+        int intento = 0;
+        const bool bien = i_insiste(
+            f.informar,
+            [&] {
+                ++intento;
+                return desenlace{intento == f.bien_en, 1000u + static_cast<unsigned>(intento)};
+            },
+            [&] { return cadena_w(vista_w(w("intento " + std::to_string(intento)))); });
+        EXPECT_EQ(bien, f.resultado) << f.bien_en;
+        EXPECT_EQ(intento, f.intentos) << f.bien_en;
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), f.preguntas.size()) << f.bien_en;
+        for (std::size_t i = 0; i < preguntas.size(); ++i) {
+            EXPECT_EQ(preguntas[i].mensaje.substr(0, f.preguntas[i].size()), f.preguntas[i]);
+            EXPECT_EQ(preguntas[i].codigo, 1000u + static_cast<unsigned>(f.intentos));
+        }
+        EXPECT_EQ(toma_esperas().size(), static_cast<std::size_t>(std::min(f.intentos - 1, 2)));
     }
 }
 

@@ -36,6 +36,7 @@ TEST(cadena, es_duena_de_su_bloque) {
             EXPECT_EQ(lee(vacia.c_str()), "");
 
             const cadena<C> texto = de<C>("añb");
+            EXPECT_FALSE(texto.empty());
             EXPECT_EQ(texto.size(), txt<C>("añb").size());
             EXPECT_EQ(lee(texto.c_str()), "añb");
             EXPECT_EQ(lumospy_bloques_vivos(), antes + 2);
@@ -57,6 +58,9 @@ TEST(cadena, se_mueve_y_nunca_se_copia) {
         cadena<C> c = de<C>("dos");
         c = std::move(b);
         EXPECT_EQ(c.c_str(), bloque);
+        EXPECT_EQ(c.size(), 3u);
+        EXPECT_TRUE(b.es_nula());  // NOLINT: what is left behind is promised
+        EXPECT_EQ(b.size(), 0u);
         EXPECT_EQ(lumospy_bloques_vivos(), antes + 1);  // "dos" is gone
         cadena<C>& misma = c;
         c = std::move(misma);
@@ -98,6 +102,32 @@ TEST(cadena, con_sitio_termina_y_acorta_solo_acorta) {
         EXPECT_TRUE(a.empty());
         EXPECT_FALSE(a.es_nula());
         EXPECT_EQ(cadena<C>::con_sitio(0).c_str()[0], C(0));
+        cadena<C> nula;
+        nula.acorta(0);
+        EXPECT_TRUE(nula.es_nula());
+    });
+}
+
+TEST(cadena, pide_justo_lo_que_ocupa) {
+    static std::vector<std::size_t> pedidos;
+    static void* (*de_antes)(std::size_t) = nullptr;
+    de_antes = memoria.reserva;
+    const sustituye<decltype(memoria.reserva)> apunta(memoria.reserva, [](std::size_t bytes) {
+        pedidos.push_back(bytes);
+        return de_antes(bytes);
+    });
+    en_ambos_sabores([]<class C>() {
+        pedidos.clear();
+        const cadena<C> a(LITERAL(C, "tres"));
+        const cadena<C> b = concatena<C>({LITERAL(C, "a"), LITERAL(C, "bc")});
+        C* copia = nullptr;
+        {
+            entrega_de_copias entrega;
+            entrega.copia(&copia, LITERAL(C, "x"));
+            entrega.copia<C>(nullptr, LITERAL(C, "nobody wants it"));
+        }
+        EXPECT_EQ(pedidos, (std::vector<std::size_t>{5 * sizeof(C), 4 * sizeof(C), 2 * sizeof(C)}));
+        EXPECT_EQ(toma(copia), "x");
     });
 }
 
@@ -166,6 +196,22 @@ TEST(cadena, formatea_por_filas) {
     });
 }
 
+// A format ends where its view does, whatever stands behind.
+TEST(cadena, un_marcador_que_sigue_tras_el_final_no_lo_es) {
+    en_ambos_sabores([]<class C>() {
+        const auto x = txt<C>("x");
+        const argumento<C> argumentos[] = {argumento<C>(vista<C>(x))};
+        for (const char* entero : {"100%d", "100%s", "100%%", "100%ld", "%ld", "%d", "%%"}) {
+            const auto texto = txt<C>(entero);
+            for (std::size_t num = 0; num < texto.size(); ++num) {
+                const vista<C> formato = vista<C>(texto).substr(0, num);
+                const cadena<C> resultado = i_formatea<C>(formato, argumentos, 1, lugar::aqui());
+                EXPECT_EQ(resultado.ver(), formato) << entero << " " << num;
+            }
+        }
+    });
+}
+
 TEST(cadena, formatea_numeros_hasta_sus_limites) {
     EXPECT_EQ(u8(copiaforu_nousar_formatea(L"%d %d %ld", {0, -1, 10240L}).c_str()), "0 -1 10240");
     EXPECT_EQ(u8(copiaforu_nousar_formatea(L"%ld %lu", {LLONG_MIN, ULLONG_MAX}).c_str()),
@@ -178,4 +224,5 @@ TEST(cadena, un_argumento_null_no_pone_nada) {
     const wchar_t* nulo = nullptr;
     EXPECT_EQ(u8(copiaforu_nousar_formatea(L"<%s>", {nulo}).c_str()), "<>");
     EXPECT_EQ(u8(copiaforu_nousar_formatea(L"<%s>", {cadena_w()}).c_str()), "<>");
+    EXPECT_EQ(u8(copiaforu_nousar_formatea(L"<%s>", {cadena_w(vista_w(L"x"))}).c_str()), "<x>");
 }

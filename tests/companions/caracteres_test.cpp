@@ -6,6 +6,7 @@
 #include <random>
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/pagina_ultima.hpp"
 #include "apoyo/paginas.hpp"
 #include "companions/unicode.hpp"
 
@@ -98,6 +99,10 @@ TEST(caracteres, parejas_conocidas) {
         {65001, "\xE8\\\xA1", {"\xE8", "\\", "\xA1"}},  // cut short
         {65001, "\xF0\x9F\x98\x80", {"\xF0\x9F\x98\x80"}},
         {65001, "\xED\xA0\x80", {"\xED", "\xA0", "\x80"}},  // half of a pair is no character of UTF-8
+        {65001, "\xF0\x90\x80\x80", {"\xF0\x90\x80\x80"}},  // the first behind those of three bytes
+        {65001, "\xF0\x8F\xBF\xBF", {"\xF0", "\x8F", "\xBF", "\xBF"}},  // longer than need be
+        {65001, "\xF4\x8F\xBF\xBF", {"\xF4\x8F\xBF\xBF"}},              // the last of all
+        {65001, "\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}},  // past it
         {1252, "\x83\\", {"\x83", "\\"}},
     };
     for (const fila& f : filas) {
@@ -132,6 +137,124 @@ TEST(caracteres, cada_pareja) {
                 compara({static_cast<char>(primero), static_cast<char>(segundo), '\\'});
                 ASSERT_FALSE(HasFailure()) << pagina;
             }
+        }
+    }
+}
+
+// Every beginning of two bytes against the table of well-formed characters, whole and cut short, with what would make it
+// whole behind the end of the text.
+TEST(caracteres, utf8_como_la_tabla_de_lo_bien_formado) {
+    struct fila {
+        unsigned primero, ultimo;          // the first byte
+        unsigned segundo, segundo_ultimo;  // the second; those behind it go from 0x80 to 0xBF
+        std::size_t bytes;
+    };
+    static constexpr fila filas[] = {
+        {0xC2, 0xDF, 0x80, 0xBF, 2}, {0xE0, 0xE0, 0xA0, 0xBF, 3}, {0xE1, 0xEC, 0x80, 0xBF, 3},
+        {0xED, 0xED, 0x80, 0x9F, 3}, {0xEE, 0xEF, 0x80, 0xBF, 3}, {0xF0, 0xF0, 0x90, 0xBF, 4},
+        {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4},
+    };
+    const auto esperados = [](vista_a t) -> std::size_t {
+        const auto byte = [&](std::size_t i) {
+            return static_cast<unsigned>(static_cast<unsigned char>(t[i]));
+        };
+        for (const fila& f : filas) {
+            if (byte(0) >= f.primero && byte(0) <= f.ultimo && t.size() >= f.bytes) {
+                bool bien = byte(1) >= f.segundo && byte(1) <= f.segundo_ultimo;
+                for (std::size_t i = 2; i < f.bytes; ++i) {
+                    bien = bien && byte(i) >= 0x80 && byte(i) <= 0xBF;
+                }
+                return bien ? f.bytes : 1;
+            }
+        }
+        return 1;
+    };
+    const en_pagina p(65001);
+    for (unsigned primero = 0; primero < 0x100; ++primero) {
+        for (unsigned segundo = 0; segundo < 0x100; ++segundo) {
+            for (const char tercero : {'\x7F', '\x80', '\xBF', '\xC0'}) {
+                for (const char cuarto : {'\x7F', '\x80', '\xBF', '\xC0'}) {
+                    const char bytes[] = {static_cast<char>(primero), static_cast<char>(segundo), tercero,
+                                          cuarto};
+                    for (std::size_t num = 1; num <= 4; ++num) {
+                        const vista_a t(bytes, num);
+                        ASSERT_EQ(interno::unidades_del_primero(t), esperados(t))
+                            << testing::PrintToString(texto_a(t)) << " of " << num;
+                    }
+                }
+            }
+        }
+    }
+}
+
+// One byte beyond ASCII at every place of a text, eight bytes of which are looked at together, and the half of a pair at
+// its end; what stands behind the end is not looked at.
+TEST(caracteres, un_byte_alto_en_cada_sitio) {
+    pagina_ultima pagina;
+    const auto compara_en = [&](const texto_a& t, bool hay_alto, std::size_t sobran) {
+        const vista_a ver = pagina.pon(vista_a(t), sobran);
+        const bool de_un_byte = interno::i_escritura() == escritura::de_un_byte;
+        ASSERT_EQ(interno::i_puede_tener_caracteres_largos(ver), !de_un_byte && hay_alto);
+        std::size_t caracteres = 0;
+        interno::por_caracteres(ver, [&](vista_a) { ++caracteres; });
+        ASSERT_EQ(caracteres, caracteres_de(t).size());
+        ASSERT_TRUE(interno::empieza_caracter(ver, ver.size()));
+        texto_a copia(t.size() + 1, '?');
+        interno::i_copia_sin_segundos(ver, copia.data());
+        texto_a esperada;
+        for (const texto_a& c : caracteres_de(t)) {
+            esperada += c.size() == 2 && !interno::plataforma::es_utf8() ? texto_a{c[0], 'x'} : c;
+        }
+        ASSERT_EQ(copia, esperada + '?');
+    };
+    for (const unsigned numero : paginas) {
+        const en_pagina p(numero);
+        for (std::size_t num = 1; num < 36; ++num) {
+            for (std::size_t sitio = 0; sitio <= num; ++sitio) {
+                for (const char alto : {'\x80', '\x83', '\xFF'}) {
+                    for (const char bajo : {'\\', '\x7F'}) {
+                        texto_a t(num, bajo);
+                        if (sitio < num) {
+                            t[sitio] = alto;
+                        }
+                        for (const char detras : {'\0', '\\', '\x83'}) {
+                            *(pagina.fin<char>() - 1) = detras;
+                            compara_en(t, sitio < num, 1);
+                            ASSERT_FALSE(HasFailure()) << numero << " " << testing::PrintToString(t);
+                        }
+                        compara_en(t, sitio < num, 0);
+                        ASSERT_FALSE(HasFailure()) << numero << " " << testing::PrintToString(t);
+                    }
+                }
+            }
+        }
+    }
+}
+
+// What stands before a text is not looked at either.
+TEST(caracteres, un_texto_tras_la_mitad_de_una_pareja) {
+    const en_pagina p(932);
+    const char bytes[] = "\x83\x83\\x";
+    EXPECT_TRUE(interno::empieza_caracter(vista_a(bytes + 2, 2), 0));
+    EXPECT_TRUE(interno::empieza_caracter(vista_a(bytes + 1, 3), 0));
+    EXPECT_FALSE(interno::empieza_caracter(vista_a(bytes + 1, 3), 1));
+    EXPECT_TRUE(interno::empieza_caracter(vista_a(bytes, 4), 2));
+}
+
+TEST(caracteres, la_tabla_convierte_donde_cada_caracter_es_un_byte) {
+    texto_a todos;
+    for (unsigned byte = 0; byte < 0x100; ++byte) {
+        todos.push_back(static_cast<char>(byte));
+    }
+    for (const unsigned numero : paginas) {
+        const en_pagina p(numero);
+        texto_w convertidos(todos.size(), L'?');
+        const bool de_un_byte = interno::i_escritura() == escritura::de_un_byte;
+        ASSERT_EQ(interno::i_convierte_de_un_byte(todos, convertidos.data()), de_un_byte) << numero;
+        for (std::size_t i = 0; de_un_byte && i < todos.size(); ++i) {
+            wchar_t unidad = 0;
+            ASSERT_EQ(interno::plataforma::ansi_a_utf16(vista_a(&todos[i], 1), &unidad, 1), 1u);
+            ASSERT_EQ(convertidos[i], unidad) << numero << " " << i;
         }
     }
 }

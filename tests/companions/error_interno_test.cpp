@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "apoyo/apoyo.hpp"
+#include "companions/anfitrion.hpp"
 #include "companions/arr.h"
 #include "companions/error_interno.h"
 #include "companions/lumospy.h"
@@ -60,6 +61,10 @@ TEST(error_interno, comprobar_dice_si_se_cumple_e_informa_si_no) {
     EXPECT_FALSE(i_comprueba_con(false, "no", vista_w(L"ñ")));
     EXPECT_EQ(toma_el_informe().detalle, "ñ");
     EXPECT_FALSE(i_comprueba_con(false, "no", vista_a(cp1252("ñ"))));
+    EXPECT_EQ(toma_el_informe().detalle, "ñ");
+    EXPECT_FALSE(i_comprueba_con(false, "no", L"ñ"));
+    EXPECT_EQ(toma_el_informe().detalle, "ñ");
+    EXPECT_FALSE(i_comprueba_con(false, "no", cp1252("ñ").c_str()));
     EXPECT_EQ(toma_el_informe().detalle, "ñ");
     EXPECT_FALSE(i_comprueba_con(false, "no", static_cast<const wchar_t*>(nullptr)));
     EXPECT_EQ(toma_el_informe().detalle, "(NULL)");
@@ -147,4 +152,14 @@ TEST(error_interno, sin_receptor_no_se_pide_memoria) {
     });
     EXPECT_NE(por_defecto([] { error_interno("memoria disponible", lugar::aqui("lumospy.cpp", 1)); }), "");
     EXPECT_EQ(peticiones, 0u);
+}
+
+TEST(error_interno, una_consulta_contesta_por_quien_no_esta) {
+    int veces = 0;
+    const consulta<int> sin_nadie;
+    EXPECT_EQ(sin_nadie.contesta(7), 7);
+    const consulta<int> con_alguien{[](void* a_quien) { return ++*static_cast<int*>(a_quien) + 40; }, &veces};
+    EXPECT_EQ(con_alguien.contesta(7), 41);
+    EXPECT_EQ(con_alguien.contesta(7), 42);
+    EXPECT_EQ(veces, 2);
 }

@@ -125,6 +125,123 @@ TEST(lumospy, los_bloques_internos_van_aparte) {
     EXPECT_EQ(i_bloques_internos_vivos(), internos);
 }
 
+namespace {
+
+// What the allocator underneath is asked for while it lives.
+class peticiones {
+public:
+    peticiones() : de_antes_(memoria) {
+        actual_ = this;
+        memoria.reserva = [](std::size_t bytes) {
+            actual_->pedidos.push_back(bytes);
+            return actual_->de_antes_.reserva(bytes);
+        };
+        memoria.cambia = [](void* bloque, std::size_t bytes) {
+            actual_->pedidos.push_back(bytes);
+            return actual_->de_antes_.cambia(bloque, bytes);
+        };
+        memoria.libera = [](void* bloque) {
+            ++actual_->liberados;
+            actual_->de_antes_.libera(bloque);
+        };
+    }
+    ~peticiones() { memoria = de_antes_; }
+    peticiones(const peticiones&) = delete;
+    peticiones& operator=(const peticiones&) = delete;
+
+    std::vector<std::size_t> pedidos;
+    unsigned liberados = 0;
+
+private:
+    static inline peticiones* actual_ = nullptr;
+    tabla_memoria de_antes_;
+};
+
+}  // namespace
+
+TEST(lumospy, pide_lo_justo_y_lo_devuelve_todo) {
+    peticiones p;
+    void* bloque = lumospy_nousar_malloc(0);  // NULL would be exhausted memory
+    bloque = lumospy_nousar_realloc(bloque, 10);
+    bloque = lumospy_nousar_realloc(bloque, 0);
+    lumospy_nousar_free_pp(&bloque);
+    bloque = lumospy_nousar_calloc(3, 5);
+    lumospy_nousar_free_pp(&bloque);
+    { const auto uno = registro<long long>::a_cero(); }
+    EXPECT_EQ(p.pedidos, (std::vector<std::size_t>{1, 10, 1, 15, sizeof(long long)}));
+    EXPECT_EQ(p.liberados, 3u);
+}
+
+TEST(lumospy, un_vector_dobla_su_sitio_y_lo_devuelve) {
+    peticiones p;
+    {
+        vector_interno<int> numeros;
+        for (int i = 0; i < 65; ++i) {
+            numeros.anade(i);
+        }
+        EXPECT_EQ(p.pedidos, (std::vector<std::size_t>{16 * sizeof(int), 32 * sizeof(int), 64 * sizeof(int),
+                                                       128 * sizeof(int)}));
+    }
+    EXPECT_EQ(p.liberados, 1u);
+}
+
+TEST(lumospy, un_vector_que_se_ha_movido_esta_vacio_y_vuelve_a_crecer) {
+    vector_interno<int> numeros;
+    numeros.anade(1);
+    const vector_interno<int> otros = std::move(numeros);
+    EXPECT_EQ(std::vector<int>(otros.begin(), otros.end()), std::vector<int>{1});
+    EXPECT_EQ(otros.back(), 1);
+    EXPECT_TRUE(numeros.empty());  // NOLINT: what is left behind is promised
+    numeros.anade(2);
+    numeros.anade(3);
+    EXPECT_EQ(numeros.size(), 2u);
+    EXPECT_EQ(numeros.back(), 3);
+    numeros.vacia();
+    EXPECT_TRUE(numeros.empty());
+}
+
+TEST(lumospy, varios_de_una_vez_como_de_uno_en_uno) {
+    for (std::size_t antes = 0; antes < 40; ++antes) {
+        for (std::size_t cuantos = 0; cuantos < 80; ++cuantos) {
+            std::vector<int> esperados;
+            vector_interno<int> numeros;
+            for (std::size_t i = 0; i < antes; ++i) {
+                esperados.push_back(static_cast<int>(i));
+                numeros.anade(static_cast<int>(i));
+            }
+            std::vector<int> varios(cuantos);
+            for (std::size_t i = 0; i < cuantos; ++i) {
+                varios[i] = static_cast<int>(1000 + i);
+            }
+            esperados.insert(esperados.end(), varios.begin(), varios.end());
+            peticiones p;
+            numeros.anade_varios(varios.data(), cuantos);
+            const std::size_t sitio = antes == 0 ? 0 : antes <= 16 ? 16 : antes <= 32 ? 32 : 64;
+            std::vector<std::size_t> pedidos;
+            if (antes + cuantos > sitio) {
+                pedidos.push_back((antes + cuantos) * 2 * sizeof(int));
+            }
+            ASSERT_EQ(p.pedidos, pedidos) << antes << " " << cuantos;
+            ASSERT_EQ(std::vector<int>(numeros.begin(), numeros.end()), esperados) << antes << " " << cuantos;
+        }
+    }
+}
+
+TEST(lumospy, un_vector_suelta_sus_elementos_en_un_bloque_justo) {
+    vector_interno<int> numeros;
+    EXPECT_EQ(numeros.suelta_en_bloque(), nullptr);
+    for (int i = 0; i < 5; ++i) {
+        numeros.anade(i * i);
+    }
+    peticiones p;
+    int* const bloque = numeros.suelta_en_bloque();
+    EXPECT_EQ(p.pedidos, std::vector<std::size_t>{5 * sizeof(int)});
+    EXPECT_EQ(std::vector<int>(bloque, bloque + 5), (std::vector<int>{0, 1, 4, 9, 16}));
+    EXPECT_TRUE(numeros.empty());
+    void* suelto = bloque;
+    lumospy_nousar_free_pp(&suelto);
+}
+
 TEST(lumospy, un_elemento_propio_se_anade_al_llenarse_el_sitio) {
     vector_interno<int> numeros;
     for (int i = 0; i < 16; ++i) {

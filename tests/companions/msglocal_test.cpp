@@ -1,10 +1,15 @@
 // The language of the messages, and the text taken out of a record.
 #include "companions/msglocal.hpp"
 
+#include <optional>
 #include <string>
 
 #include "apoyo/apoyo.hpp"
 #include "companions/msglocal.h"
+#include "companions/plataforma.hpp"
+#ifndef _WIN32
+#include "nativo/plataforma_nativa.hpp"
+#endif
 
 using namespace apoyo;
 using namespace interno;
@@ -99,6 +104,51 @@ TEST(msglocal, ningun_idioma_cae_en_una_ranura_reservada) {
         ASSERT_FALSE(reservada) << langid;
     }
 }
+
+// What a process begins with, before a test has set a language.
+namespace {
+
+std::optional<unsigned long> g_ranura_del_principio;
+
+class mira_el_idioma_del_principio : public testing::Environment {
+    void SetUp() override {
+        if (!g_ranura_del_principio) {
+            g_ranura_del_principio = msglocal_dame_idioma();
+        }
+    }
+};
+const testing::Environment* const g_mira_el_idioma =
+    testing::AddGlobalTestEnvironment(new mira_el_idioma_del_principio);
+
+}  // namespace
+
+TEST(msglocal, un_proceso_empieza_en_el_idioma_del_usuario) {
+    EXPECT_EQ(g_ranura_del_principio, i_ranura_de_idioma(plataforma::idioma_del_usuario()));
+}
+
+#ifndef _WIN32
+// The system's own text: in the language of the messages, in the one nearest to it, in the system's, or the number.
+TEST(msglocal, el_texto_de_un_codigo_en_el_idioma_mas_cercano) {
+    struct fila {
+        unsigned long ranura;
+        unsigned long codigo;
+        const char* texto;
+    };
+    for (const fila& f :
+         {fila{ranura_espanol, 5, "error 5 in 0c0a"}, fila{ranura_espanol_regional_1, 5, "error 5 in 080a"},
+          fila{ranura_catalan, 5, "error 5 in 0403"}, fila{ranura_ingles, 5, "error 5 in 0409"},
+          fila{ranura_japones, 5, "error 5 in 0411"},
+          fila{15, 5, "error 5 in 0c0a"},  // reserved: as the slot that stands in
+          fila{34, 5, "error 5 in 0409"}, fila{ranura_catalan, sin_catalan, "error 10001 in 0c0a"},
+          fila{ranura_espanol, sin_catalan, "error 10001 in 0c0a"},
+          fila{ranura_catalan, solo_del_sistema, "error 10002 in 0000"},
+          fila{ranura_frances, solo_del_sistema, "error 10002 in 0000"},
+          fila{ranura_frances, sin_texto, "10003"}}) {
+        i_establece_idioma(f.ranura);
+        EXPECT_EQ(u8(strgetlasterror_texto_cod_error(f.codigo).c_str()), f.texto) << f.ranura;
+    }
+}
+#endif
 
 TEST(msglocal, se_pone_cualquier_ranura_hasta_la_40) {
     for (unsigned long ranura = 0; ranura <= 40; ++ranura) {

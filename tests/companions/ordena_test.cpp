@@ -131,6 +131,36 @@ TEST(ordena, hace_n_log_n_comparaciones_y_n_si_ya_esta_ordenada) {
     EXPECT_LT(comparaciones, largo * 2);
 }
 
+TEST(ordena, lo_que_es_igual_se_compara_como_lo_ordenado) {
+    std::vector<int> numeros(20000, 7);
+    std::size_t comparaciones = 0;
+    ordena_estable(numeros.data(), numeros.size(), [&](int, int) {
+        ++comparaciones;
+        return 0;
+    });
+    EXPECT_LT(comparaciones, numeros.size() * 2);
+}
+
+TEST(ordena, lo_corto_se_ordena_en_su_sitio) {
+    static unsigned peticiones;
+    static void* (*de_antes)(std::size_t) = nullptr;
+    de_antes = memoria.reserva;
+    const sustituye<decltype(memoria.reserva)> cuenta(memoria.reserva, [](std::size_t bytes) {
+        ++peticiones;
+        return de_antes(bytes);
+    });
+    for (std::size_t largo = 0; largo < 30; ++largo) {
+        std::vector<int> numeros(largo);
+        for (std::size_t i = 0; i < largo; ++i) {
+            numeros[i] = static_cast<int>(largo - i);
+        }
+        peticiones = 0;
+        ordena_estable(numeros.data(), largo, [](int a, int b) { return a < b ? -1 : a > b; });
+        EXPECT_EQ(peticiones, largo > 12 ? 1u : 0u) << largo;
+        EXPECT_TRUE(std::is_sorted(numeros.begin(), numeros.end())) << largo;
+    }
+}
+
 TEST(ordena, una_comparacion_contradictoria_solo_cambia_el_orden) {
     std::mt19937 azar(3);
     for (std::size_t largo = 0; largo < 120; ++largo) {

@@ -205,6 +205,50 @@ TEST(ordenados, los_registros_iguales_guardan_su_orden_de_llegada) {
     }
 }
 
+// What comes in order is compared once, with the last one; else the search halves what is left.
+TEST(ordenados, pocas_comparaciones) {
+    static int comparaciones = 0;
+    ApunOrde* conjunto = apunorde_nousar_crea(
+        [](const void* a, const void* b) {
+            ++comparaciones;
+            return compara_fichas(a, b);
+        },
+        destruye_ficha);
+    const auto inserta = [&](int clave) {
+        comparaciones = 0;
+        void* registro = nueva(clave, 0);
+        apunorde_nousar_inserta_original(conjunto, &registro);
+        return comparaciones;
+    };
+    EXPECT_EQ(inserta(0), 0);
+    for (int i = 1; i < 1023; ++i) {
+        ASSERT_EQ(inserta(2 * i), 1) << i;
+    }
+    ASSERT_EQ(inserta(2 * 1022), 1);  // as great as the last one
+    for (int i = 0; i < 1024; ++i) {
+        ASSERT_LE(inserta(2 * i - 1), 1 + 11) << i;
+    }
+    apunorde_nousar_destruye(&conjunto);
+}
+
+// In a block that the elements fill to its last byte.
+TEST(ordenados, insertar_no_mueve_nada_detras_del_ultimo) {
+    vector_interno<int> elementos;
+    for (int i = 0; i < 16; ++i) {
+        elementos.anade(i);
+    }
+    while (elementos.size() > 3) {
+        elementos.quita_ultimo();
+    }
+    for (const unsigned posicion : {0u, 1u, 4u, 5u}) {
+        i_inserta_en(elementos, posicion, 100);
+    }
+    EXPECT_EQ(std::vector<int>(elementos.begin(), elementos.end()),
+              (std::vector<int>{100, 100, 0, 1, 100, 100, 2}));
+    EXPECT_EQ(std::vector<int>(elementos.data() + 7, elementos.data() + 16),
+              (std::vector<int>{7, 8, 9, 10, 11, 12, 13, 14, 15}));
+}
+
 TEST(ordenados, buscar_en_un_conjunto_vacio_no_halla_nada) {
     ApunOrde* conjunto = apunorde_nousar_crea(compara_fichas, destruye_ficha);
     const int clave = 1;

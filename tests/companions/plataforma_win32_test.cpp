@@ -3,6 +3,7 @@
 
 #include "apoyo/apoyo.hpp"
 #include "apoyo/paginas.hpp"
+#include "companions/lumospy.h"
 #include "companions/msglocal.h"
 #include "companions/msglocal.hpp"
 #include "companions/sistema.hpp"
@@ -420,6 +421,25 @@ TEST(plataforma, el_error_estandar_no_parte_un_par) {
     testing::internal::CaptureStderr();
     plataforma::escribe_error_estandar(w(texto));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), texto);
+}
+
+// A program with windows alone has no such stream, or one that never opened.
+TEST(plataforma, sin_error_estandar_no_se_escribe_ni_se_pierde_el_ultimo_error) {
+    HANDLE de_antes = ::GetStdHandle(STD_ERROR_HANDLE);
+    const unsigned long long vivos = lumospy_bloques_vivos();
+    HANDLE const ningunas[] = {nullptr, INVALID_HANDLE_VALUE};
+    for (HANDLE ninguna : ningunas) {
+        ASSERT_TRUE(::SetStdHandle(STD_ERROR_HANDLE, ninguna));
+        ::SetLastError(4711);
+        plataforma::escribe_error_estandar(L"ñ Ω\n");
+        const DWORD codigo = ::GetLastError();
+        ASSERT_TRUE(::SetStdHandle(STD_ERROR_HANDLE, de_antes));
+        EXPECT_EQ(codigo, 4711u) << ninguna;
+    }
+    EXPECT_EQ(lumospy_bloques_vivos(), vivos);
+    testing::internal::CaptureStderr();
+    plataforma::escribe_error_estandar(L"x");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "x") << "the next line goes out again";
 }
 
 TEST(plataforma, dormir_tarda_lo_que_se_pide) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "apoyo/pagina_ultima.hpp"
+#include "apoyo/paginas.hpp"
 #include "companions/sabores.hpp"
 
 using namespace apoyo;
@@ -78,6 +80,9 @@ TEST(texto, los_rasgos_buscan_mueven_y_rellenan) {
     EXPECT_EQ(rasgos_utf16::copy(nullptr, nullptr, 0), nullptr);
     EXPECT_NE(rasgos_utf16::to_int_type(L'\xFFFF'), rasgos_utf16::eof());
     EXPECT_NE(rasgos_utf16::not_eof(rasgos_utf16::eof()), rasgos_utf16::eof());
+    EXPECT_EQ(rasgos_utf16::not_eof(5), 5u);
+    EXPECT_TRUE(rasgos_utf16::eq_int_type(5, 5));
+    EXPECT_FALSE(rasgos_utf16::eq_int_type(5, rasgos_utf16::eof()));
 }
 
 TEST(texto, una_vista_de_null_esta_vacia_y_lo_recuerda) {
@@ -215,6 +220,45 @@ TEST(texto, los_tokens_son_los_del_modelo) {
     });
 }
 
+// A view ends before its memory does.
+TEST(texto, lo_que_sigue_a_una_vista_no_cuenta) {
+    en_ambos_sabores([]<class C>() {
+        const auto a = txt<C>("abc");
+        const auto b = txt<C>("abx");
+        const vista<C> corta = vista<C>(b).substr(0, 2);
+        EXPECT_GT(compara_sin_caja(vista<C>(a), corta), 0);
+        EXPECT_LT(compara_sin_caja(corta, vista<C>(a)), 0);
+        EXPECT_EQ(compara_sin_caja(vista<C>(a).substr(0, 2), corta), 0);
+        EXPECT_FALSE(empieza_por(corta, vista<C>(b)));
+        EXPECT_FALSE(empieza_por_sin_caja(corta, vista<C>(b)));
+        EXPECT_FALSE(acaba_en(corta, vista<C>(b)));
+        const auto tokens = txt<C>(";a;;b;");
+        for (std::size_t num = 0; num < tokens.size(); ++num) {
+            const vista<C> parte = vista<C>(tokens).substr(0, num);
+            const decltype(txt<C>("")) copia(parte);
+            for (std::size_t numero = 1; numero < 4; ++numero) {
+                EXPECT_EQ(extrae_token(parte, numero, LITERAL(C, ";")),
+                          extrae_token(vista<C>(copia), numero, LITERAL(C, ";")))
+                    << num << " " << numero;
+            }
+        }
+    });
+    const en_pagina p(932);
+    EXPECT_EQ(extrae_token(vista_a("\x83|x|y"), 1, vista_a("|")), vista_a("\x83|x"));
+    EXPECT_EQ(extrae_token(vista_a("\x83|x|y"), 2, vista_a("|")), vista_a("y"));
+    EXPECT_FALSE(acaba_en(vista_a("\x83\\"), vista_a("\\")));
+    EXPECT_TRUE(acaba_en(vista_a("x\\"), vista_a("\\")));
+}
+
+TEST(texto, punto_y_dos_puntos_no_son_nombres) {
+    for (const wchar_t* nombre : {L".", L".."}) {
+        EXPECT_TRUE(i_es_punto_o_dos(nombre));
+    }
+    for (const wchar_t* nombre : {L"", L"...", L"a", L". ", L".a"}) {
+        EXPECT_FALSE(i_es_punto_o_dos(nombre)) << u8(nombre);
+    }
+}
+
 // Wherever a text begins within a block of sixteen bytes, and whatever stands before it and behind.
 TEST(texto, longitudes_en_todas_las_posiciones) {
     for (std::size_t delante = 0; delante < 33; ++delante) {
@@ -232,6 +276,21 @@ TEST(texto, longitudes_en_todas_las_posiciones) {
             ASSERT_EQ(a_vista<wchar_t>(unidades.data() + delante).size(), longitud);
         }
     }
+}
+
+// Behind the page in which a text ends there may be none.
+TEST(texto, longitudes_ante_el_fin_de_la_memoria) {
+    en_ambos_sabores([]<class C>() {
+        pagina_ultima pagina;
+        for (std::size_t detras = 0; detras < 3; ++detras) {
+            for (std::size_t longitud = 0; longitud < 300; ++longitud) {
+                std::vector<C> unidades(longitud + 1, C('x'));
+                unidades.back() = C(0);
+                const vista<C> texto = pagina.pon(vista<C>(unidades.data(), unidades.size()), detras);
+                ASSERT_EQ(i_longitud(texto.data()), longitud) << detras;
+            }
+        }
+    });
 }
 
 // What is copied, and not a byte more on either side.

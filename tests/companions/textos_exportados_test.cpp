@@ -1,4 +1,5 @@
 // Copying and freeing texts as a host does it.
+#include "abi/exportacion.hpp"
 #include "apoyo/apoyo.hpp"
 #include "companions/cadena.hpp"
 #include "companions/lumospy.h"
@@ -7,8 +8,6 @@
 
 using namespace apoyo;
 using namespace interno;
-
-namespace {}  // namespace
 
 TEST(textos_exportados, una_copia_es_nueva) {
     const unsigned long long antes = lumospy_bloques_vivos();
@@ -28,6 +27,19 @@ TEST(textos_exportados, copiar_null_se_informa_y_da_un_texto_vacio) {
     wchar_t* copia = widestr_nousar_copia(nullptr, "prueba", 5);
     EXPECT_EQ(toma_el_informe(), (informe{"(cadena) != NULL", "prueba", 5, "(NULL)"}));
     EXPECT_EQ(toma(copia), "");
+}
+
+TEST(textos_exportados, se_entrega_a_quien_lo_quiere) {
+    wchar_t* sitio = nullptr;
+    entrega(&sitio, vista_w(L"ñ"));
+    EXPECT_EQ(toma(sitio), "ñ");
+    cadena_w texto(vista_w(L"u"));
+    const wchar_t* const bloque = texto.c_str();
+    entrega(&sitio, std::move(texto));
+    EXPECT_EQ(sitio, bloque);  // no copy
+    EXPECT_EQ(toma(sitio), "u");
+    entrega<wchar_t>(nullptr, vista_w(L"x"));
+    entrega<wchar_t>(nullptr, cadena_w(vista_w(L"x")));
 }
 
 TEST(textos_exportados, destruir_limpia_la_variable) {

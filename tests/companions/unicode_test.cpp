@@ -129,3 +129,15 @@ TEST(unicode, un_texto_corto_no_pide_memoria) {
     const utf16_temporal largo(bytes.c_str());
     EXPECT_EQ(lumospy_bloques_vivos(), antes + 1);
 }
+
+TEST(unicode, pide_memoria_justo_donde_no_cabe) {
+    for (const char letra : {'x', '\xF1'}) {
+        for (std::size_t num = 310; num < 330; ++num) {
+            const unsigned long long antes = lumospy_bloques_vivos();
+            const texto_a bytes(num, letra);
+            const utf16_temporal temporal(bytes.c_str());
+            EXPECT_EQ(lumospy_bloques_vivos(), antes + (num < 320 ? 0 : 1)) << letra << num;
+            EXPECT_EQ(temporal.ver().size(), num) << letra;
+        }
+    }
+}

@@ -101,7 +101,7 @@ std::string parametro::expresion_de_null() const {
 const std::map<std::string, declaracion>& declaraciones() {
     static const std::map<std::string, declaracion> todas = [] {
         std::map<std::string, declaracion> resultado;
-        for (const auto& entrada : std::filesystem::recursive_directory_iterator(LUMODIR_CABECERAS)) {
+        for (const auto& entrada : std::filesystem::recursive_directory_iterator(L"" LUMODIR_CABECERAS)) {
             if (entrada.path().extension() == ".h") {
                 lee_cabecera(entrada.path(), resultado);
             }

@@ -15,11 +15,7 @@ namespace {
 using nombres = std::set<std::string>;
 
 const dll::imagen_pe& imagen() {
-    static const dll::imagen_pe una = [] {
-        char fichero[1024];
-        ::GetModuleFileNameA(::GetModuleHandleA("lumodir.dll"), fichero, sizeof fichero);
-        return dll::imagen_pe(fichero);
-    }();
+    static const dll::imagen_pe una(dll::fichero_de_la_dll());
     return una;
 }
 
@@ -64,7 +60,7 @@ TEST(exportaciones, la_dll_no_exporta_nada_mas) {
 
 TEST(exportaciones, el_fichero_def_dice_lo_mismo) {
     // What MSVC makes its import library of.
-    std::ifstream entrada(LUMODIR_DEF);
+    std::ifstream entrada{std::filesystem::path(L"" LUMODIR_DEF)};
     std::string linea;
     ASSERT_TRUE(std::getline(entrada, linea)) << LUMODIR_DEF;
     EXPECT_EQ(linea, "LIBRARY lumodir.dll");
@@ -123,13 +119,12 @@ TEST(exportaciones, no_lleva_ningun_camino_de_la_maquina_que_la_construyo) {
 }
 
 TEST(exportaciones, se_carga_se_suelta_y_se_vuelve_a_cargar) {
-    char fichero[1024];
-    ::GetModuleFileNameA(::GetModuleHandleA("lumodir.dll"), fichero, sizeof fichero);
+    const std::filesystem::path fichero = dll::fichero_de_la_dll();
     // A copy under another name is a library of its own, with state of its own.
-    const std::string copia = std::string(fichero) + ".copia.dll";
-    ASSERT_TRUE(::CopyFileA(fichero, copia.c_str(), FALSE));
+    const std::wstring copia = fichero.wstring() + L".copia.dll";
+    ASSERT_TRUE(::CopyFileW(fichero.c_str(), copia.c_str(), FALSE));
     for (int vuelta = 0; vuelta < 3; ++vuelta) {
-        HMODULE modulo = ::LoadLibraryA(copia.c_str());
+        HMODULE modulo = ::LoadLibraryW(copia.c_str());
         ASSERT_NE(modulo, nullptr);
         const auto vivos = reinterpret_cast<unsigned long long (*)()>(
             reinterpret_cast<void*>(::GetProcAddress(modulo, "lumospy_bloques_vivos")));
@@ -142,5 +137,5 @@ TEST(exportaciones, se_carga_se_suelta_y_se_vuelve_a_cargar) {
         EXPECT_EQ(vivos(), 1u);
         EXPECT_TRUE(::FreeLibrary(modulo));
     }
-    ::DeleteFileA(copia.c_str());
+    ::DeleteFileW(copia.c_str());
 }

@@ -1,8 +1,11 @@
 // The tables of a DLL read out of its file, without the loader: what it exports and what it imports.
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -23,14 +26,21 @@ inline bool del_runtime_de_c(const std::string& dll) {
     return dll == "msvcrt.dll" || dll == "ucrtbase.dll" || dll.rfind("api-ms-win-crt-", 0) == 0;
 }
 
+// Where the DLL was loaded from; the command lies beside it. The folder may have any name.
+inline std::filesystem::path fichero_de_la_dll() {
+    wchar_t fichero[1024];
+    ::GetModuleFileNameW(::GetModuleHandleW(L"lumodir.dll"), fichero, 1024);
+    return fichero;
+}
+
 class imagen_pe {
 public:
-    explicit imagen_pe(const std::string& fichero) {
+    explicit imagen_pe(const std::filesystem::path& fichero) {
         std::ifstream entrada(fichero, std::ios::binary);
         bytes_.assign(std::istreambuf_iterator<char>(entrada), std::istreambuf_iterator<char>());
         const std::uint32_t pe = lee<std::uint32_t>(0x3C);
         if (lee<std::uint32_t>(pe) != 0x00004550 || lee<std::uint16_t>(pe + 24) != 0x20B) {
-            throw std::runtime_error(fichero + " is no 64-bit PE file");
+            throw std::runtime_error(fichero.filename().string() + " is no 64-bit PE file");
         }
         maquina_ = lee<std::uint16_t>(pe + 4);
         directorios_ = pe + 24 + 112;

@@ -67,10 +67,8 @@ std::string sin_comentarios(const std::filesystem::path& fichero) {
 
 // What the DLL imports that could reach outside the process: all of Windows' own, and of the C runtime what is not C.
 std::set<std::string> importadas() {
-    char fichero[1024];
-    ::GetModuleFileNameA(::GetModuleHandleA("lumodir.dll"), fichero, sizeof fichero);
     std::set<std::string> resultado;
-    for (const auto& [biblioteca, nombre] : dll::imagen_pe(fichero).funciones_importadas()) {
+    for (const auto& [biblioteca, nombre] : dll::imagen_pe(dll::fichero_de_la_dll()).funciones_importadas()) {
         if (!dll::del_runtime_de_c(biblioteca) || nombre[0] == '_' || nombre.find("open") != nombre.npos ||
             nombre == "remove" || nombre == "rename" || nombre == "system") {
             resultado.insert(nombre);
@@ -110,7 +108,7 @@ TEST(tablas, ninguna_llamada_al_sistema_las_rodea) {
     ASSERT_EQ(nombres.count("CreateFileW"), 1u);
     ASSERT_GT(nombres.size(), 80u);
     std::size_t por_tabla = 0;
-    for (const auto& entrada : std::filesystem::recursive_directory_iterator(LUMODIR_RAIZ "/src")) {
+    for (const auto& entrada : std::filesystem::recursive_directory_iterator(L"" LUMODIR_RAIZ "/src")) {
         const std::filesystem::path& ruta = entrada.path();
         if (ruta.extension() != ".cpp" && ruta.extension() != ".hpp") {
             continue;

@@ -7,19 +7,11 @@
 
 namespace {
 
-// The folder of the DLL, where the command lies too.
-std::string carpeta_de_la_dll() {
-    char fichero[1024];
-    ::GetModuleFileNameA(::GetModuleHandleA("lumodir.dll"), fichero, sizeof fichero);
-    const std::string ruta = fichero;
-    return ruta.substr(0, ruta.rfind('\\') + 1);
-}
-
 // A file's resources, read without running anything of it.
 class recursos {
 public:
-    explicit recursos(const std::string& fichero)
-        : modulo_(::LoadLibraryExA(fichero.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {
+    explicit recursos(const std::filesystem::path& fichero)
+        : modulo_(::LoadLibraryExW(fichero.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {
         EXPECT_NE(modulo_, nullptr) << fichero << ": error " << ::GetLastError();
     }
     ~recursos() { ::FreeLibrary(modulo_); }
@@ -62,8 +54,8 @@ TEST(marcas, ni_direcciones_previsibles_ni_codigo_en_los_datos) {
     constexpr std::uint16_t pedidas = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE |
                                       IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA |
                                       IMAGE_DLLCHARACTERISTICS_NX_COMPAT;
-    const dll::imagen_pe biblioteca(carpeta_de_la_dll() + "lumodir.dll");
-    const dll::imagen_pe orden(carpeta_de_la_dll() + "lumodir.exe");
+    const dll::imagen_pe biblioteca(dll::fichero_de_la_dll());
+    const dll::imagen_pe orden(dll::fichero_de_la_dll().replace_filename("lumodir.exe"));
     EXPECT_EQ(biblioteca.caracteristicas() & pedidas, pedidas);
     EXPECT_EQ(orden.caracteristicas() & pedidas, pedidas);
     EXPECT_NE(orden.caracteristicas() & IMAGE_DLLCHARACTERISTICS_TERMINAL_SERVER_AWARE, 0);
@@ -82,7 +74,8 @@ TEST(marcas, la_version_es_la_de_las_cabeceras) {
     const std::string cifras = LUMODIR_VERSION_STRING;
     const std::wstring version(cifras.begin(), cifras.end());
     for (const char* fichero : {"lumodir.dll", "lumodir.exe"}) {
-        const std::string recurso = recursos(carpeta_de_la_dll() + fichero).bytes(1, tipo(16).c_str());
+        const std::string recurso =
+            recursos(dll::fichero_de_la_dll().replace_filename(fichero)).bytes(1, tipo(16).c_str());
         const std::string nombre = fichero;
         EXPECT_EQ(valor(recurso, L"FileVersion"), version) << fichero;
         EXPECT_EQ(valor(recurso, L"ProductVersion"), version) << fichero;
@@ -100,7 +93,7 @@ TEST(marcas, la_version_es_la_de_las_cabeceras) {
 }
 
 TEST(marcas, la_orden_tiene_manifiesto_e_icono) {
-    const recursos orden(carpeta_de_la_dll() + "lumodir.exe");
+    const recursos orden(dll::fichero_de_la_dll().replace_filename("lumodir.exe"));
     const std::string manifiesto = orden.bytes(1, tipo(24).c_str());
     for (const char* ajuste :
          {">true</longPathAware>", ">UTF-8</activeCodePage>", "asInvoker",

@@ -202,6 +202,7 @@ campo::campo() {
         por_que_no_ = "needs Wine 8 on Linux, whose kernel a program may call";
         return;
     }
+    ::WaitForSingleObject(llave_, INFINITE);
     using a_unix = char*(CDECL*)(const WCHAR*);
     const auto traduce = reinterpret_cast<a_unix>(reinterpret_cast<void*>(
         ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
@@ -270,6 +271,8 @@ campo::~campo() {
         i_vacia(cima_);
         nucleo::llama(nucleo::quita_dir, de(cima_), 0);
     }
+    ::ReleaseMutex(llave_);
+    ::CloseHandle(llave_);
 }
 
 std::string campo::i_cola(const partes& donde) {
@@ -409,7 +412,7 @@ std::vector<entrada_real> campo::pensadas(reglas& r) {
     return todas;
 }
 
-void campo::aprende(reglas& r, const std::vector<entrada_real>& disco) {
+void campo::aprende(reglas& r, volumen anterior, const std::vector<entrada_real>& disco) {
     volumen antes = r.v;
     r.v.cima.hijos.clear();
     for (const entrada_real& e : disco) {  // what holds another comes before it
@@ -424,6 +427,7 @@ void campo::aprende(reglas& r, const std::vector<entrada_real>& disco) {
         }
         nodo* padre = &r.v.cima;
         nodo* viejo = &antes.cima;
+        nodo* mas_viejo = &anterior.cima;
         for (texto_w& n : p) {
             std::string bytes;
             for (const wchar_t c : n) {
@@ -431,6 +435,7 @@ void campo::aprende(reglas& r, const std::vector<entrada_real>& disco) {
             }
             n = w(bytes);
             viejo = viejo == nullptr ? nullptr : viejo->hijo(n);
+            mas_viejo = mas_viejo == nullptr ? nullptr : mas_viejo->hijo(n);
         }
         for (std::size_t i = 0; i + 1 < p.size(); ++i) {
             padre = padre->hijo(p[i]);
@@ -441,6 +446,7 @@ void campo::aprende(reglas& r, const std::vector<entrada_real>& disco) {
         if (e.tipo == 'f') {
             n.fecha = e.fecha;
         }
+        viejo = viejo == nullptr ? mas_viejo : viejo;  // which the call has not moved or deleted after all
         if (viejo != nullptr) {
             n.oculto = viejo->oculto;
             n.es_actual = viejo->es_actual;

@@ -46,7 +46,7 @@ public:
     std::vector<entrada_real> entradas() const;
     static std::vector<entrada_real> pensadas(reglas& r);
     // Makes the model's tree that of the disk: after calls of which the model cannot know how far they came.
-    static void aprende(reglas& r, const std::vector<entrada_real>& disco);
+    static void aprende(reglas& r, volumen anterior, const std::vector<entrada_real>& disco);
 
     // Things that happen to the disk beside the library.
     void pon_fichero(const partes& donde, std::size_t bytes, bool solo_lectura);
@@ -72,6 +72,8 @@ private:
     void i_mira(const std::string& ruta, std::vector<entrada_real>& vistas) const;
     void i_vacia(const std::string& ruta) const;
 
+    // There is one drive Q: for all programs.
+    const HANDLE llave_ = ::CreateMutexW(nullptr, FALSE, L"lumodir estado: the drive");
     std::string por_que_no_;
     std::string cima_;      // the directory on the Unix side
     std::string unidades_;  // where Wine's drives are

@@ -18,6 +18,14 @@ estado_del_disco disco(const std::vector<entrada_real>& entradas) {
     return d;
 }
 
+std::string contado(const estado_del_disco& d) {
+    std::string t;
+    for (const auto& [ruta, que] : d) {
+        t += "\n    " + que + " " + ruta;
+    }
+    return t;
+}
+
 // Names that the library makes up for itself.
 bool es_de_la_casa(const std::string& ruta) {
     const std::string nombre = ruta.substr(ruta.rfind('/') + 1);
@@ -62,6 +70,7 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
         }
         pasos.push_back(p);
         const estado_del_disco antes = disco(c.entradas());
+        const volumen anterior = r.v;
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = interno::i_bloques_internos_vivos();
         static const std::vector<DWORD> codigos = {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
@@ -73,11 +82,13 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
         std::string real;
         std::string fallo;
         bool golpe = false;
+        std::string hecho;
         {
             fallos con;
             con.falla(llamada, codigo, para_siempre);
             real = f->ancha(p.a);
             for (const auto& l : con.historia()) {
+                hecho += "\n    " + l.nombre + " " + l.ruta + (l.ha_fallado ? ": fails" : "");
                 golpe = golpe || l.ha_fallado;
                 golpes += l.ha_fallado ? 1 : 0;
             }
@@ -144,14 +155,15 @@ desenlace corre_con_fallos(campo& c, std::uint64_t semilla, unsigned long long& 
                 fallo += "\n  says yes and should not: " + real + ", expected: " + pensado;
             } else if (pensado.compare(0, 1, "1") == 0 && !sin_directorios && !deja_la_sonda &&
                        sin_la_casa != entero) {
-                fallo += "\n  says yes and it is not done";
+                fallo += "\n  says yes and it is not done; the disk:" + contado(sin_la_casa) +
+                         "\n  expected:" + contado(entero);
             }
         }
         if (!fallo.empty()) {
             return {pasos, fallo + "\n  call " + std::to_string(llamada) + " failing with " +
-                               std::to_string(codigo) + (para_siempre ? " for ever" : " once")};
+                               std::to_string(codigo) + (para_siempre ? " for ever" : " once") + hecho};
         }
-        c.aprende(r, quedo);
+        c.aprende(r, anterior, quedo);
     }
     return {pasos, ""};
 }

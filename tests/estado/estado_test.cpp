@@ -6,9 +6,11 @@
 #include <fstream>
 #include <iostream>
 
+#include "apoyo/recursos.hpp"
 #include "estado/con_fallos.hpp"
 #include "estado/pareja.hpp"
 
+using namespace apoyo;
 using namespace estado;
 
 namespace {
@@ -20,7 +22,7 @@ unsigned long long del_entorno(const char* nombre, unsigned long long si_no) {
 
 std::vector<std::pair<std::string, std::string>> semillas_guardadas() {
     std::vector<std::pair<std::string, std::string>> todas;
-    for (const auto& e : std::filesystem::directory_iterator(LUMODIR_RAIZ "/tests/estado/semillas")) {
+    for (const auto& e : std::filesystem::directory_iterator(L"" LUMODIR_RAIZ "/tests/estado/semillas")) {
         std::ifstream f(e.path(), std::ios::binary);
         todas.emplace_back(e.path().filename().string(),
                            std::string(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>()));
@@ -48,6 +50,12 @@ TEST(estado, las_secuencias_que_fallaron_alguna_vez) {
     }
 }
 
+// After so many the system has most of what it keeps for itself; later it takes this much more at most. Each
+// sequence alone leaves no handle at all.
+constexpr unsigned long long calienta = 30;
+constexpr std::size_t manijas_de_mas = 2;
+constexpr std::size_t bytes_de_mas = 4'000'000;
+
 // Runs many, by number, as long or as often as the environment says; `una` answers what is wrong with one, and adds to
 // the number of calls.
 template <class Una>
@@ -64,10 +72,15 @@ void corre_muchas(unsigned long long sin_mas, Una una) {
     unsigned long long hechas = 0;
     unsigned long long pasos = 0;
     unsigned long long fallos = 0;
+    std::size_t manijas = 0;
+    memoria al_principio = {};
     while (hechas < cuantas && fallos < max_fallos &&
            (segundos == 0 || ::GetTickCount64() - empezo < segundos * 1000)) {
         const std::string fallo = una(c, primera + hechas, pasos);
-        ++hechas;
+        if (++hechas == calienta) {
+            manijas = manijas_del_proceso();
+            al_principio = memoria_del_proceso();
+        }
         if (!fallo.empty()) {
             ++fallos;
             ADD_FAILURE() << fallo;
@@ -75,6 +88,14 @@ void corre_muchas(unsigned long long sin_mas, Una una) {
     }
     std::cout << "sequences: " << hechas << ", calls: " << pasos << ", disagreements: " << fallos << ", "
               << (::GetTickCount64() - empezo) / 1000 << " s\n";
+    if (hechas >= calienta) {
+        const memoria al_final = memoria_del_proceso();
+        std::cout << "from sequence " << calienta << " on: handles " << manijas << " to "
+                  << manijas_del_proceso() << ", memory " << al_principio.bytes / 1024 << " to "
+                  << al_final.bytes / 1024 << " KiB, peak " << al_final.pico_bytes / 1024 << " KiB\n";
+        EXPECT_LE(manijas_del_proceso(), manijas + manijas_de_mas);
+        EXPECT_LE(al_final.bytes, al_principio.bytes + bytes_de_mas);
+    }
 }
 
 std::string una_al_azar(campo& c, asunto de_que, unsigned long long semilla, unsigned long long& pasos) {

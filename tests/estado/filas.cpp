@@ -225,8 +225,13 @@ std::string modela_fichsdir(reglas& r, const texto_w& d, const std::string& real
         if (x.n->fecha) {
             fecha = std::to_string(hora_local(*x.n->fecha));
         } else {  // as it is: somewhen now
-            const std::size_t k = real.find(nombre + " ");
-            fecha = k == std::string::npos ? "?" : real.substr(k + nombre.size() + 1);
+            const std::string antes = nombre + " ";
+            std::size_t k =
+                real.find(antes, 1);  // at the beginning of a record: a path may hold such a text too
+            while (k != std::string::npos && std::strchr("[|", real[k - 1]) == nullptr) {
+                k = real.find(antes, k + 1);
+            }
+            fecha = k == std::string::npos ? "?" : real.substr(k + antes.size());
             fecha = fecha.substr(0, fecha.find(' '));
         }
         v.push_back(

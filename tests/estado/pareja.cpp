@@ -1,5 +1,6 @@
 #include "estado/pareja.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <string_view>
 #include <thread>
@@ -127,11 +128,21 @@ struct lado {
     const std::vector<std::string>& respuestas;
     std::size_t hechos = 0;
     unsigned abierta = 0;  // what the operation under way has opened
+    unsigned movida = 0;   // what it has moved and not closed yet
+
+    bool ha_acabado() const { return hechos == pasos.size() && movida == 0; }
+    bool va_a_borrar() const {
+        return std::any_of(
+            pasos.begin() + static_cast<std::ptrdiff_t>(hechos), pasos.end(),
+            [](const paso& p) { return std::strstr(p.f->nombre, "borra_fichero") != nullptr; });
+    }
 };
 
 // Deleting, moving and removing take two steps: they open what bears the name now, and then that goes or moves, also
-// if the other has given it another name meanwhile. So does creating a directory: the system makes it and holds it for
-// a moment, in which nobody can move or remove it; and what is answered is whether it is there then.
+// if the other has given it another name meanwhile. What has moved is closed in a third step: if the other deletes it
+// before, under its new name, it is told yes, and the name stays until then. Creating a directory takes two: the system
+// makes it and holds it for a moment, in which nobody can move or remove it; and what is answered is whether it is there
+// then.
 bool toma_dos_pasos(const std::string& nombre) {
     return nombre == "cdir_borra_fichero_con_comprobacion" || nombre == "cdir_se_borra_directorio" ||
            nombre == "cdir_renombra_fichero_si_es_posible" || nombre == "cdir_mueve_fichero";
@@ -193,7 +204,7 @@ unsigned numera(nodo& cosa) {
     return cosa.numero;
 }
 bool explica(campo& c, const reglas& r, lado a, lado b) {
-    if (a.hechos == a.pasos.size() && b.hechos == b.pasos.size()) {
+    if (a.ha_acabado() && b.ha_acabado()) {
         reglas final = r;
         return c.diferencia(final).empty();
     }
@@ -202,6 +213,18 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
         lado y = b;
         lado& l = toca_a ? x : y;
         const lado& otro = toca_a ? y : x;
+        if (l.movida != 0) {
+            reglas cerrada = r;
+            const auto [padre, n] = con_numero(cerrada.v.cima, l.movida);
+            if (n != nullptr && n->se_ira_al_cerrar) {
+                padre->hijos.erase(pliega(n->nombre));
+            }
+            l.movida = 0;
+            if (explica(c, cerrada, x, y)) {
+                return true;
+            }
+            continue;
+        }
         if (l.hechos == l.pasos.size()) {
             continue;
         }
@@ -220,17 +243,22 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
             ++l.hechos;
             // Wine deletes by the name that was opened: what has moved away stays, and nobody is told.
             // And it takes a name away when the last one who has it open is through; until then it is deleted again.
-            const bool lo_tiene_el_otro =
-                otro.abierta == lo_suyo && real == "1" && std::strstr(p.f->nombre, "borra") != nullptr;
+            const bool lo_tiene_el_otro = (otro.abierta == lo_suyo || otro.movida == lo_suyo) &&
+                                          real == "1" && std::strstr(p.f->nombre, "borra") != nullptr;
             if (se_ha_movido && explica(c, sin_efecto, x, y)) {
                 return true;
             }
             if (lo_tiene_el_otro && abierto != nullptr) {
                 reglas a_medias = sin_efecto;
                 con_numero(a_medias.v.cima, lo_suyo).second->se_ira_al_cerrar = true;
-                if (explica(c, sin_efecto, x, y) || explica(c, a_medias, x, y)) {
+                if ((otro.abierta == lo_suyo && explica(c, sin_efecto, x, y)) || explica(c, a_medias, x, y)) {
                     return true;
                 }
+            }
+            const bool es_traslado =
+                std::strstr(p.f->nombre, "borra") == nullptr && p.f->nombre != std::string_view(creacion);
+            if (es_traslado && pensado == "1" && otro.va_a_borrar()) {
+                l.movida = lo_suyo;
             }
             if ((!pensado || *pensado == real) && explica(c, despues, x, y)) {
                 return true;
@@ -244,7 +272,7 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
         if (h.codigo == 0 && toma_dos_pasos(p.f->nombre)) {
             const unsigned lo_suyo = numera(*h.cosa);
             // What the other has open is in use.
-            if (otro.abierta == lo_suyo && real == "0") {
+            if ((otro.abierta == lo_suyo || otro.movida == lo_suyo) && real == "0") {
                 ++l.hechos;
                 if (explica(c, despues, x, y)) {
                     return true;

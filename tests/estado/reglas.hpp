@@ -436,20 +436,20 @@ struct reglas {
                 return;
             }
             const texto_w hijo = une(mostrado, n);
-            if (d.hijo(n)->enlace) {
-                se_queda_el_enlace();
-                continue;
+            if (!d.hijo(n)->enlace) {
+                if (!se_deja(*d.hijo(n), para_listar)) {
+                    continue;
+                }
+                borra_contenido(*d.hijo(n), hijo);
             }
-            if (!se_deja(*d.hijo(n), para_listar)) {
-                continue;
-            }
-            borra_contenido(*d.hijo(n), hijo);
             if (seguir == nullptr || *seguir == 1) {
                 bucle(
                     true, [&] { return "Unable to delete the directory '" + u(hijo) + "'"; },
                     [&]() -> unsigned long {
                         nodo* x = d.hijo(n);
-                        return x == nullptr ? no_esta : v.quita_directorio(d, *x);
+                        return x == nullptr ? no_esta
+                               : x->enlace  ? se_queda_el_enlace()
+                                            : v.quita_directorio(d, *x);
                     });
             }
         }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apoyo/recursos.hpp"
 #include "companions/lumospy.h"
 #include "companions/lumospy.hpp"
 
@@ -34,29 +35,19 @@ std::string en_lineas(const std::vector<std::string>& v) {
     return t.empty() ? "\n    (nothing)" : t;
 }
 
-// How many handles are open, among the numbers that the system gives out first.
-unsigned manijas_abiertas() {
-    unsigned n = 0;
-    for (std::uintptr_t h = 4; h <= 800; h += 4) {
-        DWORD rasgos;
-        n += ::GetHandleInformation(reinterpret_cast<HANDLE>(h), &rasgos) ? 1 : 0;
-    }
-    return n;
-}
-
 struct marcha {
     campo& c;
     reglas r = {};
     std::vector<paso> pasos = {};
     asunto de_que;
-    unsigned manijas = 0;
+    std::size_t manijas = 0;
 
     marcha(campo& campo_, asunto asunto_) : c(campo_), de_que(asunto_) {
         c.empieza(r);
         if (de_que == asunto::registro) {
             empieza_el_registro(r);
         }
-        manijas = manijas_abiertas();
+        manijas = manijas_del_proceso();
     }
 
     bool se_aplica(const paso& p) { return p.f->aplicable == nullptr || p.f->aplicable(r, p.a); }
@@ -93,7 +84,7 @@ struct marcha {
     }
     std::string acaba() const {
         c.suelta();
-        return manijas_abiertas() == manijas ? "" : "\n  a handle is left open";
+        return manijas_del_proceso() == manijas ? "" : "\n  a handle is left open";
     }
 };
 

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "apoyo/directorio.hpp"
+#include "apoyo/recursos.hpp"
 #include "companions/plataforma.hpp"
 #include "exports/exportaciones.hpp"
 
@@ -116,11 +117,6 @@ bool toca(const exportacion& e, unsigned cual) {
     const bool de_ficheros = e.como.es("fichero") || e.como.es("Fichero") || e.como.es("timefich_");
     return segundos() != 0 || cual == (de_ficheros ? 1 : 0);
 }
-DWORD manijas() {
-    DWORD cuantas = 0;
-    ::GetProcessHandleCount(::GetCurrentProcess(), &cuantas);
-    return cuantas;
-}
 
 struct prevista {
     const exportacion* e;
@@ -174,10 +170,10 @@ TEST(hilos, dieciseis_llaman_a_todo_y_cada_uno_obtiene_lo_que_obtiene_solo) {
     const unsigned long long vivos = lumospy_bloques_vivos();
     std::atomic<unsigned long> llamadas{0};
     std::vector<std::string> distintas(num_hilos);
-    DWORD antes = 0;
+    std::size_t antes = 0;
     // The first turn, with few calls, leaves behind what the system keeps for itself.
     for (const bool de_verdad : {false, true}) {
-        antes = manijas();
+        antes = apoyo::manijas_del_proceso();
         llamadas = 0;
         const ULONGLONG fin = ::GetTickCount64() + 1000ull * segundos();
         std::vector<std::thread> hilos;
@@ -212,7 +208,7 @@ TEST(hilos, dieciseis_llaman_a_todo_y_cada_uno_obtiene_lo_que_obtiene_solo) {
     }
     EXPECT_GE(llamadas, num_hilos * por_hilo + 2 * (lo_previsto.size() - por_hilo));
     EXPECT_EQ(lumospy_bloques_vivos(), vivos);
-    EXPECT_EQ(manijas(), antes);
+    EXPECT_EQ(apoyo::manijas_del_proceso(), antes);
     EXPECT_EQ(d.contenido("guarda.txt"), "contenido");
     d.borra("de todos");
     EXPECT_EQ(d.arbol(), std::vector<std::string>{"guarda.txt"});

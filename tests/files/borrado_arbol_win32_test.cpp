@@ -57,6 +57,47 @@ TEST(borrado_arbol, borra_lo_que_hay_y_nada_de_fuera) {
     }
 }
 
+// Where links are followed, whoever may change the marks of a file must be able to write it: nobody but an administrator
+// where it is read-only.
+TEST(borrado_arbol, lo_de_solo_lectura_se_va_tambien_sin_ser_administrador) {
+    if (!interno::sistema.sigue_enlaces()) {
+        GTEST_SKIP() << "the right to change marks is one of its own here";
+    }
+    static decltype(interno::sistema.abre_entrada) abre_antes;
+    static decltype(interno::sistema.CreateFileW) crea_antes;
+    abre_antes = interno::sistema.abre_entrada;
+    crea_antes = interno::sistema.CreateFileW;
+    static constexpr auto se_niega = [](DWORD acceso) {
+        ::SetLastError(ERROR_ACCESS_DENIED);
+        return (acceso & FILE_WRITE_ATTRIBUTES) != 0;
+    };
+    const sustituye entradas(interno::sistema.abre_entrada,
+                             [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir,
+                                DWORD opciones, DWORD atributos) -> HANDLE {
+                                 return se_niega(acceso) ? INVALID_HANDLE_VALUE
+                                                         : abre_antes(nombre, directorio, acceso, compartir,
+                                                                      opciones, atributos);
+                             });
+    const sustituye raices(interno::sistema.CreateFileW,
+                           [](LPCWSTR ruta, DWORD acceso, DWORD compartir, LPSECURITY_ATTRIBUTES seguridad,
+                              DWORD disposicion, DWORD indicadores, HANDLE plantilla) WINAPI -> HANDLE {
+                               return se_niega(acceso) ? INVALID_HANDLE_VALUE
+                                                       : crea_antes(ruta, acceso, compartir, seguridad,
+                                                                    disposicion, indicadores, plantilla);
+                           });
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        const directorio_temporal d;
+        d.fichero("t\\a.txt", "x", FILE_ATTRIBUTE_READONLY);
+        d.fichero("t\\sub\\\u00f1.txt", "x", FILE_ATTRIBUTE_READONLY);
+        ::SetFileAttributesW(d.ruta_w("t").c_str(), FILE_ATTRIBUTE_READONLY);
+        f.borra(d.ruta("t"));
+        EXPECT_FALSE(d.existe("t\\a.txt")) << f.nombre;
+        EXPECT_EQ(d.existe("t\\sub\\\u00f1.txt"), !f.recursiva) << f.nombre;
+        EXPECT_EQ(d.existe("t"), !f.recursiva || !f.quita_raiz) << f.nombre;
+        EXPECT_EQ(toma_esperas().size(), 0u) << f.nombre;
+    }
+}
+
 TEST(borrado_arbol, los_directorios_que_empiezan_por_punto_detienen_el_borrado_estricto) {
     buclrein_establece_politica(0, 0);
     for (const forma_de_borrar& f : formas_de_borrar) {

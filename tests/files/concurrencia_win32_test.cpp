@@ -13,6 +13,7 @@
 #include "apoyo/directorio.hpp"
 #include "apoyo/enlace.hpp"
 #include "apoyo/hijo.hpp"
+#include "apoyo/recursos.hpp"
 #include "cdir.h"
 #include "cdir_ficheros.h"
 #include "cdir_listas.h"
@@ -37,11 +38,6 @@ unsigned del_entorno(const wchar_t* nombre, unsigned si_no_hay) {
 }
 ULONGLONG dentro_de_segundos(unsigned segundos) {
     return ::GetTickCount64() + 1000ull * segundos;
-}
-DWORD manijas() {
-    DWORD cuantas = 0;
-    ::GetProcessHandleCount(::GetCurrentProcess(), &cuantas);
-    return cuantas;
 }
 
 // Texts of a thread: taken without the recorder, which is not made for several.
@@ -128,11 +124,11 @@ TEST(concurrencia, dieciseis_hilos_cada_uno_con_lo_suyo) {
     const directorio_temporal d;
     g_linea = 0;
     const unsigned long long vivos = lumospy_bloques_vivos();
-    DWORD antes = 0;
+    std::size_t antes = 0;
     std::atomic<unsigned long> vueltas{0};
     // The first turn leaves behind what the system keeps for itself.
     for (const unsigned segundos : {0u, del_entorno(L"LUMODIR_SEGUNDOS", 1)}) {
-        antes = manijas();
+        antes = manijas_del_proceso();
         const ULONGLONG fin = dentro_de_segundos(segundos);
         std::vector<std::thread> hilos;
         for (unsigned i = 0; i < num_hilos; ++i) {
@@ -154,7 +150,7 @@ TEST(concurrencia, dieciseis_hilos_cada_uno_con_lo_suyo) {
     }
     EXPECT_EQ(g_linea, 0) << "line of the first thing that went wrong";
     EXPECT_EQ(lumospy_bloques_vivos(), vivos);
-    EXPECT_EQ(manijas(), antes);
+    EXPECT_EQ(manijas_del_proceso(), antes);
     EXPECT_EQ(d.arbol(), std::vector<std::string>());
     EXPECT_GE(vueltas, 2 * num_hilos);
     std::printf("rounds of 16 threads: %lu\n", vueltas.load());
@@ -169,11 +165,11 @@ int uno_de_muchos() {
     const texto_w comun = hijo_dato();
     const texto_w mio = comun + w("\\p" + std::to_string(::GetCurrentProcessId()));
     const ULONGLONG fin = dentro_de_segundos(del_entorno(L"LUMODIR_SEGUNDOS", 1));
-    DWORD antes = 0;
+    std::size_t antes = 0;
     unsigned long vueltas = 0;
     do {
         if (vueltas == 1) {
-            antes = manijas();
+            antes = manijas_del_proceso();
         }
         arbol(mio);
         wchar_t* unico = lumodir_creaFicheroUnicoEnDirectorio(comun.c_str(), L"tmp");
@@ -191,7 +187,7 @@ int uno_de_muchos() {
         widestr_nousar_destruye(&unico, "prueba", 1);
         ++vueltas;
     } while (g_linea == 0 && (vueltas < 3 || ::GetTickCount64() < fin));
-    EXIGE(manijas() == antes);
+    EXIGE(manijas_del_proceso() == antes);
     EXIGE(lumospy_bloques_vivos() == 0);
     return g_linea;
 }

@@ -158,6 +158,57 @@ TEST(directorios_vacios, una_base_mas_larga_se_informa_y_no_se_sube) {
     EXPECT_TRUE(d.existe("a\\b"));
 }
 
+// A base may end within a name: what is longer goes, and where going up has come past the base that is told.
+TEST(directorios_vacios, una_base_que_acaba_dentro_de_un_nombre) {
+    const struct {
+        const char* nombre;
+        lista hay;
+        const char* directorio;
+        const char* base;
+        lista queda;
+        bool llega;
+    } casos[] = {
+        {"it goes", {"bx", "b"}, "bx", "b", {"b\\"}, true},
+        {"with what lies below", {"bx\\c\\d"}, "bx\\c\\d", "b", {}, true},
+        {"as far as it is there", {"bx"}, "bx\\c\\d", "b", {}, true},
+        {"or not at all", {"b\\c"}, "bx\\c", "b", {"b\\", "b\\c\\"}, true},
+        {"nor what it would lie in", {"b"}, "no\\bx", "no\\b", {"b\\"}, true},
+        {"in another letter case", {"bx"}, "bx", "B", {}, true},
+        {"with an extension", {"a\\b.bak"}, "a\\b.bak", "a\\b", {"a\\"}, true},
+        {"not empty", {"bx\\c", "bx\\d"}, "bx\\c", "b", {"bx\\", "bx\\d\\"}, false},
+        {"not empty from the beginning", {"bx\\c"}, "bx", "b", {"bx\\", "bx\\c\\"}, false},
+        {"a point at the end is the base itself", {"b"}, "b.", "b", {"b\\"}, false},
+    };
+    for (const auto& caso : casos) {
+        for (const bool ancha : {true, false}) {
+            const directorio_temporal d;
+            for (const std::string& uno : caso.hay) {
+                d.directorio(uno.c_str());
+            }
+            fallos libro;
+            const std::string base = d.ruta(caso.base);
+            sube(ancha, d.ruta(caso.directorio), &base);
+            EXPECT_EQ(toma_expresiones(), caso.llega ? lista{mas_corto} : lista{}) << caso.nombre;
+            EXPECT_EQ(d.arbol(), caso.queda) << caso.nombre;
+            EXPECT_EQ(libro.manijas_abiertas(), 0u) << caso.nombre;
+        }
+    }
+}
+
+// What is relative has no drive: it ends with its first name.
+TEST(directorios_vacios, sin_base_ni_unidad_no_se_informa) {
+    const directorio_temporal d;
+    const en_directorio aqui(d.ruta_w(""));
+    for (const char* directorio : {"bx\\c", "bx", ".git", "h\\b.bak"}) {
+        for (const bool ancha : {true, false}) {
+            d.directorio("bx\\c");
+            sube(ancha, directorio, nullptr);
+            EXPECT_EQ(toma_expresiones(), lista{}) << directorio;
+            EXPECT_EQ(d.existe("bx"), std::string(directorio) != "bx\\c") << directorio;
+        }
+    }
+}
+
 TEST(directorios_vacios, nulo_o_en_blanco_no_borra_nada) {
     fallos libro;
     lumodir_borra_directorios_de_path_si_estan_vacios_UNICODE(nullptr, nullptr);

@@ -16,7 +16,8 @@ using lista = std::vector<std::string>;
 
 // Stands beside the trees; `valioso` is what every trap in them aims at.
 const char* const fuera =
-    "mkdir -p fuera/hondo vacio; echo 1 >fuera/valioso; echo 2 >fuera/hondo/f; echo 3 >fuera/x;"
+    "rm -f fuera/protegido; mkdir -p fuera/hondo vacio; echo 1 >fuera/valioso; echo 2 >fuera/hondo/f; echo 3 "
+    ">fuera/x;"
     "echo 4 >fuera/protegido; chmod 444 fuera/protegido\n";
 
 struct nombre_raro {

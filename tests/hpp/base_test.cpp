@@ -240,13 +240,13 @@ TEST_F(base, no_cuesta_mas_que_la_copia_que_se_pide) {
 // Every function of the headers is called by some test: a text search, which a new function fails until it has one.
 TEST_F(base, toda_funcion_se_prueba) {
     std::string pruebas;
-    for (const auto& entrada : std::filesystem::directory_iterator(LUMODIR_RAIZ "/tests/hpp")) {
+    for (const auto& entrada : std::filesystem::directory_iterator(L"" LUMODIR_RAIZ "/tests/hpp")) {
         std::ifstream fichero(entrada.path());
         pruebas.append(std::istreambuf_iterator<char>(fichero), std::istreambuf_iterator<char>());
     }
     const std::regex declaracion("\n(?:inline|con_progreso<)[^;={]*?[ &>*](\\w+)\\(");
     unsigned funciones = 0;
-    for (const auto& entrada : std::filesystem::directory_iterator(LUMODIR_RAIZ "/include/cpp")) {
+    for (const auto& entrada : std::filesystem::directory_iterator(L"" LUMODIR_RAIZ "/include/cpp")) {
         std::ifstream fichero(entrada.path());
         std::string texto((std::istreambuf_iterator<char>(fichero)), std::istreambuf_iterator<char>());
         texto.erase(std::remove(texto.begin(), texto.end(), '\r'), texto.end());

@@ -87,6 +87,15 @@ TEST_F(listas, las_rutas_de_una_raiz_llevan_a_sus_ficheros) {
         }
         EXPECT_TRUE(esta) << raiz.size();
     }
+    // Nothing before the pattern of the subdirectories is the root as well.
+    const lista_ficheros de_nada = cdir::lista_de_directorios(L"");
+    ASSERT_FALSE(de_nada.empty());
+    EXPECT_EQ(de_nada.rutas(), cdir::lista_de_directorios(L"\\").rutas());
+    // A drive with nothing behind it is its current directory where the two stand apart.
+    EXPECT_EQ(cdir::lista_de_ficherosFiltro_en_unidad(unidad, L"", L"dat", L"*").rutas(),
+              std::vector<hpp::fs::path>{unidad + L".\\c.dat"});
+    EXPECT_EQ(cdir::lista_de_ficherosFiltro_en_unidad(nullptr, L"", L"dat", L"*").rutas(),
+              std::vector<hpp::fs::path>{L"c.dat"});
     // Of a list that knows no directory, and of the current one.
     EXPECT_EQ(cdir::lista_de_ficheros_en_path_filtro(L"*.dat").rutas(), std::vector<hpp::fs::path>{L"c.dat"});
     EXPECT_EQ(cdir::lista_de_ficheros(L".", L"dat").rutas(), std::vector<hpp::fs::path>{L".\\c.dat"});

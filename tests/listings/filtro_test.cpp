@@ -157,6 +157,18 @@ TEST(filtro, la_extension_pedida_como_el_modelo_en_todos_los_nombres_cortos) {
     EXPECT_GT(informados, 0u);
 }
 
+TEST(filtro, sin_extension_pedida_pasan_todos_y_con_la_vacia_los_que_no_la_tienen) {
+    using interno::filtro_extension;
+    using interno::vista_w;
+    for (const vista_w todas : {vista_w(), vista_w(L"*"), vista_w(L"*x")}) {
+        EXPECT_TRUE(filtro_extension(todas).admite(vista_w(L"a.txt")));
+        EXPECT_TRUE(filtro_extension(todas).admite(vista_w(L"a")));
+    }
+    const filtro_extension ninguna(vista_w(L"*", 0));  // what stands behind a text does not belong to it
+    EXPECT_FALSE(ninguna.admite(vista_w(L"a.txt")));
+    EXPECT_TRUE(ninguna.admite(vista_w(L"a")));
+}
+
 TEST(filtro, una_lista_de_extensiones_como_el_modelo) {
     const std::vector<std::string> extensiones = todas("aB", 2);
     for (const std::string& una : extensiones) {

@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <vector>
 
+#include "nativo/plataforma_nativa.hpp"
+
 namespace interno::plataforma {
 namespace {
 
@@ -427,8 +429,16 @@ std::uint16_t idioma_del_usuario() noexcept {
     return 0x0409;
 }
 
-cadena_w texto_de_codigo(unsigned long codigo, std::uint16_t) {
-    return copiaforu_nousar_formatea(L"error %lu", {codigo});
+cadena_w texto_de_codigo(unsigned long codigo, std::uint16_t idioma) {
+    if (codigo == apoyo::sin_texto || (codigo == apoyo::solo_del_sistema && idioma != 0) ||
+        (codigo == apoyo::sin_catalan && idioma == 0x0403)) {
+        return cadena_w();
+    }
+    wchar_t en_hexadecimal[5] = {};
+    for (unsigned i = 0; i < 4; ++i) {
+        en_hexadecimal[i] = L"0123456789abcdef"[idioma >> (12 - 4 * i) & 0xF];
+    }
+    return copiaforu_nousar_formatea(L"error %lu in %s", {codigo, en_hexadecimal});
 }
 
 }  // namespace interno::plataforma

@@ -12,6 +12,7 @@
 
 using namespace apoyo;
 using interno::cadena_w;
+using interno::es_unidad_sola;
 using interno::vista_w;
 
 namespace {
@@ -321,6 +322,17 @@ TEST(componentes, directorio_y_nombre_juntos) {
     }
 }
 
+TEST(componentes, una_unidad_sola) {
+    for (const wchar_t* ruta : {L"C:", L"z:"}) {
+        EXPECT_TRUE(es_unidad_sola(ruta)) << u8(ruta);
+    }
+    for (const wchar_t* ruta :
+         {L"", L"C", L":", L"::", L"1:", L"C;", L"C:\\", L"C:a", L"CC:", L"\x00F1:", L"@:"}) {
+        EXPECT_FALSE(es_unidad_sola(ruta)) << u8(ruta);
+    }
+    EXPECT_FALSE(es_unidad_sola(vista_w(L"C:", 1)));
+}
+
 TEST(componentes, directorio_y_nombre_de_null) {
     for (unsigned short con_extension = 0; con_extension < 2; ++con_extension) {
         wchar_t* dir = nullptr;
@@ -333,7 +345,9 @@ TEST(componentes, directorio_y_nombre_de_null) {
         lumodir_directorio_y_nombre_base_fichero(nullptr, con_extension, &dir_a, &nombre_a);
         EXPECT_EQ(toma(dir_a), "");
         EXPECT_EQ(toma(nombre_a), "");
-        ESPERA_INFORMES("(ruta_completa) != NULL", "(ruta_completa) != NULL");
+        lumodir_directorio_y_nombre_base_fichero_UNICODE(nullptr, con_extension, nullptr, nullptr);
+        lumodir_directorio_y_nombre_base_fichero(nullptr, con_extension, nullptr, nullptr);
+        EXPECT_EQ(toma_expresiones(), std::vector<std::string>(4, "(ruta_completa) != NULL"));
     }
 }
 

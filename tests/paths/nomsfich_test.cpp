@@ -196,6 +196,14 @@ TEST(nomsfich, null_se_comunica_en_cada_funcion) {
     ESPERA_INFORMES("(path_completo) != NULL");
 }
 
+TEST(nomsfich, copia_tambien_un_registro_sin_textos) {
+    const Nomsfich sin_textos{};
+    const interno::registro_nomsfich copia = interno::i_copia_nomsfich(sin_textos);
+    EXPECT_EQ(toma_expresiones(), std::vector<std::string>(2, sin_cadena));
+    EXPECT_EQ(de_cp1252(copia->nombre_base), "");
+    EXPECT_EQ(de_cp1252(copia->extension), "");
+}
+
 TEST(nomsfich, compara_textos_sueltos) {
     struct caso {
         const char* uno;
@@ -230,6 +238,18 @@ TEST(nomsfich, compara_textos_sueltos) {
     }
     EXPECT_EQ(nomsfich_mismo_nombre_base("?", ""), 0);
     ESPERA_INFORMES(caracter_malo, sin_nombre);  // one after the other
+    for (const auto& [uno, otro] :
+         {std::pair<const char*, const char*>{nullptr, ""}, {"", nullptr}, {nullptr, nullptr}}) {
+        EXPECT_EQ(nomsfich_misma_extension(uno, otro), 0);  // NULL is no text, not even an empty one
+        EXPECT_EQ(nomsfich_mismo_nombre_base(uno, otro), 0);
+        EXPECT_FALSE(toma_expresiones().empty());
+    }
+    // The second byte of a character is none of those that are forbidden.
+    const en_pagina p(932);
+    EXPECT_EQ(nomsfich_misma_extension("\x83\\\x01", "\x83\\\x01"), 1);
+    ESPERA_INFORMES();
+    EXPECT_EQ(nomsfich_misma_extension("\x83\\\x01?", "\x83\\\x01?"), 1);
+    ESPERA_INFORMES(caracter_malo, caracter_malo, caracter_malo, caracter_malo);
 }
 
 TEST(nomsfich, da_el_nombre_base_de_un_path) {

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/pagina_ultima.hpp"
 
 using interno::i_notas;
 using interno::i_notas_llanas;
@@ -63,7 +64,26 @@ void compara_en_una_pagina(const std::vector<unsigned>& unidades) {
     }
 }
 
+// A text at every place before the end of the last page that there is.
+template <class C>
+void compara_ante_el_fin() {
+    const apoyo::pagina_ultima pagina;
+    C* const fin = pagina.fin<C>();
+    std::fill(fin - apoyo::pagina_ultima::bytes / sizeof(C), fin, static_cast<C>('\\'));
+    for (std::size_t sobran = 0; sobran < 3; ++sobran) {
+        for (std::size_t num = 1; num < 200; ++num) {
+            const vista<C> texto(fin - sobran - num, num);
+            ASSERT_TRUE(i_notas(texto) == i_notas_llanas(texto.substr(0, 64))) << sobran << " " << num;
+        }
+    }
+}
+
 }  // namespace
+
+TEST(notas, nada_se_lee_tras_la_ultima_pagina) {
+    compara_ante_el_fin<wchar_t>();
+    compara_ante_el_fin<char>();
+}
 
 // What a unit is noted as, told by a list written out.
 TEST(notas, cada_unidad) {

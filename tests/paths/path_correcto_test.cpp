@@ -5,6 +5,7 @@
 #include "apoyo/apoyo.hpp"
 #include "cdir.h"
 #include "companions/msglocal.h"
+#include "companions/sabores.hpp"
 #include "lumodir.h"
 #include "paths/modelos.hpp"
 
@@ -14,6 +15,8 @@ using interno::i_path_correcto;
 using interno::i_path_correcto_con_comodines;
 using interno::i_path_correcto_con_comodines_UNICODE;
 using interno::i_path_correcto_UNICODE;
+using interno::i_texto_del_fallo;
+using interno::vista_w;
 
 namespace {
 
@@ -214,6 +217,33 @@ TEST(path_correcto, cada_regla_da_su_mensaje_y_su_marca_de_red) {
     }
 }
 
+// A path is judged and cut as its view is, whatever stands before it and behind.
+TEST(path_correcto, lo_que_rodea_al_path_no_cuenta) {
+    const auto son_iguales = [](const auto& a, const auto& b) {
+        return a.juicio.correcto == b.juicio.correcto && a.juicio.es_unc == b.juicio.es_unc &&
+               a.juicio.motivo == b.juicio.motivo && a.cortes.directorio == b.cortes.directorio &&
+               a.cortes.nombre == b.cortes.nombre && a.cortes.extension == b.cortes.extension;
+    };
+    en_ambos_sabores([&]<class C>() {
+        para_cada_texto<C>("a.\\: ", 4, [&](interno::vista<C> texto) {
+            using cadena_de_prueba = decltype(txt<C>(""));
+            const cadena_de_prueba solo(texto);
+            for (const char* delante : {".", "\\", "a"}) {
+                for (const char* detras : {".", "\\", ":", " ", "a"}) {
+                    const cadena_de_prueba entero = txt<C>(delante) + solo + txt<C>(detras);
+                    const interno::vista<C> parte = interno::vista<C>(entero).substr(1, solo.size());
+                    ASSERT_TRUE(
+                        son_iguales(interno::i_juzga(parte), interno::i_juzga(interno::vista<C>(solo))))
+                        << "'" << lee(parte) << "' between " << delante << " and " << detras;
+                    ASSERT_TRUE(son_iguales(interno::i_juzga_con_comodines(parte),
+                                            interno::i_juzga_con_comodines(interno::vista<C>(solo))))
+                        << "'" << lee(parte) << "' between " << delante << " and " << detras;
+                }
+            }
+        });
+    });
+}
+
 TEST(path_correcto, vacio_vale_solo_donde_puede_serlo) {
     for (const bool puede : {true, false}) {
         SCOPED_TRACE(puede);
@@ -305,6 +335,19 @@ TEST(path_correcto, los_mensajes_salen_en_el_idioma_del_usuario) {
     EXPECT_EQ(cdir_es_path_valido_UNICODE(w(std::string(10241, '%')).c_str(), &mensaje), 0);
     EXPECT_EQ(toma(mensaje),
               "El path '" + std::string(10241, '%') + "' supera la longitud máxima permitida (10240).");
+}
+
+// The component that a path is refused for is looked for in the path alone.
+TEST(path_correcto, el_fallo_nombra_el_componente_entero) {
+    for (const char* path : {"?", "a\\?", "C:?", "C:\\x\\?", "x/?"}) {
+        for (const char* detras : {"", ":", "\\", "a"}) {
+            const texto_w entero = w(path + std::string(detras));
+            const vista_w solo = vista_w(entero).substr(0, std::string(path).size());
+            EXPECT_EQ(u8(i_texto_del_fallo(i_path_correcto_UNICODE(solo), solo).ver()),
+                      "There are invalid characters in the name '?'")
+                << path << " before " << detras;
+        }
+    }
 }
 
 // The names of the path and the limit reach every translation.
