@@ -150,7 +150,8 @@ TEST(concurrencia, dieciseis_hilos_cada_uno_con_lo_suyo) {
     }
     EXPECT_EQ(g_linea, 0) << "line of the first thing that went wrong";
     EXPECT_EQ(lumospy_bloques_vivos(), vivos);
-    EXPECT_EQ(manijas_del_proceso(), antes);
+    // Whoever waits for a lock for the first time may cost the system a handle, once; what a round leaves open adds up.
+    EXPECT_LT(manijas_del_proceso(), antes + num_hilos);
     EXPECT_EQ(d.arbol(), std::vector<std::string>());
     EXPECT_GE(vueltas, 2 * num_hilos);
     std::printf("rounds of 16 threads: %lu\n", vueltas.load());
