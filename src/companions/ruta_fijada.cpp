@@ -154,12 +154,16 @@ const wchar_t* ruta_fijada::dada_si_cabe() const noexcept {
     return forma.size() >= primera_longitud_larga && i_lleva_prefijo(forma) ? texto_ : dada_;
 }
 
-cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta) {
+cadena_w lmlongpath_forma_completa_si_se_sabe(const ruta_fijada& ruta) {
     // Asked for its full form, the system would cut the end of what it takes literally in every other call.
     if (empieza_por(vista_w(ruta.c_str()), prefijo_largo)) {
         return cadena_w(vista_w(ruta.c_str()));
     }
-    cadena_w completa = i_respuesta_entera<wchar_t>(i_pregunta_por_forma(ruta.c_str()));
+    return i_respuesta_entera<wchar_t>(i_pregunta_por_forma(ruta.c_str()));
+}
+
+cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta) {
+    cadena_w completa = lmlongpath_forma_completa_si_se_sabe(ruta);
     return completa.es_nula() ? cadena_w(vista_w(ruta.c_str())) : std::move(completa);
 }
 

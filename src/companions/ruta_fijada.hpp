@@ -119,8 +119,9 @@ cadena_w i_ruta_bajo(vista_w directorio, std::size_t nombres, Nombre nombre) {
 // Letter case of any alphabet aside, as file systems compare.
 bool i_mismo_nombre(vista_w a, vista_w b) noexcept;
 
-// Relative parts resolved, "/" turned into "\"; the path as it is when the system cannot tell, or takes it literally
-// (`\\?\`).
+// Relative parts resolved, "/" turned into "\"; the path as it is when the system takes it literally (`\\?\`). When the
+// system cannot tell, the first answers with a NULL string, the other one with the path.
+cadena_w lmlongpath_forma_completa_si_se_sabe(const ruta_fijada& ruta);
 cadena_w lmlongpath_forma_completa(const ruta_fijada& ruta);
 // The full form with the extended-length prefix, whatever its length: names put behind it are taken to the letter,
 // final blanks and dots and names of devices included. A NULL string when the system cannot tell.

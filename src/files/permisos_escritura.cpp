@@ -67,10 +67,12 @@ bool i_se_crea_una_sonda(const ruta_fijada& directorio) {
     return i_prueba_escritura(sonda.c_str()).es_nula();
 }
 
-// What leads back out of a directory does not want that directory made: the system's form has it no longer.
+// What leads back out of a directory does not want that directory made: the system's form has it no longer. A NULL string
+// when the system cannot tell that form.
 cadena_w i_con_retrocesos_resueltos(const ruta_fijada& directorio) {
     const vista_w forma(directorio.c_str());
-    return forma.find(L"..") == vista_w::npos ? cadena_w(forma) : lmlongpath_forma_completa(directorio);
+    return forma.find(L"..") == vista_w::npos ? cadena_w(forma)
+                                              : lmlongpath_forma_completa_si_se_sabe(directorio);
 }
 
 }  // namespace
@@ -92,10 +94,10 @@ motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bo
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
     const cadena_w forma = i_con_retrocesos_resueltos(de_sonda.c_str());
     const ruta_fijada fijado(forma.c_str());
-    if (se_crea && !i_crea_directorios(fijado.c_str(), true, false)) {
+    if (se_crea && (forma.es_nula() || !i_crea_directorios(fijado.c_str(), true, false))) {
         return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {mostrado});
     }
-    if (!i_se_crea_una_sonda(fijado)) {
+    if (forma.es_nula() || !i_se_crea_una_sonda(fijado)) {
         return i_mensaje(i_msg_404522_sin_permiso_en_directorio, {mostrado});
     }
     return {};

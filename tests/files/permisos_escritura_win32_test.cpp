@@ -280,6 +280,23 @@ TEST(permisos_escritura, la_prueba_mira_crea_y_borra_en_el_mismo_sitio) {
     }
 }
 
+TEST(permisos_escritura, sin_forma_completa_no_se_crea_lo_que_la_ruta_deja_atras) {
+    const directorio_temporal dir;
+    const texto_w ruta = dir.ruta_w("atras/../dñ");
+    fallos f;
+    f.falla_siempre("GetFullPathNameW", ERROR_ACCESS_DENIED);
+    for (const bool de_fichero : {false, true}) {
+        wchar_t* motivo = nullptr;
+        EXPECT_EQ(de_fichero
+                      ? cdir_se_puede_escribir_fichero_en_directorio((ruta + L"/f.txt").c_str(), &motivo)
+                      : cdir_se_puede_escribir_en_directorio(ruta.c_str(), &motivo),
+                  0);
+        EXPECT_EQ(toma(motivo), no_se_crea(u8(ruta) + (de_fichero ? "/" : "")));
+        EXPECT_EQ(dir.arbol(), lista{});
+    }
+    EXPECT_EQ(f.cuenta("CreateDirectoryW") + f.cuenta("CreateFileW"), 0u);
+}
+
 TEST(permisos_escritura, un_fichero_de_la_raiz_se_prueba_en_la_raiz) {
     const directorio_temporal dir;
     const std::string unidad = dir.ruta().substr(0, 2);
