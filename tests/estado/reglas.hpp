@@ -3,6 +3,7 @@
 // alone; of text it knows what the models of `tests/modelos` know.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 
 #include "estado/registro.hpp"
@@ -409,12 +410,16 @@ struct reglas {
                    ? h.entrada
                    : nullptr;
     }
+    // Files as they are listed; directories by code units, in which the letters of one case come before those of the other.
     static lista nombres(nodo& n, bool de_directorios) {
         lista r;
         for (const auto& [clave, hijo] : n.hijos) {
             if (hijo.es_directorio == de_directorios) {
                 r.push_back(hijo.nombre);
             }
+        }
+        if (de_directorios) {
+            std::sort(r.begin(), r.end());
         }
         return r;
     }
