@@ -94,10 +94,10 @@ motivo i_prueba_escritura_en_directorio(vista_w directorio, vista_w mostrado, bo
     const cadena_w de_sonda = i_directorio_de_sonda(directorio);
     const cadena_w forma = i_con_retrocesos_resueltos(de_sonda.c_str());
     const ruta_fijada fijado(forma.c_str());
-    if (se_crea && (forma.es_nula() || !i_crea_directorios(fijado.c_str(), true, false))) {
+    if (forma.es_nula() || (se_crea && !i_crea_directorios(fijado.c_str(), true, false))) {
         return i_mensaje(i_msg_53948_no_se_puede_crear_directorio, {mostrado});
     }
-    if (forma.es_nula() || !i_se_crea_una_sonda(fijado)) {
+    if (!i_se_crea_una_sonda(fijado)) {
         return i_mensaje(i_msg_404522_sin_permiso_en_directorio, {mostrado});
     }
     return {};

@@ -74,7 +74,9 @@ TEST(lmlongpath, el_prefijo_empieza_en_248_unidades) {
         {"//?/UNC/" + con_barras(u248.substr(2)), "\\\\?\\UNC\\" + u248.substr(2)},
         {"//./" + con_barras(c248), "\\\\.\\" + c248},
         {"\\\\./" + c248, "\\\\.\\" + c248},
-        {"//?/C:/x", "//?/C:/x"},  // short: as the system takes it
+        {"//?/C:/x", "//?/C:/x"},    // short: as the system takes it
+        {"\\\\srv\\", "\\\\srv\\"},  // no share
+        {"\\\\srv\\\\", "\\\\srv\\\\"},
         {"//./COM1", "//./COM1"},
         {c9000 + "\\..\\f", "\\\\?\\" + c9000.substr(0, c9000.rfind('\\')) + "\\f"},
         {c248 + "\\..\\..\\..\\..\\f", c248 + "\\..\\..\\..\\..\\f"},  // made full, it is short
@@ -172,10 +174,11 @@ TEST(lmlongpath, quitar_el_prefijo) {
     EXPECT_EQ(sin("//./C:/x"), "C:/x");
     EXPECT_EQ(sin("\\\\.\\C:\\x"), "C:\\x");
     // Names that only the system knows have no other form: without the prefix they would be relative paths.
-    for (const char* ruta : {"\\\\?\\Volume{26a21bda-a627-11d7-9931-806e6f6e6963}\\x",
-                             "\\\\?\\GLOBALROOT\\Device\\HarddiskVolume1\\x", "\\\\?\\x", "\\\\?\\\\x",
-                             "\\\\?\\1:\\x", "\\\\?\\ñ:\\x", "\\\\?\\", "//?/x", "//./COM1", "//./pipe/x",
-                             "//./C:", "//?", "//x/C:/y", "/?/C:/x"}) {
+    for (const char* ruta :
+         {"\\\\?\\Volume{26a21bda-a627-11d7-9931-806e6f6e6963}\\x",
+          "\\\\?\\GLOBALROOT\\Device\\HarddiskVolume1\\x", "\\\\?\\x", "\\\\?\\\\x", "\\\\?\\1:\\x",
+          "\\\\?\\ñ:\\x", "\\\\?\\", "//?/x", "//./COM1", "//./pipe/x", "//./C:", "//?", "//x/C:/y",
+          "/?/C:/x", "//./C:x", "//?/UNC", "//?/UNCx/y", "//?x/C:/y", "//.C:/x"}) {
         EXPECT_EQ(sin(ruta), ruta);
     }
 }

@@ -648,6 +648,19 @@ TEST(borrado_arbol, lo_que_se_queda_en_un_sitio_no_quita_la_pasada_de_otro) {
     }
 }
 
+TEST(borrado_arbol, lo_que_se_queda_a_varias_alturas_no_pide_pasadas) {
+    volumen_falso v;
+    constexpr DWORD marcas = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    v.pon("C:\\t\\a", {{"l1", marcas, IO_REPARSE_TAG_SYMLINK}, {"l2", marcas, IO_REPARSE_TAG_SYMLINK}});
+    v.pon("C:\\t\\b\\c", {{"l3", marcas, IO_REPARSE_TAG_SYMLINK}});
+    for (const char* enlace : {"C:\\t\\a\\l1", "C:\\t\\a\\l2", "C:\\t\\b\\c\\l3"}) {
+        v[enlace].codigo_al_borrar = ERROR_CANT_ACCESS_FILE;
+    }
+    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(L"C:\\t"), 0);
+    EXPECT_EQ(toma_esperas().size(), 0u);
+    EXPECT_EQ(v.arbol("C:\\t"), (lista{"a\\", "a\\l1\\", "a\\l2\\", "b\\", "b\\c\\", "b\\c\\l3\\"}));
+}
+
 // Another program has the directory open and shares it with nobody: what is in it is there, and unseen.
 TEST(borrado_arbol, un_directorio_retenido_por_otro_no_cuenta_como_borrado) {
     for (const char* cual : {"t", "t\\sub"}) {

@@ -38,6 +38,7 @@ const limpieza limpiezas[] = {
      .queda = {"a\\", "z"}},
     {.nombre = "nor only on one of the two", .directorio = "a\\b\\c", .base = "a\\", .queda = {"a\\", "z"}},
     {.nombre = "nor does letter case", .directorio = "a\\b\\c", .base = "A", .queda = {"a\\", "z"}},
+    {.nombre = "nor does that of the levels", .directorio = "A\\B\\c", .base = "a", .queda = {"a\\", "z"}},
     {.nombre = "the base itself stays",
      .directorio = "a",
      .base = "a\\",
@@ -261,6 +262,7 @@ TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
         {raiz + "\\base\\a\\b\\..\\..", raiz + "\\base"},
         {raiz + "\\base\\a\\..\\..\\base\\a", raiz + "\\base"},
         {raiz + "\\base\\a", raiz + "\\bas"},
+        {raiz + "\\base\\..\\x", raiz + "\\base"},
     };
     for (const manera& caso : maneras) {
         for (const bool ancha : {true, false}) {

@@ -156,6 +156,17 @@ TEST(nomsfich, da_el_nombre_entero) {
     nomsfich_destruye(&sin_extension);
 }
 
+TEST(nomsfich, iguales_son_los_de_las_mismas_partes) {
+    Nomsfich* uno = crea("a.txt");
+    for (const auto& [nombre, iguales] :
+         {std::pair("A.TXT", 1), std::pair("b.txt", 0), std::pair("a.doc", 0), std::pair("a", 0)}) {
+        Nomsfich* otro = crea(nombre);
+        EXPECT_EQ(nomsfich_iguales(uno, otro), iguales) << nombre;
+        nomsfich_destruye(&otro);
+    }
+    nomsfich_destruye(&uno);
+}
+
 TEST(nomsfich, null_se_comunica_en_cada_funcion) {
     const std::string registro_nulo = "(nomsfich) != NULL";
     EXPECT_EQ(toma_partes(nomsfich_crea(nullptr)), (partes{"", ""}));
