@@ -29,8 +29,8 @@ void i_por_cada_componente(vista_w ruta, Hace hace) {
     }
 }
 
-// The full form of a directory, without a prefix: the names of the levels go behind it. Nothing when the system cannot
-// tell.
+// The full form of a directory, without a prefix: the names of the levels go behind it. A NULL string when the system
+// cannot tell.
 cadena_w i_directorio_fijado(const wchar_t* de_donde) {
     const ruta_fijada fijada(de_donde);
     cadena_w forma = fijada.c_str() == de_donde ? cadena_w() : lmlongpath_desprepend_path(fijada.c_str());
@@ -40,7 +40,8 @@ cadena_w i_directorio_fijado(const wchar_t* de_donde) {
     return forma;
 }
 
-// What the system is given for the root of a path, which `resto` follows: full, without a final separator.
+// What the system is given for the root of a path, which `resto` follows: full, without a final separator. A NULL string
+// when the system cannot tell.
 cadena_w i_raiz_fijada(vista_w raiz, vista_w resto) {
     const bool desde_raiz = !resto.empty() && es_separador(resto.front());
     if (raiz.empty()) {
@@ -240,7 +241,15 @@ bool i_crea_directorios(const wchar_t* path, bool es_directorio, bool informa) n
     if (raiz.empty() && (tras_raiz.empty() || directorio.empty())) {
         return true;  // the current directory, which needs no creation
     }
-    escalera camino(raiz, i_raiz_fijada(raiz, tras_raiz).ver(), directorio);
+    const cadena_w fijada = i_raiz_fijada(raiz, tras_raiz);
+    if (fijada.es_nula()) {
+        // Nobody knows where its levels would lie: a drive's might come into the directory of another.
+        if (informa) {
+            i_muestra_mensaje(i_msg_53952_nombre_directorio_incorrecto, completo);
+        }
+        return false;
+    }
+    escalera camino(raiz, fijada.ver(), directorio);
     return i_sube(camino, informa);
 }
 

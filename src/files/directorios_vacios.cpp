@@ -189,7 +189,7 @@ public:
         directorio_ = lmlongpath_forma_completa(texto.c_str());
     }
 
-    // The full form of the directory, or of what it begins with.
+    // The full form of the directory, or of what it begins with; a NULL string when the system cannot tell.
     cadena_w completa(vista_w texto) const {
         const vista_w resto = texto.substr(std::min(cortado_, texto.size()));
         const bool es_unidad = directorio_.es_nula() && acaba_en(texto, L":");
@@ -197,7 +197,8 @@ public:
             directorio_.es_nula()
                 ? concatena<wchar_t>({texto, es_unidad ? L"\\" : L""})
                 : concatena<wchar_t>({i_sin_separadores_finales(directorio_), L"\\", resto});
-        return lmlongpath_forma_completa(entero.c_str());
+        return entero.size() == 0 ? cadena_w(vista_w())
+                                  : lmlongpath_forma_completa_si_se_sabe(entero.c_str());
     }
 
 private:
@@ -216,11 +217,15 @@ vista_w i_sin_ultimos(vista_w completa, std::size_t niveles) noexcept {
 void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada) {
     const ancla donde_empieza(a_vista(directorio));
     const cadena_w forma = donde_empieza.completa(a_vista(directorio));
+    const cadena_w forma_de_base = donde_empieza.completa(base_dada);
+    // Where a path is not resolved, one that leads back out of a directory may be the base.
+    if (forma.es_nula() || forma_de_base.es_nula()) {
+        return;
+    }
     const vista_w completa = i_sin_separadores_finales(forma);
     // The text may go up and come back through the base; the system's form says where it does not.
     const std::size_t segun_el_texto = i_niveles_bajo_la_base(a_vista(directorio), base_dada.size());
-    const std::size_t niveles =
-        std::min(segun_el_texto, i_niveles_entre(completa, donde_empieza.completa(base_dada)));
+    const std::size_t niveles = std::min(segun_el_texto, i_niveles_entre(completa, forma_de_base));
     if (niveles == 0) {
         return;
     }

@@ -734,6 +734,22 @@ TEST(crea_directorios, los_niveles_se_crean_donde_estaba_la_ruta_al_empezar) {
     }
 }
 
+TEST(crea_directorios, sin_forma_completa_no_se_crea_en_otro_sitio) {
+    const directorio_temporal dir;
+    const en_directorio ahi(dir.ruta_w());
+    const std::string otra_unidad = (dir.ruta()[0] == 'C' ? "Z" : "C") + std::string(":");
+    for (const std::string& ruta : {otra_unidad + "a\\b", std::string("a\\b")}) {
+        fallos f;
+        f.falla_siempre("GetFullPathNameW", ERROR_ACCESS_DENIED);
+        EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(w(ruta).c_str()), 0) << ruta;
+        ESPERA_AVISOS();
+        EXPECT_EQ(cdir_crea_directorios_UNICODE(w(ruta).c_str(), 1), 0) << ruta;
+        ESPERA_AVISOS("The directory name '" + ruta + "' is incorrect");
+        EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u) << ruta;
+        EXPECT_EQ(dir.arbol(), lista{}) << ruta;
+    }
+}
+
 TEST(crea_directorios, bajo_fallos_la_respuesta_dice_lo_que_hay) {
     const directorio_temporal dir;
     for (const std::string& principio : {std::string("a"), larga_1 + "\\" + larga_2}) {

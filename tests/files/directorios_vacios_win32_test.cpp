@@ -363,3 +363,15 @@ TEST(directorios_vacios, la_base_no_se_borra_nunca_falle_lo_que_falle) {
             EXPECT_EQ(toma_avisos(), lista{});
         });
 }
+
+TEST(directorios_vacios, sin_forma_completa_la_base_se_queda) {
+    const directorio_temporal d;
+    const std::string base = d.ruta("base");
+    for (const unsigned veces : {1u, 2u, ~0u}) {
+        d.directorio("base");
+        fallos f;
+        f.falla_siempre("GetFullPathNameW", ERROR_ACCESS_DENIED, veces);
+        sube(true, base + "\\..\\base", &base);
+        EXPECT_EQ(d.arbol(), lista{"base\\"}) << veces;
+    }
+}
