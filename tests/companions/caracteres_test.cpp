@@ -133,7 +133,7 @@ TEST(caracteres, cada_pareja) {
     for (const unsigned pagina : paginas_dobles) {
         const en_pagina p(pagina);
         for (unsigned primero = 0x80; primero < 0x100; ++primero) {
-            for (unsigned segundo = 1; segundo < 0x100; ++segundo) {
+            for (unsigned segundo = 0; segundo < 0x100; ++segundo) {
                 compara({static_cast<char>(primero), static_cast<char>(segundo), '\\'});
                 ASSERT_FALSE(HasFailure()) << pagina;
             }
@@ -239,6 +239,7 @@ TEST(caracteres, un_texto_tras_la_mitad_de_una_pareja) {
     EXPECT_TRUE(interno::empieza_caracter(vista_a(bytes + 1, 3), 0));
     EXPECT_FALSE(interno::empieza_caracter(vista_a(bytes + 1, 3), 1));
     EXPECT_TRUE(interno::empieza_caracter(vista_a(bytes, 4), 2));
+    EXPECT_FALSE(interno::empieza_caracter(vista_a("\x7F\x83\\"), 2));
 }
 
 TEST(caracteres, la_tabla_convierte_donde_cada_caracter_es_un_byte) {

@@ -157,7 +157,7 @@ TEST(path_correcto_modelo, igual_que_el_modelo_en_cada_sitio) {
         }
         for (const char* nombre :
              {"\\con", "xcon", "/lumodev", "\\$mmxxxx0", "/setverxxy", "\\b ", "a.b", "|", "\\ "}) {
-            for (const char* cola : {"", "\\b", ".c", " \\b", "bb/cc.d/ee"}) {
+            for (const char* cola : {"", "\\b", ".c", " \\b", "bb/cc.d/ee", "\\b/cc.d/ee"}) {
                 compara_con_el_modelo(cabeza + nombre + cola, motivos);
                 compara_las_dos_variantes(cabeza + nombre + cola);
             }
