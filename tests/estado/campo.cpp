@@ -119,7 +119,7 @@ long long hora_local(long long utc) {
 namespace {
 
 struct pizarra {
-    wchar_t ruta[1024];
+    wchar_t ruta[4096];
     DWORD acceso;
     DWORD compartir;
     LONG hecho;
@@ -258,6 +258,7 @@ campo::campo() {
 campo::~campo() {
     if (g_campo == this) {
         suelta();
+        i_repon_entorno();
         ::SetCurrentDirectoryW(L"C:\\");
         ::SetEnvironmentVariableW(L"=Q:", nullptr);
         g_campo = nullptr;
@@ -273,6 +274,17 @@ campo::~campo() {
     }
     ::ReleaseMutex(llave_);
     ::CloseHandle(llave_);
+}
+
+texto_w campo::i_del_entorno(const wchar_t* nombre) {
+    texto_w valor(::GetEnvironmentVariableW(nombre, nullptr, 0), L' ');
+    valor.resize(::GetEnvironmentVariableW(nombre, valor.data(), static_cast<DWORD>(valor.size())));
+    return valor;
+}
+void campo::i_repon_entorno() const {
+    for (const auto& [nombre, valor] : entorno_) {
+        ::SetEnvironmentVariableW(nombre, valor.empty() ? nullptr : valor.c_str());
+    }
 }
 
 std::string campo::i_cola(const partes& donde) {
@@ -343,7 +355,9 @@ void campo::empieza(reglas& r) {
         otro_ = std::make_unique<otro>();
     }
     suelta();
+    i_repon_entorno();
     r = reglas();
+    r.busqueda_de_programas = entorno_[0].second;
     ::SetCurrentDirectoryW(L"Q:\\");
     interno::plataforma::pagina_de_codigos = 0;
     lumodir_set_func_comprobar_fichero_no_esta_abierto(nullptr);

@@ -69,11 +69,15 @@ private:
     struct otro;
     std::string i_ruta(const partes& donde) const { return cima_ + "/dentro" + i_cola(donde); }
     static std::string i_cola(const partes& donde);
+    static texto_w i_del_entorno(const wchar_t* nombre);
+    void i_repon_entorno() const;
     void i_mira(const std::string& ruta, std::vector<entrada_real>& vistas) const;
     void i_vacia(const std::string& ruta) const;
 
     // There is one drive Q: for all programs.
     const HANDLE llave_ = ::CreateMutexW(nullptr, FALSE, L"lumodir estado: the drive");
+    const std::vector<std::pair<const wchar_t*, texto_w>> entorno_ = {{L"PATH", i_del_entorno(L"PATH")},
+                                                                      {L"TMP", i_del_entorno(L"TMP")}};
     std::string por_que_no_;
     std::string cima_;      // the directory on the Unix side
     std::string unidades_;  // where Wine's drives are

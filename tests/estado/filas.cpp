@@ -180,6 +180,12 @@ bool vale_todo(const texto_w&, const nodo&) {
 texto_w patron_de_conjunto(const texto_w& d) {
     return d + (acaba(d, L"\\") ? L"*.*" : L"\\*.*");
 }
+// The first entries of a directory, "." and ".." included.
+std::vector<reglas::visto> las_primeras(reglas& r, const texto_w& d, std::size_t cuantas) {
+    std::vector<reglas::visto> v = r.enumera(patron_de_conjunto(d)).entradas;
+    v.resize(std::min(v.size(), cuantas));
+    return v;
+}
 lista pasada_por_8_bits(lista l) {
     for (texto_w& t : l) {
         t = ida_y_vuelta(t);
@@ -210,13 +216,14 @@ texto_w compuesto(const texto_w& directorio, const texto_w& nombre) {
     return directorio + (directorio.empty() || es_barra(directorio.back()) ? L"" : L"\\") + nombre;
 }
 
-std::string modela_fichsdir(reglas& r, const texto_w& d, const std::string& real, bool ordenado) {
+std::string modela_fichsdir(reglas& r, const texto_w& d, const std::string& real, bool ordenado,
+                            std::size_t cuantas = ~std::size_t{0}) {
     struct registro {
         std::string nombre;
         std::string texto;
     };
     std::vector<registro> v;
-    for (const auto& x : r.enumera(patron_de_conjunto(d)).entradas) {
+    for (const auto& x : las_primeras(r, d, cuantas)) {
         if (x.n->es_directorio) {
             continue;
         }
@@ -314,6 +321,135 @@ std::string con_bandera(const argumentos& a) {
     return std::to_string(bandera);
 }
 
+// Listings that somebody stops when he is asked for the so-manieth time, which is before so many entries.
+argumentos directorio_y_tope(generador& g) {
+    return {g.directorio(), numero(static_cast<long long>(1 + g.z.menor_que(7)))};
+}
+template <auto F>
+std::string con_tope(const argumentos& a) {
+    long long quedan = entero(a[1]);
+    unsigned short parado = 0;
+    auto* l = F(estrecho(a[0]), &quedan, &parado,
+                [](void* p) -> unsigned short { return --*static_cast<long long*>(p) <= 0 ? 1 : 0; });
+    return std::to_string(parado) + " " + muestra(l);
+}
+std::size_t antes_del_tope(const argumentos& a) {
+    return static_cast<std::size_t>(entero(a[1])) - 1;
+}
+std::string modela_parado(reglas& r, const argumentos& a) {
+    return si_o_no(r.enumera(patron_de_conjunto(*a[0])).entradas.size() > antes_del_tope(a)) + " ";
+}
+
+// Sets of names in 8 bits are made of file-name records. What those report of names that they cannot hold is their own
+// business; what the code page cannot hold is left out here.
+bool cabe_en_la_pagina(reglas& r, const argumentos& a) {
+    for (const auto& x : r.enumera(patron_de_conjunto(*a[0])).entradas) {
+        if (ida_y_vuelta(x.nombre) != x.nombre) {
+            return false;
+        }
+    }
+    return true;
+}
+modelos::partes registro_de(reglas& r, const texto_w& nombre) {
+    const modelos::partes p = modelos::crea_nomsfich(a_pagina(nombre));
+    r.cuenta_lo_dicho = r.cuenta_lo_dicho && modelos::informes_de(p).empty();
+    return p;
+}
+std::string capital(const std::string& caracter) {
+    const texto_w c = de_pagina(caracter);
+    for (const modelos::mayusculas_seguidas& m : modelos::mayusculas_de_las_paginas) {
+        if (c.size() == 1 && c[0] - m.distancia >= m.primera && c[0] - m.distancia <= m.ultima) {
+            const std::string otro = a_pagina(texto_w(1, static_cast<wchar_t>(c[0] - m.distancia)));
+            return modelos::minusculas(otro) == caracter ? otro : caracter;
+        }
+    }
+    return caracter;
+}
+template <bool EnMayusculas>
+std::string modela_bases(reglas& r, const argumentos& a, const std::string&) {
+    std::vector<std::string> bases;
+    for (const texto_w& n : nombres_que(r, patron_de_conjunto(*a[0]), cuales::ficheros, vale_todo)) {
+        const modelos::partes p = registro_de(r, n);
+        if (p.extension == a_pagina(*a[1])) {
+            std::string base;
+            for (const char32_t c : modelos::en_caracteres(p.base)) {
+                const std::string caracter = modelos::en_bytes({c});
+                base += EnMayusculas ? capital(caracter) : caracter;
+            }
+            bases.push_back(base);
+        }
+    }
+    std::sort(bases.begin(), bases.end(),
+              [](const std::string& x, const std::string& y) { return modelos::orden_de_bytes(x, y) < 0; });
+    bases.erase(std::unique(bases.begin(), bases.end()), bases.end());
+    lista l;
+    for (const std::string& b : bases) {
+        l.push_back(de_pagina(b));
+    }
+    return lista_de(l);
+}
+argumentos directorio_y_extension(generador& g) {
+    static const std::vector<texto_w> extensiones = {L"txt", L"txt", L"tmp", L"TMP", L"", L"y", L"git"};
+    return {g.directorio(), g.z.elige(extensiones)};
+}
+
+// A pattern that is put together: directory, name, extension.
+argumentos directorio_extension_y_nombre(generador& g) {
+    static const std::vector<texto_w> nombres = {L"*", L"*", L"a*", L"b", L"l*", L"c", L"zz"};
+    static const std::vector<texto_w> extensiones = {L"txt", L"tmp", L"TXT", L"bak", L"", L"zz"};
+    return {g.directorio(), g.z.elige(extensiones), g.z.elige(nombres)};
+}
+texto_w con_extension(const texto_w& nombre, const texto_w& extension) {
+    return nombre + (extension.empty() ? L"" : L".") + extension;
+}
+
+// The path of something that is there, with its names as the directories hold them.
+texto_w verdadero(reglas& r, const lugar& l) {
+    texto_w t = L"Q:\\";
+    nodo* n = &r.v.raiz();
+    for (const texto_w& nombre : l.nombres) {
+        n = n->hijo(nombre);
+        t += (t.back() == L'\\' ? L"" : L"\\") + n->nombre;
+    }
+    return t;
+}
+
+// The directories of PATH, and where a name is found in them.
+lista encontrados(reglas& r, const texto_w& nombre) {
+    lista l;
+    texto_w trozo;
+    for (const wchar_t c : r.busqueda_de_programas + L";") {
+        if (c != L';') {
+            trozo += c;
+            continue;
+        }
+        if (!trozo.empty()) {
+            trozo.erase(0, std::min(trozo.find_first_not_of(L' '), trozo.size()));
+            const texto_w t = modelos::une(modelos::recortado(trozo), nombre);
+            if (r.existe(t)) {
+                l.push_back(t);
+            }
+        }
+        trozo.clear();
+    }
+    return l;
+}
+
+// Dates as the wall clock shows them.
+constexpr long long inicio_de_1970 = 116'444'736'000'000'000;
+FILETIME filetime_de(long long segundos) {
+    const auto v = static_cast<unsigned long long>(segundos * 10'000'000 + inicio_de_1970);
+    return {static_cast<DWORD>(v & 0xFFFFFFFFu), static_cast<DWORD>(v >> 32)};
+}
+std::string segundos_de(const FILETIME& f) {
+    const auto v =
+        static_cast<long long>(static_cast<unsigned long long>(f.dwHighDateTime) << 32 | f.dwLowDateTime);
+    return v == 0 ? "(untouched)" : std::to_string((v - inicio_de_1970) / 10'000'000);
+}
+long long utc_de(long long local) {
+    return local - (hora_local(local) - local);
+}
+
 std::string fecha_de(reglas& r, const texto_w& t, const std::string& real, bool local) {
     const hallazgo h = r.v.busca(t);
     if (h.codigo != 0) {
@@ -362,6 +498,12 @@ std::string adopta(reglas& r, const partes& donde, const std::string& real, cons
     }
     h.padre->anade({h.ultimo});
     return real;
+}
+
+// Where the system has a limit of its own, whoever calls it.
+constexpr std::size_t cabe_sin_prefijo = 200;
+bool hay_temporal(reglas& r, const argumentos&) {
+    return !r.temporal.empty() && r.es_directorio(r.temporal);
 }
 
 // ---- the rows
@@ -482,8 +624,39 @@ const std::vector<fila>& todas_las_filas() {
              }
          }
          const hallazgo h = r.v.busca(l);
-         return h.codigo == 0 && h.cosa->es_directorio && !h.entrada->enlace;
+         return h.codigo == 0 && h.cosa->es_directorio && !h.entrada->enlace && a[0]->size() < cabe_sin_prefijo;
      }},
+    {"pon_busqueda_de_programas", 5,
+     [](generador& g) -> argumentos {
+         texto_w t;
+         for (std::size_t n = g.z.menor_que(4); n > 0; --n) {
+             t += (t.empty() ? L"" : L";") + texto_w(g.z.uno_de_cada(5) ? L" " : L"") +
+                  (g.z.uno_de_cada(9) ? texto_w() : *g.directorio(relativa | completa | desde_raiz | compartida)) +
+                  texto_w(g.z.uno_de_cada(7) ? L";;" : L"");
+         }
+         return {t};
+     },
+     [](const argumentos& a) -> std::string {
+         ::SetEnvironmentVariableW(L"PATH", a[0]->c_str());
+         return "";
+     },
+     nullptr,
+     [](reglas& r, const argumentos& a, const std::string&) -> std::string {
+         r.busqueda_de_programas = *a[0];
+         return "";
+     },
+     nullptr},
+    {"pon_temporal", 5, [](generador& g) -> argumentos { return {g.escribe(g.un_directorio(true), completa)}; },
+     [](const argumentos& a) -> std::string {
+         ::SetEnvironmentVariableW(L"TMP", a[0]->c_str());
+         return "";
+     },
+     nullptr,
+     [](reglas& r, const argumentos& a, const std::string&) -> std::string {
+         r.temporal = *a[0];
+         return "";
+     },
+     [](reglas&, const argumentos& a) { return a[0]->size() < cabe_sin_prefijo; }},
     {"preguntas", 8,
      [](generador& g) -> argumentos {
          return {numero(static_cast<long long>(g.z.menor_que(3))), numero(static_cast<long long>(g.z.menor_que(4)))};
@@ -640,6 +813,18 @@ const std::vector<fila>& todas_las_filas() {
     {"lumodir_borra_fichero_si_existe", 6, un_fichero, con_bandera<lumodir_borra_fichero_si_existe_UNICODE>, nullptr,
      [](reglas& r, const argumentos& a, const std::string&) {
          return si_o_no(!r.borra_si_existe(*a[0], nullptr, false));
+     },
+     ningun_enlace},
+    {"lumodir_borra_fichero_con_mensaje_extra_si_existe", 5,
+     [](generador& g) -> argumentos { return {g.fichero(), g.extra()}; },
+     [](const argumentos& a) -> std::string {
+         unsigned short bandera = 0x5A5A;
+         lumodir_borra_fichero_con_mensaje_extra_si_existe_UNICODE(ancho{a[0]}, ancho{a[1]}, &bandera);
+         return std::to_string(bandera);
+     },
+     nullptr,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         return si_o_no(!r.borra_si_existe(*a[0], opcional(a[1]), false));
      },
      ningun_enlace},
     {"cdir_borra_fichero_con_comprobacion", 8, un_fichero, simple<cdir_borra_fichero_con_comprobacion_UNICODE>,
@@ -890,7 +1075,12 @@ const std::vector<fila>& todas_las_filas() {
      simple<lumodir_creaFicheroUnicoEnDirectorio>, nullptr,
      [](reglas& r, const argumentos& a, const std::string& real) -> std::string {
          const lugar l = r.v.lee(*a[0]);
-         if (!r.es_directorio(*a[0])) {
+         constexpr std::size_t max_dado = 259;
+         constexpr std::size_t max_entero = 246;
+         if (a[0]->size() > max_dado) {
+             r.informe("longitud < _MAX_PATH");
+         }
+         if (!r.es_directorio(*a[0]) || generador::junta(l.nombres).size() + 3 > max_entero) {
              r.informe("resp != 0", u(*a[0]));
              return "";
          }
@@ -898,6 +1088,30 @@ const std::vector<fila>& todas_las_filas() {
          return adopta(r, l.nombres, real, e.empty() || e[0] == L'.' ? e : L"." + e);
      },
      nullptr},
+    {"lumodir_dameDirectorioTemporal", 3, [](generador&) -> argumentos { return {}; },
+     simple<lumodir_dameDirectorioTemporal>, nullptr,
+     [](reglas& r, const argumentos&, const std::string& real) -> std::string {
+         texto_w t = verdadero(r, r.v.lee(r.temporal));
+         t += acaba(t, L"\\") ? L"" : L"\\";
+         return pliega(t) == pliega(w(real)) ? real : u(t);  // in which letter case is the system's choice
+     },
+     hay_temporal},
+    {"lumodir_creaFicheroTemporal", 4, [](generador&) -> argumentos { return {}; }, simple<lumodir_creaFicheroTemporal>,
+     nullptr,
+     [](reglas& r, const argumentos&, const std::string& real) -> std::string {
+         return adopta(r, r.v.lee(r.temporal).nombres, real, L".tmp");
+     },
+     hay_temporal},
+    {"lumodir_creaFicheroTemporalConExt", 4,
+     [](generador& g) -> argumentos {
+         static const std::vector<texto_w> extensiones = {L"dat", L"x", L"tmp", L"TmP"};
+         return {g.z.elige(extensiones)};
+     },
+     simple<lumodir_creaFicheroTemporalConExt>, nullptr,
+     [](reglas& r, const argumentos& a, const std::string& real) -> std::string {
+         return adopta(r, r.v.lee(r.temporal).nombres, real, L"." + *a[0]);
+     },
+     hay_temporal},
     {"lumodir_creaFicheroTemporalEnDirectorio", 4,
      [](generador& g) -> argumentos {
          return {g.z.uno_de_cada(9) ? argumento() : g.directorio(relativa | completa | desde_raiz | con_otra_barra),
@@ -944,6 +1158,132 @@ const std::vector<fila>& todas_las_filas() {
      },
      no_es_de_solo_lectura},
 
+    {"timefich_obtener_fecha_fichero_existente", 4, un_fichero, simple<timefich_obtener_fecha_fichero_existente_u>,
+     simple<timefich_obtener_fecha_fichero_existente>,
+     [](reglas& r, const argumentos& a, const std::string& real) {
+         if (!r.existe(*a[0])) {
+             r.informe("mensaje == NULL", "This file " + u(*a[0]) + " does not exist");
+         }
+         return fecha_de(r, *a[0], real, true);
+     },
+     nada_de_directorios},
+    {"timefich_obtener_fecha_fichero_y_codigo_error", 3, un_fichero, nullptr,
+     [](const argumentos& a) -> std::string {
+         unsigned int codigo = 77;
+         const long long n = timefich_obtener_fecha_fichero_ansi_y_codigo_error_UTC(estrecho(a[0]), &codigo);
+         return std::to_string(n) + " " + std::to_string(codigo);
+     },
+     [](reglas& r, const argumentos& a, const std::string& real) {
+         return fecha_de(r, *a[0], real.substr(0, real.find(' ')), false) + " " +
+                std::to_string(r.v.busca(*a[0]).codigo);
+     },
+     nada_de_directorios},
+    {"timefich_obtener_fecha", 4, un_fichero,
+     [](const argumentos& a) -> std::string {
+         FILETIME f = {};
+         const unsigned short resultado = timefich_obtener_fecha_u(ancho{a[0]}, nullptr, &f);
+         return std::to_string(resultado) + " " + segundos_de(f);
+     },
+     [](const argumentos& a) -> std::string {
+         FILETIME f = {};
+         timefich_obtener_fecha(estrecho(a[0]), nullptr, &f);
+         return "- " + segundos_de(f);
+     },
+     [](reglas& r, const argumentos& a, const std::string& real) -> std::string {
+         const hallazgo h = r.v.busca(*a[0]);
+         const std::string principio = g_en_8_bits ? "- " : si_o_no(h.codigo == 0) + " ";
+         if (h.codigo != 0) {
+             constexpr int pausas = 4;
+             r.sucesos.insert(r.sucesos.end(), pausas, "pause");
+             r.informe("ok == CIERTO", u(*a[0]));
+             return principio + "(untouched)";
+         }
+         if (!h.cosa->fecha) {
+             const std::string dicha = real.substr(real.find(' ') + 1);
+             return principio + (dicha[0] != '(' && std::stoll(dicha) > 1'600'000'000 ? dicha : "a date of today");
+         }
+         return principio + std::to_string(hora_local(*h.cosa->fecha));
+     },
+     nada_de_directorios},
+    {"timefich_asignar_fecha", 4, fichero_y_fecha,
+     [](const argumentos& a) -> std::string {
+         const FILETIME f = filetime_de(entero(a[1]));
+         return std::to_string(timefich_asignar_fecha_u(ancho{a[0]}, nullptr, &f));
+     },
+     [](const argumentos& a) -> std::string {
+         const FILETIME f = filetime_de(entero(a[1]));
+         timefich_asignar_fecha(estrecho(a[0]), nullptr, &f);
+         return "(void)";
+     },
+     [](reglas& r, const argumentos& a, const std::string&) {
+         return si_o_no(pon_fecha(r, *a[0], utc_de(entero(a[1])), true));
+     },
+     no_es_de_solo_lectura},
+    {"timefich_asignar_fecha_fichero", 4, fichero_y_fecha, simple<timefich_asignar_fecha_fichero_unicode>,
+     simple<timefich_asignar_fecha_fichero>,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         constexpr long long convenio = 3600;
+         return si_o_no(pon_fecha(r, *a[0], utc_de(entero(a[1]) + convenio), true));
+     },
+     no_es_de_solo_lectura},
+
+    // Where one is, and where programs are.
+    {"cdir_obtener_path_actual", 5, [](generador&) -> argumentos { return {}; },
+     simple<cdir_obtener_path_actual_UNICODE>, simple<cdir_obtener_path_actual>,
+     [](reglas& r, const argumentos&, const std::string&) {
+         const texto_w t = verdadero(r, r.v.lee(L"."));
+         return u(g_en_8_bits ? ida_y_vuelta(t) : t);
+     },
+     nullptr},
+    {"lumodir_dame_path_largo", 5,
+     [](generador& g) -> argumentos {
+         return {g.z.uno_de_cada(2) ? g.fichero(relativa | completa | desde_raiz | con_otra_caja)
+                                    : g.directorio(relativa | completa | desde_raiz | con_otra_caja)};
+     },
+     simple<lumodir_dame_path_largo_UNICODE>, nullptr,
+     [](reglas& r, const argumentos& a, const std::string& real) -> std::string {
+         const hallazgo h = r.v.busca(*a[0]);
+         if (h.codigo != 0) {
+             return u(*a[0]);
+         }
+         // The same thing; in which letter case is the system's choice.
+         const texto_w t = w(real);
+         const hallazgo otra_vez = r.v.busca(t);
+         const texto_w ultimo = t.substr(t.find_last_of(L"\\/:") + 1);
+         const bool con_su_nombre = h.padre == nullptr || pliega(ultimo) == pliega(h.entrada->nombre);
+         return otra_vez.entrada == h.entrada && con_su_nombre ? real : "the path of that very thing";
+     },
+     [](reglas& r, const argumentos& a) {
+         const texto_w ultimo = a[0]->substr(a[0]->find_last_of(L"\\/:") + 1);
+         return generador::junta(r.v.lee(*a[0]).nombres).size() < cabe_sin_prefijo && ultimo != L".." &&
+                a[0]->size() < cabe_sin_prefijo && (r.v.busca(*a[0]).codigo == 0 || a[0]->find(L"..") == texto_w::npos);
+     }},
+    {"lumodir_busca_ejecutable_del_path", 5,
+     [](generador& g) -> argumentos { return {g.z.uno_de_cada(4) ? g.nombre_de_directorio() : g.nombre()}; },
+     con_texto<lumodir_busca_ejecutable_del_path>, nullptr,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         const lista l = encontrados(r, *a[0]);
+         return l.empty() ? "0 (NULL)" : "1 " + u(l[0]);
+     },
+     nullptr},
+    {"lumodir_busca_ejecutables_del_path", 5,
+     [](generador& g) -> argumentos { return {g.z.uno_de_cada(4) ? g.nombre_de_directorio() : g.nombre()}; },
+     [](const argumentos& a) -> std::string {
+         auto* l = reinterpret_cast<ArrCADENA_u*>(0x5A5Aull);
+         const unsigned short uno = lumodir_busca_ejecutables_del_path(ancho{a[0]}, nullptr);
+         const unsigned short todos_ellos = lumodir_busca_ejecutables_del_path(ancho{a[0]}, &l);
+         return std::to_string(uno) + std::to_string(todos_ellos) + " " + muestra(l);
+     },
+     nullptr,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         const lista l = encontrados(r, *a[0]);
+         return (l.empty() ? "00 " : "11 ") + lista_de(l);
+     },
+     nullptr},
+    {"lumodir_espera_acceso_a_recursos_en_directorio", 4, un_directorio, nullptr,
+     simple<lumodir_espera_acceso_a_recursos_en_directorio>,
+     [](reglas& r, const argumentos& a, const std::string&) { return si_o_no(r.existe(*a[0])); }, nullptr},
+
     // Listings.
     {"dirwin", 8, un_patron,
      [](const argumentos& a) -> std::string {
@@ -987,6 +1327,29 @@ const std::vector<fila>& todas_las_filas() {
          return modela_lista<cuales::ficheros>(r, compuesto(*a[0], L"*.*"), opcional(a[1]), opcional(a[0]));
      },
      nullptr},
+    {"cdir_lista_de_ficherosFiltro", 6, directorio_extension_y_nombre,
+     con_lista<cdir_lista_de_ficherosFiltro_UNICODE, ListaFicheros_u, tw, tw, tw>,
+     con_lista<cdir_lista_de_ficherosFiltro, ListaFicheros, ta, ta, ta>,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         return modela_lista<cuales::ficheros>(r, compuesto(*a[0], con_extension(*a[2], *a[1])), opcional(a[1]),
+                                               opcional(a[0]));
+     },
+     nullptr},
+    {"cdir_lista_de_ficherosFiltro_en_unidad", 4,
+     [](generador& g) -> argumentos {
+         argumentos a = directorio_extension_y_nombre(g);
+         const texto_w t = g.escribe(g.de_directorio(), completa | desde_raiz | de_unidad | compartida, true);
+         const std::size_t unidad = empieza(t, L"Q:") ? 2 : empieza(t, L"\\\\") ? 9 : 0;
+         a[0] = t.substr(unidad);
+         a.insert(a.begin(), unidad == 0 ? argumento() : argumento(t.substr(0, unidad)));
+         return a;
+     },
+     con_lista<cdir_lista_de_ficherosFiltro_en_unidad, ListaFicheros_u, tw, tw, tw, tw>, nullptr,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         const texto_w d = a[0].value_or(L"") + *a[1];
+         return modela_lista<cuales::ficheros>(r, compuesto(d, con_extension(*a[3], *a[2])), opcional(a[2]), &d);
+     },
+     [](reglas&, const argumentos& a) { return !a[1]->empty(); }},
     {"cdir_lista_de_ficheros_en_path_filtro", 6, un_patron,
      con_lista<cdir_lista_de_ficheros_en_path_filtro_UNICODE, ListaFicheros_u, tw>,
      con_lista<cdir_lista_de_ficheros_en_path_filtro, ListaFicheros, ta>,
@@ -1050,6 +1413,66 @@ const std::vector<fila>& todas_las_filas() {
          const lista l = nombres_que(r, patron_de_conjunto(*a[0]), cuales::directorios,
                                      [](const texto_w& n, const nodo&) { return n[0] != L'.'; });
          return lista_de(g_en_8_bits ? ordenada_en_bytes(l) : ordenada(l));
+     },
+     nullptr},
+    {"fichsdir_directorios_prog", 3, directorio_y_tope, nullptr, con_tope<fichsdir_directorios_prog>,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         lista l;
+         for (const auto& x : las_primeras(r, *a[0], antes_del_tope(a))) {
+             if (x.n->es_directorio && x.nombre[0] != L'.') {
+                 l.push_back(x.nombre);
+             }
+         }
+         return modela_parado(r, a) + lista_de(ordenada_en_bytes(l));
+     },
+     nullptr},
+    {"fichsdir_nombres_ficheros_prog", 3, directorio_y_tope, nullptr, con_tope<fichsdir_nombres_ficheros_prog>,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         lista l;
+         for (const auto& x : las_primeras(r, *a[0], antes_del_tope(a))) {
+             if (!x.n->es_directorio) {
+                 l.push_back(x.nombre);
+             }
+         }
+         return modela_parado(r, a) + lista_de(pasada_por_8_bits(l));
+     },
+     nullptr},
+    {"fichsdir_ficheros_prog", 3, directorio_y_tope, nullptr, con_tope<fichsdir_ficheros_prog>,
+     [](reglas& r, const argumentos& a, const std::string& real) {
+         return modela_parado(r, a) + modela_fichsdir(r, *a[0], real, false, antes_del_tope(a));
+     },
+     nullptr},
+    {"fichsdir_directorios_sin_extension", 4, un_directorio, nullptr, simple<fichsdir_directorios_sin_extension>,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         return lista_de(ordenada_en_bytes(nombres_que(r, patron_de_conjunto(*a[0]), cuales::directorios,
+                                                       [&](const texto_w& n, const nodo&) {
+                                                           return n[0] != L'.' && registro_de(r, n).extension.empty();
+                                                       })));
+     },
+     cabe_en_la_pagina},
+    {"fichsdir_directorios_sin_ocultos_u", 3, un_directorio, simple<fichsdir_directorios_sin_ocultos_u>, nullptr,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         return lista_de(ordenada(nombres_que(r, patron_de_conjunto(*a[0]), cuales::directorios,
+                                              [](const texto_w& n, const nodo&) { return n[0] != L'.'; })));
+     },
+     nullptr},
+    {"fichsdir_nombres_ficheros_con_extension", 4, directorio_y_extension, nullptr,
+     simple<fichsdir_nombres_ficheros_con_extension>,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         return lista_de(nombres_que(r, patron_de_conjunto(*a[0]), cuales::ficheros,
+                                     [&](const texto_w& n, const nodo&) {
+                                         return registro_de(r, n).extension == a_pagina(*a[1]);
+                                     }));
+     },
+     cabe_en_la_pagina},
+    {"fichsdir_nombres_base_en_mayusculas_ficheros_con_extension", 4, directorio_y_extension, nullptr,
+     simple<fichsdir_nombres_base_en_mayusculas_ficheros_con_extension>, modela_bases<true>, cabe_en_la_pagina},
+    {"fichsdir_nombres_base_en_minusculas_ficheros_con_extension", 4, directorio_y_extension, nullptr,
+     simple<fichsdir_nombres_base_en_minusculas_ficheros_con_extension>, modela_bases<false>, cabe_en_la_pagina},
+    {"fichsdir_nombres_ficheros_cumplen_filtro", 4, un_patron, simple<fichsdir_nombres_ficheros_cumplen_filtro>,
+     nullptr,
+     [](reglas& r, const argumentos& a, const std::string&) {
+         return lista_de(pasada_por_8_bits(nombres_que(r, *a[0], cuales::ficheros, vale_todo)));
      },
      nullptr},
     {"fichsdir_directorios_incluyendo_empiezan_por_puntos_u", 4, un_directorio,

@@ -244,6 +244,16 @@ const std::vector<fila>& todas_las_del_registro() {
              return establece(r, a[1], a[2], REG_SZ, bytes_de(*a[3] + texto_w(1, 0)));
          },
          nullptr},
+        {"lumoreg_establece_cadena_en_vista", 4,
+         [](generador& g) -> argumentos {
+             return {numero(static_cast<long long>(g.z.menor_que(3))), la_raiz(g), una_clave(g), un_valor(g),
+                     un_dato(g)};
+         },
+         simple<lumoreg_establece_cadena_en_vista_u>, nullptr,
+         [](reglas& r, const argumentos& a, const std::string&) {
+             return establece(r, a[2], a[3], REG_SZ, bytes_de(*a[4] + texto_w(1, 0)));
+         },
+         nullptr},
         {"lumoreg_establece_cadena_expand", 4, clave_valor_y_dato, simple<lumoreg_establece_cadena_expand_u>,
          nullptr,
          [](reglas& r, const argumentos& a, const std::string&) {

@@ -43,6 +43,8 @@ struct reglas {
     entretanto al_preguntar = entretanto::nada;
     bool avisa_de_abiertos = false;  // the file-open callback is set
     unsigned pagina = 0;
+    texto_w busqueda_de_programas;  // PATH
+    texto_w temporal;               // the directory for temporary files, once a sequence has set it
 
     std::vector<std::string> sucesos;  // what the host was told during this call
     bool cuenta_lo_dicho = true;       // whether that is to be compared
@@ -171,7 +173,9 @@ struct reglas {
         bool alguna = false;
         const hallazgo h = v.busca(donde);
         if (h.codigo == 0 && h.cosa->es_directorio && se_deja(*h.cosa, para_listar)) {
-            if (h.cosa != &v.raiz()) {
+            // Of the top of a drive nobody sees them; of that of a share one does.
+            const bool es_recurso = empieza(donde, L"\\\\") && donde[2] != L'?' && donde[2] != L'.';
+            if (h.cosa != &v.raiz() || es_recurso) {
                 todas.push_back({L".", h.cosa});
                 todas.push_back({L"..", h.cosa});
             }
