@@ -2,6 +2,7 @@
 #include "files/directorios_vacios.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "companions/directorio_abierto.hpp"
 #include "companions/error_interno.hpp"
@@ -197,8 +198,13 @@ public:
             directorio_.es_nula()
                 ? concatena<wchar_t>({texto, es_unidad ? L"\\" : L""})
                 : concatena<wchar_t>({i_sin_separadores_finales(directorio_), L"\\", resto});
-        return entero.size() == 0 ? cadena_w(vista_w())
-                                  : lmlongpath_forma_completa_si_se_sabe(entero.c_str());
+        if (entero.size() == 0) {
+            return cadena_w(vista_w());
+        }
+        // The prefix that a long path gets is none of the names that two paths share.
+        cadena_w forma = lmlongpath_forma_completa_si_se_sabe(entero.c_str());
+        return forma.es_nula() || i_lleva_prefijo(entero.ver()) ? std::move(forma)
+                                                                : lmlongpath_desprepend_path(forma);
     }
 
 private:

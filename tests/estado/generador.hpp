@@ -49,10 +49,10 @@ struct generador {
     texto_w nombre_de_directorio() {
         static const std::vector<texto_w> corrientes = {L"d",   L"e",    L"d", L"g g",
                                                         L"d.x", L".svn", L"b", L"h"};
-        return z.uno_de_cada(8) ? w("d\xC3\xB1")
-               : z.uno_de_cada(15)
-                   ? texto_w(130, L'm')  // two of them, and a path is one that Windows would refuse
-                   : z.elige(corrientes);
+        // What lies in a directory of the long name, Windows would refuse without the prefix.
+        return z.uno_de_cada(8)    ? w("d\xC3\xB1")
+               : z.uno_de_cada(15) ? texto_w(240, L'm')
+                                   : z.elige(corrientes);
     }
     // Names that a program can only give with the prefix.
     texto_w nombre_imposible_de_dar() {

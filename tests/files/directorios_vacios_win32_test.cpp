@@ -364,6 +364,19 @@ TEST(directorios_vacios, la_base_no_se_borra_nunca_falle_lo_que_falle) {
         });
 }
 
+TEST(directorios_vacios, por_un_path_largo_se_sube_como_por_otro) {
+    const directorio_temporal d;
+    const std::string largo = "a\\" + std::string(240, 'm');
+    for (const bool ancha : {true, false}) {
+        for (const std::string& base : {std::string("a"), largo}) {
+            const std::string entera = d.ruta(base);
+            d.directorio(largo + "\\b\\c");
+            sube(ancha, d.ruta(largo + "\\b\\c"), &entera);
+            EXPECT_EQ(d.arbol(), base == "a" ? lista{"a\\"} : (lista{"a\\", largo + "\\"})) << base.size();
+        }
+    }
+}
+
 TEST(directorios_vacios, sin_forma_completa_la_base_se_queda) {
     const directorio_temporal d;
     const std::string base = d.ruta("base");
