@@ -387,15 +387,18 @@ TEST(paginas, una_union_guarda_su_separador) {
 }
 
 // A wrong network path keeps a directory in which its server and share stand again only as bytes: the first of the
-// separators is the second half of a character.
+// separators is the second half of a character, or the last byte the first half of one.
 TEST(paginas, una_unidad_de_red_no_se_halla_dentro_de_un_caracter) {
     const en_pagina p(932);
-    const std::string directorio = "\\\\\\m\\\\s\\\x83\\\\m\\s\\";
-    char *unidad = nullptr, *queda = nullptr;
-    cdir_splitpath_con_comprobacion(directorio.c_str(), &unidad, &queda, nullptr, nullptr);
-    EXPECT_EQ(toma_bytes(unidad), "\\\\m\\s");
-    EXPECT_EQ(toma_bytes(queda), directorio);
-    ESPERA_AVISOS();
+    for (const auto& [directorio, de_red] :
+         {std::pair<std::string, const char*>("\\\\\\m\\\\s\\\x83\\\\m\\s\\", "\\\\m\\s"),
+          {"\\\\\\m\\\\\x83/\\\\m\\\x83\\\\", "\\\\m\\\x83"}}) {
+        char *unidad = nullptr, *queda = nullptr;
+        cdir_splitpath_con_comprobacion(directorio.c_str(), &unidad, &queda, nullptr, nullptr);
+        EXPECT_EQ(toma_bytes(unidad), de_red);
+        EXPECT_EQ(toma_bytes(queda), directorio);
+        ESPERA_AVISOS();
+    }
 }
 
 TEST(paginas, registros_de_nombres) {
