@@ -6,7 +6,7 @@
  *
  * Each part is checked when a record is built: it must hold none of `< > : " | \ / * ?`, and the base name
  * must not be empty. An empty one is reported as "lmstdc_strlen(nombre_base) > 0", each offending character,
- * with the text, as (two lines here, one in the report)
+ * with the text, as (two lines here, a single line in the report)
  *     "c >= ' ' && c != '<' && c != '>' && c != ':' && c != '\"' && c != '|' && c != '\\'
  *      && c != '/' && c != '*' && c != '?'"
  * A text whose only offence is a control character is not noticed: only one that holds one of the nine is looked at

@@ -63,7 +63,7 @@ timefich_obtener_fecha(const char *fichero, FILETIME *local_creacion, FILETIME *
  * Sets the dates of a file; a date that is not given stays.
  *
  * The file is opened alone for writing, in a retry loop that reports: 158391 "The '%s' file cannot be opened
- * to modify its date." with the path. So a read-only file is not dated, nor one that anybody has open.
+ * to modify its date." with the path. So neither a read-only file nor one that anybody has open is dated.
  *
  * @param fichero             Path (UTF-16). NULL is reported as "fichero_u != NULL".
  * @param local_creacion      Creation date in local time, or NULL to leave it.

@@ -1,5 +1,5 @@
 // A directory that is open: it lists itself, and opens, deletes and marks what it holds by the bare names of its
-// entries, relative to itself. What a path says anew at each call, an open directory has settled once.
+// entries, relative to itself. A path is looked up anew at each call; an open directory has been found once and for all.
 //
 // What this stands against: somebody who renames directories or puts links in their place while a tree is being
 // listed or deleted, and names that the Windows API would read otherwise than the directory that holds them (a blank

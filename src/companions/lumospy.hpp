@@ -136,7 +136,7 @@ public:
             sitio_ = sitio;
         }
     }
-    // The elements in a block that callers will own, exactly as long as they are many; NULL when there is none.
+    // The elements in a block that callers will own, of exactly their number; NULL when there is none.
     T* suelta_en_bloque(lugar donde = lugar::aqui()) {
         const std::size_t bytes = num_ * sizeof(T);  // NOLINT(bugprone-sizeof-expression)
         T* const bloque = num_ == 0 ? nullptr : static_cast<T*>(i_reserva(bytes, donde));

@@ -1,5 +1,5 @@
 // Time values: seconds since 1970 out of FILETIME and back, and the wall clock of the user's time zone.
-// It stands in the companions because listings and files need it alike.
+// It stands in the companions because listings and files both need it.
 // Checked by tests/files/timefich_win32_test.cpp.
 #pragma once
 

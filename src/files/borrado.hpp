@@ -16,9 +16,9 @@ namespace interno {
 bool i_borra_fichero(objetivo& fichero, const wchar_t* texto_extra, bool informar) noexcept;
 bool i_borra_fichero(const ruta_fijada& fichero, const wchar_t* texto_extra, bool informar) noexcept;
 
-// Reports a missing file (message, "CR_existe") with its path; in the deletion of a tree also, on a line of its own,
-// where it stands below the root that the user knows: "root\\rest". `raiz`, what its path begins with, has no data
-// where there is no tree.
+// Reports a missing file (message, "CR_existe") with its path. In the deletion of a tree a second line says where it
+// stands below the root that the user knows: "root\\rest". `raiz` is that root, with which the path begins; without a
+// tree it has no data.
 bool i_borra_fichero_existente(objetivo& fichero, const wchar_t* texto_extra, vista_w raiz = {}) noexcept;
 bool i_borra_fichero_existente(const ruta_fijada& fichero, const wchar_t* texto_extra) noexcept;
 

@@ -5,7 +5,7 @@
 // purpose: one whose entry bears exactly that name, letter case aside. Not the source itself by another spelling, nor
 // a file that only answers to the name (by its short name, or with a blank or dot at the end cut off). Nothing is
 // deleted for a source that is not there, and nothing happens to links that the system would follow (Wine).
-// Cannot promise: one step for both: a renaming that fails after the deletion leaves the old file alone there.
+// Cannot promise: to do both in one step: when the renaming fails after the deletion, only the old file is left.
 // Checked by tests/files/cambia_extension_win32_test.cpp.
 #pragma once
 

@@ -4,7 +4,7 @@
 // somebody else creates meanwhile counts as existing. The path is tied to its place once, so that all levels are made
 // there, whoever changes the current directory. The answer is yes only when the directory that was named is one.
 // Cannot promise: to take back the levels already made when a later one fails. A file in the place of a level above
-// the last is found out by the level below it.
+// the last is noticed only when the level below it is created.
 // Checked by tests/files/crea_directorios_win32_test.cpp.
 #pragma once
 

@@ -2,8 +2,8 @@
 //
 // Promises: the base is opened first and everything below it through it, so the base, and what lies above it, cannot
 // be removed, however base and directory are spelled; links are left alone, and what lies behind them; nothing is
-// removed after a report. A base that ends within a name is passed, and then reported. One silent attempt a directory; the
-// first that is not empty, or does not go, ends the climb.
+// removed after a report. A base that ends in the middle of a name does not end the climb, and is reported after it. Each
+// directory is tried once, in silence; the first that is not empty, or does not go, ends the climb.
 // A directory that holds only directories whose names begin with a dot counts as empty here, and the system then refuses
 // its removal.
 // Checked by tests/files/directorios_vacios_win32_test.cpp.

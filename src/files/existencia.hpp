@@ -1,5 +1,5 @@
-// Is a file read-only, can it be read, does a directory come back: the questions that every other file operation asks
-// first, beside that for existence (`i_existencia`).
+// Is a file read-only, can it be read, does a directory come back: the questions, besides that of existence
+// (`i_existencia`), that every other file operation asks first.
 //
 // Promises: nothing on disk changes; an answer is one call to the system, two for reading, and one more for a name
 // that is there but cannot be asked itself: it exists all the same. Only the wait for a directory asks again.

@@ -57,7 +57,7 @@ public:
         return antes.hay() &&
                directorio_.pon_atributos(entrada_, i_con_proteccion(antes.atributos, modo)) == ERROR_SUCCESS;
     }
-    // GCOVR_EXCL_START: of an entry without a tree around it nobody is told
+    // GCOVR_EXCL_START: nobody is told of an entry that has no tree around it
     const wchar_t* texto() override { return entrada_.nombre.data(); }
     // GCOVR_EXCL_STOP
 

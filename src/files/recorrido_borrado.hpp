@@ -1,8 +1,8 @@
 // The walk of a tree that is to be deleted: what lies in a directory is handed out, files first, then each
 // subdirectory is walked and handed out after its contents.
 //
-// Promises: a link to a directory is handed out, never entered; nothing is entered that cannot be judged. What was
-// not seen is told, so that nobody takes silence for "all gone".
+// Promises: a link to a directory is handed out, never entered; nothing is entered that cannot be judged. The caller is
+// told of what was not seen, so that nobody takes silence for "all gone".
 // Checked by tests/files/borrado_arbol_win32_test.cpp and tools/attack.
 #pragma once
 

@@ -15,7 +15,8 @@ bool i_cambia_proteccion(objetivo& fichero, int modo, bool informa) noexcept;
 bool i_cambia_proteccion(const ruta_fijada& fichero, int modo, bool informa) noexcept;
 void i_desprotege_si_existe(const ruta_fijada& fichero) noexcept;
 
-// Renames, retried, the user being asked. `negativa`: the code for which the system is not asked to, if any.
+// Renames, retried, the user being asked. With a code in `negativa` every attempt fails with that code, and the system
+// is not asked.
 void i_renombra_fichero(const ruta_fijada& viejo, const ruta_fijada& nuevo, DWORD negativa = ERROR_SUCCESS);
 
 }  // namespace interno

@@ -3,7 +3,7 @@
 // Promises: a reading costs one call to the system; the last-access date is neither handed out nor changed; a
 // final failure of timefich_obtener_fecha_u is never quiet.
 // Cannot promise: that local dates follow the daylight rules of the date: the offset is that of today, so a
-// local date that was stored in the other half of the year reads one hour apart.
+// local date that was stored in the other half of the year reads one hour off.
 // Checked by tests/files/timefich_win32_test.cpp.
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace interno {
 
-// In UTC. No file is reported.
+// In UTC. A NULL path is reported.
 datos_de_fichero i_lee_fechas(const ruta_fijada& fichero) noexcept;
 
 // Of time values: the modification date, -1 when it cannot be read, and then why.

@@ -6,8 +6,8 @@
 // Cannot promise: the order of the arguments inside a sentence. Formatting knows no positions, so a
 // translation has to be worded in such a way that its placeholders follow the Spanish order.
 //
-// A new message is one block and a line in the list of the header. A new language is a slot in the companions' header,
-// its name below, and a line per block.
+// A new message is one block and a line in the list of the header. A new language is a slot in
+// companions/registro_mensaje.hpp, its name below, and a line per block; CONTRIBUTING.md has the whole list.
 //
 // Checked by tests/frame/catalogo_test.cpp.
 

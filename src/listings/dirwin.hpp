@@ -5,8 +5,8 @@
 // is closed on every way out; an open failure is an empty walk; only an unexpected end of the walk is reported.
 // When the system's search finds nothing, the directory is walked with a filter of our own (filtro.hpp), looser
 // than the system's: ask `con_filtro_propio()` before doing harm to what came out. Both searches look into the same
-// directory, whoever changes the current one meanwhile. Both flavours search in UTF-16; an 8-bit name is the
-// library's conversion, so that it is never that of another file by a look-alike.
+// directory, even if the current one is changed meanwhile. Both flavours search in UTF-16; 8-bit names are
+// converted by the library, so that no look-alike makes one the name of another file.
 // Cannot promise: that an 8-bit record holds every name: one that is too long for it comes out by its short name, or
 // not at all where it has none.
 // Checked by tests/listings/dirwin_win32_test.cpp.
@@ -40,7 +40,7 @@ using sirve_entrada = bool(const WIN32_FIND_DATAW& e) noexcept;
 sirve_entrada i_es_fichero;
 sirve_entrada i_es_directorio_sin_punto;  // none whose name begins with a dot
 sirve_entrada i_es_directorio_a_la_vista;
-sirve_entrada i_es_directorio_con_punto;  // but "." and ".."
+sirve_entrada i_es_directorio_con_punto;  // except "." and ".."
 
 // Searched for, it finds all that a directory holds. "*.*" says the same, but costs a tenth more: the system then
 // looks at each name.

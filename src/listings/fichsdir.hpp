@@ -1,9 +1,9 @@
 // File sets: what one directory holds, as lists of names or as records (fichsdir_registros.hpp), with variants that sort,
-// choose and can be interrupted. Here, the names, and what both stand on.
+// choose and can be interrupted. Here are the names, and what both are built on.
 //
 // Promises: every list is new and never NULL, and empty when the directory cannot be read; what was taken before an
 // interruption is returned; names that the system gives are not checked as a caller's paths are, so that a listing
-// reports hardly any file that lies on a disk.
+// hardly ever reports a file that really lies on a disk.
 // Cannot promise: that the 8-bit name of a record finds its file again, when the code page lacks a character of it.
 // Checked by tests/listings/fichsdir_win32_test.cpp.
 #pragma once
@@ -79,7 +79,7 @@ objeto<arr_cadena<C>> i_nombres_cumplen_filtro(const wchar_t* path_filtro, sirve
 }
 objeto<ArrCADENA_u> i_nombres_con_extension(const wchar_t* directorio, vista_w extension) noexcept;
 objeto<ArrCADENA> i_nombres_con_extension(const wchar_t* directorio, const char* extension) noexcept;
-// As file-name records have them, in the case that is asked for; sorted, one of each.
+// As file-name records have them, in the case that is asked for; sorted, without repeats.
 objeto<AcadOrde> i_nombres_base(const wchar_t* directorio, const char* extension,
                                 bool en_mayusculas) noexcept;
 

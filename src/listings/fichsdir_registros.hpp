@@ -1,4 +1,4 @@
-// The records of file sets: one file with its date and protection. What is promised stands in fichsdir.hpp.
+// The records of file sets: one file with its date and protection. Promises and limits: see fichsdir.hpp.
 #pragma once
 
 #include "companions/apunorde.hpp"

@@ -1,9 +1,9 @@
-// Listings of a whole tree: one list record a directory.
+// Listings of a whole tree: one list record per directory.
 //
 // Promises: no recursion, so depth costs memory only; the base first, then depth first, and among siblings the one
 // that sorts last comes first; a link to a directory is not entered and has no record, nor has a directory that
 // was put in another's place meanwhile.
-// Cannot promise: a picture of one moment, when somebody changes the tree meanwhile.
+// Cannot promise: a picture of a single moment while somebody else changes the tree.
 // Checked by tests/listings/listas_arbol_win32_test.cpp.
 #pragma once
 
@@ -22,7 +22,7 @@ public:
 
     void anade(vista_w directorio, nombres_en_curso<wchar_t>& ficheros);
     unsigned long num() const noexcept { return static_cast<unsigned long>(listas_.size()); }
-    // The records in an array of just their number; NULL when there is none.
+    // The records in an array of exactly their number; NULL when there is none.
     ListaFicheros_u* suelta() { return listas_.suelta_en_bloque(); }
 
 private:

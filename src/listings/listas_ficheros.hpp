@@ -1,7 +1,7 @@
 // Sorted lists of the files and subdirectories of one directory: what the list records and the tree listings are
 // made of.
 //
-// Promises: one block a name and one for the array; the names are sorted once, at the end, without regard to the
+// Promises: one block per name and one for the array; the names are sorted once, at the end, without regard to the
 // case of A to Z; equal names keep the order in which the system gave them.
 // Cannot promise: an order that a user's language would choose.
 // Checked by tests/listings/listas_ficheros_win32_test.cpp and listas_arbol_win32_test.cpp.
@@ -24,7 +24,7 @@ int i_compara_nombres_de_lista(vista_w a, vista_w b) noexcept;
 template <class C>
 struct nombres_en_curso : lista_textos<C> {
     void ordena();
-    // Hands the names to the record, in an array of just their number.
+    // Hands the names to the record, in an array of exactly their number.
     void entrega(lista_ficheros<C>& lista);
 };
 
@@ -33,14 +33,14 @@ template <class C>
 nombres_en_curso<C> i_nombres_de_lista(const C* patron, sirve_entrada* sirve,
                                        const filtro_extension& filtro = filtro_extension(vista_w()));
 
-// The directory as a record shows it: "\" for "/", and one final "\" less.
+// The directory as a record shows it: each "/" as "\", and without one final "\".
 template <class C>
 cadena<C> i_path_de_lista(vista<C> unidad, std::type_identity_t<vista<C>> directorio);
 
 template <class C>
 void i_libera_lista(lista_ficheros<C>& lista) noexcept;
 
-// Those whose extension is one of a list, whatever it is where there is no list; sorted code unit by code unit.
+// The files whose extension is one of the list; without a list, all of them. Sorted code unit by code unit.
 objeto<AcadOrdeU> i_ficheros_con_extension_de(const wchar_t* path_filtro, const ArrCADENA_u* extensiones);
 
 // Whether a directory has an entry that `sirve` takes.

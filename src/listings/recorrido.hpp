@@ -1,10 +1,11 @@
 // The walk of a tree: each directory is opened through the one above it, read once, and stays open while something
 // below it is still to be visited.
 //
-// Promises: a link is not entered, nor what is not, when it is opened, the object whose entry was read; names count
-// as the directory holds them; nothing is reached by a path composed anew. No recursion: depth costs heap and one
-// open handle a level, not stack. Paths are written only when somebody asks, from the root as the caller gave it.
-// Cannot promise: a picture of one moment, when somebody changes the tree meanwhile.
+// Promises: a link is not entered, nor anything that turns out, once it is open, to be another object than the one
+// whose entry was read; names count as the directory holds them; nothing is reached by a path composed anew. No
+// recursion: depth costs heap and one open handle per level, not stack. Paths are written only when somebody asks, from
+// the root as the caller gave it.
+// Cannot promise: a picture of a single moment while somebody else changes the tree.
 // Checked by tests/listings/recorrido_win32_test.cpp, tests/files/borrado_arbol_win32_test.cpp and tools/attack.
 #pragma once
 

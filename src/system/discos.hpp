@@ -1,6 +1,6 @@
 // One drive, by its letter or its index: its names, and questions about it.
 //
-// Promises: no question opens the drive but that for its volume name; a drive without medium brings up no dialog of the
+// Promises: only the question for the volume name opens the drive; a drive without medium brings up no dialog of the
 // system.
 // Cannot promise: that a drive which answers now is there for the next call.
 // Checked by tests/system/discos_win32_test.cpp.

@@ -1,7 +1,7 @@
 // What the registry functions share: which key is meant, and the owner of an open key.
 //
-// Promises: no handle outlives its call; a key that does not open is not reported; a root or a view that there
-// is none of is reported, and then nothing opens.
+// Promises: no handle outlives its call; a key that does not open is not reported; a root or a view that does
+// not exist is reported, and then nothing opens.
 // Cannot promise: that the 64-bit and the 32-bit view differ: most of the registry is shared.
 // Checked by tests/system/lumoreg_win32_test.cpp.
 #pragma once

@@ -1,8 +1,8 @@
 // The drives of the system with labels for display, and the drive of the running program.
 //
-// Promises: one record a drive, in the order of the letters.
-// Cannot promise: that two threads may ask for the program's drive first: it is found out at the first call, without a
-// lock.
+// Promises: one record per drive, in the order of the letters.
+// Cannot promise: that the first question for the program's drive may come from two threads at once: it is found out
+// then, without a lock.
 // Checked by tests/system/unidades_win32_test.cpp.
 #pragma once
 

@@ -4,6 +4,7 @@
 
 #include "apoyo/enlace.hpp"
 #include "apoyo/niveles.hpp"
+#include "json.hpp"
 #include "orden.hpp"
 
 using cli::fila;

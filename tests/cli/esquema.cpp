@@ -4,135 +4,19 @@
 #include <set>
 #include <stdexcept>
 
+#include "json.hpp"
 #include "orden.hpp"
 
 namespace cli {
 
 namespace {
 
-struct valor_con_nombre;
-
-struct valor {
-    enum class clase { nulo, logico, entero, numero, texto, lista, objeto } que = clase::nulo;
-    std::string texto;  // of texts without escapes undone, of literals as they stand
-    std::vector<valor> elementos;
-    std::vector<valor_con_nombre> campos;
-
-    const valor* campo(const std::string& nombre) const;
-};
-
-struct valor_con_nombre {
-    std::string nombre;
-    valor contenido;
-};
-
-const valor* valor::campo(const std::string& nombre) const {
-    const auto i =
-        std::find_if(campos.begin(), campos.end(), [&](const auto& c) { return c.nombre == nombre; });
-    return i == campos.end() ? nullptr : &i->contenido;
-}
-
-class lector {
-public:
-    explicit lector(const std::string& t) : t_(t) {}
-    valor todo() {
-        valor v = i_valor();
-        i_blancos();
-        if (i_ != t_.size()) {
-            throw std::runtime_error("something after the value");
-        }
-        return v;
-    }
-
-private:
-    void i_blancos() {
-        while (i_ < t_.size() && (t_[i_] == ' ' || t_[i_] == '\n')) {
-            ++i_;
-        }
-    }
-    char i_mira() {
-        i_blancos();
-        if (i_ == t_.size()) {
-            throw std::runtime_error("it ends early");
-        }
-        return t_[i_];
-    }
-    void i_exige(char c) {
-        if (i_mira() != c) {
-            throw std::runtime_error(std::string("no ") + c + " at " + std::to_string(i_));
-        }
-        ++i_;
-    }
-    std::string i_texto() {
-        i_exige('"');
-        std::string texto;
-        while (i_ < t_.size() && t_[i_] != '"') {
-            if (t_[i_] == '\\' && i_ + 1 < t_.size()) {
-                texto += t_[i_++];
-            }
-            texto += t_[i_++];
-        }
-        i_exige('"');
-        return texto;
-    }
-    valor i_literal() {
-        valor v;
-        while (i_ < t_.size() && std::string(",]} \n").find(t_[i_]) == std::string::npos) {
-            v.texto += t_[i_++];
-        }
-        const bool cifras = !v.texto.empty() && v.texto.find_first_not_of("-0123456789") == std::string::npos;
-        v.que = v.texto == "null"                         ? valor::clase::nulo
-                : v.texto == "true" || v.texto == "false" ? valor::clase::logico
-                : cifras                                  ? valor::clase::entero
-                                                          : valor::clase::numero;
-        if (v.que == valor::clase::numero) {
-            throw std::runtime_error("no value: " + v.texto);
-        }
-        return v;
-    }
-    valor i_valor() {
-        const char c = i_mira();
-        valor v;
-        if (c == '"') {
-            v.que = valor::clase::texto;
-            v.texto = i_texto();
-        } else if (c == '[') {
-            v.que = valor::clase::lista;
-            ++i_;
-            while (i_mira() != ']') {
-                v.elementos.push_back(i_valor());
-                if (i_mira() != ']') {
-                    i_exige(',');
-                }
-            }
-            ++i_;
-        } else if (c == '{') {
-            v.que = valor::clase::objeto;
-            ++i_;
-            while (i_mira() != '}') {
-                i_blancos();
-                std::string clave = i_texto();
-                i_exige(':');
-                v.campos.push_back({std::move(clave), i_valor()});
-                if (i_mira() != '}') {
-                    i_exige(',');
-                }
-            }
-            ++i_;
-        } else {
-            return i_literal();
-        }
-        return v;
-    }
-
-    const std::string& t_;
-    size_t i_ = 0;
-};
+using valor = valor_json;
 
 const valor& i_esquema() {
     static const valor unico = [] {
         const std::string texto = lee_fichero(LUMODIR_RAIZ "/share/schema/lumodir.schema.json");
-        return lector(texto).todo();
+        return lee_json(texto);
     }();
     return unico;
 }
@@ -154,11 +38,9 @@ const char* i_tipo(valor::clase que) {
         case valor::clase::lista:
             return "array";
         case valor::clase::objeto:
-            return "object";
-        case valor::clase::numero:
             break;
     }
-    return "number";
+    return "object";
 }
 
 bool i_es_de_tipo(const valor& v, const valor& tipo) {
@@ -246,7 +128,7 @@ void i_junta_claves(const valor& esquema, std::vector<std::string>& claves) {
 
 std::string contra_el_esquema(const std::string& orden, const std::string& json) {
     try {
-        const valor v = lector(json).todo();
+        const valor v = lee_json(json);
         const std::string como_rechazo = i_comprueba(v, *i_definiciones().campo("refusal"), "answer");
         if (como_rechazo.empty()) {
             return {};

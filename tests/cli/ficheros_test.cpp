@@ -1,6 +1,7 @@
 // The subcommands on files: what is there, and changing it without deleting.
 #include <gtest/gtest.h>
 
+#include "json.hpp"
 #include "orden.hpp"
 
 using cli::fila;

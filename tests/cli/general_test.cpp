@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "esquema.hpp"
+#include "json.hpp"
 #include "orden.hpp"
 
 using cli::fila;
@@ -434,4 +435,14 @@ TEST(nombres, lo_que_enganya_a_una_terminal_se_escribe) {
     };
     cli::comprueba(filas, d);
     EXPECT_FALSE(cli::existe(d.bajo(al_reves)));
+}
+
+// What the answers of all commands are read with.
+TEST(json, se_lee_con_rigor) {
+    EXPECT_EQ(cli::json_compacto(R"({ "a": [1, -2, true, null, "x\"y"], "b": {} })"),
+              R"({"a":[1,-2,true,null,"x\"y"],"b":{}})");
+    for (const char* mal : {"", "[1,]", "[1 2]", R"({"a":1,})", R"({"a"})", R"({a:1})", R"(["\x"])",
+                            "[\"\t\"]", R"(["a)", "1.5", "nul", "[1] 2"}) {
+        EXPECT_EQ(cli::json_compacto(mal).rfind("not JSON: ", 0), 0u) << mal;
+    }
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "json.hpp"
 #include "orden.hpp"
 
 using cli::fila;

@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "esquema.hpp"
+#include "json.hpp"
 
 namespace cli {
 
@@ -491,128 +492,6 @@ void comprueba(const fila& f, const directorio_de_prueba& d) {
     EXPECT_EQ(r.codigo, f.codigo) << linea << "\n" << r.salida << r.errores;
     EXPECT_EQ(en_json ? json_compacto(r.salida) : r.salida, esperada) << linea;
     EXPECT_EQ(r.errores, d.pon(f.errores)) << linea;
-}
-
-// ---- JSON: a parser just strict enough to catch what scripts would choke on ----
-
-namespace {
-
-struct mal_json {
-    std::string que;
-};
-
-class analizador {
-public:
-    explicit analizador(const std::string& texto) : t_(texto) {}
-
-    std::string todo() {
-        const std::string compacto = i_valor();
-        i_blancos();
-        if (i_ != t_.size()) {
-            throw mal_json{"something after the value"};
-        }
-        return compacto;
-    }
-
-private:
-    void i_blancos() {
-        while (i_ < t_.size() && (t_[i_] == ' ' || t_[i_] == '\n')) {
-            ++i_;
-        }
-    }
-    char i_mira() {
-        i_blancos();
-        if (i_ == t_.size()) {
-            throw mal_json{"it ends early"};
-        }
-        return t_[i_];
-    }
-    void i_exige(char c) {
-        if (i_mira() != c) {
-            throw mal_json{std::string("no ") + c + " at " + std::to_string(i_)};
-        }
-        ++i_;
-    }
-
-    std::string i_texto() {
-        i_exige('"');
-        std::string texto = "\"";
-        for (;;) {
-            if (i_ == t_.size()) {
-                throw mal_json{"a text without an end"};
-            }
-            const char c = t_[i_++];
-            texto += c;
-            if (c == '"') {
-                return texto;
-            }
-            if (static_cast<unsigned char>(c) < 0x20) {
-                throw mal_json{"a control character in a text"};
-            }
-            if (c == '\\') {
-                const char escape = i_ < t_.size() ? t_[i_++] : '\0';
-                if (std::string("\"\\/bfnrtu").find(escape) == std::string::npos || escape == '\0') {
-                    throw mal_json{"an unknown escape"};
-                }
-                texto += escape;
-            }
-        }
-    }
-
-    std::string i_literal() {
-        const size_t desde = i_;
-        while (i_ < t_.size() &&
-               std::string("-+.0123456789abcdefghijklmnopqrstuvwxyzE").find(t_[i_]) != std::string::npos) {
-            ++i_;
-        }
-        const std::string literal = t_.substr(desde, i_ - desde);
-        const bool numero = !literal.empty() && literal.find_first_not_of("-0123456789") == literal.npos;
-        if (!numero && literal != "true" && literal != "false" && literal != "null") {
-            throw mal_json{"no value at " + std::to_string(desde)};
-        }
-        return literal;
-    }
-
-    std::string i_serie(char abre, char cierra) {
-        std::string compacta(1, abre);
-        i_exige(abre);
-        for (bool primero = true; i_mira() != cierra; primero = false) {
-            if (!primero) {
-                i_exige(',');
-                compacta += ',';
-            }
-            if (abre == '{') {
-                i_blancos();
-                compacta += i_texto();
-                i_exige(':');
-                compacta += ':';
-            }
-            compacta += i_valor();
-        }
-        i_exige(cierra);
-        return compacta + cierra;
-    }
-
-    std::string i_valor() {
-        const char c = i_mira();
-        return c == '{'   ? i_serie('{', '}')
-               : c == '[' ? i_serie('[', ']')
-               : c == '"' ? i_texto()
-                          : i_literal();
-    }
-
-    const std::string& t_;
-    size_t i_ = 0;
-};
-
-}  // namespace
-
-std::string json_compacto(const std::string& texto) {
-    try {
-        return analizador(texto).todo();
-    } catch (const mal_json& mal) {
-        return "not JSON: " + mal.que + "\n" + texto;
-    }
 }
 
 }  // namespace cli

@@ -153,7 +153,4 @@ void comprueba(const fila (&filas)[N], const directorio_de_prueba& d) {
     }
 }
 
-// JSON text without blanks; what is not JSON comes back as "not JSON: ...".
-std::string json_compacto(const std::string& texto);
-
 }  // namespace cli

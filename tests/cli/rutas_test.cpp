@@ -1,6 +1,7 @@
 // The subcommands on paths as text.
 #include <gtest/gtest.h>
 
+#include "json.hpp"
 #include "orden.hpp"
 
 using cli::fila;

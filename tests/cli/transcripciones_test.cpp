@@ -17,6 +17,7 @@
 #include <set>
 #include <sstream>
 
+#include "json.hpp"
 #include "orden.hpp"
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include <climits>
 
+#include "apoyo/pagina_ultima.hpp"
 #include "companions/lumospy.h"
 #include "companions/sabores.hpp"
 
@@ -196,9 +197,10 @@ TEST(cadena, formatea_por_filas) {
     });
 }
 
-// A format ends where its view does, whatever stands behind.
+// A format ends where its view does, whatever stands behind; behind the last page that there is nothing does.
 TEST(cadena, un_marcador_que_sigue_tras_el_final_no_lo_es) {
     en_ambos_sabores([]<class C>() {
+        pagina_ultima pagina;
         const auto x = txt<C>("x");
         const argumento<C> argumentos[] = {argumento<C>(vista<C>(x))};
         for (const char* entero : {"100%d", "100%s", "100%%", "100%ld", "%ld", "%d", "%%"}) {
@@ -207,6 +209,7 @@ TEST(cadena, un_marcador_que_sigue_tras_el_final_no_lo_es) {
                 const vista<C> formato = vista<C>(texto).substr(0, num);
                 const cadena<C> resultado = i_formatea<C>(formato, argumentos, 1, lugar::aqui());
                 EXPECT_EQ(resultado.ver(), formato) << entero << " " << num;
+                EXPECT_EQ(i_formatea<C>(pagina.pon(formato), argumentos, 1, lugar::aqui()).ver(), formato);
             }
         }
     });

@@ -10,6 +10,9 @@
 #include "companions/lumospy.h"
 #include "companions/unicode.hpp"
 #include "companions/widestr.h"
+#ifndef _WIN32
+#include "nativo/plataforma_nativa.hpp"
+#endif
 
 using namespace apoyo;
 using namespace interno;
@@ -125,6 +128,20 @@ TEST(error_interno, sin_receptor_va_una_linea_al_error_estandar) {
     EXPECT_EQ(por_defecto([] { error_interno("x", lugar::del_anfitrion("programa.exe", 7)); }),
               "internal error: programa.exe, line 7: x\n");
 }
+
+#ifndef _WIN32
+TEST(error_interno, sin_receptor_la_misma_linea_va_al_depurador) {
+    static texto_w dicho;
+    dicho.clear();
+    const sustituye depurador(al_depurador, [](const wchar_t* linea) { dicho += linea; });
+    const std::string oido = por_defecto([] {
+        for (const std::size_t largo : {3000u, 5u}) {  // the short line lies where the long one has been
+            error_interno(std::string(largo, 'x').c_str(), lugar::aqui("arr.cpp", 42));
+        }
+    });
+    EXPECT_EQ(u8(dicho), oido);
+}
+#endif
 
 TEST(error_interno, sin_receptor_un_detalle_enorme_se_corta_y_sigue_siendo_una_linea) {
     const std::string linea = por_defecto([] {

@@ -287,11 +287,13 @@ namespace {
 
 constexpr int muerte_esperada = 77;
 int g_informes_de_agotada = 0;
+unsigned long long g_vivos_entonces = 0;  // how many blocks are to be counted when it is reported
 
 void cuenta_agotada(const char* expresion, const char* etiqueta, unsigned long, const wchar_t* detalle,
                     void*) {
     if (std::strcmp(expresion, "memoria disponible") == 0 &&
-        std::strcmp(etiqueta, "lumodir (LUMODIR.DLL)") == 0 && detalle == nullptr) {
+        std::strcmp(etiqueta, "lumodir (LUMODIR.DLL)") == 0 && detalle == nullptr &&
+        lumospy_bloques_vivos() == g_vivos_entonces) {
         ++g_informes_de_agotada;
     }
     // A receiver that needs memory itself must not start it all over.
@@ -303,7 +305,8 @@ void muere() noexcept {
     std::_Exit(g_informes_de_agotada == 1 ? muerte_esperada : 1);
 }
 
-void agota(void (*accion)()) {
+void agota(void (*accion)(), unsigned reservados) {
+    g_vivos_entonces = lumospy_bloques_vivos() + reservados;
     error_interno_establece_receptor(cuenta_agotada, nullptr);
     plataforma::termina_proceso = muere;
     memoria.reserva = [](std::size_t) -> void* { return nullptr; };
@@ -315,6 +318,7 @@ void agota(void (*accion)()) {
 struct fila_agotada {
     const char* nombre;
     void (*accion)();
+    unsigned reservados = 0;  // that it has taken before
 };
 
 }  // namespace
@@ -331,16 +335,30 @@ TEST(lumospy, la_memoria_agotada_se_informa_una_vez_y_acaba_el_proceso) {
                  vector_interno<int> numeros;
                  numeros.anade(1, lugar::aqui("arr.cpp", 1));
              }},
+        {.nombre = "the second of two strings",
+         .accion =
+             [] {
+                 static void* (*const sin_memoria)(std::size_t) = memoria.reserva;
+                 memoria.reserva = std::malloc;
+                 wchar_t* copias[2];
+                 entrega_de_copias entrega;
+                 entrega.copia(&copias[0], vista_w(L"a"), lugar::aqui("arr.cpp", 1));
+                 memoria.reserva = sin_memoria;
+                 entrega.copia(&copias[1], vista_w(L"b"), lugar::aqui("arr.cpp", 1));
+             },
+         .reservados = 1},
     };
     bloque = lumospy_nousar_malloc(1);
     for (const fila_agotada& fila : filas) {
-        EXPECT_EXIT(agota(fila.accion), testing::ExitedWithCode(muerte_esperada), "") << fila.nombre;
+        EXPECT_EXIT(agota(fila.accion, fila.reservados), testing::ExitedWithCode(muerte_esperada), "")
+            << fila.nombre;
     }
     lumospy_nousar_free_pp(&bloque);
 }
 
 TEST(lumospy, un_producto_que_desborda_es_memoria_agotada) {
     const auto calcula = [] {
+        g_vivos_entonces = lumospy_bloques_vivos();
         error_interno_establece_receptor(cuenta_agotada, nullptr);
         plataforma::termina_proceso = muere;
         lumospy_nousar_calloc(SIZE_MAX / 2 + 1, 2);
@@ -348,6 +366,7 @@ TEST(lumospy, un_producto_que_desborda_es_memoria_agotada) {
     };
     EXPECT_EXIT(calcula(), testing::ExitedWithCode(muerte_esperada), "");
     const auto crece = [] {
+        g_vivos_entonces = lumospy_bloques_vivos();
         error_interno_establece_receptor(cuenta_agotada, nullptr);
         plataforma::termina_proceso = muere;
         // What the allocator is asked for must not be the wrapped product.

@@ -127,6 +127,15 @@ TEST(msglocal, un_proceso_empieza_en_el_idioma_del_usuario) {
 }
 
 #ifndef _WIN32
+// Asked once: who changes his language later on finds it at the next start.
+TEST(msglocal, el_idioma_del_usuario_se_pregunta_una_vez) {
+    const sustituye frances(apoyo::idioma_del_usuario, 0x040C);
+    i_establece_idioma(~0ul);  // none chosen, as at the start
+    EXPECT_EQ(i_idioma(), static_cast<unsigned long>(ranura_frances));
+    apoyo::idioma_del_usuario = 0x0407;
+    EXPECT_EQ(i_idioma(), static_cast<unsigned long>(ranura_frances));
+}
+
 // The system's own text: in the language of the messages, in the one nearest to it, in the system's, or the number.
 TEST(msglocal, el_texto_de_un_codigo_en_el_idioma_mas_cercano) {
     struct fila {

@@ -98,6 +98,15 @@ TEST(ordenados, textos_al_azar_como_el_modelo) {
     }
 }
 
+// As the listings make one for a directory that is not there, which the host may fill.
+TEST(ordenados, un_conjunto_nuevo_no_admite_repetidos) {
+    const auto conjunto = objeto<AcadOrde>::crea();
+    for (int vez = 0; vez < 2; ++vez) {
+        acadorde_inserta(conjunto.get(), "a");
+        EXPECT_EQ(acadorde_num_elems(conjunto.get()), 1u);
+    }
+}
+
 TEST(ordenados, los_textos_son_copias_prestadas) {
     en_ambos_sabores([]<class C>() {
         auto* conjunto = orden<C>::crea(0);

@@ -74,8 +74,10 @@ TEST(texto, los_rasgos_buscan_mueven_y_rellenan) {
     EXPECT_EQ(rasgos_utf16::find(datos, 2, L'c'), nullptr);
     rasgos_utf16::move(datos + 1, datos, 4);  // overlapping
     EXPECT_EQ(u8(datos), "aabcd");
+    rasgos_utf16::move(datos + 4, datos + 2, 1);
+    EXPECT_EQ(u8(datos), "aabcb");
     rasgos_utf16::assign(datos, 2, L'\x00E9');
-    EXPECT_EQ(u8(datos), "éébcd");
+    EXPECT_EQ(u8(datos), "éébcb");
     EXPECT_EQ(rasgos_utf16::move(nullptr, nullptr, 0), nullptr);
     EXPECT_EQ(rasgos_utf16::copy(nullptr, nullptr, 0), nullptr);
     EXPECT_NE(rasgos_utf16::to_int_type(L'\xFFFF'), rasgos_utf16::eof());
@@ -248,6 +250,8 @@ TEST(texto, lo_que_sigue_a_una_vista_no_cuenta) {
     EXPECT_EQ(extrae_token(vista_a("\x83|x|y"), 2, vista_a("|")), vista_a("y"));
     EXPECT_FALSE(acaba_en(vista_a("\x83\\"), vista_a("\\")));
     EXPECT_TRUE(acaba_en(vista_a("x\\"), vista_a("\\")));
+    pagina_ultima pagina;
+    EXPECT_TRUE(empieza_caracter(pagina.pon_al_principio(vista_a("\\")), 0));  // before it there is nothing
 }
 
 TEST(texto, punto_y_dos_puntos_no_son_nombres) {

@@ -56,6 +56,9 @@ TEST(avisos, en_modo_servicio_nada_se_muestra_ni_se_reintenta) {
     EXPECT_TRUE(i_modo_servicio());
     i_muestra_mensaje(i_msg_53955_fichero_no_correcto, L"x");
     i_muestra_texto(L"x");
+    const reservas_contadas reservas;
+    i_muestra_mensaje(i_msg_53955_fichero_no_correcto, vista_a(std::string(1000, 'x')));
+    EXPECT_EQ(reservas.toma(), 0u);  // nothing is put together that nobody sees
     ESPERA_AVISOS();
     int intentos = 0;
     i_con_reintentos(

@@ -122,6 +122,26 @@ TEST(filtro, reglas_sueltas_y_asimetria_de_los_dos_sabores) {
     }
 }
 
+// Around the length up to which a name needs no block, with a character of two bytes at its end and without.
+TEST(filtro, nombres_largos_de_8_bits) {
+    const en_pagina p(932);
+    for (std::size_t num = 250; num < 280; ++num) {
+        for (const texto_a cola : {"", "\x83\\", "\x83\x40"}) {
+            const texto_a nombre = texto_a(num - cola.size(), 'X') + cola;
+            const texto_a distinto = texto_a(num - 2, 'X') + "\x83\xC0";
+            const reservas_contadas reservas;
+            EXPECT_TRUE(interno::i_cumple_filtro<char>(nombre, nombre)) << num << cola;
+            EXPECT_TRUE(interno::i_cumple_filtro<char>(nombre, "X*" + cola)) << num << cola;
+            EXPECT_FALSE(interno::i_cumple_filtro<char>(nombre, distinto)) << num << cola;
+            const interno::minusculas_temporales minusculas{interno::vista_a(nombre)};
+            EXPECT_EQ(texto_a(minusculas.ver()), texto_a(num - cola.size(), 'x') + cola) << num;
+            if (num <= 260) {
+                EXPECT_EQ(reservas.toma(), 0u) << num << cola;
+            }
+        }
+    }
+}
+
 TEST(filtro, un_interrogante_es_una_unidad_utf16) {
     EXPECT_TRUE(interno::i_cumple_filtro<wchar_t>(L"\xD83D\xDE00", L"??"));
     EXPECT_FALSE(interno::i_cumple_filtro<wchar_t>(L"\xD83D\xDE00", L"?"));

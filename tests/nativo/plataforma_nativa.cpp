@@ -347,8 +347,10 @@ bool bytes_iniciales(bool (&iniciales)[256]) noexcept {
     return true;
 }
 
+// Behind any other byte than an initial one Windows converts two characters, and says yes as well.
 bool es_caracter_doble(char primero, char segundo) noexcept {
-    return tabla::actual().es_doble(primero, segundo);
+    const tabla& t = tabla::actual();
+    return !t.es_inicial(static_cast<unsigned char>(primero)) || t.es_doble(primero, segundo);
 }
 
 std::size_t ansi_a_utf16(vista_a texto, wchar_t* destino, std::size_t sitio) noexcept {
@@ -423,10 +425,12 @@ void escribe_error_estandar(vista_w linea) noexcept {
     }
 }
 
-void escribe_depurador(const wchar_t*) noexcept {}
+void escribe_depurador(const wchar_t* linea) noexcept {
+    apoyo::al_depurador(linea);
+}
 
 std::uint16_t idioma_del_usuario() noexcept {
-    return 0x0409;
+    return apoyo::idioma_del_usuario;
 }
 
 cadena_w texto_de_codigo(unsigned long codigo, std::uint16_t idioma) {

@@ -386,17 +386,23 @@ TEST(paginas, una_union_guarda_su_separador) {
     ESPERA_INFORMES("i_path_correcto( pathCompleto, puede_ser_vacio, FALSO, NULL) == CIERTO");
 }
 
-// A wrong network path keeps a directory in which its server and share stand again only as bytes: the first of the
-// separators is the second half of a character, or the last byte the first half of one.
+// A wrong network path loses its server and share where they stand again, and keeps them where they do only as bytes: the
+// first of the separators is the second half of a character, or their last byte the first half of one.
 TEST(paginas, una_unidad_de_red_no_se_halla_dentro_de_un_caracter) {
     const en_pagina p(932);
-    for (const auto& [directorio, de_red] :
-         {std::pair<std::string, const char*>("\\\\\\m\\\\s\\\x83\\\\m\\s\\", "\\\\m\\s"),
-          {"\\\\\\m\\\\\x83/\\\\m\\\x83\\\\", "\\\\m\\\x83"}}) {
+    struct fila {
+        std::string directorio;
+        std::string unidad;
+        std::string queda;
+    };
+    for (const fila& f :
+         {fila{"\\\\\\m\\\\s\\x\\\\m\\s\\", "\\\\m\\s", "\\\\\\m\\\\s\\x\\"},
+          fila{"\\\\\\m\\\\s\\\x83\\\\m\\s\\", "\\\\m\\s", "\\\\\\m\\\\s\\\x83\\\\m\\s\\"},
+          fila{"\\\\\\m\\\\\x83/\\\\m\\\x83\\x\\", "\\\\m\\\x83", "\\\\\\m\\\\\x83/\\\\m\\\x83\\x\\"}}) {
         char *unidad = nullptr, *queda = nullptr;
-        cdir_splitpath_con_comprobacion(directorio.c_str(), &unidad, &queda, nullptr, nullptr);
-        EXPECT_EQ(toma_bytes(unidad), de_red);
-        EXPECT_EQ(toma_bytes(queda), directorio);
+        cdir_splitpath_con_comprobacion(f.directorio.c_str(), &unidad, &queda, nullptr, nullptr);
+        EXPECT_EQ(toma_bytes(unidad), f.unidad);
+        EXPECT_EQ(toma_bytes(queda), f.queda);
         ESPERA_AVISOS();
     }
 }

@@ -156,7 +156,7 @@ TEST(path_correcto_modelo, igual_que_el_modelo_en_cada_sitio) {
             cabeza += cabeza.size() % 11 == 10 ? '\\' : 'a';
         }
         for (const char* nombre :
-             {"\\con", "/lumodev", "\\$mmxxxx0", "/setverxxy", "\\b ", "a.b", "|", "\\ "}) {
+             {"\\con", "xcon", "/lumodev", "\\$mmxxxx0", "/setverxxy", "\\b ", "a.b", "|", "\\ "}) {
             for (const char* cola : {"", "\\b", ".c", " \\b", "bb/cc.d/ee"}) {
                 compara_con_el_modelo(cabeza + nombre + cola, motivos);
                 compara_las_dos_variantes(cabeza + nombre + cola);

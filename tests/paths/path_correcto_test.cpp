@@ -3,11 +3,14 @@
 #include "paths/path_correcto.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/pagina_ultima.hpp"
+#include "apoyo/paginas.hpp"
 #include "cdir.h"
 #include "companions/msglocal.h"
 #include "companions/sabores.hpp"
 #include "lumodir.h"
 #include "paths/modelos.hpp"
+#include "paths/split_makepath.hpp"
 
 using modelos::ver;
 using namespace apoyo;
@@ -47,6 +50,7 @@ const std::vector<juicio_esperado>& juicios_esperados() {
         {.path = "C:\\\\server\\share", .es_unc = true},        // looked for after the drive
         {.path = "C:\\\\server", .es_unc = true},  // the drive counts as a part of the whole path
         {.path = "\\\\..\\.", .es_unc = true},
+        {.path = "\\\\" + std::string(70, 'x') + "\\share", .es_unc = true},
         {.path = "dir\\sub"},
         {.path = "./a"},
         {.path = "../a"},
@@ -127,6 +131,8 @@ const std::vector<juicio_esperado>& juicios_esperados() {
         {.path = "dir/Ñ\x1F%ld/b", .motivo = 53949, .argumento = "Ñ\x1F%ld"},
         {.path = "a\\con   \\b", .motivo = 53949, .argumento = "con"},  // named without its blanks
         {.path = "a\\   \\b", .motivo = 53949, .argumento = ""},
+        {.path = "con\\a \\b", .motivo = 53949, .argumento = "con"},  // whatever comes behind it
+        {.path = " \\a \\b", .motivo = 53949, .argumento = ""},
         {.path = "\\\\con\\share", .motivo = 53949, .argumento = "con", .es_unc = true},
         {.path = "\\\\a?b", .motivo = 53949, .argumento = "a?b", .es_unc = true},
         {.path = "\\\\?\\C:\\dir", .motivo = 53958},
@@ -217,17 +223,32 @@ TEST(path_correcto, cada_regla_da_su_mensaje_y_su_marca_de_red) {
     }
 }
 
-// A path is judged and cut as its view is, whatever stands before it and behind.
+// A path is judged and cut as its view is, whatever stands before it and behind, and where nothing does.
 TEST(path_correcto, lo_que_rodea_al_path_no_cuenta) {
     const auto son_iguales = [](const auto& a, const auto& b) {
         return a.juicio.correcto == b.juicio.correcto && a.juicio.es_unc == b.juicio.es_unc &&
                a.juicio.motivo == b.juicio.motivo && a.cortes.directorio == b.cortes.directorio &&
                a.cortes.nombre == b.cortes.nombre && a.cortes.extension == b.cortes.extension;
     };
+    const auto nombre_correcto = []<class C>(interno::vista<C> nombre) {
+        if constexpr (sizeof(C) == 1) {
+            return interno::i_nombre_base_correcto(nombre);
+        } else {
+            return interno::i_nombre_base_correcto_UNICODE(nombre);
+        }
+    };
+    pagina_ultima pagina;
     en_ambos_sabores([&]<class C>() {
         para_cada_texto<C>("a.\\: ", 4, [&](interno::vista<C> texto) {
             using cadena_de_prueba = decltype(txt<C>(""));
             const cadena_de_prueba solo(texto);
+            for (const interno::vista<C>& en_el_borde : {pagina.pon_al_principio(texto), pagina.pon(texto)}) {
+                ASSERT_TRUE(
+                    son_iguales(interno::i_juzga(en_el_borde), interno::i_juzga(interno::vista<C>(solo))))
+                    << lee(texto);
+                ASSERT_EQ(nombre_correcto(en_el_borde), nombre_correcto(interno::vista<C>(solo)))
+                    << lee(texto);
+            }
             for (const char* delante : {".", "\\", "a"}) {
                 for (const char* detras : {".", "\\", ":", " ", "a"}) {
                     const cadena_de_prueba entero = txt<C>(delante) + solo + txt<C>(detras);
@@ -335,6 +356,30 @@ TEST(path_correcto, los_mensajes_salen_en_el_idioma_del_usuario) {
     EXPECT_EQ(cdir_es_path_valido_UNICODE(w(std::string(10241, '%')).c_str(), &mensaje), 0);
     EXPECT_EQ(toma(mensaje),
               "El path '" + std::string(10241, '%') + "' supera la longitud máxima permitida (10240).");
+}
+
+// Whoever asks often asks the allocator for nothing, but for what a path is told with that somebody sees.
+TEST(path_correcto, un_path_correcto_no_pide_memoria) {
+    const std::string largo = "C:\\" + modelos::repite("dir\\", 100) + "file.txt";
+    const texto_w largo_w = w(largo);
+    for (const unsigned pagina : {1252u, 932u, 65001u}) {
+        const en_pagina p(pagina);
+        const reservas_contadas reservas;
+        EXPECT_TRUE(i_path_correcto_UNICODE(ver(largo_w)).correcto);
+        EXPECT_TRUE(i_path_correcto(largo).correcto);
+        EXPECT_FALSE(interno::i_nombre_base_correcto(largo));
+        EXPECT_FALSE(interno::i_caracteres_validos(largo));
+        const auto recurso = interno::i_juzga(interno::vista_a("\\\\m\\s\\file"));
+        EXPECT_EQ(interno::division<char>(recurso).unidad, "\\\\m\\s");
+        EXPECT_EQ(reservas.toma(), 0u) << pagina;
+    }
+    lumodir_establece_modo_servicio_sin_reintentos();
+    const std::string malo = largo + ".";
+    const texto_w malo_w = w(malo);
+    const reservas_contadas reservas;
+    interno::i_muestra_fallo(i_path_correcto(malo), interno::vista_a(malo));
+    interno::i_muestra_fallo(i_path_correcto_UNICODE(ver(malo_w)), ver(malo_w));
+    EXPECT_EQ(reservas.toma(), 0u);
 }
 
 // The component that a path is refused for is looked for in the path alone.

@@ -2,6 +2,7 @@
 #include "system/multicadena.hpp"
 
 #include "apoyo/apoyo.hpp"
+#include "apoyo/pagina_ultima.hpp"
 #include "modelos/multicadena.hpp"
 
 using namespace apoyo;
@@ -56,6 +57,7 @@ TEST(multicadena, se_corta_por_terminadores_hasta_el_primer_trozo_vacio) {
 
 TEST(multicadena, hace_lo_que_el_modelo_con_todo_texto_corto) {
     constexpr wchar_t alfabeto[] = {L'\0', L'a', L'\u00F1'};
+    pagina_ultima pagina;
     for (std::size_t longitud = 0; longitud <= 9; ++longitud) {
         std::size_t cuantos = 1;
         for (std::size_t i = 0; i < longitud; ++i) {
@@ -67,6 +69,7 @@ TEST(multicadena, hace_lo_que_el_modelo_con_todo_texto_corto) {
                 texto.push_back(alfabeto[resto % std::size(alfabeto)]);
             }
             ASSERT_EQ(trozos(texto), modelos::trozos_de_multicadena(texto)) << longitud << ", " << n;
+            ASSERT_EQ(trozos(pagina.pon(vista_w(texto))), trozos(texto)) << longitud << ", " << n;
             texto_a bytes;
             for (const wchar_t c : texto) {
                 bytes.push_back(static_cast<char>(c));
