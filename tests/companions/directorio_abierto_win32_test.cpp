@@ -265,6 +265,19 @@ TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_no_se_sabe_no_se_toc
     EXPECT_EQ(v.abiertas(), 1u);
 }
 
+// A directory is opened as what it is, so its mark needs no second look.
+TEST(directorio_abierto, donde_se_siguen_los_enlaces_un_directorio_recibe_su_marca) {
+    volumen_falso v;
+    v.pon("C:\\d\\s", {});
+    raiz_abierta raiz(L"C:\\d");
+    const sustituye los_sigue(interno::sistema.sigue_enlaces, []() -> BOOL { return TRUE; });
+    const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
+    const std::size_t antes = v.aperturas.size();
+    EXPECT_EQ(raiz.directorio.pon_atributos(leida, dir | FILE_ATTRIBUTE_READONLY), 0u);
+    EXPECT_EQ(v["C:\\d\\s"].atributos, dir | FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(v.aperturas.size(), antes + 1);
+}
+
 // On such a volume a link goes too, and a file that only its path leads to.
 TEST(directorio_abierto, donde_las_manijas_cuentan_de_otro_modo_tambien_se_borra) {
     for (const bool relativo : {true, false}) {
@@ -283,6 +296,31 @@ TEST(directorio_abierto, donde_las_manijas_cuentan_de_otro_modo_tambien_se_borra
             EXPECT_EQ(v.arbol("C:\\fuera"), lista{"g"});
         }
     }
+}
+
+// Marks that cannot be read are not written either: the others beside it would be lost.
+TEST(directorio_abierto, una_raiz_sin_marcas_que_leer_se_queda_como_esta) {
+    volumen_falso v;
+    v.pon("C:\\d", {});
+    v["C:\\d"].atributos = dir | FILE_ATTRIBUTE_READONLY;
+    raiz_abierta raiz(L"C:\\d");
+    static decltype(interno::sistema.GetFileInformationByHandleEx) debajo;
+    debajo = interno::sistema.GetFileInformationByHandleEx;
+    static unsigned lecturas;
+    lecturas = 0;  // the first one tells that it is a directory
+    const sustituye lee(interno::sistema.GetFileInformationByHandleEx,
+                        [](HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, LPVOID datos, DWORD bytes)
+                            WINAPI -> BOOL {
+                                const bool se_lee = clase != FileBasicInfo || ++lecturas == 1;
+                                return se_lee ? debajo(h, clase, datos, bytes) : FALSE;
+                            });
+    const sustituye lee_de_otro_modo(interno::sistema.GetFileInformationByHandle,
+                                     [](HANDLE, BY_HANDLE_FILE_INFORMATION*) WINAPI -> BOOL {
+                                         ::SetLastError(ERROR_NOT_SUPPORTED);
+                                         return FALSE;
+                                     });
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_escritura), DWORD{ERROR_NOT_SUPPORTED});
+    EXPECT_EQ(v["C:\\d"].atributos, dir | FILE_ATTRIBUTE_READONLY);
 }
 
 // The mark of a root is that of the very directory that was opened.

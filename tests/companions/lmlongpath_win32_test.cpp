@@ -77,6 +77,7 @@ TEST(lmlongpath, el_prefijo_empieza_en_248_unidades) {
         {"//?/C:/x", "//?/C:/x"},    // short: as the system takes it
         {"\\\\srv\\", "\\\\srv\\"},  // no share
         {"\\\\srv\\\\", "\\\\srv\\\\"},
+        {"\\\\\\srv\\x", "\\\\\\srv\\x"},  // no server
         {"//./COM1", "//./COM1"},
         {c9000 + "\\..\\f", "\\\\?\\" + c9000.substr(0, c9000.rfind('\\')) + "\\f"},
         {c248 + "\\..\\..\\..\\..\\f", c248 + "\\..\\..\\..\\..\\f"},  // made full, it is short
@@ -410,6 +411,22 @@ TEST(lmlongpath, los_indicadores_de_renombrar_mover_y_buscar) {
     EXPECT_FALSE(lmlongpath_FindFirstFileW(L"C:\\*", datos, detalle::sin_nombre_corto).valida());
     EXPECT_EQ(nivel, FindExInfoBasic);
     EXPECT_EQ(indicadores, DWORD{FIND_FIRST_EX_LARGE_FETCH});
+}
+
+TEST(lmlongpath, la_forma_literal_lleva_siempre_prefijo) {
+    struct fila {
+        const wchar_t* ruta;
+        std::string espera;
+    };
+    const fila filas[] = {
+        {L"C:\\a\\..\\b", "\\\\?\\C:\\b"},
+        {L"\\\\srv\\\\rec\\d", "\\\\?\\UNC\\srv\\rec\\d"},
+        {L"\\\\?\\C:\\a.", "\\\\?\\C:\\a."},
+        {L"//?/C:/a", "\\\\?\\C:\\a"},  // made full, it bears the prefix
+    };
+    for (const fila& f : filas) {
+        EXPECT_EQ(u8(interno::lmlongpath_forma_literal(f.ruta).c_str()), f.espera);
+    }
 }
 
 TEST(lmlongpath, un_recurso_con_varios_separadores_es_ese_recurso) {

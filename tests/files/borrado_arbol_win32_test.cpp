@@ -902,6 +902,53 @@ TEST(borrado_arbol, un_directorio_de_solo_lectura_se_quita_y_si_se_queda_sigue_s
     }
 }
 
+TEST(borrado_arbol, un_directorio_cuya_marca_no_se_quita_se_queda_con_ella) {
+    constexpr DWORD marcado = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
+    buclrein_establece_politica(0, 0);
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        volumen_falso v;
+        v.pon("C:\\d\\t\\s", {});
+        v["C:\\d\\t\\s"].atributos = marcado;
+        static decltype(interno::sistema.SetFileInformationByHandle) debajo;
+        debajo = interno::sistema.SetFileInformationByHandle;
+        const sustituye pone(interno::sistema.SetFileInformationByHandle,
+                             [](HANDLE h, FILE_INFO_BY_HANDLE_CLASS clase, LPVOID datos, DWORD bytes)
+                                 WINAPI -> BOOL {
+                                     if (clase == FileBasicInfo) {
+                                         ::SetLastError(ERROR_ACCESS_DENIED);
+                                         return FALSE;
+                                     }
+                                     return debajo(h, clase, datos, bytes);
+                                 });
+        f.borra("C:\\d\\t");
+        EXPECT_TRUE(v.hay("C:\\d\\t\\s")) << f.nombre;
+        EXPECT_EQ(v["C:\\d\\t\\s"].atributos, marcado) << f.nombre;
+        EXPECT_EQ(v.borrados, lista{}) << f.nombre;
+        olvida_todo();
+    }
+}
+
+TEST(borrado_arbol, una_raiz_que_es_un_enlace_de_solo_lectura_se_quita_ella_misma) {
+    buclrein_establece_politica(0, 0);
+    constexpr DWORD marcado = enlace_dir | FILE_ATTRIBUTE_READONLY;
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        for (const bool se_queda : {false, true}) {
+            volumen_falso v;
+            v.pon("C:\\fuera", {{"g"}});
+            v["C:\\fuera"].atributos |= FILE_ATTRIBUTE_READONLY;
+            v.pon("C:\\d", {{"t", marcado, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"}});
+            v["C:\\d\\t"].codigo_al_borrar = se_queda ? ERROR_ACCESS_DENIED : 0;
+            f.borra("C:\\d\\t");
+            EXPECT_EQ(v.hay("C:\\d\\t"), se_queda || !f.quita_raiz) << f.nombre;
+            EXPECT_TRUE(!v.hay("C:\\d\\t") || v["C:\\d\\t"].atributos == marcado) << f.nombre;
+            EXPECT_TRUE(v.hay("C:\\fuera\\g")) << f.nombre;
+            EXPECT_EQ(v["C:\\fuera"].atributos, DWORD{FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY})
+                << f.nombre;
+            olvida_todo();
+        }
+    }
+}
+
 TEST(borrado_arbol, con_cualquier_llamada_fallando_nada_de_fuera_se_toca_ni_se_pierde_memoria) {
     const directorio_temporal d;
     buclrein_establece_politica(1, 0);

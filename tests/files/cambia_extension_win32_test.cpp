@@ -180,6 +180,19 @@ TEST(cambia_extension, ninguna_extension_lleva_fuera_del_directorio) {
     }
 }
 
+TEST(cambia_extension, lo_que_es_todo_extension_no_se_queda_sin_nombre) {
+    const directorio_temporal d;
+    buclrein_establece_politica(0, 0);
+    d.fichero(" .tmp", "mio");
+    for (const wchar_t* nueva : {L"", L".", L". "}) {
+        cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", nueva);
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), 1u) << u8(nueva);
+        EXPECT_EQ(preguntas[0].codigo, DWORD{ERROR_INVALID_NAME}) << u8(nueva);
+        EXPECT_EQ(d.arbol(), lista{" .tmp"}) << u8(nueva);
+    }
+}
+
 TEST(cambia_extension, una_extension_con_comodines_no_borra_lo_que_cumple) {
     const directorio_temporal d;
     buclrein_establece_politica(0, 0);

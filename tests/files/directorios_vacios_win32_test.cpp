@@ -263,12 +263,15 @@ TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
         {raiz + "\\base\\a\\..\\..\\base\\a", raiz + "\\base"},
         {raiz + "\\base\\a", raiz + "\\bas"},
         {raiz + "\\base\\..\\x", raiz + "\\base"},
+        {raiz + "\\base\\..\\x\\longer", raiz + "\\base"},
+        {raiz.substr(0, 2), raiz.substr(0, 1)},
     };
     for (const manera& caso : maneras) {
         for (const bool ancha : {true, false}) {
             d.directorio("base\\a\\b");
-            d.directorio("x");
+            d.directorio("x\\longer");
             sube(ancha, caso.directorio, &caso.base);
+            EXPECT_TRUE(d.existe("x\\longer")) << caso.directorio << " " << caso.base;
             // The beginning of another name is no base, but no directory above it is at risk either.
             EXPECT_TRUE(d.existe("base") || caso.base == raiz + "\\bas")
                 << caso.directorio << " " << caso.base;
@@ -290,6 +293,27 @@ TEST(directorios_vacios, con_el_prefijo_el_final_de_un_nombre_no_se_recorta) {
         const std::string base = "\\\\?\\" + d.ruta("a");
         sube(true, base + "\\" + nombre, &base);
         EXPECT_EQ(d.arbol(), (lista{"a\\", "a\\b\\"})) << "'" << nombre << "'";
+    }
+}
+
+// Where links are not followed, a name that no listing shows is opened all the same: it may be a short one.
+TEST(directorios_vacios, un_nivel_que_falta_se_pasa_tambien_donde_puede_ser_un_nombre_corto) {
+    volumen_falso v;
+    v.pon("C:\\a\\b", {});
+    const std::string base = "C:\\a";
+    sube(true, "C:\\a\\b\\no\\tampoco", &base);
+    EXPECT_EQ(v.arbol("C:\\a"), lista{});
+    EXPECT_EQ(v.borrados, lista{"b"});
+}
+
+TEST(directorios_vacios, de_nombres_que_difieren_en_la_caja_el_exacto_y_si_no_el_primero) {
+    for (const auto& [pedido, queda] : {std::pair("C:\\a\\Ab", "aB\\"), {"C:\\a\\AB", "Ab\\"}}) {
+        volumen_falso v;
+        v.pon("C:\\a\\aB", {});
+        v.pon("C:\\a\\Ab", {});
+        const std::string base = "C:\\a";
+        sube(true, pedido, &base);
+        EXPECT_EQ(v.arbol("C:\\a"), lista{queda}) << pedido;
     }
 }
 

@@ -220,6 +220,7 @@ TEST(permisos_escritura, donde_se_niega_el_derecho_a_borrar_se_crea_sin_el) {
 TEST(permisos_escritura, por_su_nombre_solo_se_borra_lo_que_se_creo) {
     // Between the end of the probe and its deletion by name somebody else's file has come, or nobody can tell.
     static unsigned long long cuantas;
+    static unsigned aperturas;
     for (const bool se_sabe : {true, false}) {
         const directorio_temporal dir;
         fallos f;
@@ -235,6 +236,28 @@ TEST(permisos_escritura, por_su_nombre_solo_se_borra_lo_que_se_creo) {
         EXPECT_TRUE(dir.existe("no.txt")) << se_sabe;
         EXPECT_EQ(f.manijas_abiertas(), 0u);
     }
+    // Or what is there by then lets nobody open it.
+    const directorio_temporal dir;
+    const como_windows windows({});
+    fallos f;
+    f.falla_siempre("SetFileInformationByHandle", ERROR_ACCESS_DENIED);
+    aperturas = 0;
+    static decltype(interno::sistema.CreateFileW) debajo;
+    debajo = interno::sistema.CreateFileW;
+    const sustituye abre(interno::sistema.CreateFileW,
+                         [](LPCWSTR ruta, DWORD acceso, DWORD compartir, LPSECURITY_ATTRIBUTES quien,
+                            DWORD como, DWORD indicadores, HANDLE modelo) WINAPI {
+                             if (++aperturas == 2) {
+                                 ::SetLastError(ERROR_SHARING_VIOLATION);
+                                 return INVALID_HANDLE_VALUE;
+                             }
+                             return debajo(ruta, acceso, compartir, quien, como, indicadores, modelo);
+                         });
+    EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("no.txt").c_str()), 1);
+    EXPECT_EQ(aperturas, 2u);
+    EXPECT_EQ(f.cuenta("DeleteFileW"), 0u);
+    EXPECT_TRUE(dir.existe("no.txt"));
+    EXPECT_EQ(f.manijas_abiertas(), 0u);
 }
 
 TEST(permisos_escritura, la_prueba_mira_crea_y_borra_en_el_mismo_sitio) {
@@ -527,8 +550,10 @@ TEST(permisos_escritura, un_path_incorrecto_da_su_motivo_y_no_crea_nada) {
 TEST(permisos_escritura, un_fichero_sin_directorio_no_crea_ni_avisa) {
     fallos f;
     f.falla_siempre("CreateFileW", ERROR_DISK_FULL);
-    EXPECT_EQ(escribir_fichero_en("x.txt"), (veredicto{0, no_se_escribe("")}));
-    EXPECT_EQ(f.rutas("CreateFileW"), (lista(2, completa(nombre_de_sonda()))));
+    for (const char* nombre : {"x.txt", "x"}) {
+        EXPECT_EQ(escribir_fichero_en(nombre), (veredicto{0, no_se_escribe("")}));
+    }
+    EXPECT_EQ(f.rutas("CreateFileW"), (lista(4, completa(nombre_de_sonda()))));
     EXPECT_EQ(f.cuenta("CreateDirectoryW"), 0u);
 }
 
