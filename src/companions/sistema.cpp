@@ -74,7 +74,7 @@ BOOL WINAPI nombre_de_fichero(HANDLE fichero, void* bufer, DWORD bytes, const wc
     UNICODE_STRING texto;
     std::memcpy(&texto, bufer, sizeof texto);
     *nombre = texto.Buffer;
-    *unidades = texto.Length / sizeof(wchar_t);
+    *unidades = texto.Length / DWORD{sizeof(wchar_t)};
     return TRUE;
 }
 
