@@ -442,6 +442,15 @@ cadena_w directorio_abierto::i_ruta_nativa(vista_w nombre) {
 
 // ---- Entries ----
 
+// A system that follows links names what it opens by its path, at that moment. Opened relative to a directory that has
+// been moved away, a link would pass for the file that lies at its path by now, and be followed when it is removed. So a
+// file is opened by that very path: what bears that name then is no link, and its number tells whether it is the file.
+fichero_abierto directorio_abierto::i_abre_nombrado(vista_w nombre, const manera& como) {
+    return i_es_intocable(nombre)
+               ? fichero_abierto::ninguno(ERROR_CANT_ACCESS_FILE)
+               : i_abre_nativa(i_ruta_nativa(nombre), como.acceso, como.compartir, como.opciones);
+}
+
 // Whether an open file lies in this directory under this name. Where links are not followed it always does.
 bool directorio_abierto::i_esta_donde_dice(HANDLE abierta, vista_w nombre) {
     if (!sistema.sigue_enlaces()) {
@@ -460,13 +469,16 @@ fichero_abierto directorio_abierto::i_abre_entrada(const entrada_leida& cual, DW
                    cual.es_directorio() ? opciones_de_directorio
                                         : DWORD{FILE_NON_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT},
                    comparte_todo};
-    fichero_abierto abierta = i_abre_por_nombre(cual.nombre, como);
+    const bool se_nombra = !cual.es_directorio() && sistema.sigue_enlaces();
+    fichero_abierto abierta =
+        se_nombra ? i_abre_nombrado(cual.nombre, como) : i_abre_por_nombre(cual.nombre, como);
     if (!abierta.valida()) {
         return abierta;
     }
     // A file is what bears its name in its directory. Reached by a path it has to bear its number too: the directories
-    // above are held, but not every server minds that.
-    const bool por_su_numero = cual.es_directorio() || (!trato_->relativo && trato_->numeros_coherentes);
+    // above are held, but not every server minds that, and where links are followed they are not held.
+    const bool por_su_numero =
+        cual.es_directorio() || se_nombra || (!trato_->relativo && trato_->numeros_coherentes);
     const bool ha_estado_abierta = i_es_numero(cual.numero_abierto);
     const unsigned long long esperado = ha_estado_abierta ? cual.numero_abierto : cual.numero;
     if (por_su_numero && i_es_numero(esperado) && i_numero(abierta.get()) != esperado) {
@@ -503,27 +515,10 @@ existencia directorio_abierto::mira(const entrada_leida& cual) {
             INVALID_FILE_ATTRIBUTES};
 }
 
-// A system that follows links names an open file by where its directory once lay. If another directory lies there by
-// now, a link that was followed in the first one passes for a file of its own: deletion looks once more at what bears
-// the name, a change of attributes does not. So the path must lead to the same file, under its own name.
-bool directorio_abierto::i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual) {
-    if (!sistema.sigue_enlaces() || cual.es_directorio()) {
-        return true;
-    }
-    const fichero_abierto por_ruta = i_abre_nativa(i_ruta_nativa(cual.nombre), acceso_de_mirada,
-                                                   comparte_todo, FILE_SYNCHRONOUS_IO_NONALERT);
-    return por_ruta.valida() && i_numero(por_ruta.get()) == i_numero(abierta) &&
-           i_esta_donde_dice(por_ruta.get(), cual.nombre);
-}
-
 DWORD directorio_abierto::pon_atributos(const entrada_leida& cual, DWORD atributos) {
     const sin_dialogos callado;
     const fichero_abierto abierta = i_abre_entrada(cual, i_acceso_a_marcas());
-    if (!abierta.valida()) {
-        return abierta.codigo_de_fallo();
-    }
-    return i_lleva_a_ella(abierta.get(), cual) ? i_pon_atributos(abierta.get(), atributos)
-                                               : ERROR_CANT_ACCESS_FILE;
+    return abierta.valida() ? i_pon_atributos(abierta.get(), atributos) : abierta.codigo_de_fallo();
 }
 
 fichero_abierto directorio_abierto::i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso) const {

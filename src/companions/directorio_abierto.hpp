@@ -122,6 +122,7 @@ private:
 
     fichero_abierto i_abre_retenida(const entrada_leida& cual, const manera& como);
     fichero_abierto i_abre_entrada(const entrada_leida& cual, DWORD acceso);
+    fichero_abierto i_abre_nombrado(vista_w nombre, const manera& como);
     fichero_abierto i_abre_por_nombre(vista_w nombre, const manera& como);
     fichero_abierto i_abre_por_ruta(vista_w nombre, const manera& como);
     vector_interno<directorio_abierto*> i_desde_la_raiz();
@@ -131,7 +132,6 @@ private:
     identidad i_identidad(const entrada_leida& cual);
     vista_w i_ruta_verdadera();
     bool i_esta_donde_dice(HANDLE abierta, vista_w nombre);
-    bool i_lleva_a_ella(HANDLE abierta, const entrada_leida& cual);
     bool i_es_raiz_sin_enlace();
     fichero_abierto i_abre_raiz_otra_vez(const ruta_fijada& raiz, DWORD acceso) const;
     unsigned long long i_numero_en_listado(vista_w nombre);

@@ -206,14 +206,16 @@ TEST(borrado_arbol, un_fichero_que_se_va_entretanto_se_informa_con_su_sitio) {
     static decltype(interno::sistema.abre_entrada) antes;
     sitio = &d;
     antes = interno::sistema.abre_entrada;
-    const sustituye mas_rapido(interno::sistema.abre_entrada,
-                               [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir,
-                                  DWORD opciones, DWORD atributos) -> HANDLE {
-                                   if ((acceso & DELETE) != 0 && interno::vista_w(nombre) == L"a.txt") {
-                                       sitio->borra("t\\sub\\a.txt");
-                                   }
-                                   return antes(nombre, directorio, acceso, compartir, opciones, atributos);
-                               });
+    const sustituye mas_rapido(
+        interno::sistema.abre_entrada,
+        [](const wchar_t* nombre, HANDLE directorio, DWORD acceso, DWORD compartir, DWORD opciones,
+           DWORD atributos) -> HANDLE {
+            // By its name alone, or by its path where links are followed.
+            if ((acceso & DELETE) != 0 && interno::acaba_en(interno::vista_w(nombre), L"a.txt")) {
+                sitio->borra("t\\sub\\a.txt");
+            }
+            return antes(nombre, directorio, acceso, compartir, opciones, atributos);
+        });
     for (const char* final : {"", "\\"}) {
         d.fichero("t\\sub\\a.txt");
         const std::string raiz = d.ruta("t") + final;

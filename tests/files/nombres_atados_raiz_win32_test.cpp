@@ -429,6 +429,19 @@ TEST(nombres_atados, una_marca_no_cambia_detras_de_un_enlace_que_ya_no_esta) {
     EXPECT_EQ(u.corre("stat -c %a fuera/f"), "444\n");
     hijo.borra(f);
     EXPECT_EQ(u.corre("cat fuera/f t/d/f"), "x\ny\n");
+    u.corre("chmod 644 fuera/f");
+    // And once more between the mark for deletion and the end of the handle, by which the system follows the path again.
+    static const lado_unix* lado;
+    lado = &u;
+    const sustituye cambia(
+        interno::sistema.SetFileInformationByHandle,
+        [](HANDLE abierta, FILE_INFO_BY_HANDLE_CLASS clase, LPVOID datos, DWORD bytes) WINAPI {
+            const BOOL hecho = ::SetFileInformationByHandle(abierta, clase, datos, bytes);
+            lado->corre("[ -e aparte ] || { mv t/d aparte; ln -s \"$PWD/fuera\" t/d; }");
+            return hecho;
+        });
+    hijo.borra(f);
+    EXPECT_EQ(u.corre("cat fuera/f"), "x\n");
 }
 
 // A directory stood in the place of the root while it was opened, and is back where it belongs: the system has a name for it
