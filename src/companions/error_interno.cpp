@@ -30,6 +30,8 @@ public:
         return *this;
     }
     vista_w acaba() noexcept {
+        const bool en_medio_par = longitud_ > 0 && (unidades_[longitud_ - 1] & 0xFC00) == 0xD800;
+        longitud_ -= en_medio_par ? 1 : 0;
         unidades_[longitud_] = L'\n';
         unidades_[longitud_ + 1] = L'\0';
         return vista_w(unidades_, longitud_ + 1);

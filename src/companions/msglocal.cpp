@@ -18,10 +18,10 @@ constexpr std::uint16_t de_portugal = 0x0816;
 constexpr std::uint16_t de_brasil = 0x0416;
 constexpr std::uint16_t ingles = 0x0409;
 constexpr std::uint16_t chino = 0x0804;
-constexpr std::uint16_t croata = 0x041A;
 
 // The display languages (LANGID) in which the system is asked for a text of its own that goes with messages of a slot:
-// the slot's, and its nearest relative or 0.
+// that of the slot's texts, and its nearest relative or 0. Where English stands in for a language, it does for both parts
+// of a message.
 struct idiomas_de_ranura {
     std::uint16_t primero;
     std::uint16_t segundo;
@@ -51,8 +51,8 @@ constexpr idioma_windows idiomas[] = {
     {0x03, cualquiera, ranura_catalan, {0x0403, castellano}},
     {0x10, cualquiera, ranura_italiano, {0x0410, 0}},
     {0x09, cualquiera, ranura_ingles, {ingles, 0}},
-    {0x56, cualquiera, ranura_gallego, {0x0456, castellano}},
-    {0x02, cualquiera, ranura_bulgaro, {0x0402, 0}},
+    {0x56, cualquiera, ranura_gallego, {castellano, de_mexico}},
+    {0x02, cualquiera, ranura_bulgaro, {ingles, 0}},
     {0x18, cualquiera, ranura_rumano, {0x0418, 0}},
     {0x04, 0x02, ranura_chino_simplificado, {chino, 0}},
     {0x04, 0x04, ranura_chino_simplificado, {chino, 0}},  // of Singapore
@@ -61,13 +61,13 @@ constexpr idioma_windows idiomas[] = {
     {0x04, cualquiera, ranura_ingles, {ingles, 0}},
     {0x07, cualquiera, ranura_aleman, {0x0407, 0}},
     {0x19, cualquiera, ranura_ruso, {0x0419, 0}},
-    {0x1E, cualquiera, ranura_tailandes, {0x041E, 0}},
-    {0x05, cualquiera, ranura_checo, {0x0405, 0}},
-    {0x1A, neutra, ranura_croata, {croata, 0}},
-    {0x1A, 0x01, ranura_croata, {croata, 0}},
-    {0x1A, 0x04, ranura_croata, {croata, 0}},  // of Bosnia and Herzegovina
-    {0x24, cualquiera, ranura_esloveno, {0x0424, 0}},
-    {0x0E, cualquiera, ranura_hungaro, {0x040E, 0}},
+    {0x1E, cualquiera, ranura_tailandes, {ingles, 0}},
+    {0x05, cualquiera, ranura_checo, {ingles, 0}},
+    {0x1A, neutra, ranura_croata, {ingles, 0}},
+    {0x1A, 0x01, ranura_croata, {ingles, 0}},
+    {0x1A, 0x04, ranura_croata, {ingles, 0}},  // of Bosnia and Herzegovina
+    {0x24, cualquiera, ranura_esloveno, {ingles, 0}},
+    {0x0E, cualquiera, ranura_hungaro, {ingles, 0}},
     {0x15, cualquiera, ranura_polaco, {0x0415, 0}},
     {0x1F, cualquiera, ranura_turco, {0x041F, 0}},
     {0x11, cualquiera, ranura_japones, {0x0411, 0}},

@@ -152,6 +152,20 @@ bool i_siguiente_de_registro(const void* primera, HANDLE manija, const char* fil
     }
 }
 
+// The last component of a pattern as the enumerator's own filter, in the pattern's flavour. Written as names are, whichever
+// pair a caller took of those that mean the same; bytes that mean nothing stay, or a "?" would stand for them.
+cadena_w i_filtro_propio(const wchar_t*, vista_w filtro) {
+    return cadena_w(filtro);
+}
+cadena_a i_filtro_propio(const char* patron, vista_w filtro) {
+    cadena_a como_nombres = utunicode_UNICODE_a_ANSI(filtro);
+    if (utunicode_ANSI_a_UNICODE(como_nombres.ver()).ver() == filtro) {
+        return como_nombres;
+    }
+    const vista_a dado(patron);
+    return cadena_a(dado.substr(tras_el_ultimo(dado, es_separador<char>)));
+}
+
 }  // namespace
 
 bool i_es_fichero(const WIN32_FIND_DATAW& e) noexcept {
@@ -199,7 +213,7 @@ busqueda<C>::busqueda(const C* patron, WIN32_FIND_DATAW& primera, detalle cuanto
     }
     manija = fijado.busca_todo(primera, cuanto);
     if (manija.valida()) {
-        filtro = i_en_sabor<C>(completo.substr(ultimo));
+        filtro = i_filtro_propio(patron, completo.substr(ultimo));
     }
 }
 

@@ -52,3 +52,18 @@ TEST(error_interno, sin_receptor_se_conserva_el_ultimo_error) {
               "internal error: lumodir (LUMODIR.DLL), line 1: x [ñ\u4E2D]\n");  // UTF-8
     EXPECT_EQ(codigo, 1234u);
 }
+
+// A line has room for 2,048 units: a pair that does not fit whole is left out whole.
+TEST(error_interno, sin_receptor_una_linea_larga_no_acaba_en_medio_par) {
+    error_interno_establece_receptor(nullptr, nullptr);
+    for (std::size_t delante = 1990; delante < 1992; ++delante) {
+        texto_w detalle(delante, L'a');
+        for (int i = 0; i < 30; ++i) {
+            detalle += L"\xD83D\xDE00";
+        }
+        testing::internal::CaptureStderr();
+        error_interno_msg_u("x", detalle.c_str(), lugar::aqui("arr.cpp", 1));
+        const std::string linea = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(linea.substr(linea.size() - 5), "\U0001F600\n") << delante;
+    }
+}

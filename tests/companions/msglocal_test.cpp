@@ -143,16 +143,22 @@ TEST(msglocal, el_texto_de_un_codigo_en_el_idioma_mas_cercano) {
         unsigned long codigo;
         const char* texto;
     };
-    for (const fila& f :
-         {fila{ranura_espanol, 5, "error 5 in 0c0a"}, fila{ranura_espanol_regional_1, 5, "error 5 in 080a"},
-          fila{ranura_catalan, 5, "error 5 in 0403"}, fila{ranura_ingles, 5, "error 5 in 0409"},
-          fila{ranura_japones, 5, "error 5 in 0411"},
-          fila{15, 5, "error 5 in 0c0a"},  // reserved: as the slot that stands in
-          fila{34, 5, "error 5 in 0409"}, fila{ranura_catalan, sin_catalan, "error 10001 in 0c0a"},
-          fila{ranura_espanol, sin_catalan, "error 10001 in 0c0a"},
-          fila{ranura_catalan, solo_del_sistema, "error 10002 in 0000"},
-          fila{ranura_frances, solo_del_sistema, "error 10002 in 0000"},
-          fila{ranura_frances, sin_texto, "10003"}}) {
+    for (
+        const fila& f :
+        {fila{ranura_espanol, 5, "error 5 in 0c0a"}, fila{ranura_espanol_regional_1, 5, "error 5 in 080a"},
+         fila{ranura_catalan, 5, "error 5 in 0403"}, fila{ranura_ingles, 5, "error 5 in 0409"},
+         fila{ranura_japones, 5, "error 5 in 0411"},
+         fila{15, 5, "error 5 in 0c0a"},  // reserved: as the slot that stands in
+         fila{34, 5, "error 5 in 0409"},
+         // A slot with a name and no texts too: a Thai sentence behind an English one is two languages at once.
+         fila{ranura_gallego, 5, "error 5 in 0c0a"}, fila{ranura_bulgaro, 5, "error 5 in 0409"},
+         fila{ranura_tailandes, 5, "error 5 in 0409"}, fila{ranura_checo, 5, "error 5 in 0409"},
+         fila{ranura_croata, 5, "error 5 in 0409"}, fila{ranura_esloveno, 5, "error 5 in 0409"},
+         fila{ranura_hungaro, 5, "error 5 in 0409"}, fila{ranura_catalan, sin_catalan, "error 10001 in 0c0a"},
+         fila{ranura_espanol, sin_catalan, "error 10001 in 0c0a"},
+         fila{ranura_catalan, solo_del_sistema, "error 10002 in 0000"},
+         fila{ranura_frances, solo_del_sistema, "error 10002 in 0000"},
+         fila{ranura_frances, sin_texto, "10003"}}) {
         i_establece_idioma(f.ranura);
         EXPECT_EQ(u8(strgetlasterror_texto_cod_error(f.codigo).c_str()), f.texto) << f.ranura;
     }

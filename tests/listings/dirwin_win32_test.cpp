@@ -280,6 +280,39 @@ TEST(dirwin, un_nombre_de_ocho_bits_nunca_es_el_de_otro_fichero) {
     EXPECT_EQ(recorre_por_fuera<char>(d.ruta_a("a.txt")), nombres{"a.txt"});
 }
 
+// What means nothing in the code page is a character like others, and no wildcard.
+TEST(dirwin, un_patron_de_ocho_bits_sin_sentido_no_encuentra_otros_nombres) {
+    struct fila {
+        unsigned pagina;
+        const char* patron;
+        nombres encontrados;
+    };
+    for (const fila& f :
+         {fila{932, "C:\\d\\\x83", {}}, fila{874, "C:\\d\\a\xDB", {}}, fila{932, "C:\\d\\\x83*", {}},
+          fila{932, "C:\\d\\?b", {"ab"}},
+          fila{932, "C:\\d\\\x87\x90", {"\u2252.txt"}},  // one of two pairs that mean the same
+          fila{65001, "C:\\d\\\xFF", {}}}) {
+        const en_pagina p(f.pagina);
+        busqueda_falsa falsa;
+        falsa.patrones["C:\\d\\*"] = {{"a"}, {"ab"}, {"\u2252.txt"}};
+        nombres anchos;
+        interno::enumerador<char> entradas(f.patron, interno::detalle::todo);
+        while (const WIN32_FIND_DATAW* e = entradas.siguiente()) {
+            anchos.push_back(nombre_de(*e));
+        }
+        EXPECT_EQ(anchos, f.encontrados) << f.pagina << testing::PrintToString(f.patron);
+        Dirwin* d = dirwin_crea(f.patron);
+        ASSERT_EQ(d->con_filtro_propio, 1);
+        std::size_t num = 0;
+        WIN32_FIND_DATAA e;
+        while (siguiente(d, &e) == 1) {
+            ++num;
+        }
+        EXPECT_EQ(num, f.encontrados.size()) << f.pagina << testing::PrintToString(f.patron);
+        destruye(&d);
+    }
+}
+
 TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sale) {
     const sustituye utf8(interno::plataforma::pagina_de_codigos, CP_UTF8);
     static const std::string largo = [] {
