@@ -166,6 +166,27 @@ struct campo::otro {
 
 namespace {
 
+// Wine looks once a second where the drives lie. Before it does, what lies on a new one has a name without its letter; the
+// first names to have it would not fit those that were asked for a moment ago.
+bool i_conoce_la_unidad() {
+    constexpr DWORD paciencia_ms = 5000;
+    for (const ULONGLONG empezo = ::GetTickCount64(); ::GetTickCount64() - empezo < paciencia_ms;
+         ::Sleep(10)) {
+        const HANDLE raiz = ::CreateFileW(L"Q:\\", 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+        alignas(8) unsigned char bufer[1024];
+        const wchar_t* nombre = nullptr;
+        DWORD unidades = 0;
+        const bool hay =
+            interno::propias::nombre_de_fichero(raiz, bufer, sizeof bufer, &nombre, &unidades) != FALSE;
+        ::CloseHandle(raiz);
+        if (hay && interno::vista_w(nombre, unidades).substr(0, 6) == L"\\??\\Q:") {
+            return true;
+        }
+    }
+    return false;
+}
+
 campo* g_campo = nullptr;
 
 unsigned short contesta_al_bucle(const wchar_t* mensaje, unsigned long codigo, void*) {
@@ -236,6 +257,10 @@ campo::campo() {
     nucleo::llama(nucleo::enlaza, de(cima_ + "/dentro"), de(unidades_ + "/unc/srv/rec"));
     if (::GetFileAttributesW(L"Q:\\") == INVALID_FILE_ATTRIBUTES) {
         por_que_no_ = "no drive of its own can be made: " + unidades_;
+        return;
+    }
+    if (!i_conoce_la_unidad()) {
+        por_que_no_ = "the system does not call the new drive by its letter";
         return;
     }
     g_campo = this;
