@@ -54,7 +54,7 @@ namespace interno {
 
 // The list type of a flavour.
 template <class C>
-using arr_cadena = std::conditional_t<std::is_same_v<C, wchar_t>, ArrCADENA_u, ArrCADENA>;
+using arr_cadena = segun_sabor<C, ArrCADENA_u, ArrCADENA>;
 
 // The end of a tracked object of a list type, which is constructed in its block, and its owner.
 struct destruye_objeto {

@@ -25,7 +25,8 @@ struct desenlace {
     bool hecho;
     DWORD codigo;  // of a failure
 
-    bool ya_no_esta() const noexcept { return !hecho && i_dice_que_falta(codigo); }
+    // Of a failed deletion.
+    bool ya_no_esta() const noexcept { return i_dice_que_falta(codigo); }
 };
 
 // What the system tells of a file, or why it tells nothing.

@@ -74,8 +74,14 @@ struct rasgos_utf16 : std::char_traits<wchar_t> {
     static constexpr int_type eof() noexcept { return 0xFFFFFFFFu; }
 };
 
+// The two flavours: whether a unit is the wide one, and what is one thing in this flavour and another in that.
 template <class C>
-using rasgos = std::conditional_t<std::is_same_v<C, wchar_t>, rasgos_utf16, std::char_traits<C>>;
+inline constexpr bool es_ancho = std::is_same_v<C, wchar_t>;
+template <class C, class Ancho, class Estrecho>
+using segun_sabor = std::conditional_t<es_ancho<C>, Ancho, Estrecho>;
+
+template <class C>
+using rasgos = segun_sabor<C, rasgos_utf16, std::char_traits<C>>;
 
 template <class C>
 using vista = std::basic_string_view<C, rasgos<C>>;
@@ -85,7 +91,7 @@ using vista_w = vista<wchar_t>;  // UTF-16 text
 
 // A unit as a number.
 template <class C>
-using sin_signo = std::make_unsigned_t<std::conditional_t<std::is_same_v<C, wchar_t>, short, char>>;
+using sin_signo = segun_sabor<C, unsigned short, unsigned char>;
 
 // Copies units between places that do not overlap. Most pieces of a path are shorter than what the C library's copying
 // costs.
@@ -98,7 +104,7 @@ void copia_unidades(C* destino, const C* origen, std::size_t num) noexcept {
 // Picks the literal of the flavour: LITERAL(C, "\\") is "\\" or L"\\" as a view, whose length is not counted at run time.
 template <class C>
 consteval vista<C> i_elige(vista_a a, vista_w w) noexcept {
-    if constexpr (std::is_same_v<C, wchar_t>) {
+    if constexpr (es_ancho<C>) {
         return w;
     } else {
         return a;
@@ -148,7 +154,7 @@ std::size_t i_bytes_de_caracter(vista_a texto) noexcept;
 // one of a character, but only behind a byte above ASCII.
 template <class C>
 constexpr bool empieza_caracter(vista<C> texto, std::size_t posicion) noexcept {
-    if constexpr (sizeof(C) == 1) {
+    if constexpr (!es_ancho<C>) {
         return posicion == 0 || static_cast<unsigned char>(texto[posicion - 1]) < 0x80 ||
                i_empieza_caracter(texto, posicion);
     } else {
@@ -159,7 +165,7 @@ constexpr bool empieza_caracter(vista<C> texto, std::size_t posicion) noexcept {
 // How many units the first character of a text takes that is not empty: one of UTF-16, all the bytes of an 8-bit one.
 template <class C>
 constexpr std::size_t unidades_del_primero(vista<C> texto) noexcept {
-    if constexpr (sizeof(C) == 1) {
+    if constexpr (!es_ancho<C>) {
         return static_cast<unsigned char>(texto.front()) < 0x80 ? 1 : i_bytes_de_caracter(texto);
     } else {
         return 1;

@@ -18,7 +18,7 @@ cadena_a utunicode_UNICODE_a_ANSI(const wchar_t* texto, lugar donde = lugar::aqu
 // A copy in the flavour that is wanted.
 template <class C>
 cadena<C> i_en_sabor(vista_w texto, lugar donde = lugar::aqui()) {
-    if constexpr (std::is_same_v<C, wchar_t>) {
+    if constexpr (es_ancho<C>) {
         return cadena_w(texto, donde);
     } else {
         return utunicode_UNICODE_a_ANSI(texto, donde);

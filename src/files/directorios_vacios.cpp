@@ -146,8 +146,7 @@ private:
 
 // Without a base the climb ends at the drive.
 cadena_w i_unidad_como_base(vista_w directorio) {
-    const division<wchar_t> piezas(i_comprueba_fichero(directorio));
-    return i_makepath(piezas.unidad.data() == nullptr ? vista_w(L"") : piezas.unidad, {}, {}, {});
+    return i_makepath(division<wchar_t>(i_comprueba_fichero(directorio)).unidad, {}, {}, {});
 }
 
 // Whether a base is the beginning of a path, but ends within a name of it: what bears that name is no base.
@@ -198,9 +197,6 @@ public:
             directorio_.es_nula()
                 ? concatena<wchar_t>({texto, es_unidad ? L"\\" : L""})
                 : concatena<wchar_t>({i_sin_separadores_finales(directorio_), L"\\", resto});
-        if (entero.size() == 0) {
-            return cadena_w(vista_w());
-        }
         // The prefix that a long path gets is none of the names that two paths share.
         cadena_w forma = lmlongpath_forma_completa_si_se_sabe(entero.c_str());
         return forma.es_nula() || i_lleva_prefijo(entero.ver()) ? std::move(forma)

@@ -23,7 +23,7 @@ vista<C> i_texto_acotado(const C (&bufer)[N]) noexcept {
 // The end of a walk that is not that of the directory, as each flavour reports it.
 template <class C>
 void i_informa_de_final(DWORD codigo, const WIN32_FIND_DATAW& ultima) noexcept {
-    if constexpr (std::is_same_v<C, wchar_t>) {
+    if constexpr (es_ancho<C>) {
         interno::i_informa_de_final(codigo, i_texto_acotado(ultima.cFileName));
     } else {
         const cadena_a texto = nousar_formatea("GetLastError() = %d", {static_cast<int>(codigo)});
@@ -231,7 +231,7 @@ bool i_siguiente_entrada(HANDLE manija, const C* filtro, unsigned long& num_entr
             return true;
         }
         const vista_w nombre = i_texto_acotado(destino.cFileName);
-        if constexpr (std::is_same_v<C, wchar_t>) {
+        if constexpr (es_ancho<C>) {
             if (i_pasa_filtro(nombre, vista_w(filtro))) {
                 return true;
             }

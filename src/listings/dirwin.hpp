@@ -19,10 +19,10 @@ namespace interno {
 
 // What the exported next-entry operation of a flavour fills in.
 template <class C>
-using entrada = std::conditional_t<std::is_same_v<C, wchar_t>, WIN32_FIND_DATAW, WIN32_FIND_DATAA>;
+using entrada = segun_sabor<C, WIN32_FIND_DATAW, WIN32_FIND_DATAA>;
 
 template <class C>
-using registro_dirwin = std::conditional_t<std::is_same_v<C, wchar_t>, Dirwin_u, Dirwin>;
+using registro_dirwin = segun_sabor<C, Dirwin_u, Dirwin>;
 
 template <class E>
 bool i_es_directorio(const E& entrada) noexcept {

@@ -25,10 +25,8 @@ int i_compara_registros(const void* a, const void* b) {
 
 void i_destruye_registro(void** registro) {
     auto* fichsdir = static_cast<Fichsdir*>(*registro);
-    if (i_comprueba_registro(fichsdir)) {
-        destruye_fichsdir()(fichsdir);
-    }
-    *registro = nullptr;
+    i_comprueba_registro(fichsdir);
+    destruye_fichsdir()(fichsdir);
 }
 
 void i_toma_ficheros(vector_interno<void*>& registros, const wchar_t* directorio, const interrupcion& corta) {

@@ -26,7 +26,7 @@ constexpr bool i_casan_todos(vista<C> texto, vista<C> patron) noexcept {
 // `*abc` finds what ends in `bc` and `*x` finds everything; programs rely on it.
 template <class C>
 constexpr vista<C> i_cola_comparada(vista<C> tras_asterisco) noexcept {
-    return std::is_same_v<C, wchar_t> && !tras_asterisco.empty() ? tras_asterisco.substr(1) : tras_asterisco;
+    return es_ancho<C> && !tras_asterisco.empty() ? tras_asterisco.substr(1) : tras_asterisco;
 }
 
 // One piece (base name or extension). Only the first `*` is a wildcard.
@@ -121,7 +121,7 @@ private:
 // Letter case counts: the 8-bit flavour hands over both texts in lower case.
 template <class C>
 bool i_cumple_filtro(vista<C> nombre_y_extension, std::type_identity_t<vista<C>> filtro_nombre_y_extension) {
-    if constexpr (sizeof(C) == 1) {
+    if constexpr (!es_ancho<C>) {
         if (i_puede_tener_caracteres_largos(nombre_y_extension) ||
             i_puede_tener_caracteres_largos(filtro_nombre_y_extension)) {
             return i_cumple_filtro_por_unidades(caracteres_en_unidades(nombre_y_extension).ver(),

@@ -56,7 +56,7 @@ nombres_en_curso<C> i_nombres_de_lista(const C* patron, sirve_entrada* sirve,
     enumerador<C> entradas(patron);
     while (const WIN32_FIND_DATAW* e = entradas.siguiente(sirve)) {
         const vista_w ancho = i_nombre_de_entrada(*e);
-        if constexpr (std::is_same_v<C, wchar_t>) {
+        if constexpr (es_ancho<C>) {
             if (filtro.admite(ancho)) {
                 nombres.anade(cadena_w(ancho));
             }

@@ -15,7 +15,7 @@
 namespace interno {
 
 template <class C>
-using lista_ficheros = std::conditional_t<std::is_same_v<C, wchar_t>, ListaFicheros_u, ListaFicheros>;
+using lista_ficheros = segun_sabor<C, ListaFicheros_u, ListaFicheros>;
 
 // The order of lists: without regard to the case of A to Z.
 int i_compara_nombres_de_lista(vista_w a, vista_w b) noexcept;

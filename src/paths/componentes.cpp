@@ -32,7 +32,7 @@ cadena<C> i_compone_con_ext(vista<C> ruta, vista<C> ext) {
 template <class C>
 void i_comprueba_no_acaba_en_barra(vista<C> ruta) {
     const bool bien = !acaba_en(ruta, LITERAL(C, "\\"));
-    if constexpr (std::is_same_v<C, wchar_t>) {
+    if constexpr (es_ancho<C>) {
         i_comprueba(bien, R"(path_sin_espacios[num_caracteres - 1] != L'\\')");
     } else {
         i_comprueba_con(bien, R"(path_sin_espacios[num_caracteres - 1] != '\\')", ruta);

@@ -266,7 +266,7 @@ veredicto i_examina_path(vista_a path, bool puede_ser_vacio, cortes_de_ruta* cor
     }
     return i_juzga_largos(path, [=]<class C>(vista<C> texto) {
         const veredicto juicio = i_examina(texto, puede_ser_vacio, cortes);
-        if (sizeof(C) > 1 && cortes != nullptr) {
+        if (es_ancho<C> && cortes != nullptr) {
             *cortes = i_cortes(path);
         }
         return juicio;

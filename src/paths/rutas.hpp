@@ -39,7 +39,7 @@ cadena<C> i_construye_path(vista<C> directorio1, std::type_identity_t<vista<C>> 
     // The first join ends as its second half does, or in the separator before it.
     const vista<C> separador = segundo.empty() ? vista<C>() : i_separador_que_falta(segundo);
     return concatena<C>({directorio1, i_separador_que_falta(directorio1), segundo, separador,
-                         sizeof(C) == 1 ? nombre : i_sin_separador_inicial(nombre)});
+                         es_ancho<C> ? i_sin_separador_inicial(nombre) : nombre});
 }
 
 // A drive, a share or a leading "\"; never a leading "/". An incorrect path shows message 53955.

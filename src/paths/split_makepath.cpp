@@ -50,7 +50,7 @@ std::size_t i_longitud_de_recurso(vista<C> directorio) noexcept {
     if (recurso > maquina + 1) {
         return recurso;
     }
-    return std::is_same_v<C, wchar_t> && recurso == directorio.size() ? maquina : 0;
+    return es_ancho<C> && recurso == directorio.size() ? maquina : 0;
 }
 
 }  // namespace
@@ -59,7 +59,6 @@ std::size_t i_longitud_de_recurso(vista<C> directorio) noexcept {
 // and keeps the separator before it.
 template <class C>
 void division<C>::i_toma_unidad_unc() {
-    constexpr bool ancha = std::is_same_v<C, wchar_t>;
     if (const std::size_t longitud = i_longitud_de_recurso(directorio); longitud > 0) {
         unidad = directorio.substr(0, longitud);
         directorio.remove_prefix(longitud);
@@ -75,13 +74,13 @@ void division<C>::i_toma_unidad_unc() {
         maquina = solo_maquina.ver();
         nombre = extension = directorio = {};
     }
-    if constexpr (ancha) {
+    if constexpr (es_ancho<C>) {
         i_comprueba_con(!maquina.empty(), "maquina!=NULL", directorio_entero);
     } else {
         i_comprueba(!maquina.empty(), "(maquina) != NULL");
         i_comprueba(!recurso.empty(), "(recurso) != NULL");
     }
-    const bool con_barra = !ancha || !recurso.empty();
+    const bool con_barra = !es_ancho<C> || !recurso.empty();
     unidad_propia_ =
         concatena<C>({LITERAL(C, "\\\\"), maquina, con_barra ? LITERAL(C, "\\") : vista<C>(), recurso});
     unidad = unidad_propia_.ver();
@@ -174,8 +173,8 @@ template <class C>
 cadena<C> i_makepath_con_comodines(const trozos_de_ruta<C>& piezas) {
     cadena<C> path = i_compuesto(piezas);
     i_comprueba_con(i_juzga_con_comodines(path.ver()).juicio.correcto,
-                    sizeof(C) == 1 ? "i_path_correcto_con_comodines(pathCompleto, NULL) == CIERTO"
-                                   : "i_path_correcto_con_comodines_UNICODE(pathCompleto, NULL) == CIERTO",
+                    es_ancho<C> ? "i_path_correcto_con_comodines_UNICODE(pathCompleto, NULL) == CIERTO"
+                                : "i_path_correcto_con_comodines(pathCompleto, NULL) == CIERTO",
                     path.ver());
     return path;
 }

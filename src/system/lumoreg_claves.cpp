@@ -139,7 +139,7 @@ bool i_dame_subclaves(const clave_abierta<C>& clave, arr_cadena<C>& subclaves) n
     }
     // Room for any name: one that is created meanwhile may be longer than the longest that was counted.
     const std::size_t unidades = std::max<std::size_t>(mayor_nombre_de_clave, censo->mayor_subclave);
-    const std::size_t sitio = unidades * (sizeof(C) == 1 ? mayor_caracter_bytes : 1) + 1;
+    const std::size_t sitio = unidades * (es_ancho<C> ? 1 : mayor_caracter_bytes) + 1;
     vector_interno<C> nombre;
     nombre.reserva_sitio(sitio);
     nombre.data()[0] = C(0);
