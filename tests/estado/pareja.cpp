@@ -257,6 +257,14 @@ bool explica(campo& c, const reglas& r, lado a, lado b) {
             }
             const bool es_traslado =
                 std::strstr(p.f->nombre, "borra") == nullptr && p.f->nombre != std::string_view(creacion);
+            // By the name that was opened, again: what is moved before that stays under its new one.
+            if (es_traslado && abierto != nullptr && abierto->se_ira_al_cerrar) {
+                reglas se_salva = sin_efecto;
+                con_numero(se_salva.v.cima, lo_suyo).second->se_ira_al_cerrar = false;
+                if (acaba(se_salva, p, lo_suyo) == real && explica(c, se_salva, x, y)) {
+                    return true;
+                }
+            }
             if (es_traslado && pensado == "1" && otro.va_a_borrar()) {
                 l.movida = lo_suyo;
             }
