@@ -188,6 +188,25 @@ DWORD i_borra_al_cerrar(HANDLE abierta, trato_con_volumen& trato) {
                : i_ultimo_error();
 }
 
+// The last name of a full path as its directory lists it; nothing when that is a link. A directory that somebody holds
+// without sharing lists nothing: there the name counts as it is written, unless the system would tell it cut short.
+std::optional<vista_w> i_nombre_listado(const cadena_w& completa, WIN32_FIND_DATAW& entrada) {
+    const ruta_fijada fijada(completa.c_str());
+    const manija_busqueda busqueda(sistema.FindFirstFileExW(fijada.c_str(), FindExInfoBasic, &entrada,
+                                                            FindExSearchNameMatch, nullptr,
+                                                            FIND_FIRST_EX_LARGE_FETCH));
+    if (busqueda.valida()) {
+        return (entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0
+                   ? std::optional(a_vista(&entrada.cFileName[0]))
+                   : std::nullopt;
+    }
+    const vista_w escrito = completa.ver().substr(completa.ver().rfind(L'\\') + 1);
+    return i_ultimo_error() == ERROR_SHARING_VIOLATION &&
+                   sin_final_recortable(escrito).size() == escrito.size()
+               ? std::optional(escrito)
+               : std::nullopt;
+}
+
 // Where what a path opened lies, as it stands in the names of what it holds (a root, which no directory holds, has a NULL
 // string); nothing when it is not what bears the path's last name. A system that follows links opens something else: only
 // the name under which it holds what is open tells. Two directories whose names differ by one dot at the end are one.
@@ -198,20 +217,15 @@ std::optional<cadena_w> i_ruta_de_lo_nombrado(HANDLE abierto, const ruta_fijada&
     if (i_es_raiz(completa)) {
         return cadena_w();
     }
-    WIN32_FIND_DATAW entrada;
-    const ruta_fijada fijada(completa.c_str());
-    if (!manija_busqueda(sistema.FindFirstFileExW(fijada.c_str(), FindExInfoBasic, &entrada,
-                                                  FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH))
-             .valida()) {
-        return {};
-    }
     const cadena_w de_arriba(completa.ver().substr(0, completa.ver().rfind(L'\\') + 1));
+    WIN32_FIND_DATAW entrada;
+    const std::optional<vista_w> listado = i_nombre_listado(completa, entrada);
     const fichero_abierto padre = i_abre_ruta(de_arriba.c_str(), acceso_de_mirada, 0);
-    if ((entrada.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !padre.valida()) {
+    if (!listado || !padre.valida()) {
         return {};
     }
     const cadena_w de_arriba_verdadero = i_nombre_de_padre(padre.get(), de_arriba, trato);
-    const vista_w nombre = a_vista(&entrada.cFileName[0]);
+    const vista_w nombre = *listado;
     return i_es_nombre_de(i_nombre_verdadero(abierto, trato), de_arriba_verdadero, nombre)
                ? std::optional(i_une(de_arriba_verdadero, nombre))
                : std::nullopt;

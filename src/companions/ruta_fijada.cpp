@@ -27,17 +27,25 @@ bool i_es_absoluta(vista_w ruta) noexcept {
     return con_unidad || i_es_compartida(ruta);
 }
 
-// A share with several separators between its server and its name, which not every system takes for that share; with
-// one only. A NULL string for any other path.
+// A share with several separators before or behind its name, which not every system takes for that share; with one
+// only. A NULL string for any other path.
 cadena_w i_recurso_sin_repeticiones(vista_w ruta) {
     if (!i_es_compartida(ruta) || i_lleva_prefijo(ruta)) {
         return {};
     }
     const std::size_t fin_de_maquina = ruta.find_first_of(separadores, 2);
     const std::size_t recurso = ruta.find_first_not_of(separadores, fin_de_maquina);
-    return recurso == vista_w::npos || fin_de_maquina == 2 || recurso == fin_de_maquina + 1
-               ? cadena_w()
-               : concatena<wchar_t>({ruta.substr(0, fin_de_maquina), L"\\", ruta.substr(recurso)});
+    if (recurso == vista_w::npos || fin_de_maquina == 2) {
+        return {};
+    }
+    const std::size_t fin = std::min(ruta.find_first_of(separadores, recurso), ruta.size());
+    const std::size_t resto = std::min(ruta.find_first_not_of(separadores, fin), ruta.size());
+    if (recurso == fin_de_maquina + 1 && resto <= fin + 1) {
+        return {};
+    }
+    const std::size_t con_separador = std::min(fin + 1, resto);
+    return concatena<wchar_t>({ruta.substr(0, fin_de_maquina), L"\\",
+                               ruta.substr(recurso, con_separador - recurso), ruta.substr(resto)});
 }
 
 bool i_cabe_tal_cual(vista_w ruta) noexcept {

@@ -237,7 +237,8 @@ bool i_crea_directorios(const wchar_t* path, bool es_directorio, bool informa) n
     if (es_directorio && !acaba_en_separador(resto.ver())) {
         resto = concatena<wchar_t>({resto.ver(), L"\\"});
     }
-    const vista_w directorio = crt_splitpath(resto.ver()).directorio;
+    // Nothing of it is a drive, whatever it looks like: the root is cut off already.
+    const vista_w directorio = resto.ver().substr(0, resto.ver().find_last_of(separadores) + 1);
     if (raiz.empty() && (tras_raiz.empty() || directorio.empty())) {
         return true;  // the current directory, which needs no creation
     }

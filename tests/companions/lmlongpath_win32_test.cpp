@@ -443,7 +443,11 @@ TEST(lmlongpath, un_recurso_con_varios_separadores_es_ese_recurso) {
         {"//s/r/x", "//s/r/x"},
         {"\\\\s\\\\r\\x", "\\\\s\\r\\x"},
         {"//s//r/x", "//s\\r/x"},
-        {"\\\\s/\\/r\\\\x", "\\\\s\\r\\\\x"},
+        {"\\\\s/\\/r\\\\x", "\\\\s\\r\\x"},
+        {"\\\\s\\r\\\\x\\\\y", "\\\\s\\r\\x\\\\y"},
+        {"//s/r//", "//s\\r/"},
+        {"\\\\s\\\\r", "\\\\s\\r"},
+        {"\\\\s\\r", "\\\\s\\r"},
         {"\\\\s\\\\", "\\\\s\\\\"},
         {"\\\\s", "\\\\s"},
         {"\\\\?\\\\C:\\x", "\\\\?\\\\C:\\x"},
@@ -457,6 +461,8 @@ TEST(lmlongpath, un_recurso_con_varios_separadores_es_ese_recurso) {
         EXPECT_EQ(u8(ruta.dada()), fila.dada);
     }
     const std::string larga(300, 'x');
-    const texto_w dada = w("\\\\s\\\\r\\" + larga);
-    EXPECT_EQ(u8(ruta_fijada(dada.c_str()).c_str()), "\\\\?\\UNC\\s\\r\\" + larga);
+    for (const char* recurso : {"\\\\s\\\\r\\", "\\\\s\\r\\\\"}) {
+        const texto_w dada = w(recurso + larga);
+        EXPECT_EQ(u8(ruta_fijada(dada.c_str()).c_str()), "\\\\?\\UNC\\s\\r\\" + larga);
+    }
 }

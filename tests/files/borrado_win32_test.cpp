@@ -442,6 +442,29 @@ TEST(borrado, un_enlace_a_un_fichero_no_se_lleva_lo_que_hay_detras) {
     EXPECT_EQ(u.censo_exacto("."), antes);
 }
 
+// Who holds a directory without sharing keeps others from listing it, not from what lies in it.
+TEST(borrado, donde_no_se_puede_listar_se_borra_lo_que_no_es_enlace) {
+    LADO_UNIX(u);
+    const bool sigue = interno::sistema.sigue_enlaces();
+    buclrein_establece_politica(0, 0);
+    for (const char* nombre : {"f", "l", "F", "f "}) {
+        for (const forma_fichero& f : formas_fichero) {
+            SCOPED_TRACE(std::string(nombre) + " " + f.nombre);
+            u.corre("rm -rf *; mkdir t; : >v; : >t/f; ln -s ../v t/l; ln -s f t/F; ln -s f 't/f '");
+            const lista antes = u.censo(".");
+            const HANDLE suyo = ::CreateFileW(u.d.ruta_w("t").c_str(), GENERIC_READ, 0, nullptr,
+                                              OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+            ASSERT_NE(suyo, INVALID_HANDLE_VALUE);
+            const bool se_va = !sigue || std::string(nombre) == "f";
+            espera_respuesta(f, f.borra("\\\\?\\" + u.d.ruta("t\\") + nombre), se_va ? 1 : 0);
+            ::CloseHandle(suyo);
+            EXPECT_EQ(u.censo(".").size(), antes.size() - (se_va ? 1 : 0));
+            EXPECT_TRUE(u.d.existe("v"));
+            olvida_todo();
+        }
+    }
+}
+
 TEST(borrado, un_enlace_a_un_directorio_se_va_el_mismo_o_se_queda) {
     LADO_UNIX(u);
     const bool se_va = !interno::sistema.sigue_enlaces();

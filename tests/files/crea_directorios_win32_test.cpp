@@ -208,6 +208,17 @@ TEST(crea_directorios, una_ruta_relativa_cuenta_desde_el_directorio_actual) {
     EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\b\\", "a\\b\\h\\", "a\\g\\", "c\\", "c\\d\\", "e\\", "e\\f\\"}));
 }
 
+// Two drives in a row, as of a path put behind another: the second is a name, which is not left out.
+TEST(crea_directorios, una_segunda_unidad_es_un_nombre) {
+    const directorio_temporal dir;
+    const en_directorio ahi(dir.ruta_w());
+    for (const char* ruta : {"q:\\nuevo", "q:nuevo", "q:\\nuevo\\..\\nuevo"}) {
+        cdir_crea_directorios_si_es_posible_UNICODE(w(dir.ruta().substr(0, 2) + ruta).c_str());
+        EXPECT_FALSE(dir.existe("nuevo")) << ruta;
+    }
+    toma_avisos();
+}
+
 TEST(crea_directorios, null_se_informa_y_no_se_crea_nada) {
     se_niega(cdir_crea_directorios_UNICODE(nullptr, 1), {"(path) != NULL"});
     se_niega(llama(cdir_crea_directorios, nullptr, 1), {"(path) != NULL"});
