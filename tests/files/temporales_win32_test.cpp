@@ -69,7 +69,9 @@ DWORD WINAPI da_directorio(DWORD sitio, wchar_t* bufer) {
 }
 UINT WINAPI da_windows(wchar_t* bufer, UINT sitio) {
     EXPECT_EQ(sitio, 260u);
-    std::fill_n(bufer, g_longitud_fingida < sitio ? g_longitud_fingida : 0, L'w');
+    if (g_longitud_fingida > 3 && g_longitud_fingida < sitio) {
+        std::fill_n(std::copy_n(L"C:\\", 3, bufer), g_longitud_fingida - 3, L'w');
+    }
     return static_cast<UINT>(g_longitud_fingida);
 }
 
@@ -116,7 +118,7 @@ TEST(temporales, un_directorio_de_windows_que_el_sistema_no_dice_se_informa) {
         ESPERA_INFORMES();
     }
     g_longitud_fingida = 259;
-    EXPECT_EQ(directorio_temporal_de_la_biblioteca(), std::string(259, 'w'));
+    EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "C:\\" + std::string(256, 'w'));
 }
 
 // ---- plain temporary files
