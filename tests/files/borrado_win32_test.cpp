@@ -575,3 +575,51 @@ TEST(borrado, con_cualquier_llamada_fallando_el_directorio_dice_la_verdad) {
             });
     }
 }
+
+TEST(borrado, el_fichero_que_otro_borra_mientras_se_espera_esta_borrado) {
+    const directorio_temporal d;
+    d.fichero("f");
+    fallos f;
+    f.falla_siempre("DeleteFileW", ERROR_SHARING_VIOLATION, 1);
+    al_dormir([&](unsigned long) { ::DeleteFileW(d.ruta_w("f").c_str()); });
+    EXPECT_EQ(cdir_borra_fichero_si_existe_UNICODE(d.ruta_w("f").c_str()), 1);
+    EXPECT_EQ(toma_esperas().size(), 1u);
+}
+
+// Only the mark for which it does not go is taken off a directory, and only from one that is still there put on again.
+TEST(borrado, la_marca_de_un_directorio_cambia_solo_si_por_ella_no_se_va) {
+    constexpr DWORD marcado = FILE_ATTRIBUTE_READONLY;
+    const struct {
+        DWORD marca;
+        DWORD codigo;
+        unsigned veces;
+        unsigned cambios;
+        bool se_va;
+    } filas[] = {
+        {marcado, ERROR_ACCESS_DENIED, 1, 1, true},
+        {marcado, ERROR_ACCESS_DENIED, 2, 2, false},
+        {marcado, ERROR_SHARING_VIOLATION, 1, 0, false},
+        {0, ERROR_ACCESS_DENIED, 1, 0, false},
+    };
+    buclrein_establece_politica(0, 0);
+    static DWORD atributos;  // not every file system keeps that mark of a directory
+    static unsigned cambios;
+    for (const auto& fila : filas) {
+        const directorio_temporal d;
+        d.directorio("s");
+        atributos = FILE_ATTRIBUTE_DIRECTORY | fila.marca;
+        cambios = 0;
+        fallos f;
+        const sustituye mira(interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI { return atributos; });
+        const sustituye pone(interno::sistema.SetFileAttributesW, [](LPCWSTR, DWORD nuevos) WINAPI {
+            ++cambios;
+            atributos = nuevos;
+            return BOOL{TRUE};
+        });
+        f.falla_siempre("RemoveDirectoryW", fila.codigo, fila.veces);
+        EXPECT_EQ(interno::i_borra_directorio_si_existe(d.ruta_w("s").c_str(), false), fila.se_va);
+        EXPECT_EQ(cambios, fila.cambios) << fila.codigo << " " << fila.marca;
+        EXPECT_EQ(!d.existe("s"), fila.se_va);
+        EXPECT_TRUE(fila.se_va || atributos == (FILE_ATTRIBUTE_DIRECTORY | fila.marca));
+    }
+}

@@ -232,9 +232,58 @@ TEST(cambia_extension, otro_nombre_del_mismo_fichero_no_se_borra) {
     buclrein_establece_politica(0, 0);
     d.fichero("a.tmp", "mio");
     ASSERT_TRUE(::CreateHardLinkW(d.ruta_w("a.bak").c_str(), d.ruta_w("a.tmp").c_str(), nullptr));
-    cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak");
+    for (const bool otro_lo_tiene : {false, true}) {
+        const HANDLE abierto =
+            otro_lo_tiene ? d.abre("a.bak", GENERIC_READ | GENERIC_WRITE, 0) : INVALID_HANDLE_VALUE;
+        fallos libro;
+        cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak");
+        EXPECT_EQ(libro.cuenta("DeleteFileW"), 0u) << otro_lo_tiene;
+        EXPECT_EQ(libro.manijas_abiertas(), 0u);
+        ::CloseHandle(abierto);
+    }
     EXPECT_EQ(d.contenido("a.bak"), "mio");
     toma_preguntas();
+}
+
+// Two names are those of one file where volume and number say so, and the system tells a number.
+TEST(cambia_extension, dos_ficheros_son_uno_si_lo_dice_su_numero) {
+    struct datos {
+        bool leidos;
+        DWORD volumen;
+        DWORD alto;
+        DWORD bajo;
+    };
+    static std::vector<datos> dichos;
+    const struct {
+        std::vector<datos> dichos;  // of the source, of the target
+        bool es_uno;
+    } filas[] = {
+        {{{true, 7, 0, 5}, {true, 7, 0, 5}}, true},   {{{true, 7, 0, 1}, {true, 7, 0, 1}}, true},
+        {{{true, 7, 1, 0}, {true, 7, 1, 0}}, true},   {{{true, 7, 0, 0}, {true, 7, 0, 0}}, false},
+        {{{true, 7, 0, 5}, {true, 8, 0, 5}}, false},  {{{true, 7, 1, 5}, {true, 7, 2, 5}}, false},
+        {{{true, 7, 1, 5}, {true, 7, 1, 6}}, false},  {{{false, 7, 0, 5}, {true, 7, 0, 5}}, false},
+        {{{true, 7, 0, 5}, {false, 7, 0, 5}}, false},
+    };
+    const sustituye contesta(interno::sistema.GetFileInformationByHandle,
+                             [](HANDLE, LPBY_HANDLE_FILE_INFORMATION que) WINAPI {
+                                 const datos uno = dichos.empty() ? datos{} : dichos.front();
+                                 dichos.erase(dichos.begin(), dichos.begin() + !dichos.empty());
+                                 *que = {};
+                                 que->dwVolumeSerialNumber = uno.volumen;
+                                 que->nFileIndexHigh = uno.alto;
+                                 que->nFileIndexLow = uno.bajo;
+                                 return BOOL{uno.leidos};
+                             });
+    buclrein_establece_politica(0, 0);
+    for (const auto& fila : filas) {
+        const directorio_temporal d;
+        d.fichero("a.tmp", "nuevo");
+        d.fichero("a.bak", "viejo");
+        dichos = fila.dichos;
+        cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak");
+        EXPECT_EQ(d.contenido("a.bak"), fila.es_uno ? "viejo" : "nuevo") << &fila - filas;
+        EXPECT_EQ(toma_preguntas().size(), fila.es_uno ? 1u : 0u) << &fila - filas;
+    }
 }
 
 TEST(cambia_extension, la_raiz_es_la_raiz_y_no_el_directorio_actual) {

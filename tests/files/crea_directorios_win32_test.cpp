@@ -671,6 +671,51 @@ TEST(crea_directorios, lo_que_esta_y_no_se_deja_crear_esta) {
     }
 }
 
+TEST(crea_directorios, donde_nada_se_deja_mirar_vale_que_haya_algo_menos_lo_ultimo) {
+    const directorio_temporal dir;
+    fallos f;
+    f.falla_siempre("GetFileAttributesW", ERROR_NOT_READY);
+    EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(dir.ruta_w("a\\b").c_str()), 1);
+    EXPECT_TRUE(toma_esperas().empty());
+    EXPECT_EQ(dir.arbol(), (lista{"a\\", "a\\b\\"}));
+    EXPECT_EQ(cdir_crea_directorios_si_es_posible_UNICODE(dir.ruta_w("a\\b").c_str()), 0);
+    toma_esperas();
+}
+
+TEST(crea_directorios, lo_que_se_pide_y_lo_que_se_dice_de_cada_principio) {
+    const directorio_temporal dir;
+    const en_directorio ahi(dir.ruta_w());
+    const std::string unidad = dir.ruta().substr(0, 2);
+    const struct {
+        std::string ruta;
+        std::string mostrada;
+        std::string pedida;
+    } filas[] = {
+        {"\\", "\\", unidad + "\\"},
+        {"\\lumodir-a\\..\\lumodir-b", "\\lumodir-b", unidad + "\\lumodir-b"},
+        {unidad + "\\lumodir-a\\..\\lumodir-b", unidad + "\\lumodir-b", unidad + "\\lumodir-b"},
+        {unidad + "a\\..\\b", unidad + "b", dir.ruta("b")},
+        {"a\\..\\b", "b", dir.ruta("b")},
+        {"\\\\?\\UNC\\s\\r\\n", "\\\\?\\UNC\\s\\r\\n", "\\\\?\\UNC\\s\\r\\n"},
+    };
+    buclrein_establece_politica(0, 0);
+    for (const auto& fila : filas) {
+        fallos f;
+        f.falla_siempre("CreateDirectoryW", ERROR_ACCESS_DENIED);
+        const sustituye atributos(interno::sistema.GetFileAttributesW, [](LPCWSTR) WINAPI {
+            ::SetLastError(ERROR_FILE_NOT_FOUND);
+            return DWORD{INVALID_FILE_ATTRIBUTES};
+        });
+        EXPECT_EQ(cdir_crea_directorios_UNICODE(w(fila.ruta).c_str(), 1), 0) << fila.ruta;
+        EXPECT_EQ(f.rutas("CreateDirectoryW"), lista{fila.pedida}) << fila.ruta;
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), 1u) << fila.ruta;
+        EXPECT_EQ(preguntas[0].mensaje, "Cannot create the directory '" + fila.mostrada + "'\n" +
+                                            texto_de_codigo(ERROR_ACCESS_DENIED));
+        ESPERA_AVISOS("The directory name '" + fila.mostrada + "' is incorrect");
+    }
+}
+
 TEST(crea_directorios, un_recurso_se_escribe_con_cualquier_separador) {
     const sustituye atributos(interno::sistema.GetFileAttributesW, &disco_falso::atributos);
     const sustituye crea(interno::sistema.CreateDirectoryW, &disco_falso::crea_directorio);

@@ -67,11 +67,16 @@ TEST(directorios_vacios, se_sube_hasta_la_base) {
     for (const limpieza& caso : limpiezas) {
         for (const bool ancha : {true, false}) {
             const directorio_temporal d;
-            d.directorio("a\\b\\c");
-            d.fichero("z");
-            const std::string base = d.ruta(caso.base);
-            sube(ancha, d.ruta(caso.directorio), &base);
-            EXPECT_EQ(d.arbol(), caso.queda) << caso.nombre;
+            const en_directorio aqui(d.ruta_w());
+            const std::string unidad = d.ruta().substr(0, 2);
+            for (const std::string& desde :
+                 {d.ruta("") + "\\", std::string(), unidad, d.ruta().substr(2) + "\\"}) {
+                d.directorio("a\\b\\c");
+                d.fichero("z");
+                const std::string base = desde + caso.base;
+                sube(ancha, desde + caso.directorio, &base);
+                EXPECT_EQ(d.arbol(), caso.queda) << caso.nombre << " from " << desde;
+            }
         }
     }
 }
@@ -99,8 +104,9 @@ TEST(directorios_vacios, lo_que_tiene_algo_dentro_detiene_la_subida) {
             d.fichero(texto);
         }
         const std::string base = d.ruta("a");
+        const borrados_vistos vistos;
         sube(true, d.ruta("a\\b\\c"), &base);
-        EXPECT_FALSE(d.existe("a\\b\\c")) << algo;
+        EXPECT_EQ(vistos.rutas, lista{d.ruta("a\\b\\c")}) << algo;
         EXPECT_TRUE(d.existe("a\\b")) << algo;
     }
 }
@@ -119,9 +125,13 @@ TEST(directorios_vacios, un_directorio_con_punto_no_cuenta_pero_detiene_el_borra
 TEST(directorios_vacios, sin_base_se_para_en_la_unidad) {
     const directorio_temporal d;
     d.directorio("a\\b");
-    d.fichero("ancla.txt");
+    d.directorio("otro");
+    const en_directorio otro(d.ruta_w("otro"));
     sube(true, d.ruta("a\\b"), nullptr);
-    EXPECT_EQ(d.arbol(), lista{"ancla.txt"});
+    EXPECT_EQ(d.arbol(), lista{"otro\\"}) << "up to the drive, whose current directory is another one";
+    // What is no correct path is said to be none.
+    sube(true, "Q:\\no\\a?", nullptr);
+    ESPERA_AVISOS("The file 'Q:\\no\\a?' is not correct");
     // Nothing exists on the way up to the drive: nothing is removed and nothing said.
     const borrados_vistos vistos;
     fallos libro;

@@ -36,6 +36,7 @@ DWORD WINAPI contesta_siempre(const wchar_t*, wchar_t* largo, DWORD sitio) {
     }
     std::copy(texto.begin(), texto.end(), largo);
     largo[texto.size()] = L'\0';
+    ::SetLastError(ERROR_CALL_NOT_IMPLEMENTED);  // of some call before: a success says nothing
     return static_cast<DWORD>(texto.size());
 }
 funcion_nombre_largo no_la_hay() {
@@ -148,6 +149,31 @@ TEST_F(nombre_largo, el_escritorio_dice_el_sitio_que_falta_y_no_escribe) {
     EXPECT_EQ(bufer, corto + L'\0' + L'?');
 }
 
+TEST_F(nombre_largo, el_escritorio_dice_por_que_no_contesta) {
+    const directorio_temporal dir;
+    dir.fichero("a long name.text");
+    const texto_w ruta = dir.ruta_w("a long name.text");
+    wchar_t largo[MAX_PATH];
+    ::SetLastError(0);
+    EXPECT_EQ(i_nombre_largo_del_escritorio(dir.ruta_w("missing").c_str(), largo, MAX_PATH), 0u);
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
+    // How long the full form is, or would be; none means that the system cannot tell.
+    static DWORD longitud;
+    const sustituye forma(sistema.GetFullPathNameW,
+                          [](LPCWSTR dada, DWORD sitio, LPWSTR completa, LPWSTR* nombre) WINAPI {
+                              EXPECT_EQ(sitio, DWORD{MAX_PATH});
+                              ::GetFullPathNameW(dada, sitio, completa, nombre);
+                              return longitud;
+                          });
+    for (const auto& [larga, cabe] : {std::pair(0u, false), {1u, true}, {259u, true}, {260u, false}}) {
+        longitud = larga;
+        ::SetLastError(0);
+        EXPECT_EQ(i_nombre_largo_del_escritorio(ruta.c_str(), largo, MAX_PATH), cabe ? ruta.size() : 0u)
+            << larga;
+        EXPECT_TRUE(cabe || ::GetLastError() == ERROR_BUFFER_OVERFLOW) << larga;
+    }
+}
+
 // Beyond the code page too: the shell is asked in wide text.
 TEST_F(nombre_largo, el_escritorio_dice_tambien_lo_que_la_pagina_de_codigos_no_tiene) {
     const directorio_temporal dir;
@@ -221,13 +247,15 @@ asignador g_asignador;
 // The desktop, which counts who has let go of it; it cuts names and nothing else.
 struct carpeta final : IShellFolder {
     int usuarios = 0;
+    bool sin_lista = false;
     IShellFolder* de_verdad = nullptr;
     HRESULT WINAPI QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
     ULONG WINAPI AddRef() override { return static_cast<ULONG>(++usuarios); }
     ULONG WINAPI Release() override { return static_cast<ULONG>(--usuarios); }
     HRESULT WINAPI ParseDisplayName(HWND ventana, IBindCtx* contexto, LPWSTR nombre, ULONG* tomados,
                                     PIDLIST_RELATIVE* lista, ULONG* atributos) override {
-        return de_verdad->ParseDisplayName(ventana, contexto, nombre, tomados, lista, atributos);
+        return sin_lista ? E_FAIL
+                         : de_verdad->ParseDisplayName(ventana, contexto, nombre, tomados, lista, atributos);
     }
     HRESULT WINAPI EnumObjects(HWND, SHCONTF, IEnumIDList**) override { return E_NOTIMPL; }
     HRESULT WINAPI BindToObject(PCUIDLIST_RELATIVE, IBindCtx*, REFIID, void**) override { return E_NOTIMPL; }
@@ -265,25 +293,35 @@ TEST_F(nombre_largo, cada_pregunta_al_escritorio_que_falla_es_un_fallo_y_no_deja
     buena.SHGetMalloc = da_el_que_cuenta;
     buena.SHGetDesktopFolder = da_la_que_cuenta;
     tabla_sistema sin_asignador = buena;
-    sin_asignador.SHGetMalloc = [](IMalloc**) -> HRESULT { return E_OUTOFMEMORY; };
+    sin_asignador.SHGetMalloc = [](IMalloc** sitio) -> HRESULT {
+        g_asignador.AddRef();
+        *sitio = &g_asignador;  // what a failure leaves there is let go, and no answer
+        return E_OUTOFMEMORY;
+    };
     tabla_sistema sin_carpeta = buena;
     sin_carpeta.SHGetDesktopFolder = [](IShellFolder**) -> HRESULT { return E_FAIL; };
     tabla_sistema sin_ruta = buena;
     sin_ruta.SHGetPathFromIDListW = [](PCIDLIST_ABSOLUTE, LPWSTR) -> BOOL { return FALSE; };
+    tabla_sistema sin_lista = buena;
+    sin_lista.SHGetPathFromIDListW = [](PCIDLIST_ABSOLUTE, LPWSTR) -> BOOL {
+        ADD_FAILURE() << "of nothing there is no path";
+        return FALSE;
+    };
     const struct {
         const char* que;
         tabla_sistema tabla;
         std::string respuesta;
         int liberados;
+        bool hay_lista = true;
     } filas[] = {
-        {"all answer", buena, ruta, 1},
-        {"no allocator", sin_asignador, "", 0},
-        {"no desktop", sin_carpeta, "", 0},
-        {"no path", sin_ruta, "", 1},
+        {"all answer", buena, ruta, 1},       {"no allocator", sin_asignador, "", 0},
+        {"no desktop", sin_carpeta, "", 0},   {"no path", sin_ruta, "", 1},
+        {"no list", sin_lista, "", 0, false},
     };
     for (const auto& fila : filas) {
         const sustituye cambio(sistema, fila.tabla);
         g_asignador.liberados = 0;
+        g_carpeta.sin_lista = !fila.hay_lista;
         wchar_t largo[MAX_PATH] = L"as it was";
         ::SetLastError(0);
         const DWORD longitud = i_nombre_largo_del_escritorio(corto.c_str(), largo, MAX_PATH);

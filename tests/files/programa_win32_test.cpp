@@ -83,6 +83,7 @@ TEST(programa, al_path_del_programa_se_le_cortan_los_blancos_finales) {
         {" C:\\a b.exe  ", 13, " C:\\a b.exe", {}},
         {"C:\\a.exe\t ", 10, "C:\\a.exe\t", {}},
         {"", 0, "", {"tam_path > 0"}},
+        {"x", 1, "x", {}},
         {std::string(10239, 'x'), 10239, std::string(10239, 'x'), {}},
         {std::string(10240, 'x'), 10240, std::string(10239, 'x'), {"tam_path < LMLONGPATH_LUMO_MAX_PATH"}},
     };

@@ -67,8 +67,11 @@ DWORD WINAPI da_directorio(DWORD sitio, wchar_t* bufer) {
     std::copy(g_temporal.begin(), g_temporal.end(), bufer);
     return g_longitud_fingida;
 }
-UINT WINAPI da_windows(wchar_t*, UINT sitio) {
+UINT WINAPI da_windows(wchar_t* bufer, UINT sitio) {
     EXPECT_EQ(sitio, 260u);
+    if (g_longitud_fingida > 3 && g_longitud_fingida < sitio) {
+        std::fill_n(std::copy_n(L"C:\\", 3, bufer), g_longitud_fingida - 3, L'w');
+    }
     return static_cast<UINT>(g_longitud_fingida);
 }
 
@@ -90,6 +93,8 @@ TEST(temporales, un_directorio_que_el_sistema_no_dice_o_que_no_cabe) {
         {"", 260, "C:\\local\\temp", {"longitud < _MAX_PATH"}},
         {"", 5000, "C:\\local\\temp", {"longitud < _MAX_PATH"}},
         {"C:\\missing\\", 11, "C:\\local\\temp", {}},
+        {".", 1, ".", {}},
+        {std::string(259, 'x'), 259, "C:\\local\\temp", {}},  // all that fits, and no room for a name
     };
     for (const auto& fila : filas) {
         g_temporal = w(fila.texto);
@@ -107,9 +112,13 @@ TEST(temporales, un_directorio_de_windows_que_el_sistema_no_dice_se_informa) {
     g_longitud_fingida = 0;
     EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "\\temp");
     ESPERA_INFORMES("ret != 0");
-    g_longitud_fingida = 300;  // the size it would need
-    EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "\\temp");
-    ESPERA_INFORMES();
+    for (const DWORD el_que_haria_falta : {260u, 300u}) {
+        g_longitud_fingida = el_que_haria_falta;
+        EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "\\temp");
+        ESPERA_INFORMES();
+    }
+    g_longitud_fingida = 259;
+    EXPECT_EQ(directorio_temporal_de_la_biblioteca(), "C:\\" + std::string(256, 'w'));
 }
 
 // ---- plain temporary files
@@ -226,6 +235,16 @@ TEST(temporales, un_directorio_que_no_se_puede_escribir_de_verdad) {
         << avisos[0];
     EXPECT_EQ(toma_informes().size(), 1u);
     EXPECT_EQ(dir.arbol(), textos{});
+}
+
+TEST(temporales, sin_sitio_para_un_nombre_en_ninguno_se_dice_que_falta) {
+    const directorio_temporal dir;
+    const con_temp temp(dir.ruta("missing"));
+    const std::string largo = "C:\\" + std::string(250, 'x');
+    const con_local_settings carpeta(largo);
+    EXPECT_EQ(toma(lumodir_creaFicheroTemporal()), "");
+    EXPECT_EQ(toma_avisos(), textos{aviso(largo + "\\temp", "ERROR_PATH_NOT_FOUND")});
+    EXPECT_EQ(toma_informes().size(), 1u);
 }
 
 TEST(temporales, un_directorio_sin_sitio_para_un_nombre_cuenta_como_que_falta) {

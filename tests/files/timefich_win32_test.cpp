@@ -321,6 +321,11 @@ TEST(timefich, se_lee_solo_la_fecha_local_pedida) {
     EXPECT_EQ(i_intervalos(una), en_1970 - (7 + 3600) * segundo);
     timefich_obtener_fecha("C:\\x", nullptr, &una);
     EXPECT_EQ(i_intervalos(una), en_1970 - 3600 * segundo);
+    // What the other one is does not matter.
+    const zona_fingida al_este(60);
+    const fecha_fingida sin_creacion(3 * segundo);
+    EXPECT_EQ(timefich_obtener_fecha_u(L"C:\\x", nullptr, &una), 1);
+    EXPECT_EQ(i_intervalos(una), (3 + 3600) * segundo);
 }
 
 TEST(timefich, las_tres_fechas_se_leen_en_UTC) {
