@@ -78,7 +78,8 @@ bool ni_raiz_ni_enlace(reglas& r, const argumentos& a) {
     const hallazgo h = r.v.busca(*a[0]);
     return h.codigo != 0 || (h.padre != nullptr && !h.entrada->enlace);
 }
-bool hay_algo(const nodo& n, bool (*que)(const nodo&)) {
+template <class Que>
+bool hay_algo(const nodo& n, Que que) {
     if (que(n)) {
         return true;
     }
@@ -100,7 +101,11 @@ bool se_puede_mover(reglas& r, const argumentos& a) {
             hay_algo(*h.cosa, [](const nodo& n) { return n.es_actual || n.sujeto.has_value(); })) {
             return false;
         }
-        // Nor into itself, which each refuses in its own way.
+        // Nor into itself, which each refuses in its own way: by its own name, or by that of a link.
+        const hallazgo destino = r.v.busca(*a[1]);
+        if (hay_algo(*h.cosa, [&](const nodo& n) { return &n == destino.padre || &n == destino.cosa; })) {
+            return false;
+        }
         const lugar de = r.v.lee(*a[0]);
         const lugar donde = r.v.lee(*a[1]);
         for (std::size_t i = 0; i < de.nombres.size(); ++i) {

@@ -1,6 +1,8 @@
 #include "estado/secuencia.hpp"
 
 #include <algorithm>
+#include <cstdlib>
+#include <iostream>
 
 #include "apoyo/recursos.hpp"
 #include "companions/lumospy.h"
@@ -54,6 +56,9 @@ struct marcha {
     // Runs one operation; answers what library and model do not agree on.
     std::string da(const paso& p) {
         pasos.push_back(p);
+        if (std::getenv("LUMODIR_ESTADO_DICE") != nullptr) {  // what a program that dies was about
+            std::cerr << a_texto({p}) << std::flush;
+        }
         const unsigned long long vivos = lumospy_bloques_vivos();
         const unsigned long long internos = interno::i_bloques_internos_vivos();
         c.preguntas = 0;
