@@ -818,12 +818,14 @@ TEST(directorio_abierto, los_atributos_de_una_entrada) {
     raiz_abierta raiz(L"C:\\d");
     const entrada_leida leida = entrada(v, "C:\\d\\f", L"f");
     EXPECT_EQ(raiz.directorio.mira(leida).atributos, DWORD{FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN});
+    EXPECT_EQ(raiz.directorio.mira(leida).codigo, DWORD{ERROR_SUCCESS});
     EXPECT_EQ(raiz.directorio.pon_atributos(leida, FILE_ATTRIBUTE_HIDDEN), 0u);
     EXPECT_EQ(v["C:\\d\\f"].atributos, DWORD{FILE_ATTRIBUTE_HIDDEN});
     EXPECT_EQ(raiz.directorio.pon_atributos(leida, 0), 0u);
     EXPECT_EQ(v["C:\\d\\f"].atributos, DWORD{FILE_ATTRIBUTE_NORMAL}) << "0 would change nothing";
     const entrada_leida falta = {L"no", FILE_ATTRIBUTE_NORMAL, 0, 0, {}};
     EXPECT_EQ(raiz.directorio.mira(falta).codigo, DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(raiz.directorio.mira(falta).atributos, DWORD{INVALID_FILE_ATTRIBUTES});
     EXPECT_EQ(raiz.directorio.pon_atributos(falta, 1), DWORD{ERROR_FILE_NOT_FOUND});
 }
 

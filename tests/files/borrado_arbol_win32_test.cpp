@@ -260,6 +260,13 @@ TEST(borrado_arbol, la_bandera_detiene_entre_entradas) {
         EXPECT_TRUE(otro.existe("t")) << n;
         quedan = -1;
     }
+    // Once all is gone nothing is left to be stopped.
+    const directorio_temporal entero;
+    entero.fichero("t\\a");
+    sigue = 1;
+    vistos.al_borrar = [&](const std::string& ruta, bool) { sigue = ruta == entero.ruta("t") ? 0 : 1; };
+    EXPECT_EQ(cdir_borra_directorio_y_subdirectorios_parando(entero.ruta_w("t").c_str(), &sigue), 1);
+    EXPECT_EQ(sigue, 0);
 }
 
 TEST(borrado_arbol, otra_bandera_que_uno_deja_los_directorios) {

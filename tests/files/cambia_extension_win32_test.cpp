@@ -286,6 +286,27 @@ TEST(cambia_extension, dos_ficheros_son_uno_si_lo_dice_su_numero) {
     }
 }
 
+TEST(cambia_extension, lo_que_se_pregunta_muestra_el_directorio_como_se_dio) {
+    const directorio_temporal d;
+    d.fichero("a.tmp");
+    const en_directorio ahi(d.ruta_w());
+    const std::string unidad = d.ruta().substr(0, 2);
+    buclrein_establece_politica(0, 0);
+    fallos f;
+    f.falla_siempre("MoveFileExW", ERROR_ACCESS_DENIED);
+    for (const auto& [dado, mostrado] : {std::pair(unidad, unidad),
+                                         {d.ruta(), d.ruta() + "\\"},
+                                         {d.ruta() + "\\", d.ruta() + "\\"},
+                                         {std::string("."), std::string(".\\")}}) {
+        cdir_cambia_extension_ficheros_u(w(dado).c_str(), L"tmp", L"bak");
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), 1u) << dado;
+        EXPECT_NE(preguntas[0].mensaje.find("\n- " + mostrado + "a.tmp\n- " + mostrado + "a.bak\n"),
+                  std::string::npos)
+            << preguntas[0].mensaje;
+    }
+}
+
 TEST(cambia_extension, la_raiz_es_la_raiz_y_no_el_directorio_actual) {
     const directorio_temporal d;
     const std::string unidad = d.ruta().substr(0, 2);

@@ -140,6 +140,11 @@ TEST(directorios_vacios, sin_base_se_para_en_la_unidad) {
     EXPECT_EQ(vistos.rutas, lista{});
     EXPECT_EQ(libro.cuenta("RemoveDirectoryW"), 0u);
     EXPECT_EQ(libro.manijas_abiertas(), 0u);
+    // Of a share no more than the share is the end.
+    sube(true, "\\\\s\\r\\a\\b", nullptr);
+    const lista abiertos = libro.rutas("CreateFileW");
+    ASSERT_FALSE(abiertos.empty());
+    EXPECT_TRUE(abiertos.back().starts_with("\\\\s\\r")) << abiertos.back();
 }
 
 TEST(directorios_vacios, una_base_que_no_es_principio_se_informa_y_no_se_quita_nada) {

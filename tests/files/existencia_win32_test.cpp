@@ -411,6 +411,7 @@ TEST(existencia, que_codigos_dicen_que_falta) {
         EXPECT_STREQ(nombre_de_existencia(que_hay.cual), c.espera);
         EXPECT_EQ(que_hay.codigo, c.codigo_final);
         EXPECT_EQ(que_hay.es_de_solo_lectura(), que_hay.hay());
+        EXPECT_EQ(que_hay.atributos == INVALID_FILE_ATTRIBUTES, !que_hay.hay());
         EXPECT_EQ(f.cuenta("FindFirstFileExW"), c.codigo == 5 || c.codigo == 32 ? 1u : 0u);
         EXPECT_EQ(f.manijas_abiertas(), 0u);
         // The exported tests say yes only of what is there.
@@ -421,6 +422,7 @@ TEST(existencia, que_codigos_dicen_que_falta) {
         EXPECT_EQ(interno::es_fichero_de_solo_lectura(dir.ruta_w("\u00f1.txt").c_str()), hay);
         EXPECT_EQ(cdir_es_directorio_u(dir.ruta_w("\u00f1.txt").c_str()), 0);
     }
+    EXPECT_EQ(interno::i_existencia(dir.ruta_w("\u00f1.txt").c_str()).codigo, DWORD{ERROR_SUCCESS});
 }
 
 TEST(existencia, lo_que_no_tiene_entrada_no_se_busca) {
@@ -432,6 +434,7 @@ TEST(existencia, lo_que_no_tiene_entrada_no_se_busca) {
         const interno::existencia que_hay = interno::i_existencia(w(ruta).c_str());
         EXPECT_STREQ(nombre_de_existencia(que_hay.cual), "not known") << ruta;
         EXPECT_EQ(que_hay.codigo, DWORD{ERROR_ACCESS_DENIED}) << ruta;
+        EXPECT_EQ(que_hay.atributos, DWORD{INVALID_FILE_ATTRIBUTES}) << ruta;
     }
     EXPECT_EQ(f.cuenta("FindFirstFileExW"), 0u);
     // A final separator is no part of the name.

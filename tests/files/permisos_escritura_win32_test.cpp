@@ -201,10 +201,24 @@ TEST(permisos_escritura, un_fichero_que_estaba_no_se_borra_falle_lo_que_falle) {
 TEST(permisos_escritura, donde_se_niega_el_derecho_a_borrar_se_crea_sin_el) {
     const directorio_temporal dir;
     const como_windows windows({});  // where links are followed, it is asked first whether this is one
+    static texto_w ruta;
+    static DWORD de_otro;
+    ruta = dir.ruta_w("no.txt");
     for (const DWORD codigo : {5u, 50u, 87u}) {
         fallos f;
         f.falla_siempre("CreateFileW", codigo, 1);
-        EXPECT_EQ(cdir_se_puede_escribir_UNICODE(dir.ruta_w("no.txt").c_str()), 1) << codigo;
+        // Without the right to delete there is no such mark; and nobody else comes to the file meanwhile.
+        const sustituye marca(interno::sistema.SetFileInformationByHandle,
+                              [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) WINAPI {
+                                  const HANDLE otra = ::CreateFileW(ruta.c_str(), GENERIC_READ, 7, nullptr,
+                                                                    OPEN_EXISTING, 0, nullptr);
+                                  de_otro = otra == INVALID_HANDLE_VALUE ? ::GetLastError() : 0;
+                                  ::CloseHandle(otra);
+                                  ::SetLastError(ERROR_ACCESS_DENIED);
+                                  return BOOL{FALSE};
+                              });
+        EXPECT_EQ(cdir_se_puede_escribir_UNICODE(ruta.c_str()), 1) << codigo;
+        EXPECT_EQ(de_otro, DWORD{ERROR_SHARING_VIOLATION}) << codigo;
         EXPECT_EQ(f.cuenta("CreateFileW"), 3u) << "the last one looks whether the name still means that file";
         EXPECT_EQ(dir.arbol(), lista{}) << codigo;
     }
