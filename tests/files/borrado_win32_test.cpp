@@ -448,6 +448,9 @@ TEST(borrado, donde_no_se_puede_listar_se_borra_lo_que_no_es_enlace) {
     const bool sigue = interno::sistema.sigue_enlaces();
     buclrein_establece_politica(0, 0);
     for (const char* nombre : {"f", "l", "F", "f "}) {
+        if (!sigue && std::string(nombre) != "f") {
+            continue;  // only Windows itself would take the link then, and not what it leads to
+        }
         for (const forma_fichero& f : formas_fichero) {
             SCOPED_TRACE(std::string(nombre) + " " + f.nombre);
             u.corre("rm -rf *; mkdir t; : >v; : >t/f; ln -s ../v t/l; ln -s f t/F; ln -s f 't/f '");
@@ -455,7 +458,7 @@ TEST(borrado, donde_no_se_puede_listar_se_borra_lo_que_no_es_enlace) {
             const HANDLE suyo = ::CreateFileW(u.d.ruta_w("t").c_str(), GENERIC_READ, 0, nullptr,
                                               OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
             ASSERT_NE(suyo, INVALID_HANDLE_VALUE);
-            const bool se_va = !sigue || std::string(nombre) == "f";
+            const bool se_va = std::string(nombre) == "f";
             espera_respuesta(f, f.borra("\\\\?\\" + u.d.ruta("t\\") + nombre), se_va ? 1 : 0);
             ::CloseHandle(suyo);
             EXPECT_EQ(u.censo(".").size(), antes.size() - (se_va ? 1 : 0));
