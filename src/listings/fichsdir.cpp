@@ -18,6 +18,11 @@ nombre_partido<char> i_partes(vista_a nombre) noexcept {
     return partes;
 }
 
+// Compared as extensions of records are, which reports one that no record may have.
+bool i_es_la_extension(const nombre_partido<char>& partes, vista_a extension) {
+    return i_misma_extension(minusculas_temporales(partes.extension).ver(), extension);
+}
+
 // Hands each file that has the extension, by its 8-bit name, to `toma(name, parts)`.
 template <class Toma>
 void i_recorre_con_extension(const wchar_t* directorio, const char* extension, Toma toma) {
@@ -27,7 +32,7 @@ void i_recorre_con_extension(const wchar_t* directorio, const char* extension, T
         }
         cadena_a nombre = utunicode_UNICODE_a_ANSI(i_nombre_de_entrada(e));
         const nombre_partido<char> partes = i_partes(nombre);
-        if (i_misma_extension(minusculas_temporales(partes.extension).ver(), a_vista(extension))) {
+        if (i_es_la_extension(partes, a_vista(extension))) {
             toma(nombre, partes);
         }
     });
@@ -61,7 +66,7 @@ objeto<ArrCADENA> i_directorios_sin_extension(const wchar_t* directorio) {
     std::size_t num = 0;
     for (std::size_t i = 0; i < lista->num(); ++i) {
         std::swap(lista->textos[num], lista->textos[i]);
-        num += i_partes(lista->ver(num)).extension.empty() ? 1 : 0;
+        num += i_es_la_extension(i_partes(lista->ver(num)), "") ? 1 : 0;
     }
     lista->reduce(num);
     return lista;

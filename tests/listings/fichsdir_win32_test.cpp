@@ -250,11 +250,17 @@ TEST(fichsdir, ficheros_con_extension) {
 }
 
 TEST(fichsdir, una_extension_que_nadie_puede_tener_se_informa) {
+    const en_pagina p(1252);
     busqueda_falsa falsa;
-    falsa.patrones["C:\\d\\*"] = {{"a.txt"}};
+    falsa.patrones["C:\\d\\*"] = {{"a.txt"}, {"sub", atributo_dir}, {"sub.\xE6\x97\xA5", atributo_dir}};
     EXPECT_EQ(toma_lista(fichsdir_nombres_ficheros_con_extension("C:\\d", "t?t")), nombres{});
     const informe dado = toma_el_informe();
     EXPECT_EQ(dado.detalle, "t?t");
+    // Of a directory, what the code page lacks.
+    EXPECT_EQ(toma_lista(fichsdir_directorios_sin_extension("C:\\d")), nombres{"sub"});
+    const informe de_directorio = toma_el_informe();
+    EXPECT_EQ(de_directorio.expresion, dado.expresion);
+    EXPECT_EQ(de_directorio.detalle, "?");
 }
 
 TEST(fichsdir, nombres_base_en_una_caja_ordenados_y_sin_repetidos) {
