@@ -653,7 +653,7 @@ bool lector_de_directorio::i_sigue_busqueda() {
 }
 
 void lector_de_directorio::i_recuerda_ultimo(vista_w nombre) noexcept {
-    largo_del_ultimo_ = nombre.size() < max_nombre ? nombre.size() : max_nombre;
+    largo_del_ultimo_ = std::min(nombre.size(), max_nombre);
     rasgos_utf16::copy(ultimo_nombre_, nombre.data(), largo_del_ultimo_);
 }
 
@@ -686,9 +686,7 @@ bool lector_de_directorio::i_toma_registro() noexcept {
         entrada_.numero = 0;
     }
     registro_ = leido.NextEntryOffset == 0 ? nullptr : registro_ + leido.NextEntryOffset;
-    if (registro_ == nullptr) {
-        i_recuerda_ultimo(entrada_.nombre);
-    }
+    i_recuerda_ultimo(entrada_.nombre);
     return true;
 }
 

@@ -846,6 +846,23 @@ TEST(directorio_abierto, un_registro_al_final_del_sitio_cabe_o_no) {
     }
 }
 
+// Of names as long as other systems make them too.
+TEST(directorio_abierto, el_ultimo_nombre_que_vino) {
+    for (const std::size_t largo : {1u, 259u, 260u, 261u, 300u}) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"a"}, {std::string(largo, 'x')}});
+        raiz_abierta raiz(L"C:\\d");
+        lector_de_directorio lector(raiz.directorio);
+        std::size_t vienen = 0;
+        while (const entrada_leida* e = lector.siguiente()) {
+            ++vienen;
+            EXPECT_EQ(u8(lector.ultimo_nombre()), u8(e->nombre).substr(0, MAX_PATH));
+        }
+        EXPECT_EQ(vienen, 4u);
+        EXPECT_EQ(u8(lector.ultimo_nombre()), std::string(std::min<std::size_t>(largo, MAX_PATH), 'x'));
+    }
+}
+
 TEST(directorio_abierto, otros_codigos_no_son_un_rechazo) {
     for (const DWORD codigo : std::initializer_list<DWORD>{ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
                                                            ERROR_FILE_NOT_FOUND, ERROR_DELETE_PENDING}) {
