@@ -296,9 +296,6 @@ bool directorio_abierto::i_es_raiz_sin_enlace() {
 // Where this directory really lies. The system tells it without the blanks and dots at the end of its own name, but
 // with them in the names of what it holds: so it is put together from the names that the directories above tell.
 vista_w directorio_abierto::i_ruta_verdadera() {
-    if (!nombre_verdadero_.es_nula()) {
-        return nombre_verdadero_;
-    }
     for (directorio_abierto* const d : i_desde_la_raiz()) {
         if (d->nombre_verdadero_.es_nula()) {
             d->nombre_verdadero_ =
@@ -326,7 +323,6 @@ DWORD directorio_abierto::abre(directorio_abierto& padre, const entrada_leida& c
     numero_ = i_numero(manija_.get());
     identidad es_ella = i_es_directorio_sin_enlace(manija_.get()) ? i_identidad(cual) : identidad::es_otra;
     if (es_ella == identidad::no_se_sabe) {
-        manija_.cierra();
         manija_ =
             padre.i_abre_retenida(cual, {acceso_de_listado, opciones_de_directorio, comparte_sin_borrar});
         if (!manija_.valida()) {
@@ -420,9 +416,6 @@ fichero_abierto directorio_abierto::i_abre_por_ruta(vista_w nombre, const manera
 // Opens this directory, and those above it, once more, so that they cannot be renamed or deleted meanwhile. What is
 // open then must be what was open before.
 DWORD directorio_abierto::i_retiene() {
-    if (retenido_) {
-        return ERROR_SUCCESS;
-    }
     for (directorio_abierto* const d : i_desde_la_raiz()) {
         const DWORD codigo = d->retenido_ ? DWORD{ERROR_SUCCESS} : d->i_retiene_este();
         if (codigo != ERROR_SUCCESS) {
@@ -653,7 +646,7 @@ bool lector_de_directorio::i_sigue_busqueda() {
 }
 
 void lector_de_directorio::i_recuerda_ultimo(vista_w nombre) noexcept {
-    largo_del_ultimo_ = nombre.size() < max_nombre ? nombre.size() : max_nombre;
+    largo_del_ultimo_ = std::min(nombre.size(), max_nombre);
     rasgos_utf16::copy(ultimo_nombre_, nombre.data(), largo_del_ultimo_);
 }
 
@@ -665,13 +658,15 @@ bool lector_de_directorio::i_toma_registro() noexcept {
                                                  trato_con_volumen::bytes_de_lectura - registro_);
     constexpr std::size_t hasta_el_nombre = offsetof(Registro, FileName);
     constexpr std::size_t menor_alineacion = 4;
-    Registro leido;
     // The last record may end with its name.
-    if (quedan >= hasta_el_nombre) {
-        std::memcpy(&leido, registro_, hasta_el_nombre);
+    if (quedan < hasta_el_nombre) {
+        codigo_ = ERROR_INVALID_DATA;
+        return false;
     }
-    if (quedan < hasta_el_nombre || leido.FileNameLength > quedan - hasta_el_nombre ||
-        leido.NextEntryOffset >= quedan || leido.NextEntryOffset % menor_alineacion != 0) {
+    Registro leido;
+    std::memcpy(&leido, registro_, hasta_el_nombre);
+    if (leido.FileNameLength > quedan - hasta_el_nombre || leido.NextEntryOffset >= quedan ||
+        leido.NextEntryOffset % menor_alineacion != 0) {
         codigo_ = ERROR_INVALID_DATA;
         return false;
     }
@@ -681,14 +676,10 @@ bool lector_de_directorio::i_toma_registro() noexcept {
     entrada_.reanalisis = (leido.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido.EaSize : 0;
     entrada_.modificado = {leido.LastWriteTime.LowPart, static_cast<DWORD>(leido.LastWriteTime.HighPart)};
     if constexpr (std::is_same_v<Registro, FILE_ID_BOTH_DIR_INFO>) {
-        entrada_.numero = static_cast<unsigned long long>(leido.FileId.QuadPart);
-    } else {
-        entrada_.numero = 0;
+        entrada_.numero = static_cast<unsigned long long>(leido.FileId.QuadPart);  // else it stays 0
     }
     registro_ = leido.NextEntryOffset == 0 ? nullptr : registro_ + leido.NextEntryOffset;
-    if (registro_ == nullptr) {
-        i_recuerda_ultimo(entrada_.nombre);
-    }
+    i_recuerda_ultimo(entrada_.nombre);
     return true;
 }
 
@@ -699,7 +690,6 @@ void lector_de_directorio::i_toma_de_busqueda() noexcept {
     entrada_.reanalisis =
         (leido->dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? leido->dwReserved0 : 0;
     entrada_.modificado = leido->ftLastWriteTime;
-    entrada_.numero = 0;
     registro_ = nullptr;
     i_recuerda_ultimo(entrada_.nombre);
 }

@@ -11,6 +11,9 @@
 // It behaves as Windows documents, unless told otherwise: a handle is tied to its node, a path is resolved anew and
 // through links; what is open without FILE_SHARE_DELETE cannot be renamed, nor what lies above it. Names are UTF-8 and
 // taken literally; lone surrogates travel as WTF-8.
+//
+// With `sigue_enlaces` it behaves as a system that follows every link and tells by name where an open file lies: without
+// the blanks and dots at the end of the name, and without one dot at the end of each directory above.
 #pragma once
 
 #include <winternl.h>
@@ -41,8 +44,12 @@ struct nodo_falso {
     std::optional<unsigned long long> numero_listado;
     std::optional<unsigned long long> numero_abierto;
     std::optional<unsigned long long> numero_propio;  // under "." in its own listing
+    std::optional<std::string> nombre_verdadero;      // "" when that cannot be told
+    std::string tras_el_nombre;                       // what stands behind it in the room, and is none of it
 
     DWORD codigo_al_abrir = ERROR_SUCCESS;
+    DWORD codigo_al_leer_marcas = ERROR_SUCCESS;
+    DWORD codigo_al_marcar = ERROR_SUCCESS;
     DWORD codigo_al_borrar = ERROR_SUCCESS;
     DWORD codigo_al_listar = ERROR_SUCCESS;       // from the first record on
     DWORD codigo_al_final = ERROR_NO_MORE_FILES;  // after the last
@@ -71,7 +78,13 @@ public:
         bool relativa;       // to an open directory
         DWORD acceso;
         DWORD compartir;
+        DWORD opciones;   // of the native interface; of an opening by path, its flags
         DWORD atributos;  // of the object, as the native interface takes them
+        bool operator==(const apertura&) const = default;
+        friend std::ostream& operator<<(std::ostream& salida, const apertura& a) {
+            return salida << a.nombre << (a.relativa ? " (relative) " : " ") << std::hex << a.acceso << " "
+                          << a.compartir << " " << a.opciones << " " << a.atributos << std::dec;
+        }
     };
 
     volumen_falso() { i_yo() = this; }
@@ -131,8 +144,10 @@ public:
     DWORD rechaza_con_numeros = ERROR_SUCCESS;
     DWORD rechaza_sin_numeros = ERROR_SUCCESS;
     DWORD rechaza_posix = ERROR_SUCCESS;
-    bool conoce_sin_seguir = true;  // OBJ_DONT_REPARSE
+    DWORD rechaza_etiqueta = ERROR_SUCCESS;  // the question for a reparse tag
+    bool conoce_sin_seguir = true;           // OBJ_DONT_REPARSE
     bool dice_numeros = true;
+    bool sigue_enlaces = false;
     // How far handles, and listings of their own ".", count from what the listing above says.
     unsigned long long desfase_de_manijas = 0;
     unsigned long long desfase_de_punto = 0;
@@ -149,18 +164,22 @@ public:
     std::vector<apertura> aperturas;
     std::vector<FILE_INFO_BY_HANDLE_CLASS> clases;  // of listings
     std::vector<std::string> busquedas_hechas;      // patterns
-    std::vector<std::string> borrados;              // names
-    std::vector<int> clases_de_borrado;             // 21: with POSIX semantics
+    std::vector<DWORD> indicadores_de_busqueda;
+    std::vector<std::string> borrados;   // names
+    std::vector<int> clases_de_borrado;  // 21: with POSIX semantics
 
 private:
     struct manija {
         nodo que;
+        DWORD acceso;
         DWORD compartir;
+        std::string nombre;  // where it lay when it was opened
         bool empezada = false;
         std::size_t siguiente = 0;
     };
     struct busqueda {
         nodo que;
+        std::string nombre;  // "" for all
         std::size_t siguiente = 0;
     };
     using partes = std::vector<std::string>;
@@ -263,15 +282,24 @@ private:
             return i_falla(que->codigo_al_abrir, INVALID_HANDLE_VALUE);
         }
         for (const auto& [clave, abierta] : manijas_) {
-            const bool estorba = (acceso & DELETE) != 0 && (abierta->compartir & FILE_SHARE_DELETE) == 0;
+            const bool estorba = ((acceso & DELETE) != 0 && (abierta->compartir & FILE_SHARE_DELETE) == 0) ||
+                                 ((abierta->acceso & DELETE) != 0 && (compartir & FILE_SHARE_DELETE) == 0);
             if (abierta->que == que && estorba) {
                 return i_falla(ERROR_SHARING_VIOLATION, INVALID_HANDLE_VALUE);
             }
         }
-        auto nueva = std::make_unique<manija>(manija{que, compartir});
+        auto nueva = std::make_unique<manija>(manija{que, acceso, compartir, i_nombre_de(*que)});
         const HANDLE clave = nueva.get();
         manijas_[clave] = std::move(nueva);
         return clave;
+    }
+    static std::string i_nombre_de(const nodo_falso& n) {
+        std::string nombre = n.nombre.substr(0, n.nombre.find_last_not_of(". ") + 1);
+        for (const nodo_falso* p = n.padre; p != nullptr && p->padre != nullptr; p = p->padre) {
+            const std::size_t largo = p->nombre.size() - (p->nombre.ends_with('.') ? 1 : 0);
+            nombre = p->nombre.substr(0, largo) + "\\" + nombre;
+        }
+        return "\\??\\" + nombre;
     }
     manija* i_manija(HANDLE h) const {
         const auto donde = manijas_.find(h);
@@ -279,15 +307,16 @@ private:
         return donde == manijas_.end() ? nullptr : donde->second.get();
     }
 
-    static HANDLE WINAPI i_crea(LPCWSTR ruta, DWORD acceso, DWORD compartir, LPSECURITY_ATTRIBUTES, DWORD,
-                                DWORD indicadores, HANDLE) {
+    static HANDLE WINAPI i_crea(LPCWSTR ruta, DWORD acceso, DWORD compartir, LPSECURITY_ATTRIBUTES,
+                                DWORD disposicion, DWORD indicadores, HANDLE) {
         volumen_falso& v = *i_yo();
         const std::string texto = u8(ruta);
         if (v.al_abrir) {
             v.al_abrir(texto);
         }
-        v.aperturas.push_back({texto, false, acceso, compartir, 0});
-        const bool sigue = (indicadores & FILE_FLAG_OPEN_REPARSE_POINT) == 0;
+        EXPECT_EQ(disposicion, DWORD{OPEN_EXISTING}) << texto;
+        v.aperturas.push_back({texto, false, acceso, compartir, indicadores, 0});
+        const bool sigue = v.sigue_enlaces || (indicadores & FILE_FLAG_OPEN_REPARSE_POINT) == 0;
         return v.i_abre(v.i_busca(i_partes(texto), sigue), acceso, compartir);
     }
     static HANDLE WINAPI i_abre_entrada(const wchar_t* nombre, HANDLE directorio, DWORD acceso,
@@ -299,10 +328,10 @@ private:
         }
         EXPECT_NE(opciones & FILE_OPEN_REPARSE_POINT, 0u) << "links are never followed: " << texto;
         constexpr DWORD sin_seguir = 0x1000;
-        v.aperturas.push_back({texto, directorio != nullptr, acceso, compartir, atributos});
+        v.aperturas.push_back({texto, directorio != nullptr, acceso, compartir, opciones, atributos});
         nodo que;
         if (directorio == nullptr) {
-            que = v.i_busca(i_partes(texto), false);
+            que = v.i_busca(i_partes(texto), v.sigue_enlaces);
         } else {
             EXPECT_EQ(texto.find_first_of("\\/"), texto.npos) << "a path in the place of a name: " << texto;
             const manija* padre = v.i_manija(directorio);
@@ -310,6 +339,9 @@ private:
                 return i_falla(v.rechaza_relativo, INVALID_HANDLE_VALUE);
             }
             que = padre == nullptr ? nullptr : i_hijo(*padre->que, texto);
+        }
+        if (v.sigue_enlaces && que != nullptr && !que->destino.empty()) {
+            que = v.i_busca(i_partes(que->destino), true);
         }
         if ((atributos & sin_seguir) != 0 && !v.conoce_sin_seguir) {
             return i_falla(ERROR_INVALID_PARAMETER, INVALID_HANDLE_VALUE);
@@ -413,6 +445,12 @@ private:
         if (m == nullptr) {
             return i_falla(ERROR_INVALID_HANDLE, FALSE);
         }
+        if (clase == FileBasicInfo && m->que->codigo_al_leer_marcas != ERROR_SUCCESS) {
+            return i_falla(m->que->codigo_al_leer_marcas, FALSE);
+        }
+        if (clase == FileAttributeTagInfo && v.rechaza_etiqueta != ERROR_SUCCESS) {
+            return i_falla(v.rechaza_etiqueta, FALSE);
+        }
         if (clase == FileBasicInfo) {
             auto* basico = static_cast<FILE_BASIC_INFO*>(datos);
             *basico = {};
@@ -446,6 +484,11 @@ private:
         ADD_FAILURE() << "class " << clase;
         return i_falla(ERROR_INVALID_PARAMETER, FALSE);
     }
+    // What cannot be told in the newer way cannot be told in this one either.
+    static BOOL WINAPI i_informacion_de_antes(HANDLE h, BY_HANDLE_FILE_INFORMATION*) {
+        const manija* m = i_yo()->i_manija(h);
+        return i_falla(m == nullptr ? ERROR_INVALID_HANDLE : m->que->codigo_al_leer_marcas, FALSE);
+    }
     static BOOL WINAPI i_numero(HANDLE h, unsigned long long* numero) {
         const manija* m = i_yo()->i_manija(h);
         if (m == nullptr || !i_yo()->dice_numeros) {
@@ -454,11 +497,21 @@ private:
         *numero = m->que->numero_abierto.value_or(m->que->numero() + i_yo()->desfase_de_manijas);
         return TRUE;
     }
-    static BOOL WINAPI i_nombre(HANDLE, void*, DWORD, const wchar_t**, DWORD*) {
-        ADD_FAILURE() << "nobody follows links here";
-        return i_falla(ERROR_NOT_SUPPORTED, FALSE);
+    static BOOL WINAPI i_nombre(HANDLE h, void* bufer, DWORD bytes, const wchar_t** nombre, DWORD* unidades) {
+        EXPECT_TRUE(i_yo()->sigue_enlaces) << "nobody follows links here";
+        const manija* m = i_yo()->i_manija(h);
+        const std::string dicho = m == nullptr ? "" : m->que->nombre_verdadero.value_or(m->nombre);
+        if (dicho.empty()) {
+            return i_falla(ERROR_NOT_SUPPORTED, FALSE);
+        }
+        const texto_w texto = w(dicho + m->que->tras_el_nombre);
+        EXPECT_LE(texto.size() * sizeof(wchar_t), bytes);
+        std::memcpy(bufer, texto.data(), texto.size() * sizeof(wchar_t));
+        *nombre = static_cast<const wchar_t*>(bufer);
+        *unidades = static_cast<DWORD>(w(dicho).size());
+        return TRUE;
     }
-    static BOOL WINAPI i_sigue_enlaces() { return FALSE; }
+    static BOOL WINAPI i_sigue_enlaces() { return i_yo()->sigue_enlaces ? TRUE : FALSE; }
 
     BOOL i_borra(const nodo& que, bool marca_de_lectura_estorba) {
         if (que->codigo_al_borrar != ERROR_SUCCESS) {
@@ -484,6 +537,9 @@ private:
         if (m == nullptr) {
             return i_falla(ERROR_INVALID_HANDLE, FALSE);
         }
+        if (clase == FileBasicInfo && m->que->codigo_al_marcar != ERROR_SUCCESS) {
+            return i_falla(m->que->codigo_al_marcar, FALSE);
+        }
         if (clase == FileBasicInfo) {
             m->que->atributos = static_cast<FILE_BASIC_INFO*>(datos)->FileAttributes;
             return TRUE;
@@ -495,6 +551,7 @@ private:
                                                     : v.i_borra(m->que, true);
         }
         EXPECT_EQ(clase, FileDispositionInfo);
+        EXPECT_EQ(static_cast<FILE_DISPOSITION_INFO*>(datos)->DeleteFile, TRUE);
         return v.i_borra(m->que, true);
     }
 
@@ -516,7 +573,10 @@ private:
     }
 
     static BOOL i_da(busqueda& b, WIN32_FIND_DATAW* datos) {
-        const std::vector<fila> filas = i_filas(*b.que);
+        std::vector<fila> filas = i_filas(*b.que);
+        if (!b.nombre.empty()) {
+            std::erase_if(filas, [&](const fila& f) { return f.nombre != b.nombre; });
+        }
         if (b.siguiente >= filas.size()) {
             return i_falla(b.que->codigo_al_final, FALSE);
         }
@@ -529,15 +589,18 @@ private:
         return TRUE;
     }
     static HANDLE WINAPI i_busca_primera(LPCWSTR patron, FINDEX_INFO_LEVELS, LPVOID datos, FINDEX_SEARCH_OPS,
-                                         LPVOID, DWORD) {
+                                         LPVOID, DWORD indicadores) {
         volumen_falso& v = *i_yo();
         std::string texto = u8(patron);
         if (v.al_buscar) {
             v.al_buscar();
         }
         v.busquedas_hechas.push_back(texto);
-        EXPECT_TRUE(texto.ends_with("\\*")) << texto;
-        texto.resize(texto.size() < 2 ? 0 : texto.size() - 2);
+        v.indicadores_de_busqueda.push_back(indicadores);
+        const std::size_t separador = texto.rfind('\\');
+        std::string nombre = texto.substr(separador + 1);
+        EXPECT_TRUE(nombre == "*" || v.sigue_enlaces) << texto;
+        texto.resize(separador == texto.npos ? 0 : separador);
         const nodo n = v.i_busca(i_partes(texto), true);
         if (n == nullptr) {
             return i_falla(ERROR_PATH_NOT_FOUND, INVALID_HANDLE_VALUE);
@@ -545,7 +608,7 @@ private:
         if (n->codigo_al_listar != ERROR_SUCCESS) {
             return i_falla(n->codigo_al_listar, INVALID_HANDLE_VALUE);
         }
-        busqueda b = {n};
+        busqueda b = {n, nombre == "*" ? "" : nombre};
         if (!i_da(b, static_cast<WIN32_FIND_DATAW*>(datos))) {
             return i_falla(ERROR_FILE_NOT_FOUND, INVALID_HANDLE_VALUE);
         }
@@ -570,6 +633,7 @@ private:
             t.abre_entrada = i_abre_entrada;
             t.CloseHandle = i_cierra;
             t.GetFileInformationByHandleEx = i_informacion;
+            t.GetFileInformationByHandle = i_informacion_de_antes;
             t.SetFileInformationByHandle = i_pon_informacion;
             t.numero_de_fichero = i_numero;
             t.nombre_de_fichero = i_nombre;

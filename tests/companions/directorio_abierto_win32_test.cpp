@@ -18,6 +18,18 @@ using lista = std::vector<std::string>;
 constexpr DWORD dir = FILE_ATTRIBUTE_DIRECTORY;
 constexpr DWORD sin_seguir = 0x1000;  // OBJ_DONT_REPARSE
 
+// How things are opened: rights, what others may do meanwhile, options.
+constexpr DWORD mirada = FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+constexpr DWORD listado = FILE_LIST_DIRECTORY | mirada;
+constexpr DWORD de_todos = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD retiene = FILE_SHARE_READ | FILE_SHARE_WRITE;
+constexpr DWORD de_directorio = FILE_DIRECTORY_FILE | FILE_OPEN_FOR_BACKUP_INTENT |
+                                FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_REPARSE_POINT;
+constexpr DWORD de_fichero = FILE_NON_DIRECTORY_FILE | FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_REPARSE_POINT;
+constexpr DWORD por_ruta = FILE_FLAG_BACKUP_SEMANTICS;
+constexpr DWORD por_ruta_sin_seguir = FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT;
+using aperturas = std::vector<volumen_falso::apertura>;
+
 // An open root with what it needs to live.
 struct raiz_abierta {
     explicit raiz_abierta(const wchar_t* cual) : ruta(cual), codigo(directorio.abre(ruta, trato)) {}
@@ -30,6 +42,11 @@ struct raiz_abierta {
 entrada_leida entrada(volumen_falso& v, const std::string& ruta, const wchar_t* nombre) {
     const nodo_falso& n = v[ruta];
     return {nombre, n.atributos, n.etiqueta, n.numero(), {}};
+}
+
+// What has been opened since this was asked last.
+aperturas toma_aperturas(volumen_falso& v) {
+    return std::exchange(v.aperturas, {});
 }
 
 // The names that a directory holds, without "." and "..".
@@ -55,6 +72,145 @@ const DWORD llamadas_desconocidas[] = {ERROR_INVALID_FUNCTION, ERROR_NOT_SUPPORT
                                        ERROR_CALL_NOT_IMPLEMENTED, ERROR_INVALID_LEVEL};
 
 }  // namespace
+
+// With exactly the rights that are needed: more would be refused by some files, and less would not do.
+TEST(directorio_abierto, con_que_derechos_se_abre_cada_cosa) {
+    volumen_falso v;
+    v.pon("C:\\d\\s", {{"g"}});
+    v.pon("C:\\d", {{"f"}});
+    raiz_abierta raiz(L"C:\\d");
+    EXPECT_EQ(toma_aperturas(v), (aperturas{{"C:\\d", false, listado, de_todos, por_ruta_sin_seguir, 0}}));
+    const entrada_leida f = entrada(v, "C:\\d\\f", L"f");
+    const entrada_leida g = entrada(v, "C:\\d\\s\\g", L"g");
+    const entrada_leida s_leida = entrada(v, "C:\\d\\s", L"s");
+    directorio_abierto s;
+    EXPECT_EQ(s.abre(raiz.directorio, s_leida), 0u);
+    raiz.directorio.mira(f);
+    raiz.directorio.pon_atributos(f, FILE_ATTRIBUTE_HIDDEN);
+    raiz.directorio.borra(f);
+    s.borra(g);
+    s.cierra();
+    raiz.directorio.mira(s_leida);
+    raiz.directorio.borra(s_leida);
+    EXPECT_EQ(toma_aperturas(v),
+              (aperturas{{"s", true, listado, de_todos, de_directorio, sin_seguir},
+                         {"f", true, mirada, de_todos, de_fichero, sin_seguir},
+                         {"f", true, FILE_WRITE_ATTRIBUTES | SYNCHRONIZE, de_todos, de_fichero, sin_seguir},
+                         {"f", true, DELETE | SYNCHRONIZE, de_todos, de_fichero, sin_seguir},
+                         {"g", true, DELETE | SYNCHRONIZE, de_todos, de_fichero, sin_seguir},
+                         {"s", true, mirada, de_todos, de_directorio, sin_seguir},
+                         {"s", true, DELETE | SYNCHRONIZE, de_todos, de_directorio, sin_seguir}}));
+    EXPECT_TRUE(raiz.directorio.esta_en(raiz.ruta));
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_lectura), 0u);
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_escritura), 0u);
+    EXPECT_EQ(raiz.directorio.borra_raiz(raiz.ruta), 0u);
+    EXPECT_EQ(toma_aperturas(v),
+              (aperturas{{"C:\\d", false, mirada, de_todos, por_ruta, 0},
+                         {"C:\\d", false, FILE_WRITE_ATTRIBUTES | mirada, de_todos, por_ruta_sin_seguir, 0},
+                         {"C:\\d", false, FILE_WRITE_ATTRIBUTES | mirada, de_todos, por_ruta_sin_seguir, 0},
+                         {"C:\\d", false, DELETE | mirada, de_todos, por_ruta_sin_seguir, 0}}));
+    // What is there now is another one, and then nothing at all, whether there are numbers or not.
+    for (const bool hay_otra : {true, false}) {
+        if (hay_otra) {
+            v.pon("C:\\d", {});
+        } else {
+            v.dice_numeros = false;
+        }
+        raiz_abierta falta(hay_otra ? L"C:\\d" : L"C:\\no");
+        EXPECT_EQ(raiz.directorio.esta_en(falta.ruta), false);
+        EXPECT_EQ(raiz.directorio.borra_raiz(falta.ruta),
+                  hay_otra ? DWORD{ERROR_CANT_ACCESS_FILE} : DWORD{ERROR_FILE_NOT_FOUND});
+    }
+    EXPECT_EQ(raiz.directorio.protege_raiz(ruta_fijada(L"C:\\no"), interno::modo_lectura),
+              DWORD{ERROR_FILE_NOT_FOUND});
+}
+
+// By their paths: each directory is held once, from the root on, and only then the path is used.
+TEST(directorio_abierto, con_que_derechos_se_abre_por_la_ruta_completa) {
+    constexpr DWORD sin_caja = OBJ_CASE_INSENSITIVE;
+    volumen_falso v;
+    v.rechaza_relativo = ERROR_NOT_SUPPORTED;
+    v.pon("C:\\s\\u", {{"g"}, {"h"}});
+    raiz_abierta raiz(L"C:\\");
+    toma_aperturas(v);
+    directorio_abierto s;
+    directorio_abierto u;
+    EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\s", L"s")), 0u);
+    EXPECT_EQ(u.abre(s, entrada(v, "C:\\s\\u", L"u")), 0u);
+    EXPECT_EQ(u.borra(entrada(v, "C:\\s\\u\\g", L"g")), 0u);
+    EXPECT_EQ(u.borra(entrada(v, "C:\\s\\u\\h", L"h")), 0u);
+    u.cierra();
+    EXPECT_EQ(s.borra(entrada(v, "C:\\s\\u", L"u")), 0u);
+    EXPECT_EQ(
+        toma_aperturas(v),
+        (aperturas{{"s", true, listado, de_todos, de_directorio, sin_seguir},
+                   {"\\??\\C:\\", false, listado, retiene, de_directorio, sin_caja},
+                   {"\\??\\C:\\s", false, listado, de_todos, de_directorio, sin_caja},
+                   {"\\??\\C:\\s", false, listado, retiene, de_directorio, sin_caja},
+                   {"\\??\\C:\\s\\u", false, listado, de_todos, de_directorio, sin_caja},
+                   {"\\??\\C:\\s\\u", false, listado, retiene, de_directorio, sin_caja},
+                   {"\\??\\C:\\s\\u\\g", false, DELETE | SYNCHRONIZE, de_todos, de_fichero, sin_caja},
+                   {"\\??\\C:\\s\\u\\h", false, DELETE | SYNCHRONIZE, de_todos, de_fichero, sin_caja},
+                   {"\\??\\C:\\s\\u", false, DELETE | SYNCHRONIZE, de_todos, de_directorio, sin_caja}}));
+    // What was below one directory is the root of a walk of its own: nothing above it counts any more.
+    v.pon("C:\\otra", {{"g"}});
+    const ruta_fijada otra(L"C:\\otra");
+    trato_con_volumen trato;
+    trato.relativo = false;
+    s.cierra();
+    directorio_abierto de_nuevo;
+    EXPECT_EQ(de_nuevo.abre(raiz.directorio, entrada(v, "C:\\s", L"s")), 0u);
+    EXPECT_EQ(de_nuevo.abre(otra, trato), 0u);
+    EXPECT_EQ(de_nuevo.borra(entrada(v, "C:\\otra\\g", L"g")), 0u);
+    EXPECT_EQ(toma_aperturas(v).back().nombre, "\\??\\C:\\otra\\g");
+}
+
+// Why a directory could not be held is why what lies in it was not reached.
+TEST(directorio_abierto, lo_que_no_se_puede_retener_no_se_alcanza) {
+    const struct {
+        const char* que;
+        std::function<void(volumen_falso&)> antes_de_retener;
+        DWORD codigo;
+    } filas[] = {
+        {"in use", [](volumen_falso& v) { v["C:\\d"].codigo_al_abrir = ERROR_SHARING_VIOLATION; },
+         ERROR_SHARING_VIOLATION},
+        {"gone", [](volumen_falso& v) { v["C:\\d"].nombre = "otro"; }, ERROR_FILE_NOT_FOUND},
+        {"another",
+         [](volumen_falso& v) {
+             v.cambia("C:\\d", {"", dir});
+         },
+         ERROR_CANT_ACCESS_FILE},
+        {"a link with its number",
+         [](volumen_falso& v) {
+             const unsigned long long numero = v["C:\\d"].numero();
+             v.cambia("C:\\d", {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"});
+             v["C:\\d"].numero_listado = numero;
+         },
+         ERROR_CANT_ACCESS_FILE},
+    };
+    for (const auto& fila : filas) {
+        for (const bool al_listar : {true, false}) {
+            volumen_falso v;
+            v.pon("C:\\d\\s", {});
+            v.pon("C:\\fuera\\s", {});
+            v.rechaza_relativo = ERROR_NOT_SUPPORTED;
+            v.rechaza_con_numeros = v.rechaza_sin_numeros = ERROR_NOT_SUPPORTED;
+            raiz_abierta raiz(L"C:\\d");
+            const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
+            fila.antes_de_retener(v);
+            DWORD codigo = 0;
+            if (al_listar) {
+                EXPECT_EQ(lee_entera(raiz.directorio, &codigo), lista{}) << fila.que;
+            } else {
+                directorio_abierto s;
+                codigo = s.abre(raiz.directorio, leida);
+            }
+            EXPECT_EQ(codigo, fila.codigo) << fila.que;
+            EXPECT_EQ(v.busquedas_hechas, lista{}) << fila.que;
+            EXPECT_TRUE(v.hay("C:\\fuera\\s"));
+        }
+    }
+}
 
 TEST(directorio_abierto, lo_corriente_va_por_nombres_relativos) {
     volumen_falso v;
@@ -127,6 +283,8 @@ TEST(directorio_abierto, la_ruta_completa_conserva_lo_que_la_raiz_era) {
     const fila filas[] = {
         {.raiz = L"C:\\", .nativa = "\\??\\C:\\f"},
         {.raiz = L"C:/d", .nativa = "\\??\\C:\\d\\f"},
+        {.raiz = L"\\\\?\\C:\\d\\\\", .nativa = "\\??\\C:\\d\\f"},  // as a search names what it looks into
+        {.raiz = L"\\\\.\\C:\\d", .nativa = "\\??\\C:\\d\\f"},
         {.raiz = L"\\\\?\\C:\\d.", .nativa = "\\??\\C:\\d.\\f"},
         {.raiz = L"\\\\srv\\r", .nativa = "\\??\\UNC\\srv\\r\\f"},
         {.raiz = L"\\\\?\\UNC\\srv\\r", .nativa = "\\??\\UNC\\srv\\r\\f"},
@@ -252,11 +410,11 @@ TEST(directorio_abierto, cada_directorio_se_juzga_por_si_mismo) {
 // Where links are followed all the same, nobody is kept from renaming what is held.
 TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_no_se_sabe_no_se_toca) {
     volumen_falso v;
+    v.sigue_enlaces = true;
     v.pon("C:\\d\\s", {});
     v.desfase_de_manijas = 2;
     v.desfase_de_punto = 1;
     raiz_abierta raiz(L"C:\\d");
-    const sustituye los_sigue(interno::sistema.sigue_enlaces, []() -> BOOL { return TRUE; });
     const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
     directorio_abierto s;
     EXPECT_EQ(s.abre(raiz.directorio, leida), DWORD{ERROR_CANT_ACCESS_FILE});
@@ -265,17 +423,208 @@ TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_no_se_sabe_no_se_toc
     EXPECT_EQ(v.abiertas(), 1u);
 }
 
-// A directory is opened as what it is, so its mark needs no second look.
-TEST(directorio_abierto, donde_se_siguen_los_enlaces_un_directorio_recibe_su_marca) {
+// There a file is opened by its path, so that what bears its name is what goes; a directory as elsewhere, as what it is.
+// To change a mark any right will do: the proper one would be refused for what is read-only.
+TEST(directorio_abierto, donde_se_siguen_los_enlaces_un_fichero_se_abre_por_su_ruta) {
+    constexpr DWORD sin_caja = OBJ_CASE_INSENSITIVE;
     volumen_falso v;
+    v.sigue_enlaces = true;
     v.pon("C:\\d\\s", {});
+    v.pon("C:\\d", {{"f"}});
+    v["C:\\d"].etiqueta = 0;
     raiz_abierta raiz(L"C:\\d");
-    const sustituye los_sigue(interno::sistema.sigue_enlaces, []() -> BOOL { return TRUE; });
-    const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
-    const std::size_t antes = v.aperturas.size();
-    EXPECT_EQ(raiz.directorio.pon_atributos(leida, dir | FILE_ATTRIBUTE_READONLY), 0u);
+    ASSERT_EQ(raiz.codigo, 0u);
+    EXPECT_EQ(toma_aperturas(v), (aperturas{{"C:\\d", false, listado, de_todos, por_ruta_sin_seguir, 0},
+                                            {"C:\\", false, mirada, de_todos, por_ruta, 0},
+                                            {"C:\\d", false, mirada, de_todos, por_ruta_sin_seguir, 0},
+                                            {"C:\\", false, mirada, de_todos, por_ruta, 0}}))
+        << "where it lies is asked twice";
+    EXPECT_EQ(v.busquedas_hechas, (lista{"C:\\d", "C:\\d"}));
+    EXPECT_EQ(v.indicadores_de_busqueda, std::vector<DWORD>(2, FIND_FIRST_EX_LARGE_FETCH));
+    const entrada_leida f = entrada(v, "C:\\d\\f", L"f");
+    const entrada_leida s_leida = entrada(v, "C:\\d\\s", L"s");
+    EXPECT_EQ(raiz.directorio.pon_atributos(f, FILE_ATTRIBUTE_READONLY), 0u);
+    EXPECT_EQ(raiz.directorio.pon_atributos(s_leida, dir | FILE_ATTRIBUTE_READONLY), 0u);
     EXPECT_EQ(v["C:\\d\\s"].atributos, dir | FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ(v.aperturas.size(), antes + 1);
+    EXPECT_EQ(raiz.directorio.pon_atributos(f, 0), 0u);
+    EXPECT_EQ(raiz.directorio.borra(f), 0u);
+    EXPECT_EQ(raiz.directorio.protege_raiz(raiz.ruta, interno::modo_lectura), 0u);
+    EXPECT_EQ(toma_aperturas(v),
+              (aperturas{{"\\??\\C:\\d\\f", false, SYNCHRONIZE, de_todos, de_fichero, sin_caja},
+                         {"s", true, SYNCHRONIZE, de_todos, de_directorio, sin_seguir},
+                         {"\\??\\C:\\d\\f", false, SYNCHRONIZE, de_todos, de_fichero, sin_caja},
+                         {"\\??\\C:\\d\\f", false, DELETE | SYNCHRONIZE, de_todos, de_fichero, sin_caja},
+                         {"C:\\d", false, mirada, de_todos, por_ruta_sin_seguir, 0}}));
+    EXPECT_EQ(v.arbol("C:\\d"), lista{"s\\"});
+}
+
+// That system tells names without the blanks and dots at their end, and directories without one dot.
+TEST(directorio_abierto, donde_se_siguen_los_enlaces_los_nombres_cuentan_como_estan) {
+    for (const char* raiz_es : {"\\\\?\\C:\\d", "\\\\?\\C:\\d.", "\\\\?\\C:\\d. ", "\\\\?\\C:\\d..",
+                                "\\\\?\\C:\\p.\\d .", "C:\\p\\d"}) {
+        for (const bool sigue : {false, true}) {
+            volumen_falso v;
+            v.sigue_enlaces = true;
+            const std::string s_es = std::string(raiz_es) + "\\s. .";
+            v.pon(s_es, {{"f"}, {"g."}, {"h "}, {"i. ."}});
+            const texto_w texto = w(raiz_es);
+            const ruta_fijada ruta(texto.c_str());
+            trato_con_volumen trato;
+            directorio_abierto raiz;
+            ASSERT_EQ(raiz.abre(ruta, trato,
+                                sigue ? interno::enlace_raiz::se_sigue : interno::enlace_raiz::se_deja),
+                      0u)
+                << raiz_es;
+            directorio_abierto s;
+            ASSERT_EQ(s.abre(raiz, entrada(v, s_es, L"s. .")), 0u) << raiz_es;
+            for (const wchar_t* nombre : {L"f", L"g.", L"h ", L"i. ."}) {
+                EXPECT_EQ(s.borra(entrada(v, s_es + "\\" + u8(nombre), nombre)), 0u)
+                    << raiz_es << " " << u8(nombre);
+            }
+            EXPECT_EQ(v.arbol(s_es), lista{});
+        }
+    }
+}
+
+// What is opened by a name may lie elsewhere; whether it does, only the name that the system tells of it says.
+TEST(directorio_abierto, donde_se_siguen_los_enlaces_lo_que_esta_en_otro_sitio_se_deja) {
+    const struct {
+        const char* dicho;   // of the file
+        const char* raiz;    // of its directory, where it is told otherwise
+        const char* detras;  // in the room, behind the name
+    } filas[] = {
+        {"\\??\\C:\\e\\f", nullptr, ""},
+        {"\\??\\C:\\d\\g", nullptr, ""},
+        {"\\??\\C:\\dxf", nullptr, ""},
+        {"\\??\\C:\\d", nullptr, "\\f"},
+        {"\\??\\C:", nullptr, ""},
+        {"", nullptr, ""},
+        {"\\f", "", ""},
+    };
+    for (const auto& fila : filas) {
+        volumen_falso v;
+        v.sigue_enlaces = true;
+        v.pon("C:\\d", {{"f"}});
+        v["C:\\d\\f"].nombre_verdadero = fila.dicho;
+        v["C:\\d\\f"].tras_el_nombre = fila.detras;
+        const ruta_fijada ruta(L"C:\\d");
+        trato_con_volumen trato;
+        directorio_abierto raiz;
+        if (fila.raiz != nullptr) {
+            v["C:\\d"].nombre_verdadero = fila.raiz;
+        }
+        ASSERT_EQ(raiz.abre(ruta, trato, interno::enlace_raiz::se_sigue), 0u);
+        const entrada_leida f = entrada(v, "C:\\d\\f", L"f");
+        EXPECT_EQ(raiz.mira(f).codigo, DWORD{ERROR_CANT_ACCESS_FILE}) << fila.dicho;
+        EXPECT_EQ(raiz.pon_atributos(f, FILE_ATTRIBUTE_READONLY), DWORD{ERROR_CANT_ACCESS_FILE})
+            << fila.dicho;
+        EXPECT_EQ(raiz.borra(f), DWORD{ERROR_CANT_ACCESS_FILE}) << fila.dicho;
+        EXPECT_EQ(v["C:\\d\\f"].atributos, DWORD{FILE_ATTRIBUTE_NORMAL});
+    }
+    volumen_falso v;
+    v.sigue_enlaces = true;
+    v.pon("C:\\fuera", {{"g"}});
+    v.pon("C:\\d", {{"f"}, {"e", FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK, "C:\\fuera\\g"}});
+    raiz_abierta raiz(L"C:\\d");
+    // A link is known by its entry.
+    toma_aperturas(v);
+    EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\e", L"e")), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(v.aperturas.size(), 0u);
+    // A file in the place of another has another number; a name that is none is not asked for.
+    entrada_leida f = entrada(v, "C:\\d\\f", L"f");
+    f.numero ^= 1;
+    EXPECT_EQ(raiz.directorio.borra(f), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(toma_aperturas(v).size(), 1u);
+    EXPECT_EQ(
+        raiz.directorio.borra({L"..\\fuera\\g", FILE_ATTRIBUTE_NORMAL, 0, v["C:\\fuera\\g"].numero(), {}}),
+        DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(v.aperturas.size(), 0u);
+    // Where the root lies was asked when it was opened: its path leads there still.
+    v["C:\\d"].nombre_verdadero = "\\??\\C:\\otro";
+    EXPECT_EQ(raiz.directorio.borra(entrada(v, "C:\\d\\f", L"f")), 0u);
+    EXPECT_EQ(v.arbol("C:\\fuera"), lista{"g"});
+}
+
+// A root, and what else is named by a path, must be what bears its last name, each time that this is asked.
+TEST(directorio_abierto, donde_se_siguen_los_enlaces_una_ruta_lleva_a_lo_que_nombra) {
+    const struct {
+        const char* que;
+        const wchar_t* ruta;
+        std::function<void(volumen_falso&)> pasa;
+        unsigned cuando;  // before which opening
+        DWORD codigo;     // of a root
+        DWORD de_un_fin;  // of what is to be deleted, renamed or marked
+    } filas[] = {
+        {"as it is", L"C:\\p\\d", [](volumen_falso&) {}, 1, 0, 0},
+        {"the root of a drive", L"C:\\", [](volumen_falso&) {}, 1, 0, 0},
+        {"missing", L"C:\\p\\no", [](volumen_falso&) {}, 1, ERROR_FILE_NOT_FOUND, ERROR_FILE_NOT_FOUND},
+        {"a link", L"C:\\p\\e", [](volumen_falso&) {}, 1, ERROR_CANT_ACCESS_FILE, ERROR_CANT_ACCESS_FILE},
+        {"a link that the name does not tell", L"C:\\p\\e",
+         [](volumen_falso& v) { v["C:\\fuera"].nombre_verdadero = "\\??\\C:\\p\\e"; }, 1,
+         ERROR_CANT_ACCESS_FILE, ERROR_CANT_ACCESS_FILE},
+        {"elsewhere", L"C:\\p\\d",
+         [](volumen_falso& v) { v["C:\\p\\d"].nombre_verdadero = "\\??\\C:\\q\\d"; }, 1,
+         ERROR_CANT_ACCESS_FILE, ERROR_CANT_ACCESS_FILE},
+        {"elsewhere at first", L"C:\\p\\d",
+         [](volumen_falso& v) {
+             v["C:\\p\\d"].nombre_verdadero =
+                 v.aperturas.size() < 2 ? std::optional<std::string>("\\??\\C:\\q\\d") : std::nullopt;
+         },
+         0, ERROR_CANT_ACCESS_FILE, ERROR_CANT_ACCESS_FILE},
+        {"elsewhere the second time", L"C:\\p\\d",
+         [](volumen_falso& v) { v["C:\\p\\d"].nombre_verdadero = "\\??\\C:\\q\\d"; }, 3,
+         ERROR_CANT_ACCESS_FILE, 0},
+        {"closed the second time", L"C:\\p\\d",
+         [](volumen_falso& v) { v["C:\\p\\d"].codigo_al_abrir = ERROR_SHARING_VIOLATION; }, 3,
+         ERROR_CANT_ACCESS_FILE, 0},
+        {"above it closed", L"C:\\p\\d",
+         [](volumen_falso& v) { v["C:\\p"].codigo_al_abrir = ERROR_ACCESS_DENIED; }, 1,
+         ERROR_CANT_ACCESS_FILE, ERROR_CANT_ACCESS_FILE},
+        {"above it listed by nobody else", L"C:\\p\\d",
+         [](volumen_falso& v) { v["C:\\p"].codigo_al_listar = ERROR_SHARING_VIOLATION; }, 1, 0, 0},
+        {"likewise, with a name that is told cut short", L"\\\\?\\C:\\p\\d.",
+         [](volumen_falso& v) { v["C:\\p"].codigo_al_listar = ERROR_SHARING_VIOLATION; }, 1,
+         ERROR_CANT_ACCESS_FILE, ERROR_CANT_ACCESS_FILE},
+        {"above it not listed", L"C:\\p\\d",
+         [](volumen_falso& v) { v["C:\\p"].codigo_al_listar = ERROR_ACCESS_DENIED; }, 1,
+         ERROR_CANT_ACCESS_FILE, ERROR_CANT_ACCESS_FILE},
+    };
+    for (const auto& fila : filas) {
+        for (const bool es_raiz : {true, false}) {
+            volumen_falso v;
+            v.sigue_enlaces = true;
+            v.pon("C:\\fuera", {{"g"}});
+            v.pon("C:\\p", {{"d", dir}, {"d.", dir}, {"e", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"}});
+            v.al_abrir = [&](const std::string&) {
+                if (fila.cuando == 0 || v.aperturas.size() + 1 == fila.cuando) {
+                    fila.pasa(v);
+                }
+            };
+            const ruta_fijada ruta(fila.ruta);
+            if (es_raiz) {
+                EXPECT_EQ(raiz_abierta(fila.ruta).codigo, fila.codigo) << fila.que;
+            } else {
+                EXPECT_EQ(interno::i_codigo_si_lleva_a_otro_sitio(ruta), fila.de_un_fin) << fila.que;
+                ASSERT_FALSE(v.aperturas.empty());
+                EXPECT_EQ(v.aperturas[0], (volumen_falso::apertura{u8(fila.ruta), false, mirada, de_todos,
+                                                                   por_ruta_sin_seguir, 0}));
+            }
+            EXPECT_EQ(v.abiertas(), 0u) << fila.que;
+        }
+    }
+    volumen_falso v;
+    v.pon("C:\\fuera", {{"g"}});
+    v.pon("C:\\d", {{"e", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"}});
+    const ruta_fijada enlace(L"C:\\d\\e");
+    EXPECT_EQ(interno::i_codigo_si_lleva_a_otro_sitio(enlace), 0u);
+    EXPECT_EQ(v.aperturas.size(), 0u) << "where links are not followed nothing is asked";
+    // A root that is to be followed is not asked where it lies.
+    v.sigue_enlaces = true;
+    trato_con_volumen trato;
+    directorio_abierto detras;
+    EXPECT_EQ(detras.abre(enlace, trato, interno::enlace_raiz::se_sigue), 0u);
+    EXPECT_EQ(v.aperturas, (aperturas{{"C:\\d\\e", false, listado, de_todos, por_ruta, 0}}));
+    EXPECT_EQ(lee_entera(detras), lista{"g"});
 }
 
 // On such a volume a link goes too, and a file that only its path leads to.
@@ -430,6 +779,90 @@ TEST(directorio_abierto, el_ultimo_registro_puede_acabar_donde_acaba_el_sitio) {
     }
 }
 
+namespace {
+
+// The room of a walk, in the place of the allocator's: it ends where memory that can be touched ends.
+class sitio_al_borde {
+public:
+    static constexpr std::size_t bytes = 0x10000;
+
+    sitio_al_borde() {
+        void* region = ::VirtualAlloc(nullptr, bytes + 4096, MEM_RESERVE, PAGE_NOACCESS);
+        i_sitio() = ::VirtualAlloc(region, bytes, MEM_COMMIT, PAGE_READWRITE);
+        i_antes() = interno::memoria;
+        interno::memoria.reserva = [](std::size_t cuantos) {
+            return cuantos == bytes ? i_sitio() : i_antes().reserva(cuantos);
+        };
+        interno::memoria.libera = [](void* bloque) {
+            if (bloque != i_sitio()) {
+                i_antes().libera(bloque);
+            }
+        };
+    }
+    ~sitio_al_borde() {
+        interno::memoria = i_antes();
+        ::VirtualFree(i_sitio(), 0, MEM_RELEASE);
+    }
+    sitio_al_borde(const sitio_al_borde&) = delete;
+    sitio_al_borde& operator=(const sitio_al_borde&) = delete;
+
+    static bool es(const void* aqui) { return aqui == i_sitio(); }
+
+private:
+    static void*& i_sitio() {
+        static void* sitio = nullptr;
+        return sitio;
+    }
+    static interno::tabla_memoria& i_antes() {
+        static interno::tabla_memoria antes;
+        return antes;
+    }
+};
+
+}  // namespace
+
+// What lies behind the room is neither read nor taken for a part of a record.
+TEST(directorio_abierto, un_registro_al_final_del_sitio_cabe_o_no) {
+    for (const bool con_numeros : {true, false}) {
+        const std::size_t minimo = con_numeros ? offsetof(FILE_ID_BOTH_DIR_INFO, FileName) : 68;
+        for (const std::size_t quedan : {minimo, minimo - 4, std::size_t{4}}) {
+            const sitio_al_borde sitio;
+            volumen_falso v;
+            v.rechaza_con_numeros = con_numeros ? 0 : ERROR_NOT_SUPPORTED;
+            v.pon("C:\\d", {{"a"}});
+            v["C:\\d"].con_relativas = false;
+            v.estropea = [&](unsigned char* bufer) {
+                EXPECT_TRUE(sitio_al_borde::es(bufer)) << "64 KiB for the whole walk";
+                const auto paso = static_cast<ULONG>(sitio_al_borde::bytes - quedan);
+                std::memcpy(bufer, &paso, sizeof paso);
+                std::memset(bufer + paso, 0, quedan);
+            };
+            raiz_abierta raiz(L"C:\\d");
+            DWORD codigo = 0;
+            const bool cabe = quedan == minimo;
+            EXPECT_EQ(lee_entera(raiz.directorio, &codigo), cabe ? (lista{"a", ""}) : lista{"a"}) << quedan;
+            EXPECT_EQ(codigo, cabe ? DWORD{ERROR_NO_MORE_FILES} : DWORD{ERROR_INVALID_DATA}) << quedan;
+        }
+    }
+}
+
+// Of names as long as other systems make them too.
+TEST(directorio_abierto, el_ultimo_nombre_que_vino) {
+    for (const std::size_t largo : {1u, 259u, 260u, 261u, 300u}) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"a"}, {std::string(largo, 'x')}});
+        raiz_abierta raiz(L"C:\\d");
+        lector_de_directorio lector(raiz.directorio);
+        std::size_t vienen = 0;
+        while (const entrada_leida* e = lector.siguiente()) {
+            ++vienen;
+            EXPECT_EQ(u8(lector.ultimo_nombre()), u8(e->nombre).substr(0, MAX_PATH));
+        }
+        EXPECT_EQ(vienen, 4u);
+        EXPECT_EQ(u8(lector.ultimo_nombre()), std::string(std::min<std::size_t>(largo, MAX_PATH), 'x'));
+    }
+}
+
 TEST(directorio_abierto, otros_codigos_no_son_un_rechazo) {
     for (const DWORD codigo : std::initializer_list<DWORD>{ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
                                                            ERROR_FILE_NOT_FOUND, ERROR_DELETE_PENDING}) {
@@ -441,6 +874,18 @@ TEST(directorio_abierto, otros_codigos_no_son_un_rechazo) {
         EXPECT_EQ(s.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")), codigo);
         EXPECT_TRUE(raiz.trato.relativo);
         EXPECT_EQ(v.aperturas.size(), 2u) << "the root and one attempt";
+    }
+    // One that is disliked is asked for in each way once.
+    for (const bool conoce : {true, false}) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"f"}, {"malo"}});
+        v["C:\\d\\malo"].codigo_al_abrir = ERROR_INVALID_PARAMETER;
+        v.conoce_sin_seguir = conoce;
+        raiz_abierta raiz(L"C:\\d");
+        raiz.directorio.mira(entrada(v, "C:\\d\\f", L"f"));
+        toma_aperturas(v);
+        raiz.directorio.mira(entrada(v, "C:\\d\\malo", L"malo"));
+        EXPECT_EQ(v.aperturas.size(), conoce ? 4u : 3u) << "the root is held, too";
     }
     // The name itself is what the system dislikes, by its path too: that says nothing about relative opens.
     volumen_falso v;
@@ -473,23 +918,38 @@ TEST(directorio_abierto, cada_manera_de_leer_rechazada_lleva_a_la_siguiente) {
          {DWORD{1}, DWORD{5}, DWORD{6}, DWORD{31}, DWORD{50}, DWORD{87}, DWORD{124}, DWORD{1359}}) {
         for (const bool tampoco_completa : {false, true}) {
             volumen_falso v;
-            v.pon("C:\\d", {{"f"}, {"e", enlace_dir, IO_REPARSE_TAG_SYMLINK}, {"s", dir, 77}});
+            v.pon(
+                "C:\\d",
+                {{"f"}, {"e", enlace_dir, IO_REPARSE_TAG_SYMLINK}, {"s", dir | FILE_ATTRIBUTE_READONLY, 77}});
+            v["C:\\d\\f"].fecha = {0x12345678, 0x01D00000};
             v.pon("C:\\d\\s", {{"g"}});
             v.rechaza_con_numeros = codigo;
             v.rechaza_sin_numeros = tampoco_completa ? codigo : 0;
             raiz_abierta raiz(L"C:\\d");
             lista leidas;
+            unsigned long long fecha = 0;
             {
                 lector_de_directorio lector(raiz.directorio);
                 while (const entrada_leida* e = lector.siguiente()) {
                     leidas.push_back(u8(e->nombre) + " " + std::to_string(e->atributos) + " " +
                                      std::to_string(e->reanalisis) + " " + std::to_string(e->numero));
+                    fecha |= e->modificado.dwLowDateTime | (1ull << 32) * e->modificado.dwHighDateTime;
                 }
                 EXPECT_EQ(lector.codigo(), DWORD{ERROR_NO_MORE_FILES});
             }
             EXPECT_EQ(leidas, (lista{". 16 0 0", ".. 16 0 0", "f 128 0 0",
-                                     "e 1040 " + std::to_string(IO_REPARSE_TAG_SYMLINK) + " 0", "s 16 0 0"}))
+                                     "e 1040 " + std::to_string(IO_REPARSE_TAG_SYMLINK) + " 0", "s 17 0 0"}))
                 << codigo;
+            EXPECT_EQ(fecha, 0x01D0000012345678u) << codigo;
+            // Whatever was tried before, each way of reading begins at the first entry.
+            using clases = std::vector<FILE_INFO_BY_HANDLE_CLASS>;
+            constexpr auto completa = static_cast<FILE_INFO_BY_HANDLE_CLASS>(14);
+            constexpr auto completa_desde_el_principio = static_cast<FILE_INFO_BY_HANDLE_CLASS>(15);
+            EXPECT_EQ(v.clases,
+                      tampoco_completa
+                          ? (clases{FileIdBothDirectoryRestartInfo, completa_desde_el_principio})
+                          : (clases{FileIdBothDirectoryRestartInfo, completa_desde_el_principio, completa}));
+            EXPECT_EQ(v.indicadores_de_busqueda, std::vector<DWORD>(tampoco_completa ? 1 : 0, 0));
             EXPECT_EQ(raiz.trato.como_se_lee,
                       tampoco_completa ? lectura::por_busqueda : lectura::sin_numeros);
             EXPECT_EQ(v.busquedas_hechas, tampoco_completa ? lista{"\\\\?\\C:\\d\\*"} : lista{});
@@ -515,6 +975,7 @@ TEST(directorio_abierto, ninguna_manera_de_leer) {
     EXPECT_EQ(lee_entera(raiz.directorio, &codigo), lista{});
     EXPECT_EQ(codigo, DWORD{ERROR_ACCESS_DENIED});
     EXPECT_EQ(raiz.trato.como_se_lee, lectura::con_numeros) << "nothing was learned";
+    EXPECT_EQ(lector_de_directorio(raiz.directorio).ultimo_nombre().size(), 0u) << "none has come";
     v["C:\\d"].codigo_al_listar = 0;
     EXPECT_EQ(lee_entera(raiz.directorio), lista{"f"});
 }
@@ -529,6 +990,8 @@ TEST(directorio_abierto, una_raiz_vacia_sin_punto_ni_dos_puntos) {
         DWORD codigo = 0;
         EXPECT_EQ(lee_entera(raiz.directorio, &codigo), lista{});
         EXPECT_EQ(codigo, DWORD{ERROR_NO_MORE_FILES});
+        EXPECT_EQ(v.clases.size(), por_busqueda ? 2u : 1u) << "a directory without entries is no refusal";
+        EXPECT_EQ(v.busquedas_hechas.size(), por_busqueda ? 1u : 0u);
     }
 }
 
@@ -549,6 +1012,8 @@ TEST(directorio_abierto, una_lectura_que_se_rompe_a_medias) {
         EXPECT_EQ(nombres, (lista{".", "..", "a", "b", "c"}));
         EXPECT_EQ(lector.codigo(), DWORD{ERROR_NETNAME_DELETED});
         EXPECT_EQ(u8(lector.ultimo_nombre()), "c");
+        v["C:\\d"].codigo_al_final = ERROR_NO_MORE_FILES;
+        v.pon("C:\\d", {{"nuevo"}});
         EXPECT_EQ(lector.siguiente(), nullptr) << "an end stays one";
     }
 }
@@ -562,6 +1027,7 @@ TEST(directorio_abierto, los_numeros_deciden_si_es_el_que_se_leyo) {
         ull propio;  // under "."; `sin_punto`: there is none
         bool se_entra;
         bool coherentes;
+        bool retenido = false;  // nobody else may rename it meanwhile
     };
     constexpr ull sin_punto = 12345;
     const fila filas[] = {
@@ -578,13 +1044,25 @@ TEST(directorio_abierto, los_numeros_deciden_si_es_el_que_se_leyo) {
          .abierto = 9,
          .propio = 8,
          .se_entra = true,
-         .coherentes = false},  // each counts otherwise: its entry says so still
+         .coherentes = false,
+         .retenido = true},  // each counts otherwise: its entry says so still
         // Not told by the directory itself: its entry still says so while it is held.
-        {.leido = 7, .abierto = 9, .propio = 0, .se_entra = true, .coherentes = false},
-        {.leido = 7, .abierto = 9, .propio = todos, .se_entra = true, .coherentes = false},
-        {.leido = 7, .abierto = 9, .propio = sin_punto, .se_entra = true, .coherentes = false},
+        {.leido = 7, .abierto = 9, .propio = 0, .se_entra = true, .coherentes = false, .retenido = true},
+        {.leido = 7, .abierto = 9, .propio = todos, .se_entra = true, .coherentes = false, .retenido = true},
+        {.leido = 7,
+         .abierto = 9,
+         .propio = sin_punto,
+         .se_entra = true,
+         .coherentes = false,
+         .retenido = true},
+        {.leido = 1,
+         .abierto = 9,
+         .propio = sin_punto,
+         .se_entra = true,
+         .coherentes = false,
+         .retenido = true},
         {.leido = 7, .abierto = 0, .propio = 7, .se_entra = true, .coherentes = false},
-        {.leido = 7, .abierto = 0, .propio = 0, .se_entra = true, .coherentes = false},
+        {.leido = 7, .abierto = 0, .propio = 0, .se_entra = true, .coherentes = false, .retenido = true},
     };
     for (const fila& caso : filas) {
         volumen_falso v;
@@ -602,6 +1080,10 @@ TEST(directorio_abierto, los_numeros_deciden_si_es_el_que_se_leyo) {
         EXPECT_EQ(raiz.trato.numeros_coherentes, caso.coherentes)
             << caso.leido << " " << caso.abierto << " " << caso.propio;
         EXPECT_EQ(v.abiertas(), caso.se_entra ? 2u : 1u);
+        EXPECT_EQ(v.aperturas.back(),
+                  (volumen_falso::apertura{"s", true, listado, caso.retenido ? retiene : de_todos,
+                                           de_directorio, sin_seguir}))
+            << caso.leido << " " << caso.abierto << " " << caso.propio;
         if (caso.se_entra) {
             EXPECT_EQ(lee_entera(hijo), lista{"g"}) << "from its beginning, whatever was looked at before";
         }
@@ -613,10 +1095,118 @@ TEST(directorio_abierto, los_numeros_deciden_si_es_el_que_se_leyo) {
     raiz_abierta raiz(L"C:\\d");
     directorio_abierto hijo;
     EXPECT_EQ(hijo.abre(raiz.directorio, {L"s", dir, 0, 0, {}}), 0u);
+    EXPECT_EQ(hijo.numero(), 0u);
     EXPECT_EQ(hijo.borra({L"g", FILE_ATTRIBUTE_NORMAL, 0, 0, {}}), 0u);
     hijo.cierra();
     EXPECT_EQ(raiz.directorio.borra({L"s", dir, 0, 0, {}}), 0u);
     EXPECT_EQ(raiz.directorio.borra_raiz(raiz.ruta), 0u);
+}
+
+// What cannot be judged by its number is opened once more, held: what happened in between is seen then.
+TEST(directorio_abierto, entre_abrir_y_retener) {
+    using ull = unsigned long long;
+    const struct {
+        const char* que;
+        std::function<void(volumen_falso&)> antes_de_retener;
+        DWORD codigo;
+        ull numero;
+        bool coherentes;
+    } filas[] = {
+        {"nothing", [](volumen_falso&) {}, 0, 9, false},
+        {"in use", [](volumen_falso& v) { v["C:\\d\\s"].codigo_al_abrir = ERROR_SHARING_VIOLATION; },
+         ERROR_SHARING_VIOLATION, 9, true},
+        {"another with its number",
+         [](volumen_falso& v) {
+             v.cambia("C:\\d\\s", {"", dir});
+             v["C:\\d\\s"].numero_listado = 7;
+             v["C:\\d\\s"].numero_abierto = 11;
+         },
+         0, 11, false},
+        {"a link with its number",
+         [](volumen_falso& v) {
+             v.cambia("C:\\d\\s", {"", enlace_dir, IO_REPARSE_TAG_SYMLINK, "C:\\fuera"});
+             v["C:\\d\\s"].numero_listado = 7;
+         },
+         ERROR_CANT_ACCESS_FILE, 0, false},
+        {"another number", [](volumen_falso& v) { v["C:\\d\\s"].numero_listado = 8; }, ERROR_CANT_ACCESS_FILE,
+         9, true},
+    };
+    for (const auto& fila : filas) {
+        volumen_falso v;
+        v.pon("C:\\fuera", {});
+        v.pon("C:\\d\\s", {});
+        v["C:\\d\\s"].numero_listado = 7;
+        v["C:\\d\\s"].numero_abierto = 9;
+        v["C:\\d\\s"].numero_propio = 8;
+        raiz_abierta raiz(L"C:\\d");
+        const entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
+        unsigned van = 0;
+        v.al_abrir = [&](const std::string&) {
+            if (++van == 2) {
+                fila.antes_de_retener(v);
+            }
+        };
+        directorio_abierto s;
+        EXPECT_EQ(s.abre(raiz.directorio, leida), fila.codigo) << fila.que;
+        EXPECT_EQ(raiz.trato.numeros_coherentes, fila.coherentes) << fila.que;
+        if (fila.codigo == 0) {
+            EXPECT_EQ(s.numero(), fila.numero) << fila.que;
+        }
+        EXPECT_EQ(v.abiertas(), fila.codigo == 0 ? 2u : 1u) << fila.que;
+    }
+}
+
+// A file is what bears its name in the open directory. Reached by a path it has to be the one whose entry was read.
+TEST(directorio_abierto, por_su_nombre_o_por_su_numero) {
+    const struct {
+        bool relativo;
+        bool coherentes;
+        bool cambiado;
+        DWORD codigo;
+        std::vector<DWORD> compartir;  // one for each opening of it
+    } filas[] = {
+        {true, true, true, 0, {de_todos}},   {true, true, false, 0, {de_todos}},
+        {false, true, false, 0, {de_todos}}, {false, true, true, ERROR_CANT_ACCESS_FILE, {de_todos, retiene}},
+        {false, false, true, 0, {de_todos}}, {false, false, false, 0, {de_todos}},
+    };
+    for (const auto& fila : filas) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"f"}});
+        raiz_abierta raiz(L"C:\\d");
+        const entrada_leida leida = entrada(v, "C:\\d\\f", L"f");
+        raiz.trato.relativo = fila.relativo;
+        raiz.trato.numeros_coherentes = fila.coherentes;
+        if (fila.cambiado) {
+            v.cambia("C:\\d\\f", {""});
+        }
+        toma_aperturas(v);
+        EXPECT_EQ(raiz.directorio.borra(leida), fila.codigo);
+        EXPECT_EQ(v.hay("C:\\d\\f"), fila.codigo != 0);
+        std::vector<DWORD> compartir;
+        for (const volumen_falso::apertura& a : v.aperturas) {
+            if (a.nombre.ends_with("f")) {
+                compartir.push_back(a.compartir);
+            }
+        }
+        EXPECT_EQ(compartir, fila.compartir) << fila.relativo << fila.coherentes << fila.cambiado;
+    }
+    // A directory that was entered is known by what its handle told then, whatever listings say of another.
+    volumen_falso v;
+    v.pon("C:\\d\\s", {});
+    v["C:\\d\\s"].numero_listado = 7;
+    v["C:\\d\\s"].numero_abierto = 9;
+    v["C:\\d\\s"].numero_propio = 7;
+    raiz_abierta raiz(L"C:\\d");
+    entrada_leida leida = entrada(v, "C:\\d\\s", L"s");
+    leida.numero_abierto = 9;
+    toma_aperturas(v);
+    EXPECT_TRUE(raiz.directorio.mira(leida).hay());
+    v["C:\\d\\s"].numero_abierto = 7;
+    EXPECT_EQ(raiz.directorio.borra(leida), DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_TRUE(v.hay("C:\\d\\s"));
+    EXPECT_EQ(toma_aperturas(v),
+              (aperturas{{"s", true, mirada, de_todos, de_directorio, sin_seguir},
+                         {"s", true, DELETE | SYNCHRONIZE, de_todos, de_directorio, sin_seguir}}));
 }
 
 TEST(directorio_abierto, borrar_sin_POSIX) {
@@ -657,6 +1247,14 @@ TEST(directorio_abierto, registros_que_no_caben_donde_dicen) {
         {"one to the last bytes", [](auto* r) { r->NextEntryOffset = 0xFE00; }, ERROR_INVALID_DATA, {"a"}},
         {"a name longer than the room", [](auto* r) { r->FileNameLength = 0x20000; }, ERROR_INVALID_DATA, {}},
         {"the longest length", [](auto* r) { r->FileNameLength = 0xFFFFFFFF; }, ERROR_INVALID_DATA, {}},
+        {"a name one byte longer than the room",
+         [](auto* r) { r->FileNameLength = static_cast<ULONG>(0x10000 - 0xE0 - 0x68 + 1); },
+         ERROR_INVALID_DATA,
+         {}},
+        {"the next one behind the room",
+         [](auto* r) { r->NextEntryOffset = 0x10000 - 0xE0; },
+         ERROR_INVALID_DATA,
+         {}},
         {"half a unit", [](auto* r) { r->FileNameLength = 3; }, ERROR_NO_MORE_FILES, {"a", "b"}},
         {"no name", [](auto* r) { r->FileNameLength = 0; }, ERROR_NO_MORE_FILES, {"", "b"}},
     };
@@ -727,7 +1325,8 @@ TEST(directorio_abierto, lo_que_es_un_enlace_no_se_abre_y_se_borra_el_mismo) {
 }
 
 TEST(directorio_abierto, lo_que_no_dice_que_es_no_se_abre) {
-    for (const DWORD atributos : {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{enlace_dir}}) {
+    for (const DWORD atributos :
+         {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_READONLY}, DWORD{enlace_dir}}) {
         volumen_falso v;
         v.pon("C:\\d\\s", {{"g"}});
         v["C:\\d\\s"].atributos_abierto = atributos;
@@ -738,6 +1337,17 @@ TEST(directorio_abierto, lo_que_no_dice_que_es_no_se_abre) {
         raiz_abierta como_raiz(L"C:\\d\\s");
         EXPECT_EQ(como_raiz.codigo, DWORD{ERROR_CANT_ACCESS_FILE});
         EXPECT_EQ(v.abiertas(), 1u);
+    }
+    // The tag is asked for where there is one: not every file system knows that question.
+    for (const DWORD atributos : {dir, dir | FILE_ATTRIBUTE_READONLY, enlace_dir}) {
+        volumen_falso v;
+        v.pon("C:\\d", {{"s", atributos, 0x9000601A}});
+        v.rechaza_etiqueta = ERROR_INVALID_PARAMETER;
+        raiz_abierta raiz(L"C:\\d");
+        directorio_abierto hijo;
+        EXPECT_EQ(hijo.abre(raiz.directorio, entrada(v, "C:\\d\\s", L"s")),
+                  atributos == enlace_dir ? ERROR_CANT_ACCESS_FILE : 0u)
+            << atributos;
     }
     volumen_falso v;
     v.pon("C:\\d\\s", {});
@@ -827,6 +1437,29 @@ TEST(directorio_abierto, los_atributos_de_una_entrada) {
     EXPECT_EQ(raiz.directorio.mira(falta).codigo, DWORD{ERROR_FILE_NOT_FOUND});
     EXPECT_EQ(raiz.directorio.mira(falta).atributos, DWORD{INVALID_FILE_ATTRIBUTES});
     EXPECT_EQ(raiz.directorio.pon_atributos(falta, 1), DWORD{ERROR_FILE_NOT_FOUND});
+    // What cannot be opened, or not be asked once it is open.
+    const struct {
+        DWORD al_abrir;
+        DWORD al_leer;
+        interno::existencia espera;
+    } filas[] = {
+        {ERROR_ACCESS_DENIED, 0, {interno::existencia::estado::hay, 0, leida.atributos}},
+        {ERROR_SHARING_VIOLATION, 0, {interno::existencia::estado::hay, 0, leida.atributos}},
+        {0, ERROR_ACCESS_DENIED, {interno::existencia::estado::hay, 0, leida.atributos}},
+        {0, ERROR_NETNAME_DELETED, {interno::existencia::estado::no_se_sabe, ERROR_NETNAME_DELETED, ~0ul}},
+        {ERROR_NETNAME_DELETED, 0, {interno::existencia::estado::no_se_sabe, ERROR_NETNAME_DELETED, ~0ul}},
+    };
+    for (const auto& fila : filas) {
+        v["C:\\d\\f"].codigo_al_abrir = fila.al_abrir;
+        v["C:\\d\\f"].codigo_al_leer_marcas = fila.al_leer;
+        const interno::existencia que_hay = raiz.directorio.mira(leida);
+        EXPECT_EQ(que_hay.cual, fila.espera.cual) << fila.al_abrir << " " << fila.al_leer;
+        EXPECT_EQ(que_hay.codigo, fila.espera.codigo) << fila.al_abrir << " " << fila.al_leer;
+        EXPECT_EQ(que_hay.atributos, fila.espera.atributos) << fila.al_abrir << " " << fila.al_leer;
+    }
+    v["C:\\d\\f"].codigo_al_abrir = 0;
+    v["C:\\d\\f"].codigo_al_marcar = ERROR_WRITE_PROTECT;
+    EXPECT_EQ(raiz.directorio.pon_atributos(leida, 1), DWORD{ERROR_WRITE_PROTECT});
 }
 
 TEST(directorio_abierto, una_raiz_que_falta_o_no_es_un_directorio) {

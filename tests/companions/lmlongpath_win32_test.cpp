@@ -4,6 +4,7 @@
 #include "apoyo/apoyo.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
+#include "apoyo/pagina_ultima.hpp"
 #include "companions/lmlongpath.h"
 
 using namespace apoyo;
@@ -157,6 +158,101 @@ TEST(lmlongpath, una_ruta_corta_no_cuesta_ninguna_llamada_mas) {
     EXPECT_EQ(f.cuenta("GetFileAttributesW"), 3u);
 }
 
+TEST(lmlongpath, que_rutas_se_completan) {
+    static unsigned preguntas;
+    const sustituye completa(sistema.GetFullPathNameW,
+                             [](const wchar_t*, DWORD, wchar_t*, wchar_t**) WINAPI -> DWORD {
+                                 ++preguntas;
+                                 return 0;
+                             });
+    const struct {
+        const wchar_t* ruta;
+        unsigned preguntas;
+    } filas[] = {
+        {L"", 0},         {L"C:\\x", 0},      {L"c:/", 0},      {L"\\\\", 0},  {L"//", 0},
+        {L"\\\\s\\r", 0}, {L"\\\\?\\C:x", 0}, {L"\\\\.\\x", 0}, {L"x", 1},     {L"\\", 1},
+        {L"\\x", 1},      {L"C:", 1},         {L"C:x", 1},      {L"1:\\x", 1}, {L"ab\\x", 1},
+        {L"C\\\\", 1},    {L"//?/C:/x", 0},
+    };
+    for (const auto& fila : filas) {
+        preguntas = 0;
+        EXPECT_STREQ(ruta_fijada(fila.ruta).c_str(), fila.ruta)
+            << "what the system cannot tell goes as it is";
+        EXPECT_EQ(preguntas, fila.preguntas) << u8(fila.ruta);
+    }
+}
+
+// What fits in the room of a path is asked for once; an answer that leaves no unit for its end has not fitted.
+TEST(lmlongpath, la_forma_completa_cabe_o_se_pregunta_de_nuevo) {
+    static std::vector<DWORD> sitios;
+    static DWORD largo;
+    static bool dice_el_sitio;
+    const sustituye completa(sistema.GetFullPathNameW,
+                             [](const wchar_t*, DWORD sitio, wchar_t* destino, wchar_t**) WINAPI -> DWORD {
+                                 sitios.push_back(sitio);
+                                 if (dice_el_sitio && sitios.size() == 1) {
+                                     std::fill_n(destino, sitio, L'z');
+                                     return sitio;
+                                 }
+                                 if (sitio <= largo) {
+                                     return largo + 1;
+                                 }
+                                 std::fill_n(destino, largo, L'y');
+                                 std::copy_n(L"C:\\", 3, destino);
+                                 destino[largo] = 0;
+                                 return largo;
+                             });
+    for (const DWORD este : {3u, 247u, 248u, 258u, 259u, 260u, 261u}) {
+        for (const bool dice : {false, true}) {
+            sitios.clear();
+            largo = este;
+            dice_el_sitio = dice;
+            const std::string forma = "C:\\" + std::string(este - 3, 'y');
+            EXPECT_EQ(u8(ruta_fijada(L"x").c_str()), (este < 248 ? "" : "\\\\?\\") + forma) << este;
+            ASSERT_FALSE(sitios.empty());
+            EXPECT_EQ(sitios[0], DWORD{MAX_PATH});
+            EXPECT_EQ(sitios.size() > 1, dice || este >= MAX_PATH) << este;
+        }
+    }
+}
+
+TEST(lmlongpath, la_raiz_de_una_ruta) {
+    const struct {
+        const wchar_t* ruta;
+        std::size_t raiz;
+    } filas[] = {
+        {L"", 0},
+        {L"x", 0},
+        {L"C", 0},
+        {L"C:", 2},
+        {L"C:\\x", 2},
+        {L"C:x", 2},
+        {L"x:\\", 2},
+        {L"\\", 0},
+        {L"\\x", 0},
+        {L"\\\\s\\r", 5},
+        {L"\\\\s\\r\\x", 5},
+        {L"//s//r/x", 6},
+        {L"\\\\s", 3},
+        {L"\\\\", 2},
+        {L"\\\\?\\C:", 6},
+        {L"\\\\?\\C:\\x\\y", 6},
+        {L"\\\\?\\Volume{1}\\x", 13},
+        {L"\\\\.\\C:\\x", 6},
+        {L"\\\\?\\UNC\\s\\r\\x", 11},
+        {L"\\\\?\\unc\\s\\r", 11},
+        {L"\\\\?\\UNCs\\r", 8},
+    };
+    pagina_ultima pagina;
+    for (const auto& fila : filas) {
+        EXPECT_EQ(i_largo_de_raiz(pagina.pon(vista_w(fila.ruta))), fila.raiz) << u8(fila.ruta);
+        EXPECT_EQ(i_es_raiz(vista_w(fila.ruta)), vista_w(fila.ruta).size() <= fila.raiz) << u8(fila.ruta);
+    }
+    // What stands behind a text is none of it.
+    EXPECT_EQ(i_largo_de_raiz(vista_w(L"\\\\s", 1)), 0u);
+    EXPECT_EQ(i_largo_de_raiz(vista_w(L"C:", 1)), 0u);
+}
+
 TEST(lmlongpath, quitar_el_prefijo) {
     const auto sin = [](const char* ruta) { return u8(lmlongpath_desprepend_path(w(ruta)).ver()); };
     EXPECT_EQ(sin("\\\\?\\C:\\x"), "C:\\x");
@@ -174,12 +270,42 @@ TEST(lmlongpath, quitar_el_prefijo) {
     EXPECT_EQ(sin("//?/unc/srv/x"), "\\\\srv/x");
     EXPECT_EQ(sin("//./C:/x"), "C:/x");
     EXPECT_EQ(sin("\\\\.\\C:\\x"), "C:\\x");
+    {
+        pagina_ultima pagina;
+        for (const char* ruta :
+             {"", "\\", "\\\\", "\\\\?", "\\\\?\\", "\\\\?\\C", "\\\\?\\UNC", "\\\\.\\C:"}) {
+            EXPECT_EQ(u8(lmlongpath_desprepend_path(pagina.pon(vista_w(w(ruta)))).ver()), ruta)
+                << "read to its end alone";
+        }
+    }
     // Names that only the system knows have no other form: without the prefix they would be relative paths.
-    for (const char* ruta :
-         {"\\\\?\\Volume{26a21bda-a627-11d7-9931-806e6f6e6963}\\x",
-          "\\\\?\\GLOBALROOT\\Device\\HarddiskVolume1\\x", "\\\\?\\x", "\\\\?\\\\x", "\\\\?\\1:\\x",
-          "\\\\?\\ñ:\\x", "\\\\?\\", "//?/x", "//./COM1", "//./pipe/x", "//./C:", "//?", "//x/C:/y",
-          "/?/C:/x", "//./C:x", "//?/UNC", "//?/UNCx/y", "//?x/C:/y", "//.C:/x"}) {
+    for (const char* ruta : {"\\\\?\\Volume{26a21bda-a627-11d7-9931-806e6f6e6963}\\x",
+                             "\\\\?\\GLOBALROOT\\Device\\HarddiskVolume1\\x",
+                             "\\\\?\\x",
+                             "\\\\?\\\\x",
+                             "\\\\?\\1:\\x",
+                             "\\\\?\\ñ:\\x",
+                             "/",
+                             "\\\\",
+                             "\\\\?",
+                             "x\\?\\C:\\x",
+                             "\\x?\\C:\\x",
+                             "\\\\??C:\\x",
+                             "//x/C:",
+                             "\\\\x\\C:\\y",
+                             "\\\\?\\",
+                             "//?/x",
+                             "//./COM1",
+                             "//./pipe/x",
+                             "//./C:",
+                             "//?",
+                             "//x/C:/y",
+                             "/?/C:/x",
+                             "//./C:x",
+                             "//?/UNC",
+                             "//?/UNCx/y",
+                             "//?x/C:/y",
+                             "//.C:/x"}) {
         EXPECT_EQ(sin(ruta), ruta);
     }
 }
