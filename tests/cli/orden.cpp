@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -284,12 +285,16 @@ void i_con_el_proceso(const char* que_se_hace, HANDLE asa) {
 maquina_lenta::maquina_lenta(const proceso& de) : asa_(OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, de.pid())) {
     EXPECT_NE(asa_, nullptr) << "error " << GetLastError();
     frena_ = std::thread([this] {
-        constexpr DWORD parada_ms = 150, turno_ms = 1;
+        // By how long the turn really was: on a machine with much to do this thread gets its own turn late.
+        constexpr int veces_mas_lenta = 50;
+        std::chrono::milliseconds turno(1);
         while (!acaba_) {
             i_con_el_proceso("NtSuspendProcess", asa_);
-            Sleep(parada_ms);
+            std::this_thread::sleep_for(turno * veces_mas_lenta);
+            const auto antes = std::chrono::steady_clock::now();
             i_con_el_proceso("NtResumeProcess", asa_);
-            Sleep(turno_ms);
+            Sleep(1);
+            turno = std::chrono::ceil<std::chrono::milliseconds>(std::chrono::steady_clock::now() - antes);
         }
     });
 }
