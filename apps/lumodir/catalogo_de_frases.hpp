@@ -47,6 +47,7 @@ inline constexpr fila_de_frases catalogo_de_frases[] = {
     {"an argument is missing", L"falta un argumento"},
     {"arguments are missing", L"faltan argumentos"},
     {"unexpected failure: %1", L"fallo inesperado: %1"},
+    {"cannot write standard output: %1", L"no se puede escribir en la salida estándar: %1"},
     {"Try again?", L"¿Lo intento de nuevo?"},
     {" [y/N] ", L" [s/N] "},
     {"the directory is empty; the current one is \".\"", L"el directorio está vacío; el actual es \".\""},

@@ -71,25 +71,39 @@ size_t corriente::columnas() const {
     return 80;
 }
 
-void corriente::i_entrega(std::wstring_view texto) {
-    unsigned long hechas = 0;
-    if (consola_) {
-        // A console takes a limited number of characters at once; a pair of surrogates goes in one piece.
-        while (!texto.empty()) {
-            size_t pieza = std::min(texto.size(), lleno);
-            pieza -= pieza < texto.size() && IS_HIGH_SURROGATE(texto[pieza - 1]) ? 1 : 0;
-            WriteConsoleW(asa_, texto.data(), static_cast<unsigned long>(pieza), &hechas, nullptr);
-            texto.remove_prefix(pieza);
+// A console takes a limited number of characters at once; a pair of surrogates goes in one piece.
+unsigned long corriente::i_escribe_en_consola(std::wstring_view texto) const {
+    while (!texto.empty()) {
+        size_t pieza = std::min(texto.size(), lleno);
+        pieza -= pieza < texto.size() && IS_HIGH_SURROGATE(texto[pieza - 1]) ? 1 : 0;
+        unsigned long hechas = 0;
+        if (!WriteConsoleW(asa_, texto.data(), static_cast<unsigned long>(pieza), &hechas, nullptr)) {
+            return GetLastError();
         }
-        return;
+        texto.remove_prefix(pieza);
     }
-    const std::string bytes = a_utf8(texto);
-    for (size_t i = 0; i < bytes.size(); i += hechas) {
-        if (!WriteFile(asa_, bytes.data() + i, static_cast<unsigned long>(bytes.size() - i), &hechas,
-                       nullptr) ||
-            hechas == 0) {
-            return;  // nobody reads any more
+    return ERROR_SUCCESS;
+}
+
+unsigned long corriente::i_escribe_bytes(std::string_view bytes) const {
+    while (!bytes.empty()) {
+        unsigned long hechos = 0;
+        if (!WriteFile(asa_, bytes.data(), static_cast<unsigned long>(bytes.size()), &hechos, nullptr)) {
+            return GetLastError();
         }
+        if (hechos == 0) {
+            return ERROR_WRITE_FAULT;
+        }
+        bytes.remove_prefix(hechos);
+    }
+    return ERROR_SUCCESS;
+}
+
+void corriente::i_entrega(std::wstring_view texto) {
+    // Who starts a program without standard streams wants to be told nothing.
+    const bool se_quiere = asa_ != nullptr && asa_ != INVALID_HANDLE_VALUE;
+    if (se_quiere && error_ == ERROR_SUCCESS) {
+        error_ = consola_ ? i_escribe_en_consola(texto) : i_escribe_bytes(a_utf8(texto));
     }
 }
 

@@ -37,13 +37,19 @@ public:
     // Before the program ends: writes what is left, and leaves the terminal in its own colours.
     void cierra();
 
+    // The system's error where something could not be written, from which on nothing is written any more; 0 if none.
+    unsigned long error() const { return error_; }
+
     // Writes as it is, control characters included: for the progress line.
     void mueve(std::wstring_view texto);
 
 private:
     void i_entrega(std::wstring_view texto);
+    unsigned long i_escribe_bytes(std::string_view bytes) const;
+    unsigned long i_escribe_en_consola(std::wstring_view texto) const;
 
     void* asa_;
+    unsigned long error_ = 0;
     bool consola_;
     bool con_color_;
     unsigned short atributos_;  // the console's own colours

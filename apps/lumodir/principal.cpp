@@ -1,9 +1,9 @@
 // lumodir.exe: the library's services for a person at a terminal and for scripts. A host of lumodir.dll that
 // knows its public headers only.
 //
-// Promises: exit code 0 done or yes, 1 no, invalid, not found or not done, 2 wrong command line, and that of Windows
-// for Ctrl-C after Ctrl-C; with --json standard output holds one JSON value, also when the answer is a failure or the
-// command line wrong; nothing else is written there. Help is words in any case.
+// Promises: exit code 0 done or yes, 1 no, invalid, not found, not done, or an answer that cannot be written, 2 wrong
+// command line, and that of Windows for Ctrl-C after Ctrl-C; with --json standard output holds one JSON value, also when
+// the answer is a failure or the command line wrong; nothing else is written there. Help is words in any case.
 // Checked by tests/cli.
 #include <algorithm>
 #include <exception>
@@ -11,6 +11,7 @@
 #include "anfitrion.hpp"
 #include "ayuda.hpp"
 #include "consola.hpp"
+#include "ficheros.hpp"
 #include "linea_de_ordenes.hpp"
 #include "respuesta.hpp"
 #include "sistema_windows.hpp"
@@ -174,20 +175,31 @@ int i_principal() {
     }
 }
 
+// Who has stopped reading, as a program that shows the first lines only, needs not be told.
+bool i_nadie_lee(unsigned long error) {
+    return error == ERROR_NO_DATA || error == ERROR_BROKEN_PIPE || error == ERROR_PIPE_NOT_CONNECTED;
+}
+
+int i_acaba(int codigo_de_salida) {
+    progreso().borra();
+    salida().cierra();
+    if (const unsigned long error = salida().error(); error != 0) {
+        if (!i_nadie_lee(error)) {
+            di_queja(di("cannot write standard output: %1", texto_del_sistema(error)));
+        }
+        codigo_de_salida = codigo_de_salida == hecho ? no : codigo_de_salida;
+    }
+    errores().cierra();
+    return interrumpido() ? acabado_por_control_c : codigo_de_salida;
+}
+
 }  // namespace
 
 }  // namespace mando
 
 int main() {
     try {
-        int codigo_de_salida = mando::i_principal();
-        if (mando::interrumpido()) {
-            codigo_de_salida = mando::acabado_por_control_c;
-        }
-        mando::progreso().borra();
-        mando::salida().cierra();
-        mando::errores().cierra();
-        return codigo_de_salida;
+        return mando::i_acaba(mando::i_principal());
     } catch (...) {
         return mando::no;  // no memory left even to say so
     }

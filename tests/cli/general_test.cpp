@@ -410,6 +410,45 @@ TEST(entrada, marcas_y_bytes_que_no_son_utf8) {
               "dated x\ndated y\n");
 }
 
+namespace {
+
+struct salida_que_falta {
+    cli::destino donde;
+    std::vector<std::string> argumentos;
+    int codigo;
+    const char* errores;
+};
+
+}  // namespace
+
+TEST(salida, lo_que_no_se_puede_escribir_no_es_un_exito) {
+    using cli::destino;
+    const char* const queja = "lumodir: cannot write standard output: Access denied\n";
+    const salida_que_falta filas[] = {
+        {destino::no_se_puede_escribir, {"join", "a", "b"}, 1, queja},
+        {destino::no_se_puede_escribir, {"join", "a", "b", "--json"}, 1, queja},
+        {destino::no_se_puede_escribir, {"--help"}, 1, queja},
+        // Nothing was to be written.
+        {destino::no_se_puede_escribir, {"nothing-like-this"}, 2, nullptr},
+        // Who stops reading has what he wants, and knows: as a pipe to a program that shows the first lines only.
+        {destino::ya_no_se_lee, {"join", "a", "b"}, 1, ""},
+        // Who starts a program without any standard output wants none.
+        {destino::no_hay, {"join", "a", "b"}, 0, ""},
+    };
+    for (const salida_que_falta& f : filas) {
+        cli::entorno entorno;
+        entorno.salida = f.donde;
+        std::vector<std::string> argumentos = {"--lang", "en"};
+        argumentos.insert(argumentos.end(), f.argumentos.begin(), f.argumentos.end());
+        const cli::resultado r = cli::proceso(cli::ruta_de_lumodir(), argumentos, entorno).espera();
+        EXPECT_EQ(r.codigo, f.codigo) << f.argumentos[0];
+        EXPECT_EQ(r.salida, "");
+        if (f.errores != nullptr) {
+            EXPECT_EQ(r.errores, f.errores) << f.argumentos[0];
+        }
+    }
+}
+
 TEST(nombres, lo_que_enganya_a_una_terminal_se_escribe) {
     const cli::directorio_de_prueba d;
     const std::string al_reves = "rtl\xE2\x80\xAEgnp.exe", linea =

@@ -147,8 +147,15 @@ proceso::proceso(const std::string& programa, const std::vector<std::string>& ar
     if (!donde.con_pantalla) {
         como.dwFlags = STARTF_USESTDHANDLES;
         como.hStdInput = entrada[0];
-        como.hStdOutput = salida[1];
+        // The end that is for reading refuses what is written.
+        como.hStdOutput = donde.salida == destino::no_hay                 ? nullptr
+                          : donde.salida == destino::no_se_puede_escribir ? entrada[0]
+                                                                          : salida[1];
         como.hStdError = errores[1];
+    }
+    if (donde.salida == destino::ya_no_se_lee) {
+        CloseHandle(salida[0]);
+        salida[0] = nullptr;
     }
     for (const auto& [nombre, valor] : donde.variables) {
         SetEnvironmentVariableW(w(nombre).c_str(), w(valor).c_str());
@@ -176,11 +183,13 @@ proceso::proceso(const std::string& programa, const std::vector<std::string>& ar
     CloseHandle(hijo.hThread);
     tubos_->asa = hijo.hProcess;
     pid_ = hijo.dwProcessId;
-    const auto lee = [](HANDLE asa, std::string* destino) {
-        *destino = i_lee_todo(asa);
+    const auto lee = [](HANDLE asa, std::string* texto) {
+        *texto = i_lee_todo(asa);
         CloseHandle(asa);
     };
-    tubos_->lee_salida = std::thread(lee, salida[0], &tubos_->salida);
+    if (salida[0] != nullptr) {
+        tubos_->lee_salida = std::thread(lee, salida[0], &tubos_->salida);
+    }
     tubos_->lee_errores = std::thread(lee, errores[0], &tubos_->errores);
     tubos_->escribe_entrada = std::thread([asa = entrada[1], texto = donde.entrada] {
         DWORD bytes = 0;

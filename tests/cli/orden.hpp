@@ -18,12 +18,16 @@ struct resultado {
     std::string errores;
 };
 
+// Where standard output goes: to this process; to where nothing can be written; to nobody any more; nowhere at all.
+enum class destino { se_lee, no_se_puede_escribir, ya_no_se_lee, no_hay };
+
 struct entorno {
     std::string entrada;                                         // standard input
     std::vector<std::pair<std::string, std::string>> variables;  // set for the child only
     std::string directorio;                                      // current directory
     bool con_consola = false;   // a console of its own, which nobody sees: the streams stay pipes
     bool con_pantalla = false;  // the same, and the streams are that console
+    destino salida = destino::se_lee;
 };
 
 // English messages unless the arguments choose another language.
