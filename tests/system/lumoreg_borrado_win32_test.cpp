@@ -212,6 +212,7 @@ namespace {
 struct clave_fingida {
     std::vector<std::pair<texto_w, clave_fingida*>> hijas;  // names may hold anything
     LSTATUS niega = ERROR_SUCCESS;                          // what opening it for everything answers
+    bool mal_contada = false;  // its name is listed without an end, whatever room there is
     bool borrada = false;
 };
 
@@ -244,15 +245,14 @@ private:
         return (acceso & KEY_WOW64_64KEY) != 0 ? 1 : (acceso & KEY_WOW64_32KEY) != 0 ? 2 : 0;
     }
     static LSTATUS i_da(LSTATUS error, clave_fingida* cual, HKEY* clave) {
-        if (error == ERROR_SUCCESS) {
-            ++i_yo()->abiertas_;
-            *clave = reinterpret_cast<HKEY>(cual);
-        }
+        i_yo()->abiertas_ += error == ERROR_SUCCESS ? 1 : 0;
+        *clave = reinterpret_cast<HKEY>(cual);  // what a failure leaves there is nobody's
         return error;
     }
     static LSTATUS WINAPI i_abre(HKEY desde, const wchar_t* ruta, DWORD opciones, REGSAM acceso,
                                  HKEY* clave) {
         const bool raiz = desde == HKEY_LOCAL_MACHINE;
+        EXPECT_TRUE(opciones == REG_OPTION_OPEN_LINK || opciones == 0) << opciones;
         const char* const vistas[] = {"", " 64", " 32"};
         i_yo()->llamadas.push_back((raiz ? "root " : "below ") + u8(ruta) + vistas[i_vista(acceso)] +
                                    (opciones == REG_OPTION_OPEN_LINK ? " itself" : ""));
@@ -262,7 +262,9 @@ private:
         }
         for (const auto& [nombre, hija] : reinterpret_cast<clave_fingida*>(desde)->hijas) {
             if (nombre == ruta && !hija->borrada) {
-                const bool todo = (acceso & KEY_ALL_ACCESS) == KEY_ALL_ACCESS;
+                const REGSAM derechos = acceso & ~REGSAM{KEY_WOW64_64KEY | KEY_WOW64_32KEY};
+                const bool todo = derechos == KEY_ALL_ACCESS;
+                EXPECT_TRUE(todo || derechos == DELETE) << derechos;
                 return i_da(todo ? hija->niega : ERROR_SUCCESS, hija, clave);
             }
         }
@@ -272,6 +274,11 @@ private:
                                     wchar_t*, DWORD*, FILETIME*) {
         for (const auto& [texto, hija] : reinterpret_cast<clave_fingida*>(clave)->hijas) {
             if (!hija->borrada && indice-- == 0) {
+                if (hija->mal_contada) {
+                    std::copy_n(texto.data(), std::min<std::size_t>(texto.size(), *longitud), nombre);
+                    *longitud = static_cast<DWORD>(texto.size());
+                    return ERROR_SUCCESS;
+                }
                 if (texto.size() >= *longitud) {
                     return ERROR_MORE_DATA;
                 }
@@ -384,18 +391,21 @@ TEST_F(borrado_lumoreg, sin_nombre_se_borra_la_propia_clave_y_nada_se_abre_dos_v
 }
 
 TEST_F(borrado_lumoreg, una_subclave_que_solo_se_deja_borrar_se_borra_si_esta_vacia) {
-    clave_fingida hija;
-    hija.niega = ERROR_ACCESS_DENIED;
-    clave_fingida clave;
-    clave.hijas = {{L"x", &hija}};
-    clave_fingida padre;
-    padre.hijas = {{L"k", &clave}};
-    registro_fingido fingido;
-    fingido.vistas[0] = {ERROR_SUCCESS, &padre};
-    lumoreg_borra_clave_u(local_machine, L"P", L"k");
-    ESPERA_DETALLES("clave_abierta == CIERTO [P\\k\\x]");
-    EXPECT_TRUE(hija.borrada && clave.borrada);
-    EXPECT_FALSE(padre.borrada);
+    for (const std::size_t vista : {0u, 1u, 2u}) {
+        clave_fingida hija;
+        hija.niega = ERROR_ACCESS_DENIED;
+        clave_fingida clave;
+        clave.hijas = {{L"x", &hija}};
+        clave_fingida padre;
+        padre.hijas = {{L"k", &clave}};
+        registro_fingido fingido;
+        fingido.vistas.fill({ERROR_FILE_NOT_FOUND, nullptr});
+        fingido.vistas[vista] = {ERROR_SUCCESS, &padre};
+        lumoreg_borra_clave_u(local_machine, L"P", L"k");
+        ESPERA_DETALLES("clave_abierta == CIERTO [P\\k\\x]");
+        EXPECT_TRUE(hija.borrada && clave.borrada) << vista;
+        EXPECT_FALSE(padre.borrada) << vista;
+    }
 }
 
 // The system lists such names; the calls by name would take them for other keys, or for the level itself without end.
@@ -420,6 +430,23 @@ TEST_F(borrado_lumoreg, un_nombre_que_no_se_puede_abrir_se_informa_y_no_se_toca_
         EXPECT_FALSE(rara.borrada);
         EXPECT_FALSE(clave.borrada);
     }
+}
+
+TEST_F(borrado_lumoreg, un_nombre_sin_fin_se_corta_a_lo_que_cabe) {
+    clave_fingida rara;
+    rara.mal_contada = true;
+    clave_fingida clave;
+    clave.hijas = {{texto_w(4000, L'a'), &rara}};
+    clave_fingida padre;
+    padre.hijas = {{L"k", &clave}};
+    registro_fingido fingido;
+    fingido.vistas[0] = {ERROR_SUCCESS, &padre};
+    lumoreg_borra_clave_u(local_machine, L"P", L"k");
+    const std::string cortado(99, 'a');
+    ESPERA_DETALLES("clave_abierta == CIERTO [P\\k\\" + cortado + "]",
+                    "resultado == ERROR_SUCCESS [" + cortado + "]", "resultado == ERROR_SUCCESS [k]");
+    EXPECT_EQ(fingido.llamadas, (textos{"root P", "below k itself", "below " + cortado + " itself",
+                                        "below " + cortado + " itself"}));
 }
 
 // Far deeper than any registry: what a level costs is not the stack.

@@ -462,20 +462,24 @@ namespace {
 // A registry of the probe's key alone, which writes down what is done to it.
 textos g_sonda;
 bool g_hay_clave = false;
-bool g_desaparece = false;  // once written to
+bool g_desaparece = false;    // once written to
+std::size_t g_aperturas = 0;  // how many times it opens
 
-LSTATUS WINAPI abre_sonda(HKEY raiz, const wchar_t* ruta, DWORD, REGSAM acceso, HKEY* clave) {
+LSTATUS WINAPI abre_sonda(HKEY raiz, const wchar_t* ruta, DWORD opciones, REGSAM acceso, HKEY* clave) {
     EXPECT_EQ(raiz, HKEY_LOCAL_MACHINE);
-    if (!g_hay_clave) {
+    if (!g_hay_clave || g_aperturas == 0) {
         return ERROR_FILE_NOT_FOUND;
     }
-    g_sonda.push_back("open " + u8(ruta) + (acceso == KEY_ALL_ACCESS ? ", all" : ""));
+    --g_aperturas;
+    g_sonda.push_back("open " + u8(ruta) + (acceso == KEY_ALL_ACCESS ? ", all" : "") +
+                      (opciones == REG_OPTION_OPEN_LINK ? ", itself" : ""));
     *clave = HKEY_LOCAL_MACHINE;  // closing it does nothing
     return ERROR_SUCCESS;
 }
-LSTATUS WINAPI crea_sonda(HKEY raiz, const wchar_t* ruta, DWORD, wchar_t*, DWORD, REGSAM,
+LSTATUS WINAPI crea_sonda(HKEY raiz, const wchar_t* ruta, DWORD, wchar_t*, DWORD, REGSAM acceso,
                           SECURITY_ATTRIBUTES* const, HKEY* clave, DWORD*) {
     EXPECT_EQ(raiz, HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(acceso, REGSAM{KEY_ALL_ACCESS});
     g_sonda.push_back("create " + u8(ruta));
     g_hay_clave = true;
     *clave = HKEY_LOCAL_MACHINE;
@@ -508,22 +512,29 @@ TEST_F(claves_lumoreg, la_sonda_paso_a_paso) {
     const sustituye borrar(t.NtDeleteKey, borra_sonda);
     const std::string existe_ = "open SOFTWARE\\LUMO";
     const std::string abre_ = "open SOFTWARE\\LUMO, all";
+    const std::string para_borrar_ = abre_ + ", itself";
+    const std::string crea_ = "create SOFTWARE\\LUMO";
     const std::string escribe_ = "set Prueba=prueba";
     const struct {
         const char* que;
         bool existe;
         bool desaparece;
+        std::size_t aperturas;
         textos pasos;
+        int respuesta;
     } filas[] = {
-        {"there", true, false, {existe_, abre_, escribe_, existe_, abre_, "delete"}},
-        {"missing", false, false, {"create SOFTWARE\\LUMO", abre_, escribe_, existe_, abre_, "delete"}},
-        {"gone once written", true, true, {existe_, abre_, escribe_}},
+        {"there", true, false, 9, {existe_, abre_, escribe_, existe_, para_borrar_, "delete"}, 1},
+        {"missing", false, false, 9, {crea_, abre_, escribe_, existe_, para_borrar_, "delete"}, 1},
+        {"gone once written", true, true, 9, {existe_, abre_, escribe_}, 1},
+        {"gone before it is written to", true, false, 1, {existe_}, 0},
+        {"gone before it is deleted", true, false, 3, {existe_, abre_, escribe_, existe_}, 1},
     };
     for (const auto& fila : filas) {
         g_sonda.clear();
         g_hay_clave = fila.existe;
         g_desaparece = fila.desaparece;
-        EXPECT_EQ(lumoreg_tiene_permisos_escribir_en_registro(), 1) << fila.que;
+        g_aperturas = fila.aperturas;
+        EXPECT_EQ(lumoreg_tiene_permisos_escribir_en_registro(), fila.respuesta) << fila.que;
         EXPECT_EQ(g_sonda, fila.pasos) << fila.que;
     }
 }

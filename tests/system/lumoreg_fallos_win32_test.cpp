@@ -1,6 +1,7 @@
 // Every registry call of every operation failing in its turn, once and for ever: nothing leaks, nothing stays
 // open, no out string is touched, and each failure of closing is reported with the path of its key.
 #include <functional>
+#include <map>
 
 #include "companions/lumostr.h"
 #include "companions/widestr.h"
@@ -12,6 +13,7 @@ using namespace interno;
 
 namespace {
 
+using textos = std::vector<std::string>;
 using fallos_lumoreg = con_registro;
 
 void libera_valores(ArrCADENA_u** nombres, ArrPunteroConTipo** datos) {
@@ -133,6 +135,93 @@ TEST_F(fallos_lumoreg, ninguna_llamada_que_falla_deja_nada_abierto) {
             }
             EXPECT_GE(n, 3u) << op.nombre;  // opening and closing at least
         }
+    }
+}
+
+namespace {
+
+// The calls of an operation, the closing of keys left out, with "$" for the tests' own key.
+std::vector<std::string> lo_pedido(const operacion& op) {
+    const registro_vigilado vigilando;
+    op.llama();
+    std::vector<std::string> pedido;
+    for (std::string llamada : vigilado.pedidas) {
+        const std::string clave = u8(clave_de_pruebas);
+        if (const std::size_t donde = llamada.find(clave); donde != llamada.npos) {
+            llamada.replace(donde, clave.size(), "$");
+        }
+        if (llamada != "RegCloseKey(key)") {
+            pedido.push_back(llamada);
+        }
+    }
+    return pedido;
+}
+
+// The bytes of the longest value, as the system counts them (Wine counts a terminator that is not there).
+DWORD mayor_dato() {
+    DWORD bytes = 0;
+    const HKEY clave = abre(ruta().c_str());
+    ::RegQueryInfoKeyW(clave, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &bytes,
+                       nullptr, nullptr);
+    ::RegCloseKey(clave);
+    return bytes;
+}
+
+}  // namespace
+
+// Rights, options and rooms: no more than an operation needs, and no less.
+TEST_F(fallos_lumoreg, a_el_sistema_se_le_pide_lo_justo) {
+    prepara();
+    pon(ruta(), L"odd", REG_BINARY, std::string_view("thirteen long"));
+    const DWORD dato = mayor_dato();
+    ASSERT_EQ(dato % 2, 1u);
+    const std::string consulta = "RegOpenKeyExW(HKCU, '$\\k', 0, 1, &)",
+                      todo = "RegOpenKeyExW(HKCU, '$\\k', 0, F003F, &)",
+                      que_tiene = "(key, -, -, -, &0, &0, -, &0, &0, &0, -, -)",
+                      valor = ", &, &4, -, &0, &, &" + en_texto(dato + 1) + ")",
+                      subclave = ", &, &64, -, -, -, -)";
+    const textos borrado = {"RegOpenKeyExW(HKCU, '$', 0, F003F, &)", "RegOpenKeyExW(key, 'k', 8, F003F, &)",
+                            "RegEnumKeyExW(key, 0" + subclave,       "RegOpenKeyExW(key, 'a', 8, F003F, &)",
+                            "RegEnumKeyExW(key, 0" + subclave,       "NtDeleteKey(&)",
+                            "RegEnumKeyExW(key, 1" + subclave,       "NtDeleteKey(&)"};
+    const std::map<std::string, textos> esperado = {
+        {"existe_u", {consulta}},
+        {"existe", {consulta}},
+        {"existe_en_vista", {"RegOpenKeyExW(HKCU, '$\\k', 0, 101, &)"}},
+        {"crea", {"RegCreateKeyExW(HKCU, '$\\k\\new', 0, &, 0, F003F, -, &, -)"}},
+        {"crea_en_vista", {"RegCreateKeyExW(HKCU, '$\\k\\new', 0, &, 0, F023F, -, &, -)"}},
+        {"cadena", {todo, "RegSetValueExW(key, 'w', 0, 1, &, 4)"}},
+        {"expand", {todo, "RegSetValueExW(key, 'w', 0, 2, &, 4)"}},
+        {"en_vista", {"RegOpenKeyExW(HKCU, '$\\k', 0, F013F, &)", "RegSetValueExW(key, 'w', 0, 1, &, 4)"}},
+        {"ulong_u", {todo, "RegSetValueExW(key, 'n', 0, 4, &, 4)"}},
+        {"ulong", {todo, "RegSetValueExW(key, 'n', 0, 4, &, 4)"}},
+        {"lee_u",
+         {consulta, "RegQueryInfoKeyW" + que_tiene,
+          "RegQueryValueExW(key, 'v', -, -, &, &" + en_texto(dato + 1) + ")"}},
+        {"lee",
+         {"RegOpenKeyExA(HKCU, '$\\k', 0, 1, &)", "RegQueryInfoKeyA" + que_tiene,
+          "RegQueryValueExA(key, 'v', -, -, &, &" + en_texto(dato) + ")"}},
+        {"subclaves_u",
+         {"RegOpenKeyExW(HKCU, '$\\k', 0, 20019, &)", "RegQueryInfoKeyW" + que_tiene,
+          "RegEnumKeyExW(key, 0, &, &100, -, -, -, -)", "RegEnumKeyExW(key, 1, &, &100, -, -, -, -)"}},
+        {"subclaves",
+         {"RegOpenKeyExA(HKCU, '$\\k', 0, 20019, &)", "RegQueryInfoKeyA" + que_tiene,
+          "RegEnumKeyExA(key, 0, &, &2FE, -, -, -, -)", "RegEnumKeyExA(key, 1, &, &2FE, -, -, -, -)"}},
+        {"valores",
+         {consulta, "RegQueryInfoKeyW" + que_tiene, "RegEnumValueW(key, 0" + valor,
+          "RegEnumValueW(key, 1" + valor, "RegEnumValueW(key, 2" + valor}},
+        {"borra_valor", {todo, "RegDeleteValueW(key, 'v')"}},
+        {"borra_u", borrado},
+        {"borra", borrado},
+    };
+    for (const operacion& op : operaciones()) {
+        prepara();
+        pon(ruta(), L"odd", REG_BINARY, std::string_view("thirteen long"));
+        EXPECT_EQ(lo_pedido(op), esperado.at(op.nombre)) << op.nombre;
+        // Of two subkeys the second stays, and what holds it.
+        EXPECT_EQ(toma_informes_con_detalle(),
+                  esperado.at(op.nombre) == borrado ? textos{"resultado == ERROR_SUCCESS [k]"} : textos{})
+            << op.nombre;
     }
 }
 

@@ -19,29 +19,26 @@ std::string en_bytes(const texto_w& texto) {
 }
 
 // "0:" failed and the out string was not touched; "1:" and the text otherwise.
+template <class C>
+std::string con_su_texto(const std::function<unsigned short(C**)>& lee) {
+    C intacta[] = {C('?'), C(0)};
+    C* texto = intacta;
+    const unsigned short leido = lee(&texto);
+    EXPECT_LE(leido, 1);
+    return leido == 1 ? "1:" + toma(texto) : texto == intacta ? "0:" : "0: touched";
+}
 std::string lee_u(const texto_w& ruta, const wchar_t* nombre) {
-    wchar_t intacta[] = L"?";
-    wchar_t* texto = intacta;
-    if (lumoreg_lee_cadena_u(raiz_de_pruebas, ruta.c_str(), nombre, &texto) != 1) {
-        return texto == intacta ? "0:" : "0: touched";
-    }
-    return "1:" + toma(texto);
+    return con_su_texto<wchar_t>(
+        [&](wchar_t** texto) { return lumoreg_lee_cadena_u(raiz_de_pruebas, ruta.c_str(), nombre, texto); });
 }
 std::string lee_ex(unsigned long vista, const texto_w& ruta, const wchar_t* nombre) {
-    wchar_t intacta[] = L"?";
-    wchar_t* texto = intacta;
-    if (lumoreg_lee_cadena_ex_u(vista, raiz_de_pruebas, ruta.c_str(), nombre, &texto) != 1) {
-        return texto == intacta ? "0:" : "0: touched";
-    }
-    return "1:" + toma(texto);
+    return con_su_texto<wchar_t>([&](wchar_t** texto) {
+        return lumoreg_lee_cadena_ex_u(vista, raiz_de_pruebas, ruta.c_str(), nombre, texto);
+    });
 }
 std::string lee_8(const texto_a& ruta, const char* nombre) {
-    char intacta[] = "?";
-    char* texto = intacta;
-    if (lumoreg_lee_cadena(raiz_de_pruebas, ruta.c_str(), nombre, &texto) != 1) {
-        return texto == intacta ? "0:" : "0: touched";
-    }
-    return "1:" + toma(texto);
+    return con_su_texto<char>(
+        [&](char** texto) { return lumoreg_lee_cadena(raiz_de_pruebas, ruta.c_str(), nombre, texto); });
 }
 
 }  // namespace
@@ -297,6 +294,45 @@ TEST_F(valores_lumoreg, un_valor_que_crece_mientras_tanto_se_lee_entero) {
     EXPECT_EQ(lee_8(bajo_a("k"), "v"), "1:" + u8(esperado.c_str()));
 }
 
+namespace {
+
+struct respuesta_rara {
+    const char* que;
+    LSTATUS error;
+    DWORD bytes;  // that it says; 0: as many as there is room
+};
+const respuesta_rara* g_rara = nullptr;
+
+LSTATUS WINAPI lee_rara_w(HKEY, const wchar_t*, DWORD*, DWORD*, BYTE*, DWORD* bytes) {
+    ++g_lecturas;
+    *bytes = g_rara->bytes == 0 ? *bytes : g_rara->bytes;
+    return g_rara->error;
+}
+LSTATUS WINAPI lee_rara_a(HKEY, const char*, DWORD*, DWORD*, BYTE*, DWORD* bytes) {
+    return lee_rara_w(nullptr, nullptr, nullptr, nullptr, nullptr, bytes);
+}
+
+}  // namespace
+
+// Only who says how much more room it takes is asked again.
+TEST_F(valores_lumoreg, una_lectura_que_falla_no_se_repite) {
+    crea(bajo("k"));
+    pon(bajo("k"), L"v", REG_SZ, texto_w(L"t"));
+    const sustituye w(sistema.RegQueryValueExW, lee_rara_w);
+    const sustituye a(sistema.RegQueryValueExA, lee_rara_a);
+    const respuesta_rara filas[] = {{"more, but no longer", ERROR_MORE_DATA, 0},
+                                    {"more, but shorter", ERROR_MORE_DATA, 1},
+                                    {"gone, longer", ERROR_FILE_NOT_FOUND, 100'000},
+                                    {"gone", ERROR_FILE_NOT_FOUND, 0}};
+    for (const respuesta_rara& fila : filas) {
+        g_rara = &fila;
+        g_lecturas = 0;
+        EXPECT_EQ(lee_u(bajo("k"), L"v"), "0:") << fila.que;
+        EXPECT_EQ(lee_8(bajo_a("k"), "v"), "0:") << fila.que;
+        EXPECT_EQ(g_lecturas, 2u) << fila.que;
+    }
+}
+
 // ---- listing
 
 namespace {
@@ -326,6 +362,17 @@ textos lista(unsigned long vista, const texto_w& ruta) {
 }
 
 }  // namespace
+
+TEST_F(valores_lumoreg, un_valor_de_cualquier_largo_se_lee_entero) {
+    for (std::size_t unidades = 500; unidades <= 520; ++unidades) {
+        crea(bajo("k"));
+        const texto_w texto = texto_w(unidades - 1, L'x') + L'y';
+        pon(bajo("k"), L"v", REG_SZ, texto);
+        EXPECT_EQ(lee_u(bajo("k"), L"v"), "1:" + u8(texto.c_str())) << unidades;
+        EXPECT_EQ(lee_8(bajo_a("k"), "v"), "1:" + u8(texto.c_str())) << unidades;
+        EXPECT_EQ(lista(0, bajo("k")), textos{"v=" + u8(texto.c_str())}) << unidades;
+    }
+}
 
 TEST_F(valores_lumoreg, se_listan_las_cadenas_y_las_multicadenas) {
     using namespace std::string_literals;

@@ -254,6 +254,7 @@ TEST_F(clave_lumoreg, una_raiz_o_una_vista_que_no_hay_se_informa) {
     ArrCADENA* lista_8 = arr_CreaCADENA(0);
     ArrCADENA_u* nombres = lista;
     ArrPunteroConTipo* datos = nullptr;
+    const registro_vigilado vigilando;
     for (const unsigned long raiz : {5ul, 0xFFFFFFFFul}) {
         niega(lumoreg_existe_clave_u(raiz, L"x"));
         niega(lumoreg_existe_clave(raiz, "x"));
@@ -284,6 +285,7 @@ TEST_F(clave_lumoreg, una_raiz_o_una_vista_que_no_hay_se_informa) {
         niega(lumoreg_lee_valores_cadena_clave_ex_u(vista, 2, clave_de_pruebas, &nombres, &datos));
         EXPECT_EQ(nombres, nullptr);
     }
+    EXPECT_EQ(vigilado.pedidas, std::vector<std::string>{});
     EXPECT_FALSE(existe(bajo("x")));
     EXPECT_EQ(texto, nullptr);
     EXPECT_EQ(texto_8, nullptr);
@@ -295,6 +297,7 @@ TEST_F(clave_lumoreg, una_raiz_o_una_vista_que_no_hay_se_informa) {
 TEST_F(clave_lumoreg, un_puntero_nulo_se_informa_y_no_se_hace_nada) {
     crea(bajo("k\\sub"));
     pon(bajo("k"), L"v", REG_SZ, texto_w(L"t"));
+    pon(bajo("k"), nullptr, REG_SZ, texto_w(L"what the system takes no name for"));
     const texto_w ruta = bajo("k");
     const texto_a ruta_8 = bajo_a("k");
     wchar_t* texto = nullptr;
@@ -411,8 +414,13 @@ TEST_F(clave_lumoreg, un_puntero_nulo_se_informa_y_no_se_hace_nada) {
          {"(datos_valores) != NULL"}},
     };
     for (const auto& fila : filas) {
+        const registro_vigilado vigilando;
         EXPECT_EQ(fila.llama(), 0) << fila.que;
         EXPECT_EQ(toma_informes_con_detalle(), fila.informes) << fila.que;
+        for (const std::string& pedida : vigilado.pedidas) {
+            EXPECT_TRUE(pedida.starts_with("RegOpenKeyEx") || pedida.starts_with("RegCloseKey"))
+                << fila.que << ": " << pedida;
+        }
     }
     EXPECT_EQ(texto, nullptr);
     EXPECT_EQ(texto_8, nullptr);

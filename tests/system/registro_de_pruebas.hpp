@@ -5,6 +5,7 @@
 
 #include "apoyo/apoyo.hpp"
 #include "apoyo/cuenta_de_fallos.hpp"
+#include "apoyo/llamadas.hpp"
 #include "companions/sistema.hpp"
 
 namespace apoyo {
@@ -128,6 +129,32 @@ protected:
     }
 };
 
+// What a call hands to the system: which key, texts, numbers in base 16, "&" before what is changed, "-" for NULL.
+inline std::string en_texto(unsigned long numero) {
+    char texto[16];
+    std::snprintf(texto, sizeof texto, "%lX", numero);
+    return texto;
+}
+inline std::string en_texto(HKEY clave) {
+    return clave == HKEY_CURRENT_USER    ? "HKCU"
+           : clave == HKEY_LOCAL_MACHINE ? "HKLM"
+           : clave == nullptr            ? "-"
+                                         : "key";
+}
+inline std::string en_texto(const wchar_t* texto) {
+    return texto == nullptr ? "-" : "'" + u8(texto) + "'";
+}
+inline std::string en_texto(const char* texto) {
+    return texto == nullptr ? "-" : "'" + de_cp1252(texto) + "'";
+}
+inline std::string en_texto(DWORD* numero) {
+    return numero == nullptr ? "-" : "&" + en_texto(*numero);
+}
+template <class T>
+std::string en_texto(T* otra_cosa) {
+    return otra_cosa == nullptr ? "-" : "&";
+}
+
 // Every entry of the table counts its call, may be told to fail, and goes on to the real one.
 struct vigilancia {
     interno::tabla_sistema real;
@@ -135,6 +162,7 @@ struct vigilancia {
     unsigned long falla_desde = 0;  // number of the first call that fails, from 1; 0 for none
     bool para_siempre = false;
     long abiertas = 0;
+    std::vector<std::string> pedidas;  // each call as "Name(argument, ...)"
 
     bool falla() {
         ++llamadas;
@@ -152,6 +180,9 @@ template <class... A, LSTATUS (WINAPI* interno::tabla_sistema::*Entrada)(A...)>
 struct vigila<Entrada> {
     static LSTATUS WINAPI llama(A... argumentos) {
         constexpr bool cierra = std::is_same_v<LSTATUS(A...), LSTATUS(HKEY)>;
+        std::string pedida;
+        ((pedida += (pedida.empty() ? "" : ", ") + en_texto(argumentos)), ...);
+        vigilado.pedidas.push_back(std::string(llamada_de<Entrada>::nombre) + "(" + pedida + ")");
         if (vigilado.falla()) {
             if constexpr (cierra) {  // a real handle must not stay open for it
                 (vigilado.real.*Entrada)(argumentos...);
@@ -178,7 +209,7 @@ public:
     using tabla = interno::tabla_sistema;
     explicit registro_vigilado(unsigned long falla_desde = 0, bool para_siempre = false)
         : antes_(interno::sistema) {
-        vigilado = {antes_, 0, falla_desde, para_siempre, 0};
+        vigilado = {antes_, 0, falla_desde, para_siempre, 0, {}};
         tabla& t = interno::sistema;
         t.RegOpenKeyExA = vigila<&tabla::RegOpenKeyExA>::abre;
         t.RegOpenKeyExW = vigila<&tabla::RegOpenKeyExW>::abre;
