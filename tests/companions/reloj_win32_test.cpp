@@ -19,6 +19,28 @@ FILETIME fecha(long long segundos, long long resto = 0) {
     return i_filetime(intervalos_hasta_1970 + segundos * intervalos_por_segundo + resto);
 }
 
+constexpr long long una_hora = 3600 * intervalos_por_segundo;
+constexpr long long un_cuarto = una_hora / 4;
+
+// A wall clock that is set by hand: so far ahead of UTC before a moment, and so far from then on.
+struct reloj_de_prueba {
+    long long cambio;
+    long long antes;
+    long long despues;
+    int preguntas = 0;
+};
+reloj_de_prueba g_reloj;
+
+BOOL WINAPI pon_en_hora(const TIME_ZONE_INFORMATION* zona, const SYSTEMTIME* utc, SYSTEMTIME* local) {
+    EXPECT_EQ(zona, nullptr);
+    ++g_reloj.preguntas;
+    FILETIME cuando;
+    ::SystemTimeToFileTime(utc, &cuando);
+    const long long desde_1601 = i_intervalos(cuando);
+    cuando = i_filetime(desde_1601 + (desde_1601 < g_reloj.cambio ? g_reloj.antes : g_reloj.despues));
+    return ::FileTimeToSystemTime(&cuando, local);
+}
+
 }  // namespace
 
 // The first and the last moment of each offset, years whose rules differ, and what lies outside every calendar.
@@ -85,4 +107,93 @@ TEST(reloj, diez_mil_fechas_de_un_rato_se_preguntan_pocas_veces) {
         conversor.segundos_locales_desde_1970(fecha(1'700'000'000 + i / 10, i));
     }
     EXPECT_LE(reglas_por_anyo::preguntas, 4u * 3u) << "1,000 seconds touch three quarters of an hour at most";
+}
+
+// A quarter's first date is asked for alone, its second one with both ends of the quarter, and then none, unless the clock
+// changes in it; two quarters that are kept in one place drive each other out.
+TEST(reloj, lo_que_se_pregunta_por_cada_fecha) {
+    constexpr long long q = 470'000;  // some quarter of an hour
+    struct paso {
+        long long intervalos;
+        int preguntas;
+    };
+    const struct {
+        const char* que;
+        reloj_de_prueba reloj;
+        std::vector<paso> pasos;
+    } filas[] = {
+        {"a clock that does not change",
+         {0, 0, una_hora},
+         {{q * un_cuarto, 1},
+          {q * un_cuarto + 1, 3},
+          {(q + 1) * un_cuarto - 1, 0},
+          {(q + 1) * un_cuarto, 1},
+          {(q + 64) * un_cuarto, 1},
+          {q * un_cuarto, 1},
+          {q * un_cuarto, 3},
+          {q * un_cuarto, 0},
+          {(q + 1) * un_cuarto, 3}}},
+        {"the beginning of the calendar",
+         {0, 0, una_hora},
+         {{0, 1}, {un_cuarto, 1}, {0, 3}, {0, 0}, {un_cuarto, 3}, {un_cuarto, 0}}},
+        {"the beginning of the calendar on the wall",
+         {0, 0, -una_hora},
+         {{una_hora, 1}, {una_hora, 3}, {una_hora, 0}, {una_hora - 1, 1}, {una_hora - 1, 1}}},
+        {"a change between two quarters",
+         {q * un_cuarto, una_hora, 2 * una_hora},
+         {{q * un_cuarto - 1, 1},
+          {q * un_cuarto - 2, 3},
+          {q * un_cuarto - 3, 0},
+          {q * un_cuarto, 1},
+          {q * un_cuarto, 3},
+          {q * un_cuarto, 0}}},
+        {"a change within a quarter",
+         {q * un_cuarto + un_cuarto / 2, una_hora, 2 * una_hora},
+         {{q * un_cuarto, 1}, {q * un_cuarto, 3}, {q * un_cuarto, 1}, {(q + 1) * un_cuarto - 1, 1}}},
+    };
+    const sustituye reloj(sistema.SystemTimeToTzSpecificLocalTime, pon_en_hora);
+    for (const auto& fila : filas) {
+        SCOPED_TRACE(fila.que);
+        conversor_de_fechas conversor;
+        for (const paso& p : fila.pasos) {
+            g_reloj = fila.reloj;
+            const long long sabida = i_segundos_locales_desde_1970(i_filetime(p.intervalos));
+            g_reloj.preguntas = 0;
+            EXPECT_EQ(conversor.segundos_locales_desde_1970(i_filetime(p.intervalos)), sabida)
+                << p.intervalos;
+            const long long desfase =
+                p.intervalos < fila.reloj.cambio ? fila.reloj.antes : fila.reloj.despues;
+            const long long en_la_pared = std::max(p.intervalos / un_ms * un_ms + desfase, 0ll);
+            EXPECT_EQ(sabida, p.intervalos + desfase < 0 ? i_segundos_desde_1970(i_filetime(p.intervalos))
+                                                         : i_segundos_desde_1970(i_filetime(en_la_pared)))
+                << p.intervalos;
+            EXPECT_EQ(g_reloj.preguntas, p.preguntas) << p.intervalos;
+        }
+    }
+}
+
+// What is remembered of the quarters stays where it belongs, whichever they are.
+TEST(reloj, ningun_cuarto_se_apunta_fuera) {
+    const sustituye reloj(sistema.SystemTimeToTzSpecificLocalTime, pon_en_hora);
+    g_reloj = {0, 0, una_hora};
+    struct {
+        conversor_de_fechas conversor;
+        unsigned char detras[sizeof(conversor_de_fechas) / 8];
+    } puesto;
+    std::fill(std::begin(puesto.detras), std::end(puesto.detras), static_cast<unsigned char>(0xA5));
+    for (long long q = 0; q < 200; ++q) {
+        puesto.conversor.segundos_locales_desde_1970(i_filetime(q * un_cuarto));
+    }
+    EXPECT_TRUE(std::all_of(std::begin(puesto.detras), std::end(puesto.detras),
+                            [](unsigned char byte) { return byte == 0xA5; }));
+}
+
+TEST(reloj, los_segundos_que_una_fecha_admite) {
+    const std::optional<FILETIME> primera = i_filetime_de_segundos(min_segundos_filetime),
+                                  ultima = i_filetime_de_segundos(max_segundos_filetime);
+    ASSERT_TRUE(primera && ultima);
+    EXPECT_EQ(i_intervalos(*primera), 0);
+    EXPECT_EQ(i_intervalos(*ultima), INT64_MAX / intervalos_por_segundo * intervalos_por_segundo);
+    EXPECT_FALSE(i_filetime_de_segundos(min_segundos_filetime - 1));
+    EXPECT_FALSE(i_filetime_de_segundos(max_segundos_filetime + 1));
 }
