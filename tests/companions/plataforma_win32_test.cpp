@@ -154,6 +154,98 @@ TEST(plataforma, la_caja_de_cada_byte_es_la_de_la_pagina) {
     EXPECT_EQ(cambian, 2u * (26 + 30 + 4));
 }
 
+namespace {
+
+// A character in another case, as the system tells it of the wide one: where the code page holds that in as many bytes.
+texto_a en_otra_caja(const texto_a& caracter, DWORD caja) {
+    texto_w unidades = ancho(caracter), otras = unidades;
+    const int num = static_cast<int>(unidades.size());
+    ::LCMapStringEx(LOCALE_NAME_INVARIANT, caja, unidades.data(), num, otras.data(), num, nullptr, nullptr,
+                    0);
+    const texto_a bytes = estrecho(otras);
+    return bytes.size() == caracter.size() && ancho(bytes) == otras ? bytes : caracter;
+}
+
+}  // namespace
+
+TEST(plataforma, la_caja_de_cada_caracter_de_cada_pagina) {
+    for (const unsigned pagina :
+         {874u, 932u, 936u, 949u, 950u, 1250u, 1251u, 1253u, 1254u, 1255u, 1256u, 1257u, 1258u}) {
+        const sustituye p(plataforma::pagina_de_codigos, pagina);
+        bool iniciales[256] = {};
+        plataforma::bytes_iniciales(iniciales);
+        for (unsigned b = 1; b < 256; ++b) {
+            for (unsigned segundo = iniciales[b] ? 0x40 : 0; segundo <= (iniciales[b] ? 0xFEu : 0u);
+                 ++segundo) {
+                texto_a caracter(1, static_cast<char>(b));
+                if (iniciales[b]) {
+                    caracter += static_cast<char>(segundo);
+                    if (!plataforma::es_caracter_doble(caracter[0], caracter[1])) {
+                        continue;
+                    }
+                }
+                texto_a menor = caracter, mayor = caracter;
+                plataforma::minusculas_ansi(menor.data(), menor.size());
+                plataforma::mayusculas_ansi(mayor.data(), mayor.size());
+                ASSERT_EQ(menor, en_otra_caja(caracter, LCMAP_LOWERCASE))
+                    << pagina << " " << b << " " << segundo;
+                ASSERT_EQ(mayor, en_otra_caja(caracter, LCMAP_UPPERCASE))
+                    << pagina << " " << b << " " << segundo;
+            }
+        }
+    }
+}
+
+TEST(plataforma, los_bytes_iniciales_de_cada_pagina) {
+    struct tramo {
+        unsigned desde, hasta;
+    };
+    const struct {
+        unsigned pagina;
+        std::vector<tramo> tramos;
+    } filas[] = {{932, {{0x81, 0x9F}, {0xE0, 0xFC}}},
+                 {936, {{0x81, 0xFE}}},
+                 {949, {{0x81, 0xFE}}},
+                 {950, {{0x81, 0xFE}}},
+                 {1252, {}},
+                 {CP_UTF8, {}}};
+    for (const auto& f : filas) {
+        const sustituye p(plataforma::pagina_de_codigos, f.pagina);
+        bool iniciales[256] = {};
+        EXPECT_EQ(plataforma::bytes_iniciales(iniciales), !f.tramos.empty()) << f.pagina;
+        for (unsigned b = 0; b < 256; ++b) {
+            const bool lo_es = std::any_of(f.tramos.begin(), f.tramos.end(),
+                                           [&](const tramo& t) { return b >= t.desde && b <= t.hasta; });
+            EXPECT_EQ(iniciales[b], lo_es) << f.pagina << " " << b;
+        }
+    }
+}
+
+// What lies behind the text is not its own, even where it would complete a character.
+TEST(plataforma, un_texto_acaba_donde_se_dice) {
+    const struct {
+        unsigned pagina;
+        const char* texto;
+        std::size_t longitud;
+    } filas[] = {{1252, "AB", 1},           {CP_UTF8, "AB", 1},   {CP_UTF8, "\xC3\x91", 1},
+                 {CP_UTF8, "Q\xC3\x91", 2}, {932, "\x82\x60", 1}, {932, "Q\x82\x60", 2}};
+    for (const auto& f : filas) {
+        SCOPED_TRACE(testing::Message() << f.pagina << " " << f.texto);
+        const sustituye p(plataforma::pagina_de_codigos, f.pagina);
+        for (const auto cambia : {plataforma::minusculas_ansi, plataforma::mayusculas_ansi}) {
+            texto_a texto = f.texto;
+            cambia(texto.data(), f.longitud);
+            EXPECT_EQ(texto.substr(f.longitud), texto_a(f.texto).substr(f.longitud));
+            EXPECT_EQ(texto.size(), texto_a(f.texto).size());
+        }
+        const std::size_t dobles = static_cast<unsigned char>(f.texto[f.longitud - 1]) < 0x80 ? 0 : 1;
+        const texto_w unidades = ancho(texto_a(f.texto, f.longitud));
+        EXPECT_EQ(unidades.size(), f.longitud);
+        EXPECT_EQ(std::count(unidades.begin(), unidades.end(), L'\uFFFD'),
+                  static_cast<std::ptrdiff_t>(dobles));
+    }
+}
+
 TEST(plataforma, la_caja_de_un_texto_entero) {
     const en_pagina p(1252);
     const texto_a original =
@@ -257,6 +349,7 @@ DWORD WINAPI texto_fingido(DWORD como, LPCVOID fuente, DWORD codigo, DWORD idiom
     EXPECT_EQ(fuente, nullptr);
     EXPECT_EQ(codigo, 5u);
     EXPECT_EQ(argumentos, nullptr);
+    EXPECT_TRUE(sitio == 512 || sitio == 32'767) << sitio;  // with more the call fails
     g_pedidos.push_back(idioma);
     if (idioma != g_idioma_que_hay) {
         ::SetLastError(ERROR_RESOURCE_LANG_NOT_FOUND);
@@ -412,21 +505,47 @@ TEST(plataforma, un_texto_largo_va_a_la_consola_en_trozos_que_no_parten_pares) {
             todo += trozo;
         }
         EXPECT_TRUE(todo == texto);
+        // One more than the fewest at most, for pairs that lie across a border.
+        EXPECT_LE(g_consola.size(), (texto.size() + 8191) / 8192 + (texto.find(par) != texto.npos ? 1 : 0));
+        EXPECT_TRUE(texto.size() <= 8192 || g_consola.front().size() >= 8191);
+        EXPECT_TRUE(g_consola.empty() || g_consola.front().size() <= 8192);
     }
 }
 
 TEST(plataforma, el_error_estandar_no_parte_un_par) {
     // Text goes out in stretches of 128 units: the pair would lie across the first border.
-    const std::string texto = std::string(127, 'a') + "\xF0\x9F\x98\x80" + std::string(130, 'z');
-    testing::internal::CaptureStderr();
-    plataforma::escribe_error_estandar(w(texto));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), texto);
+    const std::string par = "\xF0\x9F\x98\x80";
+    std::string largas;  // of three bytes each
+    for (int i = 0; i < 127; ++i) {
+        largas += "\u4e2d";
+    }
+    for (const std::string& texto :
+         {std::string(127, 'a') + par + std::string(130, 'z'), largas + par + largas + largas,
+          largas + largas + "\u4e2d\u4e2d\u4e2d"}) {
+        testing::internal::CaptureStderr();
+        plataforma::escribe_error_estandar(w(texto));
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), texto);
+    }
 }
+
+TEST(plataforma, el_idioma_del_usuario_es_el_de_sus_ventanas) {
+    EXPECT_EQ(plataforma::idioma_del_usuario(), ::GetUserDefaultUILanguage());
+}
+
+namespace {
+
+BOOL WINAPI no_se_pregunta(HANDLE, DWORD*) {
+    ADD_FAILURE() << "a stream that is none is asked whether it is a console";
+    return FALSE;
+}
+
+}  // namespace
 
 // A program with windows alone has no such stream, or one that never opened.
 TEST(plataforma, sin_error_estandar_no_se_escribe_ni_se_pierde_el_ultimo_error) {
     HANDLE de_antes = ::GetStdHandle(STD_ERROR_HANDLE);
     const unsigned long long vivos = lumospy_bloques_vivos();
+    const sustituye modo(sistema.GetConsoleMode, no_se_pregunta);
     HANDLE const ningunas[] = {nullptr, INVALID_HANDLE_VALUE};
     for (HANDLE ninguna : ningunas) {
         ASSERT_TRUE(::SetStdHandle(STD_ERROR_HANDLE, ninguna));
@@ -437,9 +556,16 @@ TEST(plataforma, sin_error_estandar_no_se_escribe_ni_se_pierde_el_ultimo_error) 
         EXPECT_EQ(codigo, 4711u) << ninguna;
     }
     EXPECT_EQ(lumospy_bloques_vivos(), vivos);
+}
+
+TEST(plataforma, tras_faltar_el_error_estandar_se_escribe_otra_vez) {
+    HANDLE de_antes = ::GetStdHandle(STD_ERROR_HANDLE);
+    ASSERT_TRUE(::SetStdHandle(STD_ERROR_HANDLE, nullptr));
+    plataforma::escribe_error_estandar(L"lost");
+    ASSERT_TRUE(::SetStdHandle(STD_ERROR_HANDLE, de_antes));
     testing::internal::CaptureStderr();
     plataforma::escribe_error_estandar(L"x");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "x") << "the next line goes out again";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "x");
 }
 
 TEST(plataforma, dormir_tarda_lo_que_se_pide) {
