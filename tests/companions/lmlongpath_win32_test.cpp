@@ -165,14 +165,16 @@ TEST(lmlongpath, que_rutas_se_completan) {
                                  ++preguntas;
                                  return 0;
                              });
+    const texto_w de_247 = L"C:\\" + texto_w(244, L'y'), de_248 = de_247 + L"y";
+    const texto_w literal = L"\\\\?\\" + de_248;
     const struct {
         const wchar_t* ruta;
         unsigned preguntas;
     } filas[] = {
-        {L"", 0},         {L"C:\\x", 0},      {L"c:/", 0},      {L"\\\\", 0},  {L"//", 0},
-        {L"\\\\s\\r", 0}, {L"\\\\?\\C:x", 0}, {L"\\\\.\\x", 0}, {L"x", 1},     {L"\\", 1},
-        {L"\\x", 1},      {L"C:", 1},         {L"C:x", 1},      {L"1:\\x", 1}, {L"ab\\x", 1},
-        {L"C\\\\", 1},    {L"//?/C:/x", 0},
+        {de_247.c_str(), 0}, {de_248.c_str(), 1}, {literal.c_str(), 0}, {L"", 0},         {L"C:\\x", 0},
+        {L"c:/", 0},         {L"\\\\", 0},        {L"//", 0},           {L"\\\\s\\r", 0}, {L"\\\\?\\C:x", 0},
+        {L"\\\\.\\x", 0},    {L"x", 1},           {L"\\", 1},           {L"\\x", 1},      {L"C:", 1},
+        {L"C:x", 1},         {L"1:\\x", 1},       {L"ab\\x", 1},        {L"C\\\\", 1},    {L"//?/C:/x", 0},
     };
     for (const auto& fila : filas) {
         preguntas = 0;
@@ -180,6 +182,16 @@ TEST(lmlongpath, que_rutas_se_completan) {
             << "what the system cannot tell goes as it is";
         EXPECT_EQ(preguntas, fila.preguntas) << u8(fila.ruta);
     }
+    // Of a share written with separators to spare its own length counts.
+    preguntas = 0;
+    const texto_w recurso = L"\\\\s\\r\\" + texto_w(240, L'y'),
+                  con_de_sobra = L"\\\\s\\\\\\r\\" + texto_w(240, L'y');
+    EXPECT_EQ(u8(ruta_fijada(con_de_sobra.c_str()).c_str()), u8(recurso));
+    EXPECT_EQ(preguntas, 0u);
+    // Of what the system cannot tell there is no full form but what was given, and no literal one at all.
+    EXPECT_EQ(u8(lmlongpath_forma_completa(L"x").ver()), "x");
+    EXPECT_TRUE(lmlongpath_forma_completa_si_se_sabe(L"x").es_nula());
+    EXPECT_TRUE(lmlongpath_forma_literal(L"x").es_nula());
 }
 
 // What fits in the room of a path is asked for once; an answer that leaves no unit for its end has not fitted.
@@ -263,6 +275,11 @@ TEST(lmlongpath, quitar_el_prefijo) {
     EXPECT_EQ(sin("\\\\srv\\x"), "\\\\srv\\x");
     EXPECT_EQ(sin(""), "");
     EXPECT_EQ(sin("\\\\?\\c:"), "c:");
+    EXPECT_EQ(sin("\\\\?\\UNC\\"), "\\\\");
+    EXPECT_EQ(sin("\\\\.\\C:\\"), "C:\\");
+    EXPECT_EQ(u8(i_sin_prefijo(L"\\\\?\\C:\\x")), "C:\\x");
+    EXPECT_EQ(u8(i_sin_prefijo(L"\\\\.\\x")), "x");
+    EXPECT_EQ(u8(i_sin_prefijo(L"\\\\s\\r")), "\\\\s\\r");
     // The system takes each of these for the prefix.
     EXPECT_EQ(sin("//?/C:/x"), "C:/x");
     EXPECT_EQ(sin("\\\\?/C:\\x"), "C:\\x");
@@ -282,6 +299,7 @@ TEST(lmlongpath, quitar_el_prefijo) {
     for (const char* ruta : {"\\\\?\\Volume{26a21bda-a627-11d7-9931-806e6f6e6963}\\x",
                              "\\\\?\\GLOBALROOT\\Device\\HarddiskVolume1\\x",
                              "\\\\?\\x",
+                             "\\\\?\\abc\\x",
                              "\\\\?\\\\x",
                              "\\\\?\\1:\\x",
                              "\\\\?\\ñ:\\x",
@@ -481,6 +499,24 @@ TEST(lmlongpath, un_patron_de_busqueda_conserva_sus_puntos_finales) {
     }
     lmlongpath_FindFirstFileW({L"C:\\no-hay\\*.", ruta_fijada::uso::busqueda}, datos, detalle::todo);
     EXPECT_EQ(f.historia().back().ruta, "C:\\no-hay\\*.");
+    // In the current directory, by no name or by its drive.
+    const directorio_temporal dir;
+    const en_directorio aqui(w(dir.ruta()));
+    wchar_t actual[MAX_PATH];
+    ASSERT_NE(::GetCurrentDirectoryW(MAX_PATH, actual), 0u);
+    const std::string unidad = u8(actual).substr(0, 2);
+    for (const char* patron : {"*.", "xy*.", "x.", "*..", "*", "x*.*"}) {
+        for (const std::string& delante : {std::string(), unidad, std::string("d\\..\\")}) {
+            const texto_w dado = w(delante + patron);
+            EXPECT_EQ(u8(ruta_fijada(dado.c_str(), ruta_fijada::uso::busqueda).c_str()),
+                      u8(actual) + "\\" + patron)
+                << delante;
+        }
+    }
+    // A name is no pattern: the system cuts its dots.
+    EXPECT_EQ(u8(ruta_fijada(L"xy.").c_str()), u8(actual) + "\\xy");
+    EXPECT_EQ(u8(ruta_fijada(L"..\\xy", ruta_fijada::uso::busqueda).c_str()),
+              u8(actual).substr(0, u8(actual).rfind('\\') + 1) + "xy");
 }
 
 TEST(lmlongpath, los_atributos_vacios_se_dicen_normales) {
@@ -575,6 +611,7 @@ TEST(lmlongpath, un_recurso_con_varios_separadores_es_ese_recurso) {
         {"\\\\s\\\\r", "\\\\s\\r"},
         {"\\\\s\\r", "\\\\s\\r"},
         {"\\\\s\\\\", "\\\\s\\\\"},
+        {"\\\\\\s\\\\r\\x", "\\\\\\s\\\\r\\x"},  // no machine
         {"\\\\s", "\\\\s"},
         {"\\\\?\\\\C:\\x", "\\\\?\\\\C:\\x"},
     };
