@@ -478,6 +478,58 @@ TEST(lmlongpath, el_codigo_de_un_fallo_se_entrega_y_queda_como_ultimo_error) {
     }
 }
 
+// What the system leaves behind after a success is no code of it.
+TEST(lmlongpath, lo_hecho_no_tiene_codigo) {
+    const sustituye borra(sistema.DeleteFileW, [](const wchar_t*) WINAPI {
+        ::SetLastError(ERROR_BUSY);
+        return BOOL{TRUE};
+    });
+    const sustituye sin_enlaces(sistema.sigue_enlaces, []() WINAPI { return BOOL{FALSE}; });
+    const desenlace fin = lmlongpath_DeleteFileW(L"C:\\x");
+    EXPECT_TRUE(fin.hecho);
+    EXPECT_EQ(fin.codigo, DWORD{ERROR_SUCCESS});
+}
+
+// A name that cannot be asked itself is looked for in its directory, as names are compared there, without what stands behind
+// it; a pattern, and a root, are no names in a directory.
+TEST(lmlongpath, lo_que_no_se_deja_preguntar_se_busca_en_su_directorio) {
+    static std::vector<std::string> buscados;
+    const sustituye pregunta(sistema.GetFileAttributesW, [](const wchar_t*) WINAPI -> DWORD {
+        ::SetLastError(ERROR_SHARING_VIOLATION);
+        return INVALID_FILE_ATTRIBUTES;
+    });
+    const sustituye busca(sistema.FindFirstFileExW,
+                          [](const wchar_t* patron, FINDEX_INFO_LEVELS nivel, void*, FINDEX_SEARCH_OPS que,
+                             void* nada, DWORD indicadores) WINAPI -> HANDLE {
+                              EXPECT_EQ(nivel, FindExInfoBasic);
+                              EXPECT_EQ(que, FindExSearchNameMatch);
+                              EXPECT_EQ(nada, nullptr);
+                              EXPECT_EQ(indicadores, 0u);
+                              buscados.push_back(u8(patron));
+                              ::SetLastError(ERROR_FILE_NOT_FOUND);
+                              return INVALID_HANDLE_VALUE;
+                          });
+    const struct {
+        const wchar_t* ruta;
+        std::vector<std::string> buscados;
+    } filas[] = {{L"C:\\d\\x", {"C:\\d\\x"}},
+                 {L"C:\\d\\x\\", {"C:\\d\\x"}},
+                 {L"C:/d/x//", {"C:/d/x"}},
+                 {L"C:\\", {}},
+                 {L"\\\\s\\r\\", {}},
+                 {L"C:\\d\\x*", {}},
+                 {L"C:\\d\\?", {}}};
+    for (const auto& fila : filas) {
+        buscados.clear();
+        const existencia que_hay = i_existencia(fila.ruta);
+        EXPECT_EQ(buscados, fila.buscados) << u8(fila.ruta);
+        EXPECT_EQ(que_hay.falta(), !fila.buscados.empty()) << u8(fila.ruta);
+        EXPECT_EQ(que_hay.codigo,
+                  fila.buscados.empty() ? DWORD{ERROR_SHARING_VIOLATION} : DWORD{ERROR_FILE_NOT_FOUND});
+        EXPECT_EQ(que_hay.atributos, INVALID_FILE_ATTRIBUTES);
+    }
+}
+
 TEST(lmlongpath, un_patron_de_busqueda_conserva_sus_puntos_finales) {
     fallos f;
     WIN32_FIND_DATAW datos;

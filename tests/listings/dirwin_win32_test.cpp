@@ -477,6 +477,38 @@ TEST(dirwin, sin_busqueda_abierta_no_se_toca_el_bufer) {
     dirwin_destruye_UNICODE(&d);
 }
 
+// The room of a record is one byte longer than the longest name in it.
+TEST(dirwin, un_nombre_que_cabe_justo_en_ocho_bits_sale_entero) {
+    std::string de_tres;
+    for (int i = 0; i < 86; ++i) {
+        de_tres += "\u4e2d";
+    }
+    const struct {
+        unsigned pagina;
+        std::string nombre;
+        bool sale;
+    } filas[] = {{1252, std::string(258, 'a'), true},
+                 {1252, std::string(259, 'a'), true},
+                 {CP_UTF8, de_tres, true},
+                 {CP_UTF8, de_tres + "b", true},
+                 {CP_UTF8, de_tres + "bc", false}};
+    for (const auto& f : filas) {
+        const en_pagina p(f.pagina);
+        busqueda_falsa falsa;
+        falsa.patrones["C:\\d\\*"] = {{"first"}, {f.nombre, FILE_ATTRIBUTE_READONLY}};
+        Dirwin* d = dirwin_crea("C:\\d\\*");
+        WIN32_FIND_DATAA e;
+        EXPECT_EQ(dirwin_findnextfile(d, &e), 1);
+        EXPECT_EQ(dirwin_findnextfile(d, &e), f.sale ? 1 : 0);
+        if (f.sale) {
+            EXPECT_EQ(std::string(e.cFileName), f.nombre);
+            EXPECT_EQ(e.dwFileAttributes, DWORD{FILE_ATTRIBUTE_READONLY});
+            EXPECT_STREQ(e.cAlternateFileName, "");
+        }
+        dirwin_destruye(&d);
+    }
+}
+
 TEST(dirwin, la_primera_entrada_se_guarda_y_los_pasos_se_cuentan) {
     busqueda_falsa falsa;
     falsa.patrones["C:\\d\\*"] = {{"uno", FILE_ATTRIBUTE_READONLY}, {"dos"}};
@@ -566,6 +598,7 @@ TEST(dirwin, las_preguntas_miran_un_solo_bit) {
         {.atributos = 0, .directorio = 0, .solo_lectura = 0},
         {.atributos = FILE_ATTRIBUTE_DIRECTORY, .directorio = 1, .solo_lectura = 0},
         {.atributos = FILE_ATTRIBUTE_READONLY, .directorio = 0, .solo_lectura = 1},
+        {.atributos = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY, .directorio = 1, .solo_lectura = 1},
         {.atributos = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN,
          .directorio = 1,
          .solo_lectura = 1},
@@ -579,6 +612,10 @@ TEST(dirwin, las_preguntas_miran_un_solo_bit) {
         EXPECT_EQ(dirwin_es_directorio(&e_a), f.directorio) << f.atributos;
         EXPECT_EQ(dirwin_es_directorio_UNICODE(&e_w), f.directorio) << f.atributos;
         EXPECT_EQ(dirwin_es_solo_lectura_UNICODE(&e_w), f.solo_lectura) << f.atributos;
+        e_w.cFileName[0] = L'd';
+        EXPECT_EQ(interno::i_es_directorio_a_la_vista(e_w),
+                  f.directorio == 1 && (f.atributos & FILE_ATTRIBUTE_HIDDEN) == 0)
+            << f.atributos;
     }
 }
 
