@@ -107,6 +107,10 @@ nombres toma_ordenado(AcadOrdeU* array) {
     for (unsigned long i = 0; i < acadordeu_num_elems(array); ++i) {
         n.push_back(u8(acadordeu_get(array, i)));
     }
+    if (!n.empty()) {  // a repeat that is added to it stays as well
+        acadordeu_inserta(array, w(n.front()).c_str());
+        EXPECT_EQ(acadordeu_num_elems(array), n.size() + 1);
+    }
     acadordeu_destruye(&array);
     return n;
 }
@@ -682,6 +686,10 @@ TEST(listas_ficheros, si_hay_ficheros_y_si_hay_subdirectorios) {
     }
     for (const std::string& patron : falsa.abiertos) {
         EXPECT_NE(patron.substr(0, 3), "\\\\*");
+    }
+    for (const char* dado : {"x", "\\d", "/d"}) {
+        falsa.patrones[completa(dado) + "\\*"] = {{"f"}};
+        EXPECT_EQ(lumodir_existenFicheros_UNICODE(w(dado).c_str()), 1) << dado;
     }
 }
 
