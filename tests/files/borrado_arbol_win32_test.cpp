@@ -670,6 +670,52 @@ TEST(borrado_arbol, lo_que_se_queda_a_varias_alturas_no_pide_pasadas) {
     EXPECT_EQ(v.arbol("C:\\t"), (lista{"a\\", "a\\l1\\", "a\\l2\\", "b\\", "b\\c\\", "b\\c\\l3\\"}));
 }
 
+// Its entry is there, the directory is said not to be: what it holds nobody knows.
+TEST(borrado_arbol, un_directorio_que_se_dice_que_falta_pide_otra_pasada) {
+    for (const unsigned aparece : {3u, 99u}) {
+        volumen_falso v;
+        v.pon("C:\\t\\a", {{"f"}});
+        v["C:\\t\\a"].codigo_al_abrir = ERROR_FILE_NOT_FOUND;
+        unsigned pausas = 0;
+        al_dormir([&](unsigned long) {
+            if (++pausas == aparece) {
+                v["C:\\t\\a"].codigo_al_abrir = ERROR_SUCCESS;
+            }
+        });
+        const bool se_ve = aparece < 20;
+        EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(L"C:\\t"), se_ve ? 1 : 0);
+        EXPECT_EQ(toma_esperas().size(), se_ve ? aparece : 20u);
+        EXPECT_EQ(v.hay("C:\\t\\a\\f"), !se_ve);
+    }
+}
+
+// A name that the server refuses, or a server that has gone, is no file that has gone.
+TEST(borrado_arbol, lo_que_falta_por_otra_cosa_que_su_nombre_es_una_negativa_como_otra) {
+    buclrein_establece_politica(0, 0);
+    const auto lo_que_pasa = [](const forma_de_borrar& f, DWORD codigo) {
+        volumen_falso v;
+        v.pon("C:\\t", {{"f"}, {"s", FILE_ATTRIBUTE_DIRECTORY}});
+        v["C:\\t\\f"].codigo_al_borrar = v["C:\\t\\s"].codigo_al_borrar = codigo;
+        lista pasa = {std::to_string(f.borra("C:\\t"))};
+        for (const lista& mas : {toma_expresiones(), toma_avisos(), v.arbol("C:\\t")}) {
+            pasa.insert(pasa.end(), mas.begin(), mas.end());
+        }
+        for (const pregunta& p : toma_preguntas()) {
+            pasa.push_back(p.mensaje + " " + std::to_string(p.codigo));
+        }
+        pasa.push_back(std::to_string(toma_esperas().size()));
+        return pasa;
+    };
+    for (const forma_de_borrar& f : formas_de_borrar) {
+        const lista negado = lo_que_pasa(f, ERROR_CANT_ACCESS_FILE);
+        EXPECT_NE(std::find(negado.begin(), negado.end(), "f"), negado.end()) << f.nombre;
+        for (const DWORD codigo : {DWORD{ERROR_INVALID_NAME}, DWORD{ERROR_BAD_PATHNAME},
+                                   DWORD{ERROR_BAD_NETPATH}, DWORD{ERROR_BAD_NET_NAME}}) {
+            EXPECT_EQ(lo_que_pasa(f, codigo), negado) << f.nombre << " " << codigo;
+        }
+    }
+}
+
 // Another program has the directory open and shares it with nobody: what is in it is there, and unseen.
 TEST(borrado_arbol, un_directorio_retenido_por_otro_no_cuenta_como_borrado) {
     for (const char* cual : {"t", "t\\sub"}) {
