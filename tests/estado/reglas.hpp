@@ -274,7 +274,9 @@ struct reglas {
         return borra_si_existe(t, extra, true);
     }
     bool quita_directorio(const texto_w& t, bool con_mensajes) {
-        const lugar l = v.lee(t);
+        return quita_directorio(t, v.lee(t), con_mensajes);
+    }
+    bool quita_directorio(const texto_w& t, const lugar& l, bool con_mensajes) {
         return bucle(
             con_mensajes, [&] { return "Unable to delete the directory '" + u(t) + "'"; },
             [&]() -> unsigned long {
@@ -284,13 +286,14 @@ struct reglas {
                                             : v.quita_directorio(*h.padre, *h.entrada);
             });
     }
-    bool quita_directorio_estricto(const texto_w& t) {
-        if (!existe(t)) {
+    bool quita_directorio_estricto(const texto_w& t) { return quita_directorio_estricto(t, v.lee(t)); }
+    bool quita_directorio_estricto(const texto_w& t, const lugar& l) {
+        if (v.busca(l).codigo != 0) {
             aviso("Cannot delete the directory '" + u(t) + "' (it does not exist)");
             informe("CR_existe", u(t));
             return false;
         }
-        return quita_directorio(t, true);
+        return quita_directorio(t, l, true);
     }
     bool protege(const texto_w& t, bool solo_lectura) {
         const lugar l = v.lee(t);
@@ -481,17 +484,19 @@ struct reglas {
         if (se_niega(t)) {
             return false;
         }
+        const lugar l = v.lee(t);  // whoever is asked about a file may change the current directory
         borra_contenido(t);
         if (seguir != nullptr && *seguir != 1) {
             return false;
         }
-        if (existe(t) && (se_recorta(t) || !es_directorio(t))) {
+        const hallazgo h = v.busca(l);
+        if (h.codigo == 0 && (se_recorta(t) || !h.cosa->es_directorio)) {
             constexpr unsigned long no_se_entra = 1920;
             return bucle(
                 true, [&] { return "Unable to delete the directory '" + u(t) + "'"; },
                 [&] { return se_recorta(t) ? no_se_entra : no_es_directorio; });
         }
-        return quita_directorio_estricto(t);
+        return quita_directorio_estricto(t, l);
     }
 
     struct pasada {
