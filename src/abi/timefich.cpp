@@ -18,8 +18,9 @@ std::optional<FILETIME> i_si_la_hay(const FILETIME* fecha) noexcept {
     return fecha == nullptr ? std::nullopt : std::optional(*fecha);
 }
 
+// Those dates alone were read that have a place.
 void i_entrega(const std::optional<FILETIME>& fecha, FILETIME* sitio) noexcept {
-    if (sitio != nullptr && fecha) {
+    if (fecha) {
         *sitio = *fecha;
     }
 }
