@@ -551,10 +551,10 @@ TEST(directorios_vacios, de_que_depende_un_path_se_pregunta_una_vez) {
 TEST(directorios_vacios, sin_forma_completa_la_base_se_queda) {
     const directorio_temporal d;
     const std::string base = d.ruta("base");
-    for (const unsigned cual : {1u, 2u}) {
+    for (const auto& [cual, y_las_demas] : {std::pair(1u, false), {2u, false}, {1u, true}, {2u, true}}) {
         d.directorio("base");
         fallos f;
-        f.falla(cual, ERROR_ACCESS_DENIED);
+        f.falla(cual, ERROR_ACCESS_DENIED, y_las_demas);
         sube(true, base + "\\..\\base", &base);
         EXPECT_EQ(f.historia()[cual - 1].nombre, "GetFullPathNameW");
         EXPECT_EQ(d.arbol(), lista{"base\\"}) << cual;
