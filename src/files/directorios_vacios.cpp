@@ -149,16 +149,16 @@ cadena_w i_unidad_como_base(vista_w directorio) {
     return i_makepath(division<wchar_t>(i_comprueba_fichero(directorio)).unidad, {}, {}, {});
 }
 
-// Whether a base is the beginning of a path, but ends within a name of it: what bears that name is no base.
+// Whether a base without separators at its end, the beginning of a path, ends within a name of it: what bears that name
+// is no base.
 bool i_acaba_dentro_de_un_nombre(vista_w base, vista_w path) noexcept {
-    return !base.empty() && !acaba_en(base, L"\\") && !acaba_en(base, L":") &&
-           !es_separador(path[base.size()]);
+    return !base.empty() && !acaba_en(base, L":") && !es_separador(path[base.size()]);
 }
 
 // How many directories of a full path lie below another full path, with the one within whose name that ends; none
 // when it does not lead there.
 std::size_t i_niveles_entre(vista_w completa, vista_w base) noexcept {
-    if (completa.size() <= base.size() || !i_mismo_nombre(completa.substr(0, base.size()), base)) {
+    if (!i_mismo_nombre(completa.substr(0, base.size()), base)) {
         return 0;
     }
     std::size_t niveles = 0;
@@ -177,7 +177,7 @@ public:
     explicit ancla(vista_w directorio) : cortado_(i_largo_de_raiz(directorio)) {
         constexpr std::size_t unidad = 2;
         const bool de_raiz = directorio.find_first_of(L"\\/") == cortado_;
-        if (cortado_ > unidad || (cortado_ == unidad && de_raiz)) {
+        if (cortado_ != 0 && (cortado_ != unidad || de_raiz)) {
             return;  // it depends on nothing
         }
         const cadena_w texto =
@@ -215,8 +215,8 @@ void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada)
     const ancla donde_empieza(a_vista(directorio));
     const cadena_w forma = donde_empieza.completa(a_vista(directorio));
     const cadena_w forma_de_base = donde_empieza.completa(base_dada);
-    // Where a path is not resolved, one that leads back out of a directory may be the base. (What has no form itself has
-    // no levels.)
+    // Where a path is not resolved, one that leads back out of a directory may be the base. What has no form itself has
+    // no levels.
     if (forma_de_base.es_nula()) {
         return;
     }

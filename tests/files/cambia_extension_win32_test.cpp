@@ -359,7 +359,8 @@ TEST(cambia_extension, lo_que_se_pregunta_muestra_el_directorio_como_se_dio) {
     for (const auto& [dado, mostrado] : {std::pair(unidad, unidad),
                                          {d.ruta(), d.ruta() + "\\"},
                                          {d.ruta() + "\\", d.ruta() + "\\"},
-                                         {std::string("."), std::string(".\\")}}) {
+                                         {std::string("."), std::string(".\\")},
+                                         {std::string(".\\\\"), std::string(".\\")}}) {
         cdir_cambia_extension_ficheros_u(w(dado).c_str(), L"tmp", L"bak");
         const std::vector<pregunta> preguntas = toma_preguntas();
         ASSERT_EQ(preguntas.size(), 1u) << dado;

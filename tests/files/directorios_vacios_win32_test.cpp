@@ -374,6 +374,20 @@ TEST(directorios_vacios, un_nombre_que_ninguna_lista_muestra_se_abre_donde_no_se
         v["C:\\a"].codigo_al_listar = ERROR_SUCCESS;
         EXPECT_EQ(v.arbol("C:\\a"), se_siguen ? lista{"b\\"} : lista{});
     }
+    // Nothing is known of its marks: none is taken off when it can be opened no more.
+    volumen_falso v;
+    v.pon("C:\\a\\b", {});
+    v["C:\\a"].codigo_al_listar = ERROR_ACCESS_DENIED;
+    int veces = 0;
+    v.al_abrir = [&](const std::string& nombre) {
+        v["C:\\a\\b"].codigo_al_abrir = nombre == "b" && ++veces > 1 ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
+    };
+    const std::string base = "C:\\a";
+    sube(true, "C:\\a\\b", &base);
+    EXPECT_GT(veces, 2);
+    for (const volumen_falso::apertura& una : v.aperturas) {
+        EXPECT_EQ(una.acceso & FILE_WRITE_ATTRIBUTES, 0u) << una;
+    }
 }
 
 TEST(directorios_vacios, lo_que_no_se_deja_abrir_o_listar_detiene_la_subida) {
