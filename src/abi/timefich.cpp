@@ -18,8 +18,9 @@ std::optional<FILETIME> i_si_la_hay(const FILETIME* fecha) noexcept {
     return fecha == nullptr ? std::nullopt : std::optional(*fecha);
 }
 
+// Where a date has a place, it was read.
 void i_entrega(const std::optional<FILETIME>& fecha, FILETIME* sitio) noexcept {
-    if (sitio != nullptr && fecha) {
+    if (sitio != nullptr) {
         *sitio = *fecha;
     }
 }

@@ -51,9 +51,8 @@ public:
     }
     cadena_w mostrado(vista_w nombre) const {
         // A record of a root has lost its separator; a bare drive never had one.
-        const bool desnudo = !dado_.empty() && dado_.back() == L':';
         return concatena<wchar_t>(
-            {mostrado_, desnudo ? vista_w() : i_separador_que_falta(mostrado_.ver()), nombre});
+            {mostrado_, acaba_en(dado_, L":") ? vista_w() : i_separador_que_falta(mostrado_.ver()), nombre});
     }
 
 private:

@@ -149,20 +149,20 @@ cadena_w i_unidad_como_base(vista_w directorio) {
     return i_makepath(division<wchar_t>(i_comprueba_fichero(directorio)).unidad, {}, {}, {});
 }
 
-// Whether a base is the beginning of a path, but ends within a name of it: what bears that name is no base.
+// Whether a base without separators at its end, the beginning of a path, ends within a name of it: what bears that name
+// is no base.
 bool i_acaba_dentro_de_un_nombre(vista_w base, vista_w path) noexcept {
-    return !base.empty() && !acaba_en(base, L"\\") && !acaba_en(base, L":") &&
-           !es_separador(path[base.size()]);
+    return !base.empty() && !acaba_en(base, L":") && !es_separador(path[base.size()]);
 }
 
-// How many directories of a full path lie below another full path, or are longer where that ends within a name; none
+// How many directories of a full path lie below another full path, with the one within whose name that ends; none
 // when it does not lead there.
 std::size_t i_niveles_entre(vista_w completa, vista_w base) noexcept {
-    if (completa.size() <= base.size() || !i_mismo_nombre(completa.substr(0, base.size()), base)) {
+    if (!i_mismo_nombre(completa.substr(0, base.size()), base)) {
         return 0;
     }
-    std::size_t niveles = i_acaba_dentro_de_un_nombre(base, completa) ? 1 : 0;
-    bool en_nombre = niveles != 0;
+    std::size_t niveles = 0;
+    bool en_nombre = false;
     for (const wchar_t c : completa.substr(base.size())) {
         niveles += c != L'\\' && !en_nombre ? 1 : 0;
         en_nombre = c != L'\\';
@@ -174,16 +174,12 @@ std::size_t i_niveles_entre(vista_w completa, vista_w base) noexcept {
 // directory meanwhile.
 class ancla {
 public:
-    explicit ancla(vista_w directorio) {
-        const bool con_unidad = directorio.size() >= 2 && directorio[1] == L':';
-        const vista_w tras_unidad = directorio.substr(con_unidad ? 2 : 0);
-        const bool de_raiz = !tras_unidad.empty() && es_separador(tras_unidad.front());
-        const bool compartida =
-            !con_unidad && de_raiz && directorio.size() > 1 && es_separador(directorio[1]);
-        if (compartida || (con_unidad && de_raiz)) {
+    explicit ancla(vista_w directorio) : cortado_(i_largo_de_raiz(directorio)) {
+        constexpr std::size_t unidad = 2;
+        const bool de_raiz = directorio.find_first_of(L"\\/") == cortado_;
+        if (cortado_ != 0 && (cortado_ != unidad || de_raiz)) {
             return;  // it depends on nothing
         }
-        cortado_ = con_unidad ? 2 : 0;
         const cadena_w texto =
             de_raiz ? cadena_w(L"\\") : concatena<wchar_t>({directorio.substr(0, cortado_), L"."});
         directorio_ = lmlongpath_forma_completa(texto.c_str());
@@ -192,10 +188,9 @@ public:
     // The full form of the directory, or of what it begins with; a NULL string when the system cannot tell.
     cadena_w completa(vista_w texto) const {
         const vista_w resto = texto.substr(std::min(cortado_, texto.size()));
-        const bool es_unidad = directorio_.es_nula() && acaba_en(texto, L":");
         const cadena_w entero =
             directorio_.es_nula()
-                ? concatena<wchar_t>({texto, es_unidad ? L"\\" : L""})
+                ? concatena<wchar_t>({texto, acaba_en(texto, L":") ? L"\\" : L""})
                 : concatena<wchar_t>({i_sin_separadores_finales(directorio_), L"\\", resto});
         // The prefix that a long path gets is none of the names that two paths share.
         cadena_w forma = lmlongpath_forma_completa_si_se_sabe(entero.c_str());
@@ -204,14 +199,14 @@ public:
     }
 
 private:
-    std::size_t cortado_ = 0;
+    std::size_t cortado_;
     cadena_w directorio_;
 };
 
 // Cuts the last directories off a full path that bears no separator at its end.
 vista_w i_sin_ultimos(vista_w completa, std::size_t niveles) noexcept {
     for (std::size_t i = 0; i < niveles; ++i) {
-        completa = i_sin_separadores_finales(completa.substr(0, completa.find_last_of(L"\\/") + 1));
+        completa = i_sin_separadores_finales(completa.substr(0, completa.find_last_of(L"\\/")));
     }
     return completa;
 }
@@ -220,8 +215,9 @@ void i_borra_mientras_esten_vacios(const wchar_t* directorio, vista_w base_dada)
     const ancla donde_empieza(a_vista(directorio));
     const cadena_w forma = donde_empieza.completa(a_vista(directorio));
     const cadena_w forma_de_base = donde_empieza.completa(base_dada);
-    // Where a path is not resolved, one that leads back out of a directory may be the base.
-    if (forma.es_nula() || forma_de_base.es_nula()) {
+    // Where a path is not resolved, one that leads back out of a directory may be the base. What has no form itself has
+    // no levels.
+    if (forma_de_base.es_nula()) {
         return;
     }
     const vista_w completa = i_sin_separadores_finales(forma);

@@ -40,7 +40,7 @@ bool i_se_ira_al_cerrar(HANDLE creado) noexcept {
 motivo i_prueba_a_crear(const ruta_fijada& fichero) {
     const sin_dialogos callado;
     fichero_abierto creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba | DELETE, a_solas, CREATE_NEW);
-    if (!creado.valida() && i_puede_ser_por_borrar(creado.codigo)) {
+    if (i_puede_ser_por_borrar(creado.codigo)) {
         creado = lmlongpath_CreateFileW(fichero, acceso_de_prueba, a_solas, CREATE_NEW);
     }
     if (!creado.valida()) {
@@ -111,7 +111,7 @@ motivo i_prueba_escritura_junto_a(vista_w fichero) noexcept {
     const bool es_retroceso = fichero.substr(directorio.size()) == L"..";
     const cadena_w de_retroceso = concatena<wchar_t>({fichero, L"\\.."});
     // No directory at all needs no creation; that of a drive is not the process's.
-    const vista_w actual = fichero.substr(0, fichero.size() >= 2 && fichero[1] == L':' ? 2 : 0);
+    const vista_w actual = fichero.substr(0, fichero.find(L':') == 1 ? 2 : 0);
     return i_prueba_escritura_en_directorio(es_retroceso         ? de_retroceso.ver()
                                             : directorio.empty() ? actual
                                                                  : directorio,

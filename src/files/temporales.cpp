@@ -177,8 +177,8 @@ private:
                                          : i_makepath<wchar_t>({}, entero, nombre, extension_);
     }
     bool i_es_la_del_sistema() const noexcept {
-        const bool con_punto = !extension_.empty() && extension_.front() == L'.';
-        return iguales_sin_caja(extension_.substr(con_punto ? 1 : 0), extension_del_sistema);
+        return iguales_sin_caja(extension_.substr(empieza_por(extension_, L".") ? 1 : 0),
+                                extension_del_sistema);
     }
     // A program that looks at every new file holds this one for a moment; another name would fare no better.
     bool i_renombra(const cadena_w& temporal, const cadena_w& candidato) {

@@ -149,9 +149,9 @@ bool i_asigna_valor_utc(const wchar_t* fichero, long long valor, bool informar) 
 }
 
 bool i_asigna_valor_local(const wchar_t* fichero, long long valor) noexcept {
-    const std::optional<FILETIME> local = valor <= max_segundos_filetime
-                                              ? i_filetime_de_segundos(valor + segundos_convenio_local)
-                                              : std::nullopt;
+    // The sum may wrap: what comes out then is no date either.
+    const auto suma = static_cast<unsigned long long>(valor) + segundos_convenio_local;
+    const std::optional<FILETIME> local = i_filetime_de_segundos(static_cast<long long>(suma));
     const std::optional<FILETIME> utc = local ? i_utc_de_local(*local) : std::nullopt;
     return utc && i_asigna_fechas(fichero, {.modificacion = utc}, true);
 }

@@ -1,4 +1,5 @@
 // Giving the files of a directory another extension.
+#include "apoyo/como_windows.hpp"
 #include "apoyo/directorio.hpp"
 #include "apoyo/fallos.hpp"
 #include "apoyo/lado_unix.hpp"
@@ -77,10 +78,16 @@ TEST(cambia_extension, otra_caja_de_letra_no_borra_el_fichero) {
          {caja{"tmp", "TMP"}, caja{"\u00f1\u0434", "\u00d1\u0414"}, caja{"\u00c0x", "\u00e0x"}}) {
         const directorio_temporal d;
         const std::string nombre = std::string("a.") + c.antigua;
-        d.fichero(nombre, "mio");
-        cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), w(c.antigua).c_str(), w(c.nueva).c_str());
-        EXPECT_EQ(d.contenido(nombre), "mio") << nombre;
-        EXPECT_EQ(d.arbol().size(), 1u) << nombre;
+        for (const unsigned sin_numero :
+             {0u, ~0u}) {  // whether the system can tell one file from another or not
+            d.limpia();
+            d.fichero(nombre, "mio");
+            fallos f;
+            f.falla_siempre("GetFileInformationByHandle", ERROR_NOT_SUPPORTED, sin_numero);
+            cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), w(c.antigua).c_str(), w(c.nueva).c_str());
+            EXPECT_EQ(d.contenido(nombre), "mio") << nombre;
+            EXPECT_EQ(d.arbol().size(), 1u) << nombre;
+        }
     }
 }
 
@@ -92,6 +99,16 @@ TEST(cambia_extension, sin_origen_no_se_borra_el_destino) {
     cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"*", L"bak");
     EXPECT_EQ(d.contenido("a.bak"), "mio");
     EXPECT_EQ(toma_preguntas().size(), 1u);
+}
+
+TEST(cambia_extension, de_un_origen_que_falta_dice_el_sistema_al_renombrar) {
+    // It may be back by then; who merely could not look at it has not renamed it.
+    const directorio_temporal d;
+    d.fichero("a.tmp", "mio");
+    fallos f;
+    f.falla_siempre("CreateFileW", ERROR_FILE_NOT_FOUND, 1);
+    cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak");
+    EXPECT_EQ(d.arbol(), lista{"a.bak"});
 }
 
 TEST(cambia_extension, un_directorio_vacio_o_en_blanco_se_informa_y_no_se_hace_nada) {
@@ -108,6 +125,18 @@ TEST(cambia_extension, un_directorio_vacio_o_en_blanco_se_informa_y_no_se_hace_n
     EXPECT_EQ(d.arbol(), (lista{"a.bak", "a.tmp"}));
 }
 
+TEST(cambia_extension, sin_forma_completa_del_directorio_no_se_hace_nada) {
+    const directorio_temporal d;
+    d.fichero("a.tmp", "mio");
+    d.fichero("d\\a.tmp", "mio");
+    const en_directorio ahi(d.ruta_w());
+    fallos f;
+    f.falla_siempre("GetFullPathNameW", ERROR_ACCESS_DENIED);
+    cdir_cambia_extension_ficheros_u(L"d", L"tmp", L"bak");
+    EXPECT_EQ(f.cuenta("FindFirstFileExW"), 0u) << "no other directory is meant";
+    EXPECT_EQ(d.arbol(), (lista{"a.tmp", "d\\", "d\\a.tmp"}));
+}
+
 TEST(cambia_extension, la_misma_extension_con_otra_ortografia_no_cambia_nada) {
     const directorio_temporal d;
     const struct {
@@ -122,6 +151,7 @@ TEST(cambia_extension, la_misma_extension_con_otra_ortografia_no_cambia_nada) {
         {"", "..", {"a", "b"}},
         {".", "..", {"a", "b"}},
         {"\u00f1", "\u00f1.", {"a.\u00f1"}},
+        {"bak", ".bak", {"a.bak", "b.bak"}},  // the very same
     };
     for (const auto& c : casos) {
         SCOPED_TRACE(std::string(c.antigua) + "|" + c.nueva);
@@ -129,7 +159,10 @@ TEST(cambia_extension, la_misma_extension_con_otra_ortografia_no_cambia_nada) {
         for (const std::string& nombre : c.ficheros) {
             d.fichero(nombre, nombre);
         }
+        fallos libro;
         cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), w(c.antigua).c_str(), w(c.nueva).c_str());
+        EXPECT_EQ(libro.cuenta("MoveFileExW"), 0u);
+        EXPECT_EQ(libro.cuenta("FindFirstFileExW"), std::string(c.nueva) == ".bak" ? 0u : 1u);
         EXPECT_EQ(d.arbol(), c.ficheros);
         for (const std::string& nombre : c.ficheros) {
             EXPECT_EQ(d.contenido(nombre), nombre);
@@ -199,7 +232,12 @@ TEST(cambia_extension, una_extension_con_comodines_no_borra_lo_que_cumple) {
     for (const char* nueva : {"b?k", "*ak", "ba<", "b>k", "\"ak"}) {
         SCOPED_TRACE(nueva);
         siembra_extensiones(d);
+        fallos libro;
         cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", w(nueva).c_str());
+        for (const std::string& buscado : libro.rutas("FindFirstFileExW")) {
+            EXPECT_FALSE(buscado.ends_with(nueva)) << buscado;
+        }
+        EXPECT_EQ(libro.cuenta("DeleteFileW"), 0u);
         EXPECT_EQ(d.arbol(), como_estaba);
         EXPECT_EQ(d.contenido("a.bak"), "a.bak");
         const std::vector<pregunta> preguntas = toma_preguntas();
@@ -257,12 +295,18 @@ TEST(cambia_extension, dos_ficheros_son_uno_si_lo_dice_su_numero) {
     const struct {
         std::vector<datos> dichos;  // of the source, of the target
         bool es_uno;
+        unsigned no_se_abren = 0;
     } filas[] = {
-        {{{true, 7, 0, 5}, {true, 7, 0, 5}}, true},   {{{true, 7, 0, 1}, {true, 7, 0, 1}}, true},
-        {{{true, 7, 1, 0}, {true, 7, 1, 0}}, true},   {{{true, 7, 0, 0}, {true, 7, 0, 0}}, false},
-        {{{true, 7, 0, 5}, {true, 8, 0, 5}}, false},  {{{true, 7, 1, 5}, {true, 7, 2, 5}}, false},
-        {{{true, 7, 1, 5}, {true, 7, 1, 6}}, false},  {{{false, 7, 0, 5}, {true, 7, 0, 5}}, false},
+        {{{true, 7, 0, 5}, {true, 7, 0, 5}}, true},
+        {{{true, 7, 0, 1}, {true, 7, 0, 1}}, true},
+        {{{true, 7, 1, 0}, {true, 7, 1, 0}}, true},
+        {{{true, 7, 0, 0}, {true, 7, 0, 0}}, false},
+        {{{true, 7, 0, 5}, {true, 8, 0, 5}}, false},
+        {{{true, 7, 1, 5}, {true, 7, 2, 5}}, false},
+        {{{true, 7, 1, 5}, {true, 7, 1, 6}}, false},
+        {{{false, 7, 0, 5}, {true, 7, 0, 5}}, false},
         {{{true, 7, 0, 5}, {false, 7, 0, 5}}, false},
+        {{{true, 7, 0, 5}, {true, 7, 0, 5}}, false, 1},  // one of them cannot be opened
     };
     const sustituye contesta(interno::sistema.GetFileInformationByHandle,
                              [](HANDLE, LPBY_HANDLE_FILE_INFORMATION que) WINAPI {
@@ -275,11 +319,29 @@ TEST(cambia_extension, dos_ficheros_son_uno_si_lo_dice_su_numero) {
                                  return BOOL{uno.leidos};
                              });
     buclrein_establece_politica(0, 0);
+    const como_windows windows({});  // where links are followed, others open files too
+    static unsigned no_se_abren;
+    const sustituye abre(interno::sistema.CreateFileW, [](LPCWSTR ruta, DWORD acceso, DWORD compartir,
+                                                          LPSECURITY_ATTRIBUTES quien, DWORD como,
+                                                          DWORD indicadores, HANDLE modelo) WINAPI {
+        EXPECT_EQ(acceso, DWORD{FILE_READ_ATTRIBUTES});
+        EXPECT_EQ(compartir, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE});
+        EXPECT_EQ(como, DWORD{OPEN_EXISTING});
+        EXPECT_EQ(indicadores, DWORD{FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS})
+            << "the entry itself, were it a directory by now";
+        if (no_se_abren != 0) {
+            --no_se_abren;
+            ::SetLastError(ERROR_SHARING_VIOLATION);
+            return INVALID_HANDLE_VALUE;
+        }
+        return ::CreateFileW(ruta, acceso, compartir, quien, como, indicadores, modelo);
+    });
     for (const auto& fila : filas) {
         const directorio_temporal d;
         d.fichero("a.tmp", "nuevo");
         d.fichero("a.bak", "viejo");
         dichos = fila.dichos;
+        no_se_abren = fila.no_se_abren;
         cdir_cambia_extension_ficheros_u(d.ruta_w().c_str(), L"tmp", L"bak");
         EXPECT_EQ(d.contenido("a.bak"), fila.es_uno ? "viejo" : "nuevo") << &fila - filas;
         EXPECT_EQ(toma_preguntas().size(), fila.es_uno ? 1u : 0u) << &fila - filas;
@@ -297,7 +359,8 @@ TEST(cambia_extension, lo_que_se_pregunta_muestra_el_directorio_como_se_dio) {
     for (const auto& [dado, mostrado] : {std::pair(unidad, unidad),
                                          {d.ruta(), d.ruta() + "\\"},
                                          {d.ruta() + "\\", d.ruta() + "\\"},
-                                         {std::string("."), std::string(".\\")}}) {
+                                         {std::string("."), std::string(".\\")},
+                                         {std::string(".\\\\"), std::string(".\\")}}) {
         cdir_cambia_extension_ficheros_u(w(dado).c_str(), L"tmp", L"bak");
         const std::vector<pregunta> preguntas = toma_preguntas();
         ASSERT_EQ(preguntas.size(), 1u) << dado;

@@ -51,6 +51,7 @@ const limpieza limpiezas[] = {
     {.nombre = "a doubled separator", .directorio = "a\\\\b\\c", .base = "a", .queda = {"a\\", "z"}},
     {.nombre = "a base with a slash", .directorio = "a/b\\c", .base = "a/", .queda = {"a\\", "z"}},
     {.nombre = "a point is no level", .directorio = "a\\.\\b\\c", .base = "a", .queda = {"a\\", "z"}},
+    {.nombre = "nor is it between levels", .directorio = "a\\b\\.\\c", .base = "a", .queda = {"a\\", "z"}},
     {.nombre = "two points end the climb",
      .directorio = "a\\b\\..\\b\\c",
      .base = "a",
@@ -87,7 +88,9 @@ TEST(directorios_vacios, otra_escritura_de_la_base_no_la_borra) {
         d.directorio("a");
         const std::string base = d.ruta("a");
         const borrados_vistos vistos;
+        fallos libro;
         sube(true, d.ruta(directorio), &base);
+        EXPECT_EQ(libro.cuenta("CreateFileW"), 0u) << directorio;
         EXPECT_EQ(vistos.rutas, lista{}) << directorio;
         EXPECT_TRUE(d.existe("a")) << directorio;
     }
@@ -148,13 +151,13 @@ TEST(directorios_vacios, sin_base_se_para_en_la_unidad) {
 }
 
 TEST(directorios_vacios, una_base_que_no_es_principio_se_informa_y_no_se_quita_nada) {
-    for (const char* otra : {"z", "a\\c", "a\\b\\c\\..", " "}) {
+    for (const char* otra : {"z", "a\\c", "a\\b\\c\\..", " ", ""}) {
         for (const bool ancha : {true, false}) {
             const directorio_temporal d;
             d.directorio("a\\b\\c");
             d.directorio("z");
             const borrados_vistos vistos;
-            const std::string base = std::string(otra) == " " ? otra : d.ruta(otra);
+            const std::string base = std::string(otra) <= " " ? otra : d.ruta(otra);
             sube(ancha, d.ruta("a\\b\\c"), &base);
             const lista informes = toma_expresiones();
             ASSERT_FALSE(informes.empty()) << otra;
@@ -168,10 +171,12 @@ TEST(directorios_vacios, una_base_que_no_es_principio_se_informa_y_no_se_quita_n
 TEST(directorios_vacios, una_base_mas_larga_se_informa_y_no_se_sube) {
     const directorio_temporal d;
     d.directorio("a\\b");
-    const std::string base = d.ruta("a\\b\\c");
-    sube(true, d.ruta("a\\b"), &base);
-    ESPERA_INFORMES(no_es_principio, mas_corto);
-    EXPECT_TRUE(d.existe("a\\b"));
+    for (const char* otra : {"a\\b\\c", "a\\c"}) {  // or as long
+        const std::string base = d.ruta(otra);
+        sube(true, d.ruta("a\\b"), &base);
+        ESPERA_INFORMES(no_es_principio, mas_corto);
+        EXPECT_TRUE(d.existe("a\\b"));
+    }
 }
 
 // A base may end within a name: what is longer goes, and where going up has come past the base that is told.
@@ -193,6 +198,14 @@ TEST(directorios_vacios, una_base_que_acaba_dentro_de_un_nombre) {
         {"with an extension", {"a\\b.bak"}, "a\\b.bak", "a\\b", {"a\\"}, true},
         {"not empty", {"bx\\c", "bx\\d"}, "bx\\c", "b", {"bx\\", "bx\\d\\"}, false},
         {"not empty from the beginning", {"bx\\c"}, "bx", "b", {"bx\\", "bx\\c\\"}, false},
+        {"nor for one of its own name in it",
+         {"bx\\c\\c"},
+         "bx\\c",
+         "b",
+         {"bx\\", "bx\\c\\", "bx\\c\\c\\"},
+         false},
+        {"the system refuses", {"bx\\.git"}, "bx", "b", {"bx\\", "bx\\.git\\"}, false},
+        {"the way comes back", {"bx"}, "bx\\..\\..\\@\\bx", "b", {}, false},
         {"a point at the end is the base itself", {"b"}, "b.", "b", {"b\\"}, false},
     };
     for (const auto& caso : casos) {
@@ -203,11 +216,28 @@ TEST(directorios_vacios, una_base_que_acaba_dentro_de_un_nombre) {
             }
             fallos libro;
             const std::string base = d.ruta(caso.base);
-            sube(ancha, d.ruta(caso.directorio), &base);
+            std::string directorio = d.ruta(caso.directorio);
+            if (const std::size_t yo = directorio.find('@'); yo != directorio.npos) {
+                directorio.replace(yo, 1, d.ruta().substr(d.ruta().rfind('\\') + 1));
+            }
+            sube(ancha, directorio, &base);
             EXPECT_EQ(toma_expresiones(), caso.llega ? lista{mas_corto} : lista{}) << caso.nombre;
             EXPECT_EQ(d.arbol(), caso.queda) << caso.nombre;
             EXPECT_EQ(libro.manijas_abiertas(), 0u) << caso.nombre;
         }
+    }
+}
+
+TEST(directorios_vacios, una_base_dentro_de_un_nombre_solo_se_informa_si_se_ha_subido) {
+    for (const DWORD codigo : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_PATH_NOT_FOUND}}) {
+        const directorio_temporal d;
+        d.directorio("bx\\c");
+        fallos f;
+        f.falla_siempre("CreateFileW", codigo);
+        const std::string base = d.ruta("b");
+        sube(true, d.ruta("bx\\c"), &base);
+        EXPECT_EQ(toma_expresiones(), codigo == ERROR_PATH_NOT_FOUND ? lista{mas_corto} : lista{});
+        EXPECT_EQ(d.arbol(), (lista{"bx\\", "bx\\c\\"}));
     }
 }
 
@@ -276,6 +306,7 @@ TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
         {raiz + "\\base\\a\\b\\..", raiz + "\\base"},
         {raiz + "\\base\\a\\b\\..\\..", raiz + "\\base"},
         {raiz + "\\base\\a\\..\\..\\base\\a", raiz + "\\base"},
+        {raiz + "\\base\\aa\\..\\..\\base\\aa", raiz + "\\base"},
         {raiz + "\\base\\a", raiz + "\\bas"},
         {raiz + "\\base\\..\\x", raiz + "\\base"},
         {raiz + "\\base\\..\\x\\longer", raiz + "\\base"},
@@ -285,6 +316,10 @@ TEST(directorios_vacios, la_base_se_queda_se_escriba_como_se_escriba) {
         for (const bool ancha : {true, false}) {
             d.directorio("base\\a\\b");
             d.directorio("x\\longer");
+            if (caso.directorio.ends_with("aa")) {
+                d.borra("base\\a");
+                d.directorio("base\\aa");
+            }
             sube(ancha, caso.directorio, &caso.base);
             EXPECT_TRUE(d.existe("x\\longer")) << caso.directorio << " " << caso.base;
             // The beginning of another name is no base, but no directory above it is at risk either.
@@ -308,6 +343,12 @@ TEST(directorios_vacios, con_el_prefijo_el_final_de_un_nombre_no_se_recorta) {
         const std::string base = "\\\\?\\" + d.ruta("a");
         sube(true, base + "\\" + nombre, &base);
         EXPECT_EQ(d.arbol(), (lista{"a\\", "a\\b\\"})) << "'" << nombre << "'";
+        d.directorio(std::string(nombre) + "\\c");
+        d.directorio("b\\c");
+        const std::string en_la_base = "\\\\?\\" + d.ruta(nombre);
+        sube(true, en_la_base + "\\c", &en_la_base);
+        EXPECT_FALSE(d.existe(std::string(nombre) + "\\c")) << "'" << nombre << "'";
+        EXPECT_TRUE(d.existe(nombre) && d.existe("b\\c")) << "'" << nombre << "'";
     }
 }
 
@@ -321,14 +362,89 @@ TEST(directorios_vacios, un_nivel_que_falta_se_pasa_tambien_donde_puede_ser_un_n
     EXPECT_EQ(v.borrados, lista{"b"});
 }
 
-TEST(directorios_vacios, de_nombres_que_difieren_en_la_caja_el_exacto_y_si_no_el_primero) {
-    for (const auto& [pedido, queda] : {std::pair("C:\\a\\Ab", "aB\\"), {"C:\\a\\AB", "Ab\\"}}) {
+// A directory that cannot be listed shows none; where links are followed, one that is not shown counts as missing.
+TEST(directorios_vacios, un_nombre_que_ninguna_lista_muestra_se_abre_donde_no_se_siguen_enlaces) {
+    for (const bool se_siguen : {false, true}) {
         volumen_falso v;
-        v.pon("C:\\a\\aB", {});
-        v.pon("C:\\a\\Ab", {});
+        v.pon("C:\\a\\b", {});
+        v.sigue_enlaces = se_siguen;
+        v["C:\\a"].codigo_al_listar = ERROR_ACCESS_DENIED;
         const std::string base = "C:\\a";
-        sube(true, pedido, &base);
-        EXPECT_EQ(v.arbol("C:\\a"), lista{queda}) << pedido;
+        sube(true, "C:\\a\\b", &base);
+        v["C:\\a"].codigo_al_listar = ERROR_SUCCESS;
+        EXPECT_EQ(v.arbol("C:\\a"), se_siguen ? lista{"b\\"} : lista{});
+    }
+    // Nothing is known of its marks: none is taken off when it can be opened no more.
+    volumen_falso v;
+    v.pon("C:\\a\\b", {});
+    v["C:\\a"].codigo_al_listar = ERROR_ACCESS_DENIED;
+    int veces = 0;
+    v.al_abrir = [&](const std::string& nombre) {
+        v["C:\\a\\b"].codigo_al_abrir = nombre == "b" && ++veces > 1 ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
+    };
+    const std::string base = "C:\\a";
+    sube(true, "C:\\a\\b", &base);
+    EXPECT_GT(veces, 2);
+    for (const volumen_falso::apertura& una : v.aperturas) {
+        EXPECT_EQ(una.acceso & FILE_WRITE_ATTRIBUTES, 0u) << una;
+    }
+}
+
+TEST(directorios_vacios, lo_que_no_se_deja_abrir_o_listar_detiene_la_subida) {
+    for (const int que : {0, 1, 2}) {
+        volumen_falso v;
+        v.pon("C:\\a\\b\\.c", {});
+        nodo_falso& nodo = v["C:\\a\\b\\.c"];
+        (que == 0   ? nodo.codigo_al_abrir
+         : que == 1 ? nodo.codigo_al_listar
+                    : nodo.codigo_al_final) = ERROR_ACCESS_DENIED;
+        const std::string base = "C:\\a";
+        sube(true, "C:\\a\\b\\.c", &base);
+        EXPECT_EQ(v.clases_de_borrado, std::vector<int>{}) << "not even tried: " << que;
+        EXPECT_EQ(v.arbol("C:\\a"), (lista{"b\\", "b\\.c\\"})) << que;
+    }
+}
+
+TEST(directorios_vacios, de_nombres_que_difieren_en_la_caja_el_exacto_y_si_no_el_primero) {
+    const struct {
+        const char* pedido;
+        lista queda;
+        std::size_t lecturas;  // of the base alone: not beyond the very name
+    } casos[] = {{"C:\\a\\Ab", {"aB\\", "z\\"}, 4}, {"C:\\a\\AB", {"Ab\\", "z\\"}, 6}};
+    for (const auto& caso : casos) {
+        volumen_falso v;
+        for (const char* uno : {"aB", "Ab", "z"}) {
+            v.pon(std::string("C:\\a\\") + uno, {});
+        }
+        v.registros_por_lectura = 1;
+        std::size_t lecturas = 0;
+        v.al_listar = [&] { lecturas += v.abiertas() == 1 ? 1 : 0; };
+        const std::string base = "C:\\a";
+        sube(true, caso.pedido, &base);
+        EXPECT_EQ(v.arbol("C:\\a"), caso.queda) << caso.pedido;
+        EXPECT_EQ(lecturas, caso.lecturas) << caso.pedido;
+    }
+}
+
+// It is closed before it is deleted; who puts another one there in between keeps it.
+TEST(directorios_vacios, solo_se_quita_el_que_se_ha_mirado) {
+    for (const DWORD sin_numeros_en_la_lista : {DWORD{0}, DWORD{ERROR_INVALID_PARAMETER}}) {
+        for (const bool cambia : {false, true}) {
+            volumen_falso v;
+            v.pon("C:\\a\\b\\c", {});
+            v.rechaza_con_numeros = sin_numeros_en_la_lista;
+            int veces = 0;
+            v.al_abrir = [&](const std::string& nombre) {
+                if (nombre == "c" && ++veces == 2) {
+                    EXPECT_EQ(v.abiertas(), 2u) << "the base and b";
+                    EXPECT_TRUE(!cambia || v.cambia("C:\\a\\b\\c", {"", FILE_ATTRIBUTE_DIRECTORY}));
+                }
+            };
+            const std::string base = "C:\\a";
+            sube(true, "C:\\a\\b\\c", &base);
+            EXPECT_GE(veces, 2);
+            EXPECT_EQ(v.arbol("C:\\a"), cambia ? (lista{"b\\", "b\\c\\"}) : lista{});
+        }
     }
 }
 
@@ -416,9 +532,47 @@ TEST(directorios_vacios, por_un_path_largo_se_sube_como_por_otro) {
     }
 }
 
+// What both are relative to, once: the current directory may be another one a moment later.
+TEST(directorios_vacios, de_que_depende_un_path_se_pregunta_una_vez) {
+    const directorio_temporal d;
+    const en_directorio aqui(d.ruta_w());
+    const std::string unidad = d.ruta().substr(0, 2);
+    for (const auto& [delante, preguntado] : {std::pair(std::string(), std::string(".")),
+                                              {unidad, unidad + "."},
+                                              {d.ruta().substr(2) + "\\", "\\"},
+                                              {d.ruta() + "\\", d.ruta("a\\b")}}) {
+        d.directorio("a\\b");
+        const std::string base = delante + "a";
+        fallos libro;
+        sube(true, delante + "a\\b", &base);
+        EXPECT_EQ(libro.rutas("GetFullPathNameW").front(), preguntado);
+        EXPECT_EQ(libro.rutas("CreateFileW").front(), d.ruta("a"));
+        EXPECT_EQ(d.arbol(), lista{"a\\"}) << delante;
+    }
+    // Another drive, and the roots of drives.
+    for (const char* base : {"Q:\\a", "Q:", "Q:\\"}) {
+        volumen_falso v;
+        v.pon("Q:\\a\\b\\c", {});
+        const std::string entera = base;
+        sube(true, "Q:\\a\\b\\c", &entera);
+        EXPECT_EQ(v.arbol("Q:"), entera.back() == 'a' ? lista{"a\\"} : lista{}) << base;
+    }
+    d.directorio("a\\b");
+    sube(true, unidad + "a\\b", &unidad);
+    EXPECT_EQ(d.arbol(), lista{}) << "up to the current directory of the drive";
+}
+
 TEST(directorios_vacios, sin_forma_completa_la_base_se_queda) {
     const directorio_temporal d;
     const std::string base = d.ruta("base");
+    for (const auto& [cual, y_las_demas] : {std::pair(1u, false), {2u, false}, {1u, true}, {2u, true}}) {
+        d.directorio("base");
+        fallos f;
+        f.falla(cual, ERROR_ACCESS_DENIED, y_las_demas);
+        sube(true, base + "\\..\\base", &base);
+        EXPECT_EQ(f.historia()[cual - 1].nombre, "GetFullPathNameW");
+        EXPECT_EQ(d.arbol(), lista{"base\\"}) << cual;
+    }
     for (const unsigned veces : {1u, 2u, ~0u}) {
         d.directorio("base");
         fallos f;

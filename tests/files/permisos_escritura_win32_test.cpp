@@ -1,6 +1,8 @@
 // Whether files and directories can be written, on a real disk, with files held by another process, and under faults.
 #include "files/permisos_escritura.hpp"
 
+#include <array>
+
 #include "apoyo/apoyo.hpp"
 #include "apoyo/como_windows.hpp"
 #include "apoyo/directorio.hpp"
@@ -203,13 +205,24 @@ TEST(permisos_escritura, donde_se_niega_el_derecho_a_borrar_se_crea_sin_el) {
     const como_windows windows({});  // where links are followed, it is asked first whether this is one
     static texto_w ruta;
     static DWORD de_otro;
+    static std::vector<std::array<DWORD, 4>> aperturas;  // access, share mode, disposition, flags
     ruta = dir.ruta_w("no.txt");
     for (const DWORD codigo : {5u, 50u, 87u}) {
         fallos f;
         f.falla_siempre("CreateFileW", codigo, 1);
+        aperturas.clear();
+        static decltype(interno::sistema.CreateFileW) debajo;
+        debajo = interno::sistema.CreateFileW;
+        const sustituye espia(interno::sistema.CreateFileW,
+                              [](LPCWSTR cual, DWORD acceso, DWORD compartir, LPSECURITY_ATTRIBUTES quien,
+                                 DWORD como, DWORD indicadores, HANDLE modelo) WINAPI {
+                                  aperturas.push_back({acceso, compartir, como, indicadores});
+                                  return debajo(cual, acceso, compartir, quien, como, indicadores, modelo);
+                              });
         // Without the right to delete there is no such mark; and nobody else comes to the file meanwhile.
         const sustituye marca(interno::sistema.SetFileInformationByHandle,
-                              [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) WINAPI {
+                              [](HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID que, DWORD) WINAPI {
+                                  EXPECT_EQ(static_cast<FILE_DISPOSITION_INFO*>(que)->DeleteFile, TRUE);
                                   const HANDLE otra = ::CreateFileW(ruta.c_str(), GENERIC_READ, 7, nullptr,
                                                                     OPEN_EXISTING, 0, nullptr);
                                   de_otro = otra == INVALID_HANDLE_VALUE ? ::GetLastError() : 0;
@@ -219,7 +232,12 @@ TEST(permisos_escritura, donde_se_niega_el_derecho_a_borrar_se_crea_sin_el) {
                               });
         EXPECT_EQ(cdir_se_puede_escribir_UNICODE(ruta.c_str()), 1) << codigo;
         EXPECT_EQ(de_otro, DWORD{ERROR_SHARING_VIOLATION}) << codigo;
-        EXPECT_EQ(f.cuenta("CreateFileW"), 3u) << "the last one looks whether the name still means that file";
+        ASSERT_EQ(aperturas.size(), 3u);
+        EXPECT_EQ(aperturas[1], (std::array<DWORD, 4>{GENERIC_READ | GENERIC_WRITE, 0, CREATE_NEW, 0}));
+        // The last one looks whether the name still means that file, itself and in nobody's way.
+        constexpr DWORD todo = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        EXPECT_EQ(aperturas[2], (std::array<DWORD, 4>{FILE_READ_ATTRIBUTES, todo, OPEN_EXISTING,
+                                                      FILE_FLAG_OPEN_REPARSE_POINT}));
         EXPECT_EQ(dir.arbol(), lista{}) << codigo;
     }
     for (const DWORD codigo : {1u, 5u, 50u, 87u}) {
@@ -255,6 +273,10 @@ TEST(permisos_escritura, por_su_nombre_solo_se_borra_lo_que_se_creo) {
     const como_windows windows({});
     fallos f;
     f.falla_siempre("SetFileInformationByHandle", ERROR_ACCESS_DENIED);
+    const sustituye numero(interno::sistema.numero_de_fichero, [](HANDLE, unsigned long long* cual) WINAPI {
+        *cual = 1;  // also of what is no handle
+        return TRUE;
+    });
     aperturas = 0;
     static decltype(interno::sistema.CreateFileW) debajo;
     debajo = interno::sistema.CreateFileW;
@@ -381,7 +403,7 @@ TEST(permisos_escritura, un_fichero_de_otra_unidad_se_prueba_en_el_directorio_de
     const bool habia = ::GetEnvironmentVariableW(variable.c_str(), antes, MAX_PATH) != 0;
     ASSERT_TRUE(::SetEnvironmentVariableW(variable.c_str(), dir.ruta_w().c_str()));
     const en_directorio ahi(w(otra + "\\"));
-    for (const std::string& ruta : {unidad + "x.txt", unidad + "..\\x.txt"}) {
+    for (const std::string& ruta : {unidad, unidad + "x.txt", unidad + "..\\x.txt"}) {
         const bool es_de_arriba = ruta.size() > 7;
         const std::string donde = es_de_arriba ? dir.ruta().substr(0, dir.ruta().rfind('\\')) : dir.ruta();
         fallos libro;  // nobody wants a probe in the root of the other one
@@ -440,7 +462,9 @@ TEST(permisos_escritura, no_nace_un_directorio_del_que_solo_se_sale) {
         }
     }
     // The directory of what is called so is one further up.
-    for (const std::string& ruta : {dir.ruta("a\\nada\\.."), std::string("a/nada/..")}) {
+    const en_directorio en_a(dir.ruta_w("a"));
+    for (const std::string& ruta :
+         {dir.ruta("a\\nada\\.."), std::string("nada/.."), dir.ruta().substr(0, 2) + "nada\\.."}) {
         fallos libro;
         EXPECT_EQ(escribir_fichero_en(ruta), si) << ruta;
         EXPECT_EQ(libro.rutas("CreateFileW"), lista(2, dir.ruta(nombre_de_sonda()))) << ruta;
@@ -582,6 +606,11 @@ TEST(permisos_escritura, sin_directorio_la_sonda_va_al_actual_y_nunca_a_la_raiz)
     EXPECT_EQ(interno::prueba_escritura_en_directorio(L""), 1);
     EXPECT_EQ(interno::prueba_escritura_en_directorio(w(unidad).c_str()), 1);
     EXPECT_EQ(f.rutas("CreateFileW"), lista(6, dir.ruta(nombre_de_sonda())));
+    // Where the system cannot tell which directory that is, least of all.
+    f.falla_siempre("GetFullPathNameW", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(interno::prueba_escritura_en_directorio(w(unidad).c_str()), 1);
+    EXPECT_EQ(f.rutas("CreateFileW").back(), unidad + ".\\" + nombre_de_sonda());
+    f.no_falla();
     EXPECT_EQ(dir.arbol(), lista{});
 }
 

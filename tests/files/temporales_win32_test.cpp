@@ -92,6 +92,7 @@ TEST(temporales, un_directorio_que_el_sistema_no_dice_o_que_no_cabe) {
         {dir.ruta() + "\\", 0, "C:\\local\\temp", {}},  // what a failing system leaves behind is no directory
         {"", 260, "C:\\local\\temp", {"longitud < _MAX_PATH"}},
         {"", 5000, "C:\\local\\temp", {"longitud < _MAX_PATH"}},
+        {"", 0xFFFFFFFF, "C:\\local\\temp", {"longitud < _MAX_PATH"}},  // no such room: nothing is read of it
         {"C:\\missing\\", 11, "C:\\local\\temp", {}},
         {".", 1, ".", {}},
         {std::string(259, 'x'), 259, "C:\\local\\temp", {}},  // all that fits, and no room for a name

@@ -321,11 +321,20 @@ TEST(timefich, se_lee_solo_la_fecha_local_pedida) {
     EXPECT_EQ(i_intervalos(una), en_1970 - (7 + 3600) * segundo);
     timefich_obtener_fecha("C:\\x", nullptr, &una);
     EXPECT_EQ(i_intervalos(una), en_1970 - 3600 * segundo);
-    // What the other one is does not matter.
+    // What the other one is does not matter, though it be none.
     const zona_fingida al_este(60);
-    const fecha_fingida sin_creacion(3 * segundo);
+    static long long imposible;
+    const sustituye conversion(
+        sistema.FileTimeToLocalFileTime, [](const FILETIME* utc, FILETIME* local) WINAPI {
+            return i_intervalos(*utc) == imposible ? FALSE : a_local_fingido(utc, local);
+        });
+    const fecha_fingida otra(3 * segundo);
+    imposible = -4 * segundo;
     EXPECT_EQ(timefich_obtener_fecha_u(L"C:\\x", nullptr, &una), 1);
     EXPECT_EQ(i_intervalos(una), (3 + 3600) * segundo);
+    imposible = 3 * segundo;
+    EXPECT_EQ(timefich_obtener_fecha_u(L"C:\\x", &una, nullptr), 1);
+    EXPECT_EQ(i_intervalos(una), (-4 + 3600) * segundo);
 }
 
 TEST(timefich, las_tres_fechas_se_leen_en_UTC) {
@@ -531,6 +540,15 @@ TEST(timefich, la_fecha_de_creacion_llega_al_sistema_en_UTC) {
     ASSERT_NE(g_creacion_dada, nullptr);
     EXPECT_EQ(i_intervalos(*g_creacion_dada), i_intervalos(una) + 210 * 60 * segundo);
     EXPECT_EQ(g_modificacion_dada, nullptr);
+}
+
+HANDLE WINAPI abre_dejando_un_codigo(const wchar_t* ruta, DWORD acceso, DWORD compartir,
+                                     SECURITY_ATTRIBUTES* seguridad, DWORD disposicion, DWORD indicadores,
+                                     HANDLE plantilla) {
+    const HANDLE abierto =
+        ::CreateFileW(ruta, acceso, compartir, seguridad, disposicion, indicadores, plantilla);
+    ::SetLastError(ERROR_ALREADY_EXISTS);
+    return abierto;
 }
 
 unsigned g_aperturas;
@@ -794,6 +812,25 @@ TEST(timefich, cada_llamada_al_sistema_que_falla_al_asignar_se_nota) {
             }
             EXPECT_EQ(fichero.segundos(), f.resultado == 1 ? 4600 : 700'000'000);
         }
+    }
+    // A system that fails without a code has none, whatever was the last one before.
+    for (const DWORD codigo : {DWORD{ERROR_NOT_READY}, DWORD{ERROR_SUCCESS}}) {
+        static DWORD el_que_da;
+        el_que_da = codigo;
+        const fichero_fechado fichero;
+        const sustituye falla(sistema.SetFileTime,
+                              [](HANDLE, const FILETIME*, const FILETIME*, const FILETIME*) WINAPI {
+                                  if (el_que_da != ERROR_SUCCESS) {
+                                      ::SetLastError(el_que_da);
+                                  }
+                                  return BOOL{FALSE};
+                              });
+        const sustituye abre(sistema.CreateFileW, abre_dejando_un_codigo);
+        EXPECT_EQ(timefich_asignar_fecha_fichero_unicode(fichero.ancha(), 1000), 0);
+        const std::vector<pregunta> preguntas = toma_preguntas();
+        ASSERT_EQ(preguntas.size(), 1u);
+        EXPECT_EQ(preguntas[0].codigo, codigo);
+        toma_esperas();
     }
 }
 

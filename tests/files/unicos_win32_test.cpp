@@ -379,6 +379,14 @@ TEST(unicos, en_un_directorio_se_crea_el_directorio_y_no_el_fichero) {
             fila.esperado);
     }
     EXPECT_EQ(dir.arbol(), (textos{"a\\", "a\\b\\", "a\\b\\ñ\\", "a\\c\\"}));
+    // One that cannot be made is asked about, and told.
+    fallos f;
+    f.falla_siempre("CreateDirectoryW", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(toma(lumodir_creaFicheroTemporalEnDirectorio(dir.ruta_w("no").c_str(), L"f.txt")),
+              dir.ruta("no\\f.txt"));
+    EXPECT_EQ(toma_preguntas().size(), 1u);
+    EXPECT_EQ(toma_avisos().size(), 1u);
+    toma_esperas();
 }
 
 TEST(unicos, sin_directorio_o_sin_nombre_no_hay_path_ni_mensaje) {
