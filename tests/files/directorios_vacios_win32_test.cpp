@@ -217,6 +217,7 @@ TEST(directorios_vacios, una_base_que_acaba_dentro_de_un_nombre) {
             fallos libro;
             const std::string base = d.ruta(caso.base);
             std::string directorio = d.ruta(caso.directorio);
+            // "@" stands for the directory in which all of this lies.
             if (const std::size_t yo = directorio.find('@'); yo != directorio.npos) {
                 directorio.replace(yo, 1, d.ruta().substr(d.ruta().rfind('\\') + 1));
             }
