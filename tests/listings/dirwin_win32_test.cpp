@@ -315,13 +315,7 @@ TEST(dirwin, un_patron_de_ocho_bits_sin_sentido_no_encuentra_otros_nombres) {
 
 TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sale) {
     const sustituye utf8(interno::plataforma::pagina_de_codigos, CP_UTF8);
-    static const std::string largo = [] {
-        std::string texto;
-        for (int i = 0; i < 200; ++i) {
-            texto += "\u4e2d";  // three bytes each
-        }
-        return texto;
-    }();
+    static std::string largo;
     static bool con_corto;
     const sustituye abre(interno::sistema.FindFirstFileExW, [](LPCWSTR, FINDEX_INFO_LEVELS, LPVOID datos,
                                                                FINDEX_SEARCH_OPS, LPVOID, DWORD) WINAPI {
@@ -339,18 +333,27 @@ TEST(dirwin, un_nombre_que_no_cabe_en_ocho_bits_sale_por_su_nombre_corto_o_no_sa
         return BOOL{pasos <= 2};
     });
     const sustituye cierra(interno::sistema.FindClose, [](HANDLE) WINAPI { return BOOL{TRUE}; });
-    for (const bool hay : {true, false}) {
-        con_corto = hay;
-        pasos = 0;
-        nombres todos;
-        WIN32_FIND_DATAA e;
-        Dirwin* d = dirwin_crea("C:\\d\\*");
-        while (dirwin_findnextfile(d, &e) == 1) {
-            todos.push_back(e.cFileName);
+    // By one byte, which is that of its end; by two; by far.
+    for (const std::size_t bytes : {260u, 261u, 600u}) {
+        largo = std::string(bytes % 3, 'a');
+        while (largo.size() < bytes) {
+            largo += "\u4e2d";  // three bytes each
         }
-        EXPECT_EQ(d->num_entradas, 4u);
-        dirwin_destruye(&d);
-        EXPECT_EQ(todos, hay ? (nombres{"ABCD~1.TXT", "b"}) : nombres{"b"});
+        for (const bool hay : {true, false}) {
+            SCOPED_TRACE(bytes);
+            con_corto = hay;
+            pasos = 0;
+            nombres todos;
+            WIN32_FIND_DATAA e;
+            Dirwin* d = dirwin_crea("C:\\d\\*");
+            while (dirwin_findnextfile(d, &e) == 1) {
+                todos.push_back(e.cFileName);
+                EXPECT_STREQ(e.cAlternateFileName, todos.back() == "b" ? "" : "ABCD~1.TXT");
+            }
+            EXPECT_EQ(d->num_entradas, 4u);
+            dirwin_destruye(&d);
+            EXPECT_EQ(todos, hay ? (nombres{"ABCD~1.TXT", "b"}) : nombres{"b"});
+        }
     }
 }
 
