@@ -689,6 +689,54 @@ TEST(borrado_arbol, un_directorio_que_se_dice_que_falta_pide_otra_pasada) {
     }
 }
 
+// What of a directory could not be read may be files: where it stays, they may have stayed.
+TEST(borrado_arbol, un_directorio_leido_a_medias_que_queda_no_cuenta_como_vacio) {
+    volumen_falso v;
+    v.pon("C:\\t\\a", {{"f"}});
+    v["C:\\t\\a"].codigo_al_final = ERROR_NETNAME_DELETED;
+    v["C:\\t\\a"].codigo_al_borrar = ERROR_CANT_ACCESS_FILE;
+    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(L"C:\\t"), 0);
+    EXPECT_EQ(toma_esperas().size(), 20u);
+    EXPECT_EQ(toma_informes().size(), 20u) << "each listing that breaks off";
+    EXPECT_EQ(v.arbol("C:\\t"), lista{"a\\"});
+}
+
+// The listing shows it, the deletion says that it is gone: which of them is right the next pass tells.
+TEST(borrado_arbol, un_fichero_que_se_dice_ido_pide_otra_pasada) {
+    for (const unsigned se_va : {2u, 99u}) {
+        volumen_falso v;
+        v.pon("C:\\t", {{"f"}});
+        v["C:\\t\\f"].codigo_al_borrar = ERROR_FILE_NOT_FOUND;
+        unsigned pausas = 0;
+        al_dormir([&](unsigned long) {
+            if (++pausas == se_va) {
+                v["C:\\t\\f"].codigo_al_borrar = ERROR_SUCCESS;
+            }
+        });
+        const bool acaba = se_va < 20;
+        EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(L"C:\\t"), acaba ? 1 : 0);
+        EXPECT_EQ(toma_esperas().size(), acaba ? se_va : 20u);
+        EXPECT_EQ(v.hay("C:\\t\\f"), !acaba);
+    }
+}
+
+// The passes are silent but for this: whoever may not change the mark is told in each of them.
+TEST(borrado_arbol, una_marca_que_no_se_quita_se_pregunta_en_cada_pasada) {
+    buclrein_establece_politica(0, 0);
+    volumen_falso v;
+    v.pon("C:\\t", {{"f", FILE_ATTRIBUTE_READONLY}});
+    v["C:\\t\\f"].codigo_al_borrar = v["C:\\t\\f"].codigo_al_marcar = ERROR_ACCESS_DENIED;
+    EXPECT_EQ(cdir_borra_contenido_directorio_si_es_posible_reintentando_u(L"C:\\t"), 0);
+    const std::vector<pregunta> preguntas = toma_preguntas();
+    EXPECT_EQ(preguntas.size(), 20u);
+    for (const pregunta& p : preguntas) {
+        EXPECT_EQ(p.mensaje, "It is not possible to unlock the file 'C:\\t\\f'");
+        EXPECT_EQ(p.codigo, 0u);
+    }
+    EXPECT_EQ(toma_esperas().size(), 20u);
+    EXPECT_TRUE(v.hay("C:\\t\\f"));
+}
+
 // A name that the server refuses, or a server that has gone, is no file that has gone.
 TEST(borrado_arbol, lo_que_falta_por_otra_cosa_que_su_nombre_es_una_negativa_como_otra) {
     buclrein_establece_politica(0, 0);
