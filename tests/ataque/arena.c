@@ -401,11 +401,14 @@ struct resultado {
 static struct resultado lucha(int cual, int con_windows, long rondas, const struct programa *victima,
                               const struct programa *intruso) {
     const struct funcion *f = &funciones[cual];
-    struct resultado r = {rondas, 0, 0, 0, 0};
+    struct resultado r = {0, 0, 0, 0, 0};
     struct timespec antes, despues;
     clock_gettime(CLOCK_MONOTONIC, &antes);
     long fuera = siembra_fuera(f->sube);
-    for (long ronda = 0; ronda < rondas; ++ronda) {
+    /* A round in which the attacker never gets his turn is none: there are more until he has. */
+    const long a_lo_mas = 20 * rondas;
+    for (; r.rondas < rondas || (r.cambios == 0 && r.rondas < a_lo_mas); ++r.rondas) {
+        const long ronda = r.rondas;
         char linea[200];
         const int con_raiz = f->solo_raiz || ronda % 4 == 3;
         siembra(f->sube, con_raiz, f->solo_raiz);
